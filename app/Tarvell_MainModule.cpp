@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/Tarvell_MainModule.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "common/CommonStringModule.h"
+#include "common/Error.h"
+#include "common/ItemReader.h"
+#include "common/Numbers.h"
+#include "common/Paths.h"
+#include "common/Platform.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::array<std::string_view, 12> kMonths = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
+                                                      "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
+constexpr std::size_t kMostEntries = 256;
+constexpr int kMostWords = 30;
+
+std::string TwoDigits(int number) {
+  const std::string text = std::to_string(number);
+  return text.size() < 2 ? "0" + text : text;
+}
+
+bool MeansMissing(std::error_code code) {
+  return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
+}
+
+/// Whether an entry is a folder with something in it. One that may not be looked into counts as
+/// filled, so that it is listed and choosing it tells the reason.
+bool HoldsEntries(const std::string& folder) {
+  bool any = false;
+  const std::error_code code =
+      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string&) {
+        any = true;
+        return false;
+      });
+  return any || (code && !MeansMissing(code));
+}
+
+bool IsDataFileName(std::string_view name) {
+  const std::string_view prefix = name.substr(0, 2);
+  return prefix == "SN" || prefix == "Sn" || prefix == "sn";
+}
+
+/// The value of a header line: what stands behind its first colon.
+std::string HeaderValue(std::string_view item) {
+  const std::size_t colon = item.find(':');
+  return colon == std::string_view::npos ? std::string()
+                                         : std::string(Trim(item.substr(colon + 1)));
+}
+
+FileDate ReadDate(ItemReader& reader) {
+  const std::string value = HeaderValue(reader.ReadItem());
+  return reader.AtThisLine([&] { return FileDate::From(value); });
+}
+
+void ReadNewStyleHeader(ItemReader& reader, const std::string& firstItem, CalFileInfo& row) {
+  row.ModelNumber = HeaderValue(firstItem);
+  row.SerialNumber = HeaderValue(reader.ReadItem());
+  const FileDate calDate = ReadDate(reader);
+  row.CalYear = calDate.year;
+  row.CalMonth = calDate.month;
+  row.CalDay = calDate.day;
+  row.CalibrationNumber = HeaderValue(reader.ReadItem());
+  const FileDate dueDate = ReadDate(reader);
+  row.DueYear = dueDate.year;
+  row.DueMonth = dueDate.month;
+  row.DueDay = dueDate.day;
+  row.Comment = HeaderValue(reader.ReadItem());
+}
+
+/// Files from before the header lines: maker and model, serial number, calibration date
+/// (DDMMMYYYY). They are due one year later.
+void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileInfo& row) {
+  static constexpr std::string_view kMaker = "QZ";
+  static constexpr std::string_view kOption = "Opt001";
+  std::string_view model = Trim(firstItem);
+  if (model.substr(0, kMaker.size()) == kMaker) {
+    model = Trim(model.substr(kMaker.size()));
+  }
+  if (LastCharacters(model, kOption.size()) == kOption) {
+    model = Trim(FirstCharacters(model, 6));
+    row.Option = "001";
+  }
+  row.ModelNumber = model;
+  row.SerialNumber = Trim(reader.ReadItem());
+  const std::string date = reader.ReadItem();
+  reader.AtThisLine([&] {
+    row.CalDay = NumericInt16(FirstCharacters(date, 2));
+    row.CalMonth = MonthToNumber(FirstCharacters(WithoutFirst(date, 2), 3));
+    row.CalYear = NumericInt16(LastCharacters(date, 4));
+    row.DueYear = ToInt16(row.CalYear + 1.0);
+  });
+  row.DueMonth = row.CalMonth;
+  row.DueDay = row.CalDay;
+}
+
+/// Reads one file's header; nothing when the file is none of the two styles.
+std::optional<CalFileInfo> ReadHeader(const std::string& native, const std::string& path) {
+  CalFileInfo row;
+  row.FilePath = path;
+  ItemReader reader(native, path);
+  const std::string first = reader.ReadItem();
+  if (!first.empty() && first.front() == '#') {
+    ReadNewStyleHeader(reader, first, row);
+  } else if (first.find_first_of("\r\n") == std::string::npos) {
+    ReadOldStyleHeader(reader, first, row);
+  } else {
+    return std::nullopt;
+  }
+  return row;
+}
+
+}  // namespace
+
+std::string RevisionText(int major, int minor) {
+  return "A." + TwoDigits(major) + "." + TwoDigits(minor);
+}
+
+std::int16_t MonthToNumber(std::string_view name) {
+  const auto* found = std::find(kMonths.begin(), kMonths.end(), name);
+  return found == kMonths.end() ? std::int16_t{0}
+                                : static_cast<std::int16_t>(found - kMonths.begin() + 1);
+}
+
+std::string NumberToMonth(std::int16_t n) {
+  return n >= 1 && n <= static_cast<std::int16_t>(kMonths.size())
+             ? std::string(kMonths.at(static_cast<std::size_t>(n - 1)))
+             : std::string();
+}
+
+FileDate FileDate::From(std::string_view text) {
+  return {NumericInt16(FirstCharacters(text, 4)),
+          NumericInt16(FirstCharacters(WithoutFirst(text, 4), 2)),
+          NumericInt16(LastCharacters(text, 2))};
+}
+
+bool ListModelFolders(const std::string& root, std::vector<std::string>& names) {
+  const std::string native = NativePath(root);
+  std::vector<std::string> entries;
+  bool tooMany = false;
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name) {
+        tooMany = entries.size() == kMostEntries;
+        if (!tooMany) {
+          entries.push_back(name);
+        }
+        return !tooMany;
+      });
+  names.clear();
+  for (const std::string& entry : entries) {
+    names.push_back(HoldsEntries(native + "/" + entry) ? ToUpper(entry) : "*");
+  }
+  if (names.empty()) {
+    names.emplace_back("*");
+  }
+  names.emplace_back();
+  if (code && !MeansMissing(code)) {
+    throw SystemError(code, "list the folder", root);
+  }
+  if (tooMany) {
+    throw Error(ErrorKind::Index,
+                "The folder holds more than 256 entries; only the first 256 are listed. Move "
+                "what does not belong there to another folder.",
+                root);
+  }
+  return true;
+}
+
+std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
+                                const std::function<void(const CalFileInfo& row)>& rowRead) {
+  if (modelFolder.empty()) {
+    return -1;
+  }
+  const std::string native = NativePath(modelFolder);
+  std::size_t count = 0;
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name) {
+        if (!IsDataFileName(name)) {
+          return true;
+        }
+        if (count == gCalFiles.size()) {
+          throw Error(ErrorKind::Index,
+                      "The folder holds more than 51 data files; only the first 51 are listed. "
+                      "Move those of instruments that are no longer used to another folder.",
+                      modelFolder);
+        }
+        std::optional<CalFileInfo> row = ReadHeader(native + "/" + name, Joined(modelFolder, name));
+        if (row) {
+          gCalFiles.at(count) = std::move(*row);
+          if (rowRead) {
+            rowRead(gCalFiles.at(count));
+          }
+          ++count;
+        }
+        return true;
+      });
+  if (code && !MeansMissing(code)) {
+    throw SystemError(code, "list the folder", modelFolder);
+  }
+  return static_cast<std::int16_t>(count);
+}
+
+std::int16_t FindCalFile(std::string_view serialNumber) {
+  const auto* found = std::find_if(gCalFiles.begin(), gCalFiles.end(), [&](const CalFileInfo& row) {
+    return row.SerialNumber == serialNumber;
+  });
+  return static_cast<std::int16_t>(found - gCalFiles.begin());
+}
+
+std::int16_t SplitWords(std::string_view line, std::span<std::string> words) {
+  static constexpr std::string_view kSeparators("\0\t\r\n\b\f\v ", 8);
+  for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+    words[i].clear();
+  }
+  std::int16_t count = 0;
+  std::size_t start = line.find_first_not_of(kSeparators);
+  while (start != std::string_view::npos && count < kMostWords) {
+    const std::size_t end = std::min(line.find_first_of(kSeparators, start), line.size());
+    if (static_cast<std::size_t>(count) == words.size()) {
+      throw Error(ErrorKind::Index, "A line holds more than " + std::to_string(words.size()) +
+                                        " words. Correct the file, then try again.");
+    }
+    words[static_cast<std::size_t>(count++)] = line.substr(start, end - start);
+    start = line.find_first_not_of(kSeparators, end);
+  }
+  return count;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_APP_TARVELL_MAINMODULE_H
+#define TARVELL_APP_TARVELL_MAINMODULE_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/mTypeDef.h"
+
+namespace tarvell {
+
+inline constexpr std::string_view kApplicationTitle = "Morrand Tarvell";
+
+/// Rows of `gCalFiles`, and of every table of a data file.
+inline constexpr std::size_t kTableRows = 51;
+
+// The state of the program: one user, one screen at a time.
+
+inline std::string gStationDir;              ///< station data root, no trailing separator
+inline std::string gCalibrationDir;          ///< calibration data root, no trailing separator
+inline std::int16_t gVersionLabelLevel = 0;  ///< the version label shows from 2 on
+inline std::array<CalFileInfo, kTableRows> gCalFiles;  ///< see ReadCalFileHeaders
+inline std::string gOSPlatform;
+inline std::string gOSVersion;
+inline std::string gOSName;
+inline std::string DialogResult;  ///< how the attenuator point dialog was closed: "OK", "CANCEL"
+
+/// "A." and the two numbers of the version, two digits each: "A.02.61".
+[[nodiscard]] std::string RevisionText(int major, int minor);
+
+/// "JAN" to "DEC" give 1 to 12, any other text (lower case included) 0.
+[[nodiscard]] std::int16_t MonthToNumber(std::string_view name);
+
+/// 1 to 12 give "JAN" to "DEC", any other number "".
+[[nodiscard]] std::string NumberToMonth(std::int16_t n);
+
+/// A date as data files write it, YYYYMMDD, taken apart by position: year from the first four
+/// characters, month from the fifth and sixth, day from the last two. Texts of another length
+/// give defined but wrong values. Throws a Type error for a number outside 16 bits.
+struct FileDate {
+  std::int16_t year = 0;
+  std::int16_t month = 0;
+  std::int16_t day = 0;
+
+  [[nodiscard]] static FileDate From(std::string_view text);
+};
+
+/// Lists the entries of `root` whose names hold no dot, in the platform's order: the name in
+/// upper case, or "*" for an entry that holds nothing; then one spare empty slot. A root without
+/// entries gives "*" and an empty slot. Throws an Index error after the first 256 entries, which
+/// are in `names` then, and the platform's error when `root` cannot be searched. Always true.
+bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
+
+/// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or
+/// "sn") in `modelFolder` into `gCalFiles`, in the platform's order, and calls `rowRead` after
+/// each. Returns the number of rows filled, -1 when `modelFolder` is ""; further rows keep what
+/// they held. A file that cannot be read, and a 52nd one (an Index error), ends the reading with
+/// an error; the rows read so far are filled and told then.
+std::int16_t ReadCalFileHeaders(
+    const std::string& modelFolder,
+    const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);
+
+/// Row of the first of `gCalFiles` with exactly this serial number, kTableRows when there is none.
+[[nodiscard]] std::int16_t FindCalFile(std::string_view serialNumber);
+
+/// Splits `line` into its words, separated by runs of blanks and control blanks (NUL, TAB, CR,
+/// LF, backspace, form feed, vertical tab), at most 30. All of `words` but the last is emptied
+/// first. Returns the number of words; throws an Index error when `words` has no place for one.
+std::int16_t SplitWords(std::string_view line, std::span<std::string> words);
+
+}  // namespace tarvell
+
+#endif

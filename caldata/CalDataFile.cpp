@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "caldata/CalDataFile.h"
+
+#include <cstdlib>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/Error.h"
+#include "common/FileCharacters.h"
+#include "common/Paths.h"
+#include "common/Platform.h"
+#include "common/SaveFile.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+/// A line's words: its colons count as blanks, its first character only tells its class.
+LineWords WordsOf(std::string_view item) {
+  LineWords words;
+  SplitWords(Replaced(WithoutFirst(item, 1), ':', ' '), words);
+  return words;
+}
+
+std::string AtLeastTwoDigits(int number) {
+  const std::string text = std::to_string(number);
+  return text.size() == 1 ? "0" + text : text;
+}
+
+}  // namespace
+
+Error FullTableError() {
+  return {ErrorKind::Index, "A table holds at most " + std::to_string(kTableRows) +
+                                " rows. Remove the rows that are not needed, then try again."};
+}
+
+void FileText::Line(std::string_view line) {
+  if (line.find_first_of("\r\n") != std::string_view::npos) {
+    throw Error(ErrorKind::Character,
+                "A line end cannot be stored within a field. Remove it, then save again.");
+  }
+  bytes_ += EncodeFileText(line);
+  bytes_ += "\r\n";
+}
+
+CalDataFile::Date CalDataFile::Date::From(std::string_view digits) {
+  const FileDate date = FileDate::From(digits);
+  return {date.year, NumberToMonth(date.month), date.day};
+}
+
+std::string CalDataFile::Date::Digits() const {
+  return std::to_string(std::abs(year)) + AtLeastTwoDigits(MonthToNumber(month)) +
+         AtLeastTwoDigits(day);
+}
+
+void CalDataFile::GetCalDate(std::int16_t& year, std::string& month, std::int16_t& day) const {
+  year = calDate_.year;
+  month = calDate_.month;
+  day = calDate_.day;
+}
+
+void CalDataFile::SetCalDate(std::int16_t year, const std::string& month, std::int16_t day) {
+  calDate_ = {year, month, day};
+}
+
+void CalDataFile::GetDueDate(std::int16_t& year, std::string& month, std::int16_t& day) const {
+  year = dueDate_.year;
+  month = dueDate_.month;
+  day = dueDate_.day;
+}
+
+void CalDataFile::SetDueDate(std::int16_t year, const std::string& month, std::int16_t day) {
+  dueDate_ = {year, month, day};
+}
+
+std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileName) {
+  if (EqualsIgnoringCase(fileName, "NEW")) {
+    return SetInitialDefaultData();
+  }
+  Read(fileName);
+  return 0;
+}
+
+std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName) {
+  FileText text;
+  WriteHeader(text);
+  WriteBody(text);
+  SaveFile(fileName, text.Bytes());
+  return 0;
+}
+
+std::string CalDataFile::TemplatePath() const {
+  return CurrentPlatform().ProgramFolder() + "\\Temp" + std::string(modelCode_);
+}
+
+std::int32_t CalDataFile::SetInitialDefaultData() {
+  const std::string path = TemplatePath();
+  const Seen seen = Read(path);
+  const std::string remedy = " Put the right template file back beside the program.";
+  if (!EqualsIgnoringCase(seen.lastItem, "!End")) {
+    throw Error(
+        ErrorKind::Template,
+        "The template file is not complete: it does not end with its line \"!End\"." + remedy,
+        path);
+  }
+  if (seen.model != modelCode_) {
+    throw Error(ErrorKind::Template,
+                "The template file is one for the model \"" + seen.model + "\", not for \"" +
+                    std::string(modelCode_) + "\"." + remedy,
+                path);
+  }
+  return 0;
+}
+
+CalDataFile::Seen CalDataFile::Read(const std::string& fileName) {
+  ItemReader reader(fileName);
+  Seen seen;
+  std::size_t dataLines = 0;
+  std::string item = reader.ReadItem();
+  while (!reader.AtEnd()) {
+    reader.AtThisLine([&] { Interpret(item, dataLines, seen); });
+    item = reader.ReadItem();
+  }
+  seen.lastItem = item;
+  return seen;
+}
+
+void CalDataFile::Interpret(const std::string& item, std::size_t& dataLines, Seen& seen) {
+  if (item.empty()) {
+    return;
+  }
+  if (item.front() == '#') {
+    TakeHeaderLine(WordsOf(item), seen);
+  } else if (item.front() == '*') {
+    TakeDataLine(dataLines++, WordsOf(item));
+  }
+}
+
+void CalDataFile::TakeHeaderLine(const LineWords& words, Seen& seen) {
+  const std::string keyword = ToUpper(words[0]);
+  const std::string& value = words[1];
+  if (keyword == "MODEL_NO") {
+    modelNumber_ = modelCode_;
+    seen.model = value;
+  } else if (keyword == "SER_NO") {
+    serialNumber_ = value;
+  } else if (keyword == "CAL_DATE") {
+    calDate_ = Date::From(value);
+  } else if (keyword == "CAL_NO") {
+    calibrationNumber_ = value;
+  } else if (keyword == "DUE_DATE") {
+    dueDate_ = Date::From(value);
+  } else if (keyword == "COMMENT") {
+    comment_ = value;
+  }
+}
+
+void CalDataFile::WriteHeader(FileText& text) const {
+  text.Line("#MODEL_NO : " + modelNumber_);
+  text.Line("#SER_NO   : " + serialNumber_);
+  text.Line("#CAL_DATE : " + calDate_.Digits());
+  text.Line("#CAL_NO   : " + calibrationNumber_);
+  text.Line("#DUE_DATE : " + dueDate_.Digits());
+  text.Line("#COMMENT  : " + comment_);
+}
+
+}  // namespace tarvell

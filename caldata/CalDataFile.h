@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALDATA_CALDATAFILE_H
+#define TARVELL_CALDATA_CALDATAFILE_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "caldata/cifCaldata.h"
+#include "common/Error.h"
+#include "common/ItemReader.h"
+
+namespace tarvell {
+
+/// The words that a header or data line is split into; those that it lacks are "".
+inline constexpr std::size_t kLineWords = 21;
+using LineWords = std::array<std::string, kLineWords>;
+
+/// What is told about a table that has no place for another row.
+[[nodiscard]] Error FullTableError();
+
+/// Builds the text of a data file line by line, in the characters of the file.
+class FileText {
+ public:
+  /// Appends one line and its CR LF. Throws a Character error for a character, a line end
+  /// included, that a line cannot hold.
+  void Line(std::string_view line);
+
+  [[nodiscard]] const std::string& Bytes() const { return bytes_; }
+
+ private:
+  std::string bytes_;
+};
+
+/// What the data files of all models share: the header, the reader loop and the writer. A model
+/// adds its data lines and the body of its file.
+///
+/// The reader holds one item ahead: the last item of a file, its terminator line, is never
+/// interpreted. It does not clear the object first.
+class CalDataFile : public cifCaldata {
+ public:
+  /// `modelCode` outlives the object.
+  explicit CalDataFile(std::string_view modelCode) : modelCode_(modelCode) {}
+
+  [[nodiscard]] const std::string& Path() const final { return path_; }
+  void SetPath(const std::string& value) final { path_ = value; }
+  [[nodiscard]] const std::string& ModelNumber() const final { return modelNumber_; }
+  void SetModelNumber(const std::string& value) final { modelNumber_ = value; }
+  [[nodiscard]] const std::string& SerialNumber() const final { return serialNumber_; }
+  void SetSerialNumber(const std::string& value) final { serialNumber_ = value; }
+  [[nodiscard]] const std::string& CalibrationNumber() const final { return calibrationNumber_; }
+  void SetCalibrationNumber(const std::string& value) final { calibrationNumber_ = value; }
+  [[nodiscard]] const std::string& Comment() const final { return comment_; }
+  void SetComment(const std::string& value) final { comment_ = value; }
+
+  void GetCalDate(std::int16_t& year, std::string& month, std::int16_t& day) const final;
+  void SetCalDate(std::int16_t year, const std::string& month, std::int16_t day) final;
+  void GetDueDate(std::int16_t& year, std::string& month, std::int16_t& day) const final;
+  void SetDueDate(std::int16_t year, const std::string& month, std::int16_t day) final;
+
+  std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
+  std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  /// Throws a Template error when the template is missing, of another model or not complete.
+  std::int32_t SetInitialDefaultData() final;
+
+  /// Path of the model's template file: "Temp" and the model code, beside the program.
+  [[nodiscard]] std::string TemplatePath() const;
+
+ protected:
+  [[nodiscard]] std::string_view ModelCode() const { return modelCode_; }
+
+ private:
+  struct Date {
+    std::int16_t year = 0;
+    std::string month;
+    std::int16_t day = 0;
+
+    [[nodiscard]] static Date From(std::string_view digits);
+    [[nodiscard]] std::string Digits() const;
+  };
+
+  /// What a load saw on its way.
+  struct Seen {
+    std::string model;     ///< value of the model line, "" without one
+    std::string lastItem;  ///< the item that is never interpreted
+  };
+
+  /// Takes the `index`-th data line of the file, counted from 0. Throws an Index error when the
+  /// table has no row for it.
+  virtual void TakeDataLine(std::size_t index, const LineWords& words) = 0;
+  /// Appends everything behind the header lines.
+  virtual void WriteBody(FileText& text) const = 0;
+
+  Seen Read(const std::string& fileName);
+  void Interpret(const std::string& item, std::size_t& dataLines, Seen& seen);
+  void TakeHeaderLine(const LineWords& words, Seen& seen);
+  void WriteHeader(FileText& text) const;
+
+  std::string_view modelCode_;
+  std::string path_;
+  std::string modelNumber_;
+  std::string serialNumber_;
+  std::string calibrationNumber_;
+  std::string comment_;
+  Date calDate_;
+  Date dueDate_;
+};
+
+}  // namespace tarvell
+
+#endif

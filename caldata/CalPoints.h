@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALDATA_CALPOINTS_H
+#define TARVELL_CALDATA_CALPOINTS_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "caldata/CalDataGrid.h"
+
+/// The calibration points of the single-table models: how a typed point becomes a row, where the
+/// row goes, and how a row's point is named.
+namespace tarvell {
+
+enum class PointPlace {
+  Row,        ///< in front of the row `row`, or behind the last one
+  Taken,      ///< the table has this point already
+  BelowZero,  ///< no point lies below zero
+  TableFull
+};
+
+struct PointPosition {
+  PointPlace place = PointPlace::Row;
+  std::int16_t row = 0;
+};
+
+/// A frequency typed in `unit` ("GHz", "MHz" or "KHz"; any other means the table's own), in the
+/// table's unit ("MHz" or "GHz"). A text without a number gives 0.
+[[nodiscard]] double SensorFrequency(std::string_view typed, std::string_view unit,
+                                     std::string_view tableUnit);
+
+/// The row of a new point of a power sensor, cells separated by TAB, with the default factor.
+[[nodiscard]] std::string SensorRow(double frequency, std::string_view tableUnit);
+
+/// Where a new point of a power sensor goes, so that a table sorted upward stays so.
+[[nodiscard]] PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency);
+
+/// The point of a data row as the delete question names it: "50MHz".
+[[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, std::int16_t row,
+                                          std::string_view tableUnit);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALDATA_MODELS_H
+#define TARVELL_CALDATA_MODELS_H
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "caldata/cInstrPX11A.h"
+#include "caldata/cInstrPX11D.h"
+#include "caldata/cInstrPX12A.h"
+#include "caldata/cInstrPX13A.h"
+#include "caldata/cifCaldata.h"
+
+namespace tarvell {
+
+enum class ModelFamily { TestKit, CapacitorSet, ResistorSet, PowerSensor, StepAttenuator };
+
+/// What the program knows of a model before it creates its class.
+struct Model {
+  std::string_view code;  ///< model code, name of the model folder and caption of the Add entry
+  ModelFamily family;
+  std::string_view frequencyUnit;  ///< of a power sensor's table, "" elsewhere
+  /// Creates the model's class; nullptr where the program cannot edit the model's data.
+  std::unique_ptr<cifCaldata> (*create)();
+};
+
+template <typename Class>
+[[nodiscard]] std::unique_ptr<cifCaldata> CreateModel() {
+  return std::make_unique<Class>();
+}
+
+template <typename Class>
+[[nodiscard]] constexpr Model SensorModel() {
+  return {Class::kTraits.modelCode, ModelFamily::PowerSensor, Class::kTraits.frequencyUnit,
+          &CreateModel<Class>};
+}
+
+/// Every model, in the order of the Add menu. Adding a model is a row here and its class.
+inline constexpr std::array<Model, 11> kModels = {{
+    {"RT410A", ModelFamily::TestKit, "", nullptr},
+    {"RT410B", ModelFamily::TestKit, "", nullptr},
+    {"RT520A", ModelFamily::CapacitorSet, "", nullptr},
+    {"RT520C", ModelFamily::CapacitorSet, "", nullptr},
+    {"RT730A", ModelFamily::ResistorSet, "", nullptr},
+    SensorModel<cInstrPX11D>(),
+    SensorModel<cInstrPX12A>(),
+    SensorModel<cInstrPX13A>(),
+    SensorModel<cInstrPX11A>(),
+    {"PX60G", ModelFamily::StepAttenuator, "", nullptr},
+    {"PX60H", ModelFamily::StepAttenuator, "", nullptr},
+}};
+
+/// The model of exactly this code, nullptr when there is none.
+[[nodiscard]] const Model* FindModel(std::string_view code);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_FILECHARACTERS_H
+#define TARVELL_COMMON_FILECHARACTERS_H
+
+#include <string>
+#include <string_view>
+
+/// The characters that data files can hold: bytes 0 to 255 as Windows-1252, its five unassigned
+/// bytes (81, 8D, 8F, 90, 9D hexadecimal) standing for the characters of the same number, so
+/// that every byte of a file comes back as it was.
+namespace tarvell {
+
+[[nodiscard]] bool IsFileCharacter(char32_t character);
+
+/// Appends the character that `byte` stands for, in UTF-8.
+void AppendDecoded(std::string& target, char byte);
+
+/// The bytes of a file's text in UTF-8.
+[[nodiscard]] std::string DecodeFileText(std::string_view bytes);
+
+/// UTF-8 text as the bytes of a file. Throws a Character error that names the first character
+/// that a file cannot hold (text that is no UTF-8 included).
+[[nodiscard]] std::string EncodeFileText(std::string_view text);
+
+}  // namespace tarvell
+
+#endif

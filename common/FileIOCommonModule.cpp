@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/FileIOCommonModule.h"
+
+#include "common/Error.h"
+#include "common/Paths.h"
+#include "common/Platform.h"
+
+namespace tarvell {
+
+bool FolderExists(const std::string& path) {
+  EntryFacts facts;
+  return !path.empty() && !CurrentPlatform().Facts(NativePath(path), facts) &&
+         facts.kind == EntryKind::Folder;
+}
+
+void MakeFolder(const std::string& path) {
+  if (const std::error_code code = CurrentPlatform().MakeFolder(NativePath(path))) {
+    throw SystemError(code, "make the folder", path);
+  }
+}
+
+void Recycle(const std::string& path) {
+  if (const std::error_code code = CurrentPlatform().Recycle(NativePath(path))) {
+    throw SystemError(code, "delete it", path);
+  }
+}
+
+}  // namespace tarvell

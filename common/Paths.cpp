@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/Paths.h"
+
+#include <vector>
+
+#include "common/Platform.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+std::string& ChosenDriveFolder() {
+  static std::string folder;
+  return folder;
+}
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+char LowerCase(char letter) {
+  return static_cast<char>(letter | 0x20);
+}
+
+bool IsSeparator(char c) {
+  return c == '\\' || c == '/';
+}
+
+bool BeginsWithDrive(std::string_view path) {
+  return path.size() >= 2 && path[1] == ':' && IsLetter(path[0]);
+}
+
+/// Whether an entry of this name stands there, a link that leads nowhere included.
+bool EntryExists(const std::string& path) {
+  EntryFacts facts;
+  return !CurrentPlatform().Facts(path, facts) && (facts.kind != EntryKind::None || facts.isLink);
+}
+
+/// Folders and the name of a path, "." and ".." resolved. `rooted`: ".." at the top is dropped.
+std::vector<std::string> Components(std::string_view path, bool rooted) {
+  std::vector<std::string> components;
+  std::string component;
+  for (std::size_t i = 0; i <= path.size(); ++i) {
+    if (i < path.size() && !IsSeparator(path[i])) {
+      component += path[i];
+      continue;
+    }
+    if (component == "..") {
+      if (!components.empty() && components.back() != "..") {
+        components.pop_back();
+      } else if (!rooted) {
+        components.push_back(component);
+      }
+    } else if (!component.empty() && component != ".") {
+      components.push_back(component);
+    }
+    component.clear();
+  }
+  return components;
+}
+
+/// The name of the entry of `folder` that `name`, which is no entry's exact name, means.
+std::string NameInFolder(const std::string& folder, const std::string& name) {
+  std::string meant = name;
+  // A folder that cannot be searched has no entry to be meant.
+  static_cast<void>(
+      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string& entry) {
+        if (!EqualsIgnoringCase(entry, name)) {
+          return true;
+        }
+        meant = entry;
+        return false;
+      }));
+  return meant;
+}
+
+}  // namespace
+
+std::string NativePath(std::string_view path) {
+  std::string native;
+  bool rooted = true;
+  const bool onDrive = BeginsWithDrive(path);
+  if (onDrive) {
+    native = DriveFolder();
+    if (native.empty()) {
+      return std::string(path);
+    }
+    native += {'/', LowerCase(path[0])};
+    path.remove_prefix(2);
+  } else if (path.empty() || !IsSeparator(path[0])) {
+    native = ".";
+    rooted = false;
+  }
+  const std::vector<std::string> components = Components(path, rooted);
+  std::string exact = native;
+  for (const std::string& component : components) {
+    exact += "/" + component;
+  }
+  if (exact.empty()) {
+    return "/";
+  }
+  if (EntryExists(exact)) {
+    return exact;
+  }
+  if (onDrive && !EntryExists(native)) {
+    // A drive always exists. Where it cannot be made, using it tells why.
+    static_cast<void>(CurrentPlatform().MakeFolder(native));
+  }
+  for (const std::string& component : components) {
+    const std::string entry = native + "/" + component;
+    native = EntryExists(entry)
+                 ? entry
+                 : native + "/" + NameInFolder(native.empty() ? "/" : native, component);
+  }
+  return native;
+}
+
+std::string Joined(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (path.empty() || !IsSeparator(path.back())) {
+    path += '\\';
+  }
+  path += name;
+  return path;
+}
+
+std::string_view FolderOf(std::string_view path) {
+  const std::size_t separator = path.find_last_of("\\/");
+  return path.substr(0, separator == std::string_view::npos ? 0 : separator);
+}
+
+std::string DriveFolder() {
+  const std::string& chosen = ChosenDriveFolder();
+  return chosen.empty() ? CurrentPlatform().DriveFolder() : chosen;
+}
+
+void SetDriveFolder(const std::string& folder) {
+  ChosenDriveFolder() = folder;
+}
+
+}  // namespace tarvell

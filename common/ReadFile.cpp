@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/ReadFile.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+
+#include "common/Platform.h"
+
+namespace tarvell {
+
+std::error_code ReadNativeFile(const std::string& path, std::string& bytes) {
+  bytes.clear();
+  std::unique_ptr<InputFile> file;
+  if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
+    return code;
+  }
+  std::array<char, 8192> block{};
+  std::size_t count = 0;
+  do {
+    if (const std::error_code code = file->Read(block.data(), block.size(), count)) {
+      return code;
+    }
+    bytes.append(block.data(), count);
+  } while (count > 0);
+  return {};
+}
+
+}  // namespace tarvell

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_READFILE_H
+#define TARVELL_COMMON_READFILE_H
+
+#include <string>
+#include <system_error>
+
+namespace tarvell {
+
+/// Reads the whole ordinary file at the native `path` into `bytes`.
+[[nodiscard]] std::error_code ReadNativeFile(const std::string& path, std::string& bytes);
+
+}  // namespace tarvell
+
+#endif
