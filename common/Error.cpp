@@ -51,6 +51,10 @@ Explanation Explain(std::error_code code) {
     return {ErrorKind::NotAFile,
             "it is a folder, not a file. Rename or remove it, then try again."};
   }
+  if (code == std::errc::not_supported) {
+    return {ErrorKind::NotAFile,
+            "it is a device or a pipe, not a file. Rename or remove it, then try again."};
+  }
   if (code == std::errc::filename_too_long) {
     return {ErrorKind::Name, "its name is too long. Choose a shorter one."};
   }

@@ -66,7 +66,10 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
     }
     character = (character << 6U) | (static_cast<unsigned char>(text[position++]) & 0x3FU);
   }
-  return character;
+  // A character in more bytes than it needs is no UTF-8.
+  const bool tooLong =
+      (trailing == 2 && character < 0x800) || (trailing == 3 && character < 0x10000);
+  return tooLong ? kNoCharacter : character;
 }
 
 }  // namespace

@@ -116,22 +116,34 @@ bool IsTooLarge(std::string_view number) {
   return order + exponent > 0;
 }
 
-double ParsedNumber(const std::string& number, std::string_view text) {
+/// The value of `number`, infinite when it is too large for a double.
+double ParsedNumber(const std::string& number) {
   double value = 0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
   if (result.ec == std::errc::result_out_of_range && IsTooLarge(number)) {
-    throw Error(ErrorKind::Type, "The number \"" + std::string(Trim(text)) +
-                                     "\" is too large to be calculated with. Enter a smaller one.");
+    return std::numeric_limits<double>::infinity();
   }
   // Too small a number is 0, and "-0" is no negative value.
   return result.ec != std::errc() || value == 0 ? 0.0 : value;
+}
+
+/// Whether blanks, tabs or LFs stand inside of `text`, not around it.
+bool HasBlanksInside(std::string_view text) {
+  constexpr std::string_view kIgnored = " \t\n";
+  const std::size_t first = std::min(text.find_first_not_of(kIgnored), text.size());
+  return text.find_first_of(kIgnored, first) < text.find_last_not_of(kIgnored) + std::size_t{1};
 }
 
 }  // namespace
 
 double NumericValue(std::string_view text) {
   const std::string number = NumberScanner(text).Scan();
-  return number.empty() ? 0.0 : ParsedNumber(number, text);
+  const double value = number.empty() ? 0.0 : ParsedNumber(number);
+  if (std::isinf(value)) {
+    throw Error(ErrorKind::Type, "The number \"" + std::string(Trim(text)) +
+                                     "\" is too large to be calculated with. Enter a smaller one.");
+  }
+  return value;
 }
 
 std::int16_t ToInt16(double value) {
@@ -152,11 +164,11 @@ std::int16_t IntegerValue(std::string_view text, std::string_view field) {
   const std::string where = std::string(field) + ": ";
   NumberScanner scanner(text);
   const std::string number = scanner.Scan();
-  if (number.empty() || !scanner.AtEnd()) {
+  if (number.empty() || !scanner.AtEnd() || HasBlanksInside(text)) {
     throw Error(ErrorKind::Type,
                 where + "\"" + std::string(text) + "\" is not a number. Enter a whole number.");
   }
-  const double rounded = std::round(ParsedNumber(number, text));
+  const double rounded = std::round(ParsedNumber(number));
   if (rounded < std::numeric_limits<std::int16_t>::min() ||
       rounded > std::numeric_limits<std::int16_t>::max()) {
     throw Error(ErrorKind::Type, where + std::string(Trim(text)) +

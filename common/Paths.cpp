@@ -118,6 +118,19 @@ std::string NativePath(std::string_view path) {
   return native;
 }
 
+std::string PathText(std::string_view native) {
+  const std::string drives = DriveFolder() + "/";
+  const std::size_t letter = drives.size();
+  const bool onDrive = drives.size() > 1 && native.substr(0, letter) == drives &&
+                       native.size() > letter && IsLetter(native[letter]) &&
+                       (native.size() == letter + 1 || native[letter + 1] == '/');
+  if (!onDrive) {
+    return std::string(native);
+  }
+  const std::string_view rest = native.substr(letter + 1);
+  return std::string(1, native[letter]) + ":" + (rest.empty() ? "\\" : Replaced(rest, '/', '\\'));
+}
+
 std::string Joined(std::string_view folder, std::string_view name) {
   std::string path(folder);
   if (path.empty() || !IsSeparator(path.back())) {

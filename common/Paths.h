@@ -16,6 +16,9 @@ namespace tarvell {
 /// differs from it only in case is meant.
 [[nodiscard]] std::string NativePath(std::string_view path);
 
+/// A native path as the program speaks of it: with its drive letter when it lies on a drive.
+[[nodiscard]] std::string PathText(std::string_view native);
+
 /// `folder` and `name` joined by one "\".
 [[nodiscard]] std::string Joined(std::string_view folder, std::string_view name);
 

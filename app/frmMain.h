@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_APP_FRMMAIN_H
+#define TARVELL_APP_FRMMAIN_H
+
+#include <QDialog>
+#include <memory>
+
+namespace tarvell {
+
+class frmCalibrationMain;
+
+namespace Ui {
+class frmMain;
+}
+
+/// The main menu, the program's first and last screen.
+class frmMain final : public QDialog {
+  Q_OBJECT
+
+ public:
+  frmMain();
+  frmMain(const frmMain&) = delete;
+  frmMain& operator=(const frmMain&) = delete;
+  ~frmMain() override;
+
+  /// Starts the program: shows the splash screen for `splashSeconds`, reads the INI file and
+  /// shows this screen.
+  void Form_Load(double splashSeconds = 1.0);
+
+  /// Escape does not end the program.
+  void reject() override {}
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void btnBrowseCalibrationDir_Click();
+  void btnBrowseStationDir_Click();
+  void btnStart_Click();
+  void btnExit_Click();
+  void Form_Unload();
+
+  void SetUpMenu();
+  void Start(bool& folderAgreed);
+  /// Offers to make the folder when it does not exist; false when the user does not want it.
+  [[nodiscard]] bool EnsureFolder(const QString& path, const QString& question, bool& agreed);
+
+  std::unique_ptr<Ui::frmMain> ui_;
+  std::unique_ptr<frmCalibrationMain> calibrationMain_;  ///< made on first use
+};
+
+}  // namespace tarvell
+
+#endif

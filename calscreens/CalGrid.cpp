@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "calscreens/CalGrid.h"
+
+#include <QHeaderView>
+#include <algorithm>
+
+namespace tarvell {
+
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kRowPadding = 6;
+
+}  // namespace
+
+CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(this)) {
+  setModel(model_);
+  // Cells are edited in a text box of their own (CellEditor), which knows the models' formats.
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  setWordWrap(false);
+  verticalHeader()->hide();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kRowPadding);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setHighlightSections(false);
+}
+
+void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
+  model_->Fill([&](MemoryGrid& grid) {
+    grid.SetWidth(static_cast<float>(viewport()->width() * kTwipsPerPixel));
+    fill(grid);
+  });
+  ShareWidth();
+  if (Data().RowCount() > 1) {
+    SetCurrentCell(1, static_cast<std::int16_t>(model_->FirstEditableColumn()));
+  }
+}
+
+std::int16_t CalGrid::CurrentRow() const {
+  return static_cast<std::int16_t>(currentIndex().row() + 1);
+}
+
+std::int16_t CalGrid::CurrentColumn() const {
+  return static_cast<std::int16_t>(std::max(currentIndex().column(), 0));
+}
+
+void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
+  setCurrentIndex(model_->index(row - 1, column));
+}
+
+void CalGrid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  ShareWidth();
+}
+
+void CalGrid::ShareWidth() {
+  const MemoryGrid& grid = Data();
+  const std::int16_t columns = grid.ColumnCount();
+  std::int64_t whole = 0;
+  for (std::int16_t c = 0; c < columns; ++c) {
+    whole += grid.ColumnWidth(c);
+  }
+  const int width = viewport()->width();
+  for (std::int16_t c = 0; c < columns; ++c) {
+    setColumnWidth(c, whole == 0 ? width / columns
+                                 : static_cast<int>(width * grid.ColumnWidth(c) / whole));
+  }
+}
+
+}  // namespace tarvell

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALSCREENS_CALGRID_H
+#define TARVELL_CALSCREENS_CALGRID_H
+
+#include <QTableView>
+#include <cstdint>
+#include <functional>
+
+#include "calscreens/GridModel.h"
+
+namespace tarvell {
+
+/// The editors' table. The captions stay in place while it scrolls; the columns keep the shares
+/// of its width that were set for them (equal ones where none were).
+class CalGrid final : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit CalGrid(QWidget* parent = nullptr);
+
+  [[nodiscard]] const MemoryGrid& Data() const { return model_->Grid(); }
+  [[nodiscard]] GridModel& Model() { return *model_; }
+
+  /// Lets `fill` change the whole table, which knows its width in twips, and goes to the first
+  /// cell that can be edited.
+  void Fill(const std::function<void(MemoryGrid& grid)>& fill);
+
+  /// The current cell's row and column as the grid counts them, 0 when there is no data row.
+  [[nodiscard]] std::int16_t CurrentRow() const;
+  [[nodiscard]] std::int16_t CurrentColumn() const;
+  void SetCurrentCell(std::int16_t row, std::int16_t column);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void ShareWidth();
+
+  GridModel* model_;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "calscreens/CalHeaderBlock.h"
+
+#include "ui_CalHeaderBlock.h"
+
+#include "app/Tarvell_MainModule.h"
+#include "common/CommonStringModule.h"
+#include "common/FileTextValidator.h"
+#include "common/Guard.h"
+#include "common/Numbers.h"
+#include "common/QtText.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr int kFirstYear = 1904;
+constexpr int kLastYear = 2037;
+constexpr int kCalStartYear = 2000;
+constexpr int kDueStartYear = 2001;
+constexpr int kMostDays = 31;
+constexpr int kDayCharacters = 4;
+constexpr int kYearCharacters = 6;
+
+void Lock(QLineEdit* box, bool locked) {
+  box->setReadOnly(locked);
+  QPalette palette = box->window()->palette();
+  if (locked) {
+    palette.setColor(QPalette::Base, palette.color(QPalette::Button));
+  }
+  box->setPalette(palette);
+}
+
+void SetUpMonths(QComboBox* combo) {
+  for (std::int16_t month = 1; !NumberToMonth(month).empty(); ++month) {
+    combo->addItem(ToQt(NumberToMonth(month)));
+  }
+}
+
+void SetUpNumber(QLineEdit* box, UpDown* spinner, int characters) {
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QString(characters, u'0')) +
+                     box->fontMetrics().height());
+  box->setAlignment(Qt::AlignRight);
+  spinner->SetBuddy(box);
+}
+
+void ShowDate(std::int16_t year, const std::string& month, std::int16_t day, QLineEdit* yearBox,
+              QComboBox* monthBox, QLineEdit* dayBox) {
+  yearBox->setText(QString::number(year));
+  // -1, no month, for a name that is none.
+  monthBox->setCurrentIndex(monthBox->findText(ToQt(month)));
+  dayBox->setText(QString::number(day));
+}
+
+/// Keeps the day within the month that was chosen.
+void FollowMonth(const QString& year, const QString& month, const QLineEdit* dayBox,
+                 UpDown* dayUpDown) {
+  const std::int16_t days =
+      DaysInMonth(NumericInt16(FromQt(year)), MonthToNumber(FromQt(month)));
+  if (days < 1) {
+    return;
+  }
+  dayUpDown->SetMaximum(days);
+  if (NumericValue(FromQt(dayBox->text())) > days) {
+    dayUpDown->SetValue(days);
+  }
+}
+
+}  // namespace
+
+CalHeaderBlock::CalHeaderBlock(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::CalHeaderBlock>()) {
+  ui_->setupUi(this);
+  SetUpMonths(ui_->cmbCalMonth);
+  SetUpMonths(ui_->cmbDueMonth);
+  SetUpNumber(ui_->txtCalYear, ui_->udCalYear, kYearCharacters);
+  SetUpNumber(ui_->txtCalDay, ui_->udCalDay, kDayCharacters);
+  SetUpNumber(ui_->txtDueYear, ui_->udDueYear, kYearCharacters);
+  SetUpNumber(ui_->txtDueDay, ui_->udDueDay, kDayCharacters);
+  FileTextValidator::Attach(ui_->txtSerial);
+  FileTextValidator::Attach(ui_->txtCalNo);
+  FileTextValidator::Attach(ui_->txtComment);
+  connect(ui_->cmbCalMonth, &QComboBox::activated, this, &CalHeaderBlock::cmbCalMonth_Click);
+  connect(ui_->cmbDueMonth, &QComboBox::activated, this, &CalHeaderBlock::cmbDueMonth_Click);
+  connect(ui_->txtSerial, &QLineEdit::textChanged, this, &CalHeaderBlock::SerialChanged);
+}
+
+CalHeaderBlock::~CalHeaderBlock() = default;
+
+void CalHeaderBlock::Show(const QString& modelCode, const cifCaldata& calData) {
+  ui_->udCalYear->SetRange(kFirstYear, kLastYear);
+  ui_->udCalYear->SetValue(kCalStartYear);
+  ui_->udCalDay->SetRange(1, kMostDays);
+  ui_->udCalDay->SetValue(1);
+  ui_->udDueYear->SetRange(kFirstYear, kLastYear);
+  ui_->udDueYear->SetValue(kDueStartYear);
+  ui_->udDueDay->SetRange(1, kMostDays);
+  ui_->udDueDay->SetValue(1);
+
+  ui_->txtModel->setText(modelCode);
+  Lock(ui_->txtModel, true);
+  ui_->txtSerial->setText(ToQt(calData.SerialNumber()));
+  ui_->txtCalNo->setText(ToQt(calData.CalibrationNumber()));
+  std::int16_t year = 0;
+  std::string month;
+  std::int16_t day = 0;
+  calData.GetCalDate(year, month, day);
+  ShowDate(year, month, day, ui_->txtCalYear, ui_->cmbCalMonth, ui_->txtCalDay);
+  calData.GetDueDate(year, month, day);
+  ShowDate(year, month, day, ui_->txtDueYear, ui_->cmbDueMonth, ui_->txtDueDay);
+  ui_->txtComment->setText(ToQt(calData.Comment()));
+}
+
+void CalHeaderBlock::LockSerial(bool locked) { Lock(ui_->txtSerial, locked); }
+
+void CalHeaderBlock::Store(cifCaldata& calData) const {
+  const auto integer = [](const QLineEdit* box) {
+    return IntegerValue(FromQt(box->text()), FromQt(box->accessibleName()));
+  };
+  const std::int16_t calYear = integer(ui_->txtCalYear);
+  const std::int16_t calDay = integer(ui_->txtCalDay);
+  const std::int16_t dueYear = integer(ui_->txtDueYear);
+  const std::int16_t dueDay = integer(ui_->txtDueDay);
+
+  calData.SetModelNumber(FromQt(ui_->txtModel->text()));
+  calData.SetSerialNumber(FromQt(ui_->txtSerial->text()));
+  calData.SetCalibrationNumber(FromQt(ui_->txtCalNo->text()));
+  calData.SetComment(FromQt(ui_->txtComment->text()));
+  calData.SetCalDate(calYear, FromQt(ui_->cmbCalMonth->currentText()), calDay);
+  calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
+}
+
+QString CalHeaderBlock::ModelCode() const { return ui_->txtModel->text(); }
+
+QString CalHeaderBlock::Serial() const { return ui_->txtSerial->text(); }
+
+void CalHeaderBlock::FocusSerial() { ui_->txtSerial->setFocus(); }
+
+void CalHeaderBlock::FocusCalNo() { ui_->txtCalNo->setFocus(); }
+
+void CalHeaderBlock::cmbCalMonth_Click() {
+  Guarded(window(), [this] {
+    FollowMonth(ui_->txtCalYear->text(), ui_->cmbCalMonth->currentText(), ui_->txtCalDay,
+                ui_->udCalDay);
+  });
+}
+
+void CalHeaderBlock::cmbDueMonth_Click() {
+  Guarded(window(), [this] {
+    FollowMonth(ui_->txtDueYear->text(), ui_->cmbDueMonth->currentText(), ui_->txtDueDay,
+                ui_->udDueDay);
+  });
+}
+
+}  // namespace tarvell

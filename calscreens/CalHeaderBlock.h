@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALSCREENS_CALHEADERBLOCK_H
+#define TARVELL_CALSCREENS_CALHEADERBLOCK_H
+
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "caldata/cifCaldata.h"
+
+namespace tarvell {
+
+namespace Ui {
+class CalHeaderBlock;
+}
+
+/// The header of a data set, which both editors show: model, serial and calibration number,
+/// calibration and due date, comment.
+class CalHeaderBlock final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit CalHeaderBlock(QWidget* parent = nullptr);
+  CalHeaderBlock(const CalHeaderBlock&) = delete;
+  CalHeaderBlock& operator=(const CalHeaderBlock&) = delete;
+  ~CalHeaderBlock() override;
+
+  /// Shows the header of `calData` for the model `modelCode`, whose box is always locked, and sets
+  /// the spinners to their ranges.
+  void Show(const QString& modelCode, const cifCaldata& calData);
+  /// Whether the serial number, which names the file, must not change.
+  void LockSerial(bool locked);
+
+  /// Stores the boxes in `calData`. Throws a Type error that names the box which holds no number; in
+  /// `calData` nothing has changed then.
+  void Store(cifCaldata& calData) const;
+
+  [[nodiscard]] QString ModelCode() const;
+  [[nodiscard]] QString Serial() const;
+  void FocusSerial();
+  void FocusCalNo();
+
+ signals:
+  void SerialChanged(const QString& serial);
+
+ private:
+  void cmbCalMonth_Click();
+  void cmbDueMonth_Click();
+
+  std::unique_ptr<Ui::CalHeaderBlock> ui_;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "calscreens/frmCalibrationMain.h"
+
+#include "ui_frmCalibrationMain.h"
+
+#include <QAction>
+#include <QCursor>
+#include <QEvent>
+#include <vector>
+
+#include "app/Tarvell_MainModule.h"
+#include "calscreens/frmCalDataInput.h"
+#include "common/Error.h"
+#include "common/FileIOCommonModule.h"
+#include "common/Guard.h"
+#include "common/NameList.h"
+#include "common/Paths.h"
+#include "common/QtText.h"
+#include "common/Questions.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+frmCalibrationMain::frmCalibrationMain(QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmCalibrationMain>()),
+      mnuAdd_(new QMenu("Add", this)) {
+  ui_->setupUi(this);
+  SetUpAddMenu();
+  setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
+  ui_->LstInstrment->installEventFilter(this);
+  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
+          &frmCalibrationMain::LstInstrment_Click);
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
+  connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
+  connect(ui_->btnDelete, &QPushButton::clicked, this, &frmCalibrationMain::btnDelete_Click);
+  connect(ui_->btnReturn, &QPushButton::clicked, this, &frmCalibrationMain::btnReturn_Click);
+}
+
+frmCalibrationMain::~frmCalibrationMain() = default;
+
+void frmCalibrationMain::SetUpAddMenu() {
+  mnuAdd_->setObjectName("mnuAdd");
+  for (const Model& model : kModels) {
+    QAction* entry = mnuAdd_->addAction(ToQt(model.code));
+    entry->setObjectName("mnu" + ToQt(model.code));
+    entry->setEnabled(model.create != nullptr);
+    connect(entry, &QAction::triggered, this, [this, &model] { mnuAddEntry_Click(model); });
+  }
+}
+
+void frmCalibrationMain::ShowModally() {
+  RefreshModelList();
+  RefreshSerialList();
+  ShowEditCaption();
+  exec();
+}
+
+bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) {
+    ShowEditCaption();
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+void frmCalibrationMain::LstInstrment_Click() {
+  Guarded(this, [this] {
+    ShowEditCaption();
+    RefreshSerialList();
+  });
+}
+
+void frmCalibrationMain::ShowEditCaption() {
+  const Model* model = FindModel(SelectedName(ui_->LstInstrment));
+  const bool isKit = model != nullptr && model->family == ModelFamily::TestKit;
+  ui_->btnEdit->setText(isKit ? "Update" : "Edit");
+}
+
+void frmCalibrationMain::RefreshModelList() {
+  // The serial numbers follow when the caller has chosen what is selected.
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  ui_->LstInstrment->clear();
+  std::vector<std::string> names;
+  const auto show = [&] {
+    for (const std::string& name : names) {
+      if (name != "*" && !name.empty()) {
+        AddName(ui_->LstInstrment, name);
+      }
+    }
+  };
+  Guarded(this, [&] { ListModelFolders(gCalibrationDir, names); });
+  show();
+}
+
+void frmCalibrationMain::RefreshSerialList() {
+  ui_->lstSerialNumber->clear();
+  const std::string model = SelectedName(ui_->LstInstrment);
+  if (model.empty()) {
+    return;
+  }
+  ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
+    AddName(ui_->lstSerialNumber, row.SerialNumber);
+  });
+}
+
+void frmCalibrationMain::btnAdd_Click() {
+  const QPoint mouse = ui_->btnAdd->mapFromGlobal(QCursor::pos());
+  const bool byMouse = ui_->btnAdd->rect().contains(mouse);
+  mnuAdd_->popup(ui_->btnAdd->mapToGlobal(byMouse ? mouse : ui_->btnAdd->rect().bottomLeft()));
+}
+
+void frmCalibrationMain::mnuAddEntry_Click(const Model& model) {
+  Guarded(this, [&] { AddData(model); });
+}
+
+void frmCalibrationMain::AddData(const Model& model) {
+  const std::string code(model.code);
+  const std::string folder = Joined(gCalibrationDir, code);
+  if (!FolderExists(folder)) {
+    MakeFolder(folder);
+    RefreshModelList();
+    RefreshSerialList();
+  }
+  if (!calDataInput_) {
+    calDataInput_ = std::make_unique<frmCalDataInput>(this);
+  }
+  calDataInput_->SetupDat(frmCalDataInput::kNewData, code);
+  RefreshModelList();
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    SelectName(ui_->LstInstrment, code);
+  }
+  ShowEditCaption();
+  RefreshSerialList();
+}
+
+bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
+  model = SelectedName(ui_->LstInstrment);
+  serial = SelectedName(ui_->lstSerialNumber);
+  if (!model.empty() && !serial.empty()) {
+    return true;
+  }
+  Tell(this, "No calibration data is selected.");
+  return false;
+}
+
+void frmCalibrationMain::btnEdit_Click() {
+  Guarded(this, [this] { EditData(); });
+}
+
+void frmCalibrationMain::EditData() {
+  std::string code;
+  std::string serial;
+  if (!GetSelection(code, serial)) {
+    return;
+  }
+  const Model* model = FindModel(ToUpper(code));
+  if (model == nullptr || model->create == nullptr) {
+    return;
+  }
+  if (!calDataInput_) {
+    calDataInput_ = std::make_unique<frmCalDataInput>(this);
+  }
+  calDataInput_->SetupDat(FindCalFile(serial), code);
+}
+
+void frmCalibrationMain::btnDelete_Click() {
+  Guarded(this, [this] { DeleteData(); });
+}
+
+void frmCalibrationMain::DeleteData() {
+  std::string model;
+  std::string serial;
+  if (!GetSelection(model, serial)) {
+    return;
+  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "Are you sure you want to delete " + ToQt(model) + "(" + ToQt(serial) + ")?",
+             .icon = QMessageBox::Warning,
+             .buttons = QMessageBox::Yes | QMessageBox::No,
+             .defaultButton = QMessageBox::No});
+  if (answer != QMessageBox::Yes) {
+    return;
+  }
+  const std::int16_t row = FindCalFile(serial);
+  if (row == static_cast<std::int16_t>(gCalFiles.size())) {
+    throw Error(ErrorKind::Index,
+                "The chosen data set is not in the list any more. Choose the model again to "
+                "refresh the list, then try again.");
+  }
+  const bool deleted = Guarded(
+      this, [&] { Recycle(gCalFiles.at(static_cast<std::size_t>(row)).FilePath); },
+      [this](const Error& error) {
+        CurrentQuestions().Ask(
+            this, {.text = "Can't delete cal data", .detail = ToQt(error.what())});
+      });
+  if (!deleted) {
+    return;
+  }
+  RefreshModelList();
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    ui_->LstInstrment->setCurrentRow(0);
+  }
+  ShowEditCaption();
+  RefreshSerialList();
+}
+
+void frmCalibrationMain::btnReturn_Click() { reject(); }
+
+}  // namespace tarvell

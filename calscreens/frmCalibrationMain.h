@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALSCREENS_FRMCALIBRATIONMAIN_H
+#define TARVELL_CALSCREENS_FRMCALIBRATIONMAIN_H
+
+#include <QDialog>
+#include <QMenu>
+#include <memory>
+#include <string>
+
+#include "caldata/Models.h"
+
+namespace tarvell {
+
+class frmCalDataInput;
+
+namespace Ui {
+class frmCalibrationMain;
+}
+
+/// Lists the model folders of the calibration data root and the data sets in the chosen one; adds,
+/// edits and deletes them.
+class frmCalibrationMain final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmCalibrationMain(QWidget* parent);
+  frmCalibrationMain(const frmCalibrationMain&) = delete;
+  frmCalibrationMain& operator=(const frmCalibrationMain&) = delete;
+  ~frmCalibrationMain() override;
+
+  /// Shows the screen with its lists read afresh and nothing selected, until it is closed.
+  void ShowModally();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void LstInstrment_Click();
+  void btnAdd_Click();
+  void btnEdit_Click();
+  void btnDelete_Click();
+  void btnReturn_Click();
+  void mnuAddEntry_Click(const Model& model);
+
+  void SetUpAddMenu();
+  void RefreshModelList();
+  void RefreshSerialList();
+  void ShowEditCaption();
+  /// The chosen model and serial number; false when one is missing, which is told.
+  [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);
+  void AddData(const Model& model);
+  void EditData();
+  void DeleteData();
+
+  std::unique_ptr<Ui::frmCalibrationMain> ui_;
+  QMenu* mnuAdd_;
+  std::unique_ptr<frmCalDataInput> calDataInput_;  ///< made on first use
+};
+
+}  // namespace tarvell
+
+#endif

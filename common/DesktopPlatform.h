@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_DESKTOPPLATFORM_H
+#define TARVELL_COMMON_DESKTOPPLATFORM_H
+
+#include <string>
+
+#include "common/LinuxPlatform.h"
+
+namespace tarvell {
+
+/// The system together with its desktop's trash, which serves as the recycle bin.
+class DesktopPlatform : public LinuxPlatform {
+ public:
+  [[nodiscard]] std::error_code Recycle(const std::string& path) override;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_FILETEXTVALIDATOR_H
+#define TARVELL_COMMON_FILETEXTVALIDATOR_H
+
+#include <QLineEdit>
+#include <QValidator>
+
+namespace tarvell {
+
+/// Refuses text that a line of a data file cannot hold, where it is typed or pasted.
+class FileTextValidator final : public QValidator {
+  Q_OBJECT
+
+ public:
+  /// Makes `box` refuse such text, with a message that names the character.
+  static void Attach(QLineEdit* box);
+
+  [[nodiscard]] State validate(QString& text, int& position) const override;
+
+ private:
+  explicit FileTextValidator(QLineEdit* box);
+
+  void ShowRefusal();
+
+  QLineEdit* box_;
+  mutable QString refused_;
+};
+
+}  // namespace tarvell
+
+#endif

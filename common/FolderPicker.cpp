@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/FolderPicker.h"
+
+#include "common/FileIOCommonModule.h"
+#include "common/Paths.h"
+#include "common/QtText.h"
+#include "common/Questions.h"
+
+namespace tarvell {
+
+QString BrowseForFolder(QWidget* ownerWindow, const QString& initialText, const QString& title) {
+  const std::string initial = FromQt(initialText);
+  const std::string start = NativePath(FolderExists(initial) ? initial : "c:\\");
+  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, ToQt(start));
+  return picked.isEmpty() ? QString() : ToQt(PathText(FromQt(picked)));
+}
+
+}  // namespace tarvell

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/Guard.h"
+
+#include <new>
+
+#include "common/QtText.h"
+#include "common/Questions.h"
+
+namespace tarvell {
+
+void ShowError(QWidget* owner, const Error& error) {
+  CurrentQuestions().Ask(owner, {.text = ToQt(error.what()), .icon = QMessageBox::Warning});
+}
+
+bool Guarded(QWidget* owner, const std::function<void()>& action,
+             const std::function<void(const Error& error)>& show) {
+  try {
+    action();
+    return true;
+  } catch (const Error& error) {
+    if (show) {
+      show(error);
+    } else {
+      ShowError(owner, error);
+    }
+  } catch (const std::bad_alloc&) {
+    ShowError(owner, Error(ErrorKind::System,
+                           "There is not enough memory to do this. Close other programs, then try "
+                           "again."));
+  }
+  return false;
+}
+
+}  // namespace tarvell

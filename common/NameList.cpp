@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/NameList.h"
+
+#include <QByteArray>
+
+#include "common/QtText.h"
+
+namespace tarvell {
+
+namespace {
+
+std::string NameOf(const QListWidgetItem* item) {
+  return item->data(Qt::UserRole).toByteArray().toStdString();
+}
+
+}  // namespace
+
+void AddName(QListWidget* list, const std::string& name) {
+  auto* item = new QListWidgetItem(ToQt(name), list);  // the list owns it
+  item->setData(Qt::UserRole, QByteArray::fromStdString(name));
+}
+
+std::string SelectedName(const QListWidget* list) {
+  const QList<QListWidgetItem*> selected = list->selectedItems();
+  return selected.isEmpty() ? std::string() : NameOf(selected.first());
+}
+
+bool SelectName(QListWidget* list, std::string_view name) {
+  for (int row = 0; row < list->count(); ++row) {
+    if (NameOf(list->item(row)) == name) {
+      list->setCurrentRow(row);
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_NAMELIST_H
+#define TARVELL_COMMON_NAMELIST_H
+
+#include <QListWidget>
+#include <string>
+#include <string_view>
+
+/// Lists of names. What is shown is the name as text; what comes back is the name as it was, so
+/// that a file name in no known encoding still names its file.
+namespace tarvell {
+
+void AddName(QListWidget* list, const std::string& name);
+
+/// The selected name, "" when none is.
+[[nodiscard]] std::string SelectedName(const QListWidget* list);
+
+/// Selects the first entry of exactly this name; false when there is none.
+bool SelectName(QListWidget* list, std::string_view name);
+
+}  // namespace tarvell
+
+#endif

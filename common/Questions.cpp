@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/Questions.h"
+
+#include <QFileDialog>
+#include <utility>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/QtText.h"
+
+namespace tarvell {
+
+namespace {
+
+Questions*& ChosenQuestions() {
+  static Questions* questions = nullptr;
+  return questions;
+}
+
+/// The one file that the user chose in the toolkit's own dialog, "" when the dialog was cancelled.
+QString RunDialog(QFileDialog& dialog) {
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  if (dialog.exec() != QDialog::Accepted) {
+    return {};
+  }
+  return dialog.selectedFiles().value(0);
+}
+
+}  // namespace
+
+QMessageBox::StandardButton Questions::Ask(QWidget* owner, const Question& question) {
+  QMessageBox box(owner);
+  box.setWindowTitle(question.title.isEmpty() ? ToQt(kApplicationTitle) : question.title);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(question.text);
+  box.setInformativeText(question.detail);
+  box.setIcon(question.icon);
+  box.setStandardButtons(question.buttons);
+  box.setDefaultButton(question.defaultButton);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+QString Questions::PickFile(QWidget* owner, FileRequest& request) {
+  QFileDialog dialog(owner, request.title, request.initialDir);
+  const bool open = request.purpose == FileRequest::Purpose::Open;
+  dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setNameFilters(request.filters);
+  dialog.selectNameFilter(request.filters.value(request.filterIndex));
+  if (!request.fileName.isEmpty()) {
+    dialog.selectFile(request.fileName);
+  }
+  QString chosen = RunDialog(dialog);
+  if (!chosen.isEmpty()) {
+    request.filterIndex = static_cast<int>(request.filters.indexOf(dialog.selectedNameFilter()));
+  }
+  return chosen;
+}
+
+QString Questions::PickFolder(QWidget* owner, const QString& title, const QString& initialDir) {
+  QFileDialog dialog(owner, title, initialDir);
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  return RunDialog(dialog);
+}
+
+Questions& CurrentQuestions() {
+  static Questions boxes;
+  Questions* chosen = ChosenQuestions();
+  return chosen != nullptr ? *chosen : boxes;
+}
+
+Questions* SetCurrentQuestions(Questions* questions) {
+  return std::exchange(ChosenQuestions(), questions);
+}
+
+void Tell(QWidget* owner, const QString& text) { CurrentQuestions().Ask(owner, {.text = text}); }
+
+}  // namespace tarvell

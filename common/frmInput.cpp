@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/frmInput.h"
+
+#include "ui_frmInput.h"
+
+namespace tarvell {
+
+frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInput>()) {
+  ui_->setupUi(this);
+  ui_->cmbUnit->addItems({"GHz", "MHz", "KHz"});
+  connect(ui_->btnOk, &QPushButton::clicked, this, &frmInput::btnOk_Click);
+}
+
+frmInput::~frmInput() = default;
+
+void frmInput::SetCaption(const QString& caption) { ui_->lblCaption->setText(caption); }
+
+void frmInput::SetUnit(const QString& unit) { ui_->cmbUnit->setCurrentText(unit); }
+
+void frmInput::HideUnit() { ui_->cmbUnit->hide(); }
+
+QString frmInput::Text() const { return ui_->txtText->text(); }
+
+QString frmInput::Unit() const { return ui_->cmbUnit->currentText(); }
+
+void frmInput::reject() {
+  ui_->txtText->clear();
+  QDialog::reject();
+}
+
+void frmInput::btnOk_Click() { accept(); }
+
+}  // namespace tarvell

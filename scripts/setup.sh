@@ -1,0 +1,48 @@
+# SPDX-FileCopyrightText: the Tarvell authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# What ./run and ./test share; sourced from the project's root.
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  else
+    sudo "$@"
+  fi
+}
+
+# Installs the Debian packages that are missing. Remembers what it has seen installed.
+install_packages() {
+  local seen=build/.packages missing=() package
+  for package in "$@"; do
+    if ! grep -qsxF "$package" "$seen"; then
+      case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) in
+        "install ok installed") ;;
+        *) missing+=("$package") ;;
+      esac
+    fi
+  done
+  if [ "${#missing[@]}" -gt 0 ]; then
+    echo "Installing: ${missing[*]}"
+    export DEBIAN_FRONTEND=noninteractive
+    as_root apt-get -qq update
+    as_root env DEBIAN_FRONTEND=noninteractive \
+      apt-get -qq install -y --no-install-recommends "${missing[@]}" >/dev/null
+  fi
+  mkdir -p build
+  { cat "$seen" 2>/dev/null || true; printf '%s\n' "$@"; } | sort -u >"$seen.new"
+  mv "$seen.new" "$seen"
+}
+
+# The folder in which the program keeps its drives belongs to whoever sets the program up.
+make_state_folder() {
+  local state=/var/lib/tarvell
+  if [ ! -w "$state/drives/c/windows" ]; then
+    as_root mkdir -p "$state/drives/c/windows"
+    as_root chown -R "$(id -u):$(id -g)" "$state"
+  fi
+}
+
+BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqt6svg6 fonts-dejavu-core)
+TEST_PACKAGES=(libgtest-dev clang-format)
+TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
