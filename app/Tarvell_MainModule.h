@@ -55,8 +55,9 @@ struct FileDate {
 
 /// Lists the entries of `root` whose names hold no dot, in the platform's order: the name in
 /// upper case, or "*" for an entry that holds nothing; then one spare empty slot. A root without
-/// entries gives "*" and an empty slot. Throws an Index error after the first 256 entries, which
-/// are in `names` then, and the platform's error when `root` cannot be searched. Always true.
+/// entries, or none at all, gives "*" and an empty slot. Throws an Index error after the first 256
+/// entries, which are in `names` then, and the platform's error when `root` may not be searched.
+/// Always true.
 bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 
 /// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or

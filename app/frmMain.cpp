@@ -182,7 +182,9 @@ bool frmMain::EnsureFolder(const QString& path, const QString& question, bool& a
   return true;
 }
 
-void frmMain::btnExit_Click() { close(); }
+void frmMain::btnExit_Click() {
+  close();
+}
 
 void frmMain::closeEvent(QCloseEvent* event) {
   Form_Unload();

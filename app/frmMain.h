@@ -5,6 +5,7 @@
 #define TARVELL_APP_FRMMAIN_H
 
 #include <QDialog>
+
 #include <memory>
 
 namespace tarvell {

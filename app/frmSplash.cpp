@@ -21,14 +21,16 @@ frmSplash::frmSplash()
   const std::string revision = RevisionText(kMajorVersion, kMinorVersion);
   setWindowTitle(ToQt(kApplicationTitle) + " - " + ToQt(revision));
   ui_->lblRevision->setText("Rev." + ToQt(revision));
-  ui_->Picture1->setPixmap(QIcon(":/images/tarvell.svg")
-                               .pixmap(ui_->Picture1->minimumSize(), devicePixelRatioF()));
+  ui_->Picture1->setPixmap(
+      QIcon(":/images/tarvell.svg").pixmap(ui_->Picture1->minimumSize(), devicePixelRatioF()));
 }
 
 frmSplash::~frmSplash() = default;
 
 void frmSplash::reject() {}
 
-void frmSplash::closeEvent(QCloseEvent* event) { event->ignore(); }
+void frmSplash::closeEvent(QCloseEvent* event) {
+  event->ignore();
+}
 
 }  // namespace tarvell

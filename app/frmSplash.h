@@ -5,6 +5,7 @@
 #define TARVELL_APP_FRMSPLASH_H
 
 #include <QDialog>
+
 #include <memory>
 
 namespace tarvell {

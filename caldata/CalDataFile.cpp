@@ -96,20 +96,24 @@ std::string CalDataFile::TemplatePath() const {
 }
 
 std::int32_t CalDataFile::SetInitialDefaultData() {
-  const std::string path = TemplatePath();
-  const Seen seen = Read(path);
+  const std::string native = NativePath(TemplatePath());
   const std::string remedy = " Put the right template file back beside the program.";
+  EntryFacts facts;
+  if (!CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::None) {
+    throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, native);
+  }
+  const Seen seen = Read(native);
   if (!EqualsIgnoringCase(seen.lastItem, "!End")) {
     throw Error(
         ErrorKind::Template,
         "The template file is not complete: it does not end with its line \"!End\"." + remedy,
-        path);
+        native);
   }
   if (seen.model != modelCode_) {
     throw Error(ErrorKind::Template,
                 "The template file is one for the model \"" + seen.model + "\", not for \"" +
                     std::string(modelCode_) + "\"." + remedy,
-                path);
+                native);
   }
   return 0;
 }

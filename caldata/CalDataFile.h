@@ -64,7 +64,8 @@ class CalDataFile : public cifCaldata {
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
-  /// Throws a Template error when the template is missing, of another model or not complete.
+  /// Throws a NotFound error when the template is missing, and a Template error when it is one of
+  /// another model or not complete.
   std::int32_t SetInitialDefaultData() final;
 
   /// Path of the model's template file: "Temp" and the model code, beside the program.

@@ -18,6 +18,12 @@ constexpr double kHighMHz = 10000;
 constexpr double kStep = 1000;  // from KHz to MHz to GHz
 constexpr std::string_view kDefaultFactor = "100.0";
 
+/// The number of 15 digits that is meant: 1.005 GHz is 1005 MHz, although the product is a little
+/// less.
+double AsTyped(double value) {
+  return NumericValue(ShortestText(value));
+}
+
 bool IsFull(const CalDataGrid& grid) {
   return grid.RowCount() > static_cast<std::int16_t>(kTableRows);
 }
@@ -27,9 +33,9 @@ bool IsFull(const CalDataGrid& grid) {
 double SensorFrequency(std::string_view typed, std::string_view unit, std::string_view tableUnit) {
   const double value = NumericValue(typed);
   if (tableUnit == "GHz") {
-    return unit == "MHz" ? value / kStep : unit == "KHz" ? value / (kStep * kStep) : value;
+    return AsTyped(unit == "MHz" ? value / kStep : unit == "KHz" ? value / (kStep * kStep) : value);
   }
-  return unit == "GHz" ? value * kStep : unit == "KHz" ? value / kStep : value;
+  return AsTyped(unit == "GHz" ? value * kStep : unit == "KHz" ? value / kStep : value);
 }
 
 std::string SensorRow(double frequency, std::string_view tableUnit) {

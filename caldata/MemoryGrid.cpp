@@ -50,6 +50,9 @@ std::int16_t MemoryGrid::ColumnCount() const {
 }
 
 void MemoryGrid::SetColumnCount(std::int16_t count) {
+  if (count < 0) {
+    RefuseIndex("column", count);
+  }
   columnWidths_.resize(static_cast<std::size_t>(count));
   for (std::vector<std::string>& row : rows_) {
     row.resize(columnWidths_.size());

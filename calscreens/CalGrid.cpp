@@ -4,6 +4,7 @@
 #include "calscreens/CalGrid.h"
 
 #include <QHeaderView>
+
 #include <algorithm>
 
 namespace tarvell {
@@ -67,8 +68,8 @@ void CalGrid::ShareWidth() {
   }
   const int width = viewport()->width();
   for (std::int16_t c = 0; c < columns; ++c) {
-    setColumnWidth(c, whole == 0 ? width / columns
-                                 : static_cast<int>(width * grid.ColumnWidth(c) / whole));
+    setColumnWidth(
+        c, whole == 0 ? width / columns : static_cast<int>(width * grid.ColumnWidth(c) / whole));
   }
 }
 

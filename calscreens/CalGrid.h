@@ -5,6 +5,7 @@
 #define TARVELL_CALSCREENS_CALGRID_H
 
 #include <QTableView>
+
 #include <cstdint>
 #include <functional>
 

@@ -57,8 +57,7 @@ void ShowDate(std::int16_t year, const std::string& month, std::int16_t day, QLi
 /// Keeps the day within the month that was chosen.
 void FollowMonth(const QString& year, const QString& month, const QLineEdit* dayBox,
                  UpDown* dayUpDown) {
-  const std::int16_t days =
-      DaysInMonth(NumericInt16(FromQt(year)), MonthToNumber(FromQt(month)));
+  const std::int16_t days = DaysInMonth(NumericInt16(FromQt(year)), MonthToNumber(FromQt(month)));
   if (days < 1) {
     return;
   }
@@ -113,7 +112,9 @@ void CalHeaderBlock::Show(const QString& modelCode, const cifCaldata& calData) {
   ui_->txtComment->setText(ToQt(calData.Comment()));
 }
 
-void CalHeaderBlock::LockSerial(bool locked) { Lock(ui_->txtSerial, locked); }
+void CalHeaderBlock::LockSerial(bool locked) {
+  Lock(ui_->txtSerial, locked);
+}
 
 void CalHeaderBlock::Store(cifCaldata& calData) const {
   const auto integer = [](const QLineEdit* box) {
@@ -132,13 +133,21 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
   calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
 }
 
-QString CalHeaderBlock::ModelCode() const { return ui_->txtModel->text(); }
+QString CalHeaderBlock::ModelCode() const {
+  return ui_->txtModel->text();
+}
 
-QString CalHeaderBlock::Serial() const { return ui_->txtSerial->text(); }
+QString CalHeaderBlock::Serial() const {
+  return ui_->txtSerial->text();
+}
 
-void CalHeaderBlock::FocusSerial() { ui_->txtSerial->setFocus(); }
+void CalHeaderBlock::FocusSerial() {
+  ui_->txtSerial->setFocus();
+}
 
-void CalHeaderBlock::FocusCalNo() { ui_->txtCalNo->setFocus(); }
+void CalHeaderBlock::FocusCalNo() {
+  ui_->txtCalNo->setFocus();
+}
 
 void CalHeaderBlock::cmbCalMonth_Click() {
   Guarded(window(), [this] {

@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QWidget>
+
 #include <memory>
 
 #include "caldata/cifCaldata.h"
@@ -33,8 +34,8 @@ class CalHeaderBlock final : public QWidget {
   /// Whether the serial number, which names the file, must not change.
   void LockSerial(bool locked);
 
-  /// Stores the boxes in `calData`. Throws a Type error that names the box which holds no number; in
-  /// `calData` nothing has changed then.
+  /// Stores the boxes in `calData`. Throws a Type error that names the box which holds no number;
+  /// in `calData` nothing has changed then.
   void Store(cifCaldata& calData) const;
 
   [[nodiscard]] QString ModelCode() const;

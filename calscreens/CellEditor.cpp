@@ -19,7 +19,9 @@ namespace {
 constexpr ushort kBlank = 0x20;
 constexpr ushort kDelete = 0x7F;
 
-std::int16_t GridRow(const QModelIndex& cell) { return static_cast<std::int16_t>(cell.row() + 1); }
+std::int16_t GridRow(const QModelIndex& cell) {
+  return static_cast<std::int16_t>(cell.row() + 1);
+}
 
 std::int16_t GridColumn(const QModelIndex& cell) {
   return static_cast<std::int16_t>(cell.column());

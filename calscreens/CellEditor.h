@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QObject>
 #include <QPersistentModelIndex>
+
 #include <cstdint>
 #include <functional>
 #include <string>

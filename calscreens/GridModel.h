@@ -5,6 +5,7 @@
 #define TARVELL_CALSCREENS_GRIDMODEL_H
 
 #include <QAbstractTableModel>
+
 #include <cstdint>
 #include <functional>
 #include <string_view>

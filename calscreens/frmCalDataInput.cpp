@@ -39,8 +39,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
            }});
   connect(ui_->header, &CalHeaderBlock::SerialChanged, this, &frmCalDataInput::ShowCaption);
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
-  connect(ui_->btnDeletePoint, &QPushButton::clicked, this,
-          &frmCalDataInput::btnDeletePoint_Click);
+  connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmCalDataInput::btnCancel_Click);
 }
@@ -56,7 +55,8 @@ void frmCalDataInput::SetupDat(std::int16_t index, const std::string& modelCode)
   }
   model_ = FindModel(modelCode);
   if (model_ == nullptr || model_->create == nullptr) {
-    throw Error(ErrorKind::Index, "The program cannot edit data of the model \"" + modelCode + "\".");
+    throw Error(ErrorKind::Index,
+                "The program cannot edit data of the model \"" + modelCode + "\".");
   }
   data_ = model_->create();
   if (isNew) {
@@ -161,6 +161,8 @@ bool frmCalDataInput::Save() {
   return true;
 }
 
-void frmCalDataInput::btnCancel_Click() { reject(); }
+void frmCalDataInput::btnCancel_Click() {
+  reject();
+}
 
 }  // namespace tarvell

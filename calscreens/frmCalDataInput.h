@@ -5,6 +5,7 @@
 #define TARVELL_CALSCREENS_FRMCALDATAINPUT_H
 
 #include <QDialog>
+
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QCursor>
 #include <QEvent>
+
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
@@ -193,8 +194,8 @@ void frmCalibrationMain::DeleteData() {
   const bool deleted = Guarded(
       this, [&] { Recycle(gCalFiles.at(static_cast<std::size_t>(row)).FilePath); },
       [this](const Error& error) {
-        CurrentQuestions().Ask(
-            this, {.text = "Can't delete cal data", .detail = ToQt(error.what())});
+        CurrentQuestions().Ask(this,
+                               {.text = "Can't delete cal data", .detail = ToQt(error.what())});
       });
   if (!deleted) {
     return;
@@ -208,6 +209,8 @@ void frmCalibrationMain::DeleteData() {
   RefreshSerialList();
 }
 
-void frmCalibrationMain::btnReturn_Click() { reject(); }
+void frmCalibrationMain::btnReturn_Click() {
+  reject();
+}
 
 }  // namespace tarvell

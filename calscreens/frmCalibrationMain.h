@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <QMenu>
+
 #include <memory>
 #include <string>
 

@@ -35,7 +35,8 @@ class DayClock {
 [[nodiscard]] DayClock& SystemDayClock();
 
 /// Waits until `seconds` (at most 500) have passed on `clock`, sleeping between looks at it; no
-/// window event runs meanwhile. Returns false at once for a negative argument, else true.
+/// window event runs meanwhile. A wait over midnight waits for the new day first; a clock that is
+/// set back ends the wait. Returns false at once for a negative argument, else true.
 bool WaitSeconds(double seconds, DayClock& clock = SystemDayClock());
 
 }  // namespace tarvell

@@ -3,7 +3,9 @@
 
 #include "common/DesktopPlatform.h"
 
+#include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 namespace tarvell {
 
@@ -16,6 +18,8 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   if (facts.isLink) {
     return RemoveFile(path);
   }
+  // The home trash is made on first use, but not the folder that it lies in.
+  QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
   if (QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
     return {};
   }

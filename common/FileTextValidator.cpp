@@ -15,7 +15,9 @@ namespace {
 constexpr char32_t kFirstPrintable = 0x20;
 constexpr char32_t kDelete = 0x7F;
 
-bool IsControl(char32_t character) { return character < kFirstPrintable || character == kDelete; }
+bool IsControl(char32_t character) {
+  return character < kFirstPrintable || character == kDelete;
+}
 
 QString NameOf(char32_t character) {
   if (character == U'\n' || character == U'\r') {

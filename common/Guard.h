@@ -5,6 +5,7 @@
 #define TARVELL_COMMON_GUARD_H
 
 #include <QWidget>
+
 #include <functional>
 
 #include "common/Error.h"

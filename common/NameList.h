@@ -5,6 +5,7 @@
 #define TARVELL_COMMON_NAMELIST_H
 
 #include <QListWidget>
+
 #include <string>
 #include <string_view>
 

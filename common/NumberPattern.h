@@ -22,6 +22,9 @@ namespace tarvell {
 class NumberPattern {
  public:
   constexpr NumberPattern(std::string_view pattern) {  // NOLINT(google-explicit-constructor)
+    if (pattern.find_first_of("0#") == std::string_view::npos) {
+      throw std::invalid_argument("no digit");
+    }
     std::size_t i = 0;
     for (; i < pattern.size() && (pattern[i] == '#' || pattern[i] == '0'); ++i) {
       if (pattern[i] == '0') {
@@ -45,7 +48,7 @@ class NumberPattern {
       for (i += 2; i < pattern.size() && pattern[i] == '0'; ++i) {
         ++exponentDigits_;
       }
-      if (exponentDigits_ == 0 || wholeDigits_ != 1) {
+      if (exponentDigits_ == 0 || pattern[0] != '0' || wholeDigits_ != 1) {
         throw std::invalid_argument("an exponent wants one digit before the point and its own");
       }
     }

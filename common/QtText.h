@@ -5,6 +5,7 @@
 #define TARVELL_COMMON_QTTEXT_H
 
 #include <QString>
+
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,9 @@ namespace tarvell {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-[[nodiscard]] inline std::string FromQt(const QString& text) { return text.toStdString(); }
+[[nodiscard]] inline std::string FromQt(const QString& text) {
+  return text.toStdString();
+}
 
 }  // namespace tarvell
 

@@ -4,6 +4,7 @@
 #include "common/Questions.h"
 
 #include <QFileDialog>
+
 #include <utility>
 
 #include "app/Tarvell_MainModule.h"
@@ -76,6 +77,8 @@ Questions* SetCurrentQuestions(Questions* questions) {
   return std::exchange(ChosenQuestions(), questions);
 }
 
-void Tell(QWidget* owner, const QString& text) { CurrentQuestions().Ask(owner, {.text = text}); }
+void Tell(QWidget* owner, const QString& text) {
+  CurrentQuestions().Ask(owner, {.text = text});
+}
 
 }  // namespace tarvell

@@ -30,7 +30,7 @@ struct FileRequest {
   QString initialDir = {};  ///< native
   QString fileName = {};
   QStringList filters = {};  ///< as QFileDialog takes them
-  int filterIndex = 0;  ///< of the filter that is selected, before and after
+  int filterIndex = 0;       ///< of the filter that is selected, before and after
 };
 
 /// Every message box and picker of the program goes through here, so that a test can answer in

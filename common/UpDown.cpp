@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
+
 #include <algorithm>
 
 namespace tarvell {

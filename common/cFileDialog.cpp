@@ -32,9 +32,8 @@ bool cFileDialog::SetInitialDirToSpecialFolder(int folder) {
   if (folder != kDesktop && folder != kDocuments) {
     return false;
   }
-  const QString path =
-      QStandardPaths::writableLocation(folder == kDesktop ? QStandardPaths::DesktopLocation
-                                                          : QStandardPaths::DocumentsLocation);
+  const QString path = QStandardPaths::writableLocation(
+      folder == kDesktop ? QStandardPaths::DesktopLocation : QStandardPaths::DocumentsLocation);
   if (path.isEmpty()) {
     return false;
   }
@@ -42,9 +41,13 @@ bool cFileDialog::SetInitialDirToSpecialFolder(int folder) {
   return true;
 }
 
-bool cFileDialog::ShowOpen() { return Show(FileRequest::Purpose::Open, "GetOpenFileName"); }
+bool cFileDialog::ShowOpen() {
+  return Show(FileRequest::Purpose::Open, "GetOpenFileName");
+}
 
-bool cFileDialog::ShowSave() { return Show(FileRequest::Purpose::Save, "GetSaveFileName"); }
+bool cFileDialog::ShowSave() {
+  return Show(FileRequest::Purpose::Save, "GetSaveFileName");
+}
 
 bool cFileDialog::Show(FileRequest::Purpose purpose, const QString& functionName) {
   QString chosen;
@@ -59,11 +62,10 @@ bool cFileDialog::Show(FileRequest::Purpose purpose, const QString& functionName
     filterIndex_ = request.filterIndex + 1;
   };
   const auto showError = [&](const Error& error) {
-    CurrentQuestions().Ask(
-        ownerWnd_,
-        {.text = QString::number(static_cast<int>(error.Kind())) + "\n" + ToQt(error.what()),
-         .title = functionName,
-         .icon = QMessageBox::Warning});
+    CurrentQuestions().Ask(ownerWnd_, {.text = QString::number(static_cast<int>(error.Kind())) +
+                                               "\n" + ToQt(error.what()),
+                                       .title = functionName,
+                                       .icon = QMessageBox::Warning});
   };
   if (!Guarded(ownerWnd_, run, showError) || chosen.isEmpty()) {
     return false;

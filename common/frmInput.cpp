@@ -15,21 +15,33 @@ frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
 
 frmInput::~frmInput() = default;
 
-void frmInput::SetCaption(const QString& caption) { ui_->lblCaption->setText(caption); }
+void frmInput::SetCaption(const QString& caption) {
+  ui_->lblCaption->setText(caption);
+}
 
-void frmInput::SetUnit(const QString& unit) { ui_->cmbUnit->setCurrentText(unit); }
+void frmInput::SetUnit(const QString& unit) {
+  ui_->cmbUnit->setCurrentText(unit);
+}
 
-void frmInput::HideUnit() { ui_->cmbUnit->hide(); }
+void frmInput::HideUnit() {
+  ui_->cmbUnit->hide();
+}
 
-QString frmInput::Text() const { return ui_->txtText->text(); }
+QString frmInput::Text() const {
+  return ui_->txtText->text();
+}
 
-QString frmInput::Unit() const { return ui_->cmbUnit->currentText(); }
+QString frmInput::Unit() const {
+  return ui_->cmbUnit->currentText();
+}
 
 void frmInput::reject() {
   ui_->txtText->clear();
   QDialog::reject();
 }
 
-void frmInput::btnOk_Click() { accept(); }
+void frmInput::btnOk_Click() {
+  accept();
+}
 
 }  // namespace tarvell

@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <QString>
+
 #include <memory>
 
 namespace tarvell {

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "caldata/Models.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+TEST(Models, TheElevenCodesStandInTheOrderOfTheAddMenu) {
+  std::vector<std::string_view> codes;
+  codes.reserve(kModels.size());
+  for (const Model& model : kModels) {
+    codes.push_back(model.code);
+  }
+  EXPECT_EQ(codes,
+            (std::vector<std::string_view>{"RT410A", "RT410B", "RT520A", "RT520C", "RT730A",
+                                           "PX11D", "PX12A", "PX13A", "PX11A", "PX60G", "PX60H"}));
+}
+
+TEST(Models, EveryModelHasItsFamily) {
+  const std::vector<ModelFamily> expected = {
+      ModelFamily::TestKit,        ModelFamily::TestKit,       ModelFamily::CapacitorSet,
+      ModelFamily::CapacitorSet,   ModelFamily::ResistorSet,   ModelFamily::PowerSensor,
+      ModelFamily::PowerSensor,    ModelFamily::PowerSensor,   ModelFamily::PowerSensor,
+      ModelFamily::StepAttenuator, ModelFamily::StepAttenuator};
+  std::vector<ModelFamily> families;
+  families.reserve(kModels.size());
+  for (const Model& model : kModels) {
+    families.push_back(model.family);
+  }
+  EXPECT_EQ(families, expected);
+}
+
+TEST(Models, OnlyPowerSensorsHaveAFrequencyUnit) {
+  std::vector<std::string_view> units;
+  units.reserve(kModels.size());
+  for (const Model& model : kModels) {
+    units.push_back(model.frequencyUnit);
+  }
+  EXPECT_EQ(units, (std::vector<std::string_view>{"", "", "", "", "", "MHz", "MHz", "GHz", "MHz",
+                                                  "", ""}));
+}
+
+TEST(Models, AModelIsFoundByExactlyItsCode) {
+  for (const Model& model : kModels) {
+    EXPECT_EQ(FindModel(model.code), &model) << model.code;
+  }
+}
+
+TEST(Models, NoModelIsFoundByAnotherText) {
+  for (const char* text : {"", "*", "px12a", "Px12A", " PX12A", "PX12A ", "PX12", "PX12AA", "12A",
+                           "RT410", "RT999A"}) {
+    EXPECT_EQ(FindModel(text), nullptr) << text;
+  }
+}
+
+TEST(Models, TestKitsHaveNoClass) {
+  EXPECT_EQ(kModels[0].create, nullptr);
+  EXPECT_EQ(kModels[1].create, nullptr);
+}
+
+TEST(Models, PowerSensorsHaveAClass) {
+  for (const char* code : {"PX11A", "PX11D", "PX12A", "PX13A"}) {
+    const Model* model = FindModel(code);
+    ASSERT_NE(model, nullptr) << code;
+    ASSERT_NE(model->create, nullptr) << code;
+    EXPECT_NE(model->create(), nullptr) << code;
+  }
+}
+
+TEST(Models, EveryClassWritesItsOwnCode) {
+  const test::TestTree tree;
+  tree.MakeFolders("c:\\out");
+  for (const Model& model : kModels) {
+    if (model.create == nullptr) {
+      continue;
+    }
+    const std::string code(model.code);
+    SCOPED_TRACE(code);
+    tree.InstallTemplate(code);
+    const std::unique_ptr<cifCaldata> data = model.create();
+    EXPECT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
+    EXPECT_EQ(data->ModelNumber(), code);
+    EXPECT_EQ(data->SaveCalibrationDataToFile("c:\\out\\" + code), 0);
+    const std::string firstLine = "#MODEL_NO : " + code + "\r\n";
+    EXPECT_EQ(tree.Read("c:\\out\\" + code).substr(0, firstLine.size()), firstLine);
+  }
+}
+
+}  // namespace
+}  // namespace tarvell

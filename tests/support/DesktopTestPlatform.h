@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SUPPORT_DESKTOPTESTPLATFORM_H
+#define TARVELL_TESTS_SUPPORT_DESKTOPTESTPLATFORM_H
+
+#include <filesystem>
+#include <string>
+
+#include "common/DesktopPlatform.h"
+
+namespace tarvell::test {
+
+/// The desktop's platform with a program folder of the test's own; the current one until the
+/// TestTree that was made before it ends.
+class DesktopTestPlatform : public DesktopPlatform {
+ public:
+  explicit DesktopTestPlatform(const std::filesystem::path& programFolder)
+      : programFolder_(programFolder.string()) {
+    SetCurrentPlatform(this);
+  }
+  DesktopTestPlatform(const DesktopTestPlatform&) = delete;
+  DesktopTestPlatform& operator=(const DesktopTestPlatform&) = delete;
+  ~DesktopTestPlatform() override { SetCurrentPlatform(nullptr); }
+
+  [[nodiscard]] std::string ProgramFolder() override { return programFolder_; }
+
+ private:
+  std::string programFolder_;
+};
+
+}  // namespace tarvell::test
+
+#endif

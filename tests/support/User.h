@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SUPPORT_USER_H
+#define TARVELL_TESTS_SUPPORT_USER_H
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QTableView>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarvell::test {
+
+/// The control of this name, which must exist.
+template <typename Control>
+Control& Find(QWidget& screen, const QString& name) {
+  auto* control = screen.findChild<Control*>(name);
+  if (control == nullptr) {
+    ADD_FAILURE() << "no control " << name.toStdString();
+    std::abort();
+  }
+  return *control;
+}
+
+// What a user's hands do.
+
+void Click(QWidget& screen, const QString& button);
+/// Types at whatever has the keyboard.
+void Type(const QString& text);
+void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Puts the keyboard into a text box and types over its text.
+void Fill(QWidget& screen, const QString& box, const QString& text);
+/// Chooses an entry of a drop-down list by its keys.
+void Choose(QWidget& screen, const QString& combo, const QString& entry);
+/// Clicks the entry of a list that shows `text`.
+void ClickEntry(QWidget& screen, const QString& list, const QString& text);
+/// Clicks or double-clicks a cell; rows count from 1 below the captions.
+void ClickCell(QTableView& grid, int row, int column);
+void DoubleClickCell(QTableView& grid, int row, int column);
+
+// What a user's eyes see.
+
+[[nodiscard]] std::string TextOf(QWidget& screen, const QString& box);
+[[nodiscard]] std::vector<std::string> EntriesOf(QWidget& screen, const QString& list);
+/// A cell's text; row 0 is the caption row.
+[[nodiscard]] std::string CellOf(QTableView& grid, int row, int column);
+[[nodiscard]] std::vector<std::string> ColumnOf(QTableView& grid, int column);
+
+/// A user who goes through screens that open one above the other. Each step waits for a modal
+/// screen or pop-up of its kind, and runs within it; steps that it adds come before those that
+/// were added earlier. A step whose screen does not come within
+/// some seconds fails the test and closes every screen.
+class User {
+ public:
+  User();
+  User(const User&) = delete;
+  User& operator=(const User&) = delete;
+  /// Fails the test when steps are left.
+  ~User();
+
+  template <typename Screen>
+  void At(std::function<void(Screen& screen)> act) {
+    Add({typeid(Screen).name(),
+         [](QWidget* widget) { return dynamic_cast<Screen*>(widget) != nullptr; },
+         [act = std::move(act)](QWidget* widget) { act(*dynamic_cast<Screen*>(widget)); }});
+  }
+
+  /// Waits for a real message box, compares all of it, and clicks a button.
+  void AnswerBox(const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
+                 QMessageBox::StandardButton defaultButton, QMessageBox::StandardButton answer,
+                 const QString& title = "Morrand Tarvell");
+
+ private:
+  struct Step {
+    std::string name;
+    std::function<bool(QWidget*)> matches;
+    std::function<void(QWidget*)> act;
+  };
+
+  void Add(Step step);
+  void Look();
+  void LookSoon();
+
+  std::deque<Step> steps_;
+  QElapsedTimer waiting_;
+  bool acting_ = false;
+  std::ptrdiff_t nextInner_ = 0;  ///< where the running step adds its own
+  QObject context_;
+};
+
+}  // namespace tarvell::test
+
+#endif
