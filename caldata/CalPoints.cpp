@@ -4,6 +4,7 @@
 #include "caldata/CalPoints.h"
 
 #include "app/Tarvell_MainModule.h"
+#include "common/Error.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
 
@@ -18,6 +19,12 @@ constexpr double kHighMHz = 10000;
 constexpr double kStep = 1000;  // from KHz to MHz to GHz
 constexpr std::string_view kDefaultFactor = "100.0";
 
+constexpr NumberPattern kSettingPattern("#0");
+constexpr NumberPattern kHzPattern("0.00##E-00");
+constexpr NumberPattern kCalDataPattern("#0.0000");
+constexpr double kMHz = 1E6;  // in Hz
+constexpr double kGHz = 1E9;
+
 /// The number of 15 digits that is meant: 1.005 GHz is 1005 MHz, although the product is a little
 /// less.
 double AsTyped(double value) {
@@ -26,6 +33,18 @@ double AsTyped(double value) {
 
 bool IsFull(const CalDataGrid& grid) {
   return grid.RowCount() > static_cast<std::int16_t>(kTableRows);
+}
+
+/// The position `row`, when the table has a place for one more.
+PointPosition InFrontOf(std::int16_t row, const CalDataGrid& grid) {
+  return {IsFull(grid) ? PointPlace::TableFull : PointPlace::Row, row};
+}
+
+void CheckNumber(std::string_view text, const std::string& field) {
+  if (!BeginsWithNumber(text)) {
+    throw Error(ErrorKind::Type, field + ": \"" + std::string(text) +
+                                     "\" is not a number. Choose one from the list or type one.");
+  }
 }
 
 }  // namespace
@@ -56,16 +75,50 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency) {
       return {PointPlace::Taken, row};
     }
     if (frequency < previous || frequency < current) {
-      const auto position = static_cast<std::int16_t>(frequency < previous ? row - 1 : row);
-      return {IsFull(grid) ? PointPlace::TableFull : PointPlace::Row, position};
+      return InFrontOf(static_cast<std::int16_t>(frequency < previous ? row - 1 : row), grid);
     }
     previous = current;
   }
-  return {IsFull(grid) ? PointPlace::TableFull : PointPlace::Row, grid.RowCount()};
+  return InFrontOf(grid.RowCount(), grid);
 }
 
 std::string SensorPointName(const CalDataGrid& grid, std::int16_t row, std::string_view tableUnit) {
   return Normalised(grid.CellText(row, 0)) + std::string(tableUnit);
+}
+
+AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view frequency) {
+  CheckNumber(setting, "Setting");
+  CheckNumber(frequency, "Frequency");
+  return {NumericInt16(setting), NumericValue(frequency)};
+}
+
+std::string AttenuatorRow(const AttenuatorPoint& point) {
+  return kSettingPattern.Format(point.setting) + "\t" + kHzPattern.Format(point.frequency) + "\t" +
+         kCalDataPattern.Format(point.setting);
+}
+
+PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoint& point) {
+  if (point.setting < 0 || point.frequency < 0) {
+    return {PointPlace::BelowZero};
+  }
+  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    const double setting = NumericValue(grid.CellText(row, 0));
+    const double frequency = NumericValue(grid.CellText(row, 1));
+    if (setting == point.setting && frequency == point.frequency) {
+      return {PointPlace::Taken, row};
+    }
+    if (setting > point.setting || (setting == point.setting && frequency > point.frequency)) {
+      return InFrontOf(row, grid);
+    }
+  }
+  return InFrontOf(grid.RowCount(), grid);
+}
+
+std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row) {
+  const double frequency = NumericValue(grid.CellText(row, 1));
+  const bool inGHz = frequency >= kGHz;
+  return Normalised(grid.CellText(row, 0)) + "dB, " +
+         ShortestText(frequency / (inGHz ? kGHz : kMHz)) + (inGHz ? "GHz" : "MHz");
 }
 
 }  // namespace tarvell

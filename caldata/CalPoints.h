@@ -41,6 +41,29 @@ struct PointPosition {
 [[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, std::int16_t row,
                                           std::string_view tableUnit);
 
+/// A point of a step attenuator.
+struct AttenuatorPoint {
+  std::int16_t setting = 0;  ///< dB
+  double frequency = 0;      ///< Hz
+};
+
+/// The point that was chosen or typed. Throws a Type error that names the setting or the frequency
+/// when it begins with no number, or the setting does not fit 16 bits.
+[[nodiscard]] AttenuatorPoint AttenuatorPointFrom(std::string_view setting,
+                                                  std::string_view frequency);
+
+/// The row of a new point of a step attenuator, cells separated by TAB; the default value is the
+/// setting itself.
+[[nodiscard]] std::string AttenuatorRow(const AttenuatorPoint& point);
+
+/// Where a new point of a step attenuator goes, so that a table sorted by setting and then by
+/// frequency stays so.
+[[nodiscard]] PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid,
+                                                 const AttenuatorPoint& point);
+
+/// The point of a data row as the delete question names it: "10dB, 50MHz".
+[[nodiscard]] std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row);
+
 }  // namespace tarvell
 
 #endif

@@ -18,7 +18,14 @@ namespace {
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(std::int16_t columns) : columnWidths_(static_cast<std::size_t>(columns)) {
+MemoryGrid::MemoryGrid(std::int16_t columns) {
+  Clear(columns);
+}
+
+void MemoryGrid::Clear(std::int16_t columns) {
+  rows_.clear();
+  columnWidths_.clear();
+  SetColumnCount(columns);
   SetRowCount(1);
 }
 

@@ -29,6 +29,8 @@ class MemoryGrid final : public CalDataGrid {
   [[nodiscard]] float Width() const override { return width_; }
   void SetColumnWidth(std::int16_t column, std::int32_t width) override;
 
+  /// Leaves an empty caption row of `columns` columns, whose widths are not set.
+  void Clear(std::int16_t columns);
   /// Puts a row, given as in AddRow, in front of row `position` (1 to RowCount).
   void InsertRow(std::int16_t position, std::string_view text);
   /// Removes a data row (1 to RowCount - 1).

@@ -12,6 +12,8 @@
 #include "caldata/cInstrPX11D.h"
 #include "caldata/cInstrPX12A.h"
 #include "caldata/cInstrPX13A.h"
+#include "caldata/cInstrPX60G.h"
+#include "caldata/cInstrPX60H.h"
 #include "caldata/cifCaldata.h"
 
 namespace tarvell {
@@ -22,7 +24,8 @@ enum class ModelFamily { TestKit, CapacitorSet, ResistorSet, PowerSensor, StepAt
 struct Model {
   std::string_view code;  ///< model code, name of the model folder and caption of the Add entry
   ModelFamily family;
-  std::string_view frequencyUnit;  ///< of a power sensor's table, "" elsewhere
+  std::string_view frequencyUnit;    ///< of a power sensor's table, "" elsewhere
+  std::string_view presetFrequency;  ///< of a step attenuator's new point, "" elsewhere
   /// Creates the model's class; nullptr where the program cannot edit the model's data.
   std::unique_ptr<cifCaldata> (*create)();
 };
@@ -34,24 +37,35 @@ template <typename Class>
 
 template <typename Class>
 [[nodiscard]] constexpr Model SensorModel() {
-  return {Class::kTraits.modelCode, ModelFamily::PowerSensor, Class::kTraits.frequencyUnit,
+  return {Class::kTraits.modelCode, ModelFamily::PowerSensor, Class::kTraits.frequencyUnit, "",
+          &CreateModel<Class>};
+}
+
+template <typename Class>
+[[nodiscard]] constexpr Model AttenuatorModel() {
+  return {Class::kTraits.modelCode, ModelFamily::StepAttenuator, "", Class::kTraits.presetFrequency,
           &CreateModel<Class>};
 }
 
 /// Every model, in the order of the Add menu. Adding a model is a row here and its class.
 inline constexpr std::array<Model, 11> kModels = {{
-    {"RT410A", ModelFamily::TestKit, "", nullptr},
-    {"RT410B", ModelFamily::TestKit, "", nullptr},
-    {"RT520A", ModelFamily::CapacitorSet, "", nullptr},
-    {"RT520C", ModelFamily::CapacitorSet, "", nullptr},
-    {"RT730A", ModelFamily::ResistorSet, "", nullptr},
+    {"RT410A", ModelFamily::TestKit, "", "", nullptr},
+    {"RT410B", ModelFamily::TestKit, "", "", nullptr},
+    {"RT520A", ModelFamily::CapacitorSet, "", "", nullptr},
+    {"RT520C", ModelFamily::CapacitorSet, "", "", nullptr},
+    {"RT730A", ModelFamily::ResistorSet, "", "", nullptr},
     SensorModel<cInstrPX11D>(),
     SensorModel<cInstrPX12A>(),
     SensorModel<cInstrPX13A>(),
     SensorModel<cInstrPX11A>(),
-    {"PX60G", ModelFamily::StepAttenuator, "", nullptr},
-    {"PX60H", ModelFamily::StepAttenuator, "", nullptr},
+    AttenuatorModel<cInstrPX60G>(),
+    AttenuatorModel<cInstrPX60H>(),
 }};
+
+/// Whether the program can add data of a model: create it, or take in a test kit's file.
+[[nodiscard]] constexpr bool CanAdd(const Model& model) {
+  return model.create != nullptr || model.family == ModelFamily::TestKit;
+}
 
 /// The model of exactly this code, nullptr when there is none.
 [[nodiscard]] const Model* FindModel(std::string_view code);

@@ -11,7 +11,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
+constexpr float kTwipsPerPixel = 15;
 constexpr int kRowPadding = 6;
 
 }  // namespace
@@ -33,7 +33,7 @@ CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(thi
 
 void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   model_->Fill([&](MemoryGrid& grid) {
-    grid.SetWidth(static_cast<float>(viewport()->width() * kTwipsPerPixel));
+    grid.SetWidth(static_cast<float>(viewport()->width()) * kTwipsPerPixel);
     fill(grid);
   });
   ShareWidth();
@@ -68,8 +68,9 @@ void CalGrid::ShareWidth() {
   }
   const int width = viewport()->width();
   for (std::int16_t c = 0; c < columns; ++c) {
-    setColumnWidth(
-        c, whole == 0 ? width / columns : static_cast<int>(width * grid.ColumnWidth(c) / whole));
+    const std::int64_t share =
+        whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;
+    setColumnWidth(c, static_cast<int>(share));
   }
 }
 

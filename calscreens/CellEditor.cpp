@@ -72,9 +72,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      // Never passed on: it would press the screen's default button.
-      Open({});
-      return true;
+      // Never passed on, they would press the screen's default button.
     case Qt::Key_Backspace:
     case Qt::Key_Space:
       Open({});

@@ -24,7 +24,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return ToQt(grid_.CellText(static_cast<std::int16_t>(index.row() + 1),
                                  static_cast<std::int16_t>(index.column())));
     case Qt::TextAlignmentRole:
-      return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+      return (Qt::AlignRight | Qt::AlignVCenter).toInt();
     case Qt::BackgroundRole:
       return index.column() < firstEditableColumn_
                  ? QVariant(QGuiApplication::palette().brush(QPalette::AlternateBase))

@@ -7,6 +7,7 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CellEditor.h"
+#include "calscreens/frmInputPX60H.h"
 #include "common/Error.h"
 #include "common/FileNames.h"
 #include "common/Guard.h"
@@ -19,7 +20,11 @@ namespace tarvell {
 
 namespace {
 
-constexpr int kSensorEditableColumn = 1;
+constexpr std::int16_t kSensorColumns = 2;
+
+/// The value column is the only one that is typed into; points are added and deleted as rows.
+constexpr std::int16_t kFactorColumn = 1;
+constexpr std::int16_t kCalDataColumn = 2;
 
 }  // namespace
 
@@ -68,8 +73,11 @@ void frmCalDataInput::SetupDat(std::int16_t index, const std::string& modelCode)
   ui_->header->Show(ToQt(modelCode), *data_);
   ui_->header->LockSerial(!isNew);
   ShowCaption();
-  ui_->Grid->Model().SetFirstEditableColumn(kSensorEditableColumn);
-  ui_->Grid->Fill([this](CalDataGrid& grid) { data_->GetCalData(0, grid); });
+  ui_->Grid->Model().SetFirstEditableColumn(IsSensor() ? kFactorColumn : kCalDataColumn);
+  ui_->Grid->Fill([this](MemoryGrid& grid) {
+    grid.Clear(kSensorColumns);
+    data_->GetCalData(0, grid);
+  });
   if (isNew) {
     ui_->header->FocusSerial();
   } else {
@@ -90,18 +98,12 @@ void frmCalDataInput::btnAddPoint_Click() {
 
 void frmCalDataInput::AddPoint() {
   cellEditor_->Commit();
-  const std::string_view unit = model_->frequencyUnit;
-  frmInput input(this);
-  input.setWindowTitle("Input calibration point...");
-  input.SetCaption("Input calibration Point");
-  input.SetUnit(ToQt(unit));
-  input.exec();
-  const double frequency = SensorFrequency(FromQt(input.Text()), FromQt(input.Unit()), unit);
-  if (frequency == 0) {
+  const std::optional<NewPoint> point = IsSensor() ? AskSensorPoint() : AskAttenuatorPoint();
+  if (!point) {
     return;
   }
-  const PointPosition position = PlaceSensorPoint(ui_->Grid->Data(), frequency);
-  switch (position.place) {
+  CalGrid& grid = *ui_->Grid;
+  switch (point->position.place) {
     case PointPlace::Taken:
       Tell(this, "Cannot add to same calibration point");
       break;
@@ -111,11 +113,40 @@ void frmCalDataInput::AddPoint() {
     case PointPlace::TableFull:
       throw FullTableError();
     case PointPlace::Row:
-      ui_->Grid->Model().InsertRow(position.row, SensorRow(frequency, unit));
-      ui_->Grid->SetCurrentCell(position.row, kSensorEditableColumn);
-      ui_->Grid->setFocus();
+      grid.Model().InsertRow(point->position.row, point->row);
+      grid.SetCurrentCell(point->position.row,
+                          static_cast<std::int16_t>(grid.Model().FirstEditableColumn()));
+      grid.setFocus();
       break;
   }
+}
+
+std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
+  const std::string_view unit = model_->frequencyUnit;
+  frmInput input(this);
+  input.setWindowTitle("Input calibration point...");
+  input.SetCaption("Input calibration Point");
+  input.SetUnit(ToQt(unit));
+  input.exec();
+  const double frequency = SensorFrequency(FromQt(input.Text()), FromQt(input.Unit()), unit);
+  if (frequency == 0) {
+    return std::nullopt;
+  }
+  return NewPoint{SensorRow(frequency, unit), PlaceSensorPoint(ui_->Grid->Data(), frequency)};
+}
+
+std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
+  frmInputPX60H input(this);
+  input.setWindowTitle("Select calibration point...");
+  input.SetCaption("Select calibration point and calibration frequency");
+  input.SetPoint("0", ToQt(model_->presetFrequency));
+  input.exec();
+  if (DialogResult == "CANCEL") {
+    return std::nullopt;
+  }
+  const AttenuatorPoint point =
+      AttenuatorPointFrom(FromQt(input.Setting()), FromQt(input.Frequency()));
+  return NewPoint{AttenuatorRow(point), PlaceAttenuatorPoint(ui_->Grid->Data(), point)};
 }
 
 void frmCalDataInput::btnDeletePoint_Click() {
@@ -128,7 +159,9 @@ void frmCalDataInput::DeletePoint() {
   if (row == 0) {
     return;
   }
-  const std::string point = SensorPointName(ui_->Grid->Data(), row, model_->frequencyUnit);
+  const MemoryGrid& grid = ui_->Grid->Data();
+  const std::string point = IsSensor() ? SensorPointName(grid, row, model_->frequencyUnit)
+                                       : AttenuatorPointName(grid, row);
   const auto answer =
       CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
                                     .icon = QMessageBox::Warning,

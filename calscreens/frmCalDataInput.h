@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "caldata/CalPoints.h"
@@ -21,7 +22,8 @@ namespace Ui {
 class frmCalDataInput;
 }
 
-/// Edits the data of an instrument with a single table: the power sensors.
+/// Edits the data of an instrument with a single table: the power sensors and the step
+/// attenuators.
 class frmCalDataInput final : public QDialog {
   Q_OBJECT
 
@@ -45,8 +47,18 @@ class frmCalDataInput final : public QDialog {
   void btnOk_Click();
   void btnCancel_Click();
 
+  /// A new point's row and its place.
+  struct NewPoint {
+    std::string row;
+    PointPosition position;
+  };
+
+  [[nodiscard]] bool IsSensor() const { return model_->family == ModelFamily::PowerSensor; }
   void ShowCaption();
   void AddPoint();
+  /// Ask for the new point; nothing when none was given.
+  [[nodiscard]] std::optional<NewPoint> AskSensorPoint();
+  [[nodiscard]] std::optional<NewPoint> AskAttenuatorPoint();
   void DeletePoint();
   /// Saves the data set; false when the serial number is missing, which is told.
   [[nodiscard]] bool Save();

@@ -8,10 +8,12 @@
 #include <QAction>
 #include <QCursor>
 #include <QEvent>
+#include <QFile>
 
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/TestKit.h"
 #include "calscreens/frmCalDataInput.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
@@ -21,8 +23,21 @@
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/Text.h"
+#include "common/cFileDialog.h"
 
 namespace tarvell {
+
+namespace {
+
+constexpr std::int32_t kHideReadOnly = 4;
+constexpr int kDesktopFolder = 0;
+
+/// A file name of the toolkit as the system has it.
+std::string FileNameOf(const QString& name) {
+  return QFile::encodeName(name).toStdString();
+}
+
+}  // namespace
 
 frmCalibrationMain::frmCalibrationMain(QWidget* parent)
     : QDialog(parent),
@@ -47,7 +62,7 @@ void frmCalibrationMain::SetUpAddMenu() {
   for (const Model& model : kModels) {
     QAction* entry = mnuAdd_->addAction(ToQt(model.code));
     entry->setObjectName("mnu" + ToQt(model.code));
-    entry->setEnabled(model.create != nullptr);
+    entry->setEnabled(CanAdd(model));
     connect(entry, &QAction::triggered, this, [this, &model] { mnuAddEntry_Click(model); });
   }
 }
@@ -124,10 +139,11 @@ void frmCalibrationMain::AddData(const Model& model) {
     RefreshModelList();
     RefreshSerialList();
   }
-  if (!calDataInput_) {
-    calDataInput_ = std::make_unique<frmCalDataInput>(this);
+  if (model.family == ModelFamily::TestKit) {
+    TakeInTestKitFile(code, folder);
+  } else {
+    OpenEditor(frmCalDataInput::kNewData, code);
   }
-  calDataInput_->SetupDat(frmCalDataInput::kNewData, code);
   RefreshModelList();
   {
     const QSignalBlocker blocker(ui_->LstInstrment);
@@ -135,6 +151,25 @@ void frmCalibrationMain::AddData(const Model& model) {
   }
   ShowEditCaption();
   RefreshSerialList();
+}
+
+void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::string& folder) {
+  cFileDialog dialog;
+  dialog.SetOwnerWnd(this);
+  dialog.SetFilter("Calibration Data(*.dat)|*.dat|All files(*.*)|*.*");
+  dialog.SetFlags(kHideReadOnly);
+  dialog.SetCaption("Choice " + ToQt(code) + " Calibration Data File from Folder");
+  dialog.SetInitialDirToSpecialFolder(kDesktopFolder);
+  if (dialog.ShowOpen()) {
+    CopyTestKitFile(FileNameOf(dialog.FileName()), folder);
+  }
+}
+
+void frmCalibrationMain::OpenEditor(std::int16_t index, const std::string& code) {
+  if (!calDataInput_) {
+    calDataInput_ = std::make_unique<frmCalDataInput>(this);
+  }
+  calDataInput_->SetupDat(index, code);
 }
 
 bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
@@ -158,13 +193,14 @@ void frmCalibrationMain::EditData() {
     return;
   }
   const Model* model = FindModel(ToUpper(code));
-  if (model == nullptr || model->create == nullptr) {
+  if (model == nullptr) {
     return;
   }
-  if (!calDataInput_) {
-    calDataInput_ = std::make_unique<frmCalDataInput>(this);
+  if (model->family == ModelFamily::TestKit) {
+    AddData(*model);
+  } else if (model->create != nullptr) {
+    OpenEditor(FindCalFile(serial), code);
   }
-  calDataInput_->SetupDat(FindCalFile(serial), code);
 }
 
 void frmCalibrationMain::btnDelete_Click() {

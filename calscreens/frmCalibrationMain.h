@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QMenu>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -52,6 +53,9 @@ class frmCalibrationMain final : public QDialog {
   /// The chosen model and serial number; false when one is missing, which is told.
   [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);
   void AddData(const Model& model);
+  /// Lets the user choose a finished file and copies it into the kit's folder.
+  void TakeInTestKitFile(const std::string& code, const std::string& folder);
+  void OpenEditor(std::int16_t index, const std::string& code);
   void EditData();
   void DeleteData();
 

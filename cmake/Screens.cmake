@@ -11,6 +11,7 @@ add_library(tarvell_screens STATIC
   calscreens/frmCalDataInput.cpp calscreens/frmCalDataInput.h calscreens/frmCalDataInput.ui
   calscreens/frmCalibrationMain.cpp calscreens/frmCalibrationMain.h
   calscreens/frmCalibrationMain.ui
+  calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui
   common/DesktopPlatform.cpp
   common/FileTextValidator.cpp common/FileTextValidator.h
   common/FolderPicker.cpp

@@ -70,18 +70,21 @@ bool WaitSeconds(double seconds, DayClock& clock) {
   double end = start + std::min(seconds, kLongestWait);
   double now = start;
   if (end >= kSecondsPerDay) {
-    for (; now >= start; now = clock.Now()) {
+    while (now >= start) {
       clock.Sleep(std::min(kLongestSleep, kSecondsPerDay - now));
+      now = clock.Now();
     }
     end -= kSecondsPerDay;
-    for (; now < end; now = clock.Now()) {
+    while (now < end) {
       clock.Sleep(std::min(kLongestSleep, end - now));
+      now = clock.Now();
     }
     return true;
   }
   // A clock before the start was set back, or slept over midnight: the wait is over.
-  for (; now < end && now >= start; now = clock.Now()) {
+  while (now < end && now >= start) {
     clock.Sleep(std::min(kLongestSleep, end - now));
+    now = clock.Now();
   }
   return true;
 }

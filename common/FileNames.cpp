@@ -49,7 +49,7 @@ void CheckFileName(std::string_view name, const std::string& what) {
   if (name.empty()) {
     Refuse(name, what, "it is empty");
   }
-  const auto refused = std::find_if(name.begin(), name.end(), [](char c) {
+  const auto* refused = std::find_if(name.begin(), name.end(), [](char c) {
     const auto code = static_cast<unsigned char>(c);
     return code < 0x20 || code == 0x7F || kRefused.find(c) != std::string_view::npos;
   });

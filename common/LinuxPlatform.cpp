@@ -6,11 +6,11 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <sstream>
 #include <sys/stat.h>
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -258,6 +258,13 @@ std::error_code LinuxPlatform::Facts(const std::string& path, EntryFacts& facts)
   return {};
 }
 
+bool LinuxPlatform::IsSameFile(const std::string& a, const std::string& b) {
+  struct stat first {};
+  struct stat second {};
+  return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 std::error_code LinuxPlatform::ResolveLinks(const std::string& path, std::string& resolved) {
   resolved = path;
   for (int links = 0; links < kMostLinks; ++links) {
@@ -325,7 +332,7 @@ std::string LinuxPlatform::DriveFolder() {
 }
 
 std::string LinuxPlatform::WindowsDirectory() {
-  const std::string directory = "c:\\windows";
+  std::string directory = "c:\\windows";
   const std::string native = NativePath(directory);
   EntryFacts facts;
   if (!Facts(native, facts) && facts.kind == EntryKind::None) {
@@ -342,8 +349,11 @@ bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
   }
   record = OSVersionRecord();
   record.systemName = static_cast<const char*>(name.sysname);
-  return std::sscanf(static_cast<const char*>(name.release), "%d.%d.%d", &record.major,
-                     &record.minor, &record.build) >= 2;
+  std::istringstream release(static_cast<const char*>(name.release));
+  char dot = '.';
+  const bool told = static_cast<bool>(release >> record.major >> dot >> record.minor);
+  release >> dot >> record.build;
+  return told;
 }
 
 }  // namespace tarvell

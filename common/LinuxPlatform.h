@@ -25,6 +25,7 @@ class LinuxPlatform : public Platform {
   [[nodiscard]] std::error_code RemoveFile(const std::string& path) override;
 
   [[nodiscard]] std::error_code Facts(const std::string& path, EntryFacts& facts) override;
+  [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b) override;
   [[nodiscard]] std::error_code ResolveLinks(const std::string& path,
                                              std::string& resolved) override;
   [[nodiscard]] std::error_code MakeFolder(const std::string& path) override;

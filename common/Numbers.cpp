@@ -146,6 +146,10 @@ double NumericValue(std::string_view text) {
   return value;
 }
 
+bool BeginsWithNumber(std::string_view text) {
+  return !NumberScanner(text).Scan().empty();
+}
+
 std::int16_t ToInt16(double value) {
   const double rounded = std::round(value);
   if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&

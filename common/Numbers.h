@@ -17,6 +17,9 @@ namespace tarvell {
 /// for a double.
 [[nodiscard]] double NumericValue(std::string_view text);
 
+/// Whether a text begins with a number, so that NumericValue reads one.
+[[nodiscard]] bool BeginsWithNumber(std::string_view text);
+
 /// `value` rounded half away from zero into 16 bits; throws a Type error outside their range.
 [[nodiscard]] std::int16_t ToInt16(double value);
 

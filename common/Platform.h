@@ -112,6 +112,8 @@ class Platform {
   // The tree.
 
   [[nodiscard]] virtual std::error_code Facts(const std::string& path, EntryFacts& facts) = 0;
+  /// Whether both paths lead to one and the same existing file.
+  [[nodiscard]] virtual bool IsSameFile(const std::string& a, const std::string& b) = 0;
   /// The path that a link finally leads to, which need not exist; `path` itself when it is none.
   [[nodiscard]] virtual std::error_code ResolveLinks(const std::string& path,
                                                      std::string& resolved) = 0;

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "calscreens/frmInputPX60H.h"
+
+#include "ui_frmInputPX60H.h"
+
+#include "app/Tarvell_MainModule.h"
+
+namespace tarvell {
+
+frmInputPX60H::frmInputPX60H(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmInputPX60H>()) {
+  ui_->setupUi(this);
+  ui_->cmbSetting->addItems(
+      {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});
+  // The last one keeps its four decimals.
+  ui_->cmbFreq->addItems({"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
+                          "1.00E09", "3.00E09", "6.9925E09"});
+  connect(ui_->btnOk, &QPushButton::clicked, this, &frmInputPX60H::btnOk_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmInputPX60H::btnCancel_Click);
+}
+
+frmInputPX60H::~frmInputPX60H() = default;
+
+void frmInputPX60H::SetCaption(const QString& caption) {
+  ui_->lblCaption->setText(caption);
+}
+
+void frmInputPX60H::SetPoint(const QString& setting, const QString& frequency) {
+  ui_->cmbSetting->setCurrentText(setting);
+  ui_->cmbFreq->setCurrentText(frequency);
+}
+
+QString frmInputPX60H::Setting() const {
+  return ui_->cmbSetting->currentText();
+}
+
+QString frmInputPX60H::Frequency() const {
+  return ui_->cmbFreq->currentText();
+}
+
+void frmInputPX60H::reject() {
+  DialogResult = "CANCEL";
+  QDialog::reject();
+}
+
+void frmInputPX60H::btnOk_Click() {
+  DialogResult = "OK";
+  accept();
+}
+
+void frmInputPX60H::btnCancel_Click() {
+  reject();
+}
+
+}  // namespace tarvell
