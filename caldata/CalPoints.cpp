@@ -89,7 +89,7 @@ std::string SensorPointName(const CalDataGrid& grid, std::int16_t row, std::stri
 AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view frequency) {
   CheckNumber(setting, "Setting");
   CheckNumber(frequency, "Frequency");
-  return {NumericInt16(setting), NumericValue(frequency)};
+  return {IntegerValue(Normalised(setting), "Setting"), NumericValue(frequency)};
 }
 
 std::string AttenuatorRow(const AttenuatorPoint& point) {

@@ -49,6 +49,16 @@ TEST(Models, OnlyPowerSensorsHaveAFrequencyUnit) {
                                                   "", ""}));
 }
 
+TEST(Models, OnlyStepAttenuatorsHaveAPresetFrequency) {
+  std::vector<std::string_view> frequencies;
+  frequencies.reserve(kModels.size());
+  for (const Model& model : kModels) {
+    frequencies.push_back(model.presetFrequency);
+  }
+  EXPECT_EQ(frequencies, (std::vector<std::string_view>{"", "", "", "", "", "", "", "", "",
+                                                        "1.00E05", "5.00E07"}));
+}
+
 TEST(Models, AModelIsFoundByExactlyItsCode) {
   for (const Model& model : kModels) {
     EXPECT_EQ(FindModel(model.code), &model) << model.code;
@@ -73,6 +83,24 @@ TEST(Models, PowerSensorsHaveAClass) {
     ASSERT_NE(model, nullptr) << code;
     ASSERT_NE(model->create, nullptr) << code;
     EXPECT_NE(model->create(), nullptr) << code;
+  }
+}
+
+TEST(Models, StepAttenuatorsHaveAClass) {
+  for (const char* code : {"PX60G", "PX60H"}) {
+    const Model* model = FindModel(code);
+    ASSERT_NE(model, nullptr) << code;
+    ASSERT_NE(model->create, nullptr) << code;
+    EXPECT_NE(model->create(), nullptr) << code;
+  }
+}
+
+TEST(Models, TestKitsSensorsAndAttenuatorsCanBeAdded) {
+  for (const char* code :
+       {"RT410A", "RT410B", "PX11D", "PX12A", "PX13A", "PX11A", "PX60G", "PX60H"}) {
+    const Model* model = FindModel(code);
+    ASSERT_NE(model, nullptr) << code;
+    EXPECT_TRUE(CanAdd(*model)) << code;
   }
 }
 
