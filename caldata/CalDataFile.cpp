@@ -79,7 +79,11 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   if (EqualsIgnoringCase(fileName, "NEW")) {
     return SetInitialDefaultData();
   }
-  Read(fileName);
+  const Seen seen = Read(fileName);
+  if (!seen.model.empty() && seen.model != modelCode_) {
+    Note("The file says that it holds data of the model \"" + seen.model +
+         "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
+  }
   return 0;
 }
 
@@ -103,11 +107,9 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, native);
   }
   const Seen seen = Read(native);
-  if (!EqualsIgnoringCase(seen.lastItem, "!End")) {
-    throw Error(
-        ErrorKind::Template,
-        "The template file is not complete: it does not end with its line \"!End\"." + remedy,
-        native);
+  if (!seen.isComplete) {
+    throw Error(ErrorKind::Template,
+                "The template file is not complete: a line \"!End\" is missing." + remedy, native);
   }
   if (seen.model != modelCode_) {
     throw Error(ErrorKind::Template,
@@ -121,28 +123,50 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
 CalDataFile::Seen CalDataFile::Read(const std::string& fileName) {
   ItemReader reader(fileName);
   Seen seen;
+  notices_.clear();
+  BeginRead();
   std::size_t dataLines = 0;
   std::string item = reader.ReadItem();
   while (!reader.AtEnd()) {
-    reader.AtThisLine([&] { Interpret(item, dataLines, seen); });
+    reader.AtThisLine([&] { Interpret(item, reader, dataLines, seen); });
+    if (reader.AtEnd()) {
+      break;
+    }
     item = reader.ReadItem();
   }
-  seen.lastItem = item;
+  seen.isComplete = EndRead(item);
   return seen;
 }
 
-void CalDataFile::Interpret(const std::string& item, std::size_t& dataLines, Seen& seen) {
+bool CalDataFile::EndRead(const std::string& lastItem) {
+  const bool isComplete = EqualsIgnoringCase(lastItem, "!End");
+  if (!isComplete) {
+    Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);
+  }
+  return isComplete;
+}
+
+void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines,
+                            Seen& seen) {
   if (item.empty()) {
     return;
   }
-  if (item.front() == '#') {
-    TakeHeaderLine(WordsOf(item), seen);
-  } else if (item.front() == '*') {
-    TakeDataLine(dataLines++, WordsOf(item));
+  switch (item.front()) {
+    case '#':
+      TakeHeaderLine(WordsOf(item), reader, seen);
+      break;
+    case '*':
+      TakeDataLine(dataLines++, WordsOf(item));
+      break;
+    case '!':
+      TakeCommentLine(item, reader);
+      break;
+    default:
+      break;
   }
 }
 
-void CalDataFile::TakeHeaderLine(const LineWords& words, Seen& seen) {
+void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen) {
   const std::string keyword = ToUpper(words[0]);
   const std::string& value = words[1];
   if (keyword == "MODEL_NO") {
@@ -158,6 +182,8 @@ void CalDataFile::TakeHeaderLine(const LineWords& words, Seen& seen) {
     dueDate_ = Date::From(value);
   } else if (keyword == "COMMENT") {
     comment_ = value;
+  } else {
+    TakePageLine(words, reader);
   }
 }
 

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "caldata/cifCaldata.h"
 #include "common/Error.h"
@@ -40,7 +42,8 @@ class FileText {
 /// adds its data lines and the body of its file.
 ///
 /// The reader holds one item ahead: the last item of a file, its terminator line, is never
-/// interpreted. It does not clear the object first.
+/// interpreted. It does not clear the object first. What a reader of the file would want to know
+/// of such a reading is kept as notices.
 class CalDataFile : public cifCaldata {
  public:
   /// `modelCode` outlives the object.
@@ -64,6 +67,7 @@ class CalDataFile : public cifCaldata {
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
   /// another model or not complete.
   std::int32_t SetInitialDefaultData() final;
@@ -73,6 +77,9 @@ class CalDataFile : public cifCaldata {
 
  protected:
   [[nodiscard]] std::string_view ModelCode() const { return modelCode_; }
+
+  /// Keeps a notice of the load that is going on.
+  void Note(std::string notice) { notices_.push_back(std::move(notice)); }
 
  private:
   struct Date {
@@ -86,19 +93,31 @@ class CalDataFile : public cifCaldata {
 
   /// What a load saw on its way.
   struct Seen {
-    std::string model;     ///< value of the model line, "" without one
-    std::string lastItem;  ///< the item that is never interpreted
+    std::string model;  ///< value of the model line, "" without one
+    bool isComplete = false;
   };
 
-  /// Takes the `index`-th data line of the file, counted from 0. Throws an Index error when the
-  /// table has no row for it.
-  virtual void TakeDataLine(std::size_t index, const LineWords& words) = 0;
+  // What a model reads besides the header. All may read on, and throw an Index error when there
+  // is no row for a line. By default such lines are passed over.
+
+  /// The file is about to be read.
+  virtual void BeginRead() {}
+  /// A data line that stands by itself, the `index`-th, counted from 0.
+  virtual void TakeDataLine(std::size_t /*index*/, const LineWords& /*words*/) {}
+  /// A header line whose keyword is none of the header's.
+  virtual void TakePageLine(const LineWords& /*words*/, ItemReader& /*reader*/) {}
+  /// A comment line, its "!" included.
+  virtual void TakeCommentLine(const std::string& /*item*/, ItemReader& /*reader*/) {}
+  /// The file has been read; notes what it lacks. `lastItem` is the one that was held at its end,
+  /// and was not interpreted. Returns whether the file is complete, as a template must be.
+  virtual bool EndRead(const std::string& lastItem);
+
   /// Appends everything behind the header lines.
   virtual void WriteBody(FileText& text) const = 0;
 
   Seen Read(const std::string& fileName);
-  void Interpret(const std::string& item, std::size_t& dataLines, Seen& seen);
-  void TakeHeaderLine(const LineWords& words, Seen& seen);
+  void Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines, Seen& seen);
+  void TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen);
   void WriteHeader(FileText& text) const;
 
   std::string_view modelCode_;
@@ -109,6 +128,7 @@ class CalDataFile : public cifCaldata {
   std::string comment_;
   Date calDate_;
   Date dueDate_;
+  std::vector<std::string> notices_;
 };
 
 }  // namespace tarvell

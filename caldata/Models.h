@@ -14,6 +14,9 @@
 #include "caldata/cInstrPX13A.h"
 #include "caldata/cInstrPX60G.h"
 #include "caldata/cInstrPX60H.h"
+#include "caldata/cInstrRT520A.h"
+#include "caldata/cInstrRT520C.h"
+#include "caldata/cInstrRT730A.h"
 #include "caldata/cifCaldata.h"
 
 namespace tarvell {
@@ -51,9 +54,9 @@ template <typename Class>
 inline constexpr std::array<Model, 11> kModels = {{
     {"RT410A", ModelFamily::TestKit, "", "", nullptr},
     {"RT410B", ModelFamily::TestKit, "", "", nullptr},
-    {"RT520A", ModelFamily::CapacitorSet, "", "", nullptr},
-    {"RT520C", ModelFamily::CapacitorSet, "", "", nullptr},
-    {"RT730A", ModelFamily::ResistorSet, "", "", nullptr},
+    {"RT520A", ModelFamily::CapacitorSet, "", "", &CreateModel<cInstrRT520A>},
+    {"RT520C", ModelFamily::CapacitorSet, "", "", &CreateModel<cInstrRT520C>},
+    {"RT730A", ModelFamily::ResistorSet, "", "", &CreateModel<cInstrRT730A>},
     SensorModel<cInstrPX11D>(),
     SensorModel<cInstrPX12A>(),
     SensorModel<cInstrPX13A>(),
@@ -65,6 +68,11 @@ inline constexpr std::array<Model, 11> kModels = {{
 /// Whether the program can add data of a model: create it, or take in a test kit's file.
 [[nodiscard]] constexpr bool CanAdd(const Model& model) {
   return model.create != nullptr || model.family == ModelFamily::TestKit;
+}
+
+/// Whether a model's data are edited page by page.
+[[nodiscard]] constexpr bool HasPages(const Model& model) {
+  return model.family == ModelFamily::CapacitorSet || model.family == ModelFamily::ResistorSet;
 }
 
 /// The model of exactly this code, nullptr when there is none.

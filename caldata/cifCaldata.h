@@ -49,6 +49,10 @@ class cifCaldata {
   /// is whole.
   virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
 
+  /// What the last load found doubtful in its file, a sentence each: the user is told before the
+  /// data are edited.
+  [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
+
   /// Fills the grid with the page's captions and rows.
   virtual void GetCalData(std::int16_t page, CalDataGrid& grid) const = 0;
   /// Replaces the page's table by the grid's rows.

@@ -72,6 +72,7 @@ void FollowMonth(const QString& year, const QString& month, const QLineEdit* day
 CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::CalHeaderBlock>()) {
   ui_->setupUi(this);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   SetUpMonths(ui_->cmbCalMonth);
   SetUpMonths(ui_->cmbDueMonth);
   SetUpNumber(ui_->txtCalYear, ui_->udCalYear, kYearCharacters);
@@ -88,7 +89,8 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
 
 CalHeaderBlock::~CalHeaderBlock() = default;
 
-void CalHeaderBlock::Show(const QString& modelCode, const cifCaldata& calData) {
+void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
+                          const cifCaldata& calData) {
   ui_->udCalYear->SetRange(kFirstYear, kLastYear);
   ui_->udCalYear->SetValue(kCalStartYear);
   ui_->udCalDay->SetRange(1, kMostDays);
@@ -100,7 +102,7 @@ void CalHeaderBlock::Show(const QString& modelCode, const cifCaldata& calData) {
 
   ui_->txtModel->setText(modelCode);
   Lock(ui_->txtModel, true);
-  ui_->txtSerial->setText(ToQt(calData.SerialNumber()));
+  ui_->txtSerial->setText(serial);
   ui_->txtCalNo->setText(ToQt(calData.CalibrationNumber()));
   std::int16_t year = 0;
   std::string month;
@@ -131,10 +133,6 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
   calData.SetComment(FromQt(ui_->txtComment->text()));
   calData.SetCalDate(calYear, FromQt(ui_->cmbCalMonth->currentText()), calDay);
   calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
-}
-
-QString CalHeaderBlock::ModelCode() const {
-  return ui_->txtModel->text();
 }
 
 QString CalHeaderBlock::Serial() const {

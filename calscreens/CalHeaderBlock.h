@@ -28,9 +28,9 @@ class CalHeaderBlock final : public QWidget {
   CalHeaderBlock& operator=(const CalHeaderBlock&) = delete;
   ~CalHeaderBlock() override;
 
-  /// Shows the header of `calData` for the model `modelCode`, whose box is always locked, and sets
-  /// the spinners to their ranges.
-  void Show(const QString& modelCode, const cifCaldata& calData);
+  /// Shows the header of `calData` with the serial number `serial`, and sets the spinners to their
+  /// ranges. The box of the model code is always locked.
+  void Show(const QString& modelCode, const QString& serial, const cifCaldata& calData);
   /// Whether the serial number, which names the file, must not change.
   void LockSerial(bool locked);
 
@@ -38,7 +38,6 @@ class CalHeaderBlock final : public QWidget {
   /// in `calData` nothing has changed then.
   void Store(cifCaldata& calData) const;
 
-  [[nodiscard]] QString ModelCode() const;
   [[nodiscard]] QString Serial() const;
   void FocusSerial();
   void FocusCalNo();

@@ -9,6 +9,8 @@
 #include <QKeyEvent>
 #include <QScrollBar>
 
+#include <algorithm>
+
 #include "common/Guard.h"
 #include "common/QtText.h"
 
@@ -30,14 +32,21 @@ std::int16_t GridColumn(const QModelIndex& cell) {
 }  // namespace
 
 CellEditor::CellEditor(CalGrid* grid)
-    : QObject(grid), grid_(grid), txtCell_(new QLineEdit(grid->viewport())) {
+    : QObject(grid),
+      grid_(grid),
+      txtCell_(new QLineEdit(grid->viewport())),
+      txtCellCmb_(new QComboBox(grid->viewport())) {
   txtCell_->setObjectName("txtCell");
   txtCell_->setAccessibleName(tr("New value of the cell"));
   txtCell_->setAlignment(Qt::AlignRight);
   txtCell_->setAutoFillBackground(true);
   txtCell_->hide();
+  txtCellCmb_->setObjectName("txtCellCmb");
+  txtCellCmb_->setAccessibleName(tr("Unit of the new value"));
+  txtCellCmb_->hide();
 
   txtCell_->installEventFilter(this);
+  txtCellCmb_->installEventFilter(this);
   grid_->installEventFilter(this);
   connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
   connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -62,7 +71,11 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
     }
     return false;
   }
-  return event->type() == QEvent::KeyPress && BoxKeyPressed(*static_cast<QKeyEvent*>(event));
+  if (event->type() != QEvent::KeyPress) {
+    return false;
+  }
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  return watched == txtCellCmb_ ? UnitKeyPressed(key) : BoxKeyPressed(key);
 }
 
 bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
@@ -95,9 +108,15 @@ bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
     case Qt::Key_Escape:
       Cancel();
       return true;
+    case Qt::Key_Tab:
+      if (txtCellCmb_->isVisible()) {
+        txtCellCmb_->setFocus();
+      } else {
+        ReturnToGrid(0);
+      }
+      return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Tab:
     case Qt::Key_Backtab:
       ReturnToGrid(0);
       return true;
@@ -112,6 +131,37 @@ bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
   }
 }
 
+bool CellEditor::UnitKeyPressed(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      Cancel();
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Tab:
+      ReturnToGrid(0);
+      return true;
+    case Qt::Key_Backtab:
+      txtCell_->setFocus();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
+  txtCellCmb_->clear();
+  const std::vector<std::string> units =
+      rules_.units ? rules_.units(column) : std::vector<std::string>();
+  for (const std::string& choice : units) {
+    txtCellCmb_->addItem(ToQt(choice));
+  }
+  // A cell without a unit is taken as the first one, ppm, when it is saved.
+  txtCellCmb_->setCurrentIndex(std::max(txtCellCmb_->findText(ToQt(unit)), 0));
+  txtCellCmb_->setVisible(!units.empty());
+  untouchedUnit_ = txtCellCmb_->currentText();
+}
+
 void CellEditor::Open(const QString& typed) {
   const QModelIndex cell = grid_->currentIndex();
   if (IsOpen() || !cell.isValid() || cell.column() < grid_->Model().FirstEditableColumn()) {
@@ -119,8 +169,10 @@ void CellEditor::Open(const QString& typed) {
   }
   Guarded(grid_->window(), [&] {
     const std::string text = grid_->Data().CellText(GridRow(cell), GridColumn(cell));
-    const QString shown =
-        typed.isEmpty() ? ToQt(rules_.textToEdit(GridColumn(cell), GridRow(cell), text)) : typed;
+    std::string unit;
+    const QString own = ToQt(rules_.textToEdit(GridColumn(cell), GridRow(cell), text, unit));
+    const QString shown = typed.isEmpty() ? own : typed;
+    OfferUnits(GridColumn(cell), unit);
     cell_ = cell;
     untouched_ = shown;
     replaced_ = !typed.isEmpty();
@@ -139,11 +191,12 @@ void CellEditor::Commit() {
   if (!IsOpen()) {
     return;
   }
-  if (replaced_ || txtCell_->text() != untouched_) {
+  if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
     const std::int16_t row = GridRow(cell_);
     const std::int16_t column = GridColumn(cell_);
     grid_->Model().SetCellText(row, column,
-                               rules_.textToStore(column, row, FromQt(txtCell_->text())));
+                               rules_.textToStore(column, row, FromQt(txtCell_->text()),
+                                                  FromQt(txtCellCmb_->currentText())));
   }
   Close();
 }
@@ -182,12 +235,20 @@ void CellEditor::Close() {
   cell_ = QPersistentModelIndex();
   grid_->setFocus();
   txtCell_->hide();
+  txtCellCmb_->hide();
 }
 
 void CellEditor::PlaceBox() {
-  if (IsOpen()) {
-    txtCell_->setGeometry(grid_->visualRect(cell_));
+  if (!IsOpen()) {
+    return;
   }
+  QRect box = grid_->visualRect(cell_);
+  if (txtCellCmb_->count() > 0) {
+    const int unitWidth = std::min(txtCellCmb_->sizeHint().width(), box.width() / 2);
+    box.setWidth(box.width() - unitWidth);
+    txtCellCmb_->setGeometry(box.right() + 1, box.top(), unitWidth, box.height());
+  }
+  txtCell_->setGeometry(box);
 }
 
 }  // namespace tarvell

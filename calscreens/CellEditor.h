@@ -4,6 +4,7 @@
 #ifndef TARVELL_CALSCREENS_CELLEDITOR_H
 #define TARVELL_CALSCREENS_CELLEDITOR_H
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QObject>
 #include <QPersistentModelIndex>
@@ -11,6 +12,8 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "calscreens/CalGrid.h"
 
@@ -19,17 +22,23 @@ namespace tarvell {
 /// How a cell's text becomes the text to edit, and what was typed becomes a cell's text. Rows and
 /// columns are the grid's.
 struct CellRules {
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text)>
+  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
+                            std::string& unit)>
       textToEdit;
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text)>
+  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
+                            const std::string& unit)>
       textToStore;
+  /// The units to choose from in a column, none where there is no choice; may be missing.
+  std::function<std::vector<std::string>(std::int16_t column)> units = nullptr;
 };
 
-/// Edits the cells of a CalGrid in the text box `txtCell`, which lies over the current cell.
+/// Edits the cells of a CalGrid in the text box `txtCell`, which lies over the current cell. Where
+/// the unit can be chosen, the list `txtCellCmb` shares the cell with it.
 ///
 /// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
-/// edited. Enter, Tab, the Up and Down keys, and every way back to the grid store the text in the
-/// cell; Escape does not. A text that was not touched leaves the cell as it was.
+/// edited. Enter, Tab (which goes to the unit first), the Up and Down keys, and every way back to
+/// the grid store the text in the cell; Escape does not. When neither text nor unit was touched,
+/// the cell stays as it was.
 class CellEditor final : public QObject {
   Q_OBJECT
 
@@ -52,6 +61,8 @@ class CellEditor final : public QObject {
  private:
   bool GridKeyPressed(const QKeyEvent& event);
   bool BoxKeyPressed(const QKeyEvent& event);
+  bool UnitKeyPressed(const QKeyEvent& event);
+  void OfferUnits(std::int16_t column, const std::string& unit);
   /// Opens the box on the current cell: with `typed`, or with the cell's own text for "".
   void Open(const QString& typed);
   void CommitGuarded();
@@ -61,9 +72,11 @@ class CellEditor final : public QObject {
 
   CalGrid* grid_;
   QLineEdit* txtCell_;
+  QComboBox* txtCellCmb_;
   CellRules rules_;
   QPersistentModelIndex cell_;  ///< the cell that is edited, invalid when none is
   QString untouched_;           ///< the text of the box as it was opened
+  QString untouchedUnit_;       ///< the unit as it was offered
   bool replaced_ = false;       ///< whether a typed character opened the box
 };
 

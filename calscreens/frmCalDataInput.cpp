@@ -8,10 +8,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CellEditor.h"
 #include "calscreens/frmInputPX60H.h"
-#include "common/Error.h"
-#include "common/FileNames.h"
 #include "common/Guard.h"
-#include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/frmInput.h"
@@ -29,20 +26,20 @@ constexpr std::int16_t kCalDataColumn = 2;
 }  // namespace
 
 frmCalDataInput::frmCalDataInput(QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
+    : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
-  cellEditor_ = new CellEditor(ui_->Grid);  // the grid owns it
-  cellEditor_->SetRules(
-      {.textToEdit =
-           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text) {
-             std::string unit;
-             return data_->GetCalibrationDataFormat(0, column, 0, text, unit);
-           },
-       .textToStore =
-           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text) {
-             return data_->SetCalibrationDataFormat(0, column, 0, text, "None");
-           }});
-  connect(ui_->header, &CalHeaderBlock::SerialChanged, this, &frmCalDataInput::ShowCaption);
+  auto* cellEditor = new CellEditor(ui_->Grid);  // the grid owns it
+  cellEditor->SetRules({.textToEdit =
+                            [this](std::int16_t column, std::int16_t /*row*/,
+                                   const std::string& text, std::string& unit) {
+                              return Data().GetCalibrationDataFormat(0, column, 0, text, unit);
+                            },
+                        .textToStore =
+                            [this](std::int16_t column, std::int16_t /*row*/,
+                                   const std::string& text, const std::string& /*unit*/) {
+                              return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
+                            }});
+  SetUp(ui_->header, cellEditor);
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);
@@ -51,45 +48,20 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
 
 frmCalDataInput::~frmCalDataInput() = default;
 
-void frmCalDataInput::SetupDat(std::int16_t index, const std::string& modelCode) {
-  const bool isNew = index == kNewData;
-  if (!isNew && (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size()))) {
-    throw Error(ErrorKind::Index,
-                "The chosen data set is not in the list any more. Choose the model again to "
-                "refresh the list, then try again.");
-  }
-  model_ = FindModel(modelCode);
-  if (model_ == nullptr || model_->create == nullptr) {
-    throw Error(ErrorKind::Index,
-                "The program cannot edit data of the model \"" + modelCode + "\".");
-  }
-  data_ = model_->create();
-  if (isNew) {
-    data_->SetInitialDefaultData();
-  } else {
-    data_->LoadCalibrationDataFromFile(gCalFiles.at(static_cast<std::size_t>(index)).FilePath);
-  }
+bool frmCalDataInput::IsSensor() const {
+  return CurrentModel().family == ModelFamily::PowerSensor;
+}
 
-  ui_->header->Show(ToQt(modelCode), *data_);
-  ui_->header->LockSerial(!isNew);
-  ShowCaption();
+void frmCalDataInput::ShowTables() {
   ui_->Grid->Model().SetFirstEditableColumn(IsSensor() ? kFactorColumn : kCalDataColumn);
   ui_->Grid->Fill([this](MemoryGrid& grid) {
     grid.Clear(kSensorColumns);
-    data_->GetCalData(0, grid);
+    Data().GetCalData(0, grid);
   });
-  if (isNew) {
-    ui_->header->FocusSerial();
-  } else {
-    ui_->header->FocusCalNo();
-  }
-  exec();
-  data_.reset();
 }
 
-void frmCalDataInput::ShowCaption() {
-  setWindowTitle("Editing calibraition data (" + ui_->header->ModelCode() + " - " +
-                 ui_->header->Serial() + ")");
+void frmCalDataInput::StoreTables() {
+  Data().SetCalData(0, ui_->Grid->Data());
 }
 
 void frmCalDataInput::btnAddPoint_Click() {
@@ -97,7 +69,7 @@ void frmCalDataInput::btnAddPoint_Click() {
 }
 
 void frmCalDataInput::AddPoint() {
-  cellEditor_->Commit();
+  Cells().Commit();
   const std::optional<NewPoint> point = IsSensor() ? AskSensorPoint() : AskAttenuatorPoint();
   if (!point) {
     return;
@@ -122,7 +94,7 @@ void frmCalDataInput::AddPoint() {
 }
 
 std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
-  const std::string_view unit = model_->frequencyUnit;
+  const std::string_view unit = CurrentModel().frequencyUnit;
   frmInput input(this);
   input.setWindowTitle("Input calibration point...");
   input.SetCaption("Input calibration Point");
@@ -139,7 +111,7 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
   frmInputPX60H input(this);
   input.setWindowTitle("Select calibration point...");
   input.SetCaption("Select calibration point and calibration frequency");
-  input.SetPoint("0", ToQt(model_->presetFrequency));
+  input.SetPoint("0", ToQt(CurrentModel().presetFrequency));
   input.exec();
   if (DialogResult == "CANCEL") {
     return std::nullopt;
@@ -154,13 +126,13 @@ void frmCalDataInput::btnDeletePoint_Click() {
 }
 
 void frmCalDataInput::DeletePoint() {
-  cellEditor_->Commit();
+  Cells().Commit();
   const std::int16_t row = ui_->Grid->CurrentRow();
   if (row == 0) {
     return;
   }
   const MemoryGrid& grid = ui_->Grid->Data();
-  const std::string point = IsSensor() ? SensorPointName(grid, row, model_->frequencyUnit)
+  const std::string point = IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
                                        : AttenuatorPointName(grid, row);
   const auto answer =
       CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
@@ -173,25 +145,7 @@ void frmCalDataInput::DeletePoint() {
 }
 
 void frmCalDataInput::btnOk_Click() {
-  Guarded(this, [this] {
-    cellEditor_->Commit();
-    if (Save()) {
-      accept();
-    }
-  });
-}
-
-bool frmCalDataInput::Save() {
-  if (ui_->header->Serial().isEmpty()) {
-    Tell(this, "Please input serial number");
-    ui_->header->FocusSerial();
-    return false;
-  }
-  ui_->header->Store(*data_);
-  data_->SetCalData(0, ui_->Grid->Data());
-  const std::string folder = Joined(gCalibrationDir, data_->ModelNumber());
-  data_->SaveCalibrationDataToFile(Joined(folder, DataFileName(data_->SerialNumber())));
-  return true;
+  Guarded(this, [this] { SaveAndClose(); });
 }
 
 void frmCalDataInput::btnCancel_Click() {

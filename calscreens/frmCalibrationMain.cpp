@@ -15,6 +15,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "caldata/TestKit.h"
 #include "calscreens/frmCalDataInput.h"
+#include "calscreens/frmCalDataTabInput.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
@@ -142,7 +143,7 @@ void frmCalibrationMain::AddData(const Model& model) {
   if (model.family == ModelFamily::TestKit) {
     TakeInTestKitFile(code, folder);
   } else {
-    OpenEditor(frmCalDataInput::kNewData, code);
+    OpenEditor(CalEditor::kNewData, model);
   }
   RefreshModelList();
   {
@@ -165,7 +166,15 @@ void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::s
   }
 }
 
-void frmCalibrationMain::OpenEditor(std::int16_t index, const std::string& code) {
+void frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
+  const std::string code(model.code);
+  if (HasPages(model)) {
+    if (!calDataTabInput_) {
+      calDataTabInput_ = std::make_unique<frmCalDataTabInput>(this);
+    }
+    calDataTabInput_->SetupDat(index, code);
+    return;
+  }
   if (!calDataInput_) {
     calDataInput_ = std::make_unique<frmCalDataInput>(this);
   }
@@ -199,7 +208,7 @@ void frmCalibrationMain::EditData() {
   if (model->family == ModelFamily::TestKit) {
     AddData(*model);
   } else if (model->create != nullptr) {
-    OpenEditor(FindCalFile(serial), code);
+    OpenEditor(FindCalFile(serial), *model);
   }
 }
 

@@ -16,6 +16,7 @@
 namespace tarvell {
 
 class frmCalDataInput;
+class frmCalDataTabInput;
 
 namespace Ui {
 class frmCalibrationMain;
@@ -55,13 +56,15 @@ class frmCalibrationMain final : public QDialog {
   void AddData(const Model& model);
   /// Lets the user choose a finished file and copies it into the kit's folder.
   void TakeInTestKitFile(const std::string& code, const std::string& folder);
-  void OpenEditor(std::int16_t index, const std::string& code);
+  void OpenEditor(std::int16_t index, const Model& model);
   void EditData();
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;
   QMenu* mnuAdd_;
-  std::unique_ptr<frmCalDataInput> calDataInput_;  ///< made on first use
+  // Made on first use.
+  std::unique_ptr<frmCalDataInput> calDataInput_;
+  std::unique_ptr<frmCalDataTabInput> calDataTabInput_;
 };
 
 }  // namespace tarvell

@@ -4,11 +4,14 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 add_library(tarvell_screens STATIC
   app/frmMain.cpp app/frmMain.h app/frmMain.ui
   app/frmSplash.cpp app/frmSplash.h app/frmSplash.ui
+  calscreens/CalEditor.cpp calscreens/CalEditor.h
   calscreens/CalGrid.cpp calscreens/CalGrid.h
   calscreens/CalHeaderBlock.cpp calscreens/CalHeaderBlock.h calscreens/CalHeaderBlock.ui
   calscreens/CellEditor.cpp calscreens/CellEditor.h
   calscreens/GridModel.cpp calscreens/GridModel.h
   calscreens/frmCalDataInput.cpp calscreens/frmCalDataInput.h calscreens/frmCalDataInput.ui
+  calscreens/frmCalDataTabInput.cpp calscreens/frmCalDataTabInput.h
+  calscreens/frmCalDataTabInput.ui
   calscreens/frmCalibrationMain.cpp calscreens/frmCalibrationMain.h
   calscreens/frmCalibrationMain.ui
   calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui

@@ -16,6 +16,8 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
+  // As high as the box beside it, whatever the buttons would like.
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
   const auto addButton = [&](const QString& name, Qt::ArrowType arrow, int step) {
     auto* button = new QToolButton(this);
     button->setObjectName(name);

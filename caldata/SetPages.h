@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALDATA_SETPAGES_H
+#define TARVELL_CALDATA_SETPAGES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "common/ItemReader.h"
+
+/// What the files of the sets of standards share.
+namespace tarvell {
+
+/// An uncertainty of so many characters or more stands for ppm in the file, a shorter one for per
+/// cent: the length is the only mark of the unit.
+inline constexpr std::size_t kPpmCharacters = 6;
+
+/// What a value in ppm is divided by to be one in per cent.
+inline constexpr double kPpmPerPercent = 10000;
+
+/// Throws an Index error unless 0 <= page < pages.
+[[nodiscard]] std::size_t PageIndex(std::int16_t page, std::int16_t pages);
+
+/// Calls `take` with every item up to a line "!End", in any case. Returns false when the file ends
+/// first; its last item is then not taken.
+bool ReadToEnd(ItemReader& reader, const std::function<void(const std::string& item)>& take);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,342 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "caldata/cInstrRT730A.h"
+
+#include <algorithm>
+
+#include "caldata/ResistorFormats.h"
+#include "caldata/SetPages.h"
+#include "common/CommonStringModule.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::int16_t kShownColumns = 5;
+constexpr std::int16_t kHighFrequencyPage = 2;  // the first of them
+constexpr std::size_t kMostFields = 16;
+constexpr NumberPattern kPpmInPercentPattern("0.00000");
+
+/// What a page is, nullptr for a page that is not used.
+const ResistorPage* PageOf(std::int16_t page) {
+  return page >= 0 && page < static_cast<std::int16_t>(kResistorPages)
+             ? &kResistorPage.at(static_cast<std::size_t>(page))
+             : nullptr;
+}
+
+const ResistorFormat* FindFormat(std::int16_t page, std::int16_t column, std::int16_t row) {
+  const std::int16_t ruled = page >= kHighFrequencyPage && column == 4 ? std::int16_t{3} : column;
+  const auto* found = std::find_if(kResistorFormat.begin(), kResistorFormat.end(),
+                                   [&](const ResistorFormat& format) {
+                                     return format.page == page && format.column == ruled &&
+                                            row >= format.firstRow && row <= format.lastRow;
+                                   });
+  return found == kResistorFormat.end() ? nullptr : found;
+}
+
+/// The number of a relative uncertainty, and its unit, "" where the text names none.
+std::string SplitRelative(std::string_view text, std::string& unit) {
+  if (LastCharacters(text, 1) == "m") {
+    unit = "ppm";
+    return Normalised(WithoutLast(text, 3));
+  }
+  if (LastCharacters(text, 1) == "%") {
+    unit = "%";
+    return Normalised(WithoutLast(text, 1));
+  }
+  return Normalised(text);
+}
+
+/// How many characters the number of a cell is followed by; "Ls/" or "Cp/" stands in front of it
+/// on page 1.
+std::string NumberOfCell(std::int16_t page, std::int16_t column, std::int16_t row,
+                         std::string_view text) {
+  switch (page) {
+    case 0:
+      if (column == 1 || column == 2) {
+        return Normalised(WithoutLast(text, row >= 4 && row <= 6 ? 3 : 4));
+      }
+      return {};
+    case 1:
+      if (column == 1) {
+        return Normalised(WithoutFirst(WithoutLast(text, 2), 3));
+      }
+      return column == 2 ? Normalised(WithoutLast(text, 2)) : std::string();
+    default:
+      return column == 1 || column == 3 || column == 4 ? Normalised(WithoutLast(text, 3))
+                                                       : std::string();
+  }
+}
+
+}  // namespace
+
+std::string cInstrRT730A::GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                   std::int16_t row, const std::string& text,
+                                                   std::string& unit) const {
+  unit.clear();
+  const std::string_view trimmed = Trim(text);
+  if (trimmed.empty()) {
+    return {};
+  }
+  const ResistorPage* known = PageOf(page);
+  if (known == nullptr) {
+    return std::string(trimmed.substr(0, trimmed.find(' ')));
+  }
+  return column == known->relativeColumn ? SplitRelative(trimmed, unit)
+                                         : NumberOfCell(page, column, row, trimmed);
+}
+
+std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                   std::int16_t row, const std::string& text,
+                                                   const std::string& unit) const {
+  const ResistorFormat* format = FindFormat(page, column, row);
+  if (format == nullptr) {
+    return {};
+  }
+  std::string result = std::string(format->prefix) + FormatText(text, format->pattern);
+  if (format->unit == kRelativeUnit) {
+    result += unit == "ppm" ? " ppm" : " %";
+  } else {
+    result += format->unit;
+  }
+  return result;
+}
+
+std::int16_t cInstrRT730A::GetCalibrationUnit(std::int16_t page, std::int16_t column,
+                                              std::vector<std::string>& units) const {
+  const ResistorPage* known = PageOf(page);
+  if (known != nullptr && column != kNoColumn && column == known->relativeColumn) {
+    units = {"ppm", "%"};
+  } else {
+    units = {"*"};
+  }
+  return 0;
+}
+
+std::string cInstrRT730A::GetCalPageName(std::int16_t page) const {
+  const ResistorPage* known = PageOf(page);
+  return known != nullptr ? std::string(known->name) : std::string();
+}
+
+std::string cInstrRT730A::GetCalPageSerial(std::int16_t page) const {
+  return pageSerial_.at(PageIndex(page, kPages));
+}
+
+void cInstrRT730A::SetCalPageSerial(std::int16_t page, const std::string& serial) {
+  pageSerial_.at(PageIndex(page, kPages)) = serial;
+}
+
+std::int16_t cInstrRT730A::GetCalPageCount() const {
+  return static_cast<std::int16_t>(kResistorPages);
+}
+
+void cInstrRT730A::GetCalData(std::int16_t page, CalDataGrid& grid) const {
+  const Page& rows = table_.at(PageIndex(page, kPages));
+  const ResistorPage* known = PageOf(page);
+  grid.SetRowCount(1);
+  for (std::int16_t column = 0; column < kShownColumns; ++column) {
+    grid.SetCellText(0, column,
+                     known != nullptr ? known->captions.at(static_cast<std::size_t>(column)) : "");
+  }
+  for (const Row& row : rows) {
+    if (row.front().empty()) {
+      break;
+    }
+    std::string text;
+    for (std::size_t column = 0; column < kShownColumns; ++column) {
+      text += (column == 0 ? "" : "\t") + row.at(column);
+    }
+    grid.AddRow(text);
+  }
+}
+
+void cInstrRT730A::SetCalData(std::int16_t page, const CalDataGrid& grid) {
+  Page& rows = table_.at(PageIndex(page, kPages));
+  if (grid.ColumnCount() > static_cast<std::int16_t>(kColumns)) {
+    throw Error(ErrorKind::Index, "A table of the resistor set has at most 6 columns.");
+  }
+  for (Row& row : rows) {
+    std::fill_n(row.begin(), kShownColumns, "");
+  }
+  for (std::int16_t r = 1; r < grid.RowCount(); ++r) {
+    const auto index = static_cast<std::size_t>(r - 1);
+    if (index == rows.size()) {
+      throw FullTableError();
+    }
+    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
+      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(r, column);
+    }
+  }
+}
+
+void cInstrRT730A::BeginRead() {
+  sections_.fill(0);
+  sectionEnded_.fill(false);
+}
+
+void cInstrRT730A::TakeCommentLine(const std::string& item, ItemReader& reader) {
+  LineWords words;
+  SplitWords(WithoutFirst(item, 1), words);
+  const std::string keyword = ToUpper(words[0]);
+  if (keyword == "DC") {
+    ReadCalPage(0, 1, reader);
+  } else if (keyword == "SERIES") {
+    ReadCalPage(1, 1, reader);
+  } else if (keyword == "HIGH") {
+    ReadCalPage(2, 2, reader);
+  } else if (keyword == "100" && words[1] == "ohm") {
+    ReadCalPage(3, 1, reader);
+  } else if (keyword == "1") {
+    ReadCalPage(4, 1, reader);
+  } else if (keyword == "10" && words[1] != "ohm") {
+    // The 10 ohm title belongs to the "High" one, and means nothing by itself.
+    ReadCalPage(5, 1, reader);
+  } else if (keyword == "100" && words[1] == "kohm") {
+    ReadCalPage(6, 1, reader);
+  }
+}
+
+void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader) {
+  const auto pageIndex = static_cast<std::size_t>(page);
+  for (int i = 0; i < linesToSkip && !reader.AtEnd(); ++i) {
+    static_cast<void>(reader.ReadItem());
+  }
+  if (++sections_.at(pageIndex) == 2) {
+    Note("The section \"" + GetCalPageName(page) +
+         "\" stands in the file more than once. The rows of the later one were read over those of "
+         "the earlier one.");
+  }
+  std::size_t row = 0;
+  sectionEnded_.at(pageIndex) = ReadToEnd(reader, [&](const std::string& item) {
+    const std::string line = Replaced(Replaced(item, '\n', ' '), '\r', ' ');
+    const std::string_view text = TrimLeft(StripNull(line));
+    const std::string_view fields = WithoutFirst(text, 1);
+    if (fields.empty()) {
+      return;
+    }
+    if (text.front() == '!') {
+      Note("The section \"" + GetCalPageName(page) +
+           "\" has no line \"!END\". The line behind it was read as one of its rows: " +
+           std::string(text));
+    }
+    if (row == kTableRows) {
+      throw FullTableError();
+    }
+    ReadRow(page, row++, fields);
+  });
+}
+
+void cInstrRT730A::ReadRow(std::int16_t page, std::size_t index, std::string_view line) {
+  Row& row = table_.at(static_cast<std::size_t>(page)).at(index);
+  const std::int16_t relative = PageOf(page)->relativeColumn;
+  for (std::size_t column = 0; column < kMostFields; ++column) {
+    const std::size_t colon = std::min(line.find(':'), line.size());
+    const std::string_view field = Trim(line.substr(0, colon));
+    if (field.empty()) {
+      return;
+    }
+    if (column == kColumns) {
+      throw Error(ErrorKind::Index,
+                  "A line holds more than 6 columns. Correct the file, then try again.");
+    }
+    const auto gridColumn = static_cast<std::int16_t>(column);
+    row.at(column) =
+        gridColumn == relative
+            ? UncertaintyRead(page, gridColumn, static_cast<std::int16_t>(index + 1), field)
+            : std::string(field);
+    line.remove_prefix(std::min(colon + 1, line.size()));
+  }
+}
+
+std::string cInstrRT730A::UncertaintyRead(std::int16_t page, std::int16_t column,
+                                          std::int16_t gridRow, std::string_view field) const {
+  const std::string text(Trim(WithoutLast(field, 1)));
+  std::string unit;
+  const std::string number = GetCalibrationDataFormat(page, column, gridRow, text, unit);
+  const bool isPpm = CharacterCount(text) >= kPpmCharacters;
+  return SetCalibrationDataFormat(
+      page, column, gridRow, isPpm ? ShortestText(NumericValue(number) * kPpmPerPercent) : number,
+      isPpm ? "ppm" : "%");
+}
+
+bool cInstrRT730A::EndRead(const std::string& /*lastItem*/) {
+  bool isComplete = true;
+  for (std::size_t page = 0; page < kResistorPages; ++page) {
+    const std::string name(kResistorPage.at(page).name);
+    if (sections_.at(page) == 0) {
+      Note("The file holds no section \"" + name +
+           "\", or its title is damaged. The default data "
+           "are shown for it.");
+    } else if (!sectionEnded_.at(page)) {
+      Note("The section \"" + name +
+           "\" has no line \"!END\". The last line of the file was not read as one of its rows.");
+    }
+    isComplete = isComplete && sectionEnded_.at(page);
+  }
+  return isComplete;
+}
+
+void cInstrRT730A::WriteBody(FileText& text) const {
+  text.Line("!");
+  // The caption of the capacitor sets: station software looks for it.
+  text.Line("!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)");
+  text.Line("!");
+  for (std::int16_t page = 0; page < GetCalPageCount(); ++page) {
+    for (const std::string_view title : PageOf(page)->titles) {
+      if (!title.empty()) {
+        text.Line(title);
+      }
+    }
+    std::int16_t gridRow = 1;
+    for (const Row& row : table_.at(static_cast<std::size_t>(page))) {
+      if (row.front().empty()) {
+        break;
+      }
+      text.Line(DataLine(page, gridRow++, row));
+    }
+    text.Line("!END");
+  }
+}
+
+std::string cInstrRT730A::DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const {
+  const ResistorPage& known = *PageOf(page);
+  std::string line = "*";
+  for (std::size_t column = 0; column < known.widths.size() && known.widths.at(column) > 0;
+       ++column) {
+    if (column > 0) {
+      line += " : ";
+    }
+    if (static_cast<std::int16_t>(column) == known.relativeColumn) {
+      AppendUncertainty(line, page, gridRow, row.at(column));
+    } else {
+      AppendRight(line, row.at(column), known.widths.at(column));
+    }
+  }
+  return line;
+}
+
+void cInstrRT730A::AppendUncertainty(std::string& line, std::int16_t page, std::int16_t gridRow,
+                                     const std::string& text) const {
+  const ResistorPage& known = *PageOf(page);
+  const std::size_t width = known.widths.at(static_cast<std::size_t>(known.relativeColumn));
+  if (LastCharacters(text, 1) == "%") {
+    AppendRight(line, WithoutLast(text, 2), width);
+    line += page == 0 ? " % " : " %";
+    return;
+  }
+  std::string unit;
+  const double ppm =
+      NumericValue(GetCalibrationDataFormat(page, known.relativeColumn, gridRow, text, unit));
+  const std::string percent = kPpmInPercentPattern.Format(ppm / kPpmPerPercent);
+  if (page == 0) {
+    AppendRight(line, percent + " %", width);
+  } else {
+    AppendRight(line, percent, width);
+    line += " %";
+  }
+}
+
+}  // namespace tarvell

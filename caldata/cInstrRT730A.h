@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALDATA_CINSTRRT730A_H
+#define TARVELL_CALDATA_CINSTRRT730A_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/Tarvell_MainModule.h"
+#include "caldata/CalDataFile.h"
+
+namespace tarvell {
+
+/// The set of standard resistors: two pages of all members at direct current and at 1 MHz, and
+/// one page of each member at high frequencies. Page serial numbers are kept, but the file has no
+/// place for them.
+class cInstrRT730A final : public CalDataFile {
+ public:
+  cInstrRT730A() : CalDataFile("RT730A") {}
+
+  void GetCalData(std::int16_t page, CalDataGrid& grid) const override;
+  void SetCalData(std::int16_t page, const CalDataGrid& grid) override;
+  [[nodiscard]] std::string GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     std::string& unit) const override;
+  [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     const std::string& unit) const override;
+  std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
+                                  std::vector<std::string>& units) const override;
+  [[nodiscard]] std::string GetCalPageName(std::int16_t page) const override;
+  [[nodiscard]] std::string GetCalPageSerial(std::int16_t page) const override;
+  void SetCalPageSerial(std::int16_t page, const std::string& serial) override;
+  [[nodiscard]] std::int16_t GetCalPageCount() const override;
+
+ private:
+  static constexpr std::int16_t kPages = 8;
+  static constexpr std::size_t kColumns = 6;
+
+  using Row = std::array<std::string, kColumns>;
+  /// The rows of a page run up to the first empty first column.
+  using Page = std::array<Row, kTableRows>;
+
+  void BeginRead() override;
+  void TakeCommentLine(const std::string& item, ItemReader& reader) override;
+  bool EndRead(const std::string& lastItem) override;
+  void WriteBody(FileText& text) const override;
+
+  void ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader);
+  void ReadRow(std::int16_t page, std::size_t index, std::string_view line);
+  [[nodiscard]] std::string UncertaintyRead(std::int16_t page, std::int16_t column,
+                                            std::int16_t gridRow, std::string_view field) const;
+  [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
+  void AppendUncertainty(std::string& line, std::int16_t page, std::int16_t gridRow,
+                         const std::string& text) const;
+
+  std::array<std::string, kPages> pageSerial_;
+  std::array<Page, kPages> table_;
+  std::array<int, kPages> sections_{};       ///< sections of the file that is being read
+  std::array<bool, kPages> sectionEnded_{};  ///< pages whose "!END" it has
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALSCREENS_CALEDITOR_H
+#define TARVELL_CALSCREENS_CALEDITOR_H
+
+#include <QDialog>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "caldata/Models.h"
+
+namespace tarvell {
+
+class CalHeaderBlock;
+class CellEditor;
+
+/// What the two editors of calibration data share: opening a data set, its header and saving it.
+class CalEditor : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// Index that stands for new data.
+  static constexpr std::int16_t kNewData = 999;
+
+  /// Shows the data set of row `index` of `gCalFiles`, or new data, and returns when the screen
+  /// is closed. Throws an Index error for a row that does not exist, and the error of a load that
+  /// fails; the screen is not shown then.
+  void SetupDat(std::int16_t index, const std::string& modelCode);
+
+ protected:
+  explicit CalEditor(QWidget* parent) : QDialog(parent) {}
+
+  /// Takes the controls that every editor has; called once, when they are made.
+  void SetUp(CalHeaderBlock* header, CellEditor* cellEditor);
+
+  [[nodiscard]] const Model& CurrentModel() const { return *model_; }
+  [[nodiscard]] cifCaldata& Data() const { return *data_; }
+  [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
+
+  /// Stores an open cell edit, saves the data set and closes the screen; does not close it when
+  /// the serial number is missing, which is told. Throws the error of a save that fails.
+  void SaveAndClose();
+
+ private:
+  /// Whether a file is read over the template's data.
+  [[nodiscard]] virtual bool ReadsOverTemplate() const = 0;
+  /// Whether new data start with the template's serial number.
+  [[nodiscard]] virtual bool TakesTemplateSerial() const = 0;
+  /// Shows the tables of Data().
+  virtual void ShowTables() = 0;
+  /// Stores the tables shown in Data().
+  virtual void StoreTables() = 0;
+
+  void Load(std::int16_t index);
+  void ShowCaption(const QString& serial);
+  void TellNotices();
+
+  CalHeaderBlock* header_ = nullptr;
+  CellEditor* cellEditor_ = nullptr;
+  const Model* model_ = nullptr;
+  std::unique_ptr<cifCaldata> data_;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "calscreens/frmCalDataTabInput.h"
+
+#include "ui_frmCalDataTabInput.h"
+
+#include <QScreen>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "calscreens/CellEditor.h"
+#include "common/Error.h"
+#include "common/FileTextValidator.h"
+#include "common/Guard.h"
+#include "common/QtText.h"
+#include "common/Questions.h"
+
+namespace tarvell {
+
+namespace {
+
+/// What each column's width is of the grid's.
+constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
+
+constexpr std::int16_t kOptionPage = 3;
+constexpr const char* kOptionOff = "*";
+constexpr const char* kOptionOn = "/";
+constexpr const char* kNoUnitChoice = "*";
+
+}  // namespace
+
+frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
+    : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
+  ui_->setupUi(this);
+  ui_->tTab->setElideMode(Qt::ElideNone);
+  ui_->tTab->setExpanding(false);
+  ui_->tTab->setDrawBase(false);
+  FileTextValidator::Attach(ui_->txtTabSerial);
+  auto* cellEditor = new CellEditor(ui_->grid);  // the grid owns it
+  cellEditor->SetRules(
+      {.textToEdit =
+           [this](std::int16_t column, std::int16_t row, const std::string& text,
+                  std::string& unit) {
+             return Data().GetCalibrationDataFormat(SelectedPage(), column, row, text, unit);
+           },
+       .textToStore =
+           [this](std::int16_t column, std::int16_t row, const std::string& text,
+                  const std::string& unit) {
+             // The grid still shows the page that the edit began on, whatever tab is selected.
+             return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
+           },
+       .units = [this](std::int16_t column) { return UnitsOf(column); }});
+  SetUp(ui_->header, cellEditor);
+  connect(ui_->tTab, &QTabBar::currentChanged, this, &frmCalDataTabInput::tTab_Click);
+  connect(ui_->chkCheck, &QCheckBox::clicked, this, &frmCalDataTabInput::chkCheck_Click);
+  connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataTabInput::btnOk_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmCalDataTabInput::btnCancel_Click);
+}
+
+frmCalDataTabInput::~frmCalDataTabInput() = default;
+
+bool frmCalDataTabInput::HasOption() const {
+  return CurrentModel().code == "RT520C";
+}
+
+std::int16_t frmCalDataTabInput::SelectedPage() const {
+  return static_cast<std::int16_t>(ui_->tTab->currentIndex());
+}
+
+void frmCalDataTabInput::ShowTables() {
+  const bool storesSerials = CurrentModel().family == ModelFamily::CapacitorSet;
+  ui_->txtTabSerial->setToolTip(
+      storesSerials ? QString()
+                    : QString("The file of this set has no place for the serial numbers of its "
+                              "members: what is entered here is not saved."));
+  ui_->chkCheck->setVisible(HasOption());
+  {
+    const QSignalBlocker blocker(ui_->tTab);
+    while (ui_->tTab->count() > 0) {
+      ui_->tTab->removeTab(0);
+    }
+    for (std::int16_t page = 0; page < Data().GetCalPageCount(); ++page) {
+      AddTab(page);
+    }
+    ui_->tTab->setCurrentIndex(0);
+  }
+  WidenForTabs();
+  ui_->chkCheck->setChecked(HasOption() && Data().GetCalPageCount() == kOptionPage + 1);
+  ui_->grid->Model().SetFirstEditableColumn(1);
+  ShowPage(0);
+}
+
+void frmCalDataTabInput::WidenForTabs() {
+  const QMargins margins = layout()->contentsMargins();
+  const int wanted = ui_->tTab->sizeHint().width() + margins.left() + margins.right();
+  const int available = screen()->availableGeometry().width() - frameGeometry().width() + width();
+  resize(std::max(width(), std::min(wanted, available)), height());
+}
+
+void frmCalDataTabInput::AddTab(std::int16_t page) {
+  // A lone "&" would be taken for a key.
+  ui_->tTab->insertTab(page, ToQt(Data().GetCalPageName(page)).replace("&", "&&"));
+}
+
+void frmCalDataTabInput::ShowPage(std::int16_t page) {
+  ui_->grid->Fill([&](MemoryGrid& grid) {
+    grid.Clear(static_cast<std::int16_t>(kColumnShares.size()));
+    for (std::size_t column = 0; column < kColumnShares.size(); ++column) {
+      grid.SetColumnWidth(
+          static_cast<std::int16_t>(column),
+          static_cast<std::int32_t>(std::lround(grid.Width() / kColumnShares.at(column))));
+    }
+    Data().GetCalData(page, grid);
+  });
+  ui_->txtTabSerial->setText(ToQt(Data().GetCalPageSerial(page)));
+  currentPage_ = page;
+}
+
+void frmCalDataTabInput::StorePage() {
+  const std::string serial = FromQt(ui_->txtTabSerial->text());
+  if (serial == kOptionOff || serial == kOptionOn) {
+    throw Error(ErrorKind::Name, "\"" + serial +
+                                     "\" cannot be the serial number of a member. Enter the "
+                                     "number on its certificate, or leave it empty.");
+  }
+  Data().SetCalData(currentPage_, ui_->grid->Data());
+  Data().SetCalPageSerial(currentPage_, serial);
+}
+
+void frmCalDataTabInput::ChangePage() {
+  Cells().Commit();
+  StorePage();
+  ShowPage(SelectedPage());
+}
+
+void frmCalDataTabInput::tTab_Click() {
+  const bool changed = Guarded(this, [this] { ChangePage(); });
+  if (!changed) {
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->setCurrentIndex(currentPage_);
+  }
+}
+
+void frmCalDataTabInput::chkCheck_Click() {
+  const bool on = ui_->chkCheck->isChecked();
+  const bool switched = Guarded(this, [&] { SwitchOption(on); });
+  if (!switched) {
+    ui_->chkCheck->setChecked(!on);
+  }
+}
+
+void frmCalDataTabInput::SwitchOption(bool on) {
+  if (on) {
+    Data().SetCalPageSerial(kOptionPage, kOptionOn);
+    if (ui_->tTab->count() == kOptionPage) {
+      const QSignalBlocker blocker(ui_->tTab);
+      AddTab(kOptionPage);
+    }
+    return;
+  }
+  if (ui_->tTab->count() > kOptionPage) {
+    // What cannot be stored keeps the tab.
+    Cells().Commit();
+    StorePage();
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->removeTab(kOptionPage);
+    ChangePage();
+  }
+  Data().SetCalPageSerial(kOptionPage, kOptionOff);
+}
+
+std::vector<std::string> frmCalDataTabInput::UnitsOf(std::int16_t column) const {
+  std::vector<std::string> units;
+  Data().GetCalibrationUnit(currentPage_, column, units);
+  if (units.size() == 1 && units.front() == kNoUnitChoice) {
+    units.clear();
+  }
+  return units;
+}
+
+void frmCalDataTabInput::btnOk_Click() {
+  Guarded(this, [this] { SaveAndClose(); });
+}
+
+void frmCalDataTabInput::StoreTables() {
+  StorePage();
+  TellMissingSerials();
+}
+
+void frmCalDataTabInput::TellMissingSerials() {
+  if (CurrentModel().family != ModelFamily::CapacitorSet) {
+    return;
+  }
+  QStringList members;
+  for (std::int16_t page = 0; page < Data().GetCalPageCount(); ++page) {
+    if (Data().GetCalPageSerial(page).empty()) {
+      members << ToQt(Data().GetCalPageName(page));
+    }
+  }
+  if (!members.isEmpty()) {
+    Tell(this, "No serial number is entered for " + members.join(", ") +
+                   ". The data are saved without it.");
+  }
+}
+
+void frmCalDataTabInput::btnCancel_Click() {
+  reject();
+}
+
+}  // namespace tarvell
