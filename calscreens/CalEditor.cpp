@@ -3,6 +3,8 @@
 
 #include "calscreens/CalEditor.h"
 
+#include <QLayout>
+
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CalHeaderBlock.h"
 #include "calscreens/CellEditor.h"
@@ -35,6 +37,8 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   header_->Show(ToQt(modelCode), ToQt(serial), *data_);
   header_->LockSerial(!isNew);
   ShowCaption(ToQt(data_->SerialNumber()));
+  // The table tells the object how wide it is before it is first shown.
+  layout()->activate();
   ShowTables();
   TellNotices();
   if (isNew) {

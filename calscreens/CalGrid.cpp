@@ -33,7 +33,7 @@ CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(thi
 
 void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   model_->Fill([&](MemoryGrid& grid) {
-    grid.SetWidth(static_cast<float>(viewport()->width()) * kTwipsPerPixel);
+    grid.SetWidth(static_cast<float>(width()) * kTwipsPerPixel);
     fill(grid);
   });
   ShareWidth();

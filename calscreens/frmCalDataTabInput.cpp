@@ -95,6 +95,8 @@ void frmCalDataTabInput::ShowTables() {
 }
 
 void frmCalDataTabInput::WidenForTabs() {
+  // A strip that is not on the screen does not tell its layout that it has grown.
+  ui_->tTab->updateGeometry();
   const QMargins margins = layout()->contentsMargins();
   const int wanted = ui_->tTab->sizeHint().width() + margins.left() + margins.right();
   const int available = screen()->availableGeometry().width() - frameGeometry().width() + width();

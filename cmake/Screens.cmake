@@ -43,6 +43,10 @@ endforeach()
 add_custom_target(templates ALL DEPENDS ${TARVELL_TEMPLATE_COPIES})
 add_dependencies(tarvell templates)
 
+# The executable finds the templates in its own folder, links resolved; the link puts it on the
+# path.
 set(TARVELL_PROGRAM_FOLDER ${CMAKE_INSTALL_LIBDIR}/tarvell)
 install(TARGETS tarvell RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(FILES ${TARVELL_TEMPLATES} DESTINATION ${TARVELL_PROGRAM_FOLDER})
+file(CREATE_LINK ../${TARVELL_PROGRAM_FOLDER}/tarvell ${CMAKE_BINARY_DIR}/tarvell.link SYMBOLIC)
+install(FILES ${CMAKE_BINARY_DIR}/tarvell.link DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME tarvell)
