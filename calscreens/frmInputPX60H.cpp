@@ -9,6 +9,16 @@
 
 namespace tarvell {
 
+namespace {
+
+/// Goes to the entry `text`, or shows it as if it were typed.
+void Preset(QComboBox* combo, const QString& text) {
+  combo->setCurrentIndex(combo->findText(text));
+  combo->setEditText(text);
+}
+
+}  // namespace
+
 frmInputPX60H::frmInputPX60H(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmInputPX60H>()) {
   ui_->setupUi(this);
@@ -17,6 +27,11 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
   // The last one keeps its four decimals.
   ui_->cmbFreq->addItems({"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
                           "1.00E09", "3.00E09", "6.9925E09"});
+  for (QComboBox* combo : {ui_->cmbSetting, ui_->cmbFreq}) {
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    // What is typed counts: 5 is not the beginning of 50.
+    combo->setCompleter(nullptr);
+  }
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInputPX60H::btnOk_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmInputPX60H::btnCancel_Click);
 }
@@ -28,8 +43,8 @@ void frmInputPX60H::SetCaption(const QString& caption) {
 }
 
 void frmInputPX60H::SetPoint(const QString& setting, const QString& frequency) {
-  ui_->cmbSetting->setCurrentText(setting);
-  ui_->cmbFreq->setCurrentText(frequency);
+  Preset(ui_->cmbSetting, setting);
+  Preset(ui_->cmbFreq, frequency);
 }
 
 QString frmInputPX60H::Setting() const {
