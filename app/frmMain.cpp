@@ -25,6 +25,7 @@
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/Text.h"
+#include "station/frmStationMain.h"
 
 namespace tarvell {
 
@@ -58,8 +59,6 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
   ui_->setupUi(this);
   SetUpMenu();
-  // Its screen is not there yet.
-  ui_->Option1->setEnabled(false);
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
           &frmMain::btnBrowseCalibrationDir_Click);
   connect(ui_->btnBrowseStationDir, &QPushButton::clicked, this,
@@ -157,6 +156,12 @@ void frmMain::Start(bool& folderAgreed) {
   }
   gCalibrationDir = Trim(FromQt(calibrationDir));
 
+  if (ui_->Option1->isChecked()) {
+    if (!stationMain_) {
+      stationMain_ = std::make_unique<frmStationMain>(this);
+    }
+    stationMain_->ShowModally();
+  }
   if (ui_->Option2->isChecked()) {
     if (!calibrationMain_) {
       calibrationMain_ = std::make_unique<frmCalibrationMain>(this);

@@ -11,6 +11,7 @@
 namespace tarvell {
 
 class frmCalibrationMain;
+class frmStationMain;
 
 namespace Ui {
 class frmMain;
@@ -49,7 +50,9 @@ class frmMain final : public QDialog {
   [[nodiscard]] bool EnsureFolder(const QString& path, const QString& question, bool& agreed);
 
   std::unique_ptr<Ui::frmMain> ui_;
-  std::unique_ptr<frmCalibrationMain> calibrationMain_;  ///< made on first use
+  // Made on first use.
+  std::unique_ptr<frmCalibrationMain> calibrationMain_;
+  std::unique_ptr<frmStationMain> stationMain_;
 };
 
 }  // namespace tarvell

@@ -7,7 +7,6 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "common/Error.h"
-#include "common/FileCharacters.h"
 #include "common/Paths.h"
 #include "common/Platform.h"
 #include "common/SaveFile.h"
@@ -34,15 +33,6 @@ std::string AtLeastTwoDigits(int number) {
 Error FullTableError() {
   return {ErrorKind::Index, "A table holds at most " + std::to_string(kTableRows) +
                                 " rows. Remove the rows that are not needed, then try again."};
-}
-
-void FileText::Line(std::string_view line) {
-  if (line.find_first_of("\r\n") != std::string_view::npos) {
-    throw Error(ErrorKind::Character,
-                "A line end cannot be stored within a field. Remove it, then save again.");
-  }
-  bytes_ += EncodeFileText(line);
-  bytes_ += "\r\n";
 }
 
 CalDataFile::Date CalDataFile::Date::From(std::string_view digits) {

@@ -14,6 +14,7 @@
 
 #include "caldata/cifCaldata.h"
 #include "common/Error.h"
+#include "common/FileText.h"
 #include "common/ItemReader.h"
 
 namespace tarvell {
@@ -24,19 +25,6 @@ using LineWords = std::array<std::string, kLineWords>;
 
 /// What is told about a table that has no place for another row.
 [[nodiscard]] Error FullTableError();
-
-/// Builds the text of a data file line by line, in the characters of the file.
-class FileText {
- public:
-  /// Appends one line and its CR LF. Throws a Character error for a character, a line end
-  /// included, that a line cannot hold.
-  void Line(std::string_view line);
-
-  [[nodiscard]] const std::string& Bytes() const { return bytes_; }
-
- private:
-  std::string bytes_;
-};
 
 /// What the data files of all models share: the header, the reader loop and the writer. A model
 /// adds its data lines and the body of its file.

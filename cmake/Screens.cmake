@@ -23,7 +23,10 @@ add_library(tarvell_screens STATIC
   common/Questions.cpp
   common/UpDown.cpp common/UpDown.h
   common/cFileDialog.cpp
-  common/frmInput.cpp common/frmInput.h common/frmInput.ui)
+  common/frmInput.cpp common/frmInput.h common/frmInput.ui
+  station/frmStationGetInstr.cpp station/frmStationGetInstr.h station/frmStationGetInstr.ui
+  station/frmStationMain.cpp station/frmStationMain.h station/frmStationMain.ui
+  station/frmStationModelList.cpp station/frmStationModelList.h station/frmStationModelList.ui)
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
 qt_add_resources(tarvell_screens images PREFIX / FILES images/tarvell.svg)
 target_link_libraries(tarvell_screens PUBLIC tarvell_core Qt6::Widgets PRIVATE tarvell_warnings)

@@ -39,6 +39,11 @@ Explanation Explain(std::error_code code) {
   if (code == std::errc::read_only_file_system) {
     return {ErrorKind::NoPermission, "the disk is read-only. Make it writable, then try again."};
   }
+  if (code == std::errc::file_exists) {
+    return {ErrorKind::Name,
+            "there is one of this name already, perhaps in other upper and lower case. Choose "
+            "another name."};
+  }
   if (code == std::errc::no_space_on_device) {
     return {ErrorKind::System, "the disk is full. Free some space, then try again."};
   }

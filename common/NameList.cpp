@@ -27,6 +27,14 @@ std::string SelectedName(const QListWidget* list) {
   return selected.isEmpty() ? std::string() : NameOf(selected.first());
 }
 
+std::vector<std::string> NamesIn(const QListWidget* list) {
+  std::vector<std::string> names;
+  for (int row = 0; row < list->count(); ++row) {
+    names.push_back(NameOf(list->item(row)));
+  }
+  return names;
+}
+
 bool SelectName(QListWidget* list, std::string_view name) {
   for (int row = 0; row < list->count(); ++row) {
     if (NameOf(list->item(row)) == name) {

@@ -8,6 +8,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Lists of names. What is shown is the name as text; what comes back is the name as it was, so
 /// that a file name in no known encoding still names its file.
@@ -17,6 +18,8 @@ void AddName(QListWidget* list, const std::string& name);
 
 /// The selected name, "" when none is.
 [[nodiscard]] std::string SelectedName(const QListWidget* list);
+
+[[nodiscard]] std::vector<std::string> NamesIn(const QListWidget* list);
 
 /// Selects the first entry of exactly this name; false when there is none.
 bool SelectName(QListWidget* list, std::string_view name);

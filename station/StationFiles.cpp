@@ -1,0 +1,268 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "station/StationFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/CommonStringModule.h"
+#include "common/Error.h"
+#include "common/FileCharacters.h"
+#include "common/FileIOCommonModule.h"
+#include "common/FileNames.h"
+#include "common/FileText.h"
+#include "common/ItemReader.h"
+#include "common/Numbers.h"
+#include "common/Paths.h"
+#include "common/Platform.h"
+#include "common/SaveFile.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::size_t kLineWords = 31;
+
+struct TextField {
+  std::string_view keyword;
+  std::string StationInstrument::*member;
+};
+
+constexpr std::array<TextField, 10> kTextFields = {{
+    {"MODEL NUMBER", &StationInstrument::ModelNumber},
+    {"SERIAL NUMBER", &StationInstrument::SerialNumber},
+    {"ADDRESS", &StationInstrument::Address},
+    {"STATION", &StationInstrument::Station},
+    {"OPTIONS", &StationInstrument::Options},
+    {"AVAILABILITY", &StationInstrument::Availability},
+    {"ASSET", &StationInstrument::Asset},
+    {"TRACE", &StationInstrument::Trace},
+    {"COMMENT", &StationInstrument::Comment},
+    {"CAL DATA", &StationInstrument::CalData},
+}};
+
+/// How many words of a line are its keyword.
+std::size_t KeywordLength(const std::array<std::string, kLineWords>& words) {
+  if (words[0] == "MODEL" || words[0] == "SERIAL") {
+    return 2;
+  }
+  if (words[0] == "ADDRESS") {
+    return words[1] == "TYPE" ? 2 : 1;
+  }
+  if (words[0] == "CAL") {
+    return words[1] == "DATA" ? 2 : 3;
+  }
+  return 1;
+}
+
+std::string JoinedWords(const std::array<std::string, kLineWords>& words, std::size_t from,
+                        std::size_t to) {
+  std::string text;
+  for (std::size_t i = from; i < to; ++i) {
+    if (!words.at(i).empty()) {
+      text += (text.empty() ? "" : " ") + words.at(i);
+    }
+  }
+  return text;
+}
+
+std::string AddressTypeOf(const std::string& value) {
+  if (value == "QZ-IB") {
+    return "GP-IB";
+  }
+  return value.empty() ? "NONE" : value;
+}
+
+/// The number that a text begins with, as digits.
+std::string NumberText(const std::string& text) {
+  return ShortestText(NumericValue(text));
+}
+
+void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
+  if (value.empty()) {
+    instrument.DueYear = "2000";
+    // A digit where a month's name belongs: station software knows these files.
+    instrument.DueMonth = "1";
+    instrument.DueDay = "1";
+    return;
+  }
+  std::array<std::string, kLineWords> words;
+  SplitWords(value, words);
+  instrument.DueYear = NumberText(words[2]);
+  instrument.DueMonth = words[1];
+  instrument.DueDay = NumberText(words[0]);
+}
+
+std::vector<std::string> ListNames(const std::string& folder, SearchKind kind) {
+  std::vector<std::string> names;
+  const std::error_code code =
+      CurrentPlatform().Search(NativePath(folder), kind, [&](const std::string& name) {
+        if (name != kIndexName) {
+          names.push_back(name);
+        }
+        return true;
+      });
+  if (code) {
+    throw SystemError(code, "list the folder", folder);
+  }
+  return names;
+}
+
+/// An instrument's file is any file in the folder but INDEX.
+void CheckInstrumentName(const std::string& modelNumber) {
+  CheckFileName(modelNumber, "The model number");
+  if (EqualsIgnoringCase(modelNumber, kIndexName)) {
+    throw Error(ErrorKind::Name,
+                "The model number \"" + modelNumber +
+                    "\" cannot be used: it is the name of the station's list of instruments. "
+                    "Change it, then try again.");
+  }
+}
+
+/// The bytes of a list of file names, which stand in it as they are.
+std::string NameLines(const std::vector<std::string>& names) {
+  std::string bytes;
+  for (const std::string& name : names) {
+    bytes += EncodeFileText(name) + "\r\n";
+  }
+  return bytes;
+}
+
+}  // namespace
+
+KeywordLine ParseKeywordLine(std::string_view item) {
+  std::array<std::string, kLineWords> words;
+  SplitWords(item, words);
+  const std::size_t length = KeywordLength(words);
+  // A keyword of several words keeps its blanks also where a word is missing.
+  std::string keyword = words[0];
+  for (std::size_t i = 1; i < length; ++i) {
+    keyword += " " + words.at(i);
+  }
+  return {keyword, JoinedWords(words, length, words.size())};
+}
+
+void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
+  if (line.keyword == "ADDRESS TYPE") {
+    instrument.AddressType = AddressTypeOf(line.value);
+    return;
+  }
+  if (line.keyword == "CAL DUE DATE") {
+    ApplyDueDate(line.value, instrument);
+    return;
+  }
+  const auto* field =
+      std::find_if(kTextFields.begin(), kTextFields.end(),
+                   [&](const TextField& known) { return known.keyword == line.keyword; });
+  if (field != kTextFields.end()) {
+    instrument.*(field->member) = line.value;
+  }
+}
+
+bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument) {
+  ItemReader reader(path);
+  if (reader.AtEnd()) {
+    return false;
+  }
+  StationInstrument loaded = instrument;
+  std::string item = reader.ReadItem();
+  while (!reader.AtEnd()) {
+    reader.AtThisLine([&] { ApplyKeywordLine(ParseKeywordLine(item), loaded); });
+    item = reader.ReadItem();
+  }
+  instrument = loaded;
+  return true;
+}
+
+bool HasValidDueDate(const StationInstrument& instrument) {
+  return IsValidDate(NumericInt16(instrument.DueYear), MonthToNumber(instrument.DueMonth),
+                     NumericInt16(instrument.DueDay));
+}
+
+void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument) {
+  CheckInstrumentName(instrument.ModelNumber);
+  FileText text;
+  text.Line("MODEL NUMBER " + instrument.ModelNumber);
+  text.Line("SERIAL NUMBER " + instrument.SerialNumber);
+  text.Line("ADDRESS TYPE " + instrument.AddressType);
+  text.Line("ADDRESS " + instrument.Address);
+  text.Line("STATION " + instrument.Station);
+  text.Line("OPTIONS " + instrument.Options);
+  text.Line("AVAILABILITY " + instrument.Availability);
+  text.Line("CAL DUE DATE " + std::string(Trim(instrument.DueDay)) + " " +
+            std::string(Trim(instrument.DueMonth)) + " " + std::string(Trim(instrument.DueYear)));
+  text.Line("ASSET " + instrument.Asset);
+  text.Line("TRACE " + instrument.Trace);
+  text.Line("COMMENT " + instrument.Comment);
+  text.Line("CAL DATA " + instrument.CalData);
+  SaveFile(Joined(stationFolder, instrument.ModelNumber), text.Bytes());
+}
+
+void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {
+  CheckInstrumentName(modelNumber);
+  const std::string path = Joined(stationFolder, modelNumber);
+  EntryFacts facts;
+  if (!CurrentPlatform().Facts(NativePath(path), facts) && facts.kind == EntryKind::None &&
+      !facts.isLink) {
+    return;
+  }
+  Recycle(path);
+}
+
+void DeleteAllInstrumentFiles(const std::string& stationFolder) {
+  std::vector<std::string> names;
+  const std::error_code code = CurrentPlatform().Search(
+      NativePath(stationFolder), SearchKind::OrdinaryFiles, [&](const std::string& name) {
+        names.push_back(name);
+        return true;
+      });
+  if (code) {
+    throw SystemError(code, "list the folder", stationFolder);
+  }
+  for (const std::string& name : names) {
+    Recycle(Joined(stationFolder, name));
+  }
+}
+
+void MakeStation(const std::string& root, const std::string& name) {
+  CheckFileName(name, "The station name");
+  // Refuses what INDEX could not hold.
+  static_cast<void>(EncodeFileText(name));
+  if (name.find('.') != std::string::npos) {
+    throw Error(ErrorKind::Name,
+                "The station name \"" + name +
+                    "\" holds the character \".\": the station list would never show it. Choose "
+                    "another name.");
+  }
+  if (EqualsIgnoringCase(name, kIndexName)) {
+    throw Error(ErrorKind::Name,
+                "The station name \"" + name +
+                    "\" is the name of the list of stations. Choose another name.");
+  }
+  MakeFolder(Joined(root, name));
+}
+
+std::vector<std::string> ListStations(const std::string& root) {
+  return ListNames(root, SearchKind::NamesWithoutDot);
+}
+
+std::vector<std::string> ListInstruments(const std::string& stationFolder) {
+  return ListNames(stationFolder, SearchKind::OrdinaryFiles);
+}
+
+void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
+  SaveFile(Joined(root, kIndexName), NameLines(stations));
+}
+
+void WriteStationInstrumentIndex(const std::string& stationFolder,
+                                 const std::vector<std::string>& instruments) {
+  SaveFile(Joined(stationFolder, kIndexName),
+           NameLines(instruments) + std::string(kIndexName) + "\r\n");
+}
+
+}  // namespace tarvell

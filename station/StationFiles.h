@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_STATION_STATIONFILES_H
+#define TARVELL_STATION_STATIONFILES_H
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The files of the stations: one folder per station below the station data root, one keyword
+/// file per instrument in it, and the INDEX files of the root and of each station.
+namespace tarvell {
+
+inline constexpr std::string_view kIndexName = "INDEX";
+
+/// What a station file holds of one instrument; all free text but for the due date's checks.
+struct StationInstrument {
+  std::string ModelNumber;  ///< also the name of the file
+  std::string SerialNumber;
+  std::string AddressType;  ///< "GP-IB", "GPIO", "SERIAL", "NONE" or free text
+  std::string Address;
+  std::string Station;
+  std::string Options;
+  std::string Availability;
+  std::string DueDay;
+  std::string DueMonth;  ///< "JAN" to "DEC"
+  std::string DueYear;
+  std::string Asset;
+  std::string Trace;
+  std::string Comment;
+  std::string CalData;
+};
+
+/// A line taken apart: "CAL DUE DATE 5 MAR 2002" has the keyword "CAL DUE DATE" and the value
+/// "5 MAR 2002". Runs of blanks in a value are one blank; words behind the 30th are lost.
+struct KeywordLine {
+  std::string keyword;
+  std::string value;
+};
+[[nodiscard]] KeywordLine ParseKeywordLine(std::string_view item);
+
+/// Puts a line into its field of `instrument`, when it has a known keyword.
+void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
+
+/// Reads an instrument file over what `instrument` holds. The last item is never interpreted, so
+/// that a file that the program wrote gives every field but CalData. Returns false for an empty
+/// file, which gives nothing. Throws the error of a file that cannot be read; `instrument` is then
+/// as it was.
+bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument);
+
+/// Whether the due date exists: its day and year as numbers, its month as a name. Throws a Type
+/// error for a number outside 16 bits.
+[[nodiscard]] bool HasValidDueDate(const StationInstrument& instrument);
+
+/// Writes the instrument's file into the station's folder. Throws a Name error when its model
+/// number is no file name, or that of the INDEX file, a Character error for text that the file
+/// cannot hold, and the error of a save that fails; an earlier file is then whole.
+void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument);
+
+/// Deletes an instrument's file; it goes to the recycle bin. A file that is not there is no error.
+/// Throws a Name error when the model number is no file name.
+void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber);
+
+/// Deletes every file in a station's folder, INDEX included. Links are deleted, never what they
+/// lead to; folders stay.
+void DeleteAllInstrumentFiles(const std::string& stationFolder);
+
+/// Makes the folder of a new station. Throws a Name error when the name is no folder name, or one
+/// that the station list would never show, and the error of a folder that cannot be made.
+void MakeStation(const std::string& root, const std::string& name);
+
+/// Names of the stations below `root`: every name without a dot but INDEX, in the platform's
+/// order. Throws the platform's error when the root cannot be listed.
+[[nodiscard]] std::vector<std::string> ListStations(const std::string& root);
+
+/// Names of the instrument files in a station's folder: every ordinary file but INDEX, in the
+/// platform's order. Throws the platform's error when the folder cannot be listed.
+[[nodiscard]] std::vector<std::string> ListInstruments(const std::string& stationFolder);
+
+/// Writes the station list of the root: one name per line.
+void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations);
+
+/// Writes the instrument list of a station: one name per line, and INDEX itself last.
+void WriteStationInstrumentIndex(const std::string& stationFolder,
+                                 const std::vector<std::string>& instruments);
+
+}  // namespace tarvell
+
+#endif

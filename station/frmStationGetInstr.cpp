@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "station/frmStationGetInstr.h"
+
+#include "ui_frmStationGetInstr.h"
+
+#include <string>
+#include <vector>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/Guard.h"
+#include "common/NameList.h"
+#include "common/Paths.h"
+#include "common/Questions.h"
+
+namespace tarvell {
+
+frmStationGetInstr::frmStationGetInstr(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
+  ui_->setupUi(this);
+  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
+          &frmStationGetInstr::LstInstrment_Click);
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);
+}
+
+frmStationGetInstr::~frmStationGetInstr() = default;
+
+void frmStationGetInstr::ShowModally() {
+  std::vector<std::string> names;
+  Guarded(parentWidget(), [&] { ListModelFolders(gCalibrationDir, names); });
+  for (const std::string& name : names) {
+    if (name != "*" && !name.empty()) {
+      AddName(ui_->LstInstrment, name);
+    }
+  }
+  exec();
+}
+
+void frmStationGetInstr::LstInstrment_Click() {
+  Guarded(this, [this] {
+    ui_->lstSerialNumber->clear();
+    ReadCalFileHeaders(
+        Joined(gCalibrationDir, SelectedName(ui_->LstInstrment)),
+        [this](const CalFileInfo& row) { AddName(ui_->lstSerialNumber, row.SerialNumber); });
+  });
+}
+
+void frmStationGetInstr::btnAdd_Click() {
+  const std::string serial = SelectedName(ui_->lstSerialNumber);
+  if (SelectedName(ui_->LstInstrment).empty() || serial.empty()) {
+    Tell(this, "Model number or serial number is no selected.");
+    return;
+  }
+  Result = FindCalFile(serial);
+  accept();
+}
+
+void frmStationGetInstr::btnCancel_Click() {
+  reject();
+}
+
+void frmStationGetInstr::reject() {
+  Result = kCancelled;
+  QDialog::reject();
+}
+
+}  // namespace tarvell

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "station/frmStationMain.h"
+
+#include "ui_frmStationMain.h"
+
+#include <vector>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/Error.h"
+#include "common/FileIOCommonModule.h"
+#include "common/Guard.h"
+#include "common/NameList.h"
+#include "common/Paths.h"
+#include "common/QtText.h"
+#include "common/Questions.h"
+#include "common/Text.h"
+#include "common/frmInput.h"
+#include "station/StationFiles.h"
+#include "station/frmStationModelList.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kPlaceholder = "No Stations";
+
+}  // namespace
+
+frmStationMain::frmStationMain(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
+  ui_->setupUi(this);
+  setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationMain::btnAdd_Click);
+  connect(ui_->btnEdit, &QPushButton::clicked, this, &frmStationMain::btnEdit_Click);
+  connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationMain::btnDelete_Click);
+  connect(ui_->btnReturn, &QPushButton::clicked, this, &frmStationMain::btnReturn_Click);
+}
+
+frmStationMain::~frmStationMain() = default;
+
+void frmStationMain::ShowModally() {
+  RefreshStationList();
+  exec();
+}
+
+void frmStationMain::RefreshStationList() {
+  std::vector<std::string> stations;
+  Guarded(this, [&] { stations = ListStations(gStationDir); });
+  ui_->lstStation->clear();
+  for (const std::string& station : stations) {
+    AddName(ui_->lstStation, station);
+  }
+  ui_->lstStation->setEnabled(!stations.empty());
+  if (stations.empty()) {
+    AddName(ui_->lstStation, kPlaceholder);
+  }
+}
+
+void frmStationMain::WriteStationIndex() {
+  std::vector<std::string> stations;
+  for (const std::string& name : NamesIn(ui_->lstStation)) {
+    if (name != kPlaceholder) {
+      stations.push_back(name);
+    }
+  }
+  tarvell::WriteStationIndex(gStationDir, stations);
+}
+
+std::string frmStationMain::SelectedStation() const {
+  const std::string name = SelectedName(ui_->lstStation);
+  return name == kPlaceholder ? std::string() : name;
+}
+
+void frmStationMain::btnAdd_Click() {
+  Guarded(
+      this, [this] { AddStation(); },
+      [this](const Error& error) {
+        CurrentQuestions().Ask(this,
+                               {.text = "Can't make a new station", .detail = ToQt(error.what())});
+      });
+  RefreshStationList();
+}
+
+void frmStationMain::AddStation() {
+  frmInput input(this);
+  input.setWindowTitle("Add Station directory");
+  input.SetCaption("Input station name");
+  input.HideUnit();
+  input.exec();
+  const std::string name = FromQt(input.Text());
+  if (Trim(name).empty()) {
+    Tell(this, "Station name is no input.");
+    return;
+  }
+  for (const std::string& station : NamesIn(ui_->lstStation)) {
+    if (station == name) {
+      Tell(this, "This station name was already exist.");
+      return;
+    }
+  }
+  MakeStation(gStationDir, name);
+}
+
+void frmStationMain::btnDelete_Click() {
+  Guarded(this, [this] { DeleteStation(); });
+}
+
+void frmStationMain::DeleteStation() {
+  const std::string station = SelectedStation();
+  if (station.empty()) {
+    Tell(this, "No stations is selected.");
+    return;
+  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "Are you sure you want to delete \"" + ToQt(station) + "\" station data?",
+             .icon = QMessageBox::Warning,
+             .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Cancel});
+  if (answer == QMessageBox::Ok) {
+    Guarded(this, [&] { Recycle(Joined(gStationDir, station)); });
+    RefreshStationList();
+  }
+}
+
+void frmStationMain::btnEdit_Click() {
+  Guarded(this, [this] {
+    const std::string station = SelectedStation();
+    if (station.empty()) {
+      Tell(this, "No station is selected.");
+      return;
+    }
+    frmStationModelList instruments(this);
+    instruments.StationName = station;
+    instruments.ShowModally();
+    RefreshStationList();
+  });
+}
+
+void frmStationMain::btnReturn_Click() {
+  Guarded(this, [this] {
+    WriteStationIndex();
+    accept();
+  });
+}
+
+}  // namespace tarvell

@@ -1,0 +1,398 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "station/frmStationModelList.h"
+
+#include "ui_frmStationModelList.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/Error.h"
+#include "common/FileTextValidator.h"
+#include "common/Guard.h"
+#include "common/NameList.h"
+#include "common/Paths.h"
+#include "common/QtText.h"
+#include "common/Questions.h"
+#include "common/Text.h"
+#include "station/frmStationGetInstr.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kPlaceholder = "No Model";
+constexpr const char* kNoAddressType = "NONE";
+constexpr int kFirstYear = 1904;
+constexpr int kLastYear = 2037;
+constexpr int kMostDays = 31;
+constexpr int kDayCharacters = 4;
+constexpr int kYearCharacters = 6;
+
+void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int characters) {
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QString(characters, u'0')) +
+                     box->fontMetrics().height());
+  box->setAlignment(Qt::AlignRight);
+  spinner->SetRange(minimum, maximum);
+  spinner->SetBuddy(box);
+}
+
+/// The model number without the maker's prefix and the option's suffix.
+std::string CleanedModel(const std::string& model) {
+  static constexpr std::string_view kMaker = "QZ";
+  static constexpr std::string_view kOption = "Opt001";
+  std::string_view cleaned = model;
+  if (FirstCharacters(cleaned, kMaker.size()) == kMaker) {
+    cleaned = WithoutFirst(cleaned, kMaker.size() + 1);
+  }
+  if (LastCharacters(cleaned, kOption.size()) == kOption) {
+    cleaned = Trim(WithoutLast(cleaned, kOption.size()));
+  }
+  return std::string(cleaned);
+}
+
+}  // namespace
+
+frmStationModelList::frmStationModelList(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
+  ui_->setupUi(this);
+  txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
+              ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
+              ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
+  SetUpFields();
+  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
+          &frmStationModelList::LstInstrment_Click);
+  connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
+  connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
+  connect(ui_->btnClear, &QPushButton::clicked, this, &frmStationModelList::btnClear_Click);
+  connect(ui_->btnSave, &QPushButton::clicked, this, &frmStationModelList::btnSave_Click);
+  connect(ui_->btnReturn, &QPushButton::clicked, this, &frmStationModelList::btnReturn_Click);
+}
+
+frmStationModelList::~frmStationModelList() = default;
+
+void frmStationModelList::SetUpFields() {
+  ui_->cmbCalMonth->addItem("");
+  for (std::int16_t month = 1; !NumberToMonth(month).empty(); ++month) {
+    ui_->cmbCalMonth->addItem(ToQt(NumberToMonth(month)));
+  }
+  ui_->cmbAddressType->addItems({"GP-IB", "GPIO", "SERIAL", kNoAddressType});
+  SetUpNumber(ui_->txtData_8, ui_->UpDown1, 1, kMostDays, kDayCharacters);
+  SetUpNumber(ui_->txtData_6, ui_->UpDown3, kFirstYear, kLastYear, kYearCharacters);
+  for (QLineEdit* box : txtData_) {
+    FileTextValidator::Attach(box);
+    connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);
+  }
+  for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
+    FileTextValidator::Attach(box->lineEdit());
+    connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
+  }
+}
+
+void frmStationModelList::ShowModally() {
+  setWindowTitle(ToQt(StationName) + " - Station Data Edit - " + ToQt(kApplicationTitle));
+  ui_->lbStation->setText("StationName :  " + ToQt(StationName));
+  stationFolder_ = Joined(gStationDir, StationName);
+  EmptyFields();
+  RefreshInstrumentList();
+  editingArmed_ = false;
+  ui_->btnSave->setEnabled(false);
+  exec();
+}
+
+void frmStationModelList::RefreshInstrumentList() {
+  std::vector<std::string> instruments;
+  Guarded(this, [&] { instruments = ListInstruments(stationFolder_); });
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  ui_->LstInstrment->clear();
+  for (const std::string& instrument : instruments) {
+    AddName(ui_->LstInstrment, instrument);
+  }
+  ui_->LstInstrment->setEnabled(!instruments.empty());
+  if (instruments.empty()) {
+    AddName(ui_->LstInstrment, kPlaceholder);
+  }
+}
+
+void frmStationModelList::WriteStationInstrumentIndex() {
+  std::vector<std::string> instruments;
+  for (const std::string& name : NamesIn(ui_->LstInstrment)) {
+    if (name != kPlaceholder) {
+      instruments.push_back(name);
+    }
+  }
+  tarvell::WriteStationInstrumentIndex(stationFolder_, instruments);
+}
+
+void frmStationModelList::FillSerialList(const std::string& model) {
+  const QSignalBlocker blocker(ui_->cmbSerial);
+  ui_->cmbSerial->clear();
+  if (!model.empty()) {
+    Guarded(this, [&] {
+      ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
+        ui_->cmbSerial->addItem(ToQt(row.SerialNumber));
+      });
+    });
+  }
+  ui_->cmbSerial->setCurrentIndex(-1);
+  ui_->cmbSerial->clearEditText();
+}
+
+void frmStationModelList::LstInstrment_Click() {
+  const std::string name = SelectedName(ui_->LstInstrment);
+  if (name.empty()) {
+    return;
+  }
+  Guarded(this, [&] { LoadInstrument(name); });
+}
+
+void frmStationModelList::LoadInstrument(const std::string& name) {
+  StationInstrument instrument = Shown();
+  const bool isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument);
+  editingArmed_ = false;
+  if (!isEmpty) {
+    FillSerialList(instrument.ModelNumber);
+    Show(instrument);
+    ui_->btnSave->setEnabled(false);
+  }
+  editingArmed_ = true;
+}
+
+void frmStationModelList::Field_Change() {
+  if (editingArmed_) {
+    ui_->btnSave->setEnabled(true);
+  }
+}
+
+void frmStationModelList::cmbSerial_Click() {
+  const int index = ui_->cmbSerial->currentIndex();
+  if (ui_->cmbSerial->currentText().isEmpty() || index < 0 ||
+      index >= static_cast<int>(gCalFiles.size())) {
+    return;
+  }
+  ShowRow(gCalFiles.at(static_cast<std::size_t>(index)));
+  Field_Change();
+}
+
+void frmStationModelList::ShowRow(const CalFileInfo& row) {
+  ui_->txtData_0->setText(ToQt(row.ModelNumber));
+  ui_->txtData_11->setText(ToQt(row.Comment));
+  ui_->txtData_4->setText(ToQt(row.Option));
+  const bool hasDate = row.DueYear != 0 && row.DueMonth != 0 && row.DueDay != 0;
+  ui_->txtData_6->setText(hasDate ? QString::number(row.DueYear) : "2000");
+  ui_->cmbCalMonth->setCurrentText(hasDate ? ToQt(NumberToMonth(row.DueMonth)) : "JAN");
+  ui_->txtData_8->setText(hasDate ? QString::number(row.DueDay) : "1");
+}
+
+void frmStationModelList::btnAdd_Click() {
+  Guarded(this, [this] { AddInstrument(); });
+}
+
+void frmStationModelList::AddInstrument() {
+  std::vector<std::string> models;
+  ListModelFolders(gCalibrationDir, models);
+  const auto isName = [](const std::string& name) { return name != "*" && !name.empty(); };
+  if (std::none_of(models.begin(), models.end(), isName)) {
+    CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
+                                          "It's not possible to add it.",
+                                  .title = "No data is availval."});
+    return;
+  }
+  frmStationGetInstr picker(this);
+  picker.ShowModally();
+  if (picker.Result == frmStationGetInstr::kCancelled) {
+    return;
+  }
+  const Error gone(ErrorKind::Index,
+                   "The chosen instrument is not in the calibration data any more. Choose it "
+                   "again.");
+  const auto row = static_cast<std::size_t>(picker.Result);
+  if (row >= gCalFiles.size()) {
+    throw gone;
+  }
+  for (const std::string& name : NamesIn(ui_->LstInstrment)) {
+    if (name == gCalFiles.at(row).ModelNumber) {
+      Tell(this, "This instrment is already exist.");
+      return;
+    }
+  }
+  if (!ui_->LstInstrment->isEnabled()) {
+    ui_->LstInstrment->clear();
+    ui_->LstInstrment->setEnabled(true);
+  }
+  CalFileInfo& picked = gCalFiles.at(row);
+  picked.ModelNumber = CleanedModel(picked.ModelNumber);
+  AddName(ui_->LstInstrment, picked.ModelNumber);
+  ui_->txtData_0->setText(ToQt(picked.ModelNumber));
+  ui_->txtData_4->setText(ToQt(picked.Option));
+  ui_->txtData_6->setText(QString::number(picked.DueYear));
+  ui_->cmbCalMonth->setCurrentText(ToQt(NumberToMonth(picked.DueMonth)));
+  ui_->txtData_8->setText(QString::number(picked.DueDay));
+  ui_->txtData_11->setText(ToQt(picked.Comment));
+  FillSerialList(picked.ModelNumber);
+  if (row >= static_cast<std::size_t>(ui_->cmbSerial->count())) {
+    throw gone;
+  }
+  ui_->cmbSerial->setCurrentIndex(static_cast<int>(row));
+  cmbSerial_Click();
+  editingArmed_ = true;
+}
+
+void frmStationModelList::btnSave_Click() {
+  Save();
+}
+
+frmStationModelList::SaveResult frmStationModelList::Save() {
+  const StationInstrument instrument = Shown();
+  SaveResult result = SaveResult::Failed;
+  Guarded(
+      this,
+      [&] {
+        if (!HasValidDueDate(instrument)) {
+          CurrentQuestions().Ask(
+              this, {.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning});
+          result = SaveResult::InvalidDate;
+          return;
+        }
+        SaveInstrumentFile(stationFolder_, instrument);
+        ui_->btnSave->setEnabled(false);
+        result = SaveResult::Saved;
+      },
+      [this](const Error& error) {
+        CurrentQuestions().Ask(this, {.text = "Error: Cannot save ",
+                                      .icon = QMessageBox::Warning,
+                                      .detail = ToQt(error.what())});
+      });
+  return result;
+}
+
+void frmStationModelList::btnDelete_Click() {
+  Guarded(this, [this] { DeleteInstrument(); });
+}
+
+void frmStationModelList::DeleteInstrument() {
+  const QString model = ui_->txtData_0->text();
+  if (model.isEmpty() || model == kPlaceholder) {
+    Tell(this, "No model is selected.");
+    return;
+  }
+  const auto answer =
+      CurrentQuestions().Ask(this, {.text = "Are you sure to want to delete " + model + "?",
+                                    .icon = QMessageBox::Warning,
+                                    .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                                    .defaultButton = QMessageBox::Cancel});
+  if (answer != QMessageBox::Ok) {
+    return;
+  }
+  DeleteInstrumentFile(stationFolder_, FromQt(model));
+  RefreshInstrumentList();
+  EmptyFields();
+}
+
+void frmStationModelList::btnClear_Click() {
+  Guarded(this, [this] { ClearInstruments(); });
+}
+
+void frmStationModelList::ClearInstruments() {
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "This action is current station instrment data be all lost.\r\n"
+                     "Do you wish to continue?",
+             .title = "Station Data Delete",
+             .icon = QMessageBox::Warning,
+             .buttons = QMessageBox::Yes | QMessageBox::No,
+             .defaultButton = QMessageBox::No});
+  if (answer != QMessageBox::Yes) {
+    return;
+  }
+  const bool deleted = Guarded(this, [this] { DeleteAllInstrumentFiles(stationFolder_); });
+  RefreshInstrumentList();
+  if (!deleted) {
+    return;
+  }
+  for (QLineEdit* box : txtData_) {
+    box->clear();
+  }
+  ui_->btnSave->setEnabled(false);
+  Tell(this, "Current station data delete completed.");
+}
+
+void frmStationModelList::btnReturn_Click() {
+  Guarded(this, [this] { Return(); });
+}
+
+void frmStationModelList::reject() {
+  btnReturn_Click();
+}
+
+void frmStationModelList::Return() {
+  auto answer = QMessageBox::No;
+  if (editingArmed_) {
+    answer = CurrentQuestions().Ask(
+        this, {.text = "Instruemnt Data was changed. Do you want to save it?",
+               .title = "Instrument data was changed.",
+               .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+               .defaultButton = QMessageBox::Yes});
+  }
+  if (answer == QMessageBox::Cancel) {
+    return;
+  }
+  // A date that does not exist is told, and the screen is left; a save that fails keeps it open.
+  if (answer == QMessageBox::Yes && Save() == SaveResult::Failed) {
+    return;
+  }
+  WriteStationInstrumentIndex();
+  accept();
+}
+
+StationInstrument frmStationModelList::Shown() const {
+  const auto text = [](const QLineEdit* box) { return FromQt(box->text()); };
+  return {.ModelNumber = text(ui_->txtData_0),
+          .SerialNumber = FromQt(ui_->cmbSerial->currentText()),
+          .AddressType = FromQt(ui_->cmbAddressType->currentText()),
+          .Address = text(ui_->txtData_2),
+          .Station = text(ui_->txtData_3),
+          .Options = text(ui_->txtData_4),
+          .Availability = text(ui_->txtData_5),
+          .DueDay = text(ui_->txtData_8),
+          .DueMonth = FromQt(ui_->cmbCalMonth->currentText()),
+          .DueYear = text(ui_->txtData_6),
+          .Asset = text(ui_->txtData_9),
+          .Trace = text(ui_->txtData_10),
+          .Comment = text(ui_->txtData_11),
+          .CalData = text(ui_->txtData_12)};
+}
+
+void frmStationModelList::Show(const StationInstrument& instrument) {
+  ui_->txtData_0->setText(ToQt(instrument.ModelNumber));
+  ui_->cmbSerial->setCurrentText(ToQt(instrument.SerialNumber));
+  ui_->cmbAddressType->setCurrentText(ToQt(instrument.AddressType));
+  ui_->txtData_2->setText(ToQt(instrument.Address));
+  ui_->txtData_3->setText(ToQt(instrument.Station));
+  ui_->txtData_4->setText(ToQt(instrument.Options));
+  ui_->txtData_5->setText(ToQt(instrument.Availability));
+  ui_->txtData_8->setText(ToQt(instrument.DueDay));
+  ui_->cmbCalMonth->setCurrentText(ToQt(instrument.DueMonth));
+  ui_->txtData_6->setText(ToQt(instrument.DueYear));
+  ui_->txtData_9->setText(ToQt(instrument.Asset));
+  ui_->txtData_10->setText(ToQt(instrument.Trace));
+  ui_->txtData_11->setText(ToQt(instrument.Comment));
+  ui_->txtData_12->setText(ToQt(instrument.CalData));
+}
+
+void frmStationModelList::EmptyFields() {
+  for (QLineEdit* box : txtData_) {
+    box->clear();
+  }
+  ui_->cmbAddressType->setCurrentText(kNoAddressType);
+  ui_->cmbSerial->setCurrentIndex(-1);
+  ui_->cmbSerial->clearEditText();
+  ui_->cmbCalMonth->setCurrentText("JAN");
+}
+
+}  // namespace tarvell

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_STATION_FRMSTATIONMODELLIST_H
+#define TARVELL_STATION_FRMSTATIONMODELLIST_H
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "common/mTypeDef.h"
+#include "station/StationFiles.h"
+
+namespace tarvell {
+
+namespace Ui {
+class frmStationModelList;
+}
+
+/// Edits the instruments of one station. A new one is made for each visit.
+class frmStationModelList final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmStationModelList(QWidget* parent);
+  frmStationModelList(const frmStationModelList&) = delete;
+  frmStationModelList& operator=(const frmStationModelList&) = delete;
+  ~frmStationModelList() override;
+
+  /// Set by the opener before the screen is shown.
+  std::string StationName;
+
+  void ShowModally();
+
+  /// Escape and the frame do what Return does.
+  void reject() override;
+
+ private:
+  enum class SaveResult { Saved, InvalidDate, Failed };
+
+  void LstInstrment_Click();
+  void Field_Change();
+  void cmbSerial_Click();
+  void btnAdd_Click();
+  void btnDelete_Click();
+  void btnClear_Click();
+  void btnSave_Click();
+  void btnReturn_Click();
+
+  void SetUpFields();
+  void RefreshInstrumentList();
+  void WriteStationInstrumentIndex();
+  void FillSerialList(const std::string& model);
+  void LoadInstrument(const std::string& name);
+  void AddInstrument();
+  void DeleteInstrument();
+  void ClearInstruments();
+  void Return();
+  SaveResult Save();
+
+  [[nodiscard]] StationInstrument Shown() const;
+  void Show(const StationInstrument& instrument);
+  void ShowRow(const CalFileInfo& row);
+  void EmptyFields();
+
+  std::unique_ptr<Ui::frmStationModelList> ui_;
+  std::array<QLineEdit*, 11> txtData_;
+  std::string stationFolder_;
+  bool editingArmed_ = false;  ///< whether an edit enables the Save button
+};
+
+}  // namespace tarvell
+
+#endif
