@@ -48,6 +48,7 @@ CellEditor::CellEditor(CalGrid* grid)
   txtCell_->installEventFilter(this);
   txtCellCmb_->installEventFilter(this);
   grid_->installEventFilter(this);
+  grid_->viewport()->installEventFilter(this);
   connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
   connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CellEditor::CommitGuarded);
@@ -70,6 +71,11 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
       CommitGuarded();
     }
     return false;
+  }
+  if (watched == grid_->viewport()) {
+    // The grid has got the focus, and the edit is open all the same: it was refused. The click
+    // goes no further, or leaving the cell would have it refused once more.
+    return IsOpen() && event->type() == QEvent::MouseButtonPress;
   }
   if (event->type() != QEvent::KeyPress) {
     return false;
@@ -217,7 +223,8 @@ void CellEditor::CommitGuarded() {
 }
 
 void CellEditor::Cancel() {
-  if (txtCell_->isVisible()) {
+  // Not hidden, although it cannot be seen, when the screen was closed during the edit.
+  if (!txtCell_->isHidden()) {
     Close();
   }
 }
