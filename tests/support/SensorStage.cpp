@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/SensorStage.h"
+
+#include <algorithm>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/frmInput.h"
+
+namespace tarvell::test {
+
+namespace {
+
+std::string PaddedLeft(const std::string& text, std::size_t width) {
+  return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+}  // namespace
+
+std::string SensorFile::Bytes() const {
+  std::vector<std::string> lines = {
+      "#MODEL_NO : " + model,
+      "#SER_NO   : " + serial,
+      "#CAL_DATE : " + calDate,
+      "#CAL_NO   : " + calNo,
+      "#DUE_DATE : " + dueDate,
+      "#COMMENT  : " + comment,
+      "!",
+      "!",
+      "!        :              : Reflection Coefficient",
+      std::string("!FEQ(") + (model == "PX13A" ? "GHz" : "MHz") +
+          "): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)"};
+  for (const auto& [frequency, factor] : rows) {
+    lines.push_back("*" + PaddedLeft(frequency, 8) + ":    " + PaddedLeft(factor, 5) + "     :" +
+                    (frequency == reference ? " (Ref.)" : "    0.0") +
+                    "    :     0.0    :    0.0    :     0.0  ");
+  }
+  lines.emplace_back("!End");
+  return Lines(lines);
+}
+
+SensorRows ManyRows(std::size_t count) {
+  SensorRows rows;
+  for (std::size_t i = 1; i <= count; ++i) {
+    rows.emplace_back(std::to_string(i) + ".00", "100.0");
+  }
+  return rows;
+}
+
+SensorStage::SensorStage() : platform_(tree_.ProgramFolder()) {
+  gCalibrationDir = "c:\\calfactors";
+  gCalFiles.fill(CalFileInfo());
+}
+
+void SensorStage::ShowFile(const SensorFile& file, const Act& act) {
+  const std::string last =
+      file.serial.size() > 5 ? file.serial.substr(file.serial.size() - 5) : file.serial;
+  const std::string path = gCalibrationDir + "\\" + file.model + "\\SN" + last;
+  tree_.Write(path, file.Bytes());
+  gCalFiles[0].FilePath = path;
+  Show(0, file.model, act);
+}
+
+void SensorStage::ShowNew(const SensorFile& file, const Act& act) {
+  WriteTemplate(file);
+  tree_.MakeFolders(gCalibrationDir + "\\" + file.model);
+  Show(frmCalDataInput::kNewData, file.model, act);
+}
+
+void SensorStage::ShowAgain(std::string_view model, const Act& act) {
+  Show(0, model, act);
+}
+
+void SensorStage::WriteTemplate(const SensorFile& file) const {
+  WriteNative(tree_.ProgramFolder() / ("Temp" + file.model), file.Bytes());
+}
+
+void SensorStage::Show(std::int16_t index, std::string_view model, const Act& act) {
+  shown_ = false;
+  user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
+    shown_ = true;
+    // The screen is closed also after a fatal failure within.
+    act(editor);
+    if (editor.isVisible()) {
+      editor.reject();
+    }
+  });
+  editor_.SetupDat(index, std::string(model));
+  EXPECT_TRUE(shown_);
+}
+
+void SensorStage::AddPoint(frmCalDataInput& editor, const QString& number, const QString& unit) {
+  user_.At<frmInput>([=](frmInput& dialog) {
+    Type(number);
+    Choose(dialog, "cmbUnit", unit);
+    Click(dialog, "btnOk");
+  });
+  Click(editor, "btnAddPoint");
+  // As a window manager does when the dialog is gone.
+  editor.activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
+}
+
+void SensorStage::DeletePoint(frmCalDataInput& editor, const QString& point,
+                              QMessageBox::StandardButton answer) {
+  questions_.Expect({.text = "Are you want delete? (" + point + ")",
+                     .icon = QMessageBox::Warning,
+                     .buttons = QMessageBox::Yes | QMessageBox::No,
+                     .defaultButton = QMessageBox::No},
+                    answer);
+  Click(editor, "btnDeletePoint");
+}
+
+}  // namespace tarvell::test

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SUPPORT_SENSORSTAGE_H
+#define TARVELL_TESTS_SUPPORT_SENSORSTAGE_H
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "calscreens/CalGrid.h"
+#include "calscreens/frmCalDataInput.h"
+#include "support/DesktopTestPlatform.h"
+#include "support/ScriptedQuestions.h"
+#include "support/TestTree.h"
+#include "support/User.h"
+
+namespace tarvell::test {
+
+/// Frequency and factor of each row.
+using SensorRows = std::vector<std::pair<std::string, std::string>>;
+
+/// A power sensor's data file, put together by hand.
+struct SensorFile {
+  std::string model = "PX12A";
+  std::string serial = "3318A12345";
+  std::string calDate = "20010305";
+  std::string calNo = "C-0042";
+  std::string dueDate = "20020305";
+  std::string comment = "factory";
+  SensorRows rows;
+  std::string reference = "50.00";  ///< the frequency text whose row says "(Ref.)"
+
+  [[nodiscard]] std::string Bytes() const;
+};
+
+/// `count` rows of 1 MHz, 2 MHz and so on, each with the factor 100.0.
+[[nodiscard]] SensorRows ManyRows(std::size_t count);
+
+/// Shows power sensor data in the single-table editor. Message boxes are answered by a script.
+class SensorStage : public testing::Test {
+ protected:
+  using Act = std::function<void(frmCalDataInput& editor)>;
+
+  SensorStage();
+
+  /// Writes a file as data of its model, in the first row of `gCalFiles`, and shows it.
+  void ShowFile(const SensorFile& file, const Act& act);
+  /// Writes a file as the template of its model, makes the model folder, and shows new data.
+  void ShowNew(const SensorFile& file, const Act& act);
+  /// Shows what was saved.
+  void ShowAgain(std::string_view model, const Act& act);
+
+  void WriteTemplate(const SensorFile& file) const;
+
+  /// Adds a point through the input dialog, whose unit is preset.
+  void AddPoint(frmCalDataInput& editor, const QString& number, const QString& unit);
+  /// Presses Delete Calibration Point and answers the question.
+  void DeletePoint(frmCalDataInput& editor, const QString& point,
+                   QMessageBox::StandardButton answer);
+
+  TestTree tree_;
+  DesktopTestPlatform platform_;
+  User user_;
+  ScriptedQuestions questions_;
+  frmCalDataInput editor_{nullptr};
+  bool shown_ = false;  ///< whether the screen came at all
+
+ private:
+  void Show(std::int16_t index, std::string_view model, const Act& act);
+};
+
+[[nodiscard]] inline CalGrid& GridOf(frmCalDataInput& editor) {
+  return Find<CalGrid>(editor, "Grid");
+}
+
+}  // namespace tarvell::test
+
+#endif
