@@ -33,6 +33,9 @@ class CalGrid final : public QTableView {
   [[nodiscard]] std::int16_t CurrentColumn() const;
   void SetCurrentCell(std::int16_t row, std::int16_t column);
 
+  /// Typing in a column that cannot be edited does nothing: it does not search either.
+  void keyboardSearch(const QString& /*search*/) override {}
+
  protected:
   void resizeEvent(QResizeEvent* event) override;
 
