@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SUPPORT_FULLDISK_H
+#define TARVELL_TESTS_SUPPORT_FULLDISK_H
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "common/LinuxPlatform.h"
+
+namespace tarvell::test {
+
+/// The system with a disk that takes nothing more while `isFull`; the current platform while it
+/// lives.
+class FullDisk : public LinuxPlatform {
+ public:
+  FullDisk() : before_(SetCurrentPlatform(this)) {}
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+  ~FullDisk() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+                                                std::unique_ptr<OutputFile>& file) override {
+    const std::error_code code = LinuxPlatform::CreateTemporary(folder, path, file);
+    Wrap(file);
+    return code;
+  }
+  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+                                            std::unique_ptr<OutputFile>& file) override {
+    const std::error_code code = LinuxPlatform::OpenInPlace(path, file);
+    Wrap(file);
+    return code;
+  }
+
+  bool isFull = true;
+  int refused = 0;  ///< how often the disk was found full
+
+ private:
+  class File : public OutputFile {
+   public:
+    File(FullDisk& disk, std::unique_ptr<OutputFile> file) : disk_(disk), file_(std::move(file)) {}
+
+    [[nodiscard]] std::error_code Write(std::string_view bytes, std::size_t& count) override {
+      if (disk_.isFull) {
+        ++disk_.refused;
+        count = 0;
+        return std::make_error_code(std::errc::no_space_on_device);
+      }
+      return file_->Write(bytes, count);
+    }
+    [[nodiscard]] std::error_code CutHere() override { return file_->CutHere(); }
+    [[nodiscard]] std::error_code Length(std::uintmax_t& length) override {
+      return file_->Length(length);
+    }
+    [[nodiscard]] std::error_code TakeAttributesOf(const std::string& path) override {
+      return file_->TakeAttributesOf(path);
+    }
+    [[nodiscard]] std::error_code Sync() override { return file_->Sync(); }
+    [[nodiscard]] std::error_code Close() override { return file_->Close(); }
+
+   private:
+    FullDisk& disk_;
+    std::unique_ptr<OutputFile> file_;
+  };
+
+  void Wrap(std::unique_ptr<OutputFile>& file) {
+    if (file) {
+      file = std::make_unique<File>(*this, std::move(file));
+    }
+  }
+
+  Platform* before_;
+};
+
+}  // namespace tarvell::test
+
+#endif
