@@ -178,7 +178,7 @@ void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, See
 }
 
 void CalDataFile::WriteHeader(FileText& text) const {
-  text.Line("#MODEL_NO : " + modelNumber_);
+  text.Line("#MODEL_NO : " + std::string(WrittenModel()));
   text.Line("#SER_NO   : " + serialNumber_);
   text.Line("#CAL_DATE : " + calDate_.Digits());
   text.Line("#CAL_NO   : " + calibrationNumber_);

@@ -85,6 +85,9 @@ class CalDataFile : public cifCaldata {
     bool isComplete = false;
   };
 
+  /// The code on the model line that is written.
+  [[nodiscard]] virtual std::string_view WrittenModel() const { return modelNumber_; }
+
   // What a model reads besides the header. All may read on, and throw an Index error when there
   // is no row for a line. By default such lines are passed over.
 

@@ -81,6 +81,8 @@ class CapacitorSet : public CalDataFile {
   /// The rows of a page run up to the first empty frequency.
   using Page = std::array<Row, kTableRows>;
 
+  /// Its own code, whatever it was told.
+  [[nodiscard]] std::string_view WrittenModel() const final { return ModelCode(); }
   void BeginRead() final;
   void TakePageLine(const LineWords& words, ItemReader& reader) final;
   bool EndRead(const std::string& lastItem) final;

@@ -27,6 +27,10 @@ const ResistorPage* PageOf(std::int16_t page) {
              : nullptr;
 }
 
+bool IsRelative(const ResistorPage& page, std::int16_t column) {
+  return column != kNoColumn && column == page.relativeColumn;
+}
+
 const ResistorFormat* FindFormat(std::int16_t page, std::int16_t column, std::int16_t row) {
   const std::int16_t ruled = page >= kHighFrequencyPage && column == 4 ? std::int16_t{3} : column;
   const auto* found = std::find_if(kResistorFormat.begin(), kResistorFormat.end(),
@@ -85,8 +89,8 @@ std::string cInstrRT730A::GetCalibrationDataFormat(std::int16_t page, std::int16
   if (known == nullptr) {
     return std::string(trimmed.substr(0, trimmed.find(' ')));
   }
-  return column == known->relativeColumn ? SplitRelative(trimmed, unit)
-                                         : NumberOfCell(page, column, row, trimmed);
+  return IsRelative(*known, column) ? SplitRelative(trimmed, unit)
+                                    : NumberOfCell(page, column, row, trimmed);
 }
 
 std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
@@ -108,7 +112,7 @@ std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16
 std::int16_t cInstrRT730A::GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                               std::vector<std::string>& units) const {
   const ResistorPage* known = PageOf(page);
-  if (known != nullptr && column != kNoColumn && column == known->relativeColumn) {
+  if (known != nullptr && IsRelative(*known, column)) {
     units = {"ppm", "%"};
   } else {
     units = {"*"};
@@ -202,7 +206,11 @@ void cInstrRT730A::TakeCommentLine(const std::string& item, ItemReader& reader) 
 void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader) {
   const auto pageIndex = static_cast<std::size_t>(page);
   for (int i = 0; i < linesToSkip && !reader.AtEnd(); ++i) {
-    static_cast<void>(reader.ReadItem());
+    const std::string item = reader.ReadItem();
+    if (!item.empty() && item.front() == '*') {
+      Note("The section \"" + GetCalPageName(page) +
+           "\" lacks a title line. The line in its place was not read as one of its rows: " + item);
+    }
   }
   if (++sections_.at(pageIndex) == 2) {
     Note("The section \"" + GetCalPageName(page) +

@@ -46,6 +46,8 @@ class cInstrRT730A final : public CalDataFile {
   /// The rows of a page run up to the first empty first column.
   using Page = std::array<Row, kTableRows>;
 
+  /// Its own code, whatever it was told.
+  [[nodiscard]] std::string_view WrittenModel() const override { return ModelCode(); }
   void BeginRead() override;
   void TakeCommentLine(const std::string& item, ItemReader& reader) override;
   bool EndRead(const std::string& lastItem) override;
