@@ -5,6 +5,8 @@
 
 #include <QLayout>
 
+#include <utility>
+
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CalHeaderBlock.h"
 #include "calscreens/CellEditor.h"
@@ -16,9 +18,13 @@
 
 namespace tarvell {
 
-void CalEditor::SetUp(CalHeaderBlock* header, CellEditor* cellEditor) {
+CalEditor::CalEditor(QWidget* parent) : QDialog(parent) {}
+
+CalEditor::~CalEditor() = default;
+
+void CalEditor::SetUp(CalHeaderBlock* header, std::unique_ptr<CellEditor> cellEditor) {
   header_ = header;
-  cellEditor_ = cellEditor;
+  cellEditor_ = std::move(cellEditor);
   connect(header_, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
 }
 

@@ -22,6 +22,10 @@ class CalEditor : public QDialog {
   Q_OBJECT
 
  public:
+  CalEditor(const CalEditor&) = delete;
+  CalEditor& operator=(const CalEditor&) = delete;
+  ~CalEditor() override;
+
   /// Index that stands for new data.
   static constexpr std::int16_t kNewData = 999;
 
@@ -31,10 +35,10 @@ class CalEditor : public QDialog {
   void SetupDat(std::int16_t index, const std::string& modelCode);
 
  protected:
-  explicit CalEditor(QWidget* parent) : QDialog(parent) {}
+  explicit CalEditor(QWidget* parent);
 
   /// Takes the controls that every editor has; called once, when they are made.
-  void SetUp(CalHeaderBlock* header, CellEditor* cellEditor);
+  void SetUp(CalHeaderBlock* header, std::unique_ptr<CellEditor> cellEditor);
 
   [[nodiscard]] const Model& CurrentModel() const { return *model_; }
   [[nodiscard]] cifCaldata& Data() const { return *data_; }
@@ -59,7 +63,7 @@ class CalEditor : public QDialog {
   void TellNotices();
 
   CalHeaderBlock* header_ = nullptr;
-  CellEditor* cellEditor_ = nullptr;
+  std::unique_ptr<CellEditor> cellEditor_;  ///< ends before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
 };

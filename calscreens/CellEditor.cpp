@@ -32,8 +32,7 @@ std::int16_t GridColumn(const QModelIndex& cell) {
 }  // namespace
 
 CellEditor::CellEditor(CalGrid* grid)
-    : QObject(grid),
-      grid_(grid),
+    : grid_(grid),
       txtCell_(new QLineEdit(grid->viewport())),
       txtCellCmb_(new QComboBox(grid->viewport())) {
   txtCell_->setObjectName("txtCell");

@@ -43,6 +43,7 @@ class CellEditor final : public QObject {
   Q_OBJECT
 
  public:
+  /// `grid` outlives the object.
   explicit CellEditor(CalGrid* grid);
 
   void SetRules(CellRules rules) { rules_ = std::move(rules); }

@@ -28,7 +28,7 @@ constexpr std::int16_t kCalDataColumn = 2;
 frmCalDataInput::frmCalDataInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
-  auto* cellEditor = new CellEditor(ui_->Grid);  // the grid owns it
+  auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
   cellEditor->SetRules({.textToEdit =
                             [this](std::int16_t column, std::int16_t /*row*/,
                                    const std::string& text, std::string& unit) {
@@ -39,7 +39,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
                                    const std::string& text, const std::string& /*unit*/) {
                               return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
                             }});
-  SetUp(ui_->header, cellEditor);
+  SetUp(ui_->header, std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);

@@ -40,7 +40,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);
   FileTextValidator::Attach(ui_->txtTabSerial);
-  auto* cellEditor = new CellEditor(ui_->grid);  // the grid owns it
+  auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
   cellEditor->SetRules(
       {.textToEdit =
            [this](std::int16_t column, std::int16_t row, const std::string& text,
@@ -54,7 +54,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
              return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
            },
        .units = [this](std::int16_t column) { return UnitsOf(column); }});
-  SetUp(ui_->header, cellEditor);
+  SetUp(ui_->header, std::move(cellEditor));
   connect(ui_->tTab, &QTabBar::currentChanged, this, &frmCalDataTabInput::tTab_Click);
   connect(ui_->chkCheck, &QCheckBox::clicked, this, &frmCalDataTabInput::chkCheck_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataTabInput::btnOk_Click);
