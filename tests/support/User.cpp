@@ -32,6 +32,19 @@ void Activate(QWidget& control) {
   }
 }
 
+/// Whether a screen or pop-up has come and, where it takes keys, has the keyboard.
+bool IsReady(QWidget& screen) {
+  if (!screen.isVisible()) {
+    return false;
+  }
+  if (QApplication::activePopupWidget() == nullptr && !screen.isActiveWindow()) {
+    // As a window manager does.
+    screen.activateWindow();
+    return false;
+  }
+  return true;
+}
+
 QPoint CellCentre(QTableView& grid, int row, int column) {
   const QModelIndex cell = grid.model()->index(row - 1, column);
   EXPECT_TRUE(cell.isValid()) << "no cell " << row << ", " << column;
@@ -192,7 +205,7 @@ void User::Look() {
   if (screen == nullptr) {
     screen = QApplication::activeModalWidget();
   }
-  if (screen != nullptr && screen->isVisible() && steps_.front().matches(screen)) {
+  if (screen != nullptr && IsReady(*screen) && steps_.front().matches(screen)) {
     const Step step = std::move(steps_.front());
     steps_.pop_front();
     waiting_.restart();
@@ -200,10 +213,12 @@ void User::Look() {
     LookSoon();
     const bool outerActing = std::exchange(acting_, true);
     const std::ptrdiff_t outerNext = std::exchange(nextInner_, 0);
+    const auto before = static_cast<std::ptrdiff_t>(steps_.size());
     step.act(screen);
     acting_ = outerActing;
-    // This step came from the outer one's own, and is gone.
-    nextInner_ = std::max<std::ptrdiff_t>(outerNext - 1, 0);
+    // This step came from the outer one's own, and is gone; so are those that ran within it.
+    const std::ptrdiff_t left = static_cast<std::ptrdiff_t>(steps_.size()) - nextInner_;
+    nextInner_ = std::max<std::ptrdiff_t>(outerNext - 1 - (before - left), 0);
     return;
   }
   if (waiting_.elapsed() > kPatience) {
