@@ -42,6 +42,13 @@ void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int 
   spinner->SetBuddy(box);
 }
 
+/// Shows `text` in an editable list, and chooses the entry that reads so, where there is one: the
+/// keys then go on from it, and leaving the list does not count as a choice.
+void ShowText(QComboBox* box, const QString& text) {
+  box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  box->setEditText(text);
+}
+
 /// The model number without the maker's prefix and the option's suffix.
 std::string CleanedModel(const std::string& model) {
   static constexpr std::string_view kMaker = "QZ";
@@ -91,6 +98,8 @@ void frmStationModelList::SetUpFields() {
   }
   for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
     FileTextValidator::Attach(box->lineEdit());
+    // Free text is kept as it was typed.
+    box->setCompleter(nullptr);
     connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
   }
 }
@@ -121,13 +130,10 @@ void frmStationModelList::RefreshInstrumentList() {
 }
 
 void frmStationModelList::WriteStationInstrumentIndex() {
-  std::vector<std::string> instruments;
-  for (const std::string& name : NamesIn(ui_->LstInstrment)) {
-    if (name != kPlaceholder) {
-      instruments.push_back(name);
-    }
-  }
-  tarvell::WriteStationInstrumentIndex(stationFolder_, instruments);
+  // The list is disabled while it holds the placeholder alone.
+  const bool hasInstruments = ui_->LstInstrment->isEnabled();
+  tarvell::WriteStationInstrumentIndex(
+      stationFolder_, hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>());
 }
 
 void frmStationModelList::FillSerialList(const std::string& model) {
@@ -186,7 +192,7 @@ void frmStationModelList::ShowRow(const CalFileInfo& row) {
   ui_->txtData_4->setText(ToQt(row.Option));
   const bool hasDate = row.DueYear != 0 && row.DueMonth != 0 && row.DueDay != 0;
   ui_->txtData_6->setText(hasDate ? QString::number(row.DueYear) : "2000");
-  ui_->cmbCalMonth->setCurrentText(hasDate ? ToQt(NumberToMonth(row.DueMonth)) : "JAN");
+  ShowText(ui_->cmbCalMonth, hasDate ? ToQt(NumberToMonth(row.DueMonth)) : "JAN");
   ui_->txtData_8->setText(hasDate ? QString::number(row.DueDay) : "1");
 }
 
@@ -232,7 +238,7 @@ void frmStationModelList::AddInstrument() {
   ui_->txtData_0->setText(ToQt(picked.ModelNumber));
   ui_->txtData_4->setText(ToQt(picked.Option));
   ui_->txtData_6->setText(QString::number(picked.DueYear));
-  ui_->cmbCalMonth->setCurrentText(ToQt(NumberToMonth(picked.DueMonth)));
+  ShowText(ui_->cmbCalMonth, ToQt(NumberToMonth(picked.DueMonth)));
   ui_->txtData_8->setText(QString::number(picked.DueDay));
   ui_->txtData_11->setText(ToQt(picked.Comment));
   FillSerialList(picked.ModelNumber);
@@ -323,31 +329,35 @@ void frmStationModelList::ClearInstruments() {
 }
 
 void frmStationModelList::btnReturn_Click() {
-  Guarded(this, [this] { Return(); });
+  Guarded(this, [this] {
+    if (MayLeave()) {
+      WriteStationInstrumentIndex();
+      accept();
+    }
+  });
 }
 
 void frmStationModelList::reject() {
-  btnReturn_Click();
+  Guarded(this, [this] {
+    if (MayLeave()) {
+      // A folder that cannot be written must not hold the user here.
+      Guarded(this, [this] { WriteStationInstrumentIndex(); });
+      accept();
+    }
+  });
 }
 
-void frmStationModelList::Return() {
-  auto answer = QMessageBox::No;
-  if (editingArmed_) {
-    answer = CurrentQuestions().Ask(
-        this, {.text = "Instruemnt Data was changed. Do you want to save it?",
-               .title = "Instrument data was changed.",
-               .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-               .defaultButton = QMessageBox::Yes});
+bool frmStationModelList::MayLeave() {
+  if (!editingArmed_) {
+    return true;
   }
-  if (answer == QMessageBox::Cancel) {
-    return;
-  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "Instruemnt Data was changed. Do you want to save it?",
+             .title = "Instrument data was changed.",
+             .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Yes});
   // A date that does not exist is told, and the screen is left; a save that fails keeps it open.
-  if (answer == QMessageBox::Yes && Save() == SaveResult::Failed) {
-    return;
-  }
-  WriteStationInstrumentIndex();
-  accept();
+  return answer == QMessageBox::No || (answer == QMessageBox::Yes && Save() != SaveResult::Failed);
 }
 
 StationInstrument frmStationModelList::Shown() const {
@@ -370,14 +380,14 @@ StationInstrument frmStationModelList::Shown() const {
 
 void frmStationModelList::Show(const StationInstrument& instrument) {
   ui_->txtData_0->setText(ToQt(instrument.ModelNumber));
-  ui_->cmbSerial->setCurrentText(ToQt(instrument.SerialNumber));
-  ui_->cmbAddressType->setCurrentText(ToQt(instrument.AddressType));
+  ShowText(ui_->cmbSerial, ToQt(instrument.SerialNumber));
+  ShowText(ui_->cmbAddressType, ToQt(instrument.AddressType));
   ui_->txtData_2->setText(ToQt(instrument.Address));
   ui_->txtData_3->setText(ToQt(instrument.Station));
   ui_->txtData_4->setText(ToQt(instrument.Options));
   ui_->txtData_5->setText(ToQt(instrument.Availability));
   ui_->txtData_8->setText(ToQt(instrument.DueDay));
-  ui_->cmbCalMonth->setCurrentText(ToQt(instrument.DueMonth));
+  ShowText(ui_->cmbCalMonth, ToQt(instrument.DueMonth));
   ui_->txtData_6->setText(ToQt(instrument.DueYear));
   ui_->txtData_9->setText(ToQt(instrument.Asset));
   ui_->txtData_10->setText(ToQt(instrument.Trace));
@@ -389,10 +399,10 @@ void frmStationModelList::EmptyFields() {
   for (QLineEdit* box : txtData_) {
     box->clear();
   }
-  ui_->cmbAddressType->setCurrentText(kNoAddressType);
+  ShowText(ui_->cmbAddressType, kNoAddressType);
   ui_->cmbSerial->setCurrentIndex(-1);
   ui_->cmbSerial->clearEditText();
-  ui_->cmbCalMonth->setCurrentText("JAN");
+  ShowText(ui_->cmbCalMonth, "JAN");
 }
 
 }  // namespace tarvell

@@ -36,7 +36,8 @@ class frmStationModelList final : public QDialog {
 
   void ShowModally();
 
-  /// Escape and the frame do what Return does.
+  /// Escape and the frame do what Return does, and leave the screen also when INDEX cannot be
+  /// written, which is told.
   void reject() override;
 
  private:
@@ -59,7 +60,8 @@ class frmStationModelList final : public QDialog {
   void AddInstrument();
   void DeleteInstrument();
   void ClearInstruments();
-  void Return();
+  /// Asks about an opened instrument, and saves it when that is the answer.
+  bool MayLeave();
   SaveResult Save();
 
   [[nodiscard]] StationInstrument Shown() const;
