@@ -95,12 +95,39 @@ TEST(Models, StepAttenuatorsHaveAClass) {
   }
 }
 
-TEST(Models, TestKitsSensorsAndAttenuatorsCanBeAdded) {
-  for (const char* code :
-       {"RT410A", "RT410B", "PX11D", "PX12A", "PX13A", "PX11A", "PX60G", "PX60H"}) {
+TEST(Models, SetsHaveAClass) {
+  for (const char* code : {"RT520A", "RT520C", "RT730A"}) {
     const Model* model = FindModel(code);
     ASSERT_NE(model, nullptr) << code;
-    EXPECT_TRUE(CanAdd(*model)) << code;
+    ASSERT_NE(model->create, nullptr) << code;
+    EXPECT_NE(model->create(), nullptr) << code;
+  }
+}
+
+TEST(Models, EveryModelCanBeAdded) {
+  for (const Model& model : kModels) {
+    EXPECT_TRUE(CanAdd(model)) << model.code;
+  }
+}
+
+TEST(Models, SetsAloneAreEditedPageByPage) {
+  std::vector<std::string_view> codes;
+  for (const Model& model : kModels) {
+    if (HasPages(model)) {
+      codes.push_back(model.code);
+    }
+  }
+  EXPECT_EQ(codes, (std::vector<std::string_view>{"RT520A", "RT520C", "RT730A"}));
+}
+
+TEST(Models, SetsAloneHaveSeveralNamedPages) {
+  for (const Model& model : kModels) {
+    if (model.create == nullptr) {
+      continue;
+    }
+    const std::unique_ptr<cifCaldata> data = model.create();
+    EXPECT_EQ(data->GetCalPageCount() > 1, HasPages(model)) << model.code;
+    EXPECT_EQ(!data->GetCalPageName(0).empty(), HasPages(model)) << model.code;
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -214,6 +215,207 @@ INSTANTIATE_TEST_SUITE_P(Shipped, AttenuatorTemplates,
                          testing::Values(AttenuatorTemplate{"PX60G", 110, {"1.00E05"}},
                                          AttenuatorTemplate{"PX60H", 120, {"5.00E07", "1.00E09"}}),
                          [](const auto& test) { return std::string(test.param.code); });
+
+struct SetTemplate {
+  const char* code;
+  std::vector<std::string> pages;
+  std::vector<std::int16_t> rows;  ///< of each page
+};
+
+void PrintTo(const SetTemplate& set, std::ostream* stream) {
+  *stream << set.code;
+}
+
+/// A shipped template of a set of standards, loaded.
+class SetTemplates : public testing::TestWithParam<SetTemplate> {
+ protected:
+  void SetUp() override {
+    tree_.InstallTemplate(GetParam().code);
+    const Model* model = FindModel(GetParam().code);
+    ASSERT_NE(model, nullptr);
+    ASSERT_NE(model->create, nullptr);
+    data_ = model->create();
+    ASSERT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
+    ASSERT_EQ(static_cast<std::size_t>(data_->GetCalPageCount()), GetParam().pages.size());
+    for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+      grids_.push_back(std::make_unique<MemoryGrid>(std::int16_t{5}));
+      data_->GetCalData(page, *grids_.back());
+    }
+  }
+
+  [[nodiscard]] const MemoryGrid& Grid(std::int16_t page) const {
+    return *grids_.at(static_cast<std::size_t>(page));
+  }
+
+  [[nodiscard]] double Number(std::int16_t page, std::int16_t row, std::int16_t column) const {
+    return std::strtod(Grid(page).CellText(row, column).c_str(), nullptr);
+  }
+
+  [[nodiscard]] bool IsResistorSet() const { return std::string(GetParam().code) == "RT730A"; }
+
+  test::TestTree tree_;
+  std::unique_ptr<cifCaldata> data_;
+  std::vector<std::unique_ptr<MemoryGrid>> grids_;
+};
+
+TEST_P(SetTemplates, IsWrittenBackByteForByte) {
+  tree_.MakeFolders("c:\\out");
+  EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
+  EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
+            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
+}
+
+TEST_P(SetTemplates, LeavesNothingToTell) {
+  EXPECT_TRUE(data_->LoadNotices().empty()) << data_->LoadNotices()[0];
+}
+
+TEST_P(SetTemplates, HoldsTheModelTheStartDatesAndASerialNumberInItsHeader) {
+  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
+  EXPECT_NE(data_->SerialNumber(), "");
+  EXPECT_EQ(data_->CalibrationNumber(), "");
+  EXPECT_EQ(data_->Comment(), "");
+  std::int16_t year = 0;
+  std::string month;
+  std::int16_t day = 0;
+  data_->GetCalDate(year, month, day);
+  EXPECT_EQ(year, 2000);
+  EXPECT_EQ(month, "JAN");
+  EXPECT_EQ(day, 1);
+  data_->GetDueDate(year, month, day);
+  EXPECT_EQ(year, 2001);
+  EXPECT_EQ(month, "JAN");
+  EXPECT_EQ(day, 1);
+}
+
+TEST_P(SetTemplates, HasTheRowsOfEachPage) {
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    const auto index = static_cast<std::size_t>(page);
+    EXPECT_EQ(data_->GetCalPageName(page), GetParam().pages[index]);
+    EXPECT_EQ(Grid(page).RowCount() - 1, GetParam().rows[index]) << GetParam().pages[index];
+  }
+}
+
+TEST_P(SetTemplates, HasAnotherSerialNumberForEveryMember) {
+  if (IsResistorSet()) {
+    for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+      EXPECT_EQ(data_->GetCalPageSerial(page), "") << page;
+    }
+    return;
+  }
+  std::set<std::string> serials = {data_->SerialNumber()};
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    EXPECT_NE(data_->GetCalPageSerial(page), "") << page;
+    EXPECT_NE(data_->GetCalPageSerial(page), "*") << page;
+    EXPECT_TRUE(serials.insert(data_->GetCalPageSerial(page)).second) << page;
+  }
+}
+
+TEST_P(SetTemplates, IsSortedUpwardByFrequency) {
+  for (std::int16_t page = IsResistorSet() ? 2 : 0; page < data_->GetCalPageCount(); ++page) {
+    EXPECT_GT(Number(page, 1, 0), 0) << page;
+    for (std::int16_t row = 2; row < Grid(page).RowCount(); ++row) {
+      EXPECT_GT(Number(page, row, 0), Number(page, static_cast<std::int16_t>(row - 1), 0))
+          << page << ", row " << row;
+    }
+  }
+}
+
+TEST_P(SetTemplates, HoldsEveryCellAsItsEditorWouldStoreIt) {
+  int cells = 0;
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    for (std::int16_t row = 1; row < Grid(page).RowCount(); ++row) {
+      const std::int16_t columns =
+          IsResistorSet() && page < 2 ? static_cast<std::int16_t>(4 - page) : std::int16_t{5};
+      for (std::int16_t column = 1; column < columns; ++column) {
+        const std::string cell = Grid(page).CellText(row, column);
+        EXPECT_NE(cell, "") << page << ", row " << row << ", column " << column;
+        std::string unit;
+        const std::string edited = data_->GetCalibrationDataFormat(page, column, row, cell, unit);
+        EXPECT_EQ(data_->SetCalibrationDataFormat(page, column, row, edited, unit), cell)
+            << page << ", row " << row << ", column " << column;
+        ++cells;
+      }
+    }
+  }
+  EXPECT_GT(cells, 70);
+}
+
+/// The nominal value of each member, as every row has it.
+struct Nominal {
+  std::int16_t page;
+  double value;
+  const char* unit;
+};
+
+using MemberNominals = std::vector<Nominal>;
+
+class SetNominals : public testing::TestWithParam<std::pair<const char*, MemberNominals>> {};
+
+TEST_P(SetNominals, AreThoseOfTheMembersInEveryRow) {
+  const test::TestTree tree;
+  tree.InstallTemplate(GetParam().first);
+  const std::unique_ptr<cifCaldata> data = FindModel(GetParam().first)->create();
+  ASSERT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
+  for (const Nominal& nominal : GetParam().second) {
+    MemoryGrid grid(5);
+    data->GetCalData(nominal.page, grid);
+    ASSERT_GT(grid.RowCount(), 1) << nominal.page;
+    for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+      const std::string cell = grid.CellText(row, 1);
+      const std::string unit = nominal.unit;
+      EXPECT_EQ(std::strtod(cell.c_str(), nullptr), nominal.value) << nominal.page << ", " << row;
+      ASSERT_GE(cell.size(), unit.size());
+      EXPECT_EQ(cell.substr(cell.size() - unit.size()), unit) << nominal.page << ", " << row;
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shipped, SetNominals,
+    testing::Values(
+        std::make_pair(
+            "RT520A", MemberNominals{{0, 1, "pF"}, {1, 10, "pF"}, {2, 100, "pF"}, {3, 1000, "pF"}}),
+        std::make_pair("RT520C",
+                       MemberNominals{{0, 10, "nF"}, {1, 100, "nF"}, {2, 1, "uF"}, {3, 10, "uF"}}),
+        std::make_pair("RT730A", MemberNominals{{2, 10, " ohm"},
+                                                {3, 100, " ohm"},
+                                                {4, 1, " kohm"},
+                                                {5, 10, " kohm"},
+                                                {6, 100, " kohm"}})),
+    [](const auto& test) { return std::string(test.param.first); });
+
+TEST(ShippedResistorSet, HasTheNominalValuesOfItsNineResistors) {
+  const test::TestTree tree;
+  tree.InstallTemplate("RT730A");
+  const std::unique_ptr<cifCaldata> data = FindModel("RT730A")->create();
+  ASSERT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
+  MemoryGrid grid(5);
+  data->GetCalData(0, grid);
+  std::vector<std::string> values;
+  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    values.push_back(grid.CellText(row, 1));
+  }
+  EXPECT_EQ(values, (std::vector<std::string>{"1 mohm", "10 mohm", "100 mohm", "1 ohm", "10 ohm",
+                                              "100 ohm", "1 kohm", "10 kohm", "100 kohm"}));
+  EXPECT_EQ(grid.CellText(5, 0), "RT735A");
+  EXPECT_EQ(grid.CellText(6, 0), "RT736A");
+  EXPECT_EQ(grid.CellText(7, 0), "RT737A");
+  EXPECT_EQ(grid.CellText(8, 0), "RT738A");
+  EXPECT_EQ(grid.CellText(9, 0), "RT739A");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shipped, SetTemplates,
+    testing::Values(SetTemplate{"RT520A", {"RT521A", "RT522A", "RT523A", "RT524A"}, {8, 8, 8, 8}},
+                    // With option 001.
+                    SetTemplate{"RT520C", {"RT525A", "RT526A", "RT527A", "RT528A"}, {5, 5, 5, 5}},
+                    SetTemplate{"RT730A",
+                                {"DC Registance", "Indactance / Parallel Capacitance",
+                                 "HF Calibration at 10ohm", "HF Calibration at 100ohm",
+                                 "HF Calibration at 1kohm", "HF Calibration at 10kohm",
+                                 "HF Calibration at 100kohm"},
+                                {9, 6, 7, 7, 8, 8, 8}}),
+    [](const auto& test) { return std::string(test.param.code); });
 
 }  // namespace
 }  // namespace tarvell
