@@ -197,6 +197,7 @@ inline void KeyToTab(QWidget& editor, int tab) {
   QTabBar& tabs = TabsOf(editor);
   ASSERT_NE(tabs.focusPolicy() & Qt::TabFocus, 0);
   tabs.setFocus();
+  ASSERT_EQ(QApplication::focusWidget(), &tabs);
   while (tabs.currentIndex() != tab - 1) {
     const int before = tabs.currentIndex();
     Press(before < tab - 1 ? Qt::Key_Right : Qt::Key_Left);
