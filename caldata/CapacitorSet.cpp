@@ -180,7 +180,7 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   for (std::int16_t column = 0; column < kColumns; ++column) {
     grid.SetCellText(1, column, rows.front().at(static_cast<std::size_t>(column)));
   }
-  for (auto row = rows.begin() + 1; row != rows.end() && !row->front().empty(); ++row) {
+  for (const auto* row = rows.begin() + 1; row != rows.end() && !row->front().empty(); ++row) {
     std::string text;
     for (const std::string& cell : *row) {
       text += (text.empty() ? "" : "\t") + cell;

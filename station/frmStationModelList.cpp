@@ -63,6 +63,11 @@ std::string CleanedModel(const std::string& model) {
   return std::string(cleaned);
 }
 
+Error InstrumentGone() {
+  return {ErrorKind::Index,
+          "The chosen instrument is not in the calibration data any more. Choose it again."};
+}
+
 }  // namespace
 
 frmStationModelList::frmStationModelList(QWidget* parent)
@@ -215,12 +220,9 @@ void frmStationModelList::AddInstrument() {
   if (picker.Result == frmStationGetInstr::kCancelled) {
     return;
   }
-  const Error gone(ErrorKind::Index,
-                   "The chosen instrument is not in the calibration data any more. Choose it "
-                   "again.");
   const auto row = static_cast<std::size_t>(picker.Result);
   if (row >= gCalFiles.size()) {
-    throw gone;
+    throw InstrumentGone();
   }
   for (const std::string& name : NamesIn(ui_->LstInstrment)) {
     if (name == gCalFiles.at(row).ModelNumber) {
@@ -243,7 +245,7 @@ void frmStationModelList::AddInstrument() {
   ui_->txtData_11->setText(ToQt(picked.Comment));
   FillSerialList(picked.ModelNumber);
   if (row >= static_cast<std::size_t>(ui_->cmbSerial->count())) {
-    throw gone;
+    throw InstrumentGone();
   }
   ui_->cmbSerial->setCurrentIndex(static_cast<int>(row));
   cmbSerial_Click();

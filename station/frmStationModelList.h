@@ -70,7 +70,7 @@ class frmStationModelList final : public QDialog {
   void EmptyFields();
 
   std::unique_ptr<Ui::frmStationModelList> ui_;
-  std::array<QLineEdit*, 11> txtData_;
+  std::array<QLineEdit*, 11> txtData_{};
   std::string stationFolder_;
   bool editingArmed_ = false;  ///< whether an edit enables the Save button
 };
