@@ -98,10 +98,11 @@ void CalEditor::SaveAndClose() {
     header_->FocusSerial();
     return;
   }
+  const std::string name = DataFileName(serial);
   header_->Store(*data_);
   StoreTables();
   const std::string folder = Joined(gCalibrationDir, data_->ModelNumber());
-  data_->SaveCalibrationDataToFile(Joined(folder, DataFileName(serial)));
+  data_->SaveCalibrationDataToFile(Joined(folder, name));
   accept();
 }
 

@@ -205,7 +205,7 @@ void frmCalDataTabInput::TellMissingSerials() {
   }
   if (!members.isEmpty()) {
     Tell(this, "No serial number is entered for " + members.join(", ") +
-                   ". The data are saved without it.");
+                   ". The data will be saved without it.");
   }
 }
 

@@ -374,7 +374,7 @@ TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsToldAndTheDataAreSaved) {
     ClickTab(editor, 4);
     Fill(editor, "txtTabSerial", "");
     questions_.ExpectNotice(
-        "No serial number is entered for RT522A, RT524A. The data are saved without it.");
+        "No serial number is entered for RT522A, RT524A. The data will be saved without it.");
     Click(editor, "btnOk");
     EXPECT_FALSE(editor.isVisible());
   });
@@ -382,6 +382,18 @@ TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsToldAndTheDataAreSaved) {
   members[1].serial = "";
   members[3].serial = "";
   EXPECT_EQ(tree_.Read(PathOf("RT520A")), Lines(SetALines(members)));
+}
+
+TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsNotToldWhenTheSetsCannotNameAFile) {
+  EditNew("RT520A", [&](frmCalDataTabInput& editor) {
+    Fill(editor, "txtSerial", "0/1");
+    Fill(editor, "txtTabSerial", "");
+    questions_.ExpectError({"/"});
+    Click(editor, "btnOk");
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_EQ(TextOf(editor, "txtSerial"), "0/1");
+  });
+  EXPECT_TRUE(tree_.Names(R"(c:\calfactors\RT520A)").empty());
 }
 
 TEST_F(TabBadInput, AMemberThatIsNotThereNeedsNoSerialNumber) {
