@@ -7,7 +7,26 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace tarvell {
+
+namespace {
+
+/// Whether files can be put into the home trash. The toolkit tries for ever where they cannot.
+bool HomeTrashTakesFiles(const QString& data) {
+  for (const char* folder : {"", "/Trash", "/Trash/files", "/Trash/info"}) {
+    const QByteArray path = QFile::encodeName(data + folder);
+    if (::faccessat(AT_FDCWD, path.constData(), W_OK | X_OK, AT_EACCESS) != 0 &&
+        (*folder == '\0' || ::access(path.constData(), F_OK) == 0)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
 
 std::error_code DesktopPlatform::Recycle(const std::string& path) {
   EntryFacts facts;
@@ -19,8 +38,9 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
     return RemoveFile(path);
   }
   // The home trash is made on first use, but not the folder that it lies in.
-  QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-  if (QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  QDir().mkpath(data);
+  if (HomeTrashTakesFiles(data) && QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
     return {};
   }
   return LinuxPlatform::Recycle(path);

@@ -49,10 +49,12 @@ namespace {
   return code ? code : file.Close();
 }
 
+/// `touched` tells whether the file was opened at all.
 [[nodiscard]] std::error_code OverwriteInPlace(const std::string& target, EntryKind kind,
-                                               std::string_view bytes) {
+                                               std::string_view bytes, bool& touched) {
   std::unique_ptr<OutputFile> file;
   std::error_code code = CurrentPlatform().OpenInPlace(target, file);
+  touched = !code;
   if (!code) {
     code = WriteAll(*file, bytes);
   }
@@ -74,15 +76,16 @@ namespace {
 /// For the targets that nothing can replace.
 [[nodiscard]] std::error_code WriteInPlace(const std::string& path, const std::string& target,
                                            EntryKind kind, std::string_view bytes) {
+  bool touched = false;
   if (kind != EntryKind::File) {
-    return OverwriteInPlace(target, kind, bytes);
+    return OverwriteInPlace(target, kind, bytes, touched);
   }
   std::string earlier;
   if (const std::error_code code = ReadNativeFile(target, earlier)) {
     return code;
   }
-  const std::error_code code = OverwriteInPlace(target, kind, bytes);
-  if (code && OverwriteInPlace(target, kind, earlier)) {
+  const std::error_code code = OverwriteInPlace(target, kind, bytes, touched);
+  if (code && touched && OverwriteInPlace(target, kind, earlier, touched)) {
     throw Error(ErrorKind::WriteFailed,
                 "Saving failed (" + code.message() +
                     "), and the earlier content could not be put back. Keep this screen open, "
