@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QMenu>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -13,7 +12,6 @@
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
-#include "calscreens/frmCalibrationMain.h"
 #include "support/OrdinaryUser.h"
 #include "support/SensorStage.h"
 
@@ -72,30 +70,6 @@ class BadInput : public SensorStage {
     EXPECT_EQ(TextOf(editor, "txtComment"), "typed");
     EXPECT_EQ(ColumnOf(GridOf(editor), 0), (Texts{"0.10", "50.00"}));
     EXPECT_EQ(ColumnOf(GridOf(editor), 1), (Texts{"91.5", "100.0"}));
-  }
-
-  /// Shows the calibration data menu; it is closed after the last step.
-  void ShowMenu(const std::function<void(frmCalibrationMain& menu)>& act) {
-    user_.At<frmCalibrationMain>(act);
-  }
-  void RunMenu() {
-    user_.At<frmCalibrationMain>([](frmCalibrationMain& menu) { Click(menu, "btnReturn"); });
-    frmCalibrationMain menu(nullptr);
-    menu.ShowModally();
-  }
-
-  /// Chooses an entry of the Add menu.
-  void ChooseAdd(const QString& name) {
-    user_.At<frmCalibrationMain>([](frmCalibrationMain& menu) { Click(menu, "btnAdd"); });
-    user_.At<QMenu>([name](QMenu& add) {
-      for (QAction* entry : add.actions()) {
-        if (entry->objectName() == name) {
-          QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
-          return;
-        }
-      }
-      ADD_FAILURE() << "no entry " << name.toStdString();
-    });
   }
 
   SensorFile file_;
@@ -214,12 +188,12 @@ class BadTemplate : public BadInput {
   void ExpectRefused(const std::vector<std::string>& parts) {
     tree_.Write(kPath, file_.Bytes());
     questions_.ExpectError(parts);
-    ShowMenu([](frmCalibrationMain& menu) {
+    AtMenu([](frmCalibrationMain& menu) {
       ClickEntry(menu, "LstInstrment", "PX12A");
       ClickEntry(menu, "lstSerialNumber", "3318A12345");
     });
     ChooseAdd("mnuPX12A");
-    ShowMenu([](frmCalibrationMain& menu) {
+    AtMenu([](frmCalibrationMain& menu) {
       EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{"PX12A"});
       EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
       const QList<QListWidgetItem*> chosen =
@@ -290,7 +264,7 @@ TEST_F(BadTemplate, OfAModelWithoutData) {
   tree_.MakeFolders(kRoot);
   questions_.ExpectError({"TempPX12A"});
   ChooseAdd("mnuPX12A");
-  ShowMenu([](frmCalibrationMain& menu) {
+  AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{});
     EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{});
   });
@@ -307,7 +281,7 @@ TEST_F(BadInput, AFolderWith52DataFilesListsThe51ThatWereRead) {
   }
   questions_.ExpectError({"51", kFolder});
   std::string chosen;
-  ShowMenu([&](frmCalibrationMain& menu) {
+  AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     const Texts listed = EntriesOf(menu, "lstSerialNumber");
     ASSERT_EQ(listed.size(), 51U);
@@ -345,7 +319,7 @@ TEST_P(HeaderThatEnds, KeepsTheRowsReadBeforeItAndNamesTheFile) {
   ASSERT_EQ(order.size(), 3U);
   tree_.Write(std::string(kFolder) + "\\" + order.at(1), broken);
   questions_.ExpectError({std::string(kFolder) + "\\" + order.at(1)});
-  ShowMenu([&](frmCalibrationMain& menu) {
+  AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{order.at(0).substr(2)});
     EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{"PX12A"});
@@ -358,7 +332,7 @@ INSTANTIATE_TEST_SUITE_P(AfterLine, HeaderThatEnds, testing::Values(0, 1, 2, 3, 
 
 TEST_F(BadInput, AFileThatVanishedIsToldAndTheListsStay) {
   tree_.Write(kPath, file_.Bytes());
-  ShowMenu([&](frmCalibrationMain& menu) {
+  AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     ClickEntry(menu, "lstSerialNumber", "3318A12345");
     std::filesystem::remove(tree_.Native(kPath));

@@ -3,6 +3,8 @@
 
 #include "support/SensorStage.h"
 
+#include <QMenu>
+
 #include <algorithm>
 
 #include "app/Tarvell_MainModule.h"
@@ -88,6 +90,31 @@ void SensorStage::Show(std::int16_t index, std::string_view model, const Act& ac
   });
   editor_.SetupDat(index, std::string(model));
   EXPECT_TRUE(shown_);
+}
+
+void SensorStage::AtMenu(const std::function<void(frmCalibrationMain& menu)>& act) {
+  user_.At<frmCalibrationMain>(act);
+}
+
+void SensorStage::ChooseAdd(const QString& name) {
+  AtMenu([](frmCalibrationMain& menu) { Click(menu, "btnAdd"); });
+  user_.At<QMenu>([name](QMenu& add) {
+    for (QAction* entry : add.actions()) {
+      if (entry->objectName() == name) {
+        EXPECT_TRUE(entry->isEnabled()) << name.toStdString();
+        QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
+        return;
+      }
+    }
+    ADD_FAILURE() << "no entry " << name.toStdString();
+    add.close();
+  });
+}
+
+void SensorStage::RunMenu() {
+  AtMenu([](frmCalibrationMain& menu) { Click(menu, "btnReturn"); });
+  frmCalibrationMain menu(nullptr);
+  menu.ShowModally();
 }
 
 void SensorStage::AddPoint(frmCalDataInput& editor, const QString& number, const QString& unit) {

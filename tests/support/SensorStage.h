@@ -15,6 +15,7 @@
 
 #include "calscreens/CalGrid.h"
 #include "calscreens/frmCalDataInput.h"
+#include "calscreens/frmCalibrationMain.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
@@ -42,7 +43,8 @@ struct SensorFile {
 /// `count` rows of 1 MHz, 2 MHz and so on, each with the factor 100.0.
 [[nodiscard]] SensorRows ManyRows(std::size_t count);
 
-/// Shows power sensor data in the single-table editor. Message boxes are answered by a script.
+/// Shows power sensor data in the single-table editor, or the calibration data menu. Message boxes
+/// are answered by a script.
 class SensorStage : public testing::Test {
  protected:
   using Act = std::function<void(frmCalDataInput& editor)>;
@@ -63,6 +65,13 @@ class SensorStage : public testing::Test {
   /// Presses Delete Calibration Point and answers the question.
   void DeletePoint(frmCalDataInput& editor, const QString& point,
                    QMessageBox::StandardButton answer);
+
+  /// What the user does at the calibration data menu, step by step, once it runs.
+  void AtMenu(const std::function<void(frmCalibrationMain& menu)>& act);
+  /// Opens the Add menu and chooses an entry.
+  void ChooseAdd(const QString& name);
+  /// Shows the calibration data menu, and closes it after the last step.
+  void RunMenu();
 
   TestTree tree_;
   DesktopTestPlatform platform_;
