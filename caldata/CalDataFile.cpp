@@ -16,6 +16,11 @@ namespace tarvell {
 
 namespace {
 
+constexpr std::string_view kEnd = "!End";
+
+/// As many words as are ever taken from a line.
+constexpr std::size_t kMostLineWords = 30;
+
 /// A line's words: its colons count as blanks, its first character only tells its class.
 LineWords WordsOf(std::string_view item) {
   LineWords words;
@@ -29,6 +34,33 @@ std::string AtLeastTwoDigits(int number) {
 }
 
 }  // namespace
+
+void CheckHeaderValue(const std::string& field, std::string_view value, bool name) {
+  const std::size_t comma = value.find(',');
+  if (name && comma != std::string_view::npos) {
+    throw Error(
+        ErrorKind::Character,
+        "The " + field + " \"" + std::string(value) +
+            "\" holds a comma, which the data file cannot keep. Remove it, then try again.");
+  }
+  for (std::size_t i = comma; i < value.size(); i = value.find(',', i + 1)) {
+    const std::string_view rest = TrimLeft(value.substr(i + 1));
+    if (!rest.empty() && std::string_view("#*!\"").find(rest.front()) != std::string_view::npos) {
+      throw Error(ErrorKind::Character, "The " + field + " holds the character \"" +
+                                            std::string(1, rest.front()) +
+                                            "\" behind a comma, which the data file cannot keep. "
+                                            "Remove one of them, then try again.");
+    }
+  }
+  std::array<std::string, kMostLineWords> words;
+  // One word of a line is its keyword.
+  if (static_cast<std::size_t>(SplitWords(Replaced(value, ':', ' '), words)) >= kLineWords) {
+    throw Error(ErrorKind::Character,
+                "The " + field + " holds more than " + std::to_string(kLineWords - 1) +
+                    " words, which the data file cannot keep. Shorten it, then "
+                    "try again.");
+  }
+}
 
 Error FullTableError() {
   return {ErrorKind::Index, "A table holds at most " + std::to_string(kTableRows) +
@@ -124,16 +156,15 @@ CalDataFile::Seen CalDataFile::Read(const std::string& fileName) {
     }
     item = reader.ReadItem();
   }
-  seen.isComplete = EndRead(item);
+  seen.isComplete = EndRead(item, seen.hasEnd || EqualsIgnoringCase(item, kEnd));
   return seen;
 }
 
-bool CalDataFile::EndRead(const std::string& lastItem) {
-  const bool isComplete = EqualsIgnoringCase(lastItem, "!End");
-  if (!isComplete) {
+bool CalDataFile::EndRead(const std::string& lastItem, bool hasEnd) {
+  if (!hasEnd) {
     Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);
   }
-  return isComplete;
+  return hasEnd;
 }
 
 void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines,
@@ -149,6 +180,7 @@ void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::si
       TakeDataLine(dataLines++, WordsOf(item));
       break;
     case '!':
+      seen.hasEnd = seen.hasEnd || EqualsIgnoringCase(item, kEnd);
       TakeCommentLine(item, reader);
       break;
     default:
@@ -178,6 +210,9 @@ void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, See
 }
 
 void CalDataFile::WriteHeader(FileText& text) const {
+  CheckHeaderValue("serial number", serialNumber_, true);
+  CheckHeaderValue("calibration number", calibrationNumber_, true);
+  CheckHeaderValue("comment", comment_, false);
   text.Line("#MODEL_NO : " + std::string(WrittenModel()));
   text.Line("#SER_NO   : " + serialNumber_);
   text.Line("#CAL_DATE : " + calDate_.Digits());

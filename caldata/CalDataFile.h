@@ -23,6 +23,12 @@ namespace tarvell {
 inline constexpr std::size_t kLineWords = 21;
 using LineWords = std::array<std::string, kLineWords>;
 
+/// Throws a Character error when a header line could not be read back as one line with this value:
+/// more words than a line may have, or a comma (which ends an item) with something behind it that
+/// would be taken for a line of its own. A `name` has no comma at all: what stands behind it would
+/// be taken for the next line.
+void CheckHeaderValue(const std::string& field, std::string_view value, bool name);
+
 /// What is told about a table that has no place for another row.
 [[nodiscard]] Error FullTableError();
 
@@ -82,6 +88,7 @@ class CalDataFile : public cifCaldata {
   /// What a load saw on its way.
   struct Seen {
     std::string model;  ///< value of the model line, "" without one
+    bool hasEnd = false;
     bool isComplete = false;
   };
 
@@ -100,8 +107,9 @@ class CalDataFile : public cifCaldata {
   /// A comment line, its "!" included.
   virtual void TakeCommentLine(const std::string& /*item*/, ItemReader& /*reader*/) {}
   /// The file has been read; notes what it lacks. `lastItem` is the one that was held at its end,
-  /// and was not interpreted. Returns whether the file is complete, as a template must be.
-  virtual bool EndRead(const std::string& lastItem);
+  /// and was not interpreted; `hasEnd` tells whether a line "!End" stood by itself. Returns whether
+  /// the file is complete, as a template must be.
+  virtual bool EndRead(const std::string& lastItem, bool hasEnd);
 
   /// Appends everything behind the header lines.
   virtual void WriteBody(FileText& text) const = 0;

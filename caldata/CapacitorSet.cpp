@@ -236,12 +236,17 @@ void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
     if (row == rows.size()) {
       throw FullTableError();
     }
-    if (text.front() == '#') {
-      Note("The page " + GetCalPageName(page) +
-           " has no line \"!END\". The line behind it was read as one of its rows: " +
+    if (text.front() != '*') {
+      Note("In the page " + GetCalPageName(page) +
+           " a line that is no data line was read as one of its rows (is its \"!END\" missing?): " +
            std::string(text));
     }
-    rows.at(row) = ReadRow(page, static_cast<std::int16_t>(row + 1), text);
+    const auto gridRow = static_cast<std::int16_t>(row + 1);
+    rows.at(row) = ReadRow(page, gridRow, text);
+    if (text.front() == '*' && rows.at(row).front().empty()) {
+      Note("In the page " + GetCalPageName(page) + " the row " + std::to_string(gridRow) +
+           " has no frequency: it and the rows behind it are not shown, and would not be saved.");
+    }
     ++row;
   });
   pageEnded_.at(static_cast<std::size_t>(page)) = ended;
@@ -273,9 +278,15 @@ std::string CapacitorSet::Edited(std::int16_t page, std::int16_t column, std::in
   return GetCalibrationDataFormat(page, column, row, text, unit);
 }
 
-bool CapacitorSet::EndRead(const std::string& /*lastItem*/) {
+bool CapacitorSet::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
   const bool found = pageLines_[kOptionPage] > 0;
   if (traits_.hasOption) {
+    std::string& serial = pageSerial_[kOptionPage];
+    if (found && (serial == kOptionOff || serial == kOptionOn)) {
+      Note("The page " + GetCalPageName(kOptionPage) + " has the serial number \"" + serial +
+           "\", which cannot be one. It was left out.");
+      serial.clear();
+    }
     optionInstalled_ = found;
     optionSerial_ = found ? pageSerial_[kOptionPage] : std::string(kOptionOff);
   }
@@ -305,6 +316,8 @@ void CapacitorSet::WriteBody(FileText& text) const {
 
 void CapacitorSet::WriteCalPage(std::int16_t page, FileText& text) const {
   const auto index = static_cast<std::size_t>(page);
+  CheckHeaderValue("serial number of the member " + GetCalPageName(page), pageSerial_.at(index),
+                   true);
   text.Line("#" + GetCalPageName(page) + "    :     " + pageSerial_.at(index));
   std::int16_t gridRow = 1;
   for (const Row& row : calTable_.at(index)) {

@@ -85,7 +85,7 @@ class CapacitorSet : public CalDataFile {
   [[nodiscard]] std::string_view WrittenModel() const final { return ModelCode(); }
   void BeginRead() final;
   void TakePageLine(const LineWords& words, ItemReader& reader) final;
-  bool EndRead(const std::string& lastItem) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
   void WriteBody(FileText& text) const final;
 
   void ReadCalPage(std::int16_t page, ItemReader& reader);

@@ -225,9 +225,10 @@ void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& r
     if (fields.empty()) {
       return;
     }
-    if (text.front() == '!') {
-      Note("The section \"" + GetCalPageName(page) +
-           "\" has no line \"!END\". The line behind it was read as one of its rows: " +
+    if (text.front() != '*') {
+      Note("In the section \"" + GetCalPageName(page) +
+           "\" a line that is no data line was read as one of its rows (is its \"!END\" "
+           "missing?): " +
            std::string(text));
     }
     if (row == kTableRows) {
@@ -270,7 +271,7 @@ std::string cInstrRT730A::UncertaintyRead(std::int16_t page, std::int16_t column
       isPpm ? "ppm" : "%");
 }
 
-bool cInstrRT730A::EndRead(const std::string& /*lastItem*/) {
+bool cInstrRT730A::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
   bool isComplete = true;
   for (std::size_t page = 0; page < kResistorPages; ++page) {
     const std::string name(kResistorPage.at(page).name);

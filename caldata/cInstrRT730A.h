@@ -50,7 +50,7 @@ class cInstrRT730A final : public CalDataFile {
   [[nodiscard]] std::string_view WrittenModel() const override { return ModelCode(); }
   void BeginRead() override;
   void TakeCommentLine(const std::string& item, ItemReader& reader) override;
-  bool EndRead(const std::string& lastItem) override;
+  bool EndRead(const std::string& lastItem, bool hasEnd) override;
   void WriteBody(FileText& text) const override;
 
   void ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader);

@@ -15,6 +15,7 @@
 #include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/Text.h"
 
 namespace tarvell {
 
@@ -46,7 +47,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   // The table tells the object how wide it is before it is first shown.
   layout()->activate();
   ShowTables();
-  TellNotices();
+  TellNotices(index);
   if (isNew) {
     header_->FocusSerial();
   } else {
@@ -76,8 +77,18 @@ void CalEditor::ShowCaption(const QString& serial) {
   setWindowTitle("Editing calibraition data (" + ToQt(model_->code) + " - " + serial + ")");
 }
 
-void CalEditor::TellNotices() {
+void CalEditor::TellNotices(std::int16_t index) {
   QString text;
+  if (index != kNewData) {
+    const std::string& path = gCalFiles.at(static_cast<std::size_t>(index)).FilePath;
+    const std::string name = path.substr(FolderOf(path).size() + 1);
+    const std::string other = "SN" + std::string(LastCharacters(data_->SerialNumber(), 5));
+    if (!EqualsIgnoringCase(name, other)) {
+      text = ToQt("The serial number that was read, \"" + data_->SerialNumber() +
+                  "\", is not that of the file's name " + name + ". Saving writes the file " +
+                  other + "; " + name + " stays.");
+    }
+  }
   for (const std::string& notice : data_->LoadNotices()) {
     text += (text.isEmpty() ? "" : "\n\n") + ToQt(notice);
   }

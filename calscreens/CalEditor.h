@@ -60,7 +60,7 @@ class CalEditor : public QDialog {
 
   void Load(std::int16_t index);
   void ShowCaption(const QString& serial);
-  void TellNotices();
+  void TellNotices(std::int16_t index);
 
   CalHeaderBlock* header_ = nullptr;
   std::unique_ptr<CellEditor> cellEditor_;  ///< ends before the table that it watches

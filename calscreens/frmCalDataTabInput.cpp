@@ -124,7 +124,8 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
 
 void frmCalDataTabInput::StorePage() {
   const std::string serial = FromQt(ui_->txtTabSerial->text());
-  if (serial == kOptionOff || serial == kOptionOn) {
+  const bool isToken = serial == kOptionOff || serial == kOptionOn;
+  if (isToken && HasOption() && currentPage_ == kOptionPage) {
     throw Error(ErrorKind::Name, "\"" + serial +
                                      "\" cannot be the serial number of a member. Enter the "
                                      "number on its certificate, or leave it empty.");

@@ -9,6 +9,7 @@
 #include <QCursor>
 #include <QEvent>
 #include <QFile>
+#include <QTimer>
 
 #include <vector>
 
@@ -49,7 +50,9 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);
   connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
-          &frmCalibrationMain::LstInstrment_Click);
+          &frmCalibrationMain::LstInstrment_Change);
+  connect(ui_->LstInstrment, &QListWidget::itemPressed, this,
+          &frmCalibrationMain::LstInstrment_Press);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmCalibrationMain::btnDelete_Click);
@@ -80,6 +83,19 @@ bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
     ShowEditCaption();
   }
   return QDialog::eventFilter(watched, event);
+}
+
+void frmCalibrationMain::LstInstrment_Change() {
+  changedByPress_ = true;
+  QTimer::singleShot(0, this, [this] { changedByPress_ = false; });
+  LstInstrment_Click();
+}
+
+void frmCalibrationMain::LstInstrment_Press() {
+  // The press that selects another model has read its folder already.
+  if (!changedByPress_) {
+    LstInstrment_Click();
+  }
 }
 
 void frmCalibrationMain::LstInstrment_Click() {
@@ -137,8 +153,11 @@ void frmCalibrationMain::AddData(const Model& model) {
   const std::string folder = Joined(gCalibrationDir, code);
   if (!FolderExists(folder)) {
     MakeFolder(folder);
+    // What was selected stays so, and on the screen when the new data cannot be made.
+    const std::string selected = SelectedName(ui_->LstInstrment);
     RefreshModelList();
-    RefreshSerialList();
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    SelectName(ui_->LstInstrment, selected);
   }
   if (model.family == ModelFamily::TestKit) {
     TakeInTestKitFile(code, folder);

@@ -3,27 +3,64 @@
 
 #include "common/DesktopPlatform.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
+#include <QUrl>
 
-#include <fcntl.h>
-#include <unistd.h>
+#include <filesystem>
+
+#include "common/SaveFile.h"
 
 namespace tarvell {
 
 namespace {
 
-/// Whether files can be put into the home trash. The toolkit tries for ever where they cannot.
-bool HomeTrashTakesFiles(const QString& data) {
-  for (const char* folder : {"", "/Trash", "/Trash/files", "/Trash/info"}) {
-    const QByteArray path = QFile::encodeName(data + folder);
-    if (::faccessat(AT_FDCWD, path.constData(), W_OK | X_OK, AT_EACCESS) != 0 &&
-        (*folder == '\0' || ::access(path.constData(), F_OK) == 0)) {
-      return false;
+/// The trash of the user's home, "" where there is none and none can be made.
+QString HomeTrash() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  const QString trash = data + "/Trash";
+  for (const QString& folder : {trash + "/files", trash + "/info"}) {
+    if (data.isEmpty() || !QDir().mkpath(folder) || !QFileInfo(folder).isWritable()) {
+      return {};
     }
   }
-  return true;
+  return trash;
+}
+
+/// A name that neither half of the trash has yet.
+QString FreeName(const QString& trash, const QString& name) {
+  QString free = name;
+  for (int number = 2; QFileInfo::exists(trash + "/files/" + free) ||
+                       QFileInfo::exists(trash + "/info/" + free + ".trashinfo");
+       ++number) {
+    free = name + "." + QString::number(number);
+  }
+  return free;
+}
+
+/// Copies what lies on another disk into the trash.
+std::error_code CopyIntoTrash(const QString& path, const QString& trash) {
+  const QString name = FreeName(trash, QFileInfo(path).fileName());
+  const std::filesystem::path copy = QFile::encodeName(trash + "/files/" + name).toStdString();
+  std::error_code code;
+  std::filesystem::copy(
+      QFile::encodeName(path).toStdString(), copy,
+      std::filesystem::copy_options::recursive | std::filesystem::copy_options::copy_symlinks,
+      code);
+  if (code) {
+    std::error_code ignored;
+    std::filesystem::remove_all(copy, ignored);
+    return code;
+  }
+  const QByteArray info =
+      "[Trash Info]\nPath=" + QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/") +
+      "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n";
+  SaveFile(QFile::encodeName(trash + "/info/" + name + ".trashinfo").toStdString(),
+           info.toStdString());
+  return {};
 }
 
 }  // namespace
@@ -37,11 +74,18 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   if (facts.isLink) {
     return RemoveFile(path);
   }
-  // The home trash is made on first use, but not the folder that it lies in.
-  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  QDir().mkpath(data);
-  if (HomeTrashTakesFiles(data) && QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
-    return {};
+  const QString trash = HomeTrash();
+  if (!trash.isEmpty()) {
+    const QString name = QFile::decodeName(path.c_str());
+    if (QFile::moveToTrash(name)) {
+      return {};
+    }
+    if (!QFileInfo(QFileInfo(name).path()).isWritable()) {
+      return std::make_error_code(std::errc::permission_denied);
+    }
+    if (const std::error_code code = CopyIntoTrash(name, trash)) {
+      return code;
+    }
   }
   return LinuxPlatform::Recycle(path);
 }

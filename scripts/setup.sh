@@ -6,8 +6,11 @@
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
     "$@"
-  else
+  elif command -v sudo >/dev/null; then
     sudo "$@"
+  else
+    echo "Setting up needs root: run this once as root, or install sudo." >&2
+    return 1
   fi
 }
 
@@ -34,15 +37,19 @@ install_packages() {
   mv "$seen.new" "$seen"
 }
 
-# The folder in which the program keeps its drives belongs to whoever sets the program up.
+# The folder in which the program keeps its drives. Where there is none yet it is made for whoever
+# sets the program up; one that others share is left as it is.
 make_state_folder() {
   local state=/var/lib/tarvell
-  if [ ! -w "$state/drives/c/windows" ]; then
+  if [ ! -e "$state" ]; then
     as_root mkdir -p "$state/drives/c/windows"
     as_root chown -R "$(id -u):$(id -g)" "$state"
+  elif [ ! -w "$state/drives" ]; then
+    echo "Note: you may not write into $state/drives, so nothing can be saved below a drive" >&2
+    echo "letter. Ask to become a member of the group $(stat -c %G "$state/drives")." >&2
   fi
 }
 
-BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqt6svg6 fonts-dejavu-core)
+BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev clang-format)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)

@@ -207,12 +207,47 @@ TEST_F(CalDataFileTest, AHeaderLineWithoutAValueEndsWithTheBlankBehindTheColon) 
 TEST_F(CalDataFileTest, HeaderValuesAreWrittenAsTheyAre) {
   data_.SetModelNumber("another model");
   data_.SetSerialNumber(" 12 ");
-  data_.SetCalibrationNumber("a:b, \"c\"");
+  data_.SetCalibrationNumber("a:b \"c\"");
   data_.SetComment("done in lab ");
   EXPECT_EQ(SavedLine(1), "#MODEL_NO : another model");
   EXPECT_EQ(SavedLine(2), "#SER_NO   :  12 ");
-  EXPECT_EQ(SavedLine(4), "#CAL_NO   : a:b, \"c\"");
+  EXPECT_EQ(SavedLine(4), "#CAL_NO   : a:b \"c\"");
   EXPECT_EQ(SavedLine(6), "#COMMENT  : done in lab ");
+}
+
+TEST_F(CalDataFileTest, ANumberWithACommaIsRefusedBecauseTheNextLineWouldBeReadFromIt) {
+  data_.SetSerialNumber("AB,12345");
+  const Error serial = ErrorOf([&] { SavedLine(1); });
+  EXPECT_EQ(serial.Kind(), ErrorKind::Character);
+  EXPECT_TRUE(Contains(serial.what(), "serial number \"AB,12345\"")) << serial.what();
+  data_.SetSerialNumber("12");
+  data_.SetCalibrationNumber("C,1");
+  EXPECT_TRUE(Contains(ErrorOf([&] { SavedLine(1); }).what(), "calibration number \"C,1\""));
+}
+
+TEST_F(CalDataFileTest, ACommentMayHoldACommaButNothingBehindItThatBeginsALine) {
+  data_.SetComment("checked, in order");
+  EXPECT_EQ(SavedLine(6), "#COMMENT  : checked, in order");
+  for (const std::string sign : {"*", "#", "!", "\""}) {
+    SCOPED_TRACE(sign);
+    data_.SetComment("a, b, " + sign + "50 99.0");
+    const Error error = ErrorOf([&] { SavedLine(6); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Character);
+    EXPECT_TRUE(Contains(error.what(), "comment")) << error.what();
+  }
+}
+
+TEST_F(CalDataFileTest, ACommentOfMoreWordsThanALineMayHaveIsRefused) {
+  std::string words = "1";
+  for (int i = 2; i <= 20; ++i) {
+    words += " " + std::to_string(i);
+  }
+  data_.SetComment(words);
+  EXPECT_EQ(SavedLine(6), "#COMMENT  : " + words);
+  data_.SetComment(words + ":21");
+  const Error error = ErrorOf([&] { SavedLine(6); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Character);
+  EXPECT_TRUE(Contains(error.what(), "more than 20 words")) << error.what();
 }
 
 TEST_F(CalDataFileTest, MonthAndDayOfADateHaveTwoDigits) {

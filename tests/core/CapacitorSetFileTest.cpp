@@ -759,7 +759,15 @@ TEST_P(CapacitorSetFile, HidesWhatStandsBehindAnExclamationMarkInAPageWithoutIts
   Load(Joined({{"#" + Name(0) + " : S0", "*1", "!", "#" + Name(1) + " : S1", "*3", "!END", "!"},
                PagesBut({0, 1})}));
   EXPECT_EQ(Frequencies(0), (Texts{"1"}));
-  ExpectNotices({{"page " + Name(0), "!END", "#" + Name(1) + " : S1"}, {"no page " + Name(1)}});
+  ExpectNotices({{"page " + Name(0), "no data line", ": !"},
+                 {"page " + Name(0), "!END", "#" + Name(1) + " : S1"},
+                 {"no page " + Name(1)}});
+}
+
+TEST_P(CapacitorSetFile, TellsOfARowWithoutAFrequency) {
+  Load(Joined({{"#" + Name(0) + " : S0", "*1", "*", "*3", "!END", "!"}, PagesBut({0})}));
+  EXPECT_EQ(Frequencies(0), (Texts{"1"}));
+  ExpectNotice({"page " + Name(0), "row 2", "no frequency"});
 }
 
 TEST_P(CapacitorSetFile, LosesTheLastLineOfAFileThatEndsInsideAPageAndSaysSo) {

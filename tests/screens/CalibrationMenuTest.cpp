@@ -534,6 +534,8 @@ TEST_F(CalibrationMenu, OfTwoFilesOfOneSerialNumberTheFirstIsEditedAndDeleted) {
       EXPECT_EQ(TextOf(editor, "txtComment"), "first");
       Click(editor, "btnCancel");
     });
+    // Its serial number is not that of its name.
+    questions_.ExpectError({"\"same\"", order.at(0) + " stays", "SNsame"});
     Click(menu, "btnEdit");
     AnswerDelete("PX12A(same)", QMessageBox::Yes);
     Click(menu, "btnDelete");

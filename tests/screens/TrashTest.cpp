@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "common/FileIOCommonModule.h"
+#include "support/DesktopTestPlatform.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+class Trash : public testing::Test {
+ protected:
+  Trash() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {}
+  ~Trash() override { qputenv("XDG_DATA_HOME", dataHome_); }
+
+  test::TestTree tree_;
+  test::DesktopTestPlatform platform_;
+  QByteArray dataHome_;
+};
+
+TEST_F(Trash, TakesAFileAndAFolderWithAllItHolds) {
+  tree_.Write(R"(c:\a\SN1)", "one");
+  tree_.Write(R"(c:\a\station\PX12A)", "two");
+  Recycle(R"(c:\a\SN1)");
+  Recycle(R"(c:\a\station)");
+  EXPECT_TRUE(tree_.Names(R"(c:\a)").empty());
+  const std::string files = dataHome_.toStdString() + "/Trash/files";
+  EXPECT_EQ(test::ReadNative(files + "/SN1"), "one");
+  EXPECT_EQ(test::ReadNative(files + "/station/PX12A"), "two");
+}
+
+TEST_F(Trash, OfALinkOnlyTheLinkIsDeleted) {
+  tree_.Write(R"(c:\a\data)", "kept");
+  std::filesystem::create_symlink(tree_.Native(R"(c:\a\data)"), tree_.Native(R"(c:\a\SN1)"));
+  Recycle(R"(c:\a\SN1)");
+  EXPECT_FALSE(tree_.Exists(R"(c:\a\SN1)"));
+  EXPECT_EQ(tree_.Read(R"(c:\a\data)"), "kept");
+}
+
+TEST_F(Trash, WhereThereIsNoneTheFileIsDeletedAndNothingIsLeftElsewhere) {
+  tree_.Write(R"(c:\a\SN1)", "one");
+  tree_.Write(R"(c:\a\file)", "no folder");
+  qputenv("XDG_DATA_HOME", tree_.Native(R"(c:\a\file)").string().c_str());
+  const QStringList before = QDir().entryList();
+  Recycle(R"(c:\a\SN1)");
+  EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"file"}));
+  EXPECT_EQ(QDir().entryList(), before);
+}
+
+TEST_F(Trash, AFileOnAnotherDiskIsCopiedIntoIt) {
+  // /dev/shm is a file system of its own wherever these tests run.
+  const std::string folder = "/dev/shm/tarvell-trash-test";
+  std::filesystem::create_directories(folder);
+  test::WriteNative(folder + "/SNother", "kept");
+  Recycle(folder + "/SNother");
+  EXPECT_FALSE(std::filesystem::exists(folder + "/SNother"));
+  const std::string home = dataHome_.toStdString() + "/Trash";
+  const bool inHome = std::filesystem::exists(home + "/files/SNother");
+  bool inDisk = false;
+  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {
+    inDisk = inDisk || std::filesystem::exists(entry.path() / "files" / "SNother");
+  }
+  EXPECT_TRUE(inHome || inDisk);
+  std::filesystem::remove_all(folder);
+  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {
+    std::filesystem::remove(entry.path() / "files" / "SNother");
+    std::filesystem::remove(entry.path() / "info" / "SNother.trashinfo");
+  }
+}
+
+}  // namespace
+}  // namespace tarvell
