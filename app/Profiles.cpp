@@ -6,6 +6,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "app/Version.h"
 #include "common/CommonStringModule.h"
+#include "common/FileIOCommonModule.h"
 #include "common/ItemReader.h"
 #include "common/Paths.h"
 #include "common/Platform.h"
@@ -61,6 +62,10 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
 }
 
 void WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {
+  // Every Windows has its directory; on a drive that the program keeps it may be missing.
+  if (!FolderExists(GetWindowsDir())) {
+    MakeFolder(GetWindowsDir());
+  }
   SaveFile(IniPath(),
            ";\r\n"
            ";  Tar vell    Ini file\r\n"

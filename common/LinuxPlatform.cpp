@@ -16,8 +16,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include "common/Paths.h"
-
 namespace tarvell {
 
 namespace {
@@ -332,14 +330,7 @@ std::string LinuxPlatform::DriveFolder() {
 }
 
 std::string LinuxPlatform::WindowsDirectory() {
-  std::string directory = "c:\\windows";
-  const std::string native = NativePath(directory);
-  EntryFacts facts;
-  if (!Facts(native, facts) && facts.kind == EntryKind::None) {
-    // Every Windows has one. Where it cannot be made, writing into it tells why.
-    static_cast<void>(MakeFolder(native));
-  }
-  return directory;
+  return "c:\\windows";
 }
 
 bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
