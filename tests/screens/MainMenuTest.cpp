@@ -336,7 +336,7 @@ TEST_F(MainMenu, BothFoldersAreCheckedWhicheverScreenIsChosen) {
   Click(menu_, "Option1");
   ExpectCalibrationQuestion(QMessageBox::Cancel);
   PressStart();
-  EXPECT_EQ(tree_.Names("c:\\"), (Texts{"stations", "windows"}));
+  EXPECT_EQ(tree_.Names("c:\\"), (Texts{"stations"}));
 }
 
 TEST_F(MainMenu, TheFolderTestIsUntrimmedAndWhatIsStoredIsTrimmed) {
