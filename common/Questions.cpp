@@ -3,7 +3,9 @@
 
 #include "common/Questions.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -43,7 +45,9 @@ QMessageBox::StandardButton Questions::Ask(QWidget* owner, const Question& quest
 }
 
 QString Questions::PickFile(QWidget* owner, FileRequest& request) {
-  QFileDialog dialog(owner, request.title, request.initialDir);
+  // A folder that is not there, such as the desktop of a user without one, would become a name.
+  const bool exists = QFileInfo(request.initialDir).isDir();
+  QFileDialog dialog(owner, request.title, exists ? request.initialDir : QDir::homePath());
   const bool open = request.purpose == FileRequest::Purpose::Open;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
