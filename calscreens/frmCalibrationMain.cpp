@@ -87,8 +87,9 @@ bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
 
 void frmCalibrationMain::LstInstrment_Change() {
   changedByPress_ = true;
-  QTimer::singleShot(0, this, [this] { changedByPress_ = false; });
   LstInstrment_Click();
+  // Not before: events run while a message is shown.
+  QTimer::singleShot(0, this, [this] { changedByPress_ = false; });
 }
 
 void frmCalibrationMain::LstInstrment_Press() {
