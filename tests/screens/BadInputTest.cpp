@@ -126,7 +126,8 @@ INSTANTIATE_TEST_SUITE_P(Characters, SerialThatNamesNoFile,
                                          Serial{"AB:CD", "\":\""}, Serial{"AB*CD", "\"*\""},
                                          Serial{"AB?CD", "\"?\""}, Serial{"AB\"CD", "double quote"},
                                          Serial{"AB<CD", "\"<\""}, Serial{"AB>CD", "\">\""},
-                                         Serial{"AB|CD", "\"|\""}, Serial{"/", "\"/\""}));
+                                         Serial{"AB|CD", "\"|\""}, Serial{"/", "\"/\""},
+                                         Serial{"AB,12", "comma"}));
 
 INSTANTIATE_TEST_SUITE_P(DotsAndBlanks, SerialThatNamesNoFile,
                          testing::Values(Serial{"12.45", "\".\""}, Serial{"33181234.", "\".\""},

@@ -234,6 +234,20 @@ TEST_F(CalibrationMenu, TheKeyboardChoosesAModelToo) {
   RunMenu();
 }
 
+TEST_F(CalibrationMenu, AFurtherClickOnTheModelReadsItsFolderAgain) {
+  WriteData("PX12A", "SN1", "1");
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    EXPECT_EQ(Serials(menu), Texts{"1"});
+    std::filesystem::remove(tree_.Native(kRoot + R"(\PX12A\SN1)"));
+    WriteData("PX12A", "SN2", "2");
+    QTest::qWait(1);
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    EXPECT_EQ(Serials(menu), Texts{"2"});
+  });
+  RunMenu();
+}
+
 TEST_F(CalibrationMenu, EveryOpeningReadsTheListsAfreshAndSelectsNothing) {
   WriteData("RT410A", "SN1", "1");
   frmCalibrationMain menu(nullptr);

@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QClipboard>
+#include <QKeyEvent>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "common/FileTextValidator.h"
+#include "support/ScriptedQuestions.h"
+#include "support/User.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+/// A box that holds "ab", its cursor at the end.
+class FileTextBox : public testing::Test {
+ protected:
+  FileTextBox() {
+    FileTextValidator::Attach(&box_);
+    box_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&box_));
+    box_.setFocus();
+    box_.setText("ab");
+  }
+
+  void PressText(const QString& text) {
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, text);
+    QApplication::sendEvent(&box_, &press);
+    QApplication::processEvents();
+  }
+
+  void Paste(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    QTest::keyClick(&box_, Qt::Key_V, Qt::ControlModifier);
+    QApplication::processEvents();
+  }
+
+  void ExpectRefusal(const std::string& name) {
+    questions_.ExpectError(
+        {name, "cannot be stored in a data file", "The text was left as it was"});
+  }
+
+  void ExpectText(const QString& text) const {
+    EXPECT_EQ(box_.text().toStdString(), text.toStdString());
+  }
+
+  ScriptedQuestions questions_;
+  QLineEdit box_;
+};
+
+TEST_F(FileTextBox, TakesEveryPrintableCharacterOfTheFiles) {
+  // The printable ones of ASCII, those of bytes A0 to FF, and those of bytes 80 to 9F.
+  QString all;
+  for (char16_t c = 0x20; c <= 0x7E; ++c) {
+    all += QChar(c);
+  }
+  for (char16_t c = 0xA0; c <= 0xFF; ++c) {
+    all += QChar(c);
+  }
+  all += QString(
+      "\u20ac\u201a\u0192\u201e\u2026\u2020\u2021\u02c6\u2030\u0160\u2039\u0152\u017d"
+      "\u2018\u2019\u201c\u201d\u2022\u2013\u2014\u02dc\u2122\u0161\u203a\u0153\u017e\u0178");
+  ASSERT_EQ(all.size(), 95 + 96 + 27);
+  for (const QChar character : all) {
+    box_.clear();
+    PressText(QString(character));
+    ExpectText(QString(character));
+  }
+  box_.clear();
+  Paste(all);
+  ExpectText(all);
+}
+
+TEST_F(FileTextBox, RefusesATypedCharacterThatTheFilesCannotHold) {
+  for (const char* character : {"\u03a9", "\u0100", "\u00b5\u03bc", "\u4e2d", "\u20bd", "\ufb01"}) {
+    SCOPED_TRACE(character);
+    const QString text(character);
+    ExpectRefusal("The character \"" + text.right(1).toStdString() + "\"");
+    PressText(text);
+    ExpectText("ab");
+  }
+}
+
+TEST_F(FileTextBox, NamesACharacterBeyondSixteenBitsWhole) {
+  ExpectRefusal("The character \"\U0001f600\"");
+  Paste("\U0001f600");
+  ExpectText("ab");
+}
+
+TEST_F(FileTextBox, RefusesAPastedTextWholeAndNamesTheFirstCharacterThatIsTooMuch) {
+  ExpectRefusal("The character \"\u03a9\"");
+  Paste("50 k\u03a9 \u00b1 5 \u2030 \u4e2d");
+  ExpectText("ab");
+  Type("c");
+  ExpectText("abc");
+}
+
+TEST_F(FileTextBox, RefusesControlCharactersInAPastedText) {
+  for (const auto& [text, name] : std::vector<std::pair<QString, std::string>>{
+           {QString("1") + QChar(u'\t') + "2", "The control character number 9"},
+           {QString("1") + QChar(u'\x1b') + "2", "The control character number 27"},
+           {QString("1") + QChar(u'\x7f') + "2", "The control character number 127"}}) {
+    SCOPED_TRACE(name);
+    box_.setText("ab");
+    ExpectRefusal(name);
+    // As a program that hands over text does, which a paste of the toolkit may change first.
+    box_.insert(text);
+    QApplication::processEvents();
+    ExpectText("ab");
+  }
+}
+
+TEST_F(FileTextBox, RefusesALineEndInAPastedText) {
+  for (const char* end : {"\n", "\r\n", "\r"}) {
+    ExpectRefusal("A line end");
+    Paste("1" + QString(end) + "2");
+    ExpectText("ab");
+  }
+}
+
+TEST_F(FileTextBox, ARefusalReplacesNoSelectedText) {
+  box_.selectAll();
+  ExpectRefusal("The character \"\u03a9\"");
+  Paste("\u03a9");
+  ExpectText("ab");
+}
+
+TEST_F(FileTextBox, EveryRefusalIsToldOnce) {
+  ExpectRefusal("The character \"\u03a9\"");
+  PressText("\u03a9");
+  Type("c");
+  QApplication::processEvents();
+  ExpectRefusal("The character \"\u03a9\"");
+  PressText("\u03a9");
+  ExpectText("abc");
+}
+
+TEST_F(FileTextBox, KeysWithoutTextAreNoRefusal) {
+  for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Left, Qt::Key_Shift, Qt::Key_Insert}) {
+    Press(key);
+    QApplication::processEvents();
+  }
+  ExpectText("ab");
+}
+
+}  // namespace
+}  // namespace tarvell
