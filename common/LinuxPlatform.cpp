@@ -153,7 +153,9 @@ bool IsOrdinaryFile(int folder, const dirent& entry) {
 
 bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
   const std::string_view name(static_cast<const char*>(entry.d_name));
-  if (name == "." || name == ".." || IsTemporary(name)) {
+  // A name that holds the program's separator would mean another path, perhaps one outside.
+  const bool isAmbiguous = name.find('\\') != std::string_view::npos;
+  if (name == "." || name == ".." || IsTemporary(name) || isAmbiguous) {
     return false;
   }
   switch (kind) {

@@ -119,8 +119,8 @@ class Platform {
                                                      std::string& resolved) = 0;
   /// Makes one folder; its parent must exist.
   [[nodiscard]] virtual std::error_code MakeFolder(const std::string& path) = 0;
-  /// Calls `visit` with the names in `folder` in the platform's own order, "." and ".." left
-  /// out, until it returns false.
+  /// Calls `visit` with the names in `folder` in the platform's own order, until it returns false.
+  /// "." and ".." are left out, and names that path text cannot tell apart from paths.
   [[nodiscard]] virtual std::error_code Search(
       const std::string& folder, SearchKind kind,
       const std::function<bool(const std::string& name)>& visit) = 0;

@@ -215,9 +215,12 @@ void frmStationModelList::AddInstrument() {
                                   .title = "No data is availval."});
     return;
   }
+  // The rows behind the serial numbers that are shown, should nothing be added.
+  const auto rows = gCalFiles;
   frmStationGetInstr picker(this);
   picker.ShowModally();
   if (picker.Result == frmStationGetInstr::kCancelled) {
+    gCalFiles = rows;
     return;
   }
   const auto row = static_cast<std::size_t>(picker.Result);
@@ -227,6 +230,7 @@ void frmStationModelList::AddInstrument() {
   for (const std::string& name : NamesIn(ui_->LstInstrment)) {
     if (name == gCalFiles.at(row).ModelNumber) {
       Tell(this, "This instrment is already exist.");
+      gCalFiles = rows;
       return;
     }
   }

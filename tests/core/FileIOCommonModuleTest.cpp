@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/FileIOCommonModule.h"
+#include "common/Platform.h"
 #include "support/ErrorOf.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
@@ -189,6 +190,20 @@ TEST(Recycle, WithoutTheRightToIsAnErrorAndTakesNothing) {
   const LockedFolder locked(tree.Native("c:\\stations"));
   EXPECT_EQ(ErrorOf([] { Recycle("c:\\stations\\one"); }).Kind(), ErrorKind::NoPermission);
   EXPECT_EQ(tree.Read("c:\\stations\\one"), "x");
+}
+
+TEST(Search, LeavesOutNamesThatWouldMeanAnotherPath) {
+  const test::TestTree tree;
+  tree.Write(R"(c:\a\SN1)", "");
+  test::WriteNative(tree.Native(R"(c:\a)") / R"(..\b)", "");
+  test::WriteNative(tree.Native(R"(c:\a)") / R"(SN\2)", "");
+  std::vector<std::string> names;
+  ASSERT_FALSE(CurrentPlatform().Search(tree.Native(R"(c:\a)").string(), SearchKind::EveryName,
+                                        [&](const std::string& name) {
+                                          names.push_back(name);
+                                          return true;
+                                        }));
+  EXPECT_EQ(names, (std::vector<std::string>{"SN1"}));
 }
 
 }  // namespace
