@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/Tarvell_MainModule.h"
@@ -28,6 +29,14 @@ QString RunDialog(QFileDialog& dialog) {
     return {};
   }
   return dialog.selectedFiles().value(0);
+}
+
+/// The place of a filter by what the dialog calls it: its name without the patterns behind it.
+int IndexOfFilter(const QStringList& filters, const QString& name) {
+  const auto found = std::ranges::find_if(filters, [&](const QString& filter) {
+    return filter.left(filter.lastIndexOf(u'(')).simplified() == name;
+  });
+  return static_cast<int>(found - filters.begin());
 }
 
 }  // namespace
@@ -59,7 +68,7 @@ QString Questions::PickFile(QWidget* owner, FileRequest& request) {
   }
   QString chosen = RunDialog(dialog);
   if (!chosen.isEmpty()) {
-    request.filterIndex = static_cast<int>(request.filters.indexOf(dialog.selectedNameFilter()));
+    request.filterIndex = IndexOfFilter(request.filters, dialog.selectedNameFilter());
   }
   return chosen;
 }

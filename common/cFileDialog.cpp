@@ -7,6 +7,7 @@
 
 #include "common/Guard.h"
 #include "common/QtText.h"
+#include "common/Text.h"
 
 namespace tarvell {
 
@@ -19,7 +20,7 @@ constexpr QChar kNul(u'\0');
 }  // namespace
 
 void cFileDialog::SetFileName(const QString& value) {
-  fileName_ = value.section(kNul, 0, 0).trimmed();
+  fileName_ = ToQt(Trim(FromQt(value.section(kNul, 0, 0))));
 }
 
 void cFileDialog::SetFilter(const QString& value) {
