@@ -176,6 +176,11 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
   return true;
 }
 
+std::vector<std::string> ModelsWithData(std::vector<std::string> names) {
+  std::erase_if(names, [](const std::string& name) { return name == "*" || name.empty(); });
+  return names;
+}
+
 std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
                                 const std::function<void(const CalFileInfo& row)>& rowRead) {
   if (modelFolder.empty()) {

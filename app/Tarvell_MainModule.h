@@ -60,6 +60,9 @@ struct FileDate {
 /// Always true.
 bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 
+/// Of what ListModelFolders gave, the names that a list shows.
+[[nodiscard]] std::vector<std::string> ModelsWithData(std::vector<std::string> names);
+
 /// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or
 /// "sn") in `modelFolder` into `gCalFiles`, in the platform's order, and calls `rowRead` after
 /// each. Returns the number of rows filled, -1 when `modelFolder` is ""; further rows keep what

@@ -9,7 +9,6 @@
 #include <QCursor>
 #include <QEvent>
 #include <QFile>
-#include <QTimer>
 
 #include <vector>
 
@@ -49,10 +48,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
   SetUpAddMenu();
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);
-  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
-          &frmCalibrationMain::LstInstrment_Change);
-  connect(ui_->LstInstrment, &QListWidget::itemPressed, this,
-          &frmCalibrationMain::LstInstrment_Press);
+  OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmCalibrationMain::btnDelete_Click);
@@ -85,20 +81,6 @@ bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-void frmCalibrationMain::LstInstrment_Change() {
-  changedByPress_ = true;
-  LstInstrment_Click();
-  // Not before: events run while a message is shown.
-  QTimer::singleShot(0, this, [this] { changedByPress_ = false; });
-}
-
-void frmCalibrationMain::LstInstrment_Press() {
-  // The press that selects another model has read its folder already.
-  if (!changedByPress_) {
-    LstInstrment_Click();
-  }
-}
-
 void frmCalibrationMain::LstInstrment_Click() {
   Guarded(this, [this] {
     ShowEditCaption();
@@ -117,15 +99,10 @@ void frmCalibrationMain::RefreshModelList() {
   const QSignalBlocker blocker(ui_->LstInstrment);
   ui_->LstInstrment->clear();
   std::vector<std::string> names;
-  const auto show = [&] {
-    for (const std::string& name : names) {
-      if (name != "*" && !name.empty()) {
-        AddName(ui_->LstInstrment, name);
-      }
-    }
-  };
   Guarded(this, [&] { ListModelFolders(gCalibrationDir, names); });
-  show();
+  for (const std::string& name : ModelsWithData(std::move(names))) {
+    AddName(ui_->LstInstrment, name);
+  }
 }
 
 void frmCalibrationMain::RefreshSerialList() {

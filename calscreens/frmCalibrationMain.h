@@ -41,8 +41,6 @@ class frmCalibrationMain final : public QDialog {
 
  private:
   void LstInstrment_Click();
-  void LstInstrment_Change();
-  void LstInstrment_Press();
   void btnAdd_Click();
   void btnEdit_Click();
   void btnDelete_Click();
@@ -64,8 +62,6 @@ class frmCalibrationMain final : public QDialog {
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;
   QMenu* mnuAdd_;
-  bool changedByPress_ =
-      false;  ///< whether the list's press that is going on changed its selection
   // Made on first use.
   std::unique_ptr<frmCalDataInput> calDataInput_;
   std::unique_ptr<frmCalDataTabInput> calDataTabInput_;

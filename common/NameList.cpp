@@ -4,6 +4,9 @@
 #include "common/NameList.h"
 
 #include <QByteArray>
+#include <QTimer>
+
+#include <memory>
 
 #include "common/QtText.h"
 
@@ -33,6 +36,22 @@ std::vector<std::string> NamesIn(const QListWidget* list) {
     names.push_back(NameOf(list->item(row)));
   }
   return names;
+}
+
+void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
+  // The press that selects another entry is told twice, as a change and as a press.
+  const auto changedByPress = std::make_shared<bool>(false);
+  QObject::connect(list, &QListWidget::itemSelectionChanged, list, [=] {
+    *changedByPress = true;
+    chosen();
+    // Not before: events run while a message is shown.
+    QTimer::singleShot(0, list, [=] { *changedByPress = false; });
+  });
+  QObject::connect(list, &QListWidget::itemPressed, list, [=] {
+    if (!*changedByPress) {
+      chosen();
+    }
+  });
 }
 
 bool SelectName(QListWidget* list, std::string_view name) {

@@ -6,6 +6,7 @@
 
 #include <QListWidget>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,10 @@ void AddName(QListWidget* list, const std::string& name);
 [[nodiscard]] std::string SelectedName(const QListWidget* list);
 
 [[nodiscard]] std::vector<std::string> NamesIn(const QListWidget* list);
+
+/// Calls `chosen` when the selection changes, and when the selected entry is pressed once more: a
+/// click always counts. `chosen` must live as long as the list.
+void OnChoice(QListWidget* list, const std::function<void()>& chosen);
 
 /// Selects the first entry of exactly this name; false when there is none.
 bool SelectName(QListWidget* list, std::string_view name);

@@ -102,7 +102,8 @@ std::vector<std::string> ListNames(const std::string& folder, SearchKind kind) {
   std::vector<std::string> names;
   const std::error_code code =
       CurrentPlatform().Search(NativePath(folder), kind, [&](const std::string& name) {
-        if (name != kIndexName) {
+        // A name that differs in case alone is the INDEX file of a tree from another system.
+        if (!EqualsIgnoringCase(name, kIndexName)) {
           names.push_back(name);
         }
         return true;
@@ -207,11 +208,15 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
   CheckInstrumentName(modelNumber);
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
-  if (!CurrentPlatform().Facts(NativePath(path), facts) && facts.kind == EntryKind::None &&
-      !facts.isLink) {
-    return;
+  if (const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts)) {
+    throw SystemError(code, "delete the instrument", path);
   }
-  Recycle(path);
+  if (facts.isLink || facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {
+    Recycle(path);
+  } else if (facts.kind == EntryKind::Folder) {
+    throw SystemError(std::make_error_code(std::errc::is_a_directory), "delete the instrument",
+                      path);
+  }
 }
 
 void DeleteAllInstrumentFiles(const std::string& stationFolder) {

@@ -60,7 +60,8 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument);
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument);
 
 /// Deletes an instrument's file; it goes to the recycle bin. A file that is not there is no error.
-/// Throws a Name error when the model number is no file name.
+/// Throws a Name error when the model number is no file name, and a NotAFile error when it names a
+/// folder, which stays.
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber);
 
 /// Deletes every file in a station's folder, INDEX included. Links are deleted, never what they
@@ -71,12 +72,12 @@ void DeleteAllInstrumentFiles(const std::string& stationFolder);
 /// that the station list would never show, and the error of a folder that cannot be made.
 void MakeStation(const std::string& root, const std::string& name);
 
-/// Names of the stations below `root`: every name without a dot but INDEX, in the platform's
-/// order. Throws the platform's error when the root cannot be listed.
+/// Names of the stations below `root`: every name without a dot but INDEX (in any case), in the
+/// platform's order. Throws the platform's error when the root cannot be listed.
 [[nodiscard]] std::vector<std::string> ListStations(const std::string& root);
 
-/// Names of the instrument files in a station's folder: every ordinary file but INDEX, in the
-/// platform's order. Throws the platform's error when the folder cannot be listed.
+/// Names of the instrument files in a station's folder: every ordinary file but INDEX (in any
+/// case), in the platform's order. Throws the platform's error when the folder cannot be listed.
 [[nodiscard]] std::vector<std::string> ListInstruments(const std::string& stationFolder);
 
 /// Writes the station list of the root: one name per line.

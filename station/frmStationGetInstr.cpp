@@ -5,9 +5,6 @@
 
 #include "ui_frmStationGetInstr.h"
 
-#include <string>
-#include <vector>
-
 #include "app/Tarvell_MainModule.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
@@ -19,21 +16,16 @@ namespace tarvell {
 frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
-  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
-          &frmStationGetInstr::LstInstrment_Click);
+  OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);
 }
 
 frmStationGetInstr::~frmStationGetInstr() = default;
 
-void frmStationGetInstr::ShowModally() {
-  std::vector<std::string> names;
-  Guarded(parentWidget(), [&] { ListModelFolders(gCalibrationDir, names); });
-  for (const std::string& name : names) {
-    if (name != "*" && !name.empty()) {
-      AddName(ui_->LstInstrment, name);
-    }
+void frmStationGetInstr::ShowModally(const std::vector<std::string>& models) {
+  for (const std::string& model : models) {
+    AddName(ui_->LstInstrment, model);
   }
   exec();
 }
@@ -41,9 +33,13 @@ void frmStationGetInstr::ShowModally() {
 void frmStationGetInstr::LstInstrment_Click() {
   Guarded(this, [this] {
     ui_->lstSerialNumber->clear();
-    ReadCalFileHeaders(
-        Joined(gCalibrationDir, SelectedName(ui_->LstInstrment)),
-        [this](const CalFileInfo& row) { AddName(ui_->lstSerialNumber, row.SerialNumber); });
+    const std::string model = SelectedName(ui_->LstInstrment);
+    if (model.empty()) {
+      return;
+    }
+    ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
+      AddName(ui_->lstSerialNumber, row.SerialNumber);
+    });
   });
 }
 

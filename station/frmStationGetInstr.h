@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace tarvell {
 
@@ -31,8 +33,8 @@ class frmStationGetInstr final : public QDialog {
   /// cancelled.
   std::int16_t Result = kCancelled;
 
-  /// Shows the dialog with the models of the calibration data tree, until it is closed.
-  void ShowModally();
+  /// Shows the dialog with these models of the calibration data tree, until it is closed.
+  void ShowModally(const std::vector<std::string>& models);
 
   void reject() override;
 

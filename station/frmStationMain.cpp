@@ -46,8 +46,17 @@ void frmStationMain::ShowModally() {
 }
 
 void frmStationMain::RefreshStationList() {
-  std::vector<std::string> stations;
-  Guarded(this, [&] { stations = ListStations(gStationDir); });
+  Guarded(this, [this] { ReadStationList(); });
+}
+
+void frmStationMain::ReadStationList() {
+  isListed_ = false;
+  ShowStations({});
+  ShowStations(ListStations(gStationDir));
+  isListed_ = true;
+}
+
+void frmStationMain::ShowStations(const std::vector<std::string>& stations) {
   ui_->lstStation->clear();
   for (const std::string& station : stations) {
     AddName(ui_->lstStation, station);
@@ -59,6 +68,10 @@ void frmStationMain::RefreshStationList() {
 }
 
 void frmStationMain::WriteStationIndex() {
+  if (!isListed_) {
+    // A list that nobody has seen must not take the place of the one on the disk.
+    ReadStationList();
+  }
   std::vector<std::string> stations;
   for (const std::string& name : NamesIn(ui_->lstStation)) {
     if (name != kPlaceholder) {

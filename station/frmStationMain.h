@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarvell {
 
@@ -34,7 +35,10 @@ class frmStationMain final : public QDialog {
   void btnDelete_Click();
   void btnReturn_Click();
 
+  /// Reads the list of stations; a root that cannot be read is told.
   void RefreshStationList();
+  void ReadStationList();
+  void ShowStations(const std::vector<std::string>& stations);
   void WriteStationIndex();
   void AddStation();
   void DeleteStation();
@@ -42,6 +46,7 @@ class frmStationMain final : public QDialog {
   [[nodiscard]] std::string SelectedStation() const;
 
   std::unique_ptr<Ui::frmStationMain> ui_;
+  bool isListed_ = false;  ///< whether the list shows what the root holds
 };
 
 }  // namespace tarvell

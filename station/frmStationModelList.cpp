@@ -7,7 +7,6 @@
 
 #include <QSignalBlocker>
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -77,8 +76,7 @@ frmStationModelList::frmStationModelList(QWidget* parent)
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
   SetUpFields();
-  connect(ui_->LstInstrment, &QListWidget::itemSelectionChanged, this,
-          &frmStationModelList::LstInstrment_Click);
+  OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
@@ -121,8 +119,17 @@ void frmStationModelList::ShowModally() {
 }
 
 void frmStationModelList::RefreshInstrumentList() {
-  std::vector<std::string> instruments;
-  Guarded(this, [&] { instruments = ListInstruments(stationFolder_); });
+  Guarded(this, [this] { ReadInstrumentList(); });
+}
+
+void frmStationModelList::ReadInstrumentList() {
+  isListed_ = false;
+  ShowInstruments({});
+  ShowInstruments(ListInstruments(stationFolder_));
+  isListed_ = true;
+}
+
+void frmStationModelList::ShowInstruments(const std::vector<std::string>& instruments) {
   const QSignalBlocker blocker(ui_->LstInstrment);
   ui_->LstInstrment->clear();
   for (const std::string& instrument : instruments) {
@@ -135,6 +142,10 @@ void frmStationModelList::RefreshInstrumentList() {
 }
 
 void frmStationModelList::WriteStationInstrumentIndex() {
+  if (!isListed_) {
+    // A list that nobody has seen must not take the place of the one on the disk.
+    ReadInstrumentList();
+  }
   // The list is disabled while it holds the placeholder alone.
   const bool hasInstruments = ui_->LstInstrment->isEnabled();
   tarvell::WriteStationInstrumentIndex(
@@ -207,9 +218,10 @@ void frmStationModelList::btnAdd_Click() {
 
 void frmStationModelList::AddInstrument() {
   std::vector<std::string> models;
-  ListModelFolders(gCalibrationDir, models);
-  const auto isName = [](const std::string& name) { return name != "*" && !name.empty(); };
-  if (std::none_of(models.begin(), models.end(), isName)) {
+  // Where there are too many, those that were found can be chosen.
+  Guarded(this, [&] { ListModelFolders(gCalibrationDir, models); });
+  models = ModelsWithData(std::move(models));
+  if (models.empty()) {
     CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
                                           "It's not possible to add it.",
                                   .title = "No data is availval."});
@@ -218,13 +230,14 @@ void frmStationModelList::AddInstrument() {
   // The rows behind the serial numbers that are shown, should nothing be added.
   const auto rows = gCalFiles;
   frmStationGetInstr picker(this);
-  picker.ShowModally();
+  picker.ShowModally(models);
   if (picker.Result == frmStationGetInstr::kCancelled) {
     gCalFiles = rows;
     return;
   }
   const auto row = static_cast<std::size_t>(picker.Result);
   if (row >= gCalFiles.size()) {
+    gCalFiles = rows;
     throw InstrumentGone();
   }
   for (const std::string& name : NamesIn(ui_->LstInstrment)) {

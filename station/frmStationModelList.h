@@ -11,6 +11,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "common/mTypeDef.h"
 #include "station/StationFiles.h"
@@ -53,7 +54,10 @@ class frmStationModelList final : public QDialog {
   void btnReturn_Click();
 
   void SetUpFields();
+  /// Reads the list of instruments; a folder that cannot be read is told.
   void RefreshInstrumentList();
+  void ReadInstrumentList();
+  void ShowInstruments(const std::vector<std::string>& instruments);
   void WriteStationInstrumentIndex();
   void FillSerialList(const std::string& model);
   void LoadInstrument(const std::string& name);
@@ -72,6 +76,7 @@ class frmStationModelList final : public QDialog {
   std::unique_ptr<Ui::frmStationModelList> ui_;
   std::array<QLineEdit*, 11> txtData_{};
   std::string stationFolder_;
+  bool isListed_ = false;      ///< whether the list shows what the folder holds
   bool editingArmed_ = false;  ///< whether an edit enables the Save button
 };
 

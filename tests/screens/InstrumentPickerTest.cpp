@@ -27,7 +27,9 @@ class InstrumentPicker : public StationStage {
       shown = true;
       act(at);
     });
-    picker.ShowModally();
+    Texts models;
+    ListModelFolders(gCalibrationDir, models);
+    picker.ShowModally(ModelsWithData(models));
     EXPECT_TRUE(shown);
     return picker.Result;
   }
@@ -140,6 +142,21 @@ TEST_F(InstrumentPicker, AModelAndASerialNumberAreNeeded) {
               Click(picker, "btnCancel");
             }),
             9999);
+}
+
+TEST_F(InstrumentPicker, WithoutAModelNoSerialNumberIsOffered) {
+  WriteCalFile("PX12A", "SN1", {.serial = "1"});
+  WriteCalFile(".", "SN2", {.serial = "2"});
+  AtPicker([&](frmStationGetInstr& picker) {
+    ClickEntry(picker, "LstInstrment", "PX12A");
+    EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"1"});
+    auto& models = Find<QListWidget>(picker, "LstInstrment");
+    QTest::mouseClick(models.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      models.visualItemRect(models.item(models.currentRow())).center());
+    EXPECT_TRUE(models.selectedItems().isEmpty());
+    EXPECT_TRUE(EntriesOf(picker, "lstSerialNumber").empty());
+    Click(picker, "btnCancel");
+  });
 }
 
 TEST_F(InstrumentPicker, AModelWithoutDataFilesHasNoSerialNumbers) {

@@ -108,7 +108,7 @@ TEST_F(StationBadInput, ARootThatVanishedIsTold) {
     questions_.ExpectError({"Cannot list the folder", "does not exist", kRoot});
     AddStation(screen, "ST2");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
-    questions_.ExpectError({"Cannot save the file", "does not exist", kRootIndex});
+    questions_.ExpectError({"Cannot list the folder", "does not exist", kRoot});
     Click(screen, "btnReturn");
     EXPECT_TRUE(screen.isVisible());
     EXPECT_FALSE(tree_.Exists(kRoot));
@@ -125,11 +125,11 @@ TEST_F(StationBadInput, AStationThatVanishedIsTold) {
     questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
       EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});
-      questions_.ExpectError({"Cannot save the file", "does not exist", kIndex});
+      questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
       Click(instruments, "btnReturn");
       EXPECT_TRUE(instruments.isVisible());
       // The frame is a way out.
-      questions_.ExpectError({"Cannot save the file", "does not exist", kIndex});
+      questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
       Press(Qt::Key_Escape);
       EXPECT_FALSE(instruments.isVisible());
     });
@@ -139,6 +139,39 @@ TEST_F(StationBadInput, AStationThatVanishedIsTold) {
     Click(screen, "btnReturn");
   });
   EXPECT_EQ(tree_.Read(kRootIndex), "ST2\r\n");
+}
+
+// The folder takes new files but does not tell its names.
+TEST_F(StationBadInput, AnIndexIsNotReplacedByAListThatCouldNotBeRead) {
+  tree_.Write(kRootIndex, "ST1\r\nST2\r\n");
+  tree_.Write(kIndex, "PX12A\r\nINDEX\r\n");
+  WriteInstrument();
+  const OrdinaryUser user(tree_.Root());
+  fs::permissions(tree_.Native(kStation), fs::perms(0333));
+  questions_.ExpectError({"Cannot list the folder", "you have no permission", kStation});
+  AtStation([&](frmStationModelList& screen) {
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"No Model"});
+    questions_.ExpectError({"Cannot list the folder", "you have no permission", kStation});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    questions_.ExpectError({"Cannot list the folder", "you have no permission", kStation});
+    screen.close();
+  });
+  fs::permissions(tree_.Native(kStation), fs::perms(0755));
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+  fs::permissions(tree_.Native(kRoot), fs::perms(0333));
+  questions_.ExpectError({"Cannot list the folder", "you have no permission", kRoot});
+  AtStationList([&](frmStationMain& screen) {
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    questions_.ExpectError({"Cannot list the folder", "you have no permission", kRoot});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    // As soon as the list can be read, it is the one that is written.
+    fs::permissions(tree_.Native(kRoot), fs::perms(0755));
+    Click(screen, "btnReturn");
+    EXPECT_FALSE(screen.isVisible());
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
 }
 
 TEST_F(StationBadInput, DeletingAStationThatVanishedIsToldAndTheListReadAgain) {
@@ -390,7 +423,56 @@ TEST_F(StationBadInput, DeletingAnInstrumentThatIsALinkKeepsWhatItLeadsTo) {
   EXPECT_EQ(tree_.Read(R"(c:\other\PX12A)"), InstrumentFile().Bytes());
 }
 
+TEST_F(StationBadInput, AFolderThatHasTheModelsNameIsNotDeleted) {
+  tree_.Write(R"(c:\stations\ST1\notes\kept)", "x");
+  AtStation([&](frmStationModelList& screen) {
+    Fill(screen, "txtData_0", "notes");
+    ExpectDeleteQuestion("notes");
+    questions_.ExpectError(
+        {"Cannot delete the instrument", "it is a folder, not a file", R"(c:\stations\ST1\notes)"});
+    Click(screen, "btnDelete");
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "notes");
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\notes\kept)"), "x");
+}
+
+TEST_F(StationBadInput, AnIndexOfATreeFromAnotherSystemIsNoInstrument) {
+  tree_.Write(R"(c:\stations\ST1\index)", "PX9\r\nINDEX\r\n");
+  tree_.Write(R"(c:\stations\Index)", "ST9\r\n");
+  WriteInstrument();
+  AtStationList([&](frmStationMain& screen) {
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
+    ClickEntry(screen, "lstStation", "ST1");
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"PX12A"});
+      Click(instruments, "btnReturn");
+    });
+    Click(screen, "btnEdit");
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Names(kStation), (Texts{"PX12A", "index"}));
+  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\index)"), "PX12A\r\nINDEX\r\n");
+  EXPECT_EQ(tree_.Names(kRoot), (Texts{"Index", "ST1"}));
+  EXPECT_EQ(tree_.Read(R"(c:\stations\Index)"), "ST1\r\n");
+}
+
 // ---- The calibration tree.
+
+TEST_F(StationBadInput, OfTooManyModelFoldersTheFirstAreOffered) {
+  for (int i = 0; i < 257; ++i) {
+    WriteCalFile("M" + std::to_string(i), "SN1", {.serial = std::to_string(i)});
+  }
+  AtStation([&](frmStationModelList& screen) {
+    questions_.ExpectError({"more than 256 entries", "c:\\calfactors"});
+    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
+      EXPECT_EQ(EntriesOf(picker, "LstInstrment").size(), 256U);
+      Click(picker, "btnCancel");
+    });
+    Click(screen, "btnAdd");
+    Click(screen, "btnReturn");
+  });
+}
 
 TEST_F(StationBadInput, WithoutACalibrationTreeTheInstrumentsCanStillBeEdited) {
   fs::remove_all(tree_.Native("c:\\calfactors"));

@@ -138,6 +138,21 @@ TEST_F(StationInstruments, AChosenInstrumentIsShown) {
   });
 }
 
+TEST_F(StationInstruments, AClickOnTheShownInstrumentReadsItAgain) {
+  WriteInstrument();
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_2", "99");
+    EXPECT_TRUE(CanSave(screen));
+    WriteInstrument({.address = "14"});
+    QTest::qWait(1);
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    EXPECT_EQ(TextOf(screen, "txtData_2"), "14");
+    EXPECT_FALSE(CanSave(screen));
+    LeaveUnsaved(screen);
+  });
+}
+
 TEST_F(StationInstruments, TheFormsOfAFileAreShown) {
   WriteInstrument("OLD", Lines({"MODEL NUMBER OLD", "ADDRESS TYPE QZ-IB", "COMMENT two  blanks",
                                 "CAL DUE DATE", "CAL DATA x"}));
@@ -565,6 +580,29 @@ TEST_F(StationInstruments, AnotherSerialNumberBringsItsOwnData) {
     Choose(screen, "cmbSerial", "4");
     EXPECT_EQ(ShownFields(screen), (Texts{"PX12A", "4", "NONE", "", "", "", "", "1", "JAN", "2000",
                                           "", "", "four", ""}));
+    LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(StationInstruments, APickerThatAddsNothingLeavesTheSerialNumbersTheirData) {
+  WriteInstrument({.model = "PX13A", .serial = "9"});
+  WriteCalFile("PX12A", "SN1", {.serial = "1", .dueDate = "20020305", .comment = "one"});
+  WriteCalFile("PX13A", "SN8",
+               {.model = "PX13A", .serial = "8", .dueDate = "20031231", .comment = "eight"});
+  WriteInstrument({.model = "PX12A", .serial = "1"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
+      ClickEntry(picker, "LstInstrment", "PX12A");
+      ClickEntry(picker, "lstSerialNumber", "1");
+      Click(picker, "btnCancel");
+    });
+    Click(screen, "btnAdd");
+    questions_.ExpectNotice("This instrment is already exist.");
+    Add(screen, "PX12A", "1");
+    Choose(screen, "cmbSerial", "8");
+    EXPECT_EQ(ShownFields(screen), (Texts{"PX13A", "8", "GP-IB", "13", "rack 2", "", "yes", "31",
+                                          "DEC", "2003", "A-77", "lab 4", "eight", ""}));
     LeaveUnsaved(screen);
   });
 }
