@@ -9,7 +9,6 @@
 #include "common/Error.h"
 #include "common/Paths.h"
 #include "common/Platform.h"
-#include "common/SaveFile.h"
 #include "common/Text.h"
 
 namespace tarvell {
@@ -101,7 +100,9 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   if (EqualsIgnoringCase(fileName, "NEW")) {
     return SetInitialDefaultData();
   }
-  const Seen seen = Read(fileName);
+  FileStamp stamp;
+  const Seen seen = Read(fileName, stamp);
+  file_.WasRead(fileName, stamp, serialNumber_);
   if (!seen.model.empty() && seen.model != modelCode_) {
     Note("The file says that it holds data of the model \"" + seen.model +
          "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
@@ -113,7 +114,7 @@ std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName)
   FileText text;
   WriteHeader(text);
   WriteBody(text);
-  SaveFile(fileName, text.Bytes());
+  file_.Save(fileName, serialNumber_, text.Bytes());
   return 0;
 }
 
@@ -128,7 +129,8 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   if (!CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::None) {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, native);
   }
-  const Seen seen = Read(native);
+  FileStamp stamp;
+  const Seen seen = Read(native, stamp);
   if (!seen.isComplete) {
     throw Error(ErrorKind::Template,
                 "The template file is not complete: a line \"!End\" is missing." + remedy, native);
@@ -142,8 +144,9 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   return 0;
 }
 
-CalDataFile::Seen CalDataFile::Read(const std::string& fileName) {
+CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stamp) {
   ItemReader reader(fileName);
+  reader.StampContent(stamp);
   Seen seen;
   notices_.clear();
   BeginRead();

@@ -16,6 +16,7 @@
 #include "common/Error.h"
 #include "common/FileText.h"
 #include "common/ItemReader.h"
+#include "common/StoredFile.h"
 
 namespace tarvell {
 
@@ -114,7 +115,7 @@ class CalDataFile : public cifCaldata {
   /// Appends everything behind the header lines.
   virtual void WriteBody(FileText& text) const = 0;
 
-  Seen Read(const std::string& fileName);
+  Seen Read(const std::string& fileName, FileStamp& stamp);
   void Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines, Seen& seen);
   void TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen);
   void WriteHeader(FileText& text) const;
@@ -128,6 +129,7 @@ class CalDataFile : public cifCaldata {
   Date calDate_;
   Date dueDate_;
   std::vector<std::string> notices_;
+  StoredFile file_;
 };
 
 }  // namespace tarvell

@@ -3,7 +3,7 @@
 
 #include "caldata/TestKit.h"
 
-#include <string_view>
+#include <string>
 
 #include "common/CommonStringModule.h"
 #include "common/Error.h"
@@ -12,32 +12,37 @@
 #include "common/Paths.h"
 #include "common/Platform.h"
 #include "common/ReadFile.h"
-#include "common/SaveFile.h"
+#include "common/StoredFile.h"
 #include "common/Text.h"
 
 namespace tarvell {
 
 namespace {
 
-/// Name of the data file, from the serial number in the file's second item.
-std::string TargetName(const std::string& source) {
+struct KitFile {
+  std::string serialNumber;  ///< the second item of the file
+  std::string name;          ///< that it has as a data file
+};
+
+KitFile Identify(const std::string& source) {
   ItemReader reader(source, source);
   static_cast<void>(reader.ReadItem());
   const std::string item = reader.ReadItem();
-  const std::string_view serial = Trim(StripNull(item));
+  const std::string serial(Trim(StripNull(item)));
   if (serial.empty()) {
     throw Error(ErrorKind::Name,
                 "The file holds no serial number where its second line should. Choose a test kit "
                 "file.",
                 source);
   }
-  return reader.AtThisLine([&] { return DataFileName(serial); });
+  return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
 }
 
 }  // namespace
 
 void CopyTestKitFile(const std::string& source, const std::string& modelFolder) {
-  const std::string target = Joined(modelFolder, TargetName(source));
+  const KitFile kit = Identify(source);
+  const std::string target = Joined(modelFolder, kit.name);
   if (CurrentPlatform().IsSameFile(source, NativePath(target))) {
     throw Error(ErrorKind::Name,
                 "The chosen file is the kit's data file itself. Nothing was changed.", target);
@@ -46,7 +51,7 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder) 
   if (const std::error_code code = ReadNativeFile(source, bytes)) {
     throw SystemError(code, "read the file", source);
   }
-  SaveFile(target, bytes);
+  StoredFile().Save(target, kit.serialNumber, bytes);
 }
 
 }  // namespace tarvell

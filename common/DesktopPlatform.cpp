@@ -41,7 +41,7 @@ QString FreeName(const QString& trash, const QString& name) {
   return free;
 }
 
-/// Copies what lies on another disk into the trash.
+/// Copies a file, or a folder with all it holds, into the trash.
 std::error_code CopyIntoTrash(const QString& path, const QString& trash) {
   const QString name = FreeName(trash, QFileInfo(path).fileName());
   const std::filesystem::path copy = QFile::encodeName(trash + "/files/" + name).toStdString();
@@ -88,6 +88,16 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
     }
   }
   return LinuxPlatform::Recycle(path);
+}
+
+std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
+  std::string target;
+  if (const std::error_code code = ResolveLinks(path, target)) {
+    return code;
+  }
+  const QString trash = HomeTrash();
+  return trash.isEmpty() ? std::error_code()
+                         : CopyIntoTrash(QFile::decodeName(target.c_str()), trash);
 }
 
 }  // namespace tarvell

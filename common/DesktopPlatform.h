@@ -14,6 +14,7 @@ namespace tarvell {
 class DesktopPlatform : public LinuxPlatform {
  public:
   [[nodiscard]] std::error_code Recycle(const std::string& path) override;
+  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override;
 };
 
 }  // namespace tarvell

@@ -149,6 +149,9 @@ void ItemReader::Fill() {
   position_ = 0;
   failure_ = file_->Read(block_.data(), block_.size(), filled_);
   readWhole_ = filled_ == 0;
+  if (stamp_ != nullptr) {
+    stamp_->Append({block_.data(), filled_});
+  }
 }
 
 }  // namespace tarvell

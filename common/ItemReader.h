@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "common/Error.h"
+#include "common/FileStamp.h"
 #include "common/Platform.h"
 
 namespace tarvell {
@@ -37,6 +38,9 @@ class ItemReader {
   /// Opens a file without throwing: for readers that have an answer of their own to a failure.
   [[nodiscard]] std::error_code Open(const std::string& native,
                                      TextEncoding encoding = TextEncoding::FileCharacters);
+
+  /// Lets `stamp` take in every byte from here on; it outlives the reading.
+  void StampContent(FileStamp& stamp) { stamp_ = &stamp; }
 
   /// Whether no byte is left behind the terminator of the item read last.
   [[nodiscard]] bool AtEnd();
@@ -84,6 +88,7 @@ class ItemReader {
   std::size_t position_ = 0;
   bool readWhole_ = false;
   std::error_code failure_;
+  FileStamp* stamp_ = nullptr;
   int line_ = 1;
   int itemLine_ = 0;
 };

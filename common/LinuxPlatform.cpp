@@ -321,6 +321,10 @@ std::error_code LinuxPlatform::Recycle(const std::string& path) {
   return !code && removed == 0 ? std::make_error_code(std::errc::no_such_file_or_directory) : code;
 }
 
+std::error_code LinuxPlatform::RecycleCopy(const std::string& /*path*/) {
+  return {};
+}
+
 std::string LinuxPlatform::ProgramFolder() {
   std::error_code code;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);

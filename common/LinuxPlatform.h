@@ -33,6 +33,7 @@ class LinuxPlatform : public Platform {
       const std::string& folder, SearchKind kind,
       const std::function<bool(const std::string& name)>& visit) override;
   [[nodiscard]] std::error_code Recycle(const std::string& path) override;
+  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override;
 
   [[nodiscard]] std::string ProgramFolder() override;
   [[nodiscard]] std::string DriveFolder() override;

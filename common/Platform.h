@@ -128,6 +128,10 @@ class Platform {
   /// deletes it. A link is deleted, never what it leads to.
   [[nodiscard]] virtual std::error_code Recycle(const std::string& path) = 0;
 
+  /// Puts a copy of an ordinary file into the recycle bin, from which it can be restored to its
+  /// place; links are followed. Where there is no recycle bin, does nothing.
+  [[nodiscard]] virtual std::error_code RecycleCopy(const std::string& path) = 0;
+
   // The system.
 
   /// Native folder of the running program, links resolved, without a trailing separator.

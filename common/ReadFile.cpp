@@ -11,8 +11,8 @@
 
 namespace tarvell {
 
-std::error_code ReadNativeFile(const std::string& path, std::string& bytes) {
-  bytes.clear();
+std::error_code ReadNativeBlocks(const std::string& path,
+                                 const std::function<void(std::string_view block)>& take) {
   std::unique_ptr<InputFile> file;
   if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
     return code;
@@ -23,9 +23,14 @@ std::error_code ReadNativeFile(const std::string& path, std::string& bytes) {
     if (const std::error_code code = file->Read(block.data(), block.size(), count)) {
       return code;
     }
-    bytes.append(block.data(), count);
+    take({block.data(), count});
   } while (count > 0);
   return {};
+}
+
+std::error_code ReadNativeFile(const std::string& path, std::string& bytes) {
+  bytes.clear();
+  return ReadNativeBlocks(path, [&](std::string_view block) { bytes += block; });
 }
 
 }  // namespace tarvell

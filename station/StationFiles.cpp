@@ -98,19 +98,33 @@ void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
   instrument.DueDay = NumberText(words[0]);
 }
 
+/// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
+/// is the file whose name differs in case alone: the one that saving would replace.
+void LeaveOutIndex(const std::string& folder, std::vector<std::string>& names) {
+  auto index = std::ranges::find(names, kIndexName);
+  if (index == names.end()) {
+    index = std::ranges::find_if(
+        names, [](const std::string& name) { return EqualsIgnoringCase(name, kIndexName); });
+    EntryFacts facts;
+    if (index == names.end() || CurrentPlatform().Facts(folder + "/" + *index, facts) ||
+        facts.kind == EntryKind::Folder) {
+      return;
+    }
+  }
+  names.erase(index);
+}
+
 std::vector<std::string> ListNames(const std::string& folder, SearchKind kind) {
   std::vector<std::string> names;
-  const std::error_code code =
-      CurrentPlatform().Search(NativePath(folder), kind, [&](const std::string& name) {
-        // A name that differs in case alone is the INDEX file of a tree from another system.
-        if (!EqualsIgnoringCase(name, kIndexName)) {
-          names.push_back(name);
-        }
-        return true;
-      });
+  const std::string native = NativePath(folder);
+  const std::error_code code = CurrentPlatform().Search(native, kind, [&](const std::string& name) {
+    names.push_back(name);
+    return true;
+  });
   if (code) {
     throw SystemError(code, "list the folder", folder);
   }
+  LeaveOutIndex(native, names);
   return names;
 }
 
@@ -165,8 +179,10 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
   }
 }
 
-bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument) {
+bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file) {
+  FileStamp stamp;
   ItemReader reader(path);
+  reader.StampContent(stamp);
   if (reader.AtEnd()) {
     return false;
   }
@@ -177,6 +193,7 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument) 
     item = reader.ReadItem();
   }
   instrument = loaded;
+  file.WasRead(path, stamp, instrument.SerialNumber);
   return true;
 }
 
@@ -185,7 +202,8 @@ bool HasValidDueDate(const StationInstrument& instrument) {
                      NumericInt16(instrument.DueDay));
 }
 
-void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument) {
+void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
+                        StoredFile& file) {
   CheckInstrumentName(instrument.ModelNumber);
   FileText text;
   text.Line("MODEL NUMBER " + instrument.ModelNumber);
@@ -201,7 +219,7 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
   text.Line("TRACE " + instrument.Trace);
   text.Line("COMMENT " + instrument.Comment);
   text.Line("CAL DATA " + instrument.CalData);
-  SaveFile(Joined(stationFolder, instrument.ModelNumber), text.Bytes());
+  file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber, text.Bytes());
 }
 
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {

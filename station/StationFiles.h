@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/StoredFile.h"
+
 /// The files of the stations: one folder per station below the station data root, one keyword
 /// file per instrument in it, and the INDEX files of the root and of each station.
 namespace tarvell {
@@ -47,8 +49,8 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 /// Reads an instrument file over what `instrument` holds. The last item is never interpreted, so
 /// that a file that the program wrote gives every field but CalData. Returns false for an empty
 /// file, which gives nothing. Throws the error of a file that cannot be read; `instrument` is then
-/// as it was.
-bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument);
+/// as it was, and so is `file`.
+bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
 /// Whether the due date exists: its day and year as numbers, its month as a name. Throws a Type
 /// error for a number outside 16 bits.
@@ -56,8 +58,10 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument);
 
 /// Writes the instrument's file into the station's folder. Throws a Name error when its model
 /// number is no file name, or that of the INDEX file, a Character error for text that the file
-/// cannot hold, and the error of a save that fails; an earlier file is then whole.
-void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument);
+/// cannot hold, and the error of a save that fails; an earlier file is then whole. `file` is the
+/// one that the instrument came from; another that is replaced goes to the recycle bin.
+void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
+                        StoredFile& file);
 
 /// Deletes an instrument's file; it goes to the recycle bin. A file that is not there is no error.
 /// Throws a Name error when the model number is no file name, and a NotAFile error when it names a
@@ -72,12 +76,12 @@ void DeleteAllInstrumentFiles(const std::string& stationFolder);
 /// that the station list would never show, and the error of a folder that cannot be made.
 void MakeStation(const std::string& root, const std::string& name);
 
-/// Names of the stations below `root`: every name without a dot but INDEX (in any case), in the
+/// Names of the stations below `root`: every name without a dot but INDEX, in the
 /// platform's order. Throws the platform's error when the root cannot be listed.
 [[nodiscard]] std::vector<std::string> ListStations(const std::string& root);
 
-/// Names of the instrument files in a station's folder: every ordinary file but INDEX (in any
-/// case), in the platform's order. Throws the platform's error when the folder cannot be listed.
+/// Names of the instrument files in a station's folder: every ordinary file but INDEX,
+/// in the platform's order. Throws the platform's error when the folder cannot be listed.
 [[nodiscard]] std::vector<std::string> ListInstruments(const std::string& stationFolder);
 
 /// Writes the station list of the root: one name per line.

@@ -176,7 +176,7 @@ void frmStationModelList::LstInstrment_Click() {
 
 void frmStationModelList::LoadInstrument(const std::string& name) {
   StationInstrument instrument = Shown();
-  const bool isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument);
+  const bool isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
   editingArmed_ = false;
   if (!isEmpty) {
     FillSerialList(instrument.ModelNumber);
@@ -266,6 +266,7 @@ void frmStationModelList::AddInstrument() {
   }
   ui_->cmbSerial->setCurrentIndex(static_cast<int>(row));
   cmbSerial_Click();
+  file_ = StoredFile();
   editingArmed_ = true;
 }
 
@@ -285,7 +286,7 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
           result = SaveResult::InvalidDate;
           return;
         }
-        SaveInstrumentFile(stationFolder_, instrument);
+        SaveInstrumentFile(stationFolder_, instrument, file_);
         ui_->btnSave->setEnabled(false);
         result = SaveResult::Saved;
       },

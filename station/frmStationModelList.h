@@ -76,6 +76,7 @@ class frmStationModelList final : public QDialog {
   std::unique_ptr<Ui::frmStationModelList> ui_;
   std::array<QLineEdit*, 11> txtData_{};
   std::string stationFolder_;
+  StoredFile file_;            ///< of the shown instrument
   bool isListed_ = false;      ///< whether the list shows what the folder holds
   bool editingArmed_ = false;  ///< whether an edit enables the Save button
 };

@@ -81,6 +81,16 @@ Names Sorted(Names names) {
   return names;
 }
 
+bool Load(StationInstrument& instrument) {
+  StoredFile file;
+  return LoadInstrumentFile(kFile, instrument, file);
+}
+
+void Save(const StationInstrument& instrument) {
+  StoredFile file;
+  SaveInstrumentFile(kStation, instrument, file);
+}
+
 class StationFiles : public testing::Test {
  protected:
   StationFiles() { tree_.MakeFolders(kStation); }
@@ -89,7 +99,7 @@ class StationFiles : public testing::Test {
   [[nodiscard]] StationInstrument Loaded(std::string_view bytes,
                                          StationInstrument instrument = {}) const {
     tree_.Write(kFile, bytes);
-    EXPECT_TRUE(LoadInstrumentFile(kFile, instrument));
+    EXPECT_TRUE(Load(instrument));
     return instrument;
   }
   /// The same of one line, followed by one that is never interpreted.
@@ -101,7 +111,7 @@ class StationFiles : public testing::Test {
   /// was shown.
   static void ExpectUnreadable(ErrorKind kind) {
     StationInstrument instrument = Sensor();
-    const Error error = ErrorOf([&] { LoadInstrumentFile(kFile, instrument); });
+    const Error error = ErrorOf([&] { Load(instrument); });
     EXPECT_EQ(error.Kind(), kind) << error.what();
     EXPECT_EQ(error.Path(), kFile);
     EXPECT_EQ(FieldsOf(instrument), FieldsOf(Sensor()));
@@ -114,7 +124,7 @@ class StationFiles : public testing::Test {
     instrument.ModelNumber = model;
     const Names station = tree_.Names(kStation);
     const Names root = tree_.Names(kRoot);
-    const Error error = ErrorOf([&] { SaveInstrumentFile(kStation, instrument); });
+    const Error error = ErrorOf([&] { Save(instrument); });
     EXPECT_EQ(error.Kind(), ErrorKind::Name);
     EXPECT_TRUE(Contains(error.Text(), "\"" + model + "\"")) << error.Text();
     EXPECT_TRUE(Contains(error.Text(), why)) << error.Text();
@@ -140,7 +150,7 @@ class StationFiles : public testing::Test {
 // ---- Writing an instrument.
 
 TEST_F(StationFiles, AnInstrumentIsTwelveLines) {
-  SaveInstrumentFile(kStation, Sensor());
+  Save(Sensor());
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
   EXPECT_EQ(tree_.Read(kFile),
             "MODEL NUMBER PX12A\r\n"
@@ -158,7 +168,7 @@ TEST_F(StationFiles, AnInstrumentIsTwelveLines) {
 }
 
 TEST_F(StationFiles, AnEmptyFieldLeavesItsKeywordAndOneBlank) {
-  SaveInstrumentFile(kStation, With({{&StationInstrument::ModelNumber, "X"}}));
+  Save(With({{&StationInstrument::ModelNumber, "X"}}));
   EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\X)"),
             "MODEL NUMBER X\r\nSERIAL NUMBER \r\nADDRESS TYPE \r\nADDRESS \r\nSTATION \r\n"
             "OPTIONS \r\nAVAILABILITY \r\nCAL DUE DATE   \r\nASSET \r\nTRACE \r\nCOMMENT \r\n"
@@ -175,7 +185,7 @@ TEST_F(StationFiles, OnlyThePartsOfTheDueDateAreTrimmed) {
   instrument.DueMonth = " MAR ";
   instrument.DueYear = " 2002 ";
   instrument.Comment = "  two  blanks ";
-  SaveInstrumentFile(kStation, instrument);
+  Save(instrument);
   EXPECT_EQ(tree_.Names(kStation), Names{" PX12A"});
   EXPECT_EQ(
       tree_.Read(R"(c:\stations\ST1\ PX12A)"),
@@ -187,13 +197,13 @@ TEST_F(StationFiles, OnlyThePartsOfTheDueDateAreTrimmed) {
 TEST_F(StationFiles, AFieldIsWrittenInTheBytesOfTheFiles) {
   StationInstrument instrument = Sensor();
   instrument.Comment = "5 \u00B5W at 20 \u20AC, \"caf\u00E9\"";
-  SaveInstrumentFile(kStation, instrument);
+  Save(instrument);
   EXPECT_TRUE(Contains(tree_.Read(kFile), "COMMENT 5 \xB5W at 20 \x80, \"caf\xE9\"\r\n"));
 }
 
 TEST_F(StationFiles, AnEarlierFileIsReplacedWhole) {
   tree_.Write(kFile, std::string(5000, 'x'));
-  SaveInstrumentFile(kStation, Sensor());
+  Save(Sensor());
   const std::string bytes = tree_.Read(kFile);
   EXPECT_EQ(bytes.substr(0, 20), "MODEL NUMBER PX12A\r\n");
   EXPECT_EQ(bytes.substr(bytes.size() - 19), "CAL DATA own file\r\n");
@@ -233,7 +243,7 @@ TEST_F(StationFiles, TheIndexIsNoInstrument) {
 TEST_F(StationFiles, AModelWithADotIsAFileLikeAnyOther) {
   StationInstrument instrument = Sensor();
   instrument.ModelNumber = "PX12A.1";
-  SaveInstrumentFile(kStation, instrument);
+  Save(instrument);
   EXPECT_EQ(ListInstruments(kStation), Names{"PX12A.1"});
 }
 
@@ -246,12 +256,11 @@ TEST_F(StationFiles, ACharacterThatTheFileCannotHoldIsNamed) {
         &StationInstrument::Trace, &StationInstrument::Comment, &StationInstrument::CalData}) {
     StationInstrument instrument = Sensor();
     instrument.*field = "10 k\u03A9";
-    const Error error = ErrorOf([&] { SaveInstrumentFile(kStation, instrument); });
+    const Error error = ErrorOf([&] { Save(instrument); });
     EXPECT_EQ(error.Kind(), ErrorKind::Character);
     EXPECT_TRUE(Contains(error.Text(), "\u03A9")) << error.Text();
     instrument.*field = "two\r\nlines";
-    EXPECT_EQ(ErrorOf([&] { SaveInstrumentFile(kStation, instrument); }).Kind(),
-              ErrorKind::Character);
+    EXPECT_EQ(ErrorOf([&] { Save(instrument); }).Kind(), ErrorKind::Character);
   }
   EXPECT_EQ(tree_.Read(kFile), kOld);
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
@@ -260,7 +269,7 @@ TEST_F(StationFiles, ACharacterThatTheFileCannotHoldIsNamed) {
 TEST_F(StationFiles, AFullDiskKeepsTheEarlierFile) {
   tree_.Write(kFile, kOld);
   FullDisk disk;
-  const Error error = ErrorOf([] { SaveInstrumentFile(kStation, Sensor()); });
+  const Error error = ErrorOf([&] { Save(Sensor()); });
   EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
   EXPECT_EQ(error.Path(), kFile);
   EXPECT_TRUE(Contains(error.Text(), "the disk is full")) << error.Text();
@@ -268,7 +277,7 @@ TEST_F(StationFiles, AFullDiskKeepsTheEarlierFile) {
   EXPECT_EQ(tree_.Read(kFile), kOld);
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
   disk.isFull = false;
-  SaveInstrumentFile(kStation, Sensor());
+  Save(Sensor());
   EXPECT_EQ(tree_.Read(kFile).substr(0, 20), "MODEL NUMBER PX12A\r\n");
 }
 
@@ -287,7 +296,7 @@ TEST_F(StationFiles, AFullDiskKeepsBothEarlierIndexFiles) {
 TEST_F(StationFiles, AReadOnlyFolderTakesNoNewInstrument) {
   const OrdinaryUser user(tree_.Root());
   const LockedFolder locked(tree_.Native(kStation));
-  const Error error = ErrorOf([] { SaveInstrumentFile(kStation, Sensor()); });
+  const Error error = ErrorOf([&] { Save(Sensor()); });
   EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
   EXPECT_TRUE(Contains(error.Text(), "you have no permission")) << error.Text();
   EXPECT_EQ(tree_.Names(kStation), Names{});
@@ -295,7 +304,7 @@ TEST_F(StationFiles, AReadOnlyFolderTakesNoNewInstrument) {
 
 TEST_F(StationFiles, AStationThatVanishedIsNotMadeAgainBySaving) {
   fs::remove(tree_.Native(kStation));
-  const Error error = ErrorOf([] { SaveInstrumentFile(kStation, Sensor()); });
+  const Error error = ErrorOf([&] { Save(Sensor()); });
   EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
   EXPECT_TRUE(Contains(error.Text(), "does not exist")) << error.Text();
   EXPECT_EQ(tree_.Names(kRoot), Names{});
@@ -475,10 +484,10 @@ TEST(StationKeywords, TheDueDateIsThreeWords) {
 // ---- Reading an instrument.
 
 TEST_F(StationFiles, AFileOfTheProgramGivesEveryFieldButTheLast) {
-  SaveInstrumentFile(kStation, Sensor());
+  Save(Sensor());
   StationInstrument instrument;
   instrument.CalData = "as it was";
-  EXPECT_TRUE(LoadInstrumentFile(kFile, instrument));
+  EXPECT_TRUE(Load(instrument));
   StationInstrument expected = Sensor();
   expected.CalData = "as it was";
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
@@ -499,7 +508,7 @@ TEST_F(StationFiles, OneLineGivesNothing) {
 TEST_F(StationFiles, AnEmptyFileGivesNothing) {
   tree_.Write(kFile, "");
   StationInstrument instrument = Sensor();
-  EXPECT_FALSE(LoadInstrumentFile(kFile, instrument));
+  EXPECT_FALSE(Load(instrument));
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(Sensor()));
 }
 
@@ -590,7 +599,7 @@ TEST_F(StationFiles, AFileThatMayNotBeReadIsAnError) {
 TEST_F(StationFiles, ADueDateBeyondEveryNumberLeavesWhatWasShown) {
   tree_.Write(kFile, Lines({"COMMENT other", "CAL DUE DATE 1E999 MAR 2002", "x"}));
   StationInstrument instrument = Sensor();
-  const Error error = ErrorOf([&] { LoadInstrumentFile(kFile, instrument); });
+  const Error error = ErrorOf([&] { Load(instrument); });
   EXPECT_EQ(error.Kind(), ErrorKind::Type);
   EXPECT_EQ(error.Path(), kFile);
   EXPECT_EQ(error.Line(), 2);
@@ -671,6 +680,14 @@ TEST_F(StationFiles, OnlyTheExactNameIsTheIndex) {
   tree_.Write(R"(c:\stations\ST1\Index)", "x");
   tree_.Write(kIndex, "x");
   EXPECT_EQ(ListInstruments(kStation), Names{"Index"});
+}
+
+TEST_F(StationFiles, WithoutTheExactNameTheFileThatSavingWouldReplaceIsTheIndex) {
+  tree_.Write(R"(c:\stations\index)", "x");
+  EXPECT_EQ(ListStations(kRoot), Names{"ST1"});
+  tree_.Write(R"(c:\stations\ST1\Index)", "x");
+  tree_.Write(kFile, "x");
+  EXPECT_EQ(ListInstruments(kStation), Names{"PX12A"});
 }
 
 TEST_F(StationFiles, EveryOrdinaryFileIsAnInstrument) {

@@ -3,10 +3,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
 
 #include "common/FileIOCommonModule.h"
 #include "support/DesktopTestPlatform.h"
@@ -52,6 +56,36 @@ TEST_F(Trash, WhereThereIsNoneTheFileIsDeletedAndNothingIsLeftElsewhere) {
   Recycle(R"(c:\a\SN1)");
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"file"}));
   EXPECT_EQ(QDir().entryList(), before);
+}
+
+TEST_F(Trash, ACopyCanBeRestoredToWhereTheFileStands) {
+  tree_.Write(R"(c:\a\SN copy)", "earlier");
+  std::filesystem::create_symlink("SN copy", tree_.Native(R"(c:\a\link)"));
+  const std::string native = tree_.Native(R"(c:\a\SN copy)").string();
+  const std::string trash = dataHome_.toStdString() + "/Trash";
+  for (const auto& [path, name] : {std::pair(native, "SN copy"),
+                                   std::pair(tree_.Native(R"(c:\a\link)").string(), "SN copy.2")}) {
+    EXPECT_EQ(platform_.RecycleCopy(path), std::error_code());
+    EXPECT_EQ(tree_.Read(R"(c:\a\SN copy)"), "earlier");
+    EXPECT_EQ(test::ReadNative(trash + "/files/" + name), "earlier");
+    const std::string info = test::ReadNative(trash + "/info/" + name + ".trashinfo");
+    EXPECT_EQ(
+        info.rfind("[Trash Info]\nPath=" +
+                       QUrl::toPercentEncoding(QString::fromStdString(native), "/").toStdString() +
+                       "\nDeletionDate=",
+                   0),
+        0U)
+        << info;
+  }
+  EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN copy", "link"}));
+}
+
+TEST_F(Trash, WhereThereIsNoneNoCopyIsMade) {
+  tree_.Write(R"(c:\a\SN1)", "one");
+  tree_.Write(R"(c:\a\file)", "no folder");
+  qputenv("XDG_DATA_HOME", tree_.Native(R"(c:\a\file)").string().c_str());
+  EXPECT_EQ(platform_.RecycleCopy(tree_.Native(R"(c:\a\SN1)").string()), std::error_code());
+  EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN1", "file"}));
 }
 
 TEST_F(Trash, AFileOnAnotherDiskIsCopiedIntoIt) {

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/StoredFile.h"
+
+#include "common/Error.h"
+#include "common/Paths.h"
+#include "common/Platform.h"
+#include "common/SaveFile.h"
+
+namespace tarvell {
+
+namespace {
+
+[[nodiscard]] Error NotKept(std::error_code code, const std::string& path) {
+  const Error reason = SystemError(code, "keep the earlier file in the recycle bin", path);
+  return {ErrorKind::WriteFailed, "Nothing was saved. " + reason.Text(), path};
+}
+
+bool StandsAt(const std::string& native) {
+  EntryFacts facts;
+  // Whatever else stands there has no content to keep; saving tells what is wrong with it.
+  return !CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::File;
+}
+
+}  // namespace
+
+void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
+                         const std::string& serialNumber) {
+  path_ = path;
+  serialNumber_ = serialNumber;
+  stamp_ = stamp;
+}
+
+void StoredFile::Save(const std::string& path, const std::string& serialNumber,
+                      std::string_view bytes) {
+  const FileStamp stamp(bytes);
+  const std::string native = NativePath(path);
+  if (StandsAt(native)) {
+    KeepEarlier(path, native, stamp, serialNumber);
+  }
+  SaveFile(path, bytes);
+  WasRead(path, stamp, serialNumber);
+}
+
+void StoredFile::KeepEarlier(const std::string& path, const std::string& native,
+                             const FileStamp& stamp, const std::string& serialNumber) const {
+  FileStamp earlier;
+  if (const std::error_code code = StampNativeFile(native, earlier)) {
+    throw NotKept(code, path);
+  }
+  const bool isOwn = earlier == stamp_ && serialNumber == serialNumber_ && !path_.empty() &&
+                     CurrentPlatform().IsSameFile(NativePath(path_), native);
+  if (earlier == stamp || isOwn) {
+    return;
+  }
+  if (const std::error_code code = CurrentPlatform().RecycleCopy(native)) {
+    throw NotKept(code, path);
+  }
+}
+
+}  // namespace tarvell
