@@ -55,5 +55,5 @@ make_state_folder() {
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db shellcheck)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
-PACKAGE_PACKAGES=(dpkg-dev file gzip)
+PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
