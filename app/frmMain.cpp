@@ -57,6 +57,7 @@ void ShowSplash(double seconds) {
 
 frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmMain>()) {
   QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
+  QGuiApplication::setDesktopFileName("tarvell");
   ui_->setupUi(this);
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,

@@ -1,7 +1,9 @@
 # SPDX-FileCopyrightText: the Tarvell authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# What ./run and ./test share; sourced from the project's root.
+# What ./run, ./test and the scripts share; sourced from the project's root.
+#
+# shellcheck shell=bash disable=SC2034
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
@@ -51,5 +53,7 @@ make_state_folder() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
-TEST_PACKAGES=(libgtest-dev clang-format)
+TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db shellcheck)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
+PACKAGE_PACKAGES=(dpkg-dev file)
+PACKAGE_TEST_PACKAGES=(debootstrap lintian)

@@ -14,6 +14,7 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "app/frmMain.h"
+#include "app/frmSplash.h"
 #include "calscreens/frmCalibrationMain.h"
 #include "station/frmStationMain.h"
 #include "support/DesktopTestPlatform.h"
@@ -116,6 +117,15 @@ class MainMenu : public testing::Test {
 };
 
 // ---- The screen.
+
+TEST_F(MainMenu, IsKnownToTheDesktopByItsEntryAndByThePictureOfTheSplash) {
+  Start();
+  EXPECT_EQ(QGuiApplication::desktopFileName(), "tarvell");
+  frmSplash splash;
+  const QImage picture = Find<QLabel>(splash, "Picture1").pixmap().toImage();
+  ASSERT_FALSE(picture.isNull());
+  EXPECT_EQ(menu_.windowIcon().pixmap(picture.size()).toImage(), picture);
+}
 
 TEST_F(MainMenu, ShowsItsCaptions) {
   EXPECT_EQ(menu_.windowTitle(), "Calibration Factor Data Editor");

@@ -1,0 +1,56 @@
+# What the desktop needs of an installed program, and the Debian package:
+# `cmake --build --preset release --target package`.
+
+# The texts that tell the version tell this one.
+foreach(name changelog tarvell.1 tarvell.metainfo.xml)
+  file(READ packaging/${name} text)
+  if(NOT text MATCHES "[ (\"]${PROJECT_VERSION}[)\"]")
+    message(FATAL_ERROR "packaging/${name} does not tell of version ${PROJECT_VERSION}")
+  endif()
+endforeach()
+
+install(FILES packaging/tarvell.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES packaging/tarvell.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES images/tarvell.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES packaging/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
+  RENAME tarvell)
+
+# The manual page and the changelog lie compressed, without a time stamp.
+find_program(GZIP gzip REQUIRED)
+function(install_compressed source name destination)
+  set(compressed ${CMAKE_BINARY_DIR}/packaging/${name}.gz)
+  add_custom_command(OUTPUT ${compressed} DEPENDS ${source}
+    COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_SOURCE_DIR}/${source}
+      ${CMAKE_BINARY_DIR}/packaging/${name}
+    COMMAND ${GZIP} -9nf ${CMAKE_BINARY_DIR}/packaging/${name} VERBATIM)
+  add_custom_target(compressed_${name} ALL DEPENDS ${compressed})
+  install(FILES ${compressed} DESTINATION ${destination})
+endfunction()
+install_compressed(packaging/tarvell.1 tarvell.1 ${CMAKE_INSTALL_MANDIR}/man1)
+install_compressed(packaging/changelog changelog ${CMAKE_INSTALL_DOCDIR})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "the Tarvell authors")
+set(CPACK_PACKAGE_CONTACT "the Tarvell authors <tarvell@tarvell.invalid>")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+# The first line of the description is the project's.
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Operators of a calibration laboratory type in the values of a standard's
+certificate (power sensors, step attenuators, capacitor and resistor sets),
+take in finished test kit files, and keep each test station's list of
+instruments with their due dates. The test stations read what was saved as
+plain text.")
+# The libraries are found in the executable; the picture's plug-in and the group's tool are not.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, adduser")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
+  ${CMAKE_SOURCE_DIR}/packaging/postinst ${CMAKE_SOURCE_DIR}/packaging/postrm)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+include(CPack)
