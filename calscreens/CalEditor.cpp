@@ -81,7 +81,7 @@ void CalEditor::TellNotices(std::int16_t index) {
   QString text;
   if (index != kNewData) {
     const std::string& path = gCalFiles.at(static_cast<std::size_t>(index)).FilePath;
-    const std::string name = path.substr(FolderOf(path).size() + 1);
+    const std::string name = std::string(NameOf(path));
     const std::string other = "SN" + std::string(LastCharacters(data_->SerialNumber(), 5));
     if (!EqualsIgnoringCase(name, other)) {
       text = ToQt("The serial number that was read, \"" + data_->SerialNumber() +

@@ -6,6 +6,7 @@
 #include "ui_CalHeaderBlock.h"
 
 #include "app/Tarvell_MainModule.h"
+#include "common/CalmWheel.h"
 #include "common/CommonStringModule.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
@@ -34,6 +35,7 @@ void Lock(QLineEdit* box, bool locked) {
 }
 
 void SetUpMonths(QComboBox* combo) {
+  IgnoreWheelWithoutFocus(combo);
   for (std::int16_t month = 1; !NumberToMonth(month).empty(); ++month) {
     combo->addItem(ToQt(NumberToMonth(month)));
   }

@@ -233,8 +233,9 @@ void frmCalibrationMain::DeleteData() {
                 "The chosen data set is not in the list any more. Choose the model again to "
                 "refresh the list, then try again.");
   }
+  const std::string& path = gCalFiles.at(static_cast<std::size_t>(row)).FilePath;
   const bool deleted = Guarded(
-      this, [&] { Recycle(gCalFiles.at(static_cast<std::size_t>(row)).FilePath); },
+      this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(NameOf(path))); },
       [this](const Error& error) {
         CurrentQuestions().Ask(this,
                                {.text = "Can't delete cal data", .detail = ToQt(error.what())});

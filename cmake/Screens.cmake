@@ -15,6 +15,7 @@ add_library(tarvell_screens STATIC
   calscreens/frmCalibrationMain.cpp calscreens/frmCalibrationMain.h
   calscreens/frmCalibrationMain.ui
   calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui
+  common/CalmWheel.cpp
   common/DesktopPlatform.cpp
   common/FileTextValidator.cpp common/FileTextValidator.h
   common/FolderPicker.cpp

@@ -8,9 +8,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QUrl>
 
 #include <filesystem>
+#include <unistd.h>
 
 #include "common/SaveFile.h"
 
@@ -41,13 +41,15 @@ QString FreeName(const QString& trash, const QString& name) {
   return free;
 }
 
-/// Copies a file, or a folder with all it holds, into the trash.
-std::error_code CopyIntoTrash(const QString& path, const QString& trash) {
-  const QString name = FreeName(trash, QFileInfo(path).fileName());
+/// Copies a file, or a folder with all it holds, into the trash. `path` is native: it may be in no
+/// encoding that the toolkit knows.
+std::error_code CopyIntoTrash(const std::string& path, const QString& trash) {
+  const std::filesystem::path source = std::filesystem::absolute(path);
+  const QString name = FreeName(trash, QFile::decodeName(source.filename().string().c_str()));
   const std::filesystem::path copy = QFile::encodeName(trash + "/files/" + name).toStdString();
   std::error_code code;
   std::filesystem::copy(
-      QFile::encodeName(path).toStdString(), copy,
+      source, copy,
       std::filesystem::copy_options::recursive | std::filesystem::copy_options::copy_symlinks,
       code);
   if (code) {
@@ -56,11 +58,17 @@ std::error_code CopyIntoTrash(const QString& path, const QString& trash) {
     return code;
   }
   const QByteArray info =
-      "[Trash Info]\nPath=" + QUrl::toPercentEncoding(QFileInfo(path).absoluteFilePath(), "/") +
+      "[Trash Info]\nPath=" + QByteArray::fromStdString(source.string()).toPercentEncoding("/") +
       "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n";
   SaveFile(QFile::encodeName(trash + "/info/" + name + ".trashinfo").toStdString(),
            info.toStdString());
   return {};
+}
+
+/// Whether the folder that holds `path` lets an entry be taken out.
+bool CanTakeFrom(const std::string& path) {
+  const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
+  return ::access(folder.c_str(), W_OK) == 0;
 }
 
 }  // namespace
@@ -77,13 +85,14 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   const QString trash = HomeTrash();
   if (!trash.isEmpty()) {
     const QString name = QFile::decodeName(path.c_str());
-    if (QFile::moveToTrash(name)) {
+    const bool isKnownName = QFile::encodeName(name).toStdString() == path;
+    if (isKnownName && QFile::moveToTrash(name)) {
       return {};
     }
-    if (!QFileInfo(QFileInfo(name).path()).isWritable()) {
+    if (!CanTakeFrom(path)) {
       return std::make_error_code(std::errc::permission_denied);
     }
-    if (const std::error_code code = CopyIntoTrash(name, trash)) {
+    if (const std::error_code code = CopyIntoTrash(path, trash)) {
       return code;
     }
   }
@@ -96,8 +105,7 @@ std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
     return code;
   }
   const QString trash = HomeTrash();
-  return trash.isEmpty() ? std::error_code()
-                         : CopyIntoTrash(QFile::decodeName(target.c_str()), trash);
+  return trash.isEmpty() ? std::error_code() : CopyIntoTrash(target, trash);
 }
 
 }  // namespace tarvell

@@ -26,7 +26,11 @@ struct Explanation {
 };
 
 Explanation Explain(std::error_code code) {
-  if (code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory) {
+  if (code == std::errc::not_a_directory) {
+    return {ErrorKind::NotFound,
+            "a file stands where a folder is needed. Rename or move it, then try again."};
+  }
+  if (code == std::errc::no_such_file_or_directory) {
     return {ErrorKind::NotFound,
             "it, or the folder it belongs in, does not exist (any more). Check the folder, then "
             "try again."};

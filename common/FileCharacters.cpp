@@ -72,6 +72,17 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
   return tooLong ? kNoCharacter : character;
 }
 
+template <typename Predicate>
+bool AllCharacters(std::string_view text, const Predicate& holds) {
+  std::size_t position = 0;
+  while (position < text.size()) {
+    if (!holds(NextCharacter(text, position))) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 bool IsFileCharacter(char32_t character) {
@@ -99,6 +110,14 @@ std::string DecodeFileText(std::string_view bytes) {
     AppendDecoded(text, byte);
   }
   return text;
+}
+
+bool IsUtf8(std::string_view text) {
+  return AllCharacters(text, [](char32_t character) { return character != kNoCharacter; });
+}
+
+bool CanEncode(std::string_view text) {
+  return AllCharacters(text, IsFileCharacter);
 }
 
 std::string EncodeFileText(std::string_view text) {

@@ -20,6 +20,11 @@ void AppendDecoded(std::string& target, char byte);
 /// The bytes of a file's text in UTF-8.
 [[nodiscard]] std::string DecodeFileText(std::string_view bytes);
 
+[[nodiscard]] bool IsUtf8(std::string_view text);
+
+/// Whether a file can hold all of a UTF-8 text.
+[[nodiscard]] bool CanEncode(std::string_view text);
+
 /// UTF-8 text as the bytes of a file. Throws a Character error that names the first character
 /// that a file cannot hold (text that is no UTF-8 included).
 [[nodiscard]] std::string EncodeFileText(std::string_view text);

@@ -9,6 +9,16 @@
 
 namespace tarvell {
 
+namespace {
+
+void RecycleNative(const std::string& native, const std::string& path) {
+  if (const std::error_code code = CurrentPlatform().Recycle(native)) {
+    throw SystemError(code, "delete it", path);
+  }
+}
+
+}  // namespace
+
 bool FolderExists(const std::string& path) {
   EntryFacts facts;
   return !path.empty() && !CurrentPlatform().Facts(NativePath(path), facts) &&
@@ -22,9 +32,11 @@ void MakeFolder(const std::string& path) {
 }
 
 void Recycle(const std::string& path) {
-  if (const std::error_code code = CurrentPlatform().Recycle(NativePath(path))) {
-    throw SystemError(code, "delete it", path);
-  }
+  RecycleNative(NativePath(path), path);
+}
+
+void RecycleEntry(const std::string& folder, const std::string& name) {
+  RecycleNative(NativePath(folder) + "/" + name, Joined(folder, name));
 }
 
 }  // namespace tarvell

@@ -19,6 +19,10 @@ void MakeFolder(const std::string& path);
 /// never what it leads to. Throws the platform's error.
 void Recycle(const std::string& path);
 
+/// The same of the entry of `folder` (path text of the program) with exactly this name: one that
+/// differs in case alone is never taken in its place.
+void RecycleEntry(const std::string& folder, const std::string& name);
+
 }  // namespace tarvell
 
 #endif

@@ -16,7 +16,11 @@ namespace {
 
 constexpr std::size_t kSerialCharacters = 5;
 constexpr std::string_view kRefused = "\\/:*?\"<>|";
-constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
+constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
+                                                      "NUL", "CONIN$", "CONOUT$"};
+// The digits of COM1 and the like; the raised ones count as well.
+constexpr std::array<std::string_view, 13> kDeviceDigits = {
+    "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
 
 /// Device names are reserved with any extension, too.
 bool IsDeviceName(std::string_view name) {
@@ -24,8 +28,8 @@ bool IsDeviceName(std::string_view name) {
   if (std::find(kDevices.begin(), kDevices.end(), base) != kDevices.end()) {
     return true;
   }
-  return base.size() == 4 && (base.substr(0, 3) == "COM" || base.substr(0, 3) == "LPT") &&
-         base[3] >= '1' && base[3] <= '9';
+  return (base.substr(0, 3) == "COM" || base.substr(0, 3) == "LPT") &&
+         std::ranges::find(kDeviceDigits, std::string_view(base).substr(3)) != kDeviceDigits.end();
 }
 
 std::string NameOfCharacter(char c) {

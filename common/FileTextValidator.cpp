@@ -4,6 +4,7 @@
 #include "common/FileTextValidator.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "common/FileCharacters.h"
 #include "common/Questions.h"
@@ -32,11 +33,17 @@ QString NameOf(char32_t character) {
 
 }  // namespace
 
-FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box) {}
+FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box) {
+  // The box asks when it has changed already, but tells only of what was accepted.
+  connect(box, &QLineEdit::textChanged, this,
+          [this](const QString& text) { shown_ = text.toUcs4(); });
+}
 
 void FileTextValidator::Attach(QLineEdit* box) {
   auto* validator = new FileTextValidator(box);  // the box owns it
   box->setValidator(validator);
+  // A long text of a file is shown, and saved, whole.
+  box->setMaxLength(std::numeric_limits<int>::max());
   // Queued: the message waits until the box is done with the key or the paste.
   connect(box, &QLineEdit::inputRejected, validator, &FileTextValidator::ShowRefusal,
           Qt::QueuedConnection);
@@ -44,8 +51,9 @@ void FileTextValidator::Attach(QLineEdit* box) {
 
 QValidator::State FileTextValidator::validate(QString& text, int& /*position*/) const {
   const QList<uint> characters = text.toUcs4();
-  const auto refused = std::find_if(characters.begin(), characters.end(), [](uint character) {
-    return IsControl(character) || !IsFileCharacter(character);
+  // What a file brought in may stay while the rest is edited; saving tells of it.
+  const auto refused = std::find_if(characters.begin(), characters.end(), [&](uint character) {
+    return (IsControl(character) || !IsFileCharacter(character)) && !shown_.contains(character);
   });
   if (refused == characters.end()) {
     return Acceptable;

@@ -26,6 +26,7 @@ class FileTextValidator final : public QValidator {
 
   QLineEdit* box_;
   mutable QString refused_;
+  QList<uint> shown_;  ///< the characters that the box holds
 };
 
 }  // namespace tarvell

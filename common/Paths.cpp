@@ -145,6 +145,10 @@ std::string_view FolderOf(std::string_view path) {
   return path.substr(0, separator == std::string_view::npos ? 0 : separator);
 }
 
+std::string_view NameOf(std::string_view path) {
+  return path.substr(path.find_last_of("\\/") + 1);
+}
+
 std::string DriveFolder() {
   const std::string& chosen = ChosenDriveFolder();
   return chosen.empty() ? CurrentPlatform().DriveFolder() : chosen;

@@ -25,6 +25,9 @@ namespace tarvell {
 /// `path` up to its last separator, "" when it has none.
 [[nodiscard]] std::string_view FolderOf(std::string_view path);
 
+/// `path` behind its last separator, all of it when it has none.
+[[nodiscard]] std::string_view NameOf(std::string_view path);
+
 /// Native folder that holds the drives ("c" below it is drive C:), "" on a system that has drive
 /// letters of its own.
 [[nodiscard]] std::string DriveFolder();

@@ -31,6 +31,16 @@ QString RunDialog(QFileDialog& dialog) {
   return dialog.selectedFiles().value(0);
 }
 
+/// A text that a box can show: of one from a broken file, the beginning and the end.
+QString Shortened(const QString& text) {
+  constexpr qsizetype kMost = 2000;
+  constexpr qsizetype kEnd = 500;
+  if (text.size() <= kMost) {
+    return text;
+  }
+  return text.left(kMost - kEnd) + QString(QChar(0x2026)) + text.right(kEnd);
+}
+
 /// The place of a filter by what the dialog calls it: its name without the patterns behind it.
 int IndexOfFilter(const QStringList& filters, const QString& name) {
   const auto found = std::ranges::find_if(filters, [&](const QString& filter) {
@@ -45,8 +55,8 @@ QMessageBox::StandardButton Questions::Ask(QWidget* owner, const Question& quest
   QMessageBox box(owner);
   box.setWindowTitle(question.title.isEmpty() ? ToQt(kApplicationTitle) : question.title);
   box.setTextFormat(Qt::PlainText);
-  box.setText(question.text);
-  box.setInformativeText(question.detail);
+  box.setText(Shortened(question.text));
+  box.setInformativeText(Shortened(question.detail));
   box.setIcon(question.icon);
   box.setStandardButtons(question.buttons);
   box.setDefaultButton(question.defaultButton);

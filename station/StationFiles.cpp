@@ -33,8 +33,9 @@ struct TextField {
   std::string StationInstrument::*member;
 };
 
+constexpr std::string_view kModelNumber = "MODEL NUMBER";
 constexpr std::array<TextField, 10> kTextFields = {{
-    {"MODEL NUMBER", &StationInstrument::ModelNumber},
+    {kModelNumber, &StationInstrument::ModelNumber},
     {"SERIAL NUMBER", &StationInstrument::SerialNumber},
     {"ADDRESS", &StationInstrument::Address},
     {"STATION", &StationInstrument::Station},
@@ -139,11 +140,26 @@ void CheckInstrumentName(const std::string& modelNumber) {
   }
 }
 
-/// The bytes of a list of file names, which stand in it as they are.
-std::string NameLines(const std::vector<std::string>& names) {
+/// Whether a name, perhaps one in the characters of an older system, can stand on a line.
+bool CanBeListed(const std::string& name) {
+  if (name.find_first_of("\r\n") != std::string::npos) {
+    return false;
+  }
+  return !IsUtf8(name) || CanEncode(name);
+}
+
+/// Throws a Character error, told of the folder, for a name that the list cannot hold.
+std::string NameLines(const std::string& folder, const std::vector<std::string>& names) {
   std::string bytes;
   for (const std::string& name : names) {
-    bytes += EncodeFileText(name) + "\r\n";
+    if (!CanBeListed(name)) {
+      throw Error(ErrorKind::Character,
+                  "The name \"" + name +
+                      "\" holds a character that the list INDEX cannot hold. Rename it, then try "
+                      "again.",
+                  folder);
+    }
+    bytes += (IsUtf8(name) ? EncodeFileText(name) : name) + "\r\n";
   }
   return bytes;
 }
@@ -189,7 +205,12 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   StationInstrument loaded = instrument;
   std::string item = reader.ReadItem();
   while (!reader.AtEnd()) {
-    reader.AtThisLine([&] { ApplyKeywordLine(ParseKeywordLine(item), loaded); });
+    const KeywordLine line = ParseKeywordLine(item);
+    if (line.keyword == kModelNumber) {
+      // Another model's serial number must not stay where the file has none.
+      loaded.SerialNumber.clear();
+    }
+    reader.AtThisLine([&] { ApplyKeywordLine(line, loaded); });
     item = reader.ReadItem();
   }
   instrument = loaded;
@@ -248,7 +269,7 @@ void DeleteAllInstrumentFiles(const std::string& stationFolder) {
     throw SystemError(code, "list the folder", stationFolder);
   }
   for (const std::string& name : names) {
-    Recycle(Joined(stationFolder, name));
+    RecycleEntry(stationFolder, name);
   }
 }
 
@@ -279,13 +300,13 @@ std::vector<std::string> ListInstruments(const std::string& stationFolder) {
 }
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
-  SaveFile(Joined(root, kIndexName), NameLines(stations));
+  SaveFile(Joined(root, kIndexName), NameLines(root, stations));
 }
 
 void WriteStationInstrumentIndex(const std::string& stationFolder,
                                  const std::vector<std::string>& instruments) {
   SaveFile(Joined(stationFolder, kIndexName),
-           NameLines(instruments) + std::string(kIndexName) + "\r\n");
+           NameLines(stationFolder, instruments) + std::string(kIndexName) + "\r\n");
 }
 
 }  // namespace tarvell

@@ -47,7 +47,8 @@ struct KeywordLine {
 void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 
 /// Reads an instrument file over what `instrument` holds. The last item is never interpreted, so
-/// that a file that the program wrote gives every field but CalData. Returns false for an empty
+/// that a file that the program wrote gives every field but CalData; a model number empties the
+/// serial number, which its own line fills again. Returns false for an empty
 /// file, which gives nothing. Throws the error of a file that cannot be read; `instrument` is then
 /// as it was, and so is `file`.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);

@@ -132,7 +132,7 @@ void frmStationMain::DeleteStation() {
              .buttons = QMessageBox::Ok | QMessageBox::Cancel,
              .defaultButton = QMessageBox::Cancel});
   if (answer == QMessageBox::Ok) {
-    Guarded(this, [&] { Recycle(Joined(gStationDir, station)); });
+    Guarded(this, [&] { RecycleEntry(gStationDir, station); });
     RefreshStationList();
   }
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
+#include "common/CalmWheel.h"
 #include "common/Error.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
@@ -78,6 +79,8 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   SetUpFields();
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
+  // A serial number that is typed is text, not a choice that would replace the other fields.
+  disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
   connect(ui_->btnClear, &QPushButton::clicked, this, &frmStationModelList::btnClear_Click);
@@ -103,6 +106,7 @@ void frmStationModelList::SetUpFields() {
     FileTextValidator::Attach(box->lineEdit());
     // Free text is kept as it was typed.
     box->setCompleter(nullptr);
+    IgnoreWheelWithoutFocus(box);
     connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
   }
 }
@@ -152,15 +156,22 @@ void frmStationModelList::WriteStationInstrumentIndex() {
       stationFolder_, hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>());
 }
 
-void frmStationModelList::FillSerialList(const std::string& model) {
-  const QSignalBlocker blocker(ui_->cmbSerial);
-  ui_->cmbSerial->clear();
+std::vector<std::string> frmStationModelList::ReadSerials(const std::string& model) {
+  std::vector<std::string> serials;
   if (!model.empty()) {
     Guarded(this, [&] {
-      ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
-        ui_->cmbSerial->addItem(ToQt(row.SerialNumber));
-      });
+      ReadCalFileHeaders(Joined(gCalibrationDir, model),
+                         [&](const CalFileInfo& row) { serials.push_back(row.SerialNumber); });
     });
+  }
+  return serials;
+}
+
+void frmStationModelList::FillSerialList(const std::vector<std::string>& serials) {
+  const QSignalBlocker blocker(ui_->cmbSerial);
+  ui_->cmbSerial->clear();
+  for (const std::string& serial : serials) {
+    ui_->cmbSerial->addItem(ToQt(serial));
   }
   ui_->cmbSerial->setCurrentIndex(-1);
   ui_->cmbSerial->clearEditText();
@@ -179,7 +190,7 @@ void frmStationModelList::LoadInstrument(const std::string& name) {
   const bool isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
   editingArmed_ = false;
   if (!isEmpty) {
-    FillSerialList(instrument.ModelNumber);
+    FillSerialList(ReadSerials(instrument.ModelNumber));
     Show(instrument);
     ui_->btnSave->setEnabled(false);
   }
@@ -219,9 +230,12 @@ void frmStationModelList::btnAdd_Click() {
 void frmStationModelList::AddInstrument() {
   std::vector<std::string> models;
   // Where there are too many, those that were found can be chosen.
-  Guarded(this, [&] { ListModelFolders(gCalibrationDir, models); });
+  const bool areListed = Guarded(this, [&] { ListModelFolders(gCalibrationDir, models); });
   models = ModelsWithData(std::move(models));
   if (models.empty()) {
+    if (!areListed) {
+      return;
+    }
     CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
                                           "It's not possible to add it.",
                                   .title = "No data is availval."});
@@ -247,12 +261,17 @@ void frmStationModelList::AddInstrument() {
       return;
     }
   }
+  CalFileInfo picked = gCalFiles.at(row);
+  picked.ModelNumber = CleanedModel(picked.ModelNumber);
+  const std::vector<std::string> serials = ReadSerials(picked.ModelNumber);
+  if (row >= serials.size()) {
+    gCalFiles = rows;
+    throw InstrumentGone();
+  }
   if (!ui_->LstInstrment->isEnabled()) {
     ui_->LstInstrment->clear();
     ui_->LstInstrment->setEnabled(true);
   }
-  CalFileInfo& picked = gCalFiles.at(row);
-  picked.ModelNumber = CleanedModel(picked.ModelNumber);
   AddName(ui_->LstInstrment, picked.ModelNumber);
   ui_->txtData_0->setText(ToQt(picked.ModelNumber));
   ui_->txtData_4->setText(ToQt(picked.Option));
@@ -260,10 +279,7 @@ void frmStationModelList::AddInstrument() {
   ShowText(ui_->cmbCalMonth, ToQt(NumberToMonth(picked.DueMonth)));
   ui_->txtData_8->setText(QString::number(picked.DueDay));
   ui_->txtData_11->setText(ToQt(picked.Comment));
-  FillSerialList(picked.ModelNumber);
-  if (row >= static_cast<std::size_t>(ui_->cmbSerial->count())) {
-    throw InstrumentGone();
-  }
+  FillSerialList(serials);
   ui_->cmbSerial->setCurrentIndex(static_cast<int>(row));
   cmbSerial_Click();
   file_ = StoredFile();

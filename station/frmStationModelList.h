@@ -59,7 +59,9 @@ class frmStationModelList final : public QDialog {
   void ReadInstrumentList();
   void ShowInstruments(const std::vector<std::string>& instruments);
   void WriteStationInstrumentIndex();
-  void FillSerialList(const std::string& model);
+  /// Reads the serial numbers of a model's data files; what cannot be read is told.
+  std::vector<std::string> ReadSerials(const std::string& model);
+  void FillSerialList(const std::vector<std::string>& serials);
   void LoadInstrument(const std::string& name);
   void AddInstrument();
   void DeleteInstrument();

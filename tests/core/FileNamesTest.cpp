@@ -66,8 +66,10 @@ TEST(CheckFileName, ATrailingDotOrBlankIsRefused) {
 }
 
 TEST(CheckFileName, TheNamesOfDevicesAreRefusedInEitherCaseAndWithAnExtension) {
-  std::vector<std::string> devices = {"CON", "PRN", "AUX", "NUL"};
-  for (char digit = '1'; digit <= '9'; ++digit) {
+  std::vector<std::string> devices = {"CON",       "PRN",       "AUX",       "NUL",
+                                      "CONIN$",    "CONOUT$",   "COM\u00B9", "COM\u00B2",
+                                      "COM\u00B3", "LPT\u00B9", "LPT\u00B2", "LPT\u00B3"};
+  for (char digit = '0'; digit <= '9'; ++digit) {
     devices.push_back(std::string("COM") + digit);
     devices.push_back(std::string("LPT") + digit);
   }

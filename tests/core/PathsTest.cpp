@@ -173,6 +173,15 @@ TEST(FolderOf, IsThePathUpToItsLastSeparator) {
   EXPECT_EQ(FolderOf(""), "");
 }
 
+TEST(NameOf, IsThePathBehindItsLastSeparator) {
+  EXPECT_EQ(NameOf("c:\\calfactors\\PX12A\\SN1"), "SN1");
+  EXPECT_EQ(NameOf("c:\\calfactors/PX12A"), "PX12A");
+  EXPECT_EQ(NameOf("c:/calfactors\\PX12A"), "PX12A");
+  EXPECT_EQ(NameOf("SN1"), "SN1");
+  EXPECT_EQ(NameOf("c:\\"), "");
+  EXPECT_EQ(NameOf(""), "");
+}
+
 TEST(DriveFolder, CanBePutElsewhereAndBack) {
   SetDriveFolder("/some/where");
   EXPECT_EQ(DriveFolder(), "/some/where");

@@ -140,6 +140,24 @@ TEST_F(FileTextBox, EveryRefusalIsToldOnce) {
   ExpectText("abc");
 }
 
+TEST_F(FileTextBox, WhatAFileBroughtInCanStayWhileTheRestIsEdited) {
+  box_.setText("a\u0001b");
+  QTest::keyClicks(&box_, "c");
+  ExpectText("a\u0001bc");
+  ExpectRefusal("\u03A9");
+  Paste(QString(QChar(0x03A9)));
+  ExpectText("a\u0001bc");
+  ExpectRefusal("number 2");
+  Paste("\u0002");
+  ExpectText("a\u0001bc");
+}
+
+TEST_F(FileTextBox, ShowsALongTextOfAFileWhole) {
+  const QString text(40000, 'x');
+  box_.setText(text);
+  ExpectText(text);
+}
+
 TEST_F(FileTextBox, KeysWithoutTextAreNoRefusal) {
   for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Left, Qt::Key_Shift, Qt::Key_Insert}) {
     Press(key);

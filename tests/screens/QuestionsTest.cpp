@@ -115,6 +115,23 @@ TEST_F(RealQuestions, TextIsShownAsItIs) {
   });
 }
 
+// A message about a broken file may name a text of any length.
+TEST_F(RealQuestions, OfALongTextTheBeginningAndTheEndAreShown) {
+  const QString longest = QString(1000, 'a') + QString(1000, 'b');
+  Ask({.text = longest, .detail = longest}, [&](QMessageBox& box) {
+    EXPECT_EQ(box.text(), longest);
+    EXPECT_EQ(box.informativeText(), longest);
+    box.accept();
+  });
+  const QString longer = QString(1500, 'a') + QString(1000000, 'b') + QString(500, 'c');
+  const QString shown = QString(1500, 'a') + QChar(0x2026) + QString(500, 'c');
+  Ask({.text = longer, .detail = longer}, [&](QMessageBox& box) {
+    EXPECT_EQ(box.text(), shown);
+    EXPECT_EQ(box.informativeText(), shown);
+    box.accept();
+  });
+}
+
 TEST_F(RealQuestions, EnterPressesTheDefaultButton) {
   const auto enter = [](QMessageBox&) { Press(Qt::Key_Return); };
   EXPECT_EQ(Ask(kOkCancel, enter), QMessageBox::Cancel);

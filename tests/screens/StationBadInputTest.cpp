@@ -174,6 +174,96 @@ TEST_F(StationBadInput, AnIndexIsNotReplacedByAListThatCouldNotBeRead) {
   EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
 }
 
+TEST_F(StationBadInput, NamesInTheCharactersOfAnOlderSystemAreListedAndDeleted) {
+  // "Pruef" with the single byte of a u with two dots, which is no UTF-8.
+  const std::string older =
+      "Pr\xFC"
+      "f";
+  tree_.Write("c:\\stations\\" + older + "\\M\xFC", InstrumentFile().Bytes());
+  AtStationList([&](frmStationMain& screen) { Click(screen, "btnReturn"); });
+  EXPECT_EQ(tree_.Read(kRootIndex).size(), std::string("ST1\r\nPr.f\r\n").size());
+  EXPECT_TRUE(Contains(tree_.Read(kRootIndex), older + "\r\n"));
+  AtStationList([&](frmStationMain& screen) {
+    auto& list = Find<QListWidget>(screen, "lstStation");
+    list.setCurrentRow(list.item(0)->text() == "ST1" ? 1 : 0);
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      EXPECT_EQ(EntriesOf(instruments, "LstInstrment").size(), 1U);
+      questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
+                                 "Do you wish to continue?",
+                         .title = "Station Data Delete",
+                         .icon = QMessageBox::Warning,
+                         .buttons = QMessageBox::Yes | QMessageBox::No,
+                         .defaultButton = QMessageBox::No},
+                        QMessageBox::Yes);
+      questions_.ExpectNotice("Current station data delete completed.");
+      Click(instruments, "btnClear");
+      Click(instruments, "btnReturn");
+    });
+    Click(screen, "btnEdit");
+    EXPECT_EQ(tree_.Names("c:\\stations\\" + older), Texts{"INDEX"});
+    list.setCurrentRow(list.item(0)->text() == "ST1" ? 1 : 0);
+    questions_.Expect({.text = "Are you sure you want to delete \"" + list.currentItem()->text() +
+                               "\" station data?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                       .defaultButton = QMessageBox::Cancel},
+                      QMessageBox::Ok);
+    Click(screen, "btnDelete");
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Names(kRoot), (Texts{"INDEX", "ST1"}));
+}
+
+TEST_F(StationBadInput, ANameThatTheIndexCannotHoldIsNamed) {
+  for (const std::string& name : {std::string("10 k\u03A9"), std::string("two\nlines")}) {
+    tree_.MakeFolders("c:\\stations\\" + name);
+    AtStationList([&](frmStationMain& screen) {
+      questions_.ExpectError({name, "INDEX cannot hold", "Rename it", kRoot});
+      Click(screen, "btnReturn");
+      EXPECT_TRUE(screen.isVisible());
+      fs::remove(tree_.Native("c:\\stations\\" + name));
+      Press(Qt::Key_Escape);
+    });
+    EXPECT_FALSE(tree_.Exists(kRootIndex));
+  }
+}
+
+TEST_F(StationBadInput, AStationThatVanishedIsNotMistakenForOneOfAnotherCase) {
+  tree_.Write(R"(c:\stations\ST2\PX12A)", "x");
+  tree_.Write(R"(c:\stations\st2\PX12A)", "kept");
+  AtStationList([&](frmStationMain& screen) {
+    ClickEntry(screen, "lstStation", "ST2");
+    fs::remove_all(tree_.Root() / "drives/c/stations/ST2");
+    questions_.Expect({.text = "Are you sure you want to delete \"ST2\" station data?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                       .defaultButton = QMessageBox::Cancel},
+                      QMessageBox::Ok);
+    questions_.ExpectError({"Cannot delete it", "does not exist", R"(c:\stations\ST2)"});
+    Click(screen, "btnDelete");
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\stations\st2\PX12A)"), "kept");
+}
+
+TEST_F(StationBadInput, AStationThatIsAFileIsTold) {
+  tree_.Write(R"(c:\stations\NOTES)", "x");
+  AtStationList([&](frmStationMain& screen) {
+    ClickEntry(screen, "lstStation", "NOTES");
+    const Texts parts = {"a file stands where a folder is needed", R"(c:\stations\NOTES)"};
+    questions_.ExpectError(parts);
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});
+      questions_.ExpectError(parts);
+      Press(Qt::Key_Escape);
+    });
+    Click(screen, "btnEdit");
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\stations\NOTES)"), "x");
+}
+
 TEST_F(StationBadInput, DeletingAStationThatVanishedIsToldAndTheListReadAgain) {
   tree_.MakeFolders("c:\\stations\\ST2");
   AtStationList([&](frmStationMain& screen) {

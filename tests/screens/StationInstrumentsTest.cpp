@@ -656,8 +656,85 @@ TEST_F(StationInstruments, ARowThatIsNotThereIsTold) {
   AtStation([&](frmStationModelList& screen) {
     questions_.ExpectError({"The chosen instrument is not in the calibration data any more"});
     Add(screen, "PX12A", "1");
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"No Model"});
+    EXPECT_EQ(ShownFields(screen), kNoFields);
     EXPECT_EQ(tree_.Names(kStation), Texts{});
     Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "INDEX\r\n");
+}
+
+TEST_F(StationInstruments, ARowThatIsNotThereLeavesTheShownInstrument) {
+  WriteInstrument({.model = "PX13A", .serial = "9"});
+  WriteCalFile("PX13A", "SN9", {.model = "PX13A", .serial = "9", .comment = "nine"});
+  WriteCalFile("PX13A", "SN8", {.model = "PX13A", .serial = "8", .comment = "eight"});
+  WriteCalFile("PX12A", "SN1", {.model = "PX77", .serial = "1"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    Fill(screen, "txtData_11", "typed");
+    Texts shown = ShownFields(screen);
+    questions_.ExpectError({"The chosen instrument is not in the calibration data any more"});
+    Add(screen, "PX12A", "1");
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX13A"});
+    EXPECT_EQ(ShownFields(screen), shown);
+    // Its serial numbers still have their data.
+    Choose(screen, "cmbSerial", "8");
+    EXPECT_EQ(TextOf(screen, "txtData_11"), "eight");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
+TEST_F(StationInstruments, ATypedSerialNumberReplacesNothingElse) {
+  WriteCalFile("PX12A", "SN1", {.serial = "1", .comment = "one"});
+  WriteCalFile("PX12A", "SN2", {.serial = "2", .comment = "two"});
+  WriteInstrument({.serial = "1"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    FillCombo(screen, "cmbSerial", "2");
+    EXPECT_TRUE(CanSave(screen));
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(ShownFields(screen), (Texts{"PX12A", "2", "GP-IB", "13", "rack 2", "001", "yes", "5",
+                                          "MAR", "2002", "A-77", "lab 4", "own", ""}));
+    Fill(screen, "txtData_12", "file");
+    Click(screen, "btnSave");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile({.serial = "2"}).Bytes());
+}
+
+TEST_F(StationInstruments, TheWheelChangesNoListThatDoesNotHaveTheFocus) {
+  WriteCalFile("PX12A", "SN1", {.serial = "1", .comment = "one"});
+  WriteCalFile("PX12A", "SN2", {.serial = "2", .comment = "two"});
+  WriteInstrument({.serial = "1"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    const Texts shown = ShownFields(screen);
+    for (const char* name : {"cmbSerial", "cmbAddressType", "cmbCalMonth"}) {
+      auto& combo = Find<QComboBox>(screen, name);
+      const QPointF centre = combo.rect().center();
+      for (const int turn : {-120, -120, 120}) {
+        QWheelEvent wheel(centre, combo.mapToGlobal(centre), {}, {0, turn}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&combo, &wheel);
+      }
+    }
+    EXPECT_EQ(ShownFields(screen), shown);
+    EXPECT_FALSE(CanSave(screen));
+    LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(StationInstruments, AFileWithoutASerialNumberShowsNone) {
+  WriteInstrument({.model = "PX13A", .serial = "9"});
+  WriteInstrument("PX12A", Lines({"MODEL NUMBER PX12A", "ADDRESS 5", "CAL DATA x"}));
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
+    EXPECT_EQ(ComboText(screen, "cmbSerial"), "");
+    EXPECT_EQ(TextOf(screen, "txtData_2"), "5");
+    LeaveUnsaved(screen);
   });
 }
 
