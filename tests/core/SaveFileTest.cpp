@@ -13,7 +13,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <memory>
 #include <ostream>
 #include <sched.h>
@@ -31,6 +30,7 @@
 #include "common/LinuxPlatform.h"
 #include "common/SaveFile.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
 
@@ -38,9 +38,11 @@ namespace tarvell {
 namespace {
 
 using test::ErrorOf;
+using test::FaultPlatform;
 using test::LockedFolder;
 using test::OrdinaryUser;
 using test::TestTree;
+using Step = test::FaultPlatform::Step;
 
 namespace fs = std::filesystem;
 
@@ -368,141 +370,9 @@ TEST(SaveFile, TheTemporaryIsFoundByNoSearch) {
 
 // ---- Steps that fail.
 
-enum class Step {
-  None,
-  Create,
-  Open,
-  Write,
-  Nothing,
-  Cut,
-  Length,
-  Attributes,
-  Sync,
-  Close,
-  Replace,
-  SyncFolder
-};
-
-// The system, but for one step, which fails once or always.
-class FaultyPlatform : public LinuxPlatform {
- public:
-  Step step = Step::None;
-  std::errc fault = std::errc::io_error;
-  bool always = false;
-  std::size_t failAtByte = 0;  ///< for Step::Write and Step::Nothing
-  std::uintmax_t wrongBy = 1;  ///< for Step::Length
-  std::size_t portion = std::numeric_limits<std::size_t>::max();
-  int faults = 0;  ///< how often the step has failed
-  int opened = 0;  ///< how often a file was opened in place
-
-  [[nodiscard]] bool Fails(Step now) {
-    if (now != step || (faults > 0 && !always)) {
-      return false;
-    }
-    ++faults;
-    return true;
-  }
-  [[nodiscard]] std::error_code Fault() const { return std::make_error_code(fault); }
-
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
-                                                std::unique_ptr<OutputFile>& file) override {
-    if (Fails(Step::Create)) {
-      return Fault();
-    }
-    const std::error_code code = LinuxPlatform::CreateTemporary(folder, path, file);
-    return Wrapped(code, file);
-  }
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
-                                            std::unique_ptr<OutputFile>& file) override {
-    ++opened;
-    if (Fails(Step::Open)) {
-      return Fault();
-    }
-    const std::error_code code = LinuxPlatform::OpenInPlace(path, file);
-    return Wrapped(code, file);
-  }
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
-    return Fails(Step::Replace) ? Fault() : LinuxPlatform::Replace(from, to);
-  }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
-    return Fails(Step::SyncFolder) ? Fault() : LinuxPlatform::SyncFolder(folder);
-  }
-
- private:
-  class File : public OutputFile {
-   public:
-    File(FaultyPlatform& platform, std::unique_ptr<OutputFile> file)
-        : platform_(platform), file_(std::move(file)) {}
-
-    [[nodiscard]] std::error_code Write(std::string_view bytes, std::size_t& count) override {
-      std::size_t most = std::min(bytes.size(), platform_.portion);
-      const bool toFail = platform_.step == Step::Write || platform_.step == Step::Nothing;
-      if (toFail && (platform_.faults == 0 || platform_.always)) {
-        if (written_ >= platform_.failAtByte) {
-          if (platform_.Fails(Step::Write)) {
-            count = 0;
-            return platform_.Fault();
-          }
-          if (platform_.Fails(Step::Nothing)) {
-            count = 0;
-            // A loop that tries again without end fails here instead of hanging.
-            return platform_.faults < 1000 ? std::error_code() : platform_.Fault();
-          }
-        }
-        most = std::min(most, platform_.failAtByte - written_);
-      }
-      const std::error_code code = file_->Write(bytes.substr(0, most), count);
-      written_ += count;
-      return code;
-    }
-    [[nodiscard]] std::error_code CutHere() override {
-      return platform_.Fails(Step::Cut) ? platform_.Fault() : file_->CutHere();
-    }
-    [[nodiscard]] std::error_code Length(std::uintmax_t& length) override {
-      const std::error_code code = file_->Length(length);
-      if (platform_.Fails(Step::Length)) {
-        length -= platform_.wrongBy;
-      }
-      return code;
-    }
-    [[nodiscard]] std::error_code TakeAttributesOf(const std::string& path) override {
-      return platform_.Fails(Step::Attributes) ? platform_.Fault() : file_->TakeAttributesOf(path);
-    }
-    [[nodiscard]] std::error_code Sync() override {
-      return platform_.Fails(Step::Sync) ? platform_.Fault() : file_->Sync();
-    }
-    [[nodiscard]] std::error_code Close() override {
-      const std::error_code code = file_->Close();
-      return platform_.Fails(Step::Close) ? platform_.Fault() : code;
-    }
-
-   private:
-    FaultyPlatform& platform_;
-    std::unique_ptr<OutputFile> file_;
-    std::size_t written_ = 0;
-  };
-
-  [[nodiscard]] std::error_code Wrapped(std::error_code code, std::unique_ptr<OutputFile>& file) {
-    if (file != nullptr) {
-      file = std::make_unique<File>(*this, std::move(file));
-    }
-    return code;
-  }
-};
-
 class SaveFileFaults : public testing::Test {
  public:
-  SaveFileFaults() : before_(SetCurrentPlatform(&platform)) {}
-  SaveFileFaults(const SaveFileFaults&) = delete;
-  SaveFileFaults& operator=(const SaveFileFaults&) = delete;
-  ~SaveFileFaults() override { SetCurrentPlatform(before_); }
-
-  void Set(Step step, std::errc fault = std::errc::io_error) {
-    platform.step = step;
-    platform.fault = fault;
-    platform.faults = 0;
-    platform.opened = 0;
-  }
+  void Set(Step step, std::errc fault = std::errc::io_error) { platform.Set(step, fault); }
 
   // A failed save that leaves `content` ("" and no file when `content` is null) and nothing else.
   void ExpectFailure(const std::string_view* content) const {
@@ -519,10 +389,7 @@ class SaveFileFaults : public testing::Test {
   }
 
   TestTree tree;
-  FaultyPlatform platform;
-
- private:
-  Platform* before_;
+  FaultPlatform platform;
 };
 
 TEST_F(SaveFileFaults, WithoutAFaultTheSaveSucceeds) {
