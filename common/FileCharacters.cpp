@@ -78,6 +78,16 @@ bool IsFileCharacter(char32_t character) {
   return ByteOf(character) >= 0;
 }
 
+bool IsFileText(std::string_view text) {
+  std::size_t position = 0;
+  while (position < text.size()) {
+    if (!IsFileCharacter(NextCharacter(text, position))) {
+      return false;
+    }
+  }
+  return true;
+}
+
 void AppendDecoded(std::string& target, char byte) {
   const char32_t character = CharacterOf(static_cast<unsigned char>(byte));
   if (character < 0x80) {

@@ -14,6 +14,9 @@ namespace tarvell {
 
 [[nodiscard]] bool IsFileCharacter(char32_t character);
 
+/// Whether a file can hold every character of this UTF-8 text.
+[[nodiscard]] bool IsFileText(std::string_view text);
+
 /// Appends the character that `byte` stands for, in UTF-8.
 void AppendDecoded(std::string& target, char byte);
 

@@ -124,13 +124,20 @@ void CheckInstrumentName(const std::string& modelNumber) {
   }
 }
 
-/// The bytes of a list of file names, which stand in it as they are.
-std::string NameLines(const std::vector<std::string>& names) {
-  std::string bytes;
+/// The bytes of a list of file names, which stand in it as they are, one on each line.
+std::string NameLines(const std::vector<std::string>& names, const std::string& path) {
+  FileText text;
   for (const std::string& name : names) {
-    bytes += EncodeFileText(name) + "\r\n";
+    if (!IsFileText(name) || name.find_first_of("\r\n") != std::string::npos) {
+      throw Error(ErrorKind::Character,
+                  "The name \"" + name +
+                      "\" holds a character that the list cannot hold. Rename the file or folder "
+                      "of this name, then try again.",
+                  path);
+    }
+    text.Line(name);
   }
-  return bytes;
+  return text.Bytes();
 }
 
 }  // namespace
@@ -256,13 +263,14 @@ std::vector<std::string> ListInstruments(const std::string& stationFolder) {
 }
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
-  SaveFile(Joined(root, kIndexName), NameLines(stations));
+  const std::string path = Joined(root, kIndexName);
+  SaveFile(path, NameLines(stations, path));
 }
 
 void WriteStationInstrumentIndex(const std::string& stationFolder,
                                  const std::vector<std::string>& instruments) {
-  SaveFile(Joined(stationFolder, kIndexName),
-           NameLines(instruments) + std::string(kIndexName) + "\r\n");
+  const std::string path = Joined(stationFolder, kIndexName);
+  SaveFile(path, NameLines(instruments, path) + std::string(kIndexName) + "\r\n");
 }
 
 }  // namespace tarvell
