@@ -31,14 +31,17 @@
 #include "common/SaveFile.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
+#include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
+#include "support/TinyDisk.h"
 
 namespace tarvell {
 namespace {
 
 using test::ErrorOf;
 using test::FaultPlatform;
+using test::FileSizeLimit;
 using test::LockedFolder;
 using test::OrdinaryUser;
 using test::TestTree;
@@ -582,26 +585,6 @@ TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNothingMoreIsToldAndNotTriedWithoutE
 
 // ---- Limits and disks that are really full.
 
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
-    signalBefore_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, before_.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before_), 0);
-    EXPECT_NE(std::signal(SIGXFSZ, signalBefore_), SIG_ERR);
-  }
-
- private:
-  rlimit before_{};
-  void (*signalBefore_)(int) = nullptr;
-};
-
 Error SavedUnderALimit(const std::string& bytes) {
   return ErrorOf([&] {
     const FileSizeLimit limit(1000);
@@ -659,57 +642,6 @@ class Findings {
   std::string text_;
 };
 
-bool WriteText(const char* path, const std::string& text) {
-  const int file = ::open(path, O_WRONLY | O_CLOEXEC);
-  if (file < 0) {
-    return false;
-  }
-  const bool written = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-  return ::close(file) == 0 && written;
-}
-
-// Gives this process a view of the file systems of its own, and a tiny one at `folder`.
-std::string MountTinyFileSystem(const fs::path& folder) {
-  const uid_t user = ::geteuid();
-  const gid_t group = ::getegid();
-  if (user != 0 || ::unshare(CLONE_NEWNS) != 0) {
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-      return std::string("no mount namespace can be had: ") + std::strerror(errno);
-    }
-    (void)WriteText("/proc/self/setgroups", "deny");
-    if (!WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1") ||
-        !WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1")) {
-      return std::string("the user namespace cannot be set up: ") + std::strerror(errno);
-    }
-  }
-  if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-    return std::string("the mount namespace cannot be made private: ") + std::strerror(errno);
-  }
-  if (::mount("none", folder.c_str(), "tmpfs", 0, "size=65536,mode=0777") != 0) {
-    return std::string("no file system can be mounted: ") + std::strerror(errno);
-  }
-  return {};
-}
-
-// Writes until not a byte more is taken.
-bool Fill(const fs::path& path) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-  if (file < 0) {
-    return false;
-  }
-  const std::string block(4096, 'f');
-  std::size_t size = block.size();
-  bool full = false;
-  for (int i = 0; i < 10000 && !full; ++i) {
-    const ssize_t count = ::write(file, block.data(), size);
-    if (count < 0) {
-      full = size == 1 && errno == ENOSPC;
-      size = 1;
-    }
-  }
-  return ::close(file) == 0 && full;
-}
-
 void ExpectRefusal(Findings& findings, const TestTree& tree, const std::string& what,
                    const std::string& path, const std::string& bytes, const std::string& old,
                    const Names& names) {
@@ -727,7 +659,7 @@ void ExpectRefusal(Findings& findings, const TestTree& tree, const std::string& 
 }
 
 std::string OnAFullFileSystem(const TestTree& tree) {
-  const std::string trouble = MountTinyFileSystem(tree.Native("c:\\full"));
+  const std::string trouble = test::MountTinyDisk(tree.Native("c:\\full"));
   if (!trouble.empty()) {
     return "this check needs a file system that can be filled, and " + trouble;
   }
@@ -738,7 +670,7 @@ std::string OnAFullFileSystem(const TestTree& tree) {
   fs::create_hard_link(tree.Native("c:\\full\\SN2"), tree.Native("c:\\full\\SN3"));
   const fs::path filler = tree.Native("c:\\full\\filler");
   const Names names = {"SN1", "SN2", "SN3", "filler"};
-  findings.Check(Fill(filler), "the file system could not be filled");
+  findings.Check(test::FillDisk(filler), "the file system could not be filled");
 
   const std::string small = "ten bytes.";
   const std::string large(40000, 'n');
