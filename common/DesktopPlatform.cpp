@@ -3,6 +3,7 @@
 
 #include "common/DesktopPlatform.h"
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <QStandardPaths>
 
 #include <filesystem>
+#include <string>
 #include <unistd.h>
 
 #include "common/SaveFile.h"
@@ -30,8 +32,21 @@ QString HomeTrash() {
   return trash;
 }
 
+// So that a number and the ending of its other half fit behind it.
+constexpr qsizetype kMostNameBytes = 200;
+
+/// Whether the toolkit can move what has this name. It cannot tell a name that is no UTF-8, and
+/// never comes back from looking for the free place of one that is too long.
+bool TakesName(const std::string& name) {
+  const QByteArray bytes = QByteArray::fromStdString(name);
+  return bytes.size() <= kMostNameBytes && QFile::encodeName(QFile::decodeName(bytes)) == bytes;
+}
+
 /// A name that neither half of the trash has yet.
-QString FreeName(const QString& trash, const QString& name) {
+QString FreeName(const QString& trash, QString name) {
+  while (QFile::encodeName(name).size() > kMostNameBytes) {
+    name.chop(1);
+  }
   QString free = name;
   for (int number = 2; QFileInfo::exists(trash + "/files/" + free) ||
                        QFileInfo::exists(trash + "/info/" + free + ".trashinfo");
@@ -41,34 +56,59 @@ QString FreeName(const QString& trash, const QString& name) {
   return free;
 }
 
-/// Copies a file, or a folder with all it holds, into the trash. `path` is native: it may be in no
-/// encoding that the toolkit knows.
-std::error_code CopyIntoTrash(const std::string& path, const QString& trash) {
-  const std::filesystem::path source = std::filesystem::absolute(path);
-  const QString name = FreeName(trash, QFile::decodeName(source.filename().string().c_str()));
-  const std::filesystem::path copy = QFile::encodeName(trash + "/files/" + name).toStdString();
+std::error_code Copy(const std::filesystem::path& from, const std::filesystem::path& to) {
   std::error_code code;
   std::filesystem::copy(
-      source, copy,
+      from, to,
       std::filesystem::copy_options::recursive | std::filesystem::copy_options::copy_symlinks,
       code);
   if (code) {
     std::error_code ignored;
-    std::filesystem::remove_all(copy, ignored);
+    std::filesystem::remove_all(to, ignored);
+  }
+  return code;
+}
+
+std::error_code Move(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::error_code code;
+  std::filesystem::rename(from, to, code);
+  if (!code) {
     return code;
   }
-  const QByteArray info =
-      "[Trash Info]\nPath=" + QByteArray::fromStdString(source.string()).toPercentEncoding("/") +
-      "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n";
-  SaveFile(QFile::encodeName(trash + "/info/" + name + ".trashinfo").toStdString(),
-           info.toStdString());
-  return {};
+  // Another disk.
+  code = Copy(from, to);
+  if (!code) {
+    std::filesystem::remove_all(from, code);
+  }
+  return code;
+}
+
+/// Fills a free place of the trash by `take`, Copy or Move. The toolkit has no such copy, and does
+/// not move what has an odd name or, sometimes, lies on another disk.
+std::error_code FillTrash(const std::filesystem::path& path, const QString& trash,
+                          std::error_code (*take)(const std::filesystem::path& from,
+                                                  const std::filesystem::path& to)) {
+  const QString name =
+      FreeName(trash, QFile::decodeName(QByteArray::fromStdString(path.filename().string())));
+  const QString info = trash + "/info/" + name + ".trashinfo";
+  const QByteArray origin =
+      QByteArray::fromStdString(std::filesystem::absolute(path).lexically_normal().string());
+  SaveFile(QFile::encodeName(info).toStdString(),
+           ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") +
+            "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
+               .toStdString());
+  const std::filesystem::path kept = QFile::encodeName(trash + "/files/" + name).toStdString();
+  const std::error_code code = take(path, kept);
+  std::error_code ignored;
+  if (code && !std::filesystem::exists(kept, ignored)) {
+    QFile::remove(info);
+  }
+  return code;
 }
 
 /// Whether the folder that holds `path` lets an entry be taken out.
-bool CanTakeFrom(const std::string& path) {
-  const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
-  return ::access(folder.c_str(), W_OK) == 0;
+bool CanTakeFrom(const std::filesystem::path& path) {
+  return ::access(std::filesystem::absolute(path).parent_path().c_str(), W_OK) == 0;
 }
 
 }  // namespace
@@ -84,17 +124,15 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   }
   const QString trash = HomeTrash();
   if (!trash.isEmpty()) {
-    const QString name = QFile::decodeName(path.c_str());
-    const bool isKnownName = QFile::encodeName(name).toStdString() == path;
-    if (isKnownName && QFile::moveToTrash(name)) {
+    const std::filesystem::path native = path;
+    if (TakesName(native.filename().string()) &&
+        QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
       return {};
     }
-    if (!CanTakeFrom(path)) {
+    if (!CanTakeFrom(native)) {
       return std::make_error_code(std::errc::permission_denied);
     }
-    if (const std::error_code code = CopyIntoTrash(path, trash)) {
-      return code;
-    }
+    return FillTrash(native, trash, &Move);
   }
   return LinuxPlatform::Recycle(path);
 }
@@ -105,7 +143,7 @@ std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
     return code;
   }
   const QString trash = HomeTrash();
-  return trash.isEmpty() ? std::error_code() : CopyIntoTrash(target, trash);
+  return trash.isEmpty() ? std::error_code() : FillTrash(target, trash, &Copy);
 }
 
 }  // namespace tarvell

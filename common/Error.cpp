@@ -28,7 +28,8 @@ struct Explanation {
 Explanation Explain(std::error_code code) {
   if (code == std::errc::not_a_directory) {
     return {ErrorKind::NotFound,
-            "a file stands where a folder is needed. Rename or move it, then try again."};
+            "where a folder is expected, there is something else. Check the folder, then try "
+            "again."};
   }
   if (code == std::errc::no_such_file_or_directory) {
     return {ErrorKind::NotFound,
@@ -60,9 +61,19 @@ Explanation Explain(std::error_code code) {
     return {ErrorKind::NotAFile,
             "it is a folder, not a file. Rename or remove it, then try again."};
   }
-  if (code == std::errc::not_supported) {
+  // Opening a socket, or a pipe that nobody reads for writing, is "no such device".
+  if (code == std::errc::not_supported || code == std::errc::no_such_device_or_address) {
     return {ErrorKind::NotAFile,
             "it is a device or a pipe, not a file. Rename or remove it, then try again."};
+  }
+  if (code == std::errc::value_too_large) {
+    return {ErrorKind::NotAFile,
+            "it holds a line longer than that of any data file. Put the right file in its place, "
+            "then try again."};
+  }
+  if (code == std::errc::too_many_symbolic_link_levels) {
+    return {ErrorKind::NotAFile,
+            "a link on the way to it leads to itself. Remove that link, then try again."};
   }
   if (code == std::errc::filename_too_long) {
     return {ErrorKind::Name, "its name is too long. Choose a shorter one."};

@@ -13,7 +13,7 @@ namespace tarvell {
 enum class ErrorKind {
   NotFound,      ///< a file or folder does not exist
   NoPermission,  ///< the operating system refuses the access
-  NotAFile,      ///< a folder, device or pipe stands where a data file is expected
+  NotAFile,      ///< a folder, device, pipe or foreign file stands where a data file is expected
   InputPastEnd,  ///< a file ends before its expected items
   Index,         ///< a table has no such row, page or column
   Type,          ///< a text is no number, or a number does not fit its 16-bit field

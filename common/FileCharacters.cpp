@@ -89,6 +89,10 @@ bool IsFileCharacter(char32_t character) {
   return ByteOf(character) >= 0;
 }
 
+bool IsFileText(std::string_view text) {
+  return AllCharacters(text, IsFileCharacter);
+}
+
 void AppendDecoded(std::string& target, char byte) {
   const char32_t character = CharacterOf(static_cast<unsigned char>(byte));
   if (character < 0x80) {
@@ -114,10 +118,6 @@ std::string DecodeFileText(std::string_view bytes) {
 
 bool IsUtf8(std::string_view text) {
   return AllCharacters(text, [](char32_t character) { return character != kNoCharacter; });
-}
-
-bool CanEncode(std::string_view text) {
-  return AllCharacters(text, IsFileCharacter);
 }
 
 std::string EncodeFileText(std::string_view text) {

@@ -14,6 +14,9 @@ namespace tarvell {
 
 [[nodiscard]] bool IsFileCharacter(char32_t character);
 
+/// Whether a file can hold every character of this UTF-8 text.
+[[nodiscard]] bool IsFileText(std::string_view text);
+
 /// Appends the character that `byte` stands for, in UTF-8.
 void AppendDecoded(std::string& target, char byte);
 
@@ -21,9 +24,6 @@ void AppendDecoded(std::string& target, char byte);
 [[nodiscard]] std::string DecodeFileText(std::string_view bytes);
 
 [[nodiscard]] bool IsUtf8(std::string_view text);
-
-/// Whether a file can hold all of a UTF-8 text.
-[[nodiscard]] bool CanEncode(std::string_view text);
 
 /// UTF-8 text as the bytes of a file. Throws a Character error that names the first character
 /// that a file cannot hold (text that is no UTF-8 included).

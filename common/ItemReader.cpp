@@ -16,6 +16,9 @@ namespace {
 // More than any file that the program writes, so that one is read at once.
 constexpr std::size_t kBlockSize = 16384;
 
+// Far more than any item that can be typed.
+constexpr std::size_t kMostItemBytes = 1U << 22U;
+
 constexpr const char* kReading = "read the file";
 
 bool IsBlank(int c) {
@@ -73,6 +76,7 @@ bool ItemReader::Next(std::string& item) {
   if (Peek() == kEnd) {
     return false;
   }
+  itemBytes_ = 0;
   while (IsBlank(Peek())) {
     Take();
   }
@@ -133,6 +137,11 @@ int ItemReader::Take() {
   const int byte = Peek();
   if (byte != kEnd) {
     ++position_;
+    ++itemBytes_;
+  }
+  if (itemBytes_ > kMostItemBytes && !failure_) {
+    failure_ = std::make_error_code(std::errc::value_too_large);
+    position_ = filled_;
   }
   // A CR LF counts once, at its LF.
   if (byte == '\n' || (byte == '\r' && Peek() != '\n')) {

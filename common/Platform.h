@@ -96,7 +96,9 @@ class Platform {
   /// is_a_directory or not_supported.
   [[nodiscard]] virtual std::error_code OpenForReading(const std::string& path,
                                                        std::unique_ptr<InputFile>& file) = 0;
-  /// Creates a new, empty file of a name of its own in `folder`, which no search ever finds.
+  /// Creates a new, empty file of a name of its own in `folder`, which no search ever finds. One
+  /// that a killed program leaves behind stays until its folder is deleted: it cannot be told from
+  /// that of another operator's save.
   [[nodiscard]] virtual std::error_code CreateTemporary(const std::string& folder,
                                                         std::string& path,
                                                         std::unique_ptr<OutputFile>& file) = 0;

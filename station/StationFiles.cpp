@@ -142,22 +142,19 @@ void CheckInstrumentName(const std::string& modelNumber) {
 
 /// Whether a name, perhaps one in the characters of an older system, can stand on a line.
 bool CanBeListed(const std::string& name) {
-  if (name.find_first_of("\r\n") != std::string::npos) {
-    return false;
-  }
-  return !IsUtf8(name) || CanEncode(name);
+  return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
 }
 
-/// Throws a Character error, told of the folder, for a name that the list cannot hold.
-std::string NameLines(const std::string& folder, const std::vector<std::string>& names) {
+/// The bytes of a list of file names, which stand in it as they are, one on each line.
+std::string NameLines(const std::vector<std::string>& names, const std::string& path) {
   std::string bytes;
   for (const std::string& name : names) {
     if (!CanBeListed(name)) {
       throw Error(ErrorKind::Character,
                   "The name \"" + name +
-                      "\" holds a character that the list INDEX cannot hold. Rename it, then try "
-                      "again.",
-                  folder);
+                      "\" holds a character that the list cannot hold. Rename the file or folder "
+                      "of this name, then try again.",
+                  path);
     }
     bytes += (IsUtf8(name) ? EncodeFileText(name) : name) + "\r\n";
   }
@@ -300,13 +297,14 @@ std::vector<std::string> ListInstruments(const std::string& stationFolder) {
 }
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
-  SaveFile(Joined(root, kIndexName), NameLines(root, stations));
+  const std::string path = Joined(root, kIndexName);
+  SaveFile(path, NameLines(stations, path));
 }
 
 void WriteStationInstrumentIndex(const std::string& stationFolder,
                                  const std::vector<std::string>& instruments) {
-  SaveFile(Joined(stationFolder, kIndexName),
-           NameLines(stationFolder, instruments) + std::string(kIndexName) + "\r\n");
+  const std::string path = Joined(stationFolder, kIndexName);
+  SaveFile(path, NameLines(instruments, path) + std::string(kIndexName) + "\r\n");
 }
 
 }  // namespace tarvell

@@ -85,10 +85,12 @@ void MakeStation(const std::string& root, const std::string& name);
 /// in the platform's order. Throws the platform's error when the folder cannot be listed.
 [[nodiscard]] std::vector<std::string> ListInstruments(const std::string& stationFolder);
 
-/// Writes the station list of the root: one name per line.
+/// Writes the station list of the root: one name per line. Throws a Character error for a name
+/// that no line can hold; the earlier list is then whole.
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations);
 
-/// Writes the instrument list of a station: one name per line, and INDEX itself last.
+/// Writes the instrument list of a station: one name per line, and INDEX itself last. Throws as
+/// WriteStationIndex does.
 void WriteStationInstrumentIndex(const std::string& stationFolder,
                                  const std::vector<std::string>& instruments);
 

@@ -323,6 +323,27 @@ TEST(ItemReader, AnItemMayBeLongerThanABlock) {
   EXPECT_EQ(ItemsOf(tree, std::string(2 * kBlock, ',')), Items(2 * kBlock));
 }
 
+TEST(ItemReader, AnItemThatIsTooLongForAnyDataFileIsAnErrorAndNotReadOn) {
+  constexpr std::size_t kMost = 4194304;  // with its line end
+  const std::string path = "c:\\long";
+  const TestTree tree;
+  const std::string longest(kMost - 1, 'x');
+  EXPECT_EQ(ItemsOf(tree, "a\n" + longest + "\nb"), (Items{"a", longest, "b"}));
+  for (const std::string& beyond : {longest + "xx", "\"" + longest + "x", "\"\"" + longest + "x",
+                                    std::string(kMost + 1, ' '), std::string(kMost + 1, '\0')}) {
+    tree.Write(path, "a\n" + beyond + "\nb");
+    ItemReader reader(path);
+    EXPECT_EQ(reader.ReadItem(), "a");
+    const Error error = ErrorOf([&] { (void)reader.ReadItem(); });
+    EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
+    EXPECT_EQ(error.Path(), path);
+    EXPECT_EQ(ErrorOf([&] { (void)reader.ReadItem(); }).Kind(), ErrorKind::NotAFile);
+    EXPECT_EQ(ErrorOf([&] { (void)reader.AtEnd(); }).Kind(), ErrorKind::NotAFile);
+    std::string item;
+    EXPECT_FALSE(reader.TryReadItem(item));
+  }
+}
+
 TEST(ItemReader, BytesAreFileCharactersOrUtf8) {
   const TestTree tree;
   tree.Write(kPath, "1 \xB5H,\x80\x81,\"\xFF\"\r\n");

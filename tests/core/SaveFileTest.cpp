@@ -13,7 +13,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <memory>
 #include <ostream>
 #include <sched.h>
@@ -31,16 +30,22 @@
 #include "common/LinuxPlatform.h"
 #include "common/SaveFile.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
+#include "support/FileSizeLimit.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
+#include "support/TinyDisk.h"
 
 namespace tarvell {
 namespace {
 
 using test::ErrorOf;
+using test::FaultPlatform;
+using test::FileSizeLimit;
 using test::LockedFolder;
 using test::OrdinaryUser;
 using test::TestTree;
+using Step = test::FaultPlatform::Step;
 
 namespace fs = std::filesystem;
 
@@ -368,141 +373,9 @@ TEST(SaveFile, TheTemporaryIsFoundByNoSearch) {
 
 // ---- Steps that fail.
 
-enum class Step {
-  None,
-  Create,
-  Open,
-  Write,
-  Nothing,
-  Cut,
-  Length,
-  Attributes,
-  Sync,
-  Close,
-  Replace,
-  SyncFolder
-};
-
-// The system, but for one step, which fails once or always.
-class FaultyPlatform : public LinuxPlatform {
- public:
-  Step step = Step::None;
-  std::errc fault = std::errc::io_error;
-  bool always = false;
-  std::size_t failAtByte = 0;  ///< for Step::Write and Step::Nothing
-  std::uintmax_t wrongBy = 1;  ///< for Step::Length
-  std::size_t portion = std::numeric_limits<std::size_t>::max();
-  int faults = 0;  ///< how often the step has failed
-  int opened = 0;  ///< how often a file was opened in place
-
-  [[nodiscard]] bool Fails(Step now) {
-    if (now != step || (faults > 0 && !always)) {
-      return false;
-    }
-    ++faults;
-    return true;
-  }
-  [[nodiscard]] std::error_code Fault() const { return std::make_error_code(fault); }
-
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
-                                                std::unique_ptr<OutputFile>& file) override {
-    if (Fails(Step::Create)) {
-      return Fault();
-    }
-    const std::error_code code = LinuxPlatform::CreateTemporary(folder, path, file);
-    return Wrapped(code, file);
-  }
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
-                                            std::unique_ptr<OutputFile>& file) override {
-    ++opened;
-    if (Fails(Step::Open)) {
-      return Fault();
-    }
-    const std::error_code code = LinuxPlatform::OpenInPlace(path, file);
-    return Wrapped(code, file);
-  }
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
-    return Fails(Step::Replace) ? Fault() : LinuxPlatform::Replace(from, to);
-  }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
-    return Fails(Step::SyncFolder) ? Fault() : LinuxPlatform::SyncFolder(folder);
-  }
-
- private:
-  class File : public OutputFile {
-   public:
-    File(FaultyPlatform& platform, std::unique_ptr<OutputFile> file)
-        : platform_(platform), file_(std::move(file)) {}
-
-    [[nodiscard]] std::error_code Write(std::string_view bytes, std::size_t& count) override {
-      std::size_t most = std::min(bytes.size(), platform_.portion);
-      const bool toFail = platform_.step == Step::Write || platform_.step == Step::Nothing;
-      if (toFail && (platform_.faults == 0 || platform_.always)) {
-        if (written_ >= platform_.failAtByte) {
-          if (platform_.Fails(Step::Write)) {
-            count = 0;
-            return platform_.Fault();
-          }
-          if (platform_.Fails(Step::Nothing)) {
-            count = 0;
-            // A loop that tries again without end fails here instead of hanging.
-            return platform_.faults < 1000 ? std::error_code() : platform_.Fault();
-          }
-        }
-        most = std::min(most, platform_.failAtByte - written_);
-      }
-      const std::error_code code = file_->Write(bytes.substr(0, most), count);
-      written_ += count;
-      return code;
-    }
-    [[nodiscard]] std::error_code CutHere() override {
-      return platform_.Fails(Step::Cut) ? platform_.Fault() : file_->CutHere();
-    }
-    [[nodiscard]] std::error_code Length(std::uintmax_t& length) override {
-      const std::error_code code = file_->Length(length);
-      if (platform_.Fails(Step::Length)) {
-        length -= platform_.wrongBy;
-      }
-      return code;
-    }
-    [[nodiscard]] std::error_code TakeAttributesOf(const std::string& path) override {
-      return platform_.Fails(Step::Attributes) ? platform_.Fault() : file_->TakeAttributesOf(path);
-    }
-    [[nodiscard]] std::error_code Sync() override {
-      return platform_.Fails(Step::Sync) ? platform_.Fault() : file_->Sync();
-    }
-    [[nodiscard]] std::error_code Close() override {
-      const std::error_code code = file_->Close();
-      return platform_.Fails(Step::Close) ? platform_.Fault() : code;
-    }
-
-   private:
-    FaultyPlatform& platform_;
-    std::unique_ptr<OutputFile> file_;
-    std::size_t written_ = 0;
-  };
-
-  [[nodiscard]] std::error_code Wrapped(std::error_code code, std::unique_ptr<OutputFile>& file) {
-    if (file != nullptr) {
-      file = std::make_unique<File>(*this, std::move(file));
-    }
-    return code;
-  }
-};
-
 class SaveFileFaults : public testing::Test {
  public:
-  SaveFileFaults() : before_(SetCurrentPlatform(&platform)) {}
-  SaveFileFaults(const SaveFileFaults&) = delete;
-  SaveFileFaults& operator=(const SaveFileFaults&) = delete;
-  ~SaveFileFaults() override { SetCurrentPlatform(before_); }
-
-  void Set(Step step, std::errc fault = std::errc::io_error) {
-    platform.step = step;
-    platform.fault = fault;
-    platform.faults = 0;
-    platform.opened = 0;
-  }
+  void Set(Step step, std::errc fault = std::errc::io_error) { platform.Set(step, fault); }
 
   // A failed save that leaves `content` ("" and no file when `content` is null) and nothing else.
   void ExpectFailure(const std::string_view* content) const {
@@ -519,10 +392,7 @@ class SaveFileFaults : public testing::Test {
   }
 
   TestTree tree;
-  FaultyPlatform platform;
-
- private:
-  Platform* before_;
+  FaultPlatform platform;
 };
 
 TEST_F(SaveFileFaults, WithoutAFaultTheSaveSucceeds) {
@@ -715,26 +585,6 @@ TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNothingMoreIsToldAndNotTriedWithoutE
 
 // ---- Limits and disks that are really full.
 
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
-    signalBefore_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{bytes, before_.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before_), 0);
-    EXPECT_NE(std::signal(SIGXFSZ, signalBefore_), SIG_ERR);
-  }
-
- private:
-  rlimit before_{};
-  void (*signalBefore_)(int) = nullptr;
-};
-
 Error SavedUnderALimit(const std::string& bytes) {
   return ErrorOf([&] {
     const FileSizeLimit limit(1000);
@@ -792,57 +642,6 @@ class Findings {
   std::string text_;
 };
 
-bool WriteText(const char* path, const std::string& text) {
-  const int file = ::open(path, O_WRONLY | O_CLOEXEC);
-  if (file < 0) {
-    return false;
-  }
-  const bool written = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-  return ::close(file) == 0 && written;
-}
-
-// Gives this process a view of the file systems of its own, and a tiny one at `folder`.
-std::string MountTinyFileSystem(const fs::path& folder) {
-  const uid_t user = ::geteuid();
-  const gid_t group = ::getegid();
-  if (user != 0 || ::unshare(CLONE_NEWNS) != 0) {
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-      return std::string("no mount namespace can be had: ") + std::strerror(errno);
-    }
-    (void)WriteText("/proc/self/setgroups", "deny");
-    if (!WriteText("/proc/self/uid_map", "0 " + std::to_string(user) + " 1") ||
-        !WriteText("/proc/self/gid_map", "0 " + std::to_string(group) + " 1")) {
-      return std::string("the user namespace cannot be set up: ") + std::strerror(errno);
-    }
-  }
-  if (::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-    return std::string("the mount namespace cannot be made private: ") + std::strerror(errno);
-  }
-  if (::mount("none", folder.c_str(), "tmpfs", 0, "size=65536,mode=0777") != 0) {
-    return std::string("no file system can be mounted: ") + std::strerror(errno);
-  }
-  return {};
-}
-
-// Writes until not a byte more is taken.
-bool Fill(const fs::path& path) {
-  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-  if (file < 0) {
-    return false;
-  }
-  const std::string block(4096, 'f');
-  std::size_t size = block.size();
-  bool full = false;
-  for (int i = 0; i < 10000 && !full; ++i) {
-    const ssize_t count = ::write(file, block.data(), size);
-    if (count < 0) {
-      full = size == 1 && errno == ENOSPC;
-      size = 1;
-    }
-  }
-  return ::close(file) == 0 && full;
-}
-
 void ExpectRefusal(Findings& findings, const TestTree& tree, const std::string& what,
                    const std::string& path, const std::string& bytes, const std::string& old,
                    const Names& names) {
@@ -860,7 +659,7 @@ void ExpectRefusal(Findings& findings, const TestTree& tree, const std::string& 
 }
 
 std::string OnAFullFileSystem(const TestTree& tree) {
-  const std::string trouble = MountTinyFileSystem(tree.Native("c:\\full"));
+  const std::string trouble = test::MountTinyDisk(tree.Native("c:\\full"));
   if (!trouble.empty()) {
     return "this check needs a file system that can be filled, and " + trouble;
   }
@@ -871,7 +670,7 @@ std::string OnAFullFileSystem(const TestTree& tree) {
   fs::create_hard_link(tree.Native("c:\\full\\SN2"), tree.Native("c:\\full\\SN3"));
   const fs::path filler = tree.Native("c:\\full\\filler");
   const Names names = {"SN1", "SN2", "SN3", "filler"};
-  findings.Check(Fill(filler), "the file system could not be filled");
+  findings.Check(test::FillDisk(filler), "the file system could not be filled");
 
   const std::string small = "ten bytes.";
   const std::string large(40000, 'n');

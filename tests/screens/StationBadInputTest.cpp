@@ -219,7 +219,8 @@ TEST_F(StationBadInput, ANameThatTheIndexCannotHoldIsNamed) {
   for (const std::string& name : {std::string("10 k\u03A9"), std::string("two\nlines")}) {
     tree_.MakeFolders("c:\\stations\\" + name);
     AtStationList([&](frmStationMain& screen) {
-      questions_.ExpectError({name, "INDEX cannot hold", "Rename it", kRoot});
+      questions_.ExpectError(
+          {name, "the list cannot hold", "Rename the file or folder", kRootIndex});
       Click(screen, "btnReturn");
       EXPECT_TRUE(screen.isVisible());
       fs::remove(tree_.Native("c:\\stations\\" + name));
@@ -251,7 +252,8 @@ TEST_F(StationBadInput, AStationThatIsAFileIsTold) {
   tree_.Write(R"(c:\stations\NOTES)", "x");
   AtStationList([&](frmStationMain& screen) {
     ClickEntry(screen, "lstStation", "NOTES");
-    const Texts parts = {"a file stands where a folder is needed", R"(c:\stations\NOTES)"};
+    const Texts parts = {"where a folder is expected, there is something else",
+                         R"(c:\stations\NOTES)"};
     questions_.ExpectError(parts);
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
       EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});

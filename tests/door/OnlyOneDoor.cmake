@@ -1,0 +1,51 @@
+# SPDX-FileCopyrightText: the Tarvell authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# Fails when a source below ROOT writes, makes, moves or deletes files in any way but through the
+# platform interface and SaveFile. Usage: cmake -D ROOT=... -P OnlyOneDoor.cmake
+cmake_minimum_required(VERSION 3.25)
+
+set(DOORS
+  # the language and its library
+  "fstream" "fopen" "freopen" "fdopen" "tmpfile" "std::remove *\\(\"" "std::rename"
+  "filesystem::(copy|rename|remove|resize_file|create_[a-z_]+|permissions)"
+  # the system
+  "O_(CREAT|WRONLY|RDWR|TRUNC|APPEND|TMPFILE)" "::(open|openat|creat|write|rename|link|symlink)\\("
+  "::(unlink|mkdir|rmdir|truncate|ftruncate|mkos?temps?|chmod|chown)\\(" "mkos?temps?\\("
+  "(popen|system|execl[pe]?|execv[pe]*) *\\("
+  # the toolkit
+  "QFile( +[a-z]|[({]|::(copy|rename|remove|link|setPermissions))" "QSaveFile" "QTemporary" "QSettings" "QTextStream" "QDataStream" "QLockFile"
+  "QProcess" "(mkpath|mkdir|rmdir|rmpath|removeRecursively|moveToTrash) *\\(")
+
+# The two ways past this check, each with what it may use.
+set(ALLOWED_common/LinuxPlatform.cpp ".*")  # the door itself
+# The desktop's trash alone: it moves what is deleted, and no data are written there.
+set(ALLOWED_common/DesktopPlatform.cpp
+  "moveToTrash *\\(|mkpath *\\(|QFile::remove|(filesystem)?::(copy|rename|remove)\\(?")
+
+set(found 0)
+set(sources 0)
+foreach(folder app caldata calscreens common station)
+  file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${folder}/*.cpp ${ROOT}/${folder}/*.h)
+  foreach(source IN LISTS files)
+    math(EXPR sources "${sources} + 1")
+    file(READ ${ROOT}/${source} text)
+    foreach(door IN LISTS DOORS)
+      string(REGEX MATCHALL "${door}" uses "${text}")
+      foreach(use IN LISTS uses)
+        if(NOT DEFINED ALLOWED_${source} OR NOT use MATCHES "^(${ALLOWED_${source}})$")
+          math(EXPR found "${found} + 1")
+          message("${source}: \"${use}\" writes past SaveFile")
+        endif()
+      endforeach()
+    endforeach()
+  endforeach()
+endforeach()
+
+if(sources EQUAL 0)
+  message(FATAL_ERROR "no sources below ${ROOT}")
+endif()
+if(found GREATER 0)
+  message(FATAL_ERROR "${found} other doors in ${sources} sources")
+endif()
+message("one door in ${sources} sources")

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tarvell {
+namespace {
+
+/// The signals that a process ignores, a bit each.
+std::uint64_t IgnoredBy(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.starts_with("SigIgn:")) {
+      return std::strtoull(line.c_str() + 7, nullptr, 16);
+    }
+  }
+  return 0;
+}
+
+// Else a shell's limit of the file size, or a pipe in the place of a file, would end the program
+// in the middle of the work.
+TEST(Program, IsNotEndedByAWriteThatTheSystemRefuses) {
+  const pid_t program = ::fork();
+  ASSERT_GE(program, 0);
+  if (program == 0) {
+    (void)std::signal(SIGXFSZ, SIG_DFL);
+    (void)std::signal(SIGPIPE, SIG_DFL);
+    ::execl(TARVELL_PROGRAM, TARVELL_PROGRAM, static_cast<char*>(nullptr));
+    ::_exit(127);
+  }
+  const std::uint64_t wanted = (1ULL << (SIGXFSZ - 1U)) | (1ULL << (SIGPIPE - 1U));
+  std::uint64_t ignored = 0;
+  for (int look = 0; look < 1000 && (ignored & wanted) != wanted; ++look) {
+    ::usleep(20000);
+    ignored = IgnoredBy(program);
+  }
+  EXPECT_EQ(ignored & wanted, wanted);
+  EXPECT_EQ(::kill(program, SIGKILL), 0);
+  int status = 0;
+  EXPECT_EQ(::waitpid(program, &status, 0), program);
+  EXPECT_TRUE(WIFSIGNALED(status)) << "the program did not start";
+}
+
+}  // namespace
+}  // namespace tarvell
