@@ -30,7 +30,7 @@ namespace {
 using namespace test;  // NOLINT(google-build-using-namespace)
 
 constexpr int kDefaultSeeds = 20;
-constexpr int kDefaultActions = 3000;
+constexpr int kDefaultActions = 2000;
 
 int NumberFrom(const char* variable, int otherwise) {
   bool isNumber = false;
@@ -64,9 +64,10 @@ const std::array kKnownMessages = {
     "The file holds no serial number where its second line should\\. .*",
     "The chosen file is the kit's data file itself\\. Nothing was changed\\..*",
     "(Setting|Frequency): \".*\" is not a number\\. Choose one from the list or type one\\.",
-    "The (serial number|calibration number) \".*\" holds a comma, .*",
-    "The (serial number|calibration number|comment) holds the character \".\" behind a comma, .*",
-    "The (serial number|calibration number|comment) holds more than 20 words, .*",
+    "The (serial number( of the member .+)?|calibration number) \".*\" holds a comma, .*",
+    "The comment holds the character \".\" behind a comma, .*",
+    "The (serial number( of the member .+)?|calibration number|comment) holds more than 20 words, "
+    ".*",
     // The stations.
     "Can't make a new station\n\nThe station name .*",
     "Can't make a new station\n\nCannot make the folder: .*",
@@ -90,6 +91,7 @@ const std::array kKnownMessages = {
     "There is no equipment calibration data\\.\\r\\nIt's not possible to add it\\.",
     "This instrment is already exist\\.",
     "Model number or serial number is no selected\\.",
+    "The chosen instrument is not in the calibration data any more\\. Choose it again\\.",
     // Names, numbers and characters.
     "The (model number|data file name) \".*\" cannot be used as a file or folder name: .*",
     "The model number \".*\" cannot be used: it is the name of the station's list of instruments.*",

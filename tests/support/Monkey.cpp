@@ -131,6 +131,11 @@ std::vector<Control*> Usable(const QWidget& top) {
   return usable;
 }
 
+bool HasEmptySerial(const QWidget& screen) {
+  const auto* serial = screen.findChild<QLineEdit*>("txtSerial");
+  return serial != nullptr && !serial->isReadOnly() && serial->text().isEmpty();
+}
+
 std::string NameOf(const QWidget& control) {
   const QString name = control.objectName();
   return std::string(control.metaObject()->className()) + " " + name.toStdString();
@@ -262,8 +267,11 @@ void Monkey::Act(QWidget& top) {
     UseBox(*box);
   } else if (qobject_cast<QFileDialog*>(&top) != nullptr) {
     UseFileDialog(top);
-  } else if (&top == menu_ && Chance(25)) {
+  } else if (&top == menu_ && Chance(40)) {
     UseMainMenu(top);
+  } else if (HasEmptySerial(top) && Chance(10)) {
+    // Without one, new data would never be saved.
+    FillBox(*top.findChild<QLineEdit*>("txtSerial"), "3318A000" + QString::number(Below(100)));
   } else {
     UseAnyScreen(top);
   }
