@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <system_error>
 
 #include "app/Tarvell_MainModule.h"
 #include "common/CommonStringModule.h"
@@ -207,8 +208,10 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
   CheckInstrumentName(modelNumber);
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
-  if (!CurrentPlatform().Facts(NativePath(path), facts) && facts.kind == EntryKind::None &&
-      !facts.isLink) {
+  const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts);
+  // A name that is too long for a file is that of none.
+  if (code == std::errc::filename_too_long ||
+      (!code && facts.kind == EntryKind::None && !facts.isLink)) {
     return;
   }
   Recycle(path);
