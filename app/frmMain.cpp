@@ -132,7 +132,8 @@ void frmMain::btnStart_Click() {
 
 void frmMain::Start(bool& folderAgreed) {
   const QString stationDir = ui_->txtStationDir->text();
-  if (stationDir.isEmpty()) {
+  // Blanks alone would be the current folder, and the root of the disk in front of a name.
+  if (Trim(FromQt(stationDir)).empty()) {
     Tell(this, "Station directory does not set.");
     return;
   }
@@ -145,7 +146,7 @@ void frmMain::Start(bool& folderAgreed) {
   gStationDir = Trim(FromQt(stationDir));
 
   const QString calibrationDir = ui_->txtCalibrationDir->text();
-  if (calibrationDir.isEmpty()) {
+  if (Trim(FromQt(calibrationDir)).empty()) {
     Tell(this, "Calibration data directory does not set.");
     return;
   }

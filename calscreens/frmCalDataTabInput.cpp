@@ -7,6 +7,7 @@
 
 #include <QScreen>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include <algorithm>
 #include <array>
@@ -39,6 +40,10 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);
+  // The keyboard changes the page in the strip itself.
+  for (QToolButton* scroller : ui_->tTab->findChildren<QToolButton*>()) {
+    scroller->setFocusPolicy(Qt::NoFocus);
+  }
   FileTextValidator::Attach(ui_->txtTabSerial);
   auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
   cellEditor->SetRules(

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <system_error>
 
 #include "app/Tarvell_MainModule.h"
 #include "common/CommonStringModule.h"
@@ -244,7 +245,9 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
   CheckInstrumentName(modelNumber);
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
-  if (const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts)) {
+  const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts);
+  // A name that is too long for a file is that of none.
+  if (code && code != std::errc::filename_too_long) {
     throw SystemError(code, "delete the instrument", path);
   }
   if (facts.isLink || facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {

@@ -812,6 +812,12 @@ TEST_F(StationFiles, DeletingWhatIsNotThereChangesNothing) {
   EXPECT_EQ(tree_.Names(kStation), Names{"PX13A"});
 }
 
+TEST_F(StationFiles, DeletingUnderANameTooLongForAFileChangesNothing) {
+  tree_.Write(R"(c:\stations\ST1\PX13A)", "x");
+  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, std::string(300, 'P')));
+  EXPECT_EQ(tree_.Names(kStation), Names{"PX13A"});
+}
+
 TEST_F(StationFiles, DeletingALinkKeepsWhatItLeadsTo) {
   tree_.Write(R"(c:\other\PX12A)", kOld);
   fs::create_symlink(tree_.Native(R"(c:\other\PX12A)"), tree_.Native(kFile));

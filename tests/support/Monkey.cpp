@@ -1,0 +1,651 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/Monkey.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+#include <QtTest/qtestspontaneevent.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <utility>
+
+#include "app/frmMain.h"
+
+namespace tarvell::test {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience(30);
+constexpr std::size_t kTrailLength = 20;
+
+const std::array<Qt::Key, 32> kKeys = {
+    Qt::Key_Return,    Qt::Key_Enter,  Qt::Key_Escape,   Qt::Key_Tab,    Qt::Key_Tab,
+    Qt::Key_Backtab,   Qt::Key_Up,     Qt::Key_Down,     Qt::Key_Left,   Qt::Key_Right,
+    Qt::Key_Up,        Qt::Key_Down,   Qt::Key_Delete,   Qt::Key_Home,   Qt::Key_End,
+    Qt::Key_PageUp,    Qt::Key_F1,     Qt::Key_PageDown, Qt::Key_Insert, Qt::Key_Backspace,
+    Qt::Key_Space,     Qt::Key_F2,     Qt::Key_F3,       Qt::Key_F4,     Qt::Key_F5,
+    Qt::Key_F10,       Qt::Key_F12,    Qt::Key_Menu,     Qt::Key_Pause,  Qt::Key_Return,
+    Qt::Key_Backspace, Qt::Key_Select,
+};
+
+const std::array<Qt::Key, 12> kShortcuts = {
+    Qt::Key_C, Qt::Key_V, Qt::Key_X,    Qt::Key_Z,   Qt::Key_A,    Qt::Key_Y,
+    Qt::Key_V, Qt::Key_Q, Qt::Key_Home, Qt::Key_End, Qt::Key_Left, Qt::Key_Delete,
+};
+
+const QString kCharacters = QStringLiteral(
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ01234567890123456789 .,-+eE\"'#*!:;/\\%&"
+    "()<>|?_=@$~^`{}[]");
+
+/// Characters that are more than one code unit, or none that the files can hold.
+const QStringList kOddCharacters = {
+    QString::fromUtf8("\xC3\xA9"),          // e with acute
+    QString::fromUtf8("\xC2\xB5"),          // micro sign
+    QString::fromUtf8("\xE2\x82\xAC"),      // euro sign
+    QString::fromUtf8("\xE2\x84\xA6"),      // ohm sign
+    QString::fromUtf8("\xE4\xBD\xA0"),      // Chinese
+    QString::fromUtf8("\xF0\x9F\x98\x80"),  // emoji
+    QString::fromUtf8("\xCC\x81"),          // combining acute
+    QString::fromUtf8("\xE2\x80\xAE"),      // right-to-left override
+    QString::fromUtf8("\xC2\xA0"),          // no-break space
+    QString(QChar(0xD83D)),                 // half of a surrogate pair
+    QString(QChar(0xFFFE)),
+};
+
+const QStringList kTexts = {
+    "12345",
+    "3318A00007",
+    "C-0042",
+    "1",
+    "0",
+    "-1",
+    "10",
+    "28",
+    "31",
+    "1.5",
+    "0.05",
+    "99.25",
+    "100.00005",
+    "1E3",
+    "1E999",
+    "-1E-300",
+    "40000",
+    "32767",
+    "2002",
+    "1999",
+    "50",
+    "120",
+    "0.1",
+    "6.9925E09",
+    "MAR",
+    "JAN",
+    "ST3",
+    "Lab 7",
+    "INDEX",
+    "CON",
+    "a.b",
+    "..",
+    "PX12A",
+    "QZ PX13A Opt001",
+    "factory, second",
+    "says \"ok\"",
+    " 7 ppm",
+    "",
+    "   ",
+    "#MODEL_NO : X",
+    "!End",
+    "* 1 : 2",
+    "a b c d e f g h i j k l m n o p q r s t u v w x y z a b c d e f g h",
+    "one\r\ntwo",
+    "tab\tinside",
+    QStringLiteral("null\0inside"),
+};
+
+template <typename Control>
+std::vector<Control*> Usable(const QWidget& top) {
+  std::vector<Control*> usable;
+  for (Control* control : top.findChildren<Control*>()) {
+    if (control->isVisible() && control->isEnabled() && control->window() == &top) {
+      usable.push_back(control);
+    }
+  }
+  return usable;
+}
+
+bool HasEmptySerial(const QWidget& screen) {
+  const auto* serial = screen.findChild<QLineEdit*>("txtSerial");
+  return serial != nullptr && !serial->isReadOnly() && serial->text().isEmpty();
+}
+
+std::string NameOf(const QWidget& control) {
+  const QString name = control.objectName();
+  return std::string(control.metaObject()->className()) + " " + name.toStdString();
+}
+
+void SendMouse(QWidget* control, QEvent::Type type, const QPoint& at, Qt::MouseButton button) {
+  const Qt::MouseButtons held =
+      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+  QMouseEvent event(type, at, control->mapToGlobal(at), button, held, Qt::NoModifier);
+  // As from the window system: such a press gives the focus.
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  QCoreApplication::instance()->notify(control, &event);
+}
+
+}  // namespace
+
+Watchdog::Watchdog(std::function<std::string()> tell)
+    : tell_(std::move(tell)), thread_([this] { Watch(); }) {}
+
+Watchdog::~Watchdog() {
+  {
+    const std::scoped_lock lock(mutex_);
+    ended_ = true;
+  }
+  changed_.notify_all();
+  thread_.join();
+}
+
+void Watchdog::Progress() {
+  const std::scoped_lock lock(mutex_);
+  ++progress_;
+}
+
+void Watchdog::Watch() {
+  std::unique_lock lock(mutex_);
+  while (!ended_) {
+    const std::uint64_t before = progress_;
+    changed_.wait_for(lock, kPatience, [&] { return ended_; });
+    if (!ended_ && progress_ == before) {
+      std::cerr << "The program hangs. " << tell_() << std::endl;
+      std::abort();
+    }
+  }
+}
+
+Monkey::Monkey(unsigned seed, int actions, MonkeyPlaces places, IsKnownMessage isKnown)
+    : seed_(seed),
+      wanted_(actions),
+      places_(std::move(places)),
+      isKnown_(std::move(isKnown)),
+      random_(seed),
+      watchdog_([this] { return Trail(); }) {}
+
+Monkey::~Monkey() = default;
+
+void Monkey::Run() {
+  const bool quits = QApplication::quitOnLastWindowClosed();
+  // The program ends with its main menu; the test goes on.
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::clipboard()->clear();
+  running_ = true;
+  QTimer::singleShot(0, &context_, [this] { Tick(); });
+  while (done_ < wanted_ && unknown_.empty()) {
+    frmMain menu;
+    menu_ = &menu;
+    Note("the program starts");
+    menu.Form_Load(0);
+    while (menu.isVisible()) {
+      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    menu_ = nullptr;
+  }
+  running_ = false;
+  QApplication::setQuitOnLastWindowClosed(quits);
+}
+
+void Monkey::Tick() {
+  if (!running_) {
+    return;
+  }
+  // Not later: what is done now may open a screen, and it is within that one that it goes on.
+  QTimer::singleShot(0, &context_, [this] { Tick(); });
+  QWidget* top = Top();
+  if (top == nullptr) {
+    return;
+  }
+  if (auto* box = qobject_cast<QMessageBox*>(top)) {
+    LookAtBox(*box);
+  }
+  if (done_ >= wanted_ || !unknown_.empty()) {
+    Leave(*top);
+    return;
+  }
+  ++done_;
+  watchdog_.Progress();
+  Act(*top);
+}
+
+QWidget* Monkey::Top() const {
+  if (QWidget* popup = QApplication::activePopupWidget()) {
+    return popup;
+  }
+  QWidget* top = QApplication::activeModalWidget();
+  if (top == nullptr) {
+    top = QApplication::activeWindow();
+  }
+  if (top == nullptr || !top->isVisible()) {
+    top = menu_;
+  }
+  if (top == nullptr || !top->isVisible()) {
+    return nullptr;
+  }
+  if (!top->isActiveWindow()) {
+    // As a window manager does.
+    top->activateWindow();
+    return nullptr;
+  }
+  return top;
+}
+
+void Monkey::Act(QWidget& top) {
+  const std::string screen = top.metaObject()->className();
+  if (std::find(visited_.begin(), visited_.end(), screen) == visited_.end()) {
+    visited_.push_back(screen);
+  }
+  if (QApplication::activePopupWidget() == &top) {
+    UseMenuPopup(top);
+  } else if (auto* box = qobject_cast<QMessageBox*>(&top)) {
+    UseBox(*box);
+  } else if (qobject_cast<QFileDialog*>(&top) != nullptr) {
+    UseFileDialog(top);
+  } else if (&top == menu_ && Chance(40)) {
+    UseMainMenu(top);
+  } else if (HasEmptySerial(top) && Chance(10)) {
+    // Without one, new data would never be saved.
+    FillBox(*top.findChild<QLineEdit*>("txtSerial"), "3318A000" + QString::number(Below(100)));
+  } else {
+    UseAnyScreen(top);
+  }
+}
+
+void Monkey::Leave(QWidget& top) {
+  if (auto* box = qobject_cast<QMessageBox*>(&top)) {
+    QAbstractButton* no = box->button(QMessageBox::No);
+    (no != nullptr ? no : box->buttons().constLast())->click();
+    return;
+  }
+  top.close();
+}
+
+void Monkey::LookAtBox(QMessageBox& box) {
+  if (looked_ == &box) {
+    return;
+  }
+  looked_ = &box;
+  const QString text =
+      box.informativeText().isEmpty() ? box.text() : box.text() + "\n\n" + box.informativeText();
+  Note("a box says: " + text.toStdString());
+  if (!isKnown_(text)) {
+    unknown_.push_back("An unknown message: " + text.toStdString() + "\n" + Trail());
+  }
+}
+
+void Monkey::UseMenuPopup(QWidget& popup) {
+  auto* menu = qobject_cast<QMenu*>(&popup);
+  if (menu != nullptr && !menu->actions().isEmpty() && Chance(60)) {
+    const QList<QAction*> entries = menu->actions();
+    const QAction* entry = entries.at(Below(static_cast<int>(entries.size())));
+    Note("menu entry " + entry->text().toStdString());
+    Click(popup, menu->actionGeometry(const_cast<QAction*>(entry)).center());
+    return;
+  }
+  if (Chance(30)) {
+    ClickSomewhere(popup);
+    return;
+  }
+  PressKey(popup);
+}
+
+void Monkey::UseBox(QMessageBox& box) {
+  if (Chance(70)) {
+    PressButton(box);
+  } else if (Chance(20)) {
+    Note("close the box");
+    box.close();
+  } else {
+    PressKey(box);
+  }
+}
+
+void Monkey::UseFileDialog(QWidget& dialog) {
+  // Its lists could rename and delete what does not belong to the test.
+  auto* files = qobject_cast<QFileDialog*>(&dialog);
+  const bool folders = files->fileMode() == QFileDialog::Directory;
+  const std::vector<std::string>& paths = folders ? places_.folders : places_.files;
+  auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+  auto* buttons = dialog.findChild<QDialogButtonBox*>("buttonBox");
+  if (Chance(30) || paths.empty() || name == nullptr || buttons == nullptr) {
+    Note("leave the file dialog");
+    Key(&dialog, Qt::Key_Escape);
+    return;
+  }
+  std::string path = paths.at(static_cast<std::size_t>(Below(static_cast<int>(paths.size()))));
+  if (folders) {
+    // The two trees are never one and the same, which would make each other's files.
+    path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
+  }
+  Note("choose " + path);
+  name->setText(QString::fromStdString(path));
+  QPushButton* open = buttons->button(QDialogButtonBox::Open);
+  if (open != nullptr && open->isEnabled()) {
+    Click(*open, open->rect().center());
+  } else {
+    Key(&dialog, Qt::Key_Escape);
+  }
+}
+
+void Monkey::UseMainMenu(QWidget& menu) {
+  // Left to chance alone, no folder would ever be right.
+  if (Chance(50)) {
+    FillBox(*menu.findChild<QLineEdit*>("txtCalibrationDir"), places_.calibrationDir);
+    FillBox(*menu.findChild<QLineEdit*>("txtStationDir"), places_.stationDir);
+    return;
+  }
+  if (Chance(50)) {
+    auto* option = menu.findChild<QAbstractButton*>(Chance(50) ? "Option1" : "Option2");
+    Note("click " + option->objectName().toStdString());
+    Click(*option, QPoint(10, option->height() / 2));
+    return;
+  }
+  auto* start = menu.findChild<QAbstractButton*>("btnStart");
+  Note("click btnStart");
+  Click(*start, start->rect().center());
+}
+
+void Monkey::UseAnyScreen(QWidget& top) {
+  const int hand = Below(100);
+  if (hand < 14) {
+    PressButton(top);
+  } else if (hand < 26) {
+    FillBox(top);
+  } else if (hand < 38) {
+    ClickCell(top);
+  } else if (hand < 41) {
+    ChooseTab(top);
+  } else if (hand < 46) {
+    ChooseEntry(top);
+  } else if (hand < 62) {
+    ClickSomewhere(top);
+  } else if (hand < 65) {
+    PutOnClipboard();
+  } else if (hand < 66) {
+    Resize(top);
+  } else if (hand < 67) {
+    Note("close " + NameOf(top));
+    top.close();
+  } else {
+    PressKey(top);
+  }
+}
+
+void Monkey::PressButton(QWidget& top) {
+  const auto buttons = Usable<QAbstractButton>(top);
+  if (buttons.empty()) {
+    return;
+  }
+  QAbstractButton& button =
+      *buttons.at(static_cast<std::size_t>(Below(static_cast<int>(buttons.size()))));
+  Note("click " + NameOf(button) + " " + button.text().toStdString());
+  Click(button, QPoint(std::min(10, button.width() / 2), button.height() / 2));
+}
+
+void Monkey::FillBox(QWidget& top) {
+  const auto boxes = Usable<QLineEdit>(top);
+  if (boxes.empty()) {
+    return;
+  }
+  QLineEdit& box = *boxes.at(static_cast<std::size_t>(Below(static_cast<int>(boxes.size()))));
+  FillBox(box, AnyText());
+}
+
+void Monkey::FillBox(QWidget& box, const QString& text) {
+  Note("fill " + NameOf(box) + " with " + text.toStdString());
+  const QPointer<QWidget> alive(&box);
+  Click(box, box.rect().center());
+  if (alive) {
+    Key(&box, Qt::Key_A, Qt::ControlModifier);
+  }
+  if (alive) {
+    TypeText(box, text);
+  }
+}
+
+void Monkey::ClickCell(QWidget& top) {
+  const auto views = Usable<QAbstractItemView>(top);
+  if (views.empty()) {
+    return;
+  }
+  QAbstractItemView& view =
+      *views.at(static_cast<std::size_t>(Below(static_cast<int>(views.size()))));
+  const int rows = view.model()->rowCount();
+  const int columns = view.model()->columnCount();
+  if (rows == 0 || columns == 0) {
+    return;
+  }
+  const QModelIndex cell = view.model()->index(Below(rows), Below(columns));
+  view.scrollTo(cell);
+  const bool twice = Chance(30);
+  Note((twice ? "double click " : "click ") + NameOf(view) + " row " + std::to_string(cell.row()) +
+       " column " + std::to_string(cell.column()));
+  Click(*view.viewport(), view.visualRect(cell).center(), Qt::LeftButton, twice);
+}
+
+void Monkey::ChooseTab(QWidget& top) {
+  const auto strips = Usable<QTabBar>(top);
+  if (strips.empty() || strips.front()->count() == 0) {
+    return;
+  }
+  QTabBar& strip = *strips.front();
+  const int tab = Below(strip.count());
+  Note("tab " + std::to_string(tab));
+  Click(strip, strip.tabRect(tab).center());
+}
+
+void Monkey::ChooseEntry(QWidget& top) {
+  const auto lists = Usable<QComboBox>(top);
+  if (lists.empty()) {
+    return;
+  }
+  QComboBox& list = *lists.at(static_cast<std::size_t>(Below(static_cast<int>(lists.size()))));
+  Note("open " + NameOf(list));
+  Click(list, QPoint(list.width() - 5, list.height() / 2));
+}
+
+void Monkey::ClickSomewhere(QWidget& top) {
+  auto controls = Usable<QWidget>(top);
+  controls.push_back(&top);
+  const QWidget& area =
+      *controls.at(static_cast<std::size_t>(Below(static_cast<int>(controls.size()))));
+  const QPoint inTop = area.mapTo(&top, AnyPoint(area));
+  // What lies uppermost there gets it.
+  QWidget* control = top.childAt(inTop);
+  if (control == nullptr) {
+    control = &top;
+  }
+  const QPoint at = control->mapFrom(&top, inTop);
+  const int hand = Below(100);
+  const std::string where =
+      NameOf(*control) + " at " + std::to_string(at.x()) + "," + std::to_string(at.y());
+  if (hand < 15) {
+    Note("wheel over " + where);
+    QWheelEvent event(at, control->mapToGlobal(at), {}, QPoint(0, Chance(50) ? 120 : -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(control, &event);
+  } else if (hand < 30) {
+    Note("right click " + where);
+    const QPointer<QWidget> alive(control);
+    Click(*control, at, Qt::RightButton);
+    if (alive) {
+      QContextMenuEvent event(QContextMenuEvent::Mouse, at, alive->mapToGlobal(at));
+      QApplication::sendEvent(alive, &event);
+    }
+  } else if (hand < 35) {
+    Note("middle click " + where);
+    Click(*control, at, Qt::MiddleButton);
+  } else {
+    const bool twice = hand > 85;
+    Note((twice ? "double click " : "click ") + where);
+    Click(*control, at, Qt::LeftButton, twice);
+  }
+}
+
+void Monkey::PressKey(QWidget& top) {
+  QWidget* popup = QApplication::activePopupWidget();
+  QWidget* target = popup != nullptr ? popup->focusWidget() : QApplication::focusWidget();
+  if (target == nullptr) {
+    target = &top;
+  }
+  const int hand = Below(100);
+  if (hand < 45) {
+    const Qt::Key key = kKeys.at(static_cast<std::size_t>(Below(kKeys.size())));
+    const Qt::KeyboardModifiers modifiers = Chance(10) ? Qt::ShiftModifier : Qt::NoModifier;
+    Note("key " + std::to_string(key) + " at " + NameOf(*target));
+    Key(target, key, modifiers);
+  } else if (hand < 55) {
+    const Qt::Key key = kShortcuts.at(static_cast<std::size_t>(Below(kShortcuts.size())));
+    // Leaving the program by its key is rarer than the other shortcuts.
+    if (key != Qt::Key_Q || Chance(30)) {
+      Note("Ctrl and key " + std::to_string(key) + " at " + NameOf(*target));
+      Key(target, key, Qt::ControlModifier);
+    }
+  } else if (hand < 60) {
+    const int key = Qt::Key_A + Below(26);
+    Note("Alt and key " + std::to_string(key));
+    Key(target, key, Qt::AltModifier);
+  } else if (hand < 68) {
+    const QString text = kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())));
+    Note("odd character number " + std::to_string(text.at(0).unicode()) + " at " + NameOf(*target));
+    Key(target, Qt::Key_unknown, Qt::NoModifier, text);
+  } else if (hand < 80) {
+    const QString text = AnyText();
+    Note("type " + text.toStdString() + " at " + NameOf(*target));
+    TypeText(*target, text);
+  } else {
+    const QString text(kCharacters.at(Below(static_cast<int>(kCharacters.size()))));
+    Note("character " + text.toStdString() + " at " + NameOf(*target));
+    TypeText(*target, text);
+  }
+}
+
+void Monkey::TypeText(QWidget& top, const QString& text) {
+  QPointer<QWidget> target(&top);
+  for (const QChar character : text) {
+    // What was typed first may have opened a box for the rest.
+    QWidget* focus = QApplication::focusWidget();
+    if (focus != nullptr && focus->window() == top.window()) {
+      target = focus;
+    }
+    if (!target || !target->isVisible()) {
+      return;
+    }
+    const bool isPlain = character.unicode() < 0x80;
+    const int key = isPlain ? character.toUpper().unicode() : static_cast<int>(Qt::Key_unknown);
+    Key(target, key, Qt::NoModifier, QString(character));
+  }
+}
+
+void Monkey::PutOnClipboard() {
+  QString text = AnyText();
+  if (Chance(20)) {
+    text = text.repeated(200);
+  }
+  if (Chance(20)) {
+    text += kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())));
+  }
+  Note("clipboard gets " + text.left(60).toStdString());
+  QApplication::clipboard()->setText(text);
+}
+
+void Monkey::Resize(QWidget& top) {
+  const QSize size(50 + Below(1200), 50 + Below(900));
+  Note("resize " + NameOf(top));
+  top.resize(size);
+}
+
+void Monkey::Click(QWidget& control, const QPoint& at, Qt::MouseButton button, bool twice) {
+  const QPointer<QWidget> alive(&control);
+  const auto send = [&](QEvent::Type type) {
+    if (alive) {
+      SendMouse(alive, type, at, button);
+    }
+  };
+  send(QEvent::MouseButtonPress);
+  send(QEvent::MouseButtonRelease);
+  if (twice) {
+    send(QEvent::MouseButtonDblClick);
+    send(QEvent::MouseButtonRelease);
+  }
+}
+
+void Monkey::Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  const auto code = static_cast<Qt::Key>(key);
+  if (text.isEmpty()) {
+    QTest::keyClick(target, code, modifiers);
+    return;
+  }
+  QTest::sendKeyEvent(QTest::Click, target, code, text, modifiers);
+}
+
+int Monkey::Below(int bound) {
+  return static_cast<int>(random_() % static_cast<std::uint32_t>(bound));
+}
+
+QString Monkey::AnyText() {
+  const int kind = Below(10);
+  if (kind < 7) {
+    return kTexts.at(Below(static_cast<int>(kTexts.size())));
+  }
+  QString text;
+  for (int left = Below(8); left >= 0; --left) {
+    text += kind == 9 ? kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())))
+                      : QString(kCharacters.at(Below(static_cast<int>(kCharacters.size()))));
+  }
+  return text;
+}
+
+QPoint Monkey::AnyPoint(const QWidget& control) {
+  const int x = Below(std::max(control.width(), 1));
+  return {x, Below(std::max(control.height(), 1))};
+}
+
+void Monkey::Note(const std::string& action) {
+  static const bool traced = qEnvironmentVariableIsSet("TARVELL_MONKEY_TRACE");
+  if (traced) {
+    std::cerr << done_ << ": " << action << '\n';
+  }
+  const std::scoped_lock lock(trailMutex_);
+  trail_.push_back(std::to_string(done_) + ": " + action);
+  if (trail_.size() > kTrailLength) {
+    trail_.pop_front();
+  }
+}
+
+std::string Monkey::Trail() {
+  const std::scoped_lock lock(trailMutex_);
+  std::string text = "Seed " + std::to_string(seed_) + "; the last actions:\n";
+  for (const std::string& action : trail_) {
+    text += "  " + action + "\n";
+  }
+  return text;
+}
+
+}  // namespace tarvell::test
