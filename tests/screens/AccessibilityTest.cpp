@@ -116,7 +116,11 @@ const std::vector<Screen> kScreens = {
        form.StationName = "ST1";
        LookWithin<frmStationModelList>([&] { form.ShowModally(); }, look);
      }},
-    {"frmStationGetInstr", &LookAtMenu<frmStationGetInstr>},
+    {"frmStationGetInstr",
+     [](const Look& look) {
+       frmStationGetInstr form(nullptr);
+       LookWithin<frmStationGetInstr>([&] { form.ShowModally({"PX12A"}); }, look);
+     }},
 };
 
 QAccessibleInterface& AccessibleOf(QWidget& control) {

@@ -270,10 +270,13 @@ TEST_F(MainMenu, ACancelledBrowseLeavesTheText) {
 TEST_F(MainMenu, WithoutAStationDirectoryNothingElseIsLookedAt) {
   Start();
   for (const char* calibration : {R"(c:\calfactors)", R"(c:\missing)", ""}) {
-    FillStation("");
-    FillCalibration(calibration);
-    questions_.ExpectNotice(kNoStation);
-    PressStart();
+    // Blanks alone name no directory either.
+    for (const char* station : {"", "  "}) {
+      FillStation(station);
+      FillCalibration(calibration);
+      questions_.ExpectNotice(kNoStation);
+      PressStart();
+    }
   }
   EXPECT_EQ(gStationDir, R"(c:\stations)");
   EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
@@ -309,9 +312,11 @@ TEST_F(MainMenu, WithoutACalibrationDirectoryTheStationIsStoredAllTheSame) {
   Start();
   Click(menu_, "Option1");
   FillStation(R"(c:\other)");
-  FillCalibration("");
-  questions_.ExpectNotice(kNoCalibration);
-  PressStart();
+  for (const char* calibration : {"", " "}) {
+    FillCalibration(calibration);
+    questions_.ExpectNotice(kNoCalibration);
+    PressStart();
+  }
   EXPECT_EQ(gStationDir, R"(c:\other)");
   EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
 }

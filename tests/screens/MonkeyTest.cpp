@@ -260,7 +260,8 @@ class MonkeyTest : public testing::TestWithParam<int> {
         })) << file;
       } else {
         StationInstrument instrument;
-        EXPECT_TRUE(LoadInstrumentFile(file.string(), instrument)) << file;
+        StoredFile stored;
+        EXPECT_TRUE(LoadInstrumentFile(file.string(), instrument, stored)) << file;
         EXPECT_EQ(instrument.ModelNumber.empty(), false) << file;
       }
     } catch (const Error& error) {
