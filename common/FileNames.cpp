@@ -17,6 +17,8 @@ namespace {
 constexpr std::size_t kSerialCharacters = 5;
 constexpr std::string_view kRefused = "\\/:*?\"<>|";
 constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
+// 1, 2 and 3 raised count as digits of a device name.
+constexpr std::array<std::string_view, 3> kSuperscripts = {"\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
 
 /// Device names are reserved with any extension, too.
 bool IsDeviceName(std::string_view name) {
@@ -24,8 +26,12 @@ bool IsDeviceName(std::string_view name) {
   if (std::find(kDevices.begin(), kDevices.end(), base) != kDevices.end()) {
     return true;
   }
-  return base.size() == 4 && (base.substr(0, 3) == "COM" || base.substr(0, 3) == "LPT") &&
-         base[3] >= '1' && base[3] <= '9';
+  if (base.substr(0, 3) != "COM" && base.substr(0, 3) != "LPT") {
+    return false;
+  }
+  const std::string number = base.substr(3);
+  return (number.size() == 1 && number[0] >= '1' && number[0] <= '9') ||
+         std::find(kSuperscripts.begin(), kSuperscripts.end(), number) != kSuperscripts.end();
 }
 
 std::string NameOfCharacter(char c) {
