@@ -324,7 +324,7 @@ void CapacitorSet::WriteCalPage(std::int16_t page, FileText& text) const {
     if (row.front().empty()) {
       break;
     }
-    text.Line(DataLine(page, gridRow++, row));
+    WriteDataLine(text, DataLine(page, gridRow++, row));
   }
   text.Line("!END");
   text.Line("!");

@@ -304,7 +304,7 @@ void cInstrRT730A::WriteBody(FileText& text) const {
       if (row.front().empty()) {
         break;
       }
-      text.Line(DataLine(page, gridRow++, row));
+      WriteDataLine(text, DataLine(page, gridRow++, row));
     }
     text.Line("!END");
   }
