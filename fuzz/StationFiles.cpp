@@ -10,6 +10,7 @@
 #include "MemoryPlatform.h"
 #include "common/FileCharacters.h"
 #include "common/FileNames.h"
+#include "common/Text.h"
 
 /// The files of the stations. The first byte of an input chooses: an instrument file of the bytes
 /// that follow is loaded, saved, loaded and saved, or the lines that follow are the names in the
@@ -25,7 +26,8 @@ std::string Saved(const MemoryPlatform& disk, const StationInstrument& instrumen
 }
 
 bool IsUsable(const std::string& modelNumber) {
-  return modelNumber != "INDEX" && Accepts([&] { CheckFileName(modelNumber, "The name"); });
+  return !EqualsIgnoringCase(modelNumber, kIndexName) &&
+         Accepts([&] { CheckFileName(modelNumber, "The name"); });
 }
 
 /// Puts values that come back in the place of those that the file is known not to give back:
