@@ -219,7 +219,8 @@ void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& r
   }
   std::size_t row = 0;
   sectionEnded_.at(pageIndex) = ReadToEnd(reader, [&](const std::string& item) {
-    const std::string line = Replaced(Replaced(item, '\n', ' '), '\r', ' ');
+    // A TAB would part the cell in two where the table is shown.
+    const std::string line = Replaced(Replaced(Replaced(item, '\n', ' '), '\r', ' '), '\t', ' ');
     const std::string_view text = TrimLeft(StripNull(line));
     const std::string_view fields = WithoutFirst(text, 1);
     if (fields.empty()) {
