@@ -102,6 +102,10 @@ std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16
   }
   std::string result = std::string(format->prefix) + FormatText(text, format->pattern);
   if (format->unit == kRelativeUnit) {
+    if (unit != "ppm") {
+      // A long text comes back from the file as ppm.
+      static_cast<void>(PpmOfPercent(text));
+    }
     result += unit == "ppm" ? " ppm" : " %";
   } else {
     result += format->unit;
@@ -267,9 +271,8 @@ std::string cInstrRT730A::UncertaintyRead(std::int16_t page, std::int16_t column
   std::string unit;
   const std::string number = GetCalibrationDataFormat(page, column, gridRow, text, unit);
   const bool isPpm = CharacterCount(text) >= kPpmCharacters;
-  return SetCalibrationDataFormat(
-      page, column, gridRow, isPpm ? ShortestText(NumericValue(number) * kPpmPerPercent) : number,
-      isPpm ? "ppm" : "%");
+  return SetCalibrationDataFormat(page, column, gridRow, isPpm ? PpmOfPercent(number) : number,
+                                  isPpm ? "ppm" : "%");
 }
 
 bool cInstrRT730A::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
