@@ -53,3 +53,4 @@ make_state_folder() {
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev clang-format)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)
