@@ -3,6 +3,7 @@
 
 #include "common/FileNames.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <string_view>
@@ -31,17 +32,10 @@ bool IsDevice(const std::string& name) {
     base.pop_back();
   }
   base.erase(0, base.find_first_not_of(' '));
-  for (const std::string_view device : kWhole) {
-    if (base == device) {
-      return true;
-    }
-  }
-  for (const std::string_view number : kNumbers) {
-    if (base == "com" + std::string(number) || base == "lpt" + std::string(number)) {
-      return true;
-    }
-  }
-  return false;
+  return std::find(kWhole.begin(), kWhole.end(), base) != kWhole.end() ||
+         std::any_of(kNumbers.begin(), kNumbers.end(), [&](std::string_view number) {
+           return base == "com" + std::string(number) || base == "lpt" + std::string(number);
+         });
 }
 
 /// Whether a name is one path component on every platform.

@@ -42,13 +42,12 @@ std::vector<Item> ExpectedItems(const std::string& bytes) {
     i = std::min(bytes.find_first_not_of(" \t", i), bytes.size());
     Item item;
     item.line = LineAt(bytes, i);
-    std::size_t end = i;
-    if (i < bytes.size() && bytes[i] == '"') {
-      const std::size_t close = std::min(bytes.find('"', i + 1), bytes.size());
-      item.bytes = bytes.substr(i + 1, close - i - 1);
-      end = std::min(bytes.find_first_of(",\r\n", close), bytes.size());
+    const bool quoted = i < bytes.size() && bytes[i] == '"';
+    const std::size_t from = quoted ? std::min(bytes.find('"', i + 1), bytes.size()) : i;
+    const std::size_t end = std::min(bytes.find_first_of(",\r\n", from), bytes.size());
+    if (quoted) {
+      item.bytes = bytes.substr(i + 1, from - i - 1);
     } else {
-      end = std::min(bytes.find_first_of(",\r\n", i), bytes.size());
       item.bytes = bytes.substr(i, end - i);
       item.bytes.resize(item.bytes.find_last_not_of(" \t") + 1);
     }

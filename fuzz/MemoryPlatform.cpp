@@ -210,9 +210,10 @@ std::error_code MemoryPlatform::Search(const std::string& folder, SearchKind kin
   for (auto at = entries_.lower_bound(prefix);
        at != entries_.end() && at->first.compare(0, prefix.size(), prefix) == 0; ++at) {
     const std::string name = at->first.substr(prefix.size());
-    const bool isMeant = (kind != SearchKind::NamesWithoutDot || name.find('.') == name.npos) &&
-                         (kind != SearchKind::OrdinaryFiles || !at->second.isFolder);
-    if (name.find('/') == name.npos && isMeant && !visit(name)) {
+    const bool isMeant =
+        (kind != SearchKind::NamesWithoutDot || name.find('.') == std::string::npos) &&
+        (kind != SearchKind::OrdinaryFiles || !at->second.isFolder);
+    if (name.find('/') == std::string::npos && isMeant && !visit(name)) {
       break;
     }
   }

@@ -61,8 +61,9 @@ std::vector<std::string> FieldsOf(const std::string& line) {
 }
 
 bool IsMinusZero(const std::string& field) {
-  const std::string number = field.substr(0, field.find_first_not_of("-0."));
-  return number.size() > 1 && number.find('-') == 0;
+  const std::string number = field.substr(0, field.find_first_not_of("-.0123456789"));
+  return number.size() > 1 && number.front() == '-' &&
+         number.find_first_of("123456789") == std::string::npos;
 }
 
 /// The column of a page's relative uncertainty, -1 where it has none.
@@ -121,13 +122,13 @@ void CheckEditing(MemoryPlatform& disk, cifCaldata& data, const std::deque<Memor
   Require(Saved(disk, data) == saved, "showing and storing every page changes nothing", saved);
 }
 
-/// The header lines that must come back from `first`.
-void CheckHeader(const std::vector<std::string>& first, const std::vector<std::string>& second) {
+/// The header lines of a saved file that must come back.
+void CheckHeader(const std::vector<std::string>& saved, const std::vector<std::string>& again) {
   for (std::size_t i = 0; i < kHeaderLines; ++i) {
-    const std::string value = first[i].substr(12);
+    const std::string value = saved[i].substr(12);
     const bool isDate = i == 2 || i == 4;
     if (isDate ? value.size() == 8 : value.find(',') == std::string::npos) {
-      Require(first[i] == second[i], "a header line comes back", first[i] + "\n" + second[i]);
+      Require(saved[i] == again[i], "a header line comes back", saved[i] + "\n" + again[i]);
     }
   }
 }

@@ -76,7 +76,7 @@ Decimal DecimalOf(double value) {
   Decimal decimal;
   decimal.negative = value < 0;
   decimal.digits = std::string(1, text[0]) + std::string(&text[2], 14);
-  decimal.point = value == 0 ? 0 : std::atoi(&text[17]) + 1;
+  decimal.point = value == 0 ? 0 : static_cast<int>(std::strtol(&text[17], nullptr, 10)) + 1;
   return decimal;
 }
 
@@ -92,7 +92,8 @@ Places Rounded(const Decimal& decimal, int count) {
   const int front = std::max(1, 1 - decimal.point);
   std::string line(static_cast<std::size_t>(front), '0');
   line += decimal.digits;
-  std::size_t point = static_cast<std::size_t>(front + decimal.point);
+  const int behindWhole = front + decimal.point;
+  auto point = static_cast<std::size_t>(behindWhole);
   const std::size_t length = point + static_cast<std::size_t>(count);
   if (line.size() <= length) {
     line.append(length + 1 - line.size(), '0');

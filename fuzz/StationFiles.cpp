@@ -3,6 +3,8 @@
 
 #include "station/StationFiles.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -48,15 +50,13 @@ void Settle(StationInstrument& instrument) {
 
 /// A comma, which only a quoted line brings in, ends a value when it is read back.
 bool HoldsComma(const StationInstrument& instrument) {
-  for (const std::string* text :
-       {&instrument.ModelNumber, &instrument.SerialNumber, &instrument.AddressType,
-        &instrument.Address, &instrument.Station, &instrument.Options, &instrument.Availability,
-        &instrument.DueMonth, &instrument.Asset, &instrument.Trace, &instrument.Comment}) {
-    if (text->find(',') != std::string::npos) {
-      return true;
-    }
-  }
-  return false;
+  const std::array<const std::string*, 11> texts = {
+      &instrument.ModelNumber,  &instrument.SerialNumber, &instrument.AddressType,
+      &instrument.Address,      &instrument.Station,      &instrument.Options,
+      &instrument.Availability, &instrument.DueMonth,     &instrument.Asset,
+      &instrument.Trace,        &instrument.Comment};
+  return std::any_of(texts.begin(), texts.end(),
+                     [](const std::string* text) { return text->find(',') != std::string::npos; });
 }
 
 void CheckInstrument(const std::string& bytes) {
