@@ -56,7 +56,8 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument);
 
 /// Writes the instrument's file into the station's folder. Throws a Name error when its model
 /// number is no file name, or that of the INDEX file, a Character error for text that the file
-/// cannot hold, and the error of a save that fails; an earlier file is then whole.
+/// cannot hold or that would be read back as another line, and the error of a save that fails; an
+/// earlier file is then whole.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument);
 
 /// Deletes an instrument's file; it goes to the recycle bin. A file that is not there is no error.
