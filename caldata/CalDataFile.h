@@ -30,6 +30,10 @@ using LineWords = std::array<std::string, kLineWords>;
 /// be taken for the next line.
 void CheckHeaderValue(const std::string& field, std::string_view value, bool name);
 
+/// Appends a data line. Throws a Character error when a cell holds a comma, as one from a quoted
+/// line may: what stands behind it would be lost, or taken for a line of its own.
+void WriteDataLine(FileText& text, std::string_view line);
+
 /// What is told about a table that has no place for another row.
 [[nodiscard]] Error FullTableError();
 

@@ -56,6 +56,8 @@ std::string FormatUncertainty(std::span<const CapacitorFormat> formats, std::int
   if (EqualsIgnoringCase(trimmed, "ppm")) {
     result += " ppm";
   } else if (trimmed == "%") {
+    // A long text comes back from the file as ppm.
+    static_cast<void>(PpmOfPercent(text));
     result += " %";
   }
   return result;
@@ -267,8 +269,7 @@ CapacitorSet::Row CapacitorSet::ReadRow(std::int16_t page, std::int16_t gridRow,
   const std::string number = Edited(page, kUncertainty, gridRow, word);
   const bool isPpm = CharacterCount(word) >= kPpmCharacters;
   row[kUncertainty] = SetCalibrationDataFormat(
-      page, kUncertainty, gridRow,
-      isPpm ? ShortestText(NumericValue(number) * kPpmPerPercent) : number, isPpm ? "ppm" : "%");
+      page, kUncertainty, gridRow, isPpm ? PpmOfPercent(number) : number, isPpm ? "ppm" : "%");
   return row;
 }
 
@@ -324,7 +325,7 @@ void CapacitorSet::WriteCalPage(std::int16_t page, FileText& text) const {
     if (row.front().empty()) {
       break;
     }
-    text.Line(DataLine(page, gridRow++, row));
+    WriteDataLine(text, DataLine(page, gridRow++, row));
   }
   text.Line("!END");
   text.Line("!");

@@ -103,7 +103,7 @@ void PowerSensor::WriteBody(FileText& text) const {
     if (row.frequency.empty()) {
       break;
     }
-    text.Line(DataLine(row));
+    WriteDataLine(text, DataLine(row));
   }
   text.Line("!End");
 }

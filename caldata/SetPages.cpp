@@ -4,9 +4,14 @@
 #include "caldata/SetPages.h"
 
 #include "common/Error.h"
+#include "common/Numbers.h"
 #include "common/Text.h"
 
 namespace tarvell {
+
+std::string PpmOfPercent(std::string_view percent) {
+  return ShortestText(NumericValue(percent) * kPpmPerPercent);
+}
 
 std::size_t PageIndex(std::int16_t page, std::int16_t pages) {
   if (page < 0 || page >= pages) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "common/ItemReader.h"
 
@@ -20,6 +21,10 @@ inline constexpr std::size_t kPpmCharacters = 6;
 
 /// What a value in ppm is divided by to be one in per cent.
 inline constexpr double kPpmPerPercent = 10000;
+
+/// The value of a text in per cent as one in ppm, in its shortest text. Throws a Type error when it
+/// is too large: the file could not be read back.
+[[nodiscard]] std::string PpmOfPercent(std::string_view percent);
 
 /// Throws an Index error unless 0 <= page < pages.
 [[nodiscard]] std::size_t PageIndex(std::int16_t page, std::int16_t pages);

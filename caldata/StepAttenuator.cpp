@@ -122,7 +122,7 @@ void StepAttenuator::WriteBody(FileText& text) const {
     AppendRight(line, row.frequency, kFrequencyWidth);
     line += "   :  ";
     AppendRight(line, row.calData, kCalDataWidth);
-    text.Line(line);
+    WriteDataLine(text, line);
   }
   text.Line("!End");
 }

@@ -102,6 +102,10 @@ std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16
   }
   std::string result = std::string(format->prefix) + FormatText(text, format->pattern);
   if (format->unit == kRelativeUnit) {
+    if (unit != "ppm") {
+      // A long text comes back from the file as ppm.
+      static_cast<void>(PpmOfPercent(text));
+    }
     result += unit == "ppm" ? " ppm" : " %";
   } else {
     result += format->unit;
@@ -219,7 +223,8 @@ void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& r
   }
   std::size_t row = 0;
   sectionEnded_.at(pageIndex) = ReadToEnd(reader, [&](const std::string& item) {
-    const std::string line = Replaced(Replaced(item, '\n', ' '), '\r', ' ');
+    // A TAB would part the cell in two where the table is shown.
+    const std::string line = Replaced(Replaced(Replaced(item, '\n', ' '), '\r', ' '), '\t', ' ');
     const std::string_view text = TrimLeft(StripNull(line));
     const std::string_view fields = WithoutFirst(text, 1);
     if (fields.empty()) {
@@ -266,9 +271,8 @@ std::string cInstrRT730A::UncertaintyRead(std::int16_t page, std::int16_t column
   std::string unit;
   const std::string number = GetCalibrationDataFormat(page, column, gridRow, text, unit);
   const bool isPpm = CharacterCount(text) >= kPpmCharacters;
-  return SetCalibrationDataFormat(
-      page, column, gridRow, isPpm ? ShortestText(NumericValue(number) * kPpmPerPercent) : number,
-      isPpm ? "ppm" : "%");
+  return SetCalibrationDataFormat(page, column, gridRow, isPpm ? PpmOfPercent(number) : number,
+                                  isPpm ? "ppm" : "%");
 }
 
 bool cInstrRT730A::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
@@ -304,7 +308,7 @@ void cInstrRT730A::WriteBody(FileText& text) const {
       if (row.front().empty()) {
         break;
       }
-      text.Line(DataLine(page, gridRow++, row));
+      WriteDataLine(text, DataLine(page, gridRow++, row));
     }
     text.Line("!END");
   }

@@ -57,3 +57,4 @@ TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db she
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
 PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)

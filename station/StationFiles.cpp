@@ -28,6 +28,8 @@ namespace tarvell {
 namespace {
 
 constexpr std::size_t kLineWords = 31;
+constexpr std::string_view kAddressType = "ADDRESS TYPE";
+constexpr std::string_view kDueDate = "CAL DUE DATE";
 
 struct TextField {
   std::string_view keyword;
@@ -141,6 +143,37 @@ void CheckInstrumentName(const std::string& modelNumber) {
   }
 }
 
+bool IsKnownKeyword(std::string_view keyword) {
+  return keyword == kAddressType || keyword == kDueDate ||
+         std::any_of(kTextFields.begin(), kTextFields.end(),
+                     [&](const TextField& known) { return known.keyword == keyword; });
+}
+
+/// Adds a line. A comma ends its value when it is read back; throws a Character error when an item
+/// behind one would be taken for a line of its own, or swallow the lines that follow.
+void AddLine(FileText& text, std::string_view keyword, const std::string& value) {
+  std::size_t comma = value.find(',');
+  while (comma != std::string::npos) {
+    std::size_t start = std::min(value.find_first_not_of(" \t", comma + 1), value.size());
+    std::size_t end = value.find(',', start);
+    comma = end;
+    const bool isQuoted = value.compare(start, 1, "\"") == 0;
+    if (isQuoted) {
+      end = value.find('"', ++start);
+      comma = value.find(',', std::min(end, value.size()));
+    }
+    const bool isOpen = isQuoted && end == std::string::npos;
+    const std::string item = value.substr(start, end - start);
+    if (isOpen || IsKnownKeyword(ParseKeywordLine(item).keyword)) {
+      throw Error(ErrorKind::Character,
+                  "The value \"" + value + "\" of " + std::string(keyword) +
+                      " cannot be kept: what stands behind its comma, \"" + item +
+                      "\", would be taken for another line. Change it, then try again.");
+    }
+  }
+  text.Line(std::string(keyword) + " " + value);
+}
+
 /// Whether a name, perhaps one in the characters of an older system, can stand on a line.
 bool CanBeListed(const std::string& name) {
   return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
@@ -177,11 +210,11 @@ KeywordLine ParseKeywordLine(std::string_view item) {
 }
 
 void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
-  if (line.keyword == "ADDRESS TYPE") {
+  if (line.keyword == kAddressType) {
     instrument.AddressType = AddressTypeOf(line.value);
     return;
   }
-  if (line.keyword == "CAL DUE DATE") {
+  if (line.keyword == kDueDate) {
     ApplyDueDate(line.value, instrument);
     return;
   }
@@ -225,19 +258,20 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
                         StoredFile& file) {
   CheckInstrumentName(instrument.ModelNumber);
   FileText text;
-  text.Line("MODEL NUMBER " + instrument.ModelNumber);
-  text.Line("SERIAL NUMBER " + instrument.SerialNumber);
-  text.Line("ADDRESS TYPE " + instrument.AddressType);
-  text.Line("ADDRESS " + instrument.Address);
-  text.Line("STATION " + instrument.Station);
-  text.Line("OPTIONS " + instrument.Options);
-  text.Line("AVAILABILITY " + instrument.Availability);
-  text.Line("CAL DUE DATE " + std::string(Trim(instrument.DueDay)) + " " +
-            std::string(Trim(instrument.DueMonth)) + " " + std::string(Trim(instrument.DueYear)));
-  text.Line("ASSET " + instrument.Asset);
-  text.Line("TRACE " + instrument.Trace);
-  text.Line("COMMENT " + instrument.Comment);
-  text.Line("CAL DATA " + instrument.CalData);
+  AddLine(text, "MODEL NUMBER", instrument.ModelNumber);
+  AddLine(text, "SERIAL NUMBER", instrument.SerialNumber);
+  AddLine(text, kAddressType, instrument.AddressType);
+  AddLine(text, "ADDRESS", instrument.Address);
+  AddLine(text, "STATION", instrument.Station);
+  AddLine(text, "OPTIONS", instrument.Options);
+  AddLine(text, "AVAILABILITY", instrument.Availability);
+  AddLine(text, kDueDate,
+          std::string(Trim(instrument.DueDay)) + " " + std::string(Trim(instrument.DueMonth)) +
+              " " + std::string(Trim(instrument.DueYear)));
+  AddLine(text, "ASSET", instrument.Asset);
+  AddLine(text, "TRACE", instrument.Trace);
+  AddLine(text, "COMMENT", instrument.Comment);
+  AddLine(text, "CAL DATA", instrument.CalData);
   file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber, text.Bytes());
 }
 

@@ -59,8 +59,9 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
 
 /// Writes the instrument's file into the station's folder. Throws a Name error when its model
 /// number is no file name, or that of the INDEX file, a Character error for text that the file
-/// cannot hold, and the error of a save that fails; an earlier file is then whole. `file` is the
-/// one that the instrument came from; another that is replaced goes to the recycle bin.
+/// cannot hold or that would be read back as another line, and the error of a save that fails; an
+/// earlier file is then whole. `file` is the one that the instrument came from; another that is
+/// replaced goes to the recycle bin.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
                         StoredFile& file);
 

@@ -88,6 +88,15 @@ TEST(CheckFileName, TheNamesOfDevicesAreRefusedInEitherCaseAndWithAnExtension) {
   }
 }
 
+TEST(CheckFileName, ARaisedDigitCountsAsTheDigitOfADevice) {
+  for (const char* digit : {"\xC2\xB9", "\xC2\xB2", "\xC2\xB3"}) {
+    ExpectRefused(std::string("COM") + digit);
+    ExpectRefused(std::string("lpt") + digit + ".txt");
+    EXPECT_NO_THROW(CheckFileName(std::string("COM1") + digit, "name"));
+    EXPECT_NO_THROW(CheckFileName(std::string("CO") + digit, "name"));
+  }
+}
+
 TEST(CheckFileName, EveryOtherNameIsTaken) {
   for (const std::string_view name : {"PX12A",
                                       "SN12345",

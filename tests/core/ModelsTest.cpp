@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "caldata/Models.h"
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -147,6 +148,29 @@ TEST(Models, EveryClassWritesItsOwnCode) {
     EXPECT_EQ(data->SaveCalibrationDataToFile("c:\\out\\" + code), 0);
     const std::string firstLine = "#MODEL_NO : " + code + "\r\n";
     EXPECT_EQ(tree.Read("c:\\out\\" + code).substr(0, firstLine.size()), firstLine);
+  }
+}
+
+TEST(Models, ACellWithACommaIsRefusedAndTheEarlierFileKept) {
+  const test::TestTree tree;
+  for (const Model& model : kModels) {
+    if (model.create == nullptr) {
+      continue;
+    }
+    SCOPED_TRACE(model.code);
+    const char* page = model.code == "RT520A"   ? "#RT521A : 1"
+                       : model.code == "RT520C" ? "#RT525A : 1"
+                       : model.code == "RT730A" ? "!Series,!"
+                                                : "!";
+    // A quoted line is read whole.
+    const std::string bytes = test::Lines({page, "\"*50,*1 : 2 : 3\"", "!END", "!", "!End"});
+    tree.Write("c:\\data\\SN1", bytes);
+    const std::unique_ptr<cifCaldata> data = model.create();
+    data->LoadCalibrationDataFromFile("c:\\data\\SN1");
+    const Error error = test::ErrorOf([&] { data->SaveCalibrationDataToFile("c:\\data\\SN1"); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Character);
+    EXPECT_TRUE(test::Contains(error.what(), "50,*1")) << error.what();
+    EXPECT_EQ(tree.Read("c:\\data\\SN1"), bytes);
   }
 }
 

@@ -58,7 +58,7 @@ constexpr const char* kGHzLine =
 const Texts kMHzReferences = {"50", "50.0", "50.00", "050", "5E1", "+50", "50MHz"};
 const Texts kMHzOthers = {"50.001", "49.999", "50.5", "0.05", "500", "5", "-50", "x50"};
 const Texts kGHzReferences = {"0.05", "0.050", "0.0500", ".05", "5E-2"};
-const Texts kGHzOthers = {"50", "50.0", "50.00", "0.0501", "0.050001", "0.5", "-0.05", "0,05"};
+const Texts kGHzOthers = {"50", "50.0", "50.00", "0.0501", "0.050001", "0.5", "-0.05"};
 
 // clang-format off
 const std::vector<Sensor> kSensors = {

@@ -703,6 +703,12 @@ TEST_F(ResistorSetFile, CutsALineAtItsFirstNulAndTakesLineEndsInQuotesForBlanks)
   EXPECT_EQ(ShownRows(1), (Rows{{"a", "b", "", "", ""}, {"d  e", "f g, h", "", "", ""}}));
 }
 
+TEST_F(ResistorSetFile, TakesATabInARowForABlank) {
+  Load(Section(1, {"*\tRT\t731A : Ls/1\tnH\t: 1 nH", "*b : c : \t : d"}));
+  EXPECT_EQ(ShownRows(1), (Rows{{"RT 731A", "Ls/1 nH", "1 nH", "", ""}, {"b", "c", "", "", ""}}));
+  EXPECT_TRUE(Contains(Saved(), "\r\n*  RT 731A :          Ls/1 nH :    1 nH\r\n"));
+}
+
 TEST_F(ResistorSetFile, MayHaveSixColumnsOnALineButNotSeven) {
   Load(Joined({Section(3, {"*1 : 2 : 0.1 % : 4 : 5 : 6"}), SectionsBut({3})}));
   EXPECT_EQ(ShownRows(3), (Rows{{"1", "2", "0.10 %", "4", "5"}}));

@@ -328,6 +328,22 @@ TEST(ResistorSetFormat, EditsTheFirstWordOfATextOnPagesThatAreNotUsed) {
   }
 }
 
+TEST(ResistorSetFormat, RefusesAPercentValueThatIsTooLargeInPpm) {
+  const cInstrRT730A set;
+  // 1E304 % is 1E308 ppm, the longest that a double holds.
+  EXPECT_EQ(set.SetCalibrationDataFormat(0, 3, 1, "1E304", "%"),
+            "1" + std::string(304, '0') + " %");
+  for (const char* text : {"1.8E304", "1E305", "-1E305"}) {
+    EXPECT_EQ(test::ErrorOf([&] {
+                static_cast<void>(set.SetCalibrationDataFormat(0, 3, 1, text, "%"));
+              }).Kind(),
+              ErrorKind::Type)
+        << text;
+  }
+  EXPECT_EQ(set.SetCalibrationDataFormat(0, 3, 1, "1E305", "ppm"),
+            "1" + std::string(305, '0') + " ppm");
+}
+
 TEST(ResistorSetFormat, RefusesANumberTooLarge) {
   const cInstrRT730A set;
   for (const Rule& rule : kRules) {

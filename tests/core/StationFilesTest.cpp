@@ -522,6 +522,33 @@ TEST_F(StationFiles, ACommaEndsAValue) {
   EXPECT_EQ(Loaded("COMMENT x\r\nCAL DATA own,file\r\n").CalData, "own");
 }
 
+TEST_F(StationFiles, AValueThatWouldBeReadAsAnotherLineBehindItsCommaIsRefused) {
+  tree_.Write(kFile, kOld);
+  for (const char* value :
+       {"a, STATION b", "a,b,\tASSET c", "a,ADDRESS TYPE GPIO", "a, CAL DUE DATE", "a,COMMENT",
+        "a, \"STATION b\"", "a, \"b\", TRACE", "a, \"b", "a,b,\"c, d"}) {
+    for (std::string StationInstrument::*field :
+         {&StationInstrument::Comment, &StationInstrument::Options, &StationInstrument::CalData}) {
+      StationInstrument instrument = Sensor();
+      instrument.*field = value;
+      const Error error = ErrorOf([&] { Save(instrument); });
+      EXPECT_EQ(error.Kind(), ErrorKind::Character) << value;
+      EXPECT_TRUE(Contains(error.what(), value)) << error.what();
+      EXPECT_EQ(tree_.Read(kFile), kOld);
+    }
+  }
+}
+
+TEST_F(StationFiles, AValueMayHoldACommaWithAnyOtherText) {
+  for (const char* value : {"a, b", "a, b \"c\"", "a, \"b, STATION c\" d", "a,", ",",
+                            "a, station b", "a, MODEL b", "a,CAL"}) {
+    StationInstrument instrument = Sensor();
+    instrument.Comment = value;
+    Save(instrument);
+    EXPECT_TRUE(Contains(tree_.Read(kFile), std::string("\r\nCOMMENT ") + value + "\r\n")) << value;
+  }
+}
+
 TEST_F(StationFiles, RunsOfBlanksBecomeOne) {
   EXPECT_EQ(LoadedLine("COMMENT two  blanks").Comment, "two blanks");
   EXPECT_EQ(LoadedLine("  COMMENT   a \t b ").Comment, "a b");

@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <algorithm>
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "FuzzTarget.h"
+#include "MemoryPlatform.h"
+#include "app/Tarvell_MainModule.h"
+#include "caldata/MemoryGrid.h"
+#include "caldata/Models.h"
+
+/// The data file of every model. The first byte of an input chooses the model; the rest is a file
+/// that is loaded, saved, loaded, saved, loaded and saved.
+///
+/// The first and the second saved file are the same for every model, but for the lines of which the
+/// program is known to keep less than their text:
+/// - every model: a comment with a comma (an item ends there), and a date that is not eight digits
+///   (it is taken apart by position);
+/// - power sensors: a row without a factor (the constant behind it moves into its place);
+/// - sets: a value that rounds to zero loses its "-"; a text of six or more characters in per cent
+///   is read as ppm; capacitor set A has no pattern in per cent for a ninth row, whose empty cell
+///   lets the words behind it move up.
+/// The second and the third are the same for every model, but for such a date.
+namespace tarvell::fuzz {
+namespace {
+
+constexpr const char* kPath = "c:\\data\\SN00001";
+constexpr std::size_t kHeaderLines = 6;
+
+std::vector<std::string> LinesOf(const std::string& bytes) {
+  std::vector<std::string> lines;
+  for (std::size_t start = 0; start < bytes.size();) {
+    const std::size_t end = bytes.find("\r\n", start);
+    Require(end != std::string::npos, "a saved file ends with a line end");
+    lines.push_back(bytes.substr(start, end - start));
+    start = end + 2;
+  }
+  return lines;
+}
+
+std::string WithoutBlanks(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  return first == std::string::npos ? std::string()
+                                    : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// The fields of a data line, less its "*".
+std::vector<std::string> FieldsOf(const std::string& line) {
+  std::vector<std::string> fields;
+  std::size_t start = 1;
+  for (std::size_t end = line.find(':'); end != std::string::npos; end = line.find(':', start)) {
+    fields.push_back(WithoutBlanks(line.substr(start, end - start)));
+    start = end + 1;
+  }
+  fields.push_back(WithoutBlanks(line.substr(start)));
+  return fields;
+}
+
+bool IsMinusZero(const std::string& field) {
+  const std::string number = field.substr(0, field.find_first_not_of("-.0123456789"));
+  return number.size() > 1 && number.front() == '-' &&
+         number.find_first_of("123456789") == std::string::npos;
+}
+
+/// The column of a page's relative uncertainty, -1 where it has none.
+int RelativeColumn(const Model& model, int page) {
+  if (model.family == ModelFamily::CapacitorSet) {
+    return 2;
+  }
+  return page == 0 ? 3 : page == 1 ? -1 : 2;
+}
+
+/// Whether the data line of a set is one of which less is kept. `cell` is the relative uncertainty
+/// that it was written from.
+bool LosesText(const std::vector<std::string>& fields, int column, const std::string& cell) {
+  if (std::any_of(fields.begin(), fields.end(), IsMinusZero)) {
+    return true;
+  }
+  if (column < 0 || cell.empty() || cell.back() != '%') {
+    return false;
+  }
+  std::string number = fields.at(static_cast<std::size_t>(column));
+  number = WithoutBlanks(number.substr(0, number.find('%')));
+  return number.empty() || number.size() >= 6;
+}
+
+std::unique_ptr<cifCaldata> Loaded(const Model& model) {
+  std::unique_ptr<cifCaldata> data = model.create();
+  data->LoadCalibrationDataFromFile(kPath);
+  // As the editors do.
+  data->SetModelNumber(std::string(model.code));
+  return data;
+}
+
+/// Puts a text in every empty header line, so that one that never came back would be missed.
+void FillHeader(cifCaldata& data) {
+  if (data.SerialNumber().empty()) {
+    data.SetSerialNumber("3318A12345");
+  }
+  if (data.CalibrationNumber().empty()) {
+    data.SetCalibrationNumber("C-0042");
+  }
+  if (data.Comment().empty()) {
+    data.SetComment("factory");
+  }
+}
+
+std::string Saved(MemoryPlatform& disk, cifCaldata& data) {
+  data.SaveCalibrationDataToFile(kPath);
+  return *disk.Find("data/SN00001");
+}
+
+std::deque<MemoryGrid> GridsOf(const Model& model, const cifCaldata& data) {
+  std::deque<MemoryGrid> grids;
+  const auto pages = static_cast<std::size_t>(data.GetCalPageCount());
+  for (std::size_t page = 0; page < pages; ++page) {
+    grids.emplace_back(static_cast<std::int16_t>(HasPages(model) ? 5 : 2));
+    data.GetCalData(static_cast<std::int16_t>(page), grids.back());
+  }
+  return grids;
+}
+
+/// An editor that shows every page and stores it unchanged changes nothing.
+void CheckEditing(MemoryPlatform& disk, cifCaldata& data, const std::deque<MemoryGrid>& grids,
+                  const std::string& saved) {
+  for (std::size_t page = 0; page < grids.size(); ++page) {
+    const auto number = static_cast<std::int16_t>(page);
+    data.SetCalData(number, grids[page]);
+    data.SetCalPageSerial(number, data.GetCalPageSerial(number));
+  }
+  Require(Saved(disk, data) == saved, "showing and storing every page changes nothing", saved);
+}
+
+/// The header lines of a saved file that must come back.
+void CheckHeader(const std::vector<std::string>& saved, const std::vector<std::string>& again) {
+  for (std::size_t i = 0; i < kHeaderLines; ++i) {
+    const std::string value = saved[i].substr(12);
+    const bool isDate = i == 2 || i == 4;
+    if (isDate ? value.size() == 8 : value.find(',') == std::string::npos) {
+      Require(saved[i] == again[i], "a header line comes back", saved[i] + "\n" + again[i]);
+    }
+  }
+}
+
+void CheckBody(const Model& model, const std::deque<MemoryGrid>& grids,
+               const std::vector<std::string>& first, const std::vector<std::string>& second) {
+  std::size_t page = 0;
+  std::int16_t row = 1;
+  for (std::size_t i = kHeaderLines; i < first.size(); ++i) {
+    bool isKept = true;
+    if (first[i] == "!END") {
+      ++page;
+      row = 1;
+    } else if (first[i][0] == '*') {
+      const std::vector<std::string> fields = FieldsOf(first[i]);
+      if (HasPages(model)) {
+        const int column = RelativeColumn(model, static_cast<int>(page));
+        const std::string cell =
+            column < 0 ? "" : grids.at(page).CellText(row, static_cast<std::int16_t>(column));
+        isKept = !LosesText(fields, column, cell);
+      } else if (model.family == ModelFamily::PowerSensor) {
+        isKept = !fields.at(1).empty();
+      }
+      ++row;
+    }
+    Require(!isKept || first[i] == second[i], "a line comes back", first[i] + "\n" + second[i]);
+  }
+}
+
+/// What the menu shows of the file is what the editor was given.
+void CheckScan(const cifCaldata& data) {
+  Require(ReadCalFileHeaders("c:\\data") == 1, "a saved file is listed");
+  const CalFileInfo& row = gCalFiles.front();
+  Require(row.ModelNumber == data.ModelNumber() && row.SerialNumber == data.SerialNumber() &&
+              row.CalibrationNumber == data.CalibrationNumber(),
+          "the list shows the numbers that were saved");
+}
+
+void Run(Input input) {
+  std::vector<const Model*> models;
+  for (const Model& model : kModels) {
+    if (model.create != nullptr) {
+      models.push_back(&model);
+    }
+  }
+  const Model& model = *models.at(input.Byte() % models.size());
+
+  MemoryPlatform disk;
+  disk.Put("data/SN00001", input.Rest());
+  std::unique_ptr<cifCaldata> data;
+  std::string first;
+  if (!Accepts([&] {
+        data = Loaded(model);
+        FillHeader(*data);
+        first = Saved(disk, *data);
+      })) {
+    return;
+  }
+  const std::deque<MemoryGrid> grids = GridsOf(model, *data);
+  CheckEditing(disk, *data, grids, first);
+  CheckScan(*data);
+
+  const std::string second = Saved(disk, *Loaded(model));
+  const std::string third = Saved(disk, *Loaded(model));
+  const std::vector<std::string> firstLines = LinesOf(first);
+  const std::vector<std::string> secondLines = LinesOf(second);
+  const std::vector<std::string> thirdLines = LinesOf(third);
+  Require(firstLines.size() == secondLines.size(), "every line comes back", first + "\n" + second);
+  CheckHeader(firstLines, secondLines);
+  CheckBody(model, grids, firstLines, secondLines);
+  CheckHeader(secondLines, thirdLines);
+  Require(std::equal(secondLines.begin() + kHeaderLines, secondLines.end(),
+                     thirdLines.begin() + kHeaderLines, thirdLines.end()),
+          "the second and third saved tables are the same", second + "\n" + third);
+}
+
+}  // namespace
+}  // namespace tarvell::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tarvell::fuzz::Run({data, size});
+  return 0;
+}

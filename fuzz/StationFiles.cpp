@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "station/StationFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+#include "FuzzTarget.h"
+#include "MemoryPlatform.h"
+#include "common/FileCharacters.h"
+#include "common/FileNames.h"
+#include "common/Text.h"
+
+/// The files of the stations. The first byte of an input chooses: an instrument file of the bytes
+/// that follow is loaded, saved, loaded and saved, or the lines that follow are the names in the
+/// two INDEX files.
+namespace tarvell::fuzz {
+namespace {
+
+constexpr const char* kStation = "c:\\root\\S1";
+
+std::string Saved(const MemoryPlatform& disk, const StationInstrument& instrument) {
+  StoredFile file;
+  SaveInstrumentFile(kStation, instrument, file);
+  return *disk.Find("root/S1/" + instrument.ModelNumber);
+}
+
+bool IsUsable(const std::string& modelNumber) {
+  return !EqualsIgnoringCase(modelNumber, kIndexName) &&
+         Accepts([&] { CheckFileName(modelNumber, "The name"); });
+}
+
+/// Puts values that come back in the place of those that the file is known not to give back:
+/// - CAL DATA is the last line of a saved file, and that is never interpreted;
+/// - an empty address type means "NONE", a missing due date the 1st of "1" 2000;
+/// - a due date without its month or year is read from the words that are left;
+/// - a comma, which a quoted line may bring in, ends the model number and with it the file's name.
+void Settle(StationInstrument& instrument) {
+  for (std::string* text :
+       {&instrument.ModelNumber, &instrument.AddressType, &instrument.DueMonth}) {
+    std::replace(text->begin(), text->end(), ',', ';');
+  }
+  instrument.CalData.clear();
+  if (instrument.AddressType.empty()) {
+    instrument.AddressType = "NONE";
+  }
+  if (instrument.DueDay.empty() || instrument.DueMonth.empty() || instrument.DueYear.empty()) {
+    instrument.DueDay = "5";
+    instrument.DueMonth = "MAR";
+    instrument.DueYear = "2002";
+  }
+}
+
+using Texts = std::array<std::string*, 11>;
+
+/// The fields that are written as they are.
+Texts TextsOf(StationInstrument& instrument) {
+  return {&instrument.ModelNumber,  &instrument.SerialNumber, &instrument.AddressType,
+          &instrument.Address,      &instrument.Station,      &instrument.Options,
+          &instrument.Availability, &instrument.DueMonth,     &instrument.Asset,
+          &instrument.Trace,        &instrument.Comment};
+}
+
+bool HoldsComma(StationInstrument instrument) {
+  const Texts texts = TextsOf(instrument);
+  return std::any_of(texts.begin(), texts.end(),
+                     [](const std::string* text) { return text->find(',') != std::string::npos; });
+}
+
+/// A saved file less what stands behind the first comma of each line.
+std::string CutAtCommas(const std::string& bytes) {
+  std::string cut;
+  for (std::size_t start = 0; start < bytes.size();) {
+    const std::size_t end = bytes.find("\r\n", start);
+    std::string line = bytes.substr(start, end - start);
+    line.resize(std::min(line.find(','), line.size()));
+    line.resize(line.find_last_not_of(' ') + 1);
+    cut += line + "\n";
+    start = end + 2;
+  }
+  return cut;
+}
+
+void CheckSaving(MemoryPlatform& disk, const StationInstrument& instrument) {
+  std::string first;
+  if (!Accepts([&] { first = Saved(disk, instrument); })) {
+    Require(HoldsComma(instrument), "only what stands behind a comma is refused");
+    return;
+  }
+  StationInstrument again;
+  StoredFile file;
+  Require(LoadInstrumentFile("c:\\root\\S1\\" + instrument.ModelNumber, again, file),
+          "a saved file is loaded");
+  const std::string second = Saved(disk, again);
+  Require(HoldsComma(instrument) ? CutAtCommas(first) == CutAtCommas(second) : first == second,
+          "a saved file is saved again as it was, but for what a comma cuts off",
+          first + "\n" + second);
+}
+
+void CheckInstrument(const std::string& bytes) {
+  MemoryPlatform disk;
+  disk.Put("root/S1/other", bytes);
+  StationInstrument instrument;
+  StoredFile file;
+  bool found = false;
+  if (!Accepts([&] { found = LoadInstrumentFile("c:\\root\\S1\\other", instrument, file); })) {
+    return;
+  }
+  Require(found == !bytes.empty(), "only an empty file gives nothing");
+  static_cast<void>(Accepts([&] { static_cast<void>(HasValidDueDate(instrument)); }));
+
+  if (!IsUsable(instrument.ModelNumber)) {
+    instrument.ModelNumber = "PX12A";
+  }
+  Settle(instrument);
+  CheckSaving(disk, instrument);
+  // Once more with a text in every field, so that one that never came back would be missed.
+  for (std::string* text : TextsOf(instrument)) {
+    *text += text->empty() ? "x" : "";
+  }
+  CheckSaving(disk, instrument);
+}
+
+void CheckIndexes(Input& input) {
+  std::vector<std::string> names;
+  std::string expected;
+  for (std::string line = input.Line(); !line.empty(); line = input.Line()) {
+    names.push_back(DecodeFileText(line));
+    expected += line + "\r\n";
+  }
+  MemoryPlatform disk;
+  disk.MakeFolders("root/S1");
+  WriteStationIndex("c:\\root", names);
+  Require(*disk.Find("root/INDEX") == expected, "the root's INDEX holds a line per station");
+  WriteStationInstrumentIndex(kStation, names);
+  Require(*disk.Find("root/S1/INDEX") == expected + "INDEX\r\n",
+          "a station's INDEX holds a line per instrument, and itself last");
+  Require(ListStations("c:\\root") == std::vector<std::string>{"S1"}, "INDEX is no station");
+  Require(ListInstruments(kStation).empty(), "INDEX is no instrument");
+}
+
+/// The names as the folders hold them.
+void CheckLists(Input& input) {
+  MemoryPlatform disk;
+  disk.MakeFolders("root/S1");
+  std::size_t made = 0;
+  for (std::string line = input.Line(); !line.empty(); line = input.Line()) {
+    made += Accepts([&] { MakeStation("c:\\root", DecodeFileText(line)); }) ? 1U : 0U;
+  }
+  const std::vector<std::string> stations = ListStations("c:\\root");
+  Require(stations.size() == made + 1, "every station that was made is listed");
+  WriteStationIndex("c:\\root", stations);
+  std::string expected;
+  for (const std::string& name : stations) {
+    expected += EncodeFileText(name) + "\r\n";
+  }
+  Require(*disk.Find("root/INDEX") == expected, "INDEX holds the stations that are listed");
+}
+
+void Run(Input input) {
+  switch (input.Byte() % 3) {
+    case 0:
+      CheckInstrument(input.Rest());
+      break;
+    case 1:
+      CheckIndexes(input);
+      break;
+    default:
+      CheckLists(input);
+      break;
+  }
+}
+
+}  // namespace
+}  // namespace tarvell::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tarvell::fuzz::Run({data, size});
+  return 0;
+}
