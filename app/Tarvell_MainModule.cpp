@@ -46,6 +46,11 @@ bool HoldsEntries(const std::string& folder) {
   return any || (code && !MeansMissing(code));
 }
 
+/// A blank, a NUL, or one of BS, TAB, LF, VT, FF and CR.
+bool IsSeparator(char c) {
+  return c == ' ' || c == '\0' || (c >= '\b' && c <= '\r');
+}
+
 bool IsDataFileName(std::string_view name) {
   const std::string_view prefix = name.substr(0, 2);
   return prefix == "SN" || prefix == "Sn" || prefix == "sn";
@@ -223,20 +228,19 @@ std::int16_t FindCalFile(std::string_view serialNumber) {
 }
 
 std::int16_t SplitWords(std::string_view line, std::span<std::string> words) {
-  static constexpr std::string_view kSeparators("\0\t\r\n\b\f\v ", 8);
   for (std::size_t i = 0; i + 1 < words.size(); ++i) {
     words[i].clear();
   }
   std::int16_t count = 0;
-  std::size_t start = line.find_first_not_of(kSeparators);
-  while (start != std::string_view::npos && count < kMostWords) {
-    const std::size_t end = std::min(line.find_first_of(kSeparators, start), line.size());
+  const auto* start = std::find_if_not(line.begin(), line.end(), IsSeparator);
+  while (start != line.end() && count < kMostWords) {
+    const auto* end = std::find_if(start, line.end(), IsSeparator);
     if (static_cast<std::size_t>(count) == words.size()) {
       throw Error(ErrorKind::Index, "A line holds more than " + std::to_string(words.size()) +
                                         " words. Correct the file, then try again.");
     }
-    words[static_cast<std::size_t>(count++)] = line.substr(start, end - start);
-    start = line.find_first_not_of(kSeparators, end);
+    words[static_cast<std::size_t>(count++)].assign(start, end);
+    start = std::find_if_not(end, line.end(), IsSeparator);
   }
   return count;
 }

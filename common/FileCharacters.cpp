@@ -72,6 +72,24 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
   return tooLong ? kNoCharacter : character;
 }
 
+/// How many bytes at the beginning of a text stand for themselves in every encoding.
+std::size_t AsciiLength(std::string_view text) {
+  const auto* end = std::ranges::find_if(
+      text, [](char byte) { return static_cast<unsigned char>(byte) >= kFirstSpecial; });
+  return static_cast<std::size_t>(end - text.begin());
+}
+
+/// Appends a character above ASCII, in UTF-8.
+void AppendCharacter(std::string& target, char32_t character) {
+  if (character < 0x800) {
+    target += static_cast<char>(0xC0U | (character >> 6U));
+  } else {
+    target += static_cast<char>(0xE0U | (character >> 12U));
+    target += static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
+  }
+  target += static_cast<char>(0x80U | (character & 0x3FU));
+}
+
 template <typename Predicate>
 bool AllCharacters(std::string_view text, const Predicate& holds) {
   std::size_t position = 0;
@@ -93,26 +111,22 @@ bool IsFileText(std::string_view text) {
   return AllCharacters(text, IsFileCharacter);
 }
 
-void AppendDecoded(std::string& target, char byte) {
-  const char32_t character = CharacterOf(static_cast<unsigned char>(byte));
-  if (character < 0x80) {
-    target += static_cast<char>(character);
-  } else if (character < 0x800) {
-    target += static_cast<char>(0xC0U | (character >> 6U));
-    target += static_cast<char>(0x80U | (character & 0x3FU));
-  } else {
-    target += static_cast<char>(0xE0U | (character >> 12U));
-    target += static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
-    target += static_cast<char>(0x80U | (character & 0x3FU));
+void AppendDecoded(std::string& target, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t ascii = AsciiLength(bytes);
+    target += bytes.substr(0, ascii);
+    bytes.remove_prefix(ascii);
+    if (!bytes.empty()) {
+      AppendCharacter(target, CharacterOf(static_cast<unsigned char>(bytes.front())));
+      bytes.remove_prefix(1);
+    }
   }
 }
 
 std::string DecodeFileText(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size());
-  for (const char byte : bytes) {
-    AppendDecoded(text, byte);
-  }
+  AppendDecoded(text, bytes);
   return text;
 }
 
@@ -123,7 +137,8 @@ bool IsUtf8(std::string_view text) {
 std::string EncodeFileText(std::string_view text) {
   std::string bytes;
   bytes.reserve(text.size());
-  std::size_t position = 0;
+  std::size_t position = AsciiLength(text);
+  bytes += text.substr(0, position);
   while (position < text.size()) {
     const std::size_t start = position;
     const int byte = ByteOf(NextCharacter(text, position));

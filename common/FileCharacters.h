@@ -17,8 +17,8 @@ namespace tarvell {
 /// Whether a file can hold every character of this UTF-8 text.
 [[nodiscard]] bool IsFileText(std::string_view text);
 
-/// Appends the character that `byte` stands for, in UTF-8.
-void AppendDecoded(std::string& target, char byte);
+/// Appends the characters that the bytes of a file stand for, in UTF-8.
+void AppendDecoded(std::string& target, std::string_view bytes);
 
 /// The bytes of a file's text in UTF-8.
 [[nodiscard]] std::string DecodeFileText(std::string_view bytes);

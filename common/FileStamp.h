@@ -4,6 +4,8 @@
 #ifndef TARVELL_COMMON_FILESTAMP_H
 #define TARVELL_COMMON_FILESTAMP_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -23,8 +25,11 @@ class FileStamp {
   bool operator==(const FileStamp&) const = default;
 
  private:
+  static constexpr std::size_t kChunk = 8;
+
   std::uintmax_t length_ = 0;
-  std::uint64_t checksum_ = 0xCBF29CE484222325U;
+  std::uint64_t checksum_ = 0;           ///< of all whole chunks
+  std::array<char, kChunk> chunk_ = {};  ///< the bytes behind them
 };
 
 /// Takes the stamp of the ordinary file at the native `path`.

@@ -3,6 +3,7 @@
 
 #include "common/ItemReader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "common/Error.h"
@@ -93,7 +94,8 @@ bool ItemReader::Next(std::string& item) {
 void ItemReader::ReadQuoted(std::string& item) {
   Take();
   while (Peek() != kEnd && Peek() != '"') {
-    Append(item, Take());
+    const auto byte = static_cast<char>(Take());
+    Append(item, {&byte, 1});
   }
   while (Peek() != kEnd && !EndsItem(Peek())) {
     Take();
@@ -101,15 +103,17 @@ void ItemReader::ReadQuoted(std::string& item) {
 }
 
 void ItemReader::ReadUnquoted(std::string& item) {
-  std::size_t length = 0;
-  while (Peek() != kEnd && !EndsItem(Peek())) {
-    const int byte = Take();
-    Append(item, byte);
-    if (!IsBlank(byte)) {
-      length = item.size();
-    }
+  bool ended = false;
+  while (!ended && Peek() != kEnd) {
+    // As much at once as is there.
+    const std::string_view ahead(&block_[position_], filled_ - position_);
+    const auto* end = std::find_if(ahead.begin(), ahead.end(), EndsItem);
+    const auto length = static_cast<std::size_t>(end - ahead.begin());
+    ended = length < ahead.size();
+    Append(item, ahead.substr(0, length));
+    Pass(length);
   }
-  item.resize(length);
+  item.resize(item.find_last_not_of(" \t") + 1);
 }
 
 void ItemReader::SkipLineEndOrComma() {
@@ -118,11 +122,11 @@ void ItemReader::SkipLineEndOrComma() {
   }
 }
 
-void ItemReader::Append(std::string& item, int byte) const {
+void ItemReader::Append(std::string& item, std::string_view bytes) const {
   if (encoding_ == TextEncoding::FileCharacters) {
-    AppendDecoded(item, static_cast<char>(byte));
+    AppendDecoded(item, bytes);
   } else {
-    item += static_cast<char>(byte);
+    item += bytes;
   }
 }
 
@@ -133,15 +137,19 @@ int ItemReader::Peek() {
   return position_ == filled_ ? kEnd : static_cast<unsigned char>(block_[position_]);
 }
 
-int ItemReader::Take() {
-  const int byte = Peek();
-  if (byte != kEnd) {
-    ++position_;
-    ++itemBytes_;
-  }
+void ItemReader::Pass(std::size_t count) {
+  position_ += count;
+  itemBytes_ += count;
   if (itemBytes_ > kMostItemBytes && !failure_) {
     failure_ = std::make_error_code(std::errc::value_too_large);
     position_ = filled_;
+  }
+}
+
+int ItemReader::Take() {
+  const int byte = Peek();
+  if (byte != kEnd) {
+    Pass(1);
   }
   // A CR LF counts once, at its LF.
   if (byte == '\n' || (byte == '\r' && Peek() != '\n')) {

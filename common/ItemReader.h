@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -76,7 +77,9 @@ class ItemReader {
 
   [[nodiscard]] int Peek();
   int Take();
-  void Append(std::string& item, int byte) const;
+  /// Moves on by `count` bytes of the block.
+  void Pass(std::size_t count);
+  void Append(std::string& item, std::string_view bytes) const;
   void SkipLineEndOrComma();
   void ReadQuoted(std::string& item);
   void ReadUnquoted(std::string& item);

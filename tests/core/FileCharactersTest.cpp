@@ -57,7 +57,7 @@ TEST(FileCharacters, EveryByteStandsForItsCharacterAndComesBack) {
     EXPECT_EQ(DecodeFileText(one), character);
     EXPECT_EQ(EncodeFileText(character), one);
     std::string appended = "x";
-    AppendDecoded(appended, static_cast<char>(byte));
+    AppendDecoded(appended, one);
     EXPECT_EQ(appended, "x" + character);
     bytes += one;
     characters += character;

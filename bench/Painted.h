@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_BENCH_PAINTED_H
+#define TARVELL_BENCH_PAINTED_H
+
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <utility>
+
+namespace tarvell::bench {
+
+/// Calls `then` once when a window that `isMeant` has been painted with all it holds.
+class Painted : public QObject {
+ public:
+  Painted(std::function<bool(const QWidget&)> isMeant, std::function<void(QWidget&)> then)
+      : isMeant_(std::move(isMeant)), then_(std::move(then)) {
+    qApp->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* widget = event->type() == QEvent::Paint ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (!isDone_ && widget != nullptr && isMeant_(*widget->window())) {
+      isDone_ = true;
+      QWidget* window = widget->window();
+      // What the window holds is painted with it.
+      QTimer::singleShot(0, window, [this, window] { then_(*window); });
+    }
+    return false;
+  }
+
+ private:
+  std::function<bool(const QWidget&)> isMeant_;
+  std::function<void(QWidget&)> then_;
+  bool isDone_ = false;
+};
+
+}  // namespace tarvell::bench
+
+#endif

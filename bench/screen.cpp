@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QApplication>
+
+#include <cstdlib>
+#include <memory>
+
+#include "Painted.h"
+#include "app/Tarvell_MainModule.h"
+#include "app/frmMain.h"
+#include "calscreens/frmCalDataTabInput.h"
+#include "common/DesktopPlatform.h"
+#include "common/Paths.h"
+
+/// The program, with the drives in the folder that the first argument names, up to its painted main
+/// menu, without the splash's wait; with the path of a resistor set's data file as the second one,
+/// up to the editor that shows it. Then it ends without tidying up.
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  tarvell::DesktopPlatform platform;
+  tarvell::SetCurrentPlatform(&platform);
+  tarvell::SetDriveFolder(arguments.value(1).toStdString());
+  tarvell::frmMain mainMenu;
+  const bool isEditor = arguments.size() > 2;
+  const auto editor = isEditor ? std::make_unique<tarvell::frmCalDataTabInput>(&mainMenu) : nullptr;
+  const tarvell::bench::Painted editorPainted(
+      [&](const QWidget& window) { return &window == editor.get(); },
+      [](QWidget&) { std::_Exit(0); });
+  const tarvell::bench::Painted menuPainted(
+      [&](const QWidget& window) { return &window == &mainMenu; },
+      [&](QWidget&) {
+        if (!isEditor) {
+          std::_Exit(0);
+        }
+        tarvell::gCalFiles[0].FilePath = arguments.value(2).toStdString();
+        editor->SetupDat(0, "RT730A");
+      });
+  mainMenu.Form_Load(0);
+  return QApplication::exec();
+}
