@@ -93,6 +93,17 @@ bool IsFileText(std::string_view text) {
   return AllCharacters(text, IsFileCharacter);
 }
 
+std::string_view FirstForeignCharacter(std::string_view text) {
+  std::size_t position = 0;
+  while (position < text.size()) {
+    const std::size_t start = position;
+    if (!IsFileCharacter(NextCharacter(text, position))) {
+      return text.substr(start, position - start);
+    }
+  }
+  return {};
+}
+
 void AppendDecoded(std::string& target, char byte) {
   const char32_t character = CharacterOf(static_cast<unsigned char>(byte));
   if (character < 0x80) {
