@@ -20,7 +20,7 @@ CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(thi
   setModel(model_);
   // Cells are edited in a text box of their own (CellEditor), which knows the models' formats.
   setEditTriggers(QAbstractItemView::NoEditTriggers);
-  setSelectionMode(QAbstractItemView::SingleSelection);
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
   setTabKeyNavigation(false);
   setCornerButtonEnabled(false);
   setWordWrap(false);
@@ -51,12 +51,30 @@ std::int16_t CalGrid::CurrentColumn() const {
 }
 
 void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
-  setCurrentIndex(model_->index(row - 1, column));
+  start_ = model_->index(row - 1, column);
+  // Whatever key is held, this selects no range.
+  selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
 }
 
 void CalGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   ShareWidth();
+}
+
+void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
+  if (!command.testFlag(QItemSelectionModel::Current)) {
+    start_ = QPersistentModelIndex();
+  }
+  if (!start_.isValid()) {
+    QTableView::setSelection(rect, command);
+    return;
+  }
+  // The table itself would begin where the user selected last, before SetCurrentCell.
+  const QModelIndex end = currentIndex();
+  const auto [top, bottom] = std::minmax({start_.row(), end.row()});
+  const auto [left, right] = std::minmax({start_.column(), end.column()});
+  selectionModel()->select(QItemSelection(model_->index(top, left), model_->index(bottom, right)),
+                           command);
 }
 
 void CalGrid::ShareWidth() {

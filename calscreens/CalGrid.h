@@ -4,6 +4,8 @@
 #ifndef TARVELL_CALSCREENS_CALGRID_H
 #define TARVELL_CALSCREENS_CALGRID_H
 
+#include <QItemSelectionModel>
+#include <QPersistentModelIndex>
 #include <QTableView>
 
 #include <cstdint>
@@ -14,7 +16,8 @@
 namespace tarvell {
 
 /// The editors' table. The captions stay in place while it scrolls; the columns keep the shares
-/// of its width that were set for them (equal ones where none were).
+/// of its width that were set for them (equal ones where none were). A rectangle of cells can be
+/// selected.
 class CalGrid final : public QTableView {
   Q_OBJECT
 
@@ -23,6 +26,7 @@ class CalGrid final : public QTableView {
 
   [[nodiscard]] const MemoryGrid& Data() const { return model_->Grid(); }
   [[nodiscard]] GridModel& Model() { return *model_; }
+  [[nodiscard]] const GridModel& Model() const { return *model_; }
 
   /// Lets `fill` change the whole table, which knows its width in twips, and goes to the first
   /// cell that can be edited.
@@ -31,6 +35,7 @@ class CalGrid final : public QTableView {
   /// The current cell's row and column as the grid counts them, 0 when there is no data row.
   [[nodiscard]] std::int16_t CurrentRow() const;
   [[nodiscard]] std::int16_t CurrentColumn() const;
+  /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(std::int16_t row, std::int16_t column);
 
   /// Typing in a column that cannot be edited does nothing: it does not search either.
@@ -38,11 +43,14 @@ class CalGrid final : public QTableView {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
 
  private:
   void ShareWidth();
 
   GridModel* model_;
+  QPersistentModelIndex
+      start_;  ///< where a selection begins since SetCurrentCell, if it still does
 };
 
 }  // namespace tarvell

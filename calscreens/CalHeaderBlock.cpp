@@ -118,6 +118,13 @@ void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
 
 void CalHeaderBlock::LockSerial(bool locked) {
   Lock(ui_->txtSerial, locked);
+  const QString lock =
+      locked ? tr("The serial number is locked: its last five characters name the data file.\n"
+                  "For another serial number, add new data.")
+             : tr("The last five characters of the serial number name the data file.\n"
+                  "It cannot be changed any more when the data have been saved.");
+  ui_->txtSerial->setToolTip(lock + "\n" + ui_->txtCalNo->toolTip());
+  ui_->txtSerial->setAccessibleDescription(ui_->txtSerial->toolTip().replace('\n', ' '));
 }
 
 void CalHeaderBlock::Store(cifCaldata& calData) const {

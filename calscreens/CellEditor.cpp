@@ -7,10 +7,12 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QScrollBar>
 
 #include <algorithm>
 
+#include "calscreens/GridClipboard.h"
 #include "common/Guard.h"
 #include "common/QtText.h"
 
@@ -42,6 +44,9 @@ CellEditor::CellEditor(CalGrid* grid)
   txtCell_->hide();
   txtCellCmb_->setObjectName("txtCellCmb");
   txtCellCmb_->setAccessibleName(tr("Unit of the new value"));
+  txtCellCmb_->setAccessibleDescription(tr(
+      "The unit that the value is stored in. Choosing another one does not convert the number."));
+  txtCellCmb_->setToolTip(txtCellCmb_->accessibleDescription());
   txtCellCmb_->hide();
 
   txtCell_->installEventFilter(this);
@@ -84,6 +89,16 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
+  const bool copies = event.matches(QKeySequence::Copy);
+  if (copies || event.matches(QKeySequence::Paste)) {
+    // Those that the list of units leaves over come here, too.
+    if (!IsOpen() && copies) {
+      CopySelectedCells(*grid_);
+    } else if (!IsOpen()) {
+      PasteIntoCells(*grid_, rules_);
+    }
+    return true;
+  }
   if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
     return false;
   }
@@ -156,13 +171,11 @@ bool CellEditor::UnitKeyPressed(const QKeyEvent& event) {
 
 void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
   txtCellCmb_->clear();
-  const std::vector<std::string> units =
-      rules_.units ? rules_.units(column) : std::vector<std::string>();
+  const std::vector<std::string> units = rules_.UnitsOf(column);
   for (const std::string& choice : units) {
     txtCellCmb_->addItem(ToQt(choice));
   }
-  // A cell without a unit is taken as the first one, ppm, when it is saved.
-  txtCellCmb_->setCurrentIndex(std::max(txtCellCmb_->findText(ToQt(unit)), 0));
+  txtCellCmb_->setCurrentText(ToQt(OwnUnit(units, unit)));
   txtCellCmb_->setVisible(!units.empty());
   untouchedUnit_ = txtCellCmb_->currentText();
 }
@@ -216,7 +229,7 @@ void CellEditor::CommitGuarded() {
         // Back into the box first: the grid getting the focus back would commit again.
         txtCell_->setFocus();
         const QSignalBlocker blocker(grid_->selectionModel());
-        grid_->setCurrentIndex(cell_);
+        grid_->SetCurrentCell(GridRow(cell_), GridColumn(cell_));
         ShowError(grid_->window(), error);
       });
 }
@@ -233,7 +246,7 @@ void CellEditor::ReturnToGrid(int rows) {
   grid_->setFocus();
   const int row = grid_->currentIndex().row() + rows;
   if (!IsOpen() && rows != 0 && row >= 0 && row < grid_->Model().rowCount()) {
-    grid_->setCurrentIndex(grid_->Model().index(row, grid_->currentIndex().column()));
+    grid_->SetCurrentCell(static_cast<std::int16_t>(row + 1), grid_->CurrentColumn());
   }
 }
 

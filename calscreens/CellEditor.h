@@ -10,27 +10,13 @@
 #include <QPersistentModelIndex>
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "calscreens/CalGrid.h"
+#include "calscreens/CellRules.h"
 
 namespace tarvell {
-
-/// How a cell's text becomes the text to edit, and what was typed becomes a cell's text. Rows and
-/// columns are the grid's.
-struct CellRules {
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
-                            std::string& unit)>
-      textToEdit;
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
-                            const std::string& unit)>
-      textToStore;
-  /// The units to choose from in a column, none where there is no choice; may be missing.
-  std::function<std::vector<std::string>(std::int16_t column)> units = nullptr;
-};
 
 /// Edits the cells of a CalGrid in the text box `txtCell`, which lies over the current cell. Where
 /// the unit can be chosen, the list `txtCellCmb` shares the cell with it.
@@ -38,7 +24,8 @@ struct CellRules {
 /// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
 /// edited. Enter, Tab (which goes to the unit first), the Up and Down keys, and every way back to
 /// the grid store the text in the cell; Escape does not. When neither text nor unit was touched,
-/// the cell stays as it was.
+/// the cell stays as it was. Copying and pasting in the grid take the selected cells, and in an
+/// open box its text.
 class CellEditor final : public QObject {
   Q_OBJECT
 

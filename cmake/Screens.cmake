@@ -8,6 +8,7 @@ add_library(tarvell_screens STATIC
   calscreens/CalGrid.cpp calscreens/CalGrid.h
   calscreens/CalHeaderBlock.cpp calscreens/CalHeaderBlock.h calscreens/CalHeaderBlock.ui
   calscreens/CellEditor.cpp calscreens/CellEditor.h
+  calscreens/GridClipboard.cpp
   calscreens/GridModel.cpp calscreens/GridModel.h
   calscreens/frmCalDataInput.cpp calscreens/frmCalDataInput.h calscreens/frmCalDataInput.ui
   calscreens/frmCalDataTabInput.cpp calscreens/frmCalDataTabInput.h

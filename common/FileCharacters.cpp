@@ -90,17 +90,6 @@ void AppendCharacter(std::string& target, char32_t character) {
   target += static_cast<char>(0x80U | (character & 0x3FU));
 }
 
-template <typename Predicate>
-bool AllCharacters(std::string_view text, const Predicate& holds) {
-  std::size_t position = 0;
-  while (position < text.size()) {
-    if (!holds(NextCharacter(text, position))) {
-      return false;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 bool IsFileCharacter(char32_t character) {
@@ -108,7 +97,18 @@ bool IsFileCharacter(char32_t character) {
 }
 
 bool IsFileText(std::string_view text) {
-  return AllCharacters(text, IsFileCharacter);
+  return FirstForeignCharacter(text).empty();
+}
+
+std::string_view FirstForeignCharacter(std::string_view text) {
+  std::size_t position = 0;
+  while (position < text.size()) {
+    const std::size_t start = position;
+    if (!IsFileCharacter(NextCharacter(text, position))) {
+      return text.substr(start, position - start);
+    }
+  }
+  return {};
 }
 
 void AppendDecoded(std::string& target, std::string_view bytes) {
@@ -131,7 +131,13 @@ std::string DecodeFileText(std::string_view bytes) {
 }
 
 bool IsUtf8(std::string_view text) {
-  return AllCharacters(text, [](char32_t character) { return character != kNoCharacter; });
+  std::size_t position = 0;
+  while (position < text.size()) {
+    if (NextCharacter(text, position) == kNoCharacter) {
+      return false;
+    }
+  }
+  return true;
 }
 
 std::string EncodeFileText(std::string_view text) {

@@ -17,6 +17,10 @@ namespace tarvell {
 /// Whether a file can hold every character of this UTF-8 text.
 [[nodiscard]] bool IsFileText(std::string_view text);
 
+/// The first character of a UTF-8 text that a file cannot hold (the bytes there that are no UTF-8
+/// included), "" when it can hold all of them.
+[[nodiscard]] std::string_view FirstForeignCharacter(std::string_view text);
+
 /// Appends the characters that the bytes of a file stand for, in UTF-8.
 void AppendDecoded(std::string& target, std::string_view bytes);
 

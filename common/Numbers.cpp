@@ -150,6 +150,15 @@ bool BeginsWithNumber(std::string_view text) {
   return !NumberScanner(text).Scan().empty();
 }
 
+std::optional<double> WholeNumber(std::string_view text) {
+  NumberScanner scanner(text);
+  const std::string number = scanner.Scan();
+  if (number.empty() || !scanner.AtEnd() || HasBlanksInside(text)) {
+    return std::nullopt;
+  }
+  return ParsedNumber(number);
+}
+
 std::int16_t ToInt16(double value) {
   const double rounded = std::round(value);
   if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
@@ -166,13 +175,12 @@ std::int16_t NumericInt16(std::string_view text) {
 
 std::int16_t IntegerValue(std::string_view text, std::string_view field) {
   const std::string where = std::string(field) + ": ";
-  NumberScanner scanner(text);
-  const std::string number = scanner.Scan();
-  if (number.empty() || !scanner.AtEnd() || HasBlanksInside(text)) {
+  const std::optional<double> number = WholeNumber(text);
+  if (!number) {
     throw Error(ErrorKind::Type,
                 where + "\"" + std::string(text) + "\" is not a number. Enter a whole number.");
   }
-  const double rounded = std::round(ParsedNumber(number));
+  const double rounded = std::round(*number);
   if (rounded < std::numeric_limits<std::int16_t>::min() ||
       rounded > std::numeric_limits<std::int16_t>::max()) {
     throw Error(ErrorKind::Type, where + std::string(Trim(text)) +

@@ -5,6 +5,7 @@
 #define TARVELL_COMMON_NUMBERS_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ namespace tarvell {
 
 /// Whether a text begins with a number, so that NumericValue reads one.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
+
+/// The value of a text that is a number as a whole (blanks around it are allowed), infinite when it
+/// is too large for a double; nothing for any other text.
+[[nodiscard]] std::optional<double> WholeNumber(std::string_view text);
 
 /// `value` rounded half away from zero into 16 bits; throws a Type error outside their range.
 [[nodiscard]] std::int16_t ToInt16(double value);

@@ -151,5 +151,13 @@ TEST(FileCharacters, ANulIsACharacterLikeAnyOther) {
   EXPECT_EQ(EncodeFileText(text), text);
 }
 
+TEST(FirstForeignCharacter, IsTheFirstOneThatAFileCannotHold) {
+  EXPECT_EQ(FirstForeignCharacter("12.5 \u00b5 \u20ac"), "");
+  EXPECT_EQ(FirstForeignCharacter(""), "");
+  EXPECT_EQ(FirstForeignCharacter("\u221212 \u03a9"), "\u2212");
+  EXPECT_EQ(FirstForeignCharacter("12\u03a9"), "\u03a9");
+  EXPECT_EQ(FirstForeignCharacter("ab\xFF"), "\xFF");
+}
+
 }  // namespace
 }  // namespace tarvell

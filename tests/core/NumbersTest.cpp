@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <limits>
 #include <locale>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -193,6 +194,21 @@ TEST(IntegerValue, AnythingElseIsATypeErrorThatNamesTheField) {
     const Error error = ErrorOf([&] { (void)IntegerValue(text, "Calibration year"); });
     EXPECT_EQ(error.Kind(), ErrorKind::Type);
     EXPECT_TRUE(Contains(error.Text(), "Calibration year")) << error.Text();
+  }
+}
+
+TEST(WholeNumber, IsTheValueOfATextThatIsANumberAsAWhole) {
+  EXPECT_EQ(WholeNumber("97.26"), 97.26);
+  EXPECT_EQ(WholeNumber(" -5 "), -5.0);
+  EXPECT_EQ(WholeNumber("5.00E07"), 50000000.0);
+  EXPECT_EQ(WholeNumber(".5"), 0.5);
+  EXPECT_EQ(WholeNumber("0"), 0.0);
+  EXPECT_EQ(WholeNumber("9E999"), std::numeric_limits<double>::infinity());
+}
+
+TEST(WholeNumber, IsNothingForAnyOtherText) {
+  for (const std::string_view text : {"", " ", "abc", "12x", "1,5", "1 2", "1-2", ".", "-", "1E"}) {
+    EXPECT_EQ(WholeNumber(text), std::nullopt) << text;
   }
 }
 

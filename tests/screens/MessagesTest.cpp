@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QClipboard>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -278,6 +279,17 @@ TEST_F(Messages, ANumberThatIsTooLarge) {
     EXPECT_TRUE(box.isVisible());
     EXPECT_EQ(box.text(), "9E999");
     EXPECT_EQ(GridOf(editor).CurrentRow(), 1);
+  });
+}
+
+TEST_F(Messages, WhatCannotBePasted) {
+  ShowFile(file_, [&](frmCalDataInput& editor) {
+    const std::string before = CellOf(GridOf(editor), 1, 1);
+    ClickCell(GridOf(editor), 1, 1);
+    QApplication::clipboard()->setText("12,5");
+    AnswerError({"Nothing was pasted", "Line 1", "\"12,5\" is no number"});
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), before);
   });
 }
 

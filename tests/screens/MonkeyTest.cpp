@@ -100,6 +100,23 @@ const std::array kKnownMessages = {
     "The control character number \\d+ cannot be stored in a data file\\. .*",
     "A line end cannot be stored in a data file\\. .*",
     "The number .* is too large to be calculated with\\. Enter a smaller one\\..*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe column \".+\" cannot be edited\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe table has no current cell\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThere is no text to paste\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nWhat is to be pasted has \\d+ lines, and "
+    "the table has \\d+ rows .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: It has \\d+ columns, and the "
+    "table has \\d+ .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The table has no value in "
+    "this place\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: There is no value\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The character \".+\" in "
+    "\".+\" cannot be stored in a data file\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is no number.*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is too large to be "
+    "calculated with\\. Correct it\\.",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The number .* is too large to "
+    "be calculated with\\. .*",
     "(.+: )?The number .* is outside the range -32768 to 32767\\. Correct it\\..*",
     ".+: \".*\" is not a number\\. Enter a whole number\\.",
     ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "caldata/PastedCells.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "common/Error.h"
+#include "common/FileCharacters.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::size_t kMostQuoted = 40;
+constexpr char kBlank = ' ';
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  std::size_t end = 0;
+  while ((end = text.find(separator)) != std::string_view::npos) {
+    parts.push_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  parts.push_back(text);
+  return parts;
+}
+
+std::vector<std::string_view> LinesOf(std::string_view text) {
+  std::vector<std::string_view> lines = Split(text, '\n');
+  if (lines.back().empty()) {
+    lines.pop_back();
+  }
+  for (std::string_view& line : lines) {
+    if (!line.empty() && line.back() == '\r') {
+      line.remove_suffix(1);
+    }
+  }
+  return lines;
+}
+
+/// A value as a message shows it.
+std::string Quoted(std::string_view value) {
+  std::string shown(FirstCharacters(value, kMostQuoted));
+  std::replace_if(
+      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < kBlank; },
+      kBlank);
+  return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
+}
+
+/// What a cell shows in front of its number and behind it, such as "Ls/" and "nH".
+struct Unit {
+  std::string before;
+  std::string behind;
+};
+
+Unit UnitOf(const std::string& ofOne) {
+  const std::size_t first = ofOne.find_first_of(kDigits);
+  if (first == std::string::npos) {
+    throw Error(ErrorKind::Index,
+                "The table has no value in this place. Begin in another cell, or copy less.");
+  }
+  return {std::string(Trim(ofOne.substr(0, first))),
+          std::string(Trim(ofOne.substr(ofOne.find_last_of(kDigits) + 1)))};
+}
+
+std::string_view WithoutUnit(std::string_view value, const Unit& unit) {
+  value = Trim(value);
+  if (value.starts_with(unit.before)) {
+    value.remove_prefix(unit.before.size());
+  }
+  if (value.ends_with(unit.behind)) {
+    value.remove_suffix(unit.behind.size());
+  }
+  return Trim(value);
+}
+
+std::string NumberIn(std::string_view value, const Unit& unit) {
+  if (Trim(value).empty()) {
+    throw Error(ErrorKind::Type, "There is no value. Fill the gap or copy fewer lines.");
+  }
+  if (const std::string_view character = FirstForeignCharacter(value); !character.empty()) {
+    throw Error(ErrorKind::Character,
+                "The character \"" + std::string(character) + "\" in " + Quoted(value) +
+                    " cannot be stored in a data file. Replace it by another one.");
+  }
+  const std::string_view number = WithoutUnit(value, unit);
+  const std::optional<double> parsed = WholeNumber(number);
+  if (!parsed) {
+    throw Error(ErrorKind::Type,
+                Quoted(value) + " is no number" +
+                    (unit.behind.empty() ? "" : " (in " + unit.behind + ")") +
+                    ". Copy numbers that have a point for their decimals and nothing between "
+                    "their digits.");
+  }
+  if (std::isinf(*parsed)) {
+    throw Error(ErrorKind::Type,
+                Quoted(value) + " is too large to be calculated with. Correct it.");
+  }
+  return std::string(number);
+}
+
+void CheckStart(const CalDataGrid& grid, const PasteStart& start) {
+  if (start.row < 1 || start.row >= grid.RowCount()) {
+    throw Error(ErrorKind::Index, "The table has no current cell. Choose one, then paste again.");
+  }
+  if (start.column < start.firstEditableColumn) {
+    throw Error(ErrorKind::Index, "The column \"" + grid.CellText(0, start.column) +
+                                      "\" cannot be edited. Choose a cell of another column, then "
+                                      "paste again.");
+  }
+}
+
+}  // namespace
+
+std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
+                                    std::string_view text, const StoreNumber& store,
+                                    std::size_t& line) {
+  line = 0;
+  CheckStart(grid, start);
+  const std::vector<std::string_view> lines = LinesOf(text);
+  if (lines.empty()) {
+    throw Error(ErrorKind::Type, "There is no text to paste. Copy numbers, then paste again.");
+  }
+  const auto rowsLeft = static_cast<std::size_t>(grid.RowCount() - start.row);
+  if (lines.size() > rowsLeft) {
+    throw Error(ErrorKind::Index,
+                "What is to be pasted has " + std::to_string(lines.size()) +
+                    " lines, and the table has " + std::to_string(rowsLeft) +
+                    " rows from the chosen one on. Begin in a row above, or copy fewer lines.");
+  }
+  const auto columnsLeft = static_cast<std::size_t>(grid.ColumnCount() - start.column);
+  std::vector<PastedCell> cells;
+  for (const std::string_view values : lines) {
+    const auto row = static_cast<std::int16_t>(start.row + static_cast<std::int16_t>(line++));
+    std::int16_t column = start.column;
+    const std::vector<std::string_view> parts = Split(values, '\t');
+    if (parts.size() > columnsLeft) {
+      throw Error(ErrorKind::Index,
+                  "It has " + std::to_string(parts.size()) + " columns, and the table has " +
+                      std::to_string(columnsLeft) + " from the chosen one on. Copy fewer columns.");
+    }
+    for (const std::string_view value : parts) {
+      const Unit unit = UnitOf(store(column, row, "1"));
+      cells.push_back({row, column, store(column, row, NumberIn(value, unit))});
+      ++column;
+    }
+  }
+  line = 0;
+  return cells;
+}
+
+}  // namespace tarvell

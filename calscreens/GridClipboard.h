@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CALSCREENS_GRIDCLIPBOARD_H
+#define TARVELL_CALSCREENS_GRIDCLIPBOARD_H
+
+#include "calscreens/CalGrid.h"
+#include "calscreens/CellRules.h"
+
+namespace tarvell {
+
+/// Puts the selected cells on the clipboard: columns separated by TAB, rows by line ends. Without
+/// any the clipboard stays as it is.
+void CopySelectedCells(const CalGrid& grid);
+
+/// Stores the numbers on the clipboard in the cells from the selection's first one (the current
+/// cell, unless more are selected) downwards and to the right, each as if it were typed into its
+/// cell, and selects them. When one of them cannot be stored that is told, and no cell changes.
+void PasteIntoCells(CalGrid& grid, const CellRules& rules);
+
+}  // namespace tarvell
+
+#endif
