@@ -18,14 +18,17 @@ namespace {
 using namespace test;  // NOLINT(google-build-using-namespace)
 
 /// Gives a list the keyboard as Tab does, with the entry of this text under it but not selected.
-void PutKeyboardOn(QWidget& screen, const QString& list, const QString& text) {
-  auto& control = Find<QListWidget>(screen, list);
-  const QList<QListWidgetItem*> found = control.findItems(text, Qt::MatchExactly);
+void PutKeyboardOn(QListWidget& list, const QString& text) {
+  const QList<QListWidgetItem*> found = list.findItems(text, Qt::MatchExactly);
   ASSERT_FALSE(found.isEmpty()) << text.toStdString();
-  control.setFocus();
-  control.clearSelection();
-  control.setCurrentItem(found.first(), QItemSelectionModel::NoUpdate);
-  ASSERT_TRUE(control.selectedItems().isEmpty());
+  list.setFocus();
+  list.clearSelection();
+  list.setCurrentItem(found.first(), QItemSelectionModel::NoUpdate);
+  ASSERT_TRUE(list.selectedItems().isEmpty());
+}
+
+void PutKeyboardOn(QWidget& screen, const QString& list, const QString& text) {
+  PutKeyboardOn(Find<QListWidget>(screen, list), text);
 }
 
 // ---- Any list.
@@ -100,7 +103,7 @@ TEST_F(EntryHands, AKeyThatIsHeldActsOnce) {
 }
 
 TEST_F(EntryHands, EnterSelectsTheEntryThatHasTheKeyboardAndDeleteDoesNot) {
-  PutKeyboardOn(list_, "", "two");
+  PutKeyboardOn(list_, "two");
   Press(Qt::Key_Delete);
   Press(Qt::Key_Return);
   EXPECT_EQ(removed_, Texts{""});

@@ -221,10 +221,13 @@ TEST_F(SerialList, TheColoursFollowALightAndADarkScreen) {
   }
 }
 
-TEST_F(SerialList, MarkedEntriesAreAsTallAsOthers) {
+TEST_F(SerialList, AMarkMakesAnEntryHardlyTaller) {
   list_.show();
-  EXPECT_EQ(list_.visualItemRect(&Entry("past")).height(),
-            list_.visualItemRect(&Entry("later")).height());
+  const int marked = list_.visualItemRect(&Entry("past")).height();
+  const int plain = list_.visualItemRect(&Entry("later")).height();
+  EXPECT_GE(marked, plain);
+  // The styles frame an icon by some pixels.
+  EXPECT_LE(marked, plain + 4);
 }
 
 TEST_F(SerialList, AnEntryThatIsNoLongerPastDueLosesItsMark) {
