@@ -4,7 +4,6 @@
 #include "app/Tarvell_MainModule.h"
 
 #include <algorithm>
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -218,6 +217,10 @@ std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
     throw SystemError(code, "list the folder", modelFolder);
   }
   return static_cast<std::int16_t>(count);
+}
+
+std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
+  return ReadHeader(NativePath(path), path);
 }
 
 std::int16_t FindCalFile(std::string_view serialNumber) {

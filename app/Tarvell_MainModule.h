@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -71,6 +72,10 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 std::int16_t ReadCalFileHeaders(
     const std::string& modelFolder,
     const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);
+
+/// Reads the header of the data file at `path` (path text of the program) alone; nothing when the
+/// file is none.
+[[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path);
 
 /// Row of the first of `gCalFiles` with exactly this serial number, kTableRows when there is none.
 [[nodiscard]] std::int16_t FindCalFile(std::string_view serialNumber);

@@ -10,8 +10,10 @@
 #include <QEvent>
 #include <QFile>
 
+#include <optional>
 #include <vector>
 
+#include "app/SerialList.h"
 #include "app/Tarvell_MainModule.h"
 #include "caldata/TestKit.h"
 #include "calscreens/frmCalDataInput.h"
@@ -49,6 +51,10 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
+  OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
+  SetUpSerialList(ui_->lstSerialNumber);
+  OnEntry(ui_->lstSerialNumber,
+          {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmCalibrationMain::btnDelete_Click);
@@ -106,14 +112,7 @@ void frmCalibrationMain::RefreshModelList() {
 }
 
 void frmCalibrationMain::RefreshSerialList() {
-  ui_->lstSerialNumber->clear();
-  const std::string model = SelectedName(ui_->LstInstrment);
-  if (model.empty()) {
-    return;
-  }
-  ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
-    AddName(ui_->lstSerialNumber, row.SerialNumber);
-  });
+  FillSerialList(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment));
 }
 
 void frmCalibrationMain::btnAdd_Click() {
@@ -163,19 +162,29 @@ void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::s
   }
 }
 
-void frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
+bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
   const std::string code(model.code);
   if (HasPages(model)) {
     if (!calDataTabInput_) {
       calDataTabInput_ = std::make_unique<frmCalDataTabInput>(this);
     }
     calDataTabInput_->SetupDat(index, code);
-    return;
+    return calDataTabInput_->result() == QDialog::Accepted;
   }
   if (!calDataInput_) {
     calDataInput_ = std::make_unique<frmCalDataInput>(this);
   }
   calDataInput_->SetupDat(index, code);
+  return calDataInput_->result() == QDialog::Accepted;
+}
+
+void frmCalibrationMain::ShowSavedData(std::int16_t index) {
+  // The list stays as it is: rows and entries belong together until it is read again.
+  const std::string& path = gCalFiles.at(static_cast<std::size_t>(index)).FilePath;
+  const std::optional<CalFileInfo> saved = ReadCalFileHeader(path);
+  if (QListWidgetItem* entry = ui_->lstSerialNumber->item(index); entry != nullptr && saved) {
+    ShowCalFile(entry, *saved);
+  }
 }
 
 bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
@@ -205,7 +214,10 @@ void frmCalibrationMain::EditData() {
   if (model->family == ModelFamily::TestKit) {
     AddData(*model);
   } else if (model->create != nullptr) {
-    OpenEditor(FindCalFile(serial), *model);
+    const std::int16_t index = FindCalFile(serial);
+    if (OpenEditor(index, *model)) {
+      ShowSavedData(index);
+    }
   }
 }
 

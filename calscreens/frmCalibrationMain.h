@@ -56,7 +56,10 @@ class frmCalibrationMain final : public QDialog {
   void AddData(const Model& model);
   /// Lets the user choose a finished file and copies it into the kit's folder.
   void TakeInTestKitFile(const std::string& code, const std::string& folder);
-  void OpenEditor(std::int16_t index, const Model& model);
+  /// Returns whether the data were saved.
+  bool OpenEditor(std::int16_t index, const Model& model);
+  /// Marks the entry of a row of `gCalFiles` by what its file holds now.
+  void ShowSavedData(std::int16_t index);
   void EditData();
   void DeleteData();
 

@@ -2,6 +2,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 
 add_library(tarvell_screens STATIC
+  app/SerialList.cpp
   app/frmMain.cpp app/frmMain.h app/frmMain.ui
   app/frmSplash.cpp app/frmSplash.h app/frmSplash.ui
   calscreens/CalEditor.cpp calscreens/CalEditor.h

@@ -4,9 +4,12 @@
 #include "common/NameList.h"
 
 #include <QByteArray>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTimer>
 
 #include <memory>
+#include <utility>
 
 #include "common/QtText.h"
 
@@ -17,6 +20,57 @@ namespace {
 std::string NameOf(const QListWidgetItem* item) {
   return item->data(Qt::UserRole).toByteArray().toStdString();
 }
+
+class EntryHands : public QObject {
+ public:
+  EntryHands(QListWidget* list, EntryActions actions)
+      : QObject(list), list_(list), actions_(std::move(actions)) {
+    list->installEventFilter(this);
+    list->viewport()->installEventFilter(this);
+    // Not by the "activated" of the toolkit: for it, one click can be enough.
+    connect(list, &QListWidget::itemDoubleClicked, this, [this] { Open(); });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonDblClick) {
+      return static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton;
+    }
+    return event->type() == QEvent::KeyPress && watched == list_ &&
+           Press(*static_cast<QKeyEvent*>(event));
+  }
+
+ private:
+  /// Whether the key is one that acts on an entry.
+  bool Press(const QKeyEvent& key) {
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    const bool isDelete = key.key() == Qt::Key_Delete;
+    const bool acts = (isEnter && actions_.open) || (isDelete && actions_.remove);
+    if (!acts || (key.modifiers() & ~Qt::KeypadModifier) != 0 || list_->currentItem() == nullptr) {
+      return false;
+    }
+    if (!key.isAutoRepeat()) {
+      if (isEnter) {
+        Open();
+      } else {
+        actions_.remove();
+      }
+    }
+    return true;
+  }
+
+  void Open() {
+    if (!actions_.open) {
+      return;
+    }
+    if (list_->selectedItems().isEmpty() && list_->currentItem() != nullptr) {
+      list_->currentItem()->setSelected(true);
+    }
+    actions_.open();
+  }
+
+  QListWidget* list_;
+  EntryActions actions_;
+};
 
 }  // namespace
 
@@ -52,6 +106,10 @@ void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
       chosen();
     }
   });
+}
+
+void OnEntry(QListWidget* list, EntryActions actions) {
+  new EntryHands(list, std::move(actions));  // the list owns it
 }
 
 bool SelectName(QListWidget* list, std::string_view name) {

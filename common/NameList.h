@@ -26,6 +26,17 @@ void AddName(QListWidget* list, const std::string& name);
 /// click always counts. `chosen` must live as long as the list.
 void OnChoice(QListWidget* list, const std::function<void()>& chosen);
 
+/// What the keys and the mouse do with an entry of a list, where given.
+struct EntryActions {
+  std::function<void()> open = nullptr;    ///< by Enter and by a double click
+  std::function<void()> remove = nullptr;  ///< by the Delete key
+};
+
+/// Runs these actions as the user asks for them; a key that is held runs one once. Where nothing is
+/// selected, `open` finds the entry that has the keyboard selected. A key that acts is not pressed
+/// on the screen's default button as well. The actions must live as long as the list.
+void OnEntry(QListWidget* list, EntryActions actions);
+
 /// Selects the first entry of exactly this name; false when there is none.
 bool SelectName(QListWidget* list, std::string_view name);
 

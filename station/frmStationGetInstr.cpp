@@ -5,10 +5,10 @@
 
 #include "ui_frmStationGetInstr.h"
 
+#include "app/SerialList.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
-#include "common/Paths.h"
 #include "common/Questions.h"
 
 namespace tarvell {
@@ -17,6 +17,9 @@ frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
+  OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
+  SetUpSerialList(ui_->lstSerialNumber);
+  OnEntry(ui_->lstSerialNumber, {.open = [this] { btnAdd_Click(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);
 }
@@ -31,16 +34,7 @@ void frmStationGetInstr::ShowModally(const std::vector<std::string>& models) {
 }
 
 void frmStationGetInstr::LstInstrment_Click() {
-  Guarded(this, [this] {
-    ui_->lstSerialNumber->clear();
-    const std::string model = SelectedName(ui_->LstInstrment);
-    if (model.empty()) {
-      return;
-    }
-    ReadCalFileHeaders(Joined(gCalibrationDir, model), [this](const CalFileInfo& row) {
-      AddName(ui_->lstSerialNumber, row.SerialNumber);
-    });
-  });
+  Guarded(this, [this] { FillSerialList(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment)); });
 }
 
 void frmStationGetInstr::btnAdd_Click() {

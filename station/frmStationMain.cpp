@@ -32,6 +32,8 @@ frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
+  OnEntry(ui_->lstStation,
+          {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmStationMain::btnEdit_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationMain::btnDelete_Click);

@@ -78,6 +78,7 @@ frmStationModelList::frmStationModelList(QWidget* parent)
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
   SetUpFields();
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
+  OnEntry(ui_->LstInstrment, {.remove = [this] { btnDelete_Click(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
   // A serial number that is typed is text, not a choice that would replace the other fields.
   disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);

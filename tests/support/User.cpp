@@ -121,6 +121,15 @@ void ClickEntry(QWidget& screen, const QString& list, const QString& text) {
                     control.visualItemRect(found.first()).center());
 }
 
+void DoubleClickEntry(QWidget& screen, const QString& list, const QString& text) {
+  auto& control = Find<QListWidget>(screen, list);
+  ClickEntry(screen, list, text);
+  const QList<QListWidgetItem*> found = control.findItems(text, Qt::MatchExactly);
+  ASSERT_FALSE(found.isEmpty()) << "the click took the entry away";
+  QTest::mouseDClick(control.viewport(), Qt::LeftButton, {},
+                     control.visualItemRect(found.first()).center());
+}
+
 void ClickCell(QTableView& grid, int row, int column) {
   QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, CellCentre(grid, row, column));
 }

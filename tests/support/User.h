@@ -45,8 +45,9 @@ void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void Fill(QWidget& screen, const QString& box, const QString& text);
 /// Chooses an entry of a drop-down list by its keys.
 void Choose(QWidget& screen, const QString& combo, const QString& entry);
-/// Clicks the entry of a list that shows `text`.
+/// Clicks or double-clicks the entry of a list that shows `text`.
 void ClickEntry(QWidget& screen, const QString& list, const QString& text);
+void DoubleClickEntry(QWidget& screen, const QString& list, const QString& text);
 /// Clicks or double-clicks a cell; rows count from 1 below the captions.
 void ClickCell(QTableView& grid, int row, int column);
 void DoubleClickCell(QTableView& grid, int row, int column);

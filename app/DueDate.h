@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_APP_DUEDATE_H
+#define TARVELL_APP_DUEDATE_H
+
+#include <string>
+#include <string_view>
+
+#include "app/Tarvell_MainModule.h"
+#include "common/mTypeDef.h"
+
+/// When the calibration of an instrument is due again, and what the lists tell of its data file.
+namespace tarvell {
+
+/// Days before the due date, that day included, on which an instrument is due soon.
+inline constexpr int kDueSoonDays = 30;
+
+enum class DueState {
+  NoDate,  ///< the file names no day that exists
+  Fine,
+  DueSoon,
+  PastDue
+};
+
+/// How the due date of a data file stands to the existing day `today`. On the due date itself an
+/// instrument is not past due.
+[[nodiscard]] DueState DueStateOf(const CalFileInfo& row, const FileDate& today);
+
+/// "past due", "due within 30 days"; "" for a state that needs no attention.
+[[nodiscard]] std::string_view DueWords(DueState state);
+
+/// The calibration number, both dates and the comment of a data file, a line each; the due date
+/// with the words of its state. What is missing is "(none)", a date that does not exist
+/// "(no such day)".
+[[nodiscard]] std::string CalFileNotes(const CalFileInfo& row, DueState state);
+
+}  // namespace tarvell
+
+#endif
