@@ -23,7 +23,8 @@
 /// - power sensors: a row without a factor (the constant behind it moves into its place);
 /// - sets: a value that rounds to zero loses its "-"; a text of six or more characters in per cent
 ///   is read as ppm; capacitor set A has no pattern in per cent for a ninth row, whose empty cell
-///   lets the words behind it move up.
+///   lets the words behind it move up. A dissipation factor that is too large for an uncertainty
+///   may then keep the file from being read again.
 /// The second and the third are the same for every model, but for such a date.
 namespace tarvell::fuzz {
 namespace {
@@ -86,6 +87,14 @@ bool LosesText(const std::vector<std::string>& fields, int column, const std::st
   std::string number = fields.at(static_cast<std::size_t>(column));
   number = WithoutBlanks(number.substr(0, number.find('%')));
   return number.empty() || number.size() >= 6;
+}
+
+/// Whether a saved file has a row whose empty uncertainty lets the words behind it move up.
+bool HasGap(const Model& model, const std::vector<std::string>& lines) {
+  return model.family == ModelFamily::CapacitorSet &&
+         std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
+           return line[0] == '*' && FieldsOf(line).at(2).empty();
+         });
 }
 
 std::unique_ptr<cifCaldata> Loaded(const Model& model) {
@@ -204,9 +213,12 @@ void Run(Input input) {
   CheckEditing(disk, *data, grids, first);
   CheckScan(*data);
 
+  const std::vector<std::string> firstLines = LinesOf(first);
+  if (HasGap(model, firstLines) && !Accepts([&] { static_cast<void>(Loaded(model)); })) {
+    return;
+  }
   const std::string second = Saved(disk, *Loaded(model));
   const std::string third = Saved(disk, *Loaded(model));
-  const std::vector<std::string> firstLines = LinesOf(first);
   const std::vector<std::string> secondLines = LinesOf(second);
   const std::vector<std::string> thirdLines = LinesOf(third);
   Require(firstLines.size() == secondLines.size(), "every line comes back", first + "\n" + second);
