@@ -35,11 +35,11 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
   return files;
 }
 
-std::vector<Model> EditedModels() {
-  std::vector<Model> models;
+std::vector<std::string> EditedModels() {
+  std::vector<std::string> models;
   for (const Model& model : kModels) {
     if (model.create != nullptr) {
-      models.push_back(model);
+      models.emplace_back(model.code);
     }
   }
   return models;
@@ -65,16 +65,16 @@ std::string RowOf(const cifCaldata& data, std::int16_t page, std::int16_t row) {
 
 }  // namespace
 
-class DataFileExample : public testing::TestWithParam<Model> {
+class DataFileExample : public testing::TestWithParam<std::string> {
  protected:
   TestTree tree_;
 };
 
 TEST_P(DataFileExample, IsReadWithoutNoticeAndWrittenBackByteForByte) {
-  const std::string code(GetParam().code);
+  const std::string& code = GetParam();
   const std::vector<std::filesystem::path> files = FilesIn(Example(code));
   ASSERT_EQ(files.size(), 1U);
-  const std::unique_ptr<cifCaldata> data = GetParam().create();
+  const std::unique_ptr<cifCaldata> data = FindModel(code)->create();
 
   data->LoadCalibrationDataFromFile(files.front().string());
   EXPECT_EQ(data->LoadNotices(), std::vector<std::string>());
@@ -87,7 +87,7 @@ TEST_P(DataFileExample, IsReadWithoutNoticeAndWrittenBackByteForByte) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, DataFileExample, testing::ValuesIn(EditedModels()),
-                         [](const auto& example) { return std::string(example.param.code); });
+                         [](const auto& example) { return example.param; });
 
 TEST(FormatExamples, GiveTheCellsThatThePageTells) {
   EXPECT_EQ(Loaded("PX11A", "SN00417")->Comment(), "Pr\u00FCflabor");
