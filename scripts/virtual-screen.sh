@@ -3,7 +3,7 @@
 #
 # A virtual screen of its own, on which a program is operated by real key presses and its pictures
 # are taken; sourced from the project's root by what does so. `pictures` is the folder for the
-# pictures.
+# pictures; `screen` the size of the screen, WIDTHxHEIGHT.
 #
 # shellcheck shell=bash disable=SC2154
 work=$(mktemp -d)
@@ -47,7 +47,7 @@ taken=()
 
 mkdir -p "$pictures"
 mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 1000x780x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+Xvfb -displayfd 3 -screen 0 "${screen:-1000x780}x24" -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
 pids+=($!)
 read -r number <"$work/display"
 export DISPLAY=:$number XDG_RUNTIME_DIR=$work
