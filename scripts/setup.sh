@@ -52,9 +52,30 @@ make_state_folder() {
   fi
 }
 
+state_namespace() {
+  if [ "$(id -u)" -eq 0 ]; then
+    unshare --mount "$@"
+  else
+    unshare --mount --map-root-user "$@"
+  fi
+}
+
+# Whether the system allows with_own_state.
+has_own_state() { state_namespace true 2>/dev/null; }
+
+# with_own_state TREE COMMAND...: runs the command, which sees the folder TREE, emptied first, in the
+# place of /var/lib/tarvell.
+with_own_state() {
+  rm -rf "$1"
+  mkdir -p "$1/drives/c/windows"
+  # shellcheck disable=SC2016
+  state_namespace bash -c 'mount --bind "$1" /var/lib/tarvell && exec "${@:2}"' own-state "$1" "${@:2}"
+}
+
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
 TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db shellcheck)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
+PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant)
 PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)
