@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "common/BusyPointer.h"
 #include "common/NameList.h"
 #include "common/Paths.h"
 #include "common/QtText.h"
@@ -101,6 +102,7 @@ void FillSerialList(QListWidget* list, const std::string& model, const FileDate&
   if (model.empty()) {
     return;
   }
+  const BusyPointer busy;
   ReadCalFileHeaders(Joined(gCalibrationDir, model), [&](const CalFileInfo& row) {
     AddName(list, row.SerialNumber);
     ShowCalFile(list->item(list->count() - 1), row, today);

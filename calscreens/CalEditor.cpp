@@ -10,6 +10,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CalHeaderBlock.h"
 #include "calscreens/CellEditor.h"
+#include "common/BusyPointer.h"
 #include "common/Error.h"
 #include "common/FileNames.h"
 #include "common/Paths.h"
@@ -58,6 +59,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
 }
 
 void CalEditor::Load(std::int16_t index) {
+  const BusyPointer busy;
   if (index == kNewData) {
     data_->SetInitialDefaultData();
     return;
@@ -113,6 +115,7 @@ void CalEditor::SaveAndClose() {
   header_->Store(*data_);
   StoreTables();
   const std::string folder = Joined(gCalibrationDir, data_->ModelNumber());
+  const BusyPointer busy;
   data_->SaveCalibrationDataToFile(Joined(folder, name));
   accept();
 }

@@ -18,6 +18,7 @@
 #include "caldata/TestKit.h"
 #include "calscreens/frmCalDataInput.h"
 #include "calscreens/frmCalDataTabInput.h"
+#include "common/BusyPointer.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
@@ -105,7 +106,10 @@ void frmCalibrationMain::RefreshModelList() {
   const QSignalBlocker blocker(ui_->LstInstrment);
   ui_->LstInstrment->clear();
   std::vector<std::string> names;
-  Guarded(this, [&] { ListModelFolders(gCalibrationDir, names); });
+  Guarded(this, [&] {
+    const BusyPointer busy;
+    ListModelFolders(gCalibrationDir, names);
+  });
   for (const std::string& name : ModelsWithData(std::move(names))) {
     AddName(ui_->LstInstrment, name);
   }
@@ -158,6 +162,7 @@ void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::s
   dialog.SetCaption("Choice " + ToQt(code) + " Calibration Data File from Folder");
   dialog.SetInitialDirToSpecialFolder(kDesktopFolder);
   if (dialog.ShowOpen()) {
+    const BusyPointer busy;
     CopyTestKitFile(FileNameOf(dialog.FileName()), folder);
   }
 }

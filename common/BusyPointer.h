@@ -8,8 +8,8 @@
 
 namespace tarvell {
 
-/// Shows the busy pointer while it lives: around work on files that a slow share may draw out, and
-/// around that alone, so that no message is shown under it.
+/// Shows the busy pointer while it lives: around work on files, which a slow share may draw out,
+/// and around that alone, so that no message is shown under it.
 class BusyPointer {
  public:
   BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
+#include "common/BusyPointer.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
@@ -54,6 +55,7 @@ void frmStationMain::RefreshStationList() {
 void frmStationMain::ReadStationList() {
   isListed_ = false;
   ShowStations({});
+  const BusyPointer busy;
   ShowStations(ListStations(gStationDir));
   isListed_ = true;
 }
@@ -80,6 +82,7 @@ void frmStationMain::WriteStationIndex() {
       stations.push_back(name);
     }
   }
+  const BusyPointer busy;
   tarvell::WriteStationIndex(gStationDir, stations);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
+#include "common/BusyPointer.h"
 #include "common/CalmWheel.h"
 #include "common/Error.h"
 #include "common/FileTextValidator.h"
@@ -130,6 +131,7 @@ void frmStationModelList::RefreshInstrumentList() {
 void frmStationModelList::ReadInstrumentList() {
   isListed_ = false;
   ShowInstruments({});
+  const BusyPointer busy;
   ShowInstruments(ListInstruments(stationFolder_));
   isListed_ = true;
 }
@@ -153,6 +155,7 @@ void frmStationModelList::WriteStationInstrumentIndex() {
   }
   // The list is disabled while it holds the placeholder alone.
   const bool hasInstruments = ui_->LstInstrment->isEnabled();
+  const BusyPointer busy;
   tarvell::WriteStationInstrumentIndex(
       stationFolder_, hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>());
 }
@@ -161,6 +164,7 @@ std::vector<std::string> frmStationModelList::ReadSerials(const std::string& mod
   std::vector<std::string> serials;
   if (!model.empty()) {
     Guarded(this, [&] {
+      const BusyPointer busy;
       ReadCalFileHeaders(Joined(gCalibrationDir, model),
                          [&](const CalFileInfo& row) { serials.push_back(row.SerialNumber); });
     });
@@ -188,7 +192,11 @@ void frmStationModelList::LstInstrment_Click() {
 
 void frmStationModelList::LoadInstrument(const std::string& name) {
   StationInstrument instrument = Shown();
-  const bool isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
+  bool isEmpty = false;
+  {
+    const BusyPointer busy;
+    isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
+  }
   editingArmed_ = false;
   if (!isEmpty) {
     FillSerialList(ReadSerials(instrument.ModelNumber));
@@ -231,7 +239,10 @@ void frmStationModelList::btnAdd_Click() {
 void frmStationModelList::AddInstrument() {
   std::vector<std::string> models;
   // Where there are too many, those that were found can be chosen.
-  const bool areListed = Guarded(this, [&] { ListModelFolders(gCalibrationDir, models); });
+  const bool areListed = Guarded(this, [&] {
+    const BusyPointer busy;
+    ListModelFolders(gCalibrationDir, models);
+  });
   models = ModelsWithData(std::move(models));
   if (models.empty()) {
     if (!areListed) {
@@ -303,6 +314,7 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
           result = SaveResult::InvalidDate;
           return;
         }
+        const BusyPointer busy;
         SaveInstrumentFile(stationFolder_, instrument, file_);
         ui_->btnSave->setEnabled(false);
         result = SaveResult::Saved;

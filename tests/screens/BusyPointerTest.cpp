@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QGuiApplication>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "calscreens/frmCalibrationMain.h"
+#include "common/LinuxPlatform.h"
+#include "screens/StationFixture.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+/// A slow share: every call takes its time, and looks at the pointer meanwhile.
+class SlowShare : public DesktopPlatform {
+ public:
+  SlowShare() { SetCurrentPlatform(this); }
+  SlowShare(const SlowShare&) = delete;
+  SlowShare& operator=(const SlowShare&) = delete;
+  ~SlowShare() override { SetCurrentPlatform(nullptr); }
+
+  std::error_code Search(const std::string& folder, SearchKind kind,
+                         const std::function<bool(const std::string& name)>& visit) override {
+    Wait();
+    return DesktopPlatform::Search(folder, kind, visit);
+  }
+  std::error_code OpenForReading(const std::string& path,
+                                 std::unique_ptr<InputFile>& file) override {
+    Wait();
+    return DesktopPlatform::OpenForReading(path, file);
+  }
+  std::error_code CreateTemporary(const std::string& folder, std::string& path,
+                                  std::unique_ptr<OutputFile>& file) override {
+    Wait();
+    return DesktopPlatform::CreateTemporary(folder, path, file);
+  }
+
+  int calls = 0;
+  int busyCalls = 0;
+
+ private:
+  void Wait() {
+    ++calls;
+    const QCursor* pointer = QGuiApplication::overrideCursor();
+    busyCalls += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  }
+};
+
+class BusyPointerOnASlowShare : public StationStage {
+ protected:
+  /// Every call since the last look was made under the busy pointer, which is gone now.
+  void ExpectBusy() {
+    EXPECT_GT(share_.calls, 0);
+    EXPECT_EQ(share_.busyCalls, share_.calls);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    share_.calls = 0;
+    share_.busyCalls = 0;
+  }
+
+  SlowShare share_;
+};
+
+TEST_F(BusyPointerOnASlowShare, IsShownWhileTheCalibrationDataAreListed) {
+  for (int i = 0; i < 5; ++i) {
+    WriteCalFile("M" + std::to_string(i), "SN1", {.serial = "1"});
+  }
+  frmCalibrationMain menu(nullptr);
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
+    EXPECT_GE(share_.calls, 6);
+    ExpectBusy();
+    ClickEntry(screen, "LstInstrment", "M3");
+    ExpectBusy();
+    Click(screen, "btnReturn");
+  });
+  menu.ShowModally();
+}
+
+TEST_F(BusyPointerOnASlowShare, IsShownWhileAStationIsListedReadAndWritten) {
+  WriteInstrument();
+  WriteCalFile("PX12A", "SN1", {.serial = "1"});
+  AtStation([&](frmStationModelList& screen) {
+    ExpectBusy();
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    ExpectBusy();
+    Fill(screen, "txtData_11", "typed");
+    Click(screen, "btnSave");
+    ExpectBusy();
+    LeaveUnsaved(screen);
+    ExpectBusy();
+  });
+}
+
+TEST_F(BusyPointerOnASlowShare, IsGoneWhileAMessageIsShown) {
+  gCalibrationDir = R"(c:\calfactors)";
+  tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n");
+  frmCalibrationMain menu(nullptr);
+  SetCurrentQuestions(nullptr);
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
+    user_.At<QMessageBox>([](QMessageBox& box) {
+      EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+      box.accept();
+    });
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Click(screen, "btnReturn");
+  });
+  menu.ShowModally();
+  SetCurrentQuestions(&questions_);
+}
+
+}  // namespace
+}  // namespace tarvell
