@@ -3,9 +3,9 @@
 
 #include <QApplication>
 
-#include <cstdlib>
 #include <memory>
 
+#include "Finish.h"
 #include "Painted.h"
 #include "app/Tarvell_MainModule.h"
 #include "app/frmMain.h"
@@ -27,12 +27,12 @@ int main(int argc, char** argv) {
   const auto editor = isEditor ? std::make_unique<tarvell::frmCalDataTabInput>(&mainMenu) : nullptr;
   const tarvell::bench::Painted editorPainted(
       [&](const QWidget& window) { return &window == editor.get(); },
-      [](QWidget&) { std::_Exit(0); });
+      [](QWidget&) { tarvell::bench::Finish(); });
   const tarvell::bench::Painted menuPainted(
       [&](const QWidget& window) { return &window == &mainMenu; },
       [&](QWidget&) {
         if (!isEditor) {
-          std::_Exit(0);
+          tarvell::bench::Finish();
         }
         tarvell::gCalFiles[0].FilePath = arguments.value(2).toStdString();
         editor->SetupDat(0, "RT730A");
