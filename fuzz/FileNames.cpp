@@ -21,9 +21,10 @@ namespace {
 
 /// Reserved with any extension, in any case; the digits of the last two may be superscripts.
 bool IsDevice(const std::string& name) {
-  static constexpr std::array<std::string_view, 4> kWhole = {"con", "prn", "aux", "nul"};
-  static constexpr std::array<std::string_view, 12> kNumbers = {
-      "1", "2", "3", "4", "5", "6", "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
+  static constexpr std::array<std::string_view, 6> kWhole = {"con", "prn",    "aux",
+                                                             "nul", "conin$", "conout$"};
+  static constexpr std::array<std::string_view, 13> kNumbers = {
+      "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
   std::string base;
   for (const char c : name.substr(0, name.find('.'))) {
     base += c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;

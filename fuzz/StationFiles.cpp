@@ -133,7 +133,14 @@ void CheckIndexes(Input& input) {
   }
   MemoryPlatform disk;
   disk.MakeFolders("root/S1");
-  WriteStationIndex("c:\\root", names);
+  const bool areLines = std::none_of(names.begin(), names.end(), [](const std::string& name) {
+    return name.find_first_of("\r\n") != std::string::npos;
+  });
+  Require(Accepts([&] { WriteStationIndex("c:\\root", names); }) == areLines,
+          "only a name with a line end is refused");
+  if (!areLines) {
+    return;
+  }
   Require(*disk.Find("root/INDEX") == expected, "the root's INDEX holds a line per station");
   WriteStationInstrumentIndex(kStation, names);
   Require(*disk.Find("root/S1/INDEX") == expected + "INDEX\r\n",
