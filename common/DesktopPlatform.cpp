@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <unistd.h>
 
@@ -83,11 +84,13 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   return code;
 }
 
-/// Fills a free place of the trash by `take`, Copy or Move. The toolkit has no such copy, and does
-/// not move what has an odd name or, sometimes, lies on another disk.
+using Take = std::function<std::error_code(const std::filesystem::path& from,
+                                           const std::filesystem::path& to)>;
+
+/// Fills a free place of the trash by `take`. The toolkit has no copy into it, and does not move
+/// what has an odd name or, sometimes, lies on another disk.
 std::error_code FillTrash(const std::filesystem::path& path, const QString& trash,
-                          std::error_code (*take)(const std::filesystem::path& from,
-                                                  const std::filesystem::path& to)) {
+                          const Take& take) {
   const QString name =
       FreeName(trash, QFile::decodeName(QByteArray::fromStdString(path.filename().string())));
   const QString info = trash + "/info/" + name + ".trashinfo";
@@ -137,13 +140,34 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   return LinuxPlatform::Recycle(path);
 }
 
+std::error_code DesktopPlatform::CopyForGood(const std::string& from, const std::string& to) {
+  std::error_code code = Copy(from, to);
+  if (!code) {
+    code = SyncFile(to);
+  }
+  if (!code) {
+    code = SyncFolder(std::filesystem::path(to).parent_path().string());
+  }
+  if (code) {
+    std::error_code ignored;
+    std::filesystem::remove(to, ignored);
+  }
+  return code;
+}
+
 std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
   std::string target;
   if (const std::error_code code = ResolveLinks(path, target)) {
     return code;
   }
   const QString trash = HomeTrash();
-  return trash.isEmpty() ? std::error_code() : FillTrash(target, trash, &Copy);
+  if (trash.isEmpty()) {
+    return {};
+  }
+  return FillTrash(target, trash,
+                   [this](const std::filesystem::path& from, const std::filesystem::path& to) {
+                     return CopyForGood(from, to);
+                   });
 }
 
 }  // namespace tarvell

@@ -127,6 +127,18 @@ class LinuxOutputFile : public OutputFile {
   Descriptor descriptor_;
 };
 
+std::error_code SyncEntry(const std::string& path, int flags) {
+  const Descriptor descriptor(
+      Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags); }));
+  if (descriptor.Number() < 0) {
+    return LastError();
+  }
+  const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
+  // Some file systems of other machines cannot sync a folder, a device or a pipe has nothing to
+  // wait for.
+  return code == std::errc::invalid_argument ? std::error_code() : code;
+}
+
 bool IsTemporary(std::string_view name) {
   return name.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
          name.substr(0, kTemporaryPrefix.size()) == kTemporaryPrefix &&
@@ -225,13 +237,11 @@ std::error_code LinuxPlatform::Replace(const std::string& from, const std::strin
 }
 
 std::error_code LinuxPlatform::SyncFolder(const std::string& folder) {
-  Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (descriptor.Number() < 0) {
-    return LastError();
-  }
-  const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
-  // Some file systems of other machines cannot sync a folder; they have nothing to wait for.
-  return code == std::errc::invalid_argument ? std::error_code() : code;
+  return SyncEntry(folder, O_DIRECTORY);
+}
+
+std::error_code LinuxPlatform::SyncFile(const std::string& path) {
+  return SyncEntry(path, O_NONBLOCK);
 }
 
 std::error_code LinuxPlatform::RemoveFile(const std::string& path) {

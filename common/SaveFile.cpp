@@ -15,6 +15,8 @@ namespace tarvell {
 
 namespace {
 
+using KeepEarlier = std::function<void(const std::string& native)>;
+
 [[nodiscard]] std::error_code WriteAll(OutputFile& file, std::string_view bytes) {
   while (!bytes.empty()) {
     std::size_t count = 0;
@@ -101,7 +103,8 @@ bool AdmitsNoNewFile(std::error_code code) {
          code == std::errc::read_only_file_system;
 }
 
-[[nodiscard]] std::error_code Save(const std::string& path, std::string_view bytes) {
+[[nodiscard]] std::error_code Save(const std::string& path, std::string_view bytes,
+                                   const KeepEarlier& keepEarlier) {
   Platform& platform = CurrentPlatform();
   std::string target;
   EntryFacts facts;
@@ -113,6 +116,9 @@ bool AdmitsNoNewFile(std::error_code code) {
   }
   if (facts.kind == EntryKind::Folder) {
     return std::make_error_code(std::errc::is_a_directory);
+  }
+  if (facts.kind == EntryKind::File && keepEarlier) {
+    keepEarlier(target);
   }
   if (facts.kind == EntryKind::Other || facts.linkCount > 1) {
     return WriteInPlace(path, target, facts.kind, bytes);
@@ -154,8 +160,8 @@ bool AdmitsNoNewFile(std::error_code code) {
 
 }  // namespace
 
-void SaveFile(const std::string& path, std::string_view bytes) {
-  if (const std::error_code code = Save(path, bytes)) {
+void SaveFile(const std::string& path, std::string_view bytes, const KeepEarlier& keepEarlier) {
+  if (const std::error_code code = Save(path, bytes, keepEarlier)) {
     const Error reason = SystemError(code, "save the file", path);
     throw Error(ErrorKind::WriteFailed, reason.Text(), path);
   }

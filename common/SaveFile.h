@@ -4,6 +4,7 @@
 #ifndef TARVELL_COMMON_SAVEFILE_H
 #define TARVELL_COMMON_SAVEFILE_H
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,7 +20,11 @@ namespace tarvell {
 ///
 /// Throws a WriteFailed error when a step failed; the file then holds its earlier content, whole,
 /// or the new one when only the last step, syncing its folder, failed.
-void SaveFile(const std::string& path, std::string_view bytes);
+///
+/// `keepEarlier` is called with the native path of an ordinary file that stands there, links
+/// followed, before anything is written; what it throws ends the save.
+void SaveFile(const std::string& path, std::string_view bytes,
+              const std::function<void(const std::string& native)>& keepEarlier = {});
 
 }  // namespace tarvell
 

@@ -17,12 +17,6 @@ namespace {
   return {ErrorKind::WriteFailed, "Nothing was saved. " + reason.Text(), path};
 }
 
-bool StandsAt(const std::string& native) {
-  EntryFacts facts;
-  // Whatever else stands there has no content to keep; saving tells what is wrong with it.
-  return !CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::File;
-}
-
 }  // namespace
 
 void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
@@ -35,11 +29,8 @@ void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
                       std::string_view bytes) {
   const FileStamp stamp(bytes);
-  const std::string native = NativePath(path);
-  if (StandsAt(native)) {
-    KeepEarlier(path, native, stamp, serialNumber);
-  }
-  SaveFile(path, bytes);
+  SaveFile(path, bytes,
+           [&](const std::string& native) { KeepEarlier(path, native, stamp, serialNumber); });
   WasRead(path, stamp, serialNumber);
 }
 

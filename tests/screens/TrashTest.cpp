@@ -113,6 +113,49 @@ TEST_F(Trash, WhereThereIsNoneNoCopyIsMade) {
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN1", "file"}));
 }
 
+/// The desktop on a disk that refuses to sync `refused`.
+class UnsureDisk : public test::DesktopTestPlatform {
+ public:
+  using DesktopTestPlatform::DesktopTestPlatform;
+
+  [[nodiscard]] std::error_code SyncFile(const std::string& path) override { return Sync(path); }
+  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
+    return Sync(folder);
+  }
+
+  std::string refused;
+  std::vector<std::string> synced;
+
+ private:
+  std::error_code Sync(const std::string& path) {
+    synced.push_back(path);
+    return path == refused ? std::make_error_code(std::errc::io_error) : std::error_code();
+  }
+};
+
+TEST_F(Trash, ACopyIsOnTheDiskWithItsNameBeforeTheFileIsReplaced) {
+  UnsureDisk disk(tree_.ProgramFolder());
+  tree_.Write(R"(c:\a\SNsure)", "earlier");
+  EXPECT_EQ(disk.RecycleCopy(tree_.Native(R"(c:\a\SNsure)").string()), std::error_code());
+  const std::string trash = dataHome_.toStdString() + "/Trash";
+  EXPECT_EQ(disk.synced, (std::vector<std::string>{trash + "/info/", trash + "/files/SNsure",
+                                                   trash + "/files"}));
+}
+
+TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsRefusedAndTakenAway) {
+  UnsureDisk disk(tree_.ProgramFolder());
+  tree_.Write(R"(c:\a\SNunsure)", "earlier");
+  const std::string trash = dataHome_.toStdString() + "/Trash";
+  for (const std::string& refused : {trash + "/files/SNunsure", trash + "/files"}) {
+    disk.refused = refused;
+    EXPECT_EQ(disk.RecycleCopy(tree_.Native(R"(c:\a\SNunsure)").string()),
+              std::make_error_code(std::errc::io_error));
+    EXPECT_FALSE(std::filesystem::exists(trash + "/files/SNunsure"));
+    EXPECT_FALSE(std::filesystem::exists(trash + "/info/SNunsure.trashinfo"));
+    EXPECT_EQ(tree_.Read(R"(c:\a\SNunsure)"), "earlier");
+  }
+}
+
 TEST_F(Trash, AFileOnAnotherDiskIsCopiedIntoIt) {
   // /dev/shm is a file system of its own wherever these tests run.
   const std::string folder = "/dev/shm/tarvell-trash-test";
