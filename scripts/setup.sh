@@ -52,6 +52,21 @@ make_state_folder() {
   fi
 }
 
+# Whether there is a screen to show windows on. A display that is named but not there is none.
+has_display() {
+  local display=${DISPLAY:-} socket
+  if [ -n "${WAYLAND_DISPLAY:-}" ]; then
+    return 0
+  fi
+  if [ -z "$display" ] || [ "${display#:}" = "$display" ]; then
+    [ -n "$display" ]  # on another machine, or none
+    return
+  fi
+  display=${display#:}
+  socket=/tmp/.X11-unix/X${display%%.*}
+  [ -S "$socket" ] || grep -qE " @?$socket\$" /proc/net/unix
+}
+
 state_namespace() {
   if [ "$(id -u)" -eq 0 ]; then
     unshare --mount "$@"
@@ -73,10 +88,10 @@ with_own_state() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core)
-TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db shellcheck)
+TEST_PACKAGES=(libgtest-dev clang-format appstream desktop-file-utils man-db shellcheck xvfb)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
 PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant)
 PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
-BENCH_PACKAGES=(libbenchmark-dev xvfb xauth)
+BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev pkg-config xvfb xauth)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)
