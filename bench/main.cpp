@@ -16,6 +16,7 @@ void AddTreeRows();
 void AddFileRows();
 void AddCellRows();
 void AddStartRows(const std::string& drives);
+void AddWindowRows();
 void AddEditorRows();
 void AddGrowthRows();
 
@@ -34,6 +35,7 @@ int main(int argc, char** argv) {
   tarvell::bench::AddFileRows();
   tarvell::bench::AddCellRows();
   tarvell::bench::AddStartRows(workplace.Drives().string());
+  tarvell::bench::AddWindowRows();
   tarvell::bench::AddEditorRows();
   tarvell::bench::AddGrowthRows();
   tarvell::bench::RatioReporter reporter;
