@@ -11,10 +11,10 @@
 #include <QStandardPaths>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <unistd.h>
 
+#include "common/ReadFile.h"
 #include "common/SaveFile.h"
 
 namespace tarvell {
@@ -84,24 +84,48 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   return code;
 }
 
-using Take = std::function<std::error_code(const std::filesystem::path& from,
-                                           const std::filesystem::path& to)>;
+/// Copies a file that is replaced as soon as this returns: the copy is on the disk by then.
+std::error_code CopyForGood(const std::filesystem::path& from, const std::filesystem::path& to) {
+  std::string bytes;
+  std::error_code code = ReadNativeFile(from.string(), bytes);
+  if (!code) {
+    code = SaveNativeFile(to.string(), bytes);
+  }
+  if (!code) {
+    const std::filesystem::perms mode = std::filesystem::status(from, code).permissions();
+    if (!code) {
+      std::filesystem::permissions(to, mode, code);
+    }
+  }
+  if (code) {
+    std::error_code ignored;
+    std::filesystem::remove(to, ignored);
+  }
+  return code;
+}
 
 /// Fills a free place of the trash by `take`. The toolkit has no copy into it, and does not move
 /// what has an odd name or, sometimes, lies on another disk.
 std::error_code FillTrash(const std::filesystem::path& path, const QString& trash,
-                          const Take& take) {
+                          std::error_code (*take)(const std::filesystem::path& from,
+                                                  const std::filesystem::path& to)) {
   const QString name =
       FreeName(trash, QFile::decodeName(QByteArray::fromStdString(path.filename().string())));
   const QString info = trash + "/info/" + name + ".trashinfo";
-  const QByteArray origin =
-      QByteArray::fromStdString(std::filesystem::absolute(path).lexically_normal().string());
-  SaveFile(QFile::encodeName(info).toStdString(),
-           ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") +
-            "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
-               .toStdString());
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(path, code);
+  if (code) {
+    return code;
+  }
+  const QByteArray origin = QByteArray::fromStdString(whole.lexically_normal().string());
+  code = SaveNativeFile(QFile::encodeName(info).toStdString(),
+                        ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") + "\nDeletionDate=" +
+                         QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
+                            .toStdString());
   const std::filesystem::path kept = QFile::encodeName(trash + "/files/" + name).toStdString();
-  const std::error_code code = take(path, kept);
+  if (!code) {
+    code = take(path, kept);
+  }
   std::error_code ignored;
   if (code && !std::filesystem::exists(kept, ignored)) {
     QFile::remove(info);
@@ -111,7 +135,9 @@ std::error_code FillTrash(const std::filesystem::path& path, const QString& tras
 
 /// Whether the folder that holds `path` lets an entry be taken out.
 bool CanTakeFrom(const std::filesystem::path& path) {
-  return ::access(std::filesystem::absolute(path).parent_path().c_str(), W_OK) == 0;
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(path, code);
+  return !code && ::access(whole.parent_path().c_str(), W_OK) == 0;
 }
 
 }  // namespace
@@ -140,21 +166,6 @@ std::error_code DesktopPlatform::Recycle(const std::string& path) {
   return LinuxPlatform::Recycle(path);
 }
 
-std::error_code DesktopPlatform::CopyForGood(const std::string& from, const std::string& to) {
-  std::error_code code = Copy(from, to);
-  if (!code) {
-    code = SyncFile(to);
-  }
-  if (!code) {
-    code = SyncFolder(std::filesystem::path(to).parent_path().string());
-  }
-  if (code) {
-    std::error_code ignored;
-    std::filesystem::remove(to, ignored);
-  }
-  return code;
-}
-
 std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
   std::string target;
   if (const std::error_code code = ResolveLinks(path, target)) {
@@ -164,10 +175,7 @@ std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
   if (trash.isEmpty()) {
     return {};
   }
-  return FillTrash(target, trash,
-                   [this](const std::filesystem::path& from, const std::filesystem::path& to) {
-                     return CopyForGood(from, to);
-                   });
+  return FillTrash(target, trash, &CopyForGood);
 }
 
 }  // namespace tarvell

@@ -15,10 +15,6 @@ class DesktopPlatform : public LinuxPlatform {
  public:
   [[nodiscard]] std::error_code Recycle(const std::string& path) override;
   [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override;
-
- private:
-  /// Copies one file whose original may be replaced as soon as this returns.
-  [[nodiscard]] std::error_code CopyForGood(const std::string& from, const std::string& to);
 };
 
 }  // namespace tarvell

@@ -23,6 +23,7 @@ namespace {
 constexpr std::string_view kTemporaryPrefix = ".tarvell-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr int kMostLinks = 40;
+constexpr auto kSameOwner = static_cast<uid_t>(-1);
 
 std::error_code LastError() {
   return {errno, std::generic_category()};
@@ -108,8 +109,13 @@ class LinuxOutputFile : public OutputFile {
 
   std::error_code TakeAttributesOf(const std::string& path) override {
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0 ||
-        ::fchown(descriptor_.Number(), status.st_uid, status.st_gid) != 0) {
+    if (::stat(path.c_str(), &status) != 0) {
+      return LastError();
+    }
+    // Another operator's file can keep its group alone. Who may not write it must not replace it.
+    if (::fchown(descriptor_.Number(), status.st_uid, status.st_gid) != 0 &&
+        (errno != EPERM || ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 ||
+         ::fchown(descriptor_.Number(), kSameOwner, status.st_gid) != 0)) {
       return LastError();
     }
     return ResultOf(::fchmod(descriptor_.Number(), status.st_mode & 07777U));
@@ -126,18 +132,6 @@ class LinuxOutputFile : public OutputFile {
  private:
   Descriptor descriptor_;
 };
-
-std::error_code SyncEntry(const std::string& path, int flags) {
-  const Descriptor descriptor(
-      Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags); }));
-  if (descriptor.Number() < 0) {
-    return LastError();
-  }
-  const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
-  // Some file systems of other machines cannot sync a folder, a device or a pipe has nothing to
-  // wait for.
-  return code == std::errc::invalid_argument ? std::error_code() : code;
-}
 
 bool IsTemporary(std::string_view name) {
   return name.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
@@ -237,11 +231,13 @@ std::error_code LinuxPlatform::Replace(const std::string& from, const std::strin
 }
 
 std::error_code LinuxPlatform::SyncFolder(const std::string& folder) {
-  return SyncEntry(folder, O_DIRECTORY);
-}
-
-std::error_code LinuxPlatform::SyncFile(const std::string& path) {
-  return SyncEntry(path, O_NONBLOCK);
+  Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.Number() < 0) {
+    return LastError();
+  }
+  const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
+  // Some file systems of other machines cannot sync a folder; they have nothing to wait for.
+  return code == std::errc::invalid_argument ? std::error_code() : code;
 }
 
 std::error_code LinuxPlatform::RemoveFile(const std::string& path) {

@@ -39,10 +39,6 @@ class LinuxPlatform : public Platform {
   [[nodiscard]] std::string DriveFolder() override;
   [[nodiscard]] std::string WindowsDirectory() override;
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
-
- protected:
-  /// Returns when the content of a file, which need not be writable, is on the disk.
-  [[nodiscard]] virtual std::error_code SyncFile(const std::string& path);
 };
 
 }  // namespace tarvell

@@ -42,7 +42,8 @@ class OutputFile {
   [[nodiscard]] virtual std::error_code CutHere() = 0;
   /// Length of the file in bytes; that of a device is 0.
   [[nodiscard]] virtual std::error_code Length(std::uintmax_t& length) = 0;
-  /// Gives the file the mode, owner and group of the file at `path`.
+  /// Gives the file the mode and group of the file at `path`, and its owner where the system
+  /// permits that. Refuses what the user may not write, or cannot give the group of.
   [[nodiscard]] virtual std::error_code TakeAttributesOf(const std::string& path) = 0;
   /// Returns when the content is on the disk.
   [[nodiscard]] virtual std::error_code Sync() = 0;

@@ -15,8 +15,6 @@ namespace tarvell {
 
 namespace {
 
-using KeepEarlier = std::function<void(const std::string& native)>;
-
 [[nodiscard]] std::error_code WriteAll(OutputFile& file, std::string_view bytes) {
   while (!bytes.empty()) {
     std::size_t count = 0;
@@ -76,8 +74,8 @@ using KeepEarlier = std::function<void(const std::string& native)>;
 }
 
 /// For the targets that nothing can replace.
-[[nodiscard]] std::error_code WriteInPlace(const std::string& path, const std::string& target,
-                                           EntryKind kind, std::string_view bytes) {
+[[nodiscard]] std::error_code WriteInPlace(const std::string& target, EntryKind kind,
+                                           std::string_view bytes) {
   bool touched = false;
   if (kind != EntryKind::File) {
     return OverwriteInPlace(target, kind, bytes, touched);
@@ -92,7 +90,7 @@ using KeepEarlier = std::function<void(const std::string& native)>;
                 "Saving failed (" + code.message() +
                     "), and the earlier content could not be put back. Keep this screen open, "
                     "see to the disk and save again.",
-                path);
+                PathText(target));
   }
   return code;
 }
@@ -103,12 +101,14 @@ bool AdmitsNoNewFile(std::error_code code) {
          code == std::errc::read_only_file_system;
 }
 
-[[nodiscard]] std::error_code Save(const std::string& path, std::string_view bytes,
-                                   const KeepEarlier& keepEarlier) {
+}  // namespace
+
+std::error_code SaveNativeFile(const std::string& native, std::string_view bytes,
+                               const KeepEarlier& keepEarlier) {
   Platform& platform = CurrentPlatform();
   std::string target;
   EntryFacts facts;
-  if (const std::error_code code = platform.ResolveLinks(NativePath(path), target)) {
+  if (const std::error_code code = platform.ResolveLinks(native, target)) {
     return code;
   }
   if (const std::error_code code = platform.Facts(target, facts)) {
@@ -121,47 +121,41 @@ bool AdmitsNoNewFile(std::error_code code) {
     keepEarlier(target);
   }
   if (facts.kind == EntryKind::Other || facts.linkCount > 1) {
-    return WriteInPlace(path, target, facts.kind, bytes);
+    return WriteInPlace(target, facts.kind, bytes);
   }
 
-  const std::string folder = target.substr(0, target.find_last_of('/') + 1);
+  const std::size_t slash = target.find_last_of('/');
+  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+  const bool replaces = facts.kind == EntryKind::File;
   std::string temporary;
   std::unique_ptr<OutputFile> file;
-  std::error_code code = platform.CreateTemporary(folder.empty() ? "." : folder, temporary, file);
-  if (!code && facts.kind == EntryKind::File) {
+  std::error_code code = platform.CreateTemporary(folder, temporary, file);
+  const bool created = !code;
+  if (!code && replaces) {
     code = file->TakeAttributesOf(target);
   }
-  if (AdmitsNoNewFile(code) && facts.kind == EntryKind::File) {
-    if (file) {
-      file.reset();
-      if (const std::error_code removed = platform.RemoveFile(temporary)) {
-        return removed;
-      }
-    }
-    return WriteInPlace(path, target, facts.kind, bytes);
-  }
-  if (!file) {
-    return code;
-  }
+  bool refused = AdmitsNoNewFile(code);
   if (!code) {
     code = Fill(*file, bytes);
   }
   if (!code) {
     code = platform.Replace(temporary, target);
+    refused = AdmitsNoNewFile(code);
   }
-  if (code) {
-    file.reset();
+  if (!code) {
+    return platform.SyncFolder(folder);
+  }
+  file.reset();
+  const std::error_code removed = created ? platform.RemoveFile(temporary) : std::error_code();
+  if (!refused || !replaces) {
     // The failure that is told is the one that came first.
-    static_cast<void>(platform.RemoveFile(temporary));
     return code;
   }
-  return platform.SyncFolder(folder.empty() ? "." : folder);
+  return removed ? removed : WriteInPlace(target, facts.kind, bytes);
 }
 
-}  // namespace
-
 void SaveFile(const std::string& path, std::string_view bytes, const KeepEarlier& keepEarlier) {
-  if (const std::error_code code = Save(path, bytes, keepEarlier)) {
+  if (const std::error_code code = SaveNativeFile(NativePath(path), bytes, keepEarlier)) {
     const Error reason = SystemError(code, "save the file", path);
     throw Error(ErrorKind::WriteFailed, reason.Text(), path);
   }

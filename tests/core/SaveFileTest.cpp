@@ -39,6 +39,7 @@
 namespace tarvell {
 namespace {
 
+using test::Contains;
 using test::ErrorOf;
 using test::FaultPlatform;
 using test::FileSizeLimit;
@@ -177,6 +178,60 @@ TEST(SaveFile, AReadOnlyFileIsReplacedAndStaysReadOnly) {
   SaveFile(kFile, kNew);
   EXPECT_EQ(tree.Read(kFile), kNew);
   EXPECT_EQ(StatOf(native).st_mode & 07777, mode_t{0444});
+}
+
+/// Makes the file another user's, of the test's own group; who is not root owns it as before.
+void GiveAway(const fs::path& file) {
+  const uid_t user = ::geteuid();
+  if (::getuid() == 0) {
+    EXPECT_EQ(::seteuid(0), 0);
+    EXPECT_EQ(::chown(file.c_str(), 1234, ::getegid()), 0);
+    EXPECT_EQ(::seteuid(user), 0);
+  }
+}
+
+TEST(SaveFile, AnotherOperatorsFileIsReplacedInOneStepAndKeepsItsGroupAndMode) {
+  const TestTree tree;
+  tree.Write(kFile, kOld);
+  const fs::path native = tree.Native(kFile);
+  ASSERT_EQ(::chmod(native.c_str(), 0664), 0);
+  const OrdinaryUser user(tree.Root());
+  GiveAway(native);
+  const struct stat before = StatOf(native);
+  SaveFile(kFile, kNew);
+  const struct stat after = StatOf(native);
+  EXPECT_EQ(tree.Read(kFile), kNew);
+  EXPECT_NE(after.st_ino, before.st_ino);
+  EXPECT_EQ(after.st_mode & 07777, mode_t{0664});
+  EXPECT_EQ(after.st_gid, before.st_gid);
+  EXPECT_EQ(tree.Names(kFolder), Names{"SN1"});
+}
+
+TEST(SaveFile, AnotherOperatorsFileThatMayNotBeWrittenIsRefused) {
+  const TestTree tree;
+  tree.Write(kFile, kOld);
+  const fs::path native = tree.Native(kFile);
+  ASSERT_EQ(::chmod(native.c_str(), 0644), 0);
+  const OrdinaryUser user(tree.Root());
+  GiveAway(native);
+  if (StatOf(native).st_uid == ::geteuid()) {
+    SaveFile(kFile, kNew);  // nobody could give it away: it is the test's own
+    EXPECT_EQ(tree.Read(kFile), kNew);
+    return;
+  }
+  EXPECT_TRUE(Contains(ErrorOf([] { SaveFile(kFile, kNew); }).Text(),
+                       "Cannot save the file: you have no permission to do so."));
+  EXPECT_EQ(tree.Read(kFile), kOld);
+  EXPECT_EQ(tree.Names(kFolder), Names{"SN1"});
+}
+
+TEST(SaveFile, ExactlyTheFileOfANativePathIsWrittenWhateverDiffersFromItInCase) {
+  const TestTree tree;
+  tree.Write("c:\\folder\\px12a", kOld);
+  const std::string native = (tree.Native("c:\\folder") / "PX12A").string();
+  EXPECT_EQ(SaveNativeFile(native, kNew), std::error_code());
+  EXPECT_EQ(tree.Read("c:\\folder\\px12a"), kOld);
+  EXPECT_EQ(test::ReadNative(native), kNew);
 }
 
 // ---- Links.
@@ -501,10 +556,21 @@ TEST_F(SaveFileFaults, WhereTheFolderTakesNoNewFileTheOldOneIsWrittenInPlace) {
   }
 }
 
-TEST_F(SaveFileFaults, AnOwnerThatCannotBeKeptIsKeptByWritingInPlace) {
+TEST_F(SaveFileFaults, AGroupThatCannotBeKeptIsKeptByWritingInPlace) {
   tree.Write(kFile, kOld);
   const ino_t before = StatOf(tree.Native(kFile)).st_ino;
   Set(Step::Attributes, std::errc::operation_not_permitted);
+  SaveFile(kFile, kNew);
+  EXPECT_EQ(platform.faults, 1);
+  EXPECT_EQ(tree.Read(kFile), kNew);
+  EXPECT_EQ(StatOf(tree.Native(kFile)).st_ino, before);
+  EXPECT_EQ(tree.Names(kFolder), Names{"SN1"});
+}
+
+TEST_F(SaveFileFaults, AFileThatItsFolderLetsNobodyElseReplaceIsWrittenInPlace) {
+  tree.Write(kFile, kOld);
+  const ino_t before = StatOf(tree.Native(kFile)).st_ino;
+  Set(Step::Replace, std::errc::operation_not_permitted);
   SaveFile(kFile, kNew);
   EXPECT_EQ(platform.faults, 1);
   EXPECT_EQ(tree.Read(kFile), kNew);

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -105,6 +107,23 @@ TEST_F(Trash, ACopyCanBeRestoredToWhereTheFileStands) {
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN copy", "link"}));
 }
 
+TEST_F(Trash, ANameThatAnotherHasInOtherCaseGoesBackToItsOwnPlace) {
+  tree_.Write(R"(c:\lower\snorder)", "lower");
+  tree_.Write(R"(c:\upper\SNORDER)", "upper");
+  const std::string lower = tree_.Native(R"(c:\lower\snorder)").string();
+  const std::string upper = tree_.Native(R"(c:\upper\SNORDER)").string();
+  EXPECT_EQ(platform_.RecycleCopy(lower), std::error_code());
+  EXPECT_EQ(platform_.RecycleCopy(upper), std::error_code());
+  const std::string trash = dataHome_.toStdString() + "/Trash";
+  for (const auto& [name, path] : {std::pair("snorder", lower), std::pair("SNORDER", upper)}) {
+    EXPECT_NE(
+        test::ReadNative(trash + "/info/" + name + ".trashinfo").find("\nPath=" + path + "\n"),
+        std::string::npos);
+  }
+  EXPECT_EQ(test::ReadNative(trash + "/files/snorder"), "lower");
+  EXPECT_EQ(test::ReadNative(trash + "/files/SNORDER"), "upper");
+}
+
 TEST_F(Trash, WhereThereIsNoneNoCopyIsMade) {
   tree_.Write(R"(c:\a\SN1)", "one");
   tree_.Write(R"(c:\a\file)", "no folder");
@@ -113,47 +132,51 @@ TEST_F(Trash, WhereThereIsNoneNoCopyIsMade) {
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN1", "file"}));
 }
 
-/// The desktop on a disk that refuses to sync `refused`.
-class UnsureDisk : public test::DesktopTestPlatform {
+/// The desktop with one folder that takes no new file, and one that cannot be synced.
+class FullTrash : public test::DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code SyncFile(const std::string& path) override { return Sync(path); }
+  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+                                                std::unique_ptr<OutputFile>& file) override {
+    return folder == full ? std::make_error_code(std::errc::no_space_on_device)
+                          : DesktopTestPlatform::CreateTemporary(folder, path, file);
+  }
   [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
-    return Sync(folder);
+    return folder == unsure ? std::make_error_code(std::errc::io_error)
+                            : DesktopTestPlatform::SyncFolder(folder);
   }
 
-  std::string refused;
-  std::vector<std::string> synced;
-
- private:
-  std::error_code Sync(const std::string& path) {
-    synced.push_back(path);
-    return path == refused ? std::make_error_code(std::errc::io_error) : std::error_code();
-  }
+  std::string full;
+  std::string unsure;
 };
 
-TEST_F(Trash, ACopyIsOnTheDiskWithItsNameBeforeTheFileIsReplaced) {
-  UnsureDisk disk(tree_.ProgramFolder());
-  tree_.Write(R"(c:\a\SNsure)", "earlier");
-  EXPECT_EQ(disk.RecycleCopy(tree_.Native(R"(c:\a\SNsure)").string()), std::error_code());
+TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsRefusedWithItsReasonAndTakenAway) {
+  FullTrash desktop(tree_.ProgramFolder());
+  tree_.Write(R"(c:\a\SNfull)", "earlier");
+  const std::string native = tree_.Native(R"(c:\a\SNfull)").string();
   const std::string trash = dataHome_.toStdString() + "/Trash";
-  EXPECT_EQ(disk.synced, (std::vector<std::string>{trash + "/info/", trash + "/files/SNsure",
-                                                   trash + "/files"}));
+  for (const std::string& half : {trash + "/info/", trash + "/files/"}) {
+    desktop.full = half;
+    desktop.unsure.clear();
+    EXPECT_EQ(desktop.RecycleCopy(native), std::errc::no_space_on_device);
+    desktop.full.clear();
+    desktop.unsure = half;
+    EXPECT_EQ(desktop.RecycleCopy(native), std::errc::io_error);
+    EXPECT_FALSE(std::filesystem::exists(trash + "/files/SNfull"));
+    EXPECT_FALSE(std::filesystem::exists(trash + "/info/SNfull.trashinfo"));
+    EXPECT_EQ(tree_.Read(R"(c:\a\SNfull)"), "earlier");
+  }
 }
 
-TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsRefusedAndTakenAway) {
-  UnsureDisk disk(tree_.ProgramFolder());
-  tree_.Write(R"(c:\a\SNunsure)", "earlier");
-  const std::string trash = dataHome_.toStdString() + "/Trash";
-  for (const std::string& refused : {trash + "/files/SNunsure", trash + "/files"}) {
-    disk.refused = refused;
-    EXPECT_EQ(disk.RecycleCopy(tree_.Native(R"(c:\a\SNunsure)").string()),
-              std::make_error_code(std::errc::io_error));
-    EXPECT_FALSE(std::filesystem::exists(trash + "/files/SNunsure"));
-    EXPECT_FALSE(std::filesystem::exists(trash + "/info/SNunsure.trashinfo"));
-    EXPECT_EQ(tree_.Read(R"(c:\a\SNunsure)"), "earlier");
-  }
+TEST_F(Trash, ACopyIsAsClosedToOthersAsTheFile) {
+  tree_.Write(R"(c:\a\SNclosed)", "earlier");
+  const std::filesystem::path native = tree_.Native(R"(c:\a\SNclosed)");
+  std::filesystem::permissions(native, std::filesystem::perms(0640));
+  EXPECT_EQ(platform_.RecycleCopy(native.string()), std::error_code());
+  EXPECT_EQ(
+      std::filesystem::status(dataHome_.toStdString() + "/Trash/files/SNclosed").permissions(),
+      std::filesystem::perms(0640));
 }
 
 TEST_F(Trash, AFileOnAnotherDiskIsCopiedIntoIt) {

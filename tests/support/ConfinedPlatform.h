@@ -65,6 +65,9 @@ class ConfinedPlatform final : public DesktopTestPlatform {
   [[nodiscard]] std::error_code Recycle(const std::string& path) override {
     return MayUse(path) ? DesktopTestPlatform::Recycle(path) : Refusal();
   }
+  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override {
+    return MayUse(path) ? DesktopTestPlatform::RecycleCopy(path) : Refusal();
+  }
 
  private:
   [[nodiscard]] bool MayUse(const std::string& path) const {
