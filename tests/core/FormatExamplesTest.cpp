@@ -35,14 +35,23 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
   return files;
 }
 
-std::vector<std::string> EditedModels() {
+template <class Wanted>
+std::vector<std::string> ModelsThat(Wanted wanted) {
   std::vector<std::string> models;
   for (const Model& model : kModels) {
-    if (model.create != nullptr) {
+    if (wanted(model)) {
       models.emplace_back(model.code);
     }
   }
   return models;
+}
+
+std::vector<std::string> EditedModels() {
+  return ModelsThat([](const Model& model) { return model.create != nullptr; });
+}
+
+std::vector<std::string> KitModels() {
+  return ModelsThat([](const Model& model) { return model.family == ModelFamily::TestKit; });
 }
 
 std::unique_ptr<cifCaldata> Loaded(std::string_view code, const std::string& file) {
@@ -101,14 +110,22 @@ TEST(FormatExamples, GiveTheCellsThatThePageTells) {
             "5|10.002 ohm|950.00 ppm|0.153 ohm|0.010 ohm");
 }
 
-TEST(FormatExamples, KitFileIsCopiedUnderTheSerialNumberOnItsSecondLine) {
+class KitFileExample : public testing::TestWithParam<std::string> {};
+
+TEST_P(KitFileExample, IsCopiedUnderTheSerialNumberOnItsSecondLine) {
   const TestTree tree;
-  tree.MakeFolders("c:\\calfactors\\RT410A");
-  const std::filesystem::path example = Example("RT410A/SN00031");
-  CopyTestKitFile(example.string(), "c:\\calfactors\\RT410A");
-  EXPECT_EQ(tree.Names("c:\\calfactors\\RT410A"), std::vector<std::string>{"SN00031"});
-  EXPECT_EQ(tree.Read("c:\\calfactors\\RT410A\\SN00031"), ReadNative(example));
+  const std::string folder = "c:\\calfactors\\" + GetParam();
+  tree.MakeFolders(folder);
+  const std::vector<std::filesystem::path> files = FilesIn(Example(GetParam()));
+  ASSERT_EQ(files.size(), 1U);
+  const std::string name = files.front().filename().string();
+  CopyTestKitFile(files.front().string(), folder);
+  EXPECT_EQ(tree.Names(folder), std::vector<std::string>{name});
+  EXPECT_EQ(tree.Read(folder + "\\" + name), ReadNative(files.front()));
 }
+
+INSTANTIATE_TEST_SUITE_P(FormatExamples, KitFileExample, testing::ValuesIn(KitModels()),
+                         [](const auto& example) { return example.param; });
 
 TEST(FormatExamples, InstrumentFilesAreWrittenBackByteForByte) {
   const TestTree tree;
