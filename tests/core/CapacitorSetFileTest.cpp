@@ -916,45 +916,6 @@ TEST_P(CapacitorSetFile, WithANumberTooLargeIsATypeErrorOfItsLine) {
   }
 }
 
-// The header.
-
-TEST_P(CapacitorSetFile, HoldsTheHeaderOfEveryModel) {
-  Load(Joined({{"#MODEL_NO : other", "#ser_no : 3318A12345", "#Cal_Date : 20010305",
-                "#CAL_NO : C-0042", "#due_DATE : 20020425", "#comment : done in lab", "#OTHER : x"},
-               PagesBut({})}));
-  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
-  EXPECT_EQ(data_->SerialNumber(), "3318A12345");
-  EXPECT_EQ(data_->CalibrationNumber(), "C-0042");
-  EXPECT_EQ(data_->Comment(), "done");
-  std::int16_t year = 0;
-  std::string month;
-  std::int16_t day = 0;
-  data_->GetCalDate(year, month, day);
-  EXPECT_EQ(std::to_string(year) + month + std::to_string(day), "2001MAR5");
-  data_->GetDueDate(year, month, day);
-  EXPECT_EQ(std::to_string(year) + month + std::to_string(day), "2002APR25");
-}
-
-// Files that are not there.
-
-TEST_P(CapacitorSetFile, ThatIsMissingIsAnErrorOfItsPath) {
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile("c:\\data\\SN99999"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), "c:\\data\\SN99999");
-}
-
-TEST_P(CapacitorSetFile, ThatIsEmptyIsAnErrorOfItsPath) {
-  const Error error = LoadError({});
-  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_P(CapacitorSetFile, CannotBeSavedIntoAMissingFolder) {
-  const Error error = ErrorOf([&] { data_->SaveCalibrationDataToFile("c:\\none\\SN12345"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(error.Path(), "c:\\none\\SN12345");
-}
-
 class CapacitorSetTemplate : public CapacitorSetFile {
  protected:
   [[nodiscard]] std::filesystem::path Path() const {
@@ -969,25 +930,6 @@ class CapacitorSetTemplate : public CapacitorSetFile {
   }
 };
 
-TEST_P(CapacitorSetTemplate, IsLoadedForTheNameNewInAnyCase) {
-  test::WriteNative(Path(), Lines(Joined({Model(), PagesBut({})})));
-  for (const char* name : {"new", "NEW", "New"}) {
-    data_ = GetParam().create();
-    EXPECT_EQ(data_->LoadCalibrationDataFromFile(name), 0) << name;
-    EXPECT_EQ(data_->ModelNumber(), GetParam().code) << name;
-    EXPECT_EQ(data_->GetCalPageCount(), 4) << name;
-    EXPECT_EQ(Frequencies(3), (Texts{"7"})) << name;
-  }
-  EXPECT_EQ(data_->SetInitialDefaultData(), 0);
-}
-
-TEST_P(CapacitorSetTemplate, ThatIsMissingIsAnErrorThatNamesIt) {
-  const Error error = ErrorOf([&] { data_->SetInitialDefaultData(); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), Path().string());
-  EXPECT_TRUE(Contains(error.Text(), "template")) << error.Text();
-}
-
 TEST_P(CapacitorSetTemplate, WithoutAPageOrItsEndIsRefused) {
   for (std::size_t page = 0; page < 3; ++page) {
     const Error missing = TemplateError(Joined({Model(), PagesBut({page})}));
@@ -997,15 +939,6 @@ TEST_P(CapacitorSetTemplate, WithoutAPageOrItsEndIsRefused) {
         TemplateError(Joined({Model(), PagesBut({page}), {"#" + Name(page) + " : x", "*1", "!"}}));
     EXPECT_EQ(endless.Kind(), ErrorKind::Template) << page;
   }
-}
-
-TEST_P(CapacitorSetTemplate, OfAnotherModelIsRefused) {
-  const Error error =
-      TemplateError(Joined({{std::string("#MODEL_NO : ") + GetParam().otherCode}, PagesBut({})}));
-  EXPECT_EQ(error.Kind(), ErrorKind::Template);
-  EXPECT_EQ(error.Path(), Path().string());
-  EXPECT_TRUE(Contains(error.Text(), GetParam().otherCode)) << error.Text();
-  EXPECT_TRUE(Contains(error.Text(), GetParam().code)) << error.Text();
 }
 
 // The grid.

@@ -650,23 +650,6 @@ TEST_F(ResistorSetFile, OfItsOwnModelOrOfNoneSaysNothing) {
   EXPECT_TRUE(data_->LoadNotices().empty());
 }
 
-TEST_F(ResistorSetFile, HoldsTheHeaderOfEveryModel) {
-  Load(Joined({{"#MODEL_NO : other", "#ser_no : 3318A12345", "#Cal_Date : 20010305",
-                "#CAL_NO : C-0042", "#due_DATE : 20020425", "#comment : done in lab", "#OTHER : x"},
-               SectionsBut({})}));
-  EXPECT_EQ(data_->ModelNumber(), "RT730A");
-  EXPECT_EQ(data_->SerialNumber(), "3318A12345");
-  EXPECT_EQ(data_->CalibrationNumber(), "C-0042");
-  EXPECT_EQ(data_->Comment(), "done");
-  std::int16_t year = 0;
-  std::string month;
-  std::int16_t day = 0;
-  data_->GetCalDate(year, month, day);
-  EXPECT_EQ(std::to_string(year) + month + std::to_string(day), "2001MAR5");
-  data_->GetDueDate(year, month, day);
-  EXPECT_EQ(std::to_string(year) + month + std::to_string(day), "2002APR25");
-}
-
 // Data lines.
 
 TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseAsTheyStand) {
@@ -973,26 +956,6 @@ TEST_F(ResistorSetFile, KeepsASerialNumberForEachPageThatIsNeverWritten) {
   EXPECT_EQ(data_->GetCalPageCount(), kPages);
 }
 
-// Files that are not there, and templates.
-
-TEST_F(ResistorSetFile, ThatIsMissingIsAnErrorOfItsPath) {
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile("c:\\data\\SN99999"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), "c:\\data\\SN99999");
-}
-
-TEST_F(ResistorSetFile, ThatIsEmptyIsAnErrorOfItsPath) {
-  const Error error = LoadError({});
-  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_F(ResistorSetFile, CannotBeSavedIntoAMissingFolder) {
-  const Error error = ErrorOf([&] { data_->SaveCalibrationDataToFile("c:\\none\\SN12345"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(error.Path(), "c:\\none\\SN12345");
-}
-
 class ResistorSetTemplate : public ResistorSetFile {
  protected:
   [[nodiscard]] std::filesystem::path Path() const { return tree_.ProgramFolder() / "TempRT730A"; }
@@ -1003,24 +966,6 @@ class ResistorSetTemplate : public ResistorSetFile {
   }
 };
 
-TEST_F(ResistorSetTemplate, IsLoadedForTheNameNewInAnyCase) {
-  test::WriteNative(Path(), Lines(Joined({{"#MODEL_NO : RT730A"}, SectionsBut({})})));
-  for (const char* name : {"new", "NEW", "New"}) {
-    data_ = std::make_unique<cInstrRT730A>();
-    EXPECT_EQ(data_->LoadCalibrationDataFromFile(name), 0) << name;
-    EXPECT_EQ(data_->ModelNumber(), "RT730A") << name;
-    EXPECT_EQ(FirstColumn(6), (Texts{"7"})) << name;
-  }
-  EXPECT_EQ(data_->SetInitialDefaultData(), 0);
-}
-
-TEST_F(ResistorSetTemplate, ThatIsMissingIsAnErrorThatNamesIt) {
-  const Error error = ErrorOf([&] { data_->SetInitialDefaultData(); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), Path().string());
-  EXPECT_TRUE(Contains(error.Text(), "template")) << error.Text();
-}
-
 TEST_F(ResistorSetTemplate, WithoutASectionOrItsEndIsRefused) {
   for (std::size_t page = 0; page < kTitles.size(); ++page) {
     const Error missing = TemplateError(Joined({{"#MODEL_NO : RT730A"}, SectionsBut({page})}));
@@ -1030,14 +975,6 @@ TEST_F(ResistorSetTemplate, WithoutASectionOrItsEndIsRefused) {
         Joined({{"#MODEL_NO : RT730A"}, SectionsBut({page}), kTitles[page], {"*1", "*2"}}));
     EXPECT_EQ(endless.Kind(), ErrorKind::Template) << page;
   }
-}
-
-TEST_F(ResistorSetTemplate, OfAnotherModelIsRefused) {
-  const Error error = TemplateError(Joined({{"#MODEL_NO : RT520A"}, SectionsBut({})}));
-  EXPECT_EQ(error.Kind(), ErrorKind::Template);
-  EXPECT_EQ(error.Path(), Path().string());
-  EXPECT_TRUE(Contains(error.Text(), "RT520A")) << error.Text();
-  EXPECT_TRUE(Contains(error.Text(), "RT730A")) << error.Text();
 }
 
 }  // namespace
