@@ -138,7 +138,7 @@ class StepAttenuatorTest : public testing::TestWithParam<Attenuator> {
 
   [[nodiscard]] std::string TextToEdit(std::int16_t column, const std::string& text) const {
     std::string unit = "before";
-    const std::string shown = data_->GetCalibrationDataFormat(0, column, 0, text, unit);
+    std::string shown = data_->GetCalibrationDataFormat(0, column, 0, text, unit);
     EXPECT_EQ(unit, "") << "column " << column << ", " << text;
     return shown;
   }
