@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -164,6 +165,27 @@ TEST_P(EveryModel, RefusesATemplateOfAnotherModelAndNamesBoth) {
   EXPECT_EQ(error.Path(), Template().string());
   EXPECT_TRUE(Contains(error.Text(), other)) << error.Text();
   EXPECT_TRUE(Contains(error.Text(), GetParam())) << error.Text();
+}
+
+// Its pages.
+
+TEST_P(EveryModel, HasOnePageWithoutNameAndSerialNumberUnlessItIsASet) {
+  if (HasPages(*FindModel(GetParam()))) {
+    EXPECT_GT(data_->GetCalPageCount(), 1);
+    EXPECT_NE(data_->GetCalPageName(0), "");
+    return;
+  }
+  EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
+  const std::string empty = tree_.Read(kFile);
+  EXPECT_EQ(data_->GetCalPageCount(), 1);
+  for (const std::int16_t page : {std::int16_t{-1}, std::int16_t{0}, std::int16_t{1}}) {
+    data_->SetCalPageSerial(page, "page serial");
+    EXPECT_EQ(data_->GetCalPageName(page), "") << page;
+    EXPECT_EQ(data_->GetCalPageSerial(page), "") << page;
+  }
+  EXPECT_EQ(data_->SerialNumber(), "");
+  EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
+  EXPECT_EQ(tree_.Read(kFile), empty);
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, EveryModel, testing::ValuesIn(EditedModels()),

@@ -534,19 +534,6 @@ TEST_P(StepAttenuatorTest, OffersNoChoiceOfUnits) {
   }
 }
 
-// Pages.
-
-TEST_P(StepAttenuatorTest, HasOnePageWithoutNameAndSerialNumber) {
-  EXPECT_EQ(data_->GetCalPageCount(), 1);
-  for (const std::int16_t page : {std::int16_t{-1}, std::int16_t{0}, std::int16_t{1}}) {
-    data_->SetCalPageSerial(page, "page serial");
-    EXPECT_EQ(data_->GetCalPageName(page), "");
-    EXPECT_EQ(data_->GetCalPageSerial(page), "");
-  }
-  EXPECT_EQ(data_->SerialNumber(), "");
-  EXPECT_EQ(Saved(), FileOf({}));
-}
-
 INSTANTIATE_TEST_SUITE_P(Models, StepAttenuatorTest, testing::ValuesIn(kAttenuators),
                          [](const auto& test) { return std::string(test.param.code); });
 

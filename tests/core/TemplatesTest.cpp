@@ -239,7 +239,7 @@ class SetTemplates : public testing::TestWithParam<SetTemplate>, public ShippedT
     return std::strtod(Grid(page).CellText(row, column).c_str(), nullptr);
   }
 
-  [[nodiscard]] bool IsResistorSet() const { return std::string(GetParam().code) == "RT730A"; }
+  [[nodiscard]] static bool IsResistorSet() { return std::string(GetParam().code) == "RT730A"; }
 
   std::vector<std::unique_ptr<MemoryGrid>> grids_;
 };
