@@ -7,37 +7,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
 
 #include "caldata/cifCaldata.h"
 #include "common/Error.h"
+#include "support/SetModels.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {
 
-using Texts = std::vector<std::string>;
 using Row = Texts;
 using Rows = std::vector<Row>;
-
-/// A set of standards, and in what its file differs from that of another set.
-struct SetModel {
-  std::string code;
-  std::string otherCode;  ///< of another set
-  std::unique_ptr<cifCaldata> (*create)();
-  Texts pages;                  ///< names of the pages of its file
-  std::size_t requiredPages;    ///< how many of them no file may lack
-  std::vector<Texts> openings;  ///< lines that stand before the rows of each page
-  Texts closing;                ///< lines that stand behind them
-  Rows emptyPage;               ///< what is shown of a page without rows
-};
-
-[[nodiscard]] const SetModel& CapacitorSetA();
-[[nodiscard]] const SetModel& CapacitorSetC();
-[[nodiscard]] const SetModel& ResistorSet();
-
-void PrintTo(const SetModel& set, std::ostream* stream);
 
 [[nodiscard]] Texts Joined(const std::vector<Texts>& parts);
 
