@@ -117,21 +117,22 @@ class TestKitWorkflow : public testing::TestWithParam<const char*> {
   /// what it shows.
   void Add(
       frmCalibrationMain& screen, const std::function<void()>& expect = [] {}) {
-    user_.At<QMenu>([](QMenu& menu) {
-      for (QAction* entry : menu.actions()) {
-        if (entry->objectName() == QString("mnu") + GetParam()) {
-          EXPECT_EQ(entry->text(), GetParam());
-          ASSERT_TRUE(entry->isEnabled());
-          QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-          return;
-        }
-      }
-      FAIL() << "no entry " << GetParam();
-    });
+    user_.At<QMenu>([](QMenu& add) { ClickModel(add, GetParam()); });
     expect();
     Click(screen, "btnAdd");
     // The menu stays open until its entry was chosen.
     EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() == nullptr; }));
+  }
+
+  /// Adds a file of these bytes, after which the kits of these serial numbers are listed.
+  void TakeIn(const std::string& bytes, const Texts& serials) {
+    WriteNative(Source(), bytes);
+    ScriptedQuestions questions;
+    Run([&](frmCalibrationMain& screen) {
+      ExpectPicker(questions, Source());
+      Add(screen);
+      ExpectShown(screen, serials);
+    });
   }
 
   void Update(frmCalibrationMain& screen, const QString& serial) {
@@ -213,13 +214,7 @@ TEST_P(TestKitWorkflow, AddRefreshesTheModelListBeforeItAsks) {
 
 TEST_P(TestKitWorkflow, AddOfAnotherFileAddsItToTheFolder) {
   tree_.Write(FileNamed("SN11111"), KitFile("3318A11111"));
-  WriteNative(Source(), KitFile("ABC"));
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A11111", "ABC"});
-  });
+  TakeIn(KitFile("ABC"), {"3318A11111", "ABC"});
   EXPECT_EQ(tree_.Names(Folder()), (Texts{"SN11111", "SNABC"}));
   EXPECT_TRUE(tree_.Read(FileNamed("SN11111")) == KitFile("3318A11111"));
   EXPECT_TRUE(tree_.Read(FileNamed("SNABC")) == KitFile("ABC"));
@@ -227,13 +222,7 @@ TEST_P(TestKitWorkflow, AddOfAnotherFileAddsItToTheFolder) {
 
 TEST_P(TestKitWorkflow, AddReplacesAFileOfTheSameNameWithoutAQuestion) {
   tree_.Write(FileNamed("SN12345"), "QZ RT410A\r\n9999A12345\r\n01JAN1999\r\nearlier\r\n");
-  WriteNative(Source(), KitFile("3318A12345"));
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A12345"});
-  });
+  TakeIn(KitFile("3318A12345"), {"3318A12345"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN12345"});
   EXPECT_TRUE(tree_.Read(FileNamed("SN12345")) == KitFile("3318A12345"));
 }
@@ -242,26 +231,14 @@ TEST_P(TestKitWorkflow, AFileWithHeaderLinesIsTakenInAsWell) {
   const std::string file =
       Lines({"#MODEL_NO : " + Code(), "#SER_NO   : 3318A54321", "#CAL_DATE : 20010305",
              "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : factory", "!End"});
-  WriteNative(Source(), file);
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A54321"});
-  });
+  TakeIn(file, {"3318A54321"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN54321"});
   EXPECT_EQ(tree_.Read(FileNamed("SN54321")), file);
 }
 
 TEST_P(TestKitWorkflow, ACommaInTheFirstLineNamesTheFile) {
   const std::string file = "RT410A, 3318A54321\r\n05MAR2001\r\n";
-  WriteNative(Source(), file);
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A54321"});
-  });
+  TakeIn(file, {"3318A54321"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN54321"});
   EXPECT_EQ(tree_.Read(FileNamed("SN54321")), file);
 }
