@@ -3,15 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
-#include <random>
 #include <string>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
 
 #include "core/StationFilesStage.h"
+#include "support/Noise.h"
 #include "support/OrdinaryUser.h"
 
 namespace tarvell {
@@ -316,9 +315,7 @@ TEST_F(StationFiles, ADueDateBeyondEveryNumberLeavesWhatWasShown) {
 }
 
 TEST_F(StationFiles, NoiseIsReadAndGivesNothing) {
-  std::mt19937 random(5);
-  std::string noise(std::size_t{1} << 21U, '\0');
-  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() & 0xFFU); });
+  const std::string noise = Noise(std::size_t{1} << 21U, 5);
   const std::vector<std::string> files = {noise,
                                           std::string(noise.size(), 'x'),
                                           std::string(noise.size(), '\0'),

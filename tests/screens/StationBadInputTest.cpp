@@ -4,11 +4,9 @@
 #include <QClipboard>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +14,7 @@
 #include "common/frmInput.h"
 #include "screens/StationFixture.h"
 #include "support/FullDisk.h"
+#include "support/Noise.h"
 #include "support/OrdinaryUser.h"
 
 namespace tarvell {
@@ -436,9 +435,7 @@ TEST_F(StationBadInput, AFileThatCannotBeReadIsToldAndTheFieldsStay) {
 }
 
 TEST_F(StationBadInput, NoiseIsReadAndGivesNothing) {
-  std::mt19937 random(11);
-  std::string noise(std::size_t{20} * 1024 * 1024, '\0');
-  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() & 0xFFU); });
+  const std::string noise = Noise(std::size_t{20} * 1024 * 1024, 11);
   WriteInstrument("NOISE", noise);
   WriteInstrument();
   AtStation([&](frmStationModelList& screen) {
