@@ -414,12 +414,13 @@ class FailingPlatform : public LinuxPlatform {
 };
 
 class TestKitFaults : public TestKit {
- protected:
+ public:
   TestKitFaults() : before_(SetCurrentPlatform(&platform_)) { WriteSource(kKit); }
   ~TestKitFaults() override { SetCurrentPlatform(before_); }
   TestKitFaults(const TestKitFaults&) = delete;
   TestKitFaults& operator=(const TestKitFaults&) = delete;
 
+ protected:
   FailingPlatform platform_;
 
  private:

@@ -85,7 +85,7 @@ void PickFile(QFileDialog& dialog, const QString& name) {
 
 /// An operator who takes in the finished file of a test kit. The parameter is the kit's model.
 class TestKitWorkflow : public testing::TestWithParam<const char*> {
- protected:
+ public:
   TestKitWorkflow() : platform_(tree_.ProgramFolder()) {
     gCalibrationDir = R"(c:\calfactors)";
     tree_.MakeFolders(gCalibrationDir);
@@ -95,6 +95,7 @@ class TestKitWorkflow : public testing::TestWithParam<const char*> {
   TestKitWorkflow(const TestKitWorkflow&) = delete;
   TestKitWorkflow& operator=(const TestKitWorkflow&) = delete;
 
+ protected:
   [[nodiscard]] static std::string Code() { return GetParam(); }
   [[nodiscard]] static std::string Folder() { return gCalibrationDir + "\\" + Code(); }
   [[nodiscard]] static std::string FileNamed(const std::string& name) {
@@ -135,7 +136,7 @@ class TestKitWorkflow : public testing::TestWithParam<const char*> {
     });
   }
 
-  void Update(frmCalibrationMain& screen, const QString& serial) {
+  static void Update(frmCalibrationMain& screen, const QString& serial) {
     ClickEntry(screen, "LstInstrment", GetParam());
     ClickEntry(screen, "lstSerialNumber", serial);
     Click(screen, "btnEdit");
