@@ -140,10 +140,10 @@ TEST_P(AttenuatorPointDialog, APointBelowZeroIsRefused) {
   WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
     const std::vector<std::pair<const char*, const char*>> points = {{"-10", "5.00E07"},
                                                                      {"20", "-5.00E07"}};
-    for (const auto& [setting, frequency] : points) {
+    for (const auto& point : points) {
       AskPoint(editor, [&](frmInputPX60H& dialog) {
-        FillCombo(dialog, "cmbSetting", setting);
-        FillCombo(dialog, "cmbFreq", frequency);
+        FillCombo(dialog, "cmbSetting", point.first);
+        FillCombo(dialog, "cmbFreq", point.second);
         ExpectMessage({"below zero"});
         Click(dialog, "btnOk");
       });
