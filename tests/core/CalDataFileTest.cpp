@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <initializer_list>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,42 +15,22 @@
 #include "caldata/CalDataFile.h"
 #include "caldata/MemoryGrid.h"
 #include "caldata/cInstrPX12A.h"
+#include "support/Dates.h"
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
 namespace {
 
+using test::CalDateOf;
 using test::Contains;
+using test::Date;
+using test::DueDateOf;
 using test::ErrorOf;
 using test::Lines;
 
 constexpr const char* kFile = R"(c:\calfactors\PX12A\SN12345)";
 constexpr const char* kPlainTail = "    0.0    :     0.0    :    0.0    :     0.0  ";
-
-struct Date {
-  std::int16_t year = -1;
-  std::string month = "?";
-  std::int16_t day = -1;
-
-  bool operator==(const Date&) const = default;
-};
-
-void PrintTo(const Date& date, std::ostream* stream) {
-  *stream << date.year << ' ' << date.month << ' ' << date.day;
-}
-
-Date CalDateOf(const cifCaldata& data) {
-  Date date;
-  data.GetCalDate(date.year, date.month, date.day);
-  return date;
-}
-
-Date DueDateOf(const cifCaldata& data) {
-  Date date;
-  data.GetDueDate(date.year, date.month, date.day);
-  return date;
-}
 
 /// Data rows of the table, "frequency factor".
 std::vector<std::string> RowsOf(const cifCaldata& data) {
@@ -176,27 +155,6 @@ TEST_F(CalDataFileTest, ThePathIsNeitherSavedNorLoaded) {
 
 // Writing.
 
-TEST_F(CalDataFileTest, TheHeaderIsSixLinesOfTwelveCharactersAndAValue) {
-  data_.SetModelNumber("PX12A");
-  data_.SetSerialNumber("3318A12345");
-  data_.SetCalDate(2001, "MAR", 5);
-  data_.SetCalibrationNumber("C-0042");
-  data_.SetDueDate(2002, "MAR", 5);
-  data_.SetComment("factory");
-  EXPECT_EQ(Saved(),
-            "#MODEL_NO : PX12A\r\n"
-            "#SER_NO   : 3318A12345\r\n"
-            "#CAL_DATE : 20010305\r\n"
-            "#CAL_NO   : C-0042\r\n"
-            "#DUE_DATE : 20020305\r\n"
-            "#COMMENT  : factory\r\n"
-            "!\r\n"
-            "!\r\n"
-            "!        :              : Reflection Coefficient\r\n"
-            "!FEQ(MHz): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)\r\n"
-            "!End\r\n");
-}
-
 TEST_F(CalDataFileTest, AHeaderLineWithoutAValueEndsWithTheBlankBehindTheColon) {
   EXPECT_EQ(SavedLine(1), "#MODEL_NO : ");
   EXPECT_EQ(SavedLine(2), "#SER_NO   : ");
@@ -293,14 +251,6 @@ TEST_F(CalDataFileTest, ASaveReplacesTheFileWhole) {
   EXPECT_EQ(Saved().substr(0, 19), "#MODEL_NO : PX12A\r\n");
   EXPECT_FALSE(Contains(tree_.Read(kFile), "x"));
   EXPECT_EQ(tree_.Names("c:\\calfactors\\PX12A"), Texts{"SN12345"});
-}
-
-TEST_F(CalDataFileTest, ASaveIntoAMissingFolderFailsAndCreatesNothing) {
-  tree_.MakeFolders("c:\\calfactors");
-  const Error error = ErrorOf([&] { data_.SaveCalibrationDataToFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_TRUE(Contains(error.what(), kFile)) << error.what();
-  EXPECT_EQ(tree_.Names("c:\\calfactors"), Texts());
 }
 
 TEST_F(CalDataFileTest, AValueWithALineEndIsRefusedAndTheEarlierFileIsWhole) {
@@ -410,27 +360,6 @@ TEST_F(CalDataFileTest, AFileIsReadWhole) {
   EXPECT_EQ(RowsOf(data_), (Texts{"0.1 98.8", "50 100.0"}));
 }
 
-TEST_F(CalDataFileTest, TheModelNumberIsTheClasssOwnWhateverTheFileSays) {
-  Load({"#MODEL_NO : PX13A", "!End"});
-  EXPECT_EQ(data_.ModelNumber(), "PX12A");
-}
-
-TEST_F(CalDataFileTest, AModelLineWithoutAValueCountsToo) {
-  Load({"#MODEL_NO : ", "!End"});
-  EXPECT_EQ(data_.ModelNumber(), "PX12A");
-}
-
-TEST_F(CalDataFileTest, KeywordsAreReadInAnyCase) {
-  Load({"#model_no : x", "#ser_no   : 77", "#cal_date : 20010305", "#Cal_No   : n-1",
-        "#due_Date : 20021231", "#comment  : fine", "!End"});
-  EXPECT_EQ(data_.ModelNumber(), "PX12A");
-  EXPECT_EQ(data_.SerialNumber(), "77");
-  EXPECT_EQ(CalDateOf(data_), (Date{2001, "MAR", 5}));
-  EXPECT_EQ(data_.CalibrationNumber(), "n-1");
-  EXPECT_EQ(DueDateOf(data_), (Date{2002, "DEC", 31}));
-  EXPECT_EQ(data_.Comment(), "fine");
-}
-
 TEST_F(CalDataFileTest, AValueKeepsItsCase) {
   Load({"#COMMENT  : FacTory", "!End"});
   EXPECT_EQ(data_.Comment(), "FacTory");
@@ -453,7 +382,7 @@ TEST_F(CalDataFileTest, AnEmptyValueEmptiesItsField) {
   data_.SetSerialNumber("serial");
   data_.SetCalibrationNumber("number");
   data_.SetComment("comment");
-  Load({"#SER_NO   : ", "#CAL_NO   : ", "#COMMENT  : ", "!End"});
+  Load({"#SER_NO   : ", "#CAL_NO", "#COMMENT  :", "!End"});
   EXPECT_EQ(data_.SerialNumber(), "");
   EXPECT_EQ(data_.CalibrationNumber(), "");
   EXPECT_EQ(data_.Comment(), "");
@@ -652,26 +581,6 @@ TEST_F(CalDataFileTest, TheLargestNumberOf16BitsIsADateNumber) {
   EXPECT_EQ(CalDateOf(data_), (Date{30000, "", 0}));
 }
 
-TEST_F(CalDataFileTest, AMissingFileIsAnErrorThatNamesIt) {
-  const Error error = ErrorOf([&] { data_.LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_F(CalDataFileTest, AFolderInPlaceOfTheFileIsAnErrorThatNamesIt) {
-  tree_.MakeFolders(kFile);
-  const Error error = ErrorOf([&] { data_.LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_F(CalDataFileTest, AnEmptyFileEndsBeforeItsFirstItem) {
-  tree_.Write(kFile, "");
-  const Error error = ErrorOf([&] { data_.LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
 TEST_F(CalDataFileTest, ALoadWritesNothing) {
   const std::string bytes = Lines(Header() + Texts{"*10:91"});
   LoadBytes(bytes);
@@ -693,16 +602,6 @@ TEST_F(CalDataFileTest, TheTemplateStandsBesideTheProgram) {
   EXPECT_EQ(RowsOf(data_), Texts{"10 91"});
 }
 
-TEST_F(CalDataFileTest, TheNameNewInAnyCaseMeansTheTemplate) {
-  WriteTemplate(Lines(Header() + Texts{"*10:91", "!End"}));
-  for (const char* name : {"NEW", "new", "New", "nEw"}) {
-    cInstrPX12A data;
-    EXPECT_EQ(data.LoadCalibrationDataFromFile(name), 0);
-    EXPECT_EQ(data.Comment(), "factory") << name;
-    EXPECT_EQ(RowsOf(data), Texts{"10 91"}) << name;
-  }
-}
-
 TEST_F(CalDataFileTest, AnotherNameIsAFileName) {
   WriteTemplate(Lines(Header() + Texts{"*10:91", "!End"}));
   for (const char* name : {"c:\\NEW", "NEWS", " NEW", "NEW "}) {
@@ -710,23 +609,6 @@ TEST_F(CalDataFileTest, AnotherNameIsAFileName) {
         << name;
     EXPECT_EQ(data_.Comment(), "") << name;
   }
-}
-
-TEST_F(CalDataFileTest, TheTemplateIsOnlyRead) {
-  const std::string bytes = Lines(Header() + Texts{"*10:91", "!End"});
-  WriteTemplate(bytes);
-  data_.SetInitialDefaultData();
-  EXPECT_EQ(test::ReadNative(tree_.ProgramFolder() / "TempPX12A"), bytes);
-}
-
-TEST_F(CalDataFileTest, AMissingTemplateFailsLikeAnyMissingFile) {
-  EXPECT_EQ(TemplateError().Kind(), ErrorKind::NotFound);
-}
-
-TEST_F(CalDataFileTest, AMissingTemplateIsToldUnderTheNameNewToo) {
-  const Error error = ErrorOf([&] { data_.LoadCalibrationDataFromFile("NEW"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), (tree_.ProgramFolder() / "TempPX12A").string());
 }
 
 TEST_F(CalDataFileTest, AnEmptyTemplateEndsBeforeItsFirstItem) {
@@ -749,13 +631,6 @@ TEST_F(CalDataFileTest, ATemplateCutInTheMiddleOfALineIsAnErrorThatNamesIt) {
     WriteTemplate(bytes.substr(0, length));
     EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
   }
-}
-
-TEST_F(CalDataFileTest, ATemplateOfAnotherModelIsAnErrorThatNamesIt) {
-  Texts lines = Header() + Texts{"*10:91", "!End"};
-  lines[0] = "#MODEL_NO : PX11A";
-  WriteTemplate(Lines(lines));
-  EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
 }
 
 TEST_F(CalDataFileTest, ATemplateWithoutAModelIsAnErrorThatNamesIt) {

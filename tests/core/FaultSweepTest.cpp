@@ -20,6 +20,7 @@
 #include "station/StationFiles.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
+#include "support/SampleInstrument.h"
 #include "support/TestTree.h"
 
 /// Every file that the program writes, under a fault of every step of saving it.
@@ -98,28 +99,11 @@ WrittenFile KitCopy() {
 WrittenFile Instrument() {
   return {"InstrumentFile", "c:\\stations\\ST1", "PX12A",
           [](const TestTree& /*tree*/, const std::string& /*path*/) -> Saving {
-            const StationInstrument instrument = {.ModelNumber = "PX12A",
-                                                  .SerialNumber = "3318A12345",
-                                                  .AddressType = "GP-IB",
-                                                  .Address = "13",
-                                                  .Station = "rack 2",
-                                                  .Options = "001",
-                                                  .Availability = "yes",
-                                                  .DueDay = "5",
-                                                  .DueMonth = "MAR",
-                                                  .DueYear = "2002",
-                                                  .Asset = "A-77",
-                                                  .Trace = "lab 4",
-                                                  .Comment = "factory",
-                                                  .CalData = "own file"};
-            return {[instrument] {
+            return {[] {
                       StoredFile file;
-                      SaveInstrumentFile("c:\\stations\\ST1", instrument, file);
+                      SaveInstrumentFile("c:\\stations\\ST1", test::SampleInstrument(), file);
                     },
-                    Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345", "ADDRESS TYPE GP-IB",
-                           "ADDRESS 13", "STATION rack 2", "OPTIONS 001", "AVAILABILITY yes",
-                           "CAL DUE DATE 5 MAR 2002", "ASSET A-77", "TRACE lab 4",
-                           "COMMENT factory", "CAL DATA own file"})};
+                    test::kSampleInstrumentFile};
           }};
 }
 

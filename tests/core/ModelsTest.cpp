@@ -73,35 +73,9 @@ TEST(Models, NoModelIsFoundByAnotherText) {
   }
 }
 
-TEST(Models, TestKitsHaveNoClass) {
-  EXPECT_EQ(kModels[0].create, nullptr);
-  EXPECT_EQ(kModels[1].create, nullptr);
-}
-
-TEST(Models, PowerSensorsHaveAClass) {
-  for (const char* code : {"PX11A", "PX11D", "PX12A", "PX13A"}) {
-    const Model* model = FindModel(code);
-    ASSERT_NE(model, nullptr) << code;
-    ASSERT_NE(model->create, nullptr) << code;
-    EXPECT_NE(model->create(), nullptr) << code;
-  }
-}
-
-TEST(Models, StepAttenuatorsHaveAClass) {
-  for (const char* code : {"PX60G", "PX60H"}) {
-    const Model* model = FindModel(code);
-    ASSERT_NE(model, nullptr) << code;
-    ASSERT_NE(model->create, nullptr) << code;
-    EXPECT_NE(model->create(), nullptr) << code;
-  }
-}
-
-TEST(Models, SetsHaveAClass) {
-  for (const char* code : {"RT520A", "RT520C", "RT730A"}) {
-    const Model* model = FindModel(code);
-    ASSERT_NE(model, nullptr) << code;
-    ASSERT_NE(model->create, nullptr) << code;
-    EXPECT_NE(model->create(), nullptr) << code;
+TEST(Models, TestKitsAloneHaveNoClass) {
+  for (const Model& model : kModels) {
+    EXPECT_EQ(model.create == nullptr, model.family == ModelFamily::TestKit) << model.code;
   }
 }
 
@@ -119,36 +93,6 @@ TEST(Models, SetsAloneAreEditedPageByPage) {
     }
   }
   EXPECT_EQ(codes, (std::vector<std::string_view>{"RT520A", "RT520C", "RT730A"}));
-}
-
-TEST(Models, SetsAloneHaveSeveralNamedPages) {
-  for (const Model& model : kModels) {
-    if (model.create == nullptr) {
-      continue;
-    }
-    const std::unique_ptr<cifCaldata> data = model.create();
-    EXPECT_EQ(data->GetCalPageCount() > 1, HasPages(model)) << model.code;
-    EXPECT_EQ(!data->GetCalPageName(0).empty(), HasPages(model)) << model.code;
-  }
-}
-
-TEST(Models, EveryClassWritesItsOwnCode) {
-  const test::TestTree tree;
-  tree.MakeFolders("c:\\out");
-  for (const Model& model : kModels) {
-    if (model.create == nullptr) {
-      continue;
-    }
-    const std::string code(model.code);
-    SCOPED_TRACE(code);
-    tree.InstallTemplate(code);
-    const std::unique_ptr<cifCaldata> data = model.create();
-    EXPECT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
-    EXPECT_EQ(data->ModelNumber(), code);
-    EXPECT_EQ(data->SaveCalibrationDataToFile("c:\\out\\" + code), 0);
-    const std::string firstLine = "#MODEL_NO : " + code + "\r\n";
-    EXPECT_EQ(tree.Read("c:\\out\\" + code).substr(0, firstLine.size()), firstLine);
-  }
 }
 
 TEST(Models, ACellWithACommaIsRefusedAndTheEarlierFileKept) {

@@ -34,10 +34,10 @@ using Texts = std::vector<std::string>;
 constexpr const char* kRelative = "relative";
 constexpr std::int16_t kAnyRow = INT16_MAX;
 
-/// What the cells of a column store in a range of grid rows.
+/// What the cells of columns store in a range of grid rows.
 struct Rule {
   std::int16_t page;
-  std::int16_t column;
+  Indices columns;
   std::int16_t firstRow;
   std::int16_t lastRow;
   const NumberTexts* numbers;
@@ -47,86 +47,73 @@ struct Rule {
 
 // clang-format off
 const std::vector<Rule> kRules = {
-    {0, 1, 1, 3, &kNominalValue, "mohm"},
-    {0, 1, 4, 6, &kNominalValue, "ohm"},
-    {0, 1, 7, 9, &kNominalValue, "kohm"},
-    {0, 2, 1, 1, &kFourDecimals, "  mohm"},
-    {0, 2, 2, 2, &kThreeDecimals, "  mohm"},
-    {0, 2, 3, 3, &kTwoDecimals, "  mohm"},
-    {0, 2, 4, 4, &kFourDecimals, "  ohm"},
-    {0, 2, 5, 5, &kThreeDecimals, "  ohm"},
-    {0, 2, 6, 6, &kThreeDecimals, " ohm"},
-    {0, 2, 7, 7, &kFiveDecimals, " kohm"},
-    {0, 2, 8, 8, &kFourDecimals, " kohm"},
-    {0, 2, 9, 9, &kThreeDecimals, " kohm"},
-    {0, 3, -1, kAnyRow, &kUpToTwoDecimals, kRelative},
-    {1, 1, 1, 3, &kUpToTwoDecimals, " nH", "Ls/"},
-    {1, 1, 4, 6, &kUpToThreeDecimals, " pF", "Cp/"},
-    {1, 2, 1, 2, &kUpToTwoDecimals, " nH"},
-    {1, 2, 3, 3, &kUpToOneDecimal, " nH"},
-    {1, 2, 4, 6, &kOneOrTwoDecimals, " pF"},
-    {2, 1, 1, 4, &kThreeDecimals, " ohm"},
-    {2, 1, 5, 7, &kTwoDecimals, " ohm"},
-    {2, 2, 1, 4, &kTwoDecimals, kRelative},
-    {2, 2, 5, 7, &kOneDecimal, kRelative},
-    {2, 3, 1, 4, &kThreeDecimals, " ohm"},
-    {2, 3, 5, 7, &kTwoDecimals, " ohm"},
-    {2, 4, 1, 4, &kThreeDecimals, " ohm"},
-    {2, 4, 5, 7, &kTwoDecimals, " ohm"},
-    {3, 1, 1, 5, &kTwoDecimals, " ohm"},
-    {3, 1, 6, 7, &kOneDecimal, " ohm"},
-    {3, 2, 1, 5, &kTwoDecimals, kRelative},
-    {3, 2, 6, 7, &kOneDecimal, kRelative},
-    {3, 3, 1, 5, &kTwoDecimals, " ohm"},
-    {3, 3, 6, 7, &kOneDecimal, " ohm"},
-    {3, 4, 1, 5, &kTwoDecimals, " ohm"},
-    {3, 4, 6, 7, &kOneDecimal, " ohm"},
-    {4, 1, 1, 6, &kFourDecimals, " kohm"},
-    {4, 1, 7, 8, &kThreeDecimals, " kohm"},
-    {4, 2, 1, 6, &kTwoDecimals, kRelative},
-    {4, 2, 7, 8, &kOneDecimal, kRelative},
-    {4, 3, 1, 6, &kOneDecimal, " uS"},
-    {4, 3, 7, 8, &kWhole, " uS"},
-    {4, 4, 1, 6, &kOneDecimal, " uS"},
-    {4, 4, 7, 8, &kWhole, " uS"},
-    {5, 1, 1, 8, &kThreeDecimals, " kohm"},
-    {5, 2, 1, 2, &kTwoDecimals, kRelative},
-    {5, 2, 3, 8, &kOneDecimal, kRelative},
-    {5, 3, 1, 2, &kTwoDecimals, " uS"},
-    {5, 3, 3, 8, &kWhole, " uS"},
-    {5, 4, 1, 2, &kTwoDecimals, " uS"},
-    {5, 4, 3, 8, &kWhole, " uS"},
-    {6, 1, 1, 2, &kTwoDecimals, " kohm"},
-    {6, 1, 3, 8, &kThreeDecimals, " kohm"},
-    {6, 2, 1, 2, &kTwoDecimals, kRelative},
-    {6, 2, 3, 8, &kOneDecimal, kRelative},
-    {6, 3, 1, 1, &kThreeDecimals, " uS"},
-    {6, 3, 2, 8, &kTwoDecimals, " uS"},
-    {6, 4, 1, 1, &kThreeDecimals, " uS"},
-    {6, 4, 2, 8, &kTwoDecimals, " uS"},
+    {0, {1}, 1, 3, &kNominalValue, "mohm"},
+    {0, {1}, 4, 6, &kNominalValue, "ohm"},
+    {0, {1}, 7, 9, &kNominalValue, "kohm"},
+    {0, {2}, 1, 1, &kFourDecimals, "  mohm"},
+    {0, {2}, 2, 2, &kThreeDecimals, "  mohm"},
+    {0, {2}, 3, 3, &kTwoDecimals, "  mohm"},
+    {0, {2}, 4, 4, &kFourDecimals, "  ohm"},
+    {0, {2}, 5, 5, &kThreeDecimals, "  ohm"},
+    {0, {2}, 6, 6, &kThreeDecimals, " ohm"},
+    {0, {2}, 7, 7, &kFiveDecimals, " kohm"},
+    {0, {2}, 8, 8, &kFourDecimals, " kohm"},
+    {0, {2}, 9, 9, &kThreeDecimals, " kohm"},
+    {0, {3}, -1, kAnyRow, &kUpToTwoDecimals, kRelative},
+    {1, {1}, 1, 3, &kUpToTwoDecimals, " nH", "Ls/"},
+    {1, {1}, 4, 6, &kUpToThreeDecimals, " pF", "Cp/"},
+    {1, {2}, 1, 2, &kUpToTwoDecimals, " nH"},
+    {1, {2}, 3, 3, &kUpToOneDecimal, " nH"},
+    {1, {2}, 4, 6, &kOneOrTwoDecimals, " pF"},
+    {2, {1, 3, 4}, 1, 4, &kThreeDecimals, " ohm"},
+    {2, {1, 3, 4}, 5, 7, &kTwoDecimals, " ohm"},
+    {2, {2}, 1, 4, &kTwoDecimals, kRelative},
+    {2, {2}, 5, 7, &kOneDecimal, kRelative},
+    {3, {1, 3, 4}, 1, 5, &kTwoDecimals, " ohm"},
+    {3, {1, 3, 4}, 6, 7, &kOneDecimal, " ohm"},
+    {3, {2}, 1, 5, &kTwoDecimals, kRelative},
+    {3, {2}, 6, 7, &kOneDecimal, kRelative},
+    {4, {1}, 1, 6, &kFourDecimals, " kohm"},
+    {4, {1}, 7, 8, &kThreeDecimals, " kohm"},
+    {4, {2}, 1, 6, &kTwoDecimals, kRelative},
+    {4, {2}, 7, 8, &kOneDecimal, kRelative},
+    {4, {3, 4}, 1, 6, &kOneDecimal, " uS"},
+    {4, {3, 4}, 7, 8, &kWhole, " uS"},
+    {5, {1}, 1, 8, &kThreeDecimals, " kohm"},
+    {5, {2}, 1, 2, &kTwoDecimals, kRelative},
+    {5, {2}, 3, 8, &kOneDecimal, kRelative},
+    {5, {3, 4}, 1, 2, &kTwoDecimals, " uS"},
+    {5, {3, 4}, 3, 8, &kWhole, " uS"},
+    {6, {1}, 1, 2, &kTwoDecimals, " kohm"},
+    {6, {1}, 3, 8, &kThreeDecimals, " kohm"},
+    {6, {2}, 1, 2, &kTwoDecimals, kRelative},
+    {6, {2}, 3, 8, &kOneDecimal, kRelative},
+    {6, {3, 4}, 1, 1, &kThreeDecimals, " uS"},
+    {6, {3, 4}, 2, 8, &kTwoDecimals, " uS"},
 };
 // clang-format on
 
 /// The rule of a cell, nullptr when it has none.
 const Rule* RuleOf(std::int16_t page, std::int16_t column, std::int16_t row) {
   const auto found = std::find_if(kRules.begin(), kRules.end(), [&](const Rule& rule) {
-    return rule.page == page && rule.column == column && row >= rule.firstRow &&
-           row <= rule.lastRow;
+    return rule.page == page && row >= rule.firstRow && row <= rule.lastRow &&
+           std::find(rule.columns.begin(), rule.columns.end(), column) != rule.columns.end();
   });
   return found == kRules.end() ? nullptr : &*found;
 }
 
 /// Texts of a cell in the units that may be given: "ppm" is compared exactly, all else is per cent.
-void ExpectStored(const cInstrRT730A& set, const Rule& rule, std::int16_t row) {
+void ExpectStored(const cInstrRT730A& set, const Rule& rule, std::int16_t column,
+                  std::int16_t row) {
   for (const auto& [typed, number] : *rule.numbers) {
     for (const char* unit : {"ppm", "%", "PPM", " ppm ", "", "None", "*"}) {
       const bool relative = std::string(rule.unit) == kRelative;
       const std::string appended =
           !relative ? rule.unit : (std::string(unit) == "ppm" ? " ppm" : " %");
-      EXPECT_EQ(set.SetCalibrationDataFormat(rule.page, rule.column, row, typed, unit),
+      EXPECT_EQ(set.SetCalibrationDataFormat(rule.page, column, row, typed, unit),
                 std::string(rule.prefix) + number + appended)
-          << "page " << rule.page << ", column " << rule.column << ", row " << row << ", \""
-          << typed << "\", unit \"" << unit << '"';
+          << "page " << rule.page << ", column " << column << ", row " << row << ", \"" << typed
+          << "\", unit \"" << unit << '"';
     }
   }
 }
@@ -137,7 +124,7 @@ TEST(ResistorSetFormat, StoresEachCellByPageColumnAndRow) {
     for (std::int16_t column = -1; column <= 7; ++column) {
       for (std::int16_t row = -1; row <= 12; ++row) {
         if (const Rule* rule = RuleOf(page, column, row)) {
-          ExpectStored(set, *rule, row);
+          ExpectStored(set, *rule, column, row);
           continue;
         }
         for (const char* typed : {"12.5", "-1", "", "abc"}) {
@@ -154,7 +141,7 @@ TEST(ResistorSetFormat, StoresEachCellByPageColumnAndRow) {
 TEST(ResistorSetFormat, StoresTheUncertaintyAtDirectCurrentAlikeInEveryRow) {
   const cInstrRT730A set;
   for (const std::int16_t row : Indices{-32767, -1, 0, 10, 51, 52, INT16_MAX}) {
-    ExpectStored(set, {0, 3, row, row, &kUpToTwoDecimals, kRelative}, row);
+    ExpectStored(set, {0, {3}, row, row, &kUpToTwoDecimals, kRelative}, 3, row);
   }
 }
 
@@ -348,20 +335,21 @@ TEST(ResistorSetFormat, RefusesANumberTooLarge) {
   const cInstrRT730A set;
   for (const Rule& rule : kRules) {
     const std::int16_t row = std::max(rule.firstRow, std::int16_t{1});
-    EXPECT_EQ(test::ErrorOf([&] {
-                static_cast<void>(
-                    set.SetCalibrationDataFormat(rule.page, rule.column, row, "1E999", "%"));
-              }).Kind(),
-              ErrorKind::Type)
-        << rule.page << ", " << rule.column;
-    const char* text = rule.page == 1 && rule.column == 1 ? "Ls/1E999 nH" : "1E999  ohm";
-    std::string unit;
-    EXPECT_EQ(
-        test::ErrorOf([&] {
-          static_cast<void>(set.GetCalibrationDataFormat(rule.page, rule.column, row, text, unit));
-        }).Kind(),
-        ErrorKind::Type)
-        << rule.page << ", " << rule.column;
+    for (const std::int16_t column : rule.columns) {
+      SCOPED_TRACE(testing::Message() << rule.page << ", " << column);
+      EXPECT_EQ(
+          test::ErrorOf([&] {
+            static_cast<void>(set.SetCalibrationDataFormat(rule.page, column, row, "1E999", "%"));
+          }).Kind(),
+          ErrorKind::Type);
+      const char* text = rule.page == 1 && column == 1 ? "Ls/1E999 nH" : "1E999  ohm";
+      std::string unit;
+      EXPECT_EQ(
+          test::ErrorOf([&] {
+            static_cast<void>(set.GetCalibrationDataFormat(rule.page, column, row, text, unit));
+          }).Kind(),
+          ErrorKind::Type);
+    }
   }
 }
 

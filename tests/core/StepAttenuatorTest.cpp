@@ -138,33 +138,13 @@ class StepAttenuatorTest : public testing::TestWithParam<Attenuator> {
 
   [[nodiscard]] std::string TextToEdit(std::int16_t column, const std::string& text) const {
     std::string unit = "before";
-    const std::string shown = data_->GetCalibrationDataFormat(0, column, 0, text, unit);
+    std::string shown = data_->GetCalibrationDataFormat(0, column, 0, text, unit);
     EXPECT_EQ(unit, "") << "column " << column << ", " << text;
     return shown;
   }
 
   [[nodiscard]] std::string TextToStore(std::int16_t column, const std::string& text) const {
     return data_->SetCalibrationDataFormat(0, column, 0, text, "None");
-  }
-
-  void ExpectCalDate(int year, const std::string& month, int day) const {
-    std::int16_t foundYear = -1;
-    std::string foundMonth = "before";
-    std::int16_t foundDay = -1;
-    data_->GetCalDate(foundYear, foundMonth, foundDay);
-    EXPECT_EQ(foundYear, year);
-    EXPECT_EQ(foundMonth, month);
-    EXPECT_EQ(foundDay, day);
-  }
-
-  void ExpectDueDate(int year, const std::string& month, int day) const {
-    std::int16_t foundYear = -1;
-    std::string foundMonth = "before";
-    std::int16_t foundDay = -1;
-    data_->GetDueDate(foundYear, foundMonth, foundDay);
-    EXPECT_EQ(foundYear, year);
-    EXPECT_EQ(foundMonth, month);
-    EXPECT_EQ(foundDay, day);
   }
 
   test::TestTree tree_;
@@ -288,45 +268,6 @@ TEST_P(StepAttenuatorTest, ALoadKeepsTheRowsThatTheFileDoesNotFill) {
   EXPECT_EQ(ShownRows(), (Rows{{"10", "5.00E07", "10.0123"}, {"4", "5", "6"}, {"7", "8", "9"}}));
 }
 
-TEST_P(StepAttenuatorTest, TakesItsOwnModelCodeOnLoading) {
-  for (const char* model : {"PX60H", "PX60G", "PX12A", "another", ""}) {
-    data_ = GetParam().create();
-    Load({std::string("#MODEL_NO : ") + model, "!End"});
-    EXPECT_EQ(data_->ModelNumber(), GetParam().code) << model;
-  }
-}
-
-TEST_P(StepAttenuatorTest, ReadsTheHeaderLinesInAnyCase) {
-  Load({"#MODEL_NO : other", "#ser_no : 3318A12345", "#Cal_Date : 20010305", "#CAL_NO : C-0042",
-        "#due_DATE : 20020425", "#comment : factory", "#OTHER : x", "!End"});
-  EXPECT_EQ(data_->SerialNumber(), "3318A12345");
-  EXPECT_EQ(data_->CalibrationNumber(), "C-0042");
-  EXPECT_EQ(data_->Comment(), "factory");
-  ExpectCalDate(2001, "MAR", 5);
-  ExpectDueDate(2002, "APR", 25);
-}
-
-TEST_P(StepAttenuatorTest, OnlyTheFirstWordOfTheCommentSurvivesALoad) {
-  Load({"#COMMENT  : done yesterday", "!End"});
-  EXPECT_EQ(data_->Comment(), "done");
-}
-
-TEST_P(StepAttenuatorTest, AHeaderLineWithoutAValueGivesAnEmptyOne) {
-  data_->SetSerialNumber("before");
-  data_->SetCalibrationNumber("before");
-  data_->SetComment("before");
-  Load({"#SER_NO   : ", "#CAL_NO", "#COMMENT  :", "!End"});
-  EXPECT_EQ(data_->SerialNumber(), "");
-  EXPECT_EQ(data_->CalibrationNumber(), "");
-  EXPECT_EQ(data_->Comment(), "");
-}
-
-TEST_P(StepAttenuatorTest, AMalformedDateIsReadWithoutAMessage) {
-  Load({"#CAL_DATE : garbage!", "#DUE_DATE : 20021399", "!End"});
-  ExpectCalDate(0, "", 0);
-  ExpectDueDate(2002, "", 99);
-}
-
 TEST_P(StepAttenuatorTest, WritesAFileBackByteForByte) {
   const Texts header = {std::string("#MODEL_NO : ") + GetParam().code,
                         "#SER_NO   : 3318A12345",
@@ -337,71 +278,10 @@ TEST_P(StepAttenuatorTest, WritesAFileBackByteForByte) {
   const std::string file =
       FileOf(header, {"*  0  :   1.00E05   :   0.0512", "*  0  :  6.9925E09   :  -0.0001",
                       "* 10  :   5.00E07   :  10.0123", "*120  :   1.00E09   :  119.9876",
-                      "*1000  :  123456789   :  1000.0000"});
+                      "*1000  :  123456789   :  1000.0000", "*  1  :         x   :  -0.0000"});
   tree_.Write(kFile, file);
   EXPECT_EQ(data_->LoadCalibrationDataFromFile(kFile), 0);
   EXPECT_EQ(Saved(), file);
-}
-
-TEST_P(StepAttenuatorTest, ReadsBackWhatItWrote) {
-  const Rows rows = {
-      {"0", "1.00E05", "0.0512"}, {"10", "6.9925E09", "10.01234"}, {"1000", "x", "-0.0000"}};
-  data_->SetSerialNumber("serial");
-  data_->SetCalDate(2024, "FEB", 29);
-  data_->SetCalibrationNumber("number");
-  data_->SetDueDate(1904, "DEC", 31);
-  data_->SetComment("comment");
-  SetRows(rows);
-  EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
-
-  data_ = GetParam().create();
-  EXPECT_EQ(data_->LoadCalibrationDataFromFile(kFile), 0);
-  EXPECT_EQ(ShownRows(), rows);
-  EXPECT_EQ(data_->SerialNumber(), "serial");
-  EXPECT_EQ(data_->CalibrationNumber(), "number");
-  EXPECT_EQ(data_->Comment(), "comment");
-  ExpectCalDate(2024, "FEB", 29);
-  ExpectDueDate(1904, "DEC", 31);
-}
-
-TEST_P(StepAttenuatorTest, LoadsItsOwnTemplateForTheNameNewInAnyCase) {
-  test::WriteNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code),
-                    Lines({std::string("#MODEL_NO : ") + GetParam().code, "#COMMENT  : own",
-                           "*10:5.00E07:10.0000", "!End"}));
-  for (const char* name : {"new", "NEW", "New"}) {
-    data_ = GetParam().create();
-    EXPECT_EQ(data_->LoadCalibrationDataFromFile(name), 0) << name;
-    EXPECT_EQ(data_->ModelNumber(), GetParam().code) << name;
-    EXPECT_EQ(data_->Comment(), "own") << name;
-    EXPECT_EQ(ShownRows(), (Rows{{"10", "5.00E07", "10.0000"}})) << name;
-  }
-}
-
-TEST_P(StepAttenuatorTest, AMissingTemplateIsAnErrorThatNamesIt) {
-  const Error error = ErrorOf([&] { data_->SetInitialDefaultData(); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(),
-            (tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)).string());
-}
-
-TEST_P(StepAttenuatorTest, AMissingFileIsAnErrorOfItsPath) {
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile("c:\\data\\SN99999"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), "c:\\data\\SN99999");
-}
-
-TEST_P(StepAttenuatorTest, AnEmptyFileIsAnErrorOfItsPath) {
-  tree_.Write(kFile, "");
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_P(StepAttenuatorTest, ASaveIntoAMissingFolderIsAnErrorOfItsPath) {
-  const Error error = ErrorOf([&] { data_->SaveCalibrationDataToFile("c:\\none\\SN12345"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(error.Path(), "c:\\none\\SN12345");
-  EXPECT_FALSE(tree_.Exists("c:\\none"));
 }
 
 // The largest table.
@@ -652,19 +532,6 @@ TEST_P(StepAttenuatorTest, OffersNoChoiceOfUnits) {
     EXPECT_EQ(data_->GetCalibrationUnit(0, column, units), 0);
     EXPECT_EQ(units, (Texts{"*"})) << column;
   }
-}
-
-// Pages.
-
-TEST_P(StepAttenuatorTest, HasOnePageWithoutNameAndSerialNumber) {
-  EXPECT_EQ(data_->GetCalPageCount(), 1);
-  for (const std::int16_t page : {std::int16_t{-1}, std::int16_t{0}, std::int16_t{1}}) {
-    data_->SetCalPageSerial(page, "page serial");
-    EXPECT_EQ(data_->GetCalPageName(page), "");
-    EXPECT_EQ(data_->GetCalPageSerial(page), "");
-  }
-  EXPECT_EQ(data_->SerialNumber(), "");
-  EXPECT_EQ(Saved(), FileOf({}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, StepAttenuatorTest, testing::ValuesIn(kAttenuators),

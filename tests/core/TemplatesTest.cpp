@@ -15,10 +15,62 @@
 
 #include "caldata/MemoryGrid.h"
 #include "caldata/Models.h"
+#include "support/Dates.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
 namespace {
+
+/// A shipped template, loaded into a new object of its model.
+class ShippedTemplate {
+ public:
+  explicit ShippedTemplate(const std::string& code) : data_(FindModel(code)->create()) {
+    tree_.InstallTemplate(code);
+    EXPECT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
+  }
+
+ protected:
+  test::TestTree tree_;
+  std::unique_ptr<cifCaldata> data_;
+};
+
+// All of them.
+
+class EveryTemplate : public testing::TestWithParam<const char*>, public ShippedTemplate {
+ protected:
+  EveryTemplate() : ShippedTemplate(GetParam()) {}
+};
+
+TEST_P(EveryTemplate, IsWrittenBackByteForByte) {
+  tree_.MakeFolders("c:\\out");
+  EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
+  EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
+            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam())));
+}
+
+TEST_P(EveryTemplate, HoldsTheModelAndTheStartDatesInItsHeader) {
+  EXPECT_EQ(data_->ModelNumber(), GetParam());
+  EXPECT_EQ(data_->CalibrationNumber(), "");
+  EXPECT_EQ(data_->Comment(), "");
+  EXPECT_EQ(test::CalDateOf(*data_), (test::Date{2000, "JAN", 1}));
+  EXPECT_EQ(test::DueDateOf(*data_), (test::Date{2001, "JAN", 1}));
+}
+
+TEST_P(EveryTemplate, HasASerialNumberInItsHeaderWhereItIsASet) {
+  const bool isSet = HasPages(*FindModel(GetParam()));
+  EXPECT_EQ(!data_->SerialNumber().empty(), isSet) << data_->SerialNumber();
+}
+
+TEST_P(EveryTemplate, LeavesNothingToTell) {
+  EXPECT_TRUE(data_->LoadNotices().empty()) << data_->LoadNotices()[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(Shipped, EveryTemplate,
+                         testing::Values("RT520A", "RT520C", "RT730A", "PX11A", "PX11D", "PX12A",
+                                         "PX13A", "PX60G", "PX60H"),
+                         [](const auto& test) { return std::string(test.param); });
+
+// Power sensors.
 
 struct SensorTemplate {
   const char* code;
@@ -31,16 +83,11 @@ void PrintTo(const SensorTemplate& sensor, std::ostream* stream) {
   *stream << sensor.code;
 }
 
-/// A shipped template, loaded.
-class SensorTemplates : public testing::TestWithParam<SensorTemplate> {
+class SensorTemplates : public testing::TestWithParam<SensorTemplate>, public ShippedTemplate {
  protected:
+  SensorTemplates() : ShippedTemplate(GetParam().code) {}
+
   void SetUp() override {
-    tree_.InstallTemplate(GetParam().code);
-    const Model* model = FindModel(GetParam().code);
-    ASSERT_NE(model, nullptr);
-    ASSERT_NE(model->create, nullptr);
-    data_ = model->create();
-    ASSERT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
     data_->GetCalData(0, grid_);
     ASSERT_GE(grid_.RowCount(), 2);
   }
@@ -49,35 +96,8 @@ class SensorTemplates : public testing::TestWithParam<SensorTemplate> {
     return std::strtod(grid_.CellText(row, 0).c_str(), nullptr);
   }
 
-  test::TestTree tree_;
-  std::unique_ptr<cifCaldata> data_;
   MemoryGrid grid_;
 };
-
-TEST_P(SensorTemplates, IsWrittenBackByteForByte) {
-  tree_.MakeFolders("c:\\out");
-  EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
-  EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
-            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
-}
-
-TEST_P(SensorTemplates, HoldsTheModelAndTheStartDatesAndNothingElseInItsHeader) {
-  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
-  EXPECT_EQ(data_->SerialNumber(), "");
-  EXPECT_EQ(data_->CalibrationNumber(), "");
-  EXPECT_EQ(data_->Comment(), "");
-  std::int16_t year = 0;
-  std::string month;
-  std::int16_t day = 0;
-  data_->GetCalDate(year, month, day);
-  EXPECT_EQ(year, 2000);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-  data_->GetDueDate(year, month, day);
-  EXPECT_EQ(year, 2001);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-}
 
 TEST_P(SensorTemplates, IsSortedUpwardOverTheRangeOfTheSensor) {
   EXPECT_EQ(Frequency(1), GetParam().first);
@@ -107,6 +127,8 @@ INSTANTIATE_TEST_SUITE_P(Shipped, SensorTemplates,
                                          SensorTemplate{"PX13A", 0.0001, 26.5, 0.05}),
                          [](const auto& test) { return std::string(test.param.code); });
 
+// Step attenuators.
+
 struct AttenuatorTemplate {
   const char* code;
   int lastSetting;
@@ -117,16 +139,12 @@ void PrintTo(const AttenuatorTemplate& attenuator, std::ostream* stream) {
   *stream << attenuator.code;
 }
 
-/// A shipped template of a step attenuator, loaded.
-class AttenuatorTemplates : public testing::TestWithParam<AttenuatorTemplate> {
+class AttenuatorTemplates : public testing::TestWithParam<AttenuatorTemplate>,
+                            public ShippedTemplate {
  protected:
+  AttenuatorTemplates() : ShippedTemplate(GetParam().code) {}
+
   void SetUp() override {
-    tree_.InstallTemplate(GetParam().code);
-    const Model* model = FindModel(GetParam().code);
-    ASSERT_NE(model, nullptr);
-    ASSERT_NE(model->create, nullptr);
-    data_ = model->create();
-    ASSERT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
     data_->GetCalData(0, grid_);
     ASSERT_GE(grid_.RowCount(), 2);
   }
@@ -135,35 +153,8 @@ class AttenuatorTemplates : public testing::TestWithParam<AttenuatorTemplate> {
     return std::strtod(grid_.CellText(row, column).c_str(), nullptr);
   }
 
-  test::TestTree tree_;
-  std::unique_ptr<cifCaldata> data_;
   MemoryGrid grid_;
 };
-
-TEST_P(AttenuatorTemplates, IsWrittenBackByteForByte) {
-  tree_.MakeFolders("c:\\out");
-  EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
-  EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
-            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
-}
-
-TEST_P(AttenuatorTemplates, HoldsTheModelAndTheStartDatesAndNothingElseInItsHeader) {
-  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
-  EXPECT_EQ(data_->SerialNumber(), "");
-  EXPECT_EQ(data_->CalibrationNumber(), "");
-  EXPECT_EQ(data_->Comment(), "");
-  std::int16_t year = 0;
-  std::string month;
-  std::int16_t day = 0;
-  data_->GetCalDate(year, month, day);
-  EXPECT_EQ(year, 2000);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-  data_->GetDueDate(year, month, day);
-  EXPECT_EQ(year, 2001);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-}
 
 TEST_P(AttenuatorTemplates, IsSortedBySettingAndThenByFrequency) {
   for (std::int16_t row = 2; row < grid_.RowCount(); ++row) {
@@ -216,6 +207,8 @@ INSTANTIATE_TEST_SUITE_P(Shipped, AttenuatorTemplates,
                                          AttenuatorTemplate{"PX60H", 120, {"5.00E07", "1.00E09"}}),
                          [](const auto& test) { return std::string(test.param.code); });
 
+// Sets of standards.
+
 struct SetTemplate {
   const char* code;
   std::vector<std::string> pages;
@@ -226,16 +219,11 @@ void PrintTo(const SetTemplate& set, std::ostream* stream) {
   *stream << set.code;
 }
 
-/// A shipped template of a set of standards, loaded.
-class SetTemplates : public testing::TestWithParam<SetTemplate> {
+class SetTemplates : public testing::TestWithParam<SetTemplate>, public ShippedTemplate {
  protected:
+  SetTemplates() : ShippedTemplate(GetParam().code) {}
+
   void SetUp() override {
-    tree_.InstallTemplate(GetParam().code);
-    const Model* model = FindModel(GetParam().code);
-    ASSERT_NE(model, nullptr);
-    ASSERT_NE(model->create, nullptr);
-    data_ = model->create();
-    ASSERT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
     ASSERT_EQ(static_cast<std::size_t>(data_->GetCalPageCount()), GetParam().pages.size());
     for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
       grids_.push_back(std::make_unique<MemoryGrid>(std::int16_t{5}));
@@ -251,41 +239,10 @@ class SetTemplates : public testing::TestWithParam<SetTemplate> {
     return std::strtod(Grid(page).CellText(row, column).c_str(), nullptr);
   }
 
-  [[nodiscard]] bool IsResistorSet() const { return std::string(GetParam().code) == "RT730A"; }
+  [[nodiscard]] static bool IsResistorSet() { return std::string(GetParam().code) == "RT730A"; }
 
-  test::TestTree tree_;
-  std::unique_ptr<cifCaldata> data_;
   std::vector<std::unique_ptr<MemoryGrid>> grids_;
 };
-
-TEST_P(SetTemplates, IsWrittenBackByteForByte) {
-  tree_.MakeFolders("c:\\out");
-  EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
-  EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
-            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
-}
-
-TEST_P(SetTemplates, LeavesNothingToTell) {
-  EXPECT_TRUE(data_->LoadNotices().empty()) << data_->LoadNotices()[0];
-}
-
-TEST_P(SetTemplates, HoldsTheModelTheStartDatesAndASerialNumberInItsHeader) {
-  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
-  EXPECT_NE(data_->SerialNumber(), "");
-  EXPECT_EQ(data_->CalibrationNumber(), "");
-  EXPECT_EQ(data_->Comment(), "");
-  std::int16_t year = 0;
-  std::string month;
-  std::int16_t day = 0;
-  data_->GetCalDate(year, month, day);
-  EXPECT_EQ(year, 2000);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-  data_->GetDueDate(year, month, day);
-  EXPECT_EQ(year, 2001);
-  EXPECT_EQ(month, "JAN");
-  EXPECT_EQ(day, 1);
-}
 
 TEST_P(SetTemplates, HasTheRowsOfEachPage) {
   for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
@@ -339,6 +296,19 @@ TEST_P(SetTemplates, HoldsEveryCellAsItsEditorWouldStoreIt) {
   }
   EXPECT_GT(cells, 70);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Shipped, SetTemplates,
+    testing::Values(SetTemplate{"RT520A", {"RT521A", "RT522A", "RT523A", "RT524A"}, {8, 8, 8, 8}},
+                    // With option 001.
+                    SetTemplate{"RT520C", {"RT525A", "RT526A", "RT527A", "RT528A"}, {5, 5, 5, 5}},
+                    SetTemplate{"RT730A",
+                                {"DC Registance", "Indactance / Parallel Capacitance",
+                                 "HF Calibration at 10ohm", "HF Calibration at 100ohm",
+                                 "HF Calibration at 1kohm", "HF Calibration at 10kohm",
+                                 "HF Calibration at 100kohm"},
+                                {9, 6, 7, 7, 8, 8, 8}}),
+    [](const auto& test) { return std::string(test.param.code); });
 
 /// The nominal value of each member, as every row has it.
 struct Nominal {
@@ -403,19 +373,6 @@ TEST(ShippedResistorSet, HasTheNominalValuesOfItsNineResistors) {
   EXPECT_EQ(grid.CellText(8, 0), "RT738A");
   EXPECT_EQ(grid.CellText(9, 0), "RT739A");
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Shipped, SetTemplates,
-    testing::Values(SetTemplate{"RT520A", {"RT521A", "RT522A", "RT523A", "RT524A"}, {8, 8, 8, 8}},
-                    // With option 001.
-                    SetTemplate{"RT520C", {"RT525A", "RT526A", "RT527A", "RT528A"}, {5, 5, 5, 5}},
-                    SetTemplate{"RT730A",
-                                {"DC Registance", "Indactance / Parallel Capacitance",
-                                 "HF Calibration at 10ohm", "HF Calibration at 100ohm",
-                                 "HF Calibration at 1kohm", "HF Calibration at 10kohm",
-                                 "HF Calibration at 100kohm"},
-                                {9, 6, 7, 7, 8, 8, 8}}),
-    [](const auto& test) { return std::string(test.param.code); });
 
 }  // namespace
 }  // namespace tarvell

@@ -248,7 +248,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
       QApplication::setFont(font);
     }
     At([](QWidget& screen) {
-      QTest::qWait(0);
+      Settle();
       for (QWidget* control : Shown(screen)) {
         ExpectFits(*control);
       }

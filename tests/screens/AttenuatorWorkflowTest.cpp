@@ -1,219 +1,21 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QMenu>
-#include <QPushButton>
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <functional>
-#include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "app/Tarvell_MainModule.h"
-#include "calscreens/CalGrid.h"
-#include "calscreens/frmCalDataInput.h"
-#include "calscreens/frmCalibrationMain.h"
-#include "calscreens/frmInputPX60H.h"
-#include "common/frmInput.h"
-#include "support/DesktopTestPlatform.h"
-#include "support/TestTree.h"
-#include "support/User.h"
+#include "screens/AttenuatorFixture.h"
 
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
-using Texts = std::vector<std::string>;
 
-/// In what the two models differ on the screens and in the file.
-struct Attenuator {
-  const char* code;
-  const char* frequencyCaption;
-  const char* presetFrequency;
-  const char* frequencyBelow;  ///< the entry below the preset one
-  Texts commentLines;
-};
-
-void PrintTo(const Attenuator& attenuator, std::ostream* stream) {
-  *stream << attenuator.code;
-}
-
-Texts ItemsOf(QWidget& screen, const QString& combo) {
-  auto& control = Find<QComboBox>(screen, combo);
-  Texts items;
-  for (int i = 0; i < control.count(); ++i) {
-    items.push_back(control.itemText(i).toStdString());
-  }
-  return items;
-}
-
-std::string ChosenIn(QWidget& screen, const QString& combo) {
-  return Find<QComboBox>(screen, combo).currentText().toStdString();
-}
-
-/// Types over the text of a list that takes typed text as well.
-void FillList(QWidget& screen, const QString& combo, const QString& text) {
-  auto& control = Find<QComboBox>(screen, combo);
-  ASSERT_TRUE(control.isEditable()) << combo.toStdString();
-  QTest::mouseClick(control.lineEdit(), Qt::LeftButton);
-  Press(Qt::Key_A, Qt::ControlModifier);
-  Press(Qt::Key_Delete);
-  Type(text);
-}
-
-/// An operator's way from the calibration data menu to the file of an attenuator and back.
-class AttenuatorWorkflow : public testing::TestWithParam<Attenuator> {
- protected:
-  AttenuatorWorkflow() : platform_(tree_.ProgramFolder()) {
-    gCalibrationDir = R"(c:\calfactors)";
-    tree_.MakeFolders(gCalibrationDir);
-  }
-
-  [[nodiscard]] static std::string Code() { return GetParam().code; }
-  [[nodiscard]] static std::string Folder() { return gCalibrationDir + "\\" + Code(); }
-  [[nodiscard]] static std::string FileNamed(const std::string& name) {
-    return Folder() + "\\" + name;
-  }
-
-  [[nodiscard]] static std::string FileOf(const Texts& header, const Texts& dataLines) {
-    Texts lines = {"#MODEL_NO : " + Code()};
-    lines.insert(lines.end(), header.begin(), header.end());
-    lines.insert(lines.end(), GetParam().commentLines.begin(), GetParam().commentLines.end());
-    lines.insert(lines.end(), dataLines.begin(), dataLines.end());
-    lines.emplace_back("!End");
-    return Lines(lines);
-  }
-
-  /// A file whose header tells the serial number and the dates of a template alone.
-  [[nodiscard]] static std::string PlainFile(const std::string& serial, const Texts& dataLines) {
-    return FileOf({"#SER_NO   : " + serial, "#CAL_DATE : 20000131",
-                   "#CAL_NO   : ", "#DUE_DATE : 20010101", "#COMMENT  : "},
-                  dataLines);
-  }
-
-  void WriteTemplate(const Texts& dataLines) const {
-    WriteNative(tree_.ProgramFolder() / ("Temp" + Code()), PlainFile("", dataLines));
-  }
-
-  /// Data lines of the settings 1 to `count` at 50 MHz.
-  [[nodiscard]] static Texts ManyLines(int count) {
-    Texts lines;
-    for (int i = 1; i <= count; ++i) {
-      const std::string setting = (i < 10 ? " " : "") + std::to_string(i);
-      lines.push_back("* " + setting + "  :   5.00E07   :  " + setting + ".0000");
-    }
-    return lines;
-  }
-
-  void Add(frmCalibrationMain& screen, const std::string& code,
-           const std::function<void(frmCalDataInput& editor)>& act) {
-    user_.At<QMenu>([code](QMenu& menu) {
-      for (QAction* entry : menu.actions()) {
-        if (entry->text().toStdString() == code) {
-          ASSERT_TRUE(entry->isEnabled());
-          QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-          return;
-        }
-      }
-      FAIL() << "no entry " << code;
-    });
-    user_.At<frmCalDataInput>(act);
-    Click(screen, "btnAdd");
-  }
-
-  void Edit(frmCalibrationMain& screen, const QString& serial,
-            const std::function<void(frmCalDataInput& editor)>& act) {
-    ClickEntry(screen, "LstInstrment", QString::fromStdString(Code()));
-    ClickEntry(screen, "lstSerialNumber", serial);
-    user_.At<frmCalDataInput>(act);
-    Click(screen, "btnEdit");
-  }
-
-  /// Opens the calibration data menu, in which `steps` follow one another.
-  void Run(const std::vector<std::function<void(frmCalibrationMain& screen)>>& steps) {
-    frmCalibrationMain menu(nullptr);
-    for (const auto& step : steps) {
-      user_.At<frmCalibrationMain>(step);
-    }
-    user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnReturn"); });
-    menu.ShowModally();
-  }
-
-  /// Runs the editor for a new data set; what it does is all that happens.
-  void WithNewData(const std::function<void(frmCalDataInput& editor, CalGrid& grid)>& act) {
-    Run({[&](frmCalibrationMain& screen) {
-      Add(screen, Code(),
-          [&](frmCalDataInput& editor) { act(editor, Find<CalGrid>(editor, "Grid")); });
-    }});
-  }
-
-  /// Asks for a new point and does in the point dialog what `act` says.
-  void AskPoint(frmCalDataInput& editor, const std::function<void(frmInputPX60H& dialog)>& act) {
-    user_.At<frmInputPX60H>(act);
-    Click(editor, "btnAddPoint");
-  }
-
-  /// Adds a point by the entries of both lists.
-  void ChoosePoint(frmCalDataInput& editor, const QString& setting, const QString& frequency) {
-    AskPoint(editor, [=](frmInputPX60H& dialog) {
-      Choose(dialog, "cmbSetting", setting);
-      Choose(dialog, "cmbFreq", frequency);
-      EXPECT_EQ(ChosenIn(dialog, "cmbSetting"), setting.toStdString());
-      EXPECT_EQ(ChosenIn(dialog, "cmbFreq"), frequency.toStdString());
-      Click(dialog, "btnOk");
-    });
-  }
-
-  /// Adds a point by typing both texts and pressing Enter.
-  void TypePoint(frmCalDataInput& editor, const QString& setting, const QString& frequency) {
-    AskPoint(editor, [=](frmInputPX60H& dialog) {
-      FillList(dialog, "cmbSetting", setting);
-      FillList(dialog, "cmbFreq", frequency);
-      EXPECT_EQ(ChosenIn(dialog, "cmbSetting"), setting.toStdString());
-      EXPECT_EQ(ChosenIn(dialog, "cmbFreq"), frequency.toStdString());
-      Press(Qt::Key_Return);
-    });
-  }
-
-  /// Expects a message that holds each of these parts.
-  void ExpectMessage(const Texts& parts) {
-    user_.At<QMessageBox>([parts](QMessageBox& box) {
-      EXPECT_EQ(box.windowTitle(), "Morrand Tarvell");
-      EXPECT_EQ(box.standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
-      const std::string text = box.text().toStdString();
-      for (const std::string& part : parts) {
-        EXPECT_NE(text.find(part), std::string::npos) << part << " is missing in: " << text;
-      }
-      QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
-    });
-  }
-
-  void ExpectTaken() {
-    user_.AnswerBox("Cannot add to same calibration point", QMessageBox::Information,
-                    QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok);
-  }
-
-  /// Asks to delete the current point, which the question names.
-  void Delete(frmCalDataInput& editor, const QString& point, QMessageBox::StandardButton answer) {
-    user_.AnswerBox("Are you want delete? (" + point + ")", QMessageBox::Warning,
-                    QMessageBox::Yes | QMessageBox::No, QMessageBox::No, answer);
-    Click(editor, "btnDeletePoint");
-  }
-
-  static void ExpectRows(CalGrid& grid, const Texts& settings, const Texts& frequencies,
-                         const Texts& values) {
-    EXPECT_EQ(ColumnOf(grid, 0), settings);
-    EXPECT_EQ(ColumnOf(grid, 1), frequencies);
-    EXPECT_EQ(ColumnOf(grid, 2), values);
-  }
-
-  TestTree tree_;
-  DesktopTestPlatform platform_;
-  User user_;
-};
+class AttenuatorWorkflow : public AttenuatorStage {};
 
 TEST_P(AttenuatorWorkflow, AnAttenuatorIsAddedCorrectedAndSavedByteForByte) {
   WriteTemplate({"*  0  :   5.00E07   :   0.0000", "* 10  :   5.00E07   :  10.0000",
@@ -286,10 +88,10 @@ TEST_P(AttenuatorWorkflow, AnAttenuatorIsAddedCorrectedAndSavedByteForByte) {
     EXPECT_EQ(TextOf(editor, "txtSerial"), "3318A12345");
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "C-0042");
     EXPECT_EQ(TextOf(editor, "txtCalYear"), "2001");
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "MAR");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "MAR");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "5");
     EXPECT_EQ(TextOf(editor, "txtDueYear"), "2002");
-    EXPECT_EQ(ChosenIn(editor, "cmbDueMonth"), "APR");
+    EXPECT_EQ(ComboText(editor, "cmbDueMonth"), "APR");
     EXPECT_EQ(TextOf(editor, "txtDueDay"), "25");
     EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
     ExpectRows(grid, {"0", "5", "10", "10", "10", "120"},
@@ -337,195 +139,6 @@ TEST_P(AttenuatorWorkflow, TheShippedTemplateIsShownAndSavedWhole) {
          Edit(screen, "12", [](frmCalDataInput& editor) { Click(editor, "btnOk"); });
        }});
   EXPECT_EQ(tree_.Read(FileNamed("SN12")), expected);
-}
-
-// The point dialog.
-
-TEST_P(AttenuatorWorkflow, ThePointDialogOffersItsListsAndPresets) {
-  WriteTemplate({});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    AskPoint(editor, [](frmInputPX60H& dialog) {
-      EXPECT_EQ(dialog.windowTitle(), "Select calibration point...");
-      EXPECT_EQ(Find<QLabel>(dialog, "lblCaption").text(),
-                "Select calibration point and calibration frequency");
-      EXPECT_NE(dialog.findChild<QLabel*>("Label1"), nullptr);
-      EXPECT_EQ(Find<QPushButton>(dialog, "btnOk").text(), "Ok");
-      EXPECT_EQ(Find<QPushButton>(dialog, "btnCancel").text(), "Cancel");
-      EXPECT_EQ(ItemsOf(dialog, "cmbSetting"), (Texts{"0", "10", "20", "30", "40", "50", "60", "70",
-                                                      "80", "90", "100", "110", "120"}));
-      EXPECT_EQ(ItemsOf(dialog, "cmbFreq"),
-                (Texts{"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08", "1.00E09",
-                       "3.00E09", "6.9925E09"}));
-      EXPECT_EQ(ChosenIn(dialog, "cmbSetting"), "0");
-      EXPECT_EQ(ChosenIn(dialog, "cmbFreq"), GetParam().presetFrequency);
-      Press(Qt::Key_Return);
-    });
-    EXPECT_EQ(DialogResult, "OK");
-    ExpectRows(grid, {"0"}, {GetParam().presetFrequency}, {"0.0000"});
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, TheListsGoOnFromThePresets) {
-  WriteTemplate({});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    AskPoint(editor, [](frmInputPX60H& dialog) {
-      Find<QComboBox>(dialog, "cmbFreq").setFocus();
-      Press(Qt::Key_Down);
-      EXPECT_EQ(ChosenIn(dialog, "cmbFreq"), GetParam().frequencyBelow);
-      Find<QComboBox>(dialog, "cmbSetting").setFocus();
-      Press(Qt::Key_Down);
-      EXPECT_EQ(ChosenIn(dialog, "cmbSetting"), "10");
-      Click(dialog, "btnOk");
-    });
-    ExpectRows(grid, {"10"}, {GetParam().frequencyBelow}, {"10.0000"});
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, EveryFrequencyOfTheListGoesToTheFileUnchanged) {
-  WriteTemplate({});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& /*grid*/) {
-    for (const char* frequency : {"6.9925E09", "1.00E05", "3.00E09", "3.00E05", "1.00E09",
-                                  "1.00E06", "1.00E08", "1.00E07", "5.00E07"}) {
-      ChoosePoint(editor, "0", frequency);
-    }
-    Fill(editor, "txtSerial", "12");
-    Click(editor, "btnOk");
-  });
-  EXPECT_EQ(tree_.Read(FileNamed("SN12")),
-            PlainFile("12", {"*  0  :   1.00E05   :   0.0000", "*  0  :   3.00E05   :   0.0000",
-                             "*  0  :   1.00E06   :   0.0000", "*  0  :   1.00E07   :   0.0000",
-                             "*  0  :   5.00E07   :   0.0000", "*  0  :   1.00E08   :   0.0000",
-                             "*  0  :   1.00E09   :   0.0000", "*  0  :   3.00E09   :   0.0000",
-                             "*  0  :  6.9925E09   :   0.0000"}));
-}
-
-TEST_P(AttenuatorWorkflow, TypedTextIsTakenAsItIsTyped) {
-  WriteTemplate({});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    // Each begins an entry of its list, which must not complete it.
-    TypePoint(editor, "1", "3");
-    TypePoint(editor, "12", "6.9925E0");
-    TypePoint(editor, "5", "1");
-    TypePoint(editor, "10.5", "5.00e07");
-    ExpectRows(grid, {"1", "5", "11", "12"}, {"3.00E00", "1.00E00", "5.00E07", "6.9925E00"},
-               {"1.0000", "5.0000", "11.0000", "12.0000"});
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, ThePointThatWasAddedIsTheCurrentOne) {
-  WriteTemplate({"* 10  :   5.00E07   :  10.0000", "* 30  :   5.00E07   :  30.0000"});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    ChoosePoint(editor, "20", "1.00E09");
-    EXPECT_EQ(grid.CurrentRow(), 2);
-    EXPECT_EQ(grid.CurrentColumn(), 2);
-    // As a window manager does when the dialog is gone.
-    editor.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
-    Type("20.25");
-    Press(Qt::Key_Return);
-    ExpectRows(grid, {"10", "20", "30"}, {"5.00E07", "1.00E09", "5.00E07"},
-               {"10.0000", "20.2500", "30.0000"});
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, ATakenPointIsRefused) {
-  WriteTemplate({"* 10  :   5.00E07   :  10.0000", "* 20  :  6.9925E09   :  20.0000"});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    const auto expectUnchanged = [&] {
-      ExpectRows(grid, {"10", "20"}, {"5.00E07", "6.9925E09"}, {"10.0000", "20.0000"});
-    };
-    AskPoint(editor, [&](frmInputPX60H& dialog) {
-      Choose(dialog, "cmbSetting", "20");
-      Choose(dialog, "cmbFreq", "6.9925E09");
-      ExpectTaken();
-      Click(dialog, "btnOk");
-    });
-    expectUnchanged();
-    AskPoint(editor, [&](frmInputPX60H& dialog) {
-      FillList(dialog, "cmbSetting", "10.0");
-      FillList(dialog, "cmbFreq", "50000000");
-      ExpectTaken();
-      Press(Qt::Key_Return);
-    });
-    expectUnchanged();
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, APointBelowZeroIsRefused) {
-  WriteTemplate({"* 10  :   5.00E07   :  10.0000"});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    const std::vector<std::pair<const char*, const char*>> points = {{"-10", "5.00E07"},
-                                                                     {"20", "-5.00E07"}};
-    for (const auto& [setting, frequency] : points) {
-      AskPoint(editor, [&](frmInputPX60H& dialog) {
-        FillList(dialog, "cmbSetting", setting);
-        FillList(dialog, "cmbFreq", frequency);
-        ExpectMessage({"below zero"});
-        Click(dialog, "btnOk");
-      });
-      ExpectRows(grid, {"10"}, {"5.00E07"}, {"10.0000"});
-    }
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, ATextThatIsNoNumberGetsAMessage) {
-  WriteTemplate({"* 10  :   5.00E07   :  10.0000"});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    struct Case {
-      const char* setting;
-      const char* frequency;
-      Texts message;
-    };
-    const std::vector<Case> cases = {{"dB", "5.00E07", {"Setting", "\"dB\""}},
-                                     {"", "5.00E07", {"Setting"}},
-                                     {"20", "fast", {"Frequency", "\"fast\""}},
-                                     {"20", "", {"Frequency"}},
-                                     {"40000", "5.00E07", {"Setting", "40000"}}};
-    for (const Case& test : cases) {
-      AskPoint(editor, [&](frmInputPX60H& dialog) {
-        FillList(dialog, "cmbSetting", test.setting);
-        FillList(dialog, "cmbFreq", test.frequency);
-        ExpectMessage(test.message);
-        Click(dialog, "btnOk");
-      });
-      ExpectRows(grid, {"10"}, {"5.00E07"}, {"10.0000"});
-    }
-    Click(editor, "btnCancel");
-  });
-}
-
-TEST_P(AttenuatorWorkflow, APointDialogThatIsCancelledAddsNothing) {
-  WriteTemplate({"* 10  :   5.00E07   :  10.0000"});
-  const std::vector<std::function<void(frmInputPX60H & dialog)>> ways = {
-      [](frmInputPX60H& dialog) { Click(dialog, "btnCancel"); },
-      [](frmInputPX60H& /*dialog*/) { Press(Qt::Key_Escape); },
-      [](frmInputPX60H& dialog) { dialog.close(); }};
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    for (const auto& cancel : ways) {
-      DialogResult = "before";
-      AskPoint(editor, [&](frmInputPX60H& dialog) {
-        FillList(dialog, "cmbSetting", "20");
-        FillList(dialog, "cmbFreq", "1.00E09");
-        cancel(dialog);
-      });
-      EXPECT_EQ(DialogResult, "CANCEL");
-      ExpectRows(grid, {"10"}, {"5.00E07"}, {"10.0000"});
-    }
-    // What was typed then is forgotten.
-    AskPoint(editor, [](frmInputPX60H& dialog) {
-      EXPECT_EQ(ChosenIn(dialog, "cmbSetting"), "0");
-      EXPECT_EQ(ChosenIn(dialog, "cmbFreq"), GetParam().presetFrequency);
-      Click(dialog, "btnOk");
-    });
-    ExpectRows(grid, {"0", "10"}, {GetParam().presetFrequency, "5.00E07"}, {"0.0000", "10.0000"});
-    Click(editor, "btnCancel");
-  });
 }
 
 // Cells.
@@ -621,33 +234,6 @@ TEST_P(AttenuatorWorkflow, WideTextsAreSavedBackWhole) {
     });
   }});
   EXPECT_EQ(tree_.Read(FileNamed("SN12")), file);
-}
-
-// Deleting.
-
-TEST_P(AttenuatorWorkflow, TheDeleteQuestionNamesThePointInMegahertzOrGigahertz) {
-  WriteTemplate({"*  0  :   1.00E05   :   0.0000", "* 10  :   5.00E07   :  10.0000",
-                 "*110  :   1.00E09   :  110.0000", "*120  :  6.9925E09   :  120.0000"});
-  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
-    const Texts names = {"0dB, 0.1MHz", "10dB, 50MHz", "110dB, 1GHz", "120dB, 6.9925GHz"};
-    for (int row = 1; row <= 4; ++row) {
-      ClickCell(grid, row, row % 3);
-      Delete(editor, QString::fromStdString(names.at(static_cast<std::size_t>(row - 1))),
-             QMessageBox::No);
-    }
-    EXPECT_EQ(ColumnOf(grid, 0), (Texts{"0", "10", "110", "120"}));
-    for (int row = 4; row >= 1; --row) {
-      ClickCell(grid, row, 2);
-      Delete(editor, QString::fromStdString(names.at(static_cast<std::size_t>(row - 1))),
-             QMessageBox::Yes);
-      EXPECT_EQ(grid.Data().RowCount(), row);
-    }
-    // Nothing is left to ask about.
-    Click(editor, "btnDeletePoint");
-    Fill(editor, "txtSerial", "12");
-    Click(editor, "btnOk");
-  });
-  EXPECT_EQ(tree_.Read(FileNamed("SN12")), PlainFile("12", {}));
 }
 
 // The largest table.
@@ -754,15 +340,7 @@ TEST_P(AttenuatorWorkflow, ASensorAndAnAttenuatorTakeTurnsInTheEditor) {
        [&](frmCalibrationMain& screen) { Add(screen, Code(), showAttenuator); }});
 }
 
-const std::vector<Attenuator> kAttenuators = {
-    {"PX60H",
-     "Frequency[Hz]",
-     "5.00E07",
-     "1.00E08",
-     {"!", "! Setting  /  Freq  /  CalData ", "! 50M/1000MHz are calibration points."}},
-    {"PX60G", "Freq[Hz]", "1.00E05", "3.00E05", {"!", "! Setting  /  Freq  /  CalData "}}};
-
-INSTANTIATE_TEST_SUITE_P(Models, AttenuatorWorkflow, testing::ValuesIn(kAttenuators),
+INSTANTIATE_TEST_SUITE_P(Models, AttenuatorWorkflow, testing::ValuesIn(Attenuators()),
                          [](const auto& test) { return std::string(test.param.code); });
 
 }  // namespace

@@ -77,7 +77,7 @@ class BadInput : public SensorStage {
 
 // ---- Serial numbers.
 
-TEST_F(BadInput, AnEmptySerialNumber) {
+TEST_F(BadInput, AnEmptySerialNumberIsTold) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
     ChangeEverything(editor);
@@ -193,7 +193,7 @@ class BadTemplate : public BadInput {
       ClickEntry(menu, "LstInstrment", "PX12A");
       ClickEntry(menu, "lstSerialNumber", "3318A12345");
     });
-    ChooseAdd("mnuPX12A");
+    ChooseAdd("PX12A");
     AtMenu([](frmCalibrationMain& menu) {
       EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{"PX12A"});
       EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
@@ -210,50 +210,50 @@ class BadTemplate : public BadInput {
   SensorFile template_;
 };
 
-TEST_F(BadTemplate, Missing) {
+TEST_F(BadTemplate, ThatIsMissingIsToldAndTheSelectionStays) {
   ExpectRefused({"TempPX12A", "missing"});
 }
 
-TEST_F(BadTemplate, Empty) {
+TEST_F(BadTemplate, ThatIsEmptyIsTold) {
   WriteBytes("");
   ExpectRefused({"TempPX12A"});
 }
 
-TEST_F(BadTemplate, CutWithinTheHeader) {
+TEST_F(BadTemplate, CutWithinTheHeaderIsTold) {
   WriteBytes(template_.Bytes().substr(0, 50));
   ExpectRefused({"TempPX12A", "!End"});
 }
 
-TEST_F(BadTemplate, CutWithinARow) {
+TEST_F(BadTemplate, CutWithinARowIsTold) {
   const std::string bytes = template_.Bytes();
   WriteBytes(bytes.substr(0, bytes.find("50.00")));
   ExpectRefused({"TempPX12A", "!End"});
 }
 
-TEST_F(BadTemplate, CutBehindTheLastRow) {
+TEST_F(BadTemplate, CutBehindTheLastRowIsTold) {
   const std::string bytes = template_.Bytes();
   WriteBytes(bytes.substr(0, bytes.find("!End")));
   ExpectRefused({"TempPX12A", "!End"});
 }
 
-TEST_F(BadTemplate, OfAnotherModel) {
+TEST_F(BadTemplate, OfAnotherModelIsTold) {
   template_.model = "PX11D";
   WriteBytes(template_.Bytes());
   ExpectRefused({"TempPX12A", "PX11D", "PX12A"});
 }
 
-TEST_F(BadTemplate, Of52Rows) {
+TEST_F(BadTemplate, Of52RowsIsTold) {
   template_.rows = ManyRows(52);
   WriteBytes(template_.Bytes());
   ExpectRefused({"TempPX12A", "51"});
 }
 
-TEST_F(BadTemplate, AFolder) {
+TEST_F(BadTemplate, ThatIsAFolderIsTold) {
   std::filesystem::create_directories(tree_.ProgramFolder() / "TempPX12A");
   ExpectRefused({"TempPX12A", "folder"});
 }
 
-TEST_F(BadTemplate, ThatMayNotBeRead) {
+TEST_F(BadTemplate, ThatMayNotBeReadIsTold) {
   WriteTemplate(template_);
   std::filesystem::permissions(tree_.ProgramFolder() / "TempPX12A", std::filesystem::perms(0));
   const OrdinaryUser user(tree_.Root());
@@ -261,10 +261,10 @@ TEST_F(BadTemplate, ThatMayNotBeRead) {
 }
 
 // The folder is made before the template is asked for, and holds nothing.
-TEST_F(BadTemplate, OfAModelWithoutData) {
+TEST_F(BadTemplate, OfAModelWithoutDataIsToldAndLeavesAnEmptyFolder) {
   tree_.MakeFolders(kRoot);
   questions_.ExpectError({"TempPX12A"});
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{});
     EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{});
@@ -417,7 +417,7 @@ INSTANTIATE_TEST_SUITE_P(Steps, OnAFullDisk,
                          testing::Values(FullDisk::Step::Create, FullDisk::Step::Write,
                                          FullDisk::Step::Sync, FullDisk::Step::Close));
 
-TEST_F(BadInput, AFolderThatVanishedWhileTheEditorIsOpen) {
+TEST_F(BadInput, AFolderThatVanishedWhileTheEditorIsOpenIsTold) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     ChangeEverything(editor);
     std::filesystem::remove_all(tree_.Native(kFolder));
@@ -432,7 +432,7 @@ TEST_F(BadInput, AFolderThatVanishedWhileTheEditorIsOpen) {
   EXPECT_EQ(tree_.Read(kPath), Changed().Bytes());
 }
 
-TEST_F(BadInput, AFolderThatTakesNoNewFile) {
+TEST_F(BadInput, AFolderThatTakesNoNewFileIsTold) {
   file_.serial = "";
   WriteTemplate(file_);
   tree_.MakeFolders(kFolder);
@@ -452,7 +452,7 @@ TEST_F(BadInput, AFolderThatTakesNoNewFile) {
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12"});
 }
 
-TEST_F(BadInput, AReadOnlyFileInAReadOnlyFolder) {
+TEST_F(BadInput, AReadOnlyFileInAReadOnlyFolderIsTold) {
   tree_.Write(kPath, file_.Bytes());
   gCalFiles[0].FilePath = kPath;
   std::filesystem::permissions(tree_.Native(kPath), std::filesystem::perms(0444));
@@ -468,7 +468,7 @@ TEST_F(BadInput, AReadOnlyFileInAReadOnlyFolder) {
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
 }
 
-TEST_F(BadInput, AFolderInThePlaceOfTheFile) {
+TEST_F(BadInput, AFolderInThePlaceOfTheFileIsTold) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
     ChangeEverything(editor);
@@ -484,7 +484,7 @@ TEST_F(BadInput, AFolderInThePlaceOfTheFile) {
 
 // ---- Characters that the files cannot hold.
 
-TEST_F(BadInput, ACharacterThatTheFileCannotHold) {
+TEST_F(BadInput, ACharacterThatTheFileCannotHoldIsToldAndNotTaken) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
     ChangeEverything(editor);
@@ -495,7 +495,7 @@ TEST_F(BadInput, ACharacterThatTheFileCannotHold) {
       questions_.ExpectError({"\u03a9"});
       Find<QLineEdit>(editor, box).setFocus();
       Find<QLineEdit>(editor, box).insert("5 k\u03a9");
-      QApplication::processEvents();
+      Settle();
       EXPECT_EQ(TextOf(editor, box), before);
     }
     ExpectEverythingThere(editor);

@@ -4,10 +4,8 @@
 #include <QGuiApplication>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 #include <string>
-#include <thread>
 
 #include "calscreens/frmCalibrationMain.h"
 #include "common/LinuxPlatform.h"
@@ -18,27 +16,27 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-/// A slow share: every call takes its time, and looks at the pointer meanwhile.
-class SlowShare : public DesktopPlatform {
+/// The system, but that its calls, which may take long on a share, look at the pointer.
+class PointerWatch : public DesktopPlatform {
  public:
-  SlowShare() { SetCurrentPlatform(this); }
-  SlowShare(const SlowShare&) = delete;
-  SlowShare& operator=(const SlowShare&) = delete;
-  ~SlowShare() override { SetCurrentPlatform(nullptr); }
+  PointerWatch() { SetCurrentPlatform(this); }
+  PointerWatch(const PointerWatch&) = delete;
+  PointerWatch& operator=(const PointerWatch&) = delete;
+  ~PointerWatch() override { SetCurrentPlatform(nullptr); }
 
   std::error_code Search(const std::string& folder, SearchKind kind,
                          const std::function<bool(const std::string& name)>& visit) override {
-    Wait();
+    Look();
     return DesktopPlatform::Search(folder, kind, visit);
   }
   std::error_code OpenForReading(const std::string& path,
                                  std::unique_ptr<InputFile>& file) override {
-    Wait();
+    Look();
     return DesktopPlatform::OpenForReading(path, file);
   }
   std::error_code CreateTemporary(const std::string& folder, std::string& path,
                                   std::unique_ptr<OutputFile>& file) override {
-    Wait();
+    Look();
     return DesktopPlatform::CreateTemporary(folder, path, file);
   }
 
@@ -46,35 +44,34 @@ class SlowShare : public DesktopPlatform {
   int busyCalls = 0;
 
  private:
-  void Wait() {
+  void Look() {
     ++calls;
     const QCursor* pointer = QGuiApplication::overrideCursor();
     busyCalls += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
   }
 };
 
-class BusyPointerOnASlowShare : public StationStage {
+class ScreensBusyPointer : public StationStage {
  protected:
   /// Every call since the last look was made under the busy pointer, which is gone now.
   void ExpectBusy() {
-    EXPECT_GT(share_.calls, 0);
-    EXPECT_EQ(share_.busyCalls, share_.calls);
+    EXPECT_GT(watch_.calls, 0);
+    EXPECT_EQ(watch_.busyCalls, watch_.calls);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    share_.calls = 0;
-    share_.busyCalls = 0;
+    watch_.calls = 0;
+    watch_.busyCalls = 0;
   }
 
-  SlowShare share_;
+  PointerWatch watch_;
 };
 
-TEST_F(BusyPointerOnASlowShare, IsShownWhileTheCalibrationDataAreListed) {
+TEST_F(ScreensBusyPointer, IsShownWhileTheCalibrationDataAreListed) {
   for (int i = 0; i < 5; ++i) {
     WriteCalFile("M" + std::to_string(i), "SN1", {.serial = "1"});
   }
   frmCalibrationMain menu(nullptr);
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
-    EXPECT_GE(share_.calls, 6);
+    EXPECT_GE(watch_.calls, 6);
     ExpectBusy();
     ClickEntry(screen, "LstInstrment", "M3");
     ExpectBusy();
@@ -83,7 +80,7 @@ TEST_F(BusyPointerOnASlowShare, IsShownWhileTheCalibrationDataAreListed) {
   menu.ShowModally();
 }
 
-TEST_F(BusyPointerOnASlowShare, IsShownWhileAStationIsListedReadAndWritten) {
+TEST_F(ScreensBusyPointer, IsShownWhileAStationIsListedReadAndWritten) {
   WriteInstrument();
   WriteCalFile("PX12A", "SN1", {.serial = "1"});
   AtStation([&](frmStationModelList& screen) {
@@ -98,7 +95,7 @@ TEST_F(BusyPointerOnASlowShare, IsShownWhileAStationIsListedReadAndWritten) {
   });
 }
 
-TEST_F(BusyPointerOnASlowShare, IsGoneWhileAMessageIsShown) {
+TEST_F(ScreensBusyPointer, IsGoneWhileAMessageIsShown) {
   gCalibrationDir = R"(c:\calfactors)";
   tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n");
   frmCalibrationMain menu(nullptr);

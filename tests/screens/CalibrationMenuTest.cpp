@@ -241,7 +241,7 @@ TEST_F(CalibrationMenu, AFurtherClickOnTheModelReadsItsFolderAgain) {
     EXPECT_EQ(Serials(menu), Texts{"1"});
     std::filesystem::remove(tree_.Native(kRoot + R"(\PX12A\SN1)"));
     WriteData("PX12A", "SN2", "2");
-    QTest::qWait(1);
+    Settle();
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(Serials(menu), Texts{"2"});
   });
@@ -325,7 +325,7 @@ TEST_P(EveryModel, AddMakesItsFolderAndOpensItsEditor) {
   const std::string model = GetParam();
   const bool hasPages = model.substr(0, 2) == "RT";
   tree_.InstallTemplate(model);
-  ChooseAdd("mnu" + QString::fromStdString(model));
+  ChooseAdd(QString::fromStdString(model));
   const auto leave = [&](QDialog& editor) {
     EXPECT_TRUE(editor.windowTitle().startsWith("Editing calibraition data (" +
                                                 QString::fromStdString(model) + " - "))
@@ -353,7 +353,7 @@ TEST_F(CalibrationMenu, AddedDataAreListedAndTheirModelIsSelected) {
   tree_.InstallTemplate("PX12A");
   WriteData("RT410A", "SN1", "1");
   AtMenu([](frmCalibrationMain& menu) { Choose(menu, "RT410A", "1"); });
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "3318A12345");
     Click(editor, "btnOk");
@@ -375,7 +375,7 @@ TEST_F(CalibrationMenu, AfterACancelledFirstAddNothingIsSelected) {
   tree_.InstallTemplate("PX12A");
   WriteData("RT410A", "SN1", "1");
   AtMenu([](frmCalibrationMain& menu) { Choose(menu, "RT410A", "1"); });
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   user_.At<frmCalDataInput>([](frmCalDataInput& editor) { Click(editor, "btnCancel"); });
   AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(Models(menu), Texts{"RT410A"});
@@ -389,7 +389,7 @@ TEST_F(CalibrationMenu, AfterACancelledFirstAddNothingIsSelected) {
 TEST_F(CalibrationMenu, AfterACancelledFurtherAddTheModelIsSelected) {
   tree_.InstallTemplate("PX12A");
   WriteData("PX12A", "SN1", "1");
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   user_.At<frmCalDataInput>([](frmCalDataInput& editor) { Click(editor, "btnCancel"); });
   AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(Selected(menu, "LstInstrment"), "PX12A");
@@ -411,7 +411,7 @@ TEST_F(CalibrationMenu, AFolderInLowerCaseWorksAndStaysOneFolder) {
     });
     Click(menu, "btnEdit");
   });
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "2");
     Click(editor, "btnOk");
@@ -437,7 +437,7 @@ TEST_F(CalibrationMenu, AddBelowARootThatVanishedIsTold) {
     std::filesystem::remove_all(tree_.Native(kRoot));
     questions_.ExpectError({"folder", kRoot + R"(\PX12A)"});
   });
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(Models(menu), Texts{"PX12A"});
     EXPECT_EQ(Serials(menu), Texts{"1"});
@@ -451,7 +451,7 @@ TEST_F(CalibrationMenu, AddWhereAFileHasTheNameOfTheFolderIsTold) {
   tree_.InstallTemplate("PX12A");
   tree_.Write(kRoot + R"(\PX12A)", "a file");
   questions_.ExpectError({kRoot + R"(\PX12A)"});
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   RunMenu();
   EXPECT_EQ(tree_.Read(kRoot + R"(\PX12A)"), "a file");
 }
@@ -502,7 +502,7 @@ TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheListsAlone) {
 
 TEST_F(CalibrationMenu, EditOfASetOpensTheTabbedEditor) {
   tree_.InstallTemplate("RT520A");
-  ChooseAdd("mnuRT520A");
+  ChooseAdd("RT520A");
   user_.At<frmCalDataTabInput>([](frmCalDataTabInput& editor) {
     Fill(editor, "txtSerial", "77");
     Click(editor, "btnOk");

@@ -622,7 +622,7 @@ TEST_F(CellBox, FollowsHorizontalScrolling) {
     // Captions that long keep their columns wider than the window.
     grid.horizontalHeader()->setMinimumSectionSize(grid.viewport()->width());
     editor.resize(editor.width() + 1, editor.height());
-    QApplication::processEvents();
+    Settle();
     DoubleClickCell(grid, 2, 1);
     ExpectOverCell(editor, 2);
     QScrollBar& bar = *grid.horizontalScrollBar();
@@ -642,11 +642,11 @@ TEST_F(CellBox, FollowsTheSizeOfTheWindow) {
     for (const QSize size : {QSize(1000, 800), QSize(1200, 500), QSize(700, 700)}) {
       SCOPED_TRACE(size.width());
       editor.resize(size);
-      QApplication::processEvents();
+      Settle();
       ExpectOverCell(editor, 3);
     }
     editor.resize(1000, 800);
-    QApplication::processEvents();
+    Settle();
     EXPECT_GT(BoxOf(editor).width(), before);
   });
 }

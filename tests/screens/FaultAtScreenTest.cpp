@@ -22,13 +22,7 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-class FaultAtScreen : public StationStage {
- protected:
-  void ExpectCannotSave() {
-    questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
-  }
-};
+class FaultAtScreen : public StationStage {};
 
 // ---- A station's instruments.
 

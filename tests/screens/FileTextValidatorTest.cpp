@@ -31,13 +31,13 @@ class FileTextBox : public testing::Test {
   void PressText(const QString& text) {
     QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, text);
     QApplication::sendEvent(&box_, &press);
-    QApplication::processEvents();
+    Settle();
   }
 
   void Paste(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
     QTest::keyClick(&box_, Qt::Key_V, Qt::ControlModifier);
-    QApplication::processEvents();
+    Settle();
   }
 
   void ExpectRefusal(const std::string& name) {
@@ -110,7 +110,7 @@ TEST_F(FileTextBox, RefusesControlCharactersInAPastedText) {
     ExpectRefusal(name);
     // As a program that hands over text does, which a paste of the toolkit may change first.
     box_.insert(text);
-    QApplication::processEvents();
+    Settle();
     ExpectText("ab");
   }
 }
@@ -134,7 +134,7 @@ TEST_F(FileTextBox, EveryRefusalIsToldOnce) {
   ExpectRefusal("The character \"\u03a9\"");
   PressText("\u03a9");
   Type("c");
-  QApplication::processEvents();
+  Settle();
   ExpectRefusal("The character \"\u03a9\"");
   PressText("\u03a9");
   ExpectText("abc");
@@ -161,7 +161,7 @@ TEST_F(FileTextBox, ShowsALongTextOfAFileWhole) {
 TEST_F(FileTextBox, KeysWithoutTextAreNoRefusal) {
   for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Left, Qt::Key_Shift, Qt::Key_Insert}) {
     Press(key);
-    QApplication::processEvents();
+    Settle();
   }
   ExpectText("ab");
 }

@@ -66,12 +66,7 @@ TEST_F(HostileTreeAtScreen, StationsOfOddNamesAreOpenedAndDeletedEach) {
       Click(screen, "btnEdit");
       EXPECT_EQ(ReadNative(In(kRoot, name) / "INDEX"), "PX12A\r\nINDEX\r\n");
       SelectRow(screen, "lstStation", Shown(name));
-      questions_.Expect(
-          {.text = "Are you sure you want to delete \"" + ToQt(name) + "\" station data?",
-           .icon = QMessageBox::Warning,
-           .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-           .defaultButton = QMessageBox::Cancel},
-          QMessageBox::Ok);
+      ExpectDeleteStationQuestion(ToQt(name), QMessageBox::Ok);
       Click(screen, "btnDelete");
       EXPECT_FALSE(fs::exists(In(kRoot, name)));
     }
@@ -105,15 +100,7 @@ TEST_F(HostileTreeAtScreen, InstrumentsOfOddNamesAreShownAndCleared) {
       SelectRow(screen, "LstInstrment", Shown(name));
       EXPECT_EQ(TextOf(screen, "txtData_11"), "odd");
     }
-    questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
-                               "Do you wish to continue?",
-                       .title = "Station Data Delete",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Yes | QMessageBox::No,
-                       .defaultButton = QMessageBox::No},
-                      QMessageBox::Yes);
-    questions_.ExpectNotice("Current station data delete completed.");
-    Click(screen, "btnClear");
+    Clear(screen);
     EXPECT_EQ(tree_.Names(kStation), Texts{});
     LeaveUnsaved(screen);
   });

@@ -168,7 +168,7 @@ TEST_F(CalibrationListEntries, ADoubleClickOnASerialNumberOpensTheEditorOnce) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     AtEditor(opened);
     DoubleClickEntry(menu, "lstSerialNumber", "3318A12345");
-    QTest::qWait(1);
+    Settle();
     EXPECT_EQ(QApplication::activeModalWidget(), &menu);
   });
   RunMenu();
@@ -265,7 +265,7 @@ TEST_F(StationListEntries, ADoubleClickOpensTheStationOnce) {
   AtStationList([&](frmStationMain& screen) {
     AtInstruments(opened);
     DoubleClickEntry(screen, "lstStation", "ST1");
-    QTest::qWait(1);
+    Settle();
     EXPECT_EQ(QApplication::activeModalWidget(), &screen);
     Click(screen, "btnReturn");
   });
@@ -289,11 +289,7 @@ TEST_F(StationListEntries, TheDeleteKeyAsksAndDeletesTheStation) {
     ClickEntry(screen, "lstStation", "ST1");
     for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
       EXPECT_TRUE(tree_.Exists(kStation));
-      questions_.Expect({.text = "Are you sure you want to delete \"ST1\" station data?",
-                         .icon = QMessageBox::Warning,
-                         .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                         .defaultButton = QMessageBox::Cancel},
-                        answer);
+      ExpectDeleteStationQuestion("ST1", answer);
       Press(Qt::Key_Delete);
     }
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
@@ -340,11 +336,7 @@ TEST_F(StationListEntries, TheDeleteKeyAsksAndDeletesTheShownInstrument) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
       EXPECT_TRUE(tree_.Exists(std::string(kStation) + "\\PX12A"));
-      questions_.Expect({.text = "Are you sure to want to delete PX12A?",
-                         .icon = QMessageBox::Warning,
-                         .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                         .defaultButton = QMessageBox::Cancel},
-                        answer);
+      ExpectDeleteInstrumentQuestion("PX12A", answer);
       Press(Qt::Key_Delete);
     }
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"No Model"});

@@ -25,9 +25,9 @@ constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
 
 /// Every message of the main menu, the calibration data menu and the sensor editor, as a real box
 /// on the screen.
-class Messages : public SensorStage {
+class ARealBoxTells : public SensorStage {
  protected:
-  Messages() {
+  ARealBoxTells() {
     SetCurrentQuestions(nullptr);
     file_.rows = {{"50.00", "100.0"}, {"100.00", "98.0"}};
   }
@@ -77,18 +77,18 @@ class NoRecycling : public DesktopTestPlatform {
 
 // ---- Main menu.
 
-TEST_F(Messages, NoStationDirectory) {
+TEST_F(ARealBoxTells, NoStationDirectory) {
   AnswerNotice("Station directory does not set.");
   Start("", "");
 }
 
-TEST_F(Messages, NoCalibrationDataDirectory) {
+TEST_F(ARealBoxTells, NoCalibrationDataDirectory) {
   tree_.MakeFolders(R"(c:\stations)");
   AnswerNotice("Calibration data directory does not set.");
   Start(R"(c:\stations)", "");
 }
 
-TEST_F(Messages, MissingFolders) {
+TEST_F(ARealBoxTells, MissingFolders) {
   const auto question = [&](const QString& firstLine, QMessageBox::StandardButton answer) {
     user_.AnswerBox(firstLine + "\r\nIf you want to create new folder, then press Ok button.",
                     QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel,
@@ -109,7 +109,7 @@ TEST_F(Messages, MissingFolders) {
   EXPECT_FALSE(tree_.Exists(R"(c:\no)"));
 }
 
-TEST_F(Messages, AnIniFileThatCannotBeWritten) {
+TEST_F(ARealBoxTells, AnIniFileThatCannotBeWritten) {
   tree_.MakeFolders(R"(c:\windows)");
   const OrdinaryUser user(tree_.Root());
   const LockedFolder locked(tree_.Native(R"(c:\windows)"));
@@ -122,7 +122,7 @@ TEST_F(Messages, AnIniFileThatCannotBeWritten) {
 
 // ---- Calibration data menu.
 
-TEST_F(Messages, NoCalibrationDataSelected) {
+TEST_F(ARealBoxTells, NoCalibrationDataSelected) {
   AtMenu([&](frmCalibrationMain& menu) {
     for (const char* button : {"btnEdit", "btnDelete"}) {
       AnswerNotice("No calibration data is selected.");
@@ -132,7 +132,7 @@ TEST_F(Messages, NoCalibrationDataSelected) {
   RunMenu();
 }
 
-TEST_F(Messages, DeletingCalibrationData) {
+TEST_F(ARealBoxTells, DeletingCalibrationData) {
   const NoRecycling platform(tree_.ProgramFolder());
   tree_.Write(kPath, file_.Bytes());
   AtMenu([&](frmCalibrationMain& menu) {
@@ -151,7 +151,7 @@ TEST_F(Messages, DeletingCalibrationData) {
   EXPECT_TRUE(tree_.Exists(kPath));
 }
 
-TEST_F(Messages, AListThatIsOutOfDate) {
+TEST_F(ARealBoxTells, AListThatIsOutOfDate) {
   tree_.Write(kPath, file_.Bytes());
   AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
@@ -163,7 +163,7 @@ TEST_F(Messages, AListThatIsOutOfDate) {
   RunMenu();
 }
 
-TEST_F(Messages, TooManyDataFiles) {
+TEST_F(ARealBoxTells, TooManyDataFiles) {
   for (int i = 0; i < 52; ++i) {
     file_.serial = std::to_string(10000 + i);
     tree_.Write(std::string(kFolder) + R"(\SN)" + file_.serial, file_.Bytes());
@@ -176,14 +176,14 @@ TEST_F(Messages, TooManyDataFiles) {
   RunMenu();
 }
 
-TEST_F(Messages, ATemplateThatIsMissing) {
+TEST_F(ARealBoxTells, ATemplateThatIsMissing) {
   tree_.MakeFolders(R"(c:\calfactors)");
-  ChooseAdd("mnuPX12A");
+  ChooseAdd("PX12A");
   AnswerError({"template", "TempPX12A"});
   RunMenu();
 }
 
-TEST_F(Messages, AFileWithoutItsLastLine) {
+TEST_F(ARealBoxTells, AFileWithoutItsLastLine) {
   const std::string bytes = file_.Bytes();
   tree_.Write(kPath, bytes.substr(0, bytes.find("!End")));
   AtMenu([&](frmCalibrationMain& menu) {
@@ -201,7 +201,7 @@ TEST_F(Messages, AFileWithoutItsLastLine) {
 
 // ---- Editor.
 
-TEST_F(Messages, NoSerialNumber) {
+TEST_F(ARealBoxTells, NoSerialNumber) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
     AnswerNotice("Please input serial number");
@@ -210,7 +210,7 @@ TEST_F(Messages, NoSerialNumber) {
   });
 }
 
-TEST_F(Messages, PointsThatAreNotAdded) {
+TEST_F(ARealBoxTells, PointsThatAreNotAdded) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     const auto add = [&](const QString& number) {
       // The dialog comes before the message.
@@ -239,7 +239,7 @@ TEST_F(Messages, PointsThatAreNotAdded) {
   });
 }
 
-TEST_F(Messages, DeletingAPoint) {
+TEST_F(ARealBoxTells, DeletingAPoint) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
       ClickCell(GridOf(editor), 1, 1);
@@ -251,7 +251,7 @@ TEST_F(Messages, DeletingAPoint) {
   });
 }
 
-TEST_F(Messages, WhatCannotBeSaved) {
+TEST_F(ARealBoxTells, WhatCannotBeSaved) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "A:B");
@@ -269,7 +269,7 @@ TEST_F(Messages, WhatCannotBeSaved) {
   });
 }
 
-TEST_F(Messages, ANumberThatIsTooLarge) {
+TEST_F(ARealBoxTells, ANumberThatIsTooLarge) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     ClickCell(GridOf(editor), 1, 1);
     Type("9E999");
@@ -282,7 +282,7 @@ TEST_F(Messages, ANumberThatIsTooLarge) {
   });
 }
 
-TEST_F(Messages, WhatCannotBePasted) {
+TEST_F(ARealBoxTells, WhatCannotBePasted) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     const std::string before = CellOf(GridOf(editor), 1, 1);
     ClickCell(GridOf(editor), 1, 1);
@@ -293,7 +293,7 @@ TEST_F(Messages, WhatCannotBePasted) {
   });
 }
 
-TEST_F(Messages, ACharacterThatTheFileCannotHold) {
+TEST_F(ARealBoxTells, ACharacterThatTheFileCannotHold) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     AnswerError({"The character \"\u03a9\" cannot be stored in a data file"});
     Find<QLineEdit>(editor, "txtComment").setFocus();

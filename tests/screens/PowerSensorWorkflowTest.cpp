@@ -52,17 +52,6 @@ class PowerSensorWorkflow : public testing::Test {
         QMessageBox::Ok);
   }
 
-  static void ChooseAddEntry(QMenu& menu, const QString& name) {
-    for (QAction* entry : menu.actions()) {
-      if (entry->objectName() == name) {
-        ASSERT_TRUE(entry->isEnabled());
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-        return;
-      }
-    }
-    FAIL() << "no entry " << name.toStdString();
-  }
-
   /// Adds a point through the input dialog, whose unit is preset to `preset`.
   void AddPoint(frmCalDataInput& editor, const QString& number, const QString& preset,
                 const QString& unit) {
@@ -130,7 +119,7 @@ TEST_F(PowerSensorWorkflow, ASensorInMHzIsAddedCorrectedAndDeleted) {
     EXPECT_TRUE(EntriesOf(screen, "LstInstrment").empty());
     Click(screen, "btnAdd");
   });
-  user_.At<QMenu>([](QMenu& add) { ChooseAddEntry(add, "mnuPX12A"); });
+  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX12A"); });
   user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
     auto& grid = Find<CalGrid>(editor, "Grid");
     EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - )");
@@ -207,7 +196,7 @@ TEST_F(PowerSensorWorkflow, ASensorInMHzIsAddedCorrectedAndDeleted) {
     EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").isReadOnly());
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "C-0042");
     EXPECT_EQ(TextOf(editor, "txtCalYear"), "2001");
-    EXPECT_EQ(Find<QComboBox>(editor, "cmbCalMonth").currentText(), "MAR");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "MAR");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "5");
     EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
     ClickCell(grid, 5, 1);
@@ -262,7 +251,7 @@ TEST_F(PowerSensorWorkflow, ASensorInGHzIsAddedAndCorrected) {
   mainMenu.Form_Load(0);
   OpenCalibrationMenu(mainMenu);
   user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-  user_.At<QMenu>([](QMenu& add) { ChooseAddEntry(add, "mnuPX13A"); });
+  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX13A"); });
   user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
     auto& grid = Find<CalGrid>(editor, "Grid");
     EXPECT_EQ(CellOf(grid, 0, 0), "Frequency  [GHz]");

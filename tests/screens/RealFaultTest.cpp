@@ -104,8 +104,7 @@ class RealFaultAtStation : public StationStage {
       Fill(screen, "txtData_12", "own");
       const Texts typed = ShownFields(screen);
       const Texts names = tree_.Names(kStation);
-      questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
-                        QMessageBox::Ok);
+      ExpectCannotSave();
       fails([&] { Click(screen, "btnSave"); });
       ASSERT_EQ(questions_.details.size(), 1U) << "nothing was told";
       EXPECT_TRUE(Contains(questions_.details[0].toStdString(), reason));

@@ -242,24 +242,18 @@ class SetWorkflow : public testing::Test {
     EXPECT_TRUE(mainMenu.isVisible());
   }
 
-  /// Chooses the model in the menu of Add and uses its editor.
-  void Add(const std::string& model, const std::function<void(frmCalDataTabInput& editor)>& act) {
-    user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-    user_.At<QMenu>([model](QMenu& menu) {
-      for (QAction* entry : menu.actions()) {
-        if (entry->objectName().toStdString() == "mnu" + model) {
-          EXPECT_EQ(entry->text().toStdString(), model);
-          ASSERT_TRUE(entry->isEnabled());
-          QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-          return;
-        }
-      }
-      FAIL() << "no entry for " << model;
-    });
+  void AtEditor(const std::function<void(frmCalDataTabInput& editor)>& act) {
     user_.At<frmCalDataTabInput>([act](frmCalDataTabInput& editor) {
       EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
       act(editor);
     });
+  }
+
+  /// Chooses the model in the menu of Add and uses its editor.
+  void Add(const std::string& model, const std::function<void(frmCalDataTabInput& editor)>& act) {
+    user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
+    user_.At<QMenu>([model](QMenu& add) { ClickModel(add, QString::fromStdString(model)); });
+    AtEditor(act);
   }
 
   /// Chooses the only file in the list, which carries `serial`, and uses its editor.
@@ -271,10 +265,7 @@ class SetWorkflow : public testing::Test {
       ClickEntry(screen, "lstSerialNumber", QString::fromStdString(serial));
       Click(screen, "btnEdit");
     });
-    user_.At<frmCalDataTabInput>([act](frmCalDataTabInput& editor) {
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
-      act(editor);
-    });
+    AtEditor(act);
   }
 
   /// Deletes the only file, after a first No, and leaves the screen.
@@ -377,7 +368,7 @@ TEST_F(SetWorkflow, SetAIsAddedCorrectedAndDeleted) {
   Edit("RT520A", "2031A00517", [&](frmCalDataTabInput& editor) {
     EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (RT520A - 2031A00517)");
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "C-0042");
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "MAR");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "MAR");
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "1234A00567");
     EXPECT_EQ(RowOf(editor, 1), (Texts{"1000", "1.000012pF", "12 ppm", "0.00001", "0.00002"}));
     EXPECT_EQ(RowOf(editor, 2), (Texts{"10000", "1.00003pF", "85.000 ppm", "0.00000", "0.00010"}));

@@ -4,11 +4,9 @@
 #include <QClipboard>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +14,7 @@
 #include "common/frmInput.h"
 #include "screens/StationFixture.h"
 #include "support/FullDisk.h"
+#include "support/Noise.h"
 #include "support/OrdinaryUser.h"
 
 namespace tarvell {
@@ -38,23 +37,8 @@ class StationBadInput : public StationStage {
   }
   void DeleteStation(frmStationMain& screen, const QString& name) {
     ClickEntry(screen, "lstStation", name);
-    questions_.Expect({.text = "Are you sure you want to delete \"" + name + "\" station data?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      QMessageBox::Ok);
+    ExpectDeleteStationQuestion(name, QMessageBox::Ok);
     Click(screen, "btnDelete");
-  }
-  void ExpectCannotSave() {
-    questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
-  }
-  void ExpectDeleteQuestion(const QString& model) {
-    questions_.Expect({.text = "Are you sure to want to delete " + model + "?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      QMessageBox::Ok);
   }
   [[nodiscard]] bool LastDetailHolds(const std::string& part) const {
     return !questions_.details.empty() && Contains(questions_.details.back().toStdString(), part);
@@ -188,26 +172,13 @@ TEST_F(StationBadInput, NamesInTheCharactersOfAnOlderSystemAreListedAndDeleted) 
     list.setCurrentRow(list.item(0)->text() == "ST1" ? 1 : 0);
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
       EXPECT_EQ(EntriesOf(instruments, "LstInstrment").size(), 1U);
-      questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
-                                 "Do you wish to continue?",
-                         .title = "Station Data Delete",
-                         .icon = QMessageBox::Warning,
-                         .buttons = QMessageBox::Yes | QMessageBox::No,
-                         .defaultButton = QMessageBox::No},
-                        QMessageBox::Yes);
-      questions_.ExpectNotice("Current station data delete completed.");
-      Click(instruments, "btnClear");
+      Clear(instruments);
       Click(instruments, "btnReturn");
     });
     Click(screen, "btnEdit");
     EXPECT_EQ(tree_.Names("c:\\stations\\" + older), Texts{"INDEX"});
     list.setCurrentRow(list.item(0)->text() == "ST1" ? 1 : 0);
-    questions_.Expect({.text = "Are you sure you want to delete \"" + list.currentItem()->text() +
-                               "\" station data?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      QMessageBox::Ok);
+    ExpectDeleteStationQuestion(list.currentItem()->text(), QMessageBox::Ok);
     Click(screen, "btnDelete");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
     Click(screen, "btnReturn");
@@ -236,11 +207,7 @@ TEST_F(StationBadInput, AStationThatVanishedIsNotMistakenForOneOfAnotherCase) {
   AtStationList([&](frmStationMain& screen) {
     ClickEntry(screen, "lstStation", "ST2");
     fs::remove_all(tree_.Root() / "drives/c/stations/ST2");
-    questions_.Expect({.text = "Are you sure you want to delete \"ST2\" station data?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      QMessageBox::Ok);
+    ExpectDeleteStationQuestion("ST2", QMessageBox::Ok);
     questions_.ExpectError({"Cannot delete it", "does not exist", R"(c:\stations\ST2)"});
     Click(screen, "btnDelete");
     Click(screen, "btnReturn");
@@ -271,11 +238,7 @@ TEST_F(StationBadInput, DeletingAStationThatVanishedIsToldAndTheListReadAgain) {
   AtStationList([&](frmStationMain& screen) {
     fs::remove(tree_.Native(kStation));
     ClickEntry(screen, "lstStation", "ST1");
-    questions_.Expect({.text = "Are you sure you want to delete \"ST1\" station data?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      QMessageBox::Ok);
+    ExpectDeleteStationQuestion("ST1", QMessageBox::Ok);
     questions_.ExpectError({"Cannot delete it", "does not exist", kStation});
     Click(screen, "btnDelete");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST2"});
@@ -379,7 +342,7 @@ TEST_F(StationBadInput, AModelThatIsNoFileNameIsNeitherSavedNorDeleted) {
       Click(screen, "btnSave");
       EXPECT_TRUE(LastDetailHolds(why)) << questions_.details.back().toStdString();
       EXPECT_TRUE(CanSave(screen));
-      ExpectDeleteQuestion(model);
+      ExpectDeleteInstrumentQuestion(model, QMessageBox::Ok);
       questions_.ExpectError({why});
       Click(screen, "btnDelete");
       EXPECT_EQ(TextOf(screen, "txtData_0"), model.toStdString());
@@ -423,7 +386,7 @@ TEST_F(StationBadInput, ACharacterThatTheFileCannotHoldIsRefusedWhereItIsPasted)
   const auto paste = [&] {
     questions_.ExpectError({"The character \"\u03A9\" cannot be stored in a data file"});
     Press(Qt::Key_V, Qt::ControlModifier);
-    QApplication::processEvents();
+    Settle();
   };
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
@@ -472,9 +435,7 @@ TEST_F(StationBadInput, AFileThatCannotBeReadIsToldAndTheFieldsStay) {
 }
 
 TEST_F(StationBadInput, NoiseIsReadAndGivesNothing) {
-  std::mt19937 random(11);
-  std::string noise(std::size_t{20} * 1024 * 1024, '\0');
-  std::generate(noise.begin(), noise.end(), [&] { return static_cast<char>(random() & 0xFFU); });
+  const std::string noise = Noise(std::size_t{20} * 1024 * 1024, 11);
   WriteInstrument("NOISE", noise);
   WriteInstrument();
   AtStation([&](frmStationModelList& screen) {
@@ -494,7 +455,7 @@ TEST_F(StationBadInput, DeletingAFileThatVanishedReadsTheListAgain) {
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     fs::remove(tree_.Native(R"(c:\stations\ST1\PX12A)"));
-    ExpectDeleteQuestion("PX12A");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
     Click(screen, "btnDelete");
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX13A"});
     EXPECT_EQ(ShownFields(screen), kNoFields);
@@ -507,7 +468,7 @@ TEST_F(StationBadInput, DeletingAnInstrumentThatIsALinkKeepsWhatItLeadsTo) {
   fs::create_symlink(tree_.Native(R"(c:\other\PX12A)"), tree_.Native(R"(c:\stations\ST1\PX12A)"));
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
-    ExpectDeleteQuestion("PX12A");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
     Click(screen, "btnDelete");
     LeaveUnsaved(screen);
   });
@@ -519,7 +480,7 @@ TEST_F(StationBadInput, AFolderThatHasTheModelsNameIsNotDeleted) {
   tree_.Write(R"(c:\stations\ST1\notes\kept)", "x");
   AtStation([&](frmStationModelList& screen) {
     Fill(screen, "txtData_0", "notes");
-    ExpectDeleteQuestion("notes");
+    ExpectDeleteInstrumentQuestion("notes", QMessageBox::Ok);
     questions_.ExpectError(
         {"Cannot delete the instrument", "it is a folder, not a file", R"(c:\stations\ST1\notes)"});
     Click(screen, "btnDelete");
@@ -606,8 +567,7 @@ TEST_F(StationBadInput, ADueDateOutsideEveryCalendarIsTold) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     Fill(screen, "txtData_8", "30");
     Choose(screen, "cmbCalMonth", "FEB");
-    questions_.Expect({.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
+    ExpectInvalidDate();
     Click(screen, "btnSave");
     Fill(screen, "txtData_8", "1");
     Fill(screen, "txtData_6", "99999");
@@ -665,7 +625,7 @@ TEST_F(StationBadInput, AReadOnlyStationIsToldAtSaveAndAtReturnAndCanBeLeft) {
     ExpectCannotSave();
     Click(screen, "btnSave");
     EXPECT_TRUE(LastDetailHolds("you have no permission"));
-    ExpectDeleteQuestion("PX12A");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
     questions_.ExpectError({"Cannot delete it", "you have no permission"});
     Click(screen, "btnDelete");
     EXPECT_EQ(TextOf(screen, "txtData_11"), "typed");
@@ -691,13 +651,7 @@ TEST_F(StationBadInput, ClearingAReadOnlyStationIsToldAndDeletesNothing) {
   const OrdinaryUser user(tree_.Root());
   const LockedFolder locked(tree_.Native(kStation));
   AtStation([&](frmStationModelList& screen) {
-    questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
-                               "Do you wish to continue?",
-                       .title = "Station Data Delete",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Yes | QMessageBox::No,
-                       .defaultButton = QMessageBox::No},
-                      QMessageBox::Yes);
+    ExpectClearQuestion(QMessageBox::Yes);
     questions_.ExpectError({"Cannot delete it", "you have no permission"});
     Click(screen, "btnClear");
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});

@@ -130,6 +130,38 @@ class StationStage : public testing::Test {
     return names;
   }
 
+  /// Expects the questions that deleting a station, deleting an instrument and clearing a station
+  /// ask.
+  void ExpectDeleteStationQuestion(const QString& name, QMessageBox::StandardButton answer) {
+    ExpectDeleteQuestion("Are you sure you want to delete \"" + name + "\" station data?", answer);
+  }
+  void ExpectDeleteInstrumentQuestion(const QString& model, QMessageBox::StandardButton answer) {
+    ExpectDeleteQuestion("Are you sure to want to delete " + model + "?", answer);
+  }
+  void ExpectClearQuestion(QMessageBox::StandardButton answer) {
+    questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
+                               "Do you wish to continue?",
+                       .title = "Station Data Delete",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      answer);
+  }
+  /// Clears the station; its list is then empty.
+  void Clear(frmStationModelList& screen) {
+    ExpectClearQuestion(QMessageBox::Yes);
+    questions_.ExpectNotice("Current station data delete completed.");
+    Click(screen, "btnClear");
+  }
+  void ExpectCannotSave() {
+    questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
+                      QMessageBox::Ok);
+  }
+  void ExpectInvalidDate() {
+    questions_.Expect({.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning},
+                      QMessageBox::Ok);
+  }
+
   /// Expects the question that leaving an opened instrument asks.
   void ExpectReturnQuestion(QMessageBox::StandardButton answer) {
     questions_.Expect({.text = "Instruemnt Data was changed. Do you want to save it?",
@@ -159,20 +191,16 @@ class StationStage : public testing::Test {
   DesktopTestPlatform platform_;
   User user_;
   ScriptedQuestions questions_;
-};
 
-[[nodiscard]] inline std::string ComboText(QWidget& screen, const QString& combo) {
-  return Find<QComboBox>(screen, combo).currentText().toStdString();
-}
-
-[[nodiscard]] inline Texts ComboEntries(QWidget& screen, const QString& combo) {
-  auto& control = Find<QComboBox>(screen, combo);
-  Texts entries;
-  for (int i = 0; i < control.count(); ++i) {
-    entries.push_back(control.itemText(i).toStdString());
+ private:
+  void ExpectDeleteQuestion(const QString& text, QMessageBox::StandardButton answer) {
+    questions_.Expect({.text = text,
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                       .defaultButton = QMessageBox::Cancel},
+                      answer);
   }
-  return entries;
-}
+};
 
 /// Every field of the shown instrument in the order of its file; the due date as day, month, year.
 [[nodiscard]] inline Texts ShownFields(QWidget& screen) {
@@ -190,16 +218,6 @@ inline const Texts kNoFields = {"", "", "NONE", "", "", "", "", "", "JAN", "", "
 
 [[nodiscard]] inline bool CanSave(QWidget& screen) {
   return Find<QAbstractButton>(screen, "btnSave").isEnabled();
-}
-
-/// Types over the text of a drop-down list.
-inline void FillCombo(QWidget& screen, const QString& combo, const QString& text) {
-  QLineEdit* box = Find<QComboBox>(screen, combo).lineEdit();
-  ASSERT_NE(box, nullptr);
-  QTest::mouseClick(box, Qt::LeftButton);
-  Press(Qt::Key_A, Qt::ControlModifier);
-  Press(Qt::Key_Delete);
-  Type(text);
 }
 
 }  // namespace tarvell::test

@@ -34,29 +34,8 @@ class StationInstruments : public StationStage {
 
   void Delete(frmStationModelList& screen, const QString& model,
               QMessageBox::StandardButton answer) {
-    questions_.Expect({.text = "Are you sure to want to delete " + model + "?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      answer);
+    ExpectDeleteInstrumentQuestion(model, answer);
     Click(screen, "btnDelete");
-  }
-  void Clear(frmStationModelList& screen, QMessageBox::StandardButton answer) {
-    questions_.Expect({.text = "This action is current station instrment data be all lost.\r\n"
-                               "Do you wish to continue?",
-                       .title = "Station Data Delete",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Yes | QMessageBox::No,
-                       .defaultButton = QMessageBox::No},
-                      answer);
-    if (answer == QMessageBox::Yes) {
-      questions_.ExpectNotice("Current station data delete completed.");
-    }
-    Click(screen, "btnClear");
-  }
-  void ExpectInvalidDate() {
-    questions_.Expect({.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
   }
 };
 
@@ -145,7 +124,7 @@ TEST_F(StationInstruments, AClickOnTheShownInstrumentReadsItAgain) {
     Fill(screen, "txtData_2", "99");
     EXPECT_TRUE(CanSave(screen));
     WriteInstrument({.address = "14"});
-    QTest::qWait(1);
+    Settle();
     ClickEntry(screen, "LstInstrment", "PX12A");
     EXPECT_EQ(TextOf(screen, "txtData_2"), "14");
     EXPECT_FALSE(CanSave(screen));
@@ -484,11 +463,12 @@ TEST_F(StationInstruments, ClearingDeletesEveryFileOfTheStation) {
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     Fill(screen, "txtData_11", "typed");
-    Clear(screen, QMessageBox::No);
+    ExpectClearQuestion(QMessageBox::No);
+    Click(screen, "btnClear");
     EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX12A", "PX13A"}));
     EXPECT_EQ(TextOf(screen, "txtData_11"), "typed");
     EXPECT_TRUE(CanSave(screen));
-    Clear(screen, QMessageBox::Yes);
+    Clear(screen);
     EXPECT_EQ(tree_.Names(kStation), Texts{});
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"No Model"});
     EXPECT_FALSE(ListIsEnabled(screen));

@@ -34,11 +34,7 @@ class StationList : public StationStage {
   /// Presses Delete with a station selected, and answers the question.
   void DeleteStation(frmStationMain& screen, const QString& name,
                      QMessageBox::StandardButton answer) {
-    questions_.Expect({.text = "Are you sure you want to delete \"" + name + "\" station data?",
-                       .icon = QMessageBox::Warning,
-                       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                       .defaultButton = QMessageBox::Cancel},
-                      answer);
+    ExpectDeleteStationQuestion(name, answer);
     Click(screen, "btnDelete");
   }
 

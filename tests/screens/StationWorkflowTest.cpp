@@ -230,15 +230,7 @@ TEST_F(StationWorkflow, ASensorSavedInTheEditorIsOfferedToAStation) {
   Click(mainMenu, "Option2");
   ExpectFolderQuestion("Select calibration data folder is not exist.");
   user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-  user_.At<QMenu>([](QMenu& add) {
-    for (QAction* entry : add.actions()) {
-      if (entry->objectName() == "mnuPX12A") {
-        QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
-        return;
-      }
-    }
-    FAIL() << "no entry for the sensor";
-  });
+  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX12A"); });
   user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "3318A12345");
     Fill(editor, "txtDueYear", "2004");

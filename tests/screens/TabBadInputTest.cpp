@@ -138,7 +138,7 @@ class TabBadInput : public TabEditorFixture {
   }
 };
 
-TEST_F(TabBadInput, APageBlockWithoutItsEnd) {
+TEST_F(TabBadInput, APageBlockWithoutItsEndIsTold) {
   // The second "!END" and the "!" behind it.
   const Texts whole = SetALines();
   Texts lines = Without(whole, "!END", 1);
@@ -162,7 +162,7 @@ TEST_F(TabBadInput, APageBlockWithoutItsEnd) {
       });
 }
 
-TEST_F(TabBadInput, APageBlockThatTheEndOfTheFileCutsOff) {
+TEST_F(TabBadInput, APageBlockThatTheEndOfTheFileCutsOffIsTold) {
   // Without the last "!END" and "!" the file ends with a data line, which is not read.
   std::vector<Member> members = SetAMembers();
   members[3].rows.push_back({"2000", "1000.002pF", "0.0050", "0.00033", "0.00034"});
@@ -174,7 +174,7 @@ TEST_F(TabBadInput, APageBlockThatTheEndOfTheFileCutsOff) {
   });
 }
 
-TEST_F(TabBadInput, ASectionWithoutItsEnd) {
+TEST_F(TabBadInput, ASectionWithoutItsEndIsTold) {
   ExpectToldAndShown(
       "RT730A", Lines(Without(ResistorLines(), "!END", 2)),
       {"HF Calibration at 10ohm", "!END", "HF Calibration at 100ohm"},
@@ -188,7 +188,7 @@ TEST_F(TabBadInput, ASectionWithoutItsEnd) {
       });
 }
 
-TEST_F(TabBadInput, APageLineTwice) {
+TEST_F(TabBadInput, APageLineThatStandsTwiceIsTold) {
   const Member again = {"RT521A", "M009", {{"500", "1.000500pF", "0.0015", "0.00009", "0.00008"}}};
   ExpectToldAndShown(
       "RT520A", Lines(Joined({SetALines(), MemberLines(again)})), {"RT521A", "more than once"},
@@ -200,7 +200,7 @@ TEST_F(TabBadInput, APageLineTwice) {
       });
 }
 
-TEST_F(TabBadInput, ASectionTwice) {
+TEST_F(TabBadInput, ASectionThatStandsTwiceIsTold) {
   const Texts again = {"!", "!Series Inductance and/or Parallel Capacitance at 1MHz",
                        "!Model     : Calibrated Value : Unc.(%)",
                        "*   RT734A :          Ls/7 nH :  0.7 nH", "!END"};
@@ -213,7 +213,7 @@ TEST_F(TabBadInput, ASectionTwice) {
                      });
 }
 
-TEST_F(TabBadInput, FiftyTwoRowsInAPage) {
+TEST_F(TabBadInput, FiftyTwoRowsInAPageAreRefused) {
   std::vector<Member> members = SetAMembers();
   members[0].rows.clear();
   for (int row = 1; row <= 52; ++row) {
@@ -223,7 +223,7 @@ TEST_F(TabBadInput, FiftyTwoRowsInAPage) {
   ExpectRefused("RT520A", Lines(SetALines(members)), {"51", PathOf("RT520A"), "line 62"});
 }
 
-TEST_F(TabBadInput, FiftyTwoRowsInASection) {
+TEST_F(TabBadInput, FiftyTwoRowsInASectionAreRefused) {
   ResistorRows rows = SetRRows();
   rows[2].clear();
   for (int row = 1; row <= 52; ++row) {
@@ -235,7 +235,7 @@ TEST_F(TabBadInput, FiftyTwoRowsInASection) {
                 {"51", PathOf("RT730A"), "line 77"});
 }
 
-TEST_F(TabBadInput, SeventeenWordsOnADataLine) {
+TEST_F(TabBadInput, SeventeenWordsOnADataLineAreRefused) {
   Texts lines = SetALines();
   ASSERT_EQ(lines[9], "#RT521A    :     M001");
   lines[11] = "* 10000 : 1.00002pF : 0.005 : 0.00003 : 0.00004 6 7 8 9 10 11 12 13 14 15 16 17";
@@ -251,14 +251,14 @@ TEST_F(TabBadInput, SixteenWordsOnADataLineAreRead) {
   });
 }
 
-TEST_F(TabBadInput, SevenColumnsOnALineOfTheResistorSet) {
+TEST_F(TabBadInput, SevenColumnsOnALineOfTheResistorSetAreRefused) {
   Texts lines = ResistorLines();
   ASSERT_EQ(lines[12], "*   RT731A :        1 mohm :     1.0000  mohm :       0.1 % ");
   lines[12] = "* RT731A : 1 mohm : 1.0000  mohm : 0.1 % : 5 : 6 : 7";
   ExpectRefused("RT730A", Lines(lines), {PathOf("RT730A"), "line 13"});
 }
 
-TEST_F(TabBadInput, AFileOfAnotherSet) {
+TEST_F(TabBadInput, AFileOfAnotherSetIsTold) {
   Texts lines = HeaderLines({"RT520C", "00042"});
   for (const Member& member : SetCMembers()) {
     lines = Joined({lines, MemberLines(member)});
@@ -271,7 +271,7 @@ TEST_F(TabBadInput, AFileOfAnotherSet) {
                      });
 }
 
-TEST_F(TabBadInput, AFileOfAnotherFamily) {
+TEST_F(TabBadInput, AFileOfAnotherFamilyIsTold) {
   ExpectToldAndShown(
       "RT730A", CapacitorFile({"RT520A", "00042"}, SetAMembers()),
       {"\"RT520A\"", "\"RT730A\"", "DC Registance", "HF Calibration at 100kohm"},
@@ -281,7 +281,7 @@ TEST_F(TabBadInput, AFileOfAnotherFamily) {
       });
 }
 
-TEST_F(TabBadInput, AMissingTemplateForAnExistingFile) {
+TEST_F(TabBadInput, AMissingTemplateForAnExistingFileIsTold) {
   for (const std::string model : {"RT520A", "RT520C", "RT730A"}) {
     std::filesystem::remove(tree_.ProgramFolder() / ("Temp" + model));
   }
@@ -292,20 +292,14 @@ TEST_F(TabBadInput, AMissingTemplateForAnExistingFile) {
   ExpectRefused("RT730A", Lines(ResistorLines()), {"TempRT730A"});
 }
 
-TEST_F(TabBadInput, AMissingTemplateForNewData) {
+TEST_F(TabBadInput, AMissingTemplateForNewDataIsTold) {
   std::filesystem::remove(tree_.ProgramFolder() / "TempRT520A");
   tree_.MakeFolders(gCalibrationDir);
   questions_.ExpectError({"TempRT520A"});
   user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-  user_.At<QMenu>([](QMenu& menu) {
-    for (QAction* entry : menu.actions()) {
-      if (entry->objectName() == "mnuRT520A") {
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-      }
-    }
-  });
+  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "RT520A"); });
   user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) {
-    QTest::qWait(0);
+    Settle();
     EXPECT_EQ(QApplication::activeModalWidget(), &screen) << "no editor has opened";
     Click(screen, "btnReturn");
   });
@@ -314,7 +308,7 @@ TEST_F(TabBadInput, AMissingTemplateForNewData) {
   EXPECT_TRUE(tree_.Names(R"(c:\calfactors\RT520A)").empty());
 }
 
-TEST_F(TabBadInput, APageTitleThatIsCutOff) {
+TEST_F(TabBadInput, APageTitleThatIsCutOffIsTold) {
   Texts lines = SetALines();
   std::replace(lines.begin(), lines.end(), std::string("#RT523A    :     M003"),
                std::string("#RT52"));
@@ -327,7 +321,7 @@ TEST_F(TabBadInput, APageTitleThatIsCutOff) {
   });
 }
 
-TEST_F(TabBadInput, ASectionTitleThatIsCutOff) {
+TEST_F(TabBadInput, ASectionTitleThatIsCutOffIsTold) {
   Texts lines = ResistorLines();
   std::replace(lines.begin(), lines.end(), std::string("!DC Resistance"), std::string("!D"));
   ExpectToldAndShown("RT730A", Lines(lines), {"DC Registance"}, [](frmCalDataTabInput& editor) {
@@ -337,7 +331,7 @@ TEST_F(TabBadInput, ASectionTitleThatIsCutOff) {
   });
 }
 
-TEST_F(TabBadInput, APageTitleWithinWhichTheFileEnds) {
+TEST_F(TabBadInput, APageTitleWithinWhichTheFileEndsIsTold) {
   const std::string setA = Lines(SetALines());
   ExpectToldAndShown("RT520A", setA.substr(0, setA.find("#RT524A") + 10), {"RT524A"},
                      [](frmCalDataTabInput& editor) {
@@ -346,7 +340,7 @@ TEST_F(TabBadInput, APageTitleWithinWhichTheFileEnds) {
                      });
 }
 
-TEST_F(TabBadInput, ASectionTitleWithinWhichTheFileEnds) {
+TEST_F(TabBadInput, ASectionTitleWithinWhichTheFileEndsIsTold) {
   const std::string resistors = Lines(ResistorLines());
   ExpectToldAndShown(
       "RT730A", resistors.substr(0, resistors.find("! 100 kohm") + 14),
@@ -411,7 +405,7 @@ TEST_F(TabBadInput, AMemberThatIsNotThereNeedsNoSerialNumber) {
   EXPECT_EQ(tree_.Read(PathOf("RT520C")), CapacitorFile({"RT520C", "00042"}, members));
 }
 
-TEST_F(TabBadInput, OkWithAnEmptySetSerialNumberWhileACellIsEdited) {
+TEST_F(TabBadInput, OkWithAnEmptySetSerialNumberStoresTheOpenEditAndIsRefused) {
   EditNew("RT520A", [&](frmCalDataTabInput& editor) {
     Fill(editor, "txtCalNo", "C-9");
     Choose(editor, "cmbCalMonth", "MAY");
@@ -434,7 +428,7 @@ TEST_F(TabBadInput, OkWithAnEmptySetSerialNumberWhileACellIsEdited) {
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "N2");
     EXPECT_EQ(TextOf(editor, "txtSerial"), "");
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "C-9");
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "MAY");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "MAY");
     Fill(editor, "txtSerial", "00042");
     Click(editor, "btnOk");
     EXPECT_FALSE(editor.isVisible());

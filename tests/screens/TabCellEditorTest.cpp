@@ -288,7 +288,7 @@ TEST_F(TabCellEditor, BothBoxesFollowTheirCell) {
     grid.verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     expectOver(10, 2);
     editor.resize(editor.width() - 60, editor.height());
-    QTest::qWait(0);
+    Settle();
     expectOver(10, 2);
     EXPECT_EQ(TextOf(editor, "txtCell"), "2005");
     Press(Qt::Key_Return);
@@ -560,14 +560,7 @@ TEST_F(TabCellEditor, TheMouseChoosesAUnit) {
   EditNew("RT520A", [](frmCalDataTabInput& editor) {
     ClickCell(GridOf(editor), 1, 2);
     Type("0.1");
-    QComboBox& units = UnitBoxOf(editor);
-    QTest::mouseClick(&units, Qt::LeftButton);
-    QAbstractItemView& list = *units.view();
-    ASSERT_TRUE(list.isVisible());
-    const QPoint place(10, list.visualRect(list.model()->index(1, 0)).center().y());
-    QTest::qWait(2 * QApplication::doubleClickInterval());  // no part of the click that opened it
-    QTest::mouseMove(list.viewport(), place);
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+    ChooseByMouse(UnitBoxOf(editor), 1);
     ExpectUnits(editor, "%");
     EXPECT_TRUE(CellBoxOf(editor).isVisible()) << "the edit is still open";
     EXPECT_EQ(TextOf(editor, "txtCell"), "0.1");

@@ -18,12 +18,11 @@
 #include "calscreens/CalGrid.h"
 #include "calscreens/frmCalDataTabInput.h"
 #include "support/ScriptedQuestions.h"
+#include "support/SetModels.h"
 #include "support/TestTree.h"
 #include "support/User.h"
 
 namespace tarvell::test {
-
-using Texts = std::vector<std::string>;
 
 // Files of the sets, put together from the layout of their lines.
 
@@ -126,24 +125,10 @@ struct Member {
 using ResistorRows = std::array<Texts, 7>;
 
 [[nodiscard]] inline std::string ResistorFile(const SetHeader& header, const ResistorRows& rows) {
-  static const std::array<Texts, 7> kTitles = {{
-      {"!", "!DC Resistance", "!Model     : Nominal Value : Calibrated Value : Unc.(%)"},
-      {"!", "!Series Inductance and/or Parallel Capacitance at 1MHz",
-       "!Model     : Calibrated Value : Unc.(%)"},
-      {"!", "!High Freqency Calibration Results", "! 10 ohm (MODEL QZ RT735A)",
-       "!Frequency :  Resistance  :  Uncertainty :  Reactance     : Uncertainty"},
-      {"!", "! 100 ohm (MODEL QZ RT736A)",
-       "!Frequency :  Resistance  :  Uncertainty :  Reactance     : Uncertainty"},
-      {"!", "! 1 kohm (MODEL QZ RT737A)",
-       "!Frequency :  Resistance   :  Uncertainty  :  Susceptance   :  Uncertainty"},
-      {"!", "! 10 kohm (MODEL QZ RT738A)",
-       "!Frequency :  Resistance   :  Uncertainty  :  Susceptance   :  Uncertainty"},
-      {"!", "! 100 kohm (MODEL QZ RT739A)",
-       "!Frequency :  Resistance   :  Uncertainty  :  Susceptance   :  Uncertainty"},
-  }};
   Texts lines = HeaderLines(header);
   for (std::size_t page = 0; page < rows.size(); ++page) {
-    lines.insert(lines.end(), kTitles.at(page).begin(), kTitles.at(page).end());
+    const Texts& titles = ResistorSet().openings.at(page);
+    lines.insert(lines.end(), titles.begin(), titles.end());
     lines.insert(lines.end(), rows.at(page).begin(), rows.at(page).end());
     lines.emplace_back("!END");
   }
@@ -232,10 +217,6 @@ inline void TypeCell(QWidget& editor, int row, int column, const QString& text) 
 
 [[nodiscard]] inline QComboBox& UnitBoxOf(QWidget& editor) {
   return Find<QComboBox>(editor, "txtCellCmb");
-}
-
-[[nodiscard]] inline std::string ChosenIn(QWidget& screen, const QString& combo) {
-  return Find<QComboBox>(screen, combo).currentText().toStdString();
 }
 
 /// Opens the tabbed editor on templates and files of the test's own; boxes are answered by

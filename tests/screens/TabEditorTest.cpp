@@ -32,15 +32,6 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 const std::vector<std::string> kMonths = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
                                           "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
 
-std::vector<std::string> ItemsOf(QWidget& screen, const QString& combo) {
-  auto& control = Find<QComboBox>(screen, combo);
-  std::vector<std::string> items;
-  for (int i = 0; i < control.count(); ++i) {
-    items.push_back(control.itemText(i).toStdString());
-  }
-  return items;
-}
-
 /// Clicks an arrow, "up" or "down", of a spinner.
 void ClickArrow(QWidget& screen, const QString& spinner, const QString& arrow) {
   QTest::mouseClick(&Find<QToolButton>(Find<QWidget>(screen, spinner), arrow), Qt::LeftButton);
@@ -66,10 +57,10 @@ TEST_F(TabEditor, NewDataStartFromTheTemplateWithoutASerialNumber) {
     EXPECT_FALSE(IsGrey(Find<QLineEdit>(editor, "txtSerial")));
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "T-1");
     EXPECT_EQ(TextOf(editor, "txtCalYear"), "2000");
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "JAN");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "JAN");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "31");
     EXPECT_EQ(TextOf(editor, "txtDueYear"), "2001");
-    EXPECT_EQ(ChosenIn(editor, "cmbDueMonth"), "JAN");
+    EXPECT_EQ(ComboText(editor, "cmbDueMonth"), "JAN");
     EXPECT_EQ(TextOf(editor, "txtDueDay"), "31");
     EXPECT_EQ(TextOf(editor, "txtComment"), "template");
     EXPECT_EQ(SelectedTab(editor), 1);
@@ -96,8 +87,8 @@ TEST_F(TabEditor, EveryModelHasTheControlsOfAMember) {
       EXPECT_FALSE(box.isReadOnly());
       EXPECT_EQ(label.buddy(), &box);
       EXPECT_TRUE(Find<QPushButton>(editor, "btnOk").isDefault());
-      EXPECT_EQ(ItemsOf(editor, "cmbCalMonth"), kMonths);
-      EXPECT_EQ(ItemsOf(editor, "cmbDueMonth"), kMonths);
+      EXPECT_EQ(ComboEntries(editor, "cmbCalMonth"), kMonths);
+      EXPECT_EQ(ComboEntries(editor, "cmbDueMonth"), kMonths);
       EXPECT_EQ(TextOf(editor, "txtModel"), model);
       // The serial number is what is missing: it can be typed at once.
       EXPECT_EQ(QApplication::focusWidget(), &Find<QLineEdit>(editor, "txtSerial"));
@@ -136,10 +127,10 @@ TEST_F(TabEditor, AnExistingFileIsShownWithItsSerialNumberLocked) {
     EXPECT_EQ(TextOf(editor, "txtSerial"), "9000A00042") << "it cannot be typed over";
     EXPECT_EQ(TextOf(editor, "txtCalNo"), "C-7");
     EXPECT_EQ(TextOf(editor, "txtCalYear"), "2003");
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "FEB");
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "FEB");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "28");
     EXPECT_EQ(TextOf(editor, "txtDueYear"), "2004");
-    EXPECT_EQ(ChosenIn(editor, "cmbDueMonth"), "FEB");
+    EXPECT_EQ(ComboText(editor, "cmbDueMonth"), "FEB");
     EXPECT_EQ(TextOf(editor, "txtDueDay"), "29");
     EXPECT_EQ(TextOf(editor, "txtComment"), "lab");
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "K001");
@@ -546,17 +537,8 @@ TEST_F(TabEditor, AChosenMonthLimitsItsDay) {
 
 TEST_F(TabEditor, AMonthChosenByTheMouseLimitsItsDayToo) {
   EditNew("RT520A", [](frmCalDataTabInput& editor) {
-    auto& months = Find<QComboBox>(editor, "cmbCalMonth");
-    QTest::mouseClick(&months, Qt::LeftButton);
-    QAbstractItemView& list = *months.view();
-    ASSERT_TRUE(list.isVisible());
-    const QModelIndex september = list.model()->index(8, 0);
-    list.scrollTo(september);
-    const QPoint place(10, list.visualRect(september).center().y());
-    QTest::qWait(2 * QApplication::doubleClickInterval());  // no part of the click that opened it
-    QTest::mouseMove(list.viewport(), place);
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
-    EXPECT_EQ(ChosenIn(editor, "cmbCalMonth"), "SEP");
+    ChooseByMouse(Find<QComboBox>(editor, "cmbCalMonth"), 8);
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "SEP");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "30");
   });
 }
@@ -692,7 +674,7 @@ TEST_F(TabEditor, ACharacterThatFilesCannotHoldIsRefusedWhereItIsPasted) {
     QApplication::clipboard()->setText(QString::fromUtf16(u"\u03A9"));
     questions_.ExpectError({"\xCE\xA9"});
     Press(Qt::Key_V, Qt::ControlModifier);
-    QTest::qWait(0);
+    Settle();
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "N1");
   });
 }

@@ -85,7 +85,7 @@ void PickFile(QFileDialog& dialog, const QString& name) {
 
 /// An operator who takes in the finished file of a test kit. The parameter is the kit's model.
 class TestKitWorkflow : public testing::TestWithParam<const char*> {
- protected:
+ public:
   TestKitWorkflow() : platform_(tree_.ProgramFolder()) {
     gCalibrationDir = R"(c:\calfactors)";
     tree_.MakeFolders(gCalibrationDir);
@@ -95,6 +95,7 @@ class TestKitWorkflow : public testing::TestWithParam<const char*> {
   TestKitWorkflow(const TestKitWorkflow&) = delete;
   TestKitWorkflow& operator=(const TestKitWorkflow&) = delete;
 
+ protected:
   [[nodiscard]] static std::string Code() { return GetParam(); }
   [[nodiscard]] static std::string Folder() { return gCalibrationDir + "\\" + Code(); }
   [[nodiscard]] static std::string FileNamed(const std::string& name) {
@@ -117,24 +118,25 @@ class TestKitWorkflow : public testing::TestWithParam<const char*> {
   /// what it shows.
   void Add(
       frmCalibrationMain& screen, const std::function<void()>& expect = [] {}) {
-    user_.At<QMenu>([](QMenu& menu) {
-      for (QAction* entry : menu.actions()) {
-        if (entry->objectName() == QString("mnu") + GetParam()) {
-          EXPECT_EQ(entry->text(), GetParam());
-          ASSERT_TRUE(entry->isEnabled());
-          QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
-          return;
-        }
-      }
-      FAIL() << "no entry " << GetParam();
-    });
+    user_.At<QMenu>([](QMenu& add) { ClickModel(add, GetParam()); });
     expect();
     Click(screen, "btnAdd");
     // The menu stays open until its entry was chosen.
     EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() == nullptr; }));
   }
 
-  void Update(frmCalibrationMain& screen, const QString& serial) {
+  /// Adds a file of these bytes, after which the kits of these serial numbers are listed.
+  void TakeIn(const std::string& bytes, const Texts& serials) {
+    WriteNative(Source(), bytes);
+    ScriptedQuestions questions;
+    Run([&](frmCalibrationMain& screen) {
+      ExpectPicker(questions, Source());
+      Add(screen);
+      ExpectShown(screen, serials);
+    });
+  }
+
+  static void Update(frmCalibrationMain& screen, const QString& serial) {
     ClickEntry(screen, "LstInstrment", GetParam());
     ClickEntry(screen, "lstSerialNumber", serial);
     Click(screen, "btnEdit");
@@ -213,13 +215,7 @@ TEST_P(TestKitWorkflow, AddRefreshesTheModelListBeforeItAsks) {
 
 TEST_P(TestKitWorkflow, AddOfAnotherFileAddsItToTheFolder) {
   tree_.Write(FileNamed("SN11111"), KitFile("3318A11111"));
-  WriteNative(Source(), KitFile("ABC"));
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A11111", "ABC"});
-  });
+  TakeIn(KitFile("ABC"), {"3318A11111", "ABC"});
   EXPECT_EQ(tree_.Names(Folder()), (Texts{"SN11111", "SNABC"}));
   EXPECT_TRUE(tree_.Read(FileNamed("SN11111")) == KitFile("3318A11111"));
   EXPECT_TRUE(tree_.Read(FileNamed("SNABC")) == KitFile("ABC"));
@@ -227,13 +223,7 @@ TEST_P(TestKitWorkflow, AddOfAnotherFileAddsItToTheFolder) {
 
 TEST_P(TestKitWorkflow, AddReplacesAFileOfTheSameNameWithoutAQuestion) {
   tree_.Write(FileNamed("SN12345"), "QZ RT410A\r\n9999A12345\r\n01JAN1999\r\nearlier\r\n");
-  WriteNative(Source(), KitFile("3318A12345"));
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A12345"});
-  });
+  TakeIn(KitFile("3318A12345"), {"3318A12345"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN12345"});
   EXPECT_TRUE(tree_.Read(FileNamed("SN12345")) == KitFile("3318A12345"));
 }
@@ -242,26 +232,14 @@ TEST_P(TestKitWorkflow, AFileWithHeaderLinesIsTakenInAsWell) {
   const std::string file =
       Lines({"#MODEL_NO : " + Code(), "#SER_NO   : 3318A54321", "#CAL_DATE : 20010305",
              "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : factory", "!End"});
-  WriteNative(Source(), file);
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A54321"});
-  });
+  TakeIn(file, {"3318A54321"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN54321"});
   EXPECT_EQ(tree_.Read(FileNamed("SN54321")), file);
 }
 
 TEST_P(TestKitWorkflow, ACommaInTheFirstLineNamesTheFile) {
   const std::string file = "RT410A, 3318A54321\r\n05MAR2001\r\n";
-  WriteNative(Source(), file);
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    ExpectPicker(questions, Source());
-    Add(screen);
-    ExpectShown(screen, {"3318A54321"});
-  });
+  TakeIn(file, {"3318A54321"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN54321"});
   EXPECT_EQ(tree_.Read(FileNamed("SN54321")), file);
 }

@@ -96,19 +96,9 @@ void SensorStage::AtMenu(const std::function<void(frmCalibrationMain& menu)>& ac
   user_.At<frmCalibrationMain>(act);
 }
 
-void SensorStage::ChooseAdd(const QString& name) {
+void SensorStage::ChooseAdd(const QString& model) {
   AtMenu([](frmCalibrationMain& menu) { Click(menu, "btnAdd"); });
-  user_.At<QMenu>([name](QMenu& add) {
-    for (QAction* entry : add.actions()) {
-      if (entry->objectName() == name) {
-        EXPECT_TRUE(entry->isEnabled()) << name.toStdString();
-        QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
-        return;
-      }
-    }
-    ADD_FAILURE() << "no entry " << name.toStdString();
-    add.close();
-  });
+  user_.At<QMenu>([model](QMenu& add) { ClickModel(add, model); });
 }
 
 void SensorStage::RunMenu() {

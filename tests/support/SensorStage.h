@@ -68,8 +68,8 @@ class SensorStage : public testing::Test {
 
   /// What the user does at the calibration data menu, step by step, once it runs.
   void AtMenu(const std::function<void(frmCalibrationMain& menu)>& act);
-  /// Opens the Add menu and chooses an entry.
-  void ChooseAdd(const QString& name);
+  /// Opens the Add menu and chooses a model.
+  void ChooseAdd(const QString& model);
   /// Shows the calibration data menu, and closes it after the last step.
   void RunMenu();
 

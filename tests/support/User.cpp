@@ -3,6 +3,8 @@
 
 #include "support/User.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QPushButton>
 #include <QTimer>
 
@@ -64,6 +66,11 @@ void CloseEverything() {
 
 }  // namespace
 
+void Settle() {
+  QCoreApplication::sendPostedEvents();
+  QApplication::processEvents();
+}
+
 void Click(QWidget& screen, const QString& button) {
   auto& control = Find<QAbstractButton>(screen, button);
   EXPECT_TRUE(control.isVisible() && control.isEnabled())
@@ -98,6 +105,18 @@ void Fill(QWidget& screen, const QString& box, const QString& text) {
   Type(text);
 }
 
+void ClickModel(QMenu& add, const QString& model) {
+  auto* entry = add.findChild<QAction*>("mnu" + model);
+  if (entry == nullptr) {
+    ADD_FAILURE() << "no entry " << model.toStdString();
+    add.close();
+    return;
+  }
+  EXPECT_EQ(entry->text(), model);
+  EXPECT_TRUE(entry->isEnabled()) << model.toStdString();
+  QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
+}
+
 void Choose(QWidget& screen, const QString& combo, const QString& entry) {
   auto& control = Find<QComboBox>(screen, combo);
   const int index = control.findText(entry);
@@ -109,6 +128,29 @@ void Choose(QWidget& screen, const QString& combo, const QString& entry) {
     Press(before < index ? Qt::Key_Down : Qt::Key_Up);
     ASSERT_NE(control.currentIndex(), before);
   }
+}
+
+void ChooseByMouse(QComboBox& combo, int index) {
+  QTest::mouseClick(&combo, Qt::LeftButton);
+  QAbstractItemView& list = *combo.view();
+  ASSERT_TRUE(list.isVisible());
+  const QModelIndex entry = list.model()->index(index, 0);
+  list.scrollTo(entry);
+  const QPoint place(10, list.visualRect(entry).center().y());
+  // A list takes no release that may be part of the click that opened it, and tells nobody how
+  // long.
+  QTest::qWait(2 * QApplication::doubleClickInterval());
+  QTest::mouseMove(list.viewport(), place);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+}
+
+void FillCombo(QWidget& screen, const QString& combo, const QString& text) {
+  QLineEdit* box = Find<QComboBox>(screen, combo).lineEdit();
+  ASSERT_NE(box, nullptr) << combo.toStdString();
+  QTest::mouseClick(box, Qt::LeftButton);
+  Press(Qt::Key_A, Qt::ControlModifier);
+  Press(Qt::Key_Delete);
+  Type(text);
 }
 
 void ClickEntry(QWidget& screen, const QString& list, const QString& text) {
@@ -142,6 +184,19 @@ void DoubleClickCell(QTableView& grid, int row, int column) {
 
 std::string TextOf(QWidget& screen, const QString& box) {
   return Find<QLineEdit>(screen, box).text().toStdString();
+}
+
+std::string ComboText(QWidget& screen, const QString& combo) {
+  return Find<QComboBox>(screen, combo).currentText().toStdString();
+}
+
+std::vector<std::string> ComboEntries(QWidget& screen, const QString& combo) {
+  const auto& control = Find<QComboBox>(screen, combo);
+  std::vector<std::string> entries;
+  for (int i = 0; i < control.count(); ++i) {
+    entries.push_back(control.itemText(i).toStdString());
+  }
+  return entries;
 }
 
 std::vector<std::string> EntriesOf(QWidget& screen, const QString& list) {

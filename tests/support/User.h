@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTest>
@@ -43,8 +44,14 @@ void Type(const QString& text);
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Puts the keyboard into a text box and types over its text.
 void Fill(QWidget& screen, const QString& box, const QString& text);
+/// Clicks the entry of a model in the menu of Add.
+void ClickModel(QMenu& add, const QString& model);
 /// Chooses an entry of a drop-down list by its keys.
 void Choose(QWidget& screen, const QString& combo, const QString& entry);
+/// Chooses an entry of a drop-down list by the mouse.
+void ChooseByMouse(QComboBox& combo, int index);
+/// Types over the text of a drop-down list that takes typed text as well.
+void FillCombo(QWidget& screen, const QString& combo, const QString& text);
 /// Clicks or double-clicks the entry of a list that shows `text`.
 void ClickEntry(QWidget& screen, const QString& list, const QString& text);
 void DoubleClickEntry(QWidget& screen, const QString& list, const QString& text);
@@ -52,9 +59,15 @@ void DoubleClickEntry(QWidget& screen, const QString& list, const QString& text)
 void ClickCell(QTableView& grid, int row, int column);
 void DoubleClickCell(QTableView& grid, int row, int column);
 
+/// Lets the screen do what a click or key has left for later.
+void Settle();
+
 // What a user's eyes see.
 
 [[nodiscard]] std::string TextOf(QWidget& screen, const QString& box);
+/// What a drop-down list shows, and offers.
+[[nodiscard]] std::string ComboText(QWidget& screen, const QString& combo);
+[[nodiscard]] std::vector<std::string> ComboEntries(QWidget& screen, const QString& combo);
 [[nodiscard]] std::vector<std::string> EntriesOf(QWidget& screen, const QString& list);
 /// A cell's text; row 0 is the caption row.
 [[nodiscard]] std::string CellOf(QTableView& grid, int row, int column);

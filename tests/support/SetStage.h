@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SUPPORT_SETSTAGE_H
+#define TARVELL_TESTS_SUPPORT_SETSTAGE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "caldata/cifCaldata.h"
+#include "common/Error.h"
+#include "support/SetModels.h"
+#include "support/TestTree.h"
+
+namespace tarvell::test {
+
+using Row = Texts;
+using Rows = std::vector<Row>;
+
+[[nodiscard]] Texts Joined(const std::vector<Texts>& parts);
+
+/// Data lines, texts and rows of so many rows, whose first cells are 1, 2 and so on.
+[[nodiscard]] Texts ManyLines(int count);
+[[nodiscard]] Texts ManyNames(int count);
+[[nodiscard]] Rows ManyRows(int count);
+
+/// A set in its file.
+class SetStage {
+ public:
+  static constexpr const char* kFile = "c:\\data\\SN12345";
+
+  explicit SetStage(const SetModel& set);
+
+ protected:
+  void SetRows(std::int16_t page, const Rows& rows, std::int16_t columns = 5);
+  [[nodiscard]] Rows ShownRows(std::int16_t page) const;
+  [[nodiscard]] Texts FirstColumn(std::int16_t page) const;
+
+  [[nodiscard]] std::string Saved() const;
+
+  /// Loads a file of these lines into a new object, or into the one that is there.
+  void Load(const Texts& lines);
+  void LoadOver(const Texts& lines);
+  /// Loads the file as it is into a new object.
+  void LoadAgain();
+  /// The error of loading a file of these lines into a new object.
+  [[nodiscard]] Error LoadError(const Texts& lines);
+
+  /// One page of a file, whole.
+  [[nodiscard]] Texts Page(std::size_t page, const Texts& dataLines) const;
+  /// Pages with the row "7" each, all but these.
+  [[nodiscard]] Texts PagesBut(const std::vector<std::size_t>& others) const;
+
+  /// Exactly these notices, each with its parts.
+  void ExpectNotices(const std::vector<Texts>& notices) const;
+  void ExpectNotice(const Texts& parts) const { ExpectNotices({parts}); }
+
+  const SetModel& set_;
+  TestTree tree_;
+  std::unique_ptr<cifCaldata> data_;
+};
+
+}  // namespace tarvell::test
+
+#endif
