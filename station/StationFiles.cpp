@@ -26,7 +26,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::size_t kLineWords = 31;
 constexpr std::string_view kModelNumber = "MODEL NUMBER";
 constexpr std::string_view kAddressType = "ADDRESS TYPE";
 
@@ -58,7 +57,8 @@ const Field* FindField(std::string_view keyword) {
   return found == kFields.end() ? nullptr : found;
 }
 
-using Words = std::array<std::string, kLineWords>;
+/// The last one stays empty.
+using Words = std::array<std::string, kMostWords + 1>;
 
 /// How many words of a line are its keyword.
 std::size_t KeywordLength(const Words& words) {
