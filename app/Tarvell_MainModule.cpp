@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "common/CommonStringModule.h"
 #include "common/Error.h"
 #include "common/ItemReader.h"
 #include "common/Numbers.h"

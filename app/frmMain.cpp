@@ -12,6 +12,8 @@
 #include <QMenuBar>
 #include <QWindow>
 
+#include <cstdint>
+
 #include "app/Profiles.h"
 #include "app/Tarvell_MainModule.h"
 #include "app/Version.h"

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
 
 #include "app/Tarvell_MainModule.h"
 #include "caldata/MemoryGrid.h"

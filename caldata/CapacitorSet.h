@@ -5,7 +5,6 @@
 #define TARVELL_CALDATA_CAPACITORSET_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>

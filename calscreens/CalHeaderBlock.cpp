@@ -5,6 +5,9 @@
 
 #include "ui_CalHeaderBlock.h"
 
+#include <cstdint>
+#include <string>
+
 #include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/CalmWheel.h"

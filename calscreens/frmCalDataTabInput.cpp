@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "caldata/SetPages.h"
 #include "calscreens/CellEditor.h"

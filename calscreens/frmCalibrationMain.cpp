@@ -11,6 +11,7 @@
 #include <QFile>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/SerialList.h"

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
+#include <system_error>
 
 #include "common/DecimalText.h"
 #include "common/Error.h"

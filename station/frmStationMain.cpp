@@ -13,7 +13,6 @@
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
-#include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/Text.h"

@@ -7,6 +7,7 @@
 
 #include <QSignalBlocker>
 
+#include <string_view>
 #include <utility>
 #include <vector>
 
