@@ -3,6 +3,8 @@
 
 #include "app/Profiles.h"
 
+#include <string_view>
+
 #include "app/Tarvell_MainModule.h"
 #include "app/Version.h"
 #include "common/CommonStringModule.h"

@@ -7,7 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "common/CommonStringModule.h"
 #include "common/Error.h"
 #include "common/ItemReader.h"
 #include "common/Numbers.h"
@@ -22,12 +21,6 @@ namespace {
 constexpr std::array<std::string_view, 12> kMonths = {"JAN", "FEB", "MAR", "APR", "MAY", "JUN",
                                                       "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
 constexpr std::size_t kMostEntries = 256;
-constexpr int kMostWords = 30;
-
-std::string TwoDigits(int number) {
-  const std::string text = std::to_string(number);
-  return text.size() < 2 ? "0" + text : text;
-}
 
 bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
@@ -127,7 +120,7 @@ std::optional<CalFileInfo> ReadHeader(const std::string& native, const std::stri
 }  // namespace
 
 std::string RevisionText(int major, int minor) {
-  return "A." + TwoDigits(major) + "." + TwoDigits(minor);
+  return "A." + AtLeastTwoDigits(major) + "." + AtLeastTwoDigits(minor);
 }
 
 std::int16_t MonthToNumber(std::string_view name) {
@@ -234,18 +227,18 @@ std::int16_t SplitWords(std::string_view line, std::span<std::string> words) {
   for (std::size_t i = 0; i + 1 < words.size(); ++i) {
     words[i].clear();
   }
-  std::int16_t count = 0;
+  std::size_t count = 0;
   const auto* start = std::find_if_not(line.begin(), line.end(), IsSeparator);
   while (start != line.end() && count < kMostWords) {
     const auto* end = std::find_if(start, line.end(), IsSeparator);
-    if (static_cast<std::size_t>(count) == words.size()) {
+    if (count == words.size()) {
       throw Error(ErrorKind::Index, "A line holds more than " + std::to_string(words.size()) +
                                         " words. Correct the file, then try again.");
     }
-    words[static_cast<std::size_t>(count++)].assign(start, end);
+    words[count++].assign(start, end);
     start = std::find_if_not(end, line.end(), IsSeparator);
   }
-  return count;
+  return static_cast<std::int16_t>(count);
 }
 
 }  // namespace tarvell

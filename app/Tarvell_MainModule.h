@@ -80,9 +80,13 @@ std::int16_t ReadCalFileHeaders(
 /// Row of the first of `gCalFiles` with exactly this serial number, kTableRows when there is none.
 [[nodiscard]] std::int16_t FindCalFile(std::string_view serialNumber);
 
+/// As many words as are ever taken from a line.
+inline constexpr std::size_t kMostWords = 30;
+
 /// Splits `line` into its words, separated by runs of blanks and control blanks (NUL, TAB, CR,
-/// LF, backspace, form feed, vertical tab), at most 30. All of `words` but the last is emptied
-/// first. Returns the number of words; throws an Index error when `words` has no place for one.
+/// LF, backspace, form feed, vertical tab), at most kMostWords. All of `words` but the last is
+/// emptied first. Returns the number of words; throws an Index error when `words` has no place for
+/// one.
 std::int16_t SplitWords(std::string_view line, std::span<std::string> words);
 
 }  // namespace tarvell

@@ -12,6 +12,8 @@
 #include <QMenuBar>
 #include <QWindow>
 
+#include <cstdint>
+
 #include "app/Profiles.h"
 #include "app/Tarvell_MainModule.h"
 #include "app/Version.h"
@@ -96,68 +98,39 @@ void frmMain::Form_Load(double splashSeconds) {
 }
 
 void frmMain::btnBrowseCalibrationDir_Click() {
-  Guarded(this, [this] {
-    const QString picked = BrowseForFolder(this, ui_->txtCalibrationDir->text(),
-                                           "Browse for calibration data directory.");
-    if (!picked.isEmpty()) {
-      ui_->txtCalibrationDir->setText(picked);
-    }
-  });
+  Browse(ui_->txtCalibrationDir, "Browse for calibration data directory.");
 }
 
 void frmMain::btnBrowseStationDir_Click() {
-  Guarded(this, [this] {
-    const QString picked =
-        BrowseForFolder(this, ui_->txtStationDir->text(), "Browse for station data directory.");
+  Browse(ui_->txtStationDir, "Browse for station data directory.");
+}
+
+void frmMain::Browse(QLineEdit* box, const QString& title) {
+  Guarded(this, [&] {
+    const QString picked = BrowseForFolder(this, box->text(), title);
     if (!picked.isEmpty()) {
-      ui_->txtStationDir->setText(picked);
+      box->setText(picked);
     }
   });
 }
 
 void frmMain::btnStart_Click() {
-  bool folderAgreed = false;
-  Guarded(
-      this, [&] { Start(folderAgreed); },
-      [&](const Error& error) {
-        if (!folderAgreed) {
-          ShowError(this, error);
-          return;
-        }
-        CurrentQuestions().Ask(this, {.text = "Cannot make folder!",
-                                      .icon = QMessageBox::Critical,
-                                      .detail = ToQt(error.what())});
-      });
+  Guarded(this, [this] { Start(); });
 }
 
-void frmMain::Start(bool& folderAgreed) {
-  const QString stationDir = ui_->txtStationDir->text();
-  // Blanks alone would be the current folder, and the root of the disk in front of a name.
-  if (Trim(FromQt(stationDir)).empty()) {
-    Tell(this, "Station directory does not set.");
+void frmMain::Start() {
+  if (!TakeRoot(ui_->txtStationDir,
+                {.missing = "Station directory does not set.",
+                 .question = "Input station folder does not exist.\r\n"
+                             "If you want to create new folder, then press Ok button."},
+                gStationDir) ||
+      !TakeRoot(ui_->txtCalibrationDir,
+                {.missing = "Calibration data directory does not set.",
+                 .question = "Select calibration data folder is not exist.\r\n"
+                             "If you want to create new folder, then press Ok button."},
+                gCalibrationDir)) {
     return;
   }
-  if (!EnsureFolder(stationDir,
-                    "Input station folder does not exist.\r\n"
-                    "If you want to create new folder, then press Ok button.",
-                    folderAgreed)) {
-    return;
-  }
-  gStationDir = Trim(FromQt(stationDir));
-
-  const QString calibrationDir = ui_->txtCalibrationDir->text();
-  if (Trim(FromQt(calibrationDir)).empty()) {
-    Tell(this, "Calibration data directory does not set.");
-    return;
-  }
-  if (!EnsureFolder(calibrationDir,
-                    "Select calibration data folder is not exist.\r\n"
-                    "If you want to create new folder, then press Ok button.",
-                    folderAgreed)) {
-    return;
-  }
-  gCalibrationDir = Trim(FromQt(calibrationDir));
-
   if (ui_->Option1->isChecked()) {
     if (!stationMain_) {
       stationMain_ = std::make_unique<frmStationMain>(this);
@@ -172,8 +145,21 @@ void frmMain::Start(bool& folderAgreed) {
   }
 }
 
-bool frmMain::EnsureFolder(const QString& path, const QString& question, bool& agreed) {
-  const std::string folder = FromQt(path);
+bool frmMain::TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root) {
+  const std::string folder = FromQt(box->text());
+  // Blanks alone would be the current folder, and the root of the disk in front of a name.
+  if (Trim(folder).empty()) {
+    Tell(this, texts.missing);
+    return false;
+  }
+  if (!EnsureFolder(folder, texts.question)) {
+    return false;
+  }
+  root = Trim(folder);
+  return true;
+}
+
+bool frmMain::EnsureFolder(const std::string& folder, const QString& question) {
   if (FolderExists(folder)) {
     return true;
   }
@@ -181,12 +167,14 @@ bool frmMain::EnsureFolder(const QString& path, const QString& question, bool& a
       CurrentQuestions().Ask(this, {.text = question,
                                     .buttons = QMessageBox::Ok | QMessageBox::Cancel,
                                     .defaultButton = QMessageBox::Cancel});
-  if (answer != QMessageBox::Ok) {
-    return false;
-  }
-  agreed = true;
-  MakeFolder(folder);
-  return true;
+  return answer == QMessageBox::Ok &&
+         Guarded(
+             this, [&] { MakeFolder(folder); },
+             [this](const Error& error) {
+               CurrentQuestions().Ask(this, {.text = "Cannot make folder!",
+                                             .icon = QMessageBox::Critical,
+                                             .detail = ToQt(error.what())});
+             });
 }
 
 void frmMain::btnExit_Click() {

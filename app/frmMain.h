@@ -5,8 +5,11 @@
 #define TARVELL_APP_FRMMAIN_H
 
 #include <QDialog>
+#include <QLineEdit>
+#include <QString>
 
 #include <memory>
+#include <string>
 
 namespace tarvell {
 
@@ -45,9 +48,19 @@ class frmMain final : public QDialog {
   void Form_Unload();
 
   void SetUpMenu();
-  void Start(bool& folderAgreed);
-  /// Offers to make the folder when it does not exist; false when the user does not want it.
-  [[nodiscard]] bool EnsureFolder(const QString& path, const QString& question, bool& agreed);
+  void Browse(QLineEdit* box, const QString& title);
+  void Start();
+  /// What the user is told about a data root.
+  struct RootTexts {
+    QString missing;   ///< when none is given
+    QString question;  ///< when its folder does not exist
+  };
+  /// Takes the folder in `box` as the data root `root`; false when there is none, which is told or
+  /// was the user's answer.
+  [[nodiscard]] bool TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root);
+  /// Offers to make the folder when it does not exist; false when the user does not want it, or it
+  /// cannot be made, which is told.
+  [[nodiscard]] bool EnsureFolder(const std::string& folder, const QString& question);
 
   std::unique_ptr<Ui::frmMain> ui_;
   // Made on first use.

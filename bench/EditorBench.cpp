@@ -6,6 +6,8 @@
 #include <QListWidget>
 #include <benchmark/benchmark.h>
 
+#include <chrono>
+
 #include "Painted.h"
 #include "RatioReporter.h"
 #include "Workplace.h"
@@ -37,8 +39,7 @@ void OpenEditor(benchmark::State& state) {
           return qobject_cast<const frmCalDataTabInput*>(&window) != nullptr;
         },
         [&](QWidget& editor) {
-          state.SetIterationTime(
-              std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+          state.SetIterationTime(SecondsSince(start));
           EditorSize() = editor.size();
           editor.close();
         });
@@ -63,13 +64,11 @@ void PaintEmptyWindow(benchmark::State& state) {
     const auto start = std::chrono::steady_clock::now();
     QDialog window;
     window.resize(EditorSize());
-    const Painted painted(
-        [&](const QWidget& shown) { return &shown == &window; },
-        [&](QWidget&) {
-          state.SetIterationTime(
-              std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-          window.close();
-        });
+    const Painted painted([&](const QWidget& shown) { return &shown == &window; },
+                          [&](QWidget&) {
+                            state.SetIterationTime(SecondsSince(start));
+                            window.close();
+                          });
     window.exec();
   }
 }

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 

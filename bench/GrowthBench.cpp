@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
+#include <sstream>
 
 namespace tarvell::bench {
 
@@ -113,24 +114,35 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 }
 
 void RatioReporter::Finalize() {
+  PrintRatios();
+  std::cout << "\n";
+  PrintGrowth();
+  std::cout << std::flush;
+}
+
+void RatioReporter::PrintRatios() const {
   std::cout << std::left << std::setw(kNameWidth) << "work" << std::right << std::setw(12)
             << "program" << std::setw(12) << "limit" << std::setw(8) << "ratio" << std::setw(8)
             << "goal"
             << "\n";
   for (const Row& row : Rows()) {
-    if (figures_.count(row.name + kProgram) == 0 || figures_.count(row.name + kLimit) == 0) {
+    const auto programs = figures_.find(row.name + kProgram);
+    const auto limits = figures_.find(row.name + kLimit);
+    if (programs == figures_.end() || limits == figures_.end()) {
       continue;
     }
-    const double program = Median(figures_[row.name + kProgram]);
-    const double limit = Median(figures_[row.name + kLimit]);
+    const double program = Median(programs->second);
+    const double limit = Median(limits->second);
     const auto shown = row.isKilobytes ? &ShownKilobytes : &Shown;
     std::cout << std::left << std::setw(kNameWidth) << row.name << std::right << std::setw(12)
               << shown(program) << std::setw(12) << shown(limit) << std::fixed
               << std::setprecision(2) << std::setw(8) << program / limit << std::setw(8) << row.goal
               << "\n";
   }
-  std::cout << "\n"
-            << std::left << std::setw(kNameWidth) << "growth" << std::right << std::setw(12)
+}
+
+void RatioReporter::PrintGrowth() const {
+  std::cout << std::left << std::setw(kNameWidth) << "growth" << std::right << std::setw(12)
             << "median" << std::setw(14) << "for each"
             << "\n";
   for (const Growth& growth : Growths()) {
@@ -142,7 +154,6 @@ void RatioReporter::Finalize() {
                 << Shown(median / static_cast<double>(growth.size)) << "\n";
     }
   }
-  std::cout << std::flush;
 }
 
 }  // namespace tarvell::bench

@@ -35,6 +35,9 @@ class RatioReporter : public benchmark::BenchmarkReporter {
   void Finalize() override;
 
  private:
+  void PrintRatios() const;
+  void PrintGrowth() const;
+
   std::map<std::string, std::vector<double>> figures_;  ///< of each benchmark's repetitions
 };
 

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <string>
 #include <unistd.h>
 #include <utility>

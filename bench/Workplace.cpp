@@ -6,9 +6,10 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <stdexcept>
+#include <system_error>
 
+#include "app/Tarvell_MainModule.h"
 #include "caldata/MemoryGrid.h"
 #include "common/LinuxPlatform.h"
 #include "common/Paths.h"
@@ -18,7 +19,7 @@ namespace tarvell::bench {
 
 namespace {
 
-constexpr std::int16_t kMostRows = 52;  // the caption row included
+constexpr auto kMostRows = static_cast<std::int16_t>(kTableRows + 1);  // with the caption row
 
 /// The system, with the templates where the sources have them.
 class BenchPlatform : public LinuxPlatform {

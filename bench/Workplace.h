@@ -6,9 +6,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
-#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -54,6 +56,10 @@ inline constexpr std::array<std::string_view, 4> kFamilies = {"PX12A", "PX60H", 
 /// Columns of the widest table.
 inline constexpr std::int16_t kMostColumns = 6;
 
+[[nodiscard]] inline double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
 /// Runs `work` once for each iteration and reports how long it took.
 template <typename Work>
 void Measure(benchmark::State& state, const Work& work) {
@@ -61,8 +67,7 @@ void Measure(benchmark::State& state, const Work& work) {
     static_cast<void>(iteration);
     const auto start = std::chrono::steady_clock::now();
     work();
-    state.SetIterationTime(
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    state.SetIterationTime(SecondsSince(start));
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "common/Error.h"
+#include "common/Numbers.h"
 #include "common/Paths.h"
 #include "common/Platform.h"
 #include "common/Text.h"
@@ -17,9 +18,6 @@ namespace {
 
 constexpr std::string_view kEnd = "!End";
 
-/// As many words as are ever taken from a line.
-constexpr std::size_t kMostLineWords = 30;
-
 /// A line's words: its colons count as blanks, its first character only tells its class.
 LineWords WordsOf(std::string_view item) {
   LineWords words;
@@ -27,22 +25,20 @@ LineWords WordsOf(std::string_view item) {
   return words;
 }
 
-std::string AtLeastTwoDigits(int number) {
-  const std::string text = std::to_string(number);
-  return text.size() == 1 ? "0" + text : text;
-}
-
 }  // namespace
 
-void CheckHeaderValue(const std::string& field, std::string_view value, bool name) {
-  const std::size_t comma = value.find(',');
-  if (name && comma != std::string_view::npos) {
+void CheckHeaderName(const std::string& field, std::string_view name) {
+  if (name.find(',') != std::string_view::npos) {
     throw Error(
         ErrorKind::Character,
-        "The " + field + " \"" + std::string(value) +
+        "The " + field + " \"" + std::string(name) +
             "\" holds a comma, which the data file cannot keep. Remove it, then try again.");
   }
-  for (std::size_t i = comma; i < value.size(); i = value.find(',', i + 1)) {
+  CheckHeaderValue(field, name);
+}
+
+void CheckHeaderValue(const std::string& field, std::string_view value) {
+  for (std::size_t i = value.find(','); i < value.size(); i = value.find(',', i + 1)) {
     const std::string_view rest = TrimLeft(value.substr(i + 1));
     if (!rest.empty() && std::string_view("#*!\"").find(rest.front()) != std::string_view::npos) {
       throw Error(ErrorKind::Character, "The " + field + " holds the character \"" +
@@ -51,7 +47,7 @@ void CheckHeaderValue(const std::string& field, std::string_view value, bool nam
                                             "Remove one of them, then try again.");
     }
   }
-  std::array<std::string, kMostLineWords> words;
+  std::array<std::string, kMostWords> words;
   // One word of a line is its keyword.
   if (static_cast<std::size_t>(SplitWords(Replaced(value, ':', ' '), words)) >= kLineWords) {
     throw Error(ErrorKind::Character,
@@ -75,6 +71,17 @@ void WriteDataLine(FileText& text, std::string_view line) {
 Error FullTableError() {
   return {ErrorKind::Index, "A table holds at most " + std::to_string(kTableRows) +
                                 " rows. Remove the rows that are not needed, then try again."};
+}
+
+void TakeDataRows(const CalDataGrid& grid,
+                  const std::function<void(std::size_t index, std::int16_t row)>& take) {
+  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    const auto index = static_cast<std::size_t>(row - 1);
+    if (index == kTableRows) {
+      throw FullTableError();
+    }
+    take(index, row);
+  }
 }
 
 CalDataFile::Date CalDataFile::Date::From(std::string_view digits) {
@@ -224,9 +231,9 @@ void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, See
 }
 
 void CalDataFile::WriteHeader(FileText& text) const {
-  CheckHeaderValue("serial number", serialNumber_, true);
-  CheckHeaderValue("calibration number", calibrationNumber_, true);
-  CheckHeaderValue("comment", comment_, false);
+  CheckHeaderName("serial number", serialNumber_);
+  CheckHeaderName("calibration number", calibrationNumber_);
+  CheckHeaderValue("comment", comment_);
   text.Line("#MODEL_NO : " + std::string(WrittenModel()));
   text.Line("#SER_NO   : " + serialNumber_);
   text.Line("#CAL_DATE : " + calDate_.Digits());

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,9 +27,12 @@ using LineWords = std::array<std::string, kLineWords>;
 
 /// Throws a Character error when a header line could not be read back as one line with this value:
 /// more words than a line may have, or a comma (which ends an item) with something behind it that
-/// would be taken for a line of its own. A `name` has no comma at all: what stands behind it would
-/// be taken for the next line.
-void CheckHeaderValue(const std::string& field, std::string_view value, bool name);
+/// would be taken for a line of its own. The message calls the value `field`.
+void CheckHeaderValue(const std::string& field, std::string_view value);
+
+/// The same of a name, which has no comma at all: the lists of data sets take what stands behind it
+/// for the next line.
+void CheckHeaderName(const std::string& field, std::string_view name);
 
 /// Appends a data line. Throws a Character error when a cell holds a comma, as one from a quoted
 /// line may: what stands behind it would be lost, or taken for a line of its own.
@@ -37,8 +41,13 @@ void WriteDataLine(FileText& text, std::string_view line);
 /// What is told about a table that has no place for another row.
 [[nodiscard]] Error FullTableError();
 
+/// Calls `take` for each data row of a grid, with its place in a table and its row in the grid.
+/// Throws FullTableError behind the last one that a table has a place for.
+void TakeDataRows(const CalDataGrid& grid,
+                  const std::function<void(std::size_t index, std::int16_t row)>& take);
+
 /// What the data files of all models share: the header, the reader loop and the writer. A model
-/// adds its data lines and the body of its file.
+/// adds its data lines and the body of its file, and its pages where it has more than one table.
 ///
 /// The reader holds one item ahead: the last item of a file, its terminator line, is never
 /// interpreted. It does not clear the object first. What a reader of the file would want to know
@@ -70,6 +79,11 @@ class CalDataFile : public cifCaldata {
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
   /// another model or not complete.
   std::int32_t SetInitialDefaultData() final;
+
+  [[nodiscard]] std::string GetCalPageName(std::int16_t /*page*/) const override { return {}; }
+  [[nodiscard]] std::string GetCalPageSerial(std::int16_t /*page*/) const override { return {}; }
+  void SetCalPageSerial(std::int16_t /*page*/, const std::string& /*serial*/) override {}
+  [[nodiscard]] std::int16_t GetCalPageCount() const override { return 1; }
 
   /// Path of the model's template file: "Temp" and the model code, beside the program.
   [[nodiscard]] std::string TemplatePath() const;

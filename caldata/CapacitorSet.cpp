@@ -20,10 +20,6 @@ constexpr std::int16_t kUncertainty = 2;
 constexpr std::int16_t kDissipation = 3;
 constexpr std::int16_t kDissipationUncertainty = 4;
 
-constexpr std::int16_t kOptionPage = 3;
-constexpr std::string_view kOptionOff = "*";
-constexpr std::string_view kOptionOn = "/";
-
 constexpr std::size_t kFrequencyWidth = 13;
 constexpr std::size_t kCapacitanceWidth = 16;
 constexpr std::size_t kUncertaintyWidth = 9;
@@ -106,10 +102,8 @@ std::string CapacitorSet::SetCalibrationDataFormat(std::int16_t page, std::int16
   switch (column) {
     case kCapacitance: {
       const CapacitorFormat* format = FindFormat(traits_.capacitance, page, row);
-      const bool isMember = page >= 0 && page < static_cast<std::int16_t>(traits_.units.size());
       return (format != nullptr ? FormatText(text, format->pattern) : std::string()) +
-             std::string(isMember ? traits_.units.at(static_cast<std::size_t>(page))
-                                  : traits_.otherUnit);
+             std::string(CapacitanceUnit(page));
     }
     case kUncertainty:
       return FormatUncertainty(traits_.uncertainty, page, row, text, unit);
@@ -163,6 +157,12 @@ std::int16_t CapacitorSet::GetCalPageCount() const {
   return traits_.hasOption && !optionInstalled_ ? kOptionPage : kOptionPage + 1;
 }
 
+std::string_view CapacitorSet::CapacitanceUnit(std::int16_t page) const {
+  return page >= 0 && page < static_cast<std::int16_t>(traits_.units.size())
+             ? traits_.units.at(static_cast<std::size_t>(page))
+             : traits_.otherUnit;
+}
+
 void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   if (traits_.hasOption && page == kOptionPage && optionSerial_ == kOptionOff) {
     return;
@@ -170,9 +170,7 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   const Page& rows = calTable_.at(PageIndex(page, kPages));
   grid.SetRowCount(2);
   grid.SetCellText(0, kFrequency, "Frequency[Hz]");
-  const std::string_view unit = static_cast<std::size_t>(page) < traits_.units.size()
-                                    ? traits_.units.at(static_cast<std::size_t>(page))
-                                    : traits_.otherUnit;
+  const std::string_view unit = CapacitanceUnit(page);
   if (!unit.empty()) {
     grid.SetCellText(0, kCapacitance, "Capacitance[" + std::string(unit) + "]");
   }
@@ -194,15 +192,11 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
 void CapacitorSet::SetCalData(std::int16_t page, const CalDataGrid& grid) {
   Page& rows = calTable_.at(PageIndex(page, kPages));
   rows.fill(Row());
-  for (std::int16_t r = 1; r < grid.RowCount(); ++r) {
-    const auto index = static_cast<std::size_t>(r - 1);
-    if (index == rows.size()) {
-      throw FullTableError();
-    }
+  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
     for (std::int16_t column = 0; column < kColumns; ++column) {
-      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(r, column);
+      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(row, column);
     }
-  }
+  });
 }
 
 void CapacitorSet::BeginRead() {
@@ -307,9 +301,7 @@ bool CapacitorSet::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
 }
 
 void CapacitorSet::WriteBody(FileText& text) const {
-  text.Line("!");
-  text.Line("!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)");
-  text.Line("!");
+  WriteTableCaption(text);
   for (std::int16_t page = 0; page < GetCalPageCount(); ++page) {
     WriteCalPage(page, text);
   }
@@ -317,8 +309,7 @@ void CapacitorSet::WriteBody(FileText& text) const {
 
 void CapacitorSet::WriteCalPage(std::int16_t page, FileText& text) const {
   const auto index = static_cast<std::size_t>(page);
-  CheckHeaderValue("serial number of the member " + GetCalPageName(page), pageSerial_.at(index),
-                   true);
+  CheckHeaderName("serial number of the member " + GetCalPageName(page), pageSerial_.at(index));
   text.Line("#" + GetCalPageName(page) + "    :     " + pageSerial_.at(index));
   std::int16_t gridRow = 1;
   for (const Row& row : calTable_.at(index)) {

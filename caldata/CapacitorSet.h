@@ -5,7 +5,6 @@
 #define TARVELL_CALDATA_CAPACITORSET_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -23,13 +22,13 @@ inline constexpr std::int16_t kAnyPage = -1;
 inline constexpr std::int16_t kFirstRow = std::numeric_limits<std::int16_t>::min();
 inline constexpr std::int16_t kLastRow = std::numeric_limits<std::int16_t>::max();
 
-/// Digit patterns of a column in a range of grid rows of one page, or of any page.
+/// The digit pattern of a column in a range of grid rows of one page, or of any page.
 struct CapacitorFormat {
   std::int16_t page;
   std::int16_t firstRow;
   std::int16_t lastRow;
   NumberPattern pattern;
-  NumberPattern ppmPattern;  ///< for an uncertainty in ppm
+  NumberPattern ppmPattern = pattern;  ///< for an uncertainty in ppm
 };
 
 /// In what the standard capacitor sets differ.
@@ -50,9 +49,6 @@ struct CapacitorSetTraits {
 /// and their uncertainties against the frequency. The cells are kept as they are shown.
 class CapacitorSet : public CalDataFile {
  public:
-  static constexpr std::int16_t kPages = 5;
-  static constexpr std::int16_t kColumns = 5;
-
   void GetCalData(std::int16_t page, CalDataGrid& grid) const final;
   void SetCalData(std::int16_t page, const CalDataGrid& grid) final;
   [[nodiscard]] std::string GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
@@ -77,6 +73,9 @@ class CapacitorSet : public CalDataFile {
       : CalDataFile(traits.modelCode), traits_(traits) {}
 
  private:
+  static constexpr std::int16_t kPages = 5;
+  static constexpr std::int16_t kColumns = 5;
+
   using Row = std::array<std::string, kColumns>;
   /// The rows of a page run up to the first empty frequency.
   using Page = std::array<Row, kTableRows>;
@@ -92,6 +91,8 @@ class CapacitorSet : public CalDataFile {
   [[nodiscard]] Row ReadRow(std::int16_t page, std::int16_t gridRow, std::string_view item) const;
   void WriteCalPage(std::int16_t page, FileText& text) const;
   [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
+  [[nodiscard]] std::string_view CapacitanceUnit(std::int16_t page) const;
+  /// The cell's text as GetCalibrationDataFormat gives it, less its unit.
   [[nodiscard]] std::string Edited(std::int16_t page, std::int16_t column, std::int16_t row,
                                    const std::string& text) const;
 

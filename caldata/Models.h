@@ -31,6 +31,7 @@ struct Model {
   std::string_view presetFrequency;  ///< of a step attenuator's new point, "" elsewhere
   /// Creates the model's class; nullptr where the program cannot edit the model's data.
   std::unique_ptr<cifCaldata> (*create)();
+  bool hasOption = false;  ///< whether the kOptionPage of a set comes with an option only
 };
 
 template <typename Class>
@@ -50,12 +51,18 @@ template <typename Class>
           &CreateModel<Class>};
 }
 
+template <typename Class>
+[[nodiscard]] constexpr Model CapacitorModel() {
+  return {Class::kTraits.modelCode, ModelFamily::CapacitorSet, "", "",
+          &CreateModel<Class>,      Class::kTraits.hasOption};
+}
+
 /// Every model, in the order of the Add menu. Adding a model is a row here and its class.
 inline constexpr std::array<Model, 11> kModels = {{
     {"RT410A", ModelFamily::TestKit, "", "", nullptr},
     {"RT410B", ModelFamily::TestKit, "", "", nullptr},
-    {"RT520A", ModelFamily::CapacitorSet, "", "", &CreateModel<cInstrRT520A>},
-    {"RT520C", ModelFamily::CapacitorSet, "", "", &CreateModel<cInstrRT520C>},
+    CapacitorModel<cInstrRT520A>(),
+    CapacitorModel<cInstrRT520C>(),
     {"RT730A", ModelFamily::ResistorSet, "", "", &CreateModel<cInstrRT730A>},
     SensorModel<cInstrPX11D>(),
     SensorModel<cInstrPX12A>(),

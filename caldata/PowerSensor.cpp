@@ -40,13 +40,9 @@ void PowerSensor::SetCalData(std::int16_t page, const CalDataGrid& grid) {
   if (page != 0) {
     return;
   }
-  for (std::int16_t r = 1; r < grid.RowCount(); ++r) {
-    const auto index = static_cast<std::size_t>(r - 1);
-    if (index == rows_.size()) {
-      throw FullTableError();
-    }
-    rows_.at(index) = {grid.CellText(r, kFrequencyColumn), grid.CellText(r, kFactorColumn)};
-  }
+  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
+    rows_.at(index) = {grid.CellText(row, kFrequencyColumn), grid.CellText(row, kFactorColumn)};
+  });
 }
 
 std::string PowerSensor::GetCalibrationDataFormat(std::int16_t /*page*/, std::int16_t column,
@@ -70,20 +66,6 @@ std::int16_t PowerSensor::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t
     units = {"*"};
   }
   return 0;
-}
-
-std::string PowerSensor::GetCalPageName(std::int16_t /*page*/) const {
-  return {};
-}
-
-std::string PowerSensor::GetCalPageSerial(std::int16_t /*page*/) const {
-  return {};
-}
-
-void PowerSensor::SetCalPageSerial(std::int16_t /*page*/, const std::string& /*serial*/) {}
-
-std::int16_t PowerSensor::GetCalPageCount() const {
-  return 1;
 }
 
 void PowerSensor::TakeDataLine(std::size_t index, const LineWords& words) {

@@ -20,6 +20,12 @@ std::size_t PageIndex(std::int16_t page, std::int16_t pages) {
   return static_cast<std::size_t>(page);
 }
 
+void WriteTableCaption(FileText& text) {
+  text.Line("!");
+  text.Line("!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)");
+  text.Line("!");
+}
+
 bool ReadToEnd(ItemReader& reader, const std::function<void(const std::string& item)>& take) {
   if (reader.AtEnd()) {
     return false;

@@ -10,10 +10,16 @@
 #include <string>
 #include <string_view>
 
+#include "common/FileText.h"
 #include "common/ItemReader.h"
 
 /// What the files of the sets of standards share.
 namespace tarvell {
+
+/// The page that comes with an option, and the serial numbers that switch it off and on again.
+inline constexpr std::int16_t kOptionPage = 3;
+inline constexpr std::string_view kOptionOff = "*";
+inline constexpr std::string_view kOptionOn = "/";
 
 /// An uncertainty of so many characters or more stands for ppm in the file, a shorter one for per
 /// cent: the length is the only mark of the unit.
@@ -28,6 +34,10 @@ inline constexpr double kPpmPerPercent = 10000;
 
 /// Throws an Index error unless 0 <= page < pages.
 [[nodiscard]] std::size_t PageIndex(std::int16_t page, std::int16_t pages);
+
+/// Appends the caption of the tables, which are those of the capacitor sets in every file: station
+/// software looks for it.
+void WriteTableCaption(FileText& text);
 
 /// Calls `take` with every item up to a line "!End", in any case. Returns false when the file ends
 /// first; its last item is then not taken.

@@ -49,14 +49,10 @@ void StepAttenuator::SetCalData(std::int16_t page, const CalDataGrid& grid) {
   if (page != 0) {
     return;
   }
-  for (std::int16_t r = 1; r < grid.RowCount(); ++r) {
-    const auto index = static_cast<std::size_t>(r - 1);
-    if (index == rows_.size()) {
-      throw FullTableError();
-    }
-    rows_.at(index) = {grid.CellText(r, kSettingColumn), grid.CellText(r, kFrequencyColumn),
-                       grid.CellText(r, kCalDataColumn)};
-  }
+  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
+    rows_.at(index) = {grid.CellText(row, kSettingColumn), grid.CellText(row, kFrequencyColumn),
+                       grid.CellText(row, kCalDataColumn)};
+  });
 }
 
 std::string StepAttenuator::GetCalibrationDataFormat(std::int16_t /*page*/, std::int16_t column,
@@ -83,20 +79,6 @@ std::int16_t StepAttenuator::GetCalibrationUnit(std::int16_t /*page*/, std::int1
                                                 std::vector<std::string>& units) const {
   units = {"*"};
   return 0;
-}
-
-std::string StepAttenuator::GetCalPageName(std::int16_t /*page*/) const {
-  return {};
-}
-
-std::string StepAttenuator::GetCalPageSerial(std::int16_t /*page*/) const {
-  return {};
-}
-
-void StepAttenuator::SetCalPageSerial(std::int16_t /*page*/, const std::string& /*serial*/) {}
-
-std::int16_t StepAttenuator::GetCalPageCount() const {
-  return 1;
 }
 
 void StepAttenuator::TakeDataLine(std::size_t index, const LineWords& words) {

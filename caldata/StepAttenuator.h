@@ -40,10 +40,6 @@ class StepAttenuator : public CalDataFile {
                                                      const std::string& unit) const final;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
-  [[nodiscard]] std::string GetCalPageName(std::int16_t page) const final;
-  [[nodiscard]] std::string GetCalPageSerial(std::int16_t page) const final;
-  void SetCalPageSerial(std::int16_t page, const std::string& serial) final;
-  [[nodiscard]] std::int16_t GetCalPageCount() const final;
 
  protected:
   /// `traits` outlives the object.

@@ -4,6 +4,7 @@
 #include "caldata/TestKit.h"
 
 #include <string>
+#include <system_error>
 
 #include "common/CommonStringModule.h"
 #include "common/Error.h"

@@ -18,16 +18,16 @@ class cInstrRT520A final : public CapacitorSet {
   // clang-format off
   static constexpr std::array<CapacitorFormat, 10> kCapacitance = {{
       // page, rows, pattern
-      {0, 1, 1, "0.000000",  "0.000000"},
-      {0, 2, 5, "0.00000",   "0.00000"},
-      {0, 6, 8, "0.0000",    "0.0000"},
-      {1, 1, 6, "#0.00000",  "#0.00000"},
-      {1, 7, 8, "#0.0000",   "#0.0000"},
-      {2, 1, 4, "##0.0000",  "##0.0000"},
-      {2, 5, 8, "##0.000",   "##0.000"},
-      {3, 1, 2, "###0.000",  "###0.000"},
-      {3, 3, 6, "###0.00",   "###0.00"},
-      {3, 7, 8, "###0.0",    "###0.0"},
+      {0, 1, 1, "0.000000"},
+      {0, 2, 5, "0.00000"},
+      {0, 6, 8, "0.0000"},
+      {1, 1, 6, "#0.00000"},
+      {1, 7, 8, "#0.0000"},
+      {2, 1, 4, "##0.0000"},
+      {2, 5, 8, "##0.000"},
+      {3, 1, 2, "###0.000"},
+      {3, 3, 6, "###0.00"},
+      {3, 7, 8, "###0.0"},
   }};
 
   static constexpr std::array<CapacitorFormat, 10> kUncertainty = {{
@@ -45,8 +45,8 @@ class cInstrRT520A final : public CapacitorSet {
   }};
 
   static constexpr std::array<CapacitorFormat, 2> kDissipation = {{
-      {3, 8, 8, "0.0000", "0.0000"},
-      {kAnyPage, kFirstRow, kLastRow, "0.00000", "0.00000"},
+      {3, 8, 8, "0.0000"},
+      {kAnyPage, kFirstRow, kLastRow, "0.00000"},
   }};
   // clang-format on
 

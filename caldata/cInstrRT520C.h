@@ -18,10 +18,10 @@ class cInstrRT520C final : public CapacitorSet {
   // clang-format off
   static constexpr std::array<CapacitorFormat, 4> kCapacitance = {{
       // page, rows, pattern
-      {0, kFirstRow, kLastRow, "#0.0000#",  "#0.0000#"},
-      {1, kFirstRow, kLastRow, "##0.000#",  "##0.000#"},
-      {2, kFirstRow, kLastRow, "0.00000#",  "0.00000#"},
-      {3, kFirstRow, kLastRow, "#0.0000#",  "#0.0000#"},
+      {0, kFirstRow, kLastRow, "#0.0000#"},
+      {1, kFirstRow, kLastRow, "##0.000#"},
+      {2, kFirstRow, kLastRow, "0.00000#"},
+      {3, kFirstRow, kLastRow, "#0.0000#"},
   }};
 
   static constexpr std::array<CapacitorFormat, 1> kUncertainty = {{
@@ -30,7 +30,7 @@ class cInstrRT520C final : public CapacitorSet {
   }};
 
   static constexpr std::array<CapacitorFormat, 1> kDissipation = {{
-      {kAnyPage, kFirstRow, kLastRow, "0.00000", "0.00000"},
+      {kAnyPage, kFirstRow, kLastRow, "0.00000"},
   }};
   // clang-format on
 

@@ -54,8 +54,8 @@ std::string SplitRelative(std::string_view text, std::string& unit) {
   return Normalised(text);
 }
 
-/// How many characters the number of a cell is followed by; "Ls/" or "Cp/" stands in front of it
-/// on page 1.
+/// The number of a cell, less the unit behind it and the "Ls/" or "Cp/" in front of it on page 1;
+/// "" for a column without a rule.
 std::string NumberOfCell(std::int16_t page, std::int16_t column, std::int16_t row,
                          std::string_view text) {
   switch (page) {
@@ -169,15 +169,11 @@ void cInstrRT730A::SetCalData(std::int16_t page, const CalDataGrid& grid) {
   for (Row& row : rows) {
     std::fill_n(row.begin(), kShownColumns, "");
   }
-  for (std::int16_t r = 1; r < grid.RowCount(); ++r) {
-    const auto index = static_cast<std::size_t>(r - 1);
-    if (index == rows.size()) {
-      throw FullTableError();
-    }
+  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
     for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
-      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(r, column);
+      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(row, column);
     }
-  }
+  });
 }
 
 void cInstrRT730A::BeginRead() {
@@ -293,10 +289,7 @@ bool cInstrRT730A::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
 }
 
 void cInstrRT730A::WriteBody(FileText& text) const {
-  text.Line("!");
-  // The caption of the capacitor sets: station software looks for it.
-  text.Line("!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)");
-  text.Line("!");
+  WriteTableCaption(text);
   for (std::int16_t page = 0; page < GetCalPageCount(); ++page) {
     for (const std::string_view title : PageOf(page)->titles) {
       if (!title.empty()) {

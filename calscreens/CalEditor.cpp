@@ -20,6 +20,15 @@
 
 namespace tarvell {
 
+const CalFileInfo& ListedDataSet(std::int16_t index) {
+  if (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size())) {
+    throw Error(ErrorKind::Index,
+                "The chosen data set is not in the list any more. Choose the model again to "
+                "refresh the list, then try again.");
+  }
+  return gCalFiles.at(static_cast<std::size_t>(index));
+}
+
 CalEditor::CalEditor(QWidget* parent) : QDialog(parent) {}
 
 CalEditor::~CalEditor() = default;
@@ -64,15 +73,11 @@ void CalEditor::Load(std::int16_t index) {
     data_->SetInitialDefaultData();
     return;
   }
-  if (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size())) {
-    throw Error(ErrorKind::Index,
-                "The chosen data set is not in the list any more. Choose the model again to "
-                "refresh the list, then try again.");
-  }
+  const CalFileInfo& listed = ListedDataSet(index);
   if (ReadsOverTemplate()) {
     data_->SetInitialDefaultData();
   }
-  data_->LoadCalibrationDataFromFile(gCalFiles.at(static_cast<std::size_t>(index)).FilePath);
+  data_->LoadCalibrationDataFromFile(listed.FilePath);
 }
 
 void CalEditor::ShowCaption(const QString& serial) {
@@ -82,8 +87,7 @@ void CalEditor::ShowCaption(const QString& serial) {
 void CalEditor::TellNotices(std::int16_t index) {
   QString text;
   if (index != kNewData) {
-    const std::string& path = gCalFiles.at(static_cast<std::size_t>(index)).FilePath;
-    const std::string name = std::string(NameOf(path));
+    const std::string name(NameOf(ListedDataSet(index).FilePath));
     const std::string other = "SN" + std::string(LastCharacters(data_->SerialNumber(), 5));
     if (!EqualsIgnoringCase(name, other)) {
       text = ToQt("The serial number that was read, \"" + data_->SerialNumber() +

@@ -11,11 +11,15 @@
 #include <string>
 
 #include "caldata/Models.h"
+#include "common/mTypeDef.h"
 
 namespace tarvell {
 
 class CalHeaderBlock;
 class CellEditor;
+
+/// The data set of row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
+[[nodiscard]] const CalFileInfo& ListedDataSet(std::int16_t index);
 
 /// What the two editors of calibration data share: opening a data set, its header and saving it.
 class CalEditor : public QDialog {

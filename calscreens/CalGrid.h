@@ -49,8 +49,8 @@ class CalGrid final : public QTableView {
   void ShareWidth();
 
   GridModel* model_;
-  QPersistentModelIndex
-      start_;  ///< where a selection begins since SetCurrentCell, if it still does
+  /// Where a selection begins since SetCurrentCell, if it still does.
+  QPersistentModelIndex start_;
 };
 
 }  // namespace tarvell

@@ -5,6 +5,10 @@
 
 #include "ui_CalHeaderBlock.h"
 
+#include <cstdint>
+#include <string>
+
+#include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/CalmWheel.h"
 #include "common/CommonStringModule.h"
@@ -17,13 +21,8 @@ namespace tarvell {
 
 namespace {
 
-constexpr int kFirstYear = 1904;
-constexpr int kLastYear = 2037;
 constexpr int kCalStartYear = 2000;
 constexpr int kDueStartYear = 2001;
-constexpr int kMostDays = 31;
-constexpr int kDayCharacters = 4;
-constexpr int kYearCharacters = 6;
 
 void Lock(QLineEdit* box, bool locked) {
   box->setReadOnly(locked);
@@ -34,18 +33,19 @@ void Lock(QLineEdit* box, bool locked) {
   box->setPalette(palette);
 }
 
-void SetUpMonths(QComboBox* combo) {
-  IgnoreWheelWithoutFocus(combo);
-  for (std::int16_t month = 1; !NumberToMonth(month).empty(); ++month) {
-    combo->addItem(ToQt(NumberToMonth(month)));
-  }
+void SetUpDate(QLineEdit* yearBox, UpDown* yearSpinner, QComboBox* monthBox, QLineEdit* dayBox,
+               UpDown* daySpinner) {
+  SetUpYearBox(yearBox, yearSpinner);
+  IgnoreWheelWithoutFocus(monthBox);
+  AddMonths(monthBox);
+  SetUpDayBox(dayBox, daySpinner);
 }
 
-void SetUpNumber(QLineEdit* box, UpDown* spinner, int characters) {
-  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QString(characters, u'0')) +
-                     box->fontMetrics().height());
-  box->setAlignment(Qt::AlignRight);
-  spinner->SetBuddy(box);
+/// Puts the spinners where those of every data set begin.
+void ResetDate(UpDown* yearSpinner, int year, UpDown* daySpinner) {
+  yearSpinner->SetValue(year);
+  daySpinner->SetMaximum(kMostDays);
+  daySpinner->SetValue(1);
 }
 
 void ShowDate(std::int16_t year, const std::string& month, std::int16_t day, QLineEdit* yearBox,
@@ -75,12 +75,8 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::CalHeaderBlock>()) {
   ui_->setupUi(this);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  SetUpMonths(ui_->cmbCalMonth);
-  SetUpMonths(ui_->cmbDueMonth);
-  SetUpNumber(ui_->txtCalYear, ui_->udCalYear, kYearCharacters);
-  SetUpNumber(ui_->txtCalDay, ui_->udCalDay, kDayCharacters);
-  SetUpNumber(ui_->txtDueYear, ui_->udDueYear, kYearCharacters);
-  SetUpNumber(ui_->txtDueDay, ui_->udDueDay, kDayCharacters);
+  SetUpDate(ui_->txtCalYear, ui_->udCalYear, ui_->cmbCalMonth, ui_->txtCalDay, ui_->udCalDay);
+  SetUpDate(ui_->txtDueYear, ui_->udDueYear, ui_->cmbDueMonth, ui_->txtDueDay, ui_->udDueDay);
   FileTextValidator::Attach(ui_->txtSerial);
   FileTextValidator::Attach(ui_->txtCalNo);
   FileTextValidator::Attach(ui_->txtComment);
@@ -93,14 +89,8 @@ CalHeaderBlock::~CalHeaderBlock() = default;
 
 void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
                           const cifCaldata& calData) {
-  ui_->udCalYear->SetRange(kFirstYear, kLastYear);
-  ui_->udCalYear->SetValue(kCalStartYear);
-  ui_->udCalDay->SetRange(1, kMostDays);
-  ui_->udCalDay->SetValue(1);
-  ui_->udDueYear->SetRange(kFirstYear, kLastYear);
-  ui_->udDueYear->SetValue(kDueStartYear);
-  ui_->udDueDay->SetRange(1, kMostDays);
-  ui_->udDueDay->SetValue(1);
+  ResetDate(ui_->udCalYear, kCalStartYear, ui_->udCalDay);
+  ResetDate(ui_->udDueYear, kDueStartYear, ui_->udDueDay);
 
   ui_->txtModel->setText(modelCode);
   Lock(ui_->txtModel, true);

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <vector>
 
 #include "calscreens/GridClipboard.h"
 #include "common/Guard.h"

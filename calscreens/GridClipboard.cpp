@@ -9,6 +9,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 #include "caldata/PastedCells.h"
 #include "common/Guard.h"

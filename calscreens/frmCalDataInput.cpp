@@ -5,6 +5,9 @@
 
 #include "ui_frmCalDataInput.h"
 
+#include <string_view>
+#include <utility>
+
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CellEditor.h"
 #include "calscreens/frmInputPX60H.h"

@@ -4,7 +4,6 @@
 #ifndef TARVELL_CALSCREENS_FRMCALDATAINPUT_H
 #define TARVELL_CALSCREENS_FRMCALDATAINPUT_H
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>

@@ -12,7 +12,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
+#include "caldata/SetPages.h"
 #include "calscreens/CellEditor.h"
 #include "common/Error.h"
 #include "common/FileTextValidator.h"
@@ -27,9 +29,6 @@ namespace {
 /// What each column's width is of the grid's.
 constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
 
-constexpr std::int16_t kOptionPage = 3;
-constexpr const char* kOptionOff = "*";
-constexpr const char* kOptionOn = "/";
 constexpr const char* kNoUnitChoice = "*";
 
 }  // namespace
@@ -68,10 +67,6 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
 
 frmCalDataTabInput::~frmCalDataTabInput() = default;
 
-bool frmCalDataTabInput::HasOption() const {
-  return CurrentModel().code == "RT520C";
-}
-
 std::int16_t frmCalDataTabInput::SelectedPage() const {
   return static_cast<std::int16_t>(ui_->tTab->currentIndex());
 }
@@ -82,7 +77,7 @@ void frmCalDataTabInput::ShowTables() {
       storesSerials ? QString()
                     : QString("The file of this set has no place for the serial numbers of its "
                               "members: what is entered here is not saved."));
-  ui_->chkCheck->setVisible(HasOption());
+  ui_->chkCheck->setVisible(CurrentModel().hasOption);
   {
     const QSignalBlocker blocker(ui_->tTab);
     while (ui_->tTab->count() > 0) {
@@ -94,7 +89,8 @@ void frmCalDataTabInput::ShowTables() {
     ui_->tTab->setCurrentIndex(0);
   }
   WidenForTabs();
-  ui_->chkCheck->setChecked(HasOption() && Data().GetCalPageCount() == kOptionPage + 1);
+  ui_->chkCheck->setChecked(CurrentModel().hasOption &&
+                            Data().GetCalPageCount() == kOptionPage + 1);
   ui_->grid->Model().SetFirstEditableColumn(1);
   ShowPage(0);
 }
@@ -130,7 +126,7 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
 void frmCalDataTabInput::StorePage() {
   const std::string serial = FromQt(ui_->txtTabSerial->text());
   const bool isToken = serial == kOptionOff || serial == kOptionOn;
-  if (isToken && HasOption() && currentPage_ == kOptionPage) {
+  if (isToken && CurrentModel().hasOption && currentPage_ == kOptionPage) {
     throw Error(ErrorKind::Name, "\"" + serial +
                                      "\" cannot be the serial number of a member. Enter the "
                                      "number on its certificate, or leave it empty.");
@@ -163,7 +159,7 @@ void frmCalDataTabInput::chkCheck_Click() {
 
 void frmCalDataTabInput::SwitchOption(bool on) {
   if (on) {
-    Data().SetCalPageSerial(kOptionPage, kOptionOn);
+    Data().SetCalPageSerial(kOptionPage, std::string(kOptionOn));
     if (ui_->tTab->count() == kOptionPage) {
       const QSignalBlocker blocker(ui_->tTab);
       AddTab(kOptionPage);
@@ -178,7 +174,7 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     ui_->tTab->removeTab(kOptionPage);
     ChangePage();
   }
-  Data().SetCalPageSerial(kOptionPage, kOptionOff);
+  Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
 }
 
 std::vector<std::string> frmCalDataTabInput::UnitsOf(std::int16_t column) const {

@@ -38,7 +38,6 @@ class frmCalDataTabInput final : public CalEditor {
   void ShowTables() override;
   void StoreTables() override;
 
-  [[nodiscard]] bool HasOption() const;
   /// Page whose tab is selected.
   [[nodiscard]] std::int16_t SelectedPage() const;
   /// Makes every tab's title fit, as far as the desktop is wide enough.

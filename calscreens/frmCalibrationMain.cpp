@@ -11,6 +11,7 @@
 #include <QFile>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/SerialList.h"
@@ -167,26 +168,28 @@ void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::s
   }
 }
 
-bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
-  const std::string code(model.code);
+CalEditor& frmCalibrationMain::EditorOf(const Model& model) {
   if (HasPages(model)) {
     if (!calDataTabInput_) {
       calDataTabInput_ = std::make_unique<frmCalDataTabInput>(this);
     }
-    calDataTabInput_->SetupDat(index, code);
-    return calDataTabInput_->result() == QDialog::Accepted;
+    return *calDataTabInput_;
   }
   if (!calDataInput_) {
     calDataInput_ = std::make_unique<frmCalDataInput>(this);
   }
-  calDataInput_->SetupDat(index, code);
-  return calDataInput_->result() == QDialog::Accepted;
+  return *calDataInput_;
+}
+
+bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
+  CalEditor& editor = EditorOf(model);
+  editor.SetupDat(index, std::string(model.code));
+  return editor.result() == QDialog::Accepted;
 }
 
 void frmCalibrationMain::ShowSavedData(std::int16_t index) {
   // The list stays as it is: rows and entries belong together until it is read again.
-  const std::string& path = gCalFiles.at(static_cast<std::size_t>(index)).FilePath;
-  const std::optional<CalFileInfo> saved = ReadCalFileHeader(path);
+  const std::optional<CalFileInfo> saved = ReadCalFileHeader(ListedDataSet(index).FilePath);
   if (QListWidgetItem* entry = ui_->lstSerialNumber->item(index); entry != nullptr && saved) {
     ShowCalFile(entry, *saved);
   }
@@ -244,13 +247,7 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const std::int16_t row = FindCalFile(serial);
-  if (row == static_cast<std::int16_t>(gCalFiles.size())) {
-    throw Error(ErrorKind::Index,
-                "The chosen data set is not in the list any more. Choose the model again to "
-                "refresh the list, then try again.");
-  }
-  const std::string& path = gCalFiles.at(static_cast<std::size_t>(row)).FilePath;
+  const std::string& path = ListedDataSet(FindCalFile(serial)).FilePath;
   const bool deleted = Guarded(
       this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(NameOf(path))); },
       [this](const Error& error) {

@@ -15,6 +15,7 @@
 
 namespace tarvell {
 
+class CalEditor;
 class frmCalDataInput;
 class frmCalDataTabInput;
 
@@ -56,6 +57,8 @@ class frmCalibrationMain final : public QDialog {
   void AddData(const Model& model);
   /// Lets the user choose a finished file and copies it into the kit's folder.
   void TakeInTestKitFile(const std::string& code, const std::string& folder);
+  /// The editor of a model's data, made on first use.
+  [[nodiscard]] CalEditor& EditorOf(const Model& model);
   /// Returns whether the data were saved.
   bool OpenEditor(std::int16_t index, const Model& model);
   /// Marks the entry of a row of `gCalFiles` by what its file holds now.

@@ -3,6 +3,9 @@
 
 #include "common/Error.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 namespace tarvell {
@@ -20,66 +23,49 @@ std::string ComposeMessage(const std::string& text, const std::string& path, int
   return message;
 }
 
+/// What a result of the operating system means, and what to do about it.
 struct Explanation {
+  std::errc result;
   ErrorKind kind;
-  std::string reason;
+  std::string_view reason;
 };
 
-Explanation Explain(std::error_code code) {
-  if (code == std::errc::not_a_directory) {
-    return {ErrorKind::NotFound,
-            "where a folder is expected, there is something else. Check the folder, then try "
-            "again."};
-  }
-  if (code == std::errc::no_such_file_or_directory) {
-    return {ErrorKind::NotFound,
-            "it, or the folder it belongs in, does not exist (any more). Check the folder, then "
-            "try again."};
-  }
-  if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted) {
-    return {ErrorKind::NoPermission,
-            "you have no permission to do so. Ask whoever looks after this computer for access, "
-            "then try again."};
-  }
-  if (code == std::errc::read_only_file_system) {
-    return {ErrorKind::NoPermission, "the disk is read-only. Make it writable, then try again."};
-  }
-  if (code == std::errc::file_exists) {
-    return {ErrorKind::Name,
-            "there is one of this name already, perhaps in other upper and lower case. Choose "
-            "another name."};
-  }
-  if (code == std::errc::no_space_on_device) {
-    return {ErrorKind::System, "the disk is full. Free some space, then try again."};
-  }
-  if (code == std::errc::file_too_large) {
-    return {ErrorKind::System,
-            "the file would grow beyond the size that this computer allows. Ask whoever looks "
-            "after it to raise the limit, then try again."};
-  }
-  if (code == std::errc::is_a_directory) {
-    return {ErrorKind::NotAFile,
-            "it is a folder, not a file. Rename or remove it, then try again."};
-  }
-  // Opening a socket, or a pipe that nobody reads for writing, is "no such device".
-  if (code == std::errc::not_supported || code == std::errc::no_such_device_or_address) {
-    return {ErrorKind::NotAFile,
-            "it is a device or a pipe, not a file. Rename or remove it, then try again."};
-  }
-  if (code == std::errc::value_too_large) {
-    return {ErrorKind::NotAFile,
-            "it holds a line longer than that of any data file. Put the right file in its place, "
-            "then try again."};
-  }
-  if (code == std::errc::too_many_symbolic_link_levels) {
-    return {ErrorKind::NotAFile,
-            "a link on the way to it leads to itself. Remove that link, then try again."};
-  }
-  if (code == std::errc::filename_too_long) {
-    return {ErrorKind::Name, "its name is too long. Choose a shorter one."};
-  }
-  return {ErrorKind::System, code.message() + ". Check the disk, then try again."};
-}
+constexpr std::string_view kRefused =
+    "you have no permission to do so. Ask whoever looks after this computer for access, then try "
+    "again.";
+constexpr std::string_view kDevice =
+    "it is a device or a pipe, not a file. Rename or remove it, then try again.";
+
+constexpr std::array<Explanation, 14> kExplanations = {{
+    {std::errc::not_a_directory, ErrorKind::NotFound,
+     "where a folder is expected, there is something else. Check the folder, then try again."},
+    {std::errc::no_such_file_or_directory, ErrorKind::NotFound,
+     "it, or the folder it belongs in, does not exist (any more). Check the folder, then try "
+     "again."},
+    {std::errc::permission_denied, ErrorKind::NoPermission, kRefused},
+    {std::errc::operation_not_permitted, ErrorKind::NoPermission, kRefused},
+    {std::errc::read_only_file_system, ErrorKind::NoPermission,
+     "the disk is read-only. Make it writable, then try again."},
+    {std::errc::file_exists, ErrorKind::Name,
+     "there is one of this name already, perhaps in other upper and lower case. Choose another "
+     "name."},
+    {std::errc::no_space_on_device, ErrorKind::System,
+     "the disk is full. Free some space, then try again."},
+    {std::errc::file_too_large, ErrorKind::System,
+     "the file would grow beyond the size that this computer allows. Ask whoever looks after it to "
+     "raise the limit, then try again."},
+    {std::errc::is_a_directory, ErrorKind::NotAFile,
+     "it is a folder, not a file. Rename or remove it, then try again."},
+    {std::errc::not_supported, ErrorKind::NotAFile, kDevice},
+    // Opening a socket, or a pipe that nobody reads for writing.
+    {std::errc::no_such_device_or_address, ErrorKind::NotAFile, kDevice},
+    {std::errc::value_too_large, ErrorKind::NotAFile,
+     "it holds a line longer than that of any data file. Put the right file in its place, then try "
+     "again."},
+    {std::errc::too_many_symbolic_link_levels, ErrorKind::NotAFile,
+     "a link on the way to it leads to itself. Remove that link, then try again."},
+    {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},
+}};
 
 }  // namespace
 
@@ -95,8 +81,13 @@ Error Error::Located(const std::string& path, int line) const {
 }
 
 Error SystemError(std::error_code code, const std::string& action, const std::string& path) {
-  Explanation explanation = Explain(code);
-  return {explanation.kind, "Cannot " + action + ": " + explanation.reason, path};
+  const auto* known =
+      std::ranges::find_if(kExplanations, [&](const Explanation& e) { return code == e.result; });
+  if (known == kExplanations.end()) {
+    return {ErrorKind::System,
+            "Cannot " + action + ": " + code.message() + ". Check the disk, then try again.", path};
+  }
+  return {known->kind, "Cannot " + action + ": " + std::string(known->reason), path};
 }
 
 }  // namespace tarvell

@@ -3,6 +3,8 @@
 
 #include "common/FolderPicker.h"
 
+#include <string>
+
 #include "common/FileIOCommonModule.h"
 #include "common/Paths.h"
 #include "common/QtText.h"

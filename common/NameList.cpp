@@ -21,6 +21,17 @@ std::string NameOf(const QListWidgetItem* item) {
   return item->data(Qt::UserRole).toByteArray().toStdString();
 }
 
+/// Row of the first entry of exactly this name, -1 when there is none.
+int RowOf(const QListWidget* list, std::string_view name) {
+  for (int row = 0; row < list->count(); ++row) {
+    if (NameOf(list->item(row)) == name) {
+      return row;
+    }
+  }
+  return -1;
+}
+
+/// Runs the actions of a list's entries.
 class EntryHands : public QObject {
  public:
   EntryHands(QListWidget* list, EntryActions actions)
@@ -86,10 +97,27 @@ std::string SelectedName(const QListWidget* list) {
 
 std::vector<std::string> NamesIn(const QListWidget* list) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(list->count()));
   for (int row = 0; row < list->count(); ++row) {
     names.push_back(NameOf(list->item(row)));
   }
   return names;
+}
+
+bool HasName(const QListWidget* list, std::string_view name) {
+  return RowOf(list, name) >= 0;
+}
+
+void ShowNames(QListWidget* list, const std::vector<std::string>& names,
+               const std::string& placeholder) {
+  list->clear();
+  for (const std::string& name : names) {
+    AddName(list, name);
+  }
+  list->setEnabled(!names.empty());
+  if (names.empty()) {
+    AddName(list, placeholder);
+  }
 }
 
 void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
@@ -113,13 +141,11 @@ void OnEntry(QListWidget* list, EntryActions actions) {
 }
 
 bool SelectName(QListWidget* list, std::string_view name) {
-  for (int row = 0; row < list->count(); ++row) {
-    if (NameOf(list->item(row)) == name) {
-      list->setCurrentRow(row);
-      return true;
-    }
+  const int row = RowOf(list, name);
+  if (row >= 0) {
+    list->setCurrentRow(row);
   }
-  return false;
+  return row >= 0;
 }
 
 }  // namespace tarvell

@@ -22,6 +22,14 @@ void AddName(QListWidget* list, const std::string& name);
 
 [[nodiscard]] std::vector<std::string> NamesIn(const QListWidget* list);
 
+/// Whether the list holds exactly this name.
+[[nodiscard]] bool HasName(const QListWidget* list, std::string_view name);
+
+/// Shows these names in the place of those that were there. Without any the list is disabled and
+/// shows `placeholder`.
+void ShowNames(QListWidget* list, const std::vector<std::string>& names,
+               const std::string& placeholder);
+
 /// Calls `chosen` when the selection changes, and when the selected entry is pressed once more: a
 /// click always counts. `chosen` must live as long as the list.
 void OnChoice(QListWidget* list, const std::function<void()>& chosen);

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
+#include <system_error>
 
 #include "common/DecimalText.h"
 #include "common/Error.h"
@@ -127,6 +128,11 @@ double ParsedNumber(const std::string& number) {
   return result.ec != std::errc() || value == 0 ? 0.0 : value;
 }
 
+bool FitsInt16(double rounded) {
+  return rounded >= std::numeric_limits<std::int16_t>::min() &&
+         rounded <= std::numeric_limits<std::int16_t>::max();
+}
+
 /// Whether blanks, tabs or LFs stand inside of `text`, not around it.
 bool HasBlanksInside(std::string_view text) {
   constexpr std::string_view kIgnored = " \t\n";
@@ -161,8 +167,7 @@ std::optional<double> WholeNumber(std::string_view text) {
 
 std::int16_t ToInt16(double value) {
   const double rounded = std::round(value);
-  if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
-        rounded <= std::numeric_limits<std::int16_t>::max())) {
+  if (!FitsInt16(rounded)) {
     throw Error(ErrorKind::Type, "The number " + ShortestText(value) +
                                      " is outside the range -32768 to 32767. Correct it.");
   }
@@ -181,8 +186,7 @@ std::int16_t IntegerValue(std::string_view text, std::string_view field) {
                 where + "\"" + std::string(text) + "\" is not a number. Enter a whole number.");
   }
   const double rounded = std::round(*number);
-  if (rounded < std::numeric_limits<std::int16_t>::min() ||
-      rounded > std::numeric_limits<std::int16_t>::max()) {
+  if (!FitsInt16(rounded)) {
     throw Error(ErrorKind::Type, where + std::string(Trim(text)) +
                                      " is outside the range -32768 to 32767. Correct it.");
   }
@@ -215,8 +219,12 @@ std::string ShortestText(double value) {
     text += digits.substr(1);
   }
   text += exponent < 0 ? "E-" : "E+";
-  const std::string power = std::to_string(std::abs(exponent));
-  return text + (power.size() < 2 ? "0" : "") + power;
+  return text + AtLeastTwoDigits(std::abs(exponent));
+}
+
+std::string AtLeastTwoDigits(int number) {
+  const std::string text = std::to_string(number);
+  return text.size() < 2 ? "0" + text : text;
 }
 
 std::string Normalised(std::string_view text) {

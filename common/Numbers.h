@@ -41,6 +41,9 @@ namespace tarvell {
 /// decimals, else with exponent (1.5E+20, 1E-16). Throws a Type error for an infinite value.
 [[nodiscard]] std::string ShortestText(double value);
 
+/// An integer with at least two digits: 5 is "05".
+[[nodiscard]] std::string AtLeastTwoDigits(int number);
+
 /// NumericValue's number in its shortest text.
 [[nodiscard]] std::string Normalised(std::string_view text);
 

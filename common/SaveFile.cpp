@@ -4,7 +4,9 @@
 #include "common/SaveFile.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <system_error>
 
 #include "common/Error.h"
 #include "common/Paths.h"

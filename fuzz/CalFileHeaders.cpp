@@ -30,12 +30,6 @@ std::optional<int> Scan() {
   return count;
 }
 
-std::string WithoutBlanks(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string::npos ? std::string()
-                                    : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::string ValueOf(const std::string& item) {
   const std::size_t colon = item.find(':');
   return colon == std::string::npos ? std::string() : WithoutBlanks(item.substr(colon + 1));

@@ -38,6 +38,13 @@ inline void Require(bool holds, const char* what, const std::string& details = {
   }
 }
 
+/// `text` without the blanks around it.
+[[nodiscard]] inline std::string WithoutBlanks(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  return first == std::string::npos ? std::string()
+                                    : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 /// The bytes of an input, taken from its front.
 class Input {
  public:

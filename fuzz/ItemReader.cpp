@@ -3,6 +3,7 @@
 
 #include "common/ItemReader.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 

@@ -4,6 +4,9 @@
 #include "MemoryPlatform.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace tarvell::fuzz {

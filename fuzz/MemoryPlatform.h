@@ -5,9 +5,11 @@
 #define TARVELL_FUZZ_MEMORYPLATFORM_H
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <system_error>
 
 #include "common/Platform.h"
 

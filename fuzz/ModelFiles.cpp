@@ -43,12 +43,6 @@ std::vector<std::string> LinesOf(const std::string& bytes) {
   return lines;
 }
 
-std::string WithoutBlanks(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  return first == std::string::npos ? std::string()
-                                    : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// The fields of a data line, less its "*".
 std::vector<std::string> FieldsOf(const std::string& line) {
   std::vector<std::string> fields;

@@ -58,7 +58,6 @@ for ((i = 0; i < 100; i++)); do
   sleep 0.1
 done
 
-
 # start PROGRAM COMMAND...: starts it, runs the command while its splash screen shows, and waits for
 # its main menu.
 start() {

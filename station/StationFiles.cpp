@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <system_error>
 
 #include "app/Tarvell_MainModule.h"
@@ -27,31 +26,42 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::size_t kLineWords = 31;
+constexpr std::string_view kModelNumber = "MODEL NUMBER";
 constexpr std::string_view kAddressType = "ADDRESS TYPE";
-constexpr std::string_view kDueDate = "CAL DUE DATE";
 
-struct TextField {
+/// A line of an instrument file.
+struct Field {
   std::string_view keyword;
-  std::string StationInstrument::*member;
+  std::string StationInstrument::*member;  ///< nullptr for the due date, which is made of three
 };
 
-constexpr std::string_view kModelNumber = "MODEL NUMBER";
-constexpr std::array<TextField, 10> kTextFields = {{
+/// The lines in the order in which they are written.
+constexpr std::array<Field, 12> kFields = {{
     {kModelNumber, &StationInstrument::ModelNumber},
     {"SERIAL NUMBER", &StationInstrument::SerialNumber},
+    {kAddressType, &StationInstrument::AddressType},
     {"ADDRESS", &StationInstrument::Address},
     {"STATION", &StationInstrument::Station},
     {"OPTIONS", &StationInstrument::Options},
     {"AVAILABILITY", &StationInstrument::Availability},
+    {"CAL DUE DATE", nullptr},
     {"ASSET", &StationInstrument::Asset},
     {"TRACE", &StationInstrument::Trace},
     {"COMMENT", &StationInstrument::Comment},
     {"CAL DATA", &StationInstrument::CalData},
 }};
 
+/// The line of exactly this keyword, nullptr when there is none.
+const Field* FindField(std::string_view keyword) {
+  const auto* found = std::ranges::find(kFields, keyword, &Field::keyword);
+  return found == kFields.end() ? nullptr : found;
+}
+
+/// The last one stays empty.
+using Words = std::array<std::string, kMostWords + 1>;
+
 /// How many words of a line are its keyword.
-std::size_t KeywordLength(const std::array<std::string, kLineWords>& words) {
+std::size_t KeywordLength(const Words& words) {
   if (words[0] == "MODEL" || words[0] == "SERIAL") {
     return 2;
   }
@@ -64,10 +74,10 @@ std::size_t KeywordLength(const std::array<std::string, kLineWords>& words) {
   return 1;
 }
 
-std::string JoinedWords(const std::array<std::string, kLineWords>& words, std::size_t from,
-                        std::size_t to) {
+/// The words from the `first`-th on, separated by one blank each.
+std::string JoinedWords(const Words& words, std::size_t first) {
   std::string text;
-  for (std::size_t i = from; i < to; ++i) {
+  for (std::size_t i = first; i < words.size(); ++i) {
     if (!words.at(i).empty()) {
       text += (text.empty() ? "" : " ") + words.at(i);
     }
@@ -82,11 +92,6 @@ std::string AddressTypeOf(const std::string& value) {
   return value.empty() ? "NONE" : value;
 }
 
-/// The number that a text begins with, as digits.
-std::string NumberText(const std::string& text) {
-  return ShortestText(NumericValue(text));
-}
-
 void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
   if (value.empty()) {
     instrument.DueYear = "2000";
@@ -95,11 +100,16 @@ void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
     instrument.DueDay = "1";
     return;
   }
-  std::array<std::string, kLineWords> words;
+  Words words;
   SplitWords(value, words);
-  instrument.DueYear = NumberText(words[2]);
+  instrument.DueYear = Normalised(words[2]);
   instrument.DueMonth = words[1];
-  instrument.DueDay = NumberText(words[0]);
+  instrument.DueDay = Normalised(words[0]);
+}
+
+std::string DueDateText(const StationInstrument& instrument) {
+  return std::string(Trim(instrument.DueDay)) + " " + std::string(Trim(instrument.DueMonth)) + " " +
+         std::string(Trim(instrument.DueYear));
 }
 
 /// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
@@ -118,9 +128,10 @@ void LeaveOutIndex(const std::string& folder, std::vector<std::string>& names) {
   names.erase(index);
 }
 
-std::vector<std::string> ListNames(const std::string& folder, SearchKind kind) {
+/// The names in the folder at the native path `native`; errors name it as `folder`.
+std::vector<std::string> NamesIn(const std::string& native, const std::string& folder,
+                                 SearchKind kind) {
   std::vector<std::string> names;
-  const std::string native = NativePath(folder);
   const std::error_code code = CurrentPlatform().Search(native, kind, [&](const std::string& name) {
     names.push_back(name);
     return true;
@@ -128,6 +139,12 @@ std::vector<std::string> ListNames(const std::string& folder, SearchKind kind) {
   if (code) {
     throw SystemError(code, "list the folder", folder);
   }
+  return names;
+}
+
+std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kind) {
+  const std::string native = NativePath(folder);
+  std::vector<std::string> names = NamesIn(native, folder, kind);
   LeaveOutIndex(native, names);
   return names;
 }
@@ -141,12 +158,6 @@ void CheckInstrumentName(const std::string& modelNumber) {
                     "\" cannot be used: it is the name of the station's list of instruments. "
                     "Change it, then try again.");
   }
-}
-
-bool IsKnownKeyword(std::string_view keyword) {
-  return keyword == kAddressType || keyword == kDueDate ||
-         std::any_of(kTextFields.begin(), kTextFields.end(),
-                     [&](const TextField& known) { return known.keyword == keyword; });
 }
 
 /// Adds a line. A comma ends its value when it is read back; throws a Character error when an item
@@ -164,7 +175,7 @@ void AddLine(FileText& text, std::string_view keyword, const std::string& value)
     }
     const bool isOpen = isQuoted && end == std::string::npos;
     const std::string item = value.substr(start, end - start);
-    if (isOpen || IsKnownKeyword(ParseKeywordLine(item).keyword)) {
+    if (isOpen || FindField(ParseKeywordLine(item).keyword) != nullptr) {
       throw Error(ErrorKind::Character,
                   "The value \"" + value + "\" of " + std::string(keyword) +
                       " cannot be kept: what stands behind its comma, \"" + item +
@@ -198,7 +209,7 @@ std::string NameLines(const std::vector<std::string>& names, const std::string& 
 }  // namespace
 
 KeywordLine ParseKeywordLine(std::string_view item) {
-  std::array<std::string, kLineWords> words;
+  Words words;
   SplitWords(item, words);
   const std::size_t length = KeywordLength(words);
   // A keyword of several words keeps its blanks also where a word is missing.
@@ -206,23 +217,19 @@ KeywordLine ParseKeywordLine(std::string_view item) {
   for (std::size_t i = 1; i < length; ++i) {
     keyword += " " + words.at(i);
   }
-  return {keyword, JoinedWords(words, length, words.size())};
+  return {keyword, JoinedWords(words, length)};
 }
 
 void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
-  if (line.keyword == kAddressType) {
-    instrument.AddressType = AddressTypeOf(line.value);
+  const Field* field = FindField(line.keyword);
+  if (field == nullptr) {
     return;
   }
-  if (line.keyword == kDueDate) {
+  if (field->member == nullptr) {
     ApplyDueDate(line.value, instrument);
-    return;
-  }
-  const auto* field =
-      std::find_if(kTextFields.begin(), kTextFields.end(),
-                   [&](const TextField& known) { return known.keyword == line.keyword; });
-  if (field != kTextFields.end()) {
-    instrument.*(field->member) = line.value;
+  } else {
+    instrument.*(field->member) =
+        field->keyword == kAddressType ? AddressTypeOf(line.value) : line.value;
   }
 }
 
@@ -258,20 +265,10 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
                         StoredFile& file) {
   CheckInstrumentName(instrument.ModelNumber);
   FileText text;
-  AddLine(text, "MODEL NUMBER", instrument.ModelNumber);
-  AddLine(text, "SERIAL NUMBER", instrument.SerialNumber);
-  AddLine(text, kAddressType, instrument.AddressType);
-  AddLine(text, "ADDRESS", instrument.Address);
-  AddLine(text, "STATION", instrument.Station);
-  AddLine(text, "OPTIONS", instrument.Options);
-  AddLine(text, "AVAILABILITY", instrument.Availability);
-  AddLine(text, kDueDate,
-          std::string(Trim(instrument.DueDay)) + " " + std::string(Trim(instrument.DueMonth)) +
-              " " + std::string(Trim(instrument.DueYear)));
-  AddLine(text, "ASSET", instrument.Asset);
-  AddLine(text, "TRACE", instrument.Trace);
-  AddLine(text, "COMMENT", instrument.Comment);
-  AddLine(text, "CAL DATA", instrument.CalData);
+  for (const Field& field : kFields) {
+    AddLine(text, field.keyword,
+            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
+  }
   file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber, text.Bytes());
 }
 
@@ -293,15 +290,8 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
 }
 
 void DeleteAllInstrumentFiles(const std::string& stationFolder) {
-  std::vector<std::string> names;
-  const std::error_code code = CurrentPlatform().Search(
-      NativePath(stationFolder), SearchKind::OrdinaryFiles, [&](const std::string& name) {
-        names.push_back(name);
-        return true;
-      });
-  if (code) {
-    throw SystemError(code, "list the folder", stationFolder);
-  }
+  const std::vector<std::string> names =
+      NamesIn(NativePath(stationFolder), stationFolder, SearchKind::OrdinaryFiles);
   for (const std::string& name : names) {
     RecycleEntry(stationFolder, name);
   }
@@ -326,11 +316,11 @@ void MakeStation(const std::string& root, const std::string& name) {
 }
 
 std::vector<std::string> ListStations(const std::string& root) {
-  return ListNames(root, SearchKind::NamesWithoutDot);
+  return NamesButIndex(root, SearchKind::NamesWithoutDot);
 }
 
 std::vector<std::string> ListInstruments(const std::string& stationFolder) {
-  return ListNames(stationFolder, SearchKind::OrdinaryFiles);
+  return NamesButIndex(stationFolder, SearchKind::OrdinaryFiles);
 }
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {

@@ -4,7 +4,6 @@
 #ifndef TARVELL_STATION_STATIONFILES_H
 #define TARVELL_STATION_STATIONFILES_H
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,9 +47,9 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 
 /// Reads an instrument file over what `instrument` holds. The last item is never interpreted, so
 /// that a file that the program wrote gives every field but CalData; a model number empties the
-/// serial number, which its own line fills again. Returns false for an empty
-/// file, which gives nothing. Throws the error of a file that cannot be read; `instrument` is then
-/// as it was, and so is `file`.
+/// serial number, which its own line fills again. `file` is this one from then on. Returns false
+/// for an empty file, which gives nothing. Throws the error of a file that cannot be read;
+/// `instrument` is then as it was, and so is `file`.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
 /// Whether the due date exists: its day and year as numbers, its month as a name. Throws a Type
@@ -78,12 +77,12 @@ void DeleteAllInstrumentFiles(const std::string& stationFolder);
 /// that the station list would never show, and the error of a folder that cannot be made.
 void MakeStation(const std::string& root, const std::string& name);
 
-/// Names of the stations below `root`: every name without a dot but INDEX, in the
-/// platform's order. Throws the platform's error when the root cannot be listed.
+/// Names of the stations below `root`: every name without a dot but INDEX, in the platform's
+/// order. Throws the platform's error when the root cannot be listed.
 [[nodiscard]] std::vector<std::string> ListStations(const std::string& root);
 
-/// Names of the instrument files in a station's folder: every ordinary file but INDEX,
-/// in the platform's order. Throws the platform's error when the folder cannot be listed.
+/// Names of the instrument files in a station's folder: every ordinary file but INDEX, in the
+/// platform's order. Throws the platform's error when the folder cannot be listed.
 [[nodiscard]] std::vector<std::string> ListInstruments(const std::string& stationFolder);
 
 /// Writes the station list of the root: one name per line. Throws a Character error for a name

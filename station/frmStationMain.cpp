@@ -13,7 +13,6 @@
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
-#include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/Text.h"
@@ -54,21 +53,10 @@ void frmStationMain::RefreshStationList() {
 
 void frmStationMain::ReadStationList() {
   isListed_ = false;
-  ShowStations({});
+  ShowNames(ui_->lstStation, {}, kPlaceholder);
   const BusyPointer busy;
-  ShowStations(ListStations(gStationDir));
+  ShowNames(ui_->lstStation, ListStations(gStationDir), kPlaceholder);
   isListed_ = true;
-}
-
-void frmStationMain::ShowStations(const std::vector<std::string>& stations) {
-  ui_->lstStation->clear();
-  for (const std::string& station : stations) {
-    AddName(ui_->lstStation, station);
-  }
-  ui_->lstStation->setEnabled(!stations.empty());
-  if (stations.empty()) {
-    AddName(ui_->lstStation, kPlaceholder);
-  }
 }
 
 void frmStationMain::WriteStationIndex() {
@@ -76,12 +64,8 @@ void frmStationMain::WriteStationIndex() {
     // A list that nobody has seen must not take the place of the one on the disk.
     ReadStationList();
   }
-  std::vector<std::string> stations;
-  for (const std::string& name : NamesIn(ui_->lstStation)) {
-    if (name != kPlaceholder) {
-      stations.push_back(name);
-    }
-  }
+  std::vector<std::string> stations = NamesIn(ui_->lstStation);
+  std::erase(stations, kPlaceholder);
   const BusyPointer busy;
   tarvell::WriteStationIndex(gStationDir, stations);
 }
@@ -112,11 +96,9 @@ void frmStationMain::AddStation() {
     Tell(this, "Station name is no input.");
     return;
   }
-  for (const std::string& station : NamesIn(ui_->lstStation)) {
-    if (station == name) {
-      Tell(this, "This station name was already exist.");
-      return;
-    }
+  if (HasName(ui_->lstStation, name)) {
+    Tell(this, "This station name was already exist.");
+    return;
   }
   MakeStation(gStationDir, name);
 }

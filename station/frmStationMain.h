@@ -8,7 +8,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace tarvell {
 
@@ -38,7 +37,6 @@ class frmStationMain final : public QDialog {
   /// Reads the list of stations; a root that cannot be read is told.
   void RefreshStationList();
   void ReadStationList();
-  void ShowStations(const std::vector<std::string>& stations);
   void WriteStationIndex();
   void AddStation();
   void DeleteStation();

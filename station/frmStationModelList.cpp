@@ -7,9 +7,11 @@
 
 #include <QSignalBlocker>
 
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/BusyPointer.h"
 #include "common/CalmWheel.h"
@@ -29,19 +31,25 @@ namespace {
 
 constexpr const char* kPlaceholder = "No Model";
 constexpr const char* kNoAddressType = "NONE";
-constexpr int kFirstYear = 1904;
-constexpr int kLastYear = 2037;
-constexpr int kMostDays = 31;
-constexpr int kDayCharacters = 4;
-constexpr int kYearCharacters = 6;
 
-void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int characters) {
-  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QString(characters, u'0')) +
-                     box->fontMetrics().height());
-  box->setAlignment(Qt::AlignRight);
-  spinner->SetRange(minimum, maximum);
-  spinner->SetBuddy(box);
-}
+/// Puts the rows of `gCalFiles` back as they were, unless those that were read since then stay.
+class CalFileRows {
+ public:
+  CalFileRows() = default;
+  CalFileRows(const CalFileRows&) = delete;
+  CalFileRows& operator=(const CalFileRows&) = delete;
+  ~CalFileRows() {
+    if (!keepsRead_) {
+      gCalFiles = std::move(rows_);
+    }
+  }
+
+  void KeepRead() { keepsRead_ = true; }
+
+ private:
+  std::array<CalFileInfo, kTableRows> rows_ = gCalFiles;
+  bool keepsRead_ = false;
+};
 
 /// Shows `text` in an editable list, and chooses the entry that reads so, where there is one: the
 /// keys then go on from it, and leaving the list does not count as a choice.
@@ -94,12 +102,10 @@ frmStationModelList::~frmStationModelList() = default;
 
 void frmStationModelList::SetUpFields() {
   ui_->cmbCalMonth->addItem("");
-  for (std::int16_t month = 1; !NumberToMonth(month).empty(); ++month) {
-    ui_->cmbCalMonth->addItem(ToQt(NumberToMonth(month)));
-  }
+  AddMonths(ui_->cmbCalMonth);
   ui_->cmbAddressType->addItems({"GP-IB", "GPIO", "SERIAL", kNoAddressType});
-  SetUpNumber(ui_->txtData_8, ui_->UpDown1, 1, kMostDays, kDayCharacters);
-  SetUpNumber(ui_->txtData_6, ui_->UpDown3, kFirstYear, kLastYear, kYearCharacters);
+  SetUpDayBox(ui_->txtData_8, ui_->UpDown1);
+  SetUpYearBox(ui_->txtData_6, ui_->UpDown3);
   for (QLineEdit* box : txtData_) {
     FileTextValidator::Attach(box);
     connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);
@@ -138,14 +144,7 @@ void frmStationModelList::ReadInstrumentList() {
 
 void frmStationModelList::ShowInstruments(const std::vector<std::string>& instruments) {
   const QSignalBlocker blocker(ui_->LstInstrment);
-  ui_->LstInstrment->clear();
-  for (const std::string& instrument : instruments) {
-    AddName(ui_->LstInstrment, instrument);
-  }
-  ui_->LstInstrment->setEnabled(!instruments.empty());
-  if (instruments.empty()) {
-    AddName(ui_->LstInstrment, kPlaceholder);
-  }
+  ShowNames(ui_->LstInstrment, instruments, kPlaceholder);
 }
 
 void frmStationModelList::WriteStationInstrumentIndex() {
@@ -236,7 +235,7 @@ void frmStationModelList::btnAdd_Click() {
   Guarded(this, [this] { AddInstrument(); });
 }
 
-void frmStationModelList::AddInstrument() {
+std::vector<std::string> frmStationModelList::ModelsToPickFrom() {
   std::vector<std::string> models;
   // Where there are too many, those that were found can be chosen.
   const bool areListed = Guarded(this, [&] {
@@ -244,42 +243,46 @@ void frmStationModelList::AddInstrument() {
     ListModelFolders(gCalibrationDir, models);
   });
   models = ModelsWithData(std::move(models));
-  if (models.empty()) {
-    if (!areListed) {
-      return;
-    }
+  if (models.empty() && areListed) {
     CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
                                           "It's not possible to add it.",
                                   .title = "No data is availval."});
+  }
+  return models;
+}
+
+void frmStationModelList::AddInstrument() {
+  const std::vector<std::string> models = ModelsToPickFrom();
+  if (models.empty()) {
     return;
   }
   // The rows behind the serial numbers that are shown, should nothing be added.
-  const auto rows = gCalFiles;
+  CalFileRows rows;
   frmStationGetInstr picker(this);
   picker.ShowModally(models);
   if (picker.Result == frmStationGetInstr::kCancelled) {
-    gCalFiles = rows;
     return;
   }
   const auto row = static_cast<std::size_t>(picker.Result);
   if (row >= gCalFiles.size()) {
-    gCalFiles = rows;
     throw InstrumentGone();
   }
-  for (const std::string& name : NamesIn(ui_->LstInstrment)) {
-    if (name == gCalFiles.at(row).ModelNumber) {
-      Tell(this, "This instrment is already exist.");
-      gCalFiles = rows;
-      return;
-    }
-  }
   CalFileInfo picked = gCalFiles.at(row);
+  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
+    Tell(this, "This instrment is already exist.");
+    return;
+  }
   picked.ModelNumber = CleanedModel(picked.ModelNumber);
   const std::vector<std::string> serials = ReadSerials(picked.ModelNumber);
   if (row >= serials.size()) {
-    gCalFiles = rows;
     throw InstrumentGone();
   }
+  rows.KeepRead();
+  ShowAdded(picked, serials, static_cast<int>(row));
+}
+
+void frmStationModelList::ShowAdded(const CalFileInfo& picked,
+                                    const std::vector<std::string>& serials, int row) {
   if (!ui_->LstInstrment->isEnabled()) {
     ui_->LstInstrment->clear();
     ui_->LstInstrment->setEnabled(true);
@@ -292,7 +295,7 @@ void frmStationModelList::AddInstrument() {
   ui_->txtData_8->setText(QString::number(picked.DueDay));
   ui_->txtData_11->setText(ToQt(picked.Comment));
   FillSerialList(serials);
-  ui_->cmbSerial->setCurrentIndex(static_cast<int>(row));
+  ui_->cmbSerial->setCurrentIndex(row);
   cmbSerial_Click();
   file_ = StoredFile();
   editingArmed_ = true;

@@ -35,6 +35,7 @@ class frmStationModelList final : public QDialog {
   /// Set by the opener before the screen is shown.
   std::string StationName;
 
+  /// Shows the screen of StationName with its list read afresh, until it is closed.
   void ShowModally();
 
   /// Escape and the frame do what Return does, and leave the screen also when INDEX cannot be
@@ -63,7 +64,11 @@ class frmStationModelList final : public QDialog {
   std::vector<std::string> ReadSerials(const std::string& model);
   void FillSerialList(const std::vector<std::string>& serials);
   void LoadInstrument(const std::string& name);
+  /// The models that an instrument can be chosen from; when there are none that is told.
+  [[nodiscard]] std::vector<std::string> ModelsToPickFrom();
   void AddInstrument();
+  /// Lists and shows a new instrument, whose serial number is the `row`-th of its model's.
+  void ShowAdded(const CalFileInfo& picked, const std::vector<std::string>& serials, int row);
   void DeleteInstrument();
   void ClearInstruments();
   /// Asks about an opened instrument, and saves it when that is the answer.
