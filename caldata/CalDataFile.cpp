@@ -128,12 +128,25 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   return 0;
 }
 
-std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName) {
+std::string CalDataFile::Bytes() const {
   FileText text;
   WriteHeader(text);
   WriteBody(text);
-  file_.Save(fileName, serialNumber_, text.Bytes());
+  return text.Bytes();
+}
+
+std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName) {
+  file_.Save(fileName, serialNumber_, Bytes());
   return 0;
+}
+
+void CalDataFile::CheckRoundTrip() {
+  try {
+    file_.WouldBeWrittenAs(FileStamp(Bytes()));
+  } catch (const Error&) {
+    // What cannot be saved before it is corrected is told then.
+    file_.WouldBeWrittenAs({});
+  }
 }
 
 std::string CalDataFile::TemplatePath() const {

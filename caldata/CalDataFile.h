@@ -75,6 +75,7 @@ class CalDataFile : public cifCaldata {
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  void CheckRoundTrip() final;
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
   /// another model or not complete.
@@ -137,6 +138,8 @@ class CalDataFile : public cifCaldata {
   void Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines, Seen& seen);
   void TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen);
   void WriteHeader(FileText& text) const;
+  /// What a save writes.
+  [[nodiscard]] std::string Bytes() const;
 
   std::string_view modelCode_;
   std::string path_;

@@ -49,6 +49,10 @@ class cifCaldata {
   /// is whole.
   virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
 
+  /// Compares the file that was loaded with what an unchanged save would write. Where they differ,
+  /// as of remarks that no field takes, the next save puts the file into the recycle bin.
+  virtual void CheckRoundTrip() = 0;
+
   /// What the last load found doubtful in its file, a sentence each: the user is told before the
   /// data are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;

@@ -78,6 +78,7 @@ void CalEditor::Load(std::int16_t index) {
     data_->SetInitialDefaultData();
   }
   data_->LoadCalibrationDataFromFile(listed.FilePath);
+  data_->CheckRoundTrip();
 }
 
 void CalEditor::ShowCaption(const QString& serial) {

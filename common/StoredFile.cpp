@@ -24,6 +24,7 @@ void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
   path_ = path;
   serialNumber_ = serialNumber;
   stamp_ = stamp;
+  isWhollyKept_ = true;
 }
 
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
@@ -40,8 +41,8 @@ void StoredFile::KeepEarlier(const std::string& path, const std::string& native,
   if (const std::error_code code = StampNativeFile(native, earlier)) {
     throw NotKept(code, path);
   }
-  const bool isOwn = earlier == stamp_ && serialNumber == serialNumber_ && !path_.empty() &&
-                     CurrentPlatform().IsSameFile(NativePath(path_), native);
+  const bool isOwn = isWhollyKept_ && earlier == stamp_ && serialNumber == serialNumber_ &&
+                     !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
   if (earlier == stamp || isOwn) {
     return;
   }

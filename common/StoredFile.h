@@ -14,11 +14,16 @@ namespace tarvell {
 /// The file that a data set was read from, or was written to last. It is empty for a new data set.
 ///
 /// What a save replaces without the user having seen it goes into the recycle bin: a file that the
-/// data set did not come from, that has changed since then, or that holds another serial number.
+/// data set did not come from, that has changed since then, that holds another serial number, or
+/// something that the data set does not keep.
 class StoredFile {
  public:
   /// The data set was read from the file at `path`, whose whole content has this stamp.
   void WasRead(const std::string& path, const FileStamp& stamp, const std::string& serialNumber);
+
+  /// An unchanged save would write a content of this stamp. Where that is not the file's own, the
+  /// next save keeps the file.
+  void WouldBeWrittenAs(const FileStamp& stamp) { isWhollyKept_ = stamp == stamp_; }
 
   /// Writes `bytes` as the file at `path` by SaveFile; the data set is that file's from then on.
   /// Throws as SaveFile does, and a WriteFailed error when the earlier file could not be kept:
@@ -33,6 +38,7 @@ class StoredFile {
   std::string path_;
   std::string serialNumber_;
   FileStamp stamp_;
+  bool isWhollyKept_ = true;
 };
 
 }  // namespace tarvell

@@ -206,6 +206,24 @@ std::string NameLines(const std::vector<std::string>& names, const std::string& 
   return bytes;
 }
 
+std::string InstrumentBytes(const StationInstrument& instrument) {
+  FileText text;
+  for (const Field& field : kFields) {
+    AddLine(text, field.keyword,
+            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
+  }
+  return text.Bytes();
+}
+
+/// The stamp of what an unchanged save would write, that of nothing where it would be refused.
+FileStamp StampOf(const StationInstrument& instrument) {
+  try {
+    return FileStamp(InstrumentBytes(instrument));
+  } catch (const Error&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 KeywordLine ParseKeywordLine(std::string_view item) {
@@ -253,6 +271,7 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   }
   instrument = loaded;
   file.WasRead(path, stamp, instrument.SerialNumber);
+  file.WouldBeWrittenAs(StampOf(instrument));
   return true;
 }
 
@@ -264,12 +283,8 @@ bool HasValidDueDate(const StationInstrument& instrument) {
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
                         StoredFile& file) {
   CheckInstrumentName(instrument.ModelNumber);
-  FileText text;
-  for (const Field& field : kFields) {
-    AddLine(text, field.keyword,
-            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
-  }
-  file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber, text.Bytes());
+  file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber,
+            InstrumentBytes(instrument));
 }
 
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {

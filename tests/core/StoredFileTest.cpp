@@ -98,6 +98,22 @@ TEST_F(StoredFiles, AFileOfAnotherSerialNumberIsKept) {
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
+TEST_F(StoredFiles, AFileWithMoreThanTheDataSetKeepsIsKeptOnce) {
+  StoredFile file = ReadFrom(kFile, "old and a remark");
+  file.WouldBeWrittenAs(FileStamp("old"));
+  file.Save(kFile, kSerial, "new");
+  file.Save(kFile, kSerial, "newer");
+  EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
+  EXPECT_EQ(tree_.Read(kFile), "newer");
+}
+
+TEST_F(StoredFiles, AFileThatWouldBeWrittenAsItIsIsNotKept) {
+  StoredFile file = ReadFrom(kFile, "old");
+  file.WouldBeWrittenAs(FileStamp("old"));
+  file.Save(kFile, kSerial, "new");
+  EXPECT_TRUE(platform_.kept.empty());
+}
+
 TEST_F(StoredFiles, AnotherFileThanTheOneThatWasReadIsKept) {
   StoredFile file = ReadFrom(R"(c:\calfactors\PX12A\SN9)", "old");
   // Even one with the same content.
@@ -179,12 +195,66 @@ TEST_F(StoredFiles, EveryModelKnowsTheFileItCameFrom) {
   }
 }
 
+TEST_F(StoredFiles, OfEveryModelAFileWithARemarkIsKeptOnce) {
+  for (const Model& model : kModels) {
+    if (model.create == nullptr) {
+      continue;
+    }
+    SCOPED_TRACE(model.code);
+    platform_.kept.clear();
+    const std::string path = "c:\\calfactors\\PX12A\\SN" + std::string(model.code);
+    const auto written = model.create();
+    written->SetModelNumber(std::string(model.code));
+    written->SetSerialNumber("1");
+    written->SaveCalibrationDataToFile(path);
+
+    const auto plain = model.create();
+    plain->LoadCalibrationDataFromFile(path);
+    plain->CheckRoundTrip();
+    plain->SetComment("corrected");
+    plain->SaveCalibrationDataToFile(path);
+    EXPECT_TRUE(platform_.kept.empty());
+
+    // No field takes what stands behind the first word of a comment.
+    std::string remark = tree_.Read(path);
+    remark.replace(remark.find("corrected"), 9, "corrected in lab 7");
+    tree_.Write(path, remark);
+    const auto opened = model.create();
+    opened->LoadCalibrationDataFromFile(path);
+    opened->CheckRoundTrip();
+    opened->SaveCalibrationDataToFile(path);
+    opened->SaveCalibrationDataToFile(path);
+    EXPECT_EQ(platform_.kept, Texts{remark});
+  }
+}
+
+TEST_F(StoredFiles, AnInstrumentsFileWithALineOfItsOwnIsKeptOnce) {
+  tree_.MakeFolders(R"(c:\stations\ST1)");
+  constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
+  StationInstrument instrument;
+  instrument.ModelNumber = "PX12A";
+  StoredFile file;
+  SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
+  const std::string remark = tree_.Read(kInstrument) + "REMARK left by the lab\r\n";
+  tree_.Write(kInstrument, remark);
+  StationInstrument opened;
+  StoredFile openedFile;
+  ASSERT_TRUE(LoadInstrumentFile(kInstrument, opened, openedFile));
+  SaveInstrumentFile(R"(c:\stations\ST1)", opened, openedFile);
+  SaveInstrumentFile(R"(c:\stations\ST1)", opened, openedFile);
+  EXPECT_EQ(platform_.kept, Texts{remark});
+}
+
 TEST_F(StoredFiles, AnInstrumentKnowsTheFileItCameFrom) {
   tree_.MakeFolders(R"(c:\stations\ST1)");
   constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
   StationInstrument instrument;
   instrument.ModelNumber = "PX12A";
   instrument.SerialNumber = "1";
+  instrument.AddressType = "GP-IB";
+  instrument.DueDay = "5";
+  instrument.DueMonth = "MAR";
+  instrument.DueYear = "2002";
   StoredFile file;
   SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
   StationInstrument opened;

@@ -70,6 +70,20 @@ TEST_F(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
   EXPECT_EQ(Trashed(), Texts{others.Bytes()});
 }
 
+TEST_F(WayBack, FromTheFirstCorrectionOfAFileThatHoldsMoreThanTheScreen) {
+  SensorFile file{.comment = "done in lab 7", .rows = {{"50.00", "100.0"}}};
+  const std::string before = file.Bytes();
+  ShowFile(file, [&](frmCalDataInput& editor) {
+    Fill(editor, "txtCalNo", "C-2");
+    Click(editor, "btnOk");
+    EXPECT_FALSE(editor.isVisible());
+  });
+  file.calNo = "C-2";
+  file.comment = "done";
+  EXPECT_EQ(tree_.Read(kPath), file.Bytes());
+  EXPECT_EQ(Trashed(), Texts{before});
+}
+
 TEST_F(WayBack, IsNotNeededFromTheUsersOwnCorrection) {
   SensorFile file{.comment = "factory", .rows = {{"50.00", "100.0"}}};
   ShowFile(file, [&](frmCalDataInput& editor) {
