@@ -142,7 +142,8 @@ std::error_code SaveNativeFile(const std::string& native, std::string_view bytes
   }
   if (!code) {
     code = platform.Replace(temporary, target);
-    refused = AdmitsNoNewFile(code);
+    // So a folder refuses in which everybody may replace only what is their own.
+    refused = code == std::errc::operation_not_permitted;
   }
   if (!code) {
     return platform.SyncFolder(folder);
