@@ -57,9 +57,14 @@ void Mark(QListWidgetItem* entry) {
   }
   const QListWidget* list = entry->listWidget();
   entry->setForeground(DueColour(state, list->palette()));
-  entry->setIcon(list->style()->standardIcon(
+  const QIcon mark = list->style()->standardIcon(
       state == DueState::PastDue ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxWarning,
-      nullptr, list));
+      nullptr, list);
+  const QPixmap picture = mark.pixmap(list->iconSize(), list->devicePixelRatioF());
+  QIcon icon(picture);
+  // Else the colour of the selection would be laid over it.
+  icon.addPixmap(picture, QIcon::Selected);
+  entry->setIcon(icon);
 }
 
 /// Marks the entries of a list anew when its colours or its style change.

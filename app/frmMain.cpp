@@ -26,6 +26,7 @@
 #include "common/Guard.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 #include "common/Text.h"
 #include "station/frmStationMain.h"
 
@@ -61,6 +62,7 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
   QGuiApplication::setDesktopFileName("tarvell");
   ui_->setupUi(this);
+  SuitDisplay(this);
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
           &frmMain::btnBrowseCalibrationDir_Click);

@@ -6,6 +6,9 @@
 #include <QHeaderView>
 
 #include <algorithm>
+#include <vector>
+
+#include "common/PaleSelection.h"
 
 namespace tarvell {
 
@@ -20,6 +23,7 @@ CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(thi
   setModel(model_);
   // Cells are edited in a text box of their own (CellEditor), which knows the models' formats.
   setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setItemDelegate(new PaleSelection(this));
   setSelectionMode(QAbstractItemView::ContiguousSelection);
   setTabKeyNavigation(false);
   setCornerButtonEnabled(false);
@@ -85,10 +89,21 @@ void CalGrid::ShareWidth() {
     whole += grid.ColumnWidth(c);
   }
   const int width = viewport()->width();
+  std::vector<int> shares;
+  int missing = 0;  // to the captions that are wider than their share
   for (std::int16_t c = 0; c < columns; ++c) {
     const std::int64_t share =
         whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;
-    setColumnWidth(c, static_cast<int>(share));
+    const int least = horizontalHeader()->sectionSizeHint(c);
+    shares.push_back(std::max(static_cast<int>(share), least));
+    missing += shares.back() - static_cast<int>(share);
+  }
+  for (std::int16_t c = 0; c < columns; ++c) {
+    int& share = shares[static_cast<std::size_t>(c)];
+    const int taken = std::clamp(share - horizontalHeader()->sectionSizeHint(c), 0, missing);
+    missing -= taken;
+    share -= taken;
+    setColumnWidth(c, share);
   }
 }
 

@@ -16,7 +16,8 @@
 namespace tarvell {
 
 /// The editors' table. The captions stay in place while it scrolls; the columns keep the shares
-/// of its width that were set for them (equal ones where none were). A rectangle of cells can be
+/// of its width that were set for them (equal ones where none were), as far as their captions
+/// leave them. A rectangle of cells can be
 /// selected.
 class CalGrid final : public QTableView {
   Q_OBJECT

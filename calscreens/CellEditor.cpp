@@ -40,6 +40,9 @@ CellEditor::CellEditor(CalGrid* grid)
       txtCellCmb_(new QComboBox(grid->viewport())) {
   txtCell_->setObjectName("txtCell");
   txtCell_->setAccessibleName(tr("New value of the cell"));
+  txtCell_->setAccessibleDescription(
+      tr("A number with a decimal point; what stands behind a comma or a letter is not taken."));
+  txtCell_->setToolTip(txtCell_->accessibleDescription());
   txtCell_->setAlignment(Qt::AlignRight);
   txtCell_->setAutoFillBackground(true);
   txtCell_->hide();
@@ -109,6 +112,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
       // Never passed on, they would press the screen's default button.
     case Qt::Key_Backspace:
     case Qt::Key_Space:
+    case Qt::Key_F2:
       Open({});
       return true;
     default:
@@ -117,7 +121,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   const QString text = event.text();
   const bool printable = !text.isEmpty() && text.at(0).unicode() > kBlank && text.at(0) != kDelete;
   if (!printable || !grid_->currentIndex().isValid() ||
-      grid_->CurrentColumn() < grid_->Model().FirstEditableColumn()) {
+      !grid_->Model().IsEditable(grid_->CurrentColumn())) {
     return false;
   }
   Open(text);
@@ -183,7 +187,7 @@ void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
 
 void CellEditor::Open(const QString& typed) {
   const QModelIndex cell = grid_->currentIndex();
-  if (IsOpen() || !cell.isValid() || cell.column() < grid_->Model().FirstEditableColumn()) {
+  if (IsOpen() || !cell.isValid() || !grid_->Model().IsEditable(cell.column())) {
     return;
   }
   Guarded(grid_->window(), [&] {

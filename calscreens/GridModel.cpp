@@ -26,9 +26,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return (Qt::AlignRight | Qt::AlignVCenter).toInt();
     case Qt::BackgroundRole:
-      return index.column() < firstEditableColumn_
-                 ? QVariant(QGuiApplication::palette().brush(QPalette::AlternateBase))
-                 : QVariant();
+      return IsEditable(index.column())
+                 ? QVariant()
+                 : QVariant(QGuiApplication::palette().brush(QPalette::AlternateBase));
     default:
       return {};
   }
@@ -39,6 +39,11 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     return {};
   }
   return ToQt(grid_.CellText(0, static_cast<std::int16_t>(section)));
+}
+
+bool GridModel::IsEditable(int column) const {
+  return column >= firstEditableColumn_ &&
+         !grid_.CellText(0, static_cast<std::int16_t>(column)).empty();
 }
 
 void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {

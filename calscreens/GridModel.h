@@ -40,6 +40,8 @@ class GridModel final : public QAbstractTableModel {
   /// Columns before this one cannot be edited, and are shown so.
   void SetFirstEditableColumn(int column) { firstEditableColumn_ = column; }
   [[nodiscard]] int FirstEditableColumn() const { return firstEditableColumn_; }
+  /// A column without a caption holds nothing, so that it cannot be edited either.
+  [[nodiscard]] bool IsEditable(int column) const;
 
  private:
   MemoryGrid grid_;

@@ -14,6 +14,7 @@
 #include "common/Guard.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 #include "common/frmInput.h"
 
 namespace tarvell {
@@ -31,6 +32,7 @@ constexpr std::int16_t kCalDataColumn = 2;
 frmCalDataInput::frmCalDataInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
   cellEditor->SetRules({.textToEdit =
                             [this](std::int16_t column, std::int16_t /*row*/,

@@ -21,6 +21,7 @@
 #include "common/Guard.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 
 namespace tarvell {
 
@@ -36,6 +37,7 @@ constexpr const char* kNoUnitChoice = "*";
 frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);

@@ -27,6 +27,7 @@
 #include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 #include "common/Text.h"
 #include "common/cFileDialog.h"
 
@@ -49,6 +50,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
       ui_(std::make_unique<Ui::frmCalibrationMain>()),
       mnuAdd_(new QMenu("Add", this)) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   SetUpAddMenu();
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);
@@ -79,6 +81,7 @@ void frmCalibrationMain::ShowModally() {
   RefreshModelList();
   RefreshSerialList();
   ShowEditCaption();
+  ui_->LstInstrment->setFocus();
   exec();
 }
 

@@ -6,6 +6,7 @@
 #include "ui_frmInputPX60H.h"
 
 #include "app/Tarvell_MainModule.h"
+#include "common/ScreenSize.h"
 
 namespace tarvell {
 
@@ -22,6 +23,7 @@ void Preset(QComboBox* combo, const QString& text) {
 frmInputPX60H::frmInputPX60H(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmInputPX60H>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   ui_->cmbSetting->addItems(
       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});
   // The last one keeps its four decimals.

@@ -24,7 +24,9 @@ add_library(tarvell_screens STATIC
   common/FolderPicker.cpp
   common/Guard.cpp
   common/NameList.cpp
+  common/PaleSelection.cpp common/PaleSelection.h
   common/Questions.cpp
+  common/ScreenSize.cpp
   common/UpDown.cpp common/UpDown.h
   common/cFileDialog.cpp
   common/frmInput.cpp common/frmInput.h common/frmInput.ui

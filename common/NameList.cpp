@@ -11,6 +11,7 @@
 #include <memory>
 #include <utility>
 
+#include "common/PaleSelection.h"
 #include "common/QtText.h"
 
 namespace tarvell {
@@ -137,6 +138,7 @@ void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
 }
 
 void OnEntry(QListWidget* list, EntryActions actions) {
+  list->setItemDelegate(new PaleSelection(list));
   new EntryHands(list, std::move(actions));  // the list owns it
 }
 

@@ -41,7 +41,8 @@ struct EntryActions {
 };
 
 /// Runs these actions as the user asks for them; a key that is held runs one once. Where nothing is
-/// selected, `open` finds the entry that has the keyboard selected. A key that acts is not pressed
+/// selected, `open` finds the entry that has the keyboard selected. The selection is pale while the
+/// keyboard is elsewhere. A key that acts is not pressed
 /// on the screen's default button as well. The actions must live as long as the list.
 void OnEntry(QListWidget* list, EntryActions actions);
 

@@ -12,10 +12,13 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "common/QtText.h"
+#include "common/ScreenSize.h"
 
 namespace tarvell {
 
 namespace {
+
+constexpr QSize kDialogSize(860, 520);
 
 Questions*& ChosenQuestions() {
   static Questions* questions = nullptr;
@@ -25,6 +28,9 @@ Questions*& ChosenQuestions() {
 /// The one file that the user chose in the toolkit's own dialog, "" when the dialog was cancelled.
 QString RunDialog(QFileDialog& dialog) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
+  // The toolkit's own size cuts the names and dates of the files.
+  dialog.resize(kDialogSize);
+  SuitDisplay(&dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return {};
   }

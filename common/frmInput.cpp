@@ -5,10 +5,13 @@
 
 #include "ui_frmInput.h"
 
+#include "common/ScreenSize.h"
+
 namespace tarvell {
 
 frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInput>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   ui_->cmbUnit->addItems({"GHz", "MHz", "KHz"});
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInput::btnOk_Click);
 }

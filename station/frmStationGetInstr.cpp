@@ -10,12 +10,14 @@
 #include "common/Guard.h"
 #include "common/NameList.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 
 namespace tarvell {
 
 frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
   SetUpSerialList(ui_->lstSerialNumber);

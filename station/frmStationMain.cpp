@@ -15,6 +15,7 @@
 #include "common/NameList.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 #include "common/Text.h"
 #include "common/frmInput.h"
 #include "station/StationFiles.h"
@@ -31,6 +32,7 @@ constexpr const char* kPlaceholder = "No Stations";
 frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
   OnEntry(ui_->lstStation,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
@@ -44,6 +46,7 @@ frmStationMain::~frmStationMain() = default;
 
 void frmStationMain::ShowModally() {
   RefreshStationList();
+  ui_->lstStation->setFocus();
   exec();
 }
 
@@ -119,7 +122,10 @@ void frmStationMain::DeleteStation() {
              .buttons = QMessageBox::Ok | QMessageBox::Cancel,
              .defaultButton = QMessageBox::Cancel});
   if (answer == QMessageBox::Ok) {
-    Guarded(this, [&] { RecycleEntry(gStationDir, station); });
+    Guarded(this, [&] {
+      const BusyPointer busy;
+      RecycleEntry(gStationDir, station);
+    });
     RefreshStationList();
   }
 }

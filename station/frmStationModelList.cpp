@@ -22,6 +22,7 @@
 #include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
+#include "common/ScreenSize.h"
 #include "common/Text.h"
 #include "station/frmStationGetInstr.h"
 
@@ -82,6 +83,7 @@ Error InstrumentGone() {
 frmStationModelList::frmStationModelList(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
   ui_->setupUi(this);
+  SuitDisplay(this);
   txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
@@ -127,6 +129,12 @@ void frmStationModelList::ShowModally() {
   RefreshInstrumentList();
   editingArmed_ = false;
   ui_->btnSave->setEnabled(false);
+  // In an empty station the first step is to add an instrument.
+  if (ui_->LstInstrment->isEnabled()) {
+    ui_->LstInstrment->setFocus();
+  } else {
+    ui_->btnAdd->setFocus();
+  }
   exec();
 }
 
@@ -287,7 +295,11 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked,
     ui_->LstInstrment->clear();
     ui_->LstInstrment->setEnabled(true);
   }
-  AddName(ui_->LstInstrment, picked.ModelNumber);
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    AddName(ui_->LstInstrment, picked.ModelNumber);
+    ui_->LstInstrment->setCurrentRow(ui_->LstInstrment->count() - 1);
+  }
   ui_->txtData_0->setText(ToQt(picked.ModelNumber));
   ui_->txtData_4->setText(ToQt(picked.Option));
   ui_->txtData_6->setText(QString::number(picked.DueYear));
@@ -368,7 +380,10 @@ void frmStationModelList::ClearInstruments() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const bool deleted = Guarded(this, [this] { DeleteAllInstrumentFiles(stationFolder_); });
+  const bool deleted = Guarded(this, [this] {
+    const BusyPointer busy;
+    DeleteAllInstrumentFiles(stationFolder_);
+  });
   RefreshInstrumentList();
   if (!deleted) {
     return;

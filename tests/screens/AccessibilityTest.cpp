@@ -5,10 +5,13 @@
 #include <QAccessibleInterface>
 #include <QCheckBox>
 #include <QFontMetrics>
+#include <QHeaderView>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
+#include <QTableView>
 #include <QToolButton>
 #include <gtest/gtest.h>
 
@@ -266,6 +269,17 @@ class Accessibility : public testing::TestWithParam<Screen> {
             << title.toStdString();
       }
       EXPECT_GE(strip->height(), strip->sizeHint().height());
+      return;
+    }
+    if (const auto* table = qobject_cast<const QTableView*>(&control)) {
+      const QHeaderView& header = *table->horizontalHeader();
+      for (int column = 0; column < header.count(); ++column) {
+        EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
+      }
+      return;
+    }
+    if (const auto* list = qobject_cast<const QListWidget*>(&control)) {
+      EXPECT_LE(list->sizeHintForColumn(0), list->viewport()->width()) << NameOf(control);
       return;
     }
     const auto* label = qobject_cast<const QLabel*>(&control);

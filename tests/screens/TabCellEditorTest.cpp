@@ -104,8 +104,8 @@ TEST_F(TabCellEditor, ADoubleClickAndTheBlankOpenItWithTheCellsNumber) {
         {3, {"1.00001", "100", "0.0005", "0.0006"}},
         {4, {"10.0002", "300", "0.0007", "0.0008"}}}},
       {"RT730A",
-       {{1, {"1", "1", "0.1", ""}},
-        {2, {"5", "0.5", "", ""}},
+       {{1, {"1", "1", "0.1"}},
+        {2, {"5", "0.5"}},
         {3, {"10", "0.1", "0", "0.01"}},
         {4, {"100", "0.1", "0", "0.1"}},
         {5, {"1", "0.1", "0", "1"}},
@@ -116,7 +116,7 @@ TEST_F(TabCellEditor, ADoubleClickAndTheBlankOpenItWithTheCellsNumber) {
       for (const auto& [tab, texts] : tabs) {
         KeyToTab(editor, tab);
         const Texts before = RowOf(editor, 1);
-        for (int column = 1; column <= 4; ++column) {
+        for (int column = 1; column <= static_cast<int>(texts.size()); ++column) {
           SCOPED_TRACE(testing::Message() << model << ", tab " << tab << ", column " << column);
           const std::string& text = texts.at(static_cast<std::size_t>(column) - 1);
           DoubleClickCell(GridOf(editor), 1, column);
@@ -134,6 +134,12 @@ TEST_F(TabCellEditor, ADoubleClickAndTheBlankOpenItWithTheCellsNumber) {
   }
 }
 
+/// The first two pages of the resistor set have fewer columns than the others.
+int LastUsedColumn(const std::string& model, int tab) {
+  const bool isNarrow = model == "RT730A" && tab <= 2;
+  return isNarrow ? 4 - tab : 4;
+}
+
 TEST_F(TabCellEditor, TheUnitIsOfferedWhereItCanBeChosenAndNowhereElse) {
   // By model, tab and column: the unit of row 1.
   const std::map<std::string, std::map<std::pair<int, int>, std::string>> chosen = {
@@ -145,7 +151,7 @@ TEST_F(TabCellEditor, TheUnitIsOfferedWhereItCanBeChosenAndNowhereElse) {
     EditNew(model, [&, units = units](frmCalDataTabInput& editor) {
       for (int tab = 1; tab <= TabsOf(editor).count(); ++tab) {
         KeyToTab(editor, tab);
-        for (int column = 1; column <= 4; ++column) {
+        for (int column = 1; column <= LastUsedColumn(model, tab); ++column) {
           SCOPED_TRACE(testing::Message() << model << ", tab " << tab << ", column " << column);
           for (const bool typed : {false, true}) {
             if (typed) {
@@ -384,13 +390,22 @@ TEST_F(TabCellEditor, ACellBeyondTheFormatsOfSetAKeepsItsUnitOnly) {
   });
 }
 
-TEST_F(TabCellEditor, AColumnThatAPageDoesNotUseStaysEmpty) {
+TEST_F(TabCellEditor, AColumnThatAPageDoesNotUseTakesNoTypingAndStaysEmpty) {
   EditNew("RT730A", [](frmCalDataTabInput& editor) {
-    TypeCell(editor, 1, 4, "5");
-    EXPECT_EQ(CellOf(GridOf(editor), 1, 4), "");
+    const auto type = [&](int row, int column) {
+      ClickCell(GridOf(editor), row, column);
+      for (const Qt::Key key : {Qt::Key_5, Qt::Key_Return, Qt::Key_F2}) {
+        Press(key);
+        ExpectClosed(editor);
+        ASSERT_TRUE(editor.isVisible()) << "the key pressed the default button";
+      }
+      DoubleClickCell(GridOf(editor), row, column);
+      ExpectClosed(editor);
+      EXPECT_EQ(CellOf(GridOf(editor), row, column), "");
+    };
+    type(1, 4);
     KeyToTab(editor, 2);
-    TypeCell(editor, 1, 3, "5");
-    EXPECT_EQ(CellOf(GridOf(editor), 1, 3), "");
+    type(1, 3);
     EXPECT_EQ(RowOf(editor, 1), (Texts{"RT734A", "Ls/5 nH", "0.5 nH", "", ""}));
   });
 }
