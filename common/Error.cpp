@@ -68,8 +68,7 @@ Explanation Explain(std::error_code code) {
   }
   if (code == std::errc::value_too_large) {
     return {ErrorKind::NotAFile,
-            "it holds a line longer than that of any data file. Put the right file in its place, "
-            "then try again."};
+            "it is larger than any data file. Put the right file in its place, then try again."};
   }
   if (code == std::errc::too_many_symbolic_link_levels) {
     return {ErrorKind::NotAFile,
