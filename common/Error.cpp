@@ -60,8 +60,7 @@ constexpr std::array<Explanation, 14> kExplanations = {{
     // Opening a socket, or a pipe that nobody reads for writing.
     {std::errc::no_such_device_or_address, ErrorKind::NotAFile, kDevice},
     {std::errc::value_too_large, ErrorKind::NotAFile,
-     "it holds a line longer than that of any data file. Put the right file in its place, then try "
-     "again."},
+     "it is larger than any data file. Put the right file in its place, then try again."},
     {std::errc::too_many_symbolic_link_levels, ErrorKind::NotAFile,
      "a link on the way to it leads to itself. Remove that link, then try again."},
     {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},

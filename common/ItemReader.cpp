@@ -9,6 +9,7 @@
 #include "common/Error.h"
 #include "common/FileCharacters.h"
 #include "common/Paths.h"
+#include "common/ReadFile.h"
 
 namespace tarvell {
 
@@ -16,9 +17,6 @@ namespace {
 
 // More than any file that the program writes, so that one is read at once.
 constexpr std::size_t kBlockSize = 16384;
-
-// Far more than any item that can be typed.
-constexpr std::size_t kMostItemBytes = 1U << 22U;
 
 constexpr const char* kReading = "read the file";
 
@@ -77,7 +75,6 @@ bool ItemReader::Next(std::string& item) {
   if (Peek() == kEnd) {
     return false;
   }
-  itemBytes_ = 0;
   while (IsBlank(Peek())) {
     Take();
   }
@@ -139,11 +136,6 @@ int ItemReader::Peek() {
 
 void ItemReader::Pass(std::size_t count) {
   position_ += count;
-  itemBytes_ += count;
-  if (itemBytes_ > kMostItemBytes && !failure_) {
-    failure_ = std::make_error_code(std::errc::value_too_large);
-    position_ = filled_;
-  }
 }
 
 int ItemReader::Take() {
@@ -166,6 +158,11 @@ void ItemReader::Fill() {
   position_ = 0;
   failure_ = file_->Read(block_.data(), block_.size(), filled_);
   readWhole_ = filled_ == 0;
+  bytesRead_ += filled_;
+  if (bytesRead_ > kMostDataFileBytes) {
+    failure_ = std::make_error_code(kTooLargeForData);
+    filled_ = 0;
+  }
   if (stamp_ != nullptr) {
     stamp_->Append({block_.data(), filled_});
   }

@@ -26,8 +26,8 @@ enum class TextEncoding { FileCharacters, Utf8 };
 /// closing quote, commas and line ends included, or to the end of the file; what stands between
 /// that quote and the next comma or line end is passed over. An empty line is one empty item.
 ///
-/// An item of more than 4 MiB ends the reading with a NotAFile error: what is no data file at all
-/// is not read to its end.
+/// Behind kMostDataFileBytes the reading ends with a NotAFile error: what is no data file at all is
+/// not read to its end.
 class ItemReader {
  public:
   ItemReader() = default;
@@ -92,7 +92,7 @@ class ItemReader {
   std::vector<char> block_;
   std::size_t filled_ = 0;
   std::size_t position_ = 0;
-  std::size_t itemBytes_ = 0;
+  std::size_t bytesRead_ = 0;
   bool readWhole_ = false;
   std::error_code failure_;
   FileStamp* stamp_ = nullptr;

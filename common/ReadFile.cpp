@@ -4,7 +4,6 @@
 #include "common/ReadFile.h"
 
 #include <array>
-#include <cstddef>
 #include <memory>
 
 #include "common/Platform.h"
@@ -12,7 +11,8 @@
 namespace tarvell {
 
 std::error_code ReadNativeBlocks(const std::string& path,
-                                 const std::function<void(std::string_view block)>& take) {
+                                 const std::function<void(std::string_view block)>& take,
+                                 std::size_t most) {
   std::unique_ptr<InputFile> file;
   if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
     return code;
@@ -23,14 +23,19 @@ std::error_code ReadNativeBlocks(const std::string& path,
     if (const std::error_code code = file->Read(block.data(), block.size(), count)) {
       return code;
     }
+    if (count > most) {
+      return std::make_error_code(kTooLargeForData);
+    }
+    most -= count;
     take({block.data(), count});
   } while (count > 0);
   return {};
 }
 
-std::error_code ReadNativeFile(const std::string& path, std::string& bytes) {
+std::error_code ReadNativeFile(const std::string& path, std::string& bytes, std::size_t most) {
   bytes.clear();
-  return ReadNativeBlocks(path, [&](std::string_view block) { bytes += block; });
+  return ReadNativeBlocks(
+      path, [&](std::string_view block) { bytes += block; }, most);
 }
 
 }  // namespace tarvell

@@ -18,8 +18,11 @@
 
 #include "app/Profiles.h"
 #include "app/Tarvell_MainModule.h"
+#include "caldata/Models.h"
 #include "caldata/TestKit.h"
 #include "caldata/cInstrPX12A.h"
+#include "caldata/cInstrRT520A.h"
+#include "caldata/cInstrRT730A.h"
 #include "common/FileIOCommonModule.h"
 #include "common/SaveFile.h"
 #include "station/StationFiles.h"
@@ -533,7 +536,9 @@ class HugeFile : public HostileTree {
     const Error error = ErrorOf(read);
     EXPECT_EQ(error.Kind(), ErrorKind::NotAFile) << error.what();
     EXPECT_EQ(error.Path(), path);
-    EXPECT_TRUE(Contains(error.Text(), "a line longer than that of any data file")) << error.Text();
+    EXPECT_EQ(error.Text(),
+              "Cannot read the file: it is larger than any data file. Put the right file in its "
+              "place, then try again.");
     EXPECT_LT(PeakMemoryInKB() - before, 32 * 1024);
   }
 };
@@ -578,6 +583,88 @@ TEST_F(HugeFile, InPlaceOfTheIniFileGivesTheDefaults) {
   ReadProfile(calibrationDir, stationDir);
   EXPECT_EQ(calibrationDir, "c:\\elsewhere");
   EXPECT_EQ(stationDir, "c:\\elsewhere");
+}
+
+/// Five mebibytes of this, over and over.
+std::string Repeated(const std::string& text) {
+  std::string bytes;
+  while (bytes.size() < 5242880) {
+    bytes += text;
+  }
+  return bytes;
+}
+
+const std::vector<std::string> kShortItems = {"\n", "\r\n", ",", "#x\n", "!x\n", "x\n"};
+
+TEST_F(HugeFile, OfShortItemsBehindAHeaderIsListedAndIsNoDataFile) {
+  for (const std::string& text : kShortItems) {
+    SCOPED_TRACE(text);
+    tree_.Write(kData, DataOf("3318A12345") + Repeated(text));
+    EXPECT_EQ(Serials(), Names{"3318A12345"});
+    ExpectRefusal(&LoadData, kData);
+  }
+}
+
+TEST_F(HugeFile, OfShortItemsIsNoDataFileOfAnyModel) {
+  tree_.Write(kData, DataOf("3318A12345") + Repeated("a line of nothing that is known,\r\n"));
+  for (const Model& model : kModels) {
+    if (model.create != nullptr) {
+      SCOPED_TRACE(model.code);
+      ExpectRefusal([&] { model.create()->LoadCalibrationDataFromFile(kData); }, kData);
+    }
+  }
+  // Within a page of a set, where lines without a value are passed over.
+  tree_.Write(kData, "#RT521A 1\r\n" + Repeated(" ,"));
+  ExpectRefusal([] { cInstrRT520A().LoadCalibrationDataFromFile(kData); }, kData);
+  tree_.Write(kData, "!DC\r\n!\r\n" + Repeated("*,"));
+  ExpectRefusal([] { cInstrRT730A().LoadCalibrationDataFromFile(kData); }, kData);
+}
+
+TEST_F(HugeFile, OfShortItemsIsNoInstrumentAndNoTemplate) {
+  const fs::path native = tree_.ProgramFolder() / "TempPX12A";
+  for (const std::string text : {"#x\n", "MODEL NUMBER PX12A\r\n", "x,\n"}) {
+    SCOPED_TRACE(text);
+    tree_.Write(kInstrument, "MODEL NUMBER PX12A\r\n" + Repeated(text));
+    ExpectRefusal(&LoadInstrument, kInstrument);
+  }
+  test::WriteNative(native, Repeated("!x\n"));
+  ExpectRefusal([] { cInstrPX12A().SetInitialDefaultData(); }, native.string());
+}
+
+TEST_F(HugeFile, OfShortItemsBeforeTheEleventhOfTheIniFileGivesTheDefaults) {
+  const std::string lines = Lines(Names(10, "Dir=c:\\elsewhere"));
+  tree_.Write(kIni, lines + "\"" + Repeated("\n") + "\"\r\nDir=c:\\elsewhere\r\n");
+  EXPECT_TRUE(ProfileIsDefault());
+  tree_.Write(kIni, lines + Repeated(" ") + "Dir=c:\\elsewhere\r\n");
+  EXPECT_TRUE(ProfileIsDefault());
+}
+
+TEST_F(HugeFile, IsNotTakenInAsAKitsFile) {
+  const std::string kit = "QZ RT410A\r\n3318A12345\r\n05MAR2001\r\n";
+  const std::string source = R"(c:\kit.dat)";
+  const fs::path native = tree_.Native(source);
+  const std::string target = std::string(kModel) + "\\SN12345";
+  const auto copy = [&] { CopyTestKitFile(native.string(), kModel); };
+  for (const bool hasEarlier : {false, true}) {
+    if (hasEarlier) {
+      tree_.Write(target, "earlier");
+    }
+    for (const std::string& text : kShortItems) {
+      tree_.Write(source, kit + Repeated(text));
+      ExpectRefusal(copy, native.string());
+    }
+    Make(source.c_str(), kit);
+    ExpectRefusal(copy, native.string());
+    EXPECT_EQ(tree_.Names(kModel), hasEarlier ? Names{"SN12345"} : Names{});
+  }
+  EXPECT_EQ(tree_.Read(target), "earlier");
+  // The largest that is taken in.
+  const std::string largest = kit + std::string(4194304 - kit.size(), 'x');
+  tree_.Write(source, largest + "x");
+  ExpectRefusal(copy, native.string());
+  tree_.Write(source, largest);
+  copy();
+  EXPECT_TRUE(tree_.Read(target) == largest);
 }
 
 TEST_F(HugeFile, IsReplacedLikeAnyOther) {

@@ -17,6 +17,7 @@
 #include "common/ItemReader.h"
 #include "common/LinuxPlatform.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -24,6 +25,7 @@ namespace {
 
 using test::Contains;
 using test::ErrorOf;
+using test::FaultPlatform;
 using test::TestTree;
 
 constexpr std::size_t kBlock = 16384;
@@ -323,24 +325,60 @@ TEST(ItemReader, AnItemMayBeLongerThanABlock) {
   EXPECT_EQ(ItemsOf(tree, std::string(2 * kBlock, ',')), Items(2 * kBlock));
 }
 
-TEST(ItemReader, AnItemThatIsTooLongForAnyDataFileIsAnErrorAndNotReadOn) {
-  constexpr std::size_t kMost = 4194304;  // with its line end
-  const std::string path = "c:\\long";
+constexpr std::size_t kMostBytes = 4194304;  // 4 MiB
+
+TEST(ItemReader, AFileOfFourMebibytesIsReadToItsEnd) {
   const TestTree tree;
-  const std::string longest(kMost - 1, 'x');
-  EXPECT_EQ(ItemsOf(tree, "a\n" + longest + "\nb"), (Items{"a", longest, "b"}));
-  for (const std::string& beyond : {longest + "xx", "\"" + longest + "x", "\"\"" + longest + "x",
-                                    std::string(kMost + 1, ' '), std::string(kMost + 1, '\0')}) {
-    tree.Write(path, "a\n" + beyond + "\nb");
+  const std::string item(kMostBytes - 4, 'x');
+  EXPECT_EQ(ItemsOf(tree, "a\n" + item + "\nb"), (Items{"a", item, "b"}));
+}
+
+TEST(ItemReader, ALargerFileIsAnErrorOfTheFileAsSoonAsThatIsKnown) {
+  const std::string path = "c:\\large";
+  const TestTree tree;
+  const std::string beyond(kMostBytes, 'x');
+  for (const std::string& large :
+       {beyond, "\"" + beyond, "\"\"" + beyond, std::string(kMostBytes, ' '),
+        std::string(kMostBytes, '\0'), beyond.substr(1)}) {
+    tree.Write(path, "a\n" + large);
     ItemReader reader(path);
     EXPECT_EQ(reader.ReadItem(), "a");
     const Error error = ErrorOf([&] { (void)reader.ReadItem(); });
     EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
     EXPECT_EQ(error.Path(), path);
+    EXPECT_EQ(error.Text(),
+              "Cannot read the file: it is larger than any data file. Put the right file in its "
+              "place, then try again.");
     EXPECT_EQ(ErrorOf([&] { (void)reader.ReadItem(); }).Kind(), ErrorKind::NotAFile);
     EXPECT_EQ(ErrorOf([&] { (void)reader.AtEnd(); }).Kind(), ErrorKind::NotAFile);
     std::string item;
     EXPECT_FALSE(reader.TryReadItem(item));
+  }
+}
+
+TEST(ItemReader, AFileOfShortItemsIsReadNoFurtherThanItsLimit) {
+  const TestTree tree;
+  FaultPlatform platform;
+  for (const std::string text : {"\n", "\r\n", ",", "#x\n", "!x\n", "\"x\"\n", " \n"}) {
+    SCOPED_TRACE(text);
+    std::string bytes;
+    while (bytes.size() < kMostBytes + 4 * kBlock) {
+      bytes += text;
+    }
+    tree.Write(kPath, bytes);
+    ItemReader reader(kPath);
+    // One block more than the limit tells that there is more; reading on would fail otherwise.
+    platform.passes = static_cast<int>(kMostBytes / kBlock) + 1;
+    platform.Set(FaultPlatform::Step::Read);
+    const Error error = ErrorOf([&] {
+      while (!reader.AtEnd()) {
+        (void)reader.ReadItem();
+      }
+    });
+    EXPECT_EQ(error.Kind(), ErrorKind::NotAFile) << error.what();
+    EXPECT_EQ(error.Path(), kPath);
+    EXPECT_EQ(platform.passes, 0);
+    EXPECT_EQ(platform.faults, 0);
   }
 }
 

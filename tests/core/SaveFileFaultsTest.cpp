@@ -265,6 +265,54 @@ TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNothingMoreIsToldAndNotTriedWithoutE
   }
 }
 
+TEST_F(SaveFileInPlaceFaults, WhatCannotBePutBackEitherIsToldAtAnyByte) {
+  platform.always = true;
+  const std::string text =
+      "Saving failed (No space left on device), and the earlier content could not be put back. "
+      "Keep this screen open, see to the disk and save again.";
+  for (std::size_t byte = 1; byte < kNewBytes.size(); ++byte) {
+    SCOPED_TRACE(byte);
+    platform.failAtByte = byte;
+    Prepare(kOldBytes);
+    Set(Step::Write, std::errc::no_space_on_device);
+    const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
+    EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
+    EXPECT_EQ(error.Path(), kDataFile);
+    EXPECT_EQ(error.Text(), text);
+    EXPECT_EQ(platform.opened, 2);  // to save, and to put back
+    EXPECT_EQ(platform.faults, 2);
+    // As much as the disk took was put back over what the save had written.
+    EXPECT_EQ(tree.Read(kDataFile), kOldBytes);
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    // Saving again, as the message says, helps when the disk takes it.
+    Set(Step::None);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
+  }
+}
+
+TEST_F(SaveFileInPlaceFaults, AnyOtherStepThatFailsAgainWhilePuttingBackIsTold) {
+  platform.always = true;
+  for (const Step step : {Step::Nothing, Step::Cut, Step::Length, Step::Sync, Step::Close}) {
+    SCOPED_TRACE(step);
+    platform.failAtByte = 4;
+    Prepare(kOldBytes);
+    Set(step);
+    const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
+    EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
+    EXPECT_EQ(error.Path(), kDataFile);
+    EXPECT_EQ(error.Text(),
+              "Saving failed (Input/output error), and the earlier content could not be put back. "
+              "Keep this screen open, see to the disk and save again.");
+    EXPECT_EQ(platform.opened, 2);
+    EXPECT_EQ(platform.faults, 2);
+    Set(Step::None);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+  }
+}
+
 // ---- Limits and disks that are really full.
 
 Error SavedUnderALimit(const std::string& bytes) {

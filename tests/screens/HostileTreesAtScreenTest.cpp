@@ -140,7 +140,7 @@ TEST_F(HostileTreeAtScreen, WhatIsNoDataFileIsToldAtTheMenuWhichStays) {
          WriteNative(native, "");
          fs::resize_file(native, 1U << 30U);
        },
-       "a line longer than that of any data file"},
+       "it is larger than any data file"},
   };
   frmCalibrationMain menu(nullptr);
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
