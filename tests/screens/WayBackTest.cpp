@@ -160,7 +160,7 @@ class WayBackOfAnInstrument : public StationStage {
  protected:
   WayBackOfAnInstrument() {
     fs::remove_all(Trash());
-    WriteInstrument();
+    WriteInstrument({.calData = ""});
   }
 
   /// Saves the instrument with the comment "mine"; `meanwhile` happens while it is edited.
@@ -169,12 +169,11 @@ class WayBackOfAnInstrument : public StationStage {
       ClickEntry(screen, "LstInstrment", "PX12A");
       meanwhile();
       Fill(screen, "txtData_11", "mine");
-      Fill(screen, "txtData_12", "file");  // is never read back
       Click(screen, "btnSave");
       EXPECT_FALSE(CanSave(screen));
       LeaveUnsaved(screen);
     });
-    EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile{.comment = "mine"}.Bytes());
+    EXPECT_EQ(ReadInstrument("PX12A"), (InstrumentFile{.comment = "mine", .calData = ""}.Bytes()));
     EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX12A"}));
   }
 };
@@ -188,6 +187,13 @@ TEST_F(WayBackOfAnInstrument, FromACorrectionThatSomebodyElseMadeMeanwhile) {
 TEST_F(WayBackOfAnInstrument, IsNotNeededFromTheUsersOwnCorrection) {
   Correct([] {});
   EXPECT_EQ(Trashed(), Texts{});
+}
+
+// It is never read back into its box.
+TEST_F(WayBackOfAnInstrument, FromASaveWithoutTheCalDataOfTheFile) {
+  WriteInstrument({.calData = "kept elsewhere"});
+  Correct([] {});
+  EXPECT_EQ(Trashed(), Texts{InstrumentFile{.calData = "kept elsewhere"}.Bytes()});
 }
 
 // ---- Of a kit's file.
