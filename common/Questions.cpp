@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include <algorithm>
 #include <utility>
@@ -28,8 +30,11 @@ Questions*& ChosenQuestions() {
 /// The one file that the user chose in the toolkit's own dialog, "" when the dialog was cancelled.
 QString RunDialog(QFileDialog& dialog) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  // The toolkit's own size cuts the names and dates of the files.
+  // The toolkit's own sizes cut the names and dates of the files.
   dialog.resize(kDialogSize);
+  if (auto* files = dialog.findChild<QTreeView*>("treeView")) {
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  }
   SuitDisplay(&dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return {};
