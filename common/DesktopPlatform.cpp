@@ -24,7 +24,7 @@ namespace {
 /// The trash of the user's home, "" where there is none and none can be made.
 QString HomeTrash() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  const QString trash = data + "/Trash";
+  QString trash = data + "/Trash";
   for (const QString& folder : {trash + "/files", trash + "/info"}) {
     if (data.isEmpty() || !QDir().mkpath(folder) || !QFileInfo(folder).isWritable()) {
       return {};

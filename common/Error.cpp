@@ -66,11 +66,17 @@ constexpr std::array<Explanation, 14> kExplanations = {{
     {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},
 }};
 
+/// A text is shown up to its first NUL, and a file or the clipboard may bring one.
+std::string Shown(std::string text) {
+  std::ranges::replace(text, '\0', ' ');
+  return text;
+}
+
 }  // namespace
 
 Error::Error(ErrorKind kind, std::string text, std::string path, int line)
     : kind_(kind),
-      text_(std::move(text)),
+      text_(Shown(std::move(text))),
       path_(std::move(path)),
       line_(line),
       message_(ComposeMessage(text_, path_, line_)) {}

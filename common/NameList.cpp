@@ -124,11 +124,15 @@ void ShowNames(QListWidget* list, const std::vector<std::string>& names,
 void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
   // The press that selects another entry is told twice, as a change and as a press.
   const auto changedByPress = std::make_shared<bool>(false);
+  auto* pressIsOver = new QTimer(list);  // the list owns it
+  pressIsOver->setSingleShot(true);
+  QObject::connect(pressIsOver, &QTimer::timeout, list, [=] { *changedByPress = false; });
   QObject::connect(list, &QListWidget::itemSelectionChanged, list, [=] {
+    pressIsOver->stop();
     *changedByPress = true;
     chosen();
     // Not before: events run while a message is shown.
-    QTimer::singleShot(0, list, [=] { *changedByPress = false; });
+    pressIsOver->start();
   });
   QObject::connect(list, &QListWidget::itemPressed, list, [=] {
     if (!*changedByPress) {
