@@ -6,6 +6,7 @@
 #include <QHeaderView>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "common/PaleSelection.h"
@@ -90,17 +91,18 @@ void CalGrid::ShareWidth() {
   }
   const int width = viewport()->width();
   std::vector<int> shares;
+  std::vector<int> leasts;
   int missing = 0;  // to the captions that are wider than their share
   for (std::int16_t c = 0; c < columns; ++c) {
     const std::int64_t share =
         whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;
-    const int least = horizontalHeader()->sectionSizeHint(c);
-    shares.push_back(std::max(static_cast<int>(share), least));
+    leasts.push_back(horizontalHeader()->sectionSizeHint(c));
+    shares.push_back(std::max(static_cast<int>(share), leasts.back()));
     missing += shares.back() - static_cast<int>(share);
   }
   for (std::int16_t c = 0; c < columns; ++c) {
     int& share = shares[static_cast<std::size_t>(c)];
-    const int taken = std::clamp(share - horizontalHeader()->sectionSizeHint(c), 0, missing);
+    const int taken = std::clamp(share - leasts[static_cast<std::size_t>(c)], 0, missing);
     missing -= taken;
     share -= taken;
     setColumnWidth(c, share);
