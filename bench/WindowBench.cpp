@@ -103,8 +103,7 @@ void Start(benchmark::State& state, const std::string& program) {
       state.SkipWithError("no window came up");
       break;
     }
-    state.SetIterationTime(
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    state.SetIterationTime(SecondsSince(start));
   }
 }
 

@@ -62,6 +62,18 @@ class SaveFileFaults : public testing::Test {
     }
   }
 
+  // A save that meets the fault once, and overwrites the file instead of replacing it.
+  void ExpectWrittenInPlace(Step step, std::errc fault) {
+    tree.Write(kDataFile, kOldBytes);
+    const ino_t before = StatOf(tree.Native(kDataFile)).st_ino;
+    Set(step, fault);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(platform.faults, 1);
+    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+    EXPECT_EQ(StatOf(tree.Native(kDataFile)).st_ino, before);
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+  }
+
   TestTree tree;
   FaultPlatform platform;
 };
@@ -162,36 +174,16 @@ TEST_F(SaveFileFaults, WhereNoTemporaryCanBeMadeForWantOfSpaceNothingIsWritten) 
 TEST_F(SaveFileFaults, WhereTheFolderTakesNoNewFileTheOldOneIsWrittenInPlace) {
   for (const std::errc fault : {std::errc::permission_denied, std::errc::read_only_file_system,
                                 std::errc::operation_not_permitted}) {
-    tree.Write(kDataFile, kOldBytes);
-    const ino_t before = StatOf(tree.Native(kDataFile)).st_ino;
-    Set(Step::Create, fault);
-    SaveFile(kDataFile, kNewBytes);
-    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-    EXPECT_EQ(StatOf(tree.Native(kDataFile)).st_ino, before);
-    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    ExpectWrittenInPlace(Step::Create, fault);
   }
 }
 
 TEST_F(SaveFileFaults, AGroupThatCannotBeKeptIsKeptByWritingInPlace) {
-  tree.Write(kDataFile, kOldBytes);
-  const ino_t before = StatOf(tree.Native(kDataFile)).st_ino;
-  Set(Step::Attributes, std::errc::operation_not_permitted);
-  SaveFile(kDataFile, kNewBytes);
-  EXPECT_EQ(platform.faults, 1);
-  EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-  EXPECT_EQ(StatOf(tree.Native(kDataFile)).st_ino, before);
-  EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+  ExpectWrittenInPlace(Step::Attributes, std::errc::operation_not_permitted);
 }
 
 TEST_F(SaveFileFaults, AFileThatItsFolderLetsNobodyElseReplaceIsWrittenInPlace) {
-  tree.Write(kDataFile, kOldBytes);
-  const ino_t before = StatOf(tree.Native(kDataFile)).st_ino;
-  Set(Step::Replace, std::errc::operation_not_permitted);
-  SaveFile(kDataFile, kNewBytes);
-  EXPECT_EQ(platform.faults, 1);
-  EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-  EXPECT_EQ(StatOf(tree.Native(kDataFile)).st_ino, before);
-  EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+  ExpectWrittenInPlace(Step::Replace, std::errc::operation_not_permitted);
 }
 
 TEST_F(SaveFileFaults, AttributesThatFailOtherwiseLeaveTheOldFileWhole) {

@@ -161,6 +161,16 @@ TEST_F(StoredFiles, AFolderInItsPlaceIsTheSavesOwnError) {
 
 // ---- Every kind of file that holds a serial number.
 
+/// New data of the model with this serial number, saved at `path`.
+std::unique_ptr<cifCaldata> Written(const Model& model, const std::string& serial,
+                                    const std::string& path) {
+  std::unique_ptr<cifCaldata> data = model.create();
+  data->SetModelNumber(std::string(model.code));
+  data->SetSerialNumber(serial);
+  data->SaveCalibrationDataToFile(path);
+  return data;
+}
+
 TEST_F(StoredFiles, EveryModelKnowsTheFileItCameFrom) {
   for (const Model& model : kModels) {
     if (model.create == nullptr) {
@@ -169,10 +179,7 @@ TEST_F(StoredFiles, EveryModelKnowsTheFileItCameFrom) {
     SCOPED_TRACE(model.code);
     platform_.kept.clear();
     const std::string path = "c:\\calfactors\\PX12A\\SN" + std::string(model.code);
-    const auto written = model.create();
-    written->SetModelNumber(std::string(model.code));
-    written->SetSerialNumber("1");
-    written->SaveCalibrationDataToFile(path);
+    const auto written = Written(model, "1", path);
 
     const auto opened = model.create();
     opened->LoadCalibrationDataFromFile(path);
@@ -187,10 +194,7 @@ TEST_F(StoredFiles, EveryModelKnowsTheFileItCameFrom) {
     EXPECT_EQ(platform_.kept, Texts{corrected});
 
     const std::string other = tree_.Read(path);
-    const auto added = model.create();
-    added->SetModelNumber(std::string(model.code));
-    added->SetSerialNumber("2");
-    added->SaveCalibrationDataToFile(path);
+    static_cast<void>(Written(model, "2", path));
     EXPECT_EQ(platform_.kept, (Texts{corrected, other}));
   }
 }
@@ -203,10 +207,7 @@ TEST_F(StoredFiles, OfEveryModelAFileWithARemarkIsKeptOnce) {
     SCOPED_TRACE(model.code);
     platform_.kept.clear();
     const std::string path = "c:\\calfactors\\PX12A\\SN" + std::string(model.code);
-    const auto written = model.create();
-    written->SetModelNumber(std::string(model.code));
-    written->SetSerialNumber("1");
-    written->SaveCalibrationDataToFile(path);
+    static_cast<void>(Written(model, "1", path));
 
     const auto plain = model.create();
     plain->LoadCalibrationDataFromFile(path);
