@@ -24,6 +24,7 @@ add_library(tarvell_screens STATIC
   common/FolderPicker.cpp
   common/Guard.cpp
   common/NameList.cpp
+  common/NoticeLine.cpp common/NoticeLine.h
   common/PaleSelection.cpp common/PaleSelection.h
   common/Questions.cpp
   common/ScreenSize.cpp
@@ -36,6 +37,8 @@ add_library(tarvell_screens STATIC
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
 qt_add_resources(tarvell_screens images PREFIX / FILES images/tarvell.svg)
 target_link_libraries(tarvell_screens PUBLIC tarvell_core Qt6::Widgets PRIVATE tarvell_warnings)
+target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functional> <memory> <string>
+  <string_view> <vector>)
 
 add_executable(tarvell app/main.cpp)
 target_link_libraries(tarvell PRIVATE tarvell_screens tarvell_warnings)
