@@ -21,9 +21,11 @@
 #include "app/mOSVersion.h"
 #include "calscreens/frmCalibrationMain.h"
 #include "common/CommonStringModule.h"
+#include "common/EnterKey.h"
 #include "common/FileIOCommonModule.h"
 #include "common/FolderPicker.h"
 #include "common/Guard.h"
+#include "common/OneLineValidator.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/ScreenSize.h"
@@ -63,6 +65,10 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   QGuiApplication::setDesktopFileName("tarvell");
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
+  for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
+    box->setValidator(new OneLineValidator(box));  // the box owns it
+  }
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
           &frmMain::btnBrowseCalibrationDir_Click);

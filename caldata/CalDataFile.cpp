@@ -57,6 +57,11 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
   }
 }
 
+std::string HeaderValueRead(std::string_view value) {
+  const LineWords words = WordsOf("#" + std::string(value.substr(0, value.find(','))));
+  return words[0];
+}
+
 void WriteDataLine(FileText& text, std::string_view line) {
   if (line.find(',') != std::string_view::npos) {
     throw Error(

@@ -34,6 +34,10 @@ void CheckHeaderValue(const std::string& field, std::string_view value);
 /// for the next line.
 void CheckHeaderName(const std::string& field, std::string_view name);
 
+/// What a load gives back of a value on a header line: its first word. A colon counts as a blank,
+/// and a comma ends the line.
+[[nodiscard]] std::string HeaderValueRead(std::string_view value);
+
 /// Appends a data line. Throws a Character error when a cell holds a comma, as one from a quoted
 /// line may: what stands behind it would be lost, or taken for a line of its own.
 void WriteDataLine(FileText& text, std::string_view line);
@@ -85,6 +89,12 @@ class CalDataFile : public cifCaldata {
   [[nodiscard]] std::string GetCalPageSerial(std::int16_t /*page*/) const override { return {}; }
   void SetCalPageSerial(std::int16_t /*page*/, const std::string& /*serial*/) override {}
   [[nodiscard]] std::int16_t GetCalPageCount() const override { return 1; }
+
+  [[nodiscard]] std::string CellReadBack(std::int16_t /*page*/, std::int16_t /*column*/,
+                                         std::int16_t /*row*/,
+                                         const std::string& text) const override {
+    return text;
+  }
 
   /// Path of the model's template file: "Temp" and the model code, beside the program.
   [[nodiscard]] std::string TemplatePath() const;

@@ -4,6 +4,7 @@
 #include "caldata/CalPoints.h"
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/CalDataFile.h"
 #include "common/Error.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
@@ -31,13 +32,9 @@ double AsTyped(double value) {
   return NumericValue(ShortestText(value));
 }
 
-bool IsFull(const CalDataGrid& grid) {
-  return grid.RowCount() > static_cast<std::int16_t>(kTableRows);
-}
-
-/// The position `row`, when the table has a place for one more.
-PointPosition InFrontOf(std::int16_t row, const CalDataGrid& grid) {
-  return {IsFull(grid) ? PointPlace::TableFull : PointPlace::Row, row};
+/// A new point goes before this row, or after the last one.
+PointPosition Before(std::int16_t row) {
+  return {PointPlace::Row, row};
 }
 
 void CheckNumber(std::string_view text, const std::string& field) {
@@ -48,6 +45,12 @@ void CheckNumber(std::string_view text, const std::string& field) {
 }
 
 }  // namespace
+
+void CheckPlaceForPoint(const CalDataGrid& grid) {
+  if (grid.RowCount() > static_cast<std::int16_t>(kTableRows)) {
+    throw FullTableError();
+  }
+}
 
 double SensorFrequency(std::string_view typed, std::string_view unit, std::string_view tableUnit) {
   const double value = NumericValue(typed);
@@ -75,11 +78,11 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency) {
       return {PointPlace::Taken, row};
     }
     if (frequency < previous || frequency < current) {
-      return InFrontOf(static_cast<std::int16_t>(frequency < previous ? row - 1 : row), grid);
+      return Before(static_cast<std::int16_t>(frequency < previous ? row - 1 : row));
     }
     previous = current;
   }
-  return InFrontOf(grid.RowCount(), grid);
+  return Before(grid.RowCount());
 }
 
 std::string SensorPointName(const CalDataGrid& grid, std::int16_t row, std::string_view tableUnit) {
@@ -108,10 +111,10 @@ PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoin
       return {PointPlace::Taken, row};
     }
     if (setting > point.setting || (setting == point.setting && frequency > point.frequency)) {
-      return InFrontOf(row, grid);
+      return Before(row);
     }
   }
-  return InFrontOf(grid.RowCount(), grid);
+  return Before(grid.RowCount());
 }
 
 std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row) {

@@ -15,16 +15,18 @@
 namespace tarvell {
 
 enum class PointPlace {
-  Row,        ///< in front of the row `row`, or behind the last one
-  Taken,      ///< the table has this point already
-  BelowZero,  ///< no point lies below zero
-  TableFull
+  Row,       ///< before the row `row`, or after the last one
+  Taken,     ///< the table has this point already
+  BelowZero  ///< no point lies below zero
 };
 
 struct PointPosition {
   PointPlace place = PointPlace::Row;
   std::int16_t row = 0;
 };
+
+/// Throws FullTableError when a table has no place for another point.
+void CheckPlaceForPoint(const CalDataGrid& grid);
 
 /// A frequency typed in `unit` ("GHz", "MHz" or "KHz"; any other means the table's own), in the
 /// table's unit ("MHz" or "GHz"). A text without a number gives 0.

@@ -115,6 +115,17 @@ std::string CapacitorSet::SetCalibrationDataFormat(std::int16_t page, std::int16
   }
 }
 
+std::string CapacitorSet::CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+                                       const std::string& text) const {
+  if (column < kCapacitance || column >= kColumns || text.empty()) {
+    return text;
+  }
+  // The other cells only have to be there, so that no word moves into the place of another.
+  Row cells = {"1", "1pF", "1 %", "1", "1"};
+  cells.at(static_cast<std::size_t>(column)) = text;
+  return ReadRow(page, row, DataLine(page, row, cells)).at(static_cast<std::size_t>(column));
+}
+
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,
                                               std::vector<std::string>& units) const {
   if (column == kUncertainty) {

@@ -57,6 +57,8 @@ class CapacitorSet : public CalDataFile {
   [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                      std::int16_t row, const std::string& text,
                                                      const std::string& unit) const final;
+  [[nodiscard]] std::string CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+                                         const std::string& text) const final;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const final;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <optional>
 
+#include "caldata/CellNotices.h"
 #include "common/Error.h"
 #include "common/FileCharacters.h"
 #include "common/Numbers.h"
@@ -16,7 +17,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
 constexpr std::size_t kMostQuoted = 40;
 constexpr char kBlank = ' ';
 
@@ -53,20 +53,19 @@ std::string Quoted(std::string_view value) {
   return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
 }
 
-/// What a cell shows in front of its number and behind it, such as "Ls/" and "nH".
+/// What a cell shows before its number and after it, such as "Ls/" and "nH".
 struct Unit {
   std::string before;
   std::string behind;
 };
 
 Unit UnitOf(const std::string& ofOne) {
-  const std::size_t first = ofOne.find_first_of(kDigits);
-  if (first == std::string::npos) {
+  const CellParts cell = PartsOfCell(ofOne);
+  if (cell.number.empty()) {
     throw Error(ErrorKind::Index,
                 "The table has no value in this place. Begin in another cell, or copy less.");
   }
-  return {std::string(Trim(ofOne.substr(0, first))),
-          std::string(Trim(ofOne.substr(ofOne.find_last_of(kDigits) + 1)))};
+  return {std::string(Trim(cell.before)), std::string(Trim(cell.after))};
 }
 
 std::string_view WithoutUnit(std::string_view value, const Unit& unit) {
@@ -103,6 +102,17 @@ std::string NumberIn(std::string_view value, const Unit& unit) {
                 Quoted(value) + " is too large to be calculated with. Correct it.");
   }
   return std::string(number);
+}
+
+/// What a cell stores for a number. Zero in the place of a value that is not zero would look like a
+/// measured one.
+std::string Stored(const std::string& number, const std::string& stored) {
+  if (*WholeNumber(number) != 0 && HoldsZero(stored)) {
+    throw Error(ErrorKind::Type, Quoted(number) + " would be stored as " + Quoted(stored) +
+                                     ", because it is too small for the decimals of its cell. "
+                                     "Check its unit.");
+  }
+  return stored;
 }
 
 void CheckStart(const CalDataGrid& grid, const PasteStart& start) {
@@ -147,7 +157,8 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
     }
     for (const std::string_view value : parts) {
       const Unit unit = UnitOf(store(column, row, "1"));
-      cells.push_back({row, column, store(column, row, NumberIn(value, unit))});
+      const std::string number = NumberIn(value, unit);
+      cells.push_back({row, column, Stored(number, store(column, row, number))});
       ++column;
     }
   }

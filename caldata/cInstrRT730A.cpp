@@ -113,6 +113,17 @@ std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16
   return result;
 }
 
+std::string cInstrRT730A::CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+                                       const std::string& text) const {
+  const ResistorPage* known = PageOf(page);
+  if (known == nullptr || !IsRelative(*known, column) || text.empty()) {
+    return text;
+  }
+  std::string field;
+  AppendUncertainty(field, page, row, text);
+  return UncertaintyRead(page, column, row, Trim(field));
+}
+
 std::int16_t cInstrRT730A::GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                               std::vector<std::string>& units) const {
   const ResistorPage* known = PageOf(page);

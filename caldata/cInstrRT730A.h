@@ -31,6 +31,8 @@ class cInstrRT730A final : public CalDataFile {
   [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                      std::int16_t row, const std::string& text,
                                                      const std::string& unit) const override;
+  [[nodiscard]] std::string CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+                                         const std::string& text) const override;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const override;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const override;

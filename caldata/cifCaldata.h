@@ -75,6 +75,10 @@ class cifCaldata {
                                                              std::int16_t row,
                                                              const std::string& text,
                                                              const std::string& unit) const = 0;
+  /// The text that a cell which holds `text` has after the data set is saved and loaded again.
+  [[nodiscard]] virtual std::string CellReadBack(std::int16_t page, std::int16_t column,
+                                                 std::int16_t row,
+                                                 const std::string& text) const = 0;
   /// The units that the user may choose for a column; the one entry "*" means no choice.
   virtual std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                           std::vector<std::string>& units) const = 0;

@@ -3,22 +3,40 @@
 
 #include "calscreens/CalEditor.h"
 
+#include <QItemSelectionModel>
+#include <QKeySequence>
 #include <QLayout>
 
+#include <algorithm>
 #include <utility>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/CellNotices.h"
+#include "calscreens/CalGrid.h"
 #include "calscreens/CalHeaderBlock.h"
 #include "calscreens/CellEditor.h"
 #include "common/BusyPointer.h"
+#include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileNames.h"
+#include "common/NoticeLine.h"
 #include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/Text.h"
 
 namespace tarvell {
+
+namespace {
+
+// What the notices of an editor are about.
+constexpr const char* kCell = "cell";
+constexpr const char* kFixedCell = "fixed cell";
+
+/// Of any table.
+constexpr std::int16_t kMostColumns = 5;
+
+}  // namespace
 
 const CalFileInfo& ListedDataSet(std::int16_t index) {
   if (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size())) {
@@ -33,10 +51,32 @@ CalEditor::CalEditor(QWidget* parent) : QDialog(parent) {}
 
 CalEditor::~CalEditor() = default;
 
-void CalEditor::SetUp(CalHeaderBlock* header, std::unique_ptr<CellEditor> cellEditor) {
-  header_ = header;
+void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor) {
+  controls_ = controls;
   cellEditor_ = std::move(cellEditor);
-  connect(header_, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
+  controls_.ok->setShortcut(QKeySequence::Save);
+  controls_.ok->setToolTip(tr("Saves the data and closes this screen (%1).")
+                               .arg(controls_.ok->shortcut().toString(QKeySequence::NativeText)));
+  controls_.ok->setAccessibleDescription(controls_.ok->toolTip());
+  EnterPressesFocusedButton(this);
+  connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
+  connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
+  connect(cellEditor_.get(), &CellEditor::Typed, this,
+          [this](std::int16_t row, std::int16_t column, const QString& typed) {
+            NoteCell(row, column, &typed);
+          });
+  connect(cellEditor_.get(), &CellEditor::Pasted, this,
+          [this](std::int16_t row, std::int16_t column) { NoteCell(row, column, nullptr); });
+  connect(cellEditor_.get(), &CellEditor::FixedCellTyped, this, [this](std::int16_t column) {
+    const QString caption = ToQt(controls_.grid->Data().CellText(0, column));
+    controls_.notices->Report(
+        kFixedCell,
+        caption.isEmpty()
+            ? tr("Nothing was typed: this column is not used.")
+            : tr("Nothing was typed: the column \"%1\" is fixed. %2").arg(caption, WhyFixed()));
+  });
+  connect(controls_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &CalEditor::ReportCells);
 }
 
 void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
@@ -51,17 +91,20 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
 
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
-  header_->Show(ToQt(modelCode), ToQt(serial), *data_);
-  header_->LockSerial(!isNew);
+  controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
+  controls_.header->LockSerial(!isNew);
   ShowCaption(ToQt(data_->SerialNumber()));
   // The table tells the object how wide it is before it is first shown.
   layout()->activate();
+  controls_.notices->Clear();
+  FindCellNotes();
   ShowTables();
+  controls_.header->ReportNotices();
   TellNotices(index);
   if (isNew) {
-    header_->FocusSerial();
+    controls_.header->FocusSerial();
   } else {
-    header_->FocusCalNo();
+    controls_.header->FocusCalNo();
   }
   exec();
   data_.reset();
@@ -83,6 +126,76 @@ void CalEditor::Load(std::int16_t index) {
 
 void CalEditor::ShowCaption(const QString& serial) {
   setWindowTitle("Editing calibraition data (" + ToQt(model_->code) + " - " + serial + ")");
+}
+
+void CalEditor::FindCellNotes() {
+  cellNotes_.clear();
+  MemoryGrid grid;
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    grid.Clear(kMostColumns);
+    data_->GetCalData(page, grid);
+    for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+      for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
+        const std::string shown = grid.CellText(row, column);
+        const std::string notice =
+            ReadDifferently(shown, data_->CellReadBack(page, column, row, shown));
+        if (!notice.empty()) {
+          cellNotes_[page][{row, column}] = ToQt(notice);
+        }
+      }
+    }
+  }
+}
+
+void CalEditor::NoteCell(std::int16_t row, std::int16_t column, const QString* typed) {
+  const std::string stored = controls_.grid->Data().CellText(row, column);
+  const std::string difference =
+      typed == nullptr ? std::string() : StoredDifferently(FromQt(*typed), stored);
+  const std::string readBack =
+      ReadDifferently(stored, data_->CellReadBack(ShownPage(), column, row, stored));
+  controls_.grid->Model().SetNote(
+      row, column,
+      ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack));
+  ReportCells();
+}
+
+void CalEditor::KeepCellNotes() {
+  cellNotes_[ShownPage()] = controls_.grid->Model().Notes();
+}
+
+void CalEditor::ShowCellNotes() {
+  controls_.grid->Model().SetNotes(cellNotes_[ShownPage()]);
+  ReportCells();
+}
+
+void CalEditor::ReportCells() {
+  controls_.notices->Report(kFixedCell, {});
+  const CalGrid& grid = *controls_.grid;
+  const auto about = [](const MemoryGrid& table, std::int16_t row, std::int16_t column,
+                        const QString& note) {
+    return QString("%1, %2: %3")
+        .arg(ToQt(table.CellText(row, 0)), ToQt(table.CellText(0, column)), note);
+  };
+  const QString current = grid.Model().NoteAt(grid.CurrentRow(), grid.CurrentColumn());
+  if (!current.isEmpty()) {
+    controls_.notices->Report(kCell,
+                              about(grid.Data(), grid.CurrentRow(), grid.CurrentColumn(), current));
+    return;
+  }
+  if (!grid.Model().Notes().empty()) {
+    const auto& [cell, note] = *grid.Model().Notes().begin();
+    controls_.notices->Report(kCell, about(grid.Data(), cell.first, cell.second, note));
+    return;
+  }
+  const auto other = std::ranges::find_if(cellNotes_, [&](const auto& page) {
+    return page.first != ShownPage() && page.first < data_->GetCalPageCount() &&
+           !page.second.empty();
+  });
+  controls_.notices->Report(kCell, other == cellNotes_.end()
+                                       ? QString()
+                                       : tr("On the page %1: %2")
+                                             .arg(ToQt(data_->GetCalPageName(other->first)),
+                                                  other->second.begin()->second));
 }
 
 void CalEditor::TellNotices(std::int16_t index) {
@@ -110,14 +223,14 @@ void CalEditor::TellNotices(std::int16_t index) {
 
 void CalEditor::SaveAndClose() {
   cellEditor_->Commit();
-  const std::string serial = FromQt(header_->Serial());
+  const std::string serial = FromQt(controls_.header->Serial());
   if (serial.empty()) {
     Tell(this, "Please input serial number");
-    header_->FocusSerial();
+    controls_.header->FocusSerial();
     return;
   }
   const std::string name = DataFileName(serial);
-  header_->Store(*data_);
+  controls_.header->Store(*data_);
   StoreTables();
   const std::string folder = Joined(gCalibrationDir, data_->ModelNumber());
   const BusyPointer busy;

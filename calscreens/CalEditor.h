@@ -5,18 +5,23 @@
 #define TARVELL_CALSCREENS_CALEDITOR_H
 
 #include <QDialog>
+#include <QPushButton>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 
 #include "caldata/Models.h"
+#include "calscreens/GridModel.h"
 #include "common/mTypeDef.h"
 
 namespace tarvell {
 
+class CalGrid;
 class CalHeaderBlock;
 class CellEditor;
+class NoticeLine;
 
 /// The data set of row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
 [[nodiscard]] const CalFileInfo& ListedDataSet(std::int16_t index);
@@ -41,12 +46,27 @@ class CalEditor : public QDialog {
  protected:
   explicit CalEditor(QWidget* parent);
 
-  /// Takes the controls that every editor has; called once, when they are made.
-  void SetUp(CalHeaderBlock* header, std::unique_ptr<CellEditor> cellEditor);
+  /// The controls that every editor has.
+  struct Controls {
+    CalHeaderBlock* header;
+    CalGrid* grid;
+    NoticeLine* notices;
+    QPushButton* ok;
+  };
+  /// Takes them; called once, when they are made.
+  void SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor);
 
   [[nodiscard]] const Model& CurrentModel() const { return *model_; }
   [[nodiscard]] cifCaldata& Data() const { return *data_; }
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
+  [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
+
+  /// Marks the cells of a page that the grid has just been filled with.
+  void ShowCellNotes();
+  /// Keeps the marks of the page that the grid shows.
+  void KeepCellNotes();
+  /// Reports the mark of the current cell, else the first one of the data set.
+  void ReportCells();
 
   /// Stores an open cell edit, saves the data set and closes the screen; does not close it when
   /// the serial number is missing, which is told. Throws the error of a save that fails.
@@ -61,13 +81,22 @@ class CalEditor : public QDialog {
   virtual void ShowTables() = 0;
   /// Stores the tables shown in Data().
   virtual void StoreTables() = 0;
+  /// The page whose table the grid shows.
+  [[nodiscard]] virtual std::int16_t ShownPage() const { return 0; }
+  /// Why the user cannot type into a fixed column of the table.
+  [[nodiscard]] virtual QString WhyFixed() const = 0;
 
   void Load(std::int16_t index);
   void ShowCaption(const QString& serial);
+  /// Marks every cell of the data set that the file would give back differently.
+  void FindCellNotes();
+  /// Marks a cell, or removes its mark, after `typed` was stored in it; nullptr when it was pasted.
+  void NoteCell(std::int16_t row, std::int16_t column, const QString* typed);
   void TellNotices(std::int16_t index);
 
-  CalHeaderBlock* header_ = nullptr;
-  std::unique_ptr<CellEditor> cellEditor_;  ///< ends before the table that it watches
+  Controls controls_ = {};
+  std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages, but for the shown one
+  std::unique_ptr<CellEditor> cellEditor_;       ///< ends before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
 };

@@ -61,6 +61,39 @@ void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
   selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
 }
 
+void CalGrid::RemoveRow(std::int16_t row) {
+  const std::int16_t column = CurrentColumn();
+  model_->RemoveRow(row);
+  const auto last = static_cast<std::int16_t>(Data().RowCount() - 1);
+  if (last > 0) {
+    SetCurrentCell(std::min(row, last), column);
+    scrollTo(currentIndex());
+  }
+}
+
+QModelIndex CalGrid::NextEditable(const QModelIndex& cell, bool forward) const {
+  const int columns = model_->columnCount();
+  const int end = forward ? columns * model_->rowCount() : -1;
+  const int step = forward ? 1 : -1;
+  for (int place = cell.row() * columns + cell.column() + step; place != end; place += step) {
+    if (model_->IsEditable(place % columns)) {
+      return model_->index(place / columns, place % columns);
+    }
+  }
+  return {};
+}
+
+QModelIndex CalGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const QModelIndex cell = QTableView::moveCursor(action, modifiers);
+  const bool toEdge = action == MoveHome || action == MoveEnd;
+  if (!toEdge || !cell.isValid() || model_->IsEditable(cell.column())) {
+    return cell;
+  }
+  const int column =
+      action == MoveHome ? model_->FirstEditableColumn() : model_->LastEditableColumn();
+  return model_->IsEditable(column) ? model_->index(cell.row(), column) : cell;
+}
+
 void CalGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   ShareWidth();

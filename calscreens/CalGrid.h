@@ -39,10 +39,21 @@ class CalGrid final : public QTableView {
   /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(std::int16_t row, std::int16_t column);
 
+  /// Removes a row after which the same row number is current, or the last one.
+  void RemoveRow(std::int16_t row);
+
+  /// The next cell that takes typing from `cell` on, over row ends, or the previous one; invalid
+  /// after the last and before the first.
+  [[nodiscard]] QModelIndex NextEditable(const QModelIndex& cell, bool forward) const;
+  /// Gives the keyboard to the control after the table, or before it.
+  void Leave(bool forward) { focusNextPrevChild(forward); }
+
   /// Typing in a column that cannot be edited does nothing: it does not search either.
   void keyboardSearch(const QString& /*search*/) override {}
 
  protected:
+  /// Home and End, with and without Ctrl, go to cells that take typing.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
 

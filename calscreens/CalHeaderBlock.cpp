@@ -10,10 +10,13 @@
 
 #include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
+#include "caldata/CellNotices.h"
 #include "common/CalmWheel.h"
 #include "common/CommonStringModule.h"
+#include "common/EnterKey.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
+#include "common/NoticeLine.h"
 #include "common/Numbers.h"
 #include "common/QtText.h"
 
@@ -83,9 +86,46 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
   connect(ui_->cmbCalMonth, &QComboBox::activated, this, &CalHeaderBlock::cmbCalMonth_Click);
   connect(ui_->cmbDueMonth, &QComboBox::activated, this, &CalHeaderBlock::cmbDueMonth_Click);
   connect(ui_->txtSerial, &QLineEdit::textChanged, this, &CalHeaderBlock::SerialChanged);
+  for (QLineEdit* box : findChildren<QLineEdit*>()) {
+    box->installEventFilter(this);
+    connect(box, &QLineEdit::textChanged, this, &CalHeaderBlock::ReportNotices);
+  }
+  for (QComboBox* box : {ui_->cmbCalMonth, ui_->cmbDueMonth}) {
+    box->installEventFilter(this);
+    connect(box, &QComboBox::currentIndexChanged, this, &CalHeaderBlock::ReportNotices);
+  }
 }
 
 CalHeaderBlock::~CalHeaderBlock() = default;
+
+bool CalHeaderBlock::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && IsPlainEnter(*static_cast<QKeyEvent*>(event))) {
+    focusNextChild();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void CalHeaderBlock::ReportNotices() {
+  const auto report = [this](QLineEdit* marked, const QLabel* label, const std::string& notice) {
+    MarkBox(marked, ToQt(notice));
+    emit Noticed(label->text(), ToQt(notice));
+  };
+  const auto readBack = [&](QLineEdit* box, const QLabel* label) {
+    report(box, label, HeaderReadDifferently(FromQt(label->text()), FromQt(box->text())));
+  };
+  const auto date = [&](QLineEdit* day, const QComboBox* month, const QLineEdit* year,
+                        const QLabel* label) {
+    report(day, label,
+           MissingDay(FromQt(label->text()), FromQt(day->text()), FromQt(month->currentText()),
+                      FromQt(year->text())));
+  };
+  readBack(ui_->txtSerial, ui_->lblSerial);
+  readBack(ui_->txtCalNo, ui_->lblCalNo);
+  date(ui_->txtCalDay, ui_->cmbCalMonth, ui_->txtCalYear, ui_->lblCalDate);
+  date(ui_->txtDueDay, ui_->cmbDueMonth, ui_->txtDueYear, ui_->lblDueDate);
+  readBack(ui_->txtComment, ui_->lblComment);
+}
 
 void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
                           const cifCaldata& calData) {

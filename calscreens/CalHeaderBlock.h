@@ -42,8 +42,17 @@ class CalHeaderBlock final : public QWidget {
   void FocusSerial();
   void FocusCalNo();
 
+  /// Reports again what there is to report about the boxes.
+  void ReportNotices();
+
  signals:
   void SerialChanged(const QString& serial);
+  /// There is this to report about a field; "" takes it back.
+  void Noticed(const QString& field, const QString& text);
+
+ protected:
+  /// Enter in a field goes to the next one.
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void cmbCalMonth_Click();

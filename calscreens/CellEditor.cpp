@@ -99,7 +99,9 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     if (!IsOpen() && copies) {
       CopySelectedCells(*grid_);
     } else if (!IsOpen()) {
-      PasteIntoCells(*grid_, rules_);
+      for (const PastedCell& cell : PasteIntoCells(*grid_, rules_)) {
+        emit Pasted(cell.row, cell.column);
+      }
     }
     return true;
   }
@@ -120,8 +122,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   }
   const QString text = event.text();
   const bool printable = !text.isEmpty() && text.at(0).unicode() > kBlank && text.at(0) != kDelete;
-  if (!printable || !grid_->currentIndex().isValid() ||
-      !grid_->Model().IsEditable(grid_->CurrentColumn())) {
+  if (!printable || !grid_->currentIndex().isValid()) {
     return false;
   }
   Open(text);
@@ -137,12 +138,14 @@ bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
       if (txtCellCmb_->isVisible()) {
         txtCellCmb_->setFocus();
       } else {
-        ReturnToGrid(0);
+        ReturnByTab(true);
       }
+      return true;
+    case Qt::Key_Backtab:
+      ReturnByTab(false);
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Backtab:
       ReturnToGrid(0);
       return true;
     case Qt::Key_Down:
@@ -163,8 +166,10 @@ bool CellEditor::UnitKeyPressed(const QKeyEvent& event) {
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Tab:
       ReturnToGrid(0);
+      return true;
+    case Qt::Key_Tab:
+      ReturnByTab(true);
       return true;
     case Qt::Key_Backtab:
       txtCell_->setFocus();
@@ -187,7 +192,11 @@ void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
 
 void CellEditor::Open(const QString& typed) {
   const QModelIndex cell = grid_->currentIndex();
-  if (IsOpen() || !cell.isValid() || !grid_->Model().IsEditable(cell.column())) {
+  if (IsOpen() || !cell.isValid()) {
+    return;
+  }
+  if (!grid_->Model().IsEditable(cell.column())) {
+    emit FixedCellTyped(GridColumn(cell));
     return;
   }
   Guarded(grid_->window(), [&] {
@@ -217,9 +226,13 @@ void CellEditor::Commit() {
   if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
     const std::int16_t row = GridRow(cell_);
     const std::int16_t column = GridColumn(cell_);
-    grid_->Model().SetCellText(row, column,
-                               rules_.textToStore(column, row, FromQt(txtCell_->text()),
-                                                  FromQt(txtCellCmb_->currentText())));
+    const QString typed = txtCell_->text();
+    grid_->Model().SetCellText(
+        row, column,
+        rules_.textToStore(column, row, FromQt(typed), FromQt(txtCellCmb_->currentText())));
+    Close();
+    emit Typed(row, column, typed);
+    return;
   }
   Close();
 }
@@ -252,6 +265,20 @@ void CellEditor::ReturnToGrid(int rows) {
   const int row = grid_->currentIndex().row() + rows;
   if (!IsOpen() && rows != 0 && row >= 0 && row < grid_->Model().rowCount()) {
     grid_->SetCurrentCell(static_cast<std::int16_t>(row + 1), grid_->CurrentColumn());
+  }
+}
+
+void CellEditor::ReturnByTab(bool forward) {
+  const QPersistentModelIndex from = cell_;
+  grid_->setFocus();
+  if (IsOpen()) {
+    return;
+  }
+  const QModelIndex to = grid_->NextEditable(from, forward);
+  if (to.isValid()) {
+    grid_->SetCurrentCell(GridRow(to), GridColumn(to));
+  } else {
+    grid_->Leave(forward);
   }
 }
 

@@ -22,10 +22,11 @@ namespace tarvell {
 /// the unit can be chosen, the list `txtCellCmb` shares the cell with it.
 ///
 /// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
-/// edited. Enter, Tab (which goes to the unit first), the Up and Down keys, and every way back to
-/// the grid store the text in the cell; Escape does not. When neither text nor unit was touched,
-/// the cell stays as it was. Copying and pasting in the grid take the selected cells, and in an
-/// open box its text.
+/// edited. Enter, the Up and Down keys, Tab and every way back to the grid store the text in the
+/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where
+/// it can be chosen, and Shift+Tab to the previous one. When neither text nor unit was touched, the
+/// cell stays as it was. Copying and pasting in the grid take the selected cells, and in an open
+/// box its text.
 class CellEditor final : public QObject {
   Q_OBJECT
 
@@ -43,6 +44,14 @@ class CellEditor final : public QObject {
   /// Closes an open edit; the cell keeps its text.
   void Cancel();
 
+ signals:
+  /// What was typed has been stored in a cell.
+  void Typed(std::int16_t row, std::int16_t column, const QString& text);
+  /// A cell has got its text from the clipboard.
+  void Pasted(std::int16_t row, std::int16_t column);
+  /// The user tried to type into a column that cannot be edited.
+  void FixedCellTyped(std::int16_t column);
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -55,6 +64,9 @@ class CellEditor final : public QObject {
   void Open(const QString& typed);
   void CommitGuarded();
   void ReturnToGrid(int rows);
+  /// Stores the edit and goes to the next cell that takes typing, or to the previous one; out of
+  /// the table where there is none.
+  void ReturnByTab(bool forward);
   void Close();
   void PlaceBox();
 

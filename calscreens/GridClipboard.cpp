@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "caldata/PastedCells.h"
 #include "common/Guard.h"
 #include "common/QtText.h"
 
@@ -67,7 +66,8 @@ void CopySelectedCells(const CalGrid& grid) {
   }
 }
 
-void PasteIntoCells(CalGrid& grid, const CellRules& rules) {
+std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
+  std::vector<PastedCell> cells;
   std::size_t line = 0;
   const StoreNumber store = [&](std::int16_t column, std::int16_t row, const std::string& number) {
     std::string unit;
@@ -78,7 +78,8 @@ void PasteIntoCells(CalGrid& grid, const CellRules& rules) {
       grid.window(),
       [&] {
         const std::string text = FromQt(QGuiApplication::clipboard()->text());
-        Store(grid, PastedCells(grid.Data(), StartIn(grid), text, store, line));
+        cells = PastedCells(grid.Data(), StartIn(grid), text, store, line);
+        Store(grid, cells);
       },
       [&](const Error& error) {
         const std::string where = line == 0 ? "" : "Line " + std::to_string(line) + ": ";
@@ -87,6 +88,7 @@ void PasteIntoCells(CalGrid& grid, const CellRules& rules) {
                                        "was.\n\n" +
                                            where + error.Text()));
       });
+  return cells;
 }
 
 }  // namespace tarvell

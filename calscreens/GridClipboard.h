@@ -4,6 +4,9 @@
 #ifndef TARVELL_CALSCREENS_GRIDCLIPBOARD_H
 #define TARVELL_CALSCREENS_GRIDCLIPBOARD_H
 
+#include <vector>
+
+#include "caldata/PastedCells.h"
 #include "calscreens/CalGrid.h"
 #include "calscreens/CellRules.h"
 
@@ -15,8 +18,9 @@ void CopySelectedCells(const CalGrid& grid);
 
 /// Stores the numbers on the clipboard in the cells from the selection's first one (the current
 /// cell, unless more are selected) downwards and to the right, each as if it were typed into its
-/// cell, and selects them. When one of them cannot be stored that is told, and no cell changes.
-void PasteIntoCells(CalGrid& grid, const CellRules& rules);
+/// cell, and selects them. When one of them cannot be stored, that is reported and no cell changes.
+/// Returns the cells that were stored.
+std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules);
 
 }  // namespace tarvell
 

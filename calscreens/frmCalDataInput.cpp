@@ -44,7 +44,8 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
                                    const std::string& text, const std::string& /*unit*/) {
                               return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
                             }});
-  SetUp(ui_->header, std::move(cellEditor));
+  SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
+        std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);
@@ -63,10 +64,15 @@ void frmCalDataInput::ShowTables() {
     grid.Clear(kSensorColumns);
     Data().GetCalData(0, grid);
   });
+  ShowCellNotes();
 }
 
 void frmCalDataInput::StoreTables() {
   Data().SetCalData(0, ui_->Grid->Data());
+}
+
+QString frmCalDataInput::WhyFixed() const {
+  return tr("Add or delete a calibration point to change it.");
 }
 
 void frmCalDataInput::btnAddPoint_Click() {
@@ -75,6 +81,7 @@ void frmCalDataInput::btnAddPoint_Click() {
 
 void frmCalDataInput::AddPoint() {
   Cells().Commit();
+  CheckPlaceForPoint(ui_->Grid->Data());
   const std::optional<NewPoint> point = IsSensor() ? AskSensorPoint() : AskAttenuatorPoint();
   if (!point) {
     return;
@@ -87,8 +94,6 @@ void frmCalDataInput::AddPoint() {
     case PointPlace::BelowZero:
       Tell(this, "A calibration point cannot lie below zero.");
       break;
-    case PointPlace::TableFull:
-      throw FullTableError();
     case PointPlace::Row:
       grid.Model().InsertRow(point->position.row, point->row);
       grid.SetCurrentCell(point->position.row,
@@ -145,7 +150,8 @@ void frmCalDataInput::DeletePoint() {
                                     .buttons = QMessageBox::Yes | QMessageBox::No,
                                     .defaultButton = QMessageBox::No});
   if (answer == QMessageBox::Yes) {
-    ui_->Grid->Model().RemoveRow(row);
+    ui_->Grid->RemoveRow(row);
+    ReportCells();
   }
 }
 

@@ -44,6 +44,7 @@ class frmCalDataInput final : public CalEditor {
   [[nodiscard]] bool TakesTemplateSerial() const override { return true; }
   void ShowTables() override;
   void StoreTables() override;
+  [[nodiscard]] QString WhyFixed() const override;
 
   [[nodiscard]] bool IsSensor() const;
   void AddPoint();

@@ -14,11 +14,14 @@
 #include <cmath>
 #include <utility>
 
+#include "caldata/CellNotices.h"
 #include "caldata/SetPages.h"
 #include "calscreens/CellEditor.h"
+#include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
+#include "common/NoticeLine.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/ScreenSize.h"
@@ -60,7 +63,11 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
              return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
            },
        .units = [this](std::int16_t column) { return UnitsOf(column); }});
-  SetUp(ui_->header, std::move(cellEditor));
+  SetUp({.header = ui_->header, .grid = ui_->grid, .notices = ui_->notices, .ok = ui_->btnOk},
+        std::move(cellEditor));
+  ui_->txtTabSerial->installEventFilter(this);
+  ui_->chkCheck->installEventFilter(this);
+  connect(ui_->txtTabSerial, &QLineEdit::textChanged, this, &frmCalDataTabInput::ReportMember);
   connect(ui_->tTab, &QTabBar::currentChanged, this, &frmCalDataTabInput::tTab_Click);
   connect(ui_->chkCheck, &QCheckBox::clicked, this, &frmCalDataTabInput::chkCheck_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataTabInput::btnOk_Click);
@@ -121,8 +128,10 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
     }
     Data().GetCalData(page, grid);
   });
-  ui_->txtTabSerial->setText(ToQt(Data().GetCalPageSerial(page)));
   currentPage_ = page;
+  ui_->txtTabSerial->setText(ToQt(Data().GetCalPageSerial(page)));
+  ShowCellNotes();
+  ReportMember();
 }
 
 void frmCalDataTabInput::StorePage() {
@@ -135,6 +144,7 @@ void frmCalDataTabInput::StorePage() {
   }
   Data().SetCalData(currentPage_, ui_->grid->Data());
   Data().SetCalPageSerial(currentPage_, serial);
+  KeepCellNotes();
 }
 
 void frmCalDataTabInput::ChangePage() {
@@ -166,6 +176,8 @@ void frmCalDataTabInput::SwitchOption(bool on) {
       const QSignalBlocker blocker(ui_->tTab);
       AddTab(kOptionPage);
     }
+    ReportMember();
+    ReportCells();
     return;
   }
   if (ui_->tTab->count() > kOptionPage) {
@@ -177,6 +189,8 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     ChangePage();
   }
   Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  ReportMember();
+  ReportCells();
 }
 
 std::vector<std::string> frmCalDataTabInput::UnitsOf(std::int16_t column) const {
@@ -194,23 +208,40 @@ void frmCalDataTabInput::btnOk_Click() {
 
 void frmCalDataTabInput::StoreTables() {
   StorePage();
-  TellMissingSerials();
 }
 
-void frmCalDataTabInput::TellMissingSerials() {
-  if (CurrentModel().family != ModelFamily::CapacitorSet) {
-    return;
-  }
-  QStringList members;
-  for (std::int16_t page = 0; page < Data().GetCalPageCount(); ++page) {
-    if (Data().GetCalPageSerial(page).empty()) {
-      members << ToQt(Data().GetCalPageName(page));
+QString frmCalDataTabInput::WhyFixed() const {
+  return tr("It comes from the file or the template.");
+}
+
+void frmCalDataTabInput::ReportMember() {
+  // The resistor set's file has no place for the serial numbers.
+  const bool isStored = CurrentModel().family == ModelFamily::CapacitorSet;
+  const std::string shown = FromQt(ui_->txtTabSerial->text());
+  const QString name = ToQt(Data().GetCalPageName(currentPage_));
+  const QString readBack =
+      isStored ? ToQt(HeaderReadDifferently(FromQt(tr("Serial number of %1").arg(name)), shown))
+               : QString();
+  MarkBox(ui_->txtTabSerial, readBack);
+  Notices().Report("member " + name, readBack);
+  QStringList missing;
+  for (std::int16_t page = 0; isStored && page < Data().GetCalPageCount(); ++page) {
+    if (page == currentPage_ ? shown.empty() : Data().GetCalPageSerial(page).empty()) {
+      missing << ToQt(Data().GetCalPageName(page));
     }
   }
-  if (!members.isEmpty()) {
-    Tell(this, "No serial number is entered for " + members.join(", ") +
-                   ". The data will be saved without it.");
+  Notices().Report("members",
+                   missing.isEmpty()
+                       ? QString()
+                       : tr("No serial number is entered for %1.").arg(missing.join(", ")));
+}
+
+bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && IsPlainEnter(*static_cast<QKeyEvent*>(event))) {
+    focusNextChild();
+    return true;
   }
+  return CalEditor::eventFilter(watched, event);
 }
 
 void frmCalDataTabInput::btnCancel_Click() {

@@ -27,6 +27,10 @@ class frmCalDataTabInput final : public CalEditor {
   frmCalDataTabInput& operator=(const frmCalDataTabInput&) = delete;
   ~frmCalDataTabInput() override;
 
+ protected:
+  /// Enter in a field goes to the next one.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void tTab_Click();
   void chkCheck_Click();
@@ -37,6 +41,8 @@ class frmCalDataTabInput final : public CalEditor {
   [[nodiscard]] bool TakesTemplateSerial() const override { return false; }
   void ShowTables() override;
   void StoreTables() override;
+  [[nodiscard]] std::int16_t ShownPage() const override { return currentPage_; }
+  [[nodiscard]] QString WhyFixed() const override;
 
   /// Page whose tab is selected.
   [[nodiscard]] std::int16_t SelectedPage() const;
@@ -49,7 +55,8 @@ class frmCalDataTabInput final : public CalEditor {
   /// Stores the page that is shown and shows the one whose tab is selected.
   void ChangePage();
   void SwitchOption(bool on);
-  void TellMissingSerials();
+  /// Reports the members without a serial number, and one that will be read back differently.
+  void ReportMember();
   /// The units offered for a cell, none where there is no choice.
   [[nodiscard]] std::vector<std::string> UnitsOf(std::int16_t column) const;
 

@@ -20,6 +20,7 @@
 #include "calscreens/frmCalDataInput.h"
 #include "calscreens/frmCalDataTabInput.h"
 #include "common/BusyPointer.h"
+#include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
@@ -51,6 +52,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
       mnuAdd_(new QMenu("Add", this)) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
   SetUpAddMenu();
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);

@@ -5,7 +5,10 @@
 
 #include "ui_frmInputPX60H.h"
 
+#include <QLineEdit>
+
 #include "app/Tarvell_MainModule.h"
+#include "common/EnterKey.h"
 #include "common/ScreenSize.h"
 
 namespace tarvell {
@@ -24,6 +27,7 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmInputPX60H>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
   ui_->cmbSetting->addItems(
       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});
   // The last one keeps its four decimals.
@@ -47,6 +51,8 @@ void frmInputPX60H::SetCaption(const QString& caption) {
 void frmInputPX60H::SetPoint(const QString& setting, const QString& frequency) {
   Preset(ui_->cmbSetting, setting);
   Preset(ui_->cmbFreq, frequency);
+  // What is typed replaces the preset.
+  ui_->cmbSetting->lineEdit()->selectAll();
 }
 
 QString frmInputPX60H::Setting() const {

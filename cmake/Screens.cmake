@@ -20,11 +20,13 @@ add_library(tarvell_screens STATIC
   calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui
   common/CalmWheel.cpp
   common/DesktopPlatform.cpp
+  common/EnterKey.cpp
   common/FileTextValidator.cpp common/FileTextValidator.h
   common/FolderPicker.cpp
   common/Guard.cpp
   common/NameList.cpp
   common/NoticeLine.cpp common/NoticeLine.h
+  common/OneLineValidator.cpp common/OneLineValidator.h
   common/PaleSelection.cpp common/PaleSelection.h
   common/Questions.cpp
   common/ScreenSize.cpp

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "common/FileCharacters.h"
+#include "common/OneLineValidator.h"
 #include "common/Questions.h"
 
 namespace tarvell {
@@ -49,7 +50,10 @@ void FileTextValidator::Attach(QLineEdit* box) {
           Qt::QueuedConnection);
 }
 
-QValidator::State FileTextValidator::validate(QString& text, int& /*position*/) const {
+QValidator::State FileTextValidator::validate(QString& text, int& position) const {
+  if (!shown_.contains(u'\n') && !shown_.contains(u'\r')) {
+    OneLineValidator::DropPastedLineEnd(text, position);
+  }
   const QList<uint> characters = text.toUcs4();
   // What a file brought in may stay while the rest is edited; saving tells of it.
   const auto refused = std::find_if(characters.begin(), characters.end(), [&](uint character) {

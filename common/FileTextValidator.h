@@ -9,7 +9,8 @@
 
 namespace tarvell {
 
-/// Refuses text that a line of a data file cannot hold, where it is typed or pasted.
+/// Refuses text that a line of a data file cannot hold, where it is typed or pasted. One line end
+/// after a pasted text is dropped.
 class FileTextValidator final : public QValidator {
   Q_OBJECT
 

@@ -3,7 +3,9 @@
 
 #include "common/Guard.h"
 
+#include <exception>
 #include <new>
+#include <string>
 
 #include "common/QtText.h"
 #include "common/Questions.h"
@@ -29,6 +31,12 @@ bool Guarded(QWidget* owner, const std::function<void()>& action,
     ShowError(owner, Error(ErrorKind::System,
                            "There is not enough memory to do this. Close other programs, then try "
                            "again."));
+  } catch (const std::exception& failure) {
+    ShowError(owner,
+              Error(ErrorKind::System,
+                    "The program could not do this (" + std::string(failure.what()) +
+                        "). What you typed is still here. Report this message to whoever looks "
+                        "after the program, then try again."));
   }
   return false;
 }

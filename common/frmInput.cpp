@@ -5,6 +5,8 @@
 
 #include "ui_frmInput.h"
 
+#include "common/EnterKey.h"
+#include "common/FileTextValidator.h"
 #include "common/ScreenSize.h"
 
 namespace tarvell {
@@ -12,6 +14,8 @@ namespace tarvell {
 frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInput>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
+  FileTextValidator::Attach(ui_->txtText);
   ui_->cmbUnit->addItems({"GHz", "MHz", "KHz"});
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInput::btnOk_Click);
 }

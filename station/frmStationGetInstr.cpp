@@ -7,6 +7,7 @@
 
 #include "app/SerialList.h"
 #include "app/Tarvell_MainModule.h"
+#include "common/EnterKey.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
 #include "common/Questions.h"
@@ -18,6 +19,7 @@ frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
   SetUpSerialList(ui_->lstSerialNumber);

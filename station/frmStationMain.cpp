@@ -9,6 +9,7 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "common/BusyPointer.h"
+#include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
 #include "common/Guard.h"
@@ -33,6 +34,7 @@ frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
   OnEntry(ui_->lstStation,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});

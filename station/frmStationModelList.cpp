@@ -15,6 +15,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "common/BusyPointer.h"
 #include "common/CalmWheel.h"
+#include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
@@ -84,6 +85,7 @@ frmStationModelList::frmStationModelList(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  EnterPressesFocusedButton(this);
   txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};

@@ -250,21 +250,6 @@ TEST(AttenuatorPoints, NoPointLiesBelowZero) {
   EXPECT_EQ(Place({}, {-1, -1}).place, PointPlace::BelowZero);
 }
 
-TEST(AttenuatorPoints, ATableOf51RowsIsFull) {
-  Points points;
-  for (int i = 1; i <= 50; ++i) {
-    points.emplace_back(std::to_string(2 * i), "5.00E07");
-  }
-  ExpectRow(Place(points, {1, 5E7}), 1);
-  ExpectRow(Place(points, {51, 5E7}), 26);
-  ExpectRow(Place(points, {101, 5E7}), 51);
-  points.emplace_back("102", "5.00E07");
-  EXPECT_EQ(Place(points, {1, 5E7}).place, PointPlace::TableFull);
-  EXPECT_EQ(Place(points, {51, 5E7}).place, PointPlace::TableFull);
-  EXPECT_EQ(Place(points, {103, 5E7}).place, PointPlace::TableFull);
-  EXPECT_EQ(Place(points, {102, 5E7}).place, PointPlace::Taken);
-}
-
 // Its name.
 
 TEST(AttenuatorPoints, APointBelowOneGigahertzIsNamedInMegahertz) {

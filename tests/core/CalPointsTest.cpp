@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "caldata/CalDataFile.h"
 #include "caldata/CalPoints.h"
 #include "caldata/MemoryGrid.h"
 #include "support/ErrorOf.h"
@@ -177,10 +178,12 @@ TEST(CalPoints, ATableOf51RowsIsFull) {
   ExpectRow(Place(frequencies, 5), 1);
   ExpectRow(Place(frequencies, 15), 2);
   ExpectRow(Place(frequencies, 505), 51);
+  MemoryGrid grid;
+  Fill(grid, frequencies);
+  CheckPlaceForPoint(grid);
   frequencies.emplace_back("510");
-  EXPECT_EQ(Place(frequencies, 5).place, PointPlace::TableFull);
-  EXPECT_EQ(Place(frequencies, 15).place, PointPlace::TableFull);
-  EXPECT_EQ(Place(frequencies, 515).place, PointPlace::TableFull);
+  Fill(grid, frequencies);
+  EXPECT_EQ(ErrorOf([&] { CheckPlaceForPoint(grid); }).Text(), FullTableError().Text());
 }
 
 TEST(CalPoints, APointIsNamedByItsShortestNumberAndTheUnit) {

@@ -116,6 +116,20 @@ TEST_F(Pasting, RefusesANumberThatIsTooLarge) {
   ExpectRefused("1\n2\n9E999", ErrorKind::Type, 3, {"\"9E999\"", "too large"});
 }
 
+TEST_F(Pasting, RefusesAValueThatWouldBeStoredAsZero) {
+  const StoreNumber wholePpm = [](std::int16_t /*column*/, std::int16_t /*row*/,
+                                  const std::string& number) {
+    return (number == "0.003" || number == "0.0" ? "0" : number) + " ppm";
+  };
+  const Error error = ErrorOf([&] {
+    (void)PastedCells(grid_, {1, 1, 1}, "7\n0.003", wholePpm, line_);
+  });
+  EXPECT_EQ(error.Kind(), ErrorKind::Type);
+  EXPECT_EQ(line_, 2U);
+  EXPECT_TRUE(Contains(error.Text(), "\"0.003\" would be stored as \"0 ppm\"")) << error.Text();
+  EXPECT_EQ(PastedCells(grid_, {1, 1, 1}, "0.0", wholePpm, line_), (Cells{{1, 1, "0 ppm"}}));
+}
+
 TEST_F(Pasting, RefusesMoreLinesThanRowsAreLeft) {
   ExpectRefused("1\n2\n3", ErrorKind::Index, 0, {"3 lines", "2 rows"}, 3);
   EXPECT_EQ(Paste("1\n2\n", 3).size(), 2U);

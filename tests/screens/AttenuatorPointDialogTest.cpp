@@ -45,6 +45,20 @@ TEST_P(AttenuatorPointDialog, ThePointDialogOffersItsListsAndPresets) {
   });
 }
 
+TEST_P(AttenuatorPointDialog, TypingReplacesThePresets) {
+  WriteTemplate({});
+  WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {
+    AskPoint(editor, [](frmInputPX60H&) {
+      Type("5");
+      Press(Qt::Key_Tab);
+      Type("2E9");
+      Press(Qt::Key_Return);
+    });
+    ExpectRows(grid, {"5"}, {"2.00E09"}, {"5.0000"});
+    Click(editor, "btnCancel");
+  });
+}
+
 TEST_P(AttenuatorPointDialog, TheListsGoOnFromThePresets) {
   WriteTemplate({});
   WithNewData([&](frmCalDataInput& editor, CalGrid& grid) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "common/NoticeLine.h"
 #include "common/frmInput.h"
 #include "support/SensorStage.h"
 
@@ -282,17 +283,105 @@ TEST_F(CellEditing, UpStoresAndGoesToTheRowBeforeButNotAboveTheFirst) {
   });
 }
 
-TEST_F(CellEditing, TabStoresAndStaysInTheGrid) {
+TEST_F(CellEditing, TabStoresAndGoesToTheNextCellThatTakesTyping) {
   Show([&](frmCalDataInput& editor) {
-    ClickCell(GridOf(editor), 2, 1);
-    Type("2");
-    Press(Qt::Key_Tab);
-    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), "2.0");
-    ExpectBackIn(editor, 2);
-    Type("3");
+    ClickCell(GridOf(editor), 1, 1);
+    for (const char* factor : {"91", "92", "93"}) {
+      Type(factor);
+      Press(Qt::Key_Tab);
+    }
+    ExpectBackIn(editor, 4);
+    Type("94");
     Press(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), "3.0");
-    ExpectBackIn(editor, 2);
+    ExpectBackIn(editor, 3);
+    EXPECT_EQ(ColumnOf(GridOf(editor), 1),
+              (std::vector<std::string>{"91.0", "92.0", "93.0", "94.0"}));
+  });
+}
+
+TEST_F(CellEditing, TabLeavesTheTableAtItsEnds) {
+  Show([&](frmCalDataInput& editor) {
+    ClickCell(GridOf(editor), 4, 1);
+    Type("9");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "btnAddPoint");
+    ClickCell(GridOf(editor), 1, 1);
+    Type("8");
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "txtComment");
+    EXPECT_EQ(ColumnOf(GridOf(editor), 1),
+              (std::vector<std::string>{"8.0", "100.0", "98.84", "9.0"}));
+  });
+}
+
+TEST_F(CellEditing, HomeAndEndGoToCellsThatTakeTyping) {
+  Show([&](frmCalDataInput& editor) {
+    ClickCell(GridOf(editor), 3, 1);
+    Press(Qt::Key_Home, Qt::ControlModifier);
+    ExpectBackIn(editor, 1);
+    Press(Qt::Key_End, Qt::ControlModifier);
+    ExpectBackIn(editor, 4);
+    Press(Qt::Key_Home);
+    ExpectBackIn(editor, 4);
+  });
+}
+
+TEST_F(CellEditing, TypingOnAFixedCellIsReportedAndChangesNothing) {
+  Show([&](frmCalDataInput& editor) {
+    const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
+    ClickCell(GridOf(editor), 2, 0);
+    Type("5");
+    EXPECT_EQ(notices.Notices(),
+              QStringList{"Nothing was typed: the column \"Frequency  [MHz]\" is fixed. Add or "
+                          "delete a calibration point to change it."});
+    EXPECT_EQ(notices.text(), notices.Notices().first());
+    ExpectBackIn(editor, 2, 0);
+    Press(Qt::Key_Right);
+    EXPECT_EQ(notices.Notices(), QStringList());
+  });
+}
+
+TEST_F(CellEditing, AValueThatIsStoredDifferentlyIsReportedAndMarkedUntilItIsEdited) {
+  Show([&](frmCalDataInput& editor) {
+    const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
+    ClickCell(GridOf(editor), 2, 1);
+    Type("98,57");
+    Press(Qt::Key_Return);
+    const QString notice =
+        "\"98,57\" is not a number; the cell holds \"98.0\". Type digits with a point for the "
+        "decimals.";
+    EXPECT_EQ(notices.Notices(), QStringList{"50.00, Calibration factor[%]: " + notice});
+    EXPECT_FALSE(GridOf(editor).hasFocus() && notices.hasFocus());
+    const auto mark = [&](int row) {
+      return GridOf(editor).model()->index(row - 1, 1).data(Qt::AccessibleDescriptionRole);
+    };
+    EXPECT_EQ(mark(2), notice);
+    EXPECT_FALSE(GridOf(editor).model()->index(1, 1).data(Qt::DecorationRole).isNull());
+    // The mark moves with its row.
+    AddPoint(editor, "20", "MHz");
+    EXPECT_EQ(mark(2), "");
+    EXPECT_EQ(mark(3), notice);
+    EXPECT_EQ(notices.Notices(), QStringList{"50.00, Calibration factor[%]: " + notice});
+    ClickCell(GridOf(editor), 1, 1);
+    DeletePoint(editor, "0.1MHz", QMessageBox::Yes);
+    EXPECT_EQ(mark(2), notice);
+    ClickCell(GridOf(editor), 2, 1);
+    Type("98.57");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(mark(2), "");
+    EXPECT_EQ(notices.Notices(), QStringList());
+    EXPECT_EQ(notices.text(), "");
+  });
+}
+
+TEST_F(CellEditing, AMarkGoesWithItsRow) {
+  Show([&](frmCalDataInput& editor) {
+    ClickCell(GridOf(editor), 3, 1);
+    Type("abc");
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(Find<NoticeLine>(editor, "notices").Notices().isEmpty());
+    DeletePoint(editor, "100MHz", QMessageBox::Yes);
+    EXPECT_EQ(Find<NoticeLine>(editor, "notices").Notices(), QStringList());
   });
 }
 

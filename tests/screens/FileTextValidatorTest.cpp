@@ -123,6 +123,19 @@ TEST_F(FileTextBox, RefusesALineEndInAPastedText) {
   }
 }
 
+TEST_F(FileTextBox, DropsOneLineEndAfterAPastedText) {
+  for (const char* end : {"\n", "\r\n", "\r"}) {
+    box_.setText("ab");
+    box_.setCursorPosition(1);
+    Paste("12" + QString(end));
+    ExpectText("a12b");
+    EXPECT_EQ(box_.cursorPosition(), 3);
+  }
+  ExpectRefusal("A line end");
+  Paste("1\n\n");
+  ExpectText("a12b");
+}
+
 TEST_F(FileTextBox, ARefusalReplacesNoSelectedText) {
   box_.selectAll();
   ExpectRefusal("The character \"\u03a9\"");

@@ -58,7 +58,6 @@ const std::array kKnownMessages = {
     "Cannot add to same calibration point",
     "A calibration point cannot lie below zero\\.",
     "Are you want delete\\? \\(.*\\)",
-    "No serial number is entered for .+\\. The data will be saved without it\\.",
     "\"[*/]\" cannot be the serial number of a member\\. .*",
     "A table holds at most 51 rows\\. .*",
     ".*\n\nThe file is as it was\\. Check the data before you save them with OK\\.",

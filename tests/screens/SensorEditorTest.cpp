@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/Tarvell_MainModule.h"
+#include "common/NoticeLine.h"
 #include "common/UpDown.h"
 #include "common/frmInput.h"
 #include "support/ErrorOf.h"
@@ -530,12 +531,10 @@ TEST_F(SensorEditor, ATableOf51RowsIsShownSavedAndReadBackWhole) {
 TEST_F(SensorEditor, A52ndPointIsRefused) {
   file_.rows = ManyRows(51);
   Edit([&](frmCalDataInput& editor) {
-    for (const char* number : {"0.5", "20.5", "100"}) {
-      questions_.ExpectError({"51"});
-      AddPoint(editor, number, "MHz");
-      EXPECT_EQ(GridOf(editor).Data().RowCount(), 52);
-    }
-    AddRefusedPoint(editor, "20", "MHz", "Cannot add to same calibration point");
+    // Before the point is asked for.
+    questions_.ExpectError({"51"});
+    Click(editor, "btnAddPoint");
+    EXPECT_EQ(GridOf(editor).Data().RowCount(), 52);
     Click(editor, "btnOk");
   });
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
@@ -581,6 +580,26 @@ TEST_F(SensorEditor, TheQuestionNamesTheFrequencyAsANumber) {
     DeletePoint(editor, "0.05GHz", QMessageBox::No);
     ClickCell(GridOf(editor), 2, 1);
     DeletePoint(editor, "26.5GHz", QMessageBox::No);
+  });
+}
+
+TEST_F(SensorEditor, AfterADeletionTheSameRowNumberStaysCurrentAndMarked) {
+  file_.rows = ManyRows(40);
+  Edit([&](frmCalDataInput& editor) {
+    CalGrid& grid = GridOf(editor);
+    ClickCell(grid, 30, 1);
+    const auto expectCurrent = [&](int row) {
+      EXPECT_EQ(grid.CurrentRow(), row);
+      EXPECT_EQ(grid.selectionModel()->selectedIndexes(), QModelIndexList{grid.currentIndex()});
+      EXPECT_TRUE(grid.viewport()->rect().contains(grid.visualRect(grid.currentIndex())));
+    };
+    DeletePoint(editor, "30MHz", QMessageBox::Yes);
+    expectCurrent(30);
+    DeletePoint(editor, "31MHz", QMessageBox::Yes);
+    expectCurrent(30);
+    ClickCell(grid, 38, 1);
+    DeletePoint(editor, "40MHz", QMessageBox::Yes);
+    expectCurrent(37);
   });
 }
 
@@ -672,13 +691,64 @@ TEST_F(SensorEditor, OkSavesEverythingThatWasTyped) {
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN 41-7"});
 }
 
-TEST_F(SensorEditor, EnterInAnyBoxIsOk) {
+TEST_F(SensorEditor, EnterGoesFromFieldToFieldAndNeverSaves) {
   Edit([&](frmCalDataInput& editor) {
+    Find<QWidget>(editor, "txtSerial").setFocus();
+    for (const char* next : {"txtCalNo", "txtCalDay", "cmbCalMonth", "txtCalYear", "txtDueDay",
+                             "cmbDueMonth", "txtDueYear", "txtComment", "Grid"}) {
+      Press(QString(next).startsWith("cmb") ? Qt::Key_Enter : Qt::Key_Return);
+      EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), next);
+    }
     Fill(editor, "txtComment", "entered");
     Press(Qt::Key_Return);
-    EXPECT_FALSE(editor.isVisible());
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
   });
-  file_.comment = "entered";
+}
+
+TEST_F(SensorEditor, ADayThatDoesNotExistIsReportedAndMarkedAndSavedAsTyped) {
+  Edit([&](frmCalDataInput& editor) {
+    const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
+    EXPECT_EQ(notices.Notices(), QStringList());
+    Choose(editor, "cmbDueMonth", "FEB");
+    Fill(editor, "txtDueDay", "31");
+    const QString notice =
+        "Calibration Due Date: the day 31 FEB 2002 does not exist. It is saved as it stands.";
+    EXPECT_EQ(notices.Notices(), QStringList{notice});
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtDueDay")), notice);
+    Fill(editor, "txtDueDay", "28");
+    EXPECT_EQ(notices.Notices(), QStringList());
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtDueDay")), "");
+    Fill(editor, "txtDueDay", "31");
+    Click(editor, "btnOk");
+  });
+  file_.dueDate = "20020231";
+  EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
+}
+
+TEST_F(SensorEditor, ACommentOfWhichOnlyTheFirstWordComesBackIsReported) {
+  Edit([&](frmCalDataInput& editor) {
+    Fill(editor, "txtComment", "done in lab");
+    const QString notice =
+        "Comment: only \"done\" will be read back when the file is opened again.";
+    EXPECT_EQ(Find<NoticeLine>(editor, "notices").Notices(), QStringList{notice});
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtComment")), notice);
+    Click(editor, "btnOk");
+  });
+  file_.comment = "done in lab";
+  EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
+}
+
+TEST_F(SensorEditor, CtrlSSavesWhatIsTypedIntoAnOpenCell) {
+  Edit([&](frmCalDataInput& editor) {
+    EXPECT_EQ(Find<QPushButton>(editor, "btnOk").toolTip(),
+              "Saves the data and closes this screen (Ctrl+S).");
+    ClickCell(GridOf(editor), 1, 1);
+    Type("97");
+    Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !editor.isVisible(); }));
+  });
+  file_.rows.front().second = "97.0";
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
 }
 

@@ -61,7 +61,7 @@ const Texts kSetA = {
     "*     13000000 :         1.0000pF :      0.10 :            0.00000 :   0.00010",
     "!END",
     "!",
-    "#RT522A    :     1000A00002",
+    "#RT522A    :     ",
     "*         1000 :       10.00000pF :    0.0030 :            0.00000 :   0.00010",
     "*        10000 :       10.00000pF :    0.0030 :            0.00000 :   0.00010",
     "*       100000 :       10.00000pF :    0.0040 :            0.00000 :   0.00010",
@@ -72,7 +72,7 @@ const Texts kSetA = {
     "*     13000000 :        10.0000pF :     0.080 :            0.00000 :   0.00010",
     "!END",
     "!",
-    "#RT523A    :     1000A00003",
+    "#RT523A    :     ",
     "*         1000 :       100.0000pF :    0.0030 :            0.00000 :   0.00010",
     "*        10000 :       100.0000pF :    0.0030 :            0.00000 :   0.00010",
     "*       100000 :       100.0000pF :    0.0050 :            0.00000 :   0.00010",
@@ -100,7 +100,7 @@ const Texts kSetCMembers = {
     "!",
     "!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)",
     "!",
-    "#RT525A    :     1000C00001",
+    "#RT525A    :     ",
     "*          100 :        10.0000nF :    0.0200 :            0.00000 :   0.00010",
     "*          120 :        10.0000nF :    0.0200 :            0.00000 :   0.00010",
     "*         1000 :       10.00012nF :    0.0150 :            0.00000 :   0.00010",
@@ -108,7 +108,7 @@ const Texts kSetCMembers = {
     "*       100000 :        10.0000nF :    0.0800 :            0.00000 :   0.00010",
     "!END",
     "!",
-    "#RT526A    :     1000C00002",
+    "#RT526A    :     ",
     "*          100 :        100.000nF :    0.0200 :            0.00000 :   0.00010",
     "*          120 :        100.000nF :    0.0200 :            0.00000 :   0.00010",
     "*         1000 :        100.000nF :    0.0150 :            0.00000 :   0.00010",
@@ -127,7 +127,7 @@ const Texts kSetCMembers = {
 };
 
 const Texts kSetCOption = {
-    "#RT528A    :     1000C00004",
+    "#RT528A    :     ",
     "*          100 :        10.0000uF :    0.0200 :            0.00000 :   0.00010",
     "*          120 :        10.0000uF :    0.0200 :            0.00000 :   0.00010",
     "*         1000 :        10.0000uF :    0.0150 :            0.00000 :   0.00010",
@@ -423,7 +423,7 @@ TEST_F(SetWorkflow, SetCIsAddedWithoutItsOptionAndGetsItLater) {
     EXPECT_EQ(RowOf(editor, 3), (Texts{"1000", "10.00012nF", "150 ppm", "0.00000", "0.00010"}));
     Click(editor, "chkCheck");
     ClickTab(editor, 4);
-    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "1000C00004");
+    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "");
     EXPECT_EQ(ColumnOf(GridOf(editor), 1),
               (Texts{"10.0000uF", "10.0000uF", "10.0000uF", "10.0000uF", "10.0000uF"}));
     Fill(editor, "txtTabSerial", "2345C00004");
@@ -432,7 +432,7 @@ TEST_F(SetWorkflow, SetCIsAddedWithoutItsOptionAndGetsItLater) {
   });
   Texts four = kSetCMembers;
   four.insert(four.end(), kSetCOption.begin(), kSetCOption.end());
-  four = With(four, "#RT528A    :     1000C00004", "#RT528A    :     2345C00004");
+  four = With(four, "#RT528A    :     ", "#RT528A    :     2345C00004");
   four =
       With(four, "*          100 :        10.0000uF :    0.0200 :            0.00000 :   0.00010",
            "*          100 :        9.99876uF :    0.0200 :            0.00000 :   0.00010");

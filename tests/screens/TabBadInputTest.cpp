@@ -360,15 +360,15 @@ TEST_F(TabBadInput, ATitleThatIsCutOffIsWholeAgainWhenTheFileIsSaved) {
   EXPECT_EQ(tree_.Read(PathOf("RT730A")), Lines(ResistorLines()));
 }
 
-TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsToldAndTheDataAreSaved) {
-  tree_.Write(PathOf("RT520A"), Lines(SetALines()));
+TEST_F(TabBadInput, MembersWithoutASerialNumberAreReportedAndTheDataAreSaved) {
+  tree_.Write(PathOf("RT520A"), Lines(SetALines(SetAMembersSaved())));
   EditFile("RT520A", PathOf("RT520A"), [&](frmCalDataTabInput& editor) {
+    EXPECT_EQ(NoticesOf(editor), Texts());
     ClickTab(editor, 2);
     Fill(editor, "txtTabSerial", "");
     ClickTab(editor, 4);
     Fill(editor, "txtTabSerial", "");
-    questions_.ExpectNotice(
-        "No serial number is entered for RT522A, RT524A. The data will be saved without it.");
+    EXPECT_EQ(NoticesOf(editor), Texts{"No serial number is entered for RT522A, RT524A."});
     Click(editor, "btnOk");
     EXPECT_FALSE(editor.isVisible());
   });
@@ -378,16 +378,61 @@ TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsToldAndTheDataAreSaved) {
   EXPECT_EQ(tree_.Read(PathOf("RT520A")), Lines(SetALines(members)));
 }
 
-TEST_F(TabBadInput, AnEmptyMemberSerialNumberIsNotToldWhenTheSetsCannotNameAFile) {
-  EditNew("RT520A", [&](frmCalDataTabInput& editor) {
-    Fill(editor, "txtSerial", "0/1");
-    Fill(editor, "txtTabSerial", "");
-    questions_.ExpectError({"/"});
-    Click(editor, "btnOk");
-    EXPECT_TRUE(editor.isVisible());
-    EXPECT_EQ(TextOf(editor, "txtSerial"), "0/1");
+TEST_F(TabBadInput, NewDataOfASetHaveNoMemberSerialNumbersYet) {
+  std::vector<Member> members = SetCMembersSaved();
+  for (Member& member : members) {
+    member.serial = "";
+  }
+  WriteTemplate("RT520C", CapacitorFile({"RT520C", "TPLC0"}, members));
+  EditNew("RT520C", [&](frmCalDataTabInput& editor) {
+    EXPECT_EQ(NoticesOf(editor),
+              Texts{"No serial number is entered for RT525A, RT526A, RT527A, RT528A."});
+    Click(editor, "chkCheck");
+    Fill(editor, "txtTabSerial", "C001");
+    EXPECT_EQ(NoticesOf(editor), Texts{"No serial number is entered for RT526A, RT527A."});
   });
-  EXPECT_TRUE(tree_.Names(R"(c:\calfactors\RT520A)").empty());
+}
+
+TEST_F(TabBadInput, OfAMemberSerialNumberOnlyTheFirstWordComesBack) {
+  tree_.Write(PathOf("RT520A"), Lines(SetALines(SetAMembersSaved())));
+  EditFile("RT520A", PathOf("RT520A"), [&](frmCalDataTabInput& editor) {
+    Fill(editor, "txtTabSerial", "12 34");
+    const std::string notice =
+        "Serial number of RT521A: only \"12\" will be read back when the file is opened again.";
+    EXPECT_EQ(NoticesOf(editor), Texts{notice});
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtTabSerial")).toStdString(), notice);
+    Fill(editor, "txtTabSerial", "1234");
+    EXPECT_EQ(NoticesOf(editor), Texts());
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtTabSerial")), "");
+  });
+}
+
+TEST_F(TabBadInput, TheResistorSetHasNoPlaceForMemberSerialNumbersAndReportsNone) {
+  EditNew("RT730A", [&](frmCalDataTabInput& editor) {
+    Fill(editor, "txtTabSerial", "12 34");
+    EXPECT_EQ(NoticesOf(editor), Texts());
+  });
+}
+
+TEST_F(TabBadInput, AnUncertaintyThatTheFileKeepsDifferentlyIsReportedAndMarked) {
+  tree_.Write(PathOf("RT520A"), Lines(SetALines(SetAMembersSaved())));
+  EditFile("RT520A", PathOf("RT520A"), [&](frmCalDataTabInput& editor) {
+    // The third row is shown in ppm.
+    TypeCell(editor, 3, 2, "12.3456");
+    EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "12.346 ppm");
+    const std::string notice =
+        "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".";
+    EXPECT_EQ(NoticesOf(editor), Texts{"100000, Unc.: " + notice});
+    EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
+    // It stays marked from page to page, until it is edited again.
+    ClickTab(editor, 2);
+    EXPECT_EQ(NoticesOf(editor), Texts{"On the page RT521A: " + notice});
+    ClickTab(editor, 1);
+    EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
+    TypeCell(editor, 3, 2, "12");
+    EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2), "");
+    EXPECT_EQ(NoticesOf(editor), Texts());
+  });
 }
 
 TEST_F(TabBadInput, AMemberThatIsNotThereNeedsNoSerialNumber) {

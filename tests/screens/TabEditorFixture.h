@@ -17,6 +17,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "calscreens/CalGrid.h"
 #include "calscreens/frmCalDataTabInput.h"
+#include "common/NoticeLine.h"
 #include "support/ScriptedQuestions.h"
 #include "support/SetModels.h"
 #include "support/TestTree.h"
@@ -202,6 +203,15 @@ inline void KeyToTab(QWidget& editor, int tab) {
     cells.push_back(CellOf(GridOf(editor), row, column));
   }
   return cells;
+}
+
+/// What the line of notices reports, the latest first.
+[[nodiscard]] inline Texts NoticesOf(QWidget& screen) {
+  Texts notices;
+  for (const QString& notice : Find<NoticeLine>(screen, "notices").Notices()) {
+    notices.push_back(notice.toStdString());
+  }
+  return notices;
 }
 
 /// Types over a cell and stores it with Enter.

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "common/EnterKey.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace tarvell {
+
+namespace {
+
+class EnterKey : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) {
+      return false;
+    }
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (!IsPlainEnter(key)) {
+      return false;
+    }
+    // A key that is held presses once.
+    if (!key.isAutoRepeat()) {
+      static_cast<QPushButton*>(watched)->click();
+    }
+    return true;
+  }
+};
+
+}  // namespace
+
+void EnterPressesFocusedButton(QWidget* screen) {
+  auto* keys = new EnterKey(screen);  // the screen owns it
+  for (QPushButton* button : screen->findChildren<QPushButton*>()) {
+    button->installEventFilter(keys);
+  }
+}
+
+bool IsPlainEnter(const QKeyEvent& key) {
+  return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+         (key.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_COMMON_ENTERKEY_H
+#define TARVELL_COMMON_ENTERKEY_H
+
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace tarvell {
+
+/// Makes Enter press the button that has the focus, for every button that `screen` has by now. On
+/// many desktops Enter would press the default button of the screen instead.
+void EnterPressesFocusedButton(QWidget* screen);
+
+/// Whether this key is Enter, that of the number pad included, without Ctrl, Alt or Meta.
+[[nodiscard]] bool IsPlainEnter(const QKeyEvent& key);
+
+}  // namespace tarvell
+
+#endif
