@@ -435,7 +435,7 @@ TEST_F(StationBadInput, AFileThatCannotBeReadIsToldAndTheFieldsStay) {
 }
 
 TEST_F(StationBadInput, NoiseIsReadAndGivesNothing) {
-  const std::string noise = Noise(std::size_t{3} * 1024 * 1024, 11);
+  const std::string noise = Noise(std::size_t{1} << 16U, 11);
   WriteInstrument("NOISE", noise);
   WriteInstrument();
   AtStation([&](frmStationModelList& screen) {
