@@ -84,7 +84,11 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   connect(ui_->btnExit, &QPushButton::clicked, this, &frmMain::btnExit_Click);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+  // The box that has the keyboard is left while it is destroyed, which is nobody's entry.
+  ui_->txtCalibrationDir->disconnect(this);
+  ui_->txtStationDir->disconnect(this);
+}
 
 void frmMain::SetUpMenu() {
   auto* menuBar = new QMenuBar(this);  // the layout takes it
