@@ -68,7 +68,9 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
 }
 
 std::string HeaderValueRead(std::string_view value) {
-  const LineWords words = WordsOf("#" + std::string(value.substr(0, value.find(','))));
+  // A value of more words than a line may have is being typed: it is refused when it is saved.
+  std::array<std::string, kMostWords> words;
+  SplitWords(Replaced(value.substr(0, value.find(',')), ':', ' '), words);
   return words[0];
 }
 

@@ -30,8 +30,9 @@ using LineWords = std::array<std::string, kLineWords>;
 [[nodiscard]] LineWords WordsOf(std::string_view item);
 
 /// Throws a Character error when a header line could not be read back as one line with this value:
-/// more words before its first comma than a line may have, or a comma (which ends an item) with something behind it that
-/// would be taken for a line of its own. The message calls the value `field`.
+/// more words before its first comma than a line may have, or a comma (which ends an item) with
+/// something behind it that would be taken for a line of its own. The message calls the value
+/// `field`.
 void CheckHeaderValue(const std::string& field, std::string_view value);
 
 /// The same of a name, which has no comma at all: the lists of data sets take what stands behind it
