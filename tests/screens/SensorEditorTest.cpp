@@ -453,8 +453,8 @@ TEST_F(SensorEditor, PointsKeepTheTableInOrder) {
 TEST_F(SensorEditor, APointThatTheTableHasIsRefused) {
   Edit([&](frmCalDataInput& editor) {
     const std::vector<std::pair<const char*, const char*>> points = {
-        {"50", "MHz"},  {"0.05", "GHz"}, {"50000", "KHz"}, {"0.1", "MHz"},
-        {"100", "KHz"}, {"1", "GHz"},    {"1000", "MHz"},  {"50.000", "MHz"}};
+        {"50", "MHz"}, {"0.05", "GHz"}, {"50000", "KHz"},  {"0.1", "MHz"},   {"100", "KHz"},
+        {"1", "GHz"},  {"1000", "MHz"}, {"50.000", "MHz"}, {"50.004", "MHz"}};
     for (const auto& [number, unit] : points) {
       SCOPED_TRACE(testing::Message() << number << unit);
       AddRefusedPoint(editor, number, unit, "Cannot add to same calibration point");
