@@ -23,6 +23,12 @@ std::chrono::sys_days DayOf(const FileDate& date) {
   return std::chrono::year(date.year) / date.month / date.day;
 }
 
+std::string TextOrNone(const std::string& text) {
+  return text.empty() ? "(none)" : text;
+}
+
+}  // namespace
+
 std::string DateText(const FileDate& date) {
   if (date.year == 0 && date.month == 0 && date.day == 0) {
     return "(none)";
@@ -31,12 +37,6 @@ std::string DateText(const FileDate& date) {
                             std::to_string(date.year)
                       : "(no such day)";
 }
-
-std::string TextOrNone(const std::string& text) {
-  return text.empty() ? "(none)" : text;
-}
-
-}  // namespace
 
 DueState DueStateOf(const CalFileInfo& row, const FileDate& today) {
   const FileDate due = DueDateOf(row);

@@ -752,11 +752,17 @@ TEST_F(SensorEditor, CtrlSSavesWhatIsTypedIntoAnOpenCell) {
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
 }
 
-TEST_F(SensorEditor, OkReplacesTheFileOfTheSameLastFiveCharacters) {
+TEST_F(SensorEditor, OkAsksWhetherToReplaceTheFileOfTheSameLastFiveCharacters) {
   tree_.Write(kPath, "another instrument");
   file_.serial = "";
   New([&](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "X12345");
+    questions_.Expect({.text = "The file SN12345 holds data without a serial number. Do you want "
+                               "to replace it?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      QMessageBox::Yes);
     Click(editor, "btnOk");
   });
   file_.serial = "X12345";
