@@ -41,6 +41,12 @@ const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std:
   return nullptr;
 }
 
+std::array<std::string, kDataWords> DataWordsOf(std::string_view line) {
+  std::array<std::string, kDataWords> words;
+  SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
+  return words;
+}
+
 std::string FormatUncertainty(std::span<const CapacitorFormat> formats, std::int16_t page,
                               std::int16_t row, const std::string& text, const std::string& unit) {
   const CapacitorFormat* format = FindFormat(formats, page, row);
@@ -123,7 +129,8 @@ std::string CapacitorSet::CellReadBack(std::int16_t page, std::int16_t column, s
   // The other cells only have to be there, so that no word moves into the place of another.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
-  return ReadRow(page, row, DataLine(page, row, cells)).at(static_cast<std::size_t>(column));
+  return ReadRow(page, row, DataWordsOf(DataLine(page, row, cells)))
+      .at(static_cast<std::size_t>(column));
 }
 
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,
@@ -254,8 +261,7 @@ void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
 }
 
 void CapacitorSet::TakeRow(std::int16_t page, std::size_t row, std::string_view line) {
-  std::array<std::string, kDataWords> words;
-  SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
+  const std::array<std::string, kDataWords> words = DataWordsOf(line);
   const auto index = static_cast<std::size_t>(page);
   const auto gridRow = static_cast<std::int16_t>(row + 1);
   calTable_.at(index).at(row) = ReadRow(page, gridRow, words);
