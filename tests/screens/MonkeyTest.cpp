@@ -50,7 +50,9 @@ const std::array kKnownMessages = {
     "button\\.",
     "Select calibration data folder is not exist\\.\\r\\nIf you want to create new folder, then "
     "press Ok button\\.",
+    ".*If you want to create new folder, then press Ok button\\.\n\nIt would be the folder\n.*",
     "Cannot make folder!\n\nCannot make the folder: .*",
+    "This computer reaches the share of another one by a folder of its own, .*",
     // The calibration data.
     "No calibration data is selected\\.",
     "Are you sure you want to delete .+\\(.*\\)\\?",
