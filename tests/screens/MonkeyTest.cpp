@@ -82,7 +82,8 @@ const std::array kKnownMessages = {
     "Are you sure to want to delete .+\\?",
     "This action is current station instrment data be all lost\\.\\r\\nDo you wish to continue\\?",
     "Current station data delete completed\\.",
-    "Instruemnt Data was changed\\. Do you want to save it\\?",
+    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
+    ".*)?",
     "Error: Invailed Input Date",
     "Error: Cannot save \n\nThe model number .*",
     "Error: Cannot save \n\nThe number .* is too large to be calculated with\\. .*",
