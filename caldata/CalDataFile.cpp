@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/DataFileSummary.h"
 #include "common/Error.h"
 #include "common/Numbers.h"
 #include "common/Paths.h"
@@ -58,7 +59,9 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
 }
 
 std::string HeaderValueRead(std::string_view value) {
-  const LineWords words = WordsOf("#" + std::string(value.substr(0, value.find(','))));
+  // A value of too many words for a line is refused by the save, not while it is typed.
+  std::array<std::string, kMostWords> words;
+  SplitWords(Replaced(value.substr(0, value.find(',')), ':', ' '), words);
   return words[0];
 }
 
@@ -145,9 +148,15 @@ std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName)
   return 0;
 }
 
+Replacement CalDataFile::WouldReplace(const std::string& fileName) const {
+  return ReplacementBy(file_, fileName, Bytes(), [this](std::string_view bytes) {
+    return SummaryOfDataFile(bytes, ShownCells());
+  });
+}
+
 void CalDataFile::CheckRoundTrip() {
   try {
-    file_.WouldBeWrittenAs(FileStamp(Bytes()));
+    file_.WouldBeWrittenAs(Bytes());
   } catch (const Error&) {
     // What cannot be saved before it is corrected is told then.
     file_.WouldBeWrittenAs({});
