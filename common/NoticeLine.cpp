@@ -90,7 +90,7 @@ void NoticeLine::ShowNotices() {
                          : tr(" (%1 more notices: point here to read them.)").arg(others);
   }
   setText(shown);
-  setToolTip(texts.size() > 1 ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
+  setToolTip(!texts.isEmpty() ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
                               : QString());
   setAccessibleDescription(texts.mid(1).join(' '));
   if (!texts.isEmpty()) {
