@@ -17,15 +17,24 @@ namespace tarvell {
 namespace {
 
 constexpr std::string_view kEnd = "!End";
+constexpr std::string_view kMaker = "QZ";
 
-/// A line's words: its colons count as blanks, its first character only tells its class.
+/// The model that a model line says, without the maker's prefix.
+std::string StatedModel(const LineWords& words) {
+  const std::string& value = words[1];
+  if (!value.starts_with(kMaker)) {
+    return value;
+  }
+  return value == kMaker ? words[2] : value.substr(kMaker.size());
+}
+
+}  // namespace
+
 LineWords WordsOf(std::string_view item) {
   LineWords words;
   SplitWords(Replaced(WithoutFirst(item, 1), ':', ' '), words);
   return words;
 }
-
-}  // namespace
 
 void CheckHeaderName(const std::string& field, std::string_view name) {
   if (name.find(',') != std::string_view::npos) {
@@ -48,8 +57,9 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
     }
   }
   std::array<std::string, kMostWords> words;
-  // One word of a line is its keyword.
-  if (static_cast<std::size_t>(SplitWords(Replaced(value, ':', ' '), words)) >= kLineWords) {
+  // The line ends at its first comma, and one of its words is its keyword.
+  const std::string line = Replaced(value.substr(0, value.find(',')), ':', ' ');
+  if (static_cast<std::size_t>(SplitWords(line, words)) >= kLineWords) {
     throw Error(ErrorKind::Character,
                 "The " + field + " holds more than " + std::to_string(kLineWords - 1) +
                     " words, which the data file cannot keep. Shorten it, then "
@@ -126,7 +136,7 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   FileStamp stamp;
   const Seen seen = Read(fileName, stamp);
   file_.WasRead(fileName, stamp, serialNumber_);
-  if (!seen.model.empty() && seen.model != modelCode_) {
+  if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     Note("The file says that it holds data of the model \"" + seen.model +
          "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
   }
@@ -195,12 +205,15 @@ CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stam
     }
     item = reader.ReadItem();
   }
+  hasDataLines_ = dataLines > 0;
   seen.isComplete = EndRead(item, seen.hasEnd || EqualsIgnoringCase(item, kEnd));
   return seen;
 }
 
 bool CalDataFile::EndRead(const std::string& lastItem, bool hasEnd) {
-  if (!hasEnd) {
+  // Behind its rows a file that ends in a remark has lost nothing.
+  const bool endsInRemark = hasDataLines_ && lastItem.starts_with('!');
+  if (!hasEnd && !endsInRemark) {
     Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);
   }
   return hasEnd;
@@ -213,10 +226,10 @@ void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::si
   }
   switch (item.front()) {
     case '#':
-      TakeHeaderLine(WordsOf(item), reader, seen);
+      TakeHeaderLine(WordsOf(HeaderText(item)), reader, seen);
       break;
     case '*':
-      TakeDataLine(dataLines++, WordsOf(item));
+      TakeDataLine(dataLines++, item);
       break;
     case '!':
       seen.hasEnd = seen.hasEnd || EqualsIgnoringCase(item, kEnd);
@@ -232,7 +245,7 @@ void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, See
   const std::string& value = words[1];
   if (keyword == "MODEL_NO") {
     modelNumber_ = modelCode_;
-    seen.model = value;
+    seen.model = StatedModel(words);
   } else if (keyword == "SER_NO") {
     serialNumber_ = value;
   } else if (keyword == "CAL_DATE") {

@@ -25,8 +25,12 @@ namespace tarvell {
 inline constexpr std::size_t kLineWords = 21;
 using LineWords = std::array<std::string, kLineWords>;
 
+/// A line's words: its colons count as blanks, its first character only says its class. Throws an
+/// Index error when there are more than kLineWords.
+[[nodiscard]] LineWords WordsOf(std::string_view item);
+
 /// Throws a Character error when a header line could not be read back as one line with this value:
-/// more words than a line may have, or a comma (which ends an item) with something behind it that
+/// more words before its first comma than a line may have, or a comma (which ends an item) with something behind it that
 /// would be taken for a line of its own. The message calls the value `field`.
 void CheckHeaderValue(const std::string& field, std::string_view value);
 
@@ -125,13 +129,16 @@ class CalDataFile : public cifCaldata {
   /// The code on the model line that is written.
   [[nodiscard]] virtual std::string_view WrittenModel() const { return modelNumber_; }
 
+  /// What counts of a header line, its "#" included.
+  [[nodiscard]] virtual std::string_view HeaderText(std::string_view item) const { return item; }
+
   // What a model reads besides the header. All may read on, and throw an Index error when there
   // is no row for a line. By default such lines are passed over.
 
   /// The file is about to be read.
   virtual void BeginRead() {}
-  /// A data line that stands by itself, the `index`-th, counted from 0.
-  virtual void TakeDataLine(std::size_t /*index*/, const LineWords& /*words*/) {}
+  /// A data line that stands by itself, the `index`-th, counted from 0, its "*" included.
+  virtual void TakeDataLine(std::size_t /*index*/, std::string_view /*item*/) {}
   /// A header line whose keyword is none of the header's.
   virtual void TakePageLine(const LineWords& /*words*/, ItemReader& /*reader*/) {}
   /// A comment line, its "!" included.
@@ -160,6 +167,7 @@ class CalDataFile : public cifCaldata {
   Date calDate_;
   Date dueDate_;
   std::vector<std::string> notices_;
+  bool hasDataLines_ = false;  ///< of the file that was read last
   StoredFile file_;
 };
 

@@ -68,7 +68,8 @@ std::int16_t PowerSensor::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t
   return 0;
 }
 
-void PowerSensor::TakeDataLine(std::size_t index, const LineWords& words) {
+void PowerSensor::TakeDataLine(std::size_t index, std::string_view item) {
+  const LineWords words = WordsOf(item);
   if (index >= rows_.size()) {
     throw FullTableError();
   }

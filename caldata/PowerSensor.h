@@ -53,7 +53,7 @@ class PowerSensor : public CalDataFile {
     std::string calFactor;
   };
 
-  void TakeDataLine(std::size_t index, const LineWords& words) final;
+  void TakeDataLine(std::size_t index, std::string_view item) final;
   void WriteBody(FileText& text) const final;
   [[nodiscard]] std::string DataLine(const Row& row) const;
 

@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "common/CommonStringModule.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
@@ -81,7 +82,12 @@ std::int16_t StepAttenuator::GetCalibrationUnit(std::int16_t /*page*/, std::int1
   return 0;
 }
 
-void StepAttenuator::TakeDataLine(std::size_t index, const LineWords& words) {
+std::string_view StepAttenuator::HeaderText(std::string_view item) const {
+  return StripNull(item);
+}
+
+void StepAttenuator::TakeDataLine(std::size_t index, std::string_view item) {
+  const LineWords words = WordsOf(item);
   if (index >= rows_.size()) {
     throw FullTableError();
   }

@@ -54,7 +54,9 @@ class StepAttenuator : public CalDataFile {
     std::string calData;
   };
 
-  void TakeDataLine(std::size_t index, const LineWords& words) final;
+  /// An attenuator's header line ends at its first NUL.
+  [[nodiscard]] std::string_view HeaderText(std::string_view item) const final;
+  void TakeDataLine(std::size_t index, std::string_view item) final;
   void WriteBody(FileText& text) const final;
 
   const StepAttenuatorTraits& traits_;

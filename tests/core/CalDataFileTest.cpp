@@ -202,6 +202,8 @@ TEST_F(CalDataFileTest, ACommentOfMoreWordsThanALineMayHaveIsRefused) {
   }
   data_.SetComment(words);
   EXPECT_EQ(SavedLine(6), "#COMMENT  : " + words);
+  data_.SetComment(words + ", 21 22 23");
+  EXPECT_EQ(SavedLine(6), "#COMMENT  : " + words + ", 21 22 23");
   data_.SetComment(words + ":21");
   const Error error = ErrorOf([&] { SavedLine(6); });
   EXPECT_EQ(error.Kind(), ErrorKind::Character);
@@ -455,6 +457,36 @@ TEST_F(CalDataFileTest, TheLastItemIsNeverInterpretedWithoutALineEndEither) {
   LoadBytes("#SER_NO   : 12\r\n*10:91\r\n*20:92");
   EXPECT_EQ(data_.SerialNumber(), "12");
   EXPECT_EQ(RowsOf(data_), Texts{"10 91"});
+}
+
+TEST_F(CalDataFileTest, AFileWithoutItsEndSaysWhatWasNotRead) {
+  Load({"*10:91", "*20:92"});
+  ASSERT_EQ(data_.LoadNotices().size(), 1U);
+  EXPECT_TRUE(Contains(data_.LoadNotices()[0], "was not read: *20:92")) << data_.LoadNotices()[0];
+  // The rows may be missing.
+  Load({"#SER_NO   : 12", "!"});
+  EXPECT_EQ(data_.LoadNotices().size(), 1U);
+}
+
+TEST_F(CalDataFileTest, AFileThatEndsInARemarkBehindItsRowsHasLostNothing) {
+  for (const Texts& end : {Texts{"!"}, Texts{"!End", "!"}, Texts{"!", "! checked"}}) {
+    Load(Texts{"*10:91", "*20:92"} + end);
+    EXPECT_EQ(RowsOf(data_), (Texts{"10 91", "20 92"}));
+    EXPECT_EQ(data_.LoadNotices(), Texts{}) << end[0];
+  }
+}
+
+TEST_F(CalDataFileTest, AModelLineOfAnotherModelIsToldAndOneWithTheMakersPrefixIsNone) {
+  for (const char* own : {"QZ PX12A", "QZPX12A", "QZ  PX12A Opt001", "px12a", "QZ"}) {
+    Load({std::string("#MODEL_NO : ") + own, "*10:91", "!End"});
+    EXPECT_EQ(data_.ModelNumber(), "PX12A");
+    EXPECT_EQ(data_.LoadNotices(), Texts{}) << own;
+  }
+  for (const char* other : {"QZ PX13A", "QZPX13A", "PX13A"}) {
+    Load({std::string("#MODEL_NO : ") + other, "*10:91", "!End"});
+    ASSERT_EQ(data_.LoadNotices().size(), 1U) << other;
+    EXPECT_TRUE(Contains(data_.LoadNotices()[0], "of the model \"PX13A\".")) << other;
+  }
 }
 
 TEST_F(CalDataFileTest, ABlankLineAtTheEndIsALastItem) {

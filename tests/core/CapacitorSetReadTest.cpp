@@ -328,6 +328,12 @@ TEST_P(CapacitorSetFile, MayHave21WordsOnAHeaderLineButNot22) {
   EXPECT_EQ(error.Line(), 2);
 }
 
+TEST_P(CapacitorSetFile, PassesOverADataLineOutsideAPageHoweverManyWordsItHas) {
+  const std::string line = "*1:2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22";
+  Load(Joined({{line}, PageOf(0, "x", {"*1"}), {line, "!"}}));
+  EXPECT_EQ(FirstColumn(0), Texts{"1"});
+}
+
 TEST_P(CapacitorSetFile, WithANumberTooLargeIsATypeErrorOfItsLine) {
   for (const char* line : {"*1:1E999pF", "*1:1pF:1E999", "*1:1pF:0:1E999", "*1:1pF:0:0:1E999"}) {
     const Error error = LoadError(PageOf(0, "x", {"*0", line, "*2"}));
