@@ -3,6 +3,7 @@
 
 #include "app/DueDate.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "common/CommonStringModule.h"
@@ -19,6 +20,17 @@ bool Exists(const FileDate& date) {
   return date.year > 0 && IsValidDate(date.year, date.month, date.day);
 }
 
+/// Whether the date names a month and a day in it, be it one after the month's end.
+bool NamesADay(const FileDate& date) {
+  return date.year > 0 && date.day > 0 && DaysInMonth(date.year, date.month) > 0;
+}
+
+/// The day to count with: one year after 29 FEB 2024 the calibration is due on 28 FEB.
+FileDate WithinItsMonth(FileDate date) {
+  date.day = std::min(date.day, DaysInMonth(date.year, date.month));
+  return date;
+}
+
 std::chrono::sys_days DayOf(const FileDate& date) {
   return std::chrono::year(date.year) / date.month / date.day;
 }
@@ -27,9 +39,11 @@ std::string DateText(const FileDate& date) {
   if (date.year == 0 && date.month == 0 && date.day == 0) {
     return "(none)";
   }
-  return Exists(date) ? std::to_string(date.day) + " " + NumberToMonth(date.month) + " " +
-                            std::to_string(date.year)
-                      : "(no such day)";
+  if (!NamesADay(date)) {
+    return "(no such day)";
+  }
+  return std::to_string(date.day) + " " + NumberToMonth(date.month) + " " +
+         std::to_string(date.year) + (Exists(date) ? "" : " (no such day)");
 }
 
 std::string TextOrNone(const std::string& text) {
@@ -40,10 +54,10 @@ std::string TextOrNone(const std::string& text) {
 
 DueState DueStateOf(const CalFileInfo& row, const FileDate& today) {
   const FileDate due = DueDateOf(row);
-  if (!Exists(due)) {
+  if (!NamesADay(due)) {
     return DueState::NoDate;
   }
-  const auto daysLeft = (DayOf(due) - DayOf(today)).count();
+  const auto daysLeft = (DayOf(WithinItsMonth(due)) - DayOf(today)).count();
   if (daysLeft < 0) {
     return DueState::PastDue;
   }

@@ -17,21 +17,21 @@ namespace tarvell {
 inline constexpr int kDueSoonDays = 30;
 
 enum class DueState {
-  NoDate,  ///< the file names no day that exists
+  NoDate,  ///< the file names no day of a month
   Fine,
   DueSoon,
   PastDue
 };
 
 /// How the due date of a data file stands to the existing day `today`. On the due date itself an
-/// instrument is not past due.
+/// instrument is not past due. A day after the end of its month counts as the last of it.
 [[nodiscard]] DueState DueStateOf(const CalFileInfo& row, const FileDate& today);
 
 /// "past due", "due within 30 days"; "" for a state that needs no attention.
 [[nodiscard]] std::string_view DueWords(DueState state);
 
 /// The calibration number, both dates and the comment of a data file, a line each; the due date
-/// with the words of its state. What is missing is "(none)", a date that does not exist
+/// with the words of its state. What is missing is "(none)"; a date that does not exist is marked
 /// "(no such day)".
 [[nodiscard]] std::string CalFileNotes(const CalFileInfo& row, DueState state);
 

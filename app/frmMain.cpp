@@ -27,6 +27,7 @@
 #include "common/Guard.h"
 #include "common/NoticeLine.h"
 #include "common/OneLineValidator.h"
+#include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/ScreenSize.h"
@@ -190,13 +191,16 @@ bool frmMain::TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string
 }
 
 bool frmMain::EnsureFolder(const std::string& folder, const QString& question) {
+  CheckNamesNoShare(folder);
   if (FolderExists(folder)) {
     return true;
   }
-  const auto answer =
-      CurrentQuestions().Ask(this, {.text = question,
-                                    .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                                    .defaultButton = QMessageBox::Cancel});
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = question,
+             .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Cancel,
+             .detail = IsRelative(folder) ? "It would be the folder\n" + ToQt(FullPathText(folder))
+                                          : QString()});
   return answer == QMessageBox::Ok &&
          Guarded(
              this, [&] { MakeFolder(folder); },
@@ -219,7 +223,14 @@ void frmMain::closeEvent(QCloseEvent* event) {
 void frmMain::Form_Unload() {
   gCalibrationDir = FromQt(ui_->txtCalibrationDir->text());
   gStationDir = FromQt(ui_->txtStationDir->text());
-  Guarded(this, [] { WriteProfile(gCalibrationDir, gStationDir); });
+  Guarded(
+      this, [] { WriteProfile(gCalibrationDir, gStationDir); },
+      [this](const Error& error) {
+        ShowError(this, Error(error.Kind(),
+                              "The two directories are not remembered for the next start. " +
+                                  error.Text(),
+                              error.Path(), error.Line()));
+      });
 }
 
 }  // namespace tarvell

@@ -33,6 +33,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  ScrollWhereItCannotFit(ui_->header);
   auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
   cellEditor->SetRules({.textToEdit =
                             [this](std::int16_t column, std::int16_t /*row*/,

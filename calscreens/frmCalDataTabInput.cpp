@@ -41,6 +41,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
   ui_->setupUi(this);
   SuitDisplay(this);
+  ScrollWhereItCannotFit(ui_->header);
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);

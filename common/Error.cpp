@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "common/Paths.h"
+
 namespace tarvell {
 
 namespace {
@@ -15,7 +17,7 @@ namespace {
 std::string ComposeMessage(const std::string& text, const std::string& path, int line) {
   std::string message = text;
   if (!path.empty()) {
-    message += "\n\n" + path;
+    message += "\n\n" + ShownPath(path);
     if (line > 0) {
       message += ", line " + std::to_string(line);
     }

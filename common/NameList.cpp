@@ -6,9 +6,7 @@
 #include <QByteArray>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QTimer>
 
-#include <memory>
 #include <utility>
 
 #include "common/PaleSelection.h"
@@ -18,19 +16,45 @@ namespace tarvell {
 
 namespace {
 
-std::string NameOf(const QListWidgetItem* item) {
-  return item->data(Qt::UserRole).toByteArray().toStdString();
-}
-
 /// Row of the first entry of exactly this name, -1 when there is none.
 int RowOf(const QListWidget* list, std::string_view name) {
   for (int row = 0; row < list->count(); ++row) {
-    if (NameOf(list->item(row)) == name) {
+    if (NameOfEntry(list->item(row)) == name) {
       return row;
     }
   }
   return -1;
 }
+
+/// Calls `chosen` once for each choice: a press that selects another entry is reported twice, as a
+/// change and as a press.
+class Choices : public QObject {
+ public:
+  Choices(QListWidget* list, std::function<void()> chosen)
+      : QObject(list), chosen_(std::move(chosen)) {
+    list->viewport()->installEventFilter(this);
+    connect(list, &QListWidget::itemSelectionChanged, this, [this] {
+      changedByPress_ = true;
+      chosen_();
+    });
+    connect(list, &QListWidget::itemPressed, this, [this] {
+      if (!changedByPress_) {
+        chosen_();
+      }
+    });
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+      changedByPress_ = false;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  std::function<void()> chosen_;
+  bool changedByPress_ = false;
+};
 
 /// Runs the actions of a list's entries.
 class EntryHands : public QObject {
@@ -44,7 +68,8 @@ class EntryHands : public QObject {
   }
 
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::MouseButtonDblClick) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick ||
+        event->type() == QEvent::MouseButtonRelease) {
       return static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton;
     }
     return event->type() == QEvent::KeyPress && watched == list_ &&
@@ -91,16 +116,20 @@ void AddName(QListWidget* list, const std::string& name) {
   item->setData(Qt::UserRole, QByteArray::fromStdString(name));
 }
 
+std::string NameOfEntry(const QListWidgetItem* entry) {
+  return entry->data(Qt::UserRole).toByteArray().toStdString();
+}
+
 std::string SelectedName(const QListWidget* list) {
   const QList<QListWidgetItem*> selected = list->selectedItems();
-  return selected.isEmpty() ? std::string() : NameOf(selected.first());
+  return selected.isEmpty() ? std::string() : NameOfEntry(selected.first());
 }
 
 std::vector<std::string> NamesIn(const QListWidget* list) {
   std::vector<std::string> names;
   names.reserve(static_cast<std::size_t>(list->count()));
   for (int row = 0; row < list->count(); ++row) {
-    names.push_back(NameOf(list->item(row)));
+    names.push_back(NameOfEntry(list->item(row)));
   }
   return names;
 }
@@ -121,24 +150,19 @@ void ShowNames(QListWidget* list, const std::vector<std::string>& names,
   }
 }
 
+KeyboardStays::KeyboardStays(QListWidget* list, QWidget* otherwise)
+    // Not hasFocus(): the window may not be active again after a message.
+    : list_(list), otherwise_(otherwise), wasInList_(list->window()->focusWidget() == list) {}
+
+KeyboardStays::~KeyboardStays() {
+  if (wasInList_) {
+    QWidget* keyboard = list_->isEnabled() ? list_ : otherwise_;
+    keyboard->setFocus();
+  }
+}
+
 void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
-  // The press that selects another entry is told twice, as a change and as a press.
-  const auto changedByPress = std::make_shared<bool>(false);
-  auto* pressIsOver = new QTimer(list);  // the list owns it
-  pressIsOver->setSingleShot(true);
-  QObject::connect(pressIsOver, &QTimer::timeout, list, [=] { *changedByPress = false; });
-  QObject::connect(list, &QListWidget::itemSelectionChanged, list, [=] {
-    pressIsOver->stop();
-    *changedByPress = true;
-    chosen();
-    // Not before: events run while a message is shown.
-    pressIsOver->start();
-  });
-  QObject::connect(list, &QListWidget::itemPressed, list, [=] {
-    if (!*changedByPress) {
-      chosen();
-    }
-  });
+  new Choices(list, chosen);  // the list owns it
 }
 
 void OnEntry(QListWidget* list, EntryActions actions) {

@@ -17,6 +17,9 @@ namespace tarvell {
 
 void AddName(QListWidget* list, const std::string& name);
 
+/// The name that an entry stands for.
+[[nodiscard]] std::string NameOfEntry(const QListWidgetItem* entry);
+
 /// The selected name, "" when none is.
 [[nodiscard]] std::string SelectedName(const QListWidget* list);
 
@@ -30,6 +33,21 @@ void AddName(QListWidget* list, const std::string& name);
 void ShowNames(QListWidget* list, const std::vector<std::string>& names,
                const std::string& placeholder);
 
+/// Keeps the keyboard where it is while a list is read again: in the list, which loses it while it
+/// is disabled, or at `otherwise` when the list stays disabled.
+class KeyboardStays {
+ public:
+  KeyboardStays(QListWidget* list, QWidget* otherwise);
+  KeyboardStays(const KeyboardStays&) = delete;
+  KeyboardStays& operator=(const KeyboardStays&) = delete;
+  ~KeyboardStays();
+
+ private:
+  QListWidget* list_;
+  QWidget* otherwise_;
+  bool wasInList_;
+};
+
 /// Calls `chosen` when the selection changes, and when the selected entry is pressed once more: a
 /// click always counts. `chosen` must live as long as the list.
 void OnChoice(QListWidget* list, const std::function<void()>& chosen);
@@ -41,9 +59,10 @@ struct EntryActions {
 };
 
 /// Runs these actions as the user asks for them; a key that is held runs one once. Where nothing is
-/// selected, `open` finds the entry that has the keyboard selected. The selection is pale while the
-/// keyboard is elsewhere. A key that acts is not pressed
-/// on the screen's default button as well. The actions must live as long as the list.
+/// selected, `open` finds the entry that has the keyboard selected. Only the left button of the
+/// mouse chooses and opens. The selection is pale while the keyboard is elsewhere. A key that acts
+/// is not pressed on the screen's default button as well. The actions must live as long as the
+/// list.
 void OnEntry(QListWidget* list, EntryActions actions);
 
 /// Selects the first entry of exactly this name; false when there is none.

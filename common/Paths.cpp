@@ -3,8 +3,12 @@
 
 #include "common/Paths.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
+#include "common/Error.h"
 #include "common/Platform.h"
 #include "common/Text.h"
 
@@ -90,7 +94,7 @@ std::string NativePath(std::string_view path) {
     }
     native += {'/', LowerCase(path[0])};
     path.remove_prefix(2);
-  } else if (path.empty() || !IsSeparator(path[0])) {
+  } else if (IsRelative(path)) {
     native = ".";
     rooted = false;
   }
@@ -129,6 +133,41 @@ std::string PathText(std::string_view native) {
   }
   const std::string_view rest = native.substr(letter + 1);
   return std::string(1, native[letter]) + ":" + (rest.empty() ? "\\" : Replaced(rest, '/', '\\'));
+}
+
+std::string ShownPath(std::string_view path) {
+  const std::size_t separator = path.find_first_of("\\/");
+  if (separator == std::string_view::npos) {
+    return std::string(path);
+  }
+  const char shown = BeginsWithDrive(path) ? '\\' : path[separator];
+  return Replaced(path, shown == '/' ? '\\' : '/', shown);
+}
+
+bool IsRelative(std::string_view path) {
+  return !BeginsWithDrive(path) && (path.empty() || !IsSeparator(path[0]));
+}
+
+std::string FullPathText(std::string_view path) {
+  const std::string native = NativePath(path);
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(native, code);
+  return PathText(code ? native : whole.lexically_normal().string());
+}
+
+void CheckNamesNoShare(std::string_view path) {
+  const std::string_view name = Trim(path);
+  if (DriveFolder().empty() || name.size() < 2 || !IsSeparator(name[0]) || !IsSeparator(name[1])) {
+    return;
+  }
+  // A folder of this computer is never written with "\\".
+  if (name[0] == '\\' || !EntryExists(NativePath(name))) {
+    throw Error(ErrorKind::Name,
+                "This computer reaches the share of another one by a folder of its own, in which "
+                "the share is mounted. Have it mounted, then enter that folder here, for example "
+                "/mnt/calfactors.",
+                std::string(name));
+  }
 }
 
 std::string Joined(std::string_view folder, std::string_view name) {

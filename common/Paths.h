@@ -19,6 +19,21 @@ namespace tarvell {
 /// A native path as the program speaks of it: with its drive letter when it lies on a drive.
 [[nodiscard]] std::string PathText(std::string_view native);
 
+/// `path` as a message shows it, with one kind of separator: "\\" behind a drive letter, else the
+/// one that stands first in it.
+[[nodiscard]] std::string ShownPath(std::string_view path);
+
+/// Whether `path` has neither a drive letter nor a separator at its beginning, so that what it
+/// means depends on the folder in which the program was started.
+[[nodiscard]] bool IsRelative(std::string_view path);
+
+/// The whole of the path that `path` means, as path text.
+[[nodiscard]] std::string FullPathText(std::string_view path);
+
+/// Throws a Name error, which says how to reach a share, for a path such as "\\server\share" where
+/// the system reaches shares by its folders only. "//" and a name are fine where they exist.
+void CheckNamesNoShare(std::string_view path);
+
 /// `folder` and `name` joined by one "\".
 [[nodiscard]] std::string Joined(std::string_view folder, std::string_view name);
 

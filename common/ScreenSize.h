@@ -12,6 +12,11 @@ namespace tarvell {
 /// larger than the display, however large it was before.
 void SuitDisplay(QWidget* window);
 
+/// Lets this part of a window, which stands in a layout, be scrolled where the display has no room
+/// for it, so that what stands beside it is always seen. The control in it that has the keyboard is
+/// scrolled into view. The window opens large enough for the whole part where that is possible.
+void ScrollWhereItCannotFit(QWidget* part);
+
 }  // namespace tarvell
 
 #endif

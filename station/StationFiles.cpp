@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <sstream>
 #include <system_error>
 
 #include "app/Tarvell_MainModule.h"
@@ -110,6 +111,91 @@ void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
 std::string DueDateText(const StationInstrument& instrument) {
   return std::string(Trim(instrument.DueDay)) + " " + std::string(Trim(instrument.DueMonth)) + " " +
          std::string(Trim(instrument.DueYear));
+}
+
+/// What a file with this line, and others behind it, gives.
+StationInstrument ReadBackOf(std::string_view line) {
+  std::string_view item = line.substr(0, line.find(','));
+  item = item.substr(0, item.find_last_not_of(" \t") + 1);
+  StationInstrument instrument;
+  ApplyKeywordLine(ParseKeywordLine(item), instrument);
+  return instrument;
+}
+
+/// A value within a notice; of a long one the last words, where something is missing.
+std::string Quoted(const std::string& value) {
+  static constexpr std::size_t kMostShown = 40;
+  if (CharacterCount(value) <= kMostShown) {
+    return "\"" + value + "\"";
+  }
+  const std::string_view end = LastCharacters(value, kMostShown);
+  return "\"... " + std::string(end.substr(end.find(' ') + 1)) + "\"";
+}
+
+/// Why a line is not read back as it is written, and what to do about it.
+std::string ReasonOf(const std::string& line) {
+  if (line.find(',') != std::string::npos) {
+    return " only: a comma ends it. Write it without a comma.";
+  }
+  std::istringstream words(line);
+  std::string word;
+  std::size_t count = 0;
+  while (words >> word) {
+    ++count;
+  }
+  return count > kMostWords ? " only: a line holds " + std::to_string(kMostWords) +
+                                  " words, its keyword included. Shorten it."
+                            : ": blanks at its beginning and runs of blanks are not kept.";
+}
+
+/// The notice about a field of one value, "" when there is nothing to say.
+std::string NoticeOf(const Field& field, const std::string& value) {
+  const std::string keyword(field.keyword);
+  const std::string line = keyword + " " + value;
+  const StationInstrument read = ReadBackOf(line);
+  const std::string& readBack = read.*(field.member);
+  if (readBack == TrimRight(value)) {
+    return "";
+  }
+  if (field.member == &StationInstrument::Address && !read.AddressType.empty()) {
+    return keyword + " will be read back as the " + std::string(kAddressType) + " " +
+           Quoted(read.AddressType) + ", because it begins with \"TYPE\". Write it another way.";
+  }
+  const bool isRenamed =
+      field.keyword == kAddressType && readBack == AddressTypeOf(std::string(TrimRight(value)));
+  return keyword + " will be read back as " + Quoted(readBack) + (isRenamed ? "." : ReasonOf(line));
+}
+
+/// Whether a part of the due date and what is read back of it are the same text or number.
+bool IsSamePart(const std::string& part, const std::string& readBack) {
+  return Trim(part) == readBack || (WholeNumber(part) && Normalised(part) == readBack);
+}
+
+/// The notice about the due date, whose field is nullptr when there is nothing to say.
+ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
+  static constexpr std::array kParts = {&StationInstrument::DueDay, &StationInstrument::DueMonth,
+                                        &StationInstrument::DueYear};
+  try {
+    if (!HasValidDueDate(instrument)) {
+      return {};
+    }
+  } catch (const Error&) {
+    return {};
+  }
+  const std::string keyword = "CAL DUE DATE";
+  const std::string advice = ". Write its day and its year as numbers only.";
+  StationInstrument read;
+  try {
+    read = ReadBackOf(keyword + " " + DueDateText(instrument));
+  } catch (const Error&) {
+    return {&StationInstrument::DueDay, keyword + " will make the file unreadable" + advice};
+  }
+  for (const auto part : kParts) {
+    if (!IsSamePart(instrument.*part, read.*part)) {
+      return {part, keyword + " will be read back as " + Quoted(DueDateText(read)) + advice};
+    }
+  }
+  return {};
 }
 
 /// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
@@ -271,6 +357,22 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   file.WasRead(path, stamp, instrument.SerialNumber);
   file.WouldBeWrittenAs(StampOf(instrument));
   return true;
+}
+
+std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument) {
+  std::vector<ReadBackNotice> notices;
+  for (const Field& field : kFields) {
+    ReadBackNotice notice;
+    if (field.member == nullptr) {
+      notice = DueDateNotice(instrument);
+    } else if (field.member != &StationInstrument::CalData) {
+      notice = {field.member, NoticeOf(field, instrument.*(field.member))};
+    }
+    if (!notice.text.empty()) {
+      notices.push_back(notice);
+    }
+  }
+  return notices;
 }
 
 bool HasValidDueDate(const StationInstrument& instrument) {

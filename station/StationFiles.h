@@ -52,6 +52,18 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 /// `instrument` is then as it was, and so is `file`.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
+/// A value that an instrument's file does not give back as it is.
+struct ReadBackNotice {
+  std::string StationInstrument::*field =
+      nullptr;       ///< of the due date, the part that is to be corrected
+  std::string text;  ///< says what will be read back, and why
+};
+
+/// The values that a file with this instrument would not give back, in the order of the file. No
+/// notice is given of blanks behind a value, of zeros before a number, of CalData, which no file
+/// gives back, and of a due date that a save refuses.
+[[nodiscard]] std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument);
+
 /// Whether the due date exists: its day and year as numbers, its month as a name. Throws a Type
 /// error for a number outside 16 bits.
 [[nodiscard]] bool HasValidDueDate(const StationInstrument& instrument);

@@ -58,6 +58,7 @@ void frmStationMain::RefreshStationList() {
 
 void frmStationMain::ReadStationList() {
   isListed_ = false;
+  const KeyboardStays keyboard(ui_->lstStation, ui_->btnAdd);
   ShowNames(ui_->lstStation, {}, kPlaceholder);
   const BusyPointer busy;
   ShowNames(ui_->lstStation, ListStations(gStationDir), kPlaceholder);

@@ -6,7 +6,9 @@
 #include "ui_frmStationModelList.h"
 
 #include <QSignalBlocker>
+#include <QStyle>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -17,9 +19,11 @@
 #include "common/CalmWheel.h"
 #include "common/EnterKey.h"
 #include "common/Error.h"
+#include "common/FileIOCommonModule.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
 #include "common/NameList.h"
+#include "common/NoticeLine.h"
 #include "common/Paths.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
@@ -33,6 +37,10 @@ namespace {
 
 constexpr const char* kPlaceholder = "No Model";
 constexpr const char* kNoAddressType = "NONE";
+constexpr const char* kEntryNotice = "entry";
+
+/// Number of an entry that is not saved.
+constexpr int kUnsavedRole = Qt::UserRole + 1;
 
 /// Puts the rows of `gCalFiles` back as they were, unless those that were read since then stay.
 class CalFileRows {
@@ -86,6 +94,10 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   ui_->setupUi(this);
   SuitDisplay(this);
   EnterPressesFocusedButton(this);
+  ScrollWhereItCannotFit(ui_->record);
+  // After what changes several fields has changed them all.
+  noticesAreDue_.setSingleShot(true);
+  connect(&noticesAreDue_, &QTimer::timeout, this, &frmStationModelList::ReportNotices);
   txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
@@ -114,6 +126,19 @@ void frmStationModelList::SetUpFields() {
     FileTextValidator::Attach(box);
     connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);
   }
+  boxes_ = {{&StationInstrument::ModelNumber, ui_->txtData_0},
+            {&StationInstrument::SerialNumber, ui_->cmbSerial->lineEdit()},
+            {&StationInstrument::AddressType, ui_->cmbAddressType->lineEdit()},
+            {&StationInstrument::Address, ui_->txtData_2},
+            {&StationInstrument::Station, ui_->txtData_3},
+            {&StationInstrument::Options, ui_->txtData_4},
+            {&StationInstrument::Availability, ui_->txtData_5},
+            {&StationInstrument::DueDay, ui_->txtData_8},
+            {&StationInstrument::DueMonth, ui_->cmbCalMonth->lineEdit()},
+            {&StationInstrument::DueYear, ui_->txtData_6},
+            {&StationInstrument::Asset, ui_->txtData_9},
+            {&StationInstrument::Trace, ui_->txtData_10},
+            {&StationInstrument::Comment, ui_->txtData_11}};
   for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
     FileTextValidator::Attach(box->lineEdit());
     // Free text is kept as it was typed.
@@ -146,15 +171,37 @@ void frmStationModelList::RefreshInstrumentList() {
 
 void frmStationModelList::ReadInstrumentList() {
   isListed_ = false;
+  const KeyboardStays keyboard(ui_->LstInstrment, ui_->btnAdd);
+  KeepUnsaved();
+  const std::string shown = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
   ShowInstruments({});
   const BusyPointer busy;
   ShowInstruments(ListInstruments(stationFolder_));
   isListed_ = true;
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  if (shownEntry_ == nullptr && !shown.empty() && SelectName(ui_->LstInstrment, shown)) {
+    shownEntry_ = SelectedEntry();
+  }
 }
 
 void frmStationModelList::ShowInstruments(const std::vector<std::string>& instruments) {
   const QSignalBlocker blocker(ui_->LstInstrment);
-  ShowNames(ui_->LstInstrment, instruments, kPlaceholder);
+  shownEntry_ = nullptr;
+  // What was added and not saved stays in the list, although the folder does not hold it.
+  std::vector<std::string> names = instruments;
+  std::vector<std::pair<int, int>> unsavedRows;
+  for (const auto& [number, unsaved] : unsaved_) {
+    const auto listed = std::ranges::find(names, unsaved.name);
+    unsavedRows.emplace_back(static_cast<int>(listed - names.begin()), number);
+    if (listed == names.end()) {
+      names.push_back(unsaved.name);
+    }
+  }
+  ShowNames(ui_->LstInstrment, names, kPlaceholder);
+  for (const auto& [row, number] : unsavedRows) {
+    MarkUnsaved(ui_->LstInstrment->item(row), number);
+  }
+  noticesAreDue_.start();
 }
 
 void frmStationModelList::WriteStationInstrumentIndex() {
@@ -191,15 +238,37 @@ void frmStationModelList::FillSerialList(const std::vector<std::string>& serials
   ui_->cmbSerial->clearEditText();
 }
 
-void frmStationModelList::LstInstrment_Click() {
-  const std::string name = SelectedName(ui_->LstInstrment);
-  if (name.empty()) {
-    return;
-  }
-  Guarded(this, [&] { LoadInstrument(name); });
+QListWidgetItem* frmStationModelList::SelectedEntry() const {
+  return ui_->LstInstrment->selectedItems().value(0);
 }
 
-void frmStationModelList::LoadInstrument(const std::string& name) {
+void frmStationModelList::SelectShownEntry() {
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  // The keyboard stays where it is: it must not be held at an entry that cannot be read.
+  ui_->LstInstrment->clearSelection();
+  if (shownEntry_ != nullptr) {
+    shownEntry_->setSelected(true);
+  }
+}
+
+void frmStationModelList::LstInstrment_Click() {
+  QListWidgetItem* entry = SelectedEntry();
+  // Of what is not saved, there is nothing to be read again.
+  if (entry != nullptr && !(entry == shownEntry_ && IsUnsaved(entry))) {
+    ui_->lblNotice->Report(kEntryNotice, "");
+    Guarded(this, [&] { LoadInstrument(entry); });
+  }
+  SelectShownEntry();
+  noticesAreDue_.start();
+}
+
+void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
+  const std::string name = NameOfEntry(entry);
+  KeepUnsaved();
+  if (IsUnsaved(entry)) {
+    ShowUnsaved(entry);
+    return;
+  }
   StationInstrument instrument = Shown();
   bool isEmpty = false;
   {
@@ -207,18 +276,91 @@ void frmStationModelList::LoadInstrument(const std::string& name) {
     isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
   }
   editingArmed_ = false;
-  if (!isEmpty) {
+  if (isEmpty) {
+    ui_->lblNotice->Report(kEntryNotice,
+                           "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
+  } else {
     FillSerialList(ReadSerials(instrument.ModelNumber));
     Show(instrument);
     ui_->btnSave->setEnabled(false);
+    shownEntry_ = entry;
   }
   editingArmed_ = true;
+}
+
+bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
+  return entry != nullptr && entry->data(kUnsavedRole).isValid();
+}
+
+void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {
+  entry->setData(kUnsavedRole, number);
+  entry->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this));
+  entry->setToolTip("Added and not saved. Press \"Save Instrment Data\".");
+  entry->setData(Qt::AccessibleTextRole, entry->text() + ", not saved");
+}
+
+void frmStationModelList::SetSaved(QListWidgetItem* entry) {
+  unsaved_.erase(entry->data(kUnsavedRole).toInt());
+  for (const int role :
+       {kUnsavedRole, int{Qt::DecorationRole}, int{Qt::ToolTipRole}, int{Qt::AccessibleTextRole}}) {
+    entry->setData(role, QVariant());
+  }
+}
+
+void frmStationModelList::KeepUnsaved() {
+  if (IsUnsaved(shownEntry_)) {
+    unsaved_.at(shownEntry_->data(kUnsavedRole).toInt()).instrument = Shown();
+  }
+}
+
+void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
+  const Unsaved& unsaved = unsaved_.at(entry->data(kUnsavedRole).toInt());
+  FillSerialList(ReadSerials(unsaved.name));
+  Show(unsaved.instrument);
+  file_ = StoredFile();
+  shownEntry_ = entry;
+  editingArmed_ = true;
+  ui_->btnSave->setEnabled(true);
+}
+
+QString frmStationModelList::OthersUnsaved() const {
+  QStringList names;
+  for (int row = 0; row < ui_->LstInstrment->count(); ++row) {
+    const QListWidgetItem* entry = ui_->LstInstrment->item(row);
+    if (entry != shownEntry_ && IsUnsaved(entry)) {
+      names << entry->text();
+    }
+  }
+  return names.isEmpty() ? QString()
+                         : "Added and not saved either way: " + names.join(", ") +
+                               ". Choose Cancel, and save each of them, to keep them.";
 }
 
 void frmStationModelList::Field_Change() {
   if (editingArmed_) {
     ui_->btnSave->setEnabled(true);
   }
+  noticesAreDue_.start();
+}
+
+void frmStationModelList::ReportNotices() {
+  const StationInstrument shown = Shown();
+  const std::vector<ReadBackNotice> notices = ReadBackNotices(shown);
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    const auto& [field, box] = boxes_[i];
+    const auto found = std::ranges::find(notices, field, &ReadBackNotice::field);
+    const QString text = found == notices.end() ? QString() : ToQt(found->text);
+    MarkBox(box, text);
+    ui_->lblNotice->Report(QString::number(i), text);
+  }
+  const std::string entry = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
+  const bool isOther =
+      !entry.empty() && !shown.ModelNumber.empty() && !EqualsIgnoringCase(entry, shown.ModelNumber);
+  const QString file = "\"" + ToQt(shown.ModelNumber) + "\"";
+  ui_->lblNotice->Report(
+      "file", isOther ? "The fields mean the file " + file + ", not \"" + ToQt(entry) +
+                            "\", which the list marks: Save and Delete act on " + file + "."
+                      : QString());
 }
 
 void frmStationModelList::cmbSerial_Click() {
@@ -293,6 +435,7 @@ void frmStationModelList::AddInstrument() {
 
 void frmStationModelList::ShowAdded(const CalFileInfo& picked,
                                     const std::vector<std::string>& serials, int row) {
+  KeepUnsaved();
   if (!ui_->LstInstrment->isEnabled()) {
     ui_->LstInstrment->clear();
     ui_->LstInstrment->setEnabled(true);
@@ -313,6 +456,12 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked,
   cmbSerial_Click();
   file_ = StoredFile();
   editingArmed_ = true;
+  ui_->btnSave->setEnabled(true);
+  shownEntry_ = SelectedEntry();
+  const int number = ++lastUnsaved_;
+  unsaved_[number] = {picked.ModelNumber, Shown()};
+  MarkUnsaved(shownEntry_, number);
+  ui_->lblNotice->Report(kEntryNotice, "");
 }
 
 void frmStationModelList::btnSave_Click() {
@@ -334,6 +483,9 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         const BusyPointer busy;
         SaveInstrumentFile(stationFolder_, instrument, file_);
         ui_->btnSave->setEnabled(false);
+        if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
+          SetSaved(shownEntry_);
+        }
         result = SaveResult::Saved;
       },
       [this](const Error& error) {
@@ -363,6 +515,12 @@ void frmStationModelList::DeleteInstrument() {
     return;
   }
   DeleteInstrumentFile(stationFolder_, FromQt(model));
+  if (IsUnsaved(shownEntry_)) {
+    SetSaved(shownEntry_);
+  }
+  std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == FromQt(model); });
+  shownEntry_ = nullptr;
+  ui_->lblNotice->Clear();
   RefreshInstrumentList();
   EmptyFields();
 }
@@ -386,6 +544,11 @@ void frmStationModelList::ClearInstruments() {
     const BusyPointer busy;
     DeleteAllInstrumentFiles(stationFolder_);
   });
+  if (deleted) {
+    unsaved_.clear();
+    shownEntry_ = nullptr;
+    ui_->lblNotice->Clear();
+  }
   RefreshInstrumentList();
   if (!deleted) {
     return;
@@ -399,11 +562,21 @@ void frmStationModelList::ClearInstruments() {
 
 void frmStationModelList::btnReturn_Click() {
   Guarded(this, [this] {
-    if (MayLeave()) {
-      WriteStationInstrumentIndex();
+    if (MayLeave() &&
+        (Guarded(this, [this] { WriteStationInstrumentIndex(); }) || MayLeaveWithoutIndex())) {
       accept();
     }
   });
+}
+
+bool frmStationModelList::MayLeaveWithoutIndex() {
+  return !FolderExists(stationFolder_) &&
+         CurrentQuestions().Ask(
+             this, {.text = "The folder of this station is not there any more. Leave the station "
+                            "without writing its list INDEX?",
+                    .icon = QMessageBox::Warning,
+                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                    .defaultButton = QMessageBox::No}) == QMessageBox::Yes;
 }
 
 void frmStationModelList::reject() {
@@ -424,7 +597,8 @@ bool frmStationModelList::MayLeave() {
       this, {.text = "Instruemnt Data was changed. Do you want to save it?",
              .title = "Instrument data was changed.",
              .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-             .defaultButton = QMessageBox::Yes});
+             .defaultButton = QMessageBox::Yes,
+             .detail = OthersUnsaved()});
   // A date that does not exist is told, and the screen is left; a save that fails keeps it open.
   return answer == QMessageBox::No || (answer == QMessageBox::Yes && Save() != SaveResult::Failed);
 }

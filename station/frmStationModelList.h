@@ -7,10 +7,14 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListWidgetItem>
+#include <QTimer>
 
 #include <array>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/mTypeDef.h"
@@ -55,6 +59,9 @@ class frmStationModelList final : public QDialog {
   void btnReturn_Click();
 
   void SetUpFields();
+  /// Reports on the notice line what is shown and would be read back differently, and which file
+  /// the fields mean where that is not the one that the list marks.
+  void ReportNotices();
   /// Reads the list of instruments; a folder that cannot be read is told.
   void RefreshInstrumentList();
   void ReadInstrumentList();
@@ -63,7 +70,19 @@ class frmStationModelList final : public QDialog {
   /// Reads the serial numbers of a model's data files; what cannot be read is told.
   std::vector<std::string> ReadSerials(const std::string& model);
   void FillSerialList(const std::vector<std::string>& serials);
-  void LoadInstrument(const std::string& name);
+  [[nodiscard]] QListWidgetItem* SelectedEntry() const;
+  /// The entry whose instrument the fields show becomes the selected one again.
+  void SelectShownEntry();
+  void LoadInstrument(QListWidgetItem* entry);
+  /// Whether an entry is that of an instrument which was added and not saved.
+  [[nodiscard]] bool IsUnsaved(const QListWidgetItem* entry) const;
+  void MarkUnsaved(QListWidgetItem* entry, int number) const;
+  void SetSaved(QListWidgetItem* entry);
+  /// Keeps what the fields show, where that is an instrument that is not saved.
+  void KeepUnsaved();
+  void ShowUnsaved(QListWidgetItem* entry);
+  /// The other instruments that are not saved, as a notice; "" when there are none.
+  [[nodiscard]] QString OthersUnsaved() const;
   /// The models that an instrument can be chosen from; when there are none that is told.
   [[nodiscard]] std::vector<std::string> ModelsToPickFrom();
   void AddInstrument();
@@ -71,6 +90,8 @@ class frmStationModelList final : public QDialog {
   void ShowAdded(const CalFileInfo& picked, const std::vector<std::string>& serials, int row);
   void DeleteInstrument();
   void ClearInstruments();
+  /// Asks whether to leave a station whose folder is gone; false where it is there.
+  bool MayLeaveWithoutIndex();
   /// Asks about an opened instrument, and saves it when that is the answer.
   bool MayLeave();
   SaveResult Save();
@@ -82,6 +103,16 @@ class frmStationModelList final : public QDialog {
 
   std::unique_ptr<Ui::frmStationModelList> ui_;
   std::array<QLineEdit*, 11> txtData_{};
+  QTimer noticesAreDue_;
+  std::vector<std::pair<std::string StationInstrument::*, QLineEdit*>> boxes_;
+  /// An instrument that was added and not saved, and the name of its entry.
+  struct Unsaved {
+    std::string name;
+    StationInstrument instrument;
+  };
+  std::map<int, Unsaved> unsaved_;  ///< by the number that the entry holds
+  int lastUnsaved_ = 0;
+  QListWidgetItem* shownEntry_ = nullptr;  ///< the entry whose instrument the fields show
   std::string stationFolder_;
   StoredFile file_;            ///< of the shown instrument
   bool isListed_ = false;      ///< whether the list shows what the folder holds

@@ -52,14 +52,25 @@ TEST(DueDate, DatesFarAwayAreFineOrPastDue) {
   EXPECT_EQ(StateOn({1, 1, 1}, {2024, 3, 5}), DueState::PastDue);
 }
 
-TEST(DueDate, ADayThatDoesNotExistIsNoDueDate) {
+TEST(DueDate, ADayAfterTheEndOfItsMonthCountsAsTheLastOfIt) {
+  EXPECT_EQ(StateOn({2025, 2, 29}, {2025, 2, 28}), DueState::DueSoon);
+  EXPECT_EQ(StateOn({2025, 2, 29}, {2025, 3, 1}), DueState::PastDue);
+  EXPECT_EQ(StateOn({2024, 2, 30}, {2024, 2, 29}), DueState::DueSoon);
+  EXPECT_EQ(StateOn({2001, 4, 31}, {2001, 5, 1}), DueState::PastDue);
+  // 30 days before 30 APR, and 31.
+  EXPECT_EQ(StateOn({2001, 4, 31}, {2001, 3, 31}), DueState::DueSoon);
+  EXPECT_EQ(StateOn({2001, 4, 31}, {2001, 3, 30}), DueState::Fine);
+  EXPECT_EQ(StateOn({2001, 1, 99}, {2001, 2, 1}), DueState::PastDue);
+}
+
+TEST(DueDate, WhatIsNoDayOfAMonthIsNoDueDate) {
   constexpr std::int16_t kLowest = std::numeric_limits<std::int16_t>::min();
   constexpr std::int16_t kHighest = std::numeric_limits<std::int16_t>::max();
   for (const FileDate& due :
        {FileDate{0, 0, 0}, FileDate{0, 1, 1}, FileDate{2001, 0, 5}, FileDate{2001, 3, 0},
-        FileDate{2001, 13, 1}, FileDate{2001, 4, 31}, FileDate{2001, 2, 29}, FileDate{1900, 2, 29},
-        FileDate{-2001, 3, 5}, FileDate{2001, -3, 5}, FileDate{2001, 3, -5},
-        FileDate{kLowest, kLowest, kLowest}, FileDate{kHighest, kHighest, kHighest}}) {
+        FileDate{2001, 13, 1}, FileDate{2001, 13, 31}, FileDate{-2001, 3, 5}, FileDate{2001, -3, 5},
+        FileDate{2001, 3, -5}, FileDate{kLowest, kLowest, kLowest},
+        FileDate{kHighest, kHighest, kHighest}}) {
     EXPECT_EQ(StateOn(due, {2024, 3, 5}), DueState::NoDate)
         << due.year << " " << due.month << " " << due.day;
   }
@@ -119,10 +130,10 @@ TEST(CalFileNotes, TellOfDaysThatDoNotExist) {
   CalFileInfo row = WholeRow();
   row.CalMonth = 13;
   row.DueMonth = 11;
-  EXPECT_EQ(CalFileNotes(row, DueState::NoDate),
+  EXPECT_EQ(CalFileNotes(row, DueState::PastDue),
             "Calibration number: C-0042\n"
             "Calibrated: (no such day)\n"
-            "Due: (no such day)\n"
+            "Due: 31 NOV 2002 (no such day), past due\n"
             "Comment: factory");
 }
 

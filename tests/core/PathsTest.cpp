@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <string>
 
+#include "common/Error.h"
 #include "common/Paths.h"
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -155,6 +157,48 @@ TEST(PathText, OfANativePathHasItsDriveLetter) {
   EXPECT_EQ(PathText(Drives(tree) + "/c/calfactors/PX12A"), "c:\\calfactors\\PX12A");
   EXPECT_EQ(PathText(Drives(tree) + "/d/x"), "d:\\x");
   EXPECT_EQ(PathText("/srv/data"), "/srv/data");
+}
+
+TEST(ShownPath, HasOneKindOfSeparator) {
+  EXPECT_EQ(ShownPath(R"(/srv/data\PX12A\SN12345)"), "/srv/data/PX12A/SN12345");
+  EXPECT_EQ(ShownPath(R"(c:/calfactors\PX12A)"), R"(c:\calfactors\PX12A)");
+  EXPECT_EQ(ShownPath(R"(\srv\data/PX12A)"), R"(\srv\data\PX12A)");
+  EXPECT_EQ(ShownPath(R"(data\PX12A/x)"), R"(data\PX12A\x)");
+  EXPECT_EQ(ShownPath("data"), "data");
+  EXPECT_EQ(ShownPath("c:"), "c:");
+  EXPECT_EQ(Error(ErrorKind::System, "Text.", R"(/srv/data\x)", 3).what(),
+            std::string("Text.\n\n/srv/data/x, line 3"));
+}
+
+TEST(FullPathText, OfARelativePathIsWhereItLies) {
+  const TestTree tree;
+  const std::string here = std::filesystem::current_path().string();
+  for (const char* path : {"calfactors", " c:\\calfactors", "", ".", "../x"}) {
+    EXPECT_TRUE(IsRelative(path)) << path;
+  }
+  for (const char* path : {"c:\\calfactors", "c:calfactors", "/calfactors", "\\calfactors"}) {
+    EXPECT_FALSE(IsRelative(path)) << path;
+  }
+  EXPECT_EQ(FullPathText("calfactors"), here + "/calfactors");
+  EXPECT_EQ(FullPathText(" c:\\calfactors"), here + "/ c:/calfactors");
+  EXPECT_EQ(FullPathText("a/../b\\c"), here + "/b/c");
+  EXPECT_EQ(FullPathText("c:x"), "c:\\x");
+}
+
+TEST(Share, IsRefusedWithTheWayToReachIt) {
+  const TestTree tree;
+  for (const char* path :
+       {R"(\\server\share)", R"( \\server\share)", "//no-such-server/share", R"(\\tmp)"}) {
+    SCOPED_TRACE(path);
+    const Error error = test::ErrorOf([&] { CheckNamesNoShare(path); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Name);
+    EXPECT_NE(error.Text().find("mounted"), std::string::npos) << error.Text();
+  }
+  const std::string existing = "/" + tree.Root().string();
+  for (const std::string& path : {existing, std::string(R"(\srv\data)"), std::string("/srv/data"),
+                                  std::string("c:\\\\x"), std::string("x"), std::string("\\")}) {
+    EXPECT_NO_THROW(CheckNamesNoShare(path)) << path;
+  }
 }
 
 TEST(Joined, HasOneSeparatorBetween) {

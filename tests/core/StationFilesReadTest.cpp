@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/Paths.h"
 #include "core/StationFilesStage.h"
 #include "support/Noise.h"
 #include "support/OrdinaryUser.h"
@@ -382,6 +383,96 @@ TEST(StationDueDate, ANumberOutsideItsFieldIsAnError) {
   };
   EXPECT_EQ(check("5", "32768"), ErrorKind::Type);
   EXPECT_EQ(check("99999", "2002"), ErrorKind::Type);
+}
+
+// ---- What will not be read back.
+
+struct ReadBackCase {
+  std::string StationInstrument::*field;
+  std::string value;
+  std::string readBack;
+  std::string notice;
+};
+
+TEST_F(StationFiles, AValueThatIsReadBackDifferentlyIsReportedWithWhatWillBeRead) {
+  using I = StationInstrument;
+  const std::string comma = " only: a comma ends it. Write it without a comma.";
+  const std::string words = " only: a line holds 30 words, its keyword included. Shorten it.";
+  const std::string blanks = ": blanks at its beginning and runs of blanks are not kept.";
+  const std::vector<ReadBackCase> cases = {
+      {&I::ModelNumber, "PX12A,b", "PX12A", "MODEL NUMBER will be read back as \"PX12A\"" + comma},
+      {&I::SerialNumber, "1 ,2, 3", "1", "SERIAL NUMBER will be read back as \"1\"" + comma},
+      {&I::Comment, "a,", "a", "COMMENT will be read back as \"a\"" + comma},
+      {&I::Comment, ",a", "", "COMMENT will be read back as \"\"" + comma},
+      {&I::Comment, Words(30), Words(29),
+       "COMMENT will be read back as \"... 17 18 19 20 21 22 23 24 25 26 27 28 29\"" + words},
+      {&I::SerialNumber, Words(29), Words(28),
+       "SERIAL NUMBER will be read back as \"... 16 17 18 19 20 21 22 23 24 25 26 27 28\"" + words},
+      {&I::Trace, "lab  4", "lab 4", "TRACE will be read back as \"lab 4\"" + blanks},
+      {&I::Station, "  rack", "rack", "STATION will be read back as \"rack\"" + blanks},
+      {&I::AddressType, "", "NONE", "ADDRESS TYPE will be read back as \"NONE\"."},
+      {&I::AddressType, "QZ-IB", "GP-IB", "ADDRESS TYPE will be read back as \"GP-IB\"."},
+      {&I::Address, "TYPE 5", "",
+       "ADDRESS will be read back as the ADDRESS TYPE \"5\", because it "
+       "begins with \"TYPE\". Write it another way."},
+      {&I::DueDay, "5 x", "5",
+       "CAL DUE DATE will be read back as \"5 x 0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueDay, "5,6", "5",
+       "CAL DUE DATE will be read back as \"5  0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueYear, "", "0",
+       "CAL DUE DATE will be read back as \"5 MAR 0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueYear, "20 02", "20",
+       "CAL DUE DATE will be read back as \"5 MAR 20\". Write its day "
+       "and its year as numbers only."}};
+  for (const ReadBackCase& each : cases) {
+    SCOPED_TRACE(each.value);
+    I instrument = SampleInstrument();
+    instrument.*(each.field) = each.value;
+    const auto notices = ReadBackNotices(instrument);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].field, each.field);
+    EXPECT_EQ(notices[0].text, each.notice);
+    // So it is.
+    Save(instrument);
+    StoredFile file;
+    I read;
+    ASSERT_TRUE(LoadInstrumentFile(Joined(kStation, instrument.ModelNumber), read, file));
+    EXPECT_EQ(read.*(each.field), each.readBack);
+  }
+}
+
+TEST_F(StationFiles, ADueDateThatMakesTheFileUnreadableIsReported) {
+  StationInstrument instrument = SampleInstrument();
+  instrument.DueDay = "5 x 1E999";
+  ASSERT_TRUE(HasValidDueDate(instrument));
+  const auto notices = ReadBackNotices(instrument);
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(
+      notices[0].text,
+      "CAL DUE DATE will make the file unreadable. Write its day and its year as numbers only.");
+  Save(instrument);
+  ExpectUnreadable(ErrorKind::Type);
+}
+
+TEST_F(StationFiles, WhatIsReadBackAsItIsHasNoNotice) {
+  using I = StationInstrument;
+  EXPECT_TRUE(ReadBackNotices(SampleInstrument()).empty());
+  const std::vector<std::pair<std::string I::*, std::string>> values = {
+      {&I::Comment, Words(29)}, {&I::SerialNumber, Words(28)}, {&I::Comment, "own "},
+      {&I::Comment, ""},        {&I::Comment, "\"a\" b"},      {&I::Address, "Type 5"},
+      {&I::DueDay, " 05"},      {&I::DueYear, "2002 "},        {&I::AddressType, "RS232"},
+      {&I::CalData, "a, b  c"}, {&I::DueMonth, "1"},           {&I::DueDay, ""},
+      {&I::DueDay, "31 x"},     {&I::DueYear, "99999"},        {&I::Comment, "caf\u00E9 \u20AC"}};
+  for (const auto& [field, value] : values) {
+    I instrument = SampleInstrument();
+    instrument.*field = value;
+    instrument.DueMonth = field == &I::DueMonth ? value : value == "31 x" ? "APR" : "MAR";
+    EXPECT_TRUE(ReadBackNotices(instrument).empty()) << value;
+  }
+  EXPECT_TRUE(ReadBackNotices(With({{&I::AddressType, "NONE"}, {&I::DueMonth, "JAN"}})).empty());
 }
 
 }  // namespace

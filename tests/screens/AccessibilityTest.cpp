@@ -456,6 +456,31 @@ TEST_P(Accessibility, NoTextIsCutOffInLargeType) {
   ExpectNothingCutOff(16);
 }
 
+TEST_P(Accessibility, EverythingCanBeUsedOnTheDisplay) {
+  At([](QWidget& screen) {
+    Settle();
+    // With a usual frame.
+    const QSize room = screen.screen()->availableSize() - QSize(16, 48);
+    EXPECT_LE(screen.width(), room.width());
+    EXPECT_LE(screen.height(), room.height());
+    for (const QPushButton* button : screen.findChildren<QPushButton*>()) {
+      if (button->isVisible()) {
+        EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect()) << NameOf(*button);
+      }
+    }
+    for (QWidget* control : ReachedByTab(screen)) {
+      control->setFocus(Qt::TabFocusReason);
+      Settle();
+      const QRect seen = control->visibleRegion().boundingRect();
+      if (qobject_cast<QAbstractItemView*>(control) != nullptr) {
+        EXPECT_GE(seen.height(), 4 * control->fontMetrics().height()) << NameOf(*control);
+      } else {
+        EXPECT_EQ(seen, control->rect()) << NameOf(*control);
+      }
+    }
+  });
+}
+
 INSTANTIATE_TEST_SUITE_P(Screens, Accessibility, testing::ValuesIn(kScreens),
                          [](const testing::TestParamInfo<Screen>& tested) {
                            return std::string(tested.param.name);

@@ -125,6 +125,23 @@ TEST_F(EntryHands, ADoubleClickOpensOnceAndAClickDoesNot) {
   EXPECT_EQ(opened_, Texts{"two"});
 }
 
+TEST_F(EntryHands, OnlyTheLeftButtonOfTheMouseChooses) {
+  Texts chosen;
+  OnChoice(&list_, [&] { chosen.push_back(SelectedName(&list_)); });
+  QTest::mouseClick(list_.viewport(), Qt::LeftButton, {}, Centre(1));
+  Settle();
+  for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+    for (const int row : {0, 1}) {
+      QTest::mouseClick(list_.viewport(), button, {}, Centre(row));
+      QTest::mouseClick(list_.viewport(), button, Qt::ControlModifier, Centre(row));
+      Settle();
+    }
+  }
+  EXPECT_EQ(chosen, Texts{"two"});
+  EXPECT_EQ(SelectedName(&list_), "two");
+  EXPECT_EQ(list_.currentRow(), 1);
+}
+
 TEST_F(EntryHands, ADoubleClickWithControlOpensTheEntryThatItTookOutOfTheSelection) {
   list_.setCurrentRow(1);
   QTest::mouseClick(list_.viewport(), Qt::LeftButton, Qt::ControlModifier, Centre(1));
@@ -296,6 +313,55 @@ TEST_F(StationListEntries, TheDeleteKeyAsksAndDeletesTheStation) {
     Click(screen, "btnReturn");
   });
   EXPECT_FALSE(tree_.Exists(kStation));
+}
+
+TEST_F(StationListEntries, TheKeyboardStaysInAListThatIsReadAgain) {
+  tree_.MakeFolders(R"(c:\stations\ST2)");
+  WriteInstrument({.model = "PX13A"});
+  int opened = 0;
+  AtStationList([&](frmStationMain& screen) {
+    auto& list = Find<QListWidget>(screen, "lstStation");
+    PutKeyboardOn(screen, "lstStation", "ST1");
+    AtInstruments(opened);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(screen.focusWidget(), &list) << "after the station was closed";
+    ClickEntry(screen, "lstStation", "ST2");
+    ExpectDeleteStationQuestion("ST2", QMessageBox::Ok);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(screen.focusWidget(), &list) << "after a station was deleted";
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      for (const char* name : {"PX12A", "PX13A"}) {
+        ClickEntry(instruments, "LstInstrment", name);
+        ExpectDeleteInstrumentQuestion(name, QMessageBox::Ok);
+        Press(Qt::Key_Delete);
+        const bool isLast = std::string(name) == "PX13A";
+        EXPECT_EQ(instruments.focusWidget()->objectName(), isLast ? "btnAdd" : "LstInstrment");
+      }
+      LeaveUnsaved(instruments);
+    });
+    ClickEntry(screen, "lstStation", "ST1");
+    Press(Qt::Key_Return);
+    ClickEntry(screen, "lstStation", "ST1");
+    ExpectDeleteStationQuestion("ST1", QMessageBox::Ok);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(screen.focusWidget()->objectName(), "btnAdd") << "no station is left";
+    Click(screen, "btnReturn");
+  });
+}
+
+TEST_F(StationListEntries, AClickWithAnotherButtonDropsNothingThatWasTyped) {
+  AtStation([&](frmStationModelList& screen) {
+    auto& list = Find<QListWidget>(screen, "LstInstrment");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_2", "typed");
+    Settle();
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+      QTest::mouseClick(list.viewport(), button, {}, list.visualItemRect(list.item(0)).center());
+      Settle();
+      EXPECT_EQ(TextOf(screen, "txtData_2"), "typed");
+    }
+    LeaveUnsaved(screen);
+  });
 }
 
 TEST_F(StationListEntries, TheDeleteKeyWithoutAChosenStationTellsAsTheButtonDoes) {

@@ -424,6 +424,33 @@ TEST_F(MainMenu, ACalibrationFolderWithoutAParentCannotBeMade) {
   EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
 }
 
+TEST_F(MainMenu, AShareIsNotMadeAsAFolderButReachedByOne) {
+  Start();
+  Click(menu_, "Option1");
+  FillStation(R"(\\server\share)");
+  questions_.ExpectError({"mounted", "enter that folder here", R"(\\server\share)"});
+  PressStart();
+  FillStation(R"(c:\stations)");
+  FillCalibration("//no-such-server/share");
+  questions_.ExpectError({"mounted", "//no-such-server/share"});
+  PressStart();
+  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
+}
+
+TEST_F(MainMenu, ADirectoryWithoutItsBeginningIsShownAsWhatItMeansBeforeItIsMade) {
+  Start();
+  FillStation("no such folder");
+  ExpectStationQuestion(QMessageBox::Cancel);
+  PressStart();
+  EXPECT_EQ(
+      questions_.details.back().toStdString(),
+      "It would be the folder\n" + (std::filesystem::current_path() / "no such folder").string());
+  FillStation(R"(c:\other)");
+  ExpectStationQuestion(QMessageBox::Cancel);
+  PressStart();
+  EXPECT_EQ(questions_.details.back(), "");
+}
+
 TEST_F(MainMenu, AFileIsNoFolderAndNoneCanBeMadeInItsPlace) {
   tree_.Write(R"(c:\file)", "x");
   Start();
@@ -572,7 +599,7 @@ TEST_F(MainMenuEnd, WithoutTheRightToWriteTheIniFileSaysSoOnceAndEnds) {
   const OrdinaryUser user(tree_.Root());
   const LockedFolder locked(tree_.Native(R"(c:\windows)"));
   Start();
-  questions_.ExpectError({"permission", kIni});
+  questions_.ExpectError({"The two directories are not remembered", "permission", kIni});
   Click(menu_, "btnExit");
   EXPECT_FALSE(menu_.isVisible());
   EXPECT_EQ(tree_.Names(R"(c:\windows)"), Texts{});

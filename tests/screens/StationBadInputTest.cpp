@@ -109,20 +109,38 @@ TEST_F(StationBadInput, AStationThatVanishedIsTold) {
     questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
       EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});
-      questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
-      Click(instruments, "btnReturn");
+      const auto returnAnd = [&](QMessageBox::StandardButton answer) {
+        questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
+        questions_.Expect({.text = "The folder of this station is not there any more. Leave the "
+                                   "station without writing its list INDEX?",
+                           .icon = QMessageBox::Warning,
+                           .buttons = QMessageBox::Yes | QMessageBox::No,
+                           .defaultButton = QMessageBox::No},
+                          answer);
+        Click(instruments, "btnReturn");
+      };
+      returnAnd(QMessageBox::No);
       EXPECT_TRUE(instruments.isVisible());
-      // The frame is a way out.
-      questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
-      Press(Qt::Key_Escape);
+      returnAnd(QMessageBox::Yes);
       EXPECT_FALSE(instruments.isVisible());
     });
     Click(screen, "btnEdit");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST2"});
     EXPECT_FALSE(tree_.Exists(kStation));
+    ClickEntry(screen, "lstStation", "ST2");
+    fs::remove(tree_.Native("c:\\stations\\ST2"));
+    questions_.ExpectError({"Cannot list the folder", "does not exist", "ST2"});
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      // The frame asks nothing.
+      questions_.ExpectError({"Cannot list the folder", "does not exist", "ST2"});
+      Press(Qt::Key_Escape);
+      EXPECT_FALSE(instruments.isVisible());
+    });
+    Click(screen, "btnEdit");
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
     Click(screen, "btnReturn");
   });
-  EXPECT_EQ(tree_.Read(kRootIndex), "ST2\r\n");
+  EXPECT_EQ(tree_.Read(kRootIndex), "");
 }
 
 // The folder takes new files but does not tell its names.

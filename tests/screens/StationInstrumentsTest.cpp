@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "common/NoticeLine.h"
 #include "common/UpDown.h"
 #include "screens/StationFixture.h"
 
@@ -520,8 +521,8 @@ TEST_F(StationInstruments, AnInstrumentIsAddedFromTheCalibrationData) {
     EXPECT_TRUE(ListIsEnabled(screen));
     EXPECT_EQ(ShownFields(screen), (Texts{"PX12A", "3318A12345", "NONE", "", "", "", "", "5", "MAR",
                                           "2002", "", "", "factory", ""}));
-    EXPECT_FALSE(CanSave(screen));
-    EXPECT_EQ(tree_.Names(kStation), Texts{}) << "it is not saved yet";
+    EXPECT_TRUE(CanSave(screen)) << "what was added is not saved yet";
+    EXPECT_EQ(tree_.Names(kStation), Texts{});
     ExpectReturnQuestion(QMessageBox::Yes);
     Click(screen, "btnReturn");
     EXPECT_FALSE(screen.isVisible());
@@ -728,6 +729,204 @@ TEST_F(StationInstruments, ChoosingAnInstrumentFillsItsSerialNumbers) {
     ClickEntry(screen, "LstInstrment", "PX13A");
     EXPECT_EQ(ComboEntries(screen, "cmbSerial"), Texts{});
     EXPECT_EQ(ComboText(screen, "cmbSerial"), "9");
+    LeaveUnsaved(screen);
+  });
+}
+
+// ---- What the list marks and what the fields show.
+
+/// The one entry that the list marks, as text.
+std::string Marked(QWidget& screen) {
+  const auto selected = Find<QListWidget>(screen, "LstInstrment").selectedItems();
+  return selected.isEmpty() ? "" : selected.first()->text().toStdString();
+}
+
+/// Whether an entry is marked as not saved, for the eye and for a screen reader.
+bool IsMarkedUnsaved(QWidget& screen, const QString& name) {
+  const auto found = Find<QListWidget>(screen, "LstInstrment").findItems(name, Qt::MatchExactly);
+  EXPECT_EQ(found.size(), 1) << name.toStdString();
+  const QListWidgetItem* entry = found.value(0);
+  const bool isMarked = entry != nullptr && !entry->icon().isNull();
+  EXPECT_EQ(isMarked, entry->data(Qt::AccessibleTextRole).toString() == name + ", not saved");
+  return isMarked;
+}
+
+TEST_F(StationInstruments, AnAddedInstrumentIsMarkedUntilItIsSaved) {
+  WriteCalFile("PX12A", "SN12345");
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    EXPECT_EQ(Marked(screen), "PX12A");
+    EXPECT_TRUE(IsMarkedUnsaved(screen, "PX12A"));
+    Click(screen, "btnSave");
+    EXPECT_FALSE(IsMarkedUnsaved(screen, "PX12A"));
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+}
+
+TEST_F(StationInstruments, AnAddedInstrumentIsShownAgainAsItWasLeft) {
+  WriteCalFile("PX12A", "SN12345");
+  WriteInstrument({.model = "PX13A", .serial = "9"});
+  WriteInstrument({.model = "PX99", .serial = "7"});
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    Fill(screen, "txtData_2", "17");
+    const Texts shown = ShownFields(screen);
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    EXPECT_EQ(ShownFields(screen), shown) << "there is no file to read again";
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX13A");
+    EXPECT_FALSE(CanSave(screen));
+    // Another one is deleted meanwhile, which reads the list again.
+    Delete(screen, "PX13A", QMessageBox::Ok);
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), (Texts{"PX99", "PX12A"}));
+    EXPECT_EQ(Marked(screen), "");
+    EXPECT_TRUE(IsMarkedUnsaved(screen, "PX12A"));
+    ClickEntry(screen, "LstInstrment", "PX99");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    EXPECT_EQ(ShownFields(screen), shown);
+    EXPECT_EQ(ComboEntries(screen, "cmbSerial"), Texts{"3318A12345"});
+    EXPECT_TRUE(CanSave(screen));
+    ClickEntry(screen, "LstInstrment", "PX99");
+    ExpectReturnQuestion(QMessageBox::Cancel);
+    Click(screen, "btnReturn");
+    EXPECT_EQ(
+        questions_.details.back(),
+        "Added and not saved either way: PX12A. Choose Cancel, and save each of them, to keep "
+        "them.");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    ExpectReturnQuestion(QMessageBox::Yes);
+    Click(screen, "btnReturn");
+    EXPECT_EQ(questions_.details.back(), "");
+  });
+  EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile({.addressType = "NONE",
+                                                     .address = "17",
+                                                     .station = "",
+                                                     .options = "",
+                                                     .availability = "",
+                                                     .asset = "",
+                                                     .trace = "",
+                                                     .comment = "factory",
+                                                     .calData = ""})
+                                         .Bytes());
+}
+
+TEST_F(StationInstruments, DeletingAnAddedInstrumentTakesItAndNoOtherOffTheList) {
+  WriteCalFile("PX12A", "SN12345");
+  WriteInstrument({.model = "PX13A"});
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Delete(screen, "PX12A", QMessageBox::Ok);
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX13A"});
+    EXPECT_EQ(ShownFields(screen), kNoFields);
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX13A"}));
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
+TEST_F(StationInstruments, AfterAFailedReadTheListMarksWhatTheFieldsShow) {
+  WriteInstrument();
+  WriteInstrument({.model = "PX13A"});
+  WriteInstrument("EMPTY", "");
+  AtStation([&](frmStationModelList& screen) {
+    auto& list = Find<QListWidget>(screen, "LstInstrment");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_2", "typed");
+    std::filesystem::remove(tree_.Native(R"(c:\stations\ST1\PX13A)"));
+    questions_.ExpectError({"does not exist", R"(c:\stations\ST1\PX13A)"});
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    EXPECT_EQ(Marked(screen), "PX12A");
+    EXPECT_EQ(list.currentItem()->text(), "PX13A") << "the keys go on from there";
+    ClickEntry(screen, "LstInstrment", "EMPTY");
+    EXPECT_EQ(Marked(screen), "PX12A");
+    Settle();
+    EXPECT_EQ(Find<QLabel>(screen, "lblNotice").text(),
+              "The file \"EMPTY\" is empty: nothing was read from it.");
+    EXPECT_EQ(TextOf(screen, "txtData_2"), "typed");
+    EXPECT_TRUE(CanSave(screen));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      list.visualItemRect(list.selectedItems().first()).center());
+    EXPECT_EQ(Marked(screen), "PX12A");
+    Delete(screen, "PX12A", QMessageBox::Ok);
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Names(kStation), (Texts{"EMPTY", "INDEX"}));
+}
+
+TEST_F(StationInstruments, FieldsOfAnotherFileThanTheMarkedOneAreReported) {
+  WriteInstrument("COPY", InstrumentFile().Bytes());
+  AtStation([&](frmStationModelList& screen) {
+    auto& notice = Find<QLabel>(screen, "lblNotice");
+    ClickEntry(screen, "LstInstrment", "COPY");
+    Settle();
+    EXPECT_EQ(notice.text(),
+              "The fields mean the file \"PX12A\", not \"COPY\", which the list marks: Save and "
+              "Delete act on \"PX12A\".");
+    Fill(screen, "txtData_0", "COPY");
+    Settle();
+    EXPECT_EQ(notice.text(), "");
+    LeaveUnsaved(screen);
+  });
+}
+
+// ---- What will not be read back.
+
+TEST_F(StationInstruments, AValueThatWillBeReadBackDifferentlyIsMarkedUntilItIsCorrected) {
+  WriteInstrument();
+  AtStation([&](frmStationModelList& screen) {
+    auto& notice = Find<QLabel>(screen, "lblNotice");
+    auto& comment = Find<QLineEdit>(screen, "txtData_11");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_12", "a, b");
+    Settle();
+    EXPECT_EQ(notice.text(), "") << "CAL DATA is never read back";
+    Fill(screen, "txtData_11", "a, b");
+    Settle();
+    const QString why =
+        "COMMENT will be read back as \"a\" only: a comma ends it. Write it without a comma.";
+    EXPECT_EQ(notice.text(), why);
+    EXPECT_EQ(MarkOf(&comment), why);
+    EXPECT_TRUE(comment.hasFocus());
+    FillCombo(screen, "cmbSerial", "1,2");
+    Settle();
+    EXPECT_FALSE(MarkOf(Find<QComboBox>(screen, "cmbSerial").lineEdit()).isEmpty());
+    Click(screen, "btnSave");
+    Settle();
+    EXPECT_EQ(MarkOf(&comment), why) << "it stays until it is edited";
+    Fill(screen, "txtData_11", "a b");
+    FillCombo(screen, "cmbSerial", "12");
+    Settle();
+    EXPECT_EQ(notice.text(), "");
+    EXPECT_EQ(MarkOf(&comment), "");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(ReadInstrument("PX12A"),
+            InstrumentFile({.serial = "1,2", .comment = "a, b", .calData = "a, b"}).Bytes());
+}
+
+TEST_F(StationInstruments, ADueDateThatIsWrittenAsItIsTypedIsMarked) {
+  WriteInstrument();
+  AtStation([&](frmStationModelList& screen) {
+    auto& notice = Find<QLabel>(screen, "lblNotice");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_8", "5 x");
+    Settle();
+    EXPECT_FALSE(MarkOf(&Find<QLineEdit>(screen, "txtData_8")).isEmpty());
+    Click(screen, "btnSave");
+    EXPECT_TRUE(Contains(ReadInstrument("PX12A"), "CAL DUE DATE 5 x MAR 2002\r\n"));
+    Fill(screen, "txtData_8", "5");
+    Fill(screen, "txtData_6", "");
+    Settle();
+    EXPECT_EQ(MarkOf(&Find<QLineEdit>(screen, "txtData_8")), "");
+    EXPECT_FALSE(MarkOf(&Find<QLineEdit>(screen, "txtData_6")).isEmpty());
+    EXPECT_EQ(notice.text(),
+              "CAL DUE DATE will be read back as \"5 MAR 0\". Write its day and its "
+              "year as numbers only.");
+    Click(screen, "btnSave");
+    EXPECT_TRUE(Contains(ReadInstrument("PX12A"), "CAL DUE DATE 5 MAR \r\n"));
     LeaveUnsaved(screen);
   });
 }

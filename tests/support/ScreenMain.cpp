@@ -6,13 +6,14 @@
 #include <gtest/gtest.h>
 
 /// Runs the tests of the screens without a display, with a home folder, and so a trash, of their
-/// own.
+/// own. TARVELL_TEST_DISPLAY names a file that describes another display than the usual one.
 int main(int argc, char** argv) {
   const QTemporaryDir home;
   qputenv("HOME", home.path().toLocal8Bit());
   qputenv("XDG_DATA_HOME", (home.path() + "/data").toLocal8Bit());
   qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QByteArray display = qgetenv("TARVELL_TEST_DISPLAY");
+  qputenv("QT_QPA_PLATFORM", display.isEmpty() ? "offscreen" : "offscreen:configfile=" + display);
   testing::InitGoogleTest(&argc, argv);
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
