@@ -35,6 +35,12 @@ std::chrono::sys_days DayOf(const FileDate& date) {
   return std::chrono::year(date.year) / date.month / date.day;
 }
 
+std::string TextOrNone(const std::string& text) {
+  return text.empty() ? "(none)" : text;
+}
+
+}  // namespace
+
 std::string DateText(const FileDate& date) {
   if (date.year == 0 && date.month == 0 && date.day == 0) {
     return "(none)";
@@ -45,12 +51,6 @@ std::string DateText(const FileDate& date) {
   return std::to_string(date.day) + " " + NumberToMonth(date.month) + " " +
          std::to_string(date.year) + (Exists(date) ? "" : " (no such day)");
 }
-
-std::string TextOrNone(const std::string& text) {
-  return text.empty() ? "(none)" : text;
-}
-
-}  // namespace
 
 DueState DueStateOf(const CalFileInfo& row, const FileDate& today) {
   const FileDate due = DueDateOf(row);

@@ -30,6 +30,9 @@ enum class DueState {
 /// "past due", "due within 30 days"; "" for a state that needs no attention.
 [[nodiscard]] std::string_view DueWords(DueState state);
 
+/// "5 MAR 2002"; "(none)" for a date of zeros, "(no such day)" for one that does not exist.
+[[nodiscard]] std::string DateText(const FileDate& date);
+
 /// The calibration number, both dates and the comment of a data file, a line each; the due date
 /// with the words of its state. What is missing is "(none)"; a date that does not exist is marked
 /// "(no such day)".

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/DataFileSummary.h"
 #include "common/Error.h"
 #include "common/Numbers.h"
 #include "common/Paths.h"
@@ -155,9 +156,15 @@ std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName)
   return 0;
 }
 
+Replacement CalDataFile::WouldReplace(const std::string& fileName) const {
+  return ReplacementBy(file_, fileName, Bytes(), [this](std::string_view bytes) {
+    return SummaryOfDataFile(bytes, ShownCells());
+  });
+}
+
 void CalDataFile::CheckRoundTrip() {
   try {
-    file_.WouldBeWrittenAs(FileStamp(Bytes()));
+    file_.WouldBeWrittenAs(Bytes());
   } catch (const Error&) {
     // What cannot be saved before it is corrected is told then.
     file_.WouldBeWrittenAs({});

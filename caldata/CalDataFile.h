@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -83,6 +84,7 @@ class CalDataFile : public cifCaldata {
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void CheckRoundTrip() final;
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
@@ -147,6 +149,11 @@ class CalDataFile : public cifCaldata {
   /// and was not interpreted; `hasEnd` tells whether a line "!End" stood by itself. Returns whether
   /// the file is complete, as a template must be.
   virtual bool EndRead(const std::string& lastItem, bool hasEnd);
+
+  /// How many cells of a data line a table shows; the others are always written alike.
+  [[nodiscard]] virtual std::size_t ShownCells() const {
+    return std::numeric_limits<std::size_t>::max();
+  }
 
   /// Appends everything behind the header lines.
   virtual void WriteBody(FileText& text) const = 0;

@@ -26,6 +26,14 @@ constexpr NumberPattern kCalDataPattern("#0.0000");
 constexpr double kMHz = 1E6;  // in Hz
 constexpr double kGHz = 1E9;
 
+/// The frequency of a new point as its row, and then the file, has it.
+std::string FrequencyText(double frequency, std::string_view tableUnit) {
+  const NumberPattern& pattern = tableUnit == "GHz"      ? kGHzPattern
+                                 : frequency <= kHighMHz ? kMHzPattern
+                                                         : kHighMHzPattern;
+  return pattern.Format(frequency);
+}
+
 /// The number of 15 digits that is meant: 1.005 GHz is 1005 MHz, although the product is a little
 /// less.
 double AsTyped(double value) {
@@ -61,20 +69,19 @@ double SensorFrequency(std::string_view typed, std::string_view unit, std::strin
 }
 
 std::string SensorRow(double frequency, std::string_view tableUnit) {
-  const NumberPattern& pattern = tableUnit == "GHz"      ? kGHzPattern
-                                 : frequency <= kHighMHz ? kMHzPattern
-                                                         : kHighMHzPattern;
-  return pattern.Format(frequency) + "\t" + std::string(kDefaultFactor);
+  return FrequencyText(frequency, tableUnit) + "\t" + std::string(kDefaultFactor);
 }
 
-PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency) {
+PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
+                               std::string_view tableUnit) {
   if (frequency < 0) {
     return {PointPlace::BelowZero};
   }
+  const double written = NumericValue(FrequencyText(frequency, tableUnit));
   double previous = 0;
   for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
     const double current = NumericValue(grid.CellText(row, 0));
-    if (frequency == previous || frequency == current) {
+    if (frequency == previous || frequency == current || written == current) {
       return {PointPlace::Taken, row};
     }
     if (frequency < previous || frequency < current) {

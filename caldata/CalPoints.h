@@ -36,8 +36,10 @@ void CheckPlaceForPoint(const CalDataGrid& grid);
 /// The row of a new point of a power sensor, cells separated by TAB, with the default factor.
 [[nodiscard]] std::string SensorRow(double frequency, std::string_view tableUnit);
 
-/// Where a new point of a power sensor goes, so that a table sorted upward stays so.
-[[nodiscard]] PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency);
+/// Where a new point of a power sensor goes, so that a table sorted upward stays so. A frequency
+/// that its own row would round to that of another row is the same point.
+[[nodiscard]] PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
+                                             std::string_view tableUnit);
 
 /// The point of a data row as the delete question names it: "50MHz".
 [[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, std::int16_t row,

@@ -54,6 +54,7 @@ class PowerSensor : public CalDataFile {
   };
 
   void TakeDataLine(std::size_t index, std::string_view item) final;
+  [[nodiscard]] std::size_t ShownCells() const final { return 2; }
   void WriteBody(FileText& text) const final;
   [[nodiscard]] std::string DataLine(const Row& row) const;
 

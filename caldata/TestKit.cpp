@@ -4,8 +4,10 @@
 #include "caldata/TestKit.h"
 
 #include <string>
+#include <string_view>
 #include <system_error>
 
+#include "caldata/DataFileSummary.h"
 #include "common/CommonStringModule.h"
 #include "common/Error.h"
 #include "common/FileNames.h"
@@ -53,6 +55,24 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder) 
     throw SystemError(code, "read the file", source);
   }
   StoredFile().Save(target, kit.serialNumber, bytes);
+}
+
+Replacement TestKitWouldReplace(const std::string& source, const std::string& modelFolder) {
+  const KitFile kit = Identify(source);
+  const std::string target = Joined(modelFolder, kit.name);
+  // What identifies the kit stands at the beginning.
+  std::string bytes;
+  const std::error_code code = ReadNativeFile(source, bytes, kMostDataFileBytes);
+  if (code && code != kTooLargeForData) {
+    throw SystemError(code, "read the file", source);
+  }
+  Replacement replacement = ReplacementBy(
+      StoredFile(), target, bytes, [](std::string_view file) { return SummaryOfDataFile(file); });
+  // A new file of the same kit is what an update brings.
+  if (replacement.kind != Replacement::Kind::AnotherSerialNumber) {
+    return {};
+  }
+  return replacement;
 }
 
 }  // namespace tarvell

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "app/Replacement.h"
+
 namespace tarvell {
 
 /// Copies a finished test kit file, byte for byte, to the data file in `modelFolder` that the
@@ -16,6 +18,11 @@ namespace tarvell {
 /// its serial number is empty or makes no valid file name, when it is the data file itself, or
 /// when the copy cannot be saved.
 void CopyTestKitFile(const std::string& source, const std::string& modelFolder);
+
+/// What CopyTestKitFile would replace: the data of another kit, or nothing to ask about. Throws as
+/// it does.
+[[nodiscard]] Replacement TestKitWouldReplace(const std::string& source,
+                                              const std::string& modelFolder);
 
 }  // namespace tarvell
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Replacement.h"
 #include "caldata/CalDataGrid.h"
 
 namespace tarvell {
@@ -48,6 +49,10 @@ class cifCaldata {
   /// Writes the whole object, replacing any file of that name. When it throws, the earlier file
   /// is whole.
   virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
+
+  /// What saving to this file would replace although the user has not seen it. Throws what makes
+  /// the save itself impossible, and a WriteFailed error for a file that cannot be read.
+  [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
 
   /// Compares the file that was loaded with what an unchanged save would write. Where they differ,
   /// as of remarks that no field takes, the next save puts the file into the recycle bin.

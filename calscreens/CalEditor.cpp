@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/AskReplacement.h"
 #include "app/Tarvell_MainModule.h"
 #include "caldata/CellNotices.h"
 #include "calscreens/CalGrid.h"
@@ -232,9 +233,12 @@ void CalEditor::SaveAndClose() {
   const std::string name = DataFileName(serial);
   controls_.header->Store(*data_);
   StoreTables();
-  const std::string folder = Joined(gCalibrationDir, data_->ModelNumber());
+  const std::string path = Joined(Joined(gCalibrationDir, data_->ModelNumber()), name);
+  if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
+    return;
+  }
   const BusyPointer busy;
-  data_->SaveCalibrationDataToFile(Joined(folder, name));
+  data_->SaveCalibrationDataToFile(path);
   accept();
 }
 

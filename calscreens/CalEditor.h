@@ -69,7 +69,8 @@ class CalEditor : public QDialog {
   void ReportCells();
 
   /// Stores an open cell edit, saves the data set and closes the screen; does not close it when
-  /// the serial number is missing, which is told. Throws the error of a save that fails.
+  /// the serial number is missing, which is told, or when a file that the user has not seen is to
+  /// stay. Throws the error of a save that fails.
   void SaveAndClose();
 
  private:

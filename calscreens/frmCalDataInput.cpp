@@ -115,7 +115,7 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
   if (frequency == 0) {
     return std::nullopt;
   }
-  return NewPoint{SensorRow(frequency, unit), PlaceSensorPoint(ui_->Grid->Data(), frequency)};
+  return NewPoint{SensorRow(frequency, unit), PlaceSensorPoint(ui_->Grid->Data(), frequency, unit)};
 }
 
 std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/AskReplacement.h"
 #include "app/SerialList.h"
 #include "app/Tarvell_MainModule.h"
 #include "caldata/TestKit.h"
@@ -167,9 +168,13 @@ void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::s
   dialog.SetFlags(kHideReadOnly);
   dialog.SetCaption("Choice " + ToQt(code) + " Calibration Data File from Folder");
   dialog.SetInitialDirToSpecialFolder(kDesktopFolder);
-  if (dialog.ShowOpen()) {
+  if (!dialog.ShowOpen()) {
+    return;
+  }
+  const std::string source = FileNameOf(dialog.FileName());
+  if (UserLetsReplace(this, [&] { return TestKitWouldReplace(source, folder); })) {
     const BusyPointer busy;
-    CopyTestKitFile(FileNameOf(dialog.FileName()), folder);
+    CopyTestKitFile(source, folder);
   }
 }
 

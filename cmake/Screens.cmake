@@ -2,6 +2,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 
 add_library(tarvell_screens STATIC
+  app/AskReplacement.cpp
   app/DateBoxes.cpp
   app/SerialList.cpp
   app/frmMain.cpp app/frmMain.h app/frmMain.ui

@@ -258,6 +258,7 @@ std::error_code LinuxPlatform::Facts(const std::string& path, EntryFacts& facts)
     return {};
   }
   facts.linkCount = status.st_nlink;
+  facts.modified = status.st_mtime;
   facts.kind = S_ISREG(status.st_mode)   ? EntryKind::File
                : S_ISDIR(status.st_mode) ? EntryKind::Folder
                                          : EntryKind::Other;

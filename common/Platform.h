@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -58,6 +59,7 @@ struct EntryFacts {
   EntryKind kind = EntryKind::None;
   bool isLink = false;
   std::uintmax_t linkCount = 0;
+  std::time_t modified = 0;  ///< when its content was written last, 0 where that is not known
 };
 
 enum class SearchKind {

@@ -3,9 +3,13 @@
 
 #include "common/StoredFile.h"
 
+#include <system_error>
+#include <utility>
+
 #include "common/Error.h"
 #include "common/Paths.h"
 #include "common/Platform.h"
+#include "common/ReadFile.h"
 #include "common/SaveFile.h"
 
 namespace tarvell {
@@ -24,7 +28,41 @@ void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
   path_ = path;
   serialNumber_ = serialNumber;
   stamp_ = stamp;
+  unchanged_.clear();
   isWhollyKept_ = true;
+}
+
+void StoredFile::WouldBeWrittenAs(std::string bytes) {
+  isWhollyKept_ = FileStamp(bytes) == stamp_;
+  unchanged_ = std::move(bytes);
+}
+
+std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
+                                             std::string_view bytes) const {
+  const std::string native = NativePath(path);
+  EntryFacts facts;
+  // What is no ordinary file is refused by the save, which says why.
+  if (CurrentPlatform().Facts(native, facts) || facts.kind != EntryKind::File) {
+    return std::nullopt;
+  }
+  UnseenFile file;
+  file.modified = facts.modified;
+  file.wasRead = !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
+  std::error_code code = StampNativeFile(native, file.stamp);
+  if (!code && (file.stamp == FileStamp(bytes) || (file.wasRead && file.stamp == stamp_))) {
+    return std::nullopt;
+  }
+  if (!code) {
+    code = ReadNativeFile(native, file.bytes, kMostDataFileBytes);
+  }
+  if (code == std::errc::no_such_file_or_directory) {
+    // Somebody has just deleted it.
+    return std::nullopt;
+  }
+  if (code && code != kTooLargeForData) {
+    throw NotKept(code, path);
+  }
+  return file;
 }
 
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
@@ -33,6 +71,7 @@ void StoredFile::Save(const std::string& path, const std::string& serialNumber,
   SaveFile(path, bytes,
            [&](const std::string& native) { KeepEarlier(path, native, stamp, serialNumber); });
   WasRead(path, stamp, serialNumber);
+  unchanged_ = bytes;
 }
 
 void StoredFile::KeepEarlier(const std::string& path, const std::string& native,

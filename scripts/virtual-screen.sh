@@ -46,22 +46,28 @@ picture() { sleep 0.2; scrot -o "$pictures/$1.png"; taken+=("$pictures/$1.png");
 taken=()
 
 mkdir -p "$pictures"
-mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 "${screen:-1000x780}x24" -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-pids+=($!)
-read -r number <"$work/display"
-export DISPLAY=:$number XDG_RUNTIME_DIR=$work
-openbox >/dev/null 2>&1 &
-pids+=($!)
-for ((i = 0; i < 100; i++)); do
-  xdotool get_num_desktops >/dev/null 2>&1 && break
-  sleep 0.1
-done
+
+# open_screen: starts a screen, which is in DISPLAY then.
+open_screen() {
+  local number display=$work/display${DISPLAY:-}
+  mkfifo "$display"
+  Xvfb -displayfd 3 -screen 0 "${screen:-1000x780}x24" -nolisten tcp 3>"$display" 2>>"$work/xvfb.log" &
+  pids+=($!)
+  read -r number <"$display"
+  export DISPLAY=:$number XDG_RUNTIME_DIR=$work
+  openbox >/dev/null 2>&1 &
+  pids+=($!)
+  for ((i = 0; i < 100; i++)); do
+    xdotool get_num_desktops >/dev/null 2>&1 && break
+    sleep 0.1
+  done
+}
+open_screen
 
 # start PROGRAM COMMAND...: starts it, runs the command while its splash screen shows, and waits for
 # its main menu.
 start() {
-  "$1" >"$work/program.log" 2>&1 &
+  "$1" >>"$work/program.log" 2>&1 &
   program_pid=$!
   pids+=("$program_pid")
   for ((i = 0; i < 100; i++)); do

@@ -301,13 +301,32 @@ std::string InstrumentBytes(const StationInstrument& instrument) {
   return text.Bytes();
 }
 
-/// The stamp of what an unchanged save would write, that of nothing where it would be refused.
-FileStamp StampOf(const StationInstrument& instrument) {
+/// What an unchanged save would write, nothing where it would be refused.
+std::string UnchangedBytes(const StationInstrument& instrument) {
   try {
-    return FileStamp(InstrumentBytes(instrument));
+    return InstrumentBytes(instrument);
   } catch (const Error&) {
     return {};
   }
+}
+
+FileSummary SummaryOfInstrument(std::string_view bytes) {
+  const std::string text = DecodeFileText(bytes);
+  FileSummary summary;
+  for (const Field& field : kFields) {
+    summary.fields.push_back({std::string(field.keyword), ""});
+  }
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+    const KeywordLine line = ParseKeywordLine(rest.substr(0, end));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (const Field* field = FindField(line.keyword)) {
+      summary.fields.at(static_cast<std::size_t>(field - kFields.data())).value = line.value;
+    }
+  }
+  summary.serialNumber = summary.fields.at(1).value;
+  return summary;
 }
 
 }  // namespace
@@ -355,7 +374,7 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   }
   instrument = loaded;
   file.WasRead(path, stamp, instrument.SerialNumber);
-  file.WouldBeWrittenAs(StampOf(instrument));
+  file.WouldBeWrittenAs(UnchangedBytes(instrument));
   return true;
 }
 
@@ -385,6 +404,13 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
   CheckInstrumentName(instrument.ModelNumber);
   file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber,
             InstrumentBytes(instrument));
+}
+
+Replacement InstrumentWouldReplace(const std::string& stationFolder,
+                                   const StationInstrument& instrument, const StoredFile& file) {
+  CheckInstrumentName(instrument.ModelNumber);
+  return ReplacementBy(file, Joined(stationFolder, instrument.ModelNumber),
+                       InstrumentBytes(instrument), &SummaryOfInstrument);
 }
 
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/Replacement.h"
 #include "common/StoredFile.h"
 
 /// The files of the stations: one folder per station below the station data root, one keyword
@@ -75,6 +76,11 @@ struct ReadBackNotice {
 /// replaced goes to the recycle bin.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
                         StoredFile& file);
+
+/// What SaveInstrumentFile would replace although the user has not seen it. Throws as it does.
+[[nodiscard]] Replacement InstrumentWouldReplace(const std::string& stationFolder,
+                                                 const StationInstrument& instrument,
+                                                 const StoredFile& file);
 
 /// Deletes an instrument's file; it goes to the recycle bin. A file that is not there is no error.
 /// Throws a Name error when the model number is no file name, and a NotAFile error when it names a

@@ -47,6 +47,10 @@ frmStationMain::frmStationMain(QWidget* parent)
 frmStationMain::~frmStationMain() = default;
 
 void frmStationMain::ShowModally() {
+  {
+    const BusyPointer busy;
+    index_.Begin(gStationDir);
+  }
   RefreshStationList();
   ui_->lstStation->setFocus();
   exec();
@@ -61,7 +65,9 @@ void frmStationMain::ReadStationList() {
   const KeyboardStays keyboard(ui_->lstStation, ui_->btnAdd);
   ShowNames(ui_->lstStation, {}, kPlaceholder);
   const BusyPointer busy;
-  ShowNames(ui_->lstStation, ListStations(gStationDir), kPlaceholder);
+  const std::vector<std::string> stations = ListStations(gStationDir);
+  index_.WasListed(stations);
+  ShowNames(ui_->lstStation, stations, kPlaceholder);
   isListed_ = true;
 }
 
@@ -70,9 +76,10 @@ void frmStationMain::WriteStationIndex() {
     // A list that nobody has seen must not take the place of the one on the disk.
     ReadStationList();
   }
-  std::vector<std::string> stations = NamesIn(ui_->lstStation);
-  std::erase(stations, kPlaceholder);
   const BusyPointer busy;
+  std::vector<std::string> stations =
+      index_.Merged(NamesIn(ui_->lstStation), ListStations(gStationDir));
+  std::erase(stations, kPlaceholder);
   tarvell::WriteStationIndex(gStationDir, stations);
 }
 

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "station/StationIndex.h"
+
 namespace tarvell {
 
 namespace Ui {
@@ -44,6 +46,7 @@ class frmStationMain final : public QDialog {
   [[nodiscard]] std::string SelectedStation() const;
 
   std::unique_ptr<Ui::frmStationMain> ui_;
+  StationIndex index_;     ///< what this visit knows of the list
   bool isListed_ = false;  ///< whether the list shows what the root holds
 };
 

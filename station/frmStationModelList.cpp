@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/AskReplacement.h"
 #include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/BusyPointer.h"
@@ -153,6 +154,10 @@ void frmStationModelList::ShowModally() {
   ui_->lbStation->setText("StationName :  " + ToQt(StationName));
   stationFolder_ = Joined(gStationDir, StationName);
   EmptyFields();
+  {
+    const BusyPointer busy;
+    index_.Begin(stationFolder_);
+  }
   RefreshInstrumentList();
   editingArmed_ = false;
   ui_->btnSave->setEnabled(false);
@@ -176,7 +181,9 @@ void frmStationModelList::ReadInstrumentList() {
   const std::string shown = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
   ShowInstruments({});
   const BusyPointer busy;
-  ShowInstruments(ListInstruments(stationFolder_));
+  const std::vector<std::string> instruments = ListInstruments(stationFolder_);
+  index_.WasListed(instruments);
+  ShowInstruments(instruments);
   isListed_ = true;
   const QSignalBlocker blocker(ui_->LstInstrment);
   if (shownEntry_ == nullptr && !shown.empty() && SelectName(ui_->LstInstrment, shown)) {
@@ -211,9 +218,11 @@ void frmStationModelList::WriteStationInstrumentIndex() {
   }
   // The list is disabled while it holds the placeholder alone.
   const bool hasInstruments = ui_->LstInstrment->isEnabled();
+  const std::vector<std::string> shown =
+      hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>();
   const BusyPointer busy;
-  tarvell::WriteStationInstrumentIndex(
-      stationFolder_, hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>());
+  tarvell::WriteStationInstrumentIndex(stationFolder_,
+                                       index_.Merged(shown, ListInstruments(stationFolder_)));
 }
 
 std::vector<std::string> frmStationModelList::ReadSerials(const std::string& model) {
@@ -478,6 +487,11 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
           CurrentQuestions().Ask(
               this, {.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning});
           result = SaveResult::InvalidDate;
+          return;
+        }
+        const bool mayReplace = UserLetsReplace(
+            this, [&] { return InstrumentWouldReplace(stationFolder_, instrument, file_); });
+        if (!mayReplace) {
           return;
         }
         const BusyPointer busy;

@@ -19,6 +19,7 @@
 
 #include "common/mTypeDef.h"
 #include "station/StationFiles.h"
+#include "station/StationIndex.h"
 
 namespace tarvell {
 
@@ -47,6 +48,7 @@ class frmStationModelList final : public QDialog {
   void reject() override;
 
  private:
+  /// A save that the user took back, as it would replace an unseen file, counts as failed.
   enum class SaveResult { Saved, InvalidDate, Failed };
 
   void LstInstrment_Click();
@@ -115,6 +117,7 @@ class frmStationModelList final : public QDialog {
   QListWidgetItem* shownEntry_ = nullptr;  ///< the entry whose instrument the fields show
   std::string stationFolder_;
   StoredFile file_;            ///< of the shown instrument
+  StationIndex index_;         ///< what this visit knows of the list
   bool isListed_ = false;      ///< whether the list shows what the folder holds
   bool editingArmed_ = false;  ///< whether an edit enables the Save button
 };

@@ -25,10 +25,11 @@ void Fill(MemoryGrid& grid, const std::vector<std::string>& frequencies) {
   }
 }
 
-PointPosition Place(const std::vector<std::string>& frequencies, double frequency) {
+PointPosition Place(const std::vector<std::string>& frequencies, double frequency,
+                    const std::string& unit = "MHz") {
   MemoryGrid grid;
   Fill(grid, frequencies);
-  return PlaceSensorPoint(grid, frequency);
+  return PlaceSensorPoint(grid, frequency, unit);
 }
 
 void ExpectRow(const PointPosition& position, int row) {
@@ -133,17 +134,31 @@ TEST(CalPoints, APointThatTheTableHasIsTakenWhereverItStands) {
   }
 }
 
-TEST(CalPoints, TheTypedNumberIsComparedNotTheRoundedOne) {
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 50.001), 3);
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 49.999), 2);
+TEST(CalPoints, APointThatItsRowRoundsToAnotherOneIsTaken) {
+  for (const double frequency : {49.996, 49.999, 50.001, 50.004}) {
+    EXPECT_EQ(Place({"10.00", "50.00", "100.00"}, frequency).place, PointPlace::Taken) << frequency;
+  }
+  ExpectRow(Place({"10.00", "50.00", "100.00"}, 50.006), 3);
+  ExpectRow(Place({"10.00", "50.00", "100.00"}, 49.994), 2);
+  // Above 10000 MHz a row has one decimal, in GHz four.
+  EXPECT_EQ(Place({"12000.0"}, 12000.04).place, PointPlace::Taken);
+  ExpectRow(Place({"12000.0"}, 12000.06), 2);
+  EXPECT_EQ(Place({"1.0000", "2.0000"}, 2.00004, "GHz").place, PointPlace::Taken);
+  EXPECT_EQ(Place({"1.0000", "2.0000"}, 1.99996, "GHz").place, PointPlace::Taken);
+  ExpectRow(Place({"1.0000", "2.0000"}, 2.00006, "GHz"), 3);
+}
+
+TEST(CalPoints, ARowOfMoreDecimalsThanAnAddedOneIsAPointOfItsOwn) {
+  ExpectRow(Place({"2.00004"}, 2, "GHz"), 1);
+  EXPECT_EQ(Place({"2.00004"}, 2.00004, "GHz").place, PointPlace::Taken);
 }
 
 TEST(CalPoints, ANumberInTheCaptionRowIsNotRead) {
   MemoryGrid grid;
   grid.SetCellText(0, 0, "70");
   grid.AddRow("100.00\t100.0");
-  ExpectRow(PlaceSensorPoint(grid, 60), 1);
-  EXPECT_EQ(PlaceSensorPoint(grid, 70).place, PointPlace::Row);
+  ExpectRow(PlaceSensorPoint(grid, 60, "MHz"), 1);
+  EXPECT_EQ(PlaceSensorPoint(grid, 70, "MHz").place, PointPlace::Row);
 }
 
 TEST(CalPoints, AnUnsortedTableTakesThePointAtTheFirstRowThatIsGreater) {

@@ -100,7 +100,7 @@ TEST_F(StoredFiles, AFileOfAnotherSerialNumberIsKept) {
 
 TEST_F(StoredFiles, AFileWithMoreThanTheDataSetKeepsIsKeptOnce) {
   StoredFile file = ReadFrom(kFile, "old and a remark");
-  file.WouldBeWrittenAs(FileStamp("old"));
+  file.WouldBeWrittenAs("old");
   file.Save(kFile, kSerial, "new");
   file.Save(kFile, kSerial, "newer");
   EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
@@ -109,7 +109,7 @@ TEST_F(StoredFiles, AFileWithMoreThanTheDataSetKeepsIsKeptOnce) {
 
 TEST_F(StoredFiles, AFileThatWouldBeWrittenAsItIsIsNotKept) {
   StoredFile file = ReadFrom(kFile, "old");
-  file.WouldBeWrittenAs(FileStamp("old"));
+  file.WouldBeWrittenAs("old");
   file.Save(kFile, kSerial, "new");
   EXPECT_TRUE(platform_.kept.empty());
 }

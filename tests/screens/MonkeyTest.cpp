@@ -92,6 +92,10 @@ const std::array kKnownMessages = {
     "This instrment is already exist\\.",
     "Model number or serial number is no selected\\.",
     "The chosen instrument is not in the calibration data any more\\. Choose it again\\.",
+    // A file that the user has not seen.
+    "The file .+ (holds data without a serial number|holds the data of another serial number, "
+    "\".+\"|has changed since it was opened here|of this serial number is there already)\\. Do you "
+    "want to replace it\\?\n\n.*",
     // Names, numbers and characters.
     "The (model number|data file name) \".*\" cannot be used as a file or folder name: .*",
     "The model number \".*\" cannot be used: it is the name of the station's list of instruments.*",

@@ -453,8 +453,8 @@ TEST_F(SensorEditor, PointsKeepTheTableInOrder) {
 TEST_F(SensorEditor, APointThatTheTableHasIsRefused) {
   Edit([&](frmCalDataInput& editor) {
     const std::vector<std::pair<const char*, const char*>> points = {
-        {"50", "MHz"},  {"0.05", "GHz"}, {"50000", "KHz"}, {"0.1", "MHz"},
-        {"100", "KHz"}, {"1", "GHz"},    {"1000", "MHz"},  {"50.000", "MHz"}};
+        {"50", "MHz"}, {"0.05", "GHz"}, {"50000", "KHz"},  {"0.1", "MHz"},   {"100", "KHz"},
+        {"1", "GHz"},  {"1000", "MHz"}, {"50.000", "MHz"}, {"50.004", "MHz"}};
     for (const auto& [number, unit] : points) {
       SCOPED_TRACE(testing::Message() << number << unit);
       AddRefusedPoint(editor, number, unit, "Cannot add to same calibration point");
@@ -752,11 +752,17 @@ TEST_F(SensorEditor, CtrlSSavesWhatIsTypedIntoAnOpenCell) {
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
 }
 
-TEST_F(SensorEditor, OkReplacesTheFileOfTheSameLastFiveCharacters) {
+TEST_F(SensorEditor, OkAsksWhetherToReplaceTheFileOfTheSameLastFiveCharacters) {
   tree_.Write(kPath, "another instrument");
   file_.serial = "";
   New([&](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "X12345");
+    questions_.Expect({.text = "The file SN12345 holds data without a serial number. Do you want "
+                               "to replace it?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      QMessageBox::Yes);
     Click(editor, "btnOk");
   });
   file_.serial = "X12345";

@@ -322,7 +322,7 @@ TEST_F(StationInstruments, ANewModelTextIsANewFileThatTheListDoesNotShow) {
   });
   EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
   EXPECT_EQ(ReadInstrument("PX99"), InstrumentFile({.model = "PX99", .calData = ""}).Bytes());
-  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nPX99\r\nINDEX\r\n");
 }
 
 TEST_F(StationInstruments, ADateThatDoesNotExistIsNotSaved) {

@@ -221,8 +221,8 @@ TEST_P(TestKitWorkflow, AddOfAnotherFileAddsItToTheFolder) {
   EXPECT_TRUE(tree_.Read(FileNamed("SNABC")) == KitFile("ABC"));
 }
 
-TEST_P(TestKitWorkflow, AddReplacesAFileOfTheSameNameWithoutAQuestion) {
-  tree_.Write(FileNamed("SN12345"), "QZ RT410A\r\n9999A12345\r\n01JAN1999\r\nearlier\r\n");
+TEST_P(TestKitWorkflow, AddReplacesTheFileOfTheSameKitWithoutAQuestion) {
+  tree_.Write(FileNamed("SN12345"), "QZ RT410A\r\n3318A12345\r\n01JAN1999\r\nearlier\r\n");
   TakeIn(KitFile("3318A12345"), {"3318A12345"});
   EXPECT_EQ(tree_.Names(Folder()), Texts{"SN12345"});
   EXPECT_TRUE(tree_.Read(FileNamed("SN12345")) == KitFile("3318A12345"));

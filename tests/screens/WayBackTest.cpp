@@ -39,7 +39,34 @@ Texts Trashed() {
   return contents;
 }
 
-/// A file that a save replaces can be brought back from the trash; nobody is asked.
+/// Expects the question whether to replace a file that the user has not seen.
+void ExpectReplaceQuestion(ScriptedQuestions& questions, const QString& text,
+                           QMessageBox::StandardButton answer) {
+  questions.Expect({.text = text + " Do you want to replace it?",
+                    .icon = QMessageBox::Warning,
+                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                    .defaultButton = QMessageBox::No},
+                   answer);
+}
+
+/// Clicks a button that saves, first with No to the question, which leaves everything as it is,
+/// then with Yes. `told` stands in the question's detail.
+void ClickNoThenYes(ScriptedQuestions& questions, QWidget& screen, const QString& button,
+                    const QString& text, const std::string& told,
+                    const std::function<void()>& expectUnchanged) {
+  ExpectReplaceQuestion(questions, text, QMessageBox::No);
+  Click(screen, button);
+  EXPECT_TRUE(screen.isVisible());
+  expectUnchanged();
+  EXPECT_EQ(Trashed(), Texts{});
+  ExpectReplaceQuestion(questions, text, QMessageBox::Yes);
+  Click(screen, button);
+  for (const QString& detail : questions.details) {
+    EXPECT_TRUE(Contains(detail.toStdString(), told)) << detail.toStdString();
+  }
+}
+
+/// A file that a save replaces can be brought back from the trash.
 class WayBack : public SensorStage {
  protected:
   WayBack() { fs::remove_all(Trash()); }
@@ -51,7 +78,12 @@ TEST_F(WayBack, FromNewDataOverAFileOfAnotherSerialNumber) {
   SensorFile added{.comment = "new", .rows = {{"50.00", "100.0"}}};
   ShowNew(added, [&](frmCalDataInput& editor) {
     Fill(editor, "txtSerial", "NEW12345");
-    Click(editor, "btnOk");
+    ClickNoThenYes(questions_, editor, "btnOk",
+                   "The file SN12345 holds the data of another serial number, \"OLD12345\".",
+                   "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 MAR 2002\n", [&] {
+                     EXPECT_EQ(TextOf(editor, "txtSerial"), "NEW12345");
+                     EXPECT_EQ(tree_.Read(kPath), old.Bytes());
+                   });
     EXPECT_FALSE(editor.isVisible());
   });
   added.serial = "NEW12345";
@@ -67,7 +99,12 @@ TEST_F(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
   ShowFile(file, [&](frmCalDataInput& editor) {
     tree_.Write(kPath, others.Bytes());
     Fill(editor, "txtComment", "mine");
-    Click(editor, "btnOk");
+    ClickNoThenYes(questions_, editor, "btnOk",
+                   "The file SN12345 has changed since it was opened here.", "Comment: others",
+                   [&] {
+                     EXPECT_EQ(TextOf(editor, "txtComment"), "mine");
+                     EXPECT_EQ(tree_.Read(kPath), others.Bytes());
+                   });
     EXPECT_FALSE(editor.isVisible());
   });
   file.comment = "mine";
@@ -134,7 +171,11 @@ class WayBackOfASet : public TabEditorFixture {
 };
 
 TEST_F(WayBackOfASet, FromACorrectionThatSomebodyElseMadeMeanwhile) {
-  Correct([&] { tree_.Write(kSetPath, Bytes("others")); });
+  Correct([&] {
+    tree_.Write(kSetPath, Bytes("others"));
+    ExpectReplaceQuestion(questions_, "The file SN05678 has changed since it was opened here.",
+                          QMessageBox::Yes);
+  });
   EXPECT_EQ(Trashed(), Texts{Bytes("others")});
 }
 
@@ -146,7 +187,12 @@ TEST_F(WayBackOfASet, IsNotNeededFromTheUsersOwnCorrection) {
 TEST_F(WayBackOfASet, FromNewDataOverAFileOfAnotherSerialNumber) {
   EditNew("RT520A", [&](frmCalDataTabInput& editor) {
     Fill(editor, "txtSerial", "9999B05678");
-    Click(editor, "btnOk");
+    ClickNoThenYes(questions_, editor, "btnOk",
+                   "The file SN05678 holds the data of another serial number, \"1234A05678\".",
+                   "Serial number: 1234A05678\n", [&] {
+                     EXPECT_EQ(TextOf(editor, "txtSerial"), "9999B05678");
+                     EXPECT_EQ(tree_.Read(kSetPath), Bytes("factory"));
+                   });
     EXPECT_FALSE(editor.isVisible());
   });
   EXPECT_EQ(tree_.Read(kSetPath), CapacitorFile({"RT520A", "9999B05678"}, SetAMembersSaved()));
@@ -180,8 +226,32 @@ class WayBackOfAnInstrument : public StationStage {
 
 TEST_F(WayBackOfAnInstrument, FromACorrectionThatSomebodyElseMadeMeanwhile) {
   const InstrumentFile others{.comment = "others"};
-  Correct([&] { WriteInstrument(others); });
+  Correct([&] {
+    WriteInstrument(others);
+    ExpectReplaceQuestion(questions_, "The file PX12A has changed since it was opened here.",
+                          QMessageBox::Yes);
+  });
   EXPECT_EQ(Trashed(), Texts{others.Bytes()});
+}
+
+// Whoever takes the save back stays at the instrument, also on leaving.
+TEST_F(WayBackOfAnInstrument, IsNotNeededWhereTheSaveIsTakenBack) {
+  const InstrumentFile others{.comment = "others", .calData = ""};
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    WriteInstrument(others);
+    Fill(screen, "txtData_11", "mine");
+    ExpectReturnQuestion(QMessageBox::Yes);
+    ExpectReplaceQuestion(questions_, "The file PX12A has changed since it was opened here.",
+                          QMessageBox::No);
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_TRUE(CanSave(screen));
+    EXPECT_EQ(TextOf(screen, "txtData_11"), "mine");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(ReadInstrument("PX12A"), others.Bytes());
+  EXPECT_EQ(Trashed(), Texts{});
 }
 
 TEST_F(WayBackOfAnInstrument, IsNotNeededFromTheUsersOwnCorrection) {
@@ -208,8 +278,11 @@ class WayBackOfAKit : public StationStage {
     return "QZ RT410A\r\n" + serial + "\r\n05MAR2001\r\n" + data + "\r\n";
   }
 
-  /// Takes in a finished file with these bytes, by Update on the kit in the list.
-  void TakeIn(const std::string& bytes, const QString& listed) {
+  /// Takes in a finished file with these bytes, by Update on the kit in the list, and answers the
+  /// question about another kit where there is one.
+  void TakeIn(const std::string& bytes, const QString& listed,
+              QMessageBox::StandardButton answer = QMessageBox::NoButton) {
+    const std::string earlier = tree_.Read(kKitPath);
     const std::string source = (tree_.Root() / "kit.dat").string();
     WriteNative(source, bytes);
     frmCalibrationMain menu(nullptr);
@@ -221,12 +294,18 @@ class WayBackOfAKit : public StationStage {
       questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
                                   {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
                                   QString::fromStdString(source));
+      if (answer != QMessageBox::NoButton) {
+        ExpectReplaceQuestion(
+            questions_,
+            "The file SN12345 holds the data of another serial number, \"" + listed + "\".",
+            answer);
+      }
       Click(at, "btnEdit");
       Click(at, "btnReturn");
     });
     menu.ShowModally();
     EXPECT_TRUE(shown);
-    EXPECT_EQ(tree_.Read(kKitPath), bytes);
+    EXPECT_EQ(tree_.Read(kKitPath), answer == QMessageBox::No ? earlier : bytes);
     EXPECT_EQ(tree_.Names(R"(c:\calfactors\RT410A)"), Texts{"SN12345"});
   }
 };
@@ -239,7 +318,9 @@ TEST_F(WayBackOfAKit, FromANewFileOfTheSameKit) {
 
 TEST_F(WayBackOfAKit, FromAnotherKitOfTheSameName) {
   tree_.Write(kKitPath, Kit("9999B12345", "earlier"));
-  TakeIn(Kit("3318A12345", "finished"), "9999B12345");
+  TakeIn(Kit("3318A12345", "finished"), "9999B12345", QMessageBox::No);
+  EXPECT_EQ(Trashed(), Texts{});
+  TakeIn(Kit("3318A12345", "finished"), "9999B12345", QMessageBox::Yes);
   EXPECT_EQ(Trashed(), Texts{Kit("9999B12345", "earlier")});
 }
 
