@@ -3,6 +3,7 @@
 
 #include "caldata/StepAttenuator.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "common/NumberPattern.h"
@@ -81,11 +82,26 @@ std::int16_t StepAttenuator::GetCalibrationUnit(std::int16_t /*page*/, std::int1
   return 0;
 }
 
-void StepAttenuator::TakeDataLine(std::size_t index, const LineWords& words) {
+void StepAttenuator::TakeDataLine(std::size_t index, const LineWords& words,
+                                  std::string_view line) {
   if (index >= rows_.size()) {
     throw FullTableError();
   }
   rows_.at(index) = {words[0], words[1], words[2]};
+  read_.Take(index, HasEmptyField(line, kColumns), words[2].empty());
+}
+
+bool StepAttenuator::EndRead(const std::string& lastItem, bool hasEnd) {
+  const auto shown = static_cast<std::size_t>(
+      std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.setting.empty(); }) -
+      rows_.begin());
+  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
+  NoteDoubtfulRows(read_, shown,
+                   {.table = "The table",
+                    .firstColumn = "setting",
+                    .emptyField = kValuesMovedLeft,
+                    .missing = "Their cells are empty, and would be saved so"});
+  return isComplete;
 }
 
 void StepAttenuator::WriteBody(FileText& text) const {

@@ -54,11 +54,14 @@ class StepAttenuator : public CalDataFile {
     std::string calData;
   };
 
-  void TakeDataLine(std::size_t index, const LineWords& words) final;
+  void BeginRead() final { read_ = DoubtfulRows(); }
+  void TakeDataLine(std::size_t index, const LineWords& words, std::string_view line) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
   void WriteBody(FileText& text) const final;
 
   const StepAttenuatorTraits& traits_;
   std::array<Row, kTableRows> rows_;
+  DoubtfulRows read_;  ///< of the file that is being read
 };
 
 }  // namespace tarvell
