@@ -3,6 +3,7 @@
 
 #include "caldata/StepAttenuator.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "common/CommonStringModule.h"
@@ -92,6 +93,20 @@ void StepAttenuator::TakeDataLine(std::size_t index, std::string_view item) {
     throw FullTableError();
   }
   rows_.at(index) = {words[0], words[1], words[2]};
+  read_.Take(index, HasEmptyField(item, kColumns), words[2].empty());
+}
+
+bool StepAttenuator::EndRead(const std::string& lastItem, bool hasEnd) {
+  const auto shown = static_cast<std::size_t>(
+      std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.setting.empty(); }) -
+      rows_.begin());
+  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
+  NoteDoubtfulRows(read_, shown,
+                   {.table = "The table",
+                    .firstColumn = "setting",
+                    .emptyField = kValuesMovedLeft,
+                    .missing = "Their cells are empty, and would be saved so"});
+  return isComplete;
 }
 
 void StepAttenuator::WriteBody(FileText& text) const {

@@ -665,9 +665,23 @@ TEST_F(CalDataFileTest, ATemplateCutInTheMiddleOfALineIsAnErrorThatNamesIt) {
   }
 }
 
-TEST_F(CalDataFileTest, ATemplateWithoutAModelIsAnErrorThatNamesIt) {
-  WriteTemplate(Lines({"#SER_NO   : ", "*10:91", "!End"}));
-  EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
+TEST_F(CalDataFileTest, ATemplateMayNameItsModelInAnyWayOrNotAtAll) {
+  for (const char* line : {"#MODEL_NO : px12a", "#MODEL_NO : QZ PX12A", "#model_no : qz Px12a",
+                           "#MODEL_NO : QZPX12A", "#MODEL_NO : ", "!"}) {
+    SCOPED_TRACE(line);
+    WriteTemplate(Lines({line, "#SER_NO   : 12", "*10:91", "!End"}));
+    cInstrPX12A data;
+    EXPECT_EQ(data.SetInitialDefaultData(), 0);
+    EXPECT_EQ(data.ModelNumber(), "PX12A");
+    EXPECT_EQ(RowsOf(data), Texts{"10 91"});
+  }
+}
+
+TEST_F(CalDataFileTest, ATemplateOfAnotherModelOfTheSameMakerIsAnErrorThatNamesBoth) {
+  WriteTemplate(Lines({"#MODEL_NO : QZ PX11A", "*10:91", "!End"}));
+  const Error error = TemplateError();
+  EXPECT_EQ(error.Kind(), ErrorKind::Template);
+  EXPECT_TRUE(Contains(error.Text(), "\"PX11A\", not for \"PX12A\"")) << error.Text();
 }
 
 TEST_F(CalDataFileTest, ATemplateOfTooManyRowsIsAnErrorThatNamesItAndTheLine) {
