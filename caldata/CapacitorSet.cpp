@@ -29,6 +29,15 @@ constexpr std::size_t kPpmLength = 3;
 constexpr std::size_t kDataWords = 16;
 constexpr NumberPattern kPercentPattern("0.0000");
 
+using DataWords = std::array<std::string, kDataWords>;
+
+/// The words of a data line, its "*" left out.
+DataWords DataWordsOf(std::string_view line) {
+  DataWords words;
+  SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
+  return words;
+}
+
 /// The rule for a cell, nullptr when there is none.
 const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std::int16_t page,
                                   std::int16_t row) {
@@ -123,7 +132,8 @@ std::string CapacitorSet::CellReadBack(std::int16_t page, std::int16_t column, s
   // The other cells only have to be there, so that no word moves into the place of another.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
-  return ReadRow(page, row, DataLine(page, row, cells)).at(static_cast<std::size_t>(column));
+  const DataWords words = DataWordsOf(DataLine(page, row, cells));
+  return ReadRow(page, row, words).at(static_cast<std::size_t>(column));
 }
 
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,
@@ -254,8 +264,7 @@ void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
 }
 
 void CapacitorSet::TakeRow(std::int16_t page, std::size_t row, std::string_view line) {
-  std::array<std::string, kDataWords> words;
-  SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
+  const DataWords words = DataWordsOf(line);
   const auto index = static_cast<std::size_t>(page);
   const auto gridRow = static_cast<std::int16_t>(row + 1);
   calTable_.at(index).at(row) = ReadRow(page, gridRow, words);
