@@ -75,7 +75,9 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
 }
 
 std::string HeaderValueRead(std::string_view value) {
-  const LineWords words = WordsOf("#" + std::string(value.substr(0, value.find(','))));
+  // A value of too many words for a line is refused by the save, not while it is typed.
+  std::array<std::string, kMostWords> words;
+  SplitWords(Replaced(value.substr(0, value.find(',')), ':', ' '), words);
   return words[0];
 }
 

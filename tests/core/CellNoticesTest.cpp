@@ -150,6 +150,9 @@ TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {
               "Comment: only \"done\" will be read back when the file is opened again.")
         << cut;
   }
+  // Also of more words than a line has place for.
+  EXPECT_EQ(HeaderReadDifferently("Comment", "a b c d e f g h i j k l m n o p q r s t u v"),
+            "Comment: only \"a\" will be read back when the file is opened again.");
   EXPECT_EQ(HeaderReadDifferently("Comment", ":"),
             "Comment: only \"\" will be read back when the file is opened again.");
 }
