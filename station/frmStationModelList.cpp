@@ -298,7 +298,7 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
 }
 
 bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
-  return entry != nullptr && entry->data(kUnsavedRole).isValid();
+  return entry != nullptr && unsaved_.contains(entry->data(kUnsavedRole).toInt());
 }
 
 void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {

@@ -50,7 +50,9 @@ const std::array kKnownMessages = {
     "button\\.",
     "Select calibration data folder is not exist\\.\\r\\nIf you want to create new folder, then "
     "press Ok button\\.",
+    ".*If you want to create new folder, then press Ok button\\.\n\nIt would be the folder\n.*",
     "Cannot make folder!\n\nCannot make the folder: .*",
+    "This computer reaches the share of another one by a folder of its own, .*",
     // The calibration data.
     "No calibration data is selected\\.",
     "Are you sure you want to delete .+\\(.*\\)\\?",
@@ -80,7 +82,8 @@ const std::array kKnownMessages = {
     "Are you sure to want to delete .+\\?",
     "This action is current station instrment data be all lost\\.\\r\\nDo you wish to continue\\?",
     "Current station data delete completed\\.",
-    "Instruemnt Data was changed\\. Do you want to save it\\?",
+    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
+    ".*)?",
     "Error: Invailed Input Date",
     "Error: Cannot save \n\nThe model number .*",
     "Error: Cannot save \n\nThe number .* is too large to be calculated with\\. .*",
