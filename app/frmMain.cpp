@@ -70,17 +70,15 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   EnterPressesFocusedButton(this);
   for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
     box->setValidator(new OneLineValidator(box));  // the box owns it
+    // What is being typed is not commented on before it is finished.
+    connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
+    connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
   }
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
           &frmMain::btnBrowseCalibrationDir_Click);
   connect(ui_->btnBrowseStationDir, &QPushButton::clicked, this,
           &frmMain::btnBrowseStationDir_Click);
-  for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
-    // What is being typed is not commented on before it is finished.
-    connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
-    connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
-  }
   connect(ui_->btnStart, &QPushButton::clicked, this, &frmMain::btnStart_Click);
   connect(ui_->btnExit, &QPushButton::clicked, this, &frmMain::btnExit_Click);
 }

@@ -210,6 +210,17 @@ TEST_F(CalDataFileTest, ACommentOfMoreWordsThanALineMayHaveIsRefused) {
   EXPECT_TRUE(Contains(error.what(), "more than 20 words")) << error.what();
 }
 
+TEST(HeaderValueRead, IsTheFirstWordOfAnyNumberOfThem) {
+  EXPECT_EQ(HeaderValueRead(""), "");
+  EXPECT_EQ(HeaderValueRead(" C-1:2 x"), "C-1");
+  EXPECT_EQ(HeaderValueRead("C-1,2"), "C-1");
+  std::string words = "first";
+  for (int i = 2; i <= 40; ++i) {
+    words += " " + std::to_string(i);
+  }
+  EXPECT_EQ(HeaderValueRead(words), "first");
+}
+
 TEST_F(CalDataFileTest, MonthAndDayOfADateHaveTwoDigits) {
   static constexpr std::array<std::pair<const char*, const char*>, 12> kMonths = {{{"JAN", "01"},
                                                                                    {"FEB", "02"},

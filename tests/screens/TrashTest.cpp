@@ -22,12 +22,22 @@ namespace {
 
 class Trash : public testing::Test {
  protected:
-  Trash() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {}
-  ~Trash() override { qputenv("XDG_DATA_HOME", dataHome_); }
+  Trash()
+      : platform_(tree_.ProgramFolder()),
+        dataHome_(QByteArray::fromStdString((tree_.Root() / "home").string())),
+        before_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", dataHome_);
+  }
+  ~Trash() override { qputenv("XDG_DATA_HOME", before_); }
+  Trash(const Trash&) = delete;
+  Trash& operator=(const Trash&) = delete;
 
   test::TestTree tree_;
   test::DesktopTestPlatform platform_;
   QByteArray dataHome_;
+
+ private:
+  QByteArray before_;
 };
 
 TEST_F(Trash, TakesAFileAndAFolderWithAllItHolds) {
