@@ -202,7 +202,7 @@ TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
   EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
   EXPECT_EQ(replacement.file.fields, (Fields{{"Serial number", "9999B12345"},
                                              {"Calibrated", "29 FEB 2000"},
-                                             {"Due", "(no such day)"}}));
+                                             {"Due", "29 FEB 2001 (no such day)"}}));
   EXPECT_EQ(tree_.Read(target), "QZ RT410A\r\n9999B12345\r\n29FEB2000\r\nearlier\r\n");
 }
 
