@@ -55,16 +55,9 @@ void Mark(QListWidgetItem* entry) {
     entry->setIcon(QIcon());
     return;
   }
-  const QListWidget* list = entry->listWidget();
-  entry->setForeground(DueColour(state, list->palette()));
-  const QIcon mark = list->style()->standardIcon(
-      state == DueState::PastDue ? QStyle::SP_MessageBoxCritical : QStyle::SP_MessageBoxWarning,
-      nullptr, list);
-  const QPixmap picture = mark.pixmap(list->iconSize(), list->devicePixelRatioF());
-  QIcon icon(picture);
-  // Else the colour of the selection would be laid over it.
-  icon.addPixmap(picture, QIcon::Selected);
-  entry->setIcon(icon);
+  entry->setForeground(DueColour(state, entry->listWidget()->palette()));
+  SetEntryIcon(entry, state == DueState::PastDue ? QStyle::SP_MessageBoxCritical
+                                                 : QStyle::SP_MessageBoxWarning);
 }
 
 /// Marks the entries of a list anew when its colours or its style change.

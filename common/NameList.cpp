@@ -4,8 +4,10 @@
 #include "common/NameList.h"
 
 #include <QByteArray>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPixmap>
 
 #include <utility>
 
@@ -168,6 +170,17 @@ void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
 void OnEntry(QListWidget* list, EntryActions actions) {
   list->setItemDelegate(new PaleSelection(list));
   new EntryHands(list, std::move(actions));  // the list owns it
+}
+
+void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon) {
+  const QListWidget* list = entry->listWidget();
+  const QPixmap picture = list->style()
+                              ->standardIcon(icon, nullptr, list)
+                              .pixmap(list->iconSize(), list->devicePixelRatioF());
+  QIcon both(picture);
+  // Else the colour of the selection would be laid over it.
+  both.addPixmap(picture, QIcon::Selected);
+  entry->setIcon(both);
 }
 
 bool SelectName(QListWidget* list, std::string_view name) {

@@ -5,6 +5,7 @@
 #define TARVELL_COMMON_NAMELIST_H
 
 #include <QListWidget>
+#include <QStyle>
 
 #include <functional>
 #include <string>
@@ -64,6 +65,10 @@ struct EntryActions {
 /// is not pressed on the screen's default button as well. The actions must live as long as the
 /// list.
 void OnEntry(QListWidget* list, EntryActions actions);
+
+/// Puts an icon of the style before the text of an entry, in the size of the list's icons; the
+/// selection leaves its colours as they are.
+void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon);
 
 /// Selects the first entry of exactly this name; false when there is none.
 bool SelectName(QListWidget* list, std::string_view name);

@@ -36,6 +36,8 @@ class NoticeLine final : public QLabel {
   [[nodiscard]] QStringList Notices() const;
 
   [[nodiscard]] QSize sizeHint() const override;
+  /// Its height does not follow its text, which would move the screen.
+  [[nodiscard]] bool hasHeightForWidth() const override { return false; }
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  private:

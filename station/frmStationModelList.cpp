@@ -6,7 +6,6 @@
 #include "ui_frmStationModelList.h"
 
 #include <QSignalBlocker>
-#include <QStyle>
 
 #include <algorithm>
 #include <string_view>
@@ -103,6 +102,8 @@ frmStationModelList::frmStationModelList(QWidget* parent)
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
   SetUpFields();
+  // As tall as the text: marked entries stand hardly farther apart than others.
+  ui_->LstInstrment->setIconSize(QSize(1, 1) * ui_->LstInstrment->fontMetrics().height());
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.remove = [this] { btnDelete_Click(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
@@ -303,7 +304,7 @@ bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
 
 void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {
   entry->setData(kUnsavedRole, number);
-  entry->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this));
+  SetEntryIcon(entry, QStyle::SP_MessageBoxWarning);
   entry->setToolTip("Added and not saved. Press \"Save Instrment Data\".");
   entry->setData(Qt::AccessibleTextRole, entry->text() + ", not saved");
 }

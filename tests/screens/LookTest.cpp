@@ -14,6 +14,7 @@
 
 #include "calscreens/CalGrid.h"
 #include "common/NameList.h"
+#include "common/NoticeLine.h"
 #include "common/ScreenSize.h"
 
 namespace tarvell {
@@ -86,6 +87,23 @@ TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
 }
 
 // ---- Sizes.
+
+TEST(NoticeLine, KeepsTheSameRoomWhateverItReports) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);  // the window owns it
+  auto* other = new QWidget(&window);
+  auto* notice = new NoticeLine(&window);
+  layout->addWidget(other, 1);
+  layout->addWidget(notice);
+  window.resize(200, 200);
+  window.show();
+  const int height = notice->height();
+  for (const QString& text : {QString("short"), QString("long ").repeated(40), QString()}) {
+    notice->Report("subject", text);
+    layout->activate();
+    EXPECT_EQ(notice->height(), height) << text.toStdString();
+  }
+}
 
 TEST(ScreenSize, GrowsWithTheFont) {
   QWidget plain;
