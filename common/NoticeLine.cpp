@@ -31,7 +31,7 @@ NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
   setWordWrap(true);
   setFocusPolicy(Qt::NoFocus);
   setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
 }
 
 void NoticeLine::Report(const QString& subject, const QString& text) {
@@ -78,7 +78,8 @@ QSize NoticeLine::sizeHint() const {
 }
 
 QSize NoticeLine::minimumSizeHint() const {
-  return sizeHint();
+  // On the smallest display one line has to do.
+  return {0, fontMetrics().lineSpacing() + 2 * margin()};
 }
 
 void NoticeLine::ShowNotices() {
