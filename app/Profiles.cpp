@@ -8,6 +8,7 @@
 #include "app/Tarvell_MainModule.h"
 #include "app/Version.h"
 #include "common/CommonStringModule.h"
+#include "common/FileCharacters.h"
 #include "common/FileIOCommonModule.h"
 #include "common/ItemReader.h"
 #include "common/Paths.h"
@@ -29,13 +30,41 @@ std::string IniPath() {
   return Joined(GetWindowsDir(), "tarvell.ini");
 }
 
-std::string DirectoryOf(std::string_view item, const char* fallback) {
+/// The directory that an item names. The file is UTF-8; one from an older system may be in the
+/// characters of the data files.
+std::string DirectoryOf(const std::string& bytes, bool isUtf8, const char* fallback) {
+  const std::string item = isUtf8 ? bytes : DecodeFileText(bytes);
   const std::string_view text = StripNull(item);
   return CharacterCount(Trim(text)) > kKeyLength ? std::string(WithoutFirst(text, kKeyLength))
                                                  : std::string(fallback);
 }
 
+/// "" for a directory without a comma.
+std::string CommaNotice(const std::string& name, std::string_view directory, const char* fallback) {
+  const std::size_t comma = directory.find(',');
+  if (comma == std::string_view::npos) {
+    return {};
+  }
+  const std::string item = "Dir=" + std::string(directory.substr(0, comma));
+  return "The " + name + " directory holds a comma. The next start reads \"" +
+         DirectoryOf(item.substr(0, item.find_last_not_of(" \t") + 1), true, fallback) +
+         "\" in its place";
+}
+
 }  // namespace
+
+std::string CalibrationDirNotice(std::string_view directory) {
+  const std::string notice = CommaNotice("calibration data", directory, kDefaultCalibrationDir);
+  return notice.empty() ? notice
+                        : notice +
+                              ", and a wrong station data directory. Choose one without a "
+                              "comma.";
+}
+
+std::string StationDirNotice(std::string_view directory) {
+  const std::string notice = CommaNotice("station data", directory, kDefaultStationDir);
+  return notice.empty() ? notice : notice + ". Choose one without a comma.";
+}
 
 std::string GetWindowsDir() {
   const std::string directory = CurrentPlatform().WindowsDirectory();
@@ -59,8 +88,9 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
       calibrationItem = item;
     }
   }
-  calibrationDir = DirectoryOf(calibrationItem, kDefaultCalibrationDir);
-  stationDir = DirectoryOf(item, kDefaultStationDir);
+  const bool areUtf8 = IsUtf8(calibrationItem) && IsUtf8(item);
+  calibrationDir = DirectoryOf(calibrationItem, areUtf8, kDefaultCalibrationDir);
+  stationDir = DirectoryOf(item, areUtf8, kDefaultStationDir);
 }
 
 void WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {

@@ -26,8 +26,14 @@ bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
 }
 
-/// Whether an entry is a folder with something in it. One that may not be looked into counts as
-/// filled, so that it is listed and choosing it tells the reason.
+/// Whether a link stands here that leads nowhere, such as to a disk that is not there.
+bool IsDanglingLink(const std::string& native) {
+  EntryFacts facts;
+  return !CurrentPlatform().Facts(native, facts) && facts.isLink && facts.kind == EntryKind::None;
+}
+
+/// Whether an entry is a folder with something in it. One that cannot be looked into counts as
+/// filled, so that it is listed and choosing it says the reason.
 bool HoldsEntries(const std::string& folder) {
   bool any = false;
   const std::error_code code =
@@ -35,7 +41,7 @@ bool HoldsEntries(const std::string& folder) {
         any = true;
         return false;
       });
-  return any || (code && !MeansMissing(code));
+  return any || (code && (!MeansMissing(code) || IsDanglingLink(folder)));
 }
 
 /// A blank, a NUL, or one of BS, TAB, LF, VT, FF and CR.
@@ -117,6 +123,74 @@ std::optional<CalFileInfo> ReadHeader(const std::string& native, const std::stri
   return row;
 }
 
+/// The entries of a folder that could not be read.
+class UnreadableEntries {
+ public:
+  void Add(const std::string& name, const Error& reason) {
+    if (++count_ == 1) {
+      first_ = reason;
+    }
+    if (count_ <= kMostNamed) {
+      const std::string line =
+          reason.Line() > 0 ? ", line " + std::to_string(reason.Line()) : std::string();
+      list_ += "\n\n" + name + line + ": " + reason.Text();
+    }
+  }
+
+  /// Throws one error for all of them, if there are any.
+  void Report(const std::string& folder) const {
+    if (count_ == 1) {
+      throw Error(first_->Kind(), first_->Text() + " All other data sets of its folder are listed.",
+                  first_->Path(), first_->Line());
+    }
+    if (count_ > 1) {
+      throw Error(first_->Kind(), Text() + "\n\nAll other data sets of the folder are listed.",
+                  folder);
+    }
+  }
+
+  /// Throws `error`, which ended the reading, together with them.
+  [[noreturn]] void ReportWith(const Error& error) const {
+    throw Error(error.Kind(), count_ == 0 ? error.Text() : error.Text() + "\n\n" + Text(),
+                error.Path(), error.Line());
+  }
+
+ private:
+  // As many as a message has room for on a small screen.
+  static constexpr std::size_t kMostNamed = 5;
+
+  [[nodiscard]] std::string Text() const {
+    const std::string subject = count_ == 1 ? "One entry" : std::to_string(count_) + " entries";
+    const std::string others = count_ > kMostNamed
+                                   ? "\n\n... and " + std::to_string(count_ - kMostNamed) + " more."
+                                   : std::string();
+    return subject + " of the folder cannot be read as a data file:" + list_ + others;
+  }
+
+  std::size_t count_ = 0;
+  std::optional<Error> first_;
+  std::string list_;
+};
+
+/// As ReadHeader; a file that cannot be read joins `unreadable`.
+std::optional<CalFileInfo> TryReadHeader(const std::string& native, const std::string& path,
+                                         UnreadableEntries& unreadable) {
+  try {
+    return ReadHeader(native, path);
+  } catch (const Error& error) {
+    // It must not hide the data sets behind it: all are reported together.
+    unreadable.Add(std::string(NameOf(path)), error);
+    return std::nullopt;
+  }
+}
+
+Error TooManyFiles(const std::string& folder) {
+  return {ErrorKind::Index,
+          "The folder holds more than 51 data files; only the first 51 are listed. "
+          "Move those of instruments that are no longer used to another folder.",
+          folder};
+}
+
 }  // namespace
 
 std::string RevisionText(int major, int minor) {
@@ -185,18 +259,17 @@ std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
   }
   const std::string native = NativePath(modelFolder);
   std::size_t count = 0;
+  UnreadableEntries unreadable;
   const std::error_code code =
       CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name) {
         if (!IsDataFileName(name)) {
           return true;
         }
         if (count == gCalFiles.size()) {
-          throw Error(ErrorKind::Index,
-                      "The folder holds more than 51 data files; only the first 51 are listed. "
-                      "Move those of instruments that are no longer used to another folder.",
-                      modelFolder);
+          unreadable.ReportWith(TooManyFiles(modelFolder));
         }
-        std::optional<CalFileInfo> row = ReadHeader(native + "/" + name, Joined(modelFolder, name));
+        std::optional<CalFileInfo> row =
+            TryReadHeader(native + "/" + name, Joined(modelFolder, name), unreadable);
         if (row) {
           gCalFiles.at(count) = std::move(*row);
           if (rowRead) {
@@ -206,9 +279,10 @@ std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
         }
         return true;
       });
-  if (code && !MeansMissing(code)) {
-    throw SystemError(code, "list the folder", modelFolder);
+  if (code && (!MeansMissing(code) || IsDanglingLink(native))) {
+    unreadable.ReportWith(SystemError(code, "list the folder", modelFolder));
   }
+  unreadable.Report(modelFolder);
   return static_cast<std::int16_t>(count);
 }
 

@@ -55,7 +55,8 @@ struct FileDate {
 };
 
 /// Lists the entries of `root` whose names hold no dot, in the platform's order: the name in
-/// upper case, or "*" for an entry that holds nothing; then one spare empty slot. A root without
+/// upper case, or "*" for an entry that holds nothing; then one spare empty slot. An entry that
+/// cannot be looked into counts as filled: choosing it says why. A root without
 /// entries, or none at all, gives "*" and an empty slot. Throws an Index error after the first 256
 /// entries, which are in `names` then, and the platform's error when `root` may not be searched.
 /// Always true.
@@ -67,8 +68,12 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 /// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or
 /// "sn") in `modelFolder` into `gCalFiles`, in the platform's order, and calls `rowRead` after
 /// each. Returns the number of rows filled, -1 when `modelFolder` is ""; further rows keep what
-/// they held. A file that cannot be read, and a 52nd one (an Index error), ends the reading with
-/// an error; the rows read so far are filled and told then.
+/// they held.
+///
+/// An entry that cannot be read takes no row, and the reading goes on with the next one. At its end
+/// one error names every such entry with its reason (of very many the first, and how many more
+/// there are); it has the kind of the first. A data file that finds all rows filled ends the
+/// reading with an Index error, which names them as well. All rows read are filled and told then.
 std::int16_t ReadCalFileHeaders(
     const std::string& modelFolder,
     const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);

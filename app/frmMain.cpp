@@ -25,6 +25,7 @@
 #include "common/FileIOCommonModule.h"
 #include "common/FolderPicker.h"
 #include "common/Guard.h"
+#include "common/NoticeLine.h"
 #include "common/OneLineValidator.h"
 #include "common/Paths.h"
 #include "common/QtText.h"
@@ -69,6 +70,9 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   EnterPressesFocusedButton(this);
   for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
     box->setValidator(new OneLineValidator(box));  // the box owns it
+    // What is being typed is not commented on before it is finished.
+    connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
+    connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
   }
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
@@ -79,7 +83,11 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   connect(ui_->btnExit, &QPushButton::clicked, this, &frmMain::btnExit_Click);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+  // The box that has the keyboard is left while it is destroyed, which is nobody's entry.
+  ui_->txtCalibrationDir->disconnect(this);
+  ui_->txtStationDir->disconnect(this);
+}
 
 void frmMain::SetUpMenu() {
   auto* menuBar = new QMenuBar(this);  // the layout takes it
@@ -119,8 +127,20 @@ void frmMain::Browse(QLineEdit* box, const QString& title) {
     const QString picked = BrowseForFolder(this, box->text(), title);
     if (!picked.isEmpty()) {
       box->setText(picked);
+      CheckDirectory(box);
     }
   });
+}
+
+void frmMain::CheckDirectory(QLineEdit* box) {
+  const std::string directory = FromQt(box->text());
+  Notice(box, ToQt(box == ui_->txtCalibrationDir ? CalibrationDirNotice(directory)
+                                                 : StationDirNotice(directory)));
+}
+
+void frmMain::Notice(QLineEdit* box, const QString& text) {
+  ui_->notices->Report(box->objectName(), text);
+  MarkBox(box, text);
 }
 
 void frmMain::btnStart_Click() {

@@ -49,6 +49,10 @@ class frmMain final : public QDialog {
 
   void SetUpMenu();
   void Browse(QLineEdit* box, const QString& title);
+  /// Reports a directory that the next start will not read back.
+  void CheckDirectory(QLineEdit* box);
+  /// Reports `text` about a box and marks it; "" takes that back.
+  void Notice(QLineEdit* box, const QString& text);
   void Start();
   /// What the user is told about a data root.
   struct RootTexts {

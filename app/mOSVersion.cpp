@@ -70,8 +70,8 @@ std::string NameOfNTFamily(const OSVersionRecord& record) {
   if (record.major < 4) {
     return "Windows(R) NT 3.5";
   }
-  std::string servicePack(Trim(record.servicePack));
-  servicePack.resize(kServicePackWidth, ' ');
+  std::string servicePack(FirstCharacters(Trim(record.servicePack), kServicePackWidth));
+  servicePack.append(kServicePackWidth - CharacterCount(servicePack), ' ');
   return "Windows(R) NT 4.0 Service Pack " + servicePack;
 }
 

@@ -3,6 +3,7 @@
 
 #include "caldata/CalDataFile.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "app/Tarvell_MainModule.h"
@@ -18,15 +19,29 @@ namespace tarvell {
 namespace {
 
 constexpr std::string_view kEnd = "!End";
+constexpr std::string_view kMaker = "QZ";
 
-/// A line's words: its colons count as blanks, its first character only tells its class.
+constexpr std::array<std::string_view, 6> kHeaderKeywords = {"MODEL_NO", "SER_NO",   "CAL_DATE",
+                                                             "CAL_NO",   "DUE_DATE", "COMMENT"};
+constexpr std::size_t kSerialLine = 1;
+
+/// The model that a model line names, without the maker before it.
+std::string NamedModel(const LineWords& words) {
+  const std::string_view value = words[1];
+  if (!EqualsIgnoringCase(FirstCharacters(value, kMaker.size()), kMaker)) {
+    return words[1];
+  }
+  const std::string_view rest = WithoutFirst(value, kMaker.size());
+  return rest.empty() ? words[2] : std::string(rest);
+}
+
+}  // namespace
+
 LineWords WordsOf(std::string_view item) {
   LineWords words;
   SplitWords(Replaced(WithoutFirst(item, 1), ':', ' '), words);
   return words;
 }
-
-}  // namespace
 
 void CheckHeaderName(const std::string& field, std::string_view name) {
   if (name.find(',') != std::string_view::npos) {
@@ -49,8 +64,9 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
     }
   }
   std::array<std::string, kMostWords> words;
-  // One word of a line is its keyword.
-  if (static_cast<std::size_t>(SplitWords(Replaced(value, ':', ' '), words)) >= kLineWords) {
+  // The line ends at its first comma, and one of its words is its keyword.
+  const std::string line = Replaced(value.substr(0, value.find(',')), ':', ' ');
+  if (static_cast<std::size_t>(SplitWords(line, words)) >= kLineWords) {
     throw Error(ErrorKind::Character,
                 "The " + field + " holds more than " + std::to_string(kLineWords - 1) +
                     " words, which the data file cannot keep. Shorten it, then "
@@ -129,7 +145,7 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   FileStamp stamp;
   const Seen seen = Read(fileName, stamp);
   file_.WasRead(fileName, stamp, serialNumber_);
-  if (!seen.model.empty() && seen.model != modelCode_) {
+  if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     Note("The file says that it holds data of the model \"" + seen.model +
          "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
   }
@@ -174,19 +190,51 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   if (!CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::None) {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, native);
   }
+  holdsDefaults_ = false;
   FileStamp stamp;
   const Seen seen = Read(native, stamp);
-  if (!seen.isComplete) {
-    throw Error(ErrorKind::Template,
-                "The template file is not complete: a line \"!End\" is missing." + remedy, native);
-  }
-  if (seen.model != modelCode_) {
+  if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     throw Error(ErrorKind::Template,
                 "The template file is one for the model \"" + seen.model + "\", not for \"" +
                     std::string(modelCode_) + "\"." + remedy,
                 native);
   }
+  if (!seen.isComplete) {
+    throw Error(ErrorKind::Template,
+                "The template file is not complete: a line \"!End\" is missing." + remedy, native);
+  }
+  modelNumber_ = modelCode_;
+  holdsDefaults_ = true;
   return 0;
+}
+
+void CalDataFile::NoteRows(const std::string& notice, const RowSet& rows) {
+  if (rows.any()) {
+    Note(notice + ": " + RowsText(rows) + ".");
+  }
+}
+
+void CalDataFile::NoteDoubtfulRows(const DoubtfulRows& rows, std::size_t shown,
+                                   const TableTexts& texts) {
+  if (shown < rows.count) {
+    Note(texts.table + " has no " + std::string(texts.firstColumn) + " in row " +
+         std::to_string(shown + 1) +
+         ": that row and the rows behind it are not shown, and would not be saved.");
+  } else if (IsReadOverDefaults()) {
+    NoteRows(texts.table +
+                 " shows rows that the file does not hold. They come from the template, and would "
+                 "be saved",
+             RowsBetween(rows.count, shown));
+  }
+  const RowSet others = RowsBetween(0, shown) & ~rows.beyond;
+  NoteRows(
+      texts.table + " has more rows than the program has formats for. " + std::string(texts.beyond),
+      RowsBetween(0, shown) & rows.beyond);
+  NoteRows(
+      texts.table + " has rows with an empty field in the file. " + std::string(texts.emptyField),
+      others & rows.emptyField);
+  NoteRows(texts.table + " has rows with too few values in the file. " + std::string(texts.missing),
+           others & rows.missing & ~rows.emptyField);
 }
 
 CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stamp) {
@@ -197,6 +245,7 @@ CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stam
   BeginRead();
   std::size_t dataLines = 0;
   std::string item = reader.ReadItem();
+  const std::string firstItem = item;
   while (!reader.AtEnd()) {
     reader.AtThisLine([&] { Interpret(item, reader, dataLines, seen); });
     if (reader.AtEnd()) {
@@ -204,12 +253,38 @@ CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stam
     }
     item = reader.ReadItem();
   }
+  hasDataLines_ = dataLines > 0;
   seen.isComplete = EndRead(item, seen.hasEnd || EqualsIgnoringCase(item, kEnd));
+  NoteHeader(firstItem, seen);
   return seen;
 }
 
+void CalDataFile::NoteHeader(const std::string& firstItem, const Seen& seen) {
+  const bool beginsWithLine =
+      !firstItem.empty() && std::string_view("#*!").find(firstItem.front()) != std::string::npos;
+  header_.isOldStyle = seen.header.none() && !beginsWithLine;
+  header_.hasSerialNumber = seen.header[kSerialLine] && !serialNumber_.empty();
+  if (!IsReadOverDefaults()) {
+    return;
+  }
+  std::string missing;
+  for (std::size_t line = kSerialLine + 1; line < kHeaderKeywords.size(); ++line) {
+    if (!seen.header[line]) {
+      missing += (missing.empty() ? "#" : ", #") + std::string(kHeaderKeywords.at(line));
+    }
+  }
+  if (!missing.empty()) {
+    Note(
+        "The file lacks header lines. The values shown for them come from the template, and would "
+        "be saved: " +
+        missing + ".");
+  }
+}
+
 bool CalDataFile::EndRead(const std::string& lastItem, bool hasEnd) {
-  if (!hasEnd) {
+  // Behind its rows a file that ends in a remark has lost nothing.
+  const bool endsInRemark = hasDataLines_ && lastItem.starts_with('!');
+  if (!hasEnd && !endsInRemark) {
     Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);
   }
   return hasEnd;
@@ -222,10 +297,10 @@ void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::si
   }
   switch (item.front()) {
     case '#':
-      TakeHeaderLine(WordsOf(item), reader, seen);
+      TakeHeaderLine(WordsOf(HeaderText(item)), reader, seen);
       break;
     case '*':
-      TakeDataLine(dataLines++, WordsOf(item));
+      TakeDataLine(dataLines++, item);
       break;
     case '!':
       seen.hasEnd = seen.hasEnd || EqualsIgnoringCase(item, kEnd);
@@ -239,9 +314,13 @@ void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::si
 void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen) {
   const std::string keyword = ToUpper(words[0]);
   const std::string& value = words[1];
+  const auto* known = std::find(kHeaderKeywords.begin(), kHeaderKeywords.end(), keyword);
+  if (known != kHeaderKeywords.end()) {
+    seen.header.set(static_cast<std::size_t>(known - kHeaderKeywords.begin()));
+  }
   if (keyword == "MODEL_NO") {
     modelNumber_ = modelCode_;
-    seen.model = value;
+    seen.model = NamedModel(words);
   } else if (keyword == "SER_NO") {
     serialNumber_ = value;
   } else if (keyword == "CAL_DATE") {

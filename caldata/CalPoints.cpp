@@ -3,11 +3,14 @@
 
 #include "caldata/CalPoints.h"
 
+#include <cmath>
+
 #include "app/Tarvell_MainModule.h"
 #include "caldata/CalDataFile.h"
 #include "common/Error.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
+#include "common/Text.h"
 
 namespace tarvell {
 
@@ -32,6 +35,19 @@ std::string FrequencyText(double frequency, std::string_view tableUnit) {
                                  : frequency <= kHighMHz ? kMHzPattern
                                                          : kHighMHzPattern;
   return pattern.Format(frequency);
+}
+
+/// The value of a cell by which rows are compared. A number too large to be calculated with is the
+/// largest.
+double ValueOf(const CalDataGrid& grid, std::int16_t row, std::int16_t column) {
+  return NumericValueOrInfinity(grid.CellText(row, column));
+}
+
+/// The number of a cell as a question names it: in its shortest text, or as it stands where it is
+/// too large to be calculated with.
+std::string NumberShown(const CalDataGrid& grid, std::int16_t row, std::int16_t column) {
+  const std::string text = grid.CellText(row, column);
+  return std::isinf(NumericValueOrInfinity(text)) ? std::string(Trim(text)) : Normalised(text);
 }
 
 /// The number of 15 digits that is meant: 1.005 GHz is 1005 MHz, although the product is a little
@@ -80,7 +96,7 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
   const double written = NumericValue(FrequencyText(frequency, tableUnit));
   double previous = 0;
   for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    const double current = NumericValue(grid.CellText(row, 0));
+    const double current = ValueOf(grid, row, 0);
     if (frequency == previous || frequency == current || written == current) {
       return {PointPlace::Taken, row};
     }
@@ -93,7 +109,7 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
 }
 
 std::string SensorPointName(const CalDataGrid& grid, std::int16_t row, std::string_view tableUnit) {
-  return Normalised(grid.CellText(row, 0)) + std::string(tableUnit);
+  return NumberShown(grid, row, 0) + std::string(tableUnit);
 }
 
 AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view frequency) {
@@ -112,8 +128,8 @@ PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoin
     return {PointPlace::BelowZero};
   }
   for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    const double setting = NumericValue(grid.CellText(row, 0));
-    const double frequency = NumericValue(grid.CellText(row, 1));
+    const double setting = ValueOf(grid, row, 0);
+    const double frequency = ValueOf(grid, row, 1);
     if (setting == point.setting && frequency == point.frequency) {
       return {PointPlace::Taken, row};
     }
@@ -125,10 +141,13 @@ PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoin
 }
 
 std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row) {
-  const double frequency = NumericValue(grid.CellText(row, 1));
+  const std::string point = NumberShown(grid, row, 0) + "dB, ";
+  const double frequency = ValueOf(grid, row, 1);
+  if (std::isinf(frequency)) {
+    return point + NumberShown(grid, row, 1) + "Hz";
+  }
   const bool inGHz = frequency >= kGHz;
-  return Normalised(grid.CellText(row, 0)) + "dB, " +
-         ShortestText(frequency / (inGHz ? kGHz : kMHz)) + (inGHz ? "GHz" : "MHz");
+  return point + ShortestText(frequency / (inGHz ? kGHz : kMHz)) + (inGHz ? "GHz" : "MHz");
 }
 
 }  // namespace tarvell

@@ -29,6 +29,15 @@ constexpr std::size_t kPpmLength = 3;
 constexpr std::size_t kDataWords = 16;
 constexpr NumberPattern kPercentPattern("0.0000");
 
+using DataWords = std::array<std::string, kDataWords>;
+
+/// The words of a data line, its "*" left out.
+DataWords DataWordsOf(std::string_view line) {
+  DataWords words;
+  SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
+  return words;
+}
+
 /// The rule for a cell, nullptr when there is none.
 const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std::int16_t page,
                                   std::int16_t row) {
@@ -123,7 +132,8 @@ std::string CapacitorSet::CellReadBack(std::int16_t page, std::int16_t column, s
   // The other cells only have to be there, so that no word moves into the place of another.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
-  return ReadRow(page, row, DataLine(page, row, cells)).at(static_cast<std::size_t>(column));
+  const DataWords words = DataWordsOf(DataLine(page, row, cells));
+  return ReadRow(page, row, words).at(static_cast<std::size_t>(column));
 }
 
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,
@@ -213,6 +223,7 @@ void CapacitorSet::SetCalData(std::int16_t page, const CalDataGrid& grid) {
 void CapacitorSet::BeginRead() {
   pageLines_.fill(0);
   pageEnded_.fill(false);
+  pageRows_.fill(DoubtfulRows());
 }
 
 void CapacitorSet::TakePageLine(const LineWords& words, ItemReader& reader) {
@@ -233,14 +244,13 @@ void CapacitorSet::TakePageLine(const LineWords& words, ItemReader& reader) {
 }
 
 void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
-  Page& rows = calTable_.at(static_cast<std::size_t>(page));
   std::size_t row = 0;
   const bool ended = ReadToEnd(reader, [&](const std::string& item) {
     const std::string_view text = Trim(StripNull(item));
     if (text.empty()) {
       return;
     }
-    if (row == rows.size()) {
+    if (row == kTableRows) {
       throw FullTableError();
     }
     if (text.front() != '*') {
@@ -248,27 +258,30 @@ void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
            " a line that is no data line was read as one of its rows (is its \"!END\" missing?): " +
            std::string(text));
     }
-    const auto gridRow = static_cast<std::int16_t>(row + 1);
-    rows.at(row) = ReadRow(page, gridRow, text);
-    if (text.front() == '*' && rows.at(row).front().empty()) {
-      Note("In the page " + GetCalPageName(page) + " the row " + std::to_string(gridRow) +
-           " has no frequency: it and the rows behind it are not shown, and would not be saved.");
-    }
-    ++row;
+    TakeRow(page, row++, text);
   });
   pageEnded_.at(static_cast<std::size_t>(page)) = ended;
 }
 
+void CapacitorSet::TakeRow(std::int16_t page, std::size_t row, std::string_view line) {
+  const DataWords words = DataWordsOf(line);
+  const auto index = static_cast<std::size_t>(page);
+  const auto gridRow = static_cast<std::int16_t>(row + 1);
+  calTable_.at(index).at(row) = ReadRow(page, gridRow, words);
+  const bool isBeyond = FindFormat(traits_.capacitance, page, gridRow) == nullptr ||
+                        FindFormat(traits_.uncertainty, page, gridRow) == nullptr;
+  pageRows_.at(index).Take(row, HasEmptyField(line, kColumns),
+                           words[kDissipationUncertainty].empty(), isBeyond);
+}
+
 CapacitorSet::Row CapacitorSet::ReadRow(std::int16_t page, std::int16_t gridRow,
-                                        std::string_view item) const {
-  std::array<std::string, kDataWords> words;
-  SplitWords(WithoutFirst(Replaced(item, ':', ' '), 1), words);
+                                        std::span<const std::string> words) const {
   Row row;
   row[kFrequency] = words[kFrequency];
   for (const std::int16_t column : {kCapacitance, kDissipation, kDissipationUncertainty}) {
     const auto index = static_cast<std::size_t>(column);
     row.at(index) = SetCalibrationDataFormat(page, column, gridRow,
-                                             Edited(page, column, gridRow, words.at(index)), "");
+                                             Edited(page, column, gridRow, words[index]), "");
   }
   const std::string& word = words[kUncertainty];
   const std::string number = Edited(page, kUncertainty, gridRow, word);
@@ -301,14 +314,33 @@ bool CapacitorSet::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
     const std::string name(traits_.pageNames.at(page));
     const bool isOption = traits_.hasOption && page == kOptionPage;
     if (pageLines_.at(page) == 0 && !isOption) {
-      Note("The file holds no page " + name + ". The default data are shown for it.");
+      Note("The file holds no page " + name + ". " +
+           (IsReadOverDefaults() ? "The default data are shown for it." : "It is empty."));
     } else if (pageLines_.at(page) > 0 && !pageEnded_.at(page)) {
       Note("The page " + name +
            " has no line \"!END\". The last line of the file was not read as one of its rows.");
     }
+    if (pageLines_.at(page) > 0) {
+      NoteRowsOf(page);
+    }
     isComplete = isComplete && (pageEnded_.at(page) || (isOption && !found));
   }
   return isComplete;
+}
+
+void CapacitorSet::NoteRowsOf(std::size_t page) {
+  const Page& rows = calTable_.at(page);
+  const auto shown = static_cast<std::size_t>(
+      std::find_if(rows.begin(), rows.end(), [](const Row& row) { return row.front().empty(); }) -
+      rows.begin());
+  NoteDoubtfulRows(
+      pageRows_.at(page), shown,
+      {.table = "The page " + std::string(traits_.pageNames.at(page)),
+       .firstColumn = "frequency",
+       .emptyField = kValuesMovedLeft,
+       .missing = "0 is shown in their place, and would be saved",
+       .beyond = "Their capacitance and uncertainty were not read, and would be saved without "
+                 "numbers"});
 }
 
 void CapacitorSet::WriteBody(FileText& text) const {

@@ -90,7 +90,11 @@ class CapacitorSet : public CalDataFile {
   void WriteBody(FileText& text) const final;
 
   void ReadCalPage(std::int16_t page, ItemReader& reader);
-  [[nodiscard]] Row ReadRow(std::int16_t page, std::int16_t gridRow, std::string_view item) const;
+  /// Takes a line as the row `row` of a page.
+  void TakeRow(std::int16_t page, std::size_t row, std::string_view line);
+  [[nodiscard]] Row ReadRow(std::int16_t page, std::int16_t gridRow,
+                            std::span<const std::string> words) const;
+  void NoteRowsOf(std::size_t page);
   void WriteCalPage(std::int16_t page, FileText& text) const;
   [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
   [[nodiscard]] std::string_view CapacitanceUnit(std::int16_t page) const;
@@ -103,8 +107,9 @@ class CapacitorSet : public CalDataFile {
   std::array<Page, kPages> calTable_;
   bool optionInstalled_ = false;
   std::string optionSerial_;
-  std::array<int, kPages> pageLines_{};   ///< page lines of the file that is being read
-  std::array<bool, kPages> pageEnded_{};  ///< pages whose end it has
+  std::array<int, kPages> pageLines_{};        ///< page lines of the file that is being read
+  std::array<bool, kPages> pageEnded_{};       ///< pages whose end it has
+  std::array<DoubtfulRows, kPages> pageRows_;  ///< their rows
 };
 
 }  // namespace tarvell

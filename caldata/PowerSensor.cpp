@@ -3,6 +3,8 @@
 
 #include "caldata/PowerSensor.h"
 
+#include <algorithm>
+
 #include "common/Error.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
@@ -14,6 +16,7 @@ namespace {
 
 constexpr std::int16_t kFrequencyColumn = 0;
 constexpr std::int16_t kFactorColumn = 1;
+constexpr std::size_t kColumns = 2;
 constexpr std::size_t kFrequencyWidth = 8;
 constexpr std::size_t kFactorWidth = 5;
 constexpr NumberPattern kFactorPattern("##0.0");
@@ -68,11 +71,27 @@ std::int16_t PowerSensor::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t
   return 0;
 }
 
-void PowerSensor::TakeDataLine(std::size_t index, const LineWords& words) {
+void PowerSensor::TakeDataLine(std::size_t index, std::string_view item) {
+  const LineWords words = WordsOf(item);
   if (index >= rows_.size()) {
     throw FullTableError();
   }
   rows_.at(index) = {words[0], words[1]};
+  read_.Take(index, HasEmptyField(item, kColumns), words[1].empty());
+}
+
+bool PowerSensor::EndRead(const std::string& lastItem, bool hasEnd) {
+  const auto shown =
+      static_cast<std::size_t>(std::find_if(rows_.begin(), rows_.end(),
+                                            [](const Row& row) { return row.frequency.empty(); }) -
+                               rows_.begin());
+  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
+  NoteDoubtfulRows(read_, shown,
+                   {.table = "The table",
+                    .firstColumn = "frequency",
+                    .emptyField = kValuesMovedLeft,
+                    .missing = "Their cells are empty, and would be saved so"});
+  return isComplete;
 }
 
 void PowerSensor::WriteBody(FileText& text) const {

@@ -53,13 +53,16 @@ class PowerSensor : public CalDataFile {
     std::string calFactor;
   };
 
-  void TakeDataLine(std::size_t index, const LineWords& words) final;
+  void BeginRead() final { read_ = DoubtfulRows(); }
+  void TakeDataLine(std::size_t index, std::string_view item) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
   [[nodiscard]] std::size_t ShownCells() const final { return 2; }
   void WriteBody(FileText& text) const final;
   [[nodiscard]] std::string DataLine(const Row& row) const;
 
   const PowerSensorTraits& traits_;
   std::array<Row, kTableRows> rows_;
+  DoubtfulRows read_;  ///< of the file that is being read
 };
 
 }  // namespace tarvell

@@ -3,8 +3,10 @@
 
 #include "caldata/StepAttenuator.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "common/CommonStringModule.h"
 #include "common/NumberPattern.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
@@ -81,11 +83,30 @@ std::int16_t StepAttenuator::GetCalibrationUnit(std::int16_t /*page*/, std::int1
   return 0;
 }
 
-void StepAttenuator::TakeDataLine(std::size_t index, const LineWords& words) {
+std::string_view StepAttenuator::HeaderText(std::string_view item) const {
+  return StripNull(item);
+}
+
+void StepAttenuator::TakeDataLine(std::size_t index, std::string_view item) {
+  const LineWords words = WordsOf(item);
   if (index >= rows_.size()) {
     throw FullTableError();
   }
   rows_.at(index) = {words[0], words[1], words[2]};
+  read_.Take(index, HasEmptyField(item, kColumns), words[2].empty());
+}
+
+bool StepAttenuator::EndRead(const std::string& lastItem, bool hasEnd) {
+  const auto shown = static_cast<std::size_t>(
+      std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.setting.empty(); }) -
+      rows_.begin());
+  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
+  NoteDoubtfulRows(read_, shown,
+                   {.table = "The table",
+                    .firstColumn = "setting",
+                    .emptyField = kValuesMovedLeft,
+                    .missing = "Their cells are empty, and would be saved so"});
+  return isComplete;
 }
 
 void StepAttenuator::WriteBody(FileText& text) const {

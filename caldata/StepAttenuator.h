@@ -54,11 +54,16 @@ class StepAttenuator : public CalDataFile {
     std::string calData;
   };
 
-  void TakeDataLine(std::size_t index, const LineWords& words) final;
+  /// An attenuator's header line ends at its first NUL.
+  [[nodiscard]] std::string_view HeaderText(std::string_view item) const final;
+  void BeginRead() final { read_ = DoubtfulRows(); }
+  void TakeDataLine(std::size_t index, std::string_view item) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
   void WriteBody(FileText& text) const final;
 
   const StepAttenuatorTraits& traits_;
   std::array<Row, kTableRows> rows_;
+  DoubtfulRows read_;  ///< of the file that is being read
 };
 
 }  // namespace tarvell

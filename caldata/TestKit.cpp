@@ -51,7 +51,7 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder) 
                 "The chosen file is the kit's data file itself. Nothing was changed.", target);
   }
   std::string bytes;
-  if (const std::error_code code = ReadNativeFile(source, bytes, kMostDataFileBytes)) {
+  if (const std::error_code code = ReadNativeFile(source, bytes)) {
     throw SystemError(code, "read the file", source);
   }
   StoredFile().Save(target, kit.serialNumber, bytes);

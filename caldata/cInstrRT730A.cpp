@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::int16_t kShownColumns = 5;
 constexpr std::int16_t kHighFrequencyPage = 2;  // the first of them
-constexpr std::size_t kMostFields = 16;
 constexpr NumberPattern kPpmInPercentPattern("0.00000");
 
 /// What a page is, nullptr for a page that is not used.
@@ -25,6 +24,11 @@ const ResistorPage* PageOf(std::int16_t page) {
   return page >= 0 && page < static_cast<std::int16_t>(kResistorPages)
              ? &kResistorPage.at(static_cast<std::size_t>(page))
              : nullptr;
+}
+
+std::size_t ColumnsOf(const ResistorPage& page) {
+  return static_cast<std::size_t>(std::find(page.widths.begin(), page.widths.end(), 0U) -
+                                  page.widths.begin());
 }
 
 bool IsRelative(const ResistorPage& page, std::int16_t column) {
@@ -190,10 +194,13 @@ void cInstrRT730A::SetCalData(std::int16_t page, const CalDataGrid& grid) {
 void cInstrRT730A::BeginRead() {
   sections_.fill(0);
   sectionEnded_.fill(false);
+  sectionRows_.fill(DoubtfulRows());
+  filled_ = {};
 }
 
 void cInstrRT730A::TakeCommentLine(const std::string& item, ItemReader& reader) {
-  LineWords words;
+  // A title is known by its first words, and a remark may have any number of them.
+  std::array<std::string, kMostWords> words;
   SplitWords(WithoutFirst(item, 1), words);
   const std::string keyword = ToUpper(words[0]);
   if (keyword == "DC") {
@@ -233,8 +240,7 @@ void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& r
     // A TAB would part the cell in two where the table is shown.
     const std::string line = Replaced(Replaced(Replaced(item, '\n', ' '), '\r', ' '), '\t', ' ');
     const std::string_view text = TrimLeft(StripNull(line));
-    const std::string_view fields = WithoutFirst(text, 1);
-    if (fields.empty()) {
+    if (WithoutFirst(text, 1).empty()) {
       return;
     }
     if (text.front() != '*') {
@@ -246,18 +252,29 @@ void cInstrRT730A::ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& r
     if (row == kTableRows) {
       throw FullTableError();
     }
-    ReadRow(page, row++, fields);
+    ReadRow(page, row++, text);
   });
 }
 
 void cInstrRT730A::ReadRow(std::int16_t page, std::size_t index, std::string_view line) {
+  const auto pageIndex = static_cast<std::size_t>(page);
+  const std::size_t columns = ColumnsOf(*PageOf(page));
+  std::size_t& filled = filled_.at(pageIndex).at(index);
+  filled = std::max(filled, TakeFields(page, index, WithoutFirst(line, 1)));
+  const std::int16_t relative = PageOf(page)->relativeColumn;
+  const bool isBeyond = relative != kNoColumn && filled > static_cast<std::size_t>(relative) &&
+                        FindFormat(page, relative, static_cast<std::int16_t>(index + 1)) == nullptr;
+  sectionRows_.at(pageIndex).Take(index, HasEmptyField(line, columns), filled < columns, isBeyond);
+}
+
+std::size_t cInstrRT730A::TakeFields(std::int16_t page, std::size_t index, std::string_view line) {
   Row& row = table_.at(static_cast<std::size_t>(page)).at(index);
   const std::int16_t relative = PageOf(page)->relativeColumn;
-  for (std::size_t column = 0; column < kMostFields; ++column) {
+  for (std::size_t column = 0;; ++column) {
     const std::size_t colon = std::min(line.find(':'), line.size());
     const std::string_view field = Trim(line.substr(0, colon));
     if (field.empty()) {
-      return;
+      return column;
     }
     if (column == kColumns) {
       throw Error(ErrorKind::Index,
@@ -287,16 +304,47 @@ bool cInstrRT730A::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
   for (std::size_t page = 0; page < kResistorPages; ++page) {
     const std::string name(kResistorPage.at(page).name);
     if (sections_.at(page) == 0) {
-      Note("The file holds no section \"" + name +
-           "\", or its title is damaged. The default data "
-           "are shown for it.");
+      Note("The file holds no section \"" + name + "\", or its title is damaged. " +
+           (IsReadOverDefaults() ? "The default data are shown for it." : "It is empty."));
     } else if (!sectionEnded_.at(page)) {
       Note("The section \"" + name +
            "\" has no line \"!END\". The last line of the file was not read as one of its rows.");
     }
+    if (sections_.at(page) > 0) {
+      NoteRowsOf(page);
+    }
     isComplete = isComplete && sectionEnded_.at(page);
   }
   return isComplete;
+}
+
+void cInstrRT730A::NoteRowsOf(std::size_t page) {
+  const Page& rows = table_.at(page);
+  const std::string table = "The section \"" + std::string(kResistorPage.at(page).name) + "\"";
+  const auto shown = static_cast<std::size_t>(
+      std::find_if(rows.begin(), rows.end(), [](const Row& row) { return row.front().empty(); }) -
+      rows.begin());
+  DoubtfulRows& read = sectionRows_.at(page);
+  const std::size_t columns = ColumnsOf(kResistorPage.at(page));
+  RowSet ofTemplate;
+  for (std::size_t row = 0; row < std::min(shown, read.count); ++row) {
+    const auto* const firstKept = rows.at(row).begin() + filled_.at(page).at(row);
+    const bool isKept =
+        filled_.at(page).at(row) < columns && IsReadOverDefaults() && !firstKept->empty();
+    ofTemplate.set(row, isKept);
+  }
+  read.missing &= ~ofTemplate;
+  NoteRows(table +
+               " shows cells that the file does not hold. They come from the template, and would "
+               "be saved",
+           ofTemplate);
+  NoteDoubtfulRows(
+      read, shown,
+      {.table = table,
+       .firstColumn = "first value",
+       .emptyField = "The values behind it were not read",
+       .missing = "Their cells are empty; an uncertainty in ppm or % would be saved as 0",
+       .beyond = "Their uncertainty in ppm or % was not read, and would be saved as 0"});
 }
 
 void cInstrRT730A::WriteBody(FileText& text) const {

@@ -57,6 +57,10 @@ class cInstrRT730A final : public CalDataFile {
 
   void ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader);
   void ReadRow(std::int16_t page, std::size_t index, std::string_view line);
+  /// Takes the fields of a row's line, which are separated by ":", up to the first empty one.
+  /// Returns their number.
+  std::size_t TakeFields(std::int16_t page, std::size_t index, std::string_view fields);
+  void NoteRowsOf(std::size_t page);
   [[nodiscard]] std::string UncertaintyRead(std::int16_t page, std::int16_t column,
                                             std::int16_t gridRow, std::string_view field) const;
   [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
@@ -67,6 +71,9 @@ class cInstrRT730A final : public CalDataFile {
   std::array<Page, kPages> table_;
   std::array<int, kPages> sections_{};       ///< sections of the file that is being read
   std::array<bool, kPages> sectionEnded_{};  ///< pages whose "!END" it has
+  std::array<DoubtfulRows, kPages> sectionRows_;
+  /// For each row the number of columns that the file fills.
+  std::array<std::array<std::size_t, kTableRows>, kPages> filled_{};
 };
 
 }  // namespace tarvell

@@ -13,6 +13,12 @@
 
 namespace tarvell {
 
+/// What a load saw of the header lines of its file.
+struct HeaderSeen {
+  bool isOldStyle = false;  ///< none at all: the file begins as those from before the header lines
+  bool hasSerialNumber = false;  ///< a serial number line with a value
+};
+
 /// Calibration data of one instrument or one set of standards, that is, of one data file. The
 /// editors know every model through this interface alone.
 ///
@@ -61,6 +67,10 @@ class cifCaldata {
   /// What the last load found doubtful in its file, a sentence each: the user is told before the
   /// data are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
+
+  /// What the last load saw of its file's header. The fields of a line that the file lacks hold
+  /// what they held before.
+  [[nodiscard]] virtual const HeaderSeen& LoadedHeader() const = 0;
 
   /// Fills the grid with the page's captions and rows.
   virtual void GetCalData(std::int16_t page, CalDataGrid& grid) const = 0;

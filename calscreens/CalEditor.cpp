@@ -13,6 +13,7 @@
 #include "app/AskReplacement.h"
 #include "app/Tarvell_MainModule.h"
 #include "caldata/CellNotices.h"
+#include "caldata/OpenedDataSet.h"
 #include "calscreens/CalGrid.h"
 #include "calscreens/CalHeaderBlock.h"
 #include "calscreens/CellEditor.h"
@@ -47,6 +48,16 @@ const CalFileInfo& ListedDataSet(std::int16_t index) {
   }
   return gCalFiles.at(static_cast<std::size_t>(index));
 }
+
+namespace {
+
+OpenedDataSet Opened(std::int16_t index, const Model& model) {
+  const BusyPointer busy;
+  return index == CalEditor::kNewData ? NewDataSet(model)
+                                      : OpenDataSet(model, ListedDataSet(index));
+}
+
+}  // namespace
 
 CalEditor::CalEditor(QWidget* parent) : QDialog(parent) {}
 
@@ -87,13 +98,13 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
                 "The program cannot edit data of the model \"" + modelCode + "\".");
   }
   const bool isNew = index == kNewData;
-  data_ = model_->create();
-  Load(index);
+  OpenedDataSet opened = Opened(index, *model_);
+  data_ = std::move(opened.data);
 
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
-  controls_.header->LockSerial(!isNew);
+  controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
   // The table tells the object how wide it is before it is first shown.
   layout()->activate();
@@ -101,28 +112,14 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   FindCellNotes();
   ShowTables();
   controls_.header->ReportNotices();
-  TellNotices(index);
-  if (isNew) {
+  TellNotices(opened.notices);
+  if (!opened.isNamedBySerial) {
     controls_.header->FocusSerial();
   } else {
     controls_.header->FocusCalNo();
   }
   exec();
   data_.reset();
-}
-
-void CalEditor::Load(std::int16_t index) {
-  const BusyPointer busy;
-  if (index == kNewData) {
-    data_->SetInitialDefaultData();
-    return;
-  }
-  const CalFileInfo& listed = ListedDataSet(index);
-  if (ReadsOverTemplate()) {
-    data_->SetInitialDefaultData();
-  }
-  data_->LoadCalibrationDataFromFile(listed.FilePath);
-  data_->CheckRoundTrip();
 }
 
 void CalEditor::ShowCaption(const QString& serial) {
@@ -199,18 +196,9 @@ void CalEditor::ReportCells() {
                                                   other->second.begin()->second));
 }
 
-void CalEditor::TellNotices(std::int16_t index) {
+void CalEditor::TellNotices(const std::vector<std::string>& notices) {
   QString text;
-  if (index != kNewData) {
-    const std::string name(NameOf(ListedDataSet(index).FilePath));
-    const std::string other = "SN" + std::string(LastCharacters(data_->SerialNumber(), 5));
-    if (!EqualsIgnoringCase(name, other)) {
-      text = ToQt("The serial number that was read, \"" + data_->SerialNumber() +
-                  "\", is not that of the file's name " + name + ". Saving writes the file " +
-                  other + "; " + name + " stays.");
-    }
-  }
-  for (const std::string& notice : data_->LoadNotices()) {
+  for (const std::string& notice : notices) {
     text += (text.isEmpty() ? "" : "\n\n") + ToQt(notice);
   }
   if (!text.isEmpty()) {

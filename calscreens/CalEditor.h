@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "caldata/Models.h"
 #include "calscreens/GridModel.h"
@@ -74,8 +75,6 @@ class CalEditor : public QDialog {
   void SaveAndClose();
 
  private:
-  /// Whether a file is read over the template's data.
-  [[nodiscard]] virtual bool ReadsOverTemplate() const = 0;
   /// Whether new data start with the template's serial number.
   [[nodiscard]] virtual bool TakesTemplateSerial() const = 0;
   /// Shows the tables of Data().
@@ -87,13 +86,12 @@ class CalEditor : public QDialog {
   /// Why the user cannot type into a fixed column of the table.
   [[nodiscard]] virtual QString WhyFixed() const = 0;
 
-  void Load(std::int16_t index);
   void ShowCaption(const QString& serial);
   /// Marks every cell of the data set that the file would give back differently.
   void FindCellNotes();
   /// Marks a cell, or removes its mark, after `typed` was stored in it; nullptr when it was pasted.
   void NoteCell(std::int16_t row, std::int16_t column, const QString* typed);
-  void TellNotices(std::int16_t index);
+  void TellNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
   std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages, but for the shown one

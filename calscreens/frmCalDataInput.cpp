@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/OpenedDataSet.h"
 #include "calscreens/CellEditor.h"
 #include "calscreens/frmInputPX60H.h"
 #include "common/Guard.h"
@@ -35,16 +36,15 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
   SuitDisplay(this);
   ScrollWhereItCannotFit(ui_->header);
   auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
-  cellEditor->SetRules({.textToEdit =
-                            [this](std::int16_t column, std::int16_t /*row*/,
-                                   const std::string& text, std::string& unit) {
-                              return Data().GetCalibrationDataFormat(0, column, 0, text, unit);
-                            },
-                        .textToStore =
-                            [this](std::int16_t column, std::int16_t /*row*/,
-                                   const std::string& text, const std::string& /*unit*/) {
-                              return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
-                            }});
+  cellEditor->SetRules(
+      {.textToEdit =
+           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
+                  std::string& unit) { return TextToEdit(Data(), 0, column, 0, text, unit); },
+       .textToStore =
+           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
+                  const std::string& /*unit*/) {
+             return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
+           }});
   SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
         std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);

@@ -40,7 +40,6 @@ class frmCalDataInput final : public CalEditor {
     PointPosition position;
   };
 
-  [[nodiscard]] bool ReadsOverTemplate() const override { return false; }
   [[nodiscard]] bool TakesTemplateSerial() const override { return true; }
   void ShowTables() override;
   void StoreTables() override;

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "caldata/CellNotices.h"
+#include "caldata/OpenedDataSet.h"
 #include "caldata/SetPages.h"
 #include "calscreens/CellEditor.h"
 #include "common/EnterKey.h"
@@ -51,19 +52,20 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   }
   FileTextValidator::Attach(ui_->txtTabSerial);
   auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
-  cellEditor->SetRules(
-      {.textToEdit =
-           [this](std::int16_t column, std::int16_t row, const std::string& text,
-                  std::string& unit) {
-             return Data().GetCalibrationDataFormat(SelectedPage(), column, row, text, unit);
-           },
-       .textToStore =
-           [this](std::int16_t column, std::int16_t row, const std::string& text,
-                  const std::string& unit) {
-             // The grid still shows the page that the edit began on, whatever tab is selected.
-             return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
-           },
-       .units = [this](std::int16_t column) { return UnitsOf(column); }});
+  cellEditor->SetRules({.textToEdit =
+                            [this](std::int16_t column, std::int16_t row, const std::string& text,
+                                   std::string& unit) {
+                              return TextToEdit(Data(), SelectedPage(), column, row, text, unit);
+                            },
+                        .textToStore =
+                            [this](std::int16_t column, std::int16_t row, const std::string& text,
+                                   const std::string& unit) {
+                              // The grid still shows the page that the edit began on, whatever tab
+                              // is selected.
+                              return Data().SetCalibrationDataFormat(currentPage_, column, row,
+                                                                     text, unit);
+                            },
+                        .units = [this](std::int16_t column) { return UnitsOf(column); }});
   SetUp({.header = ui_->header, .grid = ui_->grid, .notices = ui_->notices, .ok = ui_->btnOk},
         std::move(cellEditor));
   ui_->txtTabSerial->installEventFilter(this);

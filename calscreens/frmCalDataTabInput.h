@@ -37,7 +37,6 @@ class frmCalDataTabInput final : public CalEditor {
   void btnOk_Click();
   void btnCancel_Click();
 
-  [[nodiscard]] bool ReadsOverTemplate() const override { return true; }
   [[nodiscard]] bool TakesTemplateSerial() const override { return false; }
   void ShowTables() override;
   void StoreTables() override;

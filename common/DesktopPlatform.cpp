@@ -71,13 +71,11 @@ std::error_code Copy(const std::filesystem::path& from, const std::filesystem::p
 }
 
 std::error_code Move(const std::filesystem::path& from, const std::filesystem::path& to) {
-  std::error_code code;
-  std::filesystem::rename(from, to, code);
-  if (!code) {
-    return code;
+  if (!CurrentPlatform().Replace(from.string(), to.string())) {
+    return {};
   }
   // Another disk.
-  code = Copy(from, to);
+  std::error_code code = Copy(from, to);
   if (!code) {
     std::filesystem::remove_all(from, code);
   }

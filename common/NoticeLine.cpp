@@ -31,7 +31,7 @@ NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
   setWordWrap(true);
   setFocusPolicy(Qt::NoFocus);
   setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
 }
 
 void NoticeLine::Report(const QString& subject, const QString& text) {
@@ -78,7 +78,8 @@ QSize NoticeLine::sizeHint() const {
 }
 
 QSize NoticeLine::minimumSizeHint() const {
-  return sizeHint();
+  // On the smallest display one line has to do.
+  return {0, fontMetrics().lineSpacing() + 2 * margin()};
 }
 
 void NoticeLine::ShowNotices() {
@@ -90,7 +91,7 @@ void NoticeLine::ShowNotices() {
                          : tr(" (%1 more notices: point here to read them.)").arg(others);
   }
   setText(shown);
-  setToolTip(texts.size() > 1 ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
+  setToolTip(!texts.isEmpty() ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
                               : QString());
   setAccessibleDescription(texts.mid(1).join(' '));
   if (!texts.isEmpty()) {

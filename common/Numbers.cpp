@@ -51,6 +51,8 @@ class NumberScanner {
     return number;
   }
 
+  [[nodiscard]] std::size_t Position() const { return position_; }
+
   /// Whether nothing but ignored characters is left.
   bool AtEnd() { return Peek() == '\0' && position_ >= text_.size(); }
 
@@ -119,10 +121,11 @@ bool IsTooLarge(std::string_view number) {
 
 /// The value of `number`, infinite when it is too large for a double.
 double ParsedNumber(const std::string& number) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   double value = 0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
   if (result.ec == std::errc::result_out_of_range && IsTooLarge(number)) {
-    return std::numeric_limits<double>::infinity();
+    return number.front() == '-' ? -kInfinity : kInfinity;
   }
   // Too small a number is 0, and "-0" is no negative value.
   return result.ec != std::errc() || value == 0 ? 0.0 : value;
@@ -142,9 +145,32 @@ bool HasBlanksInside(std::string_view text) {
 
 }  // namespace
 
-double NumericValue(std::string_view text) {
+double NumericValueOrInfinity(std::string_view text) {
   const std::string number = NumberScanner(text).Scan();
-  const double value = number.empty() ? 0.0 : ParsedNumber(number);
+  return number.empty() ? 0.0 : ParsedNumber(number);
+}
+
+std::string_view TooLargeNumber(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789";
+  std::size_t first = text.find_first_of(kDigits);
+  if (first == std::string_view::npos) {
+    return {};
+  }
+  if (first > 0 && text[first - 1] == '.') {
+    --first;
+  }
+  if (first > 0 && (text[first - 1] == '-' || text[first - 1] == '+')) {
+    --first;
+  }
+  NumberScanner scanner(text.substr(first));
+  if (!std::isinf(ParsedNumber(scanner.Scan()))) {
+    return {};
+  }
+  return TrimRight(text.substr(first, scanner.Position()));
+}
+
+double NumericValue(std::string_view text) {
+  const double value = NumericValueOrInfinity(text);
   if (std::isinf(value)) {
     throw Error(ErrorKind::Type, "The number \"" + std::string(Trim(text)) +
                                      "\" is too large to be calculated with. Enter a smaller one.");

@@ -18,6 +18,13 @@ namespace tarvell {
 /// for a double.
 [[nodiscard]] double NumericValue(std::string_view text);
 
+/// The same, but infinite where the number is too large for a double.
+[[nodiscard]] double NumericValueOrInfinity(std::string_view text);
+
+/// The number of a cell that is too large for a double, without what stands around it, such as
+/// "1E999" of "Ls/1E999 nH"; "" where the first number of `text` is none of these.
+[[nodiscard]] std::string_view TooLargeNumber(std::string_view text);
+
 /// Whether a text begins with a number, so that NumericValue reads one.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 

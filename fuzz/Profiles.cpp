@@ -7,20 +7,18 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
+#include "common/FileCharacters.h"
 
 /// The INI file. The first byte of an input chooses: an INI file of the bytes that follow is read,
 /// or the two lines that follow are written as the roots and read back.
 namespace tarvell::fuzz {
 namespace {
 
-/// Whether a root comes back: the file is read by items, in UTF-8, so that a comma or a line end
-/// ends the root, and blanks at its end are dropped. An empty one means the default.
+/// Whether a root comes back: the file is read by items, so that a comma or a line end ends the
+/// root, and blanks at its end are dropped. An empty one means the default.
 bool IsKept(const std::string& root) {
-  const auto first = static_cast<unsigned char>(root.empty() ? 0 : root.front());
-  const bool beginsCharacter = (first & 0xC0U) != 0x80U;
-  return !root.empty() && beginsCharacter &&
-         root.find_first_of(std::string(",\r\n\0", 4)) == std::string::npos && root.back() != ' ' &&
-         root.back() != '\t';
+  return !root.empty() && root.find_first_of(std::string(",\r\n\0", 4)) == std::string::npos &&
+         root.back() != ' ' && root.back() != '\t';
 }
 
 std::string FileWith(const std::string& calibrationDir, const std::string& stationDir) {
@@ -38,7 +36,8 @@ void CheckWriting(const std::string& calibrationDir, const std::string& stationD
   std::string calibration;
   std::string station;
   ReadProfile(calibration, station);
-  if (IsKept(calibrationDir)) {
+  // Bytes that are no UTF-8 make the file one of an older system.
+  if (IsUtf8(calibrationDir) && IsUtf8(stationDir) && IsKept(calibrationDir)) {
     Require(calibration == calibrationDir, "the calibration root comes back", calibration);
     if (IsKept(stationDir)) {
       Require(station == stationDir, "the station root comes back", station);
@@ -53,6 +52,7 @@ void CheckReading(const std::string& bytes) {
   std::string station;
   ReadProfile(calibration, station);
   Require(!calibration.empty() && !station.empty(), "there always is a root");
+  Require(IsUtf8(calibration) && IsUtf8(station), "a root is text");
   Require(*disk.Find("windows/tarvell.ini") == bytes, "reading changes nothing");
 
   // What was read is what a next start reads, once it is written.

@@ -364,13 +364,11 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
     return false;
   }
   StationInstrument loaded = instrument;
+  // Another instrument's serial number must not stay where the file has none.
+  loaded.SerialNumber.clear();
   std::string item = reader.ReadItem();
   while (!reader.AtEnd()) {
     const KeywordLine line = ParseKeywordLine(item);
-    if (line.keyword == kModelNumber) {
-      // Another model's serial number must not stay where the file has none.
-      loaded.SerialNumber.clear();
-    }
     reader.AtThisLine([&] { ApplyKeywordLine(line, loaded); });
     item = reader.ReadItem();
   }

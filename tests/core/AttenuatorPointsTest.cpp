@@ -242,6 +242,11 @@ TEST(AttenuatorPoints, ARowWithoutNumbersCountsAsZero) {
   EXPECT_EQ(Place({{"", ""}}, {0, 0}).place, PointPlace::Taken);
 }
 
+TEST(AttenuatorPoints, ARowTooLargeForANumberIsTheGreatest) {
+  ExpectRow(Place({{"10", "1E999"}, {"1E999", "5.00E07"}}, {10, 1E300}), 1);
+  ExpectRow(Place({{"10", "1E999"}, {"1E999", "5.00E07"}}, {120, 5E7}), 2);
+}
+
 TEST(AttenuatorPoints, NoPointLiesBelowZero) {
   const Points points = {{"10", "5.00E07"}, {"-10", "5.00E07"}};
   EXPECT_EQ(Place(points, {-1, 5E7}).place, PointPlace::BelowZero);
@@ -275,6 +280,11 @@ TEST(AttenuatorPoints, ANameHasTheShortestNumberOfTheSetting) {
   EXPECT_EQ(NameOf("010", "5.00E07"), "10dB, 50MHz");
   EXPECT_EQ(NameOf(".5", "5.00E07"), "0.5dB, 50MHz");
   EXPECT_EQ(NameOf("abc", "abc"), "0dB, 0MHz");
+}
+
+TEST(AttenuatorPoints, ANumberTooLargeIsNamedAsItStands) {
+  EXPECT_EQ(NameOf("1E999", "5.00E07"), "1E999dB, 50MHz");
+  EXPECT_EQ(NameOf("10", "1E999"), "10dB, 1E999Hz");
 }
 
 TEST(AttenuatorPoints, ARowThatDoesNotExistHasNoName) {

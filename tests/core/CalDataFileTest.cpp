@@ -202,10 +202,23 @@ TEST_F(CalDataFileTest, ACommentOfMoreWordsThanALineMayHaveIsRefused) {
   }
   data_.SetComment(words);
   EXPECT_EQ(SavedLine(6), "#COMMENT  : " + words);
+  data_.SetComment(words + ", 21 22 23");
+  EXPECT_EQ(SavedLine(6), "#COMMENT  : " + words + ", 21 22 23");
   data_.SetComment(words + ":21");
   const Error error = ErrorOf([&] { SavedLine(6); });
   EXPECT_EQ(error.Kind(), ErrorKind::Character);
   EXPECT_TRUE(Contains(error.what(), "more than 20 words")) << error.what();
+}
+
+TEST(HeaderValueRead, IsTheFirstWordOfAnyNumberOfThem) {
+  EXPECT_EQ(HeaderValueRead(""), "");
+  EXPECT_EQ(HeaderValueRead(" C-1:2 x"), "C-1");
+  EXPECT_EQ(HeaderValueRead("C-1,2"), "C-1");
+  std::string words = "first";
+  for (int i = 2; i <= 40; ++i) {
+    words += " " + std::to_string(i);
+  }
+  EXPECT_EQ(HeaderValueRead(words), "first");
 }
 
 TEST_F(CalDataFileTest, MonthAndDayOfADateHaveTwoDigits) {
@@ -457,6 +470,36 @@ TEST_F(CalDataFileTest, TheLastItemIsNeverInterpretedWithoutALineEndEither) {
   EXPECT_EQ(RowsOf(data_), Texts{"10 91"});
 }
 
+TEST_F(CalDataFileTest, AFileWithoutItsEndSaysWhatWasNotRead) {
+  Load({"*10:91", "*20:92"});
+  ASSERT_EQ(data_.LoadNotices().size(), 1U);
+  EXPECT_TRUE(Contains(data_.LoadNotices()[0], "was not read: *20:92")) << data_.LoadNotices()[0];
+  // The rows may be missing.
+  Load({"#SER_NO   : 12", "!"});
+  EXPECT_EQ(data_.LoadNotices().size(), 1U);
+}
+
+TEST_F(CalDataFileTest, AFileThatEndsInARemarkBehindItsRowsHasLostNothing) {
+  for (const Texts& end : {Texts{"!"}, Texts{"!End", "!"}, Texts{"!", "! checked"}}) {
+    Load(Texts{"*10:91", "*20:92"} + end);
+    EXPECT_EQ(RowsOf(data_), (Texts{"10 91", "20 92"}));
+    EXPECT_EQ(data_.LoadNotices(), Texts{}) << end[0];
+  }
+}
+
+TEST_F(CalDataFileTest, AModelLineOfAnotherModelIsToldAndOneWithTheMakersPrefixIsNone) {
+  for (const char* own : {"QZ PX12A", "QZPX12A", "QZ  PX12A Opt001", "px12a", "QZ"}) {
+    Load({std::string("#MODEL_NO : ") + own, "*10:91", "!End"});
+    EXPECT_EQ(data_.ModelNumber(), "PX12A");
+    EXPECT_EQ(data_.LoadNotices(), Texts{}) << own;
+  }
+  for (const char* other : {"QZ PX13A", "QZPX13A", "PX13A"}) {
+    Load({std::string("#MODEL_NO : ") + other, "*10:91", "!End"});
+    ASSERT_EQ(data_.LoadNotices().size(), 1U) << other;
+    EXPECT_TRUE(Contains(data_.LoadNotices()[0], "of the model \"PX13A\".")) << other;
+  }
+}
+
 TEST_F(CalDataFileTest, ABlankLineAtTheEndIsALastItem) {
   Load({"*10:91", "*20:92", ""});
   EXPECT_EQ(RowsOf(data_), (Texts{"10 91", "20 92"}));
@@ -633,9 +676,23 @@ TEST_F(CalDataFileTest, ATemplateCutInTheMiddleOfALineIsAnErrorThatNamesIt) {
   }
 }
 
-TEST_F(CalDataFileTest, ATemplateWithoutAModelIsAnErrorThatNamesIt) {
-  WriteTemplate(Lines({"#SER_NO   : ", "*10:91", "!End"}));
-  EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
+TEST_F(CalDataFileTest, ATemplateMayNameItsModelInAnyWayOrNotAtAll) {
+  for (const char* line : {"#MODEL_NO : px12a", "#MODEL_NO : QZ PX12A", "#model_no : qz Px12a",
+                           "#MODEL_NO : QZPX12A", "#MODEL_NO : ", "!"}) {
+    SCOPED_TRACE(line);
+    WriteTemplate(Lines({line, "#SER_NO   : 12", "*10:91", "!End"}));
+    cInstrPX12A data;
+    EXPECT_EQ(data.SetInitialDefaultData(), 0);
+    EXPECT_EQ(data.ModelNumber(), "PX12A");
+    EXPECT_EQ(RowsOf(data), Texts{"10 91"});
+  }
+}
+
+TEST_F(CalDataFileTest, ATemplateOfAnotherModelOfTheSameMakerIsAnErrorThatNamesBoth) {
+  WriteTemplate(Lines({"#MODEL_NO : QZ PX11A", "*10:91", "!End"}));
+  const Error error = TemplateError();
+  EXPECT_EQ(error.Kind(), ErrorKind::Template);
+  EXPECT_TRUE(Contains(error.Text(), "\"PX11A\", not for \"PX12A\"")) << error.Text();
 }
 
 TEST_F(CalDataFileTest, ATemplateOfTooManyRowsIsAnErrorThatNamesItAndTheLine) {

@@ -179,6 +179,15 @@ TEST(CalPoints, ARowWithoutANumberCountsAsZero) {
   ExpectRow(Place({"", "20"}, 30), 3);
 }
 
+TEST(CalPoints, ARowTooLargeForANumberIsTheGreatestAndKeepsItsText) {
+  ExpectRow(Place({"50.00", "1E999"}, 60), 2);
+  ExpectRow(Place({"1E999", "50.00"}, 1E300), 1);
+  ExpectRow(Place({"-1E999", "50.00"}, 60), 3);
+  MemoryGrid grid;
+  Fill(grid, {" 1E999 "});
+  EXPECT_EQ(SensorPointName(grid, 1, "MHz"), "1E999MHz");
+}
+
 TEST(CalPoints, NoPointLiesBelowZero) {
   EXPECT_EQ(Place({"10.00", "50.00"}, -0.001).place, PointPlace::BelowZero);
   EXPECT_EQ(Place({"10.00", "50.00"}, -50).place, PointPlace::BelowZero);

@@ -35,7 +35,7 @@ TEST_F(CapacitorSetAFile, TakesTheSignsOfTheOptionForSerialNumbers) {
 TEST_F(CapacitorSetAFile, WithoutItsFourthPageSaysSo) {
   Load(PagesBut({3}));
   EXPECT_EQ(data_->GetCalPageCount(), 4);
-  ExpectNotice({"no page RT524A", "default data"});
+  ExpectNotice({"no page RT524A", "It is empty"});
 }
 
 TEST_F(CapacitorSetCFile, OfANewObjectIsWithoutTheOption) {
@@ -151,7 +151,7 @@ TEST_F(CapacitorSetCFile, TakesAwayAnEarlierOptionWhenItHasNone) {
 }
 
 TEST_F(CapacitorSetCFile, WhoseOptionPageHasNoEndSaysSo) {
-  Load(Joined({PagesBut({3}), {"#RT528A : S3", "*1", "*2"}}));
+  Load(Joined({PagesBut({3}), {"#RT528A : S3", test::FullLine("1"), test::FullLine("2")}}));
   EXPECT_EQ(data_->GetCalPageCount(), 4);
   EXPECT_EQ(FirstColumn(3), (Texts{"1"}));
   ExpectNotice({"page RT528A", "!END"});

@@ -21,6 +21,7 @@ using test::CapacitorSetAFile;
 using test::CapacitorSetCFile;
 using test::CapacitorSetFile;
 using test::Contains;
+using test::FullLine;
 using test::Joined;
 using test::Row;
 using test::Rows;
@@ -236,19 +237,20 @@ TEST_P(CapacitorSetFile, KeepsWhatThePageHeldThatItDoesNotName) {
   EXPECT_EQ(FirstColumn(1), (Texts{"11", "12"}));
   EXPECT_EQ(data_->GetCalPageSerial(1), "before");
   EXPECT_EQ(FirstColumn(0), (Texts{"7"}));
-  ExpectNotice({"no page " + Name(1), "default data"});
+  ExpectNotice({"no page " + Name(1), "It is empty"});
 }
 
 TEST_P(CapacitorSetFile, TellsAPageThatStandsThreeTimesOnce) {
-  Load(Joined(
-      {PageOf(0, "a", {"*1"}), PageOf(0, "b", {"*2"}), PageOf(0, "c", {"*3"}), PagesBut({0})}));
+  Load(Joined({PageOf(0, "a", {FullLine("1")}), PageOf(0, "b", {FullLine("2")}),
+               PageOf(0, "c", {FullLine("3")}), PagesBut({0})}));
   EXPECT_EQ(FirstColumn(0), (Texts{"3"}));
   EXPECT_EQ(data_->GetCalPageSerial(0), "c");
   ExpectNotice({"page " + Name(0), "more than once"});
 }
 
 TEST_P(CapacitorSetFile, ReadsAPageWithoutItsEndThroughTheNextPageLineAndSaysSo) {
-  Load(Joined({{"#" + Name(0) + " : S0", "*1", "*2", "#" + Name(1) + " : S1", "*3", "!END", "!"},
+  Load(Joined({{"#" + Name(0) + " : S0", FullLine("1"), FullLine("2"), "#" + Name(1) + " : S1",
+                FullLine("3"), "!END", "!"},
                PagesBut({0, 1})}));
   // The "#" is dropped, the page's name taken for a frequency.
   EXPECT_EQ(FirstColumn(0), (Texts{"1", "2", Name(1), "3"}));
@@ -256,22 +258,26 @@ TEST_P(CapacitorSetFile, ReadsAPageWithoutItsEndThroughTheNextPageLineAndSaysSo)
   EXPECT_EQ(data_->GetCalPageSerial(1), "");
   EXPECT_EQ(FirstColumn(1), (Texts{""}));
   ExpectNotices({{"page " + Name(0), "!END", "one of its rows", "#" + Name(1) + " : S1"},
-                 {"no page " + Name(1), "default data"}});
+                 {"page " + Name(0), "too few values", "row 3."},
+                 {"no page " + Name(1)}});
 }
 
 TEST_P(CapacitorSetFile, HidesWhatStandsBehindAnExclamationMarkInAPageWithoutItsEnd) {
-  Load(Joined({{"#" + Name(0) + " : S0", "*1", "!", "#" + Name(1) + " : S1", "*3", "!END", "!"},
-               PagesBut({0, 1})}));
+  Load(Joined(
+      {{"#" + Name(0) + " : S0", FullLine("1"), "!", "#" + Name(1) + " : S1", "*3", "!END", "!"},
+       PagesBut({0, 1})}));
   EXPECT_EQ(FirstColumn(0), (Texts{"1"}));
   ExpectNotices({{"page " + Name(0), "no data line", ": !"},
                  {"page " + Name(0), "!END", "#" + Name(1) + " : S1"},
+                 {"page " + Name(0), "no frequency in row 2", "not shown"},
                  {"no page " + Name(1)}});
 }
 
 TEST_P(CapacitorSetFile, TellsOfARowWithoutAFrequency) {
-  Load(Joined({{"#" + Name(0) + " : S0", "*1", "*", "*3", "!END", "!"}, PagesBut({0})}));
+  Load(Joined(
+      {{"#" + Name(0) + " : S0", FullLine("1"), "*", FullLine("3"), "!END", "!"}, PagesBut({0})}));
   EXPECT_EQ(FirstColumn(0), (Texts{"1"}));
-  ExpectNotice({"page " + Name(0), "row 2", "no frequency"});
+  ExpectNotice({"page " + Name(0), "no frequency in row 2", "not shown"});
 }
 
 TEST_P(CapacitorSetFile, ReadsNoRowOfAPageWhoseOnlyLineIsTheLastOfTheFile) {
@@ -326,6 +332,12 @@ TEST_P(CapacitorSetFile, MayHave21WordsOnAHeaderLineButNot22) {
   const Error error = LoadError({"!", "#COMMENT" + words + " 22", "!"});
   EXPECT_EQ(error.Kind(), ErrorKind::Index);
   EXPECT_EQ(error.Line(), 2);
+}
+
+TEST_P(CapacitorSetFile, PassesOverADataLineOutsideAPageHoweverManyWordsItHas) {
+  const std::string line = "*1:2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22";
+  Load(Joined({{line}, PageOf(0, "x", {"*1"}), {line, "!"}}));
+  EXPECT_EQ(FirstColumn(0), Texts{"1"});
 }
 
 TEST_P(CapacitorSetFile, WithANumberTooLargeIsATypeErrorOfItsLine) {

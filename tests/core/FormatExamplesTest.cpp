@@ -14,6 +14,7 @@
 #include "app/Profiles.h"
 #include "caldata/MemoryGrid.h"
 #include "caldata/Models.h"
+#include "caldata/OpenedDataSet.h"
 #include "caldata/TestKit.h"
 #include "common/FileNames.h"
 #include "station/StationFiles.h"
@@ -93,6 +94,15 @@ TEST_P(DataFileExample, IsReadWithoutNoticeAndWrittenBackByteForByte) {
   tree_.MakeFolders("c:\\calfactors");
   data->SaveCalibrationDataToFile("c:\\calfactors\\copy");
   EXPECT_EQ(tree_.Read("c:\\calfactors\\copy"), ReadNative(files.front()));
+}
+
+TEST_P(DataFileExample, IsOpenedWithoutNotice) {
+  tree_.InstallTemplate(GetParam());
+  CalFileInfo listed;
+  listed.FilePath = FilesIn(Example(GetParam())).front().string();
+  const OpenedDataSet opened = OpenDataSet(*FindModel(GetParam()), listed);
+  EXPECT_EQ(opened.notices, std::vector<std::string>());
+  EXPECT_TRUE(opened.isNamedBySerial);
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, DataFileExample, testing::ValuesIn(EditedModels()),

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <filesystem>
 #include <random>
@@ -48,8 +49,10 @@ std::string BytesOf(const std::string& comment, int rows) {
   return test::Lines(lines);
 }
 
-/// Saves both data sets in turn until it is killed. Runs in a process of its own.
-[[noreturn]] void SaveInTurn(cInstrPX12A& a, cInstrPX12A& b) {
+/// Saves both data sets in turn until it is killed, and closes `begun` as soon as it begins. Runs
+/// in a process of its own.
+[[noreturn]] void SaveInTurn(cInstrPX12A& a, cInstrPX12A& b, int begun) {
+  ::close(begun);
   try {
     while (true) {
       a.SaveCalibrationDataToFile(kFile);
@@ -87,11 +90,18 @@ TEST(Kill, InTheMiddleOfASaveLeavesTheFileWhole) {
   int seenA = 0;
   int seenB = 0;
   for (int kill = 0; kill < kKills; ++kill) {
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-      SaveInTurn(a, b);
+      SaveInTurn(a, b, pipe[1]);
     }
+    // However busy the machine is: the child is at its saves when it is killed.
+    ::close(pipe[1]);
+    char nothing = 0;
+    ASSERT_EQ(::read(pipe[0], &nothing, 1), 0);
+    ::close(pipe[0]);
     ::usleep(microseconds(random));
     ASSERT_EQ(::kill(child, SIGKILL), 0);
     int status = 0;

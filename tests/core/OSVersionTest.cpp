@@ -130,6 +130,11 @@ TEST(OSVersion, TheServicePackTextFillsItsField) {
   EXPECT_EQ(NameOf4(""), head + std::string(127, ' ') + tail);
   EXPECT_EQ(NameOf4(std::string(127, 'x')), head + std::string(127, 'x') + tail);
   EXPECT_EQ(NameOf4(std::string(128, 'x')), head + std::string(127, 'x') + tail);
+  // Characters count, not bytes.
+  EXPECT_EQ(NameOf4("\u00C4\u00D6"), head + "\u00C4\u00D6" + std::string(125, ' ') + tail);
+  const std::string x126(126, 'x');
+  EXPECT_EQ(NameOf4(x126 + "\u00DF"), head + x126 + "\u00DF" + tail);
+  EXPECT_EQ(NameOf4(x126 + "\u00DFy"), head + x126 + "\u00DF" + tail);
 }
 
 TEST(OSVersion, ASystemWithoutFamiliesHasItsOwnName) {

@@ -199,6 +199,30 @@ TEST(ReadProfile, CutsARootAtItsCommaAndReadsOnBehindIt) {
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("c:\\a,b", "d:\\sta"))), (Roots{"c:\\a", "tions]"}));
 }
 
+TEST(DirectoryNotice, SaysWhatTheNextStartReadsInPlaceOfADirectoryWithAComma) {
+  for (const char* kept : {"c:\\a", "", " ", "c:\\\"a;b.c\""}) {
+    EXPECT_EQ(CalibrationDirNotice(kept), "");
+    EXPECT_EQ(StationDirNotice(kept), "");
+  }
+  EXPECT_EQ(CalibrationDirNotice("c:\\a,b"),
+            "The calibration data directory holds a comma. The next start reads \"c:\\a\" in its "
+            "place, and a wrong station data directory. Choose one without a comma.");
+  EXPECT_EQ(StationDirNotice("c:\\a \t,b,c"),
+            "The station data directory holds a comma. The next start reads \"c:\\a\" in its "
+            "place. Choose one without a comma.");
+  EXPECT_TRUE(CalibrationDirNotice(" ,c").find("reads \"c:\\calfactors\"") != std::string::npos);
+  // What is said is what happens.
+  const TestTree tree;
+  for (const std::string directory : {"c:\\a,b", "c:\\a \t,b,c", " ,c", ",", "c:\\a ,"}) {
+    WriteProfile("c:\\cal", directory);
+    Roots roots;
+    ReadProfile(roots.calibration, roots.stations);
+    EXPECT_TRUE(StationDirNotice(directory).find("reads \"" + roots.stations + "\"") !=
+                std::string::npos)
+        << directory;
+  }
+}
+
 TEST(ReadProfile, AFurtherLineInFrontIsMisreadByItsPosition) {
   const TestTree tree;
   std::vector<std::string> lines = IniLines("d:\\cal", "d:\\sta");
@@ -220,6 +244,16 @@ TEST(ReadProfile, ANulEndsARoot) {
   lines[7] = std::string("Dir=c:\\a  \0junk", 15);
   lines[10] = std::string("Dir=\0junk", 9);
   EXPECT_EQ(RootsOf(tree, Lines(lines)), (Roots{"c:\\a", "c:\\stations"}));
+}
+
+// 0xFC and 0x80 are a letter and the Euro sign of Windows-1252, and no UTF-8.
+TEST(ReadProfile, AFileThatIsNoUtf8IsReadAsWindows1252) {
+  const TestTree tree;
+  EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\Pr\xFC", "d:\\\x80"))),
+            (Roots{"d:\\Pr\u00FC", "d:\\\u20AC"}));
+  // The file is one or the other: what could be UTF-8 is not, beside what cannot be.
+  EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\\xFC", "d:\\\xC3\xBC"))),
+            (Roots{"d:\\\u00FC", "d:\\\u00C3\u00BC"}));
 }
 
 TEST(ReadProfile, LineEndsOfOtherSystemsAreReadToo) {

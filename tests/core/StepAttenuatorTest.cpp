@@ -262,6 +262,18 @@ TEST_P(StepAttenuatorTest, SkipsLinesOfEveryOtherKind) {
   EXPECT_EQ(ShownRows(), (Rows{{"10", "5.00E07", "10.0123"}, {"20", "5.00E07", "20.0123"}}));
 }
 
+TEST_P(StepAttenuatorTest, CutsAHeaderLineAtItsFirstNulAndTakesOneInADataLineForABlank) {
+  const std::string nul(1, '\0');
+  data_->SetComment("before");
+  Load({"#COMMENT  : " + nul + "z", "#CAL_NO   : C-1" + nul + "2",
+        "#SER_NO 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 " + nul + " 21 22 23",
+        "*1" + nul + "2" + nul + "3", "!End"});
+  EXPECT_EQ(data_->Comment(), "");
+  EXPECT_EQ(data_->CalibrationNumber(), "C-1");
+  EXPECT_EQ(data_->SerialNumber(), "1");
+  EXPECT_EQ(ShownRows(), (Rows{{"1", "2", "3"}}));
+}
+
 TEST_P(StepAttenuatorTest, ALoadKeepsTheRowsThatTheFileDoesNotFill) {
   SetRows({{"1", "2", "3"}, {"4", "5", "6"}, {"7", "8", "9"}});
   Load({"*10:5.00E07:10.0123", "!End"});

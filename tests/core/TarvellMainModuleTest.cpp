@@ -12,6 +12,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <system_error>
 #include <vector>
 
@@ -574,6 +575,35 @@ TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnIndexErrorAndTheOthersAreKept) {
   EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
 }
 
+TEST_F(CalFileHeaders, OfAFiftySecondFileNameWhatCannotBeReadAsWell) {
+  tree.MakeFolders(InModel("SN000"));
+  for (int i = 1; i <= 51; ++i) {
+    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
+  }
+  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(told.size(), 51U);
+  tree.Write(InModel("SN052"), NewStyle("052"));
+  const Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Index);
+  EXPECT_EQ(error.Path(), kModel);
+  EXPECT_TRUE(Contains(error.Text(), "more than 51 data files")) << error.Text();
+  EXPECT_TRUE(Contains(error.Text(),
+                       "\n\nOne entry of the folder cannot be read as a data file:"
+                       "\n\nSN000: Cannot read the file: it is a folder"))
+      << error.Text();
+}
+
+TEST_F(CalFileHeaders, OfAFolderThatIsALinkToNowhereAreAnErrorAndItIsListed) {
+  tree.Write(R"(c:\calfactors\PX13A\SN1)", NewStyle("1"));
+  std::filesystem::create_symlink("/nowhere/at/all", tree.Native("c:\\calfactors\\px12a"));
+  Names names;
+  ListModelFolders("c:\\calfactors", names);
+  EXPECT_EQ(names, (Names{"PX13A", "PX12A", ""}));
+  const Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+  EXPECT_EQ(error.Path(), kModel);
+}
+
 TEST_F(CalFileHeaders, OfAFileThatEndsTooSoonAreAnErrorOfThatFile) {
   tree.Write(InModel("SN1"), NewStyle("1"));
   tree.Write(InModel("SN3"), NewStyle("3"));
@@ -591,9 +621,51 @@ TEST_F(CalFileHeaders, OfAFileThatEndsTooSoonAreAnErrorOfThatFile) {
     const Error error = ErrorOf([this] { (void)Read(); });
     EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
     EXPECT_EQ(error.Path(), InModel("SN2"));
-    EXPECT_EQ(told, Names{"1"});
+    EXPECT_EQ(error.Text(),
+              "The file ends too early: more lines were expected (input past end of file). Check "
+              "the file, or replace it by a complete one. All other data sets of its folder are "
+              "listed.");
+    EXPECT_EQ(told, (Names{"1", "3"}));
     EXPECT_EQ(gCalFiles[0].SerialNumber, "1");
+    EXPECT_EQ(gCalFiles[1].SerialNumber, "3");
   }
+}
+
+TEST_F(CalFileHeaders, OfEntriesThatCannotBeReadAreOneErrorAndAllOthersAreRead) {
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  tree.Write(InModel("SN2"), "");
+  tree.Write(InModel("SN3"), "PX12A\r\n3\r\n05MAR2001\r\n");
+  tree.MakeFolders(InModel("SN4"));
+  tree.Write(InModel("SN6"), NewStyle("6"));
+  Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
+  EXPECT_EQ(error.Path(), kModel);
+  EXPECT_EQ(error.Text(),
+            "2 entries of the folder cannot be read as a data file:\n\n"
+            "SN2, line 1: The file ends too early: more lines were expected (input past end of "
+            "file). Check the file, or replace it by a complete one.\n\n"
+            "SN4: Cannot read the file: it is a folder, not a file. Rename or remove it, then try "
+            "again.\n\n"
+            "All other data sets of the folder are listed.");
+  EXPECT_EQ(told, (Names{"1", "3", "6"}));
+  EXPECT_EQ(gCalFiles[2].FilePath, InModel("SN6"));
+
+  // A finished kit file of its two items, which names no date, and what is no file.
+  tree.Write(InModel("SN5"), "QZ RT410A\r\n3318A12345\r\n");
+  ASSERT_EQ(::mkfifo(tree.Native(InModel("SN7")).c_str(), 0600), 0);
+  std::filesystem::create_symlink("nowhere", tree.Native(InModel("SN8")));
+  tree.Write(InModel("SN9"), "PX12A\r\n9\r\n05MAR 9E9\r\n");
+  tree.MakeFolders(InModel("SNA"));
+  tree.Write(InModel("SNB"), NewStyle("B"));
+  told.clear();
+  error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(told, (Names{"1", "3", "6", "B"}));
+  EXPECT_TRUE(Contains(error.Text(), "7 entries")) << error.Text();
+  for (const char* named : {"\nSN2, line 1: ", "\nSN4: ", "\nSN5, line 3: The file ends too early",
+                            "\nSN7: ", "\nSN8: ", "\n\n... and 2 more.\n\n"}) {
+    EXPECT_TRUE(Contains(error.Text(), named)) << error.Text();
+  }
+  EXPECT_FALSE(Contains(error.Text(), "SN9")) << error.Text();
 }
 
 TEST_F(CalFileHeaders, WithANumberBeyondSixteenBitsAreATypeErrorOfFileAndLine) {

@@ -160,6 +160,43 @@ TEST_F(HostileTreeAtScreen, WhatIsNoDataFileIsToldAtTheMenuWhichStays) {
   menu.ShowModally();
 }
 
+TEST_F(HostileTreeAtScreen, EntriesThatCannotBeReadAreNamedInOneMessageAndTheOthersAreListed) {
+  const char* folder = R"(c:\calfactors\RT410A)";
+  const std::string kit = "RT410A\r\n12345\r\n05MAR2001\r\n";
+  tree_.Write(R"(c:\calfactors\RT410A\SN12345)", kit);
+  fs::create_symlink("gone", In(folder, "SN00000"));
+  tree_.Write(R"(c:\calfactors\RT410A\SN20000)", "RT410A\r\n20000\r\n");
+  WriteInstrument({.model = "RT410A", .serial = "12345"});
+  const auto expectMessage = [&] {
+    questions_.ExpectError({"2 entries", "SN00000: Cannot read the file",
+                            "SN20000, line 3: The file ends too early", folder});
+  };
+  frmCalibrationMain menu(nullptr);
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
+    expectMessage();
+    ClickEntry(at, "LstInstrment", "RT410A");
+    EXPECT_EQ(EntriesOf(at, "lstSerialNumber"), Texts{"12345"});
+    Click(at, "btnReturn");
+  });
+  menu.ShowModally();
+
+  AtStation([&](frmStationModelList& screen) {
+    expectMessage();
+    ClickEntry(screen, "LstInstrment", "RT410A");
+    auto& serials = Find<QComboBox>(screen, "cmbSerial");
+    ASSERT_EQ(serials.count(), 1);
+    EXPECT_EQ(serials.itemText(0), "12345");
+    user_.At<frmStationGetInstr>([&](frmStationGetInstr& picker) {
+      expectMessage();
+      ClickEntry(picker, "LstInstrment", "RT410A");
+      EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"12345"});
+      Click(picker, "btnCancel");
+    });
+    Click(screen, "btnAdd");
+    LeaveUnsaved(screen);
+  });
+}
+
 TEST_F(HostileTreeAtScreen, AStationOfVeryManyInstrumentsIsOpenedAndLeft) {
   constexpr std::size_t kMany = 20000;
   tree_.MakeFolders(kStation);

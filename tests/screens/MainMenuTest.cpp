@@ -16,6 +16,7 @@
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "calscreens/frmCalibrationMain.h"
+#include "common/NoticeLine.h"
 #include "station/frmStationMain.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/OrdinaryUser.h"
@@ -266,6 +267,34 @@ TEST_F(MainMenu, ACancelledBrowseLeavesTheText) {
 }
 
 // ---- Start.
+
+TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEnteredAndNothingWaits) {
+  Start();
+  const auto& notices = Find<NoticeLine>(menu_, "notices");
+  const auto& box = Find<QLineEdit>(menu_, "txtStationDir");
+  const std::string said =
+      "The station data directory holds a comma. The next start reads \"c:\\sta\" in its place. "
+      "Choose one without a comma.";
+  Fill(menu_, "txtStationDir", R"(c:\sta,b)");
+  EXPECT_EQ(notices.text(), "") << "before the box is left";
+  Press(Qt::Key_Tab);
+  EXPECT_EQ(notices.text().toStdString(), said);
+  EXPECT_EQ(MarkOf(&box).toStdString(), said);
+  Fill(menu_, "txtStationDir", R"(c:\stations)");
+  EXPECT_EQ(notices.text(), "");
+  EXPECT_EQ(MarkOf(&box), "");
+
+  tree_.MakeFolders(R"(c:\cal,b)");
+  Fill(menu_, "txtCalibrationDir", R"(c:\cal,b)");
+  Press(Qt::Key_Return);
+  EXPECT_TRUE(notices.text().contains("\"c:\\cal\" in its place")) << notices.text().toStdString();
+  EXPECT_EQ(gCalibrationDir, R"(c:\cal,b)");
+
+  Fill(menu_, "txtCalibrationDir", R"(c:\calfactors)");
+  questions_.ExpectFolderPicker("Browse for calibration data directory.", "/new/cal,b");
+  Click(menu_, "btnBrowseCalibrationDir");
+  EXPECT_TRUE(notices.text().contains("\"/new/cal\" in its place")) << notices.text().toStdString();
+}
 
 TEST_F(MainMenu, WithoutAStationDirectoryNothingElseIsLookedAt) {
   Start();

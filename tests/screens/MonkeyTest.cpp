@@ -129,6 +129,7 @@ const std::array kKnownMessages = {
     ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",
     // Files and folders that are broken, gone or not permitted.
     "The file ends too early: more lines were expected .*",
+    "\\d+ entries of the folder cannot be read as a data file:.*",
     "The chosen data set is not in the list any more\\. .*",
     "Cannot (list the folder|make the folder|delete it|read the file|save the file): it, or the "
     "folder it belongs in, does not exist \\(any more\\)\\. .*",

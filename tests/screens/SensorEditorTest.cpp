@@ -170,6 +170,7 @@ TEST_F(SensorEditor, TheSerialNumberOfNewDataIsFreeAlsoAfterAFileWasShown) {
     EXPECT_EQ(TextOf(editor, "txtSerial"), "12");
     EXPECT_TRUE(Find<QLineEdit>(editor, "txtModel").isReadOnly());
   });
+  file_.serial = "3318A12345";
   Edit([&](frmCalDataInput& editor) {
     EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").isReadOnly());
     EXPECT_EQ(Ground(editor, "txtSerial"), editor.palette().color(QPalette::Button));

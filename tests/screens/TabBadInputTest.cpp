@@ -281,15 +281,23 @@ TEST_F(TabBadInput, AFileOfAnotherFamilyIsTold) {
       });
 }
 
-TEST_F(TabBadInput, AMissingTemplateForAnExistingFileIsTold) {
+TEST_F(TabBadInput, AnExistingFileOpensWithoutItsTemplate) {
   for (const std::string model : {"RT520A", "RT520C", "RT730A"}) {
     std::filesystem::remove(tree_.ProgramFolder() / ("Temp" + model));
   }
-  ExpectRefused("RT520A", Lines(SetALines()), {"TempRT520A"});
+  ExpectToldAndShown("RT520A", Lines(SetALines()), {"TempRT520A", "nothing that the file lacks"},
+                     [](frmCalDataTabInput& editor) {
+                       EXPECT_EQ(TextOf(editor, "txtTabSerial"), "M001");
+                       EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "1.000012pF");
+                     });
   std::filesystem::remove_all(tree_.Native(R"(c:\calfactors\RT520A)"));
-  ExpectRefused("RT520C", CapacitorFile({"RT520C", "00042"}, SetCMembers()), {"TempRT520C"});
+  ExpectToldAndShown(
+      "RT520C", CapacitorFile({"RT520C", "00042"}, SetCMembers()), {"TempRT520C"},
+      [](frmCalDataTabInput& editor) { EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "10.0001nF"); });
   std::filesystem::remove_all(tree_.Native(R"(c:\calfactors\RT520C)"));
-  ExpectRefused("RT730A", Lines(ResistorLines()), {"TempRT730A"});
+  ExpectToldAndShown(
+      "RT730A", Lines(ResistorLines()), {"TempRT730A"},
+      [](frmCalDataTabInput& editor) { EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "1 mohm"); });
 }
 
 TEST_F(TabBadInput, AMissingTemplateForNewDataIsTold) {

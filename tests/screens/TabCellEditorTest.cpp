@@ -216,6 +216,7 @@ TEST_F(TabCellEditor, ACellWithoutAUnitIsOfferedPpm) {
   ResistorRows rows = SetRRows();
   rows[2][0] = "*        1 :   10.000 ohm";
   WriteTemplate("RT730A", ResistorFile({"RT730A", "TPLR0"}, rows));
+  questions_.ExpectError({"HF Calibration at 10ohm", "too few values", "row 1."});
   EditNew("RT730A", [](frmCalDataTabInput& editor) {
     KeyToTab(editor, 3);
     ASSERT_EQ(RowOf(editor, 1), (Texts{"1", "10.000 ohm", "", "", ""}));
@@ -380,6 +381,7 @@ TEST_F(TabCellEditor, ACellBeyondTheFormatsOfSetAKeepsItsUnitOnly) {
         {std::to_string(members[0].rows.size() + 1), "1.0000pF", "0.05", "0.00001", "0.00002"});
   }
   WriteTemplate("RT520A", CapacitorFile({"RT520A", "TPLA0"}, members));
+  questions_.ExpectError({"RT521A", "more rows", "row 9."});
   EditNew("RT520A", [](frmCalDataTabInput& editor) {
     EXPECT_EQ(RowOf(editor, 8), (Texts{"8", "1.0000pF", "0.05 %", "0.00001", "0.00002"}));
     EXPECT_EQ(RowOf(editor, 9), (Texts{"9", "pF", " %", "0.00001", "0.00002"}));

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QDir>
 #include <QFile>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -23,12 +22,22 @@ namespace {
 
 class Trash : public testing::Test {
  protected:
-  Trash() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {}
-  ~Trash() override { qputenv("XDG_DATA_HOME", dataHome_); }
+  Trash()
+      : platform_(tree_.ProgramFolder()),
+        dataHome_(QByteArray::fromStdString((tree_.Root() / "home").string())),
+        before_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", dataHome_);
+  }
+  ~Trash() override { qputenv("XDG_DATA_HOME", before_); }
+  Trash(const Trash&) = delete;
+  Trash& operator=(const Trash&) = delete;
 
   test::TestTree tree_;
   test::DesktopTestPlatform platform_;
   QByteArray dataHome_;
+
+ private:
+  QByteArray before_;
 };
 
 TEST_F(Trash, TakesAFileAndAFolderWithAllItHolds) {
@@ -79,10 +88,13 @@ TEST_F(Trash, WhereThereIsNoneTheFileIsDeletedAndNothingIsLeftElsewhere) {
   tree_.Write(R"(c:\a\SN1)", "one");
   tree_.Write(R"(c:\a\file)", "no folder");
   qputenv("XDG_DATA_HOME", tree_.Native(R"(c:\a\file)").string().c_str());
-  const QStringList before = QDir().entryList();
+  tree_.MakeFolders(R"(c:\current)");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(tree_.Native(R"(c:\current)"));
   Recycle(R"(c:\a\SN1)");
+  std::filesystem::current_path(before);
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"file"}));
-  EXPECT_EQ(QDir().entryList(), before);
+  EXPECT_EQ(tree_.Names(R"(c:\current)"), std::vector<std::string>{});
 }
 
 TEST_F(Trash, ACopyCanBeRestoredToWhereTheFileStands) {
@@ -179,25 +191,34 @@ TEST_F(Trash, ACopyIsAsClosedToOthersAsTheFile) {
       std::filesystem::perms(0640));
 }
 
-TEST_F(Trash, AFileOnAnotherDiskIsCopiedIntoIt) {
-  // /dev/shm is a file system of its own wherever these tests run.
-  const std::string folder = "/dev/shm/tarvell-trash-test";
-  std::filesystem::create_directories(folder);
-  test::WriteNative(folder + "/SNother", "kept");
-  Recycle(folder + "/SNother");
-  EXPECT_FALSE(std::filesystem::exists(folder + "/SNother"));
-  const std::string home = dataHome_.toStdString() + "/Trash";
-  const bool inHome = std::filesystem::exists(home + "/files/SNother");
-  bool inDisk = false;
-  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {
-    inDisk = inDisk || std::filesystem::exists(entry.path() / "files" / "SNother");
+/// The desktop with a folder from which nothing can be moved, as if it were another disk.
+class OtherDisk : public test::DesktopTestPlatform {
+ public:
+  using DesktopTestPlatform::DesktopTestPlatform;
+
+  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
+    return from.starts_with(disk) && !to.starts_with(disk)
+               ? std::make_error_code(std::errc::cross_device_link)
+               : DesktopTestPlatform::Replace(from, to);
   }
-  EXPECT_TRUE(inHome || inDisk);
-  std::filesystem::remove_all(folder);
-  for (const auto& entry : std::filesystem::directory_iterator("/dev/shm")) {
-    std::filesystem::remove(entry.path() / "files" / "SNother");
-    std::filesystem::remove(entry.path() / "info" / "SNother.trashinfo");
-  }
+
+  std::string disk;
+};
+
+TEST_F(Trash, WhatLiesOnAnotherDiskIsCopiedIntoItAndTakenAway) {
+  OtherDisk desktop(tree_.ProgramFolder());
+  desktop.disk = tree_.Native(R"(c:\other)").string();
+  // Names that the toolkit's own way does not take.
+  const std::string file(210, 'f');
+  const std::string folder(210, 'd');
+  tree_.Write("c:\\other\\" + file, "one");
+  tree_.Write("c:\\other\\" + folder + R"(\inside\PX12A)", "two");
+  Recycle("c:\\other\\" + file);
+  Recycle("c:\\other\\" + folder);
+  EXPECT_EQ(tree_.Names(R"(c:\other)"), std::vector<std::string>{});
+  const std::string files = dataHome_.toStdString() + "/Trash/files/";
+  EXPECT_EQ(test::ReadNative(files + std::string(200, 'f')), "one");
+  EXPECT_EQ(test::ReadNative(files + std::string(200, 'd') + "/inside/PX12A"), "two");
 }
 
 }  // namespace

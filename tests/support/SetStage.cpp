@@ -20,10 +20,14 @@ Texts Joined(const std::vector<Texts>& parts) {
   return lines;
 }
 
+std::string FullLine(const std::string& first) {
+  return "*" + first + " : 1 : 2 : 3 : 4";
+}
+
 Texts ManyLines(int count) {
   Texts lines;
   for (const std::string& name : ManyNames(count)) {
-    lines.push_back("*" + name);
+    lines.push_back(FullLine(name));
   }
   return lines;
 }
@@ -113,7 +117,7 @@ Texts SetStage::PagesBut(const std::vector<std::size_t>& others) const {
   Texts lines;
   for (std::size_t page = 0; page < set_.pages.size(); ++page) {
     if (std::find(others.begin(), others.end(), page) == others.end()) {
-      lines = Joined({lines, Page(page, {"*7"})});
+      lines = Joined({lines, Page(page, {FullLine("7")})});
     }
   }
   return lines;

@@ -22,6 +22,9 @@ using Rows = std::vector<Row>;
 
 [[nodiscard]] Texts Joined(const std::vector<Texts>& parts);
 
+/// A data line with a value in every column, the first of which is `first`.
+[[nodiscard]] std::string FullLine(const std::string& first);
+
 /// Data lines, texts and rows of so many rows, whose first cells are 1, 2 and so on.
 [[nodiscard]] Texts ManyLines(int count);
 [[nodiscard]] Texts ManyNames(int count);
