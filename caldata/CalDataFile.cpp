@@ -219,7 +219,7 @@ void CalDataFile::NoteDoubtfulRows(const DoubtfulRows& rows, std::size_t shown,
   if (shown < rows.count) {
     Note(texts.table + " has no " + std::string(texts.firstColumn) + " in row " +
          std::to_string(shown + 1) +
-         ": that row and the rows behind it are not shown, and would not be saved.");
+         ": that row and the rows after it are not shown, and would not be saved.");
   } else if (IsReadOverDefaults()) {
     NoteRows(texts.table +
                  " shows rows that the file does not hold. They come from the template, and would "

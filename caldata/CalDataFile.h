@@ -117,7 +117,7 @@ class CalDataFile : public cifCaldata {
   struct TableTexts {
     std::string table;             ///< the table, at the beginning of a sentence
     std::string_view firstColumn;  ///< what a row is not shown without
-    std::string_view emptyField;   ///< what became of the values behind an empty field
+    std::string_view emptyField;   ///< what became of the values after an empty field
     std::string_view missing;      ///< what stands in for missing values
     std::string_view beyond = "";  ///< what became of values that there is no format for
   };

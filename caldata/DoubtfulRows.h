@@ -24,19 +24,19 @@ using RowSet = std::bitset<kTableRows>;
 [[nodiscard]] RowSet RowsBetween(std::size_t first, std::size_t end);
 
 /// Whether one of the first `columns` fields of a data line, which are separated by ":", is blank
-/// although a value stands behind it. Words that are counted move to the left over it.
+/// although a value stands after it. Words that are counted move to the left over it.
 [[nodiscard]] bool HasEmptyField(std::string_view line, std::size_t columns);
 
 /// What HasEmptyField means where words are counted.
 inline constexpr std::string_view kValuesMovedLeft =
-    "The values behind it were read one column too far to the left";
+    "The values after it were read one column too far to the left";
 
 /// The rows of one table of a file, by what is doubtful about them.
 struct DoubtfulRows {
   std::size_t count = 0;  ///< rows that the file holds
   RowSet emptyField;      ///< rows of which HasEmptyField
   RowSet missing;         ///< rows with fewer values than the table has columns
-  RowSet beyond;          ///< rows behind the last one that there are formats for
+  RowSet beyond;          ///< rows after the last one that there are formats for
 
   /// Takes a row of the file, and forgets an earlier one in its place.
   void Take(std::size_t row, bool hasEmptyField, bool isMissing, bool isBeyond = false);

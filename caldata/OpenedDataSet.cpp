@@ -21,7 +21,7 @@ std::string NameBySerial(std::string_view serial) {
   return "SN" + std::string(LastCharacters(serial, kNameCharacters));
 }
 
-/// Fills in the template below a set. One that is refused is told, and leaves nothing.
+/// Fills in the template below a set. One that is refused is reported, and leaves nothing.
 void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   try {
     opened.data->SetInitialDefaultData();

@@ -342,7 +342,7 @@ void cInstrRT730A::NoteRowsOf(std::size_t page) {
       read, shown,
       {.table = table,
        .firstColumn = "first value",
-       .emptyField = "The values behind it were not read",
+       .emptyField = "The values after it were not read",
        .missing = "Their cells are empty; an uncertainty in ppm or % would be saved as 0",
        .beyond = "Their uncertainty in ppm or % was not read, and would be saved as 0"});
 }

@@ -197,7 +197,7 @@ TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
   Texts lines = Header("RT730A");
   for (const Texts& opening : test::ResistorSet().openings) {
     const bool isFirst = &opening == &test::ResistorSet().openings.front();
-    // The value behind the gap is not read. The third row has none of the template below it.
+    // The value after the gap is not read. The third row has none of the template below it.
     lines = Joined({lines,
                     opening,
                     isFirst ? Texts{"*a : 9", "*b : : 9 : 0.5 %", "*c : 9"}
@@ -210,7 +210,7 @@ TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
             (Texts{"The section \"DC Registance\" shows cells that the file does not hold. They "
                    "come from the template, and would be saved: rows 1 and 2.",
                    "The section \"DC Registance\" has rows with an empty field in the file. The "
-                   "values behind it were not read: row 2.",
+                   "values after it were not read: row 2.",
                    "The section \"DC Registance\" has rows with too few values in the file. Their "
                    "cells are empty; an uncertainty in ppm or % would be saved as 0: row 3."}));
 }
@@ -225,9 +225,9 @@ TEST_F(OpenedFile, OfASensorNamesItsDoubtfulRows) {
                     "*  30.00:             : (Ref.)", "*  40.00", "*", "*  60.00: 97.0", "!End"}}));
   EXPECT_EQ(RowsOf(*opened.data), (Texts{"10.00|99.0", "98.0|0.0", "30.00|(Ref.)", "40.00|"}));
   EXPECT_EQ(opened.notices,
-            (Texts{"The table has no frequency in row 5: that row and the rows behind it are not "
+            (Texts{"The table has no frequency in row 5: that row and the rows after it are not "
                    "shown, and would not be saved.",
-                   "The table has rows with an empty field in the file. The values behind it were "
+                   "The table has rows with an empty field in the file. The values after it were "
                    "read one column too far to the left: rows 2 and 3.",
                    "The table has rows with too few values in the file. Their cells are empty, "
                    "and would be saved so: row 4."}));
@@ -261,7 +261,7 @@ TEST_F(OpenedFile, OfACapacitorSetNamesRowsWithMissingValues) {
   const OpenedDataSet opened = Open("RT520C", lines);
   ASSERT_EQ(opened.notices.size(), 6U);
   EXPECT_EQ(opened.notices[0],
-            "The page RT525A has rows with an empty field in the file. The values behind it were "
+            "The page RT525A has rows with an empty field in the file. The values after it were "
             "read one column too far to the left: row 4.");
   EXPECT_EQ(opened.notices[1],
             "The page RT525A has rows with too few values in the file. 0 is shown in their place, "
