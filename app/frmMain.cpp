@@ -73,6 +73,9 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
     // What is being typed is not commented on before it is finished.
     connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
     connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
+    connect(box, &QLineEdit::inputRejected, this, [this, box] {
+      Notice(box, tr("The text was left as it was: a directory cannot hold a line end."));
+    });
   }
   SetUpMenu();
   connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
@@ -132,10 +135,14 @@ void frmMain::Browse(QLineEdit* box, const QString& title) {
   });
 }
 
-void frmMain::CheckDirectory(QLineEdit* box) {
+QString frmMain::DirectoryNotice(const QLineEdit* box) const {
   const std::string directory = FromQt(box->text());
-  Notice(box, ToQt(box == ui_->txtCalibrationDir ? CalibrationDirNotice(directory)
-                                                 : StationDirNotice(directory)));
+  return ToQt(box == ui_->txtCalibrationDir ? CalibrationDirNotice(directory)
+                                            : StationDirNotice(directory));
+}
+
+void frmMain::CheckDirectory(QLineEdit* box) {
+  Notice(box, DirectoryNotice(box));
 }
 
 void frmMain::Notice(QLineEdit* box, const QString& text) {
@@ -219,6 +226,14 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::Form_Unload() {
+  // A box that still has the keyboard has not been reported on.
+  for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
+    const QString notice = DirectoryNotice(box);
+    if (!notice.isEmpty() && ui_->notices->About(box->objectName()) != notice) {
+      Notice(box, notice);
+      Tell(this, notice);
+    }
+  }
   gCalibrationDir = FromQt(ui_->txtCalibrationDir->text());
   gStationDir = FromQt(ui_->txtStationDir->text());
   Guarded(

@@ -51,6 +51,8 @@ class frmMain final : public QDialog {
   void Browse(QLineEdit* box, const QString& title);
   /// Reports a directory that the next start will not read back.
   void CheckDirectory(QLineEdit* box);
+  /// What is to be known about the directory in a box, "" when nothing is.
+  [[nodiscard]] QString DirectoryNotice(const QLineEdit* box) const;
   /// Reports `text` about a box and marks it; "" takes that back.
   void Notice(QLineEdit* box, const QString& text);
   void Start();

@@ -132,7 +132,7 @@ class CalDataFile : public cifCaldata {
   void NoteDoubtfulRows(const DoubtfulRows& rows, std::size_t shown, const TableTexts& texts);
 
   /// The file has been read; notes what it lacks. `lastItem` is the one that was held at its end,
-  /// and was not interpreted; `hasEnd` tells whether a line "!End" stood by itself. Returns whether
+  /// and was not interpreted; `hasEnd` says whether a line "!End" stood by itself. Returns whether
   /// the file is complete, as a template must be.
   virtual bool EndRead(const std::string& lastItem, bool hasEnd);
 

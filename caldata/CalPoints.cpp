@@ -94,6 +94,9 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
     return {PointPlace::BelowZero};
   }
   const double written = NumericValue(FrequencyText(frequency, tableUnit));
+  if (written == 0) {
+    return {PointPlace::TooSmall};
+  }
   double previous = 0;
   for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
     const double current = ValueOf(grid, row, 0);

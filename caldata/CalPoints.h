@@ -15,9 +15,10 @@
 namespace tarvell {
 
 enum class PointPlace {
-  Row,       ///< before the row `row`, or after the last one
-  Taken,     ///< the table has this point already
-  BelowZero  ///< no point lies below zero
+  Row,        ///< before the row `row`, or after the last one
+  Taken,      ///< the table has this point already
+  BelowZero,  ///< no point lies below zero
+  TooSmall    ///< its row would be written as zero
 };
 
 struct PointPosition {

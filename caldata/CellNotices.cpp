@@ -108,6 +108,15 @@ std::string StoredDifferently(std::string_view typed, std::string_view stored) {
                                                        : std::string();
 }
 
+std::string PointTakenDifferently(std::string_view typed, std::string_view added) {
+  if (Trim(typed).empty() || WholeNumber(Trim(typed))) {
+    return {};
+  }
+  return Quoted(typed) + " is not a number; " +
+         (added.empty() ? "no point was added." : Quoted(added) + " was added.") +
+         " Type digits with a point for the decimals.";
+}
+
 std::string ReadDifferently(std::string_view shown, std::string_view readBack) {
   if (Trim(shown) == Trim(readBack)) {
     return {};

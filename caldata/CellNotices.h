@@ -27,6 +27,9 @@ struct CellParts {
 /// format. The unit of the cell may be typed with the number.
 [[nodiscard]] std::string StoredDifferently(std::string_view typed, std::string_view stored);
 
+/// Reports that the point `added`, "" for none, is not the number `typed` in the dialog for it.
+[[nodiscard]] std::string PointTakenDifferently(std::string_view typed, std::string_view added);
+
 /// Reports that the file gives back `readBack` for a cell that shows `shown`.
 [[nodiscard]] std::string ReadDifferently(std::string_view shown, std::string_view readBack);
 

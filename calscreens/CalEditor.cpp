@@ -73,6 +73,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
+  connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   connect(cellEditor_.get(), &CellEditor::Typed, this,
           [this](std::int16_t row, std::int16_t column, const QString& typed) {
             NoteCell(row, column, &typed);

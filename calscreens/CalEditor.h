@@ -70,8 +70,8 @@ class CalEditor : public QDialog {
   void ReportCells();
 
   /// Stores an open cell edit, saves the data set and closes the screen; does not close it when
-  /// the serial number is missing, which is told, or when a file that the user has not seen is to
-  /// stay. Throws the error of a save that fails.
+  /// the serial number is missing, which is reported, or when a file that the user has not seen is
+  /// to stay. Throws the error of a save that fails.
   void SaveAndClose();
 
  private:
@@ -94,7 +94,7 @@ class CalEditor : public QDialog {
   void TellNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
-  std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages, but for the shown one
+  std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages except the shown one
   std::unique_ptr<CellEditor> cellEditor_;       ///< ends before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;

@@ -11,8 +11,8 @@
 #include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "caldata/CellNotices.h"
-#include "common/CalmWheel.h"
 #include "common/CommonStringModule.h"
+#include "common/DeliberateChoice.h"
 #include "common/EnterKey.h"
 #include "common/FileTextValidator.h"
 #include "common/Guard.h"
@@ -23,6 +23,9 @@
 namespace tarvell {
 
 namespace {
+
+/// The property of a box that names what its notice is about.
+constexpr const char* kSubject = "subject";
 
 constexpr int kCalStartYear = 2000;
 constexpr int kDueStartYear = 2001;
@@ -39,7 +42,7 @@ void Lock(QLineEdit* box, bool locked) {
 void SetUpDate(QLineEdit* yearBox, UpDown* yearSpinner, QComboBox* monthBox, QLineEdit* dayBox,
                UpDown* daySpinner) {
   SetUpYearBox(yearBox, yearSpinner);
-  IgnoreWheelWithoutFocus(monthBox);
+  ChangeOnlyDeliberately(monthBox);
   AddMonths(monthBox);
   SetUpDayBox(dayBox, daySpinner);
 }
@@ -103,12 +106,16 @@ bool CalHeaderBlock::eventFilter(QObject* watched, QEvent* event) {
     focusNextChild();
     return true;
   }
+  if (event->type() == QEvent::FocusIn) {
+    emit Entered(watched->property(kSubject).toString());
+  }
   return QWidget::eventFilter(watched, event);
 }
 
 void CalHeaderBlock::ReportNotices() {
   const auto report = [this](QLineEdit* marked, const QLabel* label, const std::string& notice) {
     MarkBox(marked, ToQt(notice));
+    marked->setProperty(kSubject, label->text());
     emit Noticed(label->text(), ToQt(notice));
   };
   const auto readBack = [&](QLineEdit* box, const QLabel* label) {

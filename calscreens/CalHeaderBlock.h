@@ -49,6 +49,8 @@ class CalHeaderBlock final : public QWidget {
   void SerialChanged(const QString& serial);
   /// There is this to report about a field; "" takes it back.
   void Noticed(const QString& field, const QString& text);
+  /// The keyboard has come to this field.
+  void Entered(const QString& field);
 
  protected:
   /// Enter in a field goes to the next one.

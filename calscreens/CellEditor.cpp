@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "calscreens/GridClipboard.h"
+#include "common/DeliberateChoice.h"
 #include "common/Guard.h"
 #include "common/QtText.h"
 
@@ -52,6 +53,7 @@ CellEditor::CellEditor(CalGrid* grid)
       "The unit that the value is stored in. Choosing another one does not convert the number."));
   txtCellCmb_->setToolTip(txtCellCmb_->accessibleDescription());
   txtCellCmb_->hide();
+  ChangeOnlyDeliberately(txtCellCmb_);
 
   txtCell_->installEventFilter(this);
   txtCellCmb_->installEventFilter(this);
@@ -111,7 +113,6 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      // Never passed on, they would press the screen's default button.
     case Qt::Key_Backspace:
     case Qt::Key_Space:
     case Qt::Key_F2:

@@ -9,10 +9,12 @@
 #include <utility>
 
 #include "app/Tarvell_MainModule.h"
+#include "caldata/CellNotices.h"
 #include "caldata/OpenedDataSet.h"
 #include "calscreens/CellEditor.h"
 #include "calscreens/frmInputPX60H.h"
 #include "common/Guard.h"
+#include "common/NoticeLine.h"
 #include "common/QtText.h"
 #include "common/Questions.h"
 #include "common/ScreenSize.h"
@@ -23,6 +25,9 @@ namespace tarvell {
 namespace {
 
 constexpr std::int16_t kSensorColumns = 2;
+
+/// What a notice about a new point is about.
+constexpr const char* kPoint = "point";
 
 /// The value column is the only one that is typed into; points are added and deleted as rows.
 constexpr std::int16_t kFactorColumn = 1;
@@ -83,6 +88,7 @@ void frmCalDataInput::btnAddPoint_Click() {
 void frmCalDataInput::AddPoint() {
   Cells().Commit();
   CheckPlaceForPoint(ui_->Grid->Data());
+  Notices().Report(kPoint, {});
   const std::optional<NewPoint> point = IsSensor() ? AskSensorPoint() : AskAttenuatorPoint();
   if (!point) {
     return;
@@ -95,11 +101,15 @@ void frmCalDataInput::AddPoint() {
     case PointPlace::BelowZero:
       Tell(this, "A calibration point cannot lie below zero.");
       break;
+    case PointPlace::TooSmall:
+      Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");
+      break;
     case PointPlace::Row:
       grid.Model().InsertRow(point->position.row, point->row);
       grid.SetCurrentCell(point->position.row,
                           static_cast<std::int16_t>(grid.Model().FirstEditableColumn()));
       grid.setFocus();
+      Notices().Report(kPoint, ToQt(point->notice));
       break;
   }
 }
@@ -112,10 +122,14 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
   input.SetUnit(ToQt(unit));
   input.exec();
   const double frequency = SensorFrequency(FromQt(input.Text()), FromQt(input.Unit()), unit);
+  const std::string typed = FromQt(input.Text());
   if (frequency == 0) {
+    Notices().Report(kPoint, ToQt(PointTakenDifferently(typed, "")));
     return std::nullopt;
   }
-  return NewPoint{SensorRow(frequency, unit), PlaceSensorPoint(ui_->Grid->Data(), frequency, unit)};
+  const std::string row = SensorRow(frequency, unit);
+  return NewPoint{row, PlaceSensorPoint(ui_->Grid->Data(), frequency, unit),
+                  PointTakenDifferently(typed, row.substr(0, row.find('\t')))};
 }
 
 std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
@@ -129,7 +143,13 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
   }
   const AttenuatorPoint point =
       AttenuatorPointFrom(FromQt(input.Setting()), FromQt(input.Frequency()));
-  return NewPoint{AttenuatorRow(point), PlaceAttenuatorPoint(ui_->Grid->Data(), point)};
+  const std::string row = AttenuatorRow(point);
+  const std::size_t end = row.find('\t');
+  const std::string setting = PointTakenDifferently(FromQt(input.Setting()), row.substr(0, end));
+  const std::string frequency = PointTakenDifferently(
+      FromQt(input.Frequency()), row.substr(end + 1, row.find('\t', end + 1) - end - 1));
+  return NewPoint{row, PlaceAttenuatorPoint(ui_->Grid->Data(), point),
+                  setting + (setting.empty() || frequency.empty() ? "" : " ") + frequency};
 }
 
 void frmCalDataInput::btnDeletePoint_Click() {

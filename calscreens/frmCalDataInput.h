@@ -38,6 +38,7 @@ class frmCalDataInput final : public CalEditor {
   struct NewPoint {
     std::string row;
     PointPosition position;
+    std::string notice;  ///< what to report when it is added
   };
 
   [[nodiscard]] bool TakesTemplateSerial() const override { return true; }

@@ -192,6 +192,7 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     ChangePage();
   }
   Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  Notices().Report(MemberSubject(kOptionPage), {});
   ReportMember();
   ReportCells();
 }
@@ -217,6 +218,10 @@ QString frmCalDataTabInput::WhyFixed() const {
   return tr("It comes from the file or the template.");
 }
 
+QString frmCalDataTabInput::MemberSubject(std::int16_t page) const {
+  return "member " + ToQt(Data().GetCalPageName(page));
+}
+
 void frmCalDataTabInput::ReportMember() {
   // The resistor set's file has no place for the serial numbers.
   const bool isStored = CurrentModel().family == ModelFamily::CapacitorSet;
@@ -226,7 +231,7 @@ void frmCalDataTabInput::ReportMember() {
       isStored ? ToQt(HeaderReadDifferently(FromQt(tr("Serial number of %1").arg(name)), shown))
                : QString();
   MarkBox(ui_->txtTabSerial, readBack);
-  Notices().Report("member " + name, readBack);
+  Notices().Report(MemberSubject(currentPage_), readBack);
   QStringList missing;
   for (std::int16_t page = 0; isStored && page < Data().GetCalPageCount(); ++page) {
     if (page == currentPage_ ? shown.empty() : Data().GetCalPageSerial(page).empty()) {
@@ -243,6 +248,9 @@ bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && IsPlainEnter(*static_cast<QKeyEvent*>(event))) {
     focusNextChild();
     return true;
+  }
+  if (event->type() == QEvent::FocusIn && watched == ui_->txtTabSerial) {
+    Notices().ShowAbout(MemberSubject(currentPage_));
   }
   return CalEditor::eventFilter(watched, event);
 }

@@ -56,6 +56,8 @@ class frmCalDataTabInput final : public CalEditor {
   void SwitchOption(bool on);
   /// Reports the members without a serial number, and one that will be read back differently.
   void ReportMember();
+  /// What a notice about the member of a page is about.
+  [[nodiscard]] QString MemberSubject(std::int16_t page) const;
   /// The units offered for a cell, none where there is no choice.
   [[nodiscard]] std::vector<std::string> UnitsOf(std::int16_t column) const;
 

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 
 #include "app/Tarvell_MainModule.h"
+#include "common/DeliberateChoice.h"
 #include "common/EnterKey.h"
 #include "common/ScreenSize.h"
 
@@ -37,6 +38,7 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
     combo->setInsertPolicy(QComboBox::NoInsert);
     // What is typed counts: 5 is not the beginning of 50.
     combo->setCompleter(nullptr);
+    ChangeOnlyDeliberately(combo);
   }
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInputPX60H::btnOk_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmInputPX60H::btnCancel_Click);

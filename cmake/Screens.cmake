@@ -19,7 +19,7 @@ add_library(tarvell_screens STATIC
   calscreens/frmCalibrationMain.cpp calscreens/frmCalibrationMain.h
   calscreens/frmCalibrationMain.ui
   calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui
-  common/CalmWheel.cpp
+  common/DeliberateChoice.cpp
   common/DesktopPlatform.cpp
   common/EnterKey.cpp
   common/FileTextValidator.cpp common/FileTextValidator.h

@@ -23,11 +23,15 @@ class EnterKey : public QObject {
     if (!IsPlainEnter(key)) {
       return false;
     }
-    // A key that is held presses once.
-    if (!key.isAutoRepeat()) {
-      static_cast<QPushButton*>(watched)->click();
+    // A key that is held presses once, also on the next screen that it opens.
+    if (key.isAutoRepeat()) {
+      return true;
     }
-    return true;
+    auto* button = qobject_cast<QPushButton*>(watched);
+    if (button != nullptr) {
+      button->click();
+    }
+    return button != nullptr;
   }
 };
 
@@ -38,6 +42,8 @@ void EnterPressesFocusedButton(QWidget* screen) {
   for (QPushButton* button : screen->findChildren<QPushButton*>()) {
     button->installEventFilter(keys);
   }
+  // What a control does not take comes to the screen, which presses its default button.
+  screen->installEventFilter(keys);
 }
 
 bool IsPlainEnter(const QKeyEvent& key) {

@@ -10,7 +10,8 @@
 namespace tarvell {
 
 /// Makes Enter press the button that has the focus, for every button that `screen` has by now. On
-/// many desktops Enter would press the default button of the screen instead.
+/// many desktops Enter would press the default button of the screen instead. A key that is held
+/// presses one button once, whatever screen it opens.
 void EnterPressesFocusedButton(QWidget* screen);
 
 /// Whether this key is Enter, that of the number pad included, without Ctrl, Alt or Meta.

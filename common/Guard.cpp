@@ -18,25 +18,20 @@ void ShowError(QWidget* owner, const Error& error) {
 
 bool Guarded(QWidget* owner, const std::function<void()>& action,
              const std::function<void(const Error& error)>& show) {
+  const auto report = [&](const Error& error) { show ? show(error) : ShowError(owner, error); };
   try {
     action();
     return true;
   } catch (const Error& error) {
-    if (show) {
-      show(error);
-    } else {
-      ShowError(owner, error);
-    }
+    report(error);
   } catch (const std::bad_alloc&) {
-    ShowError(owner, Error(ErrorKind::System,
-                           "There is not enough memory to do this. Close other programs, then try "
-                           "again."));
+    report(Error(ErrorKind::System,
+                 "There is not enough memory to do this. Close other programs, then try again."));
   } catch (const std::exception& failure) {
-    ShowError(owner,
-              Error(ErrorKind::System,
-                    "The program could not do this (" + std::string(failure.what()) +
-                        "). What you typed is still here. Report this message to whoever looks "
-                        "after the program, then try again."));
+    report(Error(ErrorKind::System,
+                 "The program could not do this (" + std::string(failure.what()) +
+                     "). What you typed is still here. Report this message to whoever looks after "
+                     "the program, then try again."));
   }
   return false;
 }

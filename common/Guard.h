@@ -16,8 +16,8 @@ namespace tarvell {
 void ShowError(QWidget* owner, const Error& error);
 
 /// Runs what the user asked for. An error that ends it is shown, by `show` where one is given,
-/// and stops there; any other standard exception is shown as well. This is the only place where
-/// exceptions are caught. Returns whether the action ran to its end.
+/// and stops there; so does any other standard exception, as an Error of its own. Returns whether
+/// the action ran to its end.
 bool Guarded(QWidget* owner, const std::function<void()>& action,
              const std::function<void(const Error& error)>& show = nullptr);
 

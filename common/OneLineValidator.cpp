@@ -15,7 +15,7 @@ void OneLineValidator::DropPastedLineEnd(QString& text, int& position) {
 
 QValidator::State OneLineValidator::validate(QString& text, int& position) const {
   DropPastedLineEnd(text, position);
-  return Acceptable;
+  return text.contains(u'\n') || text.contains(u'\r') ? Invalid : Acceptable;
 }
 
 }  // namespace tarvell

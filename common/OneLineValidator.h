@@ -9,7 +9,8 @@
 
 namespace tarvell {
 
-/// Lets a text box take what a spreadsheet copies: one line end after the pasted text is dropped.
+/// Lets a text box take what a spreadsheet copies: one line end after the pasted text is dropped. A
+/// text with another line end is refused.
 class OneLineValidator : public QValidator {
   Q_OBJECT
 

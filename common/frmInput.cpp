@@ -5,6 +5,7 @@
 
 #include "ui_frmInput.h"
 
+#include "common/DeliberateChoice.h"
 #include "common/EnterKey.h"
 #include "common/FileTextValidator.h"
 #include "common/ScreenSize.h"
@@ -16,6 +17,7 @@ frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
   SuitDisplay(this);
   EnterPressesFocusedButton(this);
   FileTextValidator::Attach(ui_->txtText);
+  ChangeOnlyDeliberately(ui_->cmbUnit);
   ui_->cmbUnit->addItems({"GHz", "MHz", "KHz"});
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInput::btnOk_Click);
 }

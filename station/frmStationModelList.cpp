@@ -16,7 +16,7 @@
 #include "app/DateBoxes.h"
 #include "app/Tarvell_MainModule.h"
 #include "common/BusyPointer.h"
-#include "common/CalmWheel.h"
+#include "common/DeliberateChoice.h"
 #include "common/EnterKey.h"
 #include "common/Error.h"
 #include "common/FileIOCommonModule.h"
@@ -145,7 +145,7 @@ void frmStationModelList::SetUpFields() {
     FileTextValidator::Attach(box->lineEdit());
     // Free text is kept as it was typed.
     box->setCompleter(nullptr);
-    IgnoreWheelWithoutFocus(box);
+    ChangeOnlyDeliberately(box);
     connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
   }
 }

@@ -194,6 +194,14 @@ TEST(CalPoints, NoPointLiesBelowZero) {
   EXPECT_EQ(Place({}, -1).place, PointPlace::BelowZero);
 }
 
+TEST(CalPoints, APointWhoseRowWouldShowZeroIsTooSmall) {
+  MemoryGrid grid;
+  Fill(grid, {});
+  EXPECT_EQ(PlaceSensorPoint(grid, 1E-5, "GHz").place, PointPlace::TooSmall);
+  EXPECT_EQ(PlaceSensorPoint(grid, 5E-5, "GHz").place, PointPlace::Row);
+  EXPECT_EQ(PlaceSensorPoint(grid, 0.004, "MHz").place, PointPlace::TooSmall);
+}
+
 TEST(CalPoints, ATableOf51RowsIsFull) {
   std::vector<std::string> frequencies;
   for (int i = 1; i <= 50; ++i) {

@@ -84,6 +84,18 @@ TEST(CellNotices, WhatIsStoredAsAnotherNumberIsReportedWithWhatTheCellHolds) {
             "\"0.0030\" is too small for the decimals of this cell; the cell holds \"0 ppm\".");
 }
 
+TEST(CellNotices, APointThatIsNotWhatWasTypedIsReported) {
+  EXPECT_EQ(PointTakenDifferently("1.75", "1750.00"), "");
+  EXPECT_EQ(PointTakenDifferently(" 5E9 ", "5.00E09"), "");
+  EXPECT_EQ(PointTakenDifferently("", ""), "");
+  EXPECT_EQ(PointTakenDifferently("1,75", "1000.00"),
+            "\"1,75\" is not a number; \"1000.00\" was added. Type digits with a point for the "
+            "decimals.");
+  EXPECT_EQ(PointTakenDifferently("abc", ""),
+            "\"abc\" is not a number; no point was added. Type digits with a point for the "
+            "decimals.");
+}
+
 /// A cell of a set, and what the file gives back for it.
 struct Stored {
   std::int16_t page;

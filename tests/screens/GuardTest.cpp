@@ -5,6 +5,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include "common/Guard.h"
 #include "support/ScriptedQuestions.h"
@@ -21,6 +22,11 @@ TEST(Guard, ShowsEveryStandardExceptionAndSaysThatTheActionDidNotEnd) {
   questions.ExpectError({"stray position", "What you typed is still here"});
   EXPECT_FALSE(Guarded(nullptr, [] { throw std::out_of_range("stray position"); }));
   EXPECT_TRUE(Guarded(nullptr, [] {}));
+  std::string shown;
+  EXPECT_FALSE(Guarded(
+      nullptr, [] { throw std::out_of_range("stray position"); },
+      [&](const Error& error) { shown = error.Text(); }));
+  EXPECT_NE(shown.find("stray position"), std::string::npos);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QClipboard>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -294,6 +295,27 @@ TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEnteredAndNothingWaits) {
   questions_.ExpectFolderPicker("Browse for calibration data directory.", "/new/cal,b");
   Click(menu_, "btnBrowseCalibrationDir");
   EXPECT_TRUE(notices.text().contains("\"/new/cal\" in its place")) << notices.text().toStdString();
+}
+
+TEST_F(MainMenu, ADirectoryWithACommaIsReportedAlsoWhenTheProgramEndsBeforeTheBoxIsLeft) {
+  Start();
+  Fill(menu_, "txtStationDir", R"(c:\sta,b)");
+  questions_.ExpectNotice(
+      "The station data directory holds a comma. The next start reads \"c:\\sta\" in its place. "
+      "Choose one without a comma.");
+  menu_.close();
+}
+
+TEST_F(MainMenu, ADirectoryHoldsNoLineEndButOneAfterAPastedTextIsDropped) {
+  Start();
+  QGuiApplication::clipboard()->setText("c:\\cal\r\n");
+  Fill(menu_, "txtCalibrationDir", "");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal)");
+  QGuiApplication::clipboard()->setText("a\nb");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal)");
+  EXPECT_TRUE(Find<NoticeLine>(menu_, "notices").text().contains("cannot hold a line end"));
 }
 
 TEST_F(MainMenu, WithoutAStationDirectoryNothingElseIsLookedAt) {

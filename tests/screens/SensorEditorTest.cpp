@@ -584,6 +584,38 @@ TEST_F(SensorEditor, TheQuestionNamesTheFrequencyAsANumber) {
   });
 }
 
+TEST_F(SensorEditor, APointThatIsNotWhatWasTypedIsReported) {
+  Edit([&](frmCalDataInput& editor) {
+    const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
+    AddPoint(editor, "1,75", "GHz");
+    ASSERT_EQ(notices.Notices().size(), 1);
+    EXPECT_TRUE(notices.text().startsWith("\"1,75\" is not a number; \"1000.00\" was added."))
+        << notices.text().toStdString();
+    AddPoint(editor, "abc", "MHz");
+    EXPECT_TRUE(notices.text().startsWith("\"abc\" is not a number; no point was added."))
+        << notices.text().toStdString();
+    AddPoint(editor, "60", "MHz");
+    EXPECT_EQ(notices.text(), "");
+  });
+}
+
+TEST_F(SensorEditor, PointsAreDeletedOneAfterAnotherByTheKeyboard) {
+  file_.rows = ManyRows(5);
+  Edit([&](frmCalDataInput& editor) {
+    ClickCell(GridOf(editor), 2, 1);
+    Find<QPushButton>(editor, "btnDeletePoint").setFocus();
+    for (const char* point : {"2MHz", "3MHz"}) {
+      questions_.Expect({.text = "Are you want delete? (" + QString(point) + ")",
+                         .icon = QMessageBox::Warning,
+                         .buttons = QMessageBox::Yes | QMessageBox::No,
+                         .defaultButton = QMessageBox::No},
+                        QMessageBox::Yes);
+      Press(Qt::Key_Return);
+    }
+    EXPECT_EQ(ColumnOf(GridOf(editor), 0), (Texts{"1.00", "4.00", "5.00"}));
+  });
+}
+
 TEST_F(SensorEditor, AfterADeletionTheSameRowNumberStaysCurrentAndMarked) {
   file_.rows = ManyRows(40);
   Edit([&](frmCalDataInput& editor) {

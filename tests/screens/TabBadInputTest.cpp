@@ -415,6 +415,17 @@ TEST_F(TabBadInput, OfAMemberSerialNumberOnlyTheFirstWordComesBack) {
   });
 }
 
+TEST_F(TabBadInput, TheMemberOfAPageThatIsSwitchedOffIsNotReported) {
+  WriteTemplate("RT520C", CapacitorFile({"RT520C", "TPLC0"}, SetCMembersSaved()));
+  EditNew("RT520C", [&](frmCalDataTabInput& editor) {
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "12 34");
+    EXPECT_EQ(NoticesOf(editor).size(), 1U);
+    Click(editor, "chkCheck");
+    EXPECT_EQ(NoticesOf(editor), Texts());
+  });
+}
+
 TEST_F(TabBadInput, TheResistorSetHasNoPlaceForMemberSerialNumbersAndReportsNone) {
   EditNew("RT730A", [&](frmCalDataTabInput& editor) {
     Fill(editor, "txtTabSerial", "12 34");
