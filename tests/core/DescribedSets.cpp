@@ -128,7 +128,9 @@ std::string PpmOf(const std::string& percent, const UncertaintyForm& form) {
   std::string text = TextOf(WithDecimals(number, form.ppmDecimals));
   if (form.dropsZeros) {
     text.resize(text.find_last_not_of('0') + 1);
-    text.resize(text.size() - (text.back() == '.' ? 1 : 0));
+    if (text.ends_with('.')) {
+      text.pop_back();
+    }
   }
   return WithoutZeroSign(text);
 }

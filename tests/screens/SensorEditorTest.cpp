@@ -587,9 +587,9 @@ TEST_F(SensorEditor, TheQuestionNamesTheFrequencyAsANumber) {
 TEST_F(SensorEditor, APointThatIsNotWhatWasTypedIsReported) {
   Edit([&](frmCalDataInput& editor) {
     const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
-    AddPoint(editor, "1,75", "GHz");
+    AddPoint(editor, "1,75", "MHz");
     ASSERT_EQ(notices.Notices().size(), 1);
-    EXPECT_TRUE(notices.text().startsWith("\"1,75\" is not a number; \"1000.00\" was added."))
+    EXPECT_TRUE(notices.text().startsWith("\"1,75\" is not a number; \"1.00\" was added."))
         << notices.text().toStdString();
     AddPoint(editor, "abc", "MHz");
     EXPECT_TRUE(notices.text().startsWith("\"abc\" is not a number; no point was added."))
