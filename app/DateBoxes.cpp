@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kFirstYear = 1904;
 constexpr int kLastYear = 2037;
-constexpr int kDayCharacters = 4;
+constexpr int kDayCharacters = 7;  // with room for a warning sign
 constexpr int kYearCharacters = 6;
 
 void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int characters) {

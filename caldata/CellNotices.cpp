@@ -11,6 +11,7 @@
 
 #include "app/Tarvell_MainModule.h"
 #include "caldata/CalDataFile.h"
+#include "caldata/SetPages.h"
 #include "common/CommonStringModule.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
@@ -23,6 +24,9 @@ constexpr std::string_view kDigits = "0123456789";
 constexpr std::size_t kLongestQuote = 40;
 /// From here on not every digit before the point is kept.
 constexpr double kTooManyDigits = 1E15;
+// A file has eight digits for a date.
+constexpr std::int16_t kFirstFourDigitYear = 1000;
+constexpr std::int16_t kLastFourDigitYear = 9999;
 /// Room for what binary fractions lose.
 constexpr double kSlack = 1 + 1E-9;
 
@@ -53,6 +57,12 @@ std::string_view TypedNumber(std::string_view typed, const CellParts& cell) {
     typed.remove_suffix(after.size());
   }
   return Trim(typed);
+}
+
+/// Whether a value in per cent is this one in ppm.
+bool AreEqualUncertainties(std::string_view percent, std::string_view ppm) {
+  return percent.ends_with('%') && ppm.ends_with("ppm") &&
+         PpmOfPercent(PartsOfCell(percent).number) == Normalised(PartsOfCell(ppm).number);
 }
 
 /// The number that a date's box holds, when it is one that can be saved.
@@ -122,7 +132,7 @@ std::string ReadDifferently(std::string_view shown, std::string_view readBack) {
     return {};
   }
   return "The cell shows " + Quoted(shown) + ", and the file will give back " + Quoted(readBack) +
-         ".";
+         (AreEqualUncertainties(shown, readBack) ? ", the same value." : ".");
 }
 
 std::string HeaderReadDifferently(std::string_view field, std::string_view value) {
@@ -138,7 +148,14 @@ std::string MissingDay(std::string_view field, std::string_view day, std::string
                        std::string_view year) {
   const std::optional<std::int16_t> dayNumber = BoxNumber(day);
   const std::optional<std::int16_t> yearNumber = BoxNumber(year);
-  if (!dayNumber || !yearNumber || IsValidDate(*yearNumber, MonthToNumber(month), *dayNumber)) {
+  if (!dayNumber || !yearNumber) {
+    return {};
+  }
+  if (*yearNumber < kFirstFourDigitYear || *yearNumber > kLastFourDigitYear) {
+    return std::string(field) + ": the year " + std::string(Trim(year)) +
+           " does not have four digits. The file will give back another date.";
+  }
+  if (IsValidDate(*yearNumber, MonthToNumber(month), *dayNumber)) {
     return {};
   }
   return std::string(field) + ": the day " + std::string(Trim(day)) + " " +

@@ -37,8 +37,9 @@ struct CellParts {
 /// back.
 [[nodiscard]] std::string HeaderReadDifferently(std::string_view field, std::string_view value);
 
-/// Reports that a date does not exist. Day and year are what their boxes hold: what is no whole
-/// number there is refused when it is saved, and not reported. `month` is a name; "" is none.
+/// Reports that a date does not exist, or that the file cannot keep its year. Day and year are what
+/// their boxes hold: what is no whole number there is refused when it is saved, and not reported.
+/// `month` is a name; "" is none.
 [[nodiscard]] std::string MissingDay(std::string_view field, std::string_view day,
                                      std::string_view month, std::string_view year);
 

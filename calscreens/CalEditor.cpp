@@ -38,6 +38,18 @@ constexpr const char* kFixedCell = "fixed cell";
 /// Of any table.
 constexpr std::int16_t kMostColumns = 5;
 
+/// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
+/// belongs to the column before it.
+QString NoteAbout(const MemoryGrid& grid, std::pair<std::int16_t, std::int16_t> cell,
+                  const QString& note) {
+  const auto [row, column] = cell;
+  std::string caption = grid.CellText(0, column);
+  if (caption.starts_with("Unc.")) {
+    caption += " of " + grid.CellText(0, static_cast<std::int16_t>(column - 1));
+  }
+  return QString("%1, %2: %3").arg(ToQt(grid.CellText(row, 0)), ToQt(caption), note);
+}
+
 }  // namespace
 
 const CalFileInfo& ListedDataSet(std::int16_t index) {
@@ -152,9 +164,8 @@ void CalEditor::NoteCell(std::int16_t row, std::int16_t column, const QString* t
       typed == nullptr ? std::string() : StoredDifferently(FromQt(*typed), stored);
   const std::string readBack =
       ReadDifferently(stored, data_->CellReadBack(ShownPage(), column, row, stored));
-  controls_.grid->Model().SetNote(
-      row, column,
-      ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack));
+  latestNote_ = ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack);
+  controls_.grid->Model().SetNote(row, column, latestNote_);
   ReportCells();
 }
 
@@ -170,31 +181,33 @@ void CalEditor::ShowCellNotes() {
 void CalEditor::ReportCells() {
   controls_.notices->Report(kFixedCell, {});
   const CalGrid& grid = *controls_.grid;
-  const auto about = [](const MemoryGrid& table, std::int16_t row, std::int16_t column,
-                        const QString& note) {
-    return QString("%1, %2: %3")
-        .arg(ToQt(table.CellText(row, 0)), ToQt(table.CellText(0, column)), note);
-  };
   const QString current = grid.Model().NoteAt(grid.CurrentRow(), grid.CurrentColumn());
   if (!current.isEmpty()) {
-    controls_.notices->Report(kCell,
-                              about(grid.Data(), grid.CurrentRow(), grid.CurrentColumn(), current));
+    controls_.notices->Report(
+        kCell, NoteAbout(grid.Data(), {grid.CurrentRow(), grid.CurrentColumn()}, current));
     return;
   }
-  if (!grid.Model().Notes().empty()) {
-    const auto& [cell, note] = *grid.Model().Notes().begin();
-    controls_.notices->Report(kCell, about(grid.Data(), cell.first, cell.second, note));
+  const CellNotes& notes = grid.Model().Notes();
+  if (!notes.empty()) {
+    auto shown = std::ranges::find(notes, latestNote_, &CellNotes::value_type::second);
+    shown = shown == notes.end() ? notes.begin() : shown;
+    controls_.notices->Report(kCell, NoteAbout(grid.Data(), shown->first, shown->second));
     return;
   }
   const auto other = std::ranges::find_if(cellNotes_, [&](const auto& page) {
     return page.first != ShownPage() && page.first < data_->GetCalPageCount() &&
            !page.second.empty();
   });
-  controls_.notices->Report(kCell, other == cellNotes_.end()
-                                       ? QString()
-                                       : tr("On the page %1: %2")
-                                             .arg(ToQt(data_->GetCalPageName(other->first)),
-                                                  other->second.begin()->second));
+  QString elsewhere;
+  if (other != cellNotes_.end()) {
+    MemoryGrid page;
+    page.Clear(kMostColumns);
+    data_->GetCalData(other->first, page);
+    const auto& [cell, note] = *other->second.begin();
+    elsewhere = tr("On the page %1: %2")
+                    .arg(ToQt(data_->GetCalPageName(other->first)), NoteAbout(page, cell, note));
+  }
+  controls_.notices->Report(kCell, elsewhere);
 }
 
 void CalEditor::TellNotices(const std::vector<std::string>& notices) {

@@ -24,6 +24,10 @@ namespace tarvell {
 
 namespace {
 
+// What the notices about a day that was lowered are about.
+constexpr const char* kCalDay = "calibration day";
+constexpr const char* kDueDay = "due day";
+
 /// The property of a box that names what its notice is about.
 constexpr const char* kSubject = "subject";
 
@@ -62,17 +66,22 @@ void ShowDate(std::int16_t year, const std::string& month, std::int16_t day, QLi
   dayBox->setText(QString::number(day));
 }
 
-/// Keeps the day within the month that was chosen.
-void FollowMonth(const QString& year, const QString& month, const QLineEdit* dayBox,
-                 UpDown* dayUpDown) {
+/// Keeps the day within the month that was chosen. Returns what there is to report: a key may have
+/// passed a short month on its way.
+QString FollowMonth(const QString& year, const QString& month, const QLineEdit* dayBox,
+                    UpDown* dayUpDown) {
   const std::int16_t days = DaysInMonth(NumericInt16(FromQt(year)), MonthToNumber(FromQt(month)));
   if (days < 1) {
-    return;
+    return {};
   }
   dayUpDown->SetMaximum(days);
-  if (NumericValue(FromQt(dayBox->text())) > days) {
-    dayUpDown->SetValue(days);
+  const QString typed = dayBox->text();
+  if (NumericValue(FromQt(typed)) <= days) {
+    return {};
   }
+  dayUpDown->SetValue(days);
+  return CalHeaderBlock::tr("The day %1 was lowered to %2, the last day of %3.")
+      .arg(typed, dayBox->text(), month);
 }
 
 }  // namespace
@@ -93,6 +102,8 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     box->installEventFilter(this);
     connect(box, &QLineEdit::textChanged, this, &CalHeaderBlock::ReportNotices);
   }
+  connect(ui_->txtCalDay, &QLineEdit::textEdited, this, [this] { emit Noticed(kCalDay, {}); });
+  connect(ui_->txtDueDay, &QLineEdit::textEdited, this, [this] { emit Noticed(kDueDay, {}); });
   for (QComboBox* box : {ui_->cmbCalMonth, ui_->cmbDueMonth}) {
     box->installEventFilter(this);
     connect(box, &QComboBox::currentIndexChanged, this, &CalHeaderBlock::ReportNotices);
@@ -195,15 +206,21 @@ void CalHeaderBlock::FocusCalNo() {
 
 void CalHeaderBlock::cmbCalMonth_Click() {
   Guarded(window(), [this] {
-    FollowMonth(ui_->txtCalYear->text(), ui_->cmbCalMonth->currentText(), ui_->txtCalDay,
-                ui_->udCalDay);
+    const QString lowered = FollowMonth(ui_->txtCalYear->text(), ui_->cmbCalMonth->currentText(),
+                                        ui_->txtCalDay, ui_->udCalDay);
+    if (!lowered.isEmpty()) {
+      emit Noticed(kCalDay, lowered);
+    }
   });
 }
 
 void CalHeaderBlock::cmbDueMonth_Click() {
   Guarded(window(), [this] {
-    FollowMonth(ui_->txtDueYear->text(), ui_->cmbDueMonth->currentText(), ui_->txtDueDay,
-                ui_->udDueDay);
+    const QString lowered = FollowMonth(ui_->txtDueYear->text(), ui_->cmbDueMonth->currentText(),
+                                        ui_->txtDueDay, ui_->udDueDay);
+    if (!lowered.isEmpty()) {
+      emit Noticed(kDueDay, lowered);
+    }
   });
 }
 

@@ -80,9 +80,15 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
       CommitGuarded();
     }
+    if (event->type() == QEvent::FocusOut) {
+      tabsOn_ = false;
+    }
     return false;
   }
   if (watched == grid_->viewport()) {
+    if (event->type() == QEvent::MouseButtonPress) {
+      tabsOn_ = false;
+    }
     // The grid has got the focus, and the edit is open all the same: it was refused. The click
     // goes no further, or leaving the cell would have it refused once more.
     return IsOpen() && event->type() == QEvent::MouseButtonPress;
@@ -95,6 +101,13 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
+  const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  if (tabsOn_ && isTab && (event.modifiers() & ~Qt::ShiftModifier) == 0) {
+    GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
+    return true;
+  }
+  // Shift alone is the beginning of Shift+Tab.
+  tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {
     // Those that the list of units leaves over come here, too.
@@ -275,8 +288,13 @@ void CellEditor::ReturnByTab(bool forward) {
   if (IsOpen()) {
     return;
   }
+  GoByTab(from, forward);
+}
+
+void CellEditor::GoByTab(const QModelIndex& from, bool forward) {
   const QModelIndex to = grid_->NextEditable(from, forward);
-  if (to.isValid()) {
+  tabsOn_ = to.isValid();
+  if (tabsOn_) {
     grid_->SetCurrentCell(GridRow(to), GridColumn(to));
   } else {
     grid_->Leave(forward);

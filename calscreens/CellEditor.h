@@ -23,10 +23,10 @@ namespace tarvell {
 ///
 /// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
 /// edited. Enter, the Up and Down keys, Tab and every way back to the grid store the text in the
-/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where
-/// it can be chosen, and Shift+Tab to the previous one. When neither text nor unit was touched, the
-/// cell stays as it was. Copying and pasting in the grid take the selected cells, and in an open
-/// box its text.
+/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where it
+/// can be chosen, and Shift+Tab to the previous one; so they do from there on, until another key or
+/// click. When neither text nor unit was touched, the cell stays as it was. Copying and pasting in
+/// the grid take the selected cells, and in an open box its text.
 class CellEditor final : public QObject {
   Q_OBJECT
 
@@ -67,6 +67,7 @@ class CellEditor final : public QObject {
   /// Stores the edit and goes to the next cell that takes typing, or to the previous one; out of
   /// the table where there is none.
   void ReturnByTab(bool forward);
+  void GoByTab(const QModelIndex& from, bool forward);
   void Close();
   void PlaceBox();
 
@@ -78,6 +79,7 @@ class CellEditor final : public QObject {
   QString untouched_;           ///< the text of the box as it was opened
   QString untouchedUnit_;       ///< the unit as it was offered
   bool replaced_ = false;       ///< whether a typed character opened the box
+  bool tabsOn_ = false;         ///< whether Tab goes on from the current cell to the next one
 };
 
 }  // namespace tarvell

@@ -82,13 +82,18 @@ QSize NoticeLine::minimumSizeHint() const {
   return {0, fontMetrics().lineSpacing() + 2 * margin()};
 }
 
+void NoticeLine::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  // No line is cut through its letters.
+  setContentsMargins(0, 0, 0, height() % fontMetrics().lineSpacing());
+}
+
 void NoticeLine::ShowNotices() {
   const QStringList texts = Notices();
   QString shown = texts.value(0);
   if (texts.size() > 1) {
-    const auto others = static_cast<int>(texts.size() - 1);
-    shown += others == 1 ? tr(" (1 more notice: point here to read it.)")
-                         : tr(" (%1 more notices: point here to read them.)").arg(others);
+    // First, so that it is seen when the text is too long for the line.
+    shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
   }
   setText(shown);
   setToolTip(!texts.isEmpty() ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)

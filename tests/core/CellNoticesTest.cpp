@@ -151,6 +151,8 @@ TEST(CellNotices, ADifferenceFromTheFileIsReportedWithBothTexts) {
   EXPECT_EQ(ReadDifferently("12.000 ppm", "12.000 ppm"), "");
   EXPECT_EQ(ReadDifferently("12.346 ppm", "12.000 ppm"),
             "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".");
+  EXPECT_EQ(ReadDifferently("0.0030 %", "30 ppm"),
+            "The cell shows \"0.0030 %\", and the file will give back \"30 ppm\", the same value.");
 }
 
 TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {
@@ -178,6 +180,11 @@ TEST(CellNotices, ADayThatDoesNotExistIsReported) {
             "Due: the day 0 JAN 2001 does not exist. It is saved as it stands.");
   EXPECT_EQ(MissingDay("Due", "1", "", "2001"),
             "Due: the day 1 (no month) 2001 does not exist. It is saved as it stands.");
+  for (const char* year : {"20", "999", "20275", "-2001"}) {
+    EXPECT_EQ(MissingDay("Due", "5", "MAY", year),
+              "Due: the year " + std::string(year) +
+                  " does not have four digits. The file will give back another date.");
+  }
   // These are refused when they are saved.
   EXPECT_EQ(MissingDay("Due", "x", "FEB", "2001"), "");
   EXPECT_EQ(MissingDay("Due", "31", "FEB", ""), "");

@@ -299,6 +299,25 @@ TEST_F(CellEditing, TabStoresAndGoesToTheNextCellThatTakesTyping) {
   });
 }
 
+TEST_F(CellEditing, TabGoesOnFromCellToCellUntilAnotherKey) {
+  Show([&](frmCalDataInput& editor) {
+    ClickCell(GridOf(editor), 1, 1);
+    Type("91");
+    Press(Qt::Key_Tab);
+    Press(Qt::Key_Tab);
+    ExpectBackIn(editor, 3);
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ExpectBackIn(editor, 2);
+    Type("92");
+    Press(Qt::Key_Tab);
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "btnAddPoint");
+    EXPECT_EQ(ColumnOf(GridOf(editor), 1),
+              (std::vector<std::string>{"91.0", "92.0", "98.84", "97.0"}));
+  });
+}
+
 TEST_F(CellEditing, TabLeavesTheTableAtItsEnds) {
   Show([&](frmCalDataInput& editor) {
     ClickCell(GridOf(editor), 4, 1);

@@ -759,6 +759,22 @@ TEST_F(SensorEditor, ADayThatDoesNotExistIsReportedAndMarkedAndSavedAsTyped) {
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
 }
 
+TEST_F(SensorEditor, ADayThatAMonthLowersIsReported) {
+  Edit([&](frmCalDataInput& editor) {
+    const NoticeLine& notices = Find<NoticeLine>(editor, "notices");
+    Fill(editor, "txtCalDay", "31");
+    Find<QComboBox>(editor, "cmbCalMonth").setFocus();
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "JAN");
+    EXPECT_EQ(TextOf(editor, "txtCalDay"), "28");
+    EXPECT_EQ(notices.Notices(),
+              QStringList{"The day 31 was lowered to 28, the last day of FEB."});
+    Fill(editor, "txtCalDay", "31");
+    EXPECT_EQ(notices.Notices(), QStringList());
+  });
+}
+
 TEST_F(SensorEditor, ACommentOfWhichOnlyTheFirstWordComesBackIsReported) {
   Edit([&](frmCalDataInput& editor) {
     Fill(editor, "txtComment", "done in lab");

@@ -441,11 +441,11 @@ TEST_F(TabBadInput, AnUncertaintyThatTheFileKeepsDifferentlyIsReportedAndMarked)
     EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "12.346 ppm");
     const std::string notice =
         "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".";
-    EXPECT_EQ(NoticesOf(editor), Texts{"100000, Unc.: " + notice});
+    EXPECT_EQ(NoticesOf(editor), Texts{"100000, Unc. of Capacitance[pF]: " + notice});
     EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
     // It stays marked from page to page, until it is edited again.
     ClickTab(editor, 2);
-    EXPECT_EQ(NoticesOf(editor), Texts{"On the page RT521A: " + notice});
+    EXPECT_EQ(NoticesOf(editor), Texts{"On the page RT521A: 100000, Unc. of Capacitance[pF]: " + notice});
     ClickTab(editor, 1);
     EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
     TypeCell(editor, 3, 2, "12");
