@@ -35,10 +35,6 @@ std::chrono::sys_days DayOf(const FileDate& date) {
   return std::chrono::year(date.year) / date.month / date.day;
 }
 
-std::string TextOrNone(const std::string& text) {
-  return text.empty() ? "(none)" : text;
-}
-
 }  // namespace
 
 std::string DateText(const FileDate& date) {
@@ -50,6 +46,10 @@ std::string DateText(const FileDate& date) {
   }
   return std::to_string(date.day) + " " + NumberToMonth(date.month) + " " +
          std::to_string(date.year) + (Exists(date) ? "" : " (no such day)");
+}
+
+std::string TextOrNone(std::string_view text) {
+  return text.empty() ? "(none)" : std::string(text);
 }
 
 DueState DueStateOf(const CalFileInfo& row, const FileDate& today) {

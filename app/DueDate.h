@@ -33,6 +33,9 @@ enum class DueState {
 /// "5 MAR 2002"; "(none)" for a date of zeros, "(no such day)" for one that does not exist.
 [[nodiscard]] std::string DateText(const FileDate& date);
 
+/// What the lists show of a text: "(none)" where it is empty.
+[[nodiscard]] std::string TextOrNone(std::string_view text);
+
 /// The calibration number, both dates and the comment of a data file, a line each; the due date
 /// with the words of its state. What is missing is "(none)"; a date that does not exist is marked
 /// "(no such day)".

@@ -27,7 +27,8 @@ std::string ValueIn(const Fields& fields, const std::string& name) {
   return found == fields.end() ? std::string() : found->value;
 }
 
-/// The fields of `file` that `saved` does not have so, those that it alone has among them.
+/// The fields of `file` that differ from `saved`, or that only `file` has, and, as empty ones,
+/// those that only `saved` has.
 Fields DifferentFields(const FileSummary& file, const FileSummary& saved) {
   Fields different;
   for (const FileSummary::Field& field : file.fields) {
@@ -90,7 +91,7 @@ void Compare(Replacement& replacement, const FileSummary& saved,
 }
 
 std::string Line(const FileSummary::Field& field) {
-  return field.name + ": " + (field.value.empty() ? "(none)" : field.value) + "\n";
+  return field.name + ": " + TextOrNone(field.value) + "\n";
 }
 
 /// What a file says, without the fields that are empty in it.

@@ -9,8 +9,10 @@
 
 #include "app/DueDate.h"
 #include "app/Tarvell_MainModule.h"
+#include "caldata/CalDataFile.h"
 #include "common/CommonStringModule.h"
 #include "common/FileCharacters.h"
+#include "common/ItemReader.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 
@@ -21,15 +23,13 @@ namespace {
 constexpr const char* kSerialNumber = "Serial number";
 constexpr const char* kCalibrated = "Calibrated";
 constexpr const char* kDue = "Due";
+constexpr std::string_view kSerialKeyword = "SER_NO";
+constexpr std::string_view kLineClasses = "#*!";
 constexpr std::size_t kDateDigits = 8;
 constexpr std::size_t kOldDateLength = 9;  // 05MAR2001
 
 bool AreDigits(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-std::string TextOrNone(std::string_view text) {
-  return text.empty() ? "(none)" : std::string(text);
 }
 
 /// A date that does not exist keeps its digits: two of them differ.
@@ -56,23 +56,41 @@ std::vector<FileSummary::Field> OldDates(std::string_view text) {
   return {{kCalibrated, calibrated}, {kDue, DateText(date)}};
 }
 
-/// The next item of `rest`, as far as the header needs it: up to a line end or, in an older file,
-/// a comma.
-std::string_view TakeItem(std::string_view& rest, std::string_view ends) {
-  const std::size_t end = std::min(rest.find_first_of(ends), rest.size());
-  const std::string_view item = rest.substr(0, end);
-  const std::size_t length = rest.substr(end, 2) == "\r\n" ? 2 : 1;
-  rest.remove_prefix(std::min(end + length, rest.size()));
-  return Trim(item);
+/// The next item, "" where there is none, without the blanks that quotes keep around it.
+std::string NextItem(ItemReader& reader) {
+  std::string item;
+  static_cast<void>(reader.TryReadItem(item));
+  return std::string(Trim(item));
 }
 
-FileSummary SummaryOfOldFile(std::string_view text) {
-  static_cast<void>(TakeItem(text, ",\r\n"));
+FileSummary SummaryOfOldFile(std::string_view bytes) {
+  ItemReader reader = ItemReader::Of(bytes);
+  static_cast<void>(NextItem(reader));
   FileSummary summary;
-  summary.serialNumber = TakeItem(text, ",\r\n");
-  summary.fields = OldDates(TakeItem(text, ",\r\n"));
+  summary.serialNumber = NextItem(reader);
+  summary.fields = OldDates(NextItem(reader));
   summary.fields.insert(summary.fields.begin(), {kSerialNumber, TextOrNone(summary.serialNumber)});
   return summary;
+}
+
+/// The next line of `rest`, from where a load begins to read it.
+std::string_view TakeLoadedLine(std::string_view& rest) {
+  const std::string_view line = TakeLine(rest);
+  return line.substr(std::min(line.find_first_not_of(" \t"), line.size()));
+}
+
+/// A header line as a load splits it; the value is all of it, not its first word only.
+struct HeaderLine {
+  std::string keyword;  ///< in upper case
+  std::string_view value;
+};
+
+/// Of a line without its "#".
+HeaderLine HeaderLineOf(std::string_view line) {
+  const std::string keyword = HeaderValueRead(line);
+  const std::string_view rest = line.substr(line.find(keyword) + keyword.size());
+  const std::size_t start = std::min(rest.find_first_not_of(" \t:"), rest.size());
+  return {ToUpper(keyword), TrimRight(rest.substr(start))};
 }
 
 std::vector<std::string> CellsOf(std::string_view line, std::size_t most) {
@@ -89,12 +107,30 @@ std::vector<std::string> CellsOf(std::string_view line, std::size_t most) {
 /// The header's fields in the order of the lists; the members' follow as they come.
 class HeaderFields {
  public:
+  /// Takes a line without its "#".
   void Take(std::string_view line) {
-    const std::size_t colon = std::min(line.find(':'), line.size());
-    const std::string keyword = ToUpper(Trim(line.substr(0, colon)));
-    const std::string_view value = Trim(line.substr(std::min(colon + 1, line.size())));
-    if (keyword == "SER_NO") {
-      serial_ = value;
+    const auto [keyword, value] = HeaderLineOf(line);
+    const bool isPage = !TakeKnown(keyword, value);
+    isFound_ = isFound_ || !isPage;
+    if (isPage && !keyword.empty()) {
+      fields_.push_back({"Serial number of " + keyword, std::string(value)});
+    }
+  }
+
+  /// Whether there was a line with a keyword of the header.
+  [[nodiscard]] bool IsFound() const { return isFound_; }
+
+  void MoveTo(FileSummary& summary) {
+    summary.serialNumber = serial_;
+    summary.fields = std::move(fields_);
+  }
+
+ private:
+  /// Whether the keyword is one of the header's.
+  bool TakeKnown(std::string_view keyword, std::string_view value) {
+    if (keyword == kSerialKeyword) {
+      serial_ = HeaderValueRead(value);
+      fields_.at(0).value = TextOrNone(value);
     } else if (keyword == "CAL_NO") {
       fields_.at(1).value = TextOrNone(value);
     } else if (keyword == "CAL_DATE") {
@@ -103,20 +139,15 @@ class HeaderFields {
       fields_.at(3).value = DateOf(value);
     } else if (keyword == "COMMENT") {
       fields_.at(4).value = TextOrNone(value);
-    } else if (keyword != "MODEL_NO" && !keyword.empty()) {
-      fields_.push_back({"Serial number of " + keyword, std::string(value)});
+    } else {
+      return keyword == "MODEL_NO";
     }
+    return true;
   }
 
-  void MoveTo(FileSummary& summary) {
-    fields_.at(0).value = TextOrNone(serial_);
-    summary.serialNumber = serial_;
-    summary.fields = std::move(fields_);
-  }
-
- private:
+  bool isFound_ = false;
   std::string serial_;
-  std::vector<FileSummary::Field> fields_ = {{kSerialNumber, ""},
+  std::vector<FileSummary::Field> fields_ = {{kSerialNumber, TextOrNone("")},
                                              {"Calibration number", TextOrNone("")},
                                              {kCalibrated, TextOrNone("")},
                                              {kDue, TextOrNone("")},
@@ -128,20 +159,38 @@ class HeaderFields {
 FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
   const std::string text = DecodeFileText(bytes);
   std::string_view rest = text;
-  if (!rest.starts_with('#')) {
-    return SummaryOfOldFile(rest);
-  }
+  // As a load sees it, in the first line: blanks before it do not count.
+  const std::size_t first = text.find_first_not_of(" \t");
+  const bool beginsWithLine = first != text.npos && kLineClasses.find(text[first]) != text.npos;
   FileSummary summary;
   HeaderFields header;
   while (!rest.empty()) {
-    const std::string_view line = TakeItem(rest, "\r\n");
+    const std::string_view line = TakeLoadedLine(rest);
     if (line.starts_with('#')) {
       header.Take(line.substr(1));
     } else if (line.starts_with('*')) {
       summary.rows.push_back(CellsOf(line.substr(1), cells));
     }
   }
+  if (!beginsWithLine && !header.IsFound()) {
+    return SummaryOfOldFile(bytes);
+  }
   header.MoveTo(summary);
+  return summary;
+}
+
+FileSummary SummaryOfKitFile(std::string_view bytes) {
+  ItemReader reader = ItemReader::Of(bytes);
+  static_cast<void>(NextItem(reader));
+  const std::string item = NextItem(reader);
+  std::string_view serial = Trim(StripNull(item));
+  if (serial.starts_with('#')) {
+    const auto [keyword, value] = HeaderLineOf(serial.substr(1));
+    serial = keyword == kSerialKeyword ? value : serial;
+  }
+  FileSummary summary = SummaryOfDataFile(bytes);
+  summary.serialNumber = serial;
+  summary.fields.front().value = TextOrNone(serial);
   return summary;
 }
 

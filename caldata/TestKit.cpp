@@ -66,8 +66,7 @@ Replacement TestKitWouldReplace(const std::string& source, const std::string& mo
   if (code && code != kTooLargeForData) {
     throw SystemError(code, "read the file", source);
   }
-  Replacement replacement = ReplacementBy(
-      StoredFile(), target, bytes, [](std::string_view file) { return SummaryOfDataFile(file); });
+  Replacement replacement = ReplacementBy(StoredFile(), target, bytes, &SummaryOfKitFile);
   // A new file of the same kit is what an update brings.
   if (replacement.kind != Replacement::Kind::AnotherSerialNumber) {
     return {};

@@ -38,6 +38,13 @@ ItemReader::ItemReader(const std::string& native, std::string shown) : path_(std
 
 ItemReader::ItemReader(const std::string& path) : ItemReader(NativePath(path), path) {}
 
+ItemReader ItemReader::Of(std::string_view bytes) {
+  ItemReader reader;
+  reader.block_.assign(bytes.begin(), bytes.end());
+  reader.filled_ = bytes.size();
+  return reader;
+}
+
 std::error_code ItemReader::Open(const std::string& native, TextEncoding encoding) {
   encoding_ = encoding;
   return CurrentPlatform().OpenForReading(native, file_);

@@ -39,6 +39,9 @@ class ItemReader {
   /// Opens the file at `path`, a path text of the program.
   explicit ItemReader(const std::string& path);
 
+  /// A reader of a text that is there already, as of a file.
+  [[nodiscard]] static ItemReader Of(std::string_view bytes);
+
   /// Opens a file without throwing: for readers that have an answer of their own to a failure.
   [[nodiscard]] std::error_code Open(const std::string& native,
                                      TextEncoding encoding = TextEncoding::FileCharacters);

@@ -98,6 +98,13 @@ void AppendRight(std::string& target, std::string_view text, std::size_t width) 
   target += text;
 }
 
+std::string_view TakeLine(std::string_view& rest) {
+  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+  rest.remove_prefix(line.size());
+  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
+  return line;
+}
+
 std::string Replaced(std::string_view text, char from, char to) {
   std::string result(text);
   std::replace(result.begin(), result.end(), from, to);

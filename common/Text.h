@@ -34,6 +34,10 @@ namespace tarvell {
 /// appended whole.
 void AppendRight(std::string& target, std::string_view text, std::size_t width);
 
+/// Takes the first line off `rest`. It ends with CR LF, a lone CR or LF, or the text, and is
+/// returned without its end.
+[[nodiscard]] std::string_view TakeLine(std::string_view& rest);
+
 /// `text` with every `from` replaced by `to`.
 [[nodiscard]] std::string Replaced(std::string_view text, char from, char to);
 

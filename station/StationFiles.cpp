@@ -318,9 +318,7 @@ FileSummary SummaryOfInstrument(std::string_view bytes) {
   }
   std::string_view rest = text;
   while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-    const KeywordLine line = ParseKeywordLine(rest.substr(0, end));
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+    const KeywordLine line = ParseKeywordLine(TakeLine(rest));
     if (const Field* field = FindField(line.keyword)) {
       summary.fields.at(static_cast<std::size_t>(field - kFields.data())).value = line.value;
     }

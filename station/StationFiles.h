@@ -61,7 +61,7 @@ struct ReadBackNotice {
 };
 
 /// The values that a file with this instrument would not give back, in the order of the file. No
-/// notice is given of blanks behind a value, of zeros before a number, of CalData, which no file
+/// notice is given of blanks after a value, of zeros before a number, of CalData, which no file
 /// gives back, and of a due date that a save refuses.
 [[nodiscard]] std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument);
 

@@ -4,13 +4,13 @@
 #include "station/StationIndex.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
 #include <string_view>
 
 #include "common/FileCharacters.h"
 #include "common/Paths.h"
 #include "common/ReadFile.h"
+#include "common/Text.h"
 #include "station/StationFiles.h"
 
 namespace tarvell {
@@ -37,9 +37,7 @@ std::vector<std::string> ReadIndex(const std::string& path) {
   std::vector<std::string> lines;
   std::string_view rest = bytes;
   while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+    const std::string_view line = TakeLine(rest);
     if (!line.empty() && line != kIndexName) {
       lines.emplace_back(line);
     }

@@ -18,10 +18,11 @@ class StationIndex {
   /// A visit to the list of `folder`, a path text of the program, begins.
   void Begin(const std::string& folder);
 
-  /// The list was read from the folder, which holds these names.
+  /// The folder holds these names: the list was read from it, or they were saved, or are about to
+  /// be deleted.
   void WasListed(const std::vector<std::string>& names);
 
-  /// The names to write: those that the screen shows, but for files that are gone; behind them
+  /// The names to write: those that the screen shows, except files that are gone; after them
   /// those that `listed`, the folder as it is now, has besides; then those that somebody wrote to
   /// INDEX during the visit for instruments that are not saved yet. An INDEX that cannot be read
   /// adds none.
@@ -31,7 +32,7 @@ class StationIndex {
  private:
   std::string path_;
   std::set<std::string> atBegin_;  ///< the lines of INDEX
-  std::set<std::string> seen_;     ///< the lines of all names that were read from the folder
+  std::set<std::string> seen_;     ///< the lines of all names that the folder has held
 };
 
 }  // namespace tarvell

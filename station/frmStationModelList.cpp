@@ -105,7 +105,7 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   // As tall as the text: marked entries stand hardly farther apart than others.
   ui_->LstInstrment->setIconSize(QSize(1, 1) * ui_->LstInstrment->fontMetrics().height());
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
-  OnEntry(ui_->LstInstrment, {.remove = [this] { btnDelete_Click(); }});
+  OnEntry(ui_->LstInstrment, {.remove = [this] { DeleteByKey(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
   // A serial number that is typed is text, not a choice that would replace the other fields.
   disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
@@ -435,6 +435,10 @@ void frmStationModelList::AddInstrument() {
     return;
   }
   picked.ModelNumber = CleanedModel(picked.ModelNumber);
+  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
+    Tell(this, "This instrment is already exist.");
+    return;
+  }
   const std::vector<std::string> serials = ReadSerials(picked.ModelNumber);
   if (row >= serials.size()) {
     throw InstrumentGone();
@@ -497,6 +501,7 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         }
         const BusyPointer busy;
         SaveInstrumentFile(stationFolder_, instrument, file_);
+        index_.WasListed({instrument.ModelNumber});
         ui_->btnSave->setEnabled(false);
         if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
           SetSaved(shownEntry_);
@@ -515,6 +520,15 @@ void frmStationModelList::btnDelete_Click() {
   Guarded(this, [this] { DeleteInstrument(); });
 }
 
+void frmStationModelList::DeleteByKey() {
+  // After an entry that could not be read, the keyboard is at that one.
+  if (shownEntry_ != nullptr) {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    ui_->LstInstrment->setCurrentItem(shownEntry_);
+  }
+  btnDelete_Click();
+}
+
 void frmStationModelList::DeleteInstrument() {
   const QString model = ui_->txtData_0->text();
   if (model.isEmpty() || model == kPlaceholder) {
@@ -529,11 +543,14 @@ void frmStationModelList::DeleteInstrument() {
   if (answer != QMessageBox::Ok) {
     return;
   }
-  DeleteInstrumentFile(stationFolder_, FromQt(model));
-  if (IsUnsaved(shownEntry_)) {
-    SetSaved(shownEntry_);
+  const std::string name = FromQt(model);
+  KeepUnsaved();
+  // A file of what was added here and not saved is somebody else's: it was saved meanwhile.
+  if (!IsUnsaved(shownEntry_) || NameOfEntry(shownEntry_) != name) {
+    index_.WasListed({name});
+    DeleteInstrumentFile(stationFolder_, name);
   }
-  std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == FromQt(model); });
+  std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == name; });
   shownEntry_ = nullptr;
   ui_->lblNotice->Clear();
   RefreshInstrumentList();

@@ -90,6 +90,10 @@ class frmStationModelList final : public QDialog {
   void AddInstrument();
   /// Lists and shows a new instrument, whose serial number is the `row`-th of its model's.
   void ShowAdded(const CalFileInfo& picked, const std::vector<std::string>& serials, int row);
+  /// Deletes as the button does; the keyboard goes to the entry that is marked.
+  void DeleteByKey();
+  /// Deletes the file that the fields mean; of an instrument that was added and not saved, the
+  /// entry only.
   void DeleteInstrument();
   void ClearInstruments();
   /// Asks whether to leave a station whose folder is gone; false where it is there.

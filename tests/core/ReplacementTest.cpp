@@ -188,6 +188,34 @@ TEST_F(Replacing, AFileThatNamesNoSerialNumberIsAnotherOne) {
                              "Calibration number: (none)\nCalibrated: 20010230 (no such day)\n"));
 }
 
+TEST_F(Replacing, AFileWithALineBeforeItsHeaderIsDescribedByItsHeader) {
+  for (const char* before : {"\r\n", "! remark\r\n", "Sensor of room 3\r\n"}) {
+    tree_.Write(kFile, before + SensorBytes("3318A12345", "factory", kRows));
+    cInstrPX12A data;
+    Open(data);
+    tree_.Write(kFile, before + SensorBytes("3318A12345", "others", {kRows[0], kRows[1]}));
+    const Replacement replacement = data.WouldReplace(kFile);
+    EXPECT_EQ(replacement.kind, Kind::Changed) << before;
+    EXPECT_EQ(replacement.fields, (Fields{{"Comment", "others"}})) << before;
+    EXPECT_EQ(replacement.cells, 6U) << before;
+  }
+}
+
+TEST_F(Replacing, AHeaderLineWithoutAColonIsUnderstoodAsALoadDoes) {
+  std::string bytes = SensorBytes("3318A12345", "factory", kRows);
+  bytes.replace(bytes.find("#SER_NO   : "), 12, "\t#SER_NO ");
+  tree_.Write(kFile, bytes);
+  cInstrPX12A data;
+  Open(data);
+  ASSERT_EQ(data.SerialNumber(), "3318A12345");
+  bytes.replace(bytes.find("C-0042"), 6, "C-0043");
+  tree_.Write(kFile, bytes);
+  const Replacement replacement = data.WouldReplace(kFile);
+  EXPECT_EQ(replacement.kind, Kind::Changed);
+  EXPECT_EQ(replacement.file.serialNumber, "3318A12345");
+  EXPECT_EQ(replacement.fields, (Fields{{"Calibration number", "C-0043"}}));
+}
+
 TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
   const std::string target = R"(c:\calfactors\RT410A\SN12345)";
   const std::string source = (tree_.Root() / "kit.dat").string();
@@ -204,6 +232,22 @@ TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
                                              {"Calibrated", "29 FEB 2000"},
                                              {"Due", "29 FEB 2001 (no such day)"}}));
   EXPECT_EQ(tree_.Read(target), "QZ RT410A\r\n9999B12345\r\n29FEB2000\r\nearlier\r\n");
+}
+
+TEST_F(Replacing, AKitIsIdentifiedByTheSecondItemOfItsFile) {
+  const std::string source = (tree_.Root() / "kit.dat").string();
+  const auto ask = [&](const std::string& bytes) {
+    test::WriteNative(source, bytes);
+    return TestKitWouldReplace(source, R"(c:\calfactors\RT410A)");
+  };
+  for (const std::string second : {"", "#SER_NO ", "#ser_no: "}) {
+    tree_.Write(R"(c:\calfactors\RT410A\SN12345)", "# kit\r\n" + second + "90012345\r\nold\r\n");
+    EXPECT_EQ(ask("# kit\r\n90012345\r\nnew\r\n").kind, Kind::None) << second;
+    const Replacement replacement = ask("# kit\r\n" + second + "77712345\r\nnew\r\n");
+    EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber) << second;
+    EXPECT_EQ(replacement.file.serialNumber, "90012345") << second;
+    EXPECT_EQ(replacement.file.fields.at(0).value, "90012345") << second;
+  }
 }
 
 TEST_F(Replacing, AKitsFileWithHeaderLinesIsThatOfTheSameKit) {

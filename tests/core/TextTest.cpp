@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 #include "common/Text.h"
 
@@ -17,6 +18,15 @@ TEST(Text, TrimmingRemovesBlanksAndNothingElse) {
   EXPECT_EQ(Trim("\t a \t"), "\t a \t");
   EXPECT_EQ(Trim("    "), "");
   EXPECT_EQ(Trim(""), "");
+}
+
+TEST(Text, EveryKindOfLineEndEndsALine) {
+  std::string_view rest = "a\r\nb\r\rc\nd";
+  for (const char* line : {"a", "b", "", "c", "d"}) {
+    EXPECT_FALSE(rest.empty());
+    EXPECT_EQ(TakeLine(rest), line);
+  }
+  EXPECT_EQ(rest, "");
 }
 
 TEST(Text, CaseMeansTheLettersAToZ) {

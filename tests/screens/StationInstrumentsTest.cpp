@@ -632,6 +632,22 @@ TEST_F(StationInstruments, TheListNamesAModelWithoutItsMakerAndOption) {
   });
 }
 
+TEST_F(StationInstruments, AModelThatIsListedWithoutItsMakerIsNotAddedAgain) {
+  WriteCalFile("PX12A", "SN1", {.model = "QZ PX12A", .serial = "1"});
+  WriteCalFile("PX12A", "SN2", {.model = "QZ PX12A Opt001", .serial = "2"});
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "1");
+    const Texts shown = ShownFields(screen);
+    for (const char* serial : {"1", "2"}) {
+      questions_.ExpectNotice("This instrment is already exist.");
+      Add(screen, "PX12A", serial);
+      EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
+      EXPECT_EQ(ShownFields(screen), shown);
+    }
+    LeaveUnsaved(screen);
+  });
+}
+
 TEST_F(StationInstruments, ARowThatIsNotThereIsTold) {
   WriteCalFile("PX12A", "SN1", {.model = "PX77", .serial = "1"});
   AtStation([&](frmStationModelList& screen) {
@@ -825,6 +841,61 @@ TEST_F(StationInstruments, DeletingAnAddedInstrumentTakesItAndNoOtherOffTheList)
   });
   EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX13A"}));
   EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
+TEST_F(StationInstruments, DeletingAnAddedInstrumentLeavesTheFileThatSomebodyElseSaved) {
+  WriteCalFile("PX12A", "SN12345");
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    WriteInstrument();
+    Delete(screen, "PX12A", QMessageBox::Ok);
+    EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"}) << "the one of the file";
+    EXPECT_FALSE(IsMarkedUnsaved(screen, "PX12A"));
+    EXPECT_EQ(ShownFields(screen), kNoFields);
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Delete(screen, "PX12A", QMessageBox::Ok);
+    EXPECT_EQ(tree_.Names(kStation), Texts{}) << "it is deleted once it was read";
+    LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(StationInstruments, DeletingAnotherFileKeepsWhatWasAddedAndNotSaved) {
+  WriteCalFile("RT520A", "SN1", {.model = "RT520A", .serial = "1"});
+  WriteInstrument();
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "RT520A", "1");
+    Fill(screen, "txtData_2", "17");
+    Fill(screen, "txtData_0", "PX12A");
+    const Texts shown = ShownFields(screen);
+    Delete(screen, "PX12A", QMessageBox::Ok);
+    EXPECT_EQ(tree_.Names(kStation), Texts{});
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"RT520A"});
+    EXPECT_TRUE(IsMarkedUnsaved(screen, "RT520A"));
+    EXPECT_EQ(ShownFields(screen), kNoFields);
+    ClickEntry(screen, "LstInstrment", "RT520A");
+    EXPECT_EQ(ShownFields(screen), shown);
+    LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(StationInstruments, TheDeleteKeyMeansTheMarkedInstrumentAfterAFailedRead) {
+  WriteInstrument();
+  WriteInstrument("EMPTY", "");
+  AtStation([&](frmStationModelList& screen) {
+    auto& list = Find<QListWidget>(screen, "LstInstrment");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    ClickEntry(screen, "LstInstrment", "EMPTY");
+    ASSERT_EQ(list.currentItem()->text(), "EMPTY");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Cancel);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(list.currentItem()->text(), "PX12A") << "what was asked about";
+    EXPECT_EQ(Marked(screen), "PX12A");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(tree_.Names(kStation), Texts{"EMPTY"});
+    LeaveUnsaved(screen);
+  });
 }
 
 TEST_F(StationInstruments, AfterAFailedReadTheListMarksWhatTheFieldsShow) {

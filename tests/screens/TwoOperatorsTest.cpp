@@ -102,6 +102,37 @@ TEST_F(TwoVisits, ToAStationBothStayInItsIndex) {
       << index;
 }
 
+TEST_F(TwoVisits, DoNotBringBackWhatThisOneSavedAndDeleted) {
+  tree_.MakeFolders(kStation);
+  WriteCalFile("PX12A", "SN12345");
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    Click(screen, "btnSave");
+    InAnotherProcess([&] { WriteStationInstrumentIndex(kStation, ListInstruments(kStation)); });
+    ASSERT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
+    Click(screen, "btnDelete");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "INDEX\r\n");
+}
+
+TEST_F(TwoVisits, DoNotBringBackWhatThisOneDeletedUnlisted) {
+  WriteInstrument({.model = "PX13A"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    InAnotherProcess([&] {
+      WriteInstrument();
+      WriteStationInstrumentIndex(kStation, {"PX13A", "PX12A"});
+    });
+    Fill(screen, "txtData_0", "PX12A");
+    ExpectDeleteInstrumentQuestion("PX12A", QMessageBox::Ok);
+    Click(screen, "btnDelete");
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
 TEST_F(TwoVisits, ToTheStationListBothStayInItsIndex) {
   tree_.MakeFolders(kStation);
   AtStationList([&](frmStationMain& screen) {
