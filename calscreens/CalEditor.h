@@ -94,7 +94,7 @@ class CalEditor : public QDialog {
   void TellNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
-  QString latestNote_;  ///< of the cell that was stored last
+  QString latestNote_;                           ///< of the cell that was stored last
   std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages except the shown one
   std::unique_ptr<CellEditor> cellEditor_;       ///< ends before the table that it watches
   const Model* model_ = nullptr;

@@ -23,10 +23,10 @@ namespace tarvell {
 ///
 /// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
 /// edited. Enter, the Up and Down keys, Tab and every way back to the grid store the text in the
-/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where it
-/// can be chosen, and Shift+Tab to the previous one; so they do from there on, until another key or
-/// click. When neither text nor unit was touched, the cell stays as it was. Copying and pasting in
-/// the grid take the selected cells, and in an open box its text.
+/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where
+/// it can be chosen, and Shift+Tab to the previous one; so they do from there on, until another key
+/// or click. When neither text nor unit was touched, the cell stays as it was. Copying and pasting
+/// in the grid take the selected cells, and in an open box its text.
 class CellEditor final : public QObject {
   Q_OBJECT
 

@@ -16,8 +16,8 @@ namespace tarvell {
 
 /// A line on a screen that reports and never asks: it takes no focus and no click, and a screen
 /// reader announces it. Each notice is about one subject, such as a field or a cell, and stays
-/// until it is replaced or taken back. The line shows the latest notice and says how many there are;
-/// its tooltip shows all.
+/// until it is replaced or taken back. The line shows the latest notice and says how many there
+/// are; its tooltip shows all.
 class NoticeLine final : public QLabel {
   Q_OBJECT
 

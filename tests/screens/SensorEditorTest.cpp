@@ -768,8 +768,7 @@ TEST_F(SensorEditor, ADayThatAMonthLowersIsReported) {
     Press(Qt::Key_Up);
     EXPECT_EQ(ComboText(editor, "cmbCalMonth"), "JAN");
     EXPECT_EQ(TextOf(editor, "txtCalDay"), "28");
-    EXPECT_EQ(notices.Notices(),
-              QStringList{"The day 31 was lowered to 28, the last day of FEB."});
+    EXPECT_EQ(notices.Notices(), QStringList{"The day 31 was lowered to 28, the last day of FEB."});
     Fill(editor, "txtCalDay", "31");
     EXPECT_EQ(notices.Notices(), QStringList());
   });

@@ -445,7 +445,8 @@ TEST_F(TabBadInput, AnUncertaintyThatTheFileKeepsDifferentlyIsReportedAndMarked)
     EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
     // It stays marked from page to page, until it is edited again.
     ClickTab(editor, 2);
-    EXPECT_EQ(NoticesOf(editor), Texts{"On the page RT521A: 100000, Unc. of Capacitance[pF]: " + notice});
+    EXPECT_EQ(NoticesOf(editor),
+              Texts{"On the page RT521A: 100000, Unc. of Capacitance[pF]: " + notice});
     ClickTab(editor, 1);
     EXPECT_EQ(GridOf(editor).Model().NoteAt(3, 2).toStdString(), notice);
     TypeCell(editor, 3, 2, "12");
