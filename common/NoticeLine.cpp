@@ -111,8 +111,10 @@ void MarkBox(QLineEdit* box, const QString& why) {
     return;
   }
   if (mark == nullptr) {
+    // Where the text does not stand.
+    const bool isAtRight = (box->alignment() & Qt::AlignRight) != 0;
     mark = box->addAction(box->style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, box),
-                          QLineEdit::TrailingPosition);
+                          isAtRight ? QLineEdit::LeadingPosition : QLineEdit::TrailingPosition);
     mark->setParent(box);
     mark->setObjectName(kMarkName);
     box->setProperty(kOwnDescription, box->accessibleDescription());

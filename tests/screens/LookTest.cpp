@@ -12,10 +12,12 @@
 #include <cstdlib>
 #include <functional>
 
+#include "app/DateBoxes.h"
 #include "calscreens/CalGrid.h"
 #include "common/NameList.h"
 #include "common/NoticeLine.h"
 #include "common/ScreenSize.h"
+#include "common/UpDown.h"
 
 namespace tarvell {
 namespace {
@@ -84,6 +86,38 @@ TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
   Show(grid);
   ExpectPaleWithoutKeyboard(grid);
   grid.setParent(nullptr);
+}
+
+/// How many dots of a box, from `left` on, are as dark as text.
+int DarkDots(QLineEdit& box, int left) {
+  const QImage picture = box.grab().toImage();
+  int dots = 0;
+  const int first = static_cast<int>(left * picture.devicePixelRatio());
+  for (int x = first; x < picture.width() - 4; ++x) {
+    for (int y = 4; y < picture.height() - 4; ++y) {
+      dots += picture.pixelColor(x, y).lightness() < 100 ? 1 : 0;
+    }
+  }
+  return dots;
+}
+
+TEST(MarkedBox, ShowsItsTextBesideTheMark) {
+  QLineEdit box;
+  UpDown spinner;
+  SetUpDayBox(&box, &spinner);
+  box.setFocusPolicy(Qt::NoFocus);  // no cursor beside the text
+  box.setText("31");
+  box.show();
+  QApplication::processEvents();
+  const int half = box.width() / 2;
+  const int before = DarkDots(box, half);
+  EXPECT_GT(before, 10);
+  MarkBox(&box, "no such day");
+  QApplication::processEvents();
+  EXPECT_EQ(DarkDots(box, half), before);
+  MarkBox(&box, "");
+  QApplication::processEvents();
+  EXPECT_EQ(DarkDots(box, half), before);
 }
 
 // ---- Sizes.
