@@ -178,7 +178,7 @@ std::optional<CalFileInfo> TryReadHeader(const std::string& native, const std::s
   try {
     return ReadHeader(native, path);
   } catch (const Error& error) {
-    // It must not hide the data sets behind it: all are reported together.
+    // It must not hide the data sets after it: all are reported together.
     unreadable.Add(std::string(NameOf(path)), error);
     return std::nullopt;
   }

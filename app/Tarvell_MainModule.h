@@ -73,7 +73,8 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 /// An entry that cannot be read takes no row, and the reading goes on with the next one. At its end
 /// one error names every such entry with its reason (of very many the first, and how many more
 /// there are); it has the kind of the first. A data file that finds all rows filled ends the
-/// reading with an Index error, which names them as well. All rows read are filled and told then.
+/// reading with an Index error, which names them as well. All rows read are filled and reported by
+/// then.
 std::int16_t ReadCalFileHeaders(
     const std::string& modelFolder,
     const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);

@@ -282,7 +282,7 @@ void CalDataFile::NoteHeader(const std::string& firstItem, const Seen& seen) {
 }
 
 bool CalDataFile::EndRead(const std::string& lastItem, bool hasEnd) {
-  // Behind its rows a file that ends in a remark has lost nothing.
+  // A file that ends in a remark after its rows has lost nothing.
   const bool endsInRemark = hasDataLines_ && lastItem.starts_with('!');
   if (!hasEnd && !endsInRemark) {
     Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);

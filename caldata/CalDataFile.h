@@ -34,7 +34,7 @@ using LineWords = std::array<std::string, kLineWords>;
 
 /// Throws a Character error when a header line could not be read back as one line with this value:
 /// more words before its first comma than a line may have, or a comma (which ends an item) with
-/// something behind it that would be taken for a line of its own. The message calls the value
+/// something after it that would be taken for a line of its own. The message calls the value
 /// `field`.
 void CheckHeaderValue(const std::string& field, std::string_view value);
 
@@ -93,7 +93,7 @@ class CalDataFile : public cifCaldata {
   [[nodiscard]] const HeaderSeen& LoadedHeader() const final { return header_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
   /// another model, or not complete: without its "!End", or for a set without one of its pages or
-  /// the "!END" of one. The model's name may be in any case and have the maker's in front of it,
+  /// the "!END" of one. The model's name may be in any case and have the maker's before it,
   /// and the template may lack header lines, the model line too. What was read of a template that
   /// is refused stays in the object.
   std::int32_t SetInitialDefaultData() final;

@@ -19,7 +19,7 @@ namespace tarvell {
 /// A native path as the program speaks of it: with its drive letter when it lies on a drive.
 [[nodiscard]] std::string PathText(std::string_view native);
 
-/// `path` as a message shows it, with one kind of separator: "\\" behind a drive letter, else the
+/// `path` as a message shows it, with one kind of separator: "\\" after a drive letter, else the
 /// one that stands first in it.
 [[nodiscard]] std::string ShownPath(std::string_view path);
 

@@ -113,7 +113,7 @@ std::string DueDateText(const StationInstrument& instrument) {
          std::string(Trim(instrument.DueYear));
 }
 
-/// What a file with this line, and others behind it, gives.
+/// What a file with this line, and others after it, gives.
 StationInstrument ReadBackOf(std::string_view line) {
   std::string_view item = line.substr(0, line.find(','));
   item = item.substr(0, item.find_last_not_of(" \t") + 1);

@@ -35,7 +35,7 @@ class EverySet : public testing::TestWithParam<SetModel>, public test::SetStage 
   EverySet() : SetStage(GetParam()) {}
 
   [[nodiscard]] const std::string& Name(std::size_t page) const { return set_.pages.at(page); }
-  /// What is told of 51 rows on the first page.
+  /// What is reported of 51 rows on the first page.
   [[nodiscard]] std::vector<Texts> NoticesOfTheLargestPage() const {
     return set_.code == "RT520A" ? std::vector<Texts>{{"page RT521A", "more rows", "rows 9 to 51."}}
                                  : std::vector<Texts>();

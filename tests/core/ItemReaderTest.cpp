@@ -365,7 +365,7 @@ TEST(ItemReader, AFileOfShortItemsIsReadNoFurtherThanItsLimit) {
   }
   tree.Write(kPath, bytes);
   ItemReader reader(kPath);
-  // One block more than the limit tells that there is more; reading on would fail otherwise.
+  // One block more than the limit shows that there is more; reading on would fail otherwise.
   platform.passes = static_cast<int>(kMostBytes / kBlock) + 1;
   platform.Set(FaultPlatform::Step::Read);
   const Error error = ErrorOf([&] {

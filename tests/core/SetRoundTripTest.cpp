@@ -283,7 +283,7 @@ class RoundTrip {
     return typed;
   }
 
-  /// What is told of a file that the program wrote: of rows behind those that have formats.
+  /// What is reported of a file that the program wrote: of rows after those that have formats.
   [[nodiscard]] std::size_t PagesBeyondTheFormats(const SetData& data) const {
     std::size_t pages = 0;
     for (std::size_t page = 0; page < data.pages.size(); ++page) {
