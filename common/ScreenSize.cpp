@@ -32,8 +32,11 @@ class ScrolledPart final : public QScrollArea {
   explicit ScrolledPart(QWidget* part) : QScrollArea(part->parentWidget()) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
-    setSizePolicy(Shrinking(part->sizePolicy().horizontalPolicy()),
-                  Shrinking(part->sizePolicy().verticalPolicy()));
+    // A part whose boxes like to be wide takes the room that its neighbours leave.
+    const bool expands = part->layout()->expandingDirections().testFlag(Qt::Horizontal);
+    setSizePolicy(
+        expands ? QSizePolicy::Expanding : Shrinking(part->sizePolicy().horizontalPolicy()),
+        Shrinking(part->sizePolicy().verticalPolicy()));
     setFocusPolicy(Qt::NoFocus);
     // The toolkit itself does so only for the Tab key, and not when that enters the part.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
