@@ -42,21 +42,12 @@ double RoundingOf(std::string_view number) {
   return 0.5 * std::pow(10.0, -static_cast<double>(decimals));
 }
 
-/// What was typed, less the cell's unit. A spreadsheet appends a line end.
+/// What was typed, without the cell's unit. A spreadsheet appends a line end.
 std::string_view TypedNumber(std::string_view typed, const CellParts& cell) {
   while (!typed.empty() && (typed.back() == '\n' || typed.back() == '\r')) {
     typed.remove_suffix(1);
   }
-  typed = Trim(typed);
-  const std::string_view before = Trim(cell.before);
-  const std::string_view after = Trim(cell.after);
-  if (typed.starts_with(before)) {
-    typed.remove_prefix(before.size());
-  }
-  if (typed.ends_with(after)) {
-    typed.remove_suffix(after.size());
-  }
-  return Trim(typed);
+  return WithoutUnit(typed, cell);
 }
 
 /// Whether a value in per cent is this one in ppm.
@@ -86,6 +77,19 @@ CellParts PartsOfCell(std::string_view text) {
     --first;
   }
   return {text.substr(0, first), text.substr(first, last + 1 - first), text.substr(last + 1)};
+}
+
+std::string_view WithoutUnit(std::string_view value, const CellParts& cell) {
+  const std::string_view before = Trim(cell.before);
+  const std::string_view after = Trim(cell.after);
+  value = Trim(value);
+  if (value.starts_with(before)) {
+    value.remove_prefix(before.size());
+  }
+  if (value.ends_with(after)) {
+    value.remove_suffix(after.size());
+  }
+  return Trim(value);
 }
 
 bool HoldsZero(std::string_view text) {

@@ -20,6 +20,9 @@ struct CellParts {
 };
 [[nodiscard]] CellParts PartsOfCell(std::string_view text);
 
+/// A value without blanks around it, and without what `cell` has before and after its number.
+[[nodiscard]] std::string_view WithoutUnit(std::string_view value, const CellParts& cell);
+
 /// Whether a cell holds zero, or no number at all.
 [[nodiscard]] bool HoldsZero(std::string_view text);
 

@@ -53,33 +53,17 @@ std::string Quoted(std::string_view value) {
   return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
 }
 
-/// What a cell shows before its number and after it, such as "Ls/" and "nH".
-struct Unit {
-  std::string before;
-  std::string behind;
-};
-
-Unit UnitOf(const std::string& ofOne) {
+/// A cell that stores the number 1, which shows what stands before and after its numbers.
+CellParts PartsOfOne(std::string_view ofOne) {
   const CellParts cell = PartsOfCell(ofOne);
   if (cell.number.empty()) {
     throw Error(ErrorKind::Index,
                 "The table has no value in this place. Begin in another cell, or copy less.");
   }
-  return {std::string(Trim(cell.before)), std::string(Trim(cell.after))};
+  return cell;
 }
 
-std::string_view WithoutUnit(std::string_view value, const Unit& unit) {
-  value = Trim(value);
-  if (value.starts_with(unit.before)) {
-    value.remove_prefix(unit.before.size());
-  }
-  if (value.ends_with(unit.behind)) {
-    value.remove_suffix(unit.behind.size());
-  }
-  return Trim(value);
-}
-
-std::string NumberIn(std::string_view value, const Unit& unit) {
+std::string NumberIn(std::string_view value, const CellParts& cell) {
   if (Trim(value).empty()) {
     throw Error(ErrorKind::Type, "There is no value. Fill the gap or copy fewer lines.");
   }
@@ -88,12 +72,12 @@ std::string NumberIn(std::string_view value, const Unit& unit) {
                 "The character \"" + std::string(character) + "\" in " + Quoted(value) +
                     " cannot be stored in a data file. Replace it by another one.");
   }
-  const std::string_view number = WithoutUnit(value, unit);
+  const std::string_view number = WithoutUnit(value, cell);
+  const std::string unit(Trim(cell.after));
   const std::optional<double> parsed = WholeNumber(number);
   if (!parsed) {
     throw Error(ErrorKind::Type,
-                Quoted(value) + " is no number" +
-                    (unit.behind.empty() ? "" : " (in " + unit.behind + ")") +
+                Quoted(value) + " is no number" + (unit.empty() ? "" : " (in " + unit + ")") +
                     ". Copy numbers that have a point for their decimals and nothing between "
                     "their digits.");
   }
@@ -156,8 +140,8 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
                       std::to_string(columnsLeft) + " from the chosen one on. Copy fewer columns.");
     }
     for (const std::string_view value : parts) {
-      const Unit unit = UnitOf(store(column, row, "1"));
-      const std::string number = NumberIn(value, unit);
+      const std::string ofOne = store(column, row, "1");
+      const std::string number = NumberIn(value, PartsOfOne(ofOne));
       cells.push_back({row, column, Stored(number, store(column, row, number))});
       ++column;
     }

@@ -106,7 +106,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
     return true;
   }
-  // Shift alone is the beginning of Shift+Tab.
+  // The Shift key itself, pressed for Shift+Tab, changes nothing.
   tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {
