@@ -5,8 +5,8 @@
 
 #include <csignal>
 
-#include "app/frmMain.h"
-#include "common/DesktopPlatform.h"
+#include "screens/main/frmMain.h"
+#include "screens/widgets/DesktopPlatform.h"
 
 namespace {
 

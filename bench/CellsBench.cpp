@@ -16,7 +16,7 @@
 
 #include "RatioReporter.h"
 #include "Workplace.h"
-#include "caldata/MemoryGrid.h"
+#include "core/caldata/MemoryGrid.h"
 
 namespace tarvell::bench {
 

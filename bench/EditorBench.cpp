@@ -11,9 +11,9 @@
 #include "Painted.h"
 #include "RatioReporter.h"
 #include "Workplace.h"
-#include "app/Tarvell_MainModule.h"
-#include "calscreens/frmCalDataTabInput.h"
-#include "calscreens/frmCalibrationMain.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/caldata/frmCalibrationMain.h"
 
 namespace tarvell::bench {
 

@@ -10,10 +10,10 @@
 
 #include "RatioReporter.h"
 #include "Workplace.h"
-#include "app/Tarvell_MainModule.h"
-#include "common/Error.h"
-#include "common/ItemReader.h"
-#include "station/StationFiles.h"
+#include "core/files/ItemReader.h"
+#include "core/platform/Error.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/station/StationFiles.h"
 
 namespace tarvell::bench {
 

@@ -14,8 +14,8 @@
 
 #include "RatioReporter.h"
 #include "Workplace.h"
-#include "app/Tarvell_MainModule.h"
-#include "station/StationFiles.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/station/StationFiles.h"
 
 namespace tarvell::bench {
 

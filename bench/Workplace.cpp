@@ -9,11 +9,11 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "app/Tarvell_MainModule.h"
-#include "caldata/MemoryGrid.h"
-#include "common/LinuxPlatform.h"
-#include "common/Paths.h"
-#include "common/Platform.h"
+#include "core/caldata/MemoryGrid.h"
+#include "core/files/Paths.h"
+#include "core/platform/LinuxPlatform.h"
+#include "core/platform/Platform.h"
+#include "core/session/Tarvell_MainModule.h"
 
 namespace tarvell::bench {
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "caldata/Models.h"
+#include "core/caldata/Models.h"
 
 namespace tarvell::bench {
 

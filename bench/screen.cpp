@@ -7,11 +7,11 @@
 
 #include "Finish.h"
 #include "Painted.h"
-#include "app/Tarvell_MainModule.h"
-#include "app/frmMain.h"
-#include "calscreens/frmCalDataTabInput.h"
-#include "common/DesktopPlatform.h"
-#include "common/Paths.h"
+#include "core/files/Paths.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/main/frmMain.h"
+#include "screens/widgets/DesktopPlatform.h"
 
 /// The program, with the drives in the folder that the first argument names, up to its painted main
 /// menu, without the splash's wait; with the path of a resistor set's data file as the second one,

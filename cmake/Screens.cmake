@@ -2,41 +2,46 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
 
 add_library(tarvell_screens STATIC
-  app/AskReplacement.cpp
-  app/DateBoxes.cpp
-  app/SerialList.cpp
-  app/frmMain.cpp app/frmMain.h app/frmMain.ui
-  app/frmSplash.cpp app/frmSplash.h app/frmSplash.ui
-  calscreens/CalEditor.cpp calscreens/CalEditor.h
-  calscreens/CalGrid.cpp calscreens/CalGrid.h
-  calscreens/CalHeaderBlock.cpp calscreens/CalHeaderBlock.h calscreens/CalHeaderBlock.ui
-  calscreens/CellEditor.cpp calscreens/CellEditor.h
-  calscreens/GridClipboard.cpp
-  calscreens/GridModel.cpp calscreens/GridModel.h
-  calscreens/frmCalDataInput.cpp calscreens/frmCalDataInput.h calscreens/frmCalDataInput.ui
-  calscreens/frmCalDataTabInput.cpp calscreens/frmCalDataTabInput.h
-  calscreens/frmCalDataTabInput.ui
-  calscreens/frmCalibrationMain.cpp calscreens/frmCalibrationMain.h
-  calscreens/frmCalibrationMain.ui
-  calscreens/frmInputPX60H.cpp calscreens/frmInputPX60H.h calscreens/frmInputPX60H.ui
-  common/DeliberateChoice.cpp
-  common/DesktopPlatform.cpp
-  common/EnterKey.cpp
-  common/FileTextValidator.cpp common/FileTextValidator.h
-  common/FolderPicker.cpp
-  common/Guard.cpp
-  common/NameList.cpp
-  common/NoticeLine.cpp common/NoticeLine.h
-  common/OneLineValidator.cpp common/OneLineValidator.h
-  common/PaleSelection.cpp common/PaleSelection.h
-  common/Questions.cpp
-  common/ScreenSize.cpp
-  common/UpDown.cpp common/UpDown.h
-  common/cFileDialog.cpp
-  common/frmInput.cpp common/frmInput.h common/frmInput.ui
-  station/frmStationGetInstr.cpp station/frmStationGetInstr.h station/frmStationGetInstr.ui
-  station/frmStationMain.cpp station/frmStationMain.h station/frmStationMain.ui
-  station/frmStationModelList.cpp station/frmStationModelList.h station/frmStationModelList.ui)
+  screens/caldata/CalEditor.cpp screens/caldata/CalEditor.h
+  screens/caldata/CalGrid.cpp screens/caldata/CalGrid.h
+  screens/caldata/CalHeaderBlock.cpp screens/caldata/CalHeaderBlock.h
+  screens/caldata/CalHeaderBlock.ui
+  screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
+  screens/caldata/GridClipboard.cpp
+  screens/caldata/GridModel.cpp screens/caldata/GridModel.h
+  screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
+  screens/caldata/frmCalDataInput.ui
+  screens/caldata/frmCalDataTabInput.cpp screens/caldata/frmCalDataTabInput.h
+  screens/caldata/frmCalDataTabInput.ui
+  screens/caldata/frmCalibrationMain.cpp screens/caldata/frmCalibrationMain.h
+  screens/caldata/frmCalibrationMain.ui
+  screens/caldata/frmInputPX60H.cpp screens/caldata/frmInputPX60H.h screens/caldata/frmInputPX60H.ui
+  screens/main/frmMain.cpp screens/main/frmMain.h screens/main/frmMain.ui
+  screens/main/frmSplash.cpp screens/main/frmSplash.h screens/main/frmSplash.ui
+  screens/station/frmStationGetInstr.cpp screens/station/frmStationGetInstr.h
+  screens/station/frmStationGetInstr.ui
+  screens/station/frmStationMain.cpp screens/station/frmStationMain.h
+  screens/station/frmStationMain.ui
+  screens/station/frmStationModelList.cpp screens/station/frmStationModelList.h
+  screens/station/frmStationModelList.ui
+  screens/widgets/AskReplacement.cpp
+  screens/widgets/DateBoxes.cpp
+  screens/widgets/DeliberateChoice.cpp
+  screens/widgets/DesktopPlatform.cpp
+  screens/widgets/EnterKey.cpp
+  screens/widgets/FileTextValidator.cpp screens/widgets/FileTextValidator.h
+  screens/widgets/FolderPicker.cpp
+  screens/widgets/Guard.cpp
+  screens/widgets/NameList.cpp
+  screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h
+  screens/widgets/OneLineValidator.cpp screens/widgets/OneLineValidator.h
+  screens/widgets/PaleSelection.cpp screens/widgets/PaleSelection.h
+  screens/widgets/Questions.cpp
+  screens/widgets/ScreenSize.cpp
+  screens/widgets/SerialList.cpp
+  screens/widgets/UpDown.cpp screens/widgets/UpDown.h
+  screens/widgets/cFileDialog.cpp
+  screens/widgets/frmInput.cpp screens/widgets/frmInput.h screens/widgets/frmInput.ui)
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
 qt_add_resources(tarvell_screens images PREFIX / FILES images/tarvell.svg)
 target_link_libraries(tarvell_screens PUBLIC tarvell_core Qt6::Widgets PRIVATE tarvell_warnings)

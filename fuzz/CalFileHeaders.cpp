@@ -7,8 +7,8 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "app/Tarvell_MainModule.h"
-#include "common/ItemReader.h"
+#include "core/files/ItemReader.h"
+#include "core/session/Tarvell_MainModule.h"
 
 /// The header scan of a model folder with one data file, which is the input.
 namespace tarvell::fuzz {

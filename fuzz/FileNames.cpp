@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "common/FileNames.h"
+#include "core/files/FileNames.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +11,8 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "common/Paths.h"
-#include "station/StationFiles.h"
+#include "core/files/Paths.h"
+#include "core/station/StationFiles.h"
 
 /// Names that become files and folders. The input is what a user types: a station's name, a serial
 /// number or a model number.

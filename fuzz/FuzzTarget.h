@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "common/Error.h"
+#include "core/platform/Error.h"
 
 /// Runs a target on one input. A property that does not hold ends the process.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "common/ItemReader.h"
+#include "core/files/ItemReader.h"
 
 #include <algorithm>
 #include <string>
@@ -9,8 +9,8 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "common/Error.h"
-#include "common/FileCharacters.h"
+#include "core/platform/Error.h"
+#include "core/text/FileCharacters.h"
 
 /// The item reader against the rule of list input on the whole bytes. The first byte of an input
 /// chooses the encoding and how many bytes the disk gives at once; the rest is the file.

@@ -11,7 +11,7 @@
 #include <string>
 #include <system_error>
 
-#include "common/Platform.h"
+#include "core/platform/Platform.h"
 
 namespace tarvell::fuzz {
 

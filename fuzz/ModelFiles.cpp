@@ -9,9 +9,9 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "app/Tarvell_MainModule.h"
-#include "caldata/MemoryGrid.h"
-#include "caldata/Models.h"
+#include "core/caldata/MemoryGrid.h"
+#include "core/caldata/Models.h"
+#include "core/session/Tarvell_MainModule.h"
 
 /// The data file of every model. The first byte of an input chooses the model; the rest is a file
 /// that is loaded, saved, loaded, saved, loaded and saved.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "common/Numbers.h"
+#include "core/numbers/Numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "FuzzTarget.h"
-#include "common/NumberPattern.h"
+#include "core/numbers/NumberPattern.h"
 
 /// Numbers and digit patterns against an arithmetic on decimal digits. An input is eight bytes, a
 /// number of the machine, and the bytes that choose a pattern; behind them stands a number's text.

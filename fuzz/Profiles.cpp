@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "app/Profiles.h"
+#include "core/session/Profiles.h"
 
 #include <string>
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "common/FileCharacters.h"
+#include "core/text/FileCharacters.h"
 
 /// The INI file. The first byte of an input chooses: an INI file of the bytes that follow is read,
 /// or the two lines that follow are written as the roots and read back.

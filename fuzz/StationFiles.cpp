@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "station/StationFiles.h"
+#include "core/station/StationFiles.h"
 
 #include <algorithm>
 #include <array>
@@ -10,9 +10,9 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "common/FileCharacters.h"
-#include "common/FileNames.h"
-#include "common/Text.h"
+#include "core/files/FileNames.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
 
 /// The files of the stations. The first byte of an input chooses: an instrument file of the bytes
 /// that follow is loaded, saved, loaded and saved, or the lines that follow are the names in the

@@ -18,14 +18,14 @@ set(DOORS
   "QProcess" "(mkpath|mkdir|rmdir|rmpath|removeRecursively|moveToTrash) *\\(")
 
 # The two ways past this check, each with what it may use.
-set(ALLOWED_common/LinuxPlatform.cpp ".*")  # the door itself
+set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")  # the door itself
 # The desktop's trash alone: what is deleted moves into it, what a save replaces is copied into it.
-set(ALLOWED_common/DesktopPlatform.cpp
+set(ALLOWED_screens/widgets/DesktopPlatform.cpp
   "moveToTrash *\\(|mkpath *\\(|QFile::remove|(filesystem)?::(copy|rename|remove|permissions)\\(?")
 
 set(found 0)
 set(sources 0)
-foreach(folder app caldata calscreens common station)
+foreach(folder app core screens)
   file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${folder}/*.cpp ${ROOT}/${folder}/*.h)
   foreach(source IN LISTS files)
     math(EXPR sources "${sources} + 1")

@@ -8,7 +8,7 @@
 #include <system_error>
 #include <vector>
 
-#include "common/LinuxPlatform.h"
+#include "core/platform/LinuxPlatform.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {

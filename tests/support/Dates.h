@@ -8,7 +8,7 @@
 #include <ostream>
 #include <string>
 
-#include "caldata/cifCaldata.h"
+#include "core/caldata/cifCaldata.h"
 
 namespace tarvell::test {
 

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "common/DesktopPlatform.h"
+#include "screens/widgets/DesktopPlatform.h"
 
 namespace tarvell::test {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "common/Error.h"
+#include "core/platform/Error.h"
 
 namespace tarvell::test {
 

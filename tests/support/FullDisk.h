@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-#include "common/LinuxPlatform.h"
+#include "core/platform/LinuxPlatform.h"
 
 namespace tarvell::test {
 

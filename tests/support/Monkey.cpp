@@ -28,7 +28,7 @@
 #include <iostream>
 #include <utility>
 
-#include "app/frmMain.h"
+#include "screens/main/frmMain.h"
 
 namespace tarvell::test {
 

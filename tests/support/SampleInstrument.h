@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "station/StationFiles.h"
+#include "core/station/StationFiles.h"
 
 namespace tarvell::test {
 

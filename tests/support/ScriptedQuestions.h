@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "common/Questions.h"
+#include "screens/widgets/Questions.h"
 
 namespace tarvell::test {
 

@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
-#include "app/Tarvell_MainModule.h"
-#include "common/frmInput.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/frmInput.h"
 
 namespace tarvell::test {
 

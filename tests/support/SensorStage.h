@@ -13,9 +13,9 @@
 #include <utility>
 #include <vector>
 
-#include "calscreens/CalGrid.h"
-#include "calscreens/frmCalDataInput.h"
-#include "calscreens/frmCalibrationMain.h"
+#include "screens/caldata/CalGrid.h"
+#include "screens/caldata/frmCalDataInput.h"
+#include "screens/caldata/frmCalibrationMain.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"

@@ -3,11 +3,18 @@
 
 #include "support/SetModels.h"
 
-#include "caldata/Models.h"
+#include "core/caldata/cInstrRT520A.h"
+#include "core/caldata/cInstrRT520C.h"
+#include "core/caldata/cInstrRT730A.h"
 
 namespace tarvell::test {
 
 namespace {
+
+template <typename Class>
+std::unique_ptr<cifCaldata> Create() {
+  return std::make_unique<Class>();
+}
 
 /// The lines that open the pages, whose serial numbers are S0, S1 and so on.
 std::vector<Texts> CapacitorOpenings(const Texts& pages) {
@@ -30,14 +37,14 @@ SetModel CapacitorSet(const std::string& code, const std::string& otherCode,
 }  // namespace
 
 const SetModel& CapacitorSetA() {
-  static const SetModel kSet = CapacitorSet("RT520A", "RT520C", &CreateModel<cInstrRT520A>,
+  static const SetModel kSet = CapacitorSet("RT520A", "RT520C", &Create<cInstrRT520A>,
                                             {"RT521A", "RT522A", "RT523A", "RT524A"}, 4);
   return kSet;
 }
 
 const SetModel& CapacitorSetC() {
   // The last page is that of option 001.
-  static const SetModel kSet = CapacitorSet("RT520C", "RT520A", &CreateModel<cInstrRT520C>,
+  static const SetModel kSet = CapacitorSet("RT520C", "RT520A", &Create<cInstrRT520C>,
                                             {"RT525A", "RT526A", "RT527A", "RT528A"}, 3);
   return kSet;
 }
@@ -47,7 +54,7 @@ const SetModel& ResistorSet() {
   static const SetModel kSet = {
       "RT730A",
       "RT520A",
-      &CreateModel<cInstrRT730A>,
+      &Create<cInstrRT730A>,
       {"DC Registance", "Indactance / Parallel Capacitance", "HF Calibration at 10ohm",
        "HF Calibration at 100ohm", "HF Calibration at 1kohm", "HF Calibration at 10kohm",
        "HF Calibration at 100kohm"},

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "caldata/cifCaldata.h"
+#include "core/caldata/cifCaldata.h"
 
 namespace tarvell::test {
 

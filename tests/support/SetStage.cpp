@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "caldata/MemoryGrid.h"
+#include "core/caldata/MemoryGrid.h"
 #include "support/ErrorOf.h"
 
 namespace tarvell::test {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "caldata/cifCaldata.h"
-#include "common/Error.h"
+#include "core/caldata/cifCaldata.h"
+#include "core/platform/Error.h"
 #include "support/SetModels.h"
 #include "support/TestTree.h"
 

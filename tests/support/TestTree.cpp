@@ -10,8 +10,8 @@
 #include <iterator>
 #include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp is POSIX
 
-#include "common/Paths.h"
-#include "common/Platform.h"
+#include "core/files/Paths.h"
+#include "core/platform/Platform.h"
 
 namespace tarvell::test {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "common/LinuxPlatform.h"
+#include "core/platform/LinuxPlatform.h"
 
 namespace tarvell::test {
 

@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_CALPOINTS_H
+#define TARVELL_CORE_CALDATA_CALPOINTS_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/caldata/CalDataGrid.h"
+
+/// The calibration points of the single-table models: how a typed point becomes a row, where the
+/// row goes, and how a row's point is named.
+namespace tarvell {
+
+enum class PointPlace {
+  Row,        ///< before the row `row`, or after the last one
+  Taken,      ///< the table has this point already
+  BelowZero,  ///< no point lies below zero
+  TooSmall    ///< its row would be written as zero
+};
+
+struct PointPosition {
+  PointPlace place = PointPlace::Row;
+  std::int16_t row = 0;
+};
+
+/// Throws FullTableError when a table has no place for another point.
+void CheckPlaceForPoint(const CalDataGrid& grid);
+
+/// A frequency typed in `unit` ("GHz", "MHz" or "KHz"; any other means the table's own), in the
+/// table's unit ("MHz" or "GHz"). A text without a number gives 0.
+[[nodiscard]] double SensorFrequency(std::string_view typed, std::string_view unit,
+                                     std::string_view tableUnit);
+
+/// The row of a new point of a power sensor, cells separated by TAB, with the default factor.
+[[nodiscard]] std::string SensorRow(double frequency, std::string_view tableUnit);
+
+/// Where a new point of a power sensor goes, so that a table sorted upward stays so. A frequency
+/// that its own row would round to that of another row is the same point.
+[[nodiscard]] PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
+                                             std::string_view tableUnit);
+
+/// The point of a data row as the delete question names it: "50MHz".
+[[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, std::int16_t row,
+                                          std::string_view tableUnit);
+
+/// A point of a step attenuator.
+struct AttenuatorPoint {
+  std::int16_t setting = 0;  ///< dB
+  double frequency = 0;      ///< Hz
+};
+
+/// The point that was chosen or typed. Throws a Type error that names the setting or the frequency
+/// when it begins with no number, or the setting does not fit 16 bits.
+[[nodiscard]] AttenuatorPoint AttenuatorPointFrom(std::string_view setting,
+                                                  std::string_view frequency);
+
+/// The row of a new point of a step attenuator, cells separated by TAB; the default value is the
+/// setting itself.
+[[nodiscard]] std::string AttenuatorRow(const AttenuatorPoint& point);
+
+/// Where a new point of a step attenuator goes, so that a table sorted by setting and then by
+/// frequency stays so.
+[[nodiscard]] PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid,
+                                                 const AttenuatorPoint& point);
+
+/// The point of a data row as the delete question names it: "10dB, 50MHz".
+[[nodiscard]] std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row);
+
+}  // namespace tarvell
+
+#endif

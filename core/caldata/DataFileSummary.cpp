@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/caldata/DataFileSummary.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/caldata/CalDataFile.h"
+#include "core/dates/Calendar.h"
+#include "core/dates/DueDate.h"
+#include "core/dates/FileDate.h"
+#include "core/dates/Months.h"
+#include "core/files/ItemReader.h"
+#include "core/numbers/Numbers.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kSerialNumber = "Serial number";
+constexpr const char* kCalibrated = "Calibrated";
+constexpr const char* kDue = "Due";
+constexpr std::string_view kSerialKeyword = "SER_NO";
+constexpr std::string_view kLineClasses = "#*!";
+constexpr std::size_t kDateDigits = 8;
+constexpr std::size_t kOldDateLength = 9;  // 05MAR2001
+
+bool AreDigits(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// A date that does not exist keeps its digits: two of them differ.
+std::string DateOf(std::string_view digits) {
+  if (digits.size() != kDateDigits || !AreDigits(digits)) {
+    return TextOrNone(digits);
+  }
+  const FileDate date = FileDate::From(digits);
+  return IsValidDate(date.year, date.month, date.day) ? DateText(date)
+                                                      : std::string(digits) + " (no such day)";
+}
+
+/// The dates of an older file, which is due one year later.
+std::vector<FileSummary::Field> OldDates(std::string_view text) {
+  const std::string_view day = text.substr(0, 2);
+  const std::int16_t month =
+      text.size() == kOldDateLength ? MonthToNumber(text.substr(2, 3)) : std::int16_t{0};
+  if (month == 0 || !AreDigits(day) || !AreDigits(text.substr(5))) {
+    return {{kCalibrated, TextOrNone(text)}};
+  }
+  FileDate date = {NumericInt16(text.substr(5)), month, NumericInt16(day)};
+  const std::string calibrated = DateText(date);
+  ++date.year;
+  return {{kCalibrated, calibrated}, {kDue, DateText(date)}};
+}
+
+/// The next item, "" where there is none, without the blanks that quotes keep around it.
+std::string NextItem(ItemReader& reader) {
+  std::string item;
+  static_cast<void>(reader.TryReadItem(item));
+  return std::string(Trim(item));
+}
+
+FileSummary SummaryOfOldFile(std::string_view bytes) {
+  ItemReader reader = ItemReader::Of(bytes);
+  static_cast<void>(NextItem(reader));
+  FileSummary summary;
+  summary.serialNumber = NextItem(reader);
+  summary.fields = OldDates(NextItem(reader));
+  summary.fields.insert(summary.fields.begin(), {kSerialNumber, TextOrNone(summary.serialNumber)});
+  return summary;
+}
+
+/// The next line of `rest`, from where a load begins to read it.
+std::string_view TakeLoadedLine(std::string_view& rest) {
+  const std::string_view line = TakeLine(rest);
+  return line.substr(std::min(line.find_first_not_of(" \t"), line.size()));
+}
+
+/// A header line as a load splits it; the value is all of it, not its first word only.
+struct HeaderLine {
+  std::string keyword;  ///< in upper case
+  std::string_view value;
+};
+
+/// Of a line without its "#".
+HeaderLine HeaderLineOf(std::string_view line) {
+  const std::string keyword = HeaderValueRead(line);
+  const std::string_view rest = line.substr(line.find(keyword) + keyword.size());
+  const std::size_t start = std::min(rest.find_first_not_of(" \t:"), rest.size());
+  return {ToUpper(keyword), TrimRight(rest.substr(start))};
+}
+
+std::vector<std::string> CellsOf(std::string_view line, std::size_t most) {
+  std::vector<std::string> cells;
+  std::size_t start = 0;
+  while (start != std::string_view::npos && cells.size() < most) {
+    const std::size_t colon = line.find(':', start);
+    cells.emplace_back(Trim(line.substr(start, colon - start)));
+    start = colon == std::string_view::npos ? colon : colon + 1;
+  }
+  return cells;
+}
+
+/// The header's fields in the order of the lists; the members' follow as they come.
+class HeaderFields {
+ public:
+  /// Takes a line without its "#".
+  void Take(std::string_view line) {
+    const auto [keyword, value] = HeaderLineOf(line);
+    const bool isPage = !TakeKnown(keyword, value);
+    isFound_ = isFound_ || !isPage;
+    if (isPage && !keyword.empty()) {
+      fields_.push_back({"Serial number of " + keyword, std::string(value)});
+    }
+  }
+
+  /// Whether there was a line with a keyword of the header.
+  [[nodiscard]] bool IsFound() const { return isFound_; }
+
+  void MoveTo(FileSummary& summary) {
+    summary.serialNumber = serial_;
+    summary.fields = std::move(fields_);
+  }
+
+ private:
+  /// Whether the keyword is one of the header's.
+  bool TakeKnown(std::string_view keyword, std::string_view value) {
+    if (keyword == kSerialKeyword) {
+      serial_ = HeaderValueRead(value);
+      fields_.at(0).value = TextOrNone(value);
+    } else if (keyword == "CAL_NO") {
+      fields_.at(1).value = TextOrNone(value);
+    } else if (keyword == "CAL_DATE") {
+      fields_.at(2).value = DateOf(value);
+    } else if (keyword == "DUE_DATE") {
+      fields_.at(3).value = DateOf(value);
+    } else if (keyword == "COMMENT") {
+      fields_.at(4).value = TextOrNone(value);
+    } else {
+      return keyword == "MODEL_NO";
+    }
+    return true;
+  }
+
+  bool isFound_ = false;
+  std::string serial_;
+  std::vector<FileSummary::Field> fields_ = {{kSerialNumber, TextOrNone("")},
+                                             {"Calibration number", TextOrNone("")},
+                                             {kCalibrated, TextOrNone("")},
+                                             {kDue, TextOrNone("")},
+                                             {"Comment", TextOrNone("")}};
+};
+
+}  // namespace
+
+FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
+  const std::string text = DecodeFileText(bytes);
+  std::string_view rest = text;
+  // As a load sees it, in the first line: blanks before it do not count.
+  const std::size_t first = text.find_first_not_of(" \t");
+  const bool beginsWithLine = first != text.npos && kLineClasses.find(text[first]) != text.npos;
+  FileSummary summary;
+  HeaderFields header;
+  while (!rest.empty()) {
+    const std::string_view line = TakeLoadedLine(rest);
+    if (line.starts_with('#')) {
+      header.Take(line.substr(1));
+    } else if (line.starts_with('*')) {
+      summary.rows.push_back(CellsOf(line.substr(1), cells));
+    }
+  }
+  if (!beginsWithLine && !header.IsFound()) {
+    return SummaryOfOldFile(bytes);
+  }
+  header.MoveTo(summary);
+  return summary;
+}
+
+FileSummary SummaryOfKitFile(std::string_view bytes) {
+  ItemReader reader = ItemReader::Of(bytes);
+  static_cast<void>(NextItem(reader));
+  const std::string item = NextItem(reader);
+  std::string_view serial = Trim(StripNull(item));
+  if (serial.starts_with('#')) {
+    const auto [keyword, value] = HeaderLineOf(serial.substr(1));
+    serial = keyword == kSerialKeyword ? value : serial;
+  }
+  FileSummary summary = SummaryOfDataFile(bytes);
+  summary.serialNumber = serial;
+  summary.fields.front().value = TextOrNone(serial);
+  return summary;
+}
+
+}  // namespace tarvell

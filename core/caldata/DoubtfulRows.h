@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_DOUBTFULROWS_H
+#define TARVELL_CORE_CALDATA_DOUBTFULROWS_H
+
+#include <bitset>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "core/caldata/TableRows.h"
+
+/// What the reading of a table remembers of rows that its file does not hold whole.
+namespace tarvell {
+
+/// Rows of a table, counted from 0.
+using RowSet = std::bitset<kTableRows>;
+
+/// The rows as a message names them, counted from 1: "row 3", "rows 1, 4 and 6 to 9".
+[[nodiscard]] std::string RowsText(const RowSet& rows);
+
+/// The rows from `first` on, up to, not including, `end`.
+[[nodiscard]] RowSet RowsBetween(std::size_t first, std::size_t end);
+
+/// Whether one of the first `columns` fields of a data line, which are separated by ":", is blank
+/// although a value stands after it. Words that are counted move to the left over it.
+[[nodiscard]] bool HasEmptyField(std::string_view line, std::size_t columns);
+
+/// What HasEmptyField means where words are counted.
+inline constexpr std::string_view kValuesMovedLeft =
+    "The values after it were read one column too far to the left";
+
+/// The rows of one table of a file, by what is doubtful about them.
+struct DoubtfulRows {
+  std::size_t count = 0;  ///< rows that the file holds
+  RowSet emptyField;      ///< rows of which HasEmptyField
+  RowSet missing;         ///< rows with fewer values than the table has columns
+  RowSet beyond;          ///< rows after the last one that there are formats for
+
+  /// Takes a row of the file, and forgets an earlier one in its place.
+  void Take(std::size_t row, bool hasEmptyField, bool isMissing, bool isBeyond = false);
+};
+
+}  // namespace tarvell
+
+#endif

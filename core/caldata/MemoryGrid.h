@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_MEMORYGRID_H
+#define TARVELL_CORE_CALDATA_MEMORYGRID_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/CalDataGrid.h"
+
+namespace tarvell {
+
+/// The grid itself, without a window. Besides what the calibration data objects use, it inserts
+/// and removes rows for the editors.
+class MemoryGrid final : public CalDataGrid {
+ public:
+  explicit MemoryGrid(std::int16_t columns = 2);
+
+  void SetCellText(std::int16_t row, std::int16_t column, std::string_view text) override;
+  [[nodiscard]] std::string CellText(std::int16_t row, std::int16_t column) const override;
+  [[nodiscard]] std::int16_t RowCount() const override;
+  void SetRowCount(std::int16_t count) override;
+  void AddRow(std::string_view text) override;
+  [[nodiscard]] std::int16_t ColumnCount() const override;
+  void SetColumnCount(std::int16_t count) override;
+  [[nodiscard]] float Width() const override { return width_; }
+  void SetColumnWidth(std::int16_t column, std::int32_t width) override;
+
+  /// Leaves an empty caption row of `columns` columns, whose widths are not set.
+  void Clear(std::int16_t columns);
+  /// Puts a row, given as in AddRow, in front of row `position` (1 to RowCount).
+  void InsertRow(std::int16_t position, std::string_view text);
+  /// Removes a data row (1 to RowCount - 1).
+  void RemoveRow(std::int16_t row);
+
+  void SetWidth(float width) { width_ = width; }
+  /// Width of a column; 0 until one is set.
+  [[nodiscard]] std::int32_t ColumnWidth(std::int16_t column) const;
+
+ private:
+  [[nodiscard]] std::size_t RowIndex(std::int16_t row) const;
+  [[nodiscard]] std::size_t ColumnIndex(std::int16_t column) const;
+  [[nodiscard]] std::vector<std::string> CellsOf(std::string_view text) const;
+
+  std::vector<std::vector<std::string>> rows_;
+  std::vector<std::int32_t> columnWidths_;
+  float width_ = 0;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/caldata/PastedCells.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "core/caldata/CellNotices.h"
+#include "core/numbers/Numbers.h"
+#include "core/platform/Error.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::size_t kMostQuoted = 40;
+constexpr char kBlank = ' ';
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  std::size_t end = 0;
+  while ((end = text.find(separator)) != std::string_view::npos) {
+    parts.push_back(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  parts.push_back(text);
+  return parts;
+}
+
+std::vector<std::string_view> LinesOf(std::string_view text) {
+  std::vector<std::string_view> lines = Split(text, '\n');
+  if (lines.back().empty()) {
+    lines.pop_back();
+  }
+  for (std::string_view& line : lines) {
+    if (!line.empty() && line.back() == '\r') {
+      line.remove_suffix(1);
+    }
+  }
+  return lines;
+}
+
+/// A value as a message shows it.
+std::string Quoted(std::string_view value) {
+  std::string shown(FirstCharacters(value, kMostQuoted));
+  std::replace_if(
+      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < kBlank; },
+      kBlank);
+  return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
+}
+
+/// A cell that stores the number 1, which shows what stands before and after its numbers.
+CellParts PartsOfOne(std::string_view ofOne) {
+  const CellParts cell = PartsOfCell(ofOne);
+  if (cell.number.empty()) {
+    throw Error(ErrorKind::Index,
+                "The table has no value in this place. Begin in another cell, or copy less.");
+  }
+  return cell;
+}
+
+std::string NumberIn(std::string_view value, const CellParts& cell) {
+  if (Trim(value).empty()) {
+    throw Error(ErrorKind::Type, "There is no value. Fill the gap or copy fewer lines.");
+  }
+  if (const std::string_view character = FirstForeignCharacter(value); !character.empty()) {
+    throw Error(ErrorKind::Character,
+                "The character \"" + std::string(character) + "\" in " + Quoted(value) +
+                    " cannot be stored in a data file. Replace it by another one.");
+  }
+  const std::string_view number = WithoutUnit(value, cell);
+  const std::string unit(Trim(cell.after));
+  const std::optional<double> parsed = WholeNumber(number);
+  if (!parsed) {
+    throw Error(ErrorKind::Type,
+                Quoted(value) + " is no number" + (unit.empty() ? "" : " (in " + unit + ")") +
+                    ". Copy numbers that have a point for their decimals and nothing between "
+                    "their digits.");
+  }
+  if (std::isinf(*parsed)) {
+    throw Error(ErrorKind::Type,
+                Quoted(value) + " is too large to be calculated with. Correct it.");
+  }
+  return std::string(number);
+}
+
+/// What a cell stores for a number. Zero in the place of a value that is not zero would look like a
+/// measured one.
+std::string Stored(const std::string& number, const std::string& stored) {
+  if (*WholeNumber(number) != 0 && HoldsZero(stored)) {
+    throw Error(ErrorKind::Type, Quoted(number) + " would be stored as " + Quoted(stored) +
+                                     ", because it is too small for the decimals of its cell. "
+                                     "Check its unit.");
+  }
+  return stored;
+}
+
+void CheckStart(const CalDataGrid& grid, const PasteStart& start) {
+  if (start.row < 1 || start.row >= grid.RowCount()) {
+    throw Error(ErrorKind::Index, "The table has no current cell. Choose one, then paste again.");
+  }
+  if (start.column < start.firstEditableColumn) {
+    throw Error(ErrorKind::Index, "The column \"" + grid.CellText(0, start.column) +
+                                      "\" cannot be edited. Choose a cell of another column, then "
+                                      "paste again.");
+  }
+}
+
+}  // namespace
+
+std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
+                                    std::string_view text, const StoreNumber& store,
+                                    std::size_t& line) {
+  line = 0;
+  CheckStart(grid, start);
+  const std::vector<std::string_view> lines = LinesOf(text);
+  if (lines.empty()) {
+    throw Error(ErrorKind::Type, "There is no text to paste. Copy numbers, then paste again.");
+  }
+  const auto rowsLeft = static_cast<std::size_t>(grid.RowCount() - start.row);
+  if (lines.size() > rowsLeft) {
+    throw Error(ErrorKind::Index,
+                "What is to be pasted has " + std::to_string(lines.size()) +
+                    " lines, and the table has " + std::to_string(rowsLeft) +
+                    " rows from the chosen one on. Begin in a row above, or copy fewer lines.");
+  }
+  const auto columnsLeft = static_cast<std::size_t>(grid.ColumnCount() - start.column);
+  std::vector<PastedCell> cells;
+  for (const std::string_view values : lines) {
+    const auto row = static_cast<std::int16_t>(start.row + static_cast<std::int16_t>(line++));
+    std::int16_t column = start.column;
+    const std::vector<std::string_view> parts = Split(values, '\t');
+    if (parts.size() > columnsLeft) {
+      throw Error(ErrorKind::Index,
+                  "It has " + std::to_string(parts.size()) + " columns, and the table has " +
+                      std::to_string(columnsLeft) + " from the chosen one on. Copy fewer columns.");
+    }
+    for (const std::string_view value : parts) {
+      const std::string ofOne = store(column, row, "1");
+      const std::string number = NumberIn(value, PartsOfOne(ofOne));
+      cells.push_back({row, column, Stored(number, store(column, row, number))});
+      ++column;
+    }
+  }
+  line = 0;
+  return cells;
+}
+
+}  // namespace tarvell

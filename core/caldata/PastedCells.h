@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_PASTEDCELLS_H
+#define TARVELL_CORE_CALDATA_PASTEDCELLS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/CalDataGrid.h"
+
+namespace tarvell {
+
+/// What a cell stores when `number` is typed into it, in the unit that it has.
+using StoreNumber =
+    std::function<std::string(std::int16_t column, std::int16_t row, const std::string& number)>;
+
+struct PastedCell {
+  std::int16_t row = 0;
+  std::int16_t column = 0;
+  std::string text;
+
+  bool operator==(const PastedCell&) const = default;
+};
+
+/// Where a paste begins, and the first column of the table that can be edited.
+struct PasteStart {
+  std::int16_t row = 0;
+  std::int16_t column = 0;
+  std::int16_t firstEditableColumn = 0;
+};
+
+/// The cells that pasting `text` changes, row by row. Each line of it (LF or CR LF; one at its end
+/// counts for none) is a row, from the start's downwards, and holds the numbers of one column or
+/// of several, separated by TAB. A number may have the unit of its cell with it.
+///
+/// Throws when not every value can be stored. `line` is then the line that was looked at, counted
+/// from 1, or 0 where the error is not about one line.
+[[nodiscard]] std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
+                                                  std::string_view text, const StoreNumber& store,
+                                                  std::size_t& line);
+
+}  // namespace tarvell
+
+#endif

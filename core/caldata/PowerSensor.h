@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_POWERSENSOR_H
+#define TARVELL_CORE_CALDATA_POWERSENSOR_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/CalDataFile.h"
+#include "core/caldata/TableRows.h"
+
+namespace tarvell {
+
+/// In what the power sensor models differ.
+struct PowerSensorTraits {
+  std::string_view modelCode;
+  std::string_view frequencyUnit;  ///< "MHz" or "GHz", of the table and its captions
+  double referenceFrequency;       ///< the row marked "(Ref.)", in that unit
+  /// Whether reading an empty cell clears the unit, and GetCalibrationUnit leaves the list alone;
+  /// otherwise the unit is left alone, and the list is "*".
+  bool clearsUnit;
+};
+
+/// Calibration factors in per cent against frequency. The uncertainty and reflection coefficient
+/// columns of the file are constants: they are written, and ignored when read.
+class PowerSensor : public CalDataFile {
+ public:
+  void GetCalData(std::int16_t page, CalDataGrid& grid) const final;
+  void SetCalData(std::int16_t page, const CalDataGrid& grid) final;
+  [[nodiscard]] std::string GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     std::string& unit) const final;
+  [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     const std::string& unit) const final;
+  std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
+                                  std::vector<std::string>& units) const final;
+
+ protected:
+  /// `traits` outlives the object.
+  explicit PowerSensor(const PowerSensorTraits& traits)
+      : CalDataFile(traits.modelCode), traits_(traits) {}
+
+ private:
+  /// The table is the run of rows up to the first empty frequency.
+  struct Row {
+    std::string frequency;
+    std::string calFactor;
+  };
+
+  void BeginRead() final { read_ = DoubtfulRows(); }
+  void TakeDataLine(std::size_t index, std::string_view item) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
+  [[nodiscard]] std::size_t ShownCells() const final { return 2; }
+  void WriteBody(FileText& text) const final;
+  [[nodiscard]] std::string DataLine(const Row& row) const;
+
+  const PowerSensorTraits& traits_;
+  std::array<Row, kTableRows> rows_;
+  DoubtfulRows read_;  ///< of the file that is being read
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_STEPATTENUATOR_H
+#define TARVELL_CORE_CALDATA_STEPATTENUATOR_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/CalDataFile.h"
+#include "core/caldata/TableRows.h"
+
+namespace tarvell {
+
+/// In what the step attenuator models differ.
+struct StepAttenuatorTraits {
+  std::string_view modelCode;
+  std::string_view noteLine;  ///< a further comment line of the file, "" for none
+  std::string_view frequencyCaption;
+  std::string_view presetFrequency;  ///< proposed for a new point
+  /// What each column's width lacks of a third of the grid's.
+  std::array<float, 3> narrowing;
+};
+
+/// Calibrated attenuation in dB against the setting in dB and the frequency in Hz. All three are
+/// kept as the texts that were read or typed.
+class StepAttenuator : public CalDataFile {
+ public:
+  void GetCalData(std::int16_t page, CalDataGrid& grid) const final;
+  void SetCalData(std::int16_t page, const CalDataGrid& grid) final;
+  [[nodiscard]] std::string GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     std::string& unit) const final;
+  [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                     std::int16_t row, const std::string& text,
+                                                     const std::string& unit) const final;
+  std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
+                                  std::vector<std::string>& units) const final;
+
+ protected:
+  /// `traits` outlives the object.
+  explicit StepAttenuator(const StepAttenuatorTraits& traits)
+      : CalDataFile(traits.modelCode), traits_(traits) {}
+
+ private:
+  /// The points are the run of rows up to the first empty setting.
+  struct Row {
+    std::string setting;
+    std::string frequency;
+    std::string calData;
+  };
+
+  /// An attenuator's header line ends at its first NUL.
+  [[nodiscard]] std::string_view HeaderText(std::string_view item) const final;
+  void BeginRead() final { read_ = DoubtfulRows(); }
+  void TakeDataLine(std::size_t index, std::string_view item) final;
+  bool EndRead(const std::string& lastItem, bool hasEnd) final;
+  void WriteBody(FileText& text) const final;
+
+  const StepAttenuatorTraits& traits_;
+  std::array<Row, kTableRows> rows_;
+  DoubtfulRows read_;  ///< of the file that is being read
+};
+
+}  // namespace tarvell
+
+#endif

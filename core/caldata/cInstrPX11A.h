@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_CINSTRPX11A_H
+#define TARVELL_CORE_CALDATA_CINSTRPX11A_H
+
+#include "core/caldata/PowerSensor.h"
+
+namespace tarvell {
+
+class cInstrPX11A final : public PowerSensor {
+ public:
+  static constexpr PowerSensorTraits kTraits = {.modelCode = "PX11A",
+                                                .frequencyUnit = "MHz",
+                                                .referenceFrequency = 50.0,
+                                                .clearsUnit = false};
+
+  cInstrPX11A() : PowerSensor(kTraits) {}
+};
+
+}  // namespace tarvell
+
+#endif

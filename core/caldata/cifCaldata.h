@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_CIFCALDATA_H
+#define TARVELL_CORE_CALDATA_CIFCALDATA_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/caldata/CalDataGrid.h"
+#include "core/files/Replacement.h"
+
+namespace tarvell {
+
+/// What a load saw of the header lines of its file.
+struct HeaderSeen {
+  bool isOldStyle = false;  ///< none at all: the file begins as those from before the header lines
+  bool hasSerialNumber = false;  ///< a serial number line with a value
+};
+
+/// Calibration data of one instrument or one set of standards, that is, of one data file. The
+/// editors know every model through this interface alone.
+///
+/// Pages count from 0; each page is the table of one standard. A model with a single table has
+/// one page without name and serial number. Months are the names "JAN" to "DEC". Results of 32
+/// and 16 bits are 0. A failure is an Error; a load that fails leaves what it has read.
+class cifCaldata {
+ public:
+  cifCaldata() = default;
+  cifCaldata(const cifCaldata&) = delete;
+  cifCaldata& operator=(const cifCaldata&) = delete;
+  virtual ~cifCaldata() = default;
+
+  [[nodiscard]] virtual const std::string& Path() const = 0;
+  virtual void SetPath(const std::string& value) = 0;
+  [[nodiscard]] virtual const std::string& ModelNumber() const = 0;
+  virtual void SetModelNumber(const std::string& value) = 0;
+  [[nodiscard]] virtual const std::string& SerialNumber() const = 0;
+  virtual void SetSerialNumber(const std::string& value) = 0;
+  [[nodiscard]] virtual const std::string& CalibrationNumber() const = 0;
+  virtual void SetCalibrationNumber(const std::string& value) = 0;
+  [[nodiscard]] virtual const std::string& Comment() const = 0;
+  virtual void SetComment(const std::string& value) = 0;
+
+  virtual void GetCalDate(std::int16_t& year, std::string& month, std::int16_t& day) const = 0;
+  /// Stores the date as it is given, without any test.
+  virtual void SetCalDate(std::int16_t year, const std::string& month, std::int16_t day) = 0;
+  virtual void GetDueDate(std::int16_t& year, std::string& month, std::int16_t& day) const = 0;
+  /// Stores the date as it is given, without any test.
+  virtual void SetDueDate(std::int16_t year, const std::string& month, std::int16_t day) = 0;
+
+  /// Reads a whole file over what the object holds. "NEW", in any case, means the default data.
+  virtual std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) = 0;
+  /// Writes the whole object, replacing any file of that name. When it throws, the earlier file
+  /// is whole.
+  virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
+
+  /// What saving to this file would replace although the user has not seen it. Throws what makes
+  /// the save itself impossible, and a WriteFailed error for a file that cannot be read.
+  [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
+
+  /// Compares the file that was loaded with what an unchanged save would write. Where they differ,
+  /// as of remarks that no field takes, the next save puts the file into the recycle bin.
+  virtual void CheckRoundTrip() = 0;
+
+  /// What the last load found doubtful in its file, a sentence each: the user is told before the
+  /// data are edited.
+  [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
+
+  /// What the last load saw of its file's header. The fields of a line that the file lacks hold
+  /// what they held before.
+  [[nodiscard]] virtual const HeaderSeen& LoadedHeader() const = 0;
+
+  /// Fills the grid with the page's captions and rows.
+  virtual void GetCalData(std::int16_t page, CalDataGrid& grid) const = 0;
+  /// Replaces the page's table by the grid's rows.
+  virtual void SetCalData(std::int16_t page, const CalDataGrid& grid) = 0;
+
+  /// Fills the object with the model's default data: its template file.
+  virtual std::int32_t SetInitialDefaultData() = 0;
+
+  /// The text to edit for a cell that holds `text`; "" for a column without a rule.
+  [[nodiscard]] virtual std::string GetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                             std::int16_t row,
+                                                             const std::string& text,
+                                                             std::string& unit) const = 0;
+  /// The text to store in a cell when the user typed `text`; "" for a column without a rule.
+  [[nodiscard]] virtual std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
+                                                             std::int16_t row,
+                                                             const std::string& text,
+                                                             const std::string& unit) const = 0;
+  /// The text that a cell which holds `text` has after the data set is saved and loaded again.
+  [[nodiscard]] virtual std::string CellReadBack(std::int16_t page, std::int16_t column,
+                                                 std::int16_t row,
+                                                 const std::string& text) const = 0;
+  /// The units that the user may choose for a column; the one entry "*" means no choice.
+  virtual std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
+                                          std::vector<std::string>& units) const = 0;
+
+  [[nodiscard]] virtual std::string GetCalPageName(std::int16_t page) const = 0;
+  [[nodiscard]] virtual std::string GetCalPageSerial(std::int16_t page) const = 0;
+  virtual void SetCalPageSerial(std::int16_t page, const std::string& serial) = 0;
+  [[nodiscard]] virtual std::int16_t GetCalPageCount() const = 0;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_DATES_DUEDATE_H
+#define TARVELL_CORE_DATES_DUEDATE_H
+
+#include <string>
+#include <string_view>
+
+#include "core/dates/FileDate.h"
+
+/// When the calibration of an instrument is due again.
+namespace tarvell {
+
+/// Days before the due date, that day included, on which an instrument is due soon.
+inline constexpr int kDueSoonDays = 30;
+
+enum class DueState {
+  NoDate,  ///< the file names no day of a month
+  Fine,
+  DueSoon,
+  PastDue
+};
+
+/// How the due date `due` stands to the existing day `today`. On the due date itself an instrument
+/// is not past due. A day after the end of its month counts as the last of it.
+[[nodiscard]] DueState DueStateOf(const FileDate& due, const FileDate& today);
+
+/// "past due", "due within 30 days"; "" for a state that needs no attention.
+[[nodiscard]] std::string_view DueWords(DueState state);
+
+/// "5 MAR 2002"; "(none)" for a date of zeros, "(no such day)" for one that does not exist.
+[[nodiscard]] std::string DateText(const FileDate& date);
+
+}  // namespace tarvell
+
+#endif

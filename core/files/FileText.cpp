@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/files/FileText.h"
+
+#include "core/platform/Error.h"
+#include "core/text/FileCharacters.h"
+
+namespace tarvell {
+
+void FileText::Line(std::string_view line) {
+  if (line.find_first_of("\r\n") != std::string_view::npos) {
+    throw Error(ErrorKind::Character,
+                "A line end cannot be stored within a field. Remove it, then save again.");
+  }
+  bytes_ += EncodeFileText(line);
+  bytes_ += "\r\n";
+}
+
+}  // namespace tarvell

@@ -1,0 +1,363 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/platform/LinuxPlatform.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kTemporaryPrefix = ".tarvell-";
+constexpr std::string_view kTemporarySuffix = ".tmp";
+constexpr int kMostLinks = 40;
+constexpr auto kSameOwner = static_cast<uid_t>(-1);
+
+std::error_code LastError() {
+  return {errno, std::generic_category()};
+}
+
+std::error_code ResultOf(int result) {
+  return result < 0 ? LastError() : std::error_code();
+}
+
+/// Calls a system function again when a signal interrupted it.
+template <typename Call>
+auto Retry(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) {
+    result = call();
+  }
+  return result;
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) {
+      ::close(number_);
+    }
+  }
+
+  [[nodiscard]] int Number() const { return number_; }
+  [[nodiscard]] int Release() { return std::exchange(number_, -1); }
+
+ private:
+  int number_;
+};
+
+class LinuxInputFile : public InputFile {
+ public:
+  explicit LinuxInputFile(int descriptor) : descriptor_(descriptor) {}
+
+  std::error_code Read(char* buffer, std::size_t size, std::size_t& count) override {
+    const ssize_t result = Retry([&] { return ::read(descriptor_.Number(), buffer, size); });
+    count = result < 0 ? 0 : static_cast<std::size_t>(result);
+    return result < 0 ? LastError() : std::error_code();
+  }
+
+ private:
+  Descriptor descriptor_;
+};
+
+class LinuxOutputFile : public OutputFile {
+ public:
+  explicit LinuxOutputFile(int descriptor) : descriptor_(descriptor) {}
+
+  std::error_code Write(std::string_view bytes, std::size_t& count) override {
+    const ssize_t result =
+        Retry([&] { return ::write(descriptor_.Number(), bytes.data(), bytes.size()); });
+    count = result < 0 ? 0 : static_cast<std::size_t>(result);
+    return result < 0 ? LastError() : std::error_code();
+  }
+
+  std::error_code CutHere() override {
+    const off_t position = ::lseek(descriptor_.Number(), 0, SEEK_CUR);
+    struct stat status {};
+    if (::fstat(descriptor_.Number(), &status) != 0) {
+      return LastError();
+    }
+    if (!S_ISREG(status.st_mode)) {
+      return {};
+    }
+    return ResultOf(::ftruncate(descriptor_.Number(), position));
+  }
+
+  std::error_code Length(std::uintmax_t& length) override {
+    struct stat status {};
+    if (::fstat(descriptor_.Number(), &status) != 0) {
+      return LastError();
+    }
+    length = static_cast<std::uintmax_t>(status.st_size);
+    return {};
+  }
+
+  std::error_code TakeAttributesOf(const std::string& path) override {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+      return LastError();
+    }
+    // Another operator's file can keep its group alone. Who may not write it must not replace it.
+    if (::fchown(descriptor_.Number(), status.st_uid, status.st_gid) != 0 &&
+        (errno != EPERM || ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 ||
+         ::fchown(descriptor_.Number(), kSameOwner, status.st_gid) != 0)) {
+      return LastError();
+    }
+    return ResultOf(::fchmod(descriptor_.Number(), status.st_mode & 07777U));
+  }
+
+  std::error_code Sync() override {
+    const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor_.Number()); }));
+    // A device or a pipe has nothing to wait for.
+    return code == std::errc::invalid_argument ? std::error_code() : code;
+  }
+
+  std::error_code Close() override { return ResultOf(::close(descriptor_.Release())); }
+
+ private:
+  Descriptor descriptor_;
+};
+
+bool IsTemporary(std::string_view name) {
+  return name.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
+         name.substr(0, kTemporaryPrefix.size()) == kTemporaryPrefix &&
+         name.substr(name.size() - kTemporarySuffix.size()) == kTemporarySuffix;
+}
+
+/// In a folder that a group shares (set-group-ID), what is made there is as open to the group as
+/// the folder itself, whatever the operator's own mask says.
+mode_t SharedMode(const std::string& folder) {
+  struct stat status {};
+  return ::stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISGID) != 0
+             ? status.st_mode & 0777U
+             : 0U;
+}
+
+bool IsOrdinaryFile(int folder, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
+    return entry.d_type == DT_REG;
+  }
+  struct stat status {};
+  return ::fstatat(folder, static_cast<const char*>(entry.d_name), &status, 0) == 0 &&
+         S_ISREG(status.st_mode);
+}
+
+bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
+  const std::string_view name(static_cast<const char*>(entry.d_name));
+  // A name that holds the program's separator would mean another path, perhaps one outside.
+  const bool isAmbiguous = name.find('\\') != std::string_view::npos;
+  if (name == "." || name == ".." || IsTemporary(name) || isAmbiguous) {
+    return false;
+  }
+  switch (kind) {
+    case SearchKind::NamesWithoutDot:
+      return name.find('.') == std::string_view::npos;
+    case SearchKind::OrdinaryFiles:
+      return IsOrdinaryFile(folder, entry);
+    case SearchKind::EveryName:
+      break;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::error_code LinuxPlatform::OpenForReading(const std::string& path,
+                                              std::unique_ptr<InputFile>& file) {
+  // Non-blocking, because opening a pipe that nobody writes to would wait for ever.
+  Descriptor descriptor(
+      Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+  struct stat status {};
+  if (descriptor.Number() < 0 || ::fstat(descriptor.Number(), &status) != 0) {
+    return LastError();
+  }
+  if (!S_ISREG(status.st_mode)) {
+    return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                        : std::errc::not_supported);
+  }
+  file = std::make_unique<LinuxInputFile>(descriptor.Release());
+  return {};
+}
+
+std::error_code LinuxPlatform::CreateTemporary(const std::string& folder, std::string& path,
+                                               std::unique_ptr<OutputFile>& file) {
+  std::string name =
+      folder + "/" + std::string(kTemporaryPrefix) + "XXXXXX" + std::string(kTemporarySuffix);
+  const int number = ::mkostemps(name.data(), static_cast<int>(kTemporarySuffix.size()), O_CLOEXEC);
+  if (number < 0) {
+    return LastError();
+  }
+  path = name;
+  file = std::make_unique<LinuxOutputFile>(number);
+  // mkostemps makes a file for its owner alone; a new data file is as open as any other one.
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  const mode_t shared = SharedMode(folder) & 0666U;
+  const std::error_code code = ResultOf(::fchmod(number, shared != 0 ? shared : 0666U & ~mask));
+  if (code) {
+    file.reset();
+    ::unlink(path.c_str());
+  }
+  return code;
+}
+
+std::error_code LinuxPlatform::OpenInPlace(const std::string& path,
+                                           std::unique_ptr<OutputFile>& file) {
+  const int number = Retry([&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK); });
+  if (number < 0) {
+    return LastError();
+  }
+  file = std::make_unique<LinuxOutputFile>(number);
+  return {};
+}
+
+std::error_code LinuxPlatform::Replace(const std::string& from, const std::string& to) {
+  return ResultOf(::rename(from.c_str(), to.c_str()));
+}
+
+std::error_code LinuxPlatform::SyncFolder(const std::string& folder) {
+  Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.Number() < 0) {
+    return LastError();
+  }
+  const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
+  // Some file systems of other machines cannot sync a folder; they have nothing to wait for.
+  return code == std::errc::invalid_argument ? std::error_code() : code;
+}
+
+std::error_code LinuxPlatform::RemoveFile(const std::string& path) {
+  return ResultOf(::unlink(path.c_str()));
+}
+
+std::error_code LinuxPlatform::Facts(const std::string& path, EntryFacts& facts) {
+  facts = EntryFacts();
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0) {
+    const std::error_code code = LastError();
+    const bool missing =
+        code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
+    return missing ? std::error_code() : code;
+  }
+  facts.isLink = S_ISLNK(status.st_mode);
+  if (facts.isLink && ::stat(path.c_str(), &status) != 0) {
+    return {};
+  }
+  facts.linkCount = status.st_nlink;
+  facts.modified = status.st_mtime;
+  facts.kind = S_ISREG(status.st_mode)   ? EntryKind::File
+               : S_ISDIR(status.st_mode) ? EntryKind::Folder
+                                         : EntryKind::Other;
+  return {};
+}
+
+bool LinuxPlatform::IsSameFile(const std::string& a, const std::string& b) {
+  struct stat first {};
+  struct stat second {};
+  return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+std::error_code LinuxPlatform::ResolveLinks(const std::string& path, std::string& resolved) {
+  resolved = path;
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = ::readlink(resolved.c_str(), target.data(), target.size());
+    if (length < 0) {
+      const bool noLink = errno == EINVAL || errno == ENOENT;
+      return noLink ? std::error_code() : LastError();
+    }
+    const std::string next(target.data(), static_cast<std::size_t>(length));
+    const std::size_t slash = resolved.rfind('/');
+    resolved = next.front() == '/' || slash == std::string::npos
+                   ? next
+                   : resolved.substr(0, slash + 1) + next;
+  }
+  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
+}
+
+std::error_code LinuxPlatform::MakeFolder(const std::string& path) {
+  if (::mkdir(path.c_str(), 0777) != 0) {
+    return LastError();
+  }
+  const std::size_t slash = path.find_last_of('/');
+  const mode_t shared = SharedMode(slash == std::string::npos ? "." : path.substr(0, slash + 1));
+  // The folder is made and usable by its owner, whether or not it could be opened to the group.
+  if (shared != 0) {
+    static_cast<void>(::chmod(path.c_str(), shared | S_ISGID));
+  }
+  return {};
+}
+
+std::error_code LinuxPlatform::Search(const std::string& folder, SearchKind kind,
+                                      const std::function<bool(const std::string& name)>& visit) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(folder.c_str()), &::closedir);
+  if (!stream) {
+    return LastError();
+  }
+  while (true) {
+    errno = 0;
+    const dirent* entry = ::readdir(stream.get());  // NOLINT(concurrency-mt-unsafe): one thread
+    if (entry == nullptr) {
+      return errno == 0 ? std::error_code() : LastError();
+    }
+    if (IsWanted(::dirfd(stream.get()), kind, *entry) &&
+        !visit(static_cast<const char*>(entry->d_name))) {
+      return {};
+    }
+  }
+}
+
+std::error_code LinuxPlatform::Recycle(const std::string& path) {
+  std::error_code code;
+  const std::uintmax_t removed = std::filesystem::remove_all(path, code);
+  return !code && removed == 0 ? std::make_error_code(std::errc::no_such_file_or_directory) : code;
+}
+
+std::error_code LinuxPlatform::RecycleCopy(const std::string& /*path*/) {
+  return {};
+}
+
+std::string LinuxPlatform::ProgramFolder() {
+  std::error_code code;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);
+  return program.parent_path().string();
+}
+
+std::string LinuxPlatform::DriveFolder() {
+  return "/var/lib/tarvell/drives";
+}
+
+std::string LinuxPlatform::WindowsDirectory() {
+  return "c:\\windows";
+}
+
+bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
+  struct utsname name {};
+  if (::uname(&name) != 0) {
+    return false;
+  }
+  record = OSVersionRecord();
+  record.systemName = static_cast<const char*>(name.sysname);
+  std::istringstream release(static_cast<const char*>(name.release));
+  char dot = '.';
+  const bool told = static_cast<bool>(release >> record.major >> dot >> record.minor);
+  release >> dot >> record.build;
+  return told;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/session/Profiles.h"
+
+#include <string_view>
+
+#include "core/files/FileIOCommonModule.h"
+#include "core/files/ItemReader.h"
+#include "core/files/Paths.h"
+#include "core/files/SaveFile.h"
+#include "core/platform/Platform.h"
+#include "core/session/CommonStringModule.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/session/Version.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kDefaultCalibrationDir = "c:\\calfactors";
+constexpr const char* kDefaultStationDir = "c:\\stations";
+constexpr int kCalibrationItem = 8;
+constexpr int kStationItem = 11;
+constexpr std::size_t kKeyLength = 4;  // "Dir="
+
+std::string IniPath() {
+  return Joined(GetWindowsDir(), "tarvell.ini");
+}
+
+/// The directory that an item names. The file is UTF-8; one from an older system may be in the
+/// characters of the data files.
+std::string DirectoryOf(const std::string& bytes, bool isUtf8, const char* fallback) {
+  const std::string item = isUtf8 ? bytes : DecodeFileText(bytes);
+  const std::string_view text = StripNull(item);
+  return CharacterCount(Trim(text)) > kKeyLength ? std::string(WithoutFirst(text, kKeyLength))
+                                                 : std::string(fallback);
+}
+
+/// "" for a directory without a comma.
+std::string CommaNotice(const std::string& name, std::string_view directory, const char* fallback) {
+  const std::size_t comma = directory.find(',');
+  if (comma == std::string_view::npos) {
+    return {};
+  }
+  const std::string item = "Dir=" + std::string(directory.substr(0, comma));
+  return "The " + name + " directory holds a comma. The next start reads \"" +
+         DirectoryOf(item.substr(0, item.find_last_not_of(" \t") + 1), true, fallback) +
+         "\" in its place";
+}
+
+}  // namespace
+
+std::string CalibrationDirNotice(std::string_view directory) {
+  const std::string notice = CommaNotice("calibration data", directory, kDefaultCalibrationDir);
+  return notice.empty() ? notice
+                        : notice +
+                              ", and a wrong station data directory. Choose one without a "
+                              "comma.";
+}
+
+std::string StationDirNotice(std::string_view directory) {
+  const std::string notice = CommaNotice("station data", directory, kDefaultStationDir);
+  return notice.empty() ? notice : notice + ". Choose one without a comma.";
+}
+
+std::string GetWindowsDir() {
+  const std::string directory = CurrentPlatform().WindowsDirectory();
+  return std::string(StripNull(directory));
+}
+
+void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
+  calibrationDir = kDefaultCalibrationDir;
+  stationDir = kDefaultStationDir;
+  ItemReader reader;
+  if (reader.Open(NativePath(IniPath()), TextEncoding::Utf8)) {
+    return;
+  }
+  std::string calibrationItem;
+  std::string item;
+  for (int number = 1; number <= kStationItem; ++number) {
+    if (!reader.TryReadItem(item)) {
+      return;
+    }
+    if (number == kCalibrationItem) {
+      calibrationItem = item;
+    }
+  }
+  const bool areUtf8 = IsUtf8(calibrationItem) && IsUtf8(item);
+  calibrationDir = DirectoryOf(calibrationItem, areUtf8, kDefaultCalibrationDir);
+  stationDir = DirectoryOf(item, areUtf8, kDefaultStationDir);
+}
+
+void WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {
+  // Every Windows has its directory; on a drive that the program keeps it may be missing.
+  if (!FolderExists(GetWindowsDir())) {
+    MakeFolder(GetWindowsDir());
+  }
+  SaveFile(IniPath(),
+           ";\r\n"
+           ";  Tar vell    Ini file\r\n"
+           ";\r\n"
+           "[Tarvell]\r\n"
+           "SysRevision=" +
+               RevisionText(kMajorVersion, kMinorVersion) +
+               "\r\n"
+               "\r\n"
+               "[Calfactors]\r\n"
+               "Dir=" +
+               calibrationDir +
+               "\r\n"
+               "\r\n"
+               "[Stations]\r\n"
+               "Dir=" +
+               stationDir + "\r\n");
+}
+
+}  // namespace tarvell

@@ -1,0 +1,478 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/station/StationFiles.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <sstream>
+#include <system_error>
+
+#include "core/dates/Calendar.h"
+#include "core/dates/DueDate.h"
+#include "core/dates/Months.h"
+#include "core/files/FileIOCommonModule.h"
+#include "core/files/FileNames.h"
+#include "core/files/FileText.h"
+#include "core/files/ItemReader.h"
+#include "core/files/Paths.h"
+#include "core/files/SaveFile.h"
+#include "core/numbers/Numbers.h"
+#include "core/platform/Error.h"
+#include "core/platform/Platform.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
+#include "core/text/Words.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kModelNumber = "MODEL NUMBER";
+constexpr std::string_view kAddressType = "ADDRESS TYPE";
+
+/// A line of an instrument file.
+struct Field {
+  std::string_view keyword;
+  std::string StationInstrument::*member;  ///< nullptr for the due date, which is made of three
+};
+
+/// The lines in the order in which they are written.
+constexpr std::array<Field, 12> kFields = {{
+    {kModelNumber, &StationInstrument::ModelNumber},
+    {"SERIAL NUMBER", &StationInstrument::SerialNumber},
+    {kAddressType, &StationInstrument::AddressType},
+    {"ADDRESS", &StationInstrument::Address},
+    {"STATION", &StationInstrument::Station},
+    {"OPTIONS", &StationInstrument::Options},
+    {"AVAILABILITY", &StationInstrument::Availability},
+    {"CAL DUE DATE", nullptr},
+    {"ASSET", &StationInstrument::Asset},
+    {"TRACE", &StationInstrument::Trace},
+    {"COMMENT", &StationInstrument::Comment},
+    {"CAL DATA", &StationInstrument::CalData},
+}};
+
+/// The line of exactly this keyword, nullptr when there is none.
+const Field* FindField(std::string_view keyword) {
+  const auto* found = std::ranges::find(kFields, keyword, &Field::keyword);
+  return found == kFields.end() ? nullptr : found;
+}
+
+/// The last one stays empty.
+using Words = std::array<std::string, kMostWords + 1>;
+
+/// How many words of a line are its keyword.
+std::size_t KeywordLength(const Words& words) {
+  if (words[0] == "MODEL" || words[0] == "SERIAL") {
+    return 2;
+  }
+  if (words[0] == "ADDRESS") {
+    return words[1] == "TYPE" ? 2 : 1;
+  }
+  if (words[0] == "CAL") {
+    return words[1] == "DATA" ? 2 : 3;
+  }
+  return 1;
+}
+
+/// The words from the `first`-th on, separated by one blank each.
+std::string JoinedWords(const Words& words, std::size_t first) {
+  std::string text;
+  for (std::size_t i = first; i < words.size(); ++i) {
+    if (!words.at(i).empty()) {
+      text += (text.empty() ? "" : " ") + words.at(i);
+    }
+  }
+  return text;
+}
+
+std::string AddressTypeOf(const std::string& value) {
+  if (value == "QZ-IB") {
+    return "GP-IB";
+  }
+  return value.empty() ? "NONE" : value;
+}
+
+void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
+  if (value.empty()) {
+    instrument.DueYear = "2000";
+    // A digit where a month's name belongs: station software knows these files.
+    instrument.DueMonth = "1";
+    instrument.DueDay = "1";
+    return;
+  }
+  Words words;
+  SplitWords(value, words);
+  instrument.DueYear = Normalised(words[2]);
+  instrument.DueMonth = words[1];
+  instrument.DueDay = Normalised(words[0]);
+}
+
+std::string DueDateText(const StationInstrument& instrument) {
+  return std::string(Trim(instrument.DueDay)) + " " + std::string(Trim(instrument.DueMonth)) + " " +
+         std::string(Trim(instrument.DueYear));
+}
+
+/// What a file with this line, and others after it, gives.
+StationInstrument ReadBackOf(std::string_view line) {
+  std::string_view item = line.substr(0, line.find(','));
+  item = item.substr(0, item.find_last_not_of(" \t") + 1);
+  StationInstrument instrument;
+  ApplyKeywordLine(ParseKeywordLine(item), instrument);
+  return instrument;
+}
+
+/// A value within a notice; of a long one the last words, where something is missing.
+std::string Quoted(const std::string& value) {
+  static constexpr std::size_t kMostShown = 40;
+  if (CharacterCount(value) <= kMostShown) {
+    return "\"" + value + "\"";
+  }
+  const std::string_view end = LastCharacters(value, kMostShown);
+  return "\"... " + std::string(end.substr(end.find(' ') + 1)) + "\"";
+}
+
+/// Why a line is not read back as it is written, and what to do about it.
+std::string ReasonOf(const std::string& line) {
+  if (line.find(',') != std::string::npos) {
+    return " only: a comma ends it. Write it without a comma.";
+  }
+  std::istringstream words(line);
+  std::string word;
+  std::size_t count = 0;
+  while (words >> word) {
+    ++count;
+  }
+  return count > kMostWords ? " only: a line holds " + std::to_string(kMostWords) +
+                                  " words, its keyword included. Shorten it."
+                            : ": blanks at its beginning and runs of blanks are not kept.";
+}
+
+/// The notice about a field of one value, "" when there is nothing to say.
+std::string NoticeOf(const Field& field, const std::string& value) {
+  const std::string keyword(field.keyword);
+  const std::string line = keyword + " " + value;
+  const StationInstrument read = ReadBackOf(line);
+  const std::string& readBack = read.*(field.member);
+  if (readBack == TrimRight(value)) {
+    return "";
+  }
+  if (field.member == &StationInstrument::Address && !read.AddressType.empty()) {
+    return keyword + " will be read back as the " + std::string(kAddressType) + " " +
+           Quoted(read.AddressType) + ", because it begins with \"TYPE\". Write it another way.";
+  }
+  const bool isRenamed =
+      field.keyword == kAddressType && readBack == AddressTypeOf(std::string(TrimRight(value)));
+  return keyword + " will be read back as " + Quoted(readBack) + (isRenamed ? "." : ReasonOf(line));
+}
+
+/// Whether a part of the due date and what is read back of it are the same text or number.
+bool IsSamePart(const std::string& part, const std::string& readBack) {
+  return Trim(part) == readBack || (WholeNumber(part) && Normalised(part) == readBack);
+}
+
+/// The notice about the due date, whose field is nullptr when there is nothing to say.
+ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
+  static constexpr std::array kParts = {&StationInstrument::DueDay, &StationInstrument::DueMonth,
+                                        &StationInstrument::DueYear};
+  try {
+    if (!HasValidDueDate(instrument)) {
+      return {};
+    }
+  } catch (const Error&) {
+    return {};
+  }
+  const std::string keyword = "CAL DUE DATE";
+  const std::string advice = ". Write its day and its year as numbers only.";
+  StationInstrument read;
+  try {
+    read = ReadBackOf(keyword + " " + DueDateText(instrument));
+  } catch (const Error&) {
+    return {&StationInstrument::DueDay, keyword + " will make the file unreadable" + advice};
+  }
+  for (const auto part : kParts) {
+    if (!IsSamePart(instrument.*part, read.*part)) {
+      return {part, keyword + " will be read back as " + Quoted(DueDateText(read)) + advice};
+    }
+  }
+  return {};
+}
+
+/// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
+/// is the file whose name differs in case alone: the one that saving would replace.
+void LeaveOutIndex(const std::string& folder, std::vector<std::string>& names) {
+  auto index = std::ranges::find(names, kIndexName);
+  if (index == names.end()) {
+    index = std::ranges::find_if(
+        names, [](const std::string& name) { return EqualsIgnoringCase(name, kIndexName); });
+    EntryFacts facts;
+    if (index == names.end() || CurrentPlatform().Facts(folder + "/" + *index, facts) ||
+        facts.kind == EntryKind::Folder) {
+      return;
+    }
+  }
+  names.erase(index);
+}
+
+/// The names in the folder at the native path `native`; errors name it as `folder`.
+std::vector<std::string> NamesIn(const std::string& native, const std::string& folder,
+                                 SearchKind kind) {
+  std::vector<std::string> names;
+  const std::error_code code = CurrentPlatform().Search(native, kind, [&](const std::string& name) {
+    names.push_back(name);
+    return true;
+  });
+  if (code) {
+    throw SystemError(code, "list the folder", folder);
+  }
+  return names;
+}
+
+std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kind) {
+  const std::string native = NativePath(folder);
+  std::vector<std::string> names = NamesIn(native, folder, kind);
+  LeaveOutIndex(native, names);
+  return names;
+}
+
+/// An instrument's file is any file in the folder but INDEX.
+void CheckInstrumentName(const std::string& modelNumber) {
+  CheckFileName(modelNumber, "The model number");
+  if (EqualsIgnoringCase(modelNumber, kIndexName)) {
+    throw Error(ErrorKind::Name,
+                "The model number \"" + modelNumber +
+                    "\" cannot be used: it is the name of the station's list of instruments. "
+                    "Change it, then try again.");
+  }
+}
+
+/// Adds a line. A comma ends its value when it is read back; throws a Character error when an item
+/// behind one would be taken for a line of its own, or swallow the lines that follow.
+void AddLine(FileText& text, std::string_view keyword, const std::string& value) {
+  std::size_t comma = value.find(',');
+  while (comma != std::string::npos) {
+    std::size_t start = std::min(value.find_first_not_of(" \t", comma + 1), value.size());
+    std::size_t end = value.find(',', start);
+    comma = end;
+    const bool isQuoted = value.compare(start, 1, "\"") == 0;
+    if (isQuoted) {
+      end = value.find('"', ++start);
+      comma = value.find(',', std::min(end, value.size()));
+    }
+    const bool isOpen = isQuoted && end == std::string::npos;
+    const std::string item = value.substr(start, end - start);
+    if (isOpen || FindField(ParseKeywordLine(item).keyword) != nullptr) {
+      throw Error(ErrorKind::Character,
+                  "The value \"" + value + "\" of " + std::string(keyword) +
+                      " cannot be kept: what stands behind its comma, \"" + item +
+                      "\", would be taken for another line. Change it, then try again.");
+    }
+  }
+  text.Line(std::string(keyword) + " " + value);
+}
+
+/// Whether a name, perhaps one in the characters of an older system, can stand on a line.
+bool CanBeListed(const std::string& name) {
+  return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
+}
+
+/// The bytes of a list of file names, which stand in it as they are, one on each line.
+std::string NameLines(const std::vector<std::string>& names, const std::string& path) {
+  std::string bytes;
+  for (const std::string& name : names) {
+    if (!CanBeListed(name)) {
+      throw Error(ErrorKind::Character,
+                  "The name \"" + name +
+                      "\" holds a character that the list cannot hold. Rename the file or folder "
+                      "of this name, then try again.",
+                  path);
+    }
+    bytes += (IsUtf8(name) ? EncodeFileText(name) : name) + "\r\n";
+  }
+  return bytes;
+}
+
+std::string InstrumentBytes(const StationInstrument& instrument) {
+  FileText text;
+  for (const Field& field : kFields) {
+    AddLine(text, field.keyword,
+            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
+  }
+  return text.Bytes();
+}
+
+/// What an unchanged save would write, nothing where it would be refused.
+std::string UnchangedBytes(const StationInstrument& instrument) {
+  try {
+    return InstrumentBytes(instrument);
+  } catch (const Error&) {
+    return {};
+  }
+}
+
+FileSummary SummaryOfInstrument(std::string_view bytes) {
+  const std::string text = DecodeFileText(bytes);
+  FileSummary summary;
+  for (const Field& field : kFields) {
+    summary.fields.push_back({std::string(field.keyword), ""});
+  }
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const KeywordLine line = ParseKeywordLine(TakeLine(rest));
+    if (const Field* field = FindField(line.keyword)) {
+      summary.fields.at(static_cast<std::size_t>(field - kFields.data())).value = line.value;
+    }
+  }
+  summary.serialNumber = summary.fields.at(1).value;
+  return summary;
+}
+
+}  // namespace
+
+KeywordLine ParseKeywordLine(std::string_view item) {
+  Words words;
+  SplitWords(item, words);
+  const std::size_t length = KeywordLength(words);
+  // A keyword of several words keeps its blanks also where a word is missing.
+  std::string keyword = words[0];
+  for (std::size_t i = 1; i < length; ++i) {
+    keyword += " " + words.at(i);
+  }
+  return {keyword, JoinedWords(words, length)};
+}
+
+void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
+  const Field* field = FindField(line.keyword);
+  if (field == nullptr) {
+    return;
+  }
+  if (field->member == nullptr) {
+    ApplyDueDate(line.value, instrument);
+  } else {
+    instrument.*(field->member) =
+        field->keyword == kAddressType ? AddressTypeOf(line.value) : line.value;
+  }
+}
+
+bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file) {
+  FileStamp stamp;
+  ItemReader reader(path);
+  reader.StampContent(stamp);
+  if (reader.AtEnd()) {
+    return false;
+  }
+  StationInstrument loaded = instrument;
+  // Another instrument's serial number must not stay where the file has none.
+  loaded.SerialNumber.clear();
+  std::string item = reader.ReadItem();
+  while (!reader.AtEnd()) {
+    const KeywordLine line = ParseKeywordLine(item);
+    reader.AtThisLine([&] { ApplyKeywordLine(line, loaded); });
+    item = reader.ReadItem();
+  }
+  instrument = loaded;
+  file.WasRead(path, stamp, instrument.SerialNumber);
+  file.WouldBeWrittenAs(UnchangedBytes(instrument));
+  return true;
+}
+
+std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument) {
+  std::vector<ReadBackNotice> notices;
+  for (const Field& field : kFields) {
+    ReadBackNotice notice;
+    if (field.member == nullptr) {
+      notice = DueDateNotice(instrument);
+    } else if (field.member != &StationInstrument::CalData) {
+      notice = {field.member, NoticeOf(field, instrument.*(field.member))};
+    }
+    if (!notice.text.empty()) {
+      notices.push_back(notice);
+    }
+  }
+  return notices;
+}
+
+bool HasValidDueDate(const StationInstrument& instrument) {
+  return IsValidDate(NumericInt16(instrument.DueYear), MonthToNumber(instrument.DueMonth),
+                     NumericInt16(instrument.DueDay));
+}
+
+void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
+                        StoredFile& file) {
+  CheckInstrumentName(instrument.ModelNumber);
+  file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber,
+            InstrumentBytes(instrument));
+}
+
+Replacement InstrumentWouldReplace(const std::string& stationFolder,
+                                   const StationInstrument& instrument, const StoredFile& file) {
+  CheckInstrumentName(instrument.ModelNumber);
+  return ReplacementBy(file, Joined(stationFolder, instrument.ModelNumber),
+                       InstrumentBytes(instrument), &SummaryOfInstrument);
+}
+
+void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {
+  CheckInstrumentName(modelNumber);
+  const std::string path = Joined(stationFolder, modelNumber);
+  EntryFacts facts;
+  const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts);
+  // A name that is too long for a file is that of none.
+  if (code && code != std::errc::filename_too_long) {
+    throw SystemError(code, "delete the instrument", path);
+  }
+  if (facts.isLink || facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {
+    Recycle(path);
+  } else if (facts.kind == EntryKind::Folder) {
+    throw SystemError(std::make_error_code(std::errc::is_a_directory), "delete the instrument",
+                      path);
+  }
+}
+
+void DeleteAllInstrumentFiles(const std::string& stationFolder) {
+  const std::vector<std::string> names =
+      NamesIn(NativePath(stationFolder), stationFolder, SearchKind::OrdinaryFiles);
+  for (const std::string& name : names) {
+    RecycleEntry(stationFolder, name);
+  }
+}
+
+void MakeStation(const std::string& root, const std::string& name) {
+  CheckFileName(name, "The station name");
+  // Refuses what INDEX could not hold.
+  static_cast<void>(EncodeFileText(name));
+  if (name.find('.') != std::string::npos) {
+    throw Error(ErrorKind::Name,
+                "The station name \"" + name +
+                    "\" holds the character \".\": the station list would never show it. Choose "
+                    "another name.");
+  }
+  if (EqualsIgnoringCase(name, kIndexName)) {
+    throw Error(ErrorKind::Name,
+                "The station name \"" + name +
+                    "\" is the name of the list of stations. Choose another name.");
+  }
+  MakeFolder(Joined(root, name));
+}
+
+std::vector<std::string> ListStations(const std::string& root) {
+  return NamesButIndex(root, SearchKind::NamesWithoutDot);
+}
+
+std::vector<std::string> ListInstruments(const std::string& stationFolder) {
+  return NamesButIndex(stationFolder, SearchKind::OrdinaryFiles);
+}
+
+void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
+  const std::string path = Joined(root, kIndexName);
+  SaveFile(path, NameLines(stations, path));
+}
+
+void WriteStationInstrumentIndex(const std::string& stationFolder,
+                                 const std::vector<std::string>& instruments) {
+  const std::string path = Joined(stationFolder, kIndexName);
+  SaveFile(path, NameLines(instruments, path) + std::string(kIndexName) + "\r\n");
+}
+
+}  // namespace tarvell

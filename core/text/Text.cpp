@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/text/Text.h"
+
+#include <algorithm>
+
+namespace tarvell {
+
+namespace {
+
+char UpperCase(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool StartsCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+/// Byte offset behind the first `count` characters.
+std::size_t OffsetBehind(std::string_view text, std::size_t count) {
+  std::size_t offset = 0;
+  while (offset < text.size()) {
+    if (StartsCharacter(text[offset])) {
+      if (count == 0) {
+        break;
+      }
+      --count;
+    }
+    ++offset;
+  }
+  return offset;
+}
+
+/// Byte offset at which the last `count` characters begin.
+std::size_t OffsetOfLast(std::string_view text, std::size_t count) {
+  std::size_t offset = text.size();
+  while (offset > 0 && count > 0) {
+    --offset;
+    if (StartsCharacter(text[offset])) {
+      --count;
+    }
+  }
+  return offset;
+}
+
+}  // namespace
+
+std::string_view TrimLeft(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+std::string_view TrimRight(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+std::string_view Trim(std::string_view text) {
+  return TrimLeft(TrimRight(text));
+}
+
+std::string_view StripNull(std::string_view s) {
+  return TrimRight(s.substr(0, s.find('\0')));
+}
+
+std::string ToUpper(std::string_view text) {
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperCase);
+  return upper;
+}
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return UpperCase(x) == UpperCase(y); });
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsCharacter));
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  return text.substr(0, OffsetBehind(text, count));
+}
+
+std::string_view LastCharacters(std::string_view text, std::size_t count) {
+  return text.substr(OffsetOfLast(text, count));
+}
+
+std::string_view WithoutFirst(std::string_view text, std::size_t count) {
+  return text.substr(OffsetBehind(text, count));
+}
+
+std::string_view WithoutLast(std::string_view text, std::size_t count) {
+  return text.substr(0, OffsetOfLast(text, count));
+}
+
+void AppendRight(std::string& target, std::string_view text, std::size_t width) {
+  const std::size_t length = CharacterCount(text);
+  if (length < width) {
+    target.append(width - length, ' ');
+  }
+  target += text;
+}
+
+std::string_view TakeLine(std::string_view& rest) {
+  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+  rest.remove_prefix(line.size());
+  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
+  return line;
+}
+
+std::string TextOrNone(std::string_view text) {
+  return text.empty() ? "(none)" : std::string(text);
+}
+
+std::string Replaced(std::string_view text, char from, char to) {
+  std::string result(text);
+  std::replace(result.begin(), result.end(), from, to);
+  return result;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_TEXT_TEXT_H
+#define TARVELL_CORE_TEXT_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Text is UTF-8 throughout; lengths and widths count characters, not bytes. "Blank" is the
+/// space character alone, and upper and lower case differ for A to Z alone.
+namespace tarvell {
+
+[[nodiscard]] std::string_view TrimLeft(std::string_view text);
+[[nodiscard]] std::string_view TrimRight(std::string_view text);
+[[nodiscard]] std::string_view Trim(std::string_view text);
+
+/// `s` up to its first NUL character, less its trailing blanks.
+[[nodiscard]] std::string_view StripNull(std::string_view s);
+
+[[nodiscard]] std::string ToUpper(std::string_view text);
+[[nodiscard]] bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Number of characters in `text`.
+[[nodiscard]] std::size_t CharacterCount(std::string_view text);
+
+/// The first or last `count` characters of `text`, or all of it when it is shorter.
+[[nodiscard]] std::string_view FirstCharacters(std::string_view text, std::size_t count);
+[[nodiscard]] std::string_view LastCharacters(std::string_view text, std::size_t count);
+
+/// `text` without its first or last `count` characters; "" when it has no more than those.
+[[nodiscard]] std::string_view WithoutFirst(std::string_view text, std::size_t count);
+[[nodiscard]] std::string_view WithoutLast(std::string_view text, std::size_t count);
+
+/// Appends `text`, padded with blanks on the left to `width` characters; a longer text is
+/// appended whole.
+void AppendRight(std::string& target, std::string_view text, std::size_t width);
+
+/// Takes the first line off `rest`. It ends with CR LF, a lone CR or LF, or the text, and is
+/// returned without its end.
+[[nodiscard]] std::string_view TakeLine(std::string_view& rest);
+
+/// What the screens show of a text: "(none)" where it is empty.
+[[nodiscard]] std::string TextOrNone(std::string_view text);
+
+/// `text` with every `from` replaced by `to`.
+[[nodiscard]] std::string Replaced(std::string_view text, char from, char to);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/CalGrid.h"
+
+#include <QHeaderView>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "screens/widgets/PaleSelection.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr float kTwipsPerPixel = 15;
+constexpr int kRowPadding = 6;
+
+}  // namespace
+
+CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(this)) {
+  setModel(model_);
+  // Cells are edited in a text box of their own (CellEditor), which knows the models' formats.
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setItemDelegate(new PaleSelection(this));
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
+  setTabKeyNavigation(false);
+  setCornerButtonEnabled(false);
+  setWordWrap(false);
+  verticalHeader()->hide();
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kRowPadding);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setHighlightSections(false);
+}
+
+void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
+  model_->Fill([&](MemoryGrid& grid) {
+    grid.SetWidth(static_cast<float>(width()) * kTwipsPerPixel);
+    fill(grid);
+  });
+  ShareWidth();
+  if (Data().RowCount() > 1) {
+    SetCurrentCell(1, static_cast<std::int16_t>(model_->FirstEditableColumn()));
+  }
+}
+
+std::int16_t CalGrid::CurrentRow() const {
+  return static_cast<std::int16_t>(currentIndex().row() + 1);
+}
+
+std::int16_t CalGrid::CurrentColumn() const {
+  return static_cast<std::int16_t>(std::max(currentIndex().column(), 0));
+}
+
+void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
+  start_ = model_->index(row - 1, column);
+  // Whatever key is held, this selects no range.
+  selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
+}
+
+void CalGrid::RemoveRow(std::int16_t row) {
+  const std::int16_t column = CurrentColumn();
+  model_->RemoveRow(row);
+  const auto last = static_cast<std::int16_t>(Data().RowCount() - 1);
+  if (last > 0) {
+    SetCurrentCell(std::min(row, last), column);
+    scrollTo(currentIndex());
+  }
+}
+
+QModelIndex CalGrid::NextEditable(const QModelIndex& cell, bool forward) const {
+  const int columns = model_->columnCount();
+  const int end = forward ? columns * model_->rowCount() : -1;
+  const int step = forward ? 1 : -1;
+  for (int place = cell.row() * columns + cell.column() + step; place != end; place += step) {
+    if (model_->IsEditable(place % columns)) {
+      return model_->index(place / columns, place % columns);
+    }
+  }
+  return {};
+}
+
+QModelIndex CalGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  const QModelIndex cell = QTableView::moveCursor(action, modifiers);
+  const bool toEdge = action == MoveHome || action == MoveEnd;
+  if (!toEdge || !cell.isValid() || model_->IsEditable(cell.column())) {
+    return cell;
+  }
+  const int column =
+      action == MoveHome ? model_->FirstEditableColumn() : model_->LastEditableColumn();
+  return model_->IsEditable(column) ? model_->index(cell.row(), column) : cell;
+}
+
+void CalGrid::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  ShareWidth();
+}
+
+void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
+  if (!command.testFlag(QItemSelectionModel::Current)) {
+    start_ = QPersistentModelIndex();
+  }
+  if (!start_.isValid()) {
+    QTableView::setSelection(rect, command);
+    return;
+  }
+  // The table itself would begin where the user selected last, before SetCurrentCell.
+  const QModelIndex end = currentIndex();
+  const auto [top, bottom] = std::minmax({start_.row(), end.row()});
+  const auto [left, right] = std::minmax({start_.column(), end.column()});
+  selectionModel()->select(QItemSelection(model_->index(top, left), model_->index(bottom, right)),
+                           command);
+}
+
+void CalGrid::ShareWidth() {
+  const MemoryGrid& grid = Data();
+  const std::int16_t columns = grid.ColumnCount();
+  std::int64_t whole = 0;
+  for (std::int16_t c = 0; c < columns; ++c) {
+    whole += grid.ColumnWidth(c);
+  }
+  const int width = viewport()->width();
+  std::vector<int> shares;
+  std::vector<int> leasts;
+  int missing = 0;  // to the captions that are wider than their share
+  for (std::int16_t c = 0; c < columns; ++c) {
+    const std::int64_t share =
+        whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;
+    leasts.push_back(horizontalHeader()->sectionSizeHint(c));
+    shares.push_back(std::max(static_cast<int>(share), leasts.back()));
+    missing += shares.back() - static_cast<int>(share);
+  }
+  for (std::int16_t c = 0; c < columns; ++c) {
+    int& share = shares[static_cast<std::size_t>(c)];
+    const int taken = std::clamp(share - leasts[static_cast<std::size_t>(c)], 0, missing);
+    missing -= taken;
+    share -= taken;
+    setColumnWidth(c, share);
+  }
+}
+
+}  // namespace tarvell

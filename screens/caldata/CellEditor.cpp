@@ -1,0 +1,324 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/CellEditor.h"
+
+#include <QEvent>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <vector>
+
+#include "screens/caldata/GridClipboard.h"
+#include "screens/widgets/DeliberateChoice.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/QtText.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr ushort kBlank = 0x20;
+constexpr ushort kDelete = 0x7F;
+
+std::int16_t GridRow(const QModelIndex& cell) {
+  return static_cast<std::int16_t>(cell.row() + 1);
+}
+
+std::int16_t GridColumn(const QModelIndex& cell) {
+  return static_cast<std::int16_t>(cell.column());
+}
+
+}  // namespace
+
+CellEditor::CellEditor(CalGrid* grid)
+    : grid_(grid),
+      txtCell_(new QLineEdit(grid->viewport())),
+      txtCellCmb_(new QComboBox(grid->viewport())) {
+  txtCell_->setObjectName("txtCell");
+  txtCell_->setAccessibleName(tr("New value of the cell"));
+  txtCell_->setAccessibleDescription(
+      tr("A number with a decimal point; what stands behind a comma or a letter is not taken."));
+  txtCell_->setToolTip(txtCell_->accessibleDescription());
+  txtCell_->setAlignment(Qt::AlignRight);
+  txtCell_->setAutoFillBackground(true);
+  txtCell_->hide();
+  txtCellCmb_->setObjectName("txtCellCmb");
+  txtCellCmb_->setAccessibleName(tr("Unit of the new value"));
+  txtCellCmb_->setAccessibleDescription(tr(
+      "The unit that the value is stored in. Choosing another one does not convert the number."));
+  txtCellCmb_->setToolTip(txtCellCmb_->accessibleDescription());
+  txtCellCmb_->hide();
+  ChangeOnlyDeliberately(txtCellCmb_);
+
+  txtCell_->installEventFilter(this);
+  txtCellCmb_->installEventFilter(this);
+  grid_->installEventFilter(this);
+  grid_->viewport()->installEventFilter(this);
+  connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
+  connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &CellEditor::CommitGuarded);
+
+  connect(&grid_->Model(), &QAbstractItemModel::modelReset, this, &CellEditor::Cancel);
+
+  connect(grid_->horizontalHeader(), &QHeaderView::geometriesChanged, this, &CellEditor::PlaceBox);
+  connect(grid_->horizontalHeader(), &QHeaderView::sectionResized, this, &CellEditor::PlaceBox);
+  connect(grid_->verticalHeader(), &QHeaderView::sectionResized, this, &CellEditor::PlaceBox);
+  connect(grid_->horizontalScrollBar(), &QScrollBar::valueChanged, this, &CellEditor::PlaceBox);
+  connect(grid_->verticalScrollBar(), &QScrollBar::valueChanged, this, &CellEditor::PlaceBox);
+}
+
+bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == grid_) {
+    if (event->type() == QEvent::KeyPress) {
+      return GridKeyPressed(*static_cast<QKeyEvent*>(event));
+    }
+    if (event->type() == QEvent::FocusIn) {
+      CommitGuarded();
+    }
+    if (event->type() == QEvent::FocusOut) {
+      tabsOn_ = false;
+    }
+    return false;
+  }
+  if (watched == grid_->viewport()) {
+    if (event->type() == QEvent::MouseButtonPress) {
+      tabsOn_ = false;
+    }
+    // The grid has got the focus, and the edit is open all the same: it was refused. The click
+    // goes no further, or leaving the cell would have it refused once more.
+    return IsOpen() && event->type() == QEvent::MouseButtonPress;
+  }
+  if (event->type() != QEvent::KeyPress) {
+    return false;
+  }
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  return watched == txtCellCmb_ ? UnitKeyPressed(key) : BoxKeyPressed(key);
+}
+
+bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
+  const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  if (tabsOn_ && isTab && (event.modifiers() & ~Qt::ShiftModifier) == 0) {
+    GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
+    return true;
+  }
+  // The Shift key itself, pressed for Shift+Tab, changes nothing.
+  tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
+  const bool copies = event.matches(QKeySequence::Copy);
+  if (copies || event.matches(QKeySequence::Paste)) {
+    // Those that the list of units leaves over come here, too.
+    if (!IsOpen() && copies) {
+      CopySelectedCells(*grid_);
+    } else if (!IsOpen()) {
+      for (const PastedCell& cell : PasteIntoCells(*grid_, rules_)) {
+        emit Pasted(cell.row, cell.column);
+      }
+    }
+    return true;
+  }
+  if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
+    return false;
+  }
+  switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Backspace:
+    case Qt::Key_Space:
+    case Qt::Key_F2:
+      Open({});
+      return true;
+    default:
+      break;
+  }
+  const QString text = event.text();
+  const bool printable = !text.isEmpty() && text.at(0).unicode() > kBlank && text.at(0) != kDelete;
+  if (!printable || !grid_->currentIndex().isValid()) {
+    return false;
+  }
+  Open(text);
+  return true;
+}
+
+bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      Cancel();
+      return true;
+    case Qt::Key_Tab:
+      if (txtCellCmb_->isVisible()) {
+        txtCellCmb_->setFocus();
+      } else {
+        ReturnByTab(true);
+      }
+      return true;
+    case Qt::Key_Backtab:
+      ReturnByTab(false);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      ReturnToGrid(0);
+      return true;
+    case Qt::Key_Down:
+      ReturnToGrid(1);
+      return true;
+    case Qt::Key_Up:
+      ReturnToGrid(-1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool CellEditor::UnitKeyPressed(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Escape:
+      Cancel();
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      ReturnToGrid(0);
+      return true;
+    case Qt::Key_Tab:
+      ReturnByTab(true);
+      return true;
+    case Qt::Key_Backtab:
+      txtCell_->setFocus();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
+  txtCellCmb_->clear();
+  const std::vector<std::string> units = rules_.UnitsOf(column);
+  for (const std::string& choice : units) {
+    txtCellCmb_->addItem(ToQt(choice));
+  }
+  txtCellCmb_->setCurrentText(ToQt(OwnUnit(units, unit)));
+  txtCellCmb_->setVisible(!units.empty());
+  untouchedUnit_ = txtCellCmb_->currentText();
+}
+
+void CellEditor::Open(const QString& typed) {
+  const QModelIndex cell = grid_->currentIndex();
+  if (IsOpen() || !cell.isValid()) {
+    return;
+  }
+  if (!grid_->Model().IsEditable(cell.column())) {
+    emit FixedCellTyped(GridColumn(cell));
+    return;
+  }
+  Guarded(grid_->window(), [&] {
+    const std::string text = grid_->Data().CellText(GridRow(cell), GridColumn(cell));
+    std::string unit;
+    const QString own = ToQt(rules_.textToEdit(GridColumn(cell), GridRow(cell), text, unit));
+    const QString shown = typed.isEmpty() ? own : typed;
+    OfferUnits(GridColumn(cell), unit);
+    cell_ = cell;
+    untouched_ = shown;
+    replaced_ = !typed.isEmpty();
+    txtCell_->setFont(grid_->font());
+    txtCell_->setText(shown);
+    grid_->scrollTo(cell);
+    PlaceBox();
+    txtCell_->show();
+    txtCell_->setFocus();
+    txtCell_->deselect();
+    txtCell_->setCursorPosition(static_cast<int>(shown.size()));
+  });
+}
+
+void CellEditor::Commit() {
+  if (!IsOpen()) {
+    return;
+  }
+  if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
+    const std::int16_t row = GridRow(cell_);
+    const std::int16_t column = GridColumn(cell_);
+    const QString typed = txtCell_->text();
+    grid_->Model().SetCellText(
+        row, column,
+        rules_.textToStore(column, row, FromQt(typed), FromQt(txtCellCmb_->currentText())));
+    Close();
+    emit Typed(row, column, typed);
+    return;
+  }
+  Close();
+}
+
+void CellEditor::CommitGuarded() {
+  if (!IsOpen()) {
+    return;
+  }
+  Guarded(
+      grid_->window(), [this] { Commit(); },
+      [this](const Error& error) {
+        // Back into the box first: the grid getting the focus back would commit again.
+        txtCell_->setFocus();
+        const QSignalBlocker blocker(grid_->selectionModel());
+        grid_->SetCurrentCell(GridRow(cell_), GridColumn(cell_));
+        ShowError(grid_->window(), error);
+      });
+}
+
+void CellEditor::Cancel() {
+  // Not hidden, although it cannot be seen, when the screen was closed during the edit.
+  if (!txtCell_->isHidden()) {
+    Close();
+  }
+}
+
+void CellEditor::ReturnToGrid(int rows) {
+  // Getting the focus back commits.
+  grid_->setFocus();
+  const int row = grid_->currentIndex().row() + rows;
+  if (!IsOpen() && rows != 0 && row >= 0 && row < grid_->Model().rowCount()) {
+    grid_->SetCurrentCell(static_cast<std::int16_t>(row + 1), grid_->CurrentColumn());
+  }
+}
+
+void CellEditor::ReturnByTab(bool forward) {
+  const QPersistentModelIndex from = cell_;
+  grid_->setFocus();
+  if (IsOpen()) {
+    return;
+  }
+  GoByTab(from, forward);
+}
+
+void CellEditor::GoByTab(const QModelIndex& from, bool forward) {
+  const QModelIndex to = grid_->NextEditable(from, forward);
+  tabsOn_ = to.isValid();
+  if (tabsOn_) {
+    grid_->SetCurrentCell(GridRow(to), GridColumn(to));
+  } else {
+    grid_->Leave(forward);
+  }
+}
+
+void CellEditor::Close() {
+  cell_ = QPersistentModelIndex();
+  grid_->setFocus();
+  txtCell_->hide();
+  txtCellCmb_->hide();
+}
+
+void CellEditor::PlaceBox() {
+  if (!IsOpen()) {
+    return;
+  }
+  QRect box = grid_->visualRect(cell_);
+  if (txtCellCmb_->count() > 0) {
+    const int unitWidth = std::min(txtCellCmb_->sizeHint().width(), box.width() / 2);
+    box.setWidth(box.width() - unitWidth);
+    txtCellCmb_->setGeometry(box.right() + 1, box.top(), unitWidth, box.height());
+  }
+  txtCell_->setGeometry(box);
+}
+
+}  // namespace tarvell

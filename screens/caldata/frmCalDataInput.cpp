@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/frmCalDataInput.h"
+
+#include "ui_frmCalDataInput.h"
+
+#include <string_view>
+#include <utility>
+
+#include "core/caldata/CellNotices.h"
+#include "core/caldata/OpenedDataSet.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/caldata/CellEditor.h"
+#include "screens/caldata/frmInputPX60H.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/frmInput.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::int16_t kSensorColumns = 2;
+
+/// What a notice about a new point is about.
+constexpr const char* kPoint = "point";
+
+/// The value column is the only one that is typed into; points are added and deleted as rows.
+constexpr std::int16_t kFactorColumn = 1;
+constexpr std::int16_t kCalDataColumn = 2;
+
+}  // namespace
+
+frmCalDataInput::frmCalDataInput(QWidget* parent)
+    : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
+  ui_->setupUi(this);
+  SuitDisplay(this);
+  ScrollWhereItCannotFit(ui_->header);
+  auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
+  cellEditor->SetRules(
+      {.textToEdit =
+           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
+                  std::string& unit) { return TextToEdit(Data(), 0, column, 0, text, unit); },
+       .textToStore =
+           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
+                  const std::string& /*unit*/) {
+             return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
+           }});
+  SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
+        std::move(cellEditor));
+  connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
+  connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
+  connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmCalDataInput::btnCancel_Click);
+}
+
+frmCalDataInput::~frmCalDataInput() = default;
+
+bool frmCalDataInput::IsSensor() const {
+  return CurrentModel().family == ModelFamily::PowerSensor;
+}
+
+void frmCalDataInput::ShowTables() {
+  ui_->Grid->Model().SetFirstEditableColumn(IsSensor() ? kFactorColumn : kCalDataColumn);
+  ui_->Grid->Fill([this](MemoryGrid& grid) {
+    grid.Clear(kSensorColumns);
+    Data().GetCalData(0, grid);
+  });
+  ShowCellNotes();
+}
+
+void frmCalDataInput::StoreTables() {
+  Data().SetCalData(0, ui_->Grid->Data());
+}
+
+QString frmCalDataInput::WhyFixed() const {
+  return tr("Add or delete a calibration point to change it.");
+}
+
+void frmCalDataInput::btnAddPoint_Click() {
+  Guarded(this, [this] { AddPoint(); });
+}
+
+void frmCalDataInput::AddPoint() {
+  Cells().Commit();
+  CheckPlaceForPoint(ui_->Grid->Data());
+  Notices().Report(kPoint, {});
+  const std::optional<NewPoint> point = IsSensor() ? AskSensorPoint() : AskAttenuatorPoint();
+  if (!point) {
+    return;
+  }
+  CalGrid& grid = *ui_->Grid;
+  switch (point->position.place) {
+    case PointPlace::Taken:
+      Tell(this, "Cannot add to same calibration point");
+      break;
+    case PointPlace::BelowZero:
+      Tell(this, "A calibration point cannot lie below zero.");
+      break;
+    case PointPlace::TooSmall:
+      Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");
+      break;
+    case PointPlace::Row:
+      grid.Model().InsertRow(point->position.row, point->row);
+      grid.SetCurrentCell(point->position.row,
+                          static_cast<std::int16_t>(grid.Model().FirstEditableColumn()));
+      grid.setFocus();
+      Notices().Report(kPoint, ToQt(point->notice));
+      break;
+  }
+}
+
+std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
+  const std::string_view unit = CurrentModel().frequencyUnit;
+  frmInput input(this);
+  input.setWindowTitle("Input calibration point...");
+  input.SetCaption("Input calibration Point");
+  input.SetUnit(ToQt(unit));
+  input.exec();
+  const double frequency = SensorFrequency(FromQt(input.Text()), FromQt(input.Unit()), unit);
+  const std::string typed = FromQt(input.Text());
+  if (frequency == 0) {
+    Notices().Report(kPoint, ToQt(PointTakenDifferently(typed, "")));
+    return std::nullopt;
+  }
+  const std::string row = SensorRow(frequency, unit);
+  return NewPoint{row, PlaceSensorPoint(ui_->Grid->Data(), frequency, unit),
+                  PointTakenDifferently(typed, row.substr(0, row.find('\t')))};
+}
+
+std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
+  frmInputPX60H input(this);
+  input.setWindowTitle("Select calibration point...");
+  input.SetCaption("Select calibration point and calibration frequency");
+  input.SetPoint("0", ToQt(CurrentModel().presetFrequency));
+  input.exec();
+  if (DialogResult == "CANCEL") {
+    return std::nullopt;
+  }
+  const AttenuatorPoint point =
+      AttenuatorPointFrom(FromQt(input.Setting()), FromQt(input.Frequency()));
+  const std::string row = AttenuatorRow(point);
+  const std::size_t end = row.find('\t');
+  const std::string setting = PointTakenDifferently(FromQt(input.Setting()), row.substr(0, end));
+  const std::string frequency = PointTakenDifferently(
+      FromQt(input.Frequency()), row.substr(end + 1, row.find('\t', end + 1) - end - 1));
+  return NewPoint{row, PlaceAttenuatorPoint(ui_->Grid->Data(), point),
+                  setting + (setting.empty() || frequency.empty() ? "" : " ") + frequency};
+}
+
+void frmCalDataInput::btnDeletePoint_Click() {
+  Guarded(this, [this] { DeletePoint(); });
+}
+
+void frmCalDataInput::DeletePoint() {
+  Cells().Commit();
+  const std::int16_t row = ui_->Grid->CurrentRow();
+  if (row == 0) {
+    return;
+  }
+  const MemoryGrid& grid = ui_->Grid->Data();
+  const std::string point = IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
+                                       : AttenuatorPointName(grid, row);
+  const auto answer =
+      CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
+                                    .icon = QMessageBox::Warning,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                    .defaultButton = QMessageBox::No});
+  if (answer == QMessageBox::Yes) {
+    ui_->Grid->RemoveRow(row);
+    ReportCells();
+  }
+}
+
+void frmCalDataInput::btnOk_Click() {
+  Guarded(this, [this] { SaveAndClose(); });
+}
+
+void frmCalDataInput::btnCancel_Click() {
+  reject();
+}
+
+}  // namespace tarvell

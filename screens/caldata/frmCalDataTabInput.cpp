@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/frmCalDataTabInput.h"
+
+#include "ui_frmCalDataTabInput.h"
+
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QToolButton>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "core/caldata/CellNotices.h"
+#include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/SetPages.h"
+#include "core/platform/Error.h"
+#include "screens/caldata/CellEditor.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/FileTextValidator.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+
+namespace tarvell {
+
+namespace {
+
+/// What each column's width is of the grid's.
+constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
+
+constexpr const char* kNoUnitChoice = "*";
+
+}  // namespace
+
+frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
+    : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
+  ui_->setupUi(this);
+  SuitDisplay(this);
+  ScrollWhereItCannotFit(ui_->header);
+  ui_->tTab->setElideMode(Qt::ElideNone);
+  ui_->tTab->setExpanding(false);
+  ui_->tTab->setDrawBase(false);
+  // The keyboard changes the page in the strip itself.
+  for (QToolButton* scroller : ui_->tTab->findChildren<QToolButton*>()) {
+    scroller->setFocusPolicy(Qt::NoFocus);
+  }
+  FileTextValidator::Attach(ui_->txtTabSerial);
+  auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
+  cellEditor->SetRules({.textToEdit =
+                            [this](std::int16_t column, std::int16_t row, const std::string& text,
+                                   std::string& unit) {
+                              return TextToEdit(Data(), SelectedPage(), column, row, text, unit);
+                            },
+                        .textToStore =
+                            [this](std::int16_t column, std::int16_t row, const std::string& text,
+                                   const std::string& unit) {
+                              // The grid still shows the page that the edit began on, whatever tab
+                              // is selected.
+                              return Data().SetCalibrationDataFormat(currentPage_, column, row,
+                                                                     text, unit);
+                            },
+                        .units = [this](std::int16_t column) { return UnitsOf(column); }});
+  SetUp({.header = ui_->header, .grid = ui_->grid, .notices = ui_->notices, .ok = ui_->btnOk},
+        std::move(cellEditor));
+  ui_->txtTabSerial->installEventFilter(this);
+  ui_->chkCheck->installEventFilter(this);
+  connect(ui_->txtTabSerial, &QLineEdit::textChanged, this, &frmCalDataTabInput::ReportMember);
+  connect(ui_->tTab, &QTabBar::currentChanged, this, &frmCalDataTabInput::tTab_Click);
+  connect(ui_->chkCheck, &QCheckBox::clicked, this, &frmCalDataTabInput::chkCheck_Click);
+  connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataTabInput::btnOk_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmCalDataTabInput::btnCancel_Click);
+}
+
+frmCalDataTabInput::~frmCalDataTabInput() = default;
+
+std::int16_t frmCalDataTabInput::SelectedPage() const {
+  return static_cast<std::int16_t>(ui_->tTab->currentIndex());
+}
+
+void frmCalDataTabInput::ShowTables() {
+  const bool storesSerials = CurrentModel().family == ModelFamily::CapacitorSet;
+  ui_->txtTabSerial->setToolTip(
+      storesSerials ? QString()
+                    : QString("The file of this set has no place for the serial numbers of its "
+                              "members: what is entered here is not saved."));
+  ui_->chkCheck->setVisible(CurrentModel().hasOption);
+  {
+    const QSignalBlocker blocker(ui_->tTab);
+    while (ui_->tTab->count() > 0) {
+      ui_->tTab->removeTab(0);
+    }
+    for (std::int16_t page = 0; page < Data().GetCalPageCount(); ++page) {
+      AddTab(page);
+    }
+    ui_->tTab->setCurrentIndex(0);
+  }
+  WidenForTabs();
+  ui_->chkCheck->setChecked(CurrentModel().hasOption &&
+                            Data().GetCalPageCount() == kOptionPage + 1);
+  ui_->grid->Model().SetFirstEditableColumn(1);
+  ShowPage(0);
+}
+
+void frmCalDataTabInput::WidenForTabs() {
+  // A strip that is not on the screen does not tell its layout that it has grown.
+  ui_->tTab->updateGeometry();
+  const QMargins margins = layout()->contentsMargins();
+  const int wanted = ui_->tTab->sizeHint().width() + margins.left() + margins.right();
+  const int available = screen()->availableGeometry().width() - frameGeometry().width() + width();
+  resize(std::max(width(), std::min(wanted, available)), height());
+}
+
+void frmCalDataTabInput::AddTab(std::int16_t page) {
+  // A lone "&" would be taken for a key.
+  ui_->tTab->insertTab(page, ToQt(Data().GetCalPageName(page)).replace("&", "&&"));
+}
+
+void frmCalDataTabInput::ShowPage(std::int16_t page) {
+  ui_->grid->Fill([&](MemoryGrid& grid) {
+    grid.Clear(static_cast<std::int16_t>(kColumnShares.size()));
+    for (std::size_t column = 0; column < kColumnShares.size(); ++column) {
+      grid.SetColumnWidth(
+          static_cast<std::int16_t>(column),
+          static_cast<std::int32_t>(std::lround(grid.Width() / kColumnShares.at(column))));
+    }
+    Data().GetCalData(page, grid);
+  });
+  currentPage_ = page;
+  ui_->txtTabSerial->setText(ToQt(Data().GetCalPageSerial(page)));
+  ShowCellNotes();
+  ReportMember();
+}
+
+void frmCalDataTabInput::StorePage() {
+  const std::string serial = FromQt(ui_->txtTabSerial->text());
+  const bool isToken = serial == kOptionOff || serial == kOptionOn;
+  if (isToken && CurrentModel().hasOption && currentPage_ == kOptionPage) {
+    throw Error(ErrorKind::Name, "\"" + serial +
+                                     "\" cannot be the serial number of a member. Enter the "
+                                     "number on its certificate, or leave it empty.");
+  }
+  Data().SetCalData(currentPage_, ui_->grid->Data());
+  Data().SetCalPageSerial(currentPage_, serial);
+  KeepCellNotes();
+}
+
+void frmCalDataTabInput::ChangePage() {
+  Cells().Commit();
+  StorePage();
+  ShowPage(SelectedPage());
+}
+
+void frmCalDataTabInput::tTab_Click() {
+  const bool changed = Guarded(this, [this] { ChangePage(); });
+  if (!changed) {
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->setCurrentIndex(currentPage_);
+  }
+}
+
+void frmCalDataTabInput::chkCheck_Click() {
+  const bool on = ui_->chkCheck->isChecked();
+  const bool switched = Guarded(this, [&] { SwitchOption(on); });
+  if (!switched) {
+    ui_->chkCheck->setChecked(!on);
+  }
+}
+
+void frmCalDataTabInput::SwitchOption(bool on) {
+  if (on) {
+    Data().SetCalPageSerial(kOptionPage, std::string(kOptionOn));
+    if (ui_->tTab->count() == kOptionPage) {
+      const QSignalBlocker blocker(ui_->tTab);
+      AddTab(kOptionPage);
+    }
+    ReportMember();
+    ReportCells();
+    return;
+  }
+  if (ui_->tTab->count() > kOptionPage) {
+    // What cannot be stored keeps the tab.
+    Cells().Commit();
+    StorePage();
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->removeTab(kOptionPage);
+    ChangePage();
+  }
+  Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  Notices().Report(MemberSubject(kOptionPage), {});
+  ReportMember();
+  ReportCells();
+}
+
+std::vector<std::string> frmCalDataTabInput::UnitsOf(std::int16_t column) const {
+  std::vector<std::string> units;
+  Data().GetCalibrationUnit(currentPage_, column, units);
+  if (units.size() == 1 && units.front() == kNoUnitChoice) {
+    units.clear();
+  }
+  return units;
+}
+
+void frmCalDataTabInput::btnOk_Click() {
+  Guarded(this, [this] { SaveAndClose(); });
+}
+
+void frmCalDataTabInput::StoreTables() {
+  StorePage();
+}
+
+QString frmCalDataTabInput::WhyFixed() const {
+  return tr("It comes from the file or the template.");
+}
+
+QString frmCalDataTabInput::MemberSubject(std::int16_t page) const {
+  return "member " + ToQt(Data().GetCalPageName(page));
+}
+
+void frmCalDataTabInput::ReportMember() {
+  // The resistor set's file has no place for the serial numbers.
+  const bool isStored = CurrentModel().family == ModelFamily::CapacitorSet;
+  const std::string shown = FromQt(ui_->txtTabSerial->text());
+  const QString name = ToQt(Data().GetCalPageName(currentPage_));
+  const QString readBack =
+      isStored ? ToQt(HeaderReadDifferently(FromQt(tr("Serial number of %1").arg(name)), shown))
+               : QString();
+  MarkBox(ui_->txtTabSerial, readBack);
+  Notices().Report(MemberSubject(currentPage_), readBack);
+  QStringList missing;
+  for (std::int16_t page = 0; isStored && page < Data().GetCalPageCount(); ++page) {
+    if (page == currentPage_ ? shown.empty() : Data().GetCalPageSerial(page).empty()) {
+      missing << ToQt(Data().GetCalPageName(page));
+    }
+  }
+  Notices().Report("members",
+                   missing.isEmpty()
+                       ? QString()
+                       : tr("No serial number is entered for %1.").arg(missing.join(", ")));
+}
+
+bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && IsPlainEnter(*static_cast<QKeyEvent*>(event))) {
+    focusNextChild();
+    return true;
+  }
+  if (event->type() == QEvent::FocusIn && watched == ui_->txtTabSerial) {
+    Notices().ShowAbout(MemberSubject(currentPage_));
+  }
+  return CalEditor::eventFilter(watched, event);
+}
+
+void frmCalDataTabInput::btnCancel_Click() {
+  reject();
+}
+
+}  // namespace tarvell

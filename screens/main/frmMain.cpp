@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/main/frmMain.h"
+
+#include "ui_frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QMenuBar>
+#include <QWindow>
+
+#include <cstdint>
+
+#include "core/files/FileIOCommonModule.h"
+#include "core/files/Paths.h"
+#include "core/session/CommonStringModule.h"
+#include "core/session/Profiles.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/session/Version.h"
+#include "core/session/mOSVersion.h"
+#include "core/text/Text.h"
+#include "screens/caldata/frmCalibrationMain.h"
+#include "screens/main/frmSplash.h"
+#include "screens/station/frmStationMain.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/FolderPicker.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/OneLineValidator.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::int16_t kVersionLabelLevel = 3;
+constexpr std::int16_t kLeastVisibleLevel = 2;
+constexpr int kLongestExposure = 200;  // ms
+
+/// Lets pending window events run, until the window system has put `window` on the screen.
+void RunPendingEvents(const QWidget& window) {
+  QElapsedTimer timer;
+  timer.start();
+  do {
+    QApplication::processEvents();
+  } while (!window.windowHandle()->isExposed() && timer.elapsed() < kLongestExposure);
+  QApplication::processEvents();
+}
+
+void ShowSplash(double seconds) {
+  frmSplash splash;
+  splash.show();
+  RunPendingEvents(splash);
+  WaitSeconds(seconds);
+  QApplication::processEvents();
+}
+
+}  // namespace
+
+frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmMain>()) {
+  QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
+  QGuiApplication::setDesktopFileName("tarvell");
+  ui_->setupUi(this);
+  SuitDisplay(this);
+  EnterPressesFocusedButton(this);
+  for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
+    box->setValidator(new OneLineValidator(box));  // the box owns it
+    // What is being typed is not commented on before it is finished.
+    connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
+    connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
+    connect(box, &QLineEdit::inputRejected, this, [this, box] {
+      Notice(box, tr("The text was left as it was: a directory cannot hold a line end."));
+    });
+  }
+  SetUpMenu();
+  connect(ui_->btnBrowseCalibrationDir, &QPushButton::clicked, this,
+          &frmMain::btnBrowseCalibrationDir_Click);
+  connect(ui_->btnBrowseStationDir, &QPushButton::clicked, this,
+          &frmMain::btnBrowseStationDir_Click);
+  connect(ui_->btnStart, &QPushButton::clicked, this, &frmMain::btnStart_Click);
+  connect(ui_->btnExit, &QPushButton::clicked, this, &frmMain::btnExit_Click);
+}
+
+frmMain::~frmMain() {
+  // The box that has the keyboard is left while it is destroyed, which is nobody's entry.
+  ui_->txtCalibrationDir->disconnect(this);
+  ui_->txtStationDir->disconnect(this);
+}
+
+void frmMain::SetUpMenu() {
+  auto* menuBar = new QMenuBar(this);  // the layout takes it
+  QAction* mnuExit = menuBar->addAction("Exit");
+  mnuExit->setObjectName("mnuExit");
+  mnuExit->setShortcut(Qt::CTRL | Qt::Key_Q);
+  connect(mnuExit, &QAction::triggered, this, &frmMain::btnExit_Click);
+  layout()->setMenuBar(menuBar);
+}
+
+void frmMain::Form_Load(double splashSeconds) {
+  hide();
+  gVersionLabelLevel = kVersionLabelLevel;
+  ShowSplash(splashSeconds);
+  setWindowTitle(ToQt(kApplicationTitle) + " - " +
+                 ToQt(RevisionText(kMajorVersion, kMinorVersion)));
+  GetOSVersion();
+  ui_->lblVersionString->setVisible(gVersionLabelLevel >= kLeastVisibleLevel);
+  ui_->lblVersionString->setText("now worked on " + ToQt(gOSVersion) + "(" + ToQt(gOSPlatform) +
+                                 ")");
+  ReadProfile(gCalibrationDir, gStationDir);
+  ui_->txtCalibrationDir->setText(ToQt(gCalibrationDir));
+  ui_->txtStationDir->setText(ToQt(gStationDir));
+  show();
+}
+
+void frmMain::btnBrowseCalibrationDir_Click() {
+  Browse(ui_->txtCalibrationDir, "Browse for calibration data directory.");
+}
+
+void frmMain::btnBrowseStationDir_Click() {
+  Browse(ui_->txtStationDir, "Browse for station data directory.");
+}
+
+void frmMain::Browse(QLineEdit* box, const QString& title) {
+  Guarded(this, [&] {
+    const QString picked = BrowseForFolder(this, box->text(), title);
+    if (!picked.isEmpty()) {
+      box->setText(picked);
+      CheckDirectory(box);
+    }
+  });
+}
+
+QString frmMain::DirectoryNotice(const QLineEdit* box) const {
+  const std::string directory = FromQt(box->text());
+  return ToQt(box == ui_->txtCalibrationDir ? CalibrationDirNotice(directory)
+                                            : StationDirNotice(directory));
+}
+
+void frmMain::CheckDirectory(QLineEdit* box) {
+  Notice(box, DirectoryNotice(box));
+}
+
+void frmMain::Notice(QLineEdit* box, const QString& text) {
+  ui_->notices->Report(box->objectName(), text);
+  MarkBox(box, text);
+}
+
+void frmMain::btnStart_Click() {
+  Guarded(this, [this] { Start(); });
+}
+
+void frmMain::Start() {
+  if (!TakeRoot(ui_->txtStationDir,
+                {.missing = "Station directory does not set.",
+                 .question = "Input station folder does not exist.\r\n"
+                             "If you want to create new folder, then press Ok button."},
+                gStationDir) ||
+      !TakeRoot(ui_->txtCalibrationDir,
+                {.missing = "Calibration data directory does not set.",
+                 .question = "Select calibration data folder is not exist.\r\n"
+                             "If you want to create new folder, then press Ok button."},
+                gCalibrationDir)) {
+    return;
+  }
+  if (ui_->Option1->isChecked()) {
+    if (!stationMain_) {
+      stationMain_ = std::make_unique<frmStationMain>(this);
+    }
+    stationMain_->ShowModally();
+  }
+  if (ui_->Option2->isChecked()) {
+    if (!calibrationMain_) {
+      calibrationMain_ = std::make_unique<frmCalibrationMain>(this);
+    }
+    calibrationMain_->ShowModally();
+  }
+}
+
+bool frmMain::TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root) {
+  const std::string folder = FromQt(box->text());
+  // Blanks alone would be the current folder, and the root of the disk in front of a name.
+  if (Trim(folder).empty()) {
+    Tell(this, texts.missing);
+    return false;
+  }
+  if (!EnsureFolder(folder, texts.question)) {
+    return false;
+  }
+  root = Trim(folder);
+  return true;
+}
+
+bool frmMain::EnsureFolder(const std::string& folder, const QString& question) {
+  CheckNamesNoShare(folder);
+  if (FolderExists(folder)) {
+    return true;
+  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = question,
+             .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Cancel,
+             .detail = IsRelative(folder) ? "It would be the folder\n" + ToQt(FullPathText(folder))
+                                          : QString()});
+  return answer == QMessageBox::Ok &&
+         Guarded(
+             this, [&] { MakeFolder(folder); },
+             [this](const Error& error) {
+               CurrentQuestions().Ask(this, {.text = "Cannot make folder!",
+                                             .icon = QMessageBox::Critical,
+                                             .detail = ToQt(error.what())});
+             });
+}
+
+void frmMain::btnExit_Click() {
+  close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  Form_Unload();
+  event->accept();
+}
+
+void frmMain::Form_Unload() {
+  // A box that still has the keyboard has not been reported on.
+  for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
+    const QString notice = DirectoryNotice(box);
+    if (!notice.isEmpty() && ui_->notices->About(box->objectName()) != notice) {
+      Notice(box, notice);
+      Tell(this, notice);
+    }
+  }
+  gCalibrationDir = FromQt(ui_->txtCalibrationDir->text());
+  gStationDir = FromQt(ui_->txtStationDir->text());
+  Guarded(
+      this, [] { WriteProfile(gCalibrationDir, gStationDir); },
+      [this](const Error& error) {
+        ShowError(this, Error(error.Kind(),
+                              "The two directories are not remembered for the next start. " +
+                                  error.Text(),
+                              error.Path(), error.Line()));
+      });
+}
+
+}  // namespace tarvell

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/station/frmStationGetInstr.h"
+
+#include "ui_frmStationGetInstr.h"
+
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NameList.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/SerialList.h"
+
+namespace tarvell {
+
+frmStationGetInstr::frmStationGetInstr(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
+  ui_->setupUi(this);
+  SuitDisplay(this);
+  EnterPressesFocusedButton(this);
+  OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
+  OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
+  SetUpSerialList(ui_->lstSerialNumber);
+  OnEntry(ui_->lstSerialNumber, {.open = [this] { btnAdd_Click(); }});
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);
+}
+
+frmStationGetInstr::~frmStationGetInstr() = default;
+
+void frmStationGetInstr::ShowModally(const std::vector<std::string>& models) {
+  for (const std::string& model : models) {
+    AddName(ui_->LstInstrment, model);
+  }
+  exec();
+}
+
+void frmStationGetInstr::LstInstrment_Click() {
+  Guarded(this, [this] { FillSerialList(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment)); });
+}
+
+void frmStationGetInstr::btnAdd_Click() {
+  const std::string serial = SelectedName(ui_->lstSerialNumber);
+  if (SelectedName(ui_->LstInstrment).empty() || serial.empty()) {
+    Tell(this, "Model number or serial number is no selected.");
+    return;
+  }
+  Result = FindCalFile(serial);
+  accept();
+}
+
+void frmStationGetInstr::btnCancel_Click() {
+  reject();
+}
+
+void frmStationGetInstr::reject() {
+  Result = kCancelled;
+  QDialog::reject();
+}
+
+}  // namespace tarvell

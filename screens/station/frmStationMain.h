@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_STATION_FRMSTATIONMAIN_H
+#define TARVELL_SCREENS_STATION_FRMSTATIONMAIN_H
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+
+#include "core/station/StationIndex.h"
+
+namespace tarvell {
+
+namespace Ui {
+class frmStationMain;
+}
+
+/// Lists the stations of the station data root; adds, opens and deletes them.
+class frmStationMain final : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit frmStationMain(QWidget* parent);
+  frmStationMain(const frmStationMain&) = delete;
+  frmStationMain& operator=(const frmStationMain&) = delete;
+  ~frmStationMain() override;
+
+  /// Shows the screen with its list read afresh, until it is closed.
+  void ShowModally();
+
+ private:
+  void btnAdd_Click();
+  void btnEdit_Click();
+  void btnDelete_Click();
+  void btnReturn_Click();
+
+  /// Reads the list of stations; a root that cannot be read is told.
+  void RefreshStationList();
+  void ReadStationList();
+  void WriteStationIndex();
+  void AddStation();
+  void DeleteStation();
+  /// The selected station, "" when none is.
+  [[nodiscard]] std::string SelectedStation() const;
+
+  std::unique_ptr<Ui::frmStationMain> ui_;
+  StationIndex index_;     ///< what this visit knows of the list
+  bool isListed_ = false;  ///< whether the list shows what the root holds
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,683 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/station/frmStationModelList.h"
+
+#include "ui_frmStationModelList.h"
+
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/files/FileIOCommonModule.h"
+#include "core/files/Paths.h"
+#include "core/platform/Error.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/text/Text.h"
+#include "screens/station/frmStationGetInstr.h"
+#include "screens/widgets/AskReplacement.h"
+#include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/DateBoxes.h"
+#include "screens/widgets/DeliberateChoice.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/FileTextValidator.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NameList.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kPlaceholder = "No Model";
+constexpr const char* kNoAddressType = "NONE";
+constexpr const char* kEntryNotice = "entry";
+
+/// Number of an entry that is not saved.
+constexpr int kUnsavedRole = Qt::UserRole + 1;
+
+/// Puts the rows of `gCalFiles` back as they were, unless those that were read since then stay.
+class CalFileRows {
+ public:
+  CalFileRows() = default;
+  CalFileRows(const CalFileRows&) = delete;
+  CalFileRows& operator=(const CalFileRows&) = delete;
+  ~CalFileRows() {
+    if (!keepsRead_) {
+      gCalFiles = std::move(rows_);
+    }
+  }
+
+  void KeepRead() { keepsRead_ = true; }
+
+ private:
+  std::array<CalFileInfo, kTableRows> rows_ = gCalFiles;
+  bool keepsRead_ = false;
+};
+
+/// Shows `text` in an editable list, and chooses the entry that reads so, where there is one: the
+/// keys then go on from it, and leaving the list does not count as a choice.
+void ShowText(QComboBox* box, const QString& text) {
+  box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  box->setEditText(text);
+}
+
+/// The model number without the maker's prefix and the option's suffix.
+std::string CleanedModel(const std::string& model) {
+  static constexpr std::string_view kMaker = "QZ";
+  static constexpr std::string_view kOption = "Opt001";
+  std::string_view cleaned = model;
+  if (FirstCharacters(cleaned, kMaker.size()) == kMaker) {
+    cleaned = WithoutFirst(cleaned, kMaker.size() + 1);
+  }
+  if (LastCharacters(cleaned, kOption.size()) == kOption) {
+    cleaned = Trim(WithoutLast(cleaned, kOption.size()));
+  }
+  return std::string(cleaned);
+}
+
+Error InstrumentGone() {
+  return {ErrorKind::Index,
+          "The chosen instrument is not in the calibration data any more. Choose it again."};
+}
+
+}  // namespace
+
+frmStationModelList::frmStationModelList(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
+  ui_->setupUi(this);
+  SuitDisplay(this);
+  EnterPressesFocusedButton(this);
+  ScrollWhereItCannotFit(ui_->record);
+  // After what changes several fields has changed them all.
+  noticesAreDue_.setSingleShot(true);
+  connect(&noticesAreDue_, &QTimer::timeout, this, &frmStationModelList::ReportNotices);
+  txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
+              ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
+              ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
+  SetUpFields();
+  // As tall as the text: marked entries stand hardly farther apart than others.
+  ui_->LstInstrment->setIconSize(QSize(1, 1) * ui_->LstInstrment->fontMetrics().height());
+  OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
+  OnEntry(ui_->LstInstrment, {.remove = [this] { DeleteByKey(); }});
+  connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
+  // A serial number that is typed is text, not a choice that would replace the other fields.
+  disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
+  connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
+  connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
+  connect(ui_->btnClear, &QPushButton::clicked, this, &frmStationModelList::btnClear_Click);
+  connect(ui_->btnSave, &QPushButton::clicked, this, &frmStationModelList::btnSave_Click);
+  connect(ui_->btnReturn, &QPushButton::clicked, this, &frmStationModelList::btnReturn_Click);
+}
+
+frmStationModelList::~frmStationModelList() = default;
+
+void frmStationModelList::SetUpFields() {
+  ui_->cmbCalMonth->addItem("");
+  AddMonths(ui_->cmbCalMonth);
+  ui_->cmbAddressType->addItems({"GP-IB", "GPIO", "SERIAL", kNoAddressType});
+  SetUpDayBox(ui_->txtData_8, ui_->UpDown1);
+  SetUpYearBox(ui_->txtData_6, ui_->UpDown3);
+  for (QLineEdit* box : txtData_) {
+    FileTextValidator::Attach(box);
+    connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);
+  }
+  boxes_ = {{&StationInstrument::ModelNumber, ui_->txtData_0},
+            {&StationInstrument::SerialNumber, ui_->cmbSerial->lineEdit()},
+            {&StationInstrument::AddressType, ui_->cmbAddressType->lineEdit()},
+            {&StationInstrument::Address, ui_->txtData_2},
+            {&StationInstrument::Station, ui_->txtData_3},
+            {&StationInstrument::Options, ui_->txtData_4},
+            {&StationInstrument::Availability, ui_->txtData_5},
+            {&StationInstrument::DueDay, ui_->txtData_8},
+            {&StationInstrument::DueMonth, ui_->cmbCalMonth->lineEdit()},
+            {&StationInstrument::DueYear, ui_->txtData_6},
+            {&StationInstrument::Asset, ui_->txtData_9},
+            {&StationInstrument::Trace, ui_->txtData_10},
+            {&StationInstrument::Comment, ui_->txtData_11}};
+  for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
+    FileTextValidator::Attach(box->lineEdit());
+    // Free text is kept as it was typed.
+    box->setCompleter(nullptr);
+    ChangeOnlyDeliberately(box);
+    connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
+  }
+}
+
+void frmStationModelList::ShowModally() {
+  setWindowTitle(ToQt(StationName) + " - Station Data Edit - " + ToQt(kApplicationTitle));
+  ui_->lbStation->setText("StationName :  " + ToQt(StationName));
+  stationFolder_ = Joined(gStationDir, StationName);
+  EmptyFields();
+  {
+    const BusyPointer busy;
+    index_.Begin(stationFolder_);
+  }
+  RefreshInstrumentList();
+  editingArmed_ = false;
+  ui_->btnSave->setEnabled(false);
+  // In an empty station the first step is to add an instrument.
+  if (ui_->LstInstrment->isEnabled()) {
+    ui_->LstInstrment->setFocus();
+  } else {
+    ui_->btnAdd->setFocus();
+  }
+  exec();
+}
+
+void frmStationModelList::RefreshInstrumentList() {
+  Guarded(this, [this] { ReadInstrumentList(); });
+}
+
+void frmStationModelList::ReadInstrumentList() {
+  isListed_ = false;
+  const KeyboardStays keyboard(ui_->LstInstrment, ui_->btnAdd);
+  KeepUnsaved();
+  const std::string shown = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
+  ShowInstruments({});
+  const BusyPointer busy;
+  const std::vector<std::string> instruments = ListInstruments(stationFolder_);
+  index_.WasListed(instruments);
+  ShowInstruments(instruments);
+  isListed_ = true;
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  if (shownEntry_ == nullptr && !shown.empty() && SelectName(ui_->LstInstrment, shown)) {
+    shownEntry_ = SelectedEntry();
+  }
+}
+
+void frmStationModelList::ShowInstruments(const std::vector<std::string>& instruments) {
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  shownEntry_ = nullptr;
+  // What was added and not saved stays in the list, although the folder does not hold it.
+  std::vector<std::string> names = instruments;
+  std::vector<std::pair<int, int>> unsavedRows;
+  for (const auto& [number, unsaved] : unsaved_) {
+    const auto listed = std::ranges::find(names, unsaved.name);
+    unsavedRows.emplace_back(static_cast<int>(listed - names.begin()), number);
+    if (listed == names.end()) {
+      names.push_back(unsaved.name);
+    }
+  }
+  ShowNames(ui_->LstInstrment, names, kPlaceholder);
+  for (const auto& [row, number] : unsavedRows) {
+    MarkUnsaved(ui_->LstInstrment->item(row), number);
+  }
+  noticesAreDue_.start();
+}
+
+void frmStationModelList::WriteStationInstrumentIndex() {
+  if (!isListed_) {
+    // A list that nobody has seen must not take the place of the one on the disk.
+    ReadInstrumentList();
+  }
+  // The list is disabled while it holds the placeholder alone.
+  const bool hasInstruments = ui_->LstInstrment->isEnabled();
+  const std::vector<std::string> shown =
+      hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>();
+  const BusyPointer busy;
+  tarvell::WriteStationInstrumentIndex(stationFolder_,
+                                       index_.Merged(shown, ListInstruments(stationFolder_)));
+}
+
+std::vector<std::string> frmStationModelList::ReadSerials(const std::string& model) {
+  std::vector<std::string> serials;
+  if (!model.empty()) {
+    Guarded(this, [&] {
+      const BusyPointer busy;
+      ReadCalFileHeaders(Joined(gCalibrationDir, model),
+                         [&](const CalFileInfo& row) { serials.push_back(row.SerialNumber); });
+    });
+  }
+  return serials;
+}
+
+void frmStationModelList::FillSerialList(const std::vector<std::string>& serials) {
+  const QSignalBlocker blocker(ui_->cmbSerial);
+  ui_->cmbSerial->clear();
+  for (const std::string& serial : serials) {
+    ui_->cmbSerial->addItem(ToQt(serial));
+  }
+  ui_->cmbSerial->setCurrentIndex(-1);
+  ui_->cmbSerial->clearEditText();
+}
+
+QListWidgetItem* frmStationModelList::SelectedEntry() const {
+  return ui_->LstInstrment->selectedItems().value(0);
+}
+
+void frmStationModelList::SelectShownEntry() {
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  // The keyboard stays where it is: it must not be held at an entry that cannot be read.
+  ui_->LstInstrment->clearSelection();
+  if (shownEntry_ != nullptr) {
+    shownEntry_->setSelected(true);
+  }
+}
+
+void frmStationModelList::LstInstrment_Click() {
+  QListWidgetItem* entry = SelectedEntry();
+  // Of what is not saved, there is nothing to be read again.
+  if (entry != nullptr && !(entry == shownEntry_ && IsUnsaved(entry))) {
+    ui_->lblNotice->Report(kEntryNotice, "");
+    Guarded(this, [&] { LoadInstrument(entry); });
+  }
+  SelectShownEntry();
+  noticesAreDue_.start();
+}
+
+void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
+  const std::string name = NameOfEntry(entry);
+  KeepUnsaved();
+  if (IsUnsaved(entry)) {
+    ShowUnsaved(entry);
+    return;
+  }
+  StationInstrument instrument = Shown();
+  bool isEmpty = false;
+  {
+    const BusyPointer busy;
+    isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
+  }
+  editingArmed_ = false;
+  if (isEmpty) {
+    ui_->lblNotice->Report(kEntryNotice,
+                           "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
+  } else {
+    FillSerialList(ReadSerials(instrument.ModelNumber));
+    Show(instrument);
+    ui_->btnSave->setEnabled(false);
+    shownEntry_ = entry;
+  }
+  editingArmed_ = true;
+}
+
+bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
+  return entry != nullptr && unsaved_.contains(entry->data(kUnsavedRole).toInt());
+}
+
+void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {
+  entry->setData(kUnsavedRole, number);
+  SetEntryIcon(entry, QStyle::SP_MessageBoxWarning);
+  entry->setToolTip("Added and not saved. Press \"Save Instrment Data\".");
+  entry->setData(Qt::AccessibleTextRole, entry->text() + ", not saved");
+}
+
+void frmStationModelList::SetSaved(QListWidgetItem* entry) {
+  unsaved_.erase(entry->data(kUnsavedRole).toInt());
+  for (const int role :
+       {kUnsavedRole, int{Qt::DecorationRole}, int{Qt::ToolTipRole}, int{Qt::AccessibleTextRole}}) {
+    entry->setData(role, QVariant());
+  }
+}
+
+void frmStationModelList::KeepUnsaved() {
+  if (IsUnsaved(shownEntry_)) {
+    unsaved_.at(shownEntry_->data(kUnsavedRole).toInt()).instrument = Shown();
+  }
+}
+
+void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
+  const Unsaved& unsaved = unsaved_.at(entry->data(kUnsavedRole).toInt());
+  FillSerialList(ReadSerials(unsaved.name));
+  Show(unsaved.instrument);
+  file_ = StoredFile();
+  shownEntry_ = entry;
+  editingArmed_ = true;
+  ui_->btnSave->setEnabled(true);
+}
+
+QString frmStationModelList::OthersUnsaved() const {
+  QStringList names;
+  for (int row = 0; row < ui_->LstInstrment->count(); ++row) {
+    const QListWidgetItem* entry = ui_->LstInstrment->item(row);
+    if (entry != shownEntry_ && IsUnsaved(entry)) {
+      names << entry->text();
+    }
+  }
+  return names.isEmpty() ? QString()
+                         : "Added and not saved either way: " + names.join(", ") +
+                               ". Choose Cancel, and save each of them, to keep them.";
+}
+
+void frmStationModelList::Field_Change() {
+  if (editingArmed_) {
+    ui_->btnSave->setEnabled(true);
+  }
+  noticesAreDue_.start();
+}
+
+void frmStationModelList::ReportNotices() {
+  const StationInstrument shown = Shown();
+  const std::vector<ReadBackNotice> notices = ReadBackNotices(shown);
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    const auto& [field, box] = boxes_[i];
+    const auto found = std::ranges::find(notices, field, &ReadBackNotice::field);
+    const QString text = found == notices.end() ? QString() : ToQt(found->text);
+    MarkBox(box, text);
+    ui_->lblNotice->Report(QString::number(i), text);
+  }
+  const std::string entry = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
+  const bool isOther =
+      !entry.empty() && !shown.ModelNumber.empty() && !EqualsIgnoringCase(entry, shown.ModelNumber);
+  const QString file = "\"" + ToQt(shown.ModelNumber) + "\"";
+  ui_->lblNotice->Report(
+      "file", isOther ? "The fields mean the file " + file + ", not \"" + ToQt(entry) +
+                            "\", which the list marks: Save and Delete act on " + file + "."
+                      : QString());
+}
+
+void frmStationModelList::cmbSerial_Click() {
+  const int index = ui_->cmbSerial->currentIndex();
+  if (ui_->cmbSerial->currentText().isEmpty() || index < 0 ||
+      index >= static_cast<int>(gCalFiles.size())) {
+    return;
+  }
+  ShowRow(gCalFiles.at(static_cast<std::size_t>(index)));
+  Field_Change();
+}
+
+void frmStationModelList::ShowRow(const CalFileInfo& row) {
+  ui_->txtData_0->setText(ToQt(row.ModelNumber));
+  ui_->txtData_11->setText(ToQt(row.Comment));
+  ui_->txtData_4->setText(ToQt(row.Option));
+  const bool hasDate = row.DueYear != 0 && row.DueMonth != 0 && row.DueDay != 0;
+  ui_->txtData_6->setText(hasDate ? QString::number(row.DueYear) : "2000");
+  ShowText(ui_->cmbCalMonth, hasDate ? ToQt(NumberToMonth(row.DueMonth)) : "JAN");
+  ui_->txtData_8->setText(hasDate ? QString::number(row.DueDay) : "1");
+}
+
+void frmStationModelList::btnAdd_Click() {
+  Guarded(this, [this] { AddInstrument(); });
+}
+
+std::vector<std::string> frmStationModelList::ModelsToPickFrom() {
+  std::vector<std::string> models;
+  // Where there are too many, those that were found can be chosen.
+  const bool areListed = Guarded(this, [&] {
+    const BusyPointer busy;
+    ListModelFolders(gCalibrationDir, models);
+  });
+  models = ModelsWithData(std::move(models));
+  if (models.empty() && areListed) {
+    CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
+                                          "It's not possible to add it.",
+                                  .title = "No data is availval."});
+  }
+  return models;
+}
+
+void frmStationModelList::AddInstrument() {
+  const std::vector<std::string> models = ModelsToPickFrom();
+  if (models.empty()) {
+    return;
+  }
+  // The rows behind the serial numbers that are shown, should nothing be added.
+  CalFileRows rows;
+  frmStationGetInstr picker(this);
+  picker.ShowModally(models);
+  if (picker.Result == frmStationGetInstr::kCancelled) {
+    return;
+  }
+  const auto row = static_cast<std::size_t>(picker.Result);
+  if (row >= gCalFiles.size()) {
+    throw InstrumentGone();
+  }
+  CalFileInfo picked = gCalFiles.at(row);
+  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
+    Tell(this, "This instrment is already exist.");
+    return;
+  }
+  picked.ModelNumber = CleanedModel(picked.ModelNumber);
+  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
+    Tell(this, "This instrment is already exist.");
+    return;
+  }
+  const std::vector<std::string> serials = ReadSerials(picked.ModelNumber);
+  if (row >= serials.size()) {
+    throw InstrumentGone();
+  }
+  rows.KeepRead();
+  ShowAdded(picked, serials, static_cast<int>(row));
+}
+
+void frmStationModelList::ShowAdded(const CalFileInfo& picked,
+                                    const std::vector<std::string>& serials, int row) {
+  KeepUnsaved();
+  if (!ui_->LstInstrment->isEnabled()) {
+    ui_->LstInstrment->clear();
+    ui_->LstInstrment->setEnabled(true);
+  }
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    AddName(ui_->LstInstrment, picked.ModelNumber);
+    ui_->LstInstrment->setCurrentRow(ui_->LstInstrment->count() - 1);
+  }
+  ui_->txtData_0->setText(ToQt(picked.ModelNumber));
+  ui_->txtData_4->setText(ToQt(picked.Option));
+  ui_->txtData_6->setText(QString::number(picked.DueYear));
+  ShowText(ui_->cmbCalMonth, ToQt(NumberToMonth(picked.DueMonth)));
+  ui_->txtData_8->setText(QString::number(picked.DueDay));
+  ui_->txtData_11->setText(ToQt(picked.Comment));
+  FillSerialList(serials);
+  ui_->cmbSerial->setCurrentIndex(row);
+  cmbSerial_Click();
+  file_ = StoredFile();
+  editingArmed_ = true;
+  ui_->btnSave->setEnabled(true);
+  shownEntry_ = SelectedEntry();
+  const int number = ++lastUnsaved_;
+  unsaved_[number] = {picked.ModelNumber, Shown()};
+  MarkUnsaved(shownEntry_, number);
+  ui_->lblNotice->Report(kEntryNotice, "");
+}
+
+void frmStationModelList::btnSave_Click() {
+  Save();
+}
+
+frmStationModelList::SaveResult frmStationModelList::Save() {
+  const StationInstrument instrument = Shown();
+  SaveResult result = SaveResult::Failed;
+  Guarded(
+      this,
+      [&] {
+        if (!HasValidDueDate(instrument)) {
+          CurrentQuestions().Ask(
+              this, {.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning});
+          result = SaveResult::InvalidDate;
+          return;
+        }
+        const bool mayReplace = UserLetsReplace(
+            this, [&] { return InstrumentWouldReplace(stationFolder_, instrument, file_); });
+        if (!mayReplace) {
+          return;
+        }
+        const BusyPointer busy;
+        SaveInstrumentFile(stationFolder_, instrument, file_);
+        index_.WasListed({instrument.ModelNumber});
+        ui_->btnSave->setEnabled(false);
+        if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
+          SetSaved(shownEntry_);
+        }
+        result = SaveResult::Saved;
+      },
+      [this](const Error& error) {
+        CurrentQuestions().Ask(this, {.text = "Error: Cannot save ",
+                                      .icon = QMessageBox::Warning,
+                                      .detail = ToQt(error.what())});
+      });
+  return result;
+}
+
+void frmStationModelList::btnDelete_Click() {
+  Guarded(this, [this] { DeleteInstrument(); });
+}
+
+void frmStationModelList::DeleteByKey() {
+  // After an entry that could not be read, the keyboard is at that one.
+  if (shownEntry_ != nullptr) {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    ui_->LstInstrment->setCurrentItem(shownEntry_);
+  }
+  btnDelete_Click();
+}
+
+void frmStationModelList::DeleteInstrument() {
+  const QString model = ui_->txtData_0->text();
+  if (model.isEmpty() || model == kPlaceholder) {
+    Tell(this, "No model is selected.");
+    return;
+  }
+  const auto answer =
+      CurrentQuestions().Ask(this, {.text = "Are you sure to want to delete " + model + "?",
+                                    .icon = QMessageBox::Warning,
+                                    .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                                    .defaultButton = QMessageBox::Cancel});
+  if (answer != QMessageBox::Ok) {
+    return;
+  }
+  const std::string name = FromQt(model);
+  KeepUnsaved();
+  // A file of what was added here and not saved is somebody else's: it was saved meanwhile.
+  if (!IsUnsaved(shownEntry_) || NameOfEntry(shownEntry_) != name) {
+    index_.WasListed({name});
+    DeleteInstrumentFile(stationFolder_, name);
+  }
+  std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == name; });
+  shownEntry_ = nullptr;
+  ui_->lblNotice->Clear();
+  RefreshInstrumentList();
+  EmptyFields();
+}
+
+void frmStationModelList::btnClear_Click() {
+  Guarded(this, [this] { ClearInstruments(); });
+}
+
+void frmStationModelList::ClearInstruments() {
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "This action is current station instrment data be all lost.\r\n"
+                     "Do you wish to continue?",
+             .title = "Station Data Delete",
+             .icon = QMessageBox::Warning,
+             .buttons = QMessageBox::Yes | QMessageBox::No,
+             .defaultButton = QMessageBox::No});
+  if (answer != QMessageBox::Yes) {
+    return;
+  }
+  const bool deleted = Guarded(this, [this] {
+    const BusyPointer busy;
+    DeleteAllInstrumentFiles(stationFolder_);
+  });
+  if (deleted) {
+    unsaved_.clear();
+    shownEntry_ = nullptr;
+    ui_->lblNotice->Clear();
+  }
+  RefreshInstrumentList();
+  if (!deleted) {
+    return;
+  }
+  for (QLineEdit* box : txtData_) {
+    box->clear();
+  }
+  ui_->btnSave->setEnabled(false);
+  Tell(this, "Current station data delete completed.");
+}
+
+void frmStationModelList::btnReturn_Click() {
+  Guarded(this, [this] {
+    if (MayLeave() &&
+        (Guarded(this, [this] { WriteStationInstrumentIndex(); }) || MayLeaveWithoutIndex())) {
+      accept();
+    }
+  });
+}
+
+bool frmStationModelList::MayLeaveWithoutIndex() {
+  return !FolderExists(stationFolder_) &&
+         CurrentQuestions().Ask(
+             this, {.text = "The folder of this station is not there any more. Leave the station "
+                            "without writing its list INDEX?",
+                    .icon = QMessageBox::Warning,
+                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                    .defaultButton = QMessageBox::No}) == QMessageBox::Yes;
+}
+
+void frmStationModelList::reject() {
+  Guarded(this, [this] {
+    if (MayLeave()) {
+      // A folder that cannot be written must not hold the user here.
+      Guarded(this, [this] { WriteStationInstrumentIndex(); });
+      accept();
+    }
+  });
+}
+
+bool frmStationModelList::MayLeave() {
+  if (!editingArmed_) {
+    return true;
+  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "Instruemnt Data was changed. Do you want to save it?",
+             .title = "Instrument data was changed.",
+             .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Yes,
+             .detail = OthersUnsaved()});
+  // A date that does not exist is told, and the screen is left; a save that fails keeps it open.
+  return answer == QMessageBox::No || (answer == QMessageBox::Yes && Save() != SaveResult::Failed);
+}
+
+StationInstrument frmStationModelList::Shown() const {
+  const auto text = [](const QLineEdit* box) { return FromQt(box->text()); };
+  return {.ModelNumber = text(ui_->txtData_0),
+          .SerialNumber = FromQt(ui_->cmbSerial->currentText()),
+          .AddressType = FromQt(ui_->cmbAddressType->currentText()),
+          .Address = text(ui_->txtData_2),
+          .Station = text(ui_->txtData_3),
+          .Options = text(ui_->txtData_4),
+          .Availability = text(ui_->txtData_5),
+          .DueDay = text(ui_->txtData_8),
+          .DueMonth = FromQt(ui_->cmbCalMonth->currentText()),
+          .DueYear = text(ui_->txtData_6),
+          .Asset = text(ui_->txtData_9),
+          .Trace = text(ui_->txtData_10),
+          .Comment = text(ui_->txtData_11),
+          .CalData = text(ui_->txtData_12)};
+}
+
+void frmStationModelList::Show(const StationInstrument& instrument) {
+  ui_->txtData_0->setText(ToQt(instrument.ModelNumber));
+  ShowText(ui_->cmbSerial, ToQt(instrument.SerialNumber));
+  ShowText(ui_->cmbAddressType, ToQt(instrument.AddressType));
+  ui_->txtData_2->setText(ToQt(instrument.Address));
+  ui_->txtData_3->setText(ToQt(instrument.Station));
+  ui_->txtData_4->setText(ToQt(instrument.Options));
+  ui_->txtData_5->setText(ToQt(instrument.Availability));
+  ui_->txtData_8->setText(ToQt(instrument.DueDay));
+  ShowText(ui_->cmbCalMonth, ToQt(instrument.DueMonth));
+  ui_->txtData_6->setText(ToQt(instrument.DueYear));
+  ui_->txtData_9->setText(ToQt(instrument.Asset));
+  ui_->txtData_10->setText(ToQt(instrument.Trace));
+  ui_->txtData_11->setText(ToQt(instrument.Comment));
+  ui_->txtData_12->setText(ToQt(instrument.CalData));
+}
+
+void frmStationModelList::EmptyFields() {
+  for (QLineEdit* box : txtData_) {
+    box->clear();
+  }
+  ShowText(ui_->cmbAddressType, kNoAddressType);
+  ui_->cmbSerial->setCurrentIndex(-1);
+  ui_->cmbSerial->clearEditText();
+  ShowText(ui_->cmbCalMonth, "JAN");
+}
+
+}  // namespace tarvell

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_WIDGETS_ASKREPLACEMENT_H
+#define TARVELL_SCREENS_WIDGETS_ASKREPLACEMENT_H
+
+#include <QWidget>
+
+#include <functional>
+
+#include "core/files/Replacement.h"
+
+namespace tarvell {
+
+/// Whether a save may go on. Where `look` finds a file that the user has not seen, the user is
+/// asked whether to replace it. Throws what `look` throws.
+[[nodiscard]] bool UserLetsReplace(QWidget* owner, const std::function<Replacement()>& look);
+
+}  // namespace tarvell
+
+#endif

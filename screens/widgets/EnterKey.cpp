@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/widgets/EnterKey.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace tarvell {
+
+namespace {
+
+class EnterKey : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) {
+      return false;
+    }
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (!IsPlainEnter(key)) {
+      return false;
+    }
+    // A key that is held presses once, also on the next screen that it opens.
+    if (key.isAutoRepeat()) {
+      return true;
+    }
+    auto* button = qobject_cast<QPushButton*>(watched);
+    if (button != nullptr) {
+      button->click();
+    }
+    return button != nullptr;
+  }
+};
+
+}  // namespace
+
+void EnterPressesFocusedButton(QWidget* screen) {
+  auto* keys = new EnterKey(screen);  // the screen owns it
+  for (QPushButton* button : screen->findChildren<QPushButton*>()) {
+    button->installEventFilter(keys);
+  }
+  // What a control does not take comes to the screen, which presses its default button.
+  screen->installEventFilter(keys);
+}
+
+bool IsPlainEnter(const QKeyEvent& key) {
+  return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+         (key.modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+}
+
+}  // namespace tarvell

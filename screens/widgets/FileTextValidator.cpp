@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/widgets/FileTextValidator.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "core/text/FileCharacters.h"
+#include "screens/widgets/OneLineValidator.h"
+#include "screens/widgets/Questions.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr char32_t kFirstPrintable = 0x20;
+constexpr char32_t kDelete = 0x7F;
+
+bool IsControl(char32_t character) {
+  return character < kFirstPrintable || character == kDelete;
+}
+
+QString NameOf(char32_t character) {
+  if (character == U'\n' || character == U'\r') {
+    return FileTextValidator::tr("A line end");
+  }
+  if (IsControl(character)) {
+    return FileTextValidator::tr("The control character number %1")
+        .arg(static_cast<unsigned>(character));
+  }
+  return FileTextValidator::tr("The character \"%1\"").arg(QString::fromUcs4(&character, 1));
+}
+
+}  // namespace
+
+FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box) {
+  // The box asks when it has changed already, but tells only of what was accepted.
+  connect(box, &QLineEdit::textChanged, this,
+          [this](const QString& text) { shown_ = text.toUcs4(); });
+}
+
+void FileTextValidator::Attach(QLineEdit* box) {
+  auto* validator = new FileTextValidator(box);  // the box owns it
+  box->setValidator(validator);
+  // A long text of a file is shown, and saved, whole.
+  box->setMaxLength(std::numeric_limits<int>::max());
+  // Queued: the message waits until the box is done with the key or the paste.
+  connect(box, &QLineEdit::inputRejected, validator, &FileTextValidator::ShowRefusal,
+          Qt::QueuedConnection);
+}
+
+QValidator::State FileTextValidator::validate(QString& text, int& position) const {
+  if (!shown_.contains(u'\n') && !shown_.contains(u'\r')) {
+    OneLineValidator::DropPastedLineEnd(text, position);
+  }
+  const QList<uint> characters = text.toUcs4();
+  // What a file brought in may stay while the rest is edited; saving tells of it.
+  const auto refused = std::find_if(characters.begin(), characters.end(), [&](uint character) {
+    return (IsControl(character) || !IsFileCharacter(character)) && !shown_.contains(character);
+  });
+  if (refused == characters.end()) {
+    return Acceptable;
+  }
+  refused_ = NameOf(*refused);
+  return Invalid;
+}
+
+void FileTextValidator::ShowRefusal() {
+  if (refused_.isEmpty()) {
+    return;
+  }
+  const QString text =
+      tr("%1 cannot be stored in a data file. The text was left as it was; use another character.")
+          .arg(refused_);
+  refused_.clear();
+  CurrentQuestions().Ask(box_->window(), {.text = text, .icon = QMessageBox::Warning});
+}
+
+}  // namespace tarvell

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_WIDGETS_FILETEXTVALIDATOR_H
+#define TARVELL_SCREENS_WIDGETS_FILETEXTVALIDATOR_H
+
+#include <QLineEdit>
+#include <QValidator>
+
+namespace tarvell {
+
+/// Refuses text that a line of a data file cannot hold, where it is typed or pasted. One line end
+/// after a pasted text is dropped.
+class FileTextValidator final : public QValidator {
+  Q_OBJECT
+
+ public:
+  /// Makes `box` refuse such text, with a message that names the character.
+  static void Attach(QLineEdit* box);
+
+  [[nodiscard]] State validate(QString& text, int& position) const override;
+
+ private:
+  explicit FileTextValidator(QLineEdit* box);
+
+  void ShowRefusal();
+
+  QLineEdit* box_;
+  mutable QString refused_;
+  QList<uint> shown_;  ///< the characters that the box holds
+};
+
+}  // namespace tarvell
+
+#endif

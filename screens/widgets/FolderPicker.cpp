@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/widgets/FolderPicker.h"
+
+#include <string>
+
+#include "core/files/FileIOCommonModule.h"
+#include "core/files/Paths.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+
+namespace tarvell {
+
+QString BrowseForFolder(QWidget* ownerWindow, const QString& initialText, const QString& title) {
+  const std::string initial = FromQt(initialText);
+  const std::string start = NativePath(FolderExists(initial) ? initial : "c:\\");
+  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, ToQt(start));
+  return picked.isEmpty() ? QString() : ToQt(PathText(FromQt(picked)));
+}
+
+}  // namespace tarvell

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/widgets/NoticeLine.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QFontMetrics>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace tarvell {
+
+namespace {
+
+/// Room for two lines is kept free, so that the screen does not move when a notice comes or goes.
+constexpr int kLines = 2;
+
+constexpr const char* kMarkName = "notice";
+constexpr const char* kOwnDescription = "ownDescription";
+
+QAction* MarkActionOf(const QLineEdit* box) {
+  return box->findChild<QAction*>(kMarkName, Qt::FindDirectChildrenOnly);
+}
+
+}  // namespace
+
+NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setWordWrap(true);
+  setFocusPolicy(Qt::NoFocus);
+  setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
+}
+
+void NoticeLine::Report(const QString& subject, const QString& text) {
+  if (About(subject) == text) {
+    return;
+  }
+  std::erase_if(notices_, [&](const auto& notice) { return notice.first == subject; });
+  if (!text.isEmpty()) {
+    notices_.emplace_back(subject, text);
+  }
+  ShowNotices();
+}
+
+void NoticeLine::ShowAbout(const QString& subject) {
+  const auto found = std::ranges::find(notices_, subject, [](const auto& n) { return n.first; });
+  if (found != notices_.end() && found + 1 != notices_.end()) {
+    std::rotate(found, found + 1, notices_.end());
+    ShowNotices();
+  }
+}
+
+void NoticeLine::Clear() {
+  if (!notices_.empty()) {
+    notices_.clear();
+    ShowNotices();
+  }
+}
+
+QString NoticeLine::About(const QString& subject) const {
+  const auto found = std::ranges::find(notices_, subject, [](const auto& n) { return n.first; });
+  return found == notices_.end() ? QString() : found->second;
+}
+
+QStringList NoticeLine::Notices() const {
+  QStringList texts;
+  for (auto notice = notices_.rbegin(); notice != notices_.rend(); ++notice) {
+    texts << notice->second;
+  }
+  return texts;
+}
+
+QSize NoticeLine::sizeHint() const {
+  return {0, fontMetrics().lineSpacing() * kLines + 2 * margin()};
+}
+
+QSize NoticeLine::minimumSizeHint() const {
+  // On the smallest display one line has to do.
+  return {0, fontMetrics().lineSpacing() + 2 * margin()};
+}
+
+void NoticeLine::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  // No line is cut through its letters.
+  setContentsMargins(0, 0, 0, height() % fontMetrics().lineSpacing());
+}
+
+void NoticeLine::ShowNotices() {
+  const QStringList texts = Notices();
+  QString shown = texts.value(0);
+  if (texts.size() > 1) {
+    // First, so that it is seen when the text is too long for the line.
+    shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
+  }
+  setText(shown);
+  setToolTip(!texts.isEmpty() ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
+                              : QString());
+  setAccessibleDescription(texts.mid(1).join(' '));
+  if (!texts.isEmpty()) {
+    QAccessibleEvent announcement(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&announcement);
+  }
+}
+
+void MarkBox(QLineEdit* box, const QString& why) {
+  QAction* mark = MarkActionOf(box);
+  if (why == MarkOf(box)) {
+    return;
+  }
+  if (mark == nullptr) {
+    // Where the text does not stand.
+    const bool isAtRight = (box->alignment() & Qt::AlignRight) != 0;
+    mark = box->addAction(box->style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, box),
+                          isAtRight ? QLineEdit::LeadingPosition : QLineEdit::TrailingPosition);
+    mark->setParent(box);
+    mark->setObjectName(kMarkName);
+    box->setProperty(kOwnDescription, box->accessibleDescription());
+  }
+  const QString own = box->property(kOwnDescription).toString();
+  if (why.isEmpty()) {
+    box->removeAction(mark);
+    delete mark;
+    box->setAccessibleDescription(own);
+    return;
+  }
+  mark->setToolTip(why);
+  box->setAccessibleDescription(own.isEmpty() ? why : why + " " + own);
+}
+
+QString MarkOf(const QLineEdit* box) {
+  const QAction* mark = MarkActionOf(box);
+  return mark == nullptr ? QString() : mark->toolTip();
+}
+
+}  // namespace tarvell

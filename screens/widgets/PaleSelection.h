@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_WIDGETS_PALESELECTION_H
+#define TARVELL_SCREENS_WIDGETS_PALESELECTION_H
+
+#include <QStyledItemDelegate>
+
+namespace tarvell {
+
+/// Draws what is selected in a view pale while the keyboard is elsewhere, so that one sees where
+/// typing goes.
+class PaleSelection final : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,534 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <vector>
+
+#include "core/platform/LinuxPlatform.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "support/ErrorOf.h"
+#include "support/OrdinaryUser.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using test::Contains;
+using test::ErrorOf;
+using test::Lines;
+using test::TestTree;
+using Names = std::vector<std::string>;
+
+// Directory searches in the order of the names, so that rows are known in advance.
+class SortedPlatform : public LinuxPlatform {
+ public:
+  [[nodiscard]] std::error_code Search(
+      const std::string& folder, SearchKind kind,
+      const std::function<bool(const std::string& name)>& visit) override {
+    Names names;
+    const std::error_code code = LinuxPlatform::Search(folder, kind, [&](const std::string& name) {
+      names.push_back(name);
+      return true;
+    });
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names) {
+      if (!visit(name)) {
+        break;
+      }
+    }
+    return code;
+  }
+};
+
+class MainModule : public testing::Test {
+ public:
+  MainModule() : before_(SetCurrentPlatform(&platform_)) {}
+  MainModule(const MainModule&) = delete;
+  MainModule& operator=(const MainModule&) = delete;
+  ~MainModule() override {
+    SetCurrentPlatform(before_);
+    gCalFiles.fill({});
+  }
+
+  TestTree tree;
+
+ private:
+  SortedPlatform platform_;
+  Platform* before_;
+};
+
+using ModelFolders = MainModule;
+
+Names ModelFoldersOf(const std::string& root) {
+  Names names = {"left", "over", "from", "before"};
+  EXPECT_TRUE(ListModelFolders(root, names));
+  return names;
+}
+
+TEST_F(ModelFolders, AreNamedInUpperCaseAndAStarWhereNothingIsInThem) {
+  tree.Write(R"(c:\calfactors\px12a\SN1)", "x");
+  tree.MakeFolders("c:\\calfactors\\EMPTY");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", "PX12A", ""}));
+}
+
+TEST_F(ModelFolders, OfAnEmptyRootAreAStarAndAnEmptySlot) {
+  tree.MakeFolders("c:\\calfactors");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
+  tree.Write("c:\\calfactors\\a.txt", "x");
+  tree.Write(R"(c:\calfactors\folder.old\SN1)", "x");
+  tree.Write(R"(c:\calfactors\.hidden\SN1)", "x");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
+}
+
+TEST_F(ModelFolders, AnythingInAFolderCounts) {
+  tree.Write(R"(c:\calfactors\A\readme.txt)", "x");
+  tree.MakeFolders(R"(c:\calfactors\B\inner)");
+  tree.Write(R"(c:\calfactors\C\.hidden)", "x");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"A", "B", "C", ""}));
+}
+
+TEST_F(ModelFolders, AFileWithoutExtensionIsListedToo) {
+  tree.Write("c:\\calfactors\\AFILE", "x");
+  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", "PX12A", ""}));
+}
+
+TEST_F(ModelFolders, UpperCaseIsThatOfTheLettersAToZ) {
+  tree.Write(
+      "c:\\calfactors\\pr\xC3\xBC"
+      "f\\SN1",
+      "x");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"PR\xC3\xBC"
+                                                     "F",
+                                                     ""}));
+}
+
+TEST_F(ModelFolders, OfARootWithATrailingSeparatorAreTheSame) {
+  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors\\"), (Names{"PX12A", ""}));
+}
+
+TEST_F(ModelFolders, OfAMissingRootAreNone) {
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
+  EXPECT_FALSE(tree.Exists("c:\\calfactors"));
+}
+
+TEST_F(ModelFolders, OfARootThatCannotBeSearchedAreAnError) {
+  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
+  const test::OrdinaryUser user(tree.Root());
+  const std::filesystem::path root = tree.Native("c:\\calfactors");
+  std::filesystem::permissions(root, std::filesystem::perms::none);
+  Names names;
+  const Error error = ErrorOf([&] { ListModelFolders("c:\\calfactors", names); });
+  std::filesystem::permissions(root, std::filesystem::perms(0755));
+  EXPECT_EQ(error.Kind(), ErrorKind::NoPermission);
+  EXPECT_EQ(error.Path(), "c:\\calfactors");
+}
+
+std::string ThreeDigits(int number) {
+  const std::string digits = std::to_string(number);
+  return std::string(3 - digits.size(), '0') + digits;
+}
+
+TEST_F(ModelFolders, MayBeTwoHundredAndFiftySix) {
+  for (int i = 0; i < 256; ++i) {
+    tree.MakeFolders("c:\\calfactors\\m" + ThreeDigits(i));
+  }
+  tree.Write(R"(c:\calfactors\m255\SN1)", "x");
+  const Names names = ModelFoldersOf("c:\\calfactors");
+  ASSERT_EQ(names.size(), 257U);
+  EXPECT_EQ(names[0], "*");
+  EXPECT_EQ(names[255], "M255");
+  EXPECT_EQ(names[256], "");
+}
+
+TEST_F(ModelFolders, OneMoreIsAnIndexErrorAndTheFirstAreListed) {
+  for (int i = 0; i < 257; ++i) {
+    tree.Write("c:\\calfactors\\m" + ThreeDigits(i) + "\\SN1", "x");
+  }
+  Names names;
+  EXPECT_EQ(ErrorOf([&] { ListModelFolders("c:\\calfactors", names); }).Kind(), ErrorKind::Index);
+  ASSERT_GE(names.size(), 256U);
+  EXPECT_EQ(names[0], "M000");
+  EXPECT_EQ(names[255], "M255");
+}
+
+// ---- The headers of the data files.
+
+constexpr const char* kModel = "c:\\calfactors\\PX12A";
+
+std::string InModel(std::string_view name) {
+  return std::string(kModel) + "\\" + std::string(name);
+}
+
+std::string NewStyle(const std::string& serial) {
+  return Lines({"#MODEL_NO : PX12A", "#SER_NO   : " + serial, "#CAL_DATE : 20010305",
+                "#CAL_NO   : C-0042", "#DUE_DATE : 20020406", "#COMMENT  : factory", "!Frequency",
+                "*   50.00   100.0", "!End"});
+}
+
+class CalFileHeaders : public MainModule {
+ public:
+  // Reads the folder and notes the serial number of every row that is told.
+  std::int16_t Read() {
+    return ReadCalFileHeaders(kModel,
+                              [this](const CalFileInfo& row) { told.push_back(row.SerialNumber); });
+  }
+
+  Names told;
+};
+
+void ExpectDates(const CalFileInfo& row, const std::vector<int>& dates) {
+  EXPECT_EQ((std::vector<int>{row.CalYear, row.CalMonth, row.CalDay, row.DueYear, row.DueMonth,
+                              row.DueDay}),
+            dates);
+}
+
+TEST_F(CalFileHeaders, OfANewStyleFile) {
+  tree.Write(InModel("SN12345"), NewStyle("3318A12345"));
+  EXPECT_EQ(Read(), 1);
+  const CalFileInfo& row = gCalFiles[0];
+  EXPECT_EQ(row.FilePath, "c:\\calfactors\\PX12A\\SN12345");
+  EXPECT_EQ(row.ModelNumber, "PX12A");
+  EXPECT_EQ(row.SerialNumber, "3318A12345");
+  EXPECT_EQ(row.CalibrationNumber, "C-0042");
+  EXPECT_EQ(row.Comment, "factory");
+  EXPECT_EQ(row.Option, "");
+  ExpectDates(row, {2001, 3, 5, 2002, 4, 6});
+  EXPECT_EQ(told, Names{"3318A12345"});
+}
+
+TEST_F(CalFileHeaders, TakeTheWholeTextBehindTheFirstColon) {
+  tree.Write(InModel("SN1"), Lines({"#model:  QZ PX12A Opt001  ", "#", "#x",
+                                    "#CAL_NO   :", "#:2002040", "#:a: b  c:"}));
+  EXPECT_EQ(Read(), 1);
+  const CalFileInfo& row = gCalFiles[0];
+  EXPECT_EQ(row.ModelNumber, "QZ PX12A Opt001");
+  EXPECT_EQ(row.SerialNumber, "");
+  EXPECT_EQ(row.CalibrationNumber, "");
+  EXPECT_EQ(row.Comment, "a: b  c:");
+  EXPECT_EQ(row.Option, "");
+  ExpectDates(row, {0, 0, 0, 2002, 4, 40});
+}
+
+// A comma ends an item, so what stands behind it is taken for the next header line.
+TEST_F(CalFileHeaders, AreShiftedByAComma) {
+  tree.Write(InModel("SN1"), NewStyle("12,34"));
+  EXPECT_EQ(Read(), 1);
+  const CalFileInfo& row = gCalFiles[0];
+  EXPECT_EQ(row.SerialNumber, "12");
+  EXPECT_EQ(row.CalibrationNumber, "20010305");
+  EXPECT_EQ(row.Comment, "20020406");
+  ExpectDates(row, {0, 0, 0, 0, 42, 42});
+}
+
+TEST_F(CalFileHeaders, OfQuotedLinesKeepTheirCommas) {
+  tree.Write(InModel("SN1"),
+             Lines({"\"#MODEL_NO : PX12A\"", "\"#SER_NO : 1,2\" rest", "#CAL_DATE : 20010305",
+                    "#CAL_NO : ", "#DUE_DATE : 20020305", "\"#COMMENT : a,\r\nb\""}));
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "1,2");
+  EXPECT_EQ(gCalFiles[0].Comment, "a,\r\nb");
+}
+
+TEST_F(CalFileHeaders, AreDecoded) {
+  tree.Write(InModel("SN1"), Lines({"#MODEL_NO : PX12A", "#SER_NO : 1\xB5", "#C : 20010305",
+                                    "#N : \x80", "#D : 20020305", "#C : \xFC"}));
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "1\xC2\xB5");
+  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "\xE2\x82\xAC");
+  EXPECT_EQ(gCalFiles[0].Comment, "\xC3\xBC");
+}
+
+TEST_F(CalFileHeaders, NeedNoLineEndBehindTheComment) {
+  std::string bytes = Lines({"#M : PX12A", "#S : 1", "#C : 20010305", "#N : 2", "#D : 20020305"});
+  tree.Write(InModel("SN1"), bytes + "#COMMENT  : last");
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].Comment, "last");
+}
+
+struct OldModel {
+  const char* item;
+  const char* model;
+  const char* option;
+};
+
+TEST_F(CalFileHeaders, OfAnOldStyleFileNameModelAndOption) {
+  for (const OldModel& expected : std::vector<OldModel>{{"QZ PX12A Opt001", "PX12A", "001"},
+                                                        {"PX12A", "PX12A", ""},
+                                                        {"QZPX12A", "PX12A", ""},
+                                                        {"QZ   PX12A", "PX12A", ""},
+                                                        {"\"  QZ PX12A  \"", "PX12A", ""},
+                                                        {"PX12A Opt001", "PX12A", "001"},
+                                                        {"PX12AOpt001", "PX12AO", "001"},
+                                                        {"RT520A-XYZ Opt001", "RT520A", "001"},
+                                                        {"A Opt001", "A Opt0", "001"},
+                                                        {"qz PX12A", "qz PX12A", ""},
+                                                        {"Qz PX12A", "Qz PX12A", ""},
+                                                        {"PX12A opt001", "PX12A opt001", ""},
+                                                        {"PX12A Opt002", "PX12A Opt002", ""},
+                                                        {"PX12A Opt001 x", "PX12A Opt001 x", ""},
+                                                        {"QZ", "", ""},
+                                                        {"\"\"", "", ""}}) {
+    SCOPED_TRACE(expected.item);
+    tree.Write(InModel("SN1"), std::string(expected.item) + "\r\n12345\r\n05MAR2001\r\n");
+    EXPECT_EQ(Read(), 1);
+    EXPECT_EQ(gCalFiles[0].ModelNumber, expected.model);
+    EXPECT_EQ(gCalFiles[0].Option, expected.option);
+    EXPECT_EQ(gCalFiles[0].SerialNumber, "12345");
+    ExpectDates(gCalFiles[0], {2001, 3, 5, 2002, 3, 5});
+  }
+}
+
+struct OldDate {
+  const char* text;
+  std::vector<int> dates;
+};
+
+TEST_F(CalFileHeaders, OfAnOldStyleFileAreDueAYearLater) {
+  for (const OldDate& expected : std::vector<OldDate>{{"05MAR2001", {2001, 3, 5, 2002, 3, 5}},
+                                                      {"29FEB2000", {2000, 2, 29, 2001, 2, 29}},
+                                                      {"31DEC1999", {1999, 12, 31, 2000, 12, 31}},
+                                                      {"05mar2001", {2001, 0, 5, 2002, 0, 5}},
+                                                      {"05XXX2001", {2001, 0, 5, 2002, 0, 5}},
+                                                      {"xxMARyyyy", {0, 3, 0, 1, 3, 0}},
+                                                      {"5MAR2001", {2001, 0, 5, 2002, 0, 5}},
+                                                      {"\"\"", {0, 0, 0, 1, 0, 0}}}) {
+    SCOPED_TRACE(expected.text);
+    tree.Write(InModel("SN1"), std::string("PX12A, 12345 ,") + expected.text);
+    EXPECT_EQ(Read(), 1);
+    EXPECT_EQ(gCalFiles[0].SerialNumber, "12345");
+    ExpectDates(gCalFiles[0], expected.dates);
+  }
+}
+
+TEST_F(CalFileHeaders, OfAnOldStyleFileHaveNoCalibrationNumberAndComment) {
+  tree.Write(InModel("SN1"),
+             "PX12A\r\n\"  12 345  \"\r\n05MAR2001\r\nnot a number\r\nno comment\r\n");
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "12 345");
+  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "");
+  EXPECT_EQ(gCalFiles[0].Comment, "");
+}
+
+TEST_F(CalFileHeaders, KeepNothingOfWhatTheirRowHeldBefore) {
+  tree.Write(InModel("SN1"), "PX12A Opt001\r\n1\r\n05MAR2001\r\n");
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].Option, "001");
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].Option, "");
+  EXPECT_EQ(gCalFiles[0].Comment, "factory");
+  tree.Write(InModel("SN1"), "PX12A\r\n1\r\n05MAR2001\r\n");
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "");
+  EXPECT_EQ(gCalFiles[0].Comment, "");
+  EXPECT_EQ(gCalFiles[0].Option, "");
+}
+
+TEST_F(CalFileHeaders, SkipAFileWhoseFirstItemHoldsALineEnd) {
+  tree.Write(InModel("SN1"), "\"PX\r\n12A\"\r\n1\r\n05MAR2001\r\n");
+  tree.Write(InModel("SN2"), "\"PX\r12A\"\r\n2\r\n05MAR2001\r\n");
+  tree.Write(InModel("SN3"), NewStyle("3"));
+  tree.Write(InModel("SN4"), "\"PX\n12A\"");
+  tree.Write(InModel("SN5"), "PX12A\r\n5\r\n05MAR2001\r\n");
+  EXPECT_EQ(Read(), 2);
+  EXPECT_EQ(told, (Names{"3", "5"}));
+  EXPECT_EQ(gCalFiles[0].FilePath, InModel("SN3"));
+  EXPECT_EQ(gCalFiles[1].FilePath, InModel("SN5"));
+}
+
+TEST_F(CalFileHeaders, AreReadFromFilesWithTheirPrefixAndWithoutAnExtension) {
+  for (const char* name : {"SN1", "Sn2", "sn3", "sN4", "SN5.dat", "sn6.", "XSN7", "S", "N1", "sn",
+                           "SNABC", "SN 8", ".SN9", "INDEX"}) {
+    tree.Write(InModel(name), NewStyle(name));
+  }
+  EXPECT_EQ(Read(), 6);
+  EXPECT_EQ(told, (Names{"SN 8", "SN1", "SNABC", "Sn2", "sn", "sn3"}));
+}
+
+TEST_F(CalFileHeaders, OfNoFolderAreNone) {
+  EXPECT_EQ(ReadCalFileHeaders(""), -1);
+  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\missing"), 0);
+  tree.MakeFolders(kModel);
+  EXPECT_EQ(Read(), 0);
+  EXPECT_EQ(told, Names{});
+}
+
+TEST_F(CalFileHeaders, AreReadFromAFolderOfAnotherCase) {
+  tree.Write(R"(c:\CalFactors\px12a\SN1)", NewStyle("1"));
+  EXPECT_EQ(Read(), 1);
+  EXPECT_EQ(gCalFiles[0].FilePath, InModel("SN1"));
+}
+
+TEST_F(CalFileHeaders, LeaveFurtherRowsAsTheyWere) {
+  for (const char* name : {"SN1", "SN2", "SN3"}) {
+    tree.Write(InModel(name), NewStyle(name));
+  }
+  EXPECT_EQ(Read(), 3);
+  tree.Write(R"(c:\calfactors\OTHER\SN9)", NewStyle("SN9"));
+  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\OTHER"), 1);
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "SN9");
+  EXPECT_EQ(gCalFiles[1].SerialNumber, "SN2");
+  EXPECT_EQ(gCalFiles[2].SerialNumber, "SN3");
+  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\none"), 0);
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "SN9");
+}
+
+TEST_F(CalFileHeaders, FillFiftyOneRows) {
+  for (int i = 1; i <= 51; ++i) {
+    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
+  }
+  EXPECT_EQ(Read(), 51);
+  EXPECT_EQ(told.size(), 51U);
+  EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
+}
+
+TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnIndexErrorAndTheOthersAreKept) {
+  for (int i = 1; i <= 52; ++i) {
+    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
+  }
+  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::Index);
+  ASSERT_EQ(told.size(), 51U);
+  EXPECT_EQ(told.front(), "001");
+  EXPECT_EQ(told.back(), "051");
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "001");
+  EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
+}
+
+TEST_F(CalFileHeaders, OfAFiftySecondFileNameWhatCannotBeReadAsWell) {
+  tree.MakeFolders(InModel("SN000"));
+  for (int i = 1; i <= 51; ++i) {
+    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
+  }
+  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(told.size(), 51U);
+  tree.Write(InModel("SN052"), NewStyle("052"));
+  const Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Index);
+  EXPECT_EQ(error.Path(), kModel);
+  EXPECT_TRUE(Contains(error.Text(), "more than 51 data files")) << error.Text();
+  EXPECT_TRUE(Contains(error.Text(),
+                       "\n\nOne entry of the folder cannot be read as a data file:"
+                       "\n\nSN000: Cannot read the file: it is a folder"))
+      << error.Text();
+}
+
+TEST_F(CalFileHeaders, OfAFolderThatIsALinkToNowhereAreAnErrorAndItIsListed) {
+  tree.Write(R"(c:\calfactors\PX13A\SN1)", NewStyle("1"));
+  std::filesystem::create_symlink("/nowhere/at/all", tree.Native("c:\\calfactors\\px12a"));
+  Names names;
+  ListModelFolders("c:\\calfactors", names);
+  EXPECT_EQ(names, (Names{"PX13A", "PX12A", ""}));
+  const Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+  EXPECT_EQ(error.Path(), kModel);
+}
+
+TEST_F(CalFileHeaders, OfAFileThatEndsTooSoonAreAnErrorOfThatFile) {
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  tree.Write(InModel("SN3"), NewStyle("3"));
+  const std::vector<std::string> broken = {
+      "",
+      "PX12A",
+      "PX12A\r\n12345\r\n",
+      "#MODEL_NO : PX12A\r\n",
+      Lines({"#M : PX12A", "#S : 2", "#C : 20010305", "#N : 1", "#D : 20020305"}),
+  };
+  for (const std::string& bytes : broken) {
+    SCOPED_TRACE(bytes);
+    told.clear();
+    tree.Write(InModel("SN2"), bytes);
+    const Error error = ErrorOf([this] { (void)Read(); });
+    EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
+    EXPECT_EQ(error.Path(), InModel("SN2"));
+    EXPECT_EQ(error.Text(),
+              "The file ends too early: more lines were expected (input past end of file). Check "
+              "the file, or replace it by a complete one. All other data sets of its folder are "
+              "listed.");
+    EXPECT_EQ(told, (Names{"1", "3"}));
+    EXPECT_EQ(gCalFiles[0].SerialNumber, "1");
+    EXPECT_EQ(gCalFiles[1].SerialNumber, "3");
+  }
+}
+
+TEST_F(CalFileHeaders, OfEntriesThatCannotBeReadAreOneErrorAndAllOthersAreRead) {
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  tree.Write(InModel("SN2"), "");
+  tree.Write(InModel("SN3"), "PX12A\r\n3\r\n05MAR2001\r\n");
+  tree.MakeFolders(InModel("SN4"));
+  tree.Write(InModel("SN6"), NewStyle("6"));
+  Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
+  EXPECT_EQ(error.Path(), kModel);
+  EXPECT_EQ(error.Text(),
+            "2 entries of the folder cannot be read as a data file:\n\n"
+            "SN2, line 1: The file ends too early: more lines were expected (input past end of "
+            "file). Check the file, or replace it by a complete one.\n\n"
+            "SN4: Cannot read the file: it is a folder, not a file. Rename or remove it, then try "
+            "again.\n\n"
+            "All other data sets of the folder are listed.");
+  EXPECT_EQ(told, (Names{"1", "3", "6"}));
+  EXPECT_EQ(gCalFiles[2].FilePath, InModel("SN6"));
+
+  // A finished kit file of its two items, which names no date, and what is no file.
+  tree.Write(InModel("SN5"), "QZ RT410A\r\n3318A12345\r\n");
+  ASSERT_EQ(::mkfifo(tree.Native(InModel("SN7")).c_str(), 0600), 0);
+  std::filesystem::create_symlink("nowhere", tree.Native(InModel("SN8")));
+  tree.Write(InModel("SN9"), "PX12A\r\n9\r\n05MAR 9E9\r\n");
+  tree.MakeFolders(InModel("SNA"));
+  tree.Write(InModel("SNB"), NewStyle("B"));
+  told.clear();
+  error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(told, (Names{"1", "3", "6", "B"}));
+  EXPECT_TRUE(Contains(error.Text(), "7 entries")) << error.Text();
+  for (const char* named : {"\nSN2, line 1: ", "\nSN4: ", "\nSN5, line 3: The file ends too early",
+                            "\nSN7: ", "\nSN8: ", "\n\n... and 2 more.\n\n"}) {
+    EXPECT_TRUE(Contains(error.Text(), named)) << error.Text();
+  }
+  EXPECT_FALSE(Contains(error.Text(), "SN9")) << error.Text();
+}
+
+TEST_F(CalFileHeaders, WithANumberBeyondSixteenBitsAreATypeErrorOfFileAndLine) {
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  tree.Write(InModel("SN2"),
+             Lines({"#M : PX12A", "#S : 2", "#C : 9E990305", "#N : 1", "#D : 20020305", "#C : "}));
+  const Error newStyle = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(newStyle.Kind(), ErrorKind::Type);
+  EXPECT_EQ(newStyle.Path(), InModel("SN2"));
+  EXPECT_EQ(newStyle.Line(), 3);
+  EXPECT_TRUE(Contains(newStyle.what(), InModel("SN2"))) << newStyle.what();
+  EXPECT_EQ(told, Names{"1"});
+
+  tree.Write(InModel("SN2"),
+             Lines({"#M : PX12A", "#S : 2", "#C : 20010305", "#N : 1", "#D : 9E990305", "#C : "}));
+  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Line(), 5);
+
+  tree.Write(InModel("SN2"), "PX12A\r\n2\r\n05MAR 9E9\r\n");
+  const Error oldStyle = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(oldStyle.Kind(), ErrorKind::Type);
+  EXPECT_EQ(oldStyle.Path(), InModel("SN2"));
+  EXPECT_EQ(oldStyle.Line(), 3);
+}
+
+TEST_F(CalFileHeaders, OfAFolderWithTheNameOfAFileAreAnError) {
+  tree.Write(InModel("SN1"), NewStyle("1"));
+  tree.MakeFolders(InModel("SN2"));
+  const Error error = ErrorOf([this] { (void)Read(); });
+  EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(error.Path(), InModel("SN2"));
+  EXPECT_EQ(told, Names{"1"});
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/caldata/CellNotices.h"
+#include "core/caldata/cInstrPX12A.h"
+#include "core/caldata/cInstrRT520A.h"
+#include "core/caldata/cInstrRT520C.h"
+#include "core/caldata/cInstrRT730A.h"
+#include "support/ErrorOf.h"
+
+namespace tarvell {
+namespace {
+
+using test::Contains;
+
+TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
+  const auto expect = [](const char* text, const char* before, const char* number,
+                         const char* after) {
+    const CellParts parts = PartsOfCell(text);
+    EXPECT_EQ(parts.before, before) << text;
+    EXPECT_EQ(parts.number, number) << text;
+    EXPECT_EQ(parts.after, after) << text;
+  };
+  expect("98.0", "", "98.0", "");
+  expect("-0.5000", "", "-0.5000", "");
+  expect("12.346 ppm", "", "12.346", " ppm");
+  expect("Ls/-0.5 nH", "Ls/", "-0.5", " nH");
+  expect("pF", "pF", "", "");
+  expect("", "", "", "");
+}
+
+struct Typed {
+  const char* typed;
+  const char* stored;
+};
+
+TEST(CellNotices, ANumberThatIsRoundedToTheDigitsOfItsCellIsNotReported) {
+  for (const Typed& cell : std::vector<Typed>{{"98.57", "98.6"},
+                                              {"98.55", "98.6"},
+                                              {" 98.5 ", "98.5"},
+                                              {"98.5\r\n", "98.5"},
+                                              {"9.85E1", "98.5"},
+                                              {"+5", "5.0"},
+                                              {"-5", "-5.0"},
+                                              {"0", "0.0"},
+                                              {"0.0", "-0.0"},
+                                              {"1.5pF", "1.50000pF"},
+                                              {"12 ppm", "12 ppm"},
+                                              {"0.1%", "0.1000 %"},
+                                              {"Ls/5", "Ls/5 nH"},
+                                              {"5.25 nH", "Ls/5.25 nH"},
+                                              {"12.5", "13 ppm"}}) {
+    EXPECT_EQ(StoredDifferently(cell.typed, cell.stored), "") << cell.typed;
+  }
+}
+
+TEST(CellNotices, WhatIsStoredAsAnotherNumberIsReportedWithWhatTheCellHolds) {
+  for (const Typed& cell : std::vector<Typed>{{"98,57", "98.0"},
+                                              {"abc", "0.0"},
+                                              {"98.5x", "98.5"},
+                                              {"9 8", "98.0"},
+                                              {"", "0.0"},
+                                              {"0.0030", "0 ppm"},
+                                              {"-0.04", "-0.0"},
+                                              {"98.57", "98.5"},
+                                              {"1E15", "1000000000000000.0"},
+                                              {"5", "pF"},
+                                              {"5", ""},
+                                              {"1.5nF", "1.50000pF"}}) {
+    const std::string notice = StoredDifferently(cell.typed, cell.stored);
+    EXPECT_TRUE(Contains(notice, "the cell holds \"" + std::string(cell.stored) + "\""))
+        << cell.typed << ": " << notice;
+  }
+  EXPECT_EQ(StoredDifferently("98,57", "98.0"),
+            "\"98,57\" is not a number; the cell holds \"98.0\". Type digits with a point for the "
+            "decimals.");
+  EXPECT_EQ(StoredDifferently("0.0030", "0 ppm"),
+            "\"0.0030\" is too small for the decimals of this cell; the cell holds \"0 ppm\".");
+}
+
+TEST(CellNotices, APointThatIsNotWhatWasTypedIsReported) {
+  EXPECT_EQ(PointTakenDifferently("1.75", "1750.00"), "");
+  EXPECT_EQ(PointTakenDifferently(" 5E9 ", "5.00E09"), "");
+  EXPECT_EQ(PointTakenDifferently("", ""), "");
+  EXPECT_EQ(PointTakenDifferently("1,75", "1000.00"),
+            "\"1,75\" is not a number; \"1000.00\" was added. Type digits with a point for the "
+            "decimals.");
+  EXPECT_EQ(PointTakenDifferently("abc", ""),
+            "\"abc\" is not a number; no point was added. Type digits with a point for the "
+            "decimals.");
+}
+
+/// A cell of a set, and what the file gives back for it.
+struct Stored {
+  std::int16_t page;
+  std::int16_t column;
+  std::int16_t row;
+  const char* shown;
+  const char* readBack;
+};
+
+void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
+  for (const Stored& cell : cells) {
+    SCOPED_TRACE(cell.shown);
+    EXPECT_EQ(data.CellReadBack(cell.page, cell.column, cell.row, cell.shown), cell.readBack);
+  }
+}
+
+TEST(CellNotices, SetAGivesPpmBackInWholeOnesAndLongPercentagesAsPpm) {
+  ExpectReadBack(cInstrRT520A(), {{0, 2, 2, "12.346 ppm", "12.000 ppm"},
+                                  {0, 2, 2, "12.000 ppm", "12.000 ppm"},
+                                  {0, 2, 1, "12 ppm", "12 ppm"},
+                                  {0, 2, 1, "0.0050 %", "50 ppm"},
+                                  {0, 2, 2, "0.005 %", "0.005 %"},
+                                  {0, 2, 2, "10.005 %", "100050.000 ppm"},
+                                  {0, 2, 6, "0.05 %", "0.05 %"},
+                                  {0, 1, 1, "1.000012pF", "1.000012pF"},
+                                  {3, 3, 8, "0.0001", "0.0001"},
+                                  {0, 4, 1, "0.00002", "0.00002"},
+                                  {0, 0, 1, "1000", "1000"}});
+}
+
+TEST(CellNotices, SetCGivesEveryPercentageBackAsPpm) {
+  ExpectReadBack(cInstrRT520C(), {{0, 2, 1, "12 ppm", "12 ppm"},
+                                  {0, 2, 1, "0.0012 %", "12 ppm"},
+                                  {2, 1, 3, "1.00001uF", "1.00001uF"}});
+}
+
+TEST(CellNotices, TheResistorSetGivesPpmBackWithOneDecimal) {
+  ExpectReadBack(cInstrRT730A(), {{0, 3, 1, "0.04 ppm", "0 ppm"},
+                                  {0, 3, 1, "12.35 ppm", "12.4 ppm"},
+                                  {0, 3, 1, "12.3 ppm", "12.3 ppm"},
+                                  {0, 3, 1, "0.12 %", "0.12 %"},
+                                  {0, 3, 1, "100.25 %", "1002500 ppm"},
+                                  {2, 2, 1, "12.35 ppm", "12.40 ppm"},
+                                  {2, 2, 1, "0.10 %", "0.10 %"},
+                                  {1, 2, 1, "0.5 nH", "0.5 nH"}});
+}
+
+TEST(CellNotices, ASensorsCellComesBackAsItIs) {
+  ExpectReadBack(cInstrPX12A(), {{0, 1, 1, "98.0", "98.0"}});
+}
+
+TEST(CellNotices, ADifferenceFromTheFileIsReportedWithBothTexts) {
+  EXPECT_EQ(ReadDifferently("12.000 ppm", "12.000 ppm"), "");
+  EXPECT_EQ(ReadDifferently("12.346 ppm", "12.000 ppm"),
+            "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".");
+  EXPECT_EQ(ReadDifferently("0.0030 %", "30 ppm"),
+            "The cell shows \"0.0030 %\", and the file will give back \"30 ppm\", the same value.");
+}
+
+TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {
+  for (const char* whole : {"", "done", "C-0042", "a#b", "\u00dcber"}) {
+    EXPECT_EQ(HeaderReadDifferently("Comment", whole), "") << whole;
+  }
+  for (const char* cut : {"done in lab", "done:x", "done,x", " done", "done "}) {
+    EXPECT_EQ(HeaderReadDifferently("Comment", cut),
+              "Comment: only \"done\" will be read back when the file is opened again.")
+        << cut;
+  }
+  // Also of more words than a line has place for.
+  EXPECT_EQ(HeaderReadDifferently("Comment", "a b c d e f g h i j k l m n o p q r s t u v"),
+            "Comment: only \"a\" will be read back when the file is opened again.");
+  EXPECT_EQ(HeaderReadDifferently("Comment", ":"),
+            "Comment: only \"\" will be read back when the file is opened again.");
+}
+
+TEST(CellNotices, ADayThatDoesNotExistIsReported) {
+  EXPECT_EQ(MissingDay("Due", "28", "FEB", "2001"), "");
+  EXPECT_EQ(MissingDay("Due", " 29 ", "FEB", "2000"), "");
+  EXPECT_EQ(MissingDay("Due", "31", "FEB", "2001"),
+            "Due: the day 31 FEB 2001 does not exist. It is saved as it stands.");
+  EXPECT_EQ(MissingDay("Due", "0", "JAN", "2001"),
+            "Due: the day 0 JAN 2001 does not exist. It is saved as it stands.");
+  EXPECT_EQ(MissingDay("Due", "1", "", "2001"),
+            "Due: the day 1 (no month) 2001 does not exist. It is saved as it stands.");
+  for (const char* year : {"20", "999", "20275", "-2001"}) {
+    EXPECT_EQ(MissingDay("Due", "5", "MAY", year),
+              "Due: the year " + std::string(year) +
+                  " does not have four digits. The file will give back another date.");
+  }
+  // These are refused when they are saved.
+  EXPECT_EQ(MissingDay("Due", "x", "FEB", "2001"), "");
+  EXPECT_EQ(MissingDay("Due", "31", "FEB", ""), "");
+  EXPECT_EQ(MissingDay("Due", "31", "FEB", "99999"), "");
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,398 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/caldata/MemoryGrid.h"
+#include "core/caldata/OpenedDataSet.h"
+#include "support/Dates.h"
+#include "support/ErrorOf.h"
+#include "support/SetStage.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using test::CalDateOf;
+using test::Contains;
+using test::Date;
+using test::ErrorOf;
+using test::FullLine;
+using test::Joined;
+using test::Lines;
+using test::SetModel;
+using test::Texts;
+
+constexpr const char* kFile = "c:\\data\\SN12345";
+
+Texts Header(const std::string& code) {
+  return {"#MODEL_NO : " + code, "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+          "#CAL_NO   : C-0042",  "#DUE_DATE : 20020305",   "#COMMENT  : factory"};
+}
+
+CalFileInfo Listed(const std::string& serial = "3318A12345") {
+  CalFileInfo listed;
+  listed.FilePath = kFile;
+  listed.SerialNumber = serial;
+  return listed;
+}
+
+/// The cells of a page's rows, joined by "|".
+Texts RowsOf(const cifCaldata& data, std::int16_t page = 0) {
+  MemoryGrid grid(data.GetCalPageCount() > 1 ? 5 : 2);
+  data.GetCalData(page, grid);
+  Texts rows;
+  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    std::string text;
+    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
+      text += (column == 0 ? "" : "|") + grid.CellText(row, column);
+    }
+    rows.push_back(text);
+  }
+  return rows;
+}
+
+class OpenedFile : public testing::Test {
+ protected:
+  OpenedDataSet Open(const std::string& code, const Texts& lines,
+                     const CalFileInfo& listed = Listed()) {
+    tree_.Write(kFile, Lines(lines));
+    return OpenDataSet(*FindModel(code), listed);
+  }
+
+  test::TestTree tree_;
+};
+
+// A set whose template cannot be used.
+
+/// A set and what stands in place of its template.
+struct BadTemplate {
+  std::string code;
+  std::string name;
+  std::string bytes;  ///< "" for none
+};
+
+void PrintTo(const BadTemplate& bad, std::ostream* stream) {
+  *stream << bad.name;
+}
+
+std::vector<BadTemplate> BadTemplates() {
+  std::vector<BadTemplate> all;
+  for (const SetModel* set :
+       {&test::CapacitorSetA(), &test::CapacitorSetC(), &test::ResistorSet()}) {
+    Texts pages;
+    for (const Texts& opening : set->openings) {
+      pages = Joined({pages, opening, {FullLine("t1"), FullLine("t2")}, set->closing});
+    }
+    const std::string whole = Lines(Joined({Header(set->code), pages}));
+    all.push_back({set->code, "Missing", ""});
+    all.push_back({set->code, "CutOff", whole.substr(0, whole.find("t2"))});
+    all.push_back({set->code, "OfAnotherModel", Lines(Joined({Header("PX12A"), pages}))});
+    all.push_back({set->code, "WithTooManyRows",
+                   Lines(Joined({Header(set->code), set->openings[0], test::ManyLines(52)}))});
+  }
+  return all;
+}
+
+class SetWithBadTemplate : public testing::TestWithParam<BadTemplate> {
+ protected:
+  test::TestTree tree_;
+};
+
+TEST_P(SetWithBadTemplate, OpensWithNothingOfItAndSaysSo) {
+  const BadTemplate& bad = GetParam();
+  const SetModel& set = bad.code == "RT520A"   ? test::CapacitorSetA()
+                        : bad.code == "RT520C" ? test::CapacitorSetC()
+                                               : test::ResistorSet();
+  if (!bad.bytes.empty()) {
+    test::WriteNative(tree_.ProgramFolder() / ("Temp" + bad.code), bad.bytes);
+  }
+  // Without a calibration date, with one row on the first page, and without the second page.
+  tree_.Write(kFile, Lines(Joined({{"#MODEL_NO : " + bad.code, "#SER_NO   : 3318A12345"},
+                                   set.openings[0],
+                                   {FullLine("f1")},
+                                   set.closing,
+                                   set.openings[2],
+                                   {FullLine("f2")},
+                                   set.closing})));
+  const OpenedDataSet opened = OpenDataSet(*FindModel(bad.code), Listed());
+  EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
+  EXPECT_TRUE(opened.isNamedBySerial);
+  EXPECT_EQ(CalDateOf(*opened.data), (Date{0, "", 0}));
+  EXPECT_EQ(RowsOf(*opened.data).size(), 1U);
+  const Texts second = RowsOf(*opened.data, 1);
+  EXPECT_TRUE(second.empty() || second == Texts{"||||"}) << second[0];
+  EXPECT_EQ(opened.data->GetCalPageSerial(1), "");
+  ASSERT_GE(opened.notices.size(), 2U);
+  EXPECT_TRUE(Contains(opened.notices[0], "The template of the model was not used"));
+  EXPECT_TRUE(Contains(opened.notices[0], "Temp" + bad.code)) << opened.notices[0];
+  EXPECT_TRUE(Contains(opened.notices[1], set.pages[1])) << opened.notices[1];
+  EXPECT_TRUE(Contains(opened.notices[1], "It is empty.")) << opened.notices[1];
+}
+
+TEST_P(SetWithBadTemplate, HasNoNewData) {
+  const BadTemplate& bad = GetParam();
+  if (!bad.bytes.empty()) {
+    test::WriteNative(tree_.ProgramFolder() / ("Temp" + bad.code), bad.bytes);
+  }
+  const Error error = ErrorOf([&] { static_cast<void>(NewDataSet(*FindModel(bad.code))); });
+  EXPECT_EQ(error.Path(), (tree_.ProgramFolder() / ("Temp" + bad.code)).string());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sets, SetWithBadTemplate, testing::ValuesIn(BadTemplates()),
+                         [](const auto& test) { return test.param.code + test.param.name; });
+
+// What comes from a template.
+
+TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
+  tree_.InstallTemplate("RT520A");
+  const std::string row = "*1000 : 1.5pF : 0.5 : 0.1 : 0.2";
+  const OpenedDataSet opened = Open("RT520A", {"#MODEL_NO : RT520A",
+                                               "#SER_NO   : 3318A12345",
+                                               "#DUE_DATE : 20020305",
+                                               "!",
+                                               "#RT521A    :     1",
+                                               row,
+                                               row,
+                                               "!END",
+                                               "!",
+                                               "#RT523A    :     3",
+                                               row,
+                                               row,
+                                               row,
+                                               row,
+                                               row,
+                                               row,
+                                               row,
+                                               row,
+                                               "!END",
+                                               "!",
+                                               "#RT524A    :     4",
+                                               "!END",
+                                               "!"});
+  EXPECT_EQ(opened.notices,
+            (Texts{"The page RT521A shows rows that the file does not hold. They come from the "
+                   "template, and would be saved: rows 3 to 8.",
+                   "The file holds no page RT522A. The default data are shown for it.",
+                   "The page RT524A shows rows that the file does not hold. They come from the "
+                   "template, and would be saved: rows 1 to 8.",
+                   "The file lacks header lines. The values shown for them come from the "
+                   "template, and would be saved: #CAL_DATE, #CAL_NO, #COMMENT."}));
+}
+
+TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
+  test::WriteNative(tree_.ProgramFolder() / "TempRT730A", [] {
+    Texts lines = Header("RT730A");
+    for (const Texts& opening : test::ResistorSet().openings) {
+      lines = Joined({lines, opening, {FullLine("t1"), FullLine("t2")}, {"!END"}});
+    }
+    return Lines(lines);
+  }());
+  Texts lines = Header("RT730A");
+  for (const Texts& opening : test::ResistorSet().openings) {
+    const bool isFirst = &opening == &test::ResistorSet().openings.front();
+    // The value after the gap is not read. The third row has none of the template below it.
+    lines = Joined({lines,
+                    opening,
+                    isFirst ? Texts{"*a : 9", "*b : : 9 : 0.5 %", "*c : 9"}
+                            : Texts{FullLine("a"), FullLine("b")},
+                    {"!END"}});
+  }
+  const OpenedDataSet opened = Open("RT730A", lines);
+  EXPECT_EQ(RowsOf(*opened.data), (Texts{"a|9|2|0 %|4", "b|1|2|0 %|4", "c|9|||"}));
+  EXPECT_EQ(opened.notices,
+            (Texts{"The section \"DC Registance\" shows cells that the file does not hold. They "
+                   "come from the template, and would be saved: rows 1 and 2.",
+                   "The section \"DC Registance\" has rows with an empty field in the file. The "
+                   "values after it were not read: row 2.",
+                   "The section \"DC Registance\" has rows with too few values in the file. Their "
+                   "cells are empty; an uncertainty in ppm or % would be saved as 0: row 3."}));
+}
+
+// Rows that do not stand whole in the file.
+
+TEST_F(OpenedFile, OfASensorNamesItsDoubtfulRows) {
+  const OpenedDataSet opened =
+      Open("PX12A",
+           Joined({Header("PX12A"),
+                   {"*  10.00:    99.0     :    0.0", "*        :    98.0     :    0.0",
+                    "*  30.00:             : (Ref.)", "*  40.00", "*", "*  60.00: 97.0", "!End"}}));
+  EXPECT_EQ(RowsOf(*opened.data), (Texts{"10.00|99.0", "98.0|0.0", "30.00|(Ref.)", "40.00|"}));
+  EXPECT_EQ(opened.notices,
+            (Texts{"The table has no frequency in row 5: that row and the rows after it are not "
+                   "shown, and would not be saved.",
+                   "The table has rows with an empty field in the file. The values after it were "
+                   "read one column too far to the left: rows 2 and 3.",
+                   "The table has rows with too few values in the file. Their cells are empty, "
+                   "and would be saved so: row 4."}));
+}
+
+TEST_F(OpenedFile, OfAnAttenuatorNamesItsDoubtfulRows) {
+  const OpenedDataSet opened = Open(
+      "PX60H", Joined({Header("PX60H"),
+                       {"* 10  :   5.00E07   :  10.0123", "* 20  :   5.00E07   : ",
+                        "* 30  :             :  30.0123", "*   :   ", "* 50 : 1 : 2", "!End"}}));
+  ASSERT_EQ(opened.notices.size(), 3U);
+  EXPECT_TRUE(Contains(opened.notices[0], "no setting in row 4"));
+  EXPECT_TRUE(Contains(opened.notices[1], "empty field"));
+  EXPECT_TRUE(Contains(opened.notices[1], ": row 3."));
+  EXPECT_TRUE(Contains(opened.notices[2], "too few values"));
+  EXPECT_TRUE(Contains(opened.notices[2], ": row 2."));
+}
+
+TEST_F(OpenedFile, OfACapacitorSetNamesRowsWithMissingValues) {
+  tree_.InstallTemplate("RT520C");
+  Texts rows;
+  for (int row = 1; row <= 5; ++row) {
+    rows.emplace_back("*100 : 10.0nF : 0.5 : 0.1 : 0.2");
+  }
+  rows[1] = "*100 : 10.0nF";
+  rows[3] = "*100 : : 0.5 : 0.1 : 0.2";
+  Texts lines = Header("RT520C");
+  for (const Texts& opening : {Texts{"#RT525A : 1"}, Texts{"#RT526A : 2"}, Texts{"#RT527A : 3"}}) {
+    lines = Joined({lines, opening, rows, {"!END", "!"}});
+  }
+  const OpenedDataSet opened = Open("RT520C", lines);
+  ASSERT_EQ(opened.notices.size(), 6U);
+  EXPECT_EQ(opened.notices[0],
+            "The page RT525A has rows with an empty field in the file. The values after it were "
+            "read one column too far to the left: row 4.");
+  EXPECT_EQ(opened.notices[1],
+            "The page RT525A has rows with too few values in the file. 0 is shown in their place, "
+            "and would be saved: row 2.");
+}
+
+TEST_F(OpenedFile, NamesRowsBehindTheFormats) {
+  tree_.InstallTemplate("RT730A");
+  Texts lines = Header("RT730A");
+  for (std::size_t page = 0; page < 7; ++page) {
+    // As many rows as the template has, and on the third page one more.
+    const int rows = page == 0 ? 9 : page == 1 ? 6 : page == 2 ? 8 : page == 3 ? 7 : 8;
+    lines = Joined({lines, test::ResistorSet().openings[page], test::ManyLines(rows), {"!END"}});
+  }
+  EXPECT_EQ(Open("RT730A", lines).notices,
+            (Texts{"The section \"HF Calibration at 10ohm\" has more rows than the program has "
+                   "formats for. Their uncertainty in ppm or % was not read, and would be saved "
+                   "as 0: row 8."}));
+}
+
+// The serial number.
+
+struct SerialCase {
+  std::string line;    ///< in place of the serial number line
+  std::string listed;  ///< what the list read
+  std::string taken;
+  bool isNamed;
+  std::string notice;  ///< part of the first one
+};
+
+TEST_F(OpenedFile, WithoutASerialNumberHasTheListsOrNone) {
+  const std::vector<SerialCase> table = {
+      {"#SERIAL   : 3318A12345", "3318A12345", "3318A12345", true, "\"3318A12345\", was taken"},
+      {"#SER_NO   : ", "sn12345", "sn12345", true, "\"sn12345\", was taken"},
+      {"!", "20010305", "20010305", false, "\"20010305\", was taken"},
+      {"#SER_NO   : ", "", "", false, "has no serial number. Enter"},
+      {"!", "* 10:91", "", false, "has no serial number. Enter"},
+  };
+  for (const char* code : {"PX12A", "RT520A"}) {
+    tree_.InstallTemplate(code);
+    for (const SerialCase& test : table) {
+      SCOPED_TRACE(code + test.line + test.listed);
+      Texts lines = Header(code);
+      lines[1] = test.line;
+      for (const Texts& opening : test::CapacitorSetA().openings) {
+        lines = Joined({lines, opening, test::ManyLines(8), {"!END"}});
+      }
+      const OpenedDataSet opened = Open(code, lines, Listed(test.listed));
+      EXPECT_EQ(opened.data->SerialNumber(), test.taken);
+      EXPECT_EQ(opened.isNamedBySerial, test.isNamed);
+      ASSERT_FALSE(opened.notices.empty());
+      EXPECT_TRUE(Contains(opened.notices[0], test.notice)) << opened.notices[0];
+      const bool writesAnother = !test.isNamed && !test.taken.empty();
+      EXPECT_EQ(opened.notices.size() > 1 &&
+                    Contains(opened.notices[1], "Saving writes the file SN10305; SN12345 stays."),
+                writesAnother);
+      EXPECT_EQ(Contains(Lines(opened.notices), "Saving writes the file"), writesAnother);
+    }
+  }
+}
+
+TEST_F(OpenedFile, WithASerialNumberKeepsIt) {
+  const OpenedDataSet opened =
+      Open("PX12A", Joined({Header("PX12A"), {"*10:91", "!End"}}), Listed("another"));
+  EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
+  EXPECT_TRUE(opened.isNamedBySerial);
+  EXPECT_EQ(opened.notices, Texts());
+}
+
+// Files in the old style.
+
+TEST_F(OpenedFile, InTheOldStyleIsRefusedForEveryModel) {
+  for (const Model& model : kModels) {
+    if (model.create == nullptr) {
+      continue;
+    }
+    const std::string code(model.code);
+    tree_.InstallTemplate(code);
+    for (const Texts& lines :
+         {Texts{"QZ " + code, "3318A12345", "05MAR2001", "*10:91", "!End"},
+          Texts{code + "Opt001", "3318A12345", "05MAR2001"}, Texts{"", code}, Texts{code}}) {
+      const Error error = ErrorOf([&] { static_cast<void>(Open(code, lines)); });
+      EXPECT_EQ(error.Kind(), ErrorKind::NotAFile) << code << lines[0];
+      EXPECT_EQ(error.Path(), kFile);
+      EXPECT_TRUE(Contains(error.Text(), "old style")) << error.Text();
+      EXPECT_EQ(tree_.Read(kFile), Lines(lines));
+    }
+  }
+}
+
+TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyle) {
+  for (const char* first : {"", "Sensor of room 3", "!"}) {
+    const OpenedDataSet opened =
+        Open("PX12A", Joined({{first}, Header("PX12A"), {"*10:91", "!End"}}));
+    EXPECT_EQ(opened.data->SerialNumber(), "3318A12345") << first;
+    EXPECT_EQ(opened.notices, Texts()) << first;
+  }
+  EXPECT_EQ(RowsOf(*Open("PX12A", {"*10:91", "!End"}).data), Texts{"10|91"});
+}
+
+// The text to edit.
+
+TEST(TextToEdit, GivesANumberThatIsTooLargeAsItStands) {
+  struct Case {
+    const char* code;
+    std::int16_t page;
+    std::int16_t column;
+    const char* cell;
+    const char* text;
+    const char* unit;
+  };
+  const std::vector<Case> table = {
+      {"PX12A", 0, 1, "1E999", "1E999", ""},
+      {"PX12A", 0, 1, "98.80", "98.8", ""},
+      {"PX12A", 0, 0, "1E999", "", ""},
+      {"PX60H", 0, 1, "-1D+400", "-1D+400", ""},
+      {"PX60H", 0, 2, "1E999", "", ""},
+      {"RT520A", 0, 1, "1E999pF", "1E999", "pF"},
+      {"RT520A", 0, 2, "1E999 ppm", "1E999", "ppm"},
+      {"RT730A", 1, 1, "Ls/.5E999 nH", ".5E999", ""},
+      {"RT730A", 2, 2, "1E999 %", "1E999", "%"},
+      {"RT730A", 2, 3, "12.5 ohm", "12.5", ""},
+  };
+  for (const Case& test : table) {
+    const std::unique_ptr<cifCaldata> data = FindModel(test.code)->create();
+    std::string unit;
+    EXPECT_EQ(TextToEdit(*data, test.page, test.column, 1, test.cell, unit), test.text)
+        << test.code << test.cell;
+    EXPECT_EQ(unit, test.unit) << test.code << test.cell;
+  }
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,479 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <sys/stat.h>
+#include <utility>
+#include <vector>
+
+#include "core/files/Paths.h"
+#include "core/station/StationFilesStage.h"
+#include "support/Noise.h"
+#include "support/OrdinaryUser.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+// ---- Taking a line apart.
+
+struct LineParts {
+  std::string item;
+  std::string keyword;
+  std::string value;
+};
+
+TEST(StationKeywords, ALineIsAKeywordAndAValue) {
+  const std::vector<LineParts> lines = {{"MODEL NUMBER PX12A", "MODEL NUMBER", "PX12A"},
+                                        {"MODEL OTHER PX12A x", "MODEL OTHER", "PX12A x"},
+                                        {"SERIAL NUMBER 3318A12345", "SERIAL NUMBER", "3318A12345"},
+                                        {"SERIAL NUMBER", "SERIAL NUMBER", ""},
+                                        {"ADDRESS TYPE GP-IB", "ADDRESS TYPE", "GP-IB"},
+                                        {"ADDRESS TYPE", "ADDRESS TYPE", ""},
+                                        {"ADDRESS 13", "ADDRESS", "13"},
+                                        {"ADDRESS", "ADDRESS", ""},
+                                        {"ADDRESS Type 13", "ADDRESS", "Type 13"},
+                                        {"STATION rack 2", "STATION", "rack 2"},
+                                        {"OPTIONS 001", "OPTIONS", "001"},
+                                        {"AVAILABILITY yes", "AVAILABILITY", "yes"},
+                                        {"CAL DUE DATE 5 MAR 2002", "CAL DUE DATE", "5 MAR 2002"},
+                                        {"CAL DUE DATE", "CAL DUE DATE", ""},
+                                        {"CAL DATA own file", "CAL DATA", "own file"},
+                                        {"CAL DATA", "CAL DATA", ""},
+                                        {"CAL OTHER WORDS x", "CAL OTHER WORDS", "x"},
+                                        {"ASSET A-77", "ASSET", "A-77"},
+                                        {"TRACE lab 4", "TRACE", "lab 4"},
+                                        {"COMMENT two  blanks", "COMMENT", "two blanks"},
+                                        {"  COMMENT \t a\t\tb  ", "COMMENT", "a b"},
+                                        {"COMMENT a\r\nb", "COMMENT", "a b"},
+                                        {"COMMENT", "COMMENT", ""},
+                                        {"comment x", "comment", "x"},
+                                        {"anything else", "anything", "else"},
+                                        {"", "", ""}};
+  for (const LineParts& line : lines) {
+    SCOPED_TRACE(line.item);
+    const KeywordLine parts = ParseKeywordLine(line.item);
+    EXPECT_EQ(parts.keyword, line.keyword);
+    EXPECT_EQ(parts.value, line.value);
+  }
+}
+
+/// `count` words "1", "2" and so on, separated by single blanks.
+std::string Words(int count) {
+  std::string text;
+  for (int i = 1; i <= count; ++i) {
+    text += (i == 1 ? "" : " ") + std::to_string(i);
+  }
+  return text;
+}
+
+TEST(StationKeywords, ALineIsThirtyWordsAtMost) {
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(28)).value, Words(28));
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(29)).value, Words(29));
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(30)).value, Words(29));
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(1000)).value, Words(29));
+  EXPECT_EQ(ParseKeywordLine("MODEL NUMBER " + Words(30)).value, Words(28));
+  EXPECT_EQ(ParseKeywordLine("CAL DUE DATE " + Words(30)).value, Words(27));
+  EXPECT_EQ(ParseKeywordLine("CAL DATA " + Words(30)).value, Words(28));
+}
+
+TEST(StationKeywords, EachKeywordHasItsField) {
+  const std::vector<std::pair<std::string, std::string StationInstrument::*>> fields = {
+      {"MODEL NUMBER", &StationInstrument::ModelNumber},
+      {"SERIAL NUMBER", &StationInstrument::SerialNumber},
+      {"ADDRESS TYPE", &StationInstrument::AddressType},
+      {"ADDRESS", &StationInstrument::Address},
+      {"STATION", &StationInstrument::Station},
+      {"OPTIONS", &StationInstrument::Options},
+      {"AVAILABILITY", &StationInstrument::Availability},
+      {"ASSET", &StationInstrument::Asset},
+      {"TRACE", &StationInstrument::Trace},
+      {"COMMENT", &StationInstrument::Comment},
+      {"CAL DATA", &StationInstrument::CalData}};
+  for (const auto& [keyword, field] : fields) {
+    SCOPED_TRACE(keyword);
+    StationInstrument instrument = SampleInstrument();
+    StationInstrument expected = SampleInstrument();
+    expected.*field = "new text";
+    ApplyKeywordLine({keyword, "new text"}, instrument);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
+  }
+}
+
+TEST(StationKeywords, AnEmptyValueEmptiesItsField) {
+  StationInstrument instrument = SampleInstrument();
+  ApplyKeywordLine({"COMMENT", ""}, instrument);
+  EXPECT_EQ(instrument.Comment, "");
+  ApplyKeywordLine({"MODEL NUMBER", ""}, instrument);
+  EXPECT_EQ(instrument.ModelNumber, "");
+}
+
+TEST(StationKeywords, OtherKeywordsAreIgnored) {
+  for (const char* keyword : {"model number", "Model Number", "MODEL", "MODEL ", "NUMBER",
+                              "ADDRESS  TYPE", "CAL", "CAL DUE", "CAL DUE DAY", "INDEX", ""}) {
+    SCOPED_TRACE(keyword);
+    StationInstrument instrument = SampleInstrument();
+    ApplyKeywordLine({keyword, "x"}, instrument);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+  }
+}
+
+TEST(StationKeywords, TheOldAddressTypeGetsItsNewName) {
+  const std::vector<std::pair<std::string, std::string>> types = {
+      {"QZ-IB", "GP-IB"}, {"", "NONE"},       {"GP-IB", "GP-IB"}, {"GPIO", "GPIO"},
+      {"NONE", "NONE"},   {"RS232", "RS232"}, {"qz-ib", "qz-ib"}, {"QZ-IB 2", "QZ-IB 2"}};
+  for (const auto& [value, type] : types) {
+    SCOPED_TRACE(value);
+    StationInstrument instrument = SampleInstrument();
+    ApplyKeywordLine({"ADDRESS TYPE", value}, instrument);
+    EXPECT_EQ(instrument.AddressType, type);
+  }
+}
+
+struct DueDate {
+  std::string value;
+  std::string day;
+  std::string month;
+  std::string year;
+};
+
+TEST(StationKeywords, TheDueDateIsThreeWords) {
+  const std::vector<DueDate> dates = {{"5 MAR 2002", "5", "MAR", "2002"},
+                                      {"05 MAR 2002", "5", "MAR", "2002"},
+                                      {"31 APR 02002", "31", "APR", "2002"},
+                                      {"1 1 2000", "1", "1", "2000"},
+                                      {"5th Mar 2002x", "5", "Mar", "2002"},
+                                      {"x MAR y", "0", "MAR", "0"},
+                                      {"5 MAR", "5", "MAR", "0"},
+                                      {"5", "5", "", "0"},
+                                      {"5 MAR 2002 12:00", "5", "MAR", "2002"},
+                                      {"", "1", "1", "2000"}};
+  for (const DueDate& date : dates) {
+    SCOPED_TRACE(date.value);
+    StationInstrument instrument = SampleInstrument();
+    ApplyKeywordLine({"CAL DUE DATE", date.value}, instrument);
+    EXPECT_EQ(instrument.DueDay, date.day);
+    EXPECT_EQ(instrument.DueMonth, date.month);
+    EXPECT_EQ(instrument.DueYear, date.year);
+    EXPECT_EQ(instrument.Comment, "factory");
+  }
+}
+
+// ---- Reading an instrument.
+
+TEST_F(StationFiles, AFileOfTheProgramGivesEveryFieldButTheLast) {
+  Save(SampleInstrument());
+  StationInstrument instrument;
+  instrument.CalData = "as it was";
+  EXPECT_TRUE(Load(instrument));
+  StationInstrument expected = SampleInstrument();
+  expected.CalData = "as it was";
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
+}
+
+TEST_F(StationFiles, CalibrationDataComesBackWhereALineFollows) {
+  EXPECT_EQ(Loaded("CAL DATA own  file\r\n\r\n").CalData, "own file");
+  EXPECT_EQ(Loaded("CAL DATA own file\r\nx").CalData, "own file");
+}
+
+/// The sample as a file without a known line leaves it.
+StationInstrument SampleWithoutSerialNumber() {
+  StationInstrument instrument = SampleInstrument();
+  instrument.SerialNumber.clear();
+  return instrument;
+}
+
+TEST_F(StationFiles, OneLineGivesNothing) {
+  for (const char* bytes : {"COMMENT x\r\n", "COMMENT x", "\r\n", "x"}) {
+    SCOPED_TRACE(bytes);
+    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(SampleWithoutSerialNumber()));
+  }
+}
+
+TEST_F(StationFiles, TheSerialNumberIsTheFilesOwnWhateverTheOrderOfItsLines) {
+  const auto serialOf = [this](const std::vector<std::string>& lines) {
+    return Loaded(Lines(lines), SampleInstrument()).SerialNumber;
+  };
+  EXPECT_EQ(serialOf({"SERIAL NUMBER 1234", "MODEL NUMBER PX13A", "x"}), "1234");
+  EXPECT_EQ(serialOf({"SERIAL NUMBER 1234", "MODEL NUMBER PX13A", "MODEL NUMBER PX12A", "x"}),
+            "1234");
+  EXPECT_EQ(serialOf({"MODEL NUMBER PX13A", "x"}), "");
+  EXPECT_EQ(serialOf({"COMMENT other", "x"}), "");
+}
+
+TEST_F(StationFiles, AnEmptyFileGivesNothing) {
+  tree_.Write(kFile, "");
+  StationInstrument instrument = SampleInstrument();
+  EXPECT_FALSE(Load(instrument));
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+}
+
+TEST_F(StationFiles, ACommaEndsAValue) {
+  const StationInstrument instrument = LoadedLine("COMMENT a,b");
+  EXPECT_EQ(instrument.Comment, "a");
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(With({{&StationInstrument::Comment, "a"}})));
+  // What stands behind the comma is an item of its own.
+  EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a, ASSET b")),
+            FieldsOf(With({{&StationInstrument::Asset, "b"}, {&StationInstrument::Comment, "a"}})));
+  // The remainder of the last line makes the one before it be read.
+  EXPECT_EQ(Loaded("COMMENT x\r\nCAL DATA own,file\r\n").CalData, "own");
+}
+
+TEST_F(StationFiles, AValueThatWouldBeReadAsAnotherLineBehindItsCommaIsRefused) {
+  tree_.Write(kFile, kOld);
+  for (const char* value :
+       {"a, STATION b", "a,b,\tASSET c", "a,ADDRESS TYPE GPIO", "a, CAL DUE DATE", "a,COMMENT",
+        "a, \"STATION b\"", "a, \"b\", TRACE", "a, \"b", "a,b,\"c, d"}) {
+    for (std::string StationInstrument::*field :
+         {&StationInstrument::Comment, &StationInstrument::Options, &StationInstrument::CalData}) {
+      StationInstrument instrument = SampleInstrument();
+      instrument.*field = value;
+      const Error error = ErrorOf([&] { Save(instrument); });
+      EXPECT_EQ(error.Kind(), ErrorKind::Character) << value;
+      EXPECT_TRUE(Contains(error.what(), value)) << error.what();
+      EXPECT_EQ(tree_.Read(kFile), kOld);
+    }
+  }
+}
+
+TEST_F(StationFiles, AValueMayHoldACommaWithAnyOtherText) {
+  for (const char* value : {"a, b", "a, b \"c\"", "a, \"b, STATION c\" d", "a,", ",",
+                            "a, station b", "a, MODEL b", "a,CAL"}) {
+    StationInstrument instrument = SampleInstrument();
+    instrument.Comment = value;
+    Save(instrument);
+    EXPECT_TRUE(Contains(tree_.Read(kFile), std::string("\r\nCOMMENT ") + value + "\r\n")) << value;
+  }
+}
+
+TEST_F(StationFiles, RunsOfBlanksBecomeOne) {
+  EXPECT_EQ(LoadedLine("COMMENT two  blanks").Comment, "two blanks");
+  EXPECT_EQ(LoadedLine("  COMMENT   a \t b ").Comment, "a b");
+}
+
+TEST_F(StationFiles, AQuotedLineIsOneItem) {
+  EXPECT_EQ(LoadedLine("\"COMMENT a, b\" rest").Comment, "a, b");
+  EXPECT_EQ(LoadedLine("\"COMMENT a\r\nb\"").Comment, "a b");
+  // A quote within an item is a character like any other.
+  EXPECT_EQ(LoadedLine("COMMENT \"a, b\"").Comment, "\"a");
+}
+
+TEST_F(StationFiles, TheAddressTypesOfFiles) {
+  EXPECT_EQ(LoadedLine("ADDRESS TYPE QZ-IB").AddressType, "GP-IB");
+  EXPECT_EQ(LoadedLine("ADDRESS TYPE ").AddressType, "NONE");
+  EXPECT_EQ(LoadedLine("ADDRESS TYPE RS232").AddressType, "RS232");
+}
+
+TEST_F(StationFiles, TheDueDatesOfFiles) {
+  const StationInstrument padded = LoadedLine("CAL DUE DATE 05 MAR 2002");
+  EXPECT_EQ(padded.DueDay, "5");
+  EXPECT_EQ(padded.DueMonth, "MAR");
+  EXPECT_EQ(padded.DueYear, "2002");
+  for (const char* line : {"CAL DUE DATE", "CAL DUE DATE  "}) {
+    const StationInstrument empty = LoadedLine(line);
+    EXPECT_EQ(empty.DueDay, "1");
+    EXPECT_EQ(empty.DueMonth, "1");
+    EXPECT_EQ(empty.DueYear, "2000");
+  }
+}
+
+TEST_F(StationFiles, AKeywordInLowerCaseIsIgnored) {
+  EXPECT_EQ(FieldsOf(LoadedLine("model number X")), FieldsOf(With({})));
+}
+
+TEST_F(StationFiles, TheLaterOfTwoLinesCounts) {
+  EXPECT_EQ(Loaded("COMMENT a\r\nCOMMENT b\r\nx\r\n").Comment, "b");
+}
+
+TEST_F(StationFiles, AFileFromAnotherSystemIsReadable) {
+  const StationInstrument lf = Loaded("MODEL NUMBER PX12A\nCOMMENT a b\nCAL DATA x\n");
+  EXPECT_EQ(FieldsOf(lf), FieldsOf(With({{&StationInstrument::ModelNumber, "PX12A"},
+                                         {&StationInstrument::Comment, "a b"}})));
+  const StationInstrument cr = Loaded("MODEL NUMBER PX12A\rCOMMENT a b\rCAL DATA x\r");
+  EXPECT_EQ(FieldsOf(cr), FieldsOf(With({{&StationInstrument::ModelNumber, "PX12A"},
+                                         {&StationInstrument::Comment, "a b"}})));
+}
+
+TEST_F(StationFiles, EveryCharacterComesBack) {
+  EXPECT_EQ(LoadedLine("COMMENT 5 \xB5W \x80 \x81 \xE9").Comment, "5 \u00B5W \u20AC \u0081 \u00E9");
+}
+
+TEST_F(StationFiles, AMissingFileIsAnError) {
+  ExpectUnreadable(ErrorKind::NotFound);
+}
+
+TEST_F(StationFiles, AFolderIsNoInstrument) {
+  tree_.MakeFolders(kFile);
+  ExpectUnreadable(ErrorKind::NotAFile);
+}
+
+TEST_F(StationFiles, APipeIsNoInstrumentAndIsNotWaitedFor) {
+  ASSERT_EQ(::mkfifo(tree_.Native(kFile).c_str(), 0600), 0);
+  ExpectUnreadable(ErrorKind::NotAFile);
+}
+
+TEST_F(StationFiles, AFileThatMayNotBeReadIsAnError) {
+  tree_.Write(kFile, kOld);
+  ASSERT_EQ(::chmod(tree_.Native(kFile).c_str(), 0), 0);
+  const OrdinaryUser user(tree_.Root());
+  ExpectUnreadable(ErrorKind::NoPermission);
+}
+
+TEST_F(StationFiles, ADueDateBeyondEveryNumberLeavesWhatWasShown) {
+  tree_.Write(kFile, Lines({"COMMENT other", "CAL DUE DATE 1E999 MAR 2002", "x"}));
+  StationInstrument instrument = SampleInstrument();
+  const Error error = ErrorOf([&] { Load(instrument); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Type);
+  EXPECT_EQ(error.Path(), kFile);
+  EXPECT_EQ(error.Line(), 2);
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+}
+
+TEST_F(StationFiles, NoiseIsReadAndGivesNothing) {
+  const std::string noise = Noise(std::size_t{1} << 16U, 5);
+  const std::vector<std::string> files = {noise,
+                                          std::string(noise.size(), 'x'),
+                                          std::string(noise.size(), '\0'),
+                                          "\"" + std::string(noise.size(), ','),
+                                          std::string(noise.size(), ','),
+                                          std::string(noise.size(), ' ')};
+  for (const std::string& bytes : files) {
+    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(SampleWithoutSerialNumber()));
+  }
+}
+
+// ---- The due date's check.
+
+TEST(StationDueDate, ADateExistsOrNot) {
+  struct Row {
+    const char* day;
+    const char* month;
+    const char* year;
+    bool exists;
+  };
+  const std::vector<Row> rows = {
+      {"5", "MAR", "2002", true},   {"05", "MAR", "2002", true},  {" 5 ", "MAR", " 2002 ", true},
+      {"31", "APR", "2002", false}, {"30", "APR", "2002", true},  {"29", "FEB", "2001", false},
+      {"29", "FEB", "2000", true},  {"29", "FEB", "1900", false}, {"29", "FEB", "2004", true},
+      {"0", "JAN", "2000", false},  {"-1", "JAN", "2000", false}, {"32", "JAN", "2000", false},
+      {"1", "", "2000", false},     {"1", "1", "2000", false},    {"1", "jan", "2000", false},
+      {"1", " JAN", "2000", false}, {"", "JAN", "2000", false},   {"x", "JAN", "2000", false},
+      {"5x", "MAR", "2002y", true}, {"31", "DEC", "2037", true}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.day) + " " + row.month + " " + row.year);
+    EXPECT_EQ(HasValidDueDate(With({{&StationInstrument::DueDay, row.day},
+                                    {&StationInstrument::DueMonth, row.month},
+                                    {&StationInstrument::DueYear, row.year}})),
+              row.exists);
+  }
+}
+
+TEST(StationDueDate, ANumberOutsideItsFieldIsAnError) {
+  const auto check = [](const char* day, const char* year) {
+    return ErrorOf([&] {
+             static_cast<void>(HasValidDueDate(With({{&StationInstrument::DueDay, day},
+                                                     {&StationInstrument::DueMonth, "MAR"},
+                                                     {&StationInstrument::DueYear, year}})));
+           })
+        .Kind();
+  };
+  EXPECT_EQ(check("5", "32768"), ErrorKind::Type);
+  EXPECT_EQ(check("99999", "2002"), ErrorKind::Type);
+}
+
+// ---- What will not be read back.
+
+struct ReadBackCase {
+  std::string StationInstrument::*field;
+  std::string value;
+  std::string readBack;
+  std::string notice;
+};
+
+TEST_F(StationFiles, AValueThatIsReadBackDifferentlyIsReportedWithWhatWillBeRead) {
+  using I = StationInstrument;
+  const std::string comma = " only: a comma ends it. Write it without a comma.";
+  const std::string words = " only: a line holds 30 words, its keyword included. Shorten it.";
+  const std::string blanks = ": blanks at its beginning and runs of blanks are not kept.";
+  const std::vector<ReadBackCase> cases = {
+      {&I::ModelNumber, "PX12A,b", "PX12A", "MODEL NUMBER will be read back as \"PX12A\"" + comma},
+      {&I::SerialNumber, "1 ,2, 3", "1", "SERIAL NUMBER will be read back as \"1\"" + comma},
+      {&I::Comment, "a,", "a", "COMMENT will be read back as \"a\"" + comma},
+      {&I::Comment, ",a", "", "COMMENT will be read back as \"\"" + comma},
+      {&I::Comment, Words(30), Words(29),
+       "COMMENT will be read back as \"... 17 18 19 20 21 22 23 24 25 26 27 28 29\"" + words},
+      {&I::SerialNumber, Words(29), Words(28),
+       "SERIAL NUMBER will be read back as \"... 16 17 18 19 20 21 22 23 24 25 26 27 28\"" + words},
+      {&I::Trace, "lab  4", "lab 4", "TRACE will be read back as \"lab 4\"" + blanks},
+      {&I::Station, "  rack", "rack", "STATION will be read back as \"rack\"" + blanks},
+      {&I::AddressType, "", "NONE", "ADDRESS TYPE will be read back as \"NONE\"."},
+      {&I::AddressType, "QZ-IB", "GP-IB", "ADDRESS TYPE will be read back as \"GP-IB\"."},
+      {&I::Address, "TYPE 5", "",
+       "ADDRESS will be read back as the ADDRESS TYPE \"5\", because it "
+       "begins with \"TYPE\". Write it another way."},
+      {&I::DueDay, "5 x", "5",
+       "CAL DUE DATE will be read back as \"5 x 0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueDay, "5,6", "5",
+       "CAL DUE DATE will be read back as \"5  0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueYear, "", "0",
+       "CAL DUE DATE will be read back as \"5 MAR 0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueYear, "20 02", "20",
+       "CAL DUE DATE will be read back as \"5 MAR 20\". Write its day "
+       "and its year as numbers only."}};
+  for (const ReadBackCase& each : cases) {
+    SCOPED_TRACE(each.value);
+    I instrument = SampleInstrument();
+    instrument.*(each.field) = each.value;
+    const auto notices = ReadBackNotices(instrument);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].field, each.field);
+    EXPECT_EQ(notices[0].text, each.notice);
+    // So it is.
+    Save(instrument);
+    StoredFile file;
+    I read;
+    ASSERT_TRUE(LoadInstrumentFile(Joined(kStation, instrument.ModelNumber), read, file));
+    EXPECT_EQ(read.*(each.field), each.readBack);
+  }
+}
+
+TEST_F(StationFiles, ADueDateThatMakesTheFileUnreadableIsReported) {
+  StationInstrument instrument = SampleInstrument();
+  instrument.DueDay = "5 x 1E999";
+  ASSERT_TRUE(HasValidDueDate(instrument));
+  const auto notices = ReadBackNotices(instrument);
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(
+      notices[0].text,
+      "CAL DUE DATE will make the file unreadable. Write its day and its year as numbers only.");
+  Save(instrument);
+  ExpectUnreadable(ErrorKind::Type);
+}
+
+TEST_F(StationFiles, WhatIsReadBackAsItIsHasNoNotice) {
+  using I = StationInstrument;
+  EXPECT_TRUE(ReadBackNotices(SampleInstrument()).empty());
+  const std::vector<std::pair<std::string I::*, std::string>> values = {
+      {&I::Comment, Words(29)}, {&I::SerialNumber, Words(28)}, {&I::Comment, "own "},
+      {&I::Comment, ""},        {&I::Comment, "\"a\" b"},      {&I::Address, "Type 5"},
+      {&I::DueDay, " 05"},      {&I::DueYear, "2002 "},        {&I::AddressType, "RS232"},
+      {&I::CalData, "a, b  c"}, {&I::DueMonth, "1"},           {&I::DueDay, ""},
+      {&I::DueDay, "31 x"},     {&I::DueYear, "99999"},        {&I::Comment, "caf\u00E9 \u20AC"}};
+  for (const auto& [field, value] : values) {
+    I instrument = SampleInstrument();
+    instrument.*field = value;
+    instrument.DueMonth = field == &I::DueMonth ? value : value == "31 x" ? "APR" : "MAR";
+    EXPECT_TRUE(ReadBackNotices(instrument).empty()) << value;
+  }
+  EXPECT_TRUE(ReadBackNotices(With({{&I::AddressType, "NONE"}, {&I::DueMonth, "JAN"}})).empty());
+}
+
+}  // namespace
+}  // namespace tarvell

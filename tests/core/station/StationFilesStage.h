@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_CORE_STATION_STATIONFILESSTAGE_H
+#define TARVELL_TESTS_CORE_STATION_STATIONFILESSTAGE_H
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/station/StationFiles.h"
+#include "support/ErrorOf.h"
+#include "support/SampleInstrument.h"
+#include "support/TestTree.h"
+
+namespace tarvell::test {
+
+using Names = std::vector<std::string>;
+
+inline constexpr const char* kRoot = "c:\\stations";
+inline constexpr const char* kStation = R"(c:\stations\ST1)";
+inline constexpr const char* kFile = R"(c:\stations\ST1\PX12A)";
+inline constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
+inline constexpr std::string_view kOld =
+    "MODEL NUMBER an earlier file, of another length\r\n\r\n\r\n";
+
+/// An instrument with these fields alone.
+[[nodiscard]] inline StationInstrument With(
+    const std::vector<std::pair<std::string StationInstrument::*, std::string>>& fields) {
+  StationInstrument instrument;
+  for (const auto& [field, text] : fields) {
+    instrument.*field = text;
+  }
+  return instrument;
+}
+
+/// Every field of `instrument`, in the order of the file.
+[[nodiscard]] inline Names FieldsOf(const StationInstrument& instrument) {
+  return {instrument.ModelNumber,  instrument.SerialNumber, instrument.AddressType,
+          instrument.Address,      instrument.Station,      instrument.Options,
+          instrument.Availability, instrument.DueDay,       instrument.DueMonth,
+          instrument.DueYear,      instrument.Asset,        instrument.Trace,
+          instrument.Comment,      instrument.CalData};
+}
+
+[[nodiscard]] inline Names Sorted(Names names) {
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+inline bool Load(StationInstrument& instrument) {
+  StoredFile file;
+  return LoadInstrumentFile(kFile, instrument, file);
+}
+
+inline void Save(const StationInstrument& instrument) {
+  StoredFile file;
+  SaveInstrumentFile(kStation, instrument, file);
+}
+
+class StationFiles : public testing::Test {
+ protected:
+  StationFiles() { tree_.MakeFolders(kStation); }
+
+  /// What a file with these bytes makes of an instrument that is shown already.
+  [[nodiscard]] StationInstrument Loaded(std::string_view bytes,
+                                         StationInstrument instrument = {}) const {
+    tree_.Write(kFile, bytes);
+    EXPECT_TRUE(Load(instrument));
+    return instrument;
+  }
+  /// The same of one line, followed by one that is never interpreted.
+  [[nodiscard]] StationInstrument LoadedLine(const std::string& line) const {
+    return Loaded(Lines({line, "CAL DATA last"}));
+  }
+
+  /// Reading the instrument's file is an error of this kind, told of the file, and leaves what
+  /// was shown.
+  static void ExpectUnreadable(ErrorKind kind) {
+    StationInstrument instrument = SampleInstrument();
+    const Error error = ErrorOf([&] { Load(instrument); });
+    EXPECT_EQ(error.Kind(), kind) << error.what();
+    EXPECT_EQ(error.Path(), kFile);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+  }
+
+  /// Saving under this model number is refused, told with `why`, and writes nothing anywhere.
+  void ExpectRefusedModel(const std::string& model, const std::string& why) const {
+    SCOPED_TRACE(model);
+    StationInstrument instrument = SampleInstrument();
+    instrument.ModelNumber = model;
+    const Names station = tree_.Names(kStation);
+    const Names root = tree_.Names(kRoot);
+    const Error error = ErrorOf([&] { Save(instrument); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Name);
+    EXPECT_TRUE(Contains(error.Text(), "\"" + model + "\"")) << error.Text();
+    EXPECT_TRUE(Contains(error.Text(), why)) << error.Text();
+    EXPECT_EQ(tree_.Names(kStation), station);
+    EXPECT_EQ(tree_.Names(kRoot), root);
+  }
+
+  /// Making a station of this name is an error of this kind, told with `why`, and makes nothing.
+  void ExpectRefusedStation(const std::string& name, ErrorKind kind, const std::string& why) const {
+    SCOPED_TRACE(name);
+    const Names root = tree_.Names(kRoot);
+    const Names drive = tree_.Names("c:\\");
+    const Error error = ErrorOf([&] { MakeStation(kRoot, name); });
+    EXPECT_EQ(error.Kind(), kind) << error.what();
+    EXPECT_TRUE(Contains(error.Text(), why)) << error.Text();
+    EXPECT_EQ(tree_.Names(kRoot), root);
+    EXPECT_EQ(tree_.Names("c:\\"), drive);
+  }
+
+  TestTree tree_;
+};
+
+}  // namespace tarvell::test
+
+#endif

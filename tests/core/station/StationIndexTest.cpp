@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/station/StationFiles.h"
+#include "core/station/StationIndex.h"
+#include "support/AnotherProcess.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using Names = std::vector<std::string>;
+using test::InAnotherProcess;
+
+constexpr const char* kRoot = R"(c:\stations)";
+constexpr const char* kStation = R"(c:\stations\ST1)";
+constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
+
+/// The visit of one user to the instruments of the station: what the screen does, without it.
+class Visit {
+ public:
+  Visit() {
+    index_.Begin(kStation);
+    List();
+  }
+
+  void List() {
+    shown = ListInstruments(kStation);
+    std::ranges::sort(shown);
+    index_.WasListed(shown);
+  }
+  void Leave() const {
+    WriteStationInstrumentIndex(kStation, index_.Merged(shown, ListInstruments(kStation)));
+  }
+
+  Names shown;
+
+ private:
+  StationIndex index_;
+};
+
+class StationIndexFile : public testing::Test {
+ protected:
+  StationIndexFile() { tree_.MakeFolders(kStation); }
+
+  void AddFile(const std::string& name) const {
+    tree_.Write(std::string(kStation) + "\\" + name, "MODEL NUMBER " + name + "\r\n");
+  }
+  static void Delete(const std::string& name) { DeleteInstrumentFile(kStation, name); }
+
+  test::TestTree tree_;
+};
+
+TEST_F(StationIndexFile, KeepsWhatAnotherProcessAddedMeanwhile) {
+  AddFile("PX12A");
+  Visit mine;
+  InAnotherProcess([&] {
+    const Visit other;
+    AddFile("PX60H");
+    other.Leave();
+  });
+  ASSERT_EQ(tree_.Read(kIndex), "PX12A\r\nPX60H\r\nINDEX\r\n");
+  mine.shown.emplace_back("RT730A");  // added, not saved
+  mine.Leave();
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nRT730A\r\nPX60H\r\nINDEX\r\n");
+}
+
+TEST_F(StationIndexFile, KeepsWhatAnotherProcessAddedAndDidNotSave) {
+  tree_.Write(kIndex, "GONE\r\nINDEX\r\n");
+  const Visit mine;
+  InAnotherProcess([&] {
+    Visit other;
+    other.shown.emplace_back("caf\u00E9");
+    other.Leave();
+  });
+  ASSERT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n");
+  mine.Leave();
+  EXPECT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n") << "an entry of earlier does not come back";
+}
+
+TEST_F(StationIndexFile, DoesNotTakeBackWhatThisUserDeleted) {
+  AddFile("PX12A");
+  AddFile("PX60H");
+  Visit mine;
+  InAnotherProcess([&] { Visit().Leave(); });
+  Delete("PX60H");
+  mine.List();
+  mine.Leave();
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+}
+
+TEST_F(StationIndexFile, DropsWhatSomebodyElseDeletedMeanwhile) {
+  AddFile("PX12A");
+  AddFile("PX60H");
+  const Visit mine;
+  InAnotherProcess([&] { Delete("PX12A"); });
+  mine.Leave();
+  EXPECT_EQ(tree_.Read(kIndex), "PX60H\r\nINDEX\r\n");
+}
+
+TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndAnEntryThatStandsInItTwice) {
+  AddFile("A");
+  AddFile("B");
+  Visit mine;
+  mine.shown = {"B", "A", "B"};
+  mine.Leave();
+  EXPECT_EQ(tree_.Read(kIndex), "B\r\nA\r\nB\r\nINDEX\r\n");
+}
+
+TEST_F(StationIndexFile, OfTheRootKeepsTheStationsThatAnotherProcessMade) {
+  StationIndex index;
+  index.Begin(kRoot);
+  const Names shown = ListStations(kRoot);
+  index.WasListed(shown);
+  ASSERT_EQ(shown, Names{"ST1"});
+  InAnotherProcess([&] {
+    MakeStation(kRoot, "ST2");
+    WriteStationIndex(kRoot, {"ST1", "ST2"});
+  });
+  EXPECT_EQ(index.Merged(shown, ListStations(kRoot)), (Names{"ST1", "ST2"}));
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "core/text/Text.h"
+
+namespace tarvell {
+namespace {
+
+TEST(Text, TrimmingRemovesBlanksAndNothingElse) {
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(TrimLeft("  a "), "a ");
+  EXPECT_EQ(TrimRight(" a  "), " a");
+  EXPECT_EQ(Trim("\t a \t"), "\t a \t");
+  EXPECT_EQ(Trim("    "), "");
+  EXPECT_EQ(Trim(""), "");
+}
+
+TEST(Text, EveryKindOfLineEndEndsALine) {
+  std::string_view rest = "a\r\nb\r\rc\nd";
+  for (const char* line : {"a", "b", "", "c", "d"}) {
+    EXPECT_FALSE(rest.empty());
+    EXPECT_EQ(TakeLine(rest), line);
+  }
+  EXPECT_EQ(rest, "");
+}
+
+TEST(Text, CaseMeansTheLettersAToZ) {
+  EXPECT_EQ(ToUpper("px12a-\xC3\xA9z"), "PX12A-\xC3\xA9Z");
+  EXPECT_TRUE(EqualsIgnoringCase("New", "NEW"));
+  EXPECT_FALSE(EqualsIgnoringCase("\xC3\xA9", "\xC3\x89"));
+  EXPECT_FALSE(EqualsIgnoringCase("NEW", "NEWS"));
+}
+
+TEST(Text, LengthsCountCharactersNotBytes) {
+  const std::string text =
+      "1\xC2\xB5\xE2\x82\xAC"
+      "4";  // 1 micro euro 4
+  EXPECT_EQ(CharacterCount(text), 4U);
+  EXPECT_EQ(FirstCharacters(text, 2), "1\xC2\xB5");
+  EXPECT_EQ(LastCharacters(text, 2),
+            "\xE2\x82\xAC"
+            "4");
+  EXPECT_EQ(WithoutFirst(text, 1),
+            "\xC2\xB5\xE2\x82\xAC"
+            "4");
+  EXPECT_EQ(WithoutLast(text, 2), "1\xC2\xB5");
+}
+
+TEST(Text, AShorterTextIsTakenWhole) {
+  EXPECT_EQ(FirstCharacters("ab", 5), "ab");
+  EXPECT_EQ(LastCharacters("12", 5), "12");
+  EXPECT_EQ(WithoutFirst("ab", 5), "");
+  EXPECT_EQ(WithoutLast("ab", 5), "");
+}
+
+TEST(Text, ARightAlignedTextIsPaddedAndNeverCut) {
+  std::string field = "*";
+  AppendRight(field, "50", 8);
+  EXPECT_EQ(field, "*      50");
+  field = "*";
+  AppendRight(field, "123456789", 8);
+  EXPECT_EQ(field, "*123456789");
+  field = "";
+  AppendRight(field, "\xC2\xB5", 3);
+  EXPECT_EQ(field, "  \xC2\xB5");
+}
+
+using namespace std::string_view_literals;
+
+TEST(StripNull, KeepsWhatStandsBeforeTheFirstNulLessTrailingBlanks) {
+  EXPECT_EQ(StripNull("abc\0def"sv), "abc");
+  EXPECT_EQ(StripNull("abc\0def\0ghi"sv), "abc");
+  EXPECT_EQ(StripNull("abc   "), "abc");
+  EXPECT_EQ(StripNull("abc  \0  "sv), "abc");
+  EXPECT_EQ(StripNull("\0abc"sv), "");
+  EXPECT_EQ(StripNull("   \0"sv), "");
+  EXPECT_EQ(StripNull(""), "");
+}
+
+TEST(StripNull, LeavesLeadingBlanksAndOtherControls) {
+  EXPECT_EQ(StripNull("   abc"), "   abc");
+  EXPECT_EQ(StripNull(" a b "), " a b");
+  EXPECT_EQ(StripNull("abc\t"), "abc\t");
+  EXPECT_EQ(StripNull("abc\r\n"), "abc\r\n");
+}
+
+}  // namespace
+}  // namespace tarvell

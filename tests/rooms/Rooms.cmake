@@ -1,0 +1,58 @@
+# SPDX-FileCopyrightText: the Tarvell authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# Fails when a source below ROOT includes a room that its own room may not stand on.
+# Usage: cmake -D ROOT=... -P Rooms.cmake
+cmake_minimum_required(VERSION 3.25)
+
+# Each room, and the rooms that its sources may include besides its own.
+set(core/platform "")
+set(core/text core/platform)
+set(core/numbers core/platform core/text)
+set(core/dates core/numbers core/platform core/text)
+set(core/files core/dates core/numbers core/platform core/text)
+set(core/caldata core/dates core/files core/numbers core/platform core/text)
+set(core/station core/dates core/files core/numbers core/platform core/text)
+set(core/session core/caldata core/dates core/files core/numbers core/platform core/text)
+set(EVERY_CORE_ROOM core/caldata core/dates core/files core/numbers core/platform core/session
+  core/station core/text)
+set(screens/widgets ${EVERY_CORE_ROOM})
+set(screens/caldata ${EVERY_CORE_ROOM} screens/widgets)
+set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
+set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
+
+file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/core/*.cpp ${ROOT}/core/*.h
+  ${ROOT}/screens/*.cpp ${ROOT}/screens/*.h)
+set(wrong 0)
+foreach(source IN LISTS sources)
+  cmake_path(GET source PARENT_PATH room)
+  if(NOT DEFINED ${room})
+    message("${source}: ${room} is no room")
+    math(EXPR wrong "${wrong} + 1")
+    continue()
+  endif()
+  file(STRINGS ${ROOT}/${source} includes REGEX "^#include [<\"]")
+  foreach(include IN LISTS includes)
+    if(include MATCHES "\"((core|screens)/[^\"]+)/[^/\"]+\"")
+      set(included ${CMAKE_MATCH_1})
+      if(included STREQUAL room OR included IN_LIST ${room})
+        continue()
+      endif()
+    elseif(include MATCHES "\"ui_[A-Za-z0-9]+\\.h\"" AND room MATCHES "^screens/")
+      continue()
+    elseif(include MATCHES "<" AND NOT (room MATCHES "^core/" AND include MATCHES "<Q"))
+      continue()
+    endif()
+    message("${source}: ${include}")
+    math(EXPR wrong "${wrong} + 1")
+  endforeach()
+endforeach()
+
+list(LENGTH sources count)
+if(count EQUAL 0)
+  message(FATAL_ERROR "no sources below ${ROOT}")
+endif()
+if(wrong GREATER 0)
+  message(FATAL_ERROR "${wrong} wrong includes in ${count} sources")
+endif()
+message("every include of ${count} sources leads down")

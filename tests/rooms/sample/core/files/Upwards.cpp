@@ -1,0 +1,6 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <string>
+#include "core/files/Paths.h"
+#include "core/caldata/Models.h"

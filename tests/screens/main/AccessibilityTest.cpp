@@ -1,0 +1,490 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTableView>
+#include <QToolButton>
+#include <gtest/gtest.h>
+#include <qpa/qplatformtheme.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <ostream>
+#include <private/qguiapplication_p.h>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/caldata/CalEditor.h"
+#include "screens/caldata/frmCalDataInput.h"
+#include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/caldata/frmCalibrationMain.h"
+#include "screens/caldata/frmInputPX60H.h"
+#include "screens/main/frmMain.h"
+#include "screens/main/frmSplash.h"
+#include "screens/station/frmStationGetInstr.h"
+#include "screens/station/frmStationMain.h"
+#include "screens/station/frmStationModelList.h"
+#include "screens/widgets/frmInput.h"
+#include "support/DesktopTestPlatform.h"
+#include "support/TestTree.h"
+#include "support/User.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+using Look = std::function<void(QWidget& screen)>;
+
+/// One screen as a user meets it.
+struct Screen {
+  const char* name;
+  void (*show)(const Look& look);
+};
+
+void PrintTo(const Screen& screen, std::ostream* out) {
+  *out << screen.name;
+}
+
+/// Shows a screen that waits for its end, looks at it and closes it.
+template <typename Form>
+void LookWithin(const std::function<void()>& showModally, const Look& look) {
+  User user;
+  user.At<Form>([&](Form& form) {
+    look(form);
+    form.close();
+  });
+  showModally();
+}
+
+template <typename Form>
+void LookAtMenu(const Look& look) {
+  Form form(nullptr);
+  LookWithin<Form>([&] { form.ShowModally(); }, look);
+}
+
+template <typename Form>
+void LookAtEditor(const std::string& model, const Look& look) {
+  Form form(nullptr);
+  LookWithin<Form>([&] { form.SetupDat(CalEditor::kNewData, model); }, look);
+}
+
+const std::vector<Screen> kScreens = {
+    {"frmMain",
+     [](const Look& look) {
+       frmMain form;
+       form.Form_Load(0);
+       look(form);
+     }},
+    {"frmSplash",
+     [](const Look& look) {
+       frmSplash form;
+       form.show();
+       look(form);
+     }},
+    {"frmCalibrationMain", &LookAtMenu<frmCalibrationMain>},
+    {"frmCalDataInputOfASensor",
+     [](const Look& look) { LookAtEditor<frmCalDataInput>("PX12A", look); }},
+    {"frmCalDataInputOfAnAttenuator",
+     [](const Look& look) { LookAtEditor<frmCalDataInput>("PX60H", look); }},
+    {"frmCalDataTabInputOfCapacitors",
+     [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
+    {"frmCalDataTabInputOfResistors",
+     [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
+    {"frmInput",
+     [](const Look& look) {
+       frmInput form(nullptr);
+       form.SetCaption("Input calibration Point");
+       LookWithin<frmInput>([&] { form.exec(); }, look);
+     }},
+    {"frmInputPX60H",
+     [](const Look& look) {
+       frmInputPX60H form(nullptr);
+       form.SetCaption("Select calibration point and calibration frequency");
+       LookWithin<frmInputPX60H>([&] { form.exec(); }, look);
+     }},
+    {"frmStationMain", &LookAtMenu<frmStationMain>},
+    {"frmStationModelList",
+     [](const Look& look) {
+       frmStationModelList form(nullptr);
+       form.StationName = "ST1";
+       LookWithin<frmStationModelList>([&] { form.ShowModally(); }, look);
+     }},
+    {"frmStationGetInstr",
+     [](const Look& look) {
+       frmStationGetInstr form(nullptr);
+       LookWithin<frmStationGetInstr>([&] { form.ShowModally({"PX12A"}); }, look);
+     }},
+};
+
+QAccessibleInterface& AccessibleOf(QWidget& control) {
+  QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control);
+  if (accessible == nullptr) {
+    ADD_FAILURE() << control.objectName().toStdString() << " is not accessible";
+    std::abort();
+  }
+  return *accessible;
+}
+
+/// What a screen reader calls a control.
+std::string AccessibleName(QWidget& control) {
+  QAccessibleInterface& accessible = AccessibleOf(control);
+  if (qobject_cast<QComboBox*>(&control) == nullptr) {
+    return accessible.text(QAccessible::Name).trimmed().toStdString();
+  }
+  // The toolkit names a list by its value on this system, and leaves the rest to its label.
+  const auto labels = accessible.relations(QAccessible::Label);
+  return labels.isEmpty() ? control.accessibleName().toStdString()
+                          : labels.first().first->text(QAccessible::Name).toStdString();
+}
+
+std::string AccessibleDescription(QWidget& control) {
+  // The toolkit keeps that of a tab strip to itself.
+  return qobject_cast<QTabBar*>(&control) != nullptr
+             ? control.accessibleDescription().toStdString()
+             : AccessibleOf(control).text(QAccessible::Description).toStdString();
+}
+
+std::string NameOf(const QWidget& control) {
+  return std::string(control.metaObject()->className()) + " " + control.objectName().toStdString();
+}
+
+std::vector<QWidget*> Shown(const QWidget& screen) {
+  std::vector<QWidget*> shown;
+  for (QWidget* control : screen.findChildren<QWidget*>()) {
+    if (control->isVisible() && control->window() == &screen) {
+      shown.push_back(control);
+    }
+  }
+  return shown;
+}
+
+/// The controls that can have the keyboard; parts of a control, which hand it on, are left out.
+std::vector<QWidget*> Focusable(const QWidget& screen) {
+  std::vector<QWidget*> focusable = Shown(screen);
+  std::erase_if(focusable, [](const QWidget* control) {
+    return control->focusPolicy() == Qt::NoFocus || control->focusProxy() != nullptr;
+  });
+  return focusable;
+}
+
+std::vector<QWidget*> ReachedByTab(const QWidget& screen) {
+  std::vector<QWidget*> reached = Focusable(screen);
+  std::erase_if(reached, [](const QWidget* control) {
+    return !control->isEnabled() || (control->focusPolicy() & Qt::TabFocus) == 0;
+  });
+  return reached;
+}
+
+/// The controls that have the keyboard one after another, from `first` until it has it again.
+std::vector<QWidget*> Walk(QWidget& first, Qt::Key key, std::size_t most) {
+  first.setFocus();
+  std::vector<QWidget*> walk;
+  do {
+    walk.push_back(QApplication::focusWidget());
+    Press(key);
+  } while (QApplication::focusWidget() != &first && walk.size() <= most);
+  return walk;
+}
+
+bool EndsTheScreen(const QWidget& control) {
+  const auto* button = qobject_cast<const QPushButton*>(&control);
+  const QString caption = button == nullptr ? QString() : button->text().toLower();
+  return caption == "ok" || caption == "cancel" || caption == "exit";
+}
+
+QRect PlaceOf(const QWidget& control) {
+  return {control.mapToGlobal(QPoint(0, 0)), control.size()};
+}
+
+std::vector<std::string> NamesOf(const std::vector<QWidget*>& controls) {
+  std::vector<std::string> names;
+  for (const QWidget* control : controls) {
+    names.push_back(NameOf(*control));
+  }
+  return names;
+}
+
+class Accessibility : public testing::TestWithParam<Screen> {
+ protected:
+  Accessibility() : platform_(tree_.ProgramFolder()), font_(QApplication::font()) {
+    for (const char* model : {"PX12A", "PX60H", "RT520C", "RT730A"}) {
+      tree_.InstallTemplate(model);
+    }
+    tree_.Write(R"(c:\calfactors\PX12A\SN12345)",
+                Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                       "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : ", "!End"}));
+    tree_.Write(R"(c:\stations\ST1\PX12A)", Lines({"MODEL NUMBER PX12A", "CAL DATA "}));
+    gCalibrationDir = R"(c:\calfactors)";
+    gStationDir = R"(c:\stations)";
+    gCalFiles = {};
+  }
+  ~Accessibility() override { QApplication::setFont(font_); }
+  Accessibility(const Accessibility&) = delete;
+  Accessibility& operator=(const Accessibility&) = delete;
+
+  /// Looks at the screen when it is shown and has the keyboard.
+  static void At(const Look& look) {
+    bool looked = false;
+    GetParam().show([&](QWidget& screen) {
+      screen.activateWindow();
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+      looked = true;
+      look(screen);
+    });
+    EXPECT_TRUE(looked);
+  }
+
+  static void ExpectNothingCutOff(int points) {
+    QFont font = QApplication::font();
+    if (points != 0) {
+      font.setPointSize(points);
+      QApplication::setFont(font);
+    }
+    At([](QWidget& screen) {
+      Settle();
+      for (QWidget* control : Shown(screen)) {
+        ExpectFits(*control);
+      }
+    });
+  }
+
+ private:
+  static void ExpectFits(const QWidget& control) {
+    if (const auto* strip = qobject_cast<const QTabBar*>(&control)) {
+      // A strip that is too long scrolls; its titles are whole.
+      EXPECT_EQ(strip->elideMode(), Qt::ElideNone);
+      for (int tab = 0; tab < strip->count(); ++tab) {
+        const QString title = strip->tabText(tab).replace("&&", "&");
+        EXPECT_GE(strip->tabRect(tab).width(), strip->fontMetrics().horizontalAdvance(title))
+            << title.toStdString();
+      }
+      EXPECT_GE(strip->height(), strip->sizeHint().height());
+      return;
+    }
+    if (const auto* table = qobject_cast<const QTableView*>(&control)) {
+      const QHeaderView& header = *table->horizontalHeader();
+      for (int column = 0; column < header.count(); ++column) {
+        EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
+      }
+      return;
+    }
+    if (const auto* list = qobject_cast<const QListWidget*>(&control)) {
+      EXPECT_LE(list->sizeHintForColumn(0), list->viewport()->width()) << NameOf(control);
+      return;
+    }
+    const auto* label = qobject_cast<const QLabel*>(&control);
+    const bool isCaption = (label != nullptr && !label->text().isEmpty()) ||
+                           qobject_cast<const QPushButton*>(&control) != nullptr ||
+                           qobject_cast<const QCheckBox*>(&control) != nullptr ||
+                           qobject_cast<const QRadioButton*>(&control) != nullptr ||
+                           qobject_cast<const QComboBox*>(&control) != nullptr;
+    if (!isCaption) {
+      return;
+    }
+    QSize wanted = control.sizeHint();
+    if (label != nullptr && label->wordWrap()) {
+      wanted = {0, label->heightForWidth(label->width())};
+    }
+    EXPECT_GE(control.width(), wanted.width()) << NameOf(control);
+    EXPECT_GE(control.height(), wanted.height()) << NameOf(control);
+  }
+
+  TestTree tree_;
+  DesktopTestPlatform platform_;
+  QFont font_;
+};
+
+TEST_P(Accessibility, EachControlHasANameOfItsOwn) {
+  At([](QWidget& screen) {
+    std::map<std::string, std::string> names;
+    for (QWidget* control : Focusable(screen)) {
+      const std::string name = AccessibleName(*control);
+      EXPECT_FALSE(name.empty()) << NameOf(*control) << " has no name";
+      const auto [other, isNew] = names.emplace(name, NameOf(*control));
+      EXPECT_TRUE(isNew) << NameOf(*control) << " and " << other->second << " are both " << name;
+    }
+  });
+}
+
+TEST_P(Accessibility, EachControlIsDescribedUnlessItsCaptionSaysItAll) {
+  At([](QWidget& screen) {
+    for (QWidget* control : Focusable(screen)) {
+      if (EndsTheScreen(*control)) {
+        continue;
+      }
+      const std::string description = AccessibleDescription(*control);
+      EXPECT_TRUE(description.ends_with(".")) << NameOf(*control) << ": " << description;
+      EXPECT_NE(description, AccessibleName(*control)) << NameOf(*control);
+    }
+  });
+}
+
+TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
+  At([](QWidget& screen) {
+    const std::vector<QWidget*> expected = ReachedByTab(screen);
+    if (expected.empty()) {
+      EXPECT_STREQ(GetParam().name, "frmSplash") << "no control can be reached";
+      return;
+    }
+    QWidget* first = screen.nextInFocusChain();
+    while (std::find(expected.begin(), expected.end(), first) == expected.end()) {
+      first = first->nextInFocusChain();
+    }
+    std::vector<QWidget*> walk = Walk(*first, Qt::Key_Tab, expected.size());
+    EXPECT_TRUE(std::is_permutation(walk.begin(), walk.end(), expected.begin(), expected.end()))
+        << testing::PrintToString(NamesOf(walk)) << "\ninstead of\n"
+        << testing::PrintToString(NamesOf(expected));
+    for (std::size_t i = 1; i < walk.size(); ++i) {
+      const QRect before = PlaceOf(*walk[i - 1]);
+      const QRect next = PlaceOf(*walk[i]);
+      // The buttons that end a screen come last, wherever they stand.
+      const bool isRead = next.top() > before.bottom() || next.left() > before.right();
+      EXPECT_TRUE(isRead || (EndsTheScreen(*walk[i]) && !EndsTheScreen(*walk[i - 1])))
+          << NameOf(*walk[i]) << " comes after " << NameOf(*walk[i - 1]);
+      EXPECT_TRUE(EndsTheScreen(*walk[i]) || !EndsTheScreen(*walk[i - 1]))
+          << NameOf(*walk[i]) << " comes after " << NameOf(*walk[i - 1]);
+    }
+    std::vector<QWidget*> back = Walk(*first, Qt::Key_Backtab, expected.size());
+    std::reverse(back.begin() + 1, back.end());
+    EXPECT_EQ(NamesOf(back), NamesOf(walk));
+  });
+}
+
+TEST_P(Accessibility, TheButtonsThatScrollATabStripAreForTheMouseAlone) {
+  At([](QWidget& screen) {
+    for (const auto* strip : screen.findChildren<QTabBar*>()) {
+      const auto scrollers = strip->findChildren<QToolButton*>();
+      EXPECT_EQ(scrollers.size(), 2);
+      for (const QToolButton* button : scrollers) {
+        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus) << button->objectName().toStdString();
+      }
+    }
+  });
+}
+
+TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
+  At([](QWidget& screen) {
+    const auto buttons = screen.findChildren<QPushButton*>();
+    const auto isCancel = [](const QPushButton* button) { return button->text() == "Cancel"; };
+    const auto isOk = [](const QPushButton* button) {
+      return button->text().compare("ok", Qt::CaseInsensitive) == 0;
+    };
+    const auto isDefault = [](const QPushButton* button) { return button->isDefault(); };
+    // In an editor Enter goes on from field to field.
+    const bool isEditor = dynamic_cast<CalEditor*>(&screen) != nullptr;
+    EXPECT_FALSE(isEditor && std::ranges::any_of(buttons, isDefault));
+    if (!isEditor && std::ranges::any_of(buttons, isOk)) {
+      EXPECT_TRUE(std::ranges::all_of(buttons, [&](const QPushButton* button) {
+        return isOk(button) == button->isDefault();
+      })) << "OK is not the default button";
+    }
+    if (std::ranges::any_of(buttons, isCancel)) {
+      EXPECT_TRUE(isEditor || std::ranges::any_of(buttons, isDefault))
+          << "there is no default button";
+      Press(Qt::Key_Escape);
+      EXPECT_FALSE(screen.isVisible()) << "Escape does not cancel";
+    }
+  });
+}
+
+/// A desktop on which Enter presses a button, which it does not by itself on the offscreen one.
+class EnterPressesButtons : public QPlatformTheme {
+ public:
+  [[nodiscard]] QVariant themeHint(ThemeHint hint) const override {
+    return hint == ButtonPressKeys
+               ? QVariant::fromValue(QList<Qt::Key>({Qt::Key_Space, Qt::Key_Enter, Qt::Key_Return}))
+               : QPlatformTheme::themeHint(hint);
+  }
+};
+
+/// Presses Enter on every button and counts what is pressed; no button does its work.
+void ExpectEnterPressesTheButtonThatHasTheFocus(QWidget& screen) {
+  const auto buttons = screen.findChildren<QPushButton*>();
+  for (QPushButton* pressed : buttons) {
+    if (!pressed->isVisible()) {
+      continue;
+    }
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
+      SCOPED_TRACE(NameOf(*pressed));
+      pressed->setEnabled(true);
+      pressed->setFocus();
+      std::vector<QPushButton*> clicked;
+      for (QPushButton* button : buttons) {
+        QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+        QObject::connect(button, &QPushButton::clicked, button,
+                         [&clicked, button] { clicked.push_back(button); });
+      }
+      Press(enter);
+      EXPECT_EQ(clicked, std::vector<QPushButton*>{pressed});
+      EXPECT_TRUE(screen.isVisible());
+    }
+  }
+  for (QPushButton* button : buttons) {
+    QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+  }
+}
+
+TEST_P(Accessibility, EnterPressesTheButtonThatHasTheFocus) {
+  At([](QWidget& screen) { ExpectEnterPressesTheButtonThatHasTheFocus(screen); });
+}
+
+TEST_P(Accessibility, EnterPressesTheButtonThatHasTheFocusWhereTheDesktopPressesItToo) {
+  EnterPressesButtons theme;
+  QPlatformTheme* before = std::exchange(QGuiApplicationPrivate::platform_theme, &theme);
+  At([](QWidget& screen) { ExpectEnterPressesTheButtonThatHasTheFocus(screen); });
+  QGuiApplicationPrivate::platform_theme = before;
+}
+
+TEST_P(Accessibility, NoTextIsCutOff) {
+  ExpectNothingCutOff(0);
+}
+
+TEST_P(Accessibility, NoTextIsCutOffInLargeType) {
+  ExpectNothingCutOff(16);
+}
+
+TEST_P(Accessibility, EverythingCanBeUsedOnTheDisplay) {
+  At([](QWidget& screen) {
+    Settle();
+    // With a usual frame.
+    const QSize room = screen.screen()->availableSize() - QSize(16, 48);
+    EXPECT_LE(screen.width(), room.width());
+    EXPECT_LE(screen.height(), room.height());
+    for (const QPushButton* button : screen.findChildren<QPushButton*>()) {
+      if (button->isVisible()) {
+        EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect()) << NameOf(*button);
+      }
+    }
+    for (QWidget* control : ReachedByTab(screen)) {
+      control->setFocus(Qt::TabFocusReason);
+      Settle();
+      const QRect seen = control->visibleRegion().boundingRect();
+      if (qobject_cast<QAbstractItemView*>(control) != nullptr) {
+        EXPECT_GE(seen.height(), 4 * control->fontMetrics().height()) << NameOf(*control);
+      } else {
+        EXPECT_EQ(seen, control->rect()) << NameOf(*control);
+      }
+    }
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, Accessibility, testing::ValuesIn(kScreens),
+                         [](const testing::TestParamInfo<Screen>& tested) {
+                           return std::string(tested.param.name);
+                         });
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QtTest>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+
+#include "screens/caldata/CalGrid.h"
+#include "screens/widgets/DateBoxes.h"
+#include "screens/widgets/NameList.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/UpDown.h"
+
+namespace tarvell {
+namespace {
+
+// ---- Where the keyboard is.
+
+/// A view beside a box, one of which has the keyboard.
+class Selection : public testing::Test {
+ protected:
+  void Show(QAbstractItemView& view) {
+    auto* layout = new QVBoxLayout(&window_);  // the window owns it
+    layout->addWidget(&view);
+    layout->addWidget(&other_);
+    window_.show();
+    window_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  /// Colour of the background at the left of the selected entry.
+  static QColor ColourIn(QAbstractItemView& view) {
+    const QRect cell = view.visualRect(view.selectionModel()->selectedIndexes().value(0));
+    return view.viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
+  }
+
+  void ExpectPaleWithoutKeyboard(QAbstractItemView& view) {
+    const QColor strong = view.palette().color(QPalette::Highlight);
+    const QColor base = view.palette().color(QPalette::Base);
+    view.setFocus();
+    const QColor focused = ColourIn(view);
+    other_.setFocus();
+    const QColor pale = ColourIn(view);
+    const auto distance = [](const QColor& a, const QColor& b) {
+      return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
+             std::abs(a.blue() - b.blue());
+    };
+    EXPECT_LT(distance(focused, strong), distance(focused, base));
+    EXPECT_LT(distance(pale, base), distance(pale, strong));
+    EXPECT_NE(pale, base) << "the choice must stay visible";
+    view.setFocus();
+    EXPECT_EQ(ColourIn(view), focused);
+  }
+
+  QWidget window_;
+  QLineEdit other_;
+};
+
+TEST_F(Selection, OfAListIsPaleWhileTheKeyboardIsElsewhere) {
+  QListWidget list;
+  AddName(&list, "one");
+  AddName(&list, "two");
+  OnEntry(&list, {});
+  list.setCurrentRow(1);
+  Show(list);
+  ExpectPaleWithoutKeyboard(list);
+  list.setParent(nullptr);
+}
+
+TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
+  CalGrid grid;
+  grid.Fill([](MemoryGrid& cells) {
+    cells.Clear(2);
+    cells.SetCellText(0, 0, "Freq");
+    cells.SetCellText(0, 1, "Factor");
+    cells.AddRow("50.00\t100.0");
+  });
+  Show(grid);
+  ExpectPaleWithoutKeyboard(grid);
+  grid.setParent(nullptr);
+}
+
+/// How many dots of a box, from `left` on, are as dark as text.
+int DarkDots(QLineEdit& box, int left) {
+  const QImage picture = box.grab().toImage();
+  int dots = 0;
+  const int first = static_cast<int>(left * picture.devicePixelRatio());
+  for (int x = first; x < picture.width() - 4; ++x) {
+    for (int y = 4; y < picture.height() - 4; ++y) {
+      dots += picture.pixelColor(x, y).lightness() < 100 ? 1 : 0;
+    }
+  }
+  return dots;
+}
+
+TEST(MarkedBox, ShowsItsTextBesideTheMark) {
+  QLineEdit box;
+  UpDown spinner;
+  SetUpDayBox(&box, &spinner);
+  box.setFocusPolicy(Qt::NoFocus);  // no cursor beside the text
+  box.setText("31");
+  box.show();
+  QApplication::processEvents();
+  const int half = box.width() / 2;
+  const int before = DarkDots(box, half);
+  EXPECT_GT(before, 10);
+  MarkBox(&box, "no such day");
+  QApplication::processEvents();
+  EXPECT_EQ(DarkDots(box, half), before);
+  MarkBox(&box, "");
+  QApplication::processEvents();
+  EXPECT_EQ(DarkDots(box, half), before);
+}
+
+// ---- Sizes.
+
+TEST(NoticeLine, KeepsTheSameRoomWhateverItReports) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);  // the window owns it
+  auto* other = new QWidget(&window);
+  auto* notice = new NoticeLine(&window);
+  layout->addWidget(other, 1);
+  layout->addWidget(notice);
+  window.resize(200, 200);
+  window.show();
+  const int height = notice->height();
+  for (const QString& text : {QString("short"), QString("long ").repeated(40), QString()}) {
+    notice->Report("subject", text);
+    layout->activate();
+    EXPECT_EQ(notice->height(), height) << text.toStdString();
+  }
+}
+
+TEST(ScreenSize, GrowsWithTheFont) {
+  QWidget plain;
+  QFont font = plain.font();
+  font.setPixelSize(12);
+  plain.setFont(font);
+  plain.resize(200, 100);
+  const int height = plain.fontMetrics().height();
+  SuitDisplay(&plain);
+  const QSize small = plain.size();
+
+  QWidget large;
+  font.setPixelSize(24);
+  large.setFont(font);
+  large.resize(200, 100);
+  SuitDisplay(&large);
+  EXPECT_GT(large.fontMetrics().height(), height);
+  EXPECT_GE(small.width(), 200);
+  EXPECT_NEAR(large.width(), 2 * small.width(), 0.15 * large.width());
+  EXPECT_NEAR(large.height(), 2 * small.height(), 0.15 * large.height());
+}
+
+TEST(ScreenSize, IsNeverLargerThanTheDisplayWhateverItWas) {
+  QWidget window;
+  window.resize(200, 100);
+  SuitDisplay(&window);
+  for (const QSize size : {QSize(9000, 9000), QSize(200, 9000), QSize(9000, 100)}) {
+    window.resize(size);
+    window.show();
+    const QSize room = window.screen()->availableSize();
+    EXPECT_LT(window.width(), room.width());
+    EXPECT_LT(window.height(), room.height());
+    EXPECT_EQ(window.width() == size.width(), size.width() == 200);
+    window.hide();
+  }
+}
+
+TEST(TableColumns, AreAtLeastAsWideAsTheirCaptions) {
+  CalGrid grid;
+  grid.resize(400, 200);
+  grid.show();
+  grid.Fill([](MemoryGrid& cells) {
+    cells.Clear(3);
+    cells.SetCellText(0, 0, "F");
+    cells.SetCellText(0, 1, "A caption wider than a third");
+    cells.SetCellText(0, 2, "G");
+    cells.AddRow("1\t2\t3");
+  });
+  const QHeaderView& header = *grid.horizontalHeader();
+  EXPECT_GT(header.sectionSizeHint(1), 400 / 3) << "the caption is no test";
+  int whole = 0;
+  for (int column = 0; column < 3; ++column) {
+    EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
+    whole += header.sectionSize(column);
+  }
+  EXPECT_LE(whole, grid.viewport()->width());
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,380 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "core/caldata/Models.h"
+#include "core/files/ItemReader.h"
+#include "core/files/Paths.h"
+#include "core/platform/Error.h"
+#include "core/session/Profiles.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/station/StationFiles.h"
+#include "core/text/Text.h"
+#include "support/ConfinedPlatform.h"
+#include "support/Monkey.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+constexpr int kDefaultSeeds = 20;
+constexpr int kDefaultActions = 2000;
+
+int NumberFrom(const char* variable, int otherwise) {
+  bool isNumber = false;
+  const int number = qEnvironmentVariableIntValue(variable, &isNumber);
+  return isNumber ? number : otherwise;
+}
+
+/// Every message that random hands may meet, as a pattern of its whole text. The errors that only
+/// a fault of the program itself could cause (a row, page or column that a table does not have, a
+/// model that the editors do not know) are left out on purpose, and so are those of a failing disk.
+const std::array kKnownMessages = {
+    // The main menu.
+    "Station directory does not set\\.",
+    "Calibration data directory does not set\\.",
+    "Input station folder does not exist\\.\\r\\nIf you want to create new folder, then press Ok "
+    "button\\.",
+    "Select calibration data folder is not exist\\.\\r\\nIf you want to create new folder, then "
+    "press Ok button\\.",
+    ".*If you want to create new folder, then press Ok button\\.\n\nIt would be the folder\n.*",
+    "Cannot make folder!\n\nCannot make the folder: .*",
+    "This computer reaches the share of another one by a folder of its own, .*",
+    // The calibration data.
+    "No calibration data is selected\\.",
+    "Are you sure you want to delete .+\\(.*\\)\\?",
+    "Please input serial number",
+    "Cannot add to same calibration point",
+    "A calibration point cannot lie below zero\\.",
+    "Are you want delete\\? \\(.*\\)",
+    "\"[*/]\" cannot be the serial number of a member\\. .*",
+    "A table holds at most 51 rows\\. .*",
+    ".*\n\nThe file is as it was\\. Check the data before you save them with OK\\.",
+    "The file holds no serial number where its second line should\\. .*",
+    "The chosen file is the kit's data file itself\\. Nothing was changed\\..*",
+    "(Setting|Frequency): \".*\" is not a number\\. Choose one from the list or type one\\.",
+    "The (serial number( of the member .+)?|calibration number) \".*\" holds a comma, .*",
+    "The comment holds the character \".\" behind a comma, .*",
+    "The (serial number( of the member .+)?|calibration number|comment) holds more than 20 words, "
+    ".*",
+    // The stations.
+    "Can't make a new station\n\nThe station name .*",
+    "Can't make a new station\n\nCannot make the folder: .*",
+    "Can't make a new station\n\nThe character \".+\" cannot be stored in a data file\\. .*",
+    "Station name is no input\\.",
+    "This station name was already exist\\.",
+    "No stations? is selected\\.",
+    "Are you sure you want to delete \".+\" station data\\?",
+    "No model is selected\\.",
+    "Are you sure to want to delete .+\\?",
+    "This action is current station instrment data be all lost\\.\\r\\nDo you wish to continue\\?",
+    "Current station data delete completed\\.",
+    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
+    ".*)?",
+    "Error: Invailed Input Date",
+    "Error: Cannot save \n\nThe model number .*",
+    "Error: Cannot save \n\nThe number .* is too large to be calculated with\\. .*",
+    "Error: Cannot save \n\nThe number .* is outside the range -32768 to 32767\\. .*",
+    "Error: Cannot save \n\nCannot save the file: it is a folder, not a file\\. .*",
+    "Error: Cannot save \n\nCannot save the file: its name is too long\\. .*",
+    "Error: Cannot save \n\nCannot save the file: it, or the folder it belongs in, does not .*",
+    "There is no equipment calibration data\\.\\r\\nIt's not possible to add it\\.",
+    "This instrment is already exist\\.",
+    "Model number or serial number is no selected\\.",
+    "The chosen instrument is not in the calibration data any more\\. Choose it again\\.",
+    // A file that the user has not seen.
+    "The file .+ (holds data without a serial number|holds the data of another serial number, "
+    "\".+\"|has changed since it was opened here|of this serial number is there already)\\. Do you "
+    "want to replace it\\?\n\n.*",
+    // Names, numbers and characters.
+    "The (model number|data file name) \".*\" cannot be used as a file or folder name: .*",
+    "The model number \".*\" cannot be used: it is the name of the station's list of instruments.*",
+    "The serial number \".*\" cannot be used: its last five characters, .*",
+    "The character \".+\" cannot be stored in a data file\\. .*",
+    "The control character number \\d+ cannot be stored in a data file\\. .*",
+    "A line end cannot be stored in a data file\\. .*",
+    "The number .* is too large to be calculated with\\. Enter a smaller one\\..*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe column \".+\" cannot be edited\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe table has no current cell\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThere is no text to paste\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nWhat is to be pasted has \\d+ lines, and "
+    "the table has \\d+ rows .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: It has \\d+ columns, and the "
+    "table has \\d+ .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The table has no value in "
+    "this place\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: There is no value\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The character \".+\" in "
+    "\".+\" cannot be stored in a data file\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is no number.*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is too large to be "
+    "calculated with\\. Correct it\\.",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The number .* is too large to "
+    "be calculated with\\. .*",
+    "(.+: )?The number .* is outside the range -32768 to 32767\\. Correct it\\..*",
+    ".+: \".*\" is not a number\\. Enter a whole number\\.",
+    ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",
+    // Files and folders that are broken, gone or not permitted.
+    "The file ends too early: more lines were expected .*",
+    "\\d+ entries of the folder cannot be read as a data file:.*",
+    "The chosen data set is not in the list any more\\. .*",
+    "Cannot (list the folder|make the folder|delete it|read the file|save the file): it, or the "
+    "folder it belongs in, does not exist \\(any more\\)\\. .*",
+    "Cannot (list the folder|make the folder|delete it|read the file|save the file): you have no "
+    "permission to do so\\. .*",
+    "Cannot (read|save) the file: it is a folder, not a file\\. .*",
+    "Cannot (make the folder|save the file|read the file): its name is too long\\. .*",
+    "Cannot make the folder: there is one of this name already, .*",
+    // The toolkit's own, of its file dialog.
+    ".*\\nFile not found\\.\\nPlease verify the correct file name was given\\.",
+    ".*\\nDirectory not found\\.\\nPlease verify the correct directory name was given\\.",
+};
+
+bool IsKnownMessage(const QString& text) {
+  static const std::vector<QRegularExpression> patterns = [] {
+    std::vector<QRegularExpression> made;
+    for (const char* pattern : kKnownMessages) {
+      made.emplace_back(QRegularExpression::anchoredPattern(QString::fromUtf8(pattern)),
+                        QRegularExpression::DotMatchesEverythingOption);
+    }
+    return made;
+  }();
+  // The trash takes whatever it is given.
+  return !text.contains("Trash") && std::ranges::any_of(patterns, [&](const auto& pattern) {
+    return pattern.match(text).hasMatch();
+  });
+}
+
+/// A data file with this serial number instead of its template's.
+std::string DataFileBytes(const std::string& templateBytes, const std::string& serial) {
+  const std::string keyword = "#SER_NO   : ";
+  const std::size_t at = templateBytes.find(keyword) + keyword.size();
+  std::string bytes = templateBytes;
+  return bytes.replace(at, bytes.find("\r\n", at) - at, serial);
+}
+
+std::string InstrumentBytes(const std::string& model, const std::string& dueDate) {
+  return Lines({"MODEL NUMBER " + model, "SERIAL NUMBER 3318A00001", "ADDRESS TYPE GP-IB",
+                "ADDRESS 13", "STATION rack 2", "OPTIONS 001", "AVAILABILITY yes",
+                "CAL DUE DATE " + dueDate, "ASSET A-77", "TRACE lab 4", "COMMENT own",
+                "CAL DATA file"});
+}
+
+class MonkeyTest : public testing::TestWithParam<int> {
+ protected:
+  MonkeyTest()
+      : platform_(tree_.Root(), tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", DataHome().c_str());
+    gStationDir.clear();
+    gCalibrationDir.clear();
+    gCalFiles = {};
+    DialogResult.clear();
+    PlaceDataSets();
+    PlaceStations();
+    RememberFiles(tree_.Root());
+  }
+  ~MonkeyTest() override { qputenv("XDG_DATA_HOME", dataHome_); }
+  MonkeyTest(const MonkeyTest&) = delete;
+  MonkeyTest& operator=(const MonkeyTest&) = delete;
+
+  void PlaceDataSets() {
+    for (const Model& model : kModels) {
+      const std::string code(model.code);
+      const std::string folder = "c:\\calfactors\\" + code;
+      if (model.create == nullptr) {
+        const std::string kit = Lines({code, "2211J" + code, "01JAN2002", "any text"});
+        tree_.Write(folder + "\\SN" + code.substr(1), kit);
+        tree_.Write("c:\\kits\\" + code + ".dat", Lines({code, "2211J0" + code, "02FEB2002"}));
+        kits_.push_back(tree_.Native("c:\\kits\\" + code + ".dat").string());
+        continue;
+      }
+      tree_.InstallTemplate(code);
+      const std::string whole = ReadNative(tree_.ProgramFolder() / ("Temp" + code));
+      tree_.Write(folder + "\\SN00001", DataFileBytes(whole, "3318A00001"));
+      tree_.Write(folder + "\\SN00002", DataFileBytes(whole, "3318A00002"));
+      tree_.Write(folder + "\\SN00003", DataFileBytes(whole, "another"));
+      tree_.Write(folder + "\\SN00004",
+                  DataFileBytes(whole.substr(0, whole.size() / 2), "3318A00004"));
+      const std::string tooLarge = "*1E400 : 1E400 : 1E400 : 1E400 : 1E400 : 1E400\r\n";
+      tree_.Write(folder + "\\SN00005", DataFileBytes(whole, "3318A00005") + tooLarge + "x\r\n");
+    }
+    std::string manyRows = Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A00006"});
+    manyRows += Lines({"#CAL_DATE : 20020101", "#CAL_NO   : ", "#DUE_DATE : 20030101"});
+    manyRows += Lines({"#COMMENT  : too many rows"});
+    for (int row = 1; row <= 60; ++row) {
+      manyRows += "* " + std::to_string(row) + " : 99.5 : 0 : 0 : 0 : 0\r\n";
+    }
+    tree_.Write(R"(c:\calfactors\PX12A\SN00006)", manyRows + "!End\r\n");
+    tree_.Write(R"(c:\calfactors\PX13A\SN00006)", "");
+    tree_.Write(R"(c:\calfactors\PX60G\SN00006)", "#MODEL_NO : PX60G\r\n#SER_NO");
+    tree_.Write(R"(c:\calfactors\RT520A\SN00006)", std::string("\0\x81\xFF\"\1\r,,,", 9));
+    tree_.Write(R"(c:\calfactors\OLD\SN00001)", Lines({"QZPX99Z Opt001", "2211J", "01JAN2002"}));
+    tree_.MakeFolders(R"(c:\calfactors\EMPTY)");
+    tree_.Write(R"(c:\kits\empty.dat)", "");
+    kits_.push_back(tree_.Native(R"(c:\kits\empty.dat)").string());
+    kits_.push_back(tree_.Native(R"(c:\kits\missing.dat)").string());
+  }
+
+  void PlaceStations() const {
+    tree_.Write(R"(c:\stations\ST1\PX12A)", InstrumentBytes("PX12A", "5 MAR 2002"));
+    tree_.Write(R"(c:\stations\ST1\PX60H)", InstrumentBytes("PX60H", ""));
+    tree_.Write(R"(c:\stations\ST1\large)", InstrumentBytes("large", "5 MAR 1E999"));
+    tree_.Write(R"(c:\stations\ST1\empty)", "");
+    tree_.Write(R"(c:\stations\ST1\INDEX)", Lines({"PX12A", "PX60H", "large", "empty", "INDEX"}));
+    tree_.MakeFolders(R"(c:\stations\ST2)");
+    tree_.Write(R"(c:\stations\INDEX)", Lines({"ST1", "ST2"}));
+  }
+
+  void RememberFiles(const std::filesystem::path& folder) {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+      if (entry.is_regular_file()) {
+        first_[entry.path().string()] = ReadNative(entry.path());
+      }
+    }
+  }
+
+  [[nodiscard]] bool IsUnchanged(const std::filesystem::path& file) const {
+    const auto found = first_.find(file.string());
+    return found != first_.end() && found->second == ReadNative(file);
+  }
+
+  [[nodiscard]] std::filesystem::path DataHome() const { return tree_.Root() / "data home"; }
+
+  /// Everything in the trash can be restored to where it was.
+  void CheckTrash() const {
+    const std::filesystem::path trash = DataHome() / "Trash";
+    std::set<std::string> kept;
+    std::set<std::string> told;
+    if (std::filesystem::exists(trash)) {
+      for (const auto& entry : std::filesystem::directory_iterator(trash / "files")) {
+        kept.insert(entry.path().filename().string() + ".trashinfo");
+      }
+      for (const auto& entry : std::filesystem::directory_iterator(trash / "info")) {
+        told.insert(entry.path().filename().string());
+      }
+    }
+    EXPECT_EQ(kept, told);
+  }
+
+  /// Whatever the program may have written can be read again.
+  void CheckFiles() const {
+    for (auto entries = std::filesystem::recursive_directory_iterator(tree_.Root());
+         const auto& entry : entries) {
+      if (entry.path() == DataHome()) {
+        entries.disable_recursion_pending();
+        continue;
+      }
+      const std::string name = entry.path().filename().string();
+      EXPECT_FALSE(name.starts_with(".tarvell-") && name.ends_with(".tmp")) << entry.path();
+      if (entry.is_regular_file() && !IsUnchanged(entry.path())) {
+        CheckFile(entry.path());
+      }
+    }
+    for (const auto& [path, bytes] : first_) {
+      const bool isOurs = std::filesystem::path(path).parent_path() == tree_.ProgramFolder();
+      EXPECT_TRUE(!isOurs || IsUnchanged(path)) << path;
+    }
+  }
+
+  void CheckFile(const std::filesystem::path& file) const {
+    const std::string folder = ToUpper(file.parent_path().filename().string());
+    const std::string name = file.filename().string();
+    const Model* model = FindModel(folder);
+    const bool isData = model != nullptr && ToUpper(name).starts_with("SN");
+    try {
+      if (name == "tarvell.ini") {
+        CheckIni(file);
+      } else if (name == kIndexName) {
+        CheckIndex(file);
+      } else if (isData && model->create != nullptr) {
+        model->create()->LoadCalibrationDataFromFile(file.string());
+      } else if (isData) {
+        const std::string bytes = ReadNative(file);
+        EXPECT_TRUE(std::ranges::any_of(kits_, [&](const std::string& kit) {
+          return std::filesystem::exists(kit) && ReadNative(kit) == bytes;
+        })) << file;
+      } else {
+        StationInstrument instrument;
+        StoredFile stored;
+        EXPECT_TRUE(LoadInstrumentFile(file.string(), instrument, stored)) << file;
+        EXPECT_EQ(instrument.ModelNumber.empty(), false) << file;
+      }
+    } catch (const Error& error) {
+      ADD_FAILURE() << file << " cannot be read: " << error.what() << "\n" << ReadNative(file);
+    }
+  }
+
+  static void CheckIni(const std::filesystem::path& file) {
+    ItemReader reader(file.string());
+    int items = 0;
+    for (; !reader.AtEnd(); ++items) {
+      static_cast<void>(reader.ReadItem());
+    }
+    EXPECT_GE(items, 11) << ReadNative(file);
+    std::string calibrationDir;
+    std::string stationDir;
+    ReadProfile(calibrationDir, stationDir);
+    EXPECT_FALSE(calibrationDir.empty());
+    EXPECT_FALSE(stationDir.empty());
+  }
+
+  static void CheckIndex(const std::filesystem::path& file) {
+    const std::string bytes = ReadNative(file);
+    EXPECT_TRUE(bytes.empty() || bytes.ends_with("\r\n")) << file << "\n" << bytes;
+    EXPECT_EQ(bytes.find("\r\n\r\n"), std::string::npos) << file << "\n" << bytes;
+    EXPECT_FALSE(bytes.starts_with("\r\n")) << file << "\n" << bytes;
+  }
+
+  TestTree tree_;
+  ConfinedPlatform platform_;
+  QByteArray dataHome_;
+  std::vector<std::string> kits_;             ///< what the file dialog may choose
+  std::map<std::string, std::string> first_;  ///< every file as it was before
+};
+
+/// A Monkey that gets nowhere would find nothing.
+void ExpectVisited(const Monkey& monkey, const std::string& screen) {
+  if (monkey.Unknown().empty()) {
+    EXPECT_TRUE(std::ranges::count(monkey.Visited(), screen) == 1) << screen;
+  }
+}
+
+TEST_P(MonkeyTest, MeetsKnownMessagesAndLeavesFilesThatCanBeRead) {
+  const int actions = NumberFrom("TARVELL_MONKEY_ACTIONS", kDefaultActions);
+  Monkey monkey(static_cast<unsigned>(GetParam()), actions,
+                {.calibrationDir = "c:\\calfactors",
+                 .stationDir = "c:\\stations",
+                 .files = kits_,
+                 .folders = {tree_.Native("c:\\").string()}},
+                &IsKnownMessage);
+  monkey.Run();
+  for (const std::string& unknown : monkey.Unknown()) {
+    ADD_FAILURE() << unknown;
+  }
+  EXPECT_TRUE(monkey.Actions() == actions || !monkey.Unknown().empty());
+  ExpectVisited(monkey, "tarvell::frmMain");
+  ExpectVisited(monkey, "QMessageBox");
+  CheckFiles();
+  CheckTrash();
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, MonkeyTest,
+                         testing::Range(NumberFrom("TARVELL_MONKEY_FIRST", 1),
+                                        NumberFrom("TARVELL_MONKEY_FIRST", 1) +
+                                            NumberFrom("TARVELL_MONKEY_SEEDS", kDefaultSeeds)));
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
+#define TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTableView>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "support/FaultPlatform.h"
+
+namespace tarvell::test {
+
+/// A step of a save that fails, and what the operator is told then.
+struct ScreenFault {
+  FaultPlatform::Step step;
+  std::errc fault;
+  std::string reason;
+  bool isReplaced = false;  ///< whether the new file is in its place all the same
+};
+
+/// One for each step; where another system error has words of its own, those.
+[[nodiscard]] inline const std::vector<ScreenFault>& ScreenFaults() {
+  using Step = FaultPlatform::Step;
+  static const std::string kDisk = "Input/output error. Check the disk, then try again.";
+  static const std::string kFull = "the disk is full. Free some space, then try again.";
+  static const std::string kRights = "you have no permission to do so.";
+  static const std::vector<ScreenFault> kFaults = {
+      {Step::Resolve, std::errc::permission_denied, kRights},
+      {Step::Facts, std::errc::io_error, kDisk},
+      {Step::Create, std::errc::no_space_on_device, kFull},
+      {Step::Write, std::errc::no_space_on_device, kFull},
+      {Step::Write, std::errc::file_too_large, "the file would grow beyond the size"},
+      {Step::Nothing, std::errc::io_error, kDisk},
+      {Step::Length, std::errc::io_error, kDisk},
+      {Step::Attributes, std::errc::io_error, kDisk},
+      {Step::Sync, std::errc::io_error, kDisk},
+      {Step::Close, std::errc::no_space_on_device, kFull},
+      {Step::Replace, std::errc::permission_denied, kRights},
+      {Step::SyncFolder, std::errc::io_error, kDisk, true}};
+  return kFaults;
+}
+
+/// Presses a button under each fault in turn, then once more without. `press` expects the message
+/// with the reason and looks at what the operator then sees.
+template <typename Press, typename PressAgain>
+void PressUnderEachFault(FaultPlatform& platform, const Press& press,
+                         const PressAgain& pressAgain) {
+  for (const ScreenFault& fault : ScreenFaults()) {
+    SCOPED_TRACE(testing::Message() << fault.step << ": " << fault.reason);
+    platform.failAtByte = 3;
+    platform.Set(fault.step, fault.fault);
+    press(fault);
+    EXPECT_EQ(platform.faults, 1) << "the step was never taken";
+  }
+  platform.Set(FaultPlatform::Step::None);
+  pressAgain();
+}
+
+/// Every text that a screen shows in a box or a table, as an operator reads it.
+[[nodiscard]] inline std::vector<std::string> TextsOn(const QWidget& screen) {
+  std::vector<std::string> texts;
+  for (const QLineEdit* box : screen.findChildren<QLineEdit*>()) {
+    texts.push_back(box->objectName().toStdString() + "=" + box->text().toStdString());
+  }
+  for (const QComboBox* box : screen.findChildren<QComboBox*>()) {
+    texts.push_back(box->objectName().toStdString() + "=" + box->currentText().toStdString());
+  }
+  for (const QTableView* table : screen.findChildren<QTableView*>()) {
+    const QAbstractItemModel& model = *table->model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      for (int column = 0; column < model.columnCount(); ++column) {
+        texts.push_back(model.index(row, column).data().toString().toStdString());
+      }
+    }
+  }
+  return texts;
+}
+
+}  // namespace tarvell::test
+
+#endif
