@@ -313,7 +313,7 @@ TEST_P(HeaderThatEnds, IsNamedAndAllOtherFilesAreListed) {
   // In the platform's order.
   Texts order;
   EXPECT_FALSE(CurrentPlatform().Search(tree_.Native(kFolder).string(), SearchKind::EveryName,
-                                        [&](const std::string& name) {
+                                        [&](const std::string& name, EntryKind) {
                                           order.push_back(name);
                                           return true;
                                         }));
