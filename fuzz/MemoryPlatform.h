@@ -54,6 +54,7 @@ class MemoryPlatform final : public Platform {
                                 const std::filesystem::path& b) override;
   [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
                                              std::filesystem::path& resolved) override;
+  [[nodiscard]] bool MayChange(const std::filesystem::path& /*folder*/) override { return true; }
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override;
   [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                        const SearchVisitor& visit) override;

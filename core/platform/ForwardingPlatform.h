@@ -55,6 +55,9 @@ class ForwardingPlatform : public Platform {
                                              std::filesystem::path& resolved) override {
     return target_.ResolveLinks(path, resolved);
   }
+  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override {
+    return target_.MayChange(folder);
+  }
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
     return target_.MakeFolder(path);
   }

@@ -315,6 +315,10 @@ std::error_code LinuxPlatform::ResolveLinks(const std::filesystem::path& path,
   return std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }
 
+bool LinuxPlatform::MayChange(const std::filesystem::path& folder) {
+  return ::access(folder.c_str(), W_OK) == 0;
+}
+
 std::error_code LinuxPlatform::MakeFolder(const std::filesystem::path& path) {
   if (::mkdir(path.c_str(), 0777) != 0) {
     return LastError();

@@ -150,13 +150,6 @@ std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders&
   return code;
 }
 
-/// Whether the user may remove an entry from the folder that holds `path`.
-bool CanTakeFrom(const std::filesystem::path& path) {
-  std::error_code code;
-  const std::filesystem::path whole = std::filesystem::absolute(path, code);
-  return !code && QFileInfo(ToQt(whole.parent_path())).isWritable();
-}
-
 }  // namespace
 
 std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
@@ -175,7 +168,9 @@ std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   if (TakesName(path.filename().string()) && QFile::moveToTrash(ToQt(path))) {
     return {};
   }
-  if (!CanTakeFrom(path)) {
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(path, code);
+  if (code || !MayChange(whole.parent_path())) {
     return std::make_error_code(std::errc::permission_denied);
   }
   return FillTrash(path, *trash, &Move);

@@ -57,6 +57,9 @@ class ConfinedPlatform final : public DesktopTestPlatform {
                                              std::filesystem::path& resolved) override {
     return MayUse(path) ? DesktopTestPlatform::ResolveLinks(path, resolved) : Refusal();
   }
+  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override {
+    return MayUse(folder) && DesktopTestPlatform::MayChange(folder);
+  }
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::MakeFolder(path) : Refusal();
   }

@@ -123,6 +123,14 @@ class FaultPlatform : public ForwardingPlatform {
     return isTarget && Fails(Step::Facts) ? Fault() : ForwardingPlatform::Facts(path, facts);
   }
 
+  // No recycle bin, so that a save takes only the steps above.
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
+    return SystemPlatform().Recycle(path);
+  }
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
+    return SystemPlatform().RecycleCopy(path);
+  }
+
  private:
   class Source : public InputFile {
    public:
