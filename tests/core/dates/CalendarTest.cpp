@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "core/dates/Calendar.h"
 
@@ -33,19 +34,14 @@ void ExpectDays(std::int16_t year, std::int16_t month, std::int16_t days) {
   EXPECT_FALSE(IsValidDate(year, month, std::numeric_limits<std::int16_t>::min()));
 }
 
-TEST(Calendar, EveryMonthOfACommonYearHasItsDays) {
-  for (const std::int16_t year : kCommonYears) {
-    for (std::int16_t month = 1; month <= 12; ++month) {
-      ExpectDays(year, month, kCommonYear[static_cast<std::size_t>(month - 1)]);
-    }
-  }
-}
-
-TEST(Calendar, FebruaryOfALeapYearHasADayMore) {
-  for (const std::int16_t year : kLeapYears) {
-    for (std::int16_t month = 1; month <= 12; ++month) {
-      ExpectDays(year, month,
-                 month == 2 ? std::int16_t{29} : kCommonYear[static_cast<std::size_t>(month - 1)]);
+TEST(Calendar, EveryMonthHasItsDaysAndFebruaryOneMoreInLeapYears) {
+  for (const auto& [years, february] : {std::pair(kCommonYears, 28), std::pair(kLeapYears, 29)}) {
+    for (const std::int16_t year : years) {
+      for (std::int16_t month = 1; month <= 12; ++month) {
+        ExpectDays(year, month,
+                   month == 2 ? static_cast<std::int16_t>(february)
+                              : kCommonYear[static_cast<std::size_t>(month - 1)]);
+      }
     }
   }
 }
@@ -58,10 +54,8 @@ TEST(Calendar, AMonthOutsideTheYearHasNoDays) {
   }
 }
 
-TEST(Calendar, TheYearItselfIsNotChecked) {
+TEST(Calendar, AnyYearIsAccepted) {
   EXPECT_TRUE(IsValidDate(0, 1, 1));
-  EXPECT_TRUE(IsValidDate(-5, 12, 31));
-  EXPECT_TRUE(IsValidDate(32767, 12, 31));
   EXPECT_TRUE(IsValidDate(-32768, 1, 31));
   EXPECT_TRUE(IsValidDate(-4, 2, 29));
 }

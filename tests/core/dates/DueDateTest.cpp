@@ -28,7 +28,7 @@ TEST(DueDate, DaysAreCountedOverTheEndsOfMonthsAndYears) {
   EXPECT_EQ(DueStateOf({2024, 1, 15}, {2023, 12, 15}), DueState::Fine);
 }
 
-TEST(DueDate, TheLeapDayCountsInLeapYearsAlone) {
+TEST(DueDate, TheLeapDayCountsOnlyInLeapYears) {
   EXPECT_EQ(DueStateOf({2024, 3, 2}, {2024, 2, 1}), DueState::DueSoon);
   EXPECT_EQ(DueStateOf({2024, 3, 3}, {2024, 2, 1}), DueState::Fine);
   EXPECT_EQ(DueStateOf({2023, 3, 3}, {2023, 2, 1}), DueState::DueSoon);
@@ -53,7 +53,7 @@ TEST(DueDate, ADayAfterTheEndOfItsMonthCountsAsTheLastOfIt) {
   EXPECT_EQ(DueStateOf({2001, 1, 99}, {2001, 2, 1}), DueState::PastDue);
 }
 
-TEST(DueDate, WhatIsNoDayOfAMonthIsNoDueDate) {
+TEST(DueDate, ADateOutsideEveryMonthIsNoDueDate) {
   constexpr std::int16_t kLowest = std::numeric_limits<std::int16_t>::min();
   constexpr std::int16_t kHighest = std::numeric_limits<std::int16_t>::max();
   for (const FileDate& due :
@@ -64,6 +64,14 @@ TEST(DueDate, WhatIsNoDayOfAMonthIsNoDueDate) {
     EXPECT_EQ(DueStateOf(due, {2024, 3, 5}), DueState::NoDate)
         << due.year << " " << due.month << " " << due.day;
   }
+}
+
+TEST(DateText, NamesTheDayOrSaysThatThereIsNone) {
+  EXPECT_EQ(DateText({2002, 3, 5}), "5 MAR 2002");
+  EXPECT_EQ(DateText({0, 0, 0}), "(none)");
+  EXPECT_EQ(DateText({2001, 2, 29}), "29 FEB 2001 (no such day)");
+  EXPECT_EQ(DateText({2001, 13, 1}), "(no such day)");
+  EXPECT_EQ(DateText({0, 3, 5}), "(no such day)");
 }
 
 TEST(DueDate, OnlyPastDueAndDueSoonHaveWords) {

@@ -15,7 +15,7 @@ namespace {
 
 using test::ErrorOf;
 
-TEST(FileDate, IsTakenApartByPosition) {
+TEST(FileDate, IsParsedByPosition) {
   struct Case {
     std::string_view text;
     int year;

@@ -24,71 +24,35 @@ using test::TestTree;
 
 using Names = std::vector<std::string>;
 
-TEST(FolderExists, IsTrueForAFolderWithAndWithoutATrailingSeparator) {
+TEST(FolderExists, IsTrueOnlyForFoldersDrivesAndLinksToFolders) {
   const TestTree tree;
   tree.MakeFolders("c:\\stations\\one");
-  for (const char* path :
-       {"c:\\stations", "c:\\stations\\", "c:\\stations\\one", R"(c:\stations\one\)", "c:/stations",
-        "c:/stations/", "C:\\STATIONS", R"(C:\Stations\ONE\)", "c:\\", "c:/"}) {
-    SCOPED_TRACE(path);
-    EXPECT_TRUE(FolderExists(path));
+  tree.Write("c:\\stations\\file", "x");
+  std::filesystem::create_symlink("stations", tree.Native("c:\\toFolder"));
+  std::filesystem::create_symlink("stations/file", tree.Native("c:\\toFile"));
+  std::filesystem::create_symlink("missing", tree.Native("c:\\toNothing"));
+  for (const char* path : {"c:\\stations", "c:\\stations\\", R"(C:\Stations\ONE\)", "c:/stations/",
+                           "c:\\", "c:/", "d:\\", "Z:\\", "c:\\toFolder"}) {
+    EXPECT_TRUE(FolderExists(path)) << path;
   }
   EXPECT_TRUE(FolderExists(tree.Root().string()));
-  EXPECT_TRUE(FolderExists(tree.Root().string() + "/"));
-}
-
-TEST(FolderExists, IsFalseForAFileAndForNothing) {
-  const TestTree tree;
-  tree.Write("c:\\stations\\file", "x");
-  for (const char* path : {"c:\\stations\\file", R"(c:\stations\file\)", "c:\\calfactors",
-                           "c:\\calfactors\\", R"(c:\stations\file\below)", "c:\\a\\b"}) {
-    SCOPED_TRACE(path);
-    EXPECT_FALSE(FolderExists(path));
+  for (const char* path : {"", "c:\\stations\\file", R"(c:\stations\file\)", "c:\\calfactors",
+                           R"(c:\stations\file\below)", "c:\\toFile", "c:\\toNothing"}) {
+    EXPECT_FALSE(FolderExists(path)) << path;
   }
-  EXPECT_FALSE(FolderExists((tree.Root() / "missing").string()));
-}
-
-TEST(FolderExists, FollowsLinks) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\stations");
-  tree.Write("c:\\file", "x");
-  std::filesystem::create_symlink("stations", tree.Native("c:\\toFolder"));
-  std::filesystem::create_symlink("file", tree.Native("c:\\toFile"));
-  std::filesystem::create_symlink("missing", tree.Native("c:\\toNothing"));
-  EXPECT_TRUE(FolderExists("c:\\toFolder"));
-  EXPECT_FALSE(FolderExists("c:\\toFile"));
-  EXPECT_FALSE(FolderExists("c:\\toNothing"));
-}
-
-TEST(FolderExists, IsTrueForTheRootOfEveryDrive) {
-  const TestTree tree;
-  for (const char* path : {"d:\\", "e:/", "Z:\\"}) {
-    SCOPED_TRACE(path);
-    EXPECT_TRUE(FolderExists(path));
-  }
-  MakeFolder("f:\\stations");
-  EXPECT_TRUE(FolderExists("f:\\stations"));
 }
 
 TEST(MakeFolder, MakesOneFolder) {
   const TestTree tree;
   MakeFolder("c:\\calfactors");
-  MakeFolder("c:\\calfactors\\PX12A");
+  MakeFolder("c:\\CALFACTORS\\PX12A");
   EXPECT_EQ(tree.Names("c:\\"), Names{"calfactors"});
   EXPECT_EQ(tree.Names("c:\\calfactors"), Names{"PX12A"});
   EXPECT_TRUE(std::filesystem::is_directory(tree.Native("c:\\calfactors\\PX12A")));
 }
 
-TEST(MakeFolder, MakesNothingBesideATreeOfAnotherCase) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\CalFactors");
-  MakeFolder("c:\\calfactors\\PX12A");
-  EXPECT_EQ(tree.Names("c:\\"), Names{"CalFactors"});
-  EXPECT_EQ(tree.Names("c:\\CalFactors"), Names{"PX12A"});
-}
-
-// Operators of one group share the tree, whatever each one's own mask says.
-TEST(MakeFolder, IsOpenToTheGroupThatSharesTheFolderAbove) {
+// In a folder that a group shares, the group gets access whatever the operator's own mask is.
+TEST(MakeFolder, GivesAccessToTheGroupThatSharesTheParent) {
   const TestTree tree;
   tree.MakeFolders("c:\\calfactors");
   ASSERT_EQ(::chmod(tree.Native("c:\\calfactors").c_str(), 02775), 0);
@@ -100,7 +64,7 @@ TEST(MakeFolder, IsOpenToTheGroupThatSharesTheFolderAbove) {
   EXPECT_EQ(facts.st_mode & 07777, mode_t{02775});
 }
 
-TEST(MakeFolder, MakesNoParents) {
+TEST(MakeFolder, MakesNoParent) {
   const TestTree tree;
   const Error error = ErrorOf([] { MakeFolder("c:\\calfactors\\PX12A"); });
   EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
@@ -108,7 +72,7 @@ TEST(MakeFolder, MakesNoParents) {
   EXPECT_EQ(tree.Names("c:\\"), Names{});
 }
 
-TEST(MakeFolder, WhereSomethingStandsAlreadyIsAnError) {
+TEST(MakeFolder, FailsWhereThereIsAnEntry) {
   const TestTree tree;
   tree.Write("c:\\calfactors\\file", "x");
   for (const char* path : {"c:\\calfactors", "c:\\calfactors\\file", "c:\\CALFACTORS"}) {
@@ -121,78 +85,58 @@ TEST(MakeFolder, WhereSomethingStandsAlreadyIsAnError) {
   EXPECT_EQ(tree.Read("c:\\calfactors\\file"), "x");
 }
 
-TEST(MakeFolder, WithoutTheRightToIsAnError) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\calfactors");
-  const OrdinaryUser user(tree.Root());
-  const LockedFolder locked(tree.Native("c:\\calfactors"));
-  EXPECT_EQ(ErrorOf([] { MakeFolder("c:\\calfactors\\PX12A"); }).Kind(), ErrorKind::NoPermission);
-  EXPECT_EQ(tree.Names("c:\\calfactors"), Names{});
-}
-
 // The platform of the tests has no recycle bin, so what is recycled is gone.
 
-TEST(Recycle, TakesAFile) {
+TEST(Recycle, TakesAFileOrAFolderWithItsContents) {
   const TestTree tree;
-  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
-  tree.Write(R"(c:\calfactors\PX12A\SN2)", "y");
-  Recycle(R"(c:\calfactors\PX12A\sn1)");
-  EXPECT_EQ(tree.Names("c:\\calfactors\\PX12A"), Names{"SN2"});
-}
-
-TEST(Recycle, TakesAFolderWithAllItHolds) {
-  const TestTree tree;
+  tree.Write(R"(c:\stations\SN1)", "x");
   tree.Write(R"(c:\stations\one\a\b)", "x");
-  tree.Write(R"(c:\stations\one\INDEX)", "y");
   tree.MakeFolders("c:\\stations\\two");
+  Recycle(R"(c:\stations\sn1)");
   Recycle("c:\\stations\\one");
   EXPECT_EQ(tree.Names("c:\\stations"), Names{"two"});
 }
 
-TEST(Recycle, TakesALinkAndLeavesWhatItLeadsTo) {
+TEST(Recycle, LeavesWhatALinkLeadsTo) {
   const TestTree tree;
   tree.Write("c:\\real\\file", "x");
-  tree.MakeFolders("c:\\links");
-  std::filesystem::create_symlink("../real/file", tree.Native("c:\\links\\toFile"));
-  std::filesystem::create_symlink("../real", tree.Native("c:\\links\\toFolder"));
-  std::filesystem::create_symlink("nothing", tree.Native("c:\\links\\toNothing"));
-  for (const char* path : {"c:\\links\\toFile", "c:\\links\\toFolder", "c:\\links\\toNothing"}) {
-    SCOPED_TRACE(path);
-    ASSERT_TRUE(tree.Exists(path));
-    Recycle(path);
-    EXPECT_FALSE(tree.Exists(path));
+  tree.MakeFolders("c:\\links\\folder");
+  const std::filesystem::path links = tree.Native("c:\\links");
+  std::filesystem::create_symlink("../real/file", links / "toFile");
+  std::filesystem::create_symlink("../real", links / "toFolder");
+  std::filesystem::create_symlink("nothing", links / "toNothing");
+  std::filesystem::create_symlink("../../real", links / "folder" / "link");
+  for (const std::string name : {"toFile", "toFolder", "toNothing", "folder"}) {
+    Recycle("c:\\links\\" + name);
   }
-  EXPECT_EQ(tree.Read("c:\\real\\file"), "x");
-  EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
-}
-
-TEST(Recycle, LeavesWhatLinksInAFolderLeadTo) {
-  const TestTree tree;
-  tree.Write("c:\\real\\file", "x");
-  tree.MakeFolders("c:\\stations\\one");
-  std::filesystem::create_symlink("../../real", tree.Native(R"(c:\stations\one\link)"));
-  Recycle("c:\\stations\\one");
-  EXPECT_EQ(tree.Names("c:\\stations"), Names{});
+  EXPECT_EQ(tree.Names("c:\\links"), Names{});
   EXPECT_EQ(tree.Read("c:\\real\\file"), "x");
 }
 
-TEST(Recycle, OfNothingIsAnError) {
-  const TestTree tree;
-  const Error error = ErrorOf([] { Recycle("c:\\stations\\one"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), "c:\\stations\\one");
-}
-
-TEST(Recycle, WithoutTheRightToIsAnErrorAndTakesNothing) {
+TEST(Recycle, FailsForAMissingEntryAndInALockedFolder) {
   const TestTree tree;
   tree.Write("c:\\stations\\one", "x");
+  const Error error = ErrorOf([] { Recycle("c:\\stations\\two"); });
+  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+  EXPECT_EQ(error.Path(), "c:\\stations\\two");
   const OrdinaryUser user(tree.Root());
   const LockedFolder locked(tree.Native("c:\\stations"));
   EXPECT_EQ(ErrorOf([] { Recycle("c:\\stations\\one"); }).Kind(), ErrorKind::NoPermission);
-  EXPECT_EQ(tree.Read("c:\\stations\\one"), "x");
+  EXPECT_EQ(ErrorOf([] { MakeFolder("c:\\stations\\new"); }).Kind(), ErrorKind::NoPermission);
+  EXPECT_EQ(tree.Names("c:\\stations"), Names{"one"});
 }
 
-TEST(Search, LeavesOutNamesThatWouldMeanAnotherPath) {
+TEST(RecycleEntry, TakesExactlyTheNamedEntry) {
+  const TestTree tree;
+  tree.Write(R"(c:\a\SN1)", "x");
+  RecycleEntry("c:\\A", "SN1");
+  EXPECT_EQ(tree.Names("c:\\a"), Names{});
+  tree.Write(R"(c:\a\sn1)", "x");
+  EXPECT_EQ(ErrorOf([] { RecycleEntry("c:\\a", "SN1"); }).Kind(), ErrorKind::NotFound);
+  EXPECT_EQ(tree.Names("c:\\a"), Names{"sn1"});
+}
+
+TEST(Search, LeavesOutNamesThatHoldASeparator) {
   const test::TestTree tree;
   tree.Write(R"(c:\a\SN1)", "");
   test::WriteNative(tree.Native(R"(c:\a)") / R"(..\b)", "");

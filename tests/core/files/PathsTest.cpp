@@ -5,6 +5,9 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
@@ -17,144 +20,73 @@ namespace {
 using test::TestTree;
 using test::WriteNative;
 
-std::string Drives(const TestTree& tree) {
-  return (tree.Root() / "drives").string();
-}
-
-TEST(NativePath, OfADriveLiesBelowTheDriveFolder) {
+TEST(NativePath, OfADriveIsAFolderInTheDriveFolder) {
   const TestTree tree;
-  const std::string drives = Drives(tree);
-  EXPECT_EQ(NativePath("c:\\calfactors"), drives + "/c/calfactors");
-  EXPECT_EQ(NativePath("c:\\calfactors\\PX12A\\SN12345"), drives + "/c/calfactors/PX12A/SN12345");
-  EXPECT_EQ(NativePath("d:\\stations"), drives + "/d/stations");
-  EXPECT_EQ(NativePath("z:\\x"), drives + "/z/x");
-}
-
-TEST(NativePath, BothSeparatorsSeparate) {
-  const TestTree tree;
-  const std::string expected = Drives(tree) + "/c/a/b/d";
-  EXPECT_EQ(NativePath("c:\\a\\b\\d"), expected);
-  EXPECT_EQ(NativePath("c:/a/b/d"), expected);
-  EXPECT_EQ(NativePath("c:\\a/b\\d"), expected);
-  EXPECT_EQ(NativePath("c:\\\\a//b\\/d"), expected);
-}
-
-TEST(NativePath, OfADriveLetterInEitherCaseIsTheSame) {
-  const TestTree tree;
-  EXPECT_EQ(NativePath("C:\\calfactors"), Drives(tree) + "/c/calfactors");
-  EXPECT_EQ(NativePath("D:/x"), Drives(tree) + "/d/x");
-}
-
-TEST(NativePath, OfTheRootOfADrive) {
-  const TestTree tree;
-  const std::filesystem::path root = tree.Root() / "drives" / "c";
-  for (const char* path : {"c:", "c:\\", "c:/", "C:\\", "c:\\.", "c:\\a\\.."}) {
-    SCOPED_TRACE(path);
-    EXPECT_TRUE(std::filesystem::equivalent(NativePath(path), root)) << NativePath(path);
+  const std::filesystem::path drives = tree.Root() / "drives";
+  const std::vector<std::pair<const char*, const char*>> paths = {
+      {R"(c:\calfactors\PX12A\SN1)", "c/calfactors/PX12A/SN1"},
+      {R"(D:\stations)", "d/stations"},
+      {R"(c:/a/b)", "c/a/b"},
+      {R"(c:\\a//b\/d)", "c/a/b/d"},
+      {"c:", "c"},
+      {"C:\\", "c"},
+      // Dots are resolved and never lead out of the drive.
+      {R"(c:\a\..\b)", "c/b"},
+      {R"(c:\.\a\.\b)", "c/a/b"},
+      {R"(c:\a\b\..\..\d)", "c/d"},
+      {R"(c:\..\..\..\etc\passwd)", "c/etc/passwd"},
+      {R"(c:\a\..\..\d\x)", "c/d/x"},
+      {R"(c:..\a)", "c/a"},
+      {R"(c:\a.b\..c\...\d.)", "c/a.b/..c/.../d."}};
+  for (const auto& [path, expected] : paths) {
+    EXPECT_EQ(NativePath(path), drives / expected) << path;
   }
 }
 
-TEST(NativePath, DotsAreResolvedAndNeverLeadOutOfADrive) {
+TEST(NativePath, OfAnyOtherPathIsThatPath) {
   const TestTree tree;
-  const std::string c = Drives(tree) + "/c";
-  EXPECT_EQ(NativePath("c:\\a\\..\\b"), c + "/b");
-  EXPECT_EQ(NativePath("c:\\.\\a\\.\\b"), c + "/a/b");
-  EXPECT_EQ(NativePath("c:\\a\\b\\..\\..\\d"), c + "/d");
-  EXPECT_EQ(NativePath("c:\\..\\a"), c + "/a");
-  EXPECT_EQ(NativePath("c:\\..\\..\\..\\..\\etc\\passwd"), c + "/etc/passwd");
-  EXPECT_EQ(NativePath("c:\\a\\..\\..\\d\\x"), c + "/d/x");
-  EXPECT_EQ(NativePath("c:..\\a"), c + "/a");
-  EXPECT_EQ(NativePath("c:/../../a"), c + "/a");
-}
-
-TEST(NativePath, NamesWithDotsInThemAreNames) {
-  const TestTree tree;
-  const std::string c = Drives(tree) + "/c";
-  EXPECT_EQ(NativePath("c:\\a.b\\..c\\...\\d."), c + "/a.b/..c/.../d.");
-}
-
-TEST(NativePath, AnyOtherPathIsTakenAsItIs) {
-  const TestTree tree;
-  EXPECT_EQ(NativePath("/no-such-folder/of/ours"), "/no-such-folder/of/ours");
-  EXPECT_EQ(NativePath("\\no-such-folder\\of\\ours"), "/no-such-folder/of/ours");
-  EXPECT_EQ(NativePath(tree.Root().string()), tree.Root().string());
-  // A drive is one letter and a colon, at the start.
+  EXPECT_EQ(NativePath(R"(\no-such-folder\of\ours)"), "/no-such-folder/of/ours");
+  EXPECT_EQ(NativePath(tree.Root().string()), tree.Root());
+  EXPECT_EQ(NativePath("no-such-folder/x"), "./no-such-folder/x");
+  EXPECT_EQ(NativePath("../no-such-folder"), "./../no-such-folder");
+  // A drive is one letter and a colon, at the beginning.
   EXPECT_EQ(NativePath("/no-such-folder/c:/x"), "/no-such-folder/c:/x");
   EXPECT_EQ(NativePath("/1:/x"), "/1:/x");
+  WriteNative(tree.Root() / "File", "x");
+  EXPECT_EQ(NativePath(tree.Root().string() + "\\FILE"), tree.Root() / "File");
 }
 
-TEST(NativePath, AnEntryThatDiffersOnlyInCaseIsMeant) {
+TEST(NativePath, FindsAnEntryThatDiffersOnlyInCase) {
   const TestTree tree;
   tree.Write(R"(c:\CalFactors\Px12a\Sn1)", "x");
-  const std::string expected = Drives(tree) + "/c/CalFactors/Px12a/Sn1";
-  EXPECT_EQ(NativePath("c:\\CalFactors\\Px12a\\Sn1"), expected);
-  EXPECT_EQ(NativePath("c:\\calfactors\\PX12A\\SN1"), expected);
-  EXPECT_EQ(NativePath("C:\\CALFACTORS\\px12a\\sN1"), expected);
-  EXPECT_EQ(NativePath("c:\\CALFACTORS\\..\\calfactors\\PX12A\\sn1"), expected);
+  tree.Write("c:\\Pr\u00FCf", "x");
+  const std::filesystem::path c = tree.Root() / "drives" / "c";
+  for (const char* path :
+       {R"(c:\calfactors\PX12A\SN1)", R"(C:\CALFACTORS\..\calfactors\px12a\sN1)"}) {
+    EXPECT_EQ(NativePath(path), c / "CalFactors" / "Px12a" / "Sn1") << path;
+  }
+  EXPECT_EQ(NativePath(R"(c:\calfactors\PX12A\SN2)"), c / "CalFactors" / "Px12a" / "SN2");
+  EXPECT_EQ(NativePath("c:\\calfactorss"), c / "calfactorss");
+  // Only the letters A to Z have a case.
+  EXPECT_EQ(NativePath("c:\\PR\u00FCF"), c / "Pr\u00FCf");
+  EXPECT_EQ(NativePath("c:\\Pr\u00DCf"), c / "Pr\u00DCf");
 }
 
-TEST(NativePath, WhatDoesNotExistKeepsItsNameBelowWhatDoes) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\CalFactors\\Px12a");
-  const std::string folder = Drives(tree) + "/c/CalFactors";
-  EXPECT_EQ(NativePath("c:\\calfactors\\PX12A\\SN1"), folder + "/Px12a/SN1");
-  EXPECT_EQ(NativePath("c:\\calfactors\\New\\Deep"), folder + "/New/Deep");
-  EXPECT_EQ(NativePath("c:\\calfactorss"), Drives(tree) + "/c/calfactorss");
-}
-
-TEST(NativePath, AnEntryOfExactlyTheNameWins) {
+TEST(NativePath, PrefersTheEntryWithExactlyTheName) {
   const TestTree tree;
   tree.Write("c:\\data\\abc", "1");
   tree.Write("c:\\data\\ABC", "2");
-  tree.Write("c:\\data\\Abc", "3");
-  tree.Write("c:\\DATA\\abc", "4");
-  const std::string c = Drives(tree) + "/c";
-  EXPECT_EQ(NativePath("c:\\data\\abc"), c + "/data/abc");
-  EXPECT_EQ(NativePath("c:\\data\\ABC"), c + "/data/ABC");
-  EXPECT_EQ(NativePath("c:\\data\\Abc"), c + "/data/Abc");
-  EXPECT_EQ(NativePath("c:\\DATA\\abc"), c + "/DATA/abc");
-  const std::string other = NativePath("c:\\data\\aBC");
-  EXPECT_TRUE(other == c + "/data/abc" || other == c + "/data/ABC" || other == c + "/data/Abc")
-      << other;
+  tree.Write("c:\\DATA\\abc", "3");
+  std::filesystem::create_symlink("missing", tree.Native("c:\\data\\Abc"));
+  for (const char* path :
+       {R"(c:\data\abc)", R"(c:\data\ABC)", R"(c:\DATA\abc)", R"(c:\data\Abc)"}) {
+    EXPECT_EQ(NativePath(path), tree.Native(path));
+  }
 }
 
-TEST(NativePath, ALinkOfExactlyTheNameWinsEvenWhenItLeadsNowhere) {
+TEST(PathText, HasTheDriveLetterOfASystemPath) {
   const TestTree tree;
-  tree.Write("c:\\ABC", "1");
-  std::filesystem::create_symlink("missing", tree.Native("c:\\abc"));
-  EXPECT_EQ(NativePath("c:\\abc"), Drives(tree) + "/c/abc");
-}
-
-TEST(NativePath, CaseIsThatOfTheLettersAToZ) {
-  const TestTree tree;
-  tree.Write(
-      "c:\\Pr\xC3\xBC"
-      "f",
-      "x");
-  EXPECT_EQ(NativePath("c:\\PR\xC3\xBC"
-                       "F"),
-            Drives(tree) +
-                "/c/Pr\xC3\xBC"
-                "f");
-  EXPECT_EQ(NativePath("c:\\Pr\xC3\x9C"
-                       "f"),
-            Drives(tree) +
-                "/c/Pr\xC3\x9C"
-                "f");
-}
-
-TEST(NativePath, APathWithoutADriveFindsEntriesOfAnotherCaseToo) {
-  const TestTree tree;
-  WriteNative(tree.Root() / "File", "x");
-  const std::string root = tree.Root().string();
-  EXPECT_EQ(NativePath(root + "/file"), root + "/File");
-  EXPECT_EQ(NativePath(root + "\\FILE"), root + "/File");
-  EXPECT_EQ(NativePath(root + "/File"), root + "/File");
-}
-
-TEST(PathText, OfANativePathHasItsDriveLetter) {
-  const TestTree tree;
-  const std::filesystem::path drives = Drives(tree);
+  const std::filesystem::path drives = tree.Root() / "drives";
   EXPECT_EQ(PathText(drives / "c" / "calfactors" / "PX12A"), R"(c:\calfactors\PX12A)");
   EXPECT_EQ(PathText(drives / "d" / "x" / ""), R"(d:\x\)");
   EXPECT_EQ(PathText(drives / "c"), "c:\\");
@@ -174,7 +106,7 @@ TEST(ShownPath, HasOneKindOfSeparator) {
             std::string("Text.\n\n/srv/data/x, line 3"));
 }
 
-TEST(FullPathText, OfARelativePathIsWhereItLies) {
+TEST(FullPathText, OfARelativePathBeginsWithTheCurrentFolder) {
   const TestTree tree;
   const std::string here = std::filesystem::current_path().string();
   for (const char* path : {"calfactors", " c:\\calfactors", "", ".", "../x"}) {
@@ -189,7 +121,7 @@ TEST(FullPathText, OfARelativePathIsWhereItLies) {
   EXPECT_EQ(FullPathText("c:x"), "c:\\x");
 }
 
-TEST(Share, IsRefusedWithTheWayToReachIt) {
+TEST(Share, IsRefusedAndTheErrorSaysHowToReachIt) {
   const TestTree tree;
   for (const char* path :
        {R"(\\server\share)", R"( \\server\share)", "//no-such-server/share", R"(\\tmp)"}) {
@@ -205,29 +137,17 @@ TEST(Share, IsRefusedWithTheWayToReachIt) {
   }
 }
 
-TEST(Joined, HasOneSeparatorBetween) {
+TEST(PathTexts, AreJoinedAndSplitAtEitherSeparator) {
   EXPECT_EQ(Joined("c:\\calfactors", "PX12A"), "c:\\calfactors\\PX12A");
   EXPECT_EQ(Joined("c:\\", "PX12A"), "c:\\PX12A");
-  EXPECT_EQ(Joined("c:\\calfactors\\", "PX12A"), "c:\\calfactors\\PX12A");
-  EXPECT_EQ(Joined("/srv/data", "PX12A"), "/srv/data\\PX12A");
-}
-
-TEST(FolderOf, IsThePathUpToItsLastSeparator) {
-  EXPECT_EQ(FolderOf("c:\\calfactors\\PX12A\\SN1"), "c:\\calfactors\\PX12A");
-  EXPECT_EQ(FolderOf("c:/calfactors/PX12A"), "c:/calfactors");
-  EXPECT_EQ(FolderOf("c:\\calfactors/PX12A"), "c:\\calfactors");
-  EXPECT_EQ(FolderOf("c:/calfactors\\PX12A"), "c:/calfactors");
-  EXPECT_EQ(FolderOf("SN1"), "");
-  EXPECT_EQ(FolderOf(""), "");
-}
-
-TEST(LastNameOf, IsThePathAfterItsLastSeparator) {
-  EXPECT_EQ(LastNameOf("c:\\calfactors\\PX12A\\SN1"), "SN1");
-  EXPECT_EQ(LastNameOf("c:\\calfactors/PX12A"), "PX12A");
-  EXPECT_EQ(LastNameOf("c:/calfactors\\PX12A"), "PX12A");
-  EXPECT_EQ(LastNameOf("SN1"), "SN1");
-  EXPECT_EQ(LastNameOf("c:\\"), "");
-  EXPECT_EQ(LastNameOf(""), "");
+  EXPECT_EQ(Joined("/srv/data/", "PX12A"), "/srv/data/PX12A");
+  for (const auto& [path, folder, name] :
+       {std::tuple("c:\\calfactors/PX12A", "c:\\calfactors", "PX12A"),
+        std::tuple("c:/calfactors\\PX12A", "c:/calfactors", "PX12A"), std::tuple("SN1", "", "SN1"),
+        std::tuple("c:\\", "c:", ""), std::tuple("", "", "")}) {
+    EXPECT_EQ(FolderOf(path), folder);
+    EXPECT_EQ(LastNameOf(path), name);
+  }
 }
 
 TEST(DriveFolder, CanBePutElsewhereAndBack) {

@@ -20,7 +20,6 @@
 #include "core/files/SaveFileSample.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
-#include "support/FileSizeLimit.h"
 #include "support/TestTree.h"
 #include "support/TinyDisk.h"
 
@@ -29,7 +28,6 @@ namespace {
 
 using test::ErrorOf;
 using test::FaultPlatform;
-using test::FileSizeLimit;
 using test::kDataFile;
 using test::kDataFolder;
 using test::kNewBytes;
@@ -62,7 +60,7 @@ class SaveFileFaults : public testing::Test {
     }
   }
 
-  // A save that meets the fault once, and overwrites the file instead of replacing it.
+  // A save that fails once in `step`, and then overwrites the file instead of replacing it.
   void ExpectWrittenInPlace(Step step, std::errc fault) {
     tree.Write(kDataFile, kOldBytes);
     const ino_t before = StatOf(tree.Native(kDataFile)).st_ino;
@@ -78,13 +76,6 @@ class SaveFileFaults : public testing::Test {
   FaultPlatform platform;
 };
 
-TEST_F(SaveFileFaults, WithoutAFaultTheSaveSucceeds) {
-  tree.Write(kDataFile, kOldBytes);
-  SaveFile(kDataFile, kNewBytes);
-  EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-  EXPECT_EQ(platform.opened, 0);
-}
-
 TEST_F(SaveFileFaults, WritesOfOneByteAtATimeSucceed) {
   platform.portion = 1;
   tree.Write(kDataFile, kOldBytes);
@@ -97,27 +88,21 @@ TEST_F(SaveFileFaults, WritesOfOneByteAtATimeSucceed) {
   EXPECT_EQ(platform.opened, 1);
 }
 
-TEST_F(SaveFileFaults, AnyStepBeforeTheLastLeavesTheOldFileWhole) {
+TEST_F(SaveFileFaults, AFailedStepLeavesTheOldFileOrNone) {
   for (const bool always : {false, true}) {
     platform.always = always;
-    for (const Step step : {Step::Nothing, Step::Length, Step::Sync, Step::Close, Step::Replace}) {
-      SCOPED_TRACE(testing::Message() << "step " << static_cast<int>(step) << always);
+    for (const Step step : {Step::Resolve, Step::Facts, Step::Create, Step::Nothing, Step::Length,
+                            Step::Attributes, Step::Sync, Step::Close, Step::Replace}) {
+      SCOPED_TRACE(testing::Message() << step << ", always " << always);
       tree.Write(kDataFile, kOldBytes);
       Set(step);
       ExpectFailure(&kOldBytes);
       EXPECT_EQ(platform.opened, 0) << "never in place after a failed write";
-    }
-  }
-}
-
-TEST_F(SaveFileFaults, AnyStepBeforeTheLastLeavesNoNewFile) {
-  tree.MakeFolders(kDataFolder);
-  for (const bool always : {false, true}) {
-    platform.always = always;
-    for (const Step step : {Step::Nothing, Step::Length, Step::Sync, Step::Close, Step::Replace}) {
-      SCOPED_TRACE(testing::Message() << "step " << static_cast<int>(step) << always);
-      Set(step);
-      ExpectFailure(nullptr);
+      fs::remove(tree.Native(kDataFile));
+      if (step != Step::Attributes) {  // a new file takes none
+        Set(step);
+        ExpectFailure(nullptr);
+      }
     }
   }
 }
@@ -126,74 +111,40 @@ TEST_F(SaveFileFaults, AWriteMayFailAtAnyByte) {
   for (const bool always : {false, true}) {
     platform.always = always;
     for (std::size_t byte = 0; byte < kNewBytes.size(); ++byte) {
-      SCOPED_TRACE(byte);
-      platform.failAtByte = byte;
-      tree.Write(kDataFile, kOldBytes);
-      Set(Step::Write, std::errc::no_space_on_device);
-      ExpectFailure(&kOldBytes);
-      EXPECT_EQ(platform.opened, 0) << "never in place after a failed write";
-      fs::remove(tree.Native(kDataFile));
-      Set(Step::Write, std::errc::no_space_on_device);
-      ExpectFailure(nullptr);
+      for (const Step step : {Step::Write, Step::Nothing}) {
+        SCOPED_TRACE(testing::Message() << step << " at " << byte);
+        platform.failAtByte = byte;
+        tree.Write(kDataFile, kOldBytes);
+        Set(step, std::errc::no_space_on_device);
+        ExpectFailure(&kOldBytes);
+        EXPECT_EQ(platform.opened, 0) << "never in place after a failed write";
+        EXPECT_LT(platform.faults, 1000) << "tried again without end";
+        fs::remove(tree.Native(kDataFile));
+        Set(step, std::errc::no_space_on_device);
+        ExpectFailure(nullptr);
+      }
     }
   }
 }
 
-TEST_F(SaveFileFaults, AWriteThatWritesNothingIsAFailureAtAnyByte) {
-  platform.always = true;
-  for (std::size_t byte = 0; byte < kNewBytes.size(); ++byte) {
-    SCOPED_TRACE(byte);
-    platform.failAtByte = byte;
-    tree.Write(kDataFile, kOldBytes);
-    Set(Step::Nothing);
-    ExpectFailure(&kOldBytes);
-    EXPECT_LT(platform.faults, 1000) << "tried again without end";
-  }
-}
-
-TEST_F(SaveFileFaults, ALengthThatIsTooLongIsWrongToo) {
+TEST_F(SaveFileFaults, ALengthThatIsTooLongIsAFailure) {
   platform.wrongBy = static_cast<std::uintmax_t>(-1);
   tree.Write(kDataFile, kOldBytes);
   Set(Step::Length);
   ExpectFailure(&kOldBytes);
 }
 
-TEST_F(SaveFileFaults, WhereNoTemporaryCanBeMadeForWantOfSpaceNothingIsWritten) {
-  for (const std::errc fault :
-       {std::errc::no_space_on_device, std::errc::io_error, std::errc::too_many_files_open}) {
-    tree.Write(kDataFile, kOldBytes);
-    Set(Step::Create, fault);
-    ExpectFailure(&kOldBytes);
-    EXPECT_EQ(platform.opened, 0);
-    fs::remove(tree.Native(kDataFile));
-    Set(Step::Create, fault);
-    ExpectFailure(nullptr);
-  }
-}
-
-TEST_F(SaveFileFaults, WhereTheFolderTakesNoNewFileTheOldOneIsWrittenInPlace) {
+TEST_F(SaveFileFaults, OverwritesInPlaceWhatTheFolderDoesNotLetReplace) {
   for (const std::errc fault : {std::errc::permission_denied, std::errc::read_only_file_system,
                                 std::errc::operation_not_permitted}) {
     ExpectWrittenInPlace(Step::Create, fault);
   }
-}
-
-TEST_F(SaveFileFaults, AGroupThatCannotBeKeptIsKeptByWritingInPlace) {
+  // A group that cannot be kept, and a folder in which users may replace only their own files.
   ExpectWrittenInPlace(Step::Attributes, std::errc::operation_not_permitted);
-}
-
-TEST_F(SaveFileFaults, AFileThatItsFolderLetsNobodyElseReplaceIsWrittenInPlace) {
   ExpectWrittenInPlace(Step::Replace, std::errc::operation_not_permitted);
 }
 
-TEST_F(SaveFileFaults, AttributesThatFailOtherwiseLeaveTheOldFileWhole) {
-  platform.always = true;
-  tree.Write(kDataFile, kOldBytes);
-  Set(Step::Attributes, std::errc::io_error);
-  ExpectFailure(&kOldBytes);
-}
-
-TEST_F(SaveFileFaults, OnlyTheSyncOfTheFolderFailsBehindTheReplacement) {
+TEST_F(SaveFileFaults, TheNewFileIsThereWhenOnlyTheSyncOfItsFolderFails) {
   tree.Write(kDataFile, kOldBytes);
   Set(Step::SyncFolder);
   ExpectFailure(&kNewBytes);
@@ -202,7 +153,7 @@ TEST_F(SaveFileFaults, OnlyTheSyncOfTheFolderFailsBehindTheReplacement) {
   ExpectFailure(&kNewBytes);
 }
 
-// ---- The same in place, where the file has a second name.
+// ---- The same in place, for a file with two names.
 
 class SaveFileInPlaceFaults : public SaveFileFaults {
  public:
@@ -246,49 +197,23 @@ TEST_F(SaveFileInPlaceFaults, AnyOtherStepRestoresTheOldContent) {
   }
 }
 
-TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNothingMoreIsToldAndNotTriedWithoutEnd) {
+TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNotAByteMoreLosesNothing) {
   platform.always = true;
   for (const Step step : {Step::Open, Step::Write, Step::Nothing}) {
-    SCOPED_TRACE(static_cast<int>(step));
+    SCOPED_TRACE(step);
     Prepare(kOldBytes);
     Set(step, std::errc::no_space_on_device);
-    ExpectOld(kOldBytes);  // not a byte was changed, so nothing is lost
-    EXPECT_LT(platform.faults, 10);
+    ExpectOld(kOldBytes);
+    EXPECT_LT(platform.faults, 10) << "tried again without end";
   }
 }
 
-TEST_F(SaveFileInPlaceFaults, WhatCannotBePutBackEitherIsToldAtAnyByte) {
+TEST_F(SaveFileInPlaceFaults, AContentThatCannotBePutBackIsReported) {
   platform.always = true;
-  const std::string text =
-      "Saving failed (No space left on device), and the earlier content could not be put back. "
-      "Keep this screen open, see to the disk and save again.";
-  for (std::size_t byte = 1; byte < kNewBytes.size(); ++byte) {
-    SCOPED_TRACE(byte);
-    platform.failAtByte = byte;
-    Prepare(kOldBytes);
-    Set(Step::Write, std::errc::no_space_on_device);
-    const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
-    EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-    EXPECT_EQ(error.Path(), kDataFile);
-    EXPECT_EQ(error.Text(), text);
-    EXPECT_EQ(platform.opened, 2);  // to save, and to put back
-    EXPECT_EQ(platform.faults, 2);
-    // As much as the disk took was put back over what the save had written.
-    EXPECT_EQ(tree.Read(kDataFile), kOldBytes);
-    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
-    // Saving again, as the message says, helps when the disk takes it.
-    Set(Step::None);
-    SaveFile(kDataFile, kNewBytes);
-    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
-  }
-}
-
-TEST_F(SaveFileInPlaceFaults, AnyOtherStepThatFailsAgainWhilePuttingBackIsTold) {
-  platform.always = true;
-  for (const Step step : {Step::Nothing, Step::Cut, Step::Length, Step::Sync, Step::Close}) {
+  platform.failAtByte = 4;
+  for (const Step step :
+       {Step::Write, Step::Nothing, Step::Cut, Step::Length, Step::Sync, Step::Close}) {
     SCOPED_TRACE(step);
-    platform.failAtByte = 4;
     Prepare(kOldBytes);
     Set(step);
     const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
@@ -297,60 +222,20 @@ TEST_F(SaveFileInPlaceFaults, AnyOtherStepThatFailsAgainWhilePuttingBackIsTold) 
     EXPECT_EQ(error.Text(),
               "Saving failed (Input/output error), and the earlier content could not be put back. "
               "Keep this screen open, see to the disk and save again.");
-    EXPECT_EQ(platform.opened, 2);
+    EXPECT_EQ(platform.opened, 2) << "to save, and to put back";
     EXPECT_EQ(platform.faults, 2);
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    // Saving again, as the message says, succeeds once the disk works.
     Set(Step::None);
     SaveFile(kDataFile, kNewBytes);
     EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
   }
 }
 
-// ---- Limits and disks that are really full.
+// ---- Disks that are really full.
 
-Error SavedUnderALimit(const std::string& bytes) {
-  return ErrorOf([&] {
-    const FileSizeLimit limit(1000);
-    SaveFile(kDataFile, bytes);
-  });
-}
-
-TEST(SaveFileLimits, AFileThatMayNotGrowSoFarIsAnErrorAndStaysAsItWas) {
-  const TestTree tree;
-  tree.Write(kDataFile, kOldBytes);
-  EXPECT_EQ(SavedUnderALimit(std::string(5000, 'n')).Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(tree.Read(kDataFile), kOldBytes);
-  EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
-}
-
-TEST(SaveFileLimits, ANewFileThatMayNotGrowSoFarDoesNotComeToBe) {
-  const TestTree tree;
-  tree.MakeFolders(kDataFolder);
-  EXPECT_EQ(SavedUnderALimit(std::string(5000, 'n')).Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(tree.Names(kDataFolder), Names{});
-}
-
-TEST(SaveFileLimits, AFileInPlaceThatMayNotGrowSoFarGetsItsContentBack) {
-  const TestTree tree;
-  const std::string old(500, 'o');
-  tree.Write(kDataFile, old);
-  fs::create_hard_link(tree.Native(kDataFile), tree.Native("c:\\other"));
-  EXPECT_EQ(SavedUnderALimit(std::string(5000, 'n')).Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(tree.Read(kDataFile), old);
-  EXPECT_EQ(tree.Read("c:\\other"), old);
-}
-
-TEST(SaveFileLimits, AFileJustWithinTheLimitIsSaved) {
-  const TestTree tree;
-  tree.Write(kDataFile, kOldBytes);
-  const std::string bytes(1000, 'n');
-  {
-    const FileSizeLimit limit(1000);
-    SaveFile(kDataFile, bytes);
-  }
-  EXPECT_EQ(tree.Read(kDataFile), bytes);
-}
-
-// What the child process below finds wrong, line by line; it cannot use the test's own checks.
+// The failed checks of the child process below, one per line: it cannot use the test's own.
 class Findings {
  public:
   void Check(bool holds, const std::string& what) {
@@ -414,7 +299,7 @@ std::string OnAFullFileSystem(const TestTree& tree) {
   return findings.Text();
 }
 
-TEST(SaveFileLimits, AFullFileSystemIsAnErrorAndEveryFileStaysAsItWas) {
+TEST(SaveFile, ToAFullFileSystemFailsAndLeavesEveryFileAsItWas) {
   const TestTree tree;
   tree.MakeFolders("c:\\full");
   std::array<int, 2> ends{};
@@ -433,16 +318,16 @@ TEST(SaveFileLimits, AFullFileSystemIsAnErrorAndEveryFileStaysAsItWas) {
                                                                                             : 1);
   }
   ::close(ends[1]);
-  std::string told;
+  std::string findings;
   std::array<char, 512> buffer{};
   for (ssize_t count = 0; (count = ::read(ends[0], buffer.data(), buffer.size())) > 0;) {
-    told.append(buffer.data(), static_cast<std::size_t>(count));
+    findings.append(buffer.data(), static_cast<std::size_t>(count));
   }
   ::close(ends[0]);
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  EXPECT_EQ(told, "!");  // nothing found wrong, and the child came to its end
+  EXPECT_EQ(findings, "!");  // no failed check, and the child reached its end
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace tarvell {
 namespace {
 
-TEST(ErrorText, IsToldWholeWhereAValueInItHoldsANul) {
+TEST(Error, ShowsTheWholeTextDespiteANulInIt) {
   const Error error(ErrorKind::Type,
                     std::string("The number \"1E999\0\" is too large. Correct it.", 45), "c:\\a",
                     3);

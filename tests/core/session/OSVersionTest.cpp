@@ -4,10 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstddef>
-#include <ostream>
 #include <string>
 #include <sys/utsname.h>
+#include <vector>
 
 #include "core/platform/ForwardingPlatform.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -21,69 +20,48 @@ struct Version {
   int major;
   int minor;
   int build;
-  const char* platform;
-  const char* version;
-  const char* name;
+  const char* name;  ///< without the version in parentheses
 };
 
-std::ostream& operator<<(std::ostream& out, const Version& shown) {
-  return out << shown.family << ": " << shown.major << '.' << shown.minor << '.' << shown.build;
+// The texts of the versions that need no further record.
+TEST(OSVersion, NamesEveryPlainVersion) {
+  for (const Version& version :
+       std::vector<Version>{{1, 3, 10, 103, "Windows(R) 3.1"},
+                            {1, 3, 0, 1111, "Windows(R) 3.1"},
+                            {1, 4, 0, 950, "Windows(R) 95"},
+                            {1, 4, 0, 1111, "Windows(R) 95 OSR2.0"},
+                            {1, 4, 0, 1212, "Windows(R) 95 OSR2.1"},
+                            {1, 4, 0, 1214, "Windows(R) 95 OSR2.5"},
+                            {1, 4, 0, 2222, "Windows(R) 95"},
+                            {1, 4, 10, 1998, "Windows(R) 98"},
+                            {1, 4, 10, 2222, "Windows(R) 98 Second Edition"},
+                            {1, 4, 10, 1111, "Windows(R) 98"},
+                            {1, 4, 90, 3000, "Windows(R) Millenium Edition"},
+                            {1, 4, 50, 1111, ""},
+                            {1, 5, 0, 1, "Windows"},
+                            {1, 2, 90, 1, "Windows"},
+                            {2, 3, 51, 1057, "Windows(R) NT 3.5"},
+                            {2, 0, 0, 0, "Windows(R) NT 3.5"},
+                            {2, 5, 1, 2600, "Windows(R) 2000"},
+                            {2, 6, 0, 6000, "Windows(R) NT(R) Unknown"},
+                            {2, 10, 0, 19045, "Windows(R) NT(R) Unknown"},
+                            {3, 4, 10, 2222, "Windows(R) 3.1"},
+                            {7, 1, 2, 3, "Windows(R) 3.1"}}) {
+    OSVersionRecord record;
+    record.family = version.family;
+    record.major = version.major;
+    record.minor = version.minor;
+    record.build = version.build;
+    const OSVersionTexts texts = DescribeOSVersion(record);
+    const std::string number = std::to_string(version.major) + "." + std::to_string(version.minor) +
+                               "." + std::to_string(version.build);
+    EXPECT_EQ(texts.platform, version.family == 2 ? "NT" : "95") << number;
+    EXPECT_EQ(texts.version, number);
+    EXPECT_EQ(texts.name, version.name + ("(" + number + ")"));
+  }
 }
 
-class PlainVersion : public testing::TestWithParam<Version> {};
-
-TEST_P(PlainVersion, HasItsTexts) {
-  OSVersionRecord record;
-  record.family = GetParam().family;
-  record.major = GetParam().major;
-  record.minor = GetParam().minor;
-  record.build = GetParam().build;
-  const OSVersionTexts texts = DescribeOSVersion(record);
-  EXPECT_EQ(texts.platform, GetParam().platform);
-  EXPECT_EQ(texts.version, GetParam().version);
-  EXPECT_EQ(texts.name, GetParam().name);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    FirstFamily, PlainVersion,
-    testing::ValuesIn<Version>({
-        {1, 3, 10, 103, "95", "3.10.103", "Windows(R) 3.1(3.10.103)"},
-        {1, 3, 0, 1111, "95", "3.0.1111", "Windows(R) 3.1(3.0.1111)"},
-        {1, 4, 0, 950, "95", "4.0.950", "Windows(R) 95(4.0.950)"},
-        {1, 4, 0, 1111, "95", "4.0.1111", "Windows(R) 95 OSR2.0(4.0.1111)"},
-        {1, 4, 0, 1212, "95", "4.0.1212", "Windows(R) 95 OSR2.1(4.0.1212)"},
-        {1, 4, 0, 1214, "95", "4.0.1214", "Windows(R) 95 OSR2.5(4.0.1214)"},
-        {1, 4, 0, 1213, "95", "4.0.1213", "Windows(R) 95(4.0.1213)"},
-        {1, 4, 0, 2222, "95", "4.0.2222", "Windows(R) 95(4.0.2222)"},
-        {1, 4, 10, 1998, "95", "4.10.1998", "Windows(R) 98(4.10.1998)"},
-        {1, 4, 10, 2222, "95", "4.10.2222", "Windows(R) 98 Second Edition(4.10.2222)"},
-        {1, 4, 10, 1111, "95", "4.10.1111", "Windows(R) 98(4.10.1111)"},
-        {1, 4, 90, 3000, "95", "4.90.3000", "Windows(R) Millenium Edition(4.90.3000)"},
-        {1, 4, 1, 7, "95", "4.1.7", "(4.1.7)"},
-        {1, 4, 50, 1111, "95", "4.50.1111", "(4.50.1111)"},
-        {1, 5, 0, 1, "95", "5.0.1", "Windows(5.0.1)"},
-        {1, 2, 90, 1, "95", "2.90.1", "Windows(2.90.1)"},
-        {1, 0, 0, 0, "95", "0.0.0", "Windows(0.0.0)"},
-    }));
-
-INSTANTIATE_TEST_SUITE_P(
-    SecondFamily, PlainVersion,
-    testing::ValuesIn<Version>({
-        {2, 3, 51, 1057, "NT", "3.51.1057", "Windows(R) NT 3.5(3.51.1057)"},
-        {2, 0, 0, 0, "NT", "0.0.0", "Windows(R) NT 3.5(0.0.0)"},
-        {2, 5, 0, 2195, "NT", "5.0.2195", "Windows(R) 2000(5.0.2195)"},
-        {2, 5, 1, 2600, "NT", "5.1.2600", "Windows(R) 2000(5.1.2600)"},
-        {2, 6, 0, 6000, "NT", "6.0.6000", "Windows(R) NT(R) Unknown(6.0.6000)"},
-        {2, 10, 0, 19045, "NT", "10.0.19045", "Windows(R) NT(R) Unknown(10.0.19045)"},
-    }));
-
-INSTANTIATE_TEST_SUITE_P(AnyOtherFamily, PlainVersion,
-                         testing::ValuesIn<Version>({
-                             {3, 4, 10, 2222, "95", "4.10.2222", "Windows(R) 3.1(4.10.2222)"},
-                             {7, 1, 2, 3, "95", "1.2.3", "Windows(R) 3.1(1.2.3)"},
-                         }));
-
-std::string NameOf5(bool known, int productType, int servicePackMajor) {
+std::string TextOf2000(bool known, int productType, int servicePackMajor) {
   OSVersionRecord record;
   record.family = 2;
   record.major = 5;
@@ -96,21 +74,18 @@ std::string NameOf5(bool known, int productType, int servicePackMajor) {
 }
 
 TEST(OSVersion, TheExtendedRecordAddsProductAndServicePack) {
-  EXPECT_EQ(NameOf5(true, 1, 0), "Windows(R) 2000 Proffessional(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 2, 0), "Windows(R) 2000 Domain Controller(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 3, 0), "Windows(R) 2000 Server(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 0, 0), "Windows(R) 2000(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 4, 0), "Windows(R) 2000(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 1, 1), "Windows(R) 2000 Proffessional 1(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 3, 4), "Windows(R) 2000 Server 4(5.0.2195)");
-  EXPECT_EQ(NameOf5(true, 9, 4), "Windows(R) 2000 4(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 1, 0), "Windows(R) 2000 Proffessional(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 2, 0), "Windows(R) 2000 Domain Controller(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 3, 0), "Windows(R) 2000 Server(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 0, 0), "Windows(R) 2000(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 4, 0), "Windows(R) 2000(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 1, 1), "Windows(R) 2000 Proffessional 1(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 3, 4), "Windows(R) 2000 Server 4(5.0.2195)");
+  EXPECT_EQ(TextOf2000(true, 9, 4), "Windows(R) 2000 4(5.0.2195)");
+  EXPECT_EQ(TextOf2000(false, 1, 4), "Windows(R) 2000(5.0.2195)");
 }
 
-TEST(OSVersion, WithoutTheExtendedRecordNothingIsAdded) {
-  EXPECT_EQ(NameOf5(false, 1, 4), "Windows(R) 2000(5.0.2195)");
-}
-
-std::string NameOf4(const std::string& servicePack) {
+std::string TextOfNT4(const std::string& servicePack) {
   OSVersionRecord record;
   record.family = 2;
   record.major = 4;
@@ -125,16 +100,17 @@ std::string NameOf4(const std::string& servicePack) {
 TEST(OSVersion, TheServicePackTextFillsItsField) {
   const std::string head = "Windows(R) NT 4.0 Service Pack ";
   const std::string tail = "(4.0.1381)";
-  EXPECT_EQ(NameOf4("Service Pack 6"), head + "Service Pack 6" + std::string(113, ' ') + tail);
-  EXPECT_EQ(NameOf4("  Service Pack 6  "), head + "Service Pack 6" + std::string(113, ' ') + tail);
-  EXPECT_EQ(NameOf4(""), head + std::string(127, ' ') + tail);
-  EXPECT_EQ(NameOf4(std::string(127, 'x')), head + std::string(127, 'x') + tail);
-  EXPECT_EQ(NameOf4(std::string(128, 'x')), head + std::string(127, 'x') + tail);
+  EXPECT_EQ(TextOfNT4("Service Pack 6"), head + "Service Pack 6" + std::string(113, ' ') + tail);
+  EXPECT_EQ(TextOfNT4("  Service Pack 6  "),
+            head + "Service Pack 6" + std::string(113, ' ') + tail);
+  EXPECT_EQ(TextOfNT4(""), head + std::string(127, ' ') + tail);
+  EXPECT_EQ(TextOfNT4(std::string(127, 'x')), head + std::string(127, 'x') + tail);
+  EXPECT_EQ(TextOfNT4(std::string(128, 'x')), head + std::string(127, 'x') + tail);
   // Characters count, not bytes.
-  EXPECT_EQ(NameOf4("\u00C4\u00D6"), head + "\u00C4\u00D6" + std::string(125, ' ') + tail);
+  EXPECT_EQ(TextOfNT4("\u00C4\u00D6"), head + "\u00C4\u00D6" + std::string(125, ' ') + tail);
   const std::string x126(126, 'x');
-  EXPECT_EQ(NameOf4(x126 + "\u00DF"), head + x126 + "\u00DF" + tail);
-  EXPECT_EQ(NameOf4(x126 + "\u00DFy"), head + x126 + "\u00DF" + tail);
+  EXPECT_EQ(TextOfNT4(x126 + "\u00DF"), head + x126 + "\u00DF" + tail);
+  EXPECT_EQ(TextOfNT4(x126 + "\u00DFy"), head + x126 + "\u00DF" + tail);
 }
 
 TEST(OSVersion, ASystemWithoutFamiliesHasItsOwnName) {
@@ -152,16 +128,16 @@ TEST(OSVersion, ASystemWithoutFamiliesHasItsOwnName) {
 class VersionPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override {
-    if (tells) {
+    if (reportsVersion) {
       record.family = 1;
       record.major = 4;
       record.minor = 10;
       record.build = 2222;
     }
-    return tells;
+    return reportsVersion;
   }
 
-  bool tells = true;
+  bool reportsVersion = true;
 };
 
 class OSVersionGlobals : public testing::Test {
@@ -182,32 +158,23 @@ class OSVersionGlobals : public testing::Test {
   Platform* before_;
 };
 
-TEST_F(OSVersionGlobals, AreFilledFromTheRecord) {
+TEST_F(OSVersionGlobals, ComeFromTheRecord) {
   GetOSVersion();
   EXPECT_EQ(gOSPlatform, "95");
   EXPECT_EQ(gOSVersion, "4.10.2222");
   EXPECT_EQ(gOSName, "Windows(R) 98 Second Edition(4.10.2222)");
 }
 
-TEST_F(OSVersionGlobals, TellOfAQueryThatFailed) {
-  platform.tells = false;
-  gOSPlatform.clear();
+TEST_F(OSVersionGlobals, SayFailAfterAFailedQueryAndKeepThePlatform) {
   GetOSVersion();
-  EXPECT_EQ(gOSPlatform, "");
-  EXPECT_EQ(gOSVersion, "FAIL");
-  EXPECT_EQ(gOSName, "FAIL");
-}
-
-TEST_F(OSVersionGlobals, KeepThePlatformOfAnEarlierQuery) {
-  GetOSVersion();
-  platform.tells = false;
+  platform.reportsVersion = false;
   GetOSVersion();
   EXPECT_EQ(gOSPlatform, "95");
   EXPECT_EQ(gOSVersion, "FAIL");
   EXPECT_EQ(gOSName, "FAIL");
 }
 
-TEST_F(OSVersionGlobals, AreThoseOfTheSystemItself) {
+TEST_F(OSVersionGlobals, DescribeTheRunningSystem) {
   SetCurrentPlatform(nullptr);
   GetOSVersion();
   utsname system{};

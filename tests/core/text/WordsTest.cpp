@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/platform/Error.h"
@@ -21,53 +22,26 @@ using Names = std::vector<std::string>;
 
 using namespace std::string_view_literals;
 
-struct Split {
-  std::string_view line;
-  Names words;
-};
-
-class SplitWordsOf : public testing::TestWithParam<Split> {};
-
-TEST_P(SplitWordsOf, GivesTheWords) {
-  Names words(21, "before");
-  const std::int16_t count = SplitWords(GetParam().line, words);
-  EXPECT_EQ(count, static_cast<std::int16_t>(GetParam().words.size()));
-  Names expected = GetParam().words;
-  expected.resize(20);
-  expected.emplace_back("before");  // the last place is left as it was
-  EXPECT_EQ(words, expected);
+TEST(SplitWords, SeparatesAtBlanksAndControlBlanks) {
+  const std::vector<std::pair<std::string_view, Names>> lines = {
+      {"", {}},
+      {" \t\r\n\b\f\v", {}},
+      {"  a   b\tc ", {"a", "b", "c"}},
+      {"\0\0a\0b\0"sv, {"a", "b"}},
+      {"a\rb\nc\bd\fe\vf", {"a", "b", "c", "d", "e", "f"}},
+      {"a\x0E\aa", {"a\x0E\aa"}},
+      {"a,b;c:d", {"a,b;c:d"}},
+      {"\u00B5 \u20AC\u00A0x", {"\u00B5", "\u20AC\u00A0x"}}};
+  for (const auto& [line, expected] : lines) {
+    SCOPED_TRACE(line);
+    Names words(8, "before");
+    EXPECT_EQ(SplitWords(line, words), static_cast<std::int16_t>(expected.size()));
+    Names all = expected;
+    all.resize(7);
+    all.emplace_back("before");  // the last place is left as it was
+    EXPECT_EQ(words, all);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(SplitWords, SplitWordsOf,
-                         testing::ValuesIn<Split>({
-                             {"  a   b\tc ", {"a", "b", "c"}},
-                             {"", {}},
-                             {"    ", {}},
-                             {"a", {"a"}},
-                             {"one two", {"one", "two"}},
-                             {"one two ", {"one", "two"}},
-                             {"\t\r\n\b\f\v", {}},
-                             {"a\0b"sv, {"a", "b"}},
-                             {"\0\0a\0\0"sv, {"a"}},
-                             {"a\tb", {"a", "b"}},
-                             {"a\r\nb", {"a", "b"}},
-                             {"a\rb", {"a", "b"}},
-                             {"a\nb", {"a", "b"}},
-                             {"a\bb", {"a", "b"}},
-                             {"a\fb", {"a", "b"}},
-                             {"a\vb", {"a", "b"}},
-                             {"a \t\r\n\b\f\v b", {"a", "b"}},
-                             {"a\x01"
-                              "b",
-                              {"a\x01"
-                               "b"}},
-                             {"a,b;c:d", {"a,b;c:d"}},
-                             {"\xC2\xB5 \xE2\x82\xAC", {"\xC2\xB5", "\xE2\x82\xAC"}},
-                             {"a\xC2\xA0"
-                              "b",
-                              {"a\xC2\xA0"
-                               "b"}},
-                         }));
 
 std::string Numbered(int count) {
   std::string line;
@@ -77,7 +51,7 @@ std::string Numbered(int count) {
   return line;
 }
 
-TEST(SplitWords, StopsBehindThirtyWords) {
+TEST(SplitWords, StopsAfterThirtyWords) {
   for (const int count : {30, 31, 35}) {
     SCOPED_TRACE(count);
     Names words(40, "before");
@@ -99,7 +73,7 @@ TEST(SplitWords, FillsTheLastPlaceToo) {
   EXPECT_EQ(words, (Names{"d", "", "c"}));
 }
 
-TEST(SplitWords, AWordWithoutAPlaceIsAnIndexError) {
+TEST(SplitWords, ThrowsAnIndexErrorForAWordWithoutAPlace) {
   Names words(3);
   EXPECT_EQ(ErrorOf([&] { (void)SplitWords("a b c d", words); }).Kind(), ErrorKind::Index);
   Names header(21);
