@@ -9,6 +9,7 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
+#include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/text/FileCharacters.h"
 
@@ -64,8 +65,7 @@ std::string BytesOf(const std::string& item, TextEncoding encoding) {
 }
 
 std::vector<Item> ReadItems(std::size_t limit, TextEncoding encoding) {
-  ItemReader reader;
-  Require(!reader.Open("/drives/c/file", encoding), "the file opens");
+  ItemReader reader(NativePath(kPath), kPath, encoding);
   std::vector<Item> items;
   while (!reader.AtEnd()) {
     Require(items.size() < limit, "every item takes at least a byte");

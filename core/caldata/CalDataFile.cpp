@@ -66,7 +66,7 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
                                             "Remove one of them, then try again.");
     }
   }
-  std::array<std::string, kMostWords> words;
+  std::array<std::string, kWordLimit> words;
   // The line ends at its first comma, and one of its words is its keyword.
   const std::string line = Replaced(value.substr(0, value.find(',')), ':', ' ');
   if (static_cast<std::size_t>(SplitWords(line, words)) >= kLineWords) {
@@ -79,7 +79,7 @@ void CheckHeaderValue(const std::string& field, std::string_view value) {
 
 std::string HeaderValueRead(std::string_view value) {
   // A value of too many words for a line is refused by the save, not while it is typed.
-  std::array<std::string, kMostWords> words;
+  std::array<std::string, kWordLimit> words;
   SplitWords(Replaced(value.substr(0, value.find(',')), ':', ' '), words);
   return words[0];
 }
@@ -145,9 +145,9 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   if (EqualsIgnoringCase(fileName, "NEW")) {
     return SetInitialDefaultData();
   }
-  FileStamp stamp;
-  const Seen seen = Read(fileName, stamp);
-  file_.WasRead(fileName, stamp, serialNumber_);
+  std::string bytes;
+  const Seen seen = Read(fileName, bytes);
+  file_.WasRead(fileName, bytes, serialNumber_);
   if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     Note("The file says that it holds data of the model \"" + seen.model +
          "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
@@ -175,10 +175,10 @@ Replacement CalDataFile::WouldReplace(const std::string& fileName) const {
 
 void CalDataFile::RememberUnchangedSave() {
   try {
-    file_.WouldBeWrittenAs(Bytes());
+    file_.SetUnchangedBytes(Bytes());
   } catch (const Error&) {
     // What cannot be saved before it is corrected is told then.
-    file_.WouldBeWrittenAs({});
+    file_.SetUnchangedBytes({});
   }
 }
 
@@ -195,8 +195,8 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, path);
   }
   holdsDefaults_ = false;
-  FileStamp stamp;
-  const Seen seen = Read(path, stamp);
+  std::string bytes;
+  const Seen seen = Read(path, bytes);
   if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     throw Error(ErrorKind::Template,
                 "The template file is one for the model \"" + seen.model + "\", not for \"" +
@@ -241,9 +241,9 @@ void CalDataFile::NoteDoubtfulRows(const DoubtfulRows& rows, std::size_t shown,
            others & rows.missing & ~rows.emptyField);
 }
 
-CalDataFile::Seen CalDataFile::Read(const std::string& fileName, FileStamp& stamp) {
+CalDataFile::Seen CalDataFile::Read(const std::string& fileName, std::string& bytes) {
   ItemReader reader(fileName);
-  reader.StampContent(stamp);
+  bytes = reader.Bytes();
   Seen seen;
   notices_.clear();
   BeginRead();

@@ -184,7 +184,7 @@ class CalDataFile : public cifCaldata {
   /// Appends everything behind the header lines.
   virtual void WriteBody(FileText& text) const = 0;
 
-  Seen Read(const std::string& fileName, FileStamp& stamp);
+  Seen Read(const std::string& fileName, std::string& bytes);
   void NoteHeader(const std::string& firstItem, const Seen& seen);
   void Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines, Seen& seen);
   void TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen);

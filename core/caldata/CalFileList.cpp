@@ -102,21 +102,23 @@ void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileI
   row.DueDay = row.CalDay;
 }
 
-/// Reads one file's header; nothing when the file is none of the two styles.
-std::optional<CalFileInfo> ReadHeader(const std::filesystem::path& native,
+/// Reads one file's header; nothing when the file is none of the two styles. `kind` is what a
+/// search has reported for it.
+std::optional<CalFileInfo> ReadHeader(const std::filesystem::path& native, EntryKind kind,
                                       const std::string& path) {
-  CalFileInfo row;
-  row.FilePath = path;
-  ItemReader reader(native, path);
-  const std::string first = reader.ReadItem();
-  if (!first.empty() && first.front() == '#') {
-    ReadNewStyleHeader(reader, first, row);
-  } else if (first.find_first_of("\r\n") == std::string::npos) {
-    ReadOldStyleHeader(reader, first, row);
-  } else {
-    return std::nullopt;
-  }
-  return row;
+  return ReadFirstItems(native, kind, path, [&](ItemReader& reader) -> std::optional<CalFileInfo> {
+    CalFileInfo row;
+    row.FilePath = path;
+    const std::string first = reader.ReadItem();
+    if (!first.empty() && first.front() == '#') {
+      ReadNewStyleHeader(reader, first, row);
+    } else if (first.find_first_of("\r\n") == std::string::npos) {
+      ReadOldStyleHeader(reader, first, row);
+    } else {
+      return std::nullopt;
+    }
+    return row;
+  });
 }
 
 /// The entries of a folder that could not be read.
@@ -169,10 +171,10 @@ class UnreadableEntries {
 };
 
 /// As ReadHeader; a file that cannot be read joins `unreadable`.
-std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native,
+std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind,
                                          const std::string& path, UnreadableEntries& unreadable) {
   try {
-    return ReadHeader(native, path);
+    return ReadHeader(native, kind, path);
   } catch (const Error& error) {
     // It must not hide the data sets after it: all are reported together.
     unreadable.Add(std::string(LastNameOf(path)), error);
@@ -232,7 +234,7 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   std::size_t count = 0;
   UnreadableEntries unreadable;
   const std::error_code code = CurrentPlatform().Search(
-      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
+      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
         if (!IsDataFileName(name)) {
           return true;
         }
@@ -240,7 +242,7 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
           unreadable.ReportWith(TooManyFiles(modelFolder));
         }
         std::optional<CalFileInfo> row =
-            TryReadHeader(native / name, Joined(modelFolder, name), unreadable);
+            TryReadHeader(native / name, kind, Joined(modelFolder, name), unreadable);
         if (row) {
           rows[count] = std::move(*row);
           if (rowRead) {
@@ -258,7 +260,7 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 }
 
 std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
-  return ReadHeader(NativePath(path), path);
+  return ReadHeader(NativePath(path), EntryKind::None, path);
 }
 
 }  // namespace tarvell

@@ -58,7 +58,7 @@ bool AreEqualUncertainties(std::string_view percent, std::string_view ppm) {
 
 /// The number that a date's box holds, when it is one that can be saved.
 std::optional<std::int16_t> BoxNumber(std::string_view text) {
-  const std::optional<double> number = WholeNumber(text);
+  const std::optional<double> number = ParseNumber(text);
   if (!number || !(std::abs(*number) < std::numeric_limits<std::int16_t>::max())) {
     return std::nullopt;
   }
@@ -103,7 +103,7 @@ std::string StoredDifferently(std::string_view typed, std::string_view stored) {
   if (text.empty()) {
     return "No number was typed; " + holds;
   }
-  const std::optional<double> number = WholeNumber(text);
+  const std::optional<double> number = ParseNumber(text);
   if (!number) {
     return Quoted(typed) + " is not a number; " + holds +
            " Type digits with a point for the decimals.";
@@ -123,7 +123,7 @@ std::string StoredDifferently(std::string_view typed, std::string_view stored) {
 }
 
 std::string PointTakenDifferently(std::string_view typed, std::string_view added) {
-  if (Trim(typed).empty() || WholeNumber(Trim(typed))) {
+  if (Trim(typed).empty() || ParseNumber(Trim(typed))) {
     return {};
   }
   return Quoted(typed) + " is not a number; " +

@@ -68,7 +68,7 @@ std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& a
   }
   const std::string_view number = WithoutUnit(value, *affixes);
   const std::string unit(Trim(affixes->after));
-  const std::optional<double> parsed = WholeNumber(number);
+  const std::optional<double> parsed = ParseNumber(number);
   if (!parsed) {
     throw Error(ErrorKind::Type,
                 Quoted(value) + " is no number" + (unit.empty() ? "" : " (in " + unit + ")") +
@@ -85,7 +85,7 @@ std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& a
 /// What a cell stores for a number. Zero in the place of a value that is not zero would look like a
 /// measured one.
 std::string Stored(const std::string& number, const std::string& stored) {
-  if (*WholeNumber(number) != 0 && HoldsZero(stored)) {
+  if (*ParseNumber(number) != 0 && HoldsZero(stored)) {
     throw Error(ErrorKind::Type, Quoted(number) + " would be stored as " + Quoted(stored) +
                                      ", because it is too small for the decimals of its cell. "
                                      "Check its unit.");

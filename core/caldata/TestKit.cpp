@@ -28,17 +28,18 @@ struct KitFile {
 
 KitFile Identify(const std::filesystem::path& source) {
   const std::string path = source.string();
-  ItemReader reader(source, path);
-  static_cast<void>(reader.ReadItem());
-  const std::string item = reader.ReadItem();
-  const std::string serial(Trim(StripNull(item)));
-  if (serial.empty()) {
-    throw Error(ErrorKind::Name,
-                "The file holds no serial number where its second line should. Choose a test kit "
-                "file.",
-                path);
-  }
-  return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
+  return ReadFirstItems(source, EntryKind::None, path, [&](ItemReader& reader) {
+    static_cast<void>(reader.ReadItem());
+    const std::string item = reader.ReadItem();
+    const std::string serial(Trim(StripNull(item)));
+    if (serial.empty()) {
+      throw Error(ErrorKind::Name,
+                  "The file holds no serial number where its second line should. Choose a test kit "
+                  "file.",
+                  path);
+    }
+    return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
+  });
 }
 
 }  // namespace
@@ -63,7 +64,7 @@ Replacement TestKitWouldReplace(const std::filesystem::path& source,
   const std::string target = Joined(modelFolder, kit.name);
   // What identifies the kit stands at the beginning.
   std::string bytes;
-  const std::error_code code = ReadNativeFile(source, bytes, kMostDataFileBytes);
+  const std::error_code code = ReadNativeFile(source, bytes, kDataFileLimit);
   if (code && code != kTooLargeForData) {
     throw SystemError(code, "read the file", source.string());
   }

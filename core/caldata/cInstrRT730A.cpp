@@ -210,7 +210,7 @@ void cInstrRT730A::BeginRead() {
 
 void cInstrRT730A::TakeCommentLine(const std::string& item, ItemReader& reader) {
   // A title is known by its first words, and a remark may have any number of them.
-  std::array<std::string, kMostWords> words;
+  std::array<std::string, kWordLimit> words;
   SplitWords(WithoutFirst(item, 1), words);
   const std::string keyword = ToUpper(words[0]);
   if (keyword == "DC") {

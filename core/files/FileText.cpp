@@ -13,7 +13,11 @@ void FileText::Line(std::string_view line) {
     throw Error(ErrorKind::Character,
                 "A line end cannot be stored within a field. Remove it, then save again.");
   }
-  bytes_ += EncodeFileText(line);
+  RawLine(EncodeFileText(line));
+}
+
+void FileText::RawLine(std::string_view bytes) {
+  bytes_ += bytes;
   bytes_ += "\r\n";
 }
 

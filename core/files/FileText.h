@@ -9,12 +9,15 @@
 
 namespace tarvell {
 
-/// Builds the text of a file line by line, in the characters of the file.
+/// Builds the bytes of a file line by line. Every line end that the program writes comes from here.
 class FileText {
  public:
-  /// Appends one line and its CR LF. Throws a Character error for a character, a line end
-  /// included, that a line cannot hold.
+  /// Appends a line of UTF-8 text in the characters of the data files, and CR LF. Throws a
+  /// Character error for a character, or a line end, that a line cannot hold.
   void Line(std::string_view line);
+
+  /// Appends bytes as they are, and CR LF.
+  void RawLine(std::string_view bytes);
 
   [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 

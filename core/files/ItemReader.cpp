@@ -4,67 +4,77 @@
 #include "core/files/ItemReader.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
-#include "core/platform/Error.h"
 #include "core/text/FileCharacters.h"
 
 namespace tarvell {
 
 namespace {
 
-// More than any file that the program writes, so that one is read at once.
-constexpr std::size_t kBlockSize = 16384;
-
 constexpr const char* kReading = "read the file";
 
-bool IsBlank(int c) {
+bool IsBlank(char c) {
   return c == ' ' || c == '\t';
 }
 
-bool EndsItem(int c) {
+bool EndsItem(char c) {
   return c == ',' || c == '\r' || c == '\n';
+}
+
+/// Number of line ends in `bytes`; CR LF is one.
+int LineEndsIn(std::string_view bytes) {
+  int count = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const bool isCrOfCrLf = bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n';
+    count += bytes[i] == '\n' || (bytes[i] == '\r' && !isCrOfCrLf) ? 1 : 0;
+  }
+  return count;
 }
 
 }  // namespace
 
-ItemReader::ItemReader(const std::filesystem::path& native, std::string shown)
-    : path_(std::move(shown)) {
-  if (const std::error_code code = Open(native)) {
+ItemReader::ItemReader(const std::filesystem::path& native, std::string shown,
+                       TextEncoding encoding)
+    : path_(std::move(shown)), encoding_(encoding) {
+  const std::error_code code = ReadNativeFile(native, bytes_, kDataFileLimit);
+  isCut_ = code == kTooLargeForData;
+  if (code && !isCut_) {
     throw SystemError(code, kReading, path_);
   }
 }
 
-ItemReader::ItemReader(std::string_view path) : ItemReader(NativePath(path), std::string(path)) {}
+ItemReader::ItemReader(std::string_view path) : ItemReader(NativePath(path), std::string(path)) {
+  if (isCut_) {
+    throw SystemError(std::make_error_code(kTooLargeForData), kReading, path_);
+  }
+}
 
-ItemReader ItemReader::Of(std::string_view bytes) {
+ItemReader ItemReader::Of(std::string_view bytes, std::string shown) {
   ItemReader reader;
-  reader.block_.assign(bytes.begin(), bytes.end());
-  reader.filled_ = bytes.size();
+  reader.path_ = std::move(shown);
+  reader.bytes_ = bytes;
   return reader;
 }
 
-std::error_code ItemReader::Open(const std::filesystem::path& native, TextEncoding encoding) {
-  encoding_ = encoding;
-  return CurrentPlatform().OpenForReading(native, EntryKind::None, file_);
+void ItemReader::CheckGoesOnWithin() const {
+  if (isCut_ && UsedAllBytes()) {
+    throw SystemError(std::make_error_code(kTooLargeForData), kReading, path_);
+  }
 }
 
-bool ItemReader::AtEnd() {
-  const bool end = Peek() == kEnd;
-  if (failure_) {
-    throw SystemError(failure_, kReading, path_).Located(path_, line_);
-  }
-  return end;
+bool ItemReader::AtEnd() const {
+  CheckGoesOnWithin();
+  return UsedAllBytes();
 }
 
 std::string ItemReader::ReadItem() {
   std::string item;
   const bool found = Next(item);
-  if (failure_) {
-    throw SystemError(failure_, kReading, path_);
-  }
+  CheckGoesOnWithin();
   if (!found) {
     throw Error(ErrorKind::InputPastEnd,
                 "The file ends too early: more lines were expected (input past end of file). "
@@ -76,104 +86,47 @@ std::string ItemReader::ReadItem() {
 
 bool ItemReader::TryReadItem(std::string& item) {
   item.clear();
-  return Next(item) && !failure_;
+  return Next(item) && !(isCut_ && UsedAllBytes());
+}
+
+std::string ItemReader::Decoded(std::string_view bytes) const {
+  return encoding_ == TextEncoding::FileCharacters ? DecodeFileText(bytes) : std::string(bytes);
 }
 
 bool ItemReader::Next(std::string& item) {
-  if (Peek() == kEnd) {
+  std::string_view rest = std::string_view(bytes_).substr(position_);
+  if (rest.empty()) {
     return false;
   }
-  while (IsBlank(Peek())) {
-    Take();
+  const auto* begin = std::ranges::find_if_not(rest, IsBlank);
+  const bool isQuoted = begin != rest.end() && *begin == '"';
+  const auto* last = isQuoted ? std::find(begin + 1, rest.end(), '"') : begin;
+  const auto* end = std::find_if(last, rest.end(), EndsItem);
+  if (isQuoted) {
+    item = Decoded({begin + 1, last});
+  } else {
+    item = Decoded({begin, end});
+    item.resize(item.find_last_not_of(" \t") + 1);
+  }
+  const auto* next = end;
+  if (next != rest.end()) {
+    const bool isCrLf = *end == '\r' && end + 1 != rest.end() && end[1] == '\n';
+    next += isCrLf ? 2 : 1;
   }
   itemLine_ = line_;
-  if (Peek() == '"') {
-    ReadQuoted(item);
-  } else {
-    ReadUnquoted(item);
-  }
-  SkipLineEndOrComma();
+  // An unquoted item holds no line end.
+  line_ += LineEndsIn({isQuoted ? begin : end, next});
+  position_ += static_cast<std::size_t>(next - rest.begin());
   return true;
 }
 
-void ItemReader::ReadQuoted(std::string& item) {
-  Take();
-  while (Peek() != kEnd && Peek() != '"') {
-    const auto byte = static_cast<char>(Take());
-    Append(item, {&byte, 1});
+ItemReader ReaderOfBeginning(const std::filesystem::path& native, EntryKind kind,
+                             const std::string& shown) {
+  std::string bytes;
+  if (const std::error_code code = ReadNativeBeginning(native, kind, bytes)) {
+    throw SystemError(code, kReading, shown);
   }
-  while (Peek() != kEnd && !EndsItem(Peek())) {
-    Take();
-  }
-}
-
-void ItemReader::ReadUnquoted(std::string& item) {
-  bool ended = false;
-  while (!ended && Peek() != kEnd) {
-    // As much at once as is there.
-    const std::string_view ahead(&block_[position_], filled_ - position_);
-    const auto* end = std::find_if(ahead.begin(), ahead.end(), EndsItem);
-    const auto length = static_cast<std::size_t>(end - ahead.begin());
-    ended = length < ahead.size();
-    Append(item, ahead.substr(0, length));
-    Pass(length);
-  }
-  item.resize(item.find_last_not_of(" \t") + 1);
-}
-
-void ItemReader::SkipLineEndOrComma() {
-  if (Take() == '\r' && Peek() == '\n') {
-    Take();
-  }
-}
-
-void ItemReader::Append(std::string& item, std::string_view bytes) const {
-  if (encoding_ == TextEncoding::FileCharacters) {
-    AppendDecoded(item, bytes);
-  } else {
-    item += bytes;
-  }
-}
-
-int ItemReader::Peek() {
-  if (position_ == filled_) {
-    Fill();
-  }
-  return position_ == filled_ ? kEnd : static_cast<unsigned char>(block_[position_]);
-}
-
-void ItemReader::Pass(std::size_t count) {
-  position_ += count;
-}
-
-int ItemReader::Take() {
-  const int byte = Peek();
-  if (byte != kEnd) {
-    Pass(1);
-  }
-  // A CR LF counts once, at its LF.
-  if (byte == '\n' || (byte == '\r' && Peek() != '\n')) {
-    ++line_;
-  }
-  return byte;
-}
-
-void ItemReader::Fill() {
-  if (!file_ || readWhole_ || failure_) {
-    return;
-  }
-  block_.resize(kBlockSize);
-  position_ = 0;
-  failure_ = file_->Read(block_.data(), block_.size(), filled_);
-  readWhole_ = filled_ == 0;
-  bytesRead_ += filled_;
-  if (bytesRead_ > kMostDataFileBytes) {
-    failure_ = std::make_error_code(kTooLargeForData);
-    filled_ = 0;
-  }
-  if (stamp_ != nullptr) {
-    stamp_->Append({block_.data(), filled_});
-  }
+  return ItemReader::Of(bytes, shown);
 }
 
 }  // namespace tarvell

@@ -6,13 +6,9 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <vector>
 
-#include "core/files/FileStamp.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 
@@ -20,47 +16,38 @@ namespace tarvell {
 
 enum class TextEncoding { FileCharacters, Utf8 };
 
-/// Reads a text file item by item.
+/// Reads a text file item by item, from memory.
 ///
 /// Blanks and tabs before an item are skipped. An unquoted item ends at a comma or a line end
-/// (CR LF, or a lone CR or LF) and loses its trailing blanks and tabs. A quoted item runs to the
-/// closing quote, commas and line ends included, or to the end of the file; what stands between
-/// that quote and the next comma or line end is passed over. An empty line is one empty item.
-///
-/// Behind kMostDataFileBytes the reading ends with a NotAFile error: what is no data file at all is
-/// not read to its end.
+/// (CR LF, or a lone CR or LF) and loses its trailing blanks and tabs. A quoted item ends at the
+/// closing quote, or at the end of the file, and may hold commas and line ends; the text between
+/// that quote and the next comma or line end is ignored. An empty line is one empty item.
 class ItemReader {
  public:
-  ItemReader() = default;
-
-  /// Opens the file at the native path `native`; errors name it as `shown`. Throws the error of
-  /// a file that cannot be opened.
-  ItemReader(const std::filesystem::path& native, std::string shown);
-
-  /// Opens the file at `path`, a path text of the program.
+  /// Reads the whole file at `path`, a path of the program. Throws the error of a file that cannot
+  /// be read, and a NotAFile error for one of more than kDataFileLimit bytes.
   explicit ItemReader(std::string_view path);
 
-  /// A reader of a text that is there already, as of a file.
-  [[nodiscard]] static ItemReader Of(std::string_view bytes);
+  /// Reads the first kDataFileLimit bytes of the file at `native`, which errors name as `shown`. In
+  /// a larger file an item that does not end within them is a NotAFile error. Throws the error of a
+  /// file that cannot be read.
+  ItemReader(const std::filesystem::path& native, std::string shown,
+             TextEncoding encoding = TextEncoding::FileCharacters);
 
-  /// Opens a file without throwing: for readers that have an answer of their own to a failure.
-  [[nodiscard]] std::error_code Open(const std::filesystem::path& native,
-                                     TextEncoding encoding = TextEncoding::FileCharacters);
+  /// A reader of the content of a file. Errors name the file as `shown`.
+  [[nodiscard]] static ItemReader Of(std::string_view bytes, std::string shown = {});
 
-  /// Lets `stamp` take in every byte from here on; it outlives the reading.
-  void StampContent(FileStamp& stamp) { stamp_ = &stamp; }
-
-  /// Whether no byte is left behind the terminator of the item read last.
-  [[nodiscard]] bool AtEnd();
+  /// Whether no byte is left after the terminator of the last item that was read.
+  [[nodiscard]] bool AtEnd() const;
 
   /// Reads the next item. Throws an InputPastEnd error when there is none.
   [[nodiscard]] std::string ReadItem();
 
-  /// Reads the next item into `item`; false when there is none or reading failed.
+  /// Reads the next item into `item`; false when there is none.
   [[nodiscard]] bool TryReadItem(std::string& item);
 
-  /// Runs `interpret` on what was read last; an error that it throws without naming a file is
-  /// thrown on as one of this file and line.
+  /// Runs `interpret` on the last item that was read. An error that it throws without naming a file
+  /// gets the path and line of this one.
   template <typename Interpret>
   auto AtThisLine(const Interpret& interpret) const {
     try {
@@ -70,39 +57,60 @@ class ItemReader {
     }
   }
 
-  /// Line, counted from 1, on which the item read last begins.
+  /// Line, counted from 1, on which the last item that was read begins.
   [[nodiscard]] int Line() const { return itemLine_; }
 
   /// The file's path as errors name it.
   [[nodiscard]] const std::string& Path() const { return path_; }
 
- private:
-  static constexpr int kEnd = -1;
+  /// What was read of the file.
+  [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
-  [[nodiscard]] int Peek();
-  int Take();
-  /// Moves on by `count` bytes of the block.
-  void Pass(std::size_t count);
-  void Append(std::string& item, std::string_view bytes) const;
-  void SkipLineEndOrComma();
-  void ReadQuoted(std::string& item);
-  void ReadUnquoted(std::string& item);
+  /// Whether all of Bytes() has been used up, so that more bytes could change the last item.
+  [[nodiscard]] bool UsedAllBytes() const { return position_ == bytes_.size(); }
+
+ private:
+  ItemReader() = default;
+
+  /// Throws the NotAFile error of a file whose bytes are used up and that goes on after them.
+  void CheckGoesOnWithin() const;
+  [[nodiscard]] std::string Decoded(std::string_view bytes) const;
   [[nodiscard]] bool Next(std::string& item);
-  void Fill();
 
   std::string path_;
   TextEncoding encoding_ = TextEncoding::FileCharacters;
-  std::unique_ptr<InputFile> file_;
-  std::vector<char> block_;
-  std::size_t filled_ = 0;
+  std::string bytes_;
+  bool isCut_ = false;  ///< whether the file goes on after `bytes_`
   std::size_t position_ = 0;
-  std::size_t bytesRead_ = 0;
-  bool readWhole_ = false;
-  std::error_code failure_;
-  FileStamp* stamp_ = nullptr;
   int line_ = 1;
   int itemLine_ = 0;
 };
+
+/// A reader of the beginning of a file, see ReadNativeBeginning. Throws the error of a file that
+/// cannot be read.
+[[nodiscard]] ItemReader ReaderOfBeginning(const std::filesystem::path& native, EntryKind kind,
+                                           const std::string& shown);
+
+/// What `read` makes of the first items of a file, without reading a large file whole. `read` is
+/// called with a reader of the file's beginning and, if that is not enough, again with one of the
+/// whole file.
+template <typename Read>
+auto ReadFirstItems(const std::filesystem::path& native, EntryKind kind, const std::string& shown,
+                    const Read& read) {
+  ItemReader beginning = ReaderOfBeginning(native, kind, shown);
+  try {
+    auto result = read(beginning);
+    if (!beginning.UsedAllBytes()) {
+      return result;
+    }
+  } catch (const Error&) {
+    if (!beginning.UsedAllBytes()) {
+      throw;
+    }
+  }
+  ItemReader whole(native, shown);
+  return read(whole);
+}
 
 }  // namespace tarvell
 

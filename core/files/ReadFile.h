@@ -6,32 +6,32 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <limits>
 #include <string>
-#include <string_view>
 #include <system_error>
+
+#include "core/platform/Platform.h"
 
 namespace tarvell {
 
-/// No file that is read as data is larger: hundreds of times what the program writes.
-inline constexpr std::size_t kMostDataFileBytes = 1U << 22U;
+/// No file that is read as data is larger than 4 MiB: hundreds of times what the program writes.
+inline constexpr std::size_t kDataFileLimit = 1U << 22U;
 
-/// What reading a larger one ends with.
+/// The result of reading a file that is larger than its limit.
 inline constexpr std::errc kTooLargeForData = std::errc::value_too_large;
 
-/// Reads the ordinary file at the native `path` to its end, block by block. One of more than `most`
-/// bytes is read no further, and is kTooLargeForData.
-[[nodiscard]] std::error_code ReadNativeBlocks(
-    const std::filesystem::path& path, const std::function<void(std::string_view block)>& take,
-    std::size_t most = std::numeric_limits<std::size_t>::max());
-
-/// Reads the whole ordinary file at the native `path` into `bytes`, likewise.
+/// Reads the ordinary file at `path` into `bytes`. A file of more than `limit` bytes gives its
+/// first `limit` bytes and kTooLargeForData.
 [[nodiscard]] std::error_code ReadNativeFile(
     const std::filesystem::path& path, std::string& bytes,
-    std::size_t most = std::numeric_limits<std::size_t>::max());
+    std::size_t limit = std::numeric_limits<std::size_t>::max());
 std::error_code ReadNativeFile(const std::string& path, std::string& bytes,
-                               std::size_t most = 0) = delete;
+                               std::size_t limit = 0) = delete;
+
+/// Reads the beginning of the ordinary file at `path` into `bytes`: more than a header, in one call
+/// to the system. `kind` is what a search has reported for `path`, see Platform::OpenForReading.
+[[nodiscard]] std::error_code ReadNativeBeginning(const std::filesystem::path& path, EntryKind kind,
+                                                  std::string& bytes);
 
 }  // namespace tarvell
 

@@ -142,13 +142,13 @@ Replacement ReplacementBy(const StoredFile& file, const std::string& path, std::
     return replacement;
   }
   replacement.path = path;
-  replacement.stamp = unseen->stamp;
   replacement.modified = unseen->modified;
+  replacement.bytes = unseen->bytes;
   replacement.file = summarise(unseen->bytes);
   const FileSummary saved = summarise(bytes);
   std::optional<FileSummary> before;
-  if (unseen->wasRead && !file.Unchanged().empty()) {
-    before = summarise(file.Unchanged());
+  if (unseen->wasRead && !file.UnchangedBytes().empty()) {
+    before = summarise(file.UnchangedBytes());
   }
   const std::string& serial = replacement.file.serialNumber;
   // The instrument's own serial number may have been corrected here.
@@ -189,16 +189,16 @@ ReplacementQuestion QuestionOf(const Replacement& replacement) {
 
 bool MayReplace(const std::function<Replacement()>& look,
                 const std::function<bool(const Replacement&)>& agrees) {
-  std::optional<FileStamp> agreed;
+  std::optional<std::string> agreed;
   while (true) {
     const Replacement replacement = look();
-    if (replacement.kind == Replacement::Kind::None || replacement.stamp == agreed) {
+    if (replacement.kind == Replacement::Kind::None || replacement.bytes == agreed) {
       return true;
     }
     if (!agrees(replacement)) {
       return false;
     }
-    agreed = replacement.stamp;
+    agreed = replacement.bytes;
   }
 }
 

@@ -11,7 +11,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/files/FileStamp.h"
 #include "core/files/StoredFile.h"
 
 /// What a save would replace although its user has not seen it, and what the user is asked then.
@@ -44,9 +43,9 @@ struct Replacement {
 
   Kind kind = Kind::None;
   std::string path;
-  FileStamp stamp;
   std::time_t modified = 0;
-  FileSummary file;  ///< what the file says
+  std::string bytes;  ///< what the file holds, see UnseenFile
+  FileSummary file;   ///< what the file says
   /// What of it would be lost: the fields of the file that the data set does not have so, and how
   /// many cells differ. Where the file was read before, only what has changed since then.
   std::vector<FileSummary::Field> fields;

@@ -3,6 +3,7 @@
 
 #include "core/files/StoredFile.h"
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -23,40 +24,39 @@ namespace {
 
 }  // namespace
 
-void StoredFile::WasRead(const std::string& path, const FileStamp& stamp,
+void StoredFile::WasRead(const std::string& path, std::string bytes,
                          const std::string& serialNumber) {
   path_ = path;
   serialNumber_ = serialNumber;
-  stamp_ = stamp;
+  content_ = std::move(bytes);
   unchanged_.clear();
+  rewritesContent_ = false;
   isWhollyKept_ = true;
 }
 
-void StoredFile::WouldBeWrittenAs(std::string bytes) {
-  isWhollyKept_ = FileStamp(bytes) == stamp_;
-  unchanged_ = std::move(bytes);
+void StoredFile::SetUnchangedBytes(std::string bytes) {
+  rewritesContent_ = bytes == content_;
+  isWhollyKept_ = rewritesContent_;
+  unchanged_ = rewritesContent_ ? std::string() : std::move(bytes);
 }
 
 std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
                                              std::string_view bytes) const {
   const std::filesystem::path native = NativePath(path);
   EntryFacts facts;
-  // What is no ordinary file is refused by the save, which says why.
+  // The save itself fails where there is no ordinary file, and its error says why.
   if (CurrentPlatform().Facts(native, facts) || facts.kind != EntryKind::File) {
     return std::nullopt;
   }
   UnseenFile file;
   file.modified = facts.modified;
   file.wasRead = !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
-  std::error_code code = StampNativeFile(native, file.stamp);
-  if (!code && (file.stamp == FileStamp(bytes) || (file.wasRead && file.stamp == stamp_))) {
+  const std::error_code code = ReadNativeFile(native, file.bytes, kDataFileLimit);
+  if (!code && (file.bytes == bytes || (file.wasRead && file.bytes == content_))) {
     return std::nullopt;
   }
-  if (!code) {
-    code = ReadNativeFile(native, file.bytes, kMostDataFileBytes);
-  }
   if (code == std::errc::no_such_file_or_directory) {
-    // Somebody has just deleted it.
+    // It has been deleted since the look at it.
     return std::nullopt;
   }
   if (code && code != kTooLargeForData) {
@@ -67,27 +67,31 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
 
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
                       std::string_view bytes) {
-  const FileStamp stamp(bytes);
   SaveFile(path, bytes, [&](const std::filesystem::path& native) {
-    KeepEarlier(path, native, stamp, serialNumber);
+    KeepEarlier(path, native, bytes, serialNumber);
   });
-  WasRead(path, stamp, serialNumber);
-  unchanged_ = bytes;
+  WasRead(path, std::string(bytes), serialNumber);
+  rewritesContent_ = true;
 }
 
 void StoredFile::KeepEarlier(const std::string& path, const std::filesystem::path& native,
-                             const FileStamp& stamp, const std::string& serialNumber) const {
-  FileStamp earlier;
-  if (const std::error_code code = StampNativeFile(native, earlier)) {
+                             std::string_view bytes, const std::string& serialNumber) const {
+  std::string earlier;
+  const std::error_code code =
+      ReadNativeFile(native, earlier, std::max(bytes.size(), content_.size()));
+  if (code && code != kTooLargeForData) {
     throw NotKept(code, path);
   }
-  const bool isOwn = isWhollyKept_ && earlier == stamp_ && serialNumber == serialNumber_ &&
-                     !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
-  if (earlier == stamp || isOwn) {
-    return;
+  // A file that is too large for either differs from both.
+  if (!code) {
+    const bool isOwn = isWhollyKept_ && earlier == content_ && serialNumber == serialNumber_ &&
+                       !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
+    if (earlier == bytes || isOwn) {
+      return;
+    }
   }
-  if (const std::error_code code = CurrentPlatform().RecycleCopy(native)) {
-    throw NotKept(code, path);
+  if (const std::error_code kept = CurrentPlatform().RecycleCopy(native)) {
+    throw NotKept(kept, path);
   }
 }
 

@@ -182,7 +182,7 @@ bool BeginsWithNumber(std::string_view text) {
   return !NumberScanner(text).Scan().empty();
 }
 
-std::optional<double> WholeNumber(std::string_view text) {
+std::optional<double> ParseNumber(std::string_view text) {
   NumberScanner scanner(text);
   const std::string number = scanner.Scan();
   if (number.empty() || !scanner.AtEnd() || HasBlanksInside(text)) {
@@ -206,7 +206,7 @@ std::int16_t NumericInt16(std::string_view text) {
 
 std::int16_t IntegerValue(std::string_view text, std::string_view field) {
   const std::string where = std::string(field) + ": ";
-  const std::optional<double> number = WholeNumber(text);
+  const std::optional<double> number = ParseNumber(text);
   if (!number) {
     throw Error(ErrorKind::Type,
                 where + "\"" + std::string(text) + "\" is not a number. Enter a whole number.");

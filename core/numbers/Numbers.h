@@ -30,7 +30,7 @@ namespace tarvell {
 
 /// The value of a text that is a number as a whole (blanks around it are allowed), infinite when it
 /// is too large for a double; nothing for any other text.
-[[nodiscard]] std::optional<double> WholeNumber(std::string_view text);
+[[nodiscard]] std::optional<double> ParseNumber(std::string_view text);
 
 /// `value` rounded half away from zero into 16 bits; throws a Type error outside their range.
 [[nodiscard]] std::int16_t ToInt16(double value);

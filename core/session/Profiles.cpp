@@ -6,9 +6,11 @@
 #include <string_view>
 
 #include "core/files/FileIOCommonModule.h"
+#include "core/files/FileText.h"
 #include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/files/SaveFile.h"
+#include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/session/CommonStringModule.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -30,7 +32,7 @@ std::string IniPath() {
   return Joined(GetWindowsDir(), "tarvell.ini");
 }
 
-/// The directory that an item names. The file is UTF-8; one from an older system may be in the
+/// The directory in an item of the file. The file is UTF-8, or from an older system in the
 /// characters of the data files.
 std::string DirectoryOf(const std::string& bytes, bool isUtf8, const char* fallback) {
   const std::string item = isUtf8 ? bytes : DecodeFileText(bytes);
@@ -74,19 +76,19 @@ std::string GetWindowsDir() {
 void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
   calibrationDir = kDefaultCalibrationDir;
   stationDir = kDefaultStationDir;
-  ItemReader reader;
-  if (reader.Open(NativePath(IniPath()), TextEncoding::Utf8)) {
-    return;
-  }
   std::string calibrationItem;
   std::string item;
-  for (int number = 1; number <= kStationItem; ++number) {
-    if (!reader.TryReadItem(item)) {
-      return;
+  try {
+    ItemReader reader(NativePath(IniPath()), IniPath(), TextEncoding::Utf8);
+    for (int number = 1; number <= kStationItem; ++number) {
+      item = reader.ReadItem();
+      if (number == kCalibrationItem) {
+        calibrationItem = item;
+      }
     }
-    if (number == kCalibrationItem) {
-      calibrationItem = item;
-    }
+  } catch (const Error&) {
+    // A missing, short or unreadable file gives the defaults.
+    return;
   }
   const bool areUtf8 = IsUtf8(calibrationItem) && IsUtf8(item);
   calibrationDir = DirectoryOf(calibrationItem, areUtf8, kDefaultCalibrationDir);
@@ -94,27 +96,19 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
 }
 
 void WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {
-  // Every Windows has its directory; on a drive that the program keeps it may be missing.
+  // On a system without drive letters the directory may be missing.
   if (!FolderExists(GetWindowsDir())) {
     MakeFolder(GetWindowsDir());
   }
-  SaveFile(IniPath(),
-           ";\r\n"
-           ";  Tar vell    Ini file\r\n"
-           ";\r\n"
-           "[Tarvell]\r\n"
-           "SysRevision=" +
-               RevisionText(kMajorVersion, kMinorVersion) +
-               "\r\n"
-               "\r\n"
-               "[Calfactors]\r\n"
-               "Dir=" +
-               calibrationDir +
-               "\r\n"
-               "\r\n"
-               "[Stations]\r\n"
-               "Dir=" +
-               stationDir + "\r\n");
+  FileText text;
+  for (const std::string& line :
+       {std::string(";"), std::string(";  Tar vell    Ini file"), std::string(";"),
+        std::string("[Tarvell]"), "SysRevision=" + RevisionText(kMajorVersion, kMinorVersion),
+        std::string(), std::string("[Calfactors]"), "Dir=" + calibrationDir, std::string(),
+        std::string("[Stations]"), "Dir=" + stationDir}) {
+    text.RawLine(line);
+  }
+  SaveFile(IniPath(), text.Bytes());
 }
 
 }  // namespace tarvell

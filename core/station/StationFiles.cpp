@@ -61,7 +61,7 @@ const Field* FindField(std::string_view keyword) {
 }
 
 /// The last one stays empty.
-using Words = std::array<std::string, kMostWords + 1>;
+using Words = std::array<std::string, kWordLimit + 1>;
 
 /// How many words of a line are its keyword.
 std::size_t KeywordLength(const Words& words) {
@@ -124,13 +124,13 @@ StationInstrument ReadBackOf(std::string_view line) {
   return instrument;
 }
 
-/// A value within a notice; of a long one the last words, where something is missing.
-std::string Quoted(const std::string& value) {
-  static constexpr std::size_t kMostShown = 40;
-  if (CharacterCount(value) <= kMostShown) {
+/// A value in a notice. Of a long one only the last words, because something is missing there.
+std::string QuotedEnd(const std::string& value) {
+  static constexpr std::size_t kShownCharacters = 40;
+  if (CharacterCount(value) <= kShownCharacters) {
     return "\"" + value + "\"";
   }
-  const std::string_view end = LastCharacters(value, kMostShown);
+  const std::string_view end = LastCharacters(value, kShownCharacters);
   return "\"... " + std::string(end.substr(end.find(' ') + 1)) + "\"";
 }
 
@@ -145,7 +145,7 @@ std::string ReasonOf(const std::string& line) {
   while (words >> word) {
     ++count;
   }
-  return count > kMostWords ? " only: a line holds " + std::to_string(kMostWords) +
+  return count > kWordLimit ? " only: a line holds " + std::to_string(kWordLimit) +
                                   " words, its keyword included. Shorten it."
                             : ": blanks at its beginning and runs of blanks are not kept.";
 }
@@ -161,16 +161,17 @@ std::string NoticeOf(const Field& field, const std::string& value) {
   }
   if (field.member == &StationInstrument::Address && !read.AddressType.empty()) {
     return keyword + " will be read back as the " + std::string(kAddressType) + " " +
-           Quoted(read.AddressType) + ", because it begins with \"TYPE\". Write it another way.";
+           QuotedEnd(read.AddressType) + ", because it begins with \"TYPE\". Write it another way.";
   }
   const bool isRenamed =
       field.keyword == kAddressType && readBack == AddressTypeOf(std::string(TrimRight(value)));
-  return keyword + " will be read back as " + Quoted(readBack) + (isRenamed ? "." : ReasonOf(line));
+  return keyword + " will be read back as " + QuotedEnd(readBack) +
+         (isRenamed ? "." : ReasonOf(line));
 }
 
 /// Whether a part of the due date and what is read back of it are the same text or number.
 bool IsSamePart(const std::string& part, const std::string& readBack) {
-  return Trim(part) == readBack || (WholeNumber(part) && Normalised(part) == readBack);
+  return Trim(part) == readBack || (ParseNumber(part) && Normalised(part) == readBack);
 }
 
 /// The notice about the due date, whose field is nullptr when there is nothing to say.
@@ -194,7 +195,7 @@ ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
   }
   for (const auto part : kParts) {
     if (!IsSamePart(instrument.*part, read.*part)) {
-      return {part, keyword + " will be read back as " + Quoted(DueDateText(read)) + advice};
+      return {part, keyword + " will be read back as " + QuotedEnd(DueDateText(read)) + advice};
     }
   }
   return {};
@@ -279,9 +280,9 @@ bool CanBeListed(const std::string& name) {
   return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
 }
 
-/// The bytes of a list of file names, which stand in it as they are, one on each line.
-std::string NameLines(const std::vector<std::string>& names, const std::string& path) {
-  std::string bytes;
+/// A list of file names, one on each line in its own bytes.
+FileText NameLines(const std::vector<std::string>& names, const std::string& path) {
+  FileText text;
   for (const std::string& name : names) {
     if (!CanBeListed(name)) {
       throw Error(ErrorKind::Character,
@@ -290,9 +291,9 @@ std::string NameLines(const std::vector<std::string>& names, const std::string& 
                       "of this name, then try again.",
                   path);
     }
-    bytes += (IsUtf8(name) ? EncodeFileText(name) : name) + "\r\n";
+    text.RawLine(IsUtf8(name) ? EncodeFileText(name) : name);
   }
-  return bytes;
+  return text;
 }
 
 std::string InstrumentBytes(const StationInstrument& instrument) {
@@ -358,9 +359,7 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument) {
 }
 
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file) {
-  FileStamp stamp;
   ItemReader reader(path);
-  reader.StampContent(stamp);
   if (reader.AtEnd()) {
     return false;
   }
@@ -374,8 +373,8 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
     item = reader.ReadItem();
   }
   instrument = loaded;
-  file.WasRead(path, stamp, instrument.SerialNumber);
-  file.WouldBeWrittenAs(UnchangedBytes(instrument));
+  file.WasRead(path, reader.Bytes(), instrument.SerialNumber);
+  file.SetUnchangedBytes(UnchangedBytes(instrument));
   return true;
 }
 
@@ -467,13 +466,15 @@ std::vector<std::string> ListInstruments(const std::string& stationFolder) {
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {
   const std::string path = Joined(root, kIndexName);
-  SaveFile(path, NameLines(stations, path));
+  SaveFile(path, NameLines(stations, path).Bytes());
 }
 
 void WriteStationInstrumentIndex(const std::string& stationFolder,
                                  const std::vector<std::string>& instruments) {
   const std::string path = Joined(stationFolder, kIndexName);
-  SaveFile(path, NameLines(instruments, path) + std::string(kIndexName) + "\r\n");
+  FileText text = NameLines(instruments, path);
+  text.RawLine(kIndexName);
+  SaveFile(path, text.Bytes());
 }
 
 }  // namespace tarvell

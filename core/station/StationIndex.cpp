@@ -31,7 +31,7 @@ std::set<std::string> LinesOf(const std::vector<std::string>& names) {
 /// The lines of the INDEX file at `path`, without its own.
 std::vector<std::string> ReadIndex(const std::string& path) {
   std::string bytes;
-  if (ReadNativeFile(NativePath(path), bytes, kMostDataFileBytes)) {
+  if (ReadNativeFile(NativePath(path), bytes, kDataFileLimit)) {
     return {};
   }
   std::vector<std::string> lines;

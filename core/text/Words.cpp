@@ -24,7 +24,7 @@ std::int16_t SplitWords(std::string_view line, std::span<std::string> words) {
   }
   std::size_t count = 0;
   const auto* start = std::find_if_not(line.begin(), line.end(), IsSeparator);
-  while (start != line.end() && count < kMostWords) {
+  while (start != line.end() && count < kWordLimit) {
     const auto* end = std::find_if(start, line.end(), IsSeparator);
     if (count == words.size()) {
       throw Error(ErrorKind::Index, "A line holds more than " + std::to_string(words.size()) +

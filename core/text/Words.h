@@ -13,10 +13,10 @@
 namespace tarvell {
 
 /// As many words as are ever taken from a line.
-inline constexpr std::size_t kMostWords = 30;
+inline constexpr std::size_t kWordLimit = 30;
 
 /// Splits `line` into its words, separated by runs of blanks and control blanks (NUL, TAB, CR,
-/// LF, backspace, form feed, vertical tab), at most kMostWords. All of `words` but the last is
+/// LF, backspace, form feed, vertical tab), at most kWordLimit. All of `words` but the last is
 /// emptied first. Returns the number of words; throws an Index error when `words` has no place for
 /// one.
 std::int16_t SplitWords(std::string_view line, std::span<std::string> words);

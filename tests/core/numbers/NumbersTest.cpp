@@ -187,13 +187,13 @@ TEST(IntegerValue, OfAnyOtherTextIsATypeErrorThatNamesTheField) {
   }
 }
 
-TEST(NumberOfWholeText, IsTheValueOfANumberWithBlanksAround) {
-  EXPECT_EQ(NumberOfWholeText("97.26"), 97.26);
-  EXPECT_EQ(NumberOfWholeText(" -5 "), -5.0);
-  EXPECT_EQ(NumberOfWholeText("5.00E07"), 50000000.0);
-  EXPECT_EQ(NumberOfWholeText("9E999"), std::numeric_limits<double>::infinity());
+TEST(ParseNumber, IsTheValueOfANumberWithBlanksAround) {
+  EXPECT_EQ(ParseNumber("97.26"), 97.26);
+  EXPECT_EQ(ParseNumber(" -5 "), -5.0);
+  EXPECT_EQ(ParseNumber("5.00E07"), 50000000.0);
+  EXPECT_EQ(ParseNumber("9E999"), std::numeric_limits<double>::infinity());
   for (const std::string_view text : {"", " ", "abc", "12x", "1,5", "1 2", "1-2", ".", "-", "1E"}) {
-    EXPECT_EQ(NumberOfWholeText(text), std::nullopt) << text;
+    EXPECT_EQ(ParseNumber(text), std::nullopt) << text;
   }
 }
 
