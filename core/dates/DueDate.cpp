@@ -17,12 +17,12 @@ bool Exists(const FileDate& date) {
   return date.year > 0 && IsValidDate(date.year, date.month, date.day);
 }
 
-/// Whether the date names a month and a day in it, be it one after the month's end.
+/// Whether the date has a month and a positive day, which may be after the month's end.
 bool NamesADay(const FileDate& date) {
   return date.year > 0 && date.day > 0 && DaysInMonth(date.year, date.month) > 0;
 }
 
-/// The day to count with: one year after 29 FEB 2024 the calibration is due on 28 FEB.
+/// The day to count with: one year after 29 FEB 2024 is 28 FEB.
 FileDate WithinItsMonth(FileDate date) {
   date.day = std::min(date.day, DaysInMonth(date.year, date.month));
   return date;

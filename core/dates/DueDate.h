@@ -12,21 +12,21 @@
 /// When the calibration of an instrument is due again.
 namespace tarvell {
 
-/// Days before the due date, that day included, on which an instrument is due soon.
+/// An instrument is due soon from this number of days before its due date on.
 inline constexpr int kDueSoonDays = 30;
 
 enum class DueState {
-  NoDate,  ///< the file names no day of a month
+  NoDate,  ///< the date has no month, or no day in it
   Fine,
   DueSoon,
   PastDue
 };
 
-/// How the due date `due` stands to the existing day `today`. On the due date itself an instrument
-/// is not past due. A day after the end of its month counts as the last of it.
+/// The state of the due date `due` on the existing day `today`. On the due date itself an
+/// instrument is not past due. A day after the end of its month counts as the last day of it.
 [[nodiscard]] DueState DueStateOf(const FileDate& due, const FileDate& today);
 
-/// "past due", "due within 30 days"; "" for a state that needs no attention.
+/// "past due", "due within 30 days", "" for the other states.
 [[nodiscard]] std::string_view DueWords(DueState state);
 
 /// "5 MAR 2002"; "(none)" for a date of zeros, "(no such day)" for one that does not exist.

@@ -9,9 +9,9 @@
 
 namespace tarvell {
 
-/// A date as data files write it, YYYYMMDD, taken apart by position: year from the first four
-/// characters, month from the fifth and sixth, day from the last two. Texts of another length
-/// give defined but wrong values. Throws a Type error for a number outside 16 bits.
+/// A date in a data file, YYYYMMDD. The year is the first four characters, the month the fifth and
+/// sixth, the day the last two, so that a text of another length gives a wrong date. Throws a Type
+/// error for a number outside 16 bits.
 struct FileDate {
   std::int16_t year = 0;
   std::int16_t month = 0;

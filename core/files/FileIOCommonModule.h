@@ -9,19 +9,19 @@
 
 namespace tarvell {
 
-/// Whether `path` (path text of the program, with or without one trailing separator) names an
-/// existing folder.
+/// Whether there is a folder at `path`, a path of the program with or without a separator at its
+/// end.
 [[nodiscard]] bool FolderExists(std::string_view path);
 
-/// Makes one folder, whose parent must exist. Throws the platform's error.
+/// Makes one folder, whose parent must exist. Throws the error of the system.
 void MakeFolder(std::string_view path);
 
-/// Moves a file or folder to the recycle bin; where there is none, deletes it. A link is deleted,
-/// never what it leads to. Throws the platform's error.
+/// Moves a file or folder to the recycle bin. Where there is no recycle bin, deletes it. A link is
+/// deleted, never what it leads to. Throws the error of the system.
 void Recycle(std::string_view path);
 
-/// The same of the entry of `folder` (path text of the program) with exactly this name: one that
-/// differs in case alone is never taken in its place.
+/// The same for the entry of `folder`, a path of the program, with exactly this name: never for one
+/// that differs only in case.
 void RecycleEntry(std::string_view folder, const std::string& name);
 
 }  // namespace tarvell

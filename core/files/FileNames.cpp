@@ -19,11 +19,11 @@ constexpr std::size_t kSerialCharacters = 5;
 constexpr std::string_view kRefused = ":*?\"<>|";
 constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
                                                       "NUL", "CONIN$", "CONOUT$"};
-// The digits of COM1 and the like; the raised ones count as well.
+// The digits of device names such as COM1, superscripts included.
 constexpr std::array<std::string_view, 13> kDeviceDigits = {
     "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\u00B9", "\u00B2", "\u00B3"};
 
-/// Device names are reserved with any extension, too.
+/// A device name is also reserved with an extension, and with blanks around it.
 bool IsDeviceName(std::string_view name) {
   const std::string base = ToUpper(Trim(name.substr(0, name.find('.'))));
   if (std::find(kDevices.begin(), kDevices.end(), base) != kDevices.end()) {
@@ -33,7 +33,7 @@ bool IsDeviceName(std::string_view name) {
          std::ranges::find(kDeviceDigits, std::string_view(base).substr(3)) != kDeviceDigits.end();
 }
 
-std::string NameOfCharacter(char c) {
+std::string DescribedCharacter(char c) {
   const auto code = static_cast<unsigned char>(c);
   if (code < 0x20 || code == 0x7F) {
     return "a control character (number " + std::to_string(code) + ")";
@@ -60,7 +60,7 @@ void CheckFileName(std::string_view name, const std::string& what) {
            kRefused.find(c) != std::string_view::npos;
   });
   if (refused != name.end()) {
-    Refuse(name, what, "it holds " + NameOfCharacter(*refused));
+    Refuse(name, what, "it holds " + DescribedCharacter(*refused));
   }
   if (name == "." || name == "..") {
     Refuse(name, what, "it means a folder itself");

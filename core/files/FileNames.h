@@ -9,13 +9,13 @@
 
 namespace tarvell {
 
-/// Throws a Name error unless `name` is one path component on every platform: no separator, none
-/// of : * ? " < > |, no control character, not "." or "..", no trailing dot or blank, no reserved
-/// device name. The message calls the name `what` and names the character.
+/// Throws a Name error unless `name` can be a file name on every system: no separator, none of
+/// : * ? " < > |, no control character, not "." or "..", no dot or blank at its end, no reserved
+/// device name. The message begins with `what`, and names the character.
 void CheckFileName(std::string_view name, const std::string& what);
 
 /// Name of the data file of a serial number: "SN" and its last five characters. Throws a Name
-/// error when that is no valid name, or holds a "." (the lists would never show it).
+/// error when that is no valid name or holds a ".", because no list would show the file.
 [[nodiscard]] std::string DataFileName(std::string_view serialNumber);
 
 }  // namespace tarvell

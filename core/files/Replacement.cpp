@@ -29,8 +29,8 @@ std::string ValueIn(const Fields& fields, const std::string& name) {
   return found == fields.end() ? std::string() : found->value;
 }
 
-/// The fields of `file` that differ from `saved`, or that only `file` has, and, as empty ones,
-/// those that only `saved` has.
+/// The fields of `file` that differ from `saved` or are missing there, and as empty fields those
+/// that are only in `saved`.
 Fields DifferentFields(const FileSummary& file, const FileSummary& saved) {
   Fields different;
   for (const FileSummary::Field& field : file.fields) {
@@ -57,7 +57,7 @@ std::size_t DifferentCells(const std::vector<std::string>& a, const std::vector<
   return count;
 }
 
-/// A row that was put in or taken out counts by its own cells, not by those of the rows below it.
+/// An inserted or removed row counts by its own cells, not by those of the rows after it.
 std::size_t DifferentCells(const Rows& a, const Rows& b) {
   const auto head = std::ranges::mismatch(a, b);
   const auto first = static_cast<std::size_t>(head.in1 - a.begin());
@@ -75,7 +75,7 @@ std::size_t DifferentCells(const Rows& a, const Rows& b) {
   return count;
 }
 
-/// Fills in what would be lost. `before` is the file as it was read, where that is known.
+/// Sets what would be lost. `before` is the file as it was read, if known.
 void Compare(Replacement& replacement, const FileSummary& saved,
              const std::optional<FileSummary>& before) {
   const FileSummary& file = replacement.file;
@@ -96,7 +96,7 @@ std::string Line(const FileSummary::Field& field) {
   return field.name + ": " + TextOrNone(field.value) + "\n";
 }
 
-/// What a file says, without the fields that are empty in it.
+/// The fields of a file that are not empty.
 std::string Lines(const Fields& fields) {
   std::string lines;
   for (const FileSummary::Field& field : fields) {
@@ -151,7 +151,7 @@ Replacement ReplacementBy(const StoredFile& file, const std::string& path, std::
     before = summarise(file.UnchangedBytes());
   }
   const std::string& serial = replacement.file.serialNumber;
-  // The instrument's own serial number may have been corrected here.
+  // The user may have corrected the serial number of the same instrument.
   const bool isSame =
       serial == saved.serialNumber || (unseen->wasRead && serial == file.SerialNumber());
   replacement.kind = !isSame           ? Replacement::Kind::AnotherSerialNumber

@@ -51,7 +51,7 @@ namespace {
   return code ? code : file.Close();
 }
 
-/// `touched` tells whether the file was opened at all.
+/// Sets `touched` to whether the file was opened.
 [[nodiscard]] std::error_code OverwriteInPlace(const std::filesystem::path& target, EntryKind kind,
                                                std::string_view bytes, bool& touched) {
   std::unique_ptr<OutputFile> file;
@@ -75,7 +75,7 @@ namespace {
   return code;
 }
 
-/// For the targets that nothing can replace.
+/// For a target that no other file can replace.
 [[nodiscard]] std::error_code WriteInPlace(const std::filesystem::path& target, EntryKind kind,
                                            std::string_view bytes) {
   bool touched = false;
@@ -97,8 +97,8 @@ namespace {
   return code;
 }
 
-/// Whether the folder, or the file's owner, admits no new file in the place of the old one.
-bool AdmitsNoNewFile(std::error_code code) {
+/// Whether the folder, or the owner of the file, does not permit a replacement.
+bool ForbidsReplacement(std::error_code code) {
   return code == std::errc::permission_denied || code == std::errc::operation_not_permitted ||
          code == std::errc::read_only_file_system;
 }
@@ -135,7 +135,7 @@ std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_
   if (!code && replaces) {
     code = file->TakeAttributesOf(target);
   }
-  bool refused = AdmitsNoNewFile(code);
+  bool refused = ForbidsReplacement(code);
   if (!code) {
     code = Fill(*file, bytes);
   }

@@ -12,25 +12,25 @@
 
 namespace tarvell {
 
-/// Called with the native path of the ordinary file that a save is about to replace, links
-/// followed, before anything is written. What it throws ends the save.
+/// Is called before anything is written, with the ordinary file that a save is about to replace,
+/// links followed. An exception from it ends the save.
 using KeepEarlier = std::function<void(const std::filesystem::path& native)>;
 
-/// Writes `bytes` as the whole content of the file at `path` (path text of the program). This is
-/// the only way in which the program writes a file.
+/// Writes `bytes` as the whole content of the file at `path`, a path of the program. The program
+/// writes files only by this function and SaveNativeFile.
 ///
-/// A new content is written and synced beside the file and then takes its place in one step, with
-/// the mode, group and, where the system permits it, owner that the file had; links are followed.
-/// Where that cannot be (no ordinary file, several hard links, a folder that takes no new file, a
-/// group that cannot be kept), the file is overwritten in place, and gets its old content back when
-/// that fails.
+/// The bytes go to a temporary file in the same folder, which is synced and then replaces the file
+/// in one step. The file keeps its mode, its group and, where the system permits it, its owner.
+/// Links are followed. If the file cannot be replaced so (it is no ordinary file, has several hard
+/// links, or its folder or group does not permit it), it is overwritten in place, and gets its old
+/// content back when that fails.
 ///
-/// Throws a WriteFailed error when a step failed; the file then holds its earlier content, whole,
-/// or the new one when only the last step, syncing its folder, failed.
+/// Throws a WriteFailed error when a step fails. The file then has its earlier content, or the new
+/// one if only the last step failed, the sync of its folder.
 void SaveFile(std::string_view path, std::string_view bytes, const KeepEarlier& keepEarlier = {});
 
-/// The same for exactly the file that a native path names, whatever others differ from it only in
-/// case. A failed step is returned; an earlier content that could not be put back is thrown.
+/// The same for exactly the file at a path of the system, even if others differ only in case.
+/// Returns the error of a failed step. Throws when the earlier content could not be put back.
 [[nodiscard]] std::error_code SaveNativeFile(const std::filesystem::path& native,
                                              std::string_view bytes,
                                              const KeepEarlier& keepEarlier = {});

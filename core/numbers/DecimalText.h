@@ -10,9 +10,8 @@
 
 namespace tarvell {
 
-/// The decimal text of 15 significant digits that number texts are made from: a finite value is
-/// d.dddddddddddddd times 10 to the power of `exponent`, less its sign. Zero has all digits '0'
-/// and exponent 0.
+/// A finite value as 15 significant decimal digits: d.dddddddddddddd times 10 to the power of
+/// Exponent(), and a sign. Zero has only digits '0' and exponent 0.
 class DecimalText {
  public:
   static constexpr std::size_t kDigits = 15;
@@ -24,10 +23,10 @@ class DecimalText {
   [[nodiscard]] int Exponent() const { return exponent_; }
   [[nodiscard]] std::string_view Digits() const { return {digits_.data(), kDigits}; }
 
-  /// The digit that stands `place` places before the point (0 the units, -1 the tenths).
+  /// The digit `place` places before the point (0 the units, -1 the tenths).
   [[nodiscard]] char DigitAt(int place) const;
 
-  /// Rounds half away from zero, so that every digit behind `lastPlace` is '0'.
+  /// Rounds half away from zero, so that every digit after `lastPlace` is '0'.
   void RoundAt(int lastPlace);
 
  private:

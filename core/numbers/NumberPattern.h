@@ -12,13 +12,13 @@ namespace tarvell {
 
 /// A digit pattern such as "##0.0", "0.####", "0.00E-00" or "### ".
 ///
-/// "0" is a digit always shown, "#" one shown only when significant; the places behind the
-/// point are rounded half away from zero, and a "#" there drops a trailing zero, the point
-/// included when no decimal is left. "E-00" writes an exponent of at least two digits with a
-/// sign only when it is negative. Blanks at the end stand for themselves. A value is taken with
-/// its 15 significant digits; a negative one keeps its "-", also when it rounds to zero.
+/// "0" is a digit that is always shown, "#" one that is shown only if significant. The last decimal
+/// is rounded half away from zero. A "#" after the point drops a trailing zero, and the point with
+/// the last decimal. "E-00" is an exponent of at least two digits, with a sign only if negative.
+/// Blanks at the end are kept. Only 15 significant digits of a value count. A negative value keeps
+/// its "-", even when it is rounded to zero.
 ///
-/// A pattern is parsed when it is made: in a constexpr table a wrong one does not compile.
+/// The constructor parses the pattern, so that a wrong one in a constexpr table does not compile.
 class NumberPattern {
  public:
   constexpr NumberPattern(std::string_view pattern) {  // NOLINT(google-explicit-constructor)
@@ -30,7 +30,7 @@ class NumberPattern {
       if (pattern[i] == '0') {
         ++wholeDigits_;
       } else if (wholeDigits_ > 0) {
-        throw std::invalid_argument("'#' behind '0' before the point");
+        throw std::invalid_argument("'#' after '0' before the point");
       }
     }
     if (i < pattern.size() && pattern[i] == '.') {
@@ -40,7 +40,7 @@ class NumberPattern {
           ++fixedDecimals_;
         }
         if (fixedDecimals_ != decimals_ && pattern[i] == '0') {
-          throw std::invalid_argument("'0' behind '#' behind the point");
+          throw std::invalid_argument("'0' after '#' after the point");
         }
       }
     }
@@ -49,14 +49,15 @@ class NumberPattern {
         ++exponentDigits_;
       }
       if (exponentDigits_ == 0 || pattern[0] != '0' || wholeDigits_ != 1) {
-        throw std::invalid_argument("an exponent wants one digit before the point and its own");
+        throw std::invalid_argument(
+            "an exponent needs one digit before the point and digits of its own");
       }
     }
     for (; i < pattern.size() && pattern[i] == ' '; ++i) {
       ++blanks_;
     }
     if (i != pattern.size()) {
-      throw std::invalid_argument("no digit pattern");
+      throw std::invalid_argument("not a digit pattern");
     }
   }
   template <std::size_t N>
@@ -74,7 +75,7 @@ class NumberPattern {
   int blanks_ = 0;
 };
 
-/// The number that `text` begins with, in the form of `pattern`.
+/// The number at the beginning of `text`, in the form of `pattern`.
 [[nodiscard]] std::string FormatText(std::string_view text, const NumberPattern& pattern);
 
 }  // namespace tarvell

@@ -127,7 +127,7 @@ double ParsedNumber(const std::string& number) {
   if (result.ec == std::errc::result_out_of_range && IsTooLarge(number)) {
     return number.front() == '-' ? -kInfinity : kInfinity;
   }
-  // Too small a number is 0, and "-0" is no negative value.
+  // A number that is too small for a double is 0, and zero is never negative.
   return result.ec != std::errc() || value == 0 ? 0.0 : value;
 }
 
@@ -136,7 +136,7 @@ bool FitsInt16(double rounded) {
          rounded <= std::numeric_limits<std::int16_t>::max();
 }
 
-/// Whether blanks, tabs or LFs stand inside of `text`, not around it.
+/// Whether `text` has blanks, tabs or LFs that are not at its ends.
 bool HasBlanksInside(std::string_view text) {
   constexpr std::string_view kIgnored = " \t\n";
   const std::size_t first = std::min(text.find_first_not_of(kIgnored), text.size());

@@ -9,49 +9,47 @@
 #include <string>
 #include <string_view>
 
-/// Numbers as the data files write and read them; never dependent on the locale.
+/// Numbers as data files hold them, independent of the locale.
 namespace tarvell {
 
-/// Numeric value of a text: its longest leading numeric part. Blanks, tabs and LFs are ignored
-/// wherever they stand; an optional sign, digits with an optional point, an optional exponent
-/// (E or D, either case). No digits give 0. Throws a Type error when the number is too large
-/// for a double.
+/// The number at the beginning of a text: an optional sign, digits with an optional point, an
+/// optional exponent (E or D, either case). Blanks, tabs and LFs are ignored everywhere. A text
+/// without such a number gives 0. Throws a Type error when the number is too large for a double.
 [[nodiscard]] double NumericValue(std::string_view text);
 
-/// The same, but infinite where the number is too large for a double.
+/// The same, but infinite for a number that is too large for a double.
 [[nodiscard]] double NumericValueOrInfinity(std::string_view text);
 
-/// The number of a cell that is too large for a double, without what stands around it, such as
-/// "1E999" of "Ls/1E999 nH"; "" where the first number of `text` is none of these.
+/// The first number of a cell, such as "1E999" of "Ls/1E999 nH", if it is too large for a double;
+/// else "".
 [[nodiscard]] std::string_view TooLargeNumber(std::string_view text);
 
-/// Whether a text begins with a number, so that NumericValue reads one.
+/// Whether a text begins with a number for NumericValue.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 
-/// The value of a text that is a number as a whole (blanks around it are allowed), infinite when it
+/// The value of a text that is nothing but a number, with blanks around it allowed. Infinite if it
 /// is too large for a double; nothing for any other text.
 [[nodiscard]] std::optional<double> ParseNumber(std::string_view text);
 
-/// `value` rounded half away from zero into 16 bits; throws a Type error outside their range.
+/// `value` rounded half away from zero. Throws a Type error if that does not fit into 16 bits.
 [[nodiscard]] std::int16_t ToInt16(double value);
 
-/// Numeric value of a text, stored into 16 bits.
+/// ToInt16 of NumericValue.
 [[nodiscard]] std::int16_t NumericInt16(std::string_view text);
 
-/// The integer that a text box holds. The whole text must be a number (blanks around it are
-/// allowed), which is rounded half away from zero. Throws a Type error that names `field` when
-/// it is none or outside 16 bits.
+/// The number in a text box, rounded half away from zero. Throws a Type error that names `field`
+/// when the text is not a number (see ParseNumber) or the number does not fit into 16 bits.
 [[nodiscard]] std::int16_t IntegerValue(std::string_view text, std::string_view field);
 
-/// Shortest text of a number: up to 15 significant digits, no trailing zeros, a leading 0
-/// before the point; plain decimals while the magnitude is below 1E15 and the digits fit in 15
-/// decimals, else with exponent (1.5E+20, 1E-16). Throws a Type error for an infinite value.
+/// Shortest text of a number: up to 15 significant digits, no trailing zeros, at least one digit
+/// before the point. A number below 1E15 that needs at most 15 decimals has no exponent; others
+/// have one (1.5E+20, 1E-16). Throws a Type error for an infinite value.
 [[nodiscard]] std::string ShortestText(double value);
 
 /// An integer with at least two digits: 5 is "05".
 [[nodiscard]] std::string AtLeastTwoDigits(int number);
 
-/// NumericValue's number in its shortest text.
+/// ShortestText of NumericValue.
 [[nodiscard]] std::string Normalised(std::string_view text);
 
 }  // namespace tarvell

@@ -59,7 +59,7 @@ constexpr std::array<Explanation, 14> kExplanations = {{
     {std::errc::is_a_directory, ErrorKind::NotAFile,
      "it is a folder, not a file. Rename or remove it, then try again."},
     {std::errc::not_supported, ErrorKind::NotAFile, kDevice},
-    // Opening a socket, or a pipe that nobody reads for writing.
+    // Opening a socket, or a pipe without a reader.
     {std::errc::no_such_device_or_address, ErrorKind::NotAFile, kDevice},
     {std::errc::value_too_large, ErrorKind::NotAFile,
      "it is larger than any data file. Put the right file in its place, then try again."},
@@ -68,7 +68,7 @@ constexpr std::array<Explanation, 14> kExplanations = {{
     {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},
 }};
 
-/// A text is shown up to its first NUL, and a file or the clipboard may bring one.
+/// A text without NULs, which would end it when it is shown. A file or the clipboard may hold one.
 std::string Shown(std::string text) {
   std::ranges::replace(text, '\0', ' ');
   return text;

@@ -14,22 +14,32 @@ namespace tarvell {
 enum class ErrorKind {
   NotFound,      ///< a file or folder does not exist
   NoPermission,  ///< the operating system refuses the access
-  NotAFile,      ///< a folder, device, pipe or foreign file stands where a data file is expected
+  NotAFile,      ///< there is a folder, device, pipe or foreign file instead of a data file
   InputPastEnd,  ///< a file ends before its expected items
   Index,         ///< a table has no such row, page or column
-  Type,          ///< a text is no number, or a number does not fit its 16-bit field
+  Type,          ///< a text is no number, or a number is too large for its field
   Name,          ///< a text cannot be a file or folder name
   Character,     ///< a text holds a character that the files cannot hold
   Template,      ///< a template file does not fit its model
-  WriteFailed,   ///< a file could not be written whole; what was there before is still there
+  WriteFailed,   ///< a file could not be written; its earlier content is still there
   System         ///< any other failure that the operating system reported
 };
 
-/// The one exception that the core throws.
+/// The only exception type that the core throws itself. Guarded, around every action of a screen,
+/// catches it and shows it. There are these other catches:
+/// - ItemReader::AtThisLine throws the error again with the file and line.
+/// - ReadFirstItems reads more of a file whose beginning was not enough.
+/// - ReadHeadersIn collects the errors of the files and throws one at the end of the list.
+/// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
+/// - CalDataFile::RememberUnchangedSave and UnchangedBytes (StationFiles.cpp) go on without the
+/// bytes of
+///   a data set that cannot be saved before it is corrected.
+/// - DueDateNotice (StationFiles.cpp) looks whether a due date would be readable.
+/// - ReadProfile falls back to the default directories.
 ///
-/// `text` is a whole sentence (or several) for the operator: what happened and what to do.
-/// `path` is the file or folder concerned, as the program speaks of it, or "".
-/// `line` is the line of that file, counted from 1, or 0 where no line is meant.
+/// `text` is one or more whole sentences for the operator: what happened and what to do.
+/// `path` is the file or folder concerned, as a path of the program, or "".
+/// `line` is the line of that file, counted from 1, or 0 if the error is about no line.
 class Error : public std::exception {
  public:
   Error(ErrorKind kind, std::string text, std::string path = {}, int line = 0);
@@ -42,7 +52,7 @@ class Error : public std::exception {
   /// Text, path and line, ready to be shown.
   [[nodiscard]] const char* what() const noexcept override { return message_.c_str(); }
 
-  /// The same error, told of `path` and `line` where it named none itself.
+  /// The same error with `path` and `line`, unless it has a path already.
   [[nodiscard]] Error Located(const std::string& path, int line) const;
 
  private:
@@ -53,8 +63,8 @@ class Error : public std::exception {
   std::string message_;
 };
 
-/// The error that an operating-system result stands for. `action` completes the sentence
-/// "Cannot ...", for example "read the file".
+/// The error for a result of the operating system. `action` completes the sentence "Cannot ...",
+/// for example "read the file".
 [[nodiscard]] Error SystemError(std::error_code code, const std::string& action,
                                 std::string_view path);
 

@@ -6,7 +6,7 @@
 
 namespace tarvell {
 
-/// Time of day, and a way to let it pass.
+/// The time of day, and a way to sleep.
 class DayClock {
  public:
   DayClock() = default;
@@ -19,12 +19,12 @@ class DayClock {
   virtual void Sleep(double seconds) = 0;
 };
 
-/// The system's clock in universal time, which no summer time sets back.
+/// The system's clock in universal time, which has no summer time.
 [[nodiscard]] DayClock& SystemDayClock();
 
-/// Waits until `seconds` (at most 500) have passed on `clock`, sleeping between looks at it; no
-/// window event runs meanwhile. A wait over midnight waits for the new day first; a clock that is
-/// set back ends the wait. Returns false at once for a negative argument, else true.
+/// Waits until `seconds` (at most 500) have passed on `clock`. No window event is handled in the
+/// meantime. A wait over midnight first waits for the new day. A clock that is set back ends the
+/// wait. Returns false at once for a negative argument, else true.
 bool WaitSeconds(double seconds, DayClock& clock = SystemDayClock());
 
 }  // namespace tarvell

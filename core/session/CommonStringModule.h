@@ -4,8 +4,8 @@
 #ifndef TARVELL_CORE_SESSION_COMMONSTRINGMODULE_H
 #define TARVELL_CORE_SESSION_COMMONSTRINGMODULE_H
 
-/// The module's functions, each of which stands in the room of its subject: StripNull, IsValidDate
-/// and DaysInMonth, WaitSeconds.
+/// The functions of the module are in the folders of their subjects: StripNull, IsValidDate and
+/// DaysInMonth, WaitSeconds.
 #include "core/dates/Calendar.h"
 #include "core/platform/Waiting.h"
 #include "core/text/Text.h"

@@ -7,23 +7,23 @@
 #include <string>
 #include <string_view>
 
-/// The INI file "tarvell.ini" in the Windows directory, which remembers the two data roots. It is
-/// read by position, not by section and key: the roots are items 8 and 11.
+/// The INI file "tarvell.ini" in the Windows directory holds the two data roots. It is read by
+/// position, not by section and key: the roots are items 8 and 11.
 namespace tarvell {
 
-/// The Windows directory, as path text of the program.
+/// The Windows directory, as a path of the program.
 [[nodiscard]] std::string GetWindowsDir();
 
-/// Reads both roots. One that is empty is the default "c:\calfactors" or "c:\stations"; both are
-/// when the file is missing, too short or unreadable. Never fails.
+/// Reads both roots. An empty one becomes the default "c:\calfactors" or "c:\stations". Both become
+/// the default when the file is missing, too short or unreadable. Never fails.
 void ReadProfile(std::string& calibrationDir, std::string& stationDir);
 
-/// What an operator should know of a directory that the next start will not read back, since a
-/// comma ends it; "" for any other one.
+/// The warning about a directory with a comma, which the next start reads differently; "" for any
+/// other directory.
 [[nodiscard]] std::string CalibrationDirNotice(std::string_view directory);
 [[nodiscard]] std::string StationDirNotice(std::string_view directory);
 
-/// Writes the file anew with the roots exactly as given. Throws the error of a failed save.
+/// Writes the whole file with the roots exactly as given. Throws the error of a failed save.
 void WriteProfile(const std::string& calibrationDir, const std::string& stationDir);
 
 }  // namespace tarvell

@@ -17,8 +17,8 @@
 #include "core/dates/Months.h"
 #include "core/text/Words.h"
 
-/// The state that the program's screens share, and the module's functions. Those that belong to
-/// one subject stand in its room; the headers above declare them.
+/// The state that the screens share, and the functions of the module. Functions of one subject are
+/// in its folder; the headers above declare them.
 namespace tarvell {
 
 inline constexpr std::string_view kApplicationTitle = "Morrand Tarvell";

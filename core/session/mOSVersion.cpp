@@ -14,7 +14,7 @@ constexpr int kWindows95Family = 1;
 constexpr int kWindowsNTFamily = 2;
 constexpr std::size_t kServicePackWidth = 127;
 
-std::string NameOf95Family(const OSVersionRecord& record) {
+std::string TextOf95Family(const OSVersionRecord& record) {
   if (record.major == 3) {
     return "Windows(R) 3.1";
   }
@@ -36,7 +36,7 @@ std::string NameOf95Family(const OSVersionRecord& record) {
   }
 }
 
-std::string NameOfWindows2000(const OSVersionRecord& record) {
+std::string TextOfWindows2000(const OSVersionRecord& record) {
   std::string name = "Windows(R) 2000";
   if (!record.hasProductType) {
     return name;
@@ -60,12 +60,12 @@ std::string NameOfWindows2000(const OSVersionRecord& record) {
   return name;
 }
 
-std::string NameOfNTFamily(const OSVersionRecord& record) {
+std::string TextOfNTFamily(const OSVersionRecord& record) {
   if (record.major >= 6) {
     return "Windows(R) NT(R) Unknown";
   }
   if (record.major == 5) {
-    return NameOfWindows2000(record);
+    return TextOfWindows2000(record);
   }
   if (record.major < 4) {
     return "Windows(R) NT 3.5";
@@ -82,10 +82,10 @@ OSVersionTexts DescribeOSVersion(const OSVersionRecord& record) {
   std::string name;
   if (record.family == kWindows95Family) {
     texts.platform = "95";
-    name = NameOf95Family(record);
+    name = TextOf95Family(record);
   } else if (record.family == kWindowsNTFamily) {
     texts.platform = "NT";
-    name = NameOfNTFamily(record);
+    name = TextOfNTFamily(record);
   } else if (record.systemName.empty()) {
     texts.platform = "95";
     name = "Windows(R) 3.1";

@@ -10,7 +10,7 @@
 
 namespace tarvell {
 
-/// The operating system's texts as the screens show them.
+/// The texts about the operating system on the screens.
 struct OSVersionTexts {
   std::string platform;  ///< "95" or "NT"; elsewhere the system's own name
   std::string version;   ///< major, minor and build number: "4.10.2222"
@@ -19,8 +19,8 @@ struct OSVersionTexts {
 
 [[nodiscard]] OSVersionTexts DescribeOSVersion(const OSVersionRecord& record);
 
-/// Asks the system for its version and fills `gOSPlatform`, `gOSVersion` and `gOSName`. Where it
-/// does not tell, the last two are "FAIL" and the first keeps what it held.
+/// Sets `gOSPlatform`, `gOSVersion` and `gOSName` to the texts of the running system. If it does
+/// not report its version, the last two become "FAIL" and the first stays as it was.
 void GetOSVersion();
 
 }  // namespace tarvell

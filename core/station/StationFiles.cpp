@@ -35,10 +35,10 @@ constexpr std::string_view kAddressType = "ADDRESS TYPE";
 /// A line of an instrument file.
 struct Field {
   std::string_view keyword;
-  std::string StationInstrument::*member;  ///< nullptr for the due date, which is made of three
+  std::string StationInstrument::*member;  ///< nullptr for the due date, which has three
 };
 
-/// The lines in the order in which they are written.
+/// The lines in the order of the file.
 constexpr std::array<Field, 12> kFields = {{
     {kModelNumber, &StationInstrument::ModelNumber},
     {"SERIAL NUMBER", &StationInstrument::SerialNumber},
@@ -54,16 +54,16 @@ constexpr std::array<Field, 12> kFields = {{
     {"CAL DATA", &StationInstrument::CalData},
 }};
 
-/// The line of exactly this keyword, nullptr when there is none.
+/// The line with exactly this keyword, nullptr if there is none.
 const Field* FindField(std::string_view keyword) {
   const auto* found = std::ranges::find(kFields, keyword, &Field::keyword);
   return found == kFields.end() ? nullptr : found;
 }
 
-/// The last one stays empty.
+/// SplitWords leaves the last one as it is: empty.
 using Words = std::array<std::string, kWordLimit + 1>;
 
-/// How many words of a line are its keyword.
+/// Number of words in the keyword of a line.
 std::size_t KeywordLength(const Words& words) {
   if (words[0] == "MODEL" || words[0] == "SERIAL") {
     return 2;
@@ -77,7 +77,7 @@ std::size_t KeywordLength(const Words& words) {
   return 1;
 }
 
-/// The words from the `first`-th on, separated by one blank each.
+/// The words from `first` on, separated by single blanks.
 std::string JoinedWords(const Words& words, std::size_t first) {
   std::string text;
   for (std::size_t i = first; i < words.size(); ++i) {
@@ -98,7 +98,7 @@ std::string AddressTypeOf(const std::string& value) {
 void ApplyDueDate(const std::string& value, StationInstrument& instrument) {
   if (value.empty()) {
     instrument.DueYear = "2000";
-    // A digit where a month's name belongs: station software knows these files.
+    // Other station software expects this digit instead of a month's name.
     instrument.DueMonth = "1";
     instrument.DueDay = "1";
     return;
@@ -115,7 +115,7 @@ std::string DueDateText(const StationInstrument& instrument) {
          std::string(Trim(instrument.DueYear));
 }
 
-/// What a file with this line, and others after it, gives.
+/// What reading a file with this line, and others after it, gives.
 StationInstrument ReadBackOf(std::string_view line) {
   std::string_view item = line.substr(0, line.find(','));
   item = item.substr(0, item.find_last_not_of(" \t") + 1);
@@ -150,7 +150,7 @@ std::string ReasonOf(const std::string& line) {
                             : ": blanks at its beginning and runs of blanks are not kept.";
 }
 
-/// The notice about a field of one value, "" when there is nothing to say.
+/// The notice about a field other than the due date, "" for none.
 std::string NoticeOf(const Field& field, const std::string& value) {
   const std::string keyword(field.keyword);
   const std::string line = keyword + " " + value;
@@ -169,12 +169,12 @@ std::string NoticeOf(const Field& field, const std::string& value) {
          (isRenamed ? "." : ReasonOf(line));
 }
 
-/// Whether a part of the due date and what is read back of it are the same text or number.
+/// Whether a part of the due date is the same text or number when it is read back.
 bool IsSamePart(const std::string& part, const std::string& readBack) {
   return Trim(part) == readBack || (ParseNumber(part) && Normalised(part) == readBack);
 }
 
-/// The notice about the due date, whose field is nullptr when there is nothing to say.
+/// The notice about the due date, with the field nullptr for none.
 ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
   static constexpr std::array kParts = {&StationInstrument::DueDay, &StationInstrument::DueMonth,
                                         &StationInstrument::DueYear};
@@ -201,8 +201,8 @@ ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
   return {};
 }
 
-/// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
-/// is the file whose name differs in case alone: the one that saving would replace.
+/// Removes the INDEX file from the names in its folder. If none has exactly that name, it is the
+/// file whose name differs only in case, because saving would replace that.
 void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>& names) {
   auto index = std::ranges::find(names, kIndexName);
   if (index == names.end()) {
@@ -217,7 +217,7 @@ void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>
   names.erase(index);
 }
 
-/// The names in the folder at the native path `native`; errors name it as `folder`.
+/// The names in the folder at `native`, which errors name as `folder`.
 std::vector<std::string> NamesIn(const std::filesystem::path& native, const std::string& folder,
                                  SearchKind kind) {
   std::vector<std::string> names;
@@ -239,7 +239,7 @@ std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kin
   return names;
 }
 
-/// An instrument's file is any file in the folder but INDEX.
+/// Every file in the folder except INDEX belongs to an instrument.
 void CheckInstrumentName(const std::string& modelNumber) {
   CheckFileName(modelNumber, "The model number");
   if (EqualsIgnoringCase(modelNumber, kIndexName)) {
@@ -250,8 +250,8 @@ void CheckInstrumentName(const std::string& modelNumber) {
   }
 }
 
-/// Adds a line. A comma ends its value when it is read back; throws a Character error when an item
-/// behind one would be taken for a line of its own, or swallow the lines that follow.
+/// Adds a line. A comma ends its value when it is read back. Throws a Character error when the text
+/// after the comma would be read as a line of its own, or as one item with the lines after it.
 void AddLine(FileText& text, std::string_view keyword, const std::string& value) {
   std::size_t comma = value.find(',');
   while (comma != std::string::npos) {
@@ -275,7 +275,7 @@ void AddLine(FileText& text, std::string_view keyword, const std::string& value)
   text.Line(std::string(keyword) + " " + value);
 }
 
-/// Whether a name, perhaps one in the characters of an older system, can stand on a line.
+/// Whether a line can hold a name, which may be in the characters of an older system.
 bool CanBeListed(const std::string& name) {
   return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
 }
@@ -305,7 +305,7 @@ std::string InstrumentBytes(const StationInstrument& instrument) {
   return text.Bytes();
 }
 
-/// What an unchanged save would write, nothing where it would be refused.
+/// What an unchanged save would write, "" if it would fail.
 std::string UnchangedBytes(const StationInstrument& instrument) {
   try {
     return InstrumentBytes(instrument);
@@ -337,7 +337,7 @@ KeywordLine ParseKeywordLine(std::string_view item) {
   Words words;
   SplitWords(item, words);
   const std::size_t length = KeywordLength(words);
-  // A keyword of several words keeps its blanks also where a word is missing.
+  // A keyword of several words keeps its blanks even if a word is missing.
   std::string keyword = words[0];
   for (std::size_t i = 1; i < length; ++i) {
     keyword += " " + words.at(i);
@@ -364,7 +364,7 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
     return false;
   }
   StationInstrument loaded = instrument;
-  // Another instrument's serial number must not stay where the file has none.
+  // The serial number of another instrument must not stay if the file has none.
   loaded.SerialNumber.clear();
   std::string item = reader.ReadItem();
   while (!reader.AtEnd()) {
@@ -418,7 +418,7 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
   const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts);
-  // A name that is too long for a file is that of none.
+  // There is no file with a name that is too long for one.
   if (code && code != std::errc::filename_too_long) {
     throw SystemError(code, "delete the instrument", path);
   }
@@ -440,7 +440,7 @@ void DeleteAllInstrumentFiles(const std::string& stationFolder) {
 
 void MakeStation(const std::string& root, const std::string& name) {
   CheckFileName(name, "The station name");
-  // Refuses what INDEX could not hold.
+  // Throws for what INDEX cannot hold.
   static_cast<void>(EncodeFileText(name));
   if (name.find('.') != std::string::npos) {
     throw Error(ErrorKind::Name,

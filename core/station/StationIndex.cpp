@@ -17,7 +17,7 @@ namespace tarvell {
 
 namespace {
 
-/// The line of a name in INDEX, or its bytes where no line can hold it.
+/// The line of a name in INDEX, or its own bytes if no line can hold it.
 std::string LineOf(const std::string& name) {
   return IsUtf8(name) && IsFileText(name) ? EncodeFileText(name) : name;
 }
@@ -28,7 +28,7 @@ std::set<std::string> LinesOf(const std::vector<std::string>& names) {
   return lines;
 }
 
-/// The lines of the INDEX file at `path`, without its own.
+/// The lines of the INDEX file at `path`, without that of INDEX itself.
 std::vector<std::string> ReadIndex(const std::string& path) {
   std::string bytes;
   if (ReadNativeFile(NativePath(path), bytes, kDataFileLimit)) {

@@ -10,29 +10,27 @@
 
 namespace tarvell {
 
-/// What is to be written to an INDEX file when a list is left that others may have changed
-/// meanwhile: nothing that they added is dropped, nothing that was deleted comes back, and what was
-/// only added to the list on the screen stays in it. Names are compared as INDEX has them.
+/// Finds what to write to an INDEX file when the user leaves a list that others may have changed in
+/// the meantime. Names that others added are kept, deleted names do not come back, and names that
+/// were added only to the list on the screen stay. Names are compared in the bytes of INDEX.
 class StationIndex {
  public:
-  /// A visit to the list of `folder`, a path text of the program, begins.
+  /// The user opens the list of `folder`, a path of the program.
   void Begin(const std::string& folder);
 
-  /// The folder holds these names: the list was read from it, or they were saved, or are about to
-  /// be deleted.
+  /// These names are in the folder: they were listed, or saved, or are about to be deleted.
   void WasListed(const std::vector<std::string>& names);
 
-  /// The names to write: those that the screen shows, except files that are gone; after them
-  /// those that `listed`, the folder as it is now, has besides; then those that somebody wrote to
-  /// INDEX during the visit for instruments that are not saved yet. An INDEX that cannot be read
-  /// adds none.
+  /// The names to write: first those on the screen, except files that are gone, then the others of
+  /// `listed`, the present content of the folder, then those that somebody else has added to INDEX
+  /// for instruments that are not saved yet. An INDEX that cannot be read adds none.
   [[nodiscard]] std::vector<std::string> Merged(const std::vector<std::string>& shown,
                                                 const std::vector<std::string>& listed) const;
 
  private:
   std::string path_;
-  std::set<std::string> atBegin_;  ///< the lines of INDEX
-  std::set<std::string> seen_;     ///< the lines of all names that the folder has held
+  std::set<std::string> atBegin_;  ///< the lines of INDEX when the list was opened
+  std::set<std::string> seen_;     ///< the lines of all names that were in the folder
 };
 
 }  // namespace tarvell

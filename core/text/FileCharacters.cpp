@@ -17,7 +17,7 @@ constexpr unsigned kFirstSpecial = 0x80;
 constexpr unsigned kFirstLatin1 = 0xA0;
 constexpr char32_t kNoCharacter = 0xFFFFFFFF;
 
-// Bytes 80 to 9F; all others stand for the character of the same number.
+// Bytes 80 to 9F. Every other byte stands for the character of its number.
 constexpr std::array<char32_t, kFirstLatin1 - kFirstSpecial> kSpecial = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88
@@ -39,8 +39,8 @@ int ByteOf(char32_t character) {
                                  : static_cast<int>(kFirstSpecial + (found - kSpecial.begin()));
 }
 
-/// Reads one UTF-8 character at `position` and moves behind it; kNoCharacter where the bytes
-/// are no UTF-8.
+/// Reads the UTF-8 character at `position` and moves `position` past it. Gives kNoCharacter for
+/// bytes that are not UTF-8.
 char32_t NextCharacter(std::string_view text, std::size_t& position) {
   const auto lead = static_cast<unsigned char>(text[position++]);
   if (lead < 0x80) {
@@ -66,13 +66,13 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
     }
     character = (character << 6U) | (static_cast<unsigned char>(text[position++]) & 0x3FU);
   }
-  // A character in more bytes than it needs is no UTF-8.
+  // UTF-8 forbids more bytes than a character needs.
   const bool tooLong =
       (trailing == 2 && character < 0x800) || (trailing == 3 && character < 0x10000);
   return tooLong ? kNoCharacter : character;
 }
 
-/// How many bytes at the beginning of a text stand for themselves in every encoding.
+/// Number of ASCII bytes at the beginning of a text.
 std::size_t AsciiLength(std::string_view text) {
   const auto* end = std::ranges::find_if(
       text, [](char byte) { return static_cast<unsigned char>(byte) >= kFirstSpecial; });

@@ -17,8 +17,8 @@ bool StartsCharacter(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
 
-/// Byte offset behind the first `count` characters.
-std::size_t OffsetBehind(std::string_view text, std::size_t count) {
+/// Byte offset after the first `count` characters.
+std::size_t OffsetAfter(std::string_view text, std::size_t count) {
   std::size_t offset = 0;
   while (offset < text.size()) {
     if (StartsCharacter(text[offset])) {
@@ -79,7 +79,7 @@ std::size_t CharacterCount(std::string_view text) {
 }
 
 std::string_view FirstCharacters(std::string_view text, std::size_t count) {
-  return text.substr(0, OffsetBehind(text, count));
+  return text.substr(0, OffsetAfter(text, count));
 }
 
 std::string_view LastCharacters(std::string_view text, std::size_t count) {
@@ -87,7 +87,7 @@ std::string_view LastCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string_view WithoutFirst(std::string_view text, std::size_t count) {
-  return text.substr(OffsetBehind(text, count));
+  return text.substr(OffsetAfter(text, count));
 }
 
 std::string_view WithoutLast(std::string_view text, std::size_t count) {

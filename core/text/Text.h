@@ -8,15 +8,15 @@
 #include <string>
 #include <string_view>
 
-/// Text is UTF-8 throughout; lengths and widths count characters, not bytes. "Blank" is the
-/// space character alone, and upper and lower case differ for A to Z alone.
+/// Text is UTF-8; lengths and widths count characters, not bytes. A blank is only the space
+/// character. Only the letters A to Z have a case.
 namespace tarvell {
 
 [[nodiscard]] std::string_view TrimLeft(std::string_view text);
 [[nodiscard]] std::string_view TrimRight(std::string_view text);
 [[nodiscard]] std::string_view Trim(std::string_view text);
 
-/// `s` up to its first NUL character, less its trailing blanks.
+/// `s` up to its first NUL character, without trailing blanks.
 [[nodiscard]] std::string_view StripNull(std::string_view s);
 
 [[nodiscard]] std::string ToUpper(std::string_view text);
@@ -29,7 +29,7 @@ namespace tarvell {
 [[nodiscard]] std::string_view FirstCharacters(std::string_view text, std::size_t count);
 [[nodiscard]] std::string_view LastCharacters(std::string_view text, std::size_t count);
 
-/// `text` without its first or last `count` characters; "" when it has no more than those.
+/// `text` without its first or last `count` characters, "" when it is shorter.
 [[nodiscard]] std::string_view WithoutFirst(std::string_view text, std::size_t count);
 [[nodiscard]] std::string_view WithoutLast(std::string_view text, std::size_t count);
 
@@ -37,11 +37,11 @@ namespace tarvell {
 /// appended whole.
 void AppendRight(std::string& target, std::string_view text, std::size_t width);
 
-/// Takes the first line off `rest`. It ends with CR LF, a lone CR or LF, or the text, and is
-/// returned without its end.
+/// Removes the first line from `rest` and returns it without its end: CR LF, a lone CR or LF, or
+/// the end of the text.
 [[nodiscard]] std::string_view TakeLine(std::string_view& rest);
 
-/// What the screens show of a text: "(none)" where it is empty.
+/// `text` as a message shows it: "(none)" if it is empty.
 [[nodiscard]] std::string TextOrNone(std::string_view text);
 
 /// `text` with every `from` replaced by `to`.

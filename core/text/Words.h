@@ -12,13 +12,12 @@
 
 namespace tarvell {
 
-/// As many words as are ever taken from a line.
+/// No more words than these are taken from a line.
 inline constexpr std::size_t kWordLimit = 30;
 
-/// Splits `line` into its words, separated by runs of blanks and control blanks (NUL, TAB, CR,
-/// LF, backspace, form feed, vertical tab), at most kWordLimit. All of `words` but the last is
-/// emptied first. Returns the number of words; throws an Index error when `words` has no place for
-/// one.
+/// Splits `line` into at most kWordLimit words, which are separated by runs of blanks and control
+/// blanks (NUL, TAB, CR, LF, backspace, form feed, vertical tab). First clears all of `words`
+/// except the last. Returns the number of words. Throws an Index error when `words` is too short.
 std::int16_t SplitWords(std::string_view line, std::span<std::string> words);
 
 }  // namespace tarvell

@@ -54,7 +54,8 @@ class FaultPlatform : public ForwardingPlatform {
   int passes = 0;              ///< how often the step succeeds before it fails
   std::size_t failAtByte = 0;  ///< for Step::Write and Step::Nothing
   std::uintmax_t wrongBy = 1;  ///< for Step::Length
-  std::size_t portion = std::numeric_limits<std::size_t>::max();
+  std::size_t portion = std::numeric_limits<std::size_t>::max();      ///< of one write
+  std::size_t readPortion = std::numeric_limits<std::size_t>::max();  ///< of one read
   bool waits = true;  ///< whether a sync waits for the disk
   int faults = 0;     ///< how often the step has failed
   int opened = 0;     ///< how often a file was opened in place
@@ -143,7 +144,7 @@ class FaultPlatform : public ForwardingPlatform {
         count = 0;
         return platform_.Fault();
       }
-      return file_->Read(buffer, size, count);
+      return file_->Read(buffer, std::min(size, platform_.readPortion), count);
     }
 
    private:

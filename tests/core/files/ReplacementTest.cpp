@@ -14,7 +14,6 @@
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/TestKit.h"
 #include "core/caldata/cInstrPX12A.h"
-#include "core/caldata/cInstrRT520A.h"
 #include "core/files/Replacement.h"
 #include "core/station/StationFiles.h"
 #include "support/AnotherProcess.h"
@@ -90,7 +89,7 @@ class Replacing : public testing::Test {
   test::BinPlatform platform_;
 };
 
-/// The clock of this place is UTC while it lives.
+/// Makes local time UTC while it lives.
 class InUtc {
  public:
   InUtc() { Set("UTC0"); }
@@ -113,15 +112,9 @@ class InUtc {
   std::string before_ = std::getenv("TZ") == nullptr ? "" : std::getenv("TZ");
 };
 
-// ---- Nobody is asked.
+// ---- No question.
 
-TEST_F(Replacing, NothingIsAskedOfNewDataThatMeetNoFile) {
-  cInstrPX12A data;
-  Make(data, "3318A12345");
-  EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
-}
-
-TEST_F(Replacing, NothingIsAskedOfTheFileThatWasOpenedAsOftenAsItIsSaved) {
+TEST_F(Replacing, NothingIsAskedAboutTheFileThatWasOpened) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory and a remark", kRows));
   cInstrPX12A data;
   Open(data);
@@ -132,20 +125,13 @@ TEST_F(Replacing, NothingIsAskedOfTheFileThatWasOpenedAsOftenAsItIsSaved) {
   }
 }
 
-TEST_F(Replacing, NothingIsAskedWhereSomebodyElseWroteTheSame) {
-  const std::string bytes = SensorBytes("3318A12345", "mine", kRows);
+TEST_F(Replacing, NothingIsAskedWhereTheFileIsGoneOrHoldsTheSame) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
   data.SetComment("mine");
-  tree_.Write(kFile, bytes);
+  tree_.Write(kFile, SensorBytes("3318A12345", "mine", kRows));
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
-}
-
-TEST_F(Replacing, AFileThatWasDeletedMeanwhileIsWrittenAgain) {
-  tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
-  cInstrPX12A data;
-  Open(data);
   fs::remove(tree_.Native(kFile));
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
@@ -174,7 +160,7 @@ TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
             "No leaves the file as it is.");
 }
 
-TEST_F(Replacing, AFileThatNamesNoSerialNumberIsAnotherOne) {
+TEST_F(Replacing, AFileWithoutASerialNumberIsAnotherOne) {
   cInstrPX12A data;
   Make(data, "3318A12345");
   for (const char* bytes : {"no data\r\n", "#MODEL_NO : PX12A\r\n#CAL_DATE : 20010230\r\n"}) {
@@ -188,37 +174,9 @@ TEST_F(Replacing, AFileThatNamesNoSerialNumberIsAnotherOne) {
                              "Calibration number: (none)\nCalibrated: 20010230 (no such day)\n"));
 }
 
-TEST_F(Replacing, AFileWithALineBeforeItsHeaderIsDescribedByItsHeader) {
-  for (const char* before : {"\r\n", "! remark\r\n", "Sensor of room 3\r\n"}) {
-    tree_.Write(kFile, before + SensorBytes("3318A12345", "factory", kRows));
-    cInstrPX12A data;
-    Open(data);
-    tree_.Write(kFile, before + SensorBytes("3318A12345", "others", {kRows[0], kRows[1]}));
-    const Replacement replacement = data.WouldReplace(kFile);
-    EXPECT_EQ(replacement.kind, Kind::Changed) << before;
-    EXPECT_EQ(replacement.fields, (Fields{{"Comment", "others"}})) << before;
-    EXPECT_EQ(replacement.cells, 2U) << before << "those of the row that the table shows";
-  }
-}
-
-TEST_F(Replacing, AHeaderLineWithoutAColonIsUnderstoodAsALoadDoes) {
-  std::string bytes = SensorBytes("3318A12345", "factory", kRows);
-  bytes.replace(bytes.find("#SER_NO   : "), 12, "\t#SER_NO ");
-  tree_.Write(kFile, bytes);
-  cInstrPX12A data;
-  Open(data);
-  ASSERT_EQ(data.SerialNumber(), "3318A12345");
-  bytes.replace(bytes.find("C-0042"), 6, "C-0043");
-  tree_.Write(kFile, bytes);
-  const Replacement replacement = data.WouldReplace(kFile);
-  EXPECT_EQ(replacement.kind, Kind::Changed);
-  EXPECT_EQ(replacement.file.serialNumber, "3318A12345");
-  EXPECT_EQ(replacement.fields, (Fields{{"Calibration number", "C-0043"}}));
-}
-
 TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
   const std::string target = R"(c:\calfactors\RT410A\SN12345)";
-  const std::string source = (tree_.Root() / "kit.dat").string();
+  const fs::path source = tree_.Root() / "kit.dat";
   const auto ask = [&](const std::string& serial) {
     test::WriteNative(source, "QZ RT410A\r\n" + serial + "\r\n05MAR2001\r\nfinished\r\n");
     return TestKitWouldReplace(source, R"(c:\calfactors\RT410A)");
@@ -235,7 +193,7 @@ TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
 }
 
 TEST_F(Replacing, AKitIsIdentifiedByTheSecondItemOfItsFile) {
-  const std::string source = (tree_.Root() / "kit.dat").string();
+  const fs::path source = tree_.Root() / "kit.dat";
   const auto ask = [&](const std::string& bytes) {
     test::WriteNative(source, bytes);
     return TestKitWouldReplace(source, R"(c:\calfactors\RT410A)");
@@ -250,17 +208,9 @@ TEST_F(Replacing, AKitIsIdentifiedByTheSecondItemOfItsFile) {
   }
 }
 
-TEST_F(Replacing, AKitsFileWithHeaderLinesIsThatOfTheSameKit) {
-  const std::string source = (tree_.Root() / "kit.dat").string();
-  const std::string header = "#MODEL_NO : RT410A\r\n#SER_NO   : 3318A12345\r\n";
-  tree_.Write(R"(c:\calfactors\RT410A\SN12345)", header + "!End\r\n");
-  test::WriteNative(source, header + "* new\r\n!End\r\n");
-  EXPECT_EQ(TestKitWouldReplace(source, R"(c:\calfactors\RT410A)").kind, Kind::None);
-}
+// ---- Two programs and one file.
 
-// ---- Two programs at one file.
-
-TEST_F(Replacing, WhatAnotherProcessSavedMeanwhileIsToldWithoutOnesOwnChanges) {
+TEST_F(Replacing, WhatAnotherProcessSavedMeanwhileIsListedWithoutOnesOwnChanges) {
   const InUtc utc;
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
@@ -305,7 +255,7 @@ TEST_F(Replacing, WhatAnotherProcessSavedMeanwhileIsToldWithoutOnesOwnChanges) {
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
 
-TEST_F(Replacing, OfTwoProcessesThatAddTheSameInstrumentTheSecondIsAsked) {
+TEST_F(Replacing, OfTwoProcessesThatAddTheSameInstrumentTheSecondAsks) {
   cInstrPX12A data;
   Make(data, "3318A12345");
   data.SetComment("mine");
@@ -323,17 +273,7 @@ TEST_F(Replacing, OfTwoProcessesThatAddTheSameInstrumentTheSecondIsAsked) {
   EXPECT_EQ(replacement.cells, 0U);
 }
 
-TEST_F(Replacing, AnotherInstrumentThatTookTheFileMeanwhileIsNamed) {
-  tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
-  cInstrPX12A data;
-  Open(data);
-  tree_.Write(kFile, SensorBytes("NEW12345", "factory", kRows));
-  const Replacement replacement = data.WouldReplace(kFile);
-  EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
-  EXPECT_EQ(replacement.file.serialNumber, "NEW12345");
-}
-
-TEST_F(Replacing, ARowThatWasPutInCountsByItsOwnCells) {
+TEST_F(Replacing, AnInsertedRowCountsByItsOwnCells) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
@@ -341,12 +281,12 @@ TEST_F(Replacing, ARowThatWasPutInCountsByItsOwnCells) {
   more.insert(more.begin() + 1, {"150.00", "98.2"});
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", more));
   EXPECT_EQ(data.WouldReplace(kFile).cells, 2U);
-  // One that was taken out, and another that was changed below it.
+  // A row that was removed, and another that was changed after it.
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", {{"100.00", "98.1"}, {"300.00", "9.3"}}));
   EXPECT_EQ(data.WouldReplace(kFile).cells, 4U);
 }
 
-TEST_F(Replacing, AChangeBesidesTheFieldsAndCellsIsToldAsSuch) {
+TEST_F(Replacing, AChangeOutsideTheFieldsAndCellsIsNamed) {
   const std::string bytes = SensorBytes("3318A12345", "factory", kRows);
   tree_.Write(kFile, bytes);
   cInstrPX12A data;
@@ -358,26 +298,7 @@ TEST_F(Replacing, AChangeBesidesTheFieldsAndCellsIsToldAsSuch) {
                              "Its fields and cells are the same; only remarks or blanks differ."));
 }
 
-TEST_F(Replacing, OfASetTheMembersSerialNumberAndCellsAreTold) {
-  const std::string path = R"(c:\calfactors\RT520A\SN05678)";
-  const auto bytes = [](const std::string& member, const std::string& value) {
-    return test::Lines(
-        {"#MODEL_NO : RT520A", "#SER_NO   : 1234A05678", "#CAL_DATE : 20010305", "#CAL_NO   : C-1",
-         "#DUE_DATE : 20020305", "#COMMENT  : factory", "!", "#RT521A    :     " + member,
-         "*         1000 :       " + value + "pF :    0.0050 :            0.00002 :   0.00010",
-         "!END", "!"});
-  };
-  tree_.Write(path, bytes("2519J1", "1.000214"));
-  cInstrRT520A data;
-  Open(data, path);
-  tree_.Write(path, bytes("2519J2", "1.000215"));
-  const Replacement replacement = data.WouldReplace(path);
-  EXPECT_EQ(replacement.kind, Kind::Changed);
-  EXPECT_EQ(replacement.fields, (Fields{{"Serial number of RT521A", "2519J2"}}));
-  EXPECT_EQ(replacement.cells, 1U);
-}
-
-TEST_F(Replacing, AFileThatCannotBeReadIsNotReplacedUnseen) {
+TEST_F(Replacing, AFileThatCannotBeReadIsNotReplaced) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Make(data, "3318A12345");
@@ -410,7 +331,7 @@ class ReplacingAnInstrument : public Replacing {
   }
 };
 
-TEST_F(ReplacingAnInstrument, ThatAnotherProcessSavedMeanwhileIsAsked) {
+TEST_F(ReplacingAnInstrument, ThatAnotherProcessSavedMeanwhileNeedsAnAnswer) {
   StationInstrument mine = Sample();
   StoredFile file;
   EXPECT_EQ(Look(mine, file).kind, Kind::None);
@@ -431,37 +352,20 @@ TEST_F(ReplacingAnInstrument, ThatAnotherProcessSavedMeanwhileIsAsked) {
   EXPECT_EQ(replacement.fields, (Fields{{"ADDRESS", "17"}, {"CAL DUE DATE", "5 MAR 2003"}}));
 }
 
-TEST_F(ReplacingAnInstrument, IsNotAskedWhereItsOwnSerialNumberWasChosenAgain) {
+TEST_F(ReplacingAnInstrument, MayHaveANewSerialNumber) {
   StationInstrument mine = Sample();
   StoredFile file;
   Save(mine, file);
   mine.SerialNumber = "3318A99999";
   EXPECT_EQ(Look(mine, file).kind, Kind::None);
-  // Not even where somebody else changed the file: it is still the same instrument's.
+  // After a change by somebody else it is still the file of the same instrument.
   tree_.Write(kInstrument, tree_.Read(kInstrument) + "REMARK by others\r\n");
   EXPECT_EQ(Look(mine, file).kind, Kind::Changed);
 }
 
-TEST_F(ReplacingAnInstrument, UnderTheNameOfAnotherOneIsAsked) {
-  StationInstrument other = Sample();
-  other.SerialNumber = "9";
-  StoredFile otherFile;
-  Save(other, otherFile);
-  StationInstrument mine = Sample();
-  mine.ModelNumber = "PX13A";
-  StoredFile file;
-  Save(mine, file);
-  mine.ModelNumber = "PX12A";
-  const Replacement replacement = Look(mine, file);
-  EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
-  EXPECT_TRUE(test::Contains(QuestionOf(replacement).detail,
-                             "SERIAL NUMBER: 9\nADDRESS TYPE: GP-IB\nCAL DUE DATE: 5 MAR 2002\n"))
-      << QuestionOf(replacement).detail;
-}
-
 // ---- The question and the save.
 
-TEST_F(Replacing, WhatChangesAgainWhileTheUserIsAskedIsAskedAboutAgain) {
+TEST_F(Replacing, AFileThatChangesDuringTheQuestionNeedsAnotherAnswer) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
@@ -479,10 +383,6 @@ TEST_F(Replacing, WhatChangesAgainWhileTheUserIsAskedIsAskedAboutAgain) {
   EXPECT_EQ(asked, (Texts{"others", "more"}));
   EXPECT_FALSE(MayReplace([&] { return data.WouldReplace(kFile); },
                           [](const Replacement&) { return false; }));
-}
-
-TEST(LocalTime, OfATimeThatIsNotKnownIsToldAsSuch) {
-  EXPECT_EQ(LocalTimeText(0), "(unknown)");
 }
 
 }  // namespace

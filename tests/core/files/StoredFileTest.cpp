@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "core/station/StationFiles.h"
 #include "support/BinPlatform.h"
 #include "support/ErrorOf.h"
+#include "support/SampleInstrument.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -35,7 +35,7 @@ class StoredFiles : public testing::Test {
   StoredFile ReadFrom(const std::string& path, const std::string& bytes) {
     tree_.Write(path, bytes);
     StoredFile file;
-    file.WasRead(path, FileStamp(bytes), kSerial);
+    file.WasRead(path, bytes, kSerial);
     return file;
   }
 
@@ -43,54 +43,39 @@ class StoredFiles : public testing::Test {
   test::BinPlatform platform_;
 };
 
-TEST_F(StoredFiles, WhereNothingStoodNothingIsKept) {
-  StoredFile().Save(kFile, kSerial, "new");
-  EXPECT_EQ(tree_.Read(kFile), "new");
-  EXPECT_TRUE(platform_.kept.empty());
-}
-
-TEST_F(StoredFiles, ANewDataSetKeepsTheFileThatItReplaces) {
+TEST_F(StoredFiles, KeepTheFileThatANewDataSetReplaces) {
   tree_.Write(kFile, "old");
   StoredFile().Save(kFile, kSerial, "new");
   EXPECT_EQ(tree_.Read(kFile), "new");
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
-TEST_F(StoredFiles, NothingIsKeptOfAFileThatStaysAsItIs) {
+TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
+  // A file that already holds the bytes, one that was read, and what was written before.
   tree_.Write(kFile, "same");
   StoredFile().Save(kFile, kSerial, "same");
-  EXPECT_TRUE(platform_.kept.empty());
-}
-
-TEST_F(StoredFiles, TheFileThatWasReadIsReplacedWithoutACopy) {
   StoredFile file = ReadFrom(kFile, "old");
-  file.Save(kFile, kSerial, "new");
-  EXPECT_EQ(tree_.Read(kFile), "new");
+  file.SetUnchangedBytes("old");
+  for (const char* bytes : {"first", "second", "third"}) {
+    file.Save(kFile, kSerial, bytes);
+    EXPECT_EQ(tree_.Read(kFile), bytes);
+  }
   EXPECT_TRUE(platform_.kept.empty());
 }
 
-TEST_F(StoredFiles, WhatTheDataSetWroteItselfIsReplacedWithoutACopy) {
-  StoredFile file;
-  file.Save(kFile, kSerial, "first");
-  file.Save(kFile, kSerial, "second");
-  file.Save(kFile, kSerial, "third");
-  EXPECT_EQ(tree_.Read(kFile), "third");
-  EXPECT_TRUE(platform_.kept.empty());
-}
-
-TEST_F(StoredFiles, AFileThatSomebodyElseChangedIsKept) {
+TEST_F(StoredFiles, KeepAFileThatSomebodyElseChanged) {
   StoredFile file = ReadFrom(kFile, "old");
   tree_.Write(kFile, "old and more");
   file.Save(kFile, kSerial, "new");
   EXPECT_EQ(platform_.kept, Texts{"old and more"});
-  // One that has as many bytes as well.
+  // Even one of the same length.
   tree_.Write(kFile, "neu");
   file.Save(kFile, kSerial, "newest");
   EXPECT_EQ(platform_.kept, (Texts{"old and more", "neu"}));
   EXPECT_EQ(tree_.Read(kFile), "newest");
 }
 
-TEST_F(StoredFiles, AFileOfAnotherSerialNumberIsKept) {
+TEST_F(StoredFiles, KeepAFileOfAnotherSerialNumber) {
   StoredFile file = ReadFrom(kFile, "old");
   file.Save(kFile, "B12345", "new");
   EXPECT_EQ(platform_.kept, Texts{"old"});
@@ -98,23 +83,16 @@ TEST_F(StoredFiles, AFileOfAnotherSerialNumberIsKept) {
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
-TEST_F(StoredFiles, AFileWithMoreThanTheDataSetKeepsIsKeptOnce) {
+TEST_F(StoredFiles, KeepOnceAFileWithMoreThanTheDataSetHolds) {
   StoredFile file = ReadFrom(kFile, "old and a remark");
-  file.WouldBeWrittenAs("old");
+  file.SetUnchangedBytes("old");
   file.Save(kFile, kSerial, "new");
   file.Save(kFile, kSerial, "newer");
   EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
   EXPECT_EQ(tree_.Read(kFile), "newer");
 }
 
-TEST_F(StoredFiles, AFileThatWouldBeWrittenAsItIsIsNotKept) {
-  StoredFile file = ReadFrom(kFile, "old");
-  file.WouldBeWrittenAs("old");
-  file.Save(kFile, kSerial, "new");
-  EXPECT_TRUE(platform_.kept.empty());
-}
-
-TEST_F(StoredFiles, AnotherFileThanTheOneThatWasReadIsKept) {
+TEST_F(StoredFiles, KeepAnotherFileThanTheOneThatWasRead) {
   StoredFile file = ReadFrom(R"(c:\calfactors\PX12A\SN9)", "old");
   // Even one with the same content.
   tree_.Write(kFile, "old");
@@ -123,7 +101,7 @@ TEST_F(StoredFiles, AnotherFileThanTheOneThatWasReadIsKept) {
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN9)"), "old");
 }
 
-TEST_F(StoredFiles, AFileIsTheSameInAnotherCaseAndThroughALink) {
+TEST_F(StoredFiles, AreTheSameInAnotherCaseAndThroughALink) {
   StoredFile file = ReadFrom(kFile, "old");
   file.Save(R"(C:\CALFACTORS\px12a\sn12345)", kSerial, "new");
   EXPECT_EQ(tree_.Read(kFile), "new");
@@ -133,7 +111,7 @@ TEST_F(StoredFiles, AFileIsTheSameInAnotherCaseAndThroughALink) {
   EXPECT_TRUE(platform_.kept.empty());
 }
 
-TEST_F(StoredFiles, WhereTheBinTakesNothingNothingIsWritten) {
+TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
   tree_.Write(kFile, "old");
   platform_.failure = std::make_error_code(std::errc::no_space_on_device);
   StoredFile file;
@@ -145,138 +123,105 @@ TEST_F(StoredFiles, WhereTheBinTakesNothingNothingIsWritten) {
       << error.Text();
   EXPECT_EQ(tree_.Read(kFile), "old");
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-  // As soon as it does, the same data set can be saved.
   platform_.failure = {};
   file.Save(kFile, kSerial, "new");
   EXPECT_EQ(tree_.Read(kFile), "new");
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
-TEST_F(StoredFiles, AFolderInItsPlaceIsTheSavesOwnError) {
+TEST_F(StoredFiles, LetTheSaveReportAFolderAtTheirPath) {
   tree_.MakeFolders(kFile);
   const Error error = ErrorOf([&] { StoredFile().Save(kFile, kSerial, "new"); });
   EXPECT_TRUE(test::Contains(error.Text(), "Cannot save the file")) << error.Text();
   EXPECT_TRUE(platform_.kept.empty());
 }
 
-// ---- Every kind of file that holds a serial number.
+// ---- The kinds of file that hold a serial number.
 
-/// New data of the model with this serial number, saved at `path`.
-std::unique_ptr<cifCaldata> Written(const Model& model, const std::string& serial,
-                                    const std::string& path) {
-  std::unique_ptr<cifCaldata> data = model.create();
-  data->SetModelNumber(std::string(model.code));
+constexpr const char* kStation = R"(c:\stations\ST1)";
+constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
+
+void AddData(const std::string& serial) {
+  const auto data = FindModel("PX12A")->create();
+  data->SetModelNumber("PX12A");
   data->SetSerialNumber(serial);
-  data->SaveCalibrationDataToFile(path);
-  return data;
+  data->SaveCalibrationDataToFile(kFile);
 }
 
-TEST_F(StoredFiles, EveryModelKnowsTheFileItCameFrom) {
-  for (const Model& model : kModels) {
-    if (model.create == nullptr) {
-      continue;
-    }
-    SCOPED_TRACE(model.code);
+void EditData(const std::string& comment) {
+  const auto data = FindModel("PX12A")->create();
+  data->LoadCalibrationDataFromFile(kFile);
+  data->RememberUnchangedSave();
+  data->SetComment(comment);
+  data->SaveCalibrationDataToFile(kFile);
+  data->SaveCalibrationDataToFile(kFile);
+}
+
+void AddInstrument(const std::string& serial) {
+  StationInstrument instrument = test::SampleInstrument();
+  instrument.SerialNumber = serial;
+  instrument.CalData.clear();  // the last line is not read back
+  StoredFile file;
+  SaveInstrumentFile(kStation, instrument, file);
+}
+
+void EditInstrument(const std::string& comment) {
+  StationInstrument instrument;
+  StoredFile file;
+  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
+  instrument.Comment = comment;
+  SaveInstrumentFile(kStation, instrument, file);
+  SaveInstrumentFile(kStation, instrument, file);
+}
+
+struct FileKind {
+  const char* path;
+  void (*add)(const std::string& serial);    ///< saves new data
+  void (*edit)(const std::string& comment);  ///< opens the file, changes it and saves twice
+};
+
+TEST_F(StoredFiles, OfEveryKindKeepOnlyWhatTheDataSetDoesNotKnow) {
+  tree_.MakeFolders(kStation);
+  for (const FileKind& kind : {FileKind{kFile, &AddData, &EditData},
+                               FileKind{kInstrument, &AddInstrument, &EditInstrument}}) {
+    SCOPED_TRACE(kind.path);
     platform_.kept.clear();
-    const std::string path = "c:\\calfactors\\PX12A\\SN" + std::string(model.code);
-    const auto written = Written(model, "1", path);
-
-    const auto opened = model.create();
-    opened->LoadCalibrationDataFromFile(path);
-    opened->SetComment("corrected");
-    opened->SaveCalibrationDataToFile(path);
-    EXPECT_TRUE(platform_.kept.empty());
-
-    // The first data set does not know of the correction.
-    const std::string corrected = tree_.Read(path);
-    written->SetComment("other");
-    written->SaveCalibrationDataToFile(path);
-    EXPECT_EQ(platform_.kept, Texts{corrected});
-
-    const std::string other = tree_.Read(path);
-    static_cast<void>(Written(model, "2", path));
-    EXPECT_EQ(platform_.kept, (Texts{corrected, other}));
+    kind.add("1");
+    kind.edit("corrected");
+    EXPECT_EQ(platform_.kept, Texts{});
+    // A line that the data set does not hold.
+    const std::string withRemark = tree_.Read(kind.path) + "REMARK of the lab\r\n";
+    tree_.Write(kind.path, withRemark);
+    kind.edit("again");
+    EXPECT_EQ(platform_.kept, Texts{withRemark}) << "once, although it was saved twice";
+    const std::string last = tree_.Read(kind.path);
+    kind.add("2");
+    EXPECT_EQ(platform_.kept, (Texts{withRemark, last}));
   }
 }
 
-TEST_F(StoredFiles, OfEveryModelAFileWithARemarkIsKeptOnce) {
-  for (const Model& model : kModels) {
-    if (model.create == nullptr) {
-      continue;
-    }
-    SCOPED_TRACE(model.code);
-    platform_.kept.clear();
-    const std::string path = "c:\\calfactors\\PX12A\\SN" + std::string(model.code);
-    static_cast<void>(Written(model, "1", path));
-
-    const auto plain = model.create();
-    plain->LoadCalibrationDataFromFile(path);
-    plain->RememberUnchangedSave();
-    plain->SetComment("corrected");
-    plain->SaveCalibrationDataToFile(path);
-    EXPECT_TRUE(platform_.kept.empty());
-
-    // No field takes what stands behind the first word of a comment.
-    std::string remark = tree_.Read(path);
-    remark.replace(remark.find("corrected"), 9, "corrected in lab 7");
-    tree_.Write(path, remark);
-    const auto opened = model.create();
-    opened->LoadCalibrationDataFromFile(path);
-    opened->RememberUnchangedSave();
-    opened->SaveCalibrationDataToFile(path);
-    opened->SaveCalibrationDataToFile(path);
-    EXPECT_EQ(platform_.kept, Texts{remark});
-  }
-}
-
-TEST_F(StoredFiles, AnInstrumentsFileWithALineOfItsOwnIsKeptOnce) {
-  tree_.MakeFolders(R"(c:\stations\ST1)");
-  constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
+// "Add" keeps the fields that are shown, and the new instrument has no file yet.
+TEST_F(StoredFiles, OfAnInstrumentAddedOverAnOpenOneKeepTheEarlierFile) {
+  tree_.MakeFolders(kStation);
+  AddInstrument("1");
+  const std::string earlier = tree_.Read(kInstrument);
   StationInstrument instrument;
-  instrument.ModelNumber = "PX12A";
   StoredFile file;
-  SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
-  const std::string remark = tree_.Read(kInstrument) + "REMARK left by the lab\r\n";
-  tree_.Write(kInstrument, remark);
-  StationInstrument opened;
-  StoredFile openedFile;
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, opened, openedFile));
-  SaveInstrumentFile(R"(c:\stations\ST1)", opened, openedFile);
-  SaveInstrumentFile(R"(c:\stations\ST1)", opened, openedFile);
-  EXPECT_EQ(platform_.kept, Texts{remark});
+  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
+  file = StoredFile();
+  instrument.Comment = "added";
+  EXPECT_EQ(InstrumentWouldReplace(kStation, instrument, file).kind, Replacement::Kind::NotOpened);
+  SaveInstrumentFile(kStation, instrument, file);
+  EXPECT_EQ(platform_.kept, Texts{earlier});
+  // From then on the instrument belongs to the file.
+  instrument.Comment = "corrected";
+  EXPECT_EQ(InstrumentWouldReplace(kStation, instrument, file).kind, Replacement::Kind::None);
+  SaveInstrumentFile(kStation, instrument, file);
+  EXPECT_EQ(platform_.kept, Texts{earlier});
 }
 
-TEST_F(StoredFiles, AnInstrumentKnowsTheFileItCameFrom) {
-  tree_.MakeFolders(R"(c:\stations\ST1)");
-  constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
-  StationInstrument instrument;
-  instrument.ModelNumber = "PX12A";
-  instrument.SerialNumber = "1";
-  instrument.AddressType = "GP-IB";
-  instrument.DueDay = "5";
-  instrument.DueMonth = "MAR";
-  instrument.DueYear = "2002";
-  StoredFile file;
-  SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
-  StationInstrument opened;
-  StoredFile openedFile;
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, opened, openedFile));
-  opened.Comment = "corrected";
-  SaveInstrumentFile(R"(c:\stations\ST1)", opened, openedFile);
-  EXPECT_TRUE(platform_.kept.empty());
-
-  const std::string corrected = tree_.Read(kInstrument);
-  SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
-  EXPECT_EQ(platform_.kept, Texts{corrected});
-
-  const std::string first = tree_.Read(kInstrument);
-  instrument.SerialNumber = "2";
-  SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
-  EXPECT_EQ(platform_.kept, (Texts{corrected, first}));
-}
-
-TEST_F(StoredFiles, ATestKitsEarlierFileIsKept) {
-  const std::string source = (tree_.Root() / "kit.dat").string();
+TEST_F(StoredFiles, OfATestKitKeepTheEarlierFile) {
+  const std::filesystem::path source = tree_.Root() / "kit.dat";
   test::WriteNative(source, "RT410A\r\nA12345\r\nfirst\r\n");
   CopyTestKitFile(source, kFolder);
   CopyTestKitFile(source, kFolder);

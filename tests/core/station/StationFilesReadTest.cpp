@@ -3,23 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <string>
-#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
 #include "core/files/Paths.h"
 #include "core/station/StationFilesStage.h"
-#include "support/Noise.h"
-#include "support/OrdinaryUser.h"
 
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-// ---- Taking a line apart.
+// ---- Parsing a line.
 
 struct LineParts {
   std::string item;
@@ -27,7 +23,7 @@ struct LineParts {
   std::string value;
 };
 
-TEST(StationKeywords, ALineIsAKeywordAndAValue) {
+TEST(StationKeywords, SplitALineIntoKeywordAndValue) {
   const std::vector<LineParts> lines = {{"MODEL NUMBER PX12A", "MODEL NUMBER", "PX12A"},
                                         {"MODEL OTHER PX12A x", "MODEL OTHER", "PX12A x"},
                                         {"SERIAL NUMBER 3318A12345", "SERIAL NUMBER", "3318A12345"},
@@ -71,17 +67,15 @@ std::string Words(int count) {
   return text;
 }
 
-TEST(StationKeywords, ALineIsThirtyWordsAtMost) {
-  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(28)).value, Words(28));
+TEST(StationKeywords, KeepThirtyWordsOfALine) {
   EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(29)).value, Words(29));
   EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(30)).value, Words(29));
-  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(1000)).value, Words(29));
   EXPECT_EQ(ParseKeywordLine("MODEL NUMBER " + Words(30)).value, Words(28));
   EXPECT_EQ(ParseKeywordLine("CAL DUE DATE " + Words(30)).value, Words(27));
   EXPECT_EQ(ParseKeywordLine("CAL DATA " + Words(30)).value, Words(28));
 }
 
-TEST(StationKeywords, EachKeywordHasItsField) {
+TEST(StationKeywords, SetTheirField) {
   const std::vector<std::pair<std::string, std::string StationInstrument::*>> fields = {
       {"MODEL NUMBER", &StationInstrument::ModelNumber},
       {"SERIAL NUMBER", &StationInstrument::SerialNumber},
@@ -101,18 +95,12 @@ TEST(StationKeywords, EachKeywordHasItsField) {
     expected.*field = "new text";
     ApplyKeywordLine({keyword, "new text"}, instrument);
     EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
+    ApplyKeywordLine({keyword, ""}, instrument);
+    EXPECT_EQ(instrument.*field, keyword == "ADDRESS TYPE" ? "NONE" : "");
   }
 }
 
-TEST(StationKeywords, AnEmptyValueEmptiesItsField) {
-  StationInstrument instrument = SampleInstrument();
-  ApplyKeywordLine({"COMMENT", ""}, instrument);
-  EXPECT_EQ(instrument.Comment, "");
-  ApplyKeywordLine({"MODEL NUMBER", ""}, instrument);
-  EXPECT_EQ(instrument.ModelNumber, "");
-}
-
-TEST(StationKeywords, OtherKeywordsAreIgnored) {
+TEST(StationKeywords, OfNoFieldAreIgnored) {
   for (const char* keyword : {"model number", "Model Number", "MODEL", "MODEL ", "NUMBER",
                               "ADDRESS  TYPE", "CAL", "CAL DUE", "CAL DUE DAY", "INDEX", ""}) {
     SCOPED_TRACE(keyword);
@@ -122,7 +110,7 @@ TEST(StationKeywords, OtherKeywordsAreIgnored) {
   }
 }
 
-TEST(StationKeywords, TheOldAddressTypeGetsItsNewName) {
+TEST(StationKeywords, RenameTheOldAddressType) {
   const std::vector<std::pair<std::string, std::string>> types = {
       {"QZ-IB", "GP-IB"}, {"", "NONE"},       {"GP-IB", "GP-IB"}, {"GPIO", "GPIO"},
       {"NONE", "NONE"},   {"RS232", "RS232"}, {"qz-ib", "qz-ib"}, {"QZ-IB 2", "QZ-IB 2"}};
@@ -141,7 +129,7 @@ struct DueDate {
   std::string year;
 };
 
-TEST(StationKeywords, TheDueDateIsThreeWords) {
+TEST(StationKeywords, SetThePartsOfTheDueDate) {
   const std::vector<DueDate> dates = {{"5 MAR 2002", "5", "MAR", "2002"},
                                       {"05 MAR 2002", "5", "MAR", "2002"},
                                       {"31 APR 02002", "31", "APR", "2002"},
@@ -165,7 +153,7 @@ TEST(StationKeywords, TheDueDateIsThreeWords) {
 
 // ---- Reading an instrument.
 
-TEST_F(StationFiles, AFileOfTheProgramGivesEveryFieldButTheLast) {
+TEST_F(StationFiles, ReadEveryFieldButTheLastFromAFileOfTheProgram) {
   Save(SampleInstrument());
   StationInstrument instrument;
   instrument.CalData = "as it was";
@@ -175,26 +163,21 @@ TEST_F(StationFiles, AFileOfTheProgramGivesEveryFieldButTheLast) {
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
 }
 
-TEST_F(StationFiles, CalibrationDataComesBackWhereALineFollows) {
-  EXPECT_EQ(Loaded("CAL DATA own  file\r\n\r\n").CalData, "own file");
-  EXPECT_EQ(Loaded("CAL DATA own file\r\nx").CalData, "own file");
-}
-
-/// The sample as a file without a known line leaves it.
+/// The sample after a file without a known line was read over it.
 StationInstrument SampleWithoutSerialNumber() {
   StationInstrument instrument = SampleInstrument();
   instrument.SerialNumber.clear();
   return instrument;
 }
 
-TEST_F(StationFiles, OneLineGivesNothing) {
+TEST_F(StationFiles, DoNotInterpretTheLastItem) {
   for (const char* bytes : {"COMMENT x\r\n", "COMMENT x", "\r\n", "x"}) {
     SCOPED_TRACE(bytes);
     EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(SampleWithoutSerialNumber()));
   }
 }
 
-TEST_F(StationFiles, TheSerialNumberIsTheFilesOwnWhateverTheOrderOfItsLines) {
+TEST_F(StationFiles, ReadTheSerialNumberOnlyFromTheFile) {
   const auto serialOf = [this](const std::vector<std::string>& lines) {
     return Loaded(Lines(lines), SampleInstrument()).SerialNumber;
   };
@@ -205,25 +188,28 @@ TEST_F(StationFiles, TheSerialNumberIsTheFilesOwnWhateverTheOrderOfItsLines) {
   EXPECT_EQ(serialOf({"COMMENT other", "x"}), "");
 }
 
-TEST_F(StationFiles, AnEmptyFileGivesNothing) {
+TEST_F(StationFiles, ReadNothingFromAnEmptyFile) {
   tree_.Write(kFile, "");
   StationInstrument instrument = SampleInstrument();
   EXPECT_FALSE(Load(instrument));
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
 }
 
-TEST_F(StationFiles, ACommaEndsAValue) {
+TEST_F(StationFiles, EndAValueAtAComma) {
   const StationInstrument instrument = LoadedLine("COMMENT a,b");
   EXPECT_EQ(instrument.Comment, "a");
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(With({{&StationInstrument::Comment, "a"}})));
-  // What stands behind the comma is an item of its own.
+  // The text after the comma is an item of its own.
   EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a, ASSET b")),
             FieldsOf(With({{&StationInstrument::Asset, "b"}, {&StationInstrument::Comment, "a"}})));
-  // The remainder of the last line makes the one before it be read.
+  // The text after the comma is the last item, which is not interpreted.
   EXPECT_EQ(Loaded("COMMENT x\r\nCAL DATA own,file\r\n").CalData, "own");
+  EXPECT_EQ(LoadedLine("\"COMMENT a, b\" rest").Comment, "a, b");
+  // A quote within an item is an ordinary character.
+  EXPECT_EQ(LoadedLine("COMMENT \"a, b\"").Comment, "\"a");
 }
 
-TEST_F(StationFiles, AValueThatWouldBeReadAsAnotherLineBehindItsCommaIsRefused) {
+TEST_F(StationFiles, RefuseAValueThatWouldBeReadAsAnotherLineAfterItsComma) {
   tree_.Write(kFile, kOld);
   for (const char* value :
        {"a, STATION b", "a,b,\tASSET c", "a,ADDRESS TYPE GPIO", "a, CAL DUE DATE", "a,COMMENT",
@@ -240,7 +226,7 @@ TEST_F(StationFiles, AValueThatWouldBeReadAsAnotherLineBehindItsCommaIsRefused) 
   }
 }
 
-TEST_F(StationFiles, AValueMayHoldACommaWithAnyOtherText) {
+TEST_F(StationFiles, AcceptAnyOtherTextAfterAComma) {
   for (const char* value : {"a, b", "a, b \"c\"", "a, \"b, STATION c\" d", "a,", ",",
                             "a, station b", "a, MODEL b", "a,CAL"}) {
     StationInstrument instrument = SampleInstrument();
@@ -250,80 +236,13 @@ TEST_F(StationFiles, AValueMayHoldACommaWithAnyOtherText) {
   }
 }
 
-TEST_F(StationFiles, RunsOfBlanksBecomeOne) {
-  EXPECT_EQ(LoadedLine("COMMENT two  blanks").Comment, "two blanks");
-  EXPECT_EQ(LoadedLine("  COMMENT   a \t b ").Comment, "a b");
-}
-
-TEST_F(StationFiles, AQuotedLineIsOneItem) {
-  EXPECT_EQ(LoadedLine("\"COMMENT a, b\" rest").Comment, "a, b");
-  EXPECT_EQ(LoadedLine("\"COMMENT a\r\nb\"").Comment, "a b");
-  // A quote within an item is a character like any other.
-  EXPECT_EQ(LoadedLine("COMMENT \"a, b\"").Comment, "\"a");
-}
-
-TEST_F(StationFiles, TheAddressTypesOfFiles) {
-  EXPECT_EQ(LoadedLine("ADDRESS TYPE QZ-IB").AddressType, "GP-IB");
-  EXPECT_EQ(LoadedLine("ADDRESS TYPE ").AddressType, "NONE");
-  EXPECT_EQ(LoadedLine("ADDRESS TYPE RS232").AddressType, "RS232");
-}
-
-TEST_F(StationFiles, TheDueDatesOfFiles) {
-  const StationInstrument padded = LoadedLine("CAL DUE DATE 05 MAR 2002");
-  EXPECT_EQ(padded.DueDay, "5");
-  EXPECT_EQ(padded.DueMonth, "MAR");
-  EXPECT_EQ(padded.DueYear, "2002");
-  for (const char* line : {"CAL DUE DATE", "CAL DUE DATE  "}) {
-    const StationInstrument empty = LoadedLine(line);
-    EXPECT_EQ(empty.DueDay, "1");
-    EXPECT_EQ(empty.DueMonth, "1");
-    EXPECT_EQ(empty.DueYear, "2000");
-  }
-}
-
-TEST_F(StationFiles, AKeywordInLowerCaseIsIgnored) {
-  EXPECT_EQ(FieldsOf(LoadedLine("model number X")), FieldsOf(With({})));
-}
-
-TEST_F(StationFiles, TheLaterOfTwoLinesCounts) {
-  EXPECT_EQ(Loaded("COMMENT a\r\nCOMMENT b\r\nx\r\n").Comment, "b");
-}
-
-TEST_F(StationFiles, AFileFromAnotherSystemIsReadable) {
-  const StationInstrument lf = Loaded("MODEL NUMBER PX12A\nCOMMENT a b\nCAL DATA x\n");
-  EXPECT_EQ(FieldsOf(lf), FieldsOf(With({{&StationInstrument::ModelNumber, "PX12A"},
-                                         {&StationInstrument::Comment, "a b"}})));
-  const StationInstrument cr = Loaded("MODEL NUMBER PX12A\rCOMMENT a b\rCAL DATA x\r");
-  EXPECT_EQ(FieldsOf(cr), FieldsOf(With({{&StationInstrument::ModelNumber, "PX12A"},
-                                         {&StationInstrument::Comment, "a b"}})));
-}
-
-TEST_F(StationFiles, EveryCharacterComesBack) {
-  EXPECT_EQ(LoadedLine("COMMENT 5 \xB5W \x80 \x81 \xE9").Comment, "5 \u00B5W \u20AC \u0081 \u00E9");
-}
-
-TEST_F(StationFiles, AMissingFileIsAnError) {
+TEST_F(StationFiles, LeaveTheInstrumentAsItWasWhenItsFileCannotBeRead) {
   ExpectUnreadable(ErrorKind::NotFound);
-}
-
-TEST_F(StationFiles, AFolderIsNoInstrument) {
   tree_.MakeFolders(kFile);
   ExpectUnreadable(ErrorKind::NotAFile);
 }
 
-TEST_F(StationFiles, APipeIsNoInstrumentAndIsNotWaitedFor) {
-  ASSERT_EQ(::mkfifo(tree_.Native(kFile).c_str(), 0600), 0);
-  ExpectUnreadable(ErrorKind::NotAFile);
-}
-
-TEST_F(StationFiles, AFileThatMayNotBeReadIsAnError) {
-  tree_.Write(kFile, kOld);
-  ASSERT_EQ(::chmod(tree_.Native(kFile).c_str(), 0), 0);
-  const OrdinaryUser user(tree_.Root());
-  ExpectUnreadable(ErrorKind::NoPermission);
-}
-
-TEST_F(StationFiles, ADueDateBeyondEveryNumberLeavesWhatWasShown) {
+TEST_F(StationFiles, LeaveTheInstrumentAsItWasWhenADueDateIsTooLarge) {
   tree_.Write(kFile, Lines({"COMMENT other", "CAL DUE DATE 1E999 MAR 2002", "x"}));
   StationInstrument instrument = SampleInstrument();
   const Error error = ErrorOf([&] { Load(instrument); });
@@ -333,22 +252,9 @@ TEST_F(StationFiles, ADueDateBeyondEveryNumberLeavesWhatWasShown) {
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
 }
 
-TEST_F(StationFiles, NoiseIsReadAndGivesNothing) {
-  const std::string noise = Noise(std::size_t{1} << 16U, 5);
-  const std::vector<std::string> files = {noise,
-                                          std::string(noise.size(), 'x'),
-                                          std::string(noise.size(), '\0'),
-                                          "\"" + std::string(noise.size(), ','),
-                                          std::string(noise.size(), ','),
-                                          std::string(noise.size(), ' ')};
-  for (const std::string& bytes : files) {
-    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(SampleWithoutSerialNumber()));
-  }
-}
-
 // ---- The due date's check.
 
-TEST(StationDueDate, ADateExistsOrNot) {
+TEST(StationDueDate, MustExist) {
   struct Row {
     const char* day;
     const char* month;
@@ -356,13 +262,10 @@ TEST(StationDueDate, ADateExistsOrNot) {
     bool exists;
   };
   const std::vector<Row> rows = {
-      {"5", "MAR", "2002", true},   {"05", "MAR", "2002", true},  {" 5 ", "MAR", " 2002 ", true},
-      {"31", "APR", "2002", false}, {"30", "APR", "2002", true},  {"29", "FEB", "2001", false},
-      {"29", "FEB", "2000", true},  {"29", "FEB", "1900", false}, {"29", "FEB", "2004", true},
-      {"0", "JAN", "2000", false},  {"-1", "JAN", "2000", false}, {"32", "JAN", "2000", false},
-      {"1", "", "2000", false},     {"1", "1", "2000", false},    {"1", "jan", "2000", false},
-      {"1", " JAN", "2000", false}, {"", "JAN", "2000", false},   {"x", "JAN", "2000", false},
-      {"5x", "MAR", "2002y", true}, {"31", "DEC", "2037", true}};
+      {" 05 ", "MAR", " 2002 ", true}, {"31", "APR", "2002", false}, {"30", "APR", "2002", true},
+      {"29", "FEB", "2000", true},     {"29", "FEB", "1900", false}, {"0", "JAN", "2000", false},
+      {"1", "", "2000", false},        {"1", "1", "2000", false},    {"1", "jan", "2000", false},
+      {"1", " JAN", "2000", false},    {"x", "JAN", "2000", false},  {"5x", "MAR", "2002y", true}};
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.day) + " " + row.month + " " + row.year);
     EXPECT_EQ(HasValidDueDate(With({{&StationInstrument::DueDay, row.day},
@@ -370,19 +273,13 @@ TEST(StationDueDate, ADateExistsOrNot) {
                                     {&StationInstrument::DueYear, row.year}})),
               row.exists);
   }
-}
-
-TEST(StationDueDate, ANumberOutsideItsFieldIsAnError) {
-  const auto check = [](const char* day, const char* year) {
-    return ErrorOf([&] {
-             static_cast<void>(HasValidDueDate(With({{&StationInstrument::DueDay, day},
-                                                     {&StationInstrument::DueMonth, "MAR"},
-                                                     {&StationInstrument::DueYear, year}})));
-           })
-        .Kind();
-  };
-  EXPECT_EQ(check("5", "32768"), ErrorKind::Type);
-  EXPECT_EQ(check("99999", "2002"), ErrorKind::Type);
+  for (const auto& [day, year] : {std::pair("5", "32768"), std::pair("99999", "2002")}) {
+    const StationInstrument instrument = With({{&StationInstrument::DueDay, day},
+                                               {&StationInstrument::DueMonth, "MAR"},
+                                               {&StationInstrument::DueYear, year}});
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(HasValidDueDate(instrument)); }).Kind(),
+              ErrorKind::Type);
+  }
 }
 
 // ---- What will not be read back.
@@ -394,7 +291,7 @@ struct ReadBackCase {
   std::string notice;
 };
 
-TEST_F(StationFiles, AValueThatIsReadBackDifferentlyIsReportedWithWhatWillBeRead) {
+TEST_F(StationFiles, ReportAValueThatIsReadBackDifferently) {
   using I = StationInstrument;
   const std::string comma = " only: a comma ends it. Write it without a comma.";
   const std::string words = " only: a line holds 30 words, its keyword included. Shorten it.";
@@ -435,7 +332,7 @@ TEST_F(StationFiles, AValueThatIsReadBackDifferentlyIsReportedWithWhatWillBeRead
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].field, each.field);
     EXPECT_EQ(notices[0].text, each.notice);
-    // So it is.
+    // The notice agrees with what is read.
     Save(instrument);
     StoredFile file;
     I read;
@@ -444,7 +341,7 @@ TEST_F(StationFiles, AValueThatIsReadBackDifferentlyIsReportedWithWhatWillBeRead
   }
 }
 
-TEST_F(StationFiles, ADueDateThatMakesTheFileUnreadableIsReported) {
+TEST_F(StationFiles, ReportADueDateThatMakesTheFileUnreadable) {
   StationInstrument instrument = SampleInstrument();
   instrument.DueDay = "5 x 1E999";
   ASSERT_TRUE(HasValidDueDate(instrument));
@@ -457,7 +354,7 @@ TEST_F(StationFiles, ADueDateThatMakesTheFileUnreadableIsReported) {
   ExpectUnreadable(ErrorKind::Type);
 }
 
-TEST_F(StationFiles, WhatIsReadBackAsItIsHasNoNotice) {
+TEST_F(StationFiles, ReportNothingThatIsReadBackAsItIs) {
   using I = StationInstrument;
   EXPECT_TRUE(ReadBackNotices(SampleInstrument()).empty());
   const std::vector<std::pair<std::string I::*, std::string>> values = {

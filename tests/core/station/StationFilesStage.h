@@ -28,7 +28,7 @@ inline constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
 inline constexpr std::string_view kOld =
     "MODEL NUMBER an earlier file, of another length\r\n\r\n\r\n";
 
-/// An instrument with these fields alone.
+/// An instrument with only these fields.
 [[nodiscard]] inline StationInstrument With(
     const std::vector<std::pair<std::string StationInstrument::*, std::string>>& fields) {
   StationInstrument instrument;
@@ -66,7 +66,7 @@ class StationFiles : public testing::Test {
  protected:
   StationFiles() { tree_.MakeFolders(kStation); }
 
-  /// What a file with these bytes makes of an instrument that is shown already.
+  /// `instrument` after a file with these bytes was read over it.
   [[nodiscard]] StationInstrument Loaded(std::string_view bytes,
                                          StationInstrument instrument = {}) const {
     tree_.Write(kFile, bytes);
@@ -78,8 +78,8 @@ class StationFiles : public testing::Test {
     return Loaded(Lines({line, "CAL DATA last"}));
   }
 
-  /// Reading the instrument's file is an error of this kind, told of the file, and leaves what
-  /// was shown.
+  /// Reading the instrument's file fails with an error of this kind, and leaves the instrument
+  /// as it was.
   static void ExpectUnreadable(ErrorKind kind) {
     StationInstrument instrument = SampleInstrument();
     const Error error = ErrorOf([&] { Load(instrument); });
@@ -88,7 +88,7 @@ class StationFiles : public testing::Test {
     EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
   }
 
-  /// Saving under this model number is refused, told with `why`, and writes nothing anywhere.
+  /// Saving under this model number fails for the reason `why`, and writes nothing.
   void ExpectRefusedModel(const std::string& model, const std::string& why) const {
     SCOPED_TRACE(model);
     StationInstrument instrument = SampleInstrument();
@@ -103,7 +103,8 @@ class StationFiles : public testing::Test {
     EXPECT_EQ(tree_.Names(kRoot), root);
   }
 
-  /// Making a station of this name is an error of this kind, told with `why`, and makes nothing.
+  /// Making a station of this name fails with an error of this kind and for the reason `why`, and
+  /// makes nothing.
   void ExpectRefusedStation(const std::string& name, ErrorKind kind, const std::string& why) const {
     SCOPED_TRACE(name);
     const Names root = tree_.Names(kRoot);

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 // ---- Lists.
 
-TEST_F(StationFiles, EveryNameWithoutADotIsAStation) {
+TEST_F(StationFiles, ListEveryNameWithoutADotAsAStation) {
   tree_.MakeFolders("c:\\stations\\rack 2");
   tree_.MakeFolders("c:\\stations\\with.dot");
   tree_.Write("c:\\stations\\NOTES", "x");
@@ -31,7 +31,7 @@ TEST_F(StationFiles, EveryNameWithoutADotIsAStation) {
   EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"LINK", "NOTES", "ST1", "rack 2"}));
 }
 
-TEST_F(StationFiles, OnlyTheExactNameIsTheIndex) {
+TEST_F(StationFiles, LeaveOutOnlyTheExactNameOfTheIndex) {
   tree_.MakeFolders("c:\\stations\\index");
   EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"ST1", "index"}));
   tree_.Write(R"(c:\stations\ST1\Index)", "x");
@@ -39,7 +39,7 @@ TEST_F(StationFiles, OnlyTheExactNameIsTheIndex) {
   EXPECT_EQ(ListInstruments(kStation), Names{"Index"});
 }
 
-TEST_F(StationFiles, WithoutTheExactNameTheFileThatSavingWouldReplaceIsTheIndex) {
+TEST_F(StationFiles, LeaveOutTheIndexInOtherCaseThatSavingWouldReplace) {
   tree_.Write(R"(c:\stations\index)", "x");
   EXPECT_EQ(ListStations(kRoot), Names{"ST1"});
   tree_.Write(R"(c:\stations\ST1\Index)", "x");
@@ -47,7 +47,7 @@ TEST_F(StationFiles, WithoutTheExactNameTheFileThatSavingWouldReplaceIsTheIndex)
   EXPECT_EQ(ListInstruments(kStation), Names{"PX12A"});
 }
 
-TEST_F(StationFiles, EveryOrdinaryFileIsAnInstrument) {
+TEST_F(StationFiles, ListEveryOrdinaryFileAsAnInstrument) {
   tree_.Write(kFile, "x");
   tree_.Write(R"(c:\stations\ST1\PX13A.old)", "x");
   tree_.Write(R"(c:\stations\ST1\No Model)", "x");
@@ -57,13 +57,14 @@ TEST_F(StationFiles, EveryOrdinaryFileIsAnInstrument) {
   EXPECT_EQ(Sorted(ListInstruments(kStation)), (Names{"No Model", "PX12A", "PX13A.old"}));
 }
 
-TEST_F(StationFiles, NothingThereIsAnEmptyList) {
+TEST_F(StationFiles, ListNothingInAnEmptyFolder) {
   EXPECT_EQ(ListInstruments(kStation), Names{});
+  EXPECT_NO_THROW(DeleteAllInstrumentFiles(kStation));
   fs::remove(tree_.Native(kStation));
   EXPECT_EQ(ListStations(kRoot), Names{});
 }
 
-TEST_F(StationFiles, AFolderThatVanishedIsAnError) {
+TEST_F(StationFiles, ReportAMissingFolder) {
   for (const char* folder : {R"(c:\stations\GONE)", R"(c:\gone)"}) {
     for (const auto& list : {ListStations, ListInstruments}) {
       const Error error = ErrorOf([&] { static_cast<void>(list(folder)); });
@@ -71,12 +72,13 @@ TEST_F(StationFiles, AFolderThatVanishedIsAnError) {
       EXPECT_EQ(error.Path(), folder);
       EXPECT_TRUE(Contains(error.Text(), "Cannot list the folder")) << error.Text();
     }
+    EXPECT_EQ(ErrorOf([&] { DeleteAllInstrumentFiles(folder); }).Kind(), ErrorKind::NotFound);
   }
 }
 
 // ---- Making a station.
 
-TEST_F(StationFiles, AStationIsAFolder) {
+TEST_F(StationFiles, MakeAFolderForAStation) {
   MakeStation(kRoot, "ST2");
   MakeStation(kRoot, " rack 2");
   MakeStation(kRoot, "Caf\u00E9");
@@ -86,37 +88,15 @@ TEST_F(StationFiles, AStationIsAFolder) {
   EXPECT_TRUE(fs::is_empty(tree_.Native("c:\\stations\\ST2")));
 }
 
-TEST_F(StationFiles, AStationThatIsNoFolderNameIsRefused) {
-  const std::vector<std::pair<std::string, std::string>> names = {
-      {"", "it is empty"},
-      {".", "it means a folder itself"},
-      {"..", "it means a folder itself"},
-      {"a/b", "it holds the character \"/\""},
-      {"a\\b", "it holds the character \"\\\""},
-      {"..\\up", "it holds the character \"\\\""},
-      {"../up", "it holds the character \"/\""},
-      {"c:\\up", "it holds the character \":\""},
-      {"a*b", "it holds the character \"*\""},
-      {"a?b", "it holds the character \"?\""},
-      {"a\"b", "it holds the character \" (double quote)"},
-      {"a<b", "it holds the character \"<\""},
-      {"a>b", "it holds the character \">\""},
-      {"a|b", "it holds the character \"|\""},
-      {"a\nb", "it holds a control character (number 10)"},
-      {"a\x7F", "it holds a control character (number 127)"},
-      {"a.", "it ends with the character \".\""},
-      {"a ", "it ends with a blank"},
-      {" ", "it ends with a blank"},
-      {"NUL", "it is the name of a device"},
-      {"com1", "it is the name of a device"},
-      {"Lpt9", "it is the name of a device"},
-      {"aux.x", "it is the name of a device"}};
-  for (const auto& [name, why] : names) {
-    ExpectRefusedStation(name, ErrorKind::Name, why);
-  }
+TEST_F(StationFiles, RefuseAStationThatIsNoFolderName) {
+  ExpectRefusedStation("", ErrorKind::Name, "it is empty");
+  ExpectRefusedStation("../up", ErrorKind::Name, "it holds the character \"/\"");
+  ExpectRefusedStation("com1", ErrorKind::Name, "it is the name of a device");
+  ExpectRefusedStation(std::string(300, 'x'), ErrorKind::Name, "its name is too long");
+  ExpectRefusedStation("10 k\u03A9", ErrorKind::Character, "\u03A9");
 }
 
-TEST_F(StationFiles, AStationThatNoListWouldShowIsRefused) {
+TEST_F(StationFiles, RefuseAStationThatNoListWouldShow) {
   ExpectRefusedStation("rack.2", ErrorKind::Name,
                        "The station name \"rack.2\" holds the character \".\": the station list "
                        "would never show it");
@@ -127,11 +107,7 @@ TEST_F(StationFiles, AStationThatNoListWouldShowIsRefused) {
   }
 }
 
-TEST_F(StationFiles, AStationThatTheIndexCannotHoldIsRefused) {
-  ExpectRefusedStation("10 k\u03A9", ErrorKind::Character, "\u03A9");
-}
-
-TEST_F(StationFiles, AStationThatIsThereIsRefused) {
+TEST_F(StationFiles, RefuseAStationThatExists) {
   tree_.Write(R"(c:\stations\ST1\PX12A)", kOld);
   tree_.Write("c:\\stations\\NOTES", "x");
   for (const char* name : {"ST1", "st1", "St1", "NOTES", "notes"}) {
@@ -140,45 +116,29 @@ TEST_F(StationFiles, AStationThatIsThereIsRefused) {
   EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\PX12A)"), kOld);
 }
 
-TEST_F(StationFiles, AStationNeedsItsRoot) {
+TEST_F(StationFiles, MakeNoRoot) {
   const Error error = ErrorOf([] { MakeStation("c:\\gone", "ST1"); });
   EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
   EXPECT_FALSE(tree_.Exists("c:\\gone"));
 }
 
-TEST_F(StationFiles, AStationNameThatIsTooLongIsRefused) {
-  ExpectRefusedStation(std::string(300, 'x'), ErrorKind::Name, "its name is too long");
-}
-
-TEST_F(StationFiles, AReadOnlyRootTakesNoStation) {
-  const OrdinaryUser user(tree_.Root());
-  const LockedFolder locked(tree_.Native(kRoot));
-  ExpectRefusedStation("ST2", ErrorKind::NoPermission, "you have no permission");
-}
-
 // ---- Deleting.
 
-TEST_F(StationFiles, OneInstrumentIsDeleted) {
+TEST_F(StationFiles, DeleteOneInstrumentOrNothing) {
   tree_.Write(kFile, "x");
   tree_.Write(R"(c:\stations\ST1\PX13A)", "x");
   tree_.Write(kIndex, "x");
   DeleteInstrumentFile(kStation, "PX12A");
   EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A"}));
+  for (const std::string& missing : {std::string("PX12A"), std::string(300, 'P')}) {
+    EXPECT_NO_THROW(DeleteInstrumentFile(kStation, missing));
+  }
+  tree_.MakeFolders(R"(c:\stations\ST1\folder)");
+  EXPECT_EQ(ErrorOf([] { DeleteInstrumentFile(kStation, "folder"); }).Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A", "folder"}));
 }
 
-TEST_F(StationFiles, DeletingWhatIsNotThereChangesNothing) {
-  tree_.Write(R"(c:\stations\ST1\PX13A)", "x");
-  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, "PX12A"));
-  EXPECT_EQ(tree_.Names(kStation), Names{"PX13A"});
-}
-
-TEST_F(StationFiles, DeletingUnderANameTooLongForAFileChangesNothing) {
-  tree_.Write(R"(c:\stations\ST1\PX13A)", "x");
-  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, std::string(300, 'P')));
-  EXPECT_EQ(tree_.Names(kStation), Names{"PX13A"});
-}
-
-TEST_F(StationFiles, DeletingALinkKeepsWhatItLeadsTo) {
+TEST_F(StationFiles, DeleteALinkAndKeepWhatItLeadsTo) {
   tree_.Write(R"(c:\other\PX12A)", kOld);
   fs::create_symlink(tree_.Native(R"(c:\other\PX12A)"), tree_.Native(kFile));
   DeleteInstrumentFile(kStation, "PX12A");
@@ -189,11 +149,10 @@ TEST_F(StationFiles, DeletingALinkKeepsWhatItLeadsTo) {
   EXPECT_EQ(tree_.Names(kStation), Names{});
 }
 
-TEST_F(StationFiles, NothingOutsideTheStationIsDeleted) {
+TEST_F(StationFiles, DeleteNothingOutsideTheStation) {
   tree_.Write("c:\\stations\\NOTES", "x");
   tree_.Write(kFile, "x");
-  for (const char* model : {"", ".", "..", "..\\NOTES", "../NOTES", "c:\\stations\\NOTES",
-                            "/stations/NOTES", "*", "PX12?", "PX12A\\", "PX12A.", "PX12A "}) {
+  for (const char* model : {"", "..", "..\\NOTES", "../NOTES", "/stations/NOTES", "PX12?"}) {
     SCOPED_TRACE(model);
     EXPECT_EQ(ErrorOf([&] { DeleteInstrumentFile(kStation, model); }).Kind(), ErrorKind::Name);
   }
@@ -201,7 +160,7 @@ TEST_F(StationFiles, NothingOutsideTheStationIsDeleted) {
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
 }
 
-TEST_F(StationFiles, ClearingDeletesEveryFileAndNothingElse) {
+TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
   tree_.Write(kFile, "x");
   tree_.Write(R"(c:\stations\ST1\PX13A.old)", "x");
   tree_.Write(kIndex, "x");
@@ -218,18 +177,7 @@ TEST_F(StationFiles, ClearingDeletesEveryFileAndNothingElse) {
   EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
 }
 
-TEST_F(StationFiles, ClearingAnEmptyStationIsNoError) {
-  EXPECT_NO_THROW(DeleteAllInstrumentFiles(kStation));
-  EXPECT_TRUE(tree_.Exists(kStation));
-}
-
-TEST_F(StationFiles, ClearingAStationThatVanishedIsAnError) {
-  const Error error = ErrorOf([] { DeleteAllInstrumentFiles(R"(c:\stations\GONE)"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(tree_.Names(kRoot), Names{"ST1"});
-}
-
-TEST_F(StationFiles, DeletingInAReadOnlyFolderIsAnError) {
+TEST_F(StationFiles, DeleteNothingInALockedFolder) {
   tree_.Write(kFile, kOld);
   const OrdinaryUser user(tree_.Root());
   const LockedFolder locked(tree_.Native(kStation));

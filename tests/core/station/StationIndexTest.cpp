@@ -23,7 +23,7 @@ constexpr const char* kRoot = R"(c:\stations)";
 constexpr const char* kStation = R"(c:\stations\ST1)";
 constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
 
-/// The visit of one user to the instruments of the station: what the screen does, without it.
+/// What the screen of a station does with its index while one user works in it.
 class Visit {
  public:
   Visit() {
@@ -82,10 +82,11 @@ TEST_F(StationIndexFile, KeepsWhatAnotherProcessAddedAndDidNotSave) {
   });
   ASSERT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n");
   mine.Leave();
-  EXPECT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n") << "an entry of earlier does not come back";
+  EXPECT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n")
+      << "an entry from before both visits does not come back";
 }
 
-TEST_F(StationIndexFile, DoesNotTakeBackWhatThisUserDeleted) {
+TEST_F(StationIndexFile, DoesNotRestoreWhatThisUserDeleted) {
   AddFile("PX12A");
   AddFile("PX60H");
   Visit mine;
@@ -105,7 +106,7 @@ TEST_F(StationIndexFile, DropsWhatSomebodyElseDeletedMeanwhile) {
   EXPECT_EQ(tree_.Read(kIndex), "PX60H\r\nINDEX\r\n");
 }
 
-TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndAnEntryThatStandsInItTwice) {
+TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndADuplicateEntry) {
   AddFile("A");
   AddFile("B");
   Visit mine;
