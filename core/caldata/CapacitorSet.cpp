@@ -290,9 +290,8 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   for (std::int16_t column = 0; column < kColumns; ++column) {
     grid.SetCellText(1, column, table.At({0}).at(static_cast<std::size_t>(column)));
   }
-  const std::span<const Row> rows = table.Rows();
-  for (std::size_t row = 1; row < rows.size(); ++row) {
-    AddCells(grid, rows[row]);
+  for (const Row& row : table.Rows({1})) {
+    AddCells(grid, row);
   }
 }
 

@@ -39,11 +39,10 @@ class Table {
     return rows_.at(index.value);
   }
 
-  /// The rows before the end.
-  [[nodiscard]] std::span<const Row> Rows() const {
-    const auto end =
-        std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row[0].empty(); });
-    return {rows_.begin(), end};
+  /// The rows from `first` on, up to the first one whose first cell is empty.
+  [[nodiscard]] std::span<const Row> Rows(TableIndex first = {}) const {
+    const auto begin = rows_.begin() + first.value;
+    return {begin, std::find_if(begin, rows_.end(), [](const Row& row) { return row[0].empty(); })};
   }
 
   /// Adds the first `columns` columns of a grid's data rows, in their places. Throws as At does for
