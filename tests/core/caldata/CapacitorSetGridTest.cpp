@@ -46,19 +46,6 @@ TEST_P(CapacitorSetFile, IsShownWithTheUnitOfEachPageInItsCaption) {
   }
 }
 
-TEST_P(CapacitorSetFile, IsShownWithOneEmptyRowForAnEmptyPage) {
-  for (std::int16_t page = 0; page < 5; ++page) {
-    MemoryGrid grid(5);
-    grid.AddRow("left\tover\tx\ty\tz");
-    grid.AddRow("left\tover\tx\ty\tz");
-    data_->GetCalData(page, grid);
-    EXPECT_EQ(grid.RowCount(), 2) << page;
-    for (std::int16_t column = 0; column < 5; ++column) {
-      EXPECT_EQ(grid.CellText(1, column), "") << page << ", " << column;
-    }
-  }
-}
-
 TEST_P(CapacitorSetFile, IsShownWholeWhereTheFirstFrequencyIsEmpty) {
   SetRows(0, {{"", "a", "b", "c", "d"}, {"2", "e", "f", "g", "h"}});
   EXPECT_EQ(ShownRows(0), (Rows{{"", "a", "b", "c", "d"}, {"2", "e", "f", "g", "h"}}));

@@ -65,11 +65,6 @@ TEST(SetFileLosses, AnEmptyCapacitanceLetsTheCellsBehindItMoveUp) {
             (Row{"1000", "0.0000nF", "1 ppm", "0.00034", "0.00000"}));
 }
 
-TEST(SetFileLosses, AnEmptyDissipationFactorTakesThePlaceOfItsUncertainty) {
-  EXPECT_EQ(LastRowRead(CapacitorSetC(), {{"1000", "1.0000nF", "12 ppm", "", "0.00034"}}),
-            (Row{"1000", "1.0000nF", "12 ppm", "0.00034", "0.00000"}));
-}
-
 TEST(SetFileLosses, TheUnitAloneInPerCentBehindSetAsRowsLetsTheCellsBehindItMoveUp) {
   Rows rows(8, {"1000", "1.0000pF", "12 ppm", "0.00001", "0.00002"});
   rows.push_back({"9000", "pF", " %", "0.00012", "0.00034"});
@@ -79,21 +74,6 @@ TEST(SetFileLosses, TheUnitAloneInPerCentBehindSetAsRowsLetsTheCellsBehindItMove
 TEST(SetFileLosses, ABlankInAFrequencyMovesTheCellsBehindItDown) {
   EXPECT_EQ(LastRowRead(CapacitorSetC(), {{"1 kHz", "1.0000nF", "12 ppm", "0.00012", "0.00034"}}),
             (Row{"1", "0.0000nF", "10000 ppm", "0.00120", "0.00012"}));
-}
-
-TEST(SetFileLosses, AResistorsRowEndsAtItsFirstEmptyCell) {
-  EXPECT_EQ(LastRowRead(ResistorSet(), {{"RT731A", "", "1.0000  mohm", "0.1 %", ""}}),
-            (Row{"RT731A", "", "", "", ""}));
-}
-
-TEST(SetFileLosses, ARowBehindThoseOfItsPageComesBackWithoutItsUncertainty) {
-  LossStage stage(ResistorSet());
-  stage.Load({"! 1 kohm", "!", "*1 : a : 0.10 % : c : d", "*2", "*3", "*4", "*5", "*6", "*7", "*8",
-              "*9 : a : 0.10 % : c : d", "!END"});
-  const Rows rows = stage.ShownRows(4);
-  ASSERT_EQ(rows.size(), 9U);
-  EXPECT_EQ(rows[0], (Row{"1", "a", "0.10 %", "c", "d"}));
-  EXPECT_EQ(rows[8], (Row{"9", "a", "", "c", "d"}));
 }
 
 }  // namespace

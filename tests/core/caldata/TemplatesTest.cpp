@@ -56,15 +56,6 @@ TEST_P(EveryTemplate, HoldsTheModelAndTheStartDatesInItsHeader) {
   EXPECT_EQ(test::DueDateOf(*data_), (test::Date{2001, "JAN", 1}));
 }
 
-TEST_P(EveryTemplate, HasASerialNumberInItsHeaderWhereItIsASet) {
-  const bool isSet = HasPages(*FindModel(GetParam()));
-  EXPECT_EQ(!data_->SerialNumber().empty(), isSet) << data_->SerialNumber();
-}
-
-TEST_P(EveryTemplate, LeavesNothingToTell) {
-  EXPECT_TRUE(data_->LoadNotices().empty()) << data_->LoadNotices()[0];
-}
-
 INSTANTIATE_TEST_SUITE_P(Shipped, EveryTemplate,
                          testing::Values("RT520A", "RT520C", "RT730A", "PX11A", "PX11D", "PX12A",
                                          "PX13A", "PX60G", "PX60H"),
@@ -116,10 +107,6 @@ TEST_P(SensorTemplates, HasTheReferencePointOnceAndEveryFactorAt100) {
   EXPECT_EQ(references, 1);
 }
 
-TEST_P(SensorTemplates, LeavesRoomForFurtherPoints) {
-  EXPECT_LE(grid_.RowCount(), 1 + 30);
-}
-
 INSTANTIATE_TEST_SUITE_P(Shipped, SensorTemplates,
                          testing::Values(SensorTemplate{"PX11A", 0.1, 18000, 50},
                                          SensorTemplate{"PX11D", 0.1, 18000, 50},
@@ -129,20 +116,9 @@ INSTANTIATE_TEST_SUITE_P(Shipped, SensorTemplates,
 
 // Step attenuators.
 
-struct AttenuatorTemplate {
-  const char* code;
-  int lastSetting;
-  std::vector<std::string> mainFrequencies;  ///< among those of every setting
-};
-
-void PrintTo(const AttenuatorTemplate& attenuator, std::ostream* stream) {
-  *stream << attenuator.code;
-}
-
-class AttenuatorTemplates : public testing::TestWithParam<AttenuatorTemplate>,
-                            public ShippedTemplate {
+class AttenuatorTemplates : public testing::TestWithParam<const char*>, public ShippedTemplate {
  protected:
-  AttenuatorTemplates() : ShippedTemplate(GetParam().code) {}
+  AttenuatorTemplates() : ShippedTemplate(GetParam()) {}
 
   void SetUp() override {
     data_->GetCalData(0, grid_);
@@ -165,25 +141,6 @@ TEST_P(AttenuatorTemplates, IsSortedBySettingAndThenByFrequency) {
   }
 }
 
-TEST_P(AttenuatorTemplates, HasTheSameFrequenciesAtEverySettingInSteps) {
-  std::set<std::pair<std::string, std::string>> points;
-  std::set<std::string> frequencies;
-  for (std::int16_t row = 1; row < grid_.RowCount(); ++row) {
-    points.emplace(grid_.CellText(row, 0), grid_.CellText(row, 1));
-    frequencies.insert(grid_.CellText(row, 1));
-  }
-  std::set<std::pair<std::string, std::string>> expected;
-  for (int setting = 0; setting <= GetParam().lastSetting; setting += 10) {
-    for (const std::string& frequency : frequencies) {
-      expected.emplace(std::to_string(setting), frequency);
-    }
-  }
-  EXPECT_EQ(points, expected);
-  for (const std::string& frequency : GetParam().mainFrequencies) {
-    EXPECT_EQ(frequencies.count(frequency), 1U) << frequency;
-  }
-}
-
 TEST_P(AttenuatorTemplates, HasOnlyFrequenciesThatThePointDialogOffers) {
   const std::set<std::string> offered = {"1.00E05", "3.00E05", "1.00E06", "1.00E07",  "5.00E07",
                                          "1.00E08", "1.00E09", "3.00E09", "6.9925E09"};
@@ -198,14 +155,8 @@ TEST_P(AttenuatorTemplates, HasTheSettingWithFourDecimalsAsEveryValue) {
   }
 }
 
-TEST_P(AttenuatorTemplates, FitsIntoTheTable) {
-  EXPECT_LE(grid_.RowCount(), 1 + 51);
-}
-
-INSTANTIATE_TEST_SUITE_P(Shipped, AttenuatorTemplates,
-                         testing::Values(AttenuatorTemplate{"PX60G", 110, {"1.00E05"}},
-                                         AttenuatorTemplate{"PX60H", 120, {"5.00E07", "1.00E09"}}),
-                         [](const auto& test) { return std::string(test.param.code); });
+INSTANTIATE_TEST_SUITE_P(Shipped, AttenuatorTemplates, testing::Values("PX60G", "PX60H"),
+                         [](const auto& test) { return std::string(test.param); });
 
 // Sets of standards.
 
@@ -252,12 +203,6 @@ TEST_P(SetTemplates, HasTheRowsOfEachPage) {
   }
 }
 
-TEST_P(SetTemplates, InventsNoSerialNumberOfAMember) {
-  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
-    EXPECT_EQ(data_->GetCalPageSerial(page), "") << page;
-  }
-}
-
 TEST_P(SetTemplates, IsSortedUpwardByFrequency) {
   for (std::int16_t page = IsResistorSet() ? 2 : 0; page < data_->GetCalPageCount(); ++page) {
     EXPECT_GT(Number(page, 1, 0), 0) << page;
@@ -300,70 +245,6 @@ INSTANTIATE_TEST_SUITE_P(
                                  "HF Calibration at 100kohm"},
                                 {9, 6, 7, 7, 8, 8, 8}}),
     [](const auto& test) { return std::string(test.param.code); });
-
-/// The nominal value of each member, as every row has it.
-struct Nominal {
-  std::int16_t page;
-  double value;
-  const char* unit;
-};
-
-using MemberNominals = std::vector<Nominal>;
-
-class SetNominals : public testing::TestWithParam<std::pair<const char*, MemberNominals>> {};
-
-TEST_P(SetNominals, AreThoseOfTheMembersInEveryRow) {
-  const test::TestTree tree;
-  tree.InstallTemplate(GetParam().first);
-  const std::unique_ptr<cifCaldata> data = FindModel(GetParam().first)->create();
-  ASSERT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
-  for (const Nominal& nominal : GetParam().second) {
-    MemoryGrid grid(5);
-    data->GetCalData(nominal.page, grid);
-    ASSERT_GT(grid.RowCount(), 1) << nominal.page;
-    for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-      const std::string cell = grid.CellText(row, 1);
-      const std::string unit = nominal.unit;
-      EXPECT_EQ(std::strtod(cell.c_str(), nullptr), nominal.value) << nominal.page << ", " << row;
-      ASSERT_GE(cell.size(), unit.size());
-      EXPECT_EQ(cell.substr(cell.size() - unit.size()), unit) << nominal.page << ", " << row;
-    }
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Shipped, SetNominals,
-    testing::Values(
-        std::make_pair(
-            "RT520A", MemberNominals{{0, 1, "pF"}, {1, 10, "pF"}, {2, 100, "pF"}, {3, 1000, "pF"}}),
-        std::make_pair("RT520C",
-                       MemberNominals{{0, 10, "nF"}, {1, 100, "nF"}, {2, 1, "uF"}, {3, 10, "uF"}}),
-        std::make_pair("RT730A", MemberNominals{{2, 10, " ohm"},
-                                                {3, 100, " ohm"},
-                                                {4, 1, " kohm"},
-                                                {5, 10, " kohm"},
-                                                {6, 100, " kohm"}})),
-    [](const auto& test) { return std::string(test.param.first); });
-
-TEST(ShippedResistorSet, HasTheNominalValuesOfItsNineResistors) {
-  const test::TestTree tree;
-  tree.InstallTemplate("RT730A");
-  const std::unique_ptr<cifCaldata> data = FindModel("RT730A")->create();
-  ASSERT_EQ(data->LoadCalibrationDataFromFile("NEW"), 0);
-  MemoryGrid grid(5);
-  data->GetCalData(0, grid);
-  std::vector<std::string> values;
-  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    values.push_back(grid.CellText(row, 1));
-  }
-  EXPECT_EQ(values, (std::vector<std::string>{"1 mohm", "10 mohm", "100 mohm", "1 ohm", "10 ohm",
-                                              "100 ohm", "1 kohm", "10 kohm", "100 kohm"}));
-  EXPECT_EQ(grid.CellText(5, 0), "RT735A");
-  EXPECT_EQ(grid.CellText(6, 0), "RT736A");
-  EXPECT_EQ(grid.CellText(7, 0), "RT737A");
-  EXPECT_EQ(grid.CellText(8, 0), "RT738A");
-  EXPECT_EQ(grid.CellText(9, 0), "RT739A");
-}
 
 }  // namespace
 }  // namespace tarvell
