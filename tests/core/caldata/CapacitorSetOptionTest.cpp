@@ -32,22 +32,6 @@ TEST_F(CapacitorSetAFile, TakesTheSignsOfTheOptionForSerialNumbers) {
   }
 }
 
-TEST_F(CapacitorSetCFile, WithTheOptionPageIsReadAndWrittenWithFour) {
-  const Texts lines = Joined({Header(),
-                              PageOf(0, "S0", {}),
-                              {"!"},
-                              PageOf(1, "S1", {}),
-                              {"!"},
-                              PageOf(2, "S2", {}),
-                              {"!"},
-                              PageOf(3, "S3", {}),
-                              {"!"}});
-  Load(lines);
-  EXPECT_EQ(data_->GetCalPageCount(), 4);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "S3");
-  EXPECT_EQ(Saved(), Lines(lines));
-}
-
 TEST_F(CapacitorSetCFile, SwitchesTheOptionOffAndOnWithTheSerialNumberThatItHad) {
   Load(Joined({PageOf(3, "S3", {"*1"}), {"!"}}));
   data_->SetCalPageSerial(3, "*");

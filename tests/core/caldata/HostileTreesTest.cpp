@@ -131,24 +131,6 @@ const Names kOddNames = {"a\nb",
                          "\xE9\xFF\xC3",
                          std::string(255, 'n')};
 
-TEST_F(HostileTree, OddNamesOfModelFoldersAreListed) {
-  Names expected = {"*"};  // the empty folder of the model
-  for (const std::string& name : kOddNames) {
-    fs::create_directories(In(kRoot, name) / "entry");
-    expected.push_back(name);
-  }
-  expected[1] = "A\nB";
-  expected[2] = "A\r\nB";
-  expected[3] = "\"QUOTED\"";
-  expected[4] = "IT'S";
-  expected[5] = "A,B";
-  expected[8] = "-RF";
-  expected[9] = " BLANK ";
-  expected[12] = "CAF\u00E9 \u6E2C\u5B9A";
-  expected[14] = std::string(255, 'N');
-  EXPECT_EQ(Sorted(ModelFolders()), Sorted(expected));
-}
-
 TEST_F(HostileTree, OddNamesOfDataFilesAreReadEachFromItsOwnFile) {
   Names expected;
   for (std::size_t i = 0; i < kOddNames.size(); ++i) {
@@ -464,12 +446,6 @@ class HugeFile : public HostileTree {
     EXPECT_LT(PeakMemoryInKB() - before, 32 * 1024);
   }
 };
-
-TEST_F(HugeFile, OfNothingIsNoDataFile) {
-  Make(kData, "");
-  ExpectRefusal([] { Serials(); }, kData);
-  ExpectRefusal(&LoadData, kData);
-}
 
 TEST_F(HugeFile, BehindAHeaderIsListedAndIsNoDataFile) {
   Make(kData, DataOf("3318A12345"));
