@@ -3,113 +3,146 @@
 
 #include "core/caldata/CalDataFile.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <utility>
 
 #include "core/caldata/DataFileSummary.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/HeaderLines.h"
 #include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
+#include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/text/Text.h"
-#include "core/text/Words.h"
 
 namespace tarvell {
 
 namespace {
 
 constexpr std::string_view kEnd = "!End";
-constexpr std::string_view kMaker = "QZ";
-
-constexpr std::array<std::string_view, 6> kHeaderKeywords = {"MODEL_NO", "SER_NO",   "CAL_DATE",
-                                                             "CAL_NO",   "DUE_DATE", "COMMENT"};
-constexpr std::size_t kSerialLine = 1;
-
-/// The model that a model line names, without the maker before it.
-std::string NamedModel(const LineWords& words) {
-  const std::string_view value = words[1];
-  if (!EqualsIgnoringCase(FirstCharacters(value, kMaker.size()), kMaker)) {
-    return words[1];
-  }
-  const std::string_view rest = WithoutFirst(value, kMaker.size());
-  return rest.empty() ? words[2] : std::string(rest);
-}
 
 }  // namespace
 
-LineWords WordsOf(std::string_view item) {
-  LineWords words;
-  SplitWords(Replaced(WithoutFirst(item, 1), ':', ' '), words);
-  return words;
-}
-
-void CheckHeaderName(const std::string& field, std::string_view name) {
-  if (name.find(',') != std::string_view::npos) {
-    throw Error(
-        ErrorKind::Character,
-        "The " + field + " \"" + std::string(name) +
-            "\" holds a comma, which the data file cannot keep. Remove it, then try again.");
+/// The reading of one file.
+class CalDataFile::Load {
+ public:
+  /// Reads the whole file; throws what stops the reading.
+  Load(CalDataFile& data, const std::string& fileName)
+      : data_(data), reader_(fileName), notes_(data.holdsDefaults_) {
+    data_.notices_.clear();
+    body_ = data_.NewBodyReader(notes_);
+    ReadItems();
+    data_.header_ = {IsOldStyle(firstItem_, headerLines_),
+                     HasLine(HeaderField::SerialNumber) && !data_.serialNumber_.empty()};
+    NoteMissingHeaderLines();
+    data_.notices_ = std::move(notes_).Taken();
   }
-  CheckHeaderValue(field, name);
-}
 
-void CheckHeaderValue(const std::string& field, std::string_view value) {
-  for (std::size_t i = value.find(','); i < value.size(); i = value.find(',', i + 1)) {
-    const std::string_view rest = TrimLeft(value.substr(i + 1));
-    if (!rest.empty() && std::string_view("#*!\"").find(rest.front()) != std::string_view::npos) {
-      throw Error(ErrorKind::Character, "The " + field + " holds the character \"" +
-                                            std::string(1, rest.front()) +
-                                            "\" behind a comma, which the data file cannot keep. "
-                                            "Remove one of them, then try again.");
+  [[nodiscard]] const std::string& FileBytes() const { return reader_.Bytes(); }
+  [[nodiscard]] bool IsComplete() const { return isComplete_; }
+  /// The model that the file names, when it is another one than the object's; else "".
+  [[nodiscard]] std::string OtherModel() const {
+    return EqualsIgnoringCase(model_, data_.modelCode_) ? std::string() : model_;
+  }
+
+ private:
+  [[nodiscard]] bool HasLine(HeaderField field) const {
+    return headerLines_[static_cast<std::size_t>(field)];
+  }
+
+  void ReadItems() {
+    std::string item = reader_.ReadItem();
+    firstItem_ = item;
+    while (!reader_.AtEnd()) {
+      reader_.AtThisLine([&] { Interpret(item); });
+      if (reader_.AtEnd()) {
+        break;
+      }
+      item = reader_.ReadItem();
+    }
+    const bool hasEnd = hasEnd_ || EqualsIgnoringCase(item, kEnd);
+    isComplete_ = body_->End({item, hasEnd, nextDataLine_.value > 0});
+  }
+
+  void Interpret(const std::string& item) {
+    if (item.starts_with('#')) {
+      TakeHeaderLine(WordsOf(data_.HeaderText(item)));
+    } else if (item.starts_with('*')) {
+      const TableIndex index = nextDataLine_;
+      ++nextDataLine_.value;
+      body_->TakeDataLine(index, item);
+    } else if (item.starts_with('!')) {
+      hasEnd_ = hasEnd_ || EqualsIgnoringCase(item, kEnd);
+      body_->TakeCommentLine(item, reader_);
     }
   }
-  std::array<std::string, kWordLimit> words;
-  // The line ends at its first comma, and one of its words is its keyword.
-  const std::string line = Replaced(value.substr(0, value.find(',')), ':', ' ');
-  if (static_cast<std::size_t>(SplitWords(line, words)) >= kLineWords) {
-    throw Error(ErrorKind::Character,
-                "The " + field + " holds more than " + std::to_string(kLineWords - 1) +
-                    " words, which the data file cannot keep. Shorten it, then "
-                    "try again.");
-  }
-}
 
-std::string HeaderValueRead(std::string_view value) {
-  // A value of too many words for a line is refused by the save, not while it is typed.
-  std::array<std::string, kWordLimit> words;
-  SplitWords(Replaced(value.substr(0, value.find(',')), ':', ' '), words);
-  return words[0];
-}
-
-void WriteDataLine(FileText& text, std::string_view line) {
-  if (line.find(',') != std::string_view::npos) {
-    throw Error(
-        ErrorKind::Character,
-        "A row of the table holds a comma, which the data file cannot keep: \"" +
-            std::string(line) +
-            "\". Take it out of the table, or of the file that it came from, then try again.");
-  }
-  text.Line(line);
-}
-
-Error FullTableError() {
-  return {ErrorKind::Index, "A table holds at most " + std::to_string(kTableRows) +
-                                " rows. Remove the rows that are not needed, then try again."};
-}
-
-void TakeDataRows(const CalDataGrid& grid,
-                  const std::function<void(std::size_t index, std::int16_t row)>& take) {
-  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    const auto index = static_cast<std::size_t>(row - 1);
-    if (index == kTableRows) {
-      throw FullTableError();
+  void TakeHeaderLine(const LineWords& words) {
+    const std::optional<HeaderField> field = HeaderFieldOf(words[0]);
+    if (!field) {
+      body_->TakePageLine(words, reader_);
+      return;
     }
-    take(index, row);
+    headerLines_.set(static_cast<std::size_t>(*field));
+    const std::string& value = words[1];
+    switch (*field) {
+      case HeaderField::ModelNumber:
+        data_.modelNumber_ = data_.modelCode_;
+        model_ = ModelOnLine(words);
+        break;
+      case HeaderField::SerialNumber:
+        data_.serialNumber_ = value;
+        break;
+      case HeaderField::CalDate:
+        data_.calDate_ = Date::From(value);
+        break;
+      case HeaderField::CalNumber:
+        data_.calibrationNumber_ = value;
+        break;
+      case HeaderField::DueDate:
+        data_.dueDate_ = Date::From(value);
+        break;
+      case HeaderField::Comment:
+        data_.comment_ = value;
+        break;
+    }
   }
-}
+
+  void NoteMissingHeaderLines() {
+    if (!notes_.IsReadOverDefaults()) {
+      return;
+    }
+    std::string missing;
+    for (const HeaderField field : {HeaderField::CalDate, HeaderField::CalNumber,
+                                    HeaderField::DueDate, HeaderField::Comment}) {
+      if (!HasLine(field)) {
+        missing += (missing.empty() ? "#" : ", #") + std::string(KeywordOf(field));
+      }
+    }
+    if (!missing.empty()) {
+      notes_.Add(
+          "The file lacks header lines. The values shown for them come from the template, "
+          "and would be saved: " +
+          missing + ".");
+    }
+  }
+
+  CalDataFile& data_;
+  ItemReader reader_;
+  LoadNotes notes_;
+  std::unique_ptr<BodyReader> body_;
+  std::string firstItem_;
+  std::string model_ = std::string(data_.modelCode_);  ///< as the file names it
+  HeaderFieldSet headerLines_;
+  TableIndex nextDataLine_;
+  bool hasEnd_ = false;
+  bool isComplete_ = false;
+};
 
 CalDataFile::Date CalDataFile::Date::From(std::string_view digits) {
   const FileDate date = FileDate::From(digits);
@@ -145,12 +178,12 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   if (EqualsIgnoringCase(fileName, "NEW")) {
     return SetInitialDefaultData();
   }
-  std::string bytes;
-  const Seen seen = Read(fileName, bytes);
-  file_.WasRead(fileName, bytes, serialNumber_);
-  if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
-    Note("The file says that it holds data of the model \"" + seen.model +
-         "\". It was read, and will be saved, as data of \"" + std::string(modelCode_) + "\".");
+  const Load load(*this, fileName);
+  file_.WasRead(fileName, load.FileBytes(), serialNumber_);
+  if (const std::string other = load.OtherModel(); !other.empty()) {
+    notices_.push_back("The file says that it holds data of the model \"" + other +
+                       "\". It was read, and will be saved, as data of \"" +
+                       std::string(modelCode_) + "\".");
   }
   return 0;
 }
@@ -177,7 +210,7 @@ void CalDataFile::RememberUnchangedSave() {
   try {
     file_.SetUnchangedBytes(Bytes());
   } catch (const Error&) {
-    // What cannot be saved before it is corrected is told then.
+    // Such data cannot be saved; the save reports why.
     file_.SetUnchangedBytes({});
   }
 }
@@ -195,15 +228,14 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, path);
   }
   holdsDefaults_ = false;
-  std::string bytes;
-  const Seen seen = Read(path, bytes);
-  if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
+  const Load load(*this, path);
+  if (const std::string other = load.OtherModel(); !other.empty()) {
     throw Error(ErrorKind::Template,
-                "The template file is one for the model \"" + seen.model + "\", not for \"" +
+                "The template file is one for the model \"" + other + "\", not for \"" +
                     std::string(modelCode_) + "\"." + remedy,
                 path);
   }
-  if (!seen.isComplete) {
+  if (!load.IsComplete()) {
     throw Error(ErrorKind::Template,
                 "The template file is not complete: a line \"!End\" is missing." + remedy, path);
   }
@@ -212,144 +244,16 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   return 0;
 }
 
-void CalDataFile::NoteRows(const std::string& notice, const RowSet& rows) {
-  if (rows.any()) {
-    Note(notice + ": " + RowsText(rows) + ".");
-  }
-}
-
-void CalDataFile::NoteDoubtfulRows(const DoubtfulRows& rows, std::size_t shown,
-                                   const TableTexts& texts) {
-  if (shown < rows.count) {
-    Note(texts.table + " has no " + std::string(texts.firstColumn) + " in row " +
-         std::to_string(shown + 1) +
-         ": that row and the rows after it are not shown, and would not be saved.");
-  } else if (IsReadOverDefaults()) {
-    NoteRows(texts.table +
-                 " shows rows that the file does not hold. They come from the template, and would "
-                 "be saved",
-             RowsBetween(rows.count, shown));
-  }
-  const RowSet others = RowsBetween(0, shown) & ~rows.beyond;
-  NoteRows(
-      texts.table + " has more rows than the program has formats for. " + std::string(texts.beyond),
-      RowsBetween(0, shown) & rows.beyond);
-  NoteRows(
-      texts.table + " has rows with an empty field in the file. " + std::string(texts.emptyField),
-      others & rows.emptyField);
-  NoteRows(texts.table + " has rows with too few values in the file. " + std::string(texts.missing),
-           others & rows.missing & ~rows.emptyField);
-}
-
-CalDataFile::Seen CalDataFile::Read(const std::string& fileName, std::string& bytes) {
-  ItemReader reader(fileName);
-  bytes = reader.Bytes();
-  Seen seen;
-  notices_.clear();
-  BeginRead();
-  std::size_t dataLines = 0;
-  std::string item = reader.ReadItem();
-  const std::string firstItem = item;
-  while (!reader.AtEnd()) {
-    reader.AtThisLine([&] { Interpret(item, reader, dataLines, seen); });
-    if (reader.AtEnd()) {
-      break;
-    }
-    item = reader.ReadItem();
-  }
-  hasDataLines_ = dataLines > 0;
-  seen.isComplete = EndRead(item, seen.hasEnd || EqualsIgnoringCase(item, kEnd));
-  NoteHeader(firstItem, seen);
-  return seen;
-}
-
-void CalDataFile::NoteHeader(const std::string& firstItem, const Seen& seen) {
-  const bool beginsWithLine =
-      !firstItem.empty() && std::string_view("#*!").find(firstItem.front()) != std::string::npos;
-  header_.isOldStyle = seen.header.none() && !beginsWithLine;
-  header_.hasSerialNumber = seen.header[kSerialLine] && !serialNumber_.empty();
-  if (!IsReadOverDefaults()) {
-    return;
-  }
-  std::string missing;
-  for (std::size_t line = kSerialLine + 1; line < kHeaderKeywords.size(); ++line) {
-    if (!seen.header[line]) {
-      missing += (missing.empty() ? "#" : ", #") + std::string(kHeaderKeywords.at(line));
-    }
-  }
-  if (!missing.empty()) {
-    Note(
-        "The file lacks header lines. The values shown for them come from the template, and would "
-        "be saved: " +
-        missing + ".");
-  }
-}
-
-bool CalDataFile::EndRead(const std::string& lastItem, bool hasEnd) {
-  // A file that ends in a remark after its rows has lost nothing.
-  const bool endsInRemark = hasDataLines_ && lastItem.starts_with('!');
-  if (!hasEnd && !endsInRemark) {
-    Note("The file does not end with its line \"!End\". Its last line was not read: " + lastItem);
-  }
-  return hasEnd;
-}
-
-void CalDataFile::Interpret(const std::string& item, ItemReader& reader, std::size_t& dataLines,
-                            Seen& seen) {
-  if (item.empty()) {
-    return;
-  }
-  switch (item.front()) {
-    case '#':
-      TakeHeaderLine(WordsOf(HeaderText(item)), reader, seen);
-      break;
-    case '*':
-      TakeDataLine(dataLines++, item);
-      break;
-    case '!':
-      seen.hasEnd = seen.hasEnd || EqualsIgnoringCase(item, kEnd);
-      TakeCommentLine(item, reader);
-      break;
-    default:
-      break;
-  }
-}
-
-void CalDataFile::TakeHeaderLine(const LineWords& words, ItemReader& reader, Seen& seen) {
-  const std::string keyword = ToUpper(words[0]);
-  const std::string& value = words[1];
-  const auto* known = std::find(kHeaderKeywords.begin(), kHeaderKeywords.end(), keyword);
-  if (known != kHeaderKeywords.end()) {
-    seen.header.set(static_cast<std::size_t>(known - kHeaderKeywords.begin()));
-  }
-  if (keyword == "MODEL_NO") {
-    modelNumber_ = modelCode_;
-    seen.model = NamedModel(words);
-  } else if (keyword == "SER_NO") {
-    serialNumber_ = value;
-  } else if (keyword == "CAL_DATE") {
-    calDate_ = Date::From(value);
-  } else if (keyword == "CAL_NO") {
-    calibrationNumber_ = value;
-  } else if (keyword == "DUE_DATE") {
-    dueDate_ = Date::From(value);
-  } else if (keyword == "COMMENT") {
-    comment_ = value;
-  } else {
-    TakePageLine(words, reader);
-  }
-}
-
 void CalDataFile::WriteHeader(FileText& text) const {
   CheckHeaderName("serial number", serialNumber_);
   CheckHeaderName("calibration number", calibrationNumber_);
   CheckHeaderValue("comment", comment_);
-  text.Line("#MODEL_NO : " + std::string(WrittenModel()));
-  text.Line("#SER_NO   : " + serialNumber_);
-  text.Line("#CAL_DATE : " + calDate_.Digits());
-  text.Line("#CAL_NO   : " + calibrationNumber_);
-  text.Line("#DUE_DATE : " + dueDate_.Digits());
-  text.Line("#COMMENT  : " + comment_);
+  text.Line(HeaderLine(HeaderField::ModelNumber, WrittenModel()));
+  text.Line(HeaderLine(HeaderField::SerialNumber, serialNumber_));
+  text.Line(HeaderLine(HeaderField::CalDate, calDate_.Digits()));
+  text.Line(HeaderLine(HeaderField::CalNumber, calibrationNumber_));
+  text.Line(HeaderLine(HeaderField::DueDate, dueDate_.Digits()));
+  text.Line(HeaderLine(HeaderField::Comment, comment_));
 }
 
 }  // namespace tarvell

@@ -7,11 +7,11 @@
 #include <system_error>
 #include <utility>
 
+#include "core/caldata/HeaderLines.h"
 #include "core/dates/FileDate.h"
-#include "core/dates/Months.h"
+#include "core/files/FileNames.h"
 #include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
-#include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/text/Text.h"
@@ -20,20 +20,20 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::size_t kMostEntries = 256;
+constexpr std::size_t kListedEntries = 256;
 
 bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
 }
 
-/// Whether a link stands here that leads nowhere, such as to a disk that is not there.
+/// Whether this is a link to a place that does not exist, such as a disk that is not mounted.
 bool IsDanglingLink(const std::filesystem::path& native) {
   EntryFacts facts;
   return !CurrentPlatform().Facts(native, facts) && facts.isLink && facts.kind == EntryKind::None;
 }
 
-/// Whether an entry is a folder with something in it. One that cannot be looked into counts as
-/// filled, so that it is listed and choosing it says the reason.
+/// Whether an entry is a folder with something in it. A folder that cannot be read counts as
+/// filled: it is listed, and choosing it reports the reason.
 bool HoldsEntries(const std::filesystem::path& folder) {
   bool any = false;
   const std::error_code code =
@@ -44,65 +44,45 @@ bool HoldsEntries(const std::filesystem::path& folder) {
   return any || (code && (!MeansMissing(code) || IsDanglingLink(folder)));
 }
 
-bool IsDataFileName(std::string_view name) {
-  const std::string_view prefix = name.substr(0, 2);
-  return prefix == "SN" || prefix == "Sn" || prefix == "sn";
+void TakeCalDate(const FileDate& date, CalFileInfo& row) {
+  row.CalYear = date.year;
+  row.CalMonth = date.month;
+  row.CalDay = date.day;
 }
 
-/// The value of a header line: what stands behind its first colon.
-std::string HeaderValue(std::string_view item) {
-  const std::size_t colon = item.find(':');
-  return colon == std::string_view::npos ? std::string()
-                                         : std::string(Trim(item.substr(colon + 1)));
+void TakeDueDate(const FileDate& date, CalFileInfo& row) {
+  row.DueYear = date.year;
+  row.DueMonth = date.month;
+  row.DueDay = date.day;
 }
 
 FileDate ReadDate(ItemReader& reader) {
-  const std::string value = HeaderValue(reader.ReadItem());
+  const std::string value = ListedHeaderValue(reader.ReadItem());
   return reader.AtThisLine([&] { return FileDate::From(value); });
 }
 
 void ReadNewStyleHeader(ItemReader& reader, const std::string& firstItem, CalFileInfo& row) {
-  row.ModelNumber = HeaderValue(firstItem);
-  row.SerialNumber = HeaderValue(reader.ReadItem());
-  const FileDate calDate = ReadDate(reader);
-  row.CalYear = calDate.year;
-  row.CalMonth = calDate.month;
-  row.CalDay = calDate.day;
-  row.CalibrationNumber = HeaderValue(reader.ReadItem());
-  const FileDate dueDate = ReadDate(reader);
-  row.DueYear = dueDate.year;
-  row.DueMonth = dueDate.month;
-  row.DueDay = dueDate.day;
-  row.Comment = HeaderValue(reader.ReadItem());
+  row.ModelNumber = ListedHeaderValue(firstItem);
+  row.SerialNumber = ListedHeaderValue(reader.ReadItem());
+  TakeCalDate(ReadDate(reader), row);
+  row.CalibrationNumber = ListedHeaderValue(reader.ReadItem());
+  TakeDueDate(ReadDate(reader), row);
+  row.Comment = ListedHeaderValue(reader.ReadItem());
 }
 
-/// Files from before the header lines: maker and model, serial number, calibration date
-/// (DDMMMYYYY). They are due one year later.
 void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileInfo& row) {
-  static constexpr std::string_view kMaker = "QZ";
-  static constexpr std::string_view kOption = "Opt001";
-  std::string_view model = Trim(firstItem);
-  if (model.substr(0, kMaker.size()) == kMaker) {
-    model = Trim(model.substr(kMaker.size()));
-  }
-  if (LastCharacters(model, kOption.size()) == kOption) {
-    model = Trim(FirstCharacters(model, 6));
-    row.Option = "001";
-  }
-  row.ModelNumber = model;
+  const OldStyleModel model = OldStyleModelOf(firstItem);
+  row.ModelNumber = model.model;
+  row.Option = model.hasOption ? "001" : "";
   row.SerialNumber = Trim(reader.ReadItem());
   const std::string date = reader.ReadItem();
   reader.AtThisLine([&] {
-    row.CalDay = NumericInt16(FirstCharacters(date, 2));
-    row.CalMonth = MonthToNumber(FirstCharacters(WithoutFirst(date, 2), 3));
-    row.CalYear = NumericInt16(LastCharacters(date, 4));
-    row.DueYear = ToInt16(row.CalYear + 1.0);
+    TakeCalDate(OldStyleDateOf(date), row);
+    TakeDueDate(OneYearAfter(OldStyleDateOf(date)), row);
   });
-  row.DueMonth = row.CalMonth;
-  row.DueDay = row.CalDay;
 }
 
-/// Reads one file's header; nothing when the file is none of the two styles. `kind` is what a
+/// Reads one file's header; nothing when the file has neither of the two styles. `kind` is what a
 /// search has reported for it.
 std::optional<CalFileInfo> ReadHeader(const std::filesystem::path& native, EntryKind kind,
                                       const std::string& path) {
@@ -128,7 +108,7 @@ class UnreadableEntries {
     if (++count_ == 1) {
       first_ = reason;
     }
-    if (count_ <= kMostNamed) {
+    if (count_ <= kNamedEntries) {
       const std::string line =
           reason.Line() > 0 ? ", line " + std::to_string(reason.Line()) : std::string();
       list_ += "\n\n" + name + line + ": " + reason.Text();
@@ -147,21 +127,21 @@ class UnreadableEntries {
     }
   }
 
-  /// Throws `error`, which ended the reading, together with them.
+  /// Throws `error`, which ended the reading, and adds these entries to its text.
   [[noreturn]] void ReportWith(const Error& error) const {
     throw Error(error.Kind(), count_ == 0 ? error.Text() : error.Text() + "\n\n" + Text(),
                 error.Path(), error.Line());
   }
 
  private:
-  // As many as a message has room for on a small screen.
-  static constexpr std::size_t kMostNamed = 5;
+  // A message on a small screen has room for so many.
+  static constexpr std::size_t kNamedEntries = 5;
 
   [[nodiscard]] std::string Text() const {
     const std::string subject = count_ == 1 ? "One entry" : std::to_string(count_) + " entries";
-    const std::string others = count_ > kMostNamed
-                                   ? "\n\n... and " + std::to_string(count_ - kMostNamed) + " more."
-                                   : std::string();
+    const std::string others =
+        count_ > kNamedEntries ? "\n\n... and " + std::to_string(count_ - kNamedEntries) + " more."
+                               : std::string();
     return subject + " of the folder cannot be read as a data file:" + list_ + others;
   }
 
@@ -170,22 +150,24 @@ class UnreadableEntries {
   std::string list_;
 };
 
-/// As ReadHeader; a file that cannot be read joins `unreadable`.
-std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind,
-                                         const std::string& path, UnreadableEntries& unreadable) {
+/// The same as ReadHeader, but adds a file that cannot be read to `unreadable`.
+std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind, const std::string& path,
+                                         UnreadableEntries& unreadable) {
   try {
     return ReadHeader(native, kind, path);
   } catch (const Error& error) {
-    // It must not hide the data sets after it: all are reported together.
+    // The data sets after it must still be listed: all such files are reported together.
     unreadable.Add(std::string(LastNameOf(path)), error);
     return std::nullopt;
   }
 }
 
-Error TooManyFiles(const std::string& folder) {
+Error TooManyFiles(const std::string& folder, std::size_t listed) {
+  const std::string count = std::to_string(listed);
   return {ErrorKind::Index,
-          "The folder holds more than 51 data files; only the first 51 are listed. "
-          "Move those of instruments that are no longer used to another folder.",
+          "The folder holds more than " + count + " data files; only the first " + count +
+              " are listed. "
+              "Move those of instruments that are no longer used to another folder.",
           folder};
 }
 
@@ -195,14 +177,14 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
   const std::filesystem::path native = NativePath(root);
   std::vector<std::string> entries;
   bool tooMany = false;
-  const std::error_code code = CurrentPlatform().Search(native, SearchKind::NamesWithoutDot,
-                                                        [&](const std::string& name, EntryKind) {
-                                                          tooMany = entries.size() == kMostEntries;
-                                                          if (!tooMany) {
-                                                            entries.push_back(name);
-                                                          }
-                                                          return !tooMany;
-                                                        });
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
+        tooMany = entries.size() == kListedEntries;
+        if (!tooMany) {
+          entries.push_back(name);
+        }
+        return !tooMany;
+      });
   names.clear();
   for (const std::string& entry : entries) {
     names.push_back(HoldsEntries(native / entry) ? ToUpper(entry) : "*");
@@ -215,9 +197,10 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
     throw SystemError(code, "list the folder", root);
   }
   if (tooMany) {
+    const std::string listed = std::to_string(kListedEntries);
     throw Error(ErrorKind::Index,
-                "The folder holds more than 256 entries; only the first 256 are listed. Move "
-                "what does not belong there to another folder.",
+                "The folder holds more than " + listed + " entries; only the first " + listed +
+                    " are listed. Move what does not belong there to another folder.",
                 root);
   }
   return true;
@@ -233,13 +216,13 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
-  const std::error_code code = CurrentPlatform().Search(
-      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
         if (!IsDataFileName(name)) {
           return true;
         }
         if (count == rows.size()) {
-          unreadable.ReportWith(TooManyFiles(modelFolder));
+          unreadable.ReportWith(TooManyFiles(modelFolder, rows.size()));
         }
         std::optional<CalFileInfo> row =
             TryReadHeader(native / name, kind, Joined(modelFolder, name), unreadable);

@@ -5,8 +5,7 @@
 
 #include <cmath>
 
-#include "core/caldata/CalDataFile.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Table.h"
 #include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
@@ -53,12 +52,6 @@ std::string NumberShown(const CalDataGrid& grid, Cell cell) {
   return std::isinf(NumericValueOrInfinity(text)) ? std::string(Trim(text)) : Normalised(text);
 }
 
-/// The number of 15 digits that is meant: 1.005 GHz is 1005 MHz, although the product is a little
-/// less.
-double AsTyped(double value) {
-  return NumericValue(ShortestText(value));
-}
-
 void CheckNumber(std::string_view text, const std::string& field) {
   if (!BeginsWithNumber(text)) {
     throw Error(ErrorKind::Type, field + ": \"" + std::string(text) +
@@ -69,17 +62,18 @@ void CheckNumber(std::string_view text, const std::string& field) {
 }  // namespace
 
 void CheckPlaceForPoint(const CalDataGrid& grid) {
-  if (grid.RowCount() > static_cast<std::int16_t>(kTableRows)) {
-    throw FullTableError();
-  }
+  CheckTableIndex(IndexOf(EndOf(grid)));
 }
 
 double SensorFrequency(std::string_view typed, std::string_view unit, std::string_view tableUnit) {
+  // 1.005 GHz is 1005 MHz, although the product is a little less: only 15 digits are meant.
   const double value = NumericValue(typed);
   if (tableUnit == "GHz") {
-    return AsTyped(unit == "MHz" ? value / kStep : unit == "KHz" ? value / (kStep * kStep) : value);
+    return RoundedTo15Digits(unit == "MHz"   ? value / kStep
+                             : unit == "KHz" ? value / (kStep * kStep)
+                                             : value);
   }
-  return AsTyped(unit == "GHz" ? value * kStep : unit == "KHz" ? value / kStep : value);
+  return RoundedTo15Digits(unit == "GHz" ? value * kStep : unit == "KHz" ? value / kStep : value);
 }
 
 std::vector<std::string> SensorRow(double frequency, std::string_view tableUnit) {

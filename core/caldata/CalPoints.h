@@ -27,7 +27,7 @@ struct PointPosition {
   GridRow row;
 };
 
-/// Throws FullTableError when a table has no place for another point.
+/// Throws an Index error when a table has no place for another point.
 void CheckPlaceForPoint(const CalDataGrid& grid);
 
 /// A frequency typed in `unit` ("GHz", "MHz" or "KHz"; any other means the table's own), in the

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "core/caldata/SetPages.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Uncertainty.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
@@ -26,7 +26,7 @@ constexpr std::size_t kCapacitanceWidth = 16;
 constexpr std::size_t kUncertaintyWidth = 9;
 constexpr std::size_t kDissipationWidth = 18;
 constexpr std::size_t kUnitLength = 2;  // "pF"
-constexpr std::size_t kPpmLength = 3;
+constexpr std::string_view kPpmEnds = "mM";
 constexpr std::size_t kDataWords = 16;
 constexpr NumberPattern kPercentPattern("0.0000");
 
@@ -41,10 +41,10 @@ DataWords DataWordsOf(std::string_view line) {
 
 /// The rule for a cell, nullptr when there is none.
 const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std::int16_t page,
-                                  std::int16_t row) {
+                                  GridRow row) {
   for (const CapacitorFormat& format : formats) {
-    if ((format.page == kAnyPage || format.page == page) && row >= format.firstRow &&
-        row <= format.lastRow) {
+    if ((format.page == kAnyPage || format.page == page) && row.number >= format.firstRow &&
+        row.number <= format.lastRow) {
       return &format;
     }
   }
@@ -54,25 +54,88 @@ const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std:
 /// The unit of an uncertainty as its cell has it.
 std::string_view UncertaintyUnit(std::string_view unit) {
   const std::string_view trimmed = Trim(unit);
-  return EqualsIgnoringCase(trimmed, "ppm") ? " ppm" : trimmed == "%" ? " %" : "";
-}
-
-std::string FormatUncertainty(std::span<const CapacitorFormat> formats, std::int16_t page,
-                              std::int16_t row, const std::string& text, const std::string& unit) {
-  const CapacitorFormat* format = FindFormat(formats, page, row);
-  std::string result;
-  if (format != nullptr) {
-    result = FormatText(text, unit == "ppm" ? format->ppmPattern : format->pattern);
-  }
-  const std::string_view after = UncertaintyUnit(unit);
-  if (after == " %") {
-    // A long text comes back from the file as ppm.
-    static_cast<void>(PpmOfPercent(text));
-  }
-  return result + std::string(after);
+  return EqualsIgnoringCase(trimmed, kPpm) ? " ppm" : trimmed == kPercent ? " %" : "";
 }
 
 }  // namespace
+
+class CapacitorSet::Reader final : public SetReader {
+ public:
+  Reader(CapacitorSet& data, LoadNotes& notes)
+      : SetReader(notes, PagesOf(data.traits_)), data_(data) {}
+
+  void TakePageLine(const LineWords& words, ItemReader& reader) override {
+    const auto& names = data_.traits_.pageNames;
+    const auto* found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
+      return EqualsIgnoringCase(name, words[0]);
+    });
+    if (found != names.end()) {
+      const auto page = found - names.begin();
+      data_.pageSerial_.at(static_cast<std::size_t>(page)) = words[1];
+      ReadPage(static_cast<std::int16_t>(page), 0, reader);
+    }
+  }
+
+  bool End(const FileEnd& end) override {
+    if (data_.traits_.hasOption) {
+      EndOption();
+    }
+    return SetReader::End(end);
+  }
+
+ private:
+  static std::vector<Page> PagesOf(const CapacitorSetTraits& traits) {
+    std::vector<Page> pages;
+    for (const std::string_view name : traits.pageNames) {
+      const bool isOption = traits.hasOption && pages.size() == std::size_t{kOptionPage};
+      pages.push_back({"page " + std::string(name), "", isOption});
+    }
+    return pages;
+  }
+
+  void EndOption() {
+    const bool found = IsFound(kOptionPage);
+    std::string& serial = data_.pageSerial_[kOptionPage];
+    if (found && (serial == kOptionOff || serial == kOptionOn)) {
+      Notes().Add("The page " + data_.GetCalPageName(kOptionPage) + " has the serial number \"" +
+                  serial + "\", which cannot be one. It was left out.");
+      serial.clear();
+    }
+    data_.optionInstalled_ = found;
+    data_.optionSerial_ = found ? serial : std::string(kOptionOff);
+  }
+
+  [[nodiscard]] std::string RowText(const std::string& item) const override {
+    return std::string(Trim(StripNull(item)));
+  }
+
+  void TakeRow(std::int16_t page, TableIndex index, std::string_view text) override {
+    const DataWords words = DataWordsOf(text);
+    const GridRow row = RowOf(index);
+    data_.tables_.at(static_cast<std::size_t>(page)).At(index) = data_.CellsOf(page, row, words);
+    const bool isBeyond = FindFormat(data_.traits_.capacitance, page, row) == nullptr ||
+                          FindFormat(data_.traits_.uncertainty, page, row) == nullptr;
+    RowsOf(page).Take(index, HasEmptyField(text, kColumns), words[kDissipationUncertainty].empty(),
+                      isBeyond);
+  }
+
+  void NoteRows(std::int16_t page, const std::string& table) override {
+    Notes().AddDoubtfulRows(
+        RowsOf(page), data_.tables_.at(static_cast<std::size_t>(page)).Rows().size(),
+        {.table = table,
+         .firstColumn = "frequency",
+         .emptyField = kValuesMovedLeft,
+         .missing = "0 is shown in their place, and would be saved",
+         .beyond = "Their capacitance and uncertainty were not read, and would be saved without "
+                   "numbers"});
+  }
+
+  CapacitorSet& data_;
+};
+
+std::unique_ptr<BodyReader> CapacitorSet::NewBodyReader(LoadNotes& notes) {
+  return std::make_unique<Reader>(*this, notes);
+}
 
 std::string CapacitorSet::GetCalibrationDataFormat(std::int16_t /*page*/, std::int16_t column,
                                                    std::int16_t /*row*/, const std::string& text,
@@ -91,16 +154,11 @@ std::string CapacitorSet::GetCalibrationDataFormat(std::int16_t /*page*/, std::i
       unit = LastCharacters(trimmed, kUnitLength);
       return Normalised(number);
     }
-    case kUncertainty:
-      if (EqualsIgnoringCase(LastCharacters(trimmed, 1), "m")) {
-        unit = LastCharacters(trimmed, kPpmLength);
-        return Normalised(WithoutLast(trimmed, kPpmLength));
-      }
-      if (LastCharacters(trimmed, 1) == "%") {
-        unit = "%";
-        return Normalised(WithoutLast(trimmed, 1));
-      }
-      return Normalised(trimmed);
+    case kUncertainty: {
+      const auto split = SplitUncertainty(trimmed, kPpmEnds);
+      unit = split.unit;
+      return Normalised(split.number);
+    }
     case kDissipation:
     case kDissipationUncertainty:
       return Normalised(trimmed);
@@ -112,17 +170,22 @@ std::string CapacitorSet::GetCalibrationDataFormat(std::int16_t /*page*/, std::i
 std::string CapacitorSet::SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                    std::int16_t row, const std::string& text,
                                                    const std::string& unit) const {
+  const GridRow gridRow = {row};
   switch (column) {
     case kCapacitance: {
-      const CapacitorFormat* format = FindFormat(traits_.capacitance, page, row);
+      const CapacitorFormat* format = FindFormat(traits_.capacitance, page, gridRow);
       return (format != nullptr ? FormatText(text, format->pattern) : std::string()) +
              std::string(CapacitanceUnit(page));
     }
-    case kUncertainty:
-      return FormatUncertainty(traits_.uncertainty, page, row, text, unit);
+    case kUncertainty: {
+      // A cell that shows no number takes any text.
+      const bool isUsed = FindFormat(traits_.uncertainty, page, gridRow) != nullptr ||
+                          UncertaintyUnit(unit) == " %";
+      return UncertaintyText(page, gridRow, isUsed ? NumericValue(text) : 0, unit);
+    }
     case kDissipation:
     case kDissipationUncertainty:
-      return FormatText(text, FindFormat(traits_.dissipation, page, row)->pattern);
+      return FormatText(text, FindFormat(traits_.dissipation, page, gridRow)->pattern);
     default:
       return {};
   }
@@ -132,12 +195,12 @@ std::optional<CellAffixes> CapacitorSet::AffixesOf(std::int16_t page, Cell cell,
                                                    std::string_view unit) const {
   switch (cell.column) {
     case kCapacitance:
-      if (FindFormat(traits_.capacitance, page, cell.row.number) == nullptr) {
+      if (FindFormat(traits_.capacitance, page, cell.row) == nullptr) {
         return std::nullopt;
       }
       return CellAffixes{"", CapacitanceUnit(page)};
     case kUncertainty:
-      if (FindFormat(traits_.uncertainty, page, cell.row.number) == nullptr) {
+      if (FindFormat(traits_.uncertainty, page, cell.row) == nullptr) {
         return std::nullopt;
       }
       return CellAffixes{"", UncertaintyUnit(unit)};
@@ -158,8 +221,8 @@ std::string CapacitorSet::CellReadBack(std::int16_t page, Cell cell,
   // The other cells only have to be there, so that no word moves into the place of another.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
-  const DataWords words = DataWordsOf(DataLine(page, row.number, cells));
-  return ReadRow(page, row.number, words).at(static_cast<std::size_t>(column));
+  const DataWords words = DataWordsOf(DataLine(cells));
+  return CellsOf(page, row, words).at(static_cast<std::size_t>(column));
 }
 
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,
@@ -214,7 +277,7 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   if (traits_.hasOption && page == kOptionPage && optionSerial_ == kOptionOff) {
     return;
   }
-  const Page& rows = calTable_.at(PageIndex(page, kPages));
+  const Table<kColumns>& table = tables_.at(PageIndex(page, kPages));
   grid.SetRowCount(2);
   grid.SetCellText(0, kFrequency, "Frequency[Hz]");
   const std::string_view unit = CapacitanceUnit(page);
@@ -225,185 +288,71 @@ void CapacitorSet::GetCalData(std::int16_t page, CalDataGrid& grid) const {
   grid.SetCellText(0, kDissipation, "Disspation Factor");
   grid.SetCellText(0, kDissipationUncertainty, "Unc.");
   for (std::int16_t column = 0; column < kColumns; ++column) {
-    grid.SetCellText(1, column, rows.front().at(static_cast<std::size_t>(column)));
+    grid.SetCellText(1, column, table.At({0}).at(static_cast<std::size_t>(column)));
   }
-  for (const auto* row = rows.begin() + 1; row != rows.end() && !row->front().empty(); ++row) {
-    std::string text;
-    for (const std::string& cell : *row) {
-      text += (text.empty() ? "" : "\t") + cell;
-    }
-    grid.AddRow(text);
+  for (const Row& row : table.Rows({1})) {
+    AddCells(grid, row);
   }
 }
 
 void CapacitorSet::SetCalData(std::int16_t page, const CalDataGrid& grid) {
-  Page& rows = calTable_.at(PageIndex(page, kPages));
-  rows.fill(Row());
-  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
-    for (std::int16_t column = 0; column < kColumns; ++column) {
-      rows.at(index).at(static_cast<std::size_t>(column)) = grid.CellText(row, column);
-    }
-  });
+  Table<kColumns>& table = tables_.at(PageIndex(page, kPages));
+  table.Clear();
+  table.TakeGrid(grid, kColumns);
 }
 
-void CapacitorSet::BeginRead() {
-  pageLines_.fill(0);
-  pageEnded_.fill(false);
-  pageRows_.fill(DoubtfulRows());
-}
-
-void CapacitorSet::TakePageLine(const LineWords& words, ItemReader& reader) {
-  const auto* found =
-      std::find_if(traits_.pageNames.begin(), traits_.pageNames.end(),
-                   [&](std::string_view name) { return EqualsIgnoringCase(name, words[0]); });
-  if (found == traits_.pageNames.end()) {
-    return;
-  }
-  const auto page = static_cast<std::int16_t>(found - traits_.pageNames.begin());
-  pageSerial_.at(static_cast<std::size_t>(page)) = words[1];
-  if (++pageLines_.at(static_cast<std::size_t>(page)) == 2) {
-    Note("The page " + std::string(*found) +
-         " stands in the file more than once. The rows of the later one were read over those of "
-         "the earlier one.");
-  }
-  ReadCalPage(page, reader);
-}
-
-void CapacitorSet::ReadCalPage(std::int16_t page, ItemReader& reader) {
-  std::size_t row = 0;
-  const bool ended = ReadToEnd(reader, [&](const std::string& item) {
-    const std::string_view text = Trim(StripNull(item));
-    if (text.empty()) {
-      return;
-    }
-    if (row == kTableRows) {
-      throw FullTableError();
-    }
-    if (text.front() != '*') {
-      Note("In the page " + GetCalPageName(page) +
-           " a line that is no data line was read as one of its rows (is its \"!END\" missing?): " +
-           std::string(text));
-    }
-    TakeRow(page, row++, text);
-  });
-  pageEnded_.at(static_cast<std::size_t>(page)) = ended;
-}
-
-void CapacitorSet::TakeRow(std::int16_t page, std::size_t row, std::string_view line) {
-  const DataWords words = DataWordsOf(line);
-  const auto index = static_cast<std::size_t>(page);
-  const auto gridRow = static_cast<std::int16_t>(row + 1);
-  calTable_.at(index).at(row) = ReadRow(page, gridRow, words);
-  const bool isBeyond = FindFormat(traits_.capacitance, page, gridRow) == nullptr ||
-                        FindFormat(traits_.uncertainty, page, gridRow) == nullptr;
-  pageRows_.at(index).Take(row, HasEmptyField(line, kColumns),
-                           words[kDissipationUncertainty].empty(), isBeyond);
-}
-
-CapacitorSet::Row CapacitorSet::ReadRow(std::int16_t page, std::int16_t gridRow,
+CapacitorSet::Row CapacitorSet::CellsOf(std::int16_t page, GridRow gridRow,
                                         std::span<const std::string> words) const {
   Row row;
   row[kFrequency] = words[kFrequency];
   for (const std::int16_t column : {kCapacitance, kDissipation, kDissipationUncertainty}) {
     const auto index = static_cast<std::size_t>(column);
-    row.at(index) = SetCalibrationDataFormat(page, column, gridRow,
-                                             Edited(page, column, gridRow, words[index]), "");
+    row.at(index) =
+        SetCalibrationDataFormat(page, column, gridRow.number, Edited(column, words[index]), "");
   }
-  const std::string& word = words[kUncertainty];
-  const std::string number = Edited(page, kUncertainty, gridRow, word);
-  const bool isPpm = CharacterCount(word) >= kPpmCharacters;
-  row[kUncertainty] = SetCalibrationDataFormat(
-      page, kUncertainty, gridRow, isPpm ? PpmOfPercent(number) : number, isPpm ? "ppm" : "%");
+  const Uncertainty uncertainty = UncertaintyOfField(words[kUncertainty], kPpmEnds);
+  row[kUncertainty] = UncertaintyText(page, gridRow, uncertainty.number, uncertainty.unit);
   return row;
 }
 
-std::string CapacitorSet::Edited(std::int16_t page, std::int16_t column, std::int16_t row,
-                                 const std::string& text) const {
+std::string CapacitorSet::UncertaintyText(std::int16_t page, GridRow row, double number,
+                                          std::string_view unit) const {
+  std::string text;
+  if (const CapacitorFormat* format = FindFormat(traits_.uncertainty, page, row)) {
+    text = (unit == kPpm ? format->ppmPattern : format->pattern).Format(number);
+  }
+  const std::string_view after = UncertaintyUnit(unit);
+  if (after == " %") {
+    CheckPercent(number);
+  }
+  return text + std::string(after);
+}
+
+std::string CapacitorSet::Edited(std::int16_t column, const std::string& text) const {
   std::string unit;
-  return GetCalibrationDataFormat(page, column, row, text, unit);
-}
-
-bool CapacitorSet::EndRead(const std::string& /*lastItem*/, bool /*hasEnd*/) {
-  const bool found = pageLines_[kOptionPage] > 0;
-  if (traits_.hasOption) {
-    std::string& serial = pageSerial_[kOptionPage];
-    if (found && (serial == kOptionOff || serial == kOptionOn)) {
-      Note("The page " + GetCalPageName(kOptionPage) + " has the serial number \"" + serial +
-           "\", which cannot be one. It was left out.");
-      serial.clear();
-    }
-    optionInstalled_ = found;
-    optionSerial_ = found ? pageSerial_[kOptionPage] : std::string(kOptionOff);
-  }
-  bool isComplete = true;
-  for (std::size_t page = 0; page < traits_.pageNames.size(); ++page) {
-    const std::string name(traits_.pageNames.at(page));
-    const bool isOption = traits_.hasOption && page == kOptionPage;
-    if (pageLines_.at(page) == 0 && !isOption) {
-      Note("The file holds no page " + name + ". " +
-           (IsReadOverDefaults() ? "The default data are shown for it." : "It is empty."));
-    } else if (pageLines_.at(page) > 0 && !pageEnded_.at(page)) {
-      Note("The page " + name +
-           " has no line \"!END\". The last line of the file was not read as one of its rows.");
-    }
-    if (pageLines_.at(page) > 0) {
-      NoteRowsOf(page);
-    }
-    isComplete = isComplete && (pageEnded_.at(page) || (isOption && !found));
-  }
-  return isComplete;
-}
-
-void CapacitorSet::NoteRowsOf(std::size_t page) {
-  const Page& rows = calTable_.at(page);
-  const auto shown = static_cast<std::size_t>(
-      std::find_if(rows.begin(), rows.end(), [](const Row& row) { return row.front().empty(); }) -
-      rows.begin());
-  NoteDoubtfulRows(
-      pageRows_.at(page), shown,
-      {.table = "The page " + std::string(traits_.pageNames.at(page)),
-       .firstColumn = "frequency",
-       .emptyField = kValuesMovedLeft,
-       .missing = "0 is shown in their place, and would be saved",
-       .beyond = "Their capacitance and uncertainty were not read, and would be saved without "
-                 "numbers"});
+  return GetCalibrationDataFormat(0, column, 0, text, unit);
 }
 
 void CapacitorSet::WriteBody(FileText& text) const {
   WriteTableCaption(text);
   for (std::int16_t page = 0; page < GetCalPageCount(); ++page) {
-    WriteCalPage(page, text);
+    const auto index = static_cast<std::size_t>(page);
+    const std::string name = GetCalPageName(page);
+    CheckHeaderName("serial number of the member " + name, pageSerial_.at(index));
+    text.Line("#" + name + "    :     " + pageSerial_.at(index));
+    WritePageRows(text, tables_.at(index), [this](const Row& row) { return DataLine(row); });
+    text.Line("!");
   }
 }
 
-void CapacitorSet::WriteCalPage(std::int16_t page, FileText& text) const {
-  const auto index = static_cast<std::size_t>(page);
-  CheckHeaderName("serial number of the member " + GetCalPageName(page), pageSerial_.at(index));
-  text.Line("#" + GetCalPageName(page) + "    :     " + pageSerial_.at(index));
-  std::int16_t gridRow = 1;
-  for (const Row& row : calTable_.at(index)) {
-    if (row.front().empty()) {
-      break;
-    }
-    WriteDataLine(text, DataLine(page, gridRow++, row));
-  }
-  text.Line("!END");
-  text.Line("!");
-}
-
-std::string CapacitorSet::DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const {
-  const std::string& uncertainty = row[kUncertainty];
+std::string CapacitorSet::DataLine(const Row& row) const {
   std::string line = "*";
   AppendRight(line, row[kFrequency], kFrequencyWidth);
   line += " : ";
   AppendRight(line, row[kCapacitance], kCapacitanceWidth);
   line += " : ";
-  if (LastCharacters(uncertainty, 1) == "%") {
-    AppendRight(line, WithoutLast(uncertainty, 2), kUncertaintyWidth);
-  } else {
-    const double ppm = NumericValue(Edited(page, kUncertainty, gridRow, uncertainty));
-    AppendRight(line, kPercentPattern.Format(ppm / kPpmPerPercent), kUncertaintyWidth);
-  }
+  AppendRight(line, FieldOfUncertainty(row[kUncertainty], kPpmEnds, kPercentPattern),
+              kUncertaintyWidth);
   line += " : ";
   AppendRight(line, row[kDissipation], kDissipationWidth);
   line += " :   " + row[kDissipationUncertainty];

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,7 +15,8 @@
 #include <vector>
 
 #include "core/caldata/CalDataFile.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Cell.h"
+#include "core/caldata/Table.h"
 #include "core/numbers/NumberPattern.h"
 
 namespace tarvell {
@@ -81,38 +83,30 @@ class CapacitorSet : public CalDataFile {
   static constexpr std::int16_t kPages = 5;
   static constexpr std::int16_t kColumns = 5;
 
-  using Row = std::array<std::string, kColumns>;
-  /// The rows of a page run up to the first empty frequency.
-  using Page = std::array<Row, kTableRows>;
+  using Row = Table<kColumns>::Row;
+  class Reader;
 
-  /// Its own code, whatever it was told.
+  /// Its own code, whatever was set.
   [[nodiscard]] std::string_view WrittenModel() const final { return ModelCode(); }
-  void BeginRead() final;
-  void TakePageLine(const LineWords& words, ItemReader& reader) final;
-  bool EndRead(const std::string& lastItem, bool hasEnd) final;
+  [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) final;
   void WriteBody(FileText& text) const final;
 
-  void ReadCalPage(std::int16_t page, ItemReader& reader);
-  /// Takes a line as the row `row` of a page.
-  void TakeRow(std::int16_t page, std::size_t row, std::string_view line);
-  [[nodiscard]] Row ReadRow(std::int16_t page, std::int16_t gridRow,
+  /// The cells that the words of a data line give.
+  [[nodiscard]] Row CellsOf(std::int16_t page, GridRow gridRow,
                             std::span<const std::string> words) const;
-  void NoteRowsOf(std::size_t page);
-  void WriteCalPage(std::int16_t page, FileText& text) const;
-  [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
+  [[nodiscard]] std::string DataLine(const Row& row) const;
   [[nodiscard]] std::string_view CapacitanceUnit(std::int16_t page) const;
+  /// The text of an uncertainty's cell; `unit` is what the user chose, or kPpm or kPercent.
+  [[nodiscard]] std::string UncertaintyText(std::int16_t page, GridRow row, double number,
+                                            std::string_view unit) const;
   /// The cell's text as GetCalibrationDataFormat gives it, less its unit.
-  [[nodiscard]] std::string Edited(std::int16_t page, std::int16_t column, std::int16_t row,
-                                   const std::string& text) const;
+  [[nodiscard]] std::string Edited(std::int16_t column, const std::string& text) const;
 
   const CapacitorSetTraits& traits_;
   std::array<std::string, kPages> pageSerial_;
-  std::array<Page, kPages> calTable_;
+  std::array<Table<kColumns>, kPages> tables_;
   bool optionInstalled_ = false;
   std::string optionSerial_;
-  std::array<int, kPages> pageLines_{};        ///< page lines of the file that is being read
-  std::array<bool, kPages> pageEnded_{};       ///< pages whose end it has
-  std::array<DoubtfulRows, kPages> pageRows_;  ///< their rows
 };
 
 }  // namespace tarvell

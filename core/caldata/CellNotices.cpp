@@ -9,8 +9,8 @@
 #include <limits>
 #include <optional>
 
-#include "core/caldata/CalDataFile.h"
-#include "core/caldata/SetPages.h"
+#include "core/caldata/HeaderLines.h"
+#include "core/caldata/Uncertainty.h"
 #include "core/dates/Calendar.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
@@ -52,8 +52,9 @@ std::string_view TypedNumber(std::string_view typed, const CellParts& cell) {
 
 /// Whether a value in per cent is this one in ppm.
 bool AreEqualUncertainties(std::string_view percent, std::string_view ppm) {
-  return percent.ends_with('%') && ppm.ends_with("ppm") &&
-         PpmOfPercent(PartsOfCell(percent).number) == Normalised(PartsOfCell(ppm).number);
+  return percent.ends_with(kPercent) && ppm.ends_with(kPpm) &&
+         PpmOfPercent(NumericValue(PartsOfCell(percent).number)) ==
+             RoundedTo15Digits(NumericValue(PartsOfCell(ppm).number));
 }
 
 /// The number that a date's box holds, when it is one that can be saved.

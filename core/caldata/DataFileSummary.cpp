@@ -4,10 +4,11 @@
 #include "core/caldata/DataFileSummary.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "core/caldata/CalDataFile.h"
+#include "core/caldata/HeaderLines.h"
 #include "core/dates/Calendar.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
@@ -24,8 +25,6 @@ namespace {
 constexpr const char* kSerialNumber = "Serial number";
 constexpr const char* kCalibrated = "Calibrated";
 constexpr const char* kDue = "Due";
-constexpr std::string_view kSerialKeyword = "SER_NO";
-constexpr std::string_view kLineClasses = "#*!";
 constexpr std::size_t kDateDigits = 8;
 constexpr std::size_t kOldDateLength = 9;  // 05MAR2001
 
@@ -43,7 +42,7 @@ std::string DateOf(std::string_view digits) {
                                                       : std::string(digits) + " (no such day)";
 }
 
-/// The dates of an older file, which is due one year later.
+/// The dates of a file in the old style.
 std::vector<FileSummary::Field> OldDates(std::string_view text) {
   const std::string_view day = text.substr(0, 2);
   const std::int16_t month =
@@ -51,10 +50,8 @@ std::vector<FileSummary::Field> OldDates(std::string_view text) {
   if (month == 0 || !AreDigits(day) || !AreDigits(text.substr(5))) {
     return {{kCalibrated, TextOrNone(text)}};
   }
-  FileDate date = {NumericInt16(text.substr(5)), month, NumericInt16(day)};
-  const std::string calibrated = DateText(date);
-  ++date.year;
-  return {{kCalibrated, calibrated}, {kDue, DateText(date)}};
+  const FileDate date = OldStyleDateOf(text);
+  return {{kCalibrated, DateText(date)}, {kDue, DateText(OneYearAfter(date))}};
 }
 
 /// The next item, "" where there is none, without the blanks that quotes keep around it.
@@ -111,15 +108,16 @@ class HeaderFields {
   /// Takes a line without its "#".
   void Take(std::string_view line) {
     const auto [keyword, value] = HeaderLineOf(line);
-    const bool isPage = !TakeKnown(keyword, value);
-    isFound_ = isFound_ || !isPage;
-    if (isPage && !keyword.empty()) {
+    if (const std::optional<HeaderField> field = HeaderFieldOf(keyword)) {
+      lines_.set(static_cast<std::size_t>(*field));
+      TakeField(*field, value);
+    } else if (!keyword.empty()) {
       fields_.push_back({"Serial number of " + keyword, std::string(value)});
     }
   }
 
-  /// Whether there was a line with a keyword of the header.
-  [[nodiscard]] bool IsFound() const { return isFound_; }
+  /// The header lines that were taken.
+  [[nodiscard]] const HeaderFieldSet& Lines() const { return lines_; }
 
   void MoveTo(FileSummary& summary) {
     summary.serialNumber = serial_;
@@ -127,26 +125,30 @@ class HeaderFields {
   }
 
  private:
-  /// Whether the keyword is one of the header's.
-  bool TakeKnown(std::string_view keyword, std::string_view value) {
-    if (keyword == kSerialKeyword) {
-      serial_ = HeaderValueRead(value);
-      fields_.at(0).value = TextOrNone(value);
-    } else if (keyword == "CAL_NO") {
-      fields_.at(1).value = TextOrNone(value);
-    } else if (keyword == "CAL_DATE") {
-      fields_.at(2).value = DateOf(value);
-    } else if (keyword == "DUE_DATE") {
-      fields_.at(3).value = DateOf(value);
-    } else if (keyword == "COMMENT") {
-      fields_.at(4).value = TextOrNone(value);
-    } else {
-      return keyword == "MODEL_NO";
+  void TakeField(HeaderField field, std::string_view value) {
+    switch (field) {
+      case HeaderField::ModelNumber:
+        break;
+      case HeaderField::SerialNumber:
+        serial_ = HeaderValueRead(value);
+        fields_.at(0).value = TextOrNone(value);
+        break;
+      case HeaderField::CalNumber:
+        fields_.at(1).value = TextOrNone(value);
+        break;
+      case HeaderField::CalDate:
+        fields_.at(2).value = DateOf(value);
+        break;
+      case HeaderField::DueDate:
+        fields_.at(3).value = DateOf(value);
+        break;
+      case HeaderField::Comment:
+        fields_.at(4).value = TextOrNone(value);
+        break;
     }
-    return true;
   }
 
-  bool isFound_ = false;
+  HeaderFieldSet lines_;
   std::string serial_;
   std::vector<FileSummary::Field> fields_ = {{kSerialNumber, TextOrNone("")},
                                              {"Calibration number", TextOrNone("")},
@@ -160,9 +162,9 @@ class HeaderFields {
 FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
   const std::string text = DecodeFileText(bytes);
   std::string_view rest = text;
-  // As a load sees it, in the first line: blanks before it do not count.
-  const std::size_t first = text.find_first_not_of(" \t");
-  const bool beginsWithLine = first != text.npos && kLineClasses.find(text[first]) != text.npos;
+  // A load does not count blanks before the first line.
+  const std::string_view firstLine =
+      rest.substr(std::min(rest.find_first_not_of(" \t"), rest.size()));
   FileSummary summary;
   HeaderFields header;
   while (!rest.empty()) {
@@ -173,7 +175,7 @@ FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
       summary.rows.push_back(CellsOf(line.substr(1), cells));
     }
   }
-  if (!beginsWithLine && !header.IsFound()) {
+  if (IsOldStyle(firstLine, header.Lines())) {
     return SummaryOfOldFile(bytes);
   }
   header.MoveTo(summary);
@@ -187,7 +189,7 @@ FileSummary SummaryOfKitFile(std::string_view bytes) {
   std::string_view serial = Trim(StripNull(item));
   if (serial.starts_with('#')) {
     const auto [keyword, value] = HeaderLineOf(serial.substr(1));
-    serial = keyword == kSerialKeyword ? value : serial;
+    serial = HeaderFieldOf(keyword) == HeaderField::SerialNumber ? value : serial;
   }
   FileSummary summary = SummaryOfDataFile(bytes);
   summary.serialNumber = serial;

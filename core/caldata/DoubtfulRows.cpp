@@ -64,7 +64,8 @@ bool HasEmptyField(std::string_view line, std::size_t columns) {
   return false;
 }
 
-void DoubtfulRows::Take(std::size_t row, bool hasEmptyField, bool isMissing, bool isBeyond) {
+void DoubtfulRows::Take(TableIndex index, bool hasEmptyField, bool isMissing, bool isBeyond) {
+  const std::size_t row = index.value;
   count = std::max(count, row + 1);
   emptyField.set(row, hasEmptyField);
   missing.set(row, isMissing);

@@ -9,9 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include "core/caldata/Cell.h"
 #include "core/caldata/TableRows.h"
 
-/// What the reading of a table remembers of rows that its file does not hold whole.
+/// The rows of a table that are doubtful in its file.
 namespace tarvell {
 
 /// Rows of a table, counted from 0.
@@ -24,22 +25,22 @@ using RowSet = std::bitset<kTableRows>;
 [[nodiscard]] RowSet RowsBetween(std::size_t first, std::size_t end);
 
 /// Whether one of the first `columns` fields of a data line, which are separated by ":", is blank
-/// although a value stands after it. Words that are counted move to the left over it.
+/// and has a value after it. Where a line is read word by word, that value moves to the left.
 [[nodiscard]] bool HasEmptyField(std::string_view line, std::size_t columns);
 
-/// What HasEmptyField means where words are counted.
+/// The consequence of HasEmptyField where a line is read word by word.
 inline constexpr std::string_view kValuesMovedLeft =
     "The values after it were read one column too far to the left";
 
 /// The rows of one table of a file, by what is doubtful about them.
 struct DoubtfulRows {
   std::size_t count = 0;  ///< rows that the file holds
-  RowSet emptyField;      ///< rows of which HasEmptyField
+  RowSet emptyField;      ///< rows with an empty field, by HasEmptyField
   RowSet missing;         ///< rows with fewer values than the table has columns
   RowSet beyond;          ///< rows after the last one that there are formats for
 
-  /// Takes a row of the file, and forgets an earlier one in its place.
-  void Take(std::size_t row, bool hasEmptyField, bool isMissing, bool isBeyond = false);
+  /// Takes a row of the file; an earlier one in its place is forgotten.
+  void Take(TableIndex index, bool hasEmptyField, bool isMissing, bool isBeyond = false);
 };
 
 }  // namespace tarvell

@@ -3,8 +3,8 @@
 
 #include "core/caldata/OpenedDataSet.h"
 
-#include <string_view>
-
+#include "core/caldata/HeaderLines.h"
+#include "core/files/FileNames.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
@@ -13,14 +13,8 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::size_t kNameCharacters = 5;
-
-/// The name of the file that a save would write, whether or not it is a valid one.
-std::string NameBySerial(std::string_view serial) {
-  return "SN" + std::string(LastCharacters(serial, kNameCharacters));
-}
-
-/// Fills in the template below a set. One that is refused is reported, and leaves nothing.
+/// Reads the template of a set, which shows what its file lacks. A template that is refused is
+/// reported, and leaves nothing in the data.
 void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   try {
     opened.data->SetInitialDefaultData();
@@ -33,13 +27,10 @@ void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   }
 }
 
-/// Sees to a serial number where the file has none.
+/// Takes the serial number of the list, where the file has none.
 void TakeListedSerial(const CalFileInfo& listed, OpenedDataSet& opened) {
-  // A list reads it by its place in the file, where another line may stand.
-  const bool isLine =
-      !listed.SerialNumber.empty() &&
-      std::string_view("#*!").find(listed.SerialNumber.front()) != std::string_view::npos;
-  const std::string serial = isLine ? std::string() : listed.SerialNumber;
+  // A list finds it by its place in the file, where another line may be.
+  const std::string serial = BeginsLine(listed.SerialNumber) ? std::string() : listed.SerialNumber;
   opened.data->SetSerialNumber(serial);
   opened.notices.push_back(
       serial.empty() ? "The file has no serial number. Enter that of the instrument: its last five "
@@ -66,7 +57,7 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
     TakeTemplate(model, opened);
   }
   opened.data->LoadCalibrationDataFromFile(listed.FilePath);
-  const HeaderSeen& header = opened.data->LoadedHeader();
+  const LoadedHeader& header = opened.data->HeaderOfLoad();
   if (header.isOldStyle) {
     throw Error(ErrorKind::NotAFile,
                 "The file is in the old style, without the header lines of a data file, which this "
@@ -80,15 +71,16 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
   }
   const std::string& serial = opened.data->SerialNumber();
   const std::string name(LastNameOf(listed.FilePath));
-  const bool fits = EqualsIgnoringCase(name, NameBySerial(serial));
+  const bool fits = EqualsIgnoringCase(name, UncheckedDataFileName(serial));
   if (!fits && !serial.empty()) {
-    opened.notices.push_back(
-        "The serial number that was read, \"" + serial + "\", is not that of the file's name " +
-        name + ". Saving writes the file " + NameBySerial(serial) + "; " + name + " stays.");
+    opened.notices.push_back("The serial number that was read, \"" + serial +
+                             "\", is not that of the file's name " + name +
+                             ". Saving writes the file " + UncheckedDataFileName(serial) + "; " +
+                             name + " stays.");
   }
   opened.isNamedBySerial = header.hasSerialNumber || (fits && !serial.empty());
-  const std::vector<std::string>& met = opened.data->LoadNotices();
-  opened.notices.insert(opened.notices.end(), met.begin(), met.end());
+  const std::vector<std::string>& ofLoad = opened.data->LoadNotices();
+  opened.notices.insert(opened.notices.end(), ofLoad.begin(), ofLoad.end());
   opened.data->RememberUnchangedSave();
   return opened;
 }

@@ -13,22 +13,22 @@
 
 namespace tarvell {
 
-/// A data set as it is opened to be edited.
+/// A data set that was opened to be edited.
 struct OpenedDataSet {
   std::unique_ptr<cifCaldata> data;
-  /// What is reported before the data are edited, a sentence or several each.
+  /// What to report before the data are edited, one or more sentences each.
   std::vector<std::string> notices;
-  /// Whether the serial number names the file, and must not be changed.
+  /// Whether the file has its name from the serial number, which must not be changed then.
   bool isNamedBySerial = false;
 };
 
 /// New data of a model: those of its template. Throws as SetInitialDefaultData does.
 [[nodiscard]] OpenedDataSet NewDataSet(const Model& model);
 
-/// The data set of a file, as the list of data sets read its header. The file of a set is read over
-/// the model's template, whose data show what the file lacks, and are reported then; where the
-/// template is missing or refused, nothing of it is in the data. The serial number is never the
-/// template's: where the file has none, it is the list's, or "".
+/// The data set of a file whose header a list has read. The file of a set is read over the model's
+/// template: the template's data that the file lacks are shown, and reported. A template that is
+/// missing or refused is reported, too. The serial number never comes from the template: where the
+/// file has none, it is that of the list, or "".
 ///
 /// Throws the error of a file that cannot be read, and a NotAFile error for one in the old style.
 [[nodiscard]] OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed);

@@ -17,7 +17,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::size_t kMostQuoted = 40;
+constexpr std::size_t kLongestQuote = 40;
 constexpr char kBlank = ' ';
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {
@@ -46,7 +46,7 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
 
 /// A value as a message shows it.
 std::string Quoted(std::string_view value) {
-  std::string shown(FirstCharacters(value, kMostQuoted));
+  std::string shown(FirstCharacters(value, kLongestQuote));
   std::replace_if(
       shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < kBlank; },
       kBlank);

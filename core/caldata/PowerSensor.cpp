@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::int16_t kFrequencyColumn = 0;
 constexpr std::int16_t kFactorColumn = 1;
-constexpr std::size_t kColumns = 2;
+constexpr std::int16_t kColumns = 2;
 constexpr std::size_t kFrequencyWidth = 8;
 constexpr std::size_t kFactorWidth = 5;
 constexpr NumberPattern kFactorPattern("##0.0");
@@ -26,26 +26,50 @@ constexpr std::string_view kReferenceTail = " (Ref.)    :     0.0    :    0.0   
 
 }  // namespace
 
+class PowerSensor::Reader final : public BodyReader {
+ public:
+  Reader(PowerSensor& data, LoadNotes& notes) : data_(data), notes_(notes) {}
+
+  void TakeDataLine(TableIndex index, std::string_view item) override {
+    const LineWords words = WordsOf(item);
+    std::copy_n(words.begin(), kColumns, data_.table_.At(index).begin());
+    rows_.Take(index, HasEmptyField(item, kColumns), words[kColumns - 1].empty());
+  }
+
+  bool End(const FileEnd& end) override {
+    notes_.AddMissingEnd(end);
+    notes_.AddDoubtfulRows(rows_, data_.table_.Rows().size(),
+                           {.table = "The table",
+                            .firstColumn = "frequency",
+                            .emptyField = kValuesMovedLeft,
+                            .missing = "Their cells are empty, and would be saved so"});
+    return end.hasEndLine;
+  }
+
+ private:
+  PowerSensor& data_;
+  LoadNotes& notes_;
+  DoubtfulRows rows_;
+};
+
+std::unique_ptr<BodyReader> PowerSensor::NewBodyReader(LoadNotes& notes) {
+  return std::make_unique<Reader>(*this, notes);
+}
+
 void PowerSensor::GetCalData(std::int16_t /*page*/, CalDataGrid& grid) const {
   grid.SetCellText(0, kFrequencyColumn, "Frequency  [" + std::string(traits_.frequencyUnit) + "]");
   grid.SetCellText(0, kFactorColumn, "Calibration factor[%]");
   grid.SetRowCount(1);
-  for (const Row& row : rows_) {
-    if (row.frequency.empty()) {
-      break;
-    }
-    grid.AddRow(row.frequency + "\t" + row.calFactor);
+  for (const Row& row : table_.Rows()) {
+    AddCells(grid, row);
   }
 }
 
 void PowerSensor::SetCalData(std::int16_t page, const CalDataGrid& grid) {
-  rows_.fill(Row());
-  if (page != 0) {
-    return;
+  table_.Clear();
+  if (page == 0) {
+    table_.TakeGrid(grid, kColumns);
   }
-  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
-    rows_.at(index) = {grid.CellText(row, kFrequencyColumn), grid.CellText(row, kFactorColumn)};
-  });
 }
 
 std::string PowerSensor::GetCalibrationDataFormat(std::int16_t /*page*/, std::int16_t column,
@@ -76,51 +100,24 @@ std::int16_t PowerSensor::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t
   return 0;
 }
 
-void PowerSensor::TakeDataLine(std::size_t index, std::string_view item) {
-  const LineWords words = WordsOf(item);
-  if (index >= rows_.size()) {
-    throw FullTableError();
-  }
-  rows_.at(index) = {words[0], words[1]};
-  read_.Take(index, HasEmptyField(item, kColumns), words[1].empty());
-}
-
-bool PowerSensor::EndRead(const std::string& lastItem, bool hasEnd) {
-  const auto shown =
-      static_cast<std::size_t>(std::find_if(rows_.begin(), rows_.end(),
-                                            [](const Row& row) { return row.frequency.empty(); }) -
-                               rows_.begin());
-  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
-  NoteDoubtfulRows(read_, shown,
-                   {.table = "The table",
-                    .firstColumn = "frequency",
-                    .emptyField = kValuesMovedLeft,
-                    .missing = "Their cells are empty, and would be saved so"});
-  return isComplete;
-}
-
 void PowerSensor::WriteBody(FileText& text) const {
   text.Line("!");
   text.Line("!");
   text.Line("!        :              : Reflection Coefficient");
   text.Line("!FEQ(" + std::string(traits_.frequencyUnit) +
             "): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)");
-  for (const Row& row : rows_) {
-    if (row.frequency.empty()) {
-      break;
-    }
-    WriteDataLine(text, DataLine(row));
-  }
+  WriteRows(text, table_, [this](const Row& row) { return DataLine(row); });
   text.Line("!End");
 }
 
 std::string PowerSensor::DataLine(const Row& row) const {
   std::string line = "*";
-  AppendRight(line, row.frequency, kFrequencyWidth);
+  AppendRight(line, row[kFrequencyColumn], kFrequencyWidth);
   line += ":    ";
-  AppendRight(line, row.calFactor, kFactorWidth);
+  AppendRight(line, row[kFactorColumn], kFactorWidth);
   line += "     :";
-  line += NumericValue(row.frequency) == traits_.referenceFrequency ? kReferenceTail : kPlainTail;
+  line += NumericValue(row[kFrequencyColumn]) == traits_.referenceFrequency ? kReferenceTail
+                                                                            : kPlainTail;
   return line;
 }
 

@@ -4,16 +4,16 @@
 #ifndef TARVELL_CORE_CALDATA_POWERSENSOR_H
 #define TARVELL_CORE_CALDATA_POWERSENSOR_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/caldata/CalDataFile.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Table.h"
 
 namespace tarvell {
 
@@ -50,22 +50,16 @@ class PowerSensor : public CalDataFile {
       : CalDataFile(traits.modelCode), traits_(traits) {}
 
  private:
-  /// The table is the run of rows up to the first empty frequency.
-  struct Row {
-    std::string frequency;
-    std::string calFactor;
-  };
+  using Row = Table<2>::Row;
+  class Reader;
 
-  void BeginRead() final { read_ = DoubtfulRows(); }
-  void TakeDataLine(std::size_t index, std::string_view item) final;
-  bool EndRead(const std::string& lastItem, bool hasEnd) final;
+  [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) final;
   [[nodiscard]] std::size_t ShownCells() const final { return 2; }
   void WriteBody(FileText& text) const final;
   [[nodiscard]] std::string DataLine(const Row& row) const;
 
   const PowerSensorTraits& traits_;
-  std::array<Row, kTableRows> rows_;
-  DoubtfulRows read_;  ///< of the file that is being read
+  Table<2> table_;
 };
 
 }  // namespace tarvell

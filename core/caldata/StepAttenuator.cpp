@@ -26,6 +26,36 @@ constexpr NumberPattern kCalDataPattern("0.0000");
 
 }  // namespace
 
+class StepAttenuator::Reader final : public BodyReader {
+ public:
+  Reader(StepAttenuator& data, LoadNotes& notes) : data_(data), notes_(notes) {}
+
+  void TakeDataLine(TableIndex index, std::string_view item) override {
+    const LineWords words = WordsOf(item);
+    std::copy_n(words.begin(), kColumns, data_.table_.At(index).begin());
+    rows_.Take(index, HasEmptyField(item, kColumns), words[kColumns - 1].empty());
+  }
+
+  bool End(const FileEnd& end) override {
+    notes_.AddMissingEnd(end);
+    notes_.AddDoubtfulRows(rows_, data_.table_.Rows().size(),
+                           {.table = "The table",
+                            .firstColumn = "setting",
+                            .emptyField = kValuesMovedLeft,
+                            .missing = "Their cells are empty, and would be saved so"});
+    return end.hasEndLine;
+  }
+
+ private:
+  StepAttenuator& data_;
+  LoadNotes& notes_;
+  DoubtfulRows rows_;
+};
+
+std::unique_ptr<BodyReader> StepAttenuator::NewBodyReader(LoadNotes& notes) {
+  return std::make_unique<Reader>(*this, notes);
+}
+
 void StepAttenuator::GetCalData(std::int16_t /*page*/, CalDataGrid& grid) const {
   grid.SetColumnCount(kColumns);
   for (std::int16_t column = 0; column < kColumns; ++column) {
@@ -37,23 +67,16 @@ void StepAttenuator::GetCalData(std::int16_t /*page*/, CalDataGrid& grid) const 
   grid.SetCellText(0, kFrequencyColumn, traits_.frequencyCaption);
   grid.SetCellText(0, kCalDataColumn, "Cal Data [dB]");
   grid.SetRowCount(1);
-  for (const Row& row : rows_) {
-    if (row.setting.empty()) {
-      break;
-    }
-    grid.AddRow(row.setting + "\t" + row.frequency + "\t" + row.calData);
+  for (const Row& row : table_.Rows()) {
+    AddCells(grid, row);
   }
 }
 
 void StepAttenuator::SetCalData(std::int16_t page, const CalDataGrid& grid) {
-  rows_.fill(Row());
-  if (page != 0) {
-    return;
+  table_.Clear();
+  if (page == 0) {
+    table_.TakeGrid(grid, kColumns);
   }
-  TakeDataRows(grid, [&](std::size_t index, std::int16_t row) {
-    rows_.at(index) = {grid.CellText(row, kSettingColumn), grid.CellText(row, kFrequencyColumn),
-                       grid.CellText(row, kCalDataColumn)};
-  });
 }
 
 std::string StepAttenuator::GetCalibrationDataFormat(std::int16_t /*page*/, std::int16_t column,
@@ -93,47 +116,24 @@ std::string_view StepAttenuator::HeaderText(std::string_view item) const {
   return StripNull(item);
 }
 
-void StepAttenuator::TakeDataLine(std::size_t index, std::string_view item) {
-  const LineWords words = WordsOf(item);
-  if (index >= rows_.size()) {
-    throw FullTableError();
-  }
-  rows_.at(index) = {words[0], words[1], words[2]};
-  read_.Take(index, HasEmptyField(item, kColumns), words[2].empty());
-}
-
-bool StepAttenuator::EndRead(const std::string& lastItem, bool hasEnd) {
-  const auto shown = static_cast<std::size_t>(
-      std::find_if(rows_.begin(), rows_.end(), [](const Row& row) { return row.setting.empty(); }) -
-      rows_.begin());
-  const bool isComplete = CalDataFile::EndRead(lastItem, hasEnd);
-  NoteDoubtfulRows(read_, shown,
-                   {.table = "The table",
-                    .firstColumn = "setting",
-                    .emptyField = kValuesMovedLeft,
-                    .missing = "Their cells are empty, and would be saved so"});
-  return isComplete;
-}
-
 void StepAttenuator::WriteBody(FileText& text) const {
   text.Line("!");
   text.Line("! Setting  /  Freq  /  CalData ");
   if (!traits_.noteLine.empty()) {
     text.Line(traits_.noteLine);
   }
-  for (const Row& row : rows_) {
-    if (row.setting.empty()) {
-      break;
-    }
-    std::string line = "*";
-    AppendRight(line, row.setting, kSettingWidth);
-    line += "  :  ";
-    AppendRight(line, row.frequency, kFrequencyWidth);
-    line += "   :  ";
-    AppendRight(line, row.calData, kCalDataWidth);
-    WriteDataLine(text, line);
-  }
+  WriteRows(text, table_, [this](const Row& row) { return DataLine(row); });
   text.Line("!End");
+}
+
+std::string StepAttenuator::DataLine(const Row& row) const {
+  std::string line = "*";
+  AppendRight(line, row[kSettingColumn], kSettingWidth);
+  line += "  :  ";
+  AppendRight(line, row[kFrequencyColumn], kFrequencyWidth);
+  line += "   :  ";
+  AppendRight(line, row[kCalDataColumn], kCalDataWidth);
+  return line;
 }
 
 }  // namespace tarvell

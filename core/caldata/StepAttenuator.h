@@ -7,13 +7,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/caldata/CalDataFile.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Table.h"
 
 namespace tarvell {
 
@@ -50,23 +51,17 @@ class StepAttenuator : public CalDataFile {
       : CalDataFile(traits.modelCode), traits_(traits) {}
 
  private:
-  /// The points are the run of rows up to the first empty setting.
-  struct Row {
-    std::string setting;
-    std::string frequency;
-    std::string calData;
-  };
+  using Row = Table<3>::Row;
+  class Reader;
 
-  /// An attenuator's header line ends at its first NUL.
+  /// A header line ends at its first NUL.
   [[nodiscard]] std::string_view HeaderText(std::string_view item) const final;
-  void BeginRead() final { read_ = DoubtfulRows(); }
-  void TakeDataLine(std::size_t index, std::string_view item) final;
-  bool EndRead(const std::string& lastItem, bool hasEnd) final;
+  [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) final;
   void WriteBody(FileText& text) const final;
+  [[nodiscard]] std::string DataLine(const Row& row) const;
 
   const StepAttenuatorTraits& traits_;
-  std::array<Row, kTableRows> rows_;
-  DoubtfulRows read_;  ///< of the file that is being read
+  Table<3> table_;
 };
 
 }  // namespace tarvell

@@ -7,13 +7,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/caldata/CalDataFile.h"
-#include "core/caldata/TableRows.h"
+#include "core/caldata/Table.h"
 
 namespace tarvell {
 
@@ -47,36 +48,16 @@ class cInstrRT730A final : public CalDataFile {
   static constexpr std::int16_t kPages = 8;
   static constexpr std::size_t kColumns = 6;
 
-  using Row = std::array<std::string, kColumns>;
-  /// The rows of a page run up to the first empty first column.
-  using Page = std::array<Row, kTableRows>;
+  using Row = Table<kColumns>::Row;
+  class Reader;
 
-  /// Its own code, whatever it was told.
+  /// Its own code, whatever was set.
   [[nodiscard]] std::string_view WrittenModel() const override { return ModelCode(); }
-  void BeginRead() override;
-  void TakeCommentLine(const std::string& item, ItemReader& reader) override;
-  bool EndRead(const std::string& lastItem, bool hasEnd) override;
+  [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) override;
   void WriteBody(FileText& text) const override;
 
-  void ReadCalPage(std::int16_t page, int linesToSkip, ItemReader& reader);
-  void ReadRow(std::int16_t page, std::size_t index, std::string_view line);
-  /// Takes the fields of a row's line, which are separated by ":", up to the first empty one.
-  /// Returns their number.
-  std::size_t TakeFields(std::int16_t page, std::size_t index, std::string_view fields);
-  void NoteRowsOf(std::size_t page);
-  [[nodiscard]] std::string UncertaintyRead(std::int16_t page, std::int16_t column,
-                                            std::int16_t gridRow, std::string_view field) const;
-  [[nodiscard]] std::string DataLine(std::int16_t page, std::int16_t gridRow, const Row& row) const;
-  void AppendUncertainty(std::string& line, std::int16_t page, std::int16_t gridRow,
-                         const std::string& text) const;
-
   std::array<std::string, kPages> pageSerial_;
-  std::array<Page, kPages> table_;
-  std::array<int, kPages> sections_{};       ///< sections of the file that is being read
-  std::array<bool, kPages> sectionEnded_{};  ///< pages whose "!END" it has
-  std::array<DoubtfulRows, kPages> sectionRows_;
-  /// For each row the number of columns that the file fills.
-  std::array<std::array<std::size_t, kTableRows>, kPages> filled_{};
+  std::array<Table<kColumns>, kPages> tables_;
 };
 
 }  // namespace tarvell

@@ -15,10 +15,10 @@
 
 namespace tarvell {
 
-/// What a load saw of the header lines of its file.
-struct HeaderSeen {
-  bool isOldStyle = false;  ///< none at all: the file begins as those from before the header lines
-  bool hasSerialNumber = false;  ///< a serial number line with a value
+/// What a load found of its file's header.
+struct LoadedHeader {
+  bool isOldStyle = false;       ///< the file is one from before the header lines
+  bool hasSerialNumber = false;  ///< there is a serial number line with a value
 };
 
 /// What stands around the number of a cell: "Ls/" before it and " nH" after it.
@@ -28,11 +28,12 @@ struct CellAffixes {
 };
 
 /// Calibration data of one instrument or one set of standards, that is, of one data file. The
-/// editors know every model through this interface alone.
+/// editors use every model only through this interface.
 ///
 /// Pages count from 0; each page is the table of one standard. A model with a single table has
-/// one page without name and serial number. Months are the names "JAN" to "DEC". Results of 32
-/// and 16 bits are 0. A failure is an Error; a load that fails leaves what it has read.
+/// one page without name and serial number. Rows and columns are a grid's. Months are the names
+/// "JAN" to "DEC". Results of 32 and 16 bits are 0. A failure is an Error; a load that fails keeps
+/// what it has read.
 class cifCaldata {
  public:
   cifCaldata() = default;
@@ -64,21 +65,21 @@ class cifCaldata {
   /// is whole.
   virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
 
-  /// What saving to this file would replace although the user has not seen it. Throws what makes
-  /// the save itself impossible, and a WriteFailed error for a file that cannot be read.
+  /// What saving to this file would replace without the user having seen it. Throws the error of a
+  /// save that is not possible, and a WriteFailed error for a file that cannot be read.
   [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
 
   /// Remembers what an unchanged save would write. Where the loaded file holds something else, such
   /// as remarks that no field takes, the next save puts it into the recycle bin.
   virtual void RememberUnchangedSave() = 0;
 
-  /// What the last load found doubtful in its file, a sentence each: the user is told before the
-  /// data are edited.
+  /// What the last load found doubtful in its file, a sentence each, to be reported before the data
+  /// are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
 
-  /// What the last load saw of its file's header. The fields of a line that the file lacks hold
-  /// what they held before.
-  [[nodiscard]] virtual const HeaderSeen& LoadedHeader() const = 0;
+  /// What the last load found of its file's header. A field whose line the file lacks keeps its
+  /// value.
+  [[nodiscard]] virtual const LoadedHeader& HeaderOfLoad() const = 0;
 
   /// Fills the grid with the page's captions and rows.
   virtual void GetCalData(std::int16_t page, CalDataGrid& grid) const = 0;

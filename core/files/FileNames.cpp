@@ -15,6 +15,7 @@ namespace tarvell {
 
 namespace {
 
+constexpr std::string_view kDataFile = "SN";
 constexpr std::size_t kSerialCharacters = 5;
 constexpr std::string_view kRefused = ":*?\"<>|";
 constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
@@ -74,15 +75,22 @@ void CheckFileName(std::string_view name, const std::string& what) {
   }
 }
 
+bool IsDataFileName(std::string_view name) {
+  return name.starts_with(kDataFile) || name.starts_with("Sn") || name.starts_with("sn");
+}
+
+std::string UncheckedDataFileName(std::string_view serialNumber) {
+  return std::string(kDataFile) + std::string(LastCharacters(serialNumber, kSerialCharacters));
+}
+
 std::string DataFileName(std::string_view serialNumber) {
-  const std::string_view last = LastCharacters(serialNumber, kSerialCharacters);
-  if (last.find('.') != std::string_view::npos) {
+  std::string name = UncheckedDataFileName(serialNumber);
+  if (name.find('.') != std::string::npos) {
     throw Error(ErrorKind::Name,
                 "The serial number \"" + std::string(serialNumber) +
                     "\" cannot be used: its last five characters, which name the data file, hold "
                     "the character \".\". Change it, then try again.");
   }
-  std::string name = "SN" + std::string(last);
   CheckFileName(name, "The data file name");
   return name;
 }

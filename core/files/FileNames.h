@@ -14,8 +14,15 @@ namespace tarvell {
 /// device name. The message begins with `what`, and names the character.
 void CheckFileName(std::string_view name, const std::string& what);
 
-/// Name of the data file of a serial number: "SN" and its last five characters. Throws a Name
-/// error when that is no valid name or holds a ".", because no list would show the file.
+/// Whether a name is one of those that the lists take for data files: it begins with "SN", "Sn" or
+/// "sn".
+[[nodiscard]] bool IsDataFileName(std::string_view name);
+
+/// "SN" and the last five characters of a serial number, even where that is no valid name.
+[[nodiscard]] std::string UncheckedDataFileName(std::string_view serialNumber);
+
+/// Name of the data file of a serial number: UncheckedDataFileName. Throws a Name error when that
+/// is no valid name, or has a "." (the lists would never show it).
 [[nodiscard]] std::string DataFileName(std::string_view serialNumber);
 
 }  // namespace tarvell

@@ -253,6 +253,10 @@ std::string AtLeastTwoDigits(int number) {
   return text.size() < 2 ? "0" + text : text;
 }
 
+double RoundedTo15Digits(double value) {
+  return NumericValue(ShortestText(value));
+}
+
 std::string Normalised(std::string_view text) {
   return ShortestText(NumericValue(text));
 }

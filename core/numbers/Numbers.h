@@ -46,6 +46,10 @@ namespace tarvell {
 /// have one (1.5E+20, 1E-16). Throws a Type error for an infinite value.
 [[nodiscard]] std::string ShortestText(double value);
 
+/// `value` with the 15 digits of its shortest text: the number that was meant where a calculation
+/// gives a little more or less. Throws a Type error for an infinite value.
+[[nodiscard]] double RoundedTo15Digits(double value);
+
 /// An integer with at least two digits: 5 is "05".
 [[nodiscard]] std::string AtLeastTwoDigits(int number);
 

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/caldata/HeaderLines.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
@@ -66,20 +67,6 @@ class CalFileRows {
 void ShowText(QComboBox* box, const QString& text) {
   box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
   box->setEditText(text);
-}
-
-/// The model number without the maker's prefix and the option's suffix.
-std::string CleanedModel(const std::string& model) {
-  static constexpr std::string_view kMaker = "QZ";
-  static constexpr std::string_view kOption = "Opt001";
-  std::string_view cleaned = model;
-  if (FirstCharacters(cleaned, kMaker.size()) == kMaker) {
-    cleaned = WithoutFirst(cleaned, kMaker.size() + 1);
-  }
-  if (LastCharacters(cleaned, kOption.size()) == kOption) {
-    cleaned = Trim(WithoutLast(cleaned, kOption.size()));
-  }
-  return std::string(cleaned);
 }
 
 Error InstrumentGone() {
@@ -434,7 +421,7 @@ void frmStationModelList::AddInstrument() {
     Tell(this, "This instrment is already exist.");
     return;
   }
-  picked.ModelNumber = CleanedModel(picked.ModelNumber);
+  picked.ModelNumber = StationModelOf(picked.ModelNumber);
   if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
     Tell(this, "This instrment is already exist.");
     return;

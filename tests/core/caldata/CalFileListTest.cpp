@@ -97,27 +97,6 @@ TEST_F(ModelFolders, AnythingInAFolderCounts) {
   EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"A", "B", "C", ""}));
 }
 
-TEST_F(ModelFolders, AFileWithoutExtensionIsListedToo) {
-  tree.Write("c:\\calfactors\\AFILE", "x");
-  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", "PX12A", ""}));
-}
-
-TEST_F(ModelFolders, UpperCaseIsThatOfTheLettersAToZ) {
-  tree.Write(
-      "c:\\calfactors\\pr\xC3\xBC"
-      "f\\SN1",
-      "x");
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"PR\xC3\xBC"
-                                                     "F",
-                                                     ""}));
-}
-
-TEST_F(ModelFolders, OfARootWithATrailingSeparatorAreTheSame) {
-  tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors\\"), (Names{"PX12A", ""}));
-}
-
 TEST_F(ModelFolders, OfAMissingRootAreNone) {
   EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
   EXPECT_FALSE(tree.Exists("c:\\calfactors"));
@@ -232,31 +211,6 @@ TEST_F(CalFileHeaders, AreShiftedByAComma) {
   ExpectDates(row, {0, 0, 0, 0, 42, 42});
 }
 
-TEST_F(CalFileHeaders, OfQuotedLinesKeepTheirCommas) {
-  tree.Write(InModel("SN1"),
-             Lines({"\"#MODEL_NO : PX12A\"", "\"#SER_NO : 1,2\" rest", "#CAL_DATE : 20010305",
-                    "#CAL_NO : ", "#DUE_DATE : 20020305", "\"#COMMENT : a,\r\nb\""}));
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].SerialNumber, "1,2");
-  EXPECT_EQ(gCalFiles[0].Comment, "a,\r\nb");
-}
-
-TEST_F(CalFileHeaders, AreDecoded) {
-  tree.Write(InModel("SN1"), Lines({"#MODEL_NO : PX12A", "#SER_NO : 1\xB5", "#C : 20010305",
-                                    "#N : \x80", "#D : 20020305", "#C : \xFC"}));
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].SerialNumber, "1\xC2\xB5");
-  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "\xE2\x82\xAC");
-  EXPECT_EQ(gCalFiles[0].Comment, "\xC3\xBC");
-}
-
-TEST_F(CalFileHeaders, NeedNoLineEndBehindTheComment) {
-  std::string bytes = Lines({"#M : PX12A", "#S : 1", "#C : 20010305", "#N : 2", "#D : 20020305"});
-  tree.Write(InModel("SN1"), bytes + "#COMMENT  : last");
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].Comment, "last");
-}
-
 struct OldModel {
   const char* item;
   const char* model;
@@ -312,15 +266,6 @@ TEST_F(CalFileHeaders, OfAnOldStyleFileAreDueAYearLater) {
   }
 }
 
-TEST_F(CalFileHeaders, OfAnOldStyleFileHaveNoCalibrationNumberAndComment) {
-  tree.Write(InModel("SN1"),
-             "PX12A\r\n\"  12 345  \"\r\n05MAR2001\r\nnot a number\r\nno comment\r\n");
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].SerialNumber, "12 345");
-  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "");
-  EXPECT_EQ(gCalFiles[0].Comment, "");
-}
-
 TEST_F(CalFileHeaders, KeepNothingOfWhatTheirRowHeldBefore) {
   tree.Write(InModel("SN1"), "PX12A Opt001\r\n1\r\n05MAR2001\r\n");
   EXPECT_EQ(Read(), 1);
@@ -365,12 +310,6 @@ TEST_F(CalFileHeaders, OfNoFolderAreNone) {
   EXPECT_EQ(told, Names{});
 }
 
-TEST_F(CalFileHeaders, AreReadFromAFolderOfAnotherCase) {
-  tree.Write(R"(c:\CalFactors\px12a\SN1)", NewStyle("1"));
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].FilePath, InModel("SN1"));
-}
-
 TEST_F(CalFileHeaders, LeaveFurtherRowsAsTheyWere) {
   for (const char* name : {"SN1", "SN2", "SN3"}) {
     tree.Write(InModel(name), NewStyle(name));
@@ -383,15 +322,6 @@ TEST_F(CalFileHeaders, LeaveFurtherRowsAsTheyWere) {
   EXPECT_EQ(gCalFiles[2].SerialNumber, "SN3");
   EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\none"), 0);
   EXPECT_EQ(gCalFiles[0].SerialNumber, "SN9");
-}
-
-TEST_F(CalFileHeaders, FillFiftyOneRows) {
-  for (int i = 1; i <= 51; ++i) {
-    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
-  }
-  EXPECT_EQ(Read(), 51);
-  EXPECT_EQ(told.size(), 51U);
-  EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
 }
 
 TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnIndexErrorAndTheOthersAreKept) {
@@ -519,15 +449,6 @@ TEST_F(CalFileHeaders, WithANumberBeyondSixteenBitsAreATypeErrorOfFileAndLine) {
   EXPECT_EQ(oldStyle.Kind(), ErrorKind::Type);
   EXPECT_EQ(oldStyle.Path(), InModel("SN2"));
   EXPECT_EQ(oldStyle.Line(), 3);
-}
-
-TEST_F(CalFileHeaders, OfAFolderWithTheNameOfAFileAreAnError) {
-  tree.Write(InModel("SN1"), NewStyle("1"));
-  tree.MakeFolders(InModel("SN2"));
-  const Error error = ErrorOf([this] { (void)Read(); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
-  EXPECT_EQ(error.Path(), InModel("SN2"));
-  EXPECT_EQ(told, Names{"1"});
 }
 
 }  // namespace

@@ -32,55 +32,6 @@ TEST_F(CapacitorSetAFile, TakesTheSignsOfTheOptionForSerialNumbers) {
   }
 }
 
-TEST_F(CapacitorSetAFile, WithoutItsFourthPageSaysSo) {
-  Load(PagesBut({3}));
-  EXPECT_EQ(data_->GetCalPageCount(), 4);
-  ExpectNotice({"no page RT524A", "It is empty"});
-}
-
-TEST_F(CapacitorSetCFile, OfANewObjectIsWithoutTheOption) {
-  EXPECT_EQ(data_->GetCalPageCount(), 3);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "");
-}
-
-TEST_F(CapacitorSetCFile, WithoutTheOptionPageIsReadAndWrittenWithThreePages) {
-  const Texts lines = Joined({Header(),
-                              PageOf(0, "S0", {}),
-                              {"!"},
-                              PageOf(1, "S1", {}),
-                              {"!"},
-                              PageOf(2, "S2", {}),
-                              {"!"}});
-  Load(lines);
-  EXPECT_EQ(data_->GetCalPageCount(), 3);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "*");
-  EXPECT_TRUE(data_->LoadNotices().empty());
-  EXPECT_EQ(Saved(), Lines(lines));
-}
-
-TEST_F(CapacitorSetCFile, WithTheOptionPageIsReadAndWrittenWithFour) {
-  const Texts lines = Joined({Header(),
-                              PageOf(0, "S0", {}),
-                              {"!"},
-                              PageOf(1, "S1", {}),
-                              {"!"},
-                              PageOf(2, "S2", {}),
-                              {"!"},
-                              PageOf(3, "S3", {}),
-                              {"!"}});
-  Load(lines);
-  EXPECT_EQ(data_->GetCalPageCount(), 4);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "S3");
-  EXPECT_EQ(Saved(), Lines(lines));
-}
-
-TEST_F(CapacitorSetCFile, WithTheOptionPageWithoutASerialNumberHasTheOption) {
-  Load({"#RT528A", "*1", "!END", "!"});
-  EXPECT_EQ(data_->GetCalPageCount(), 4);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "");
-  EXPECT_EQ(FirstColumn(3), (Texts{"1"}));
-}
-
 TEST_F(CapacitorSetCFile, SwitchesTheOptionOffAndOnWithTheSerialNumberThatItHad) {
   Load(Joined({PageOf(3, "S3", {"*1"}), {"!"}}));
   data_->SetCalPageSerial(3, "*");
@@ -112,16 +63,6 @@ TEST_F(CapacitorSetCFile, SwitchesTheOptionOnWithoutASerialNumberWhereItHadNone)
   data_->SetCalPageSerial(3, "/");
   EXPECT_EQ(data_->GetCalPageCount(), 4);
   EXPECT_EQ(data_->GetCalPageSerial(3), "");
-}
-
-TEST_F(CapacitorSetCFile, TakesTheSignsOfTheOptionForSerialNumbersOnOtherPages) {
-  for (const std::int16_t page : {std::int16_t{0}, std::int16_t{1}, std::int16_t{2}}) {
-    for (const char* serial : {"*", "/"}) {
-      data_->SetCalPageSerial(page, serial);
-      EXPECT_EQ(data_->GetCalPageSerial(page), serial) << page;
-      EXPECT_EQ(data_->GetCalPageCount(), 3) << page;
-    }
-  }
 }
 
 TEST_F(CapacitorSetCFile, LeavesTheGridAsItIsForAnAbsentOption) {

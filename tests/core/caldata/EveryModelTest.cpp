@@ -68,62 +68,12 @@ TEST_P(EveryModel, ReadsTheHeaderLinesInAnyCaseAndTheFirstWordOfEach) {
   EXPECT_EQ(DueDateOf(*data_), (Date{2002, "APR", 25}));
 }
 
-TEST_P(EveryModel, TakesItsOwnCodeOnLoadingWhateverTheFileSays) {
-  std::vector<std::string> codes = EditedModels();
-  codes.insert(codes.end(), {"another", ""});
-  for (const std::string& code : codes) {
-    data_ = Create();
-    tree_.Write(kFile, Lines({"#MODEL_NO : " + code, "!End"}));
-    EXPECT_EQ(data_->LoadCalibrationDataFromFile(kFile), 0) << code;
-    EXPECT_EQ(data_->ModelNumber(), GetParam()) << code;
-  }
-}
-
-TEST_P(EveryModel, ReadsBackTheHeaderThatItWrote) {
-  data_->SetSerialNumber("serial");
-  data_->SetCalDate(2024, "FEB", 29);
-  data_->SetCalibrationNumber("number");
-  data_->SetDueDate(1904, "DEC", 31);
-  data_->SetComment("comment");
-  EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
-
-  data_ = Create();
-  EXPECT_EQ(data_->LoadCalibrationDataFromFile(kFile), 0);
-  EXPECT_EQ(data_->SerialNumber(), "serial");
-  EXPECT_EQ(data_->CalibrationNumber(), "number");
-  EXPECT_EQ(data_->Comment(), "comment");
-  EXPECT_EQ(CalDateOf(*data_), (Date{2024, "FEB", 29}));
-  EXPECT_EQ(DueDateOf(*data_), (Date{1904, "DEC", 31}));
-}
-
 // Files that cannot be read or written.
 
 TEST_P(EveryModel, RefusesAMissingFileWithItsPath) {
   const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile("c:\\data\\SN99999"); });
   EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
   EXPECT_EQ(error.Path(), "c:\\data\\SN99999");
-}
-
-TEST_P(EveryModel, RefusesAFolderInPlaceOfItsFileWithItsPath) {
-  tree_.MakeFolders(kFile);
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotAFile);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_P(EveryModel, RefusesAnEmptyFileWithItsPath) {
-  tree_.Write(kFile, "");
-  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile(kFile); });
-  EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
-  EXPECT_EQ(error.Path(), kFile);
-}
-
-TEST_P(EveryModel, IsNotSavedIntoAMissingFolderNorMakesIt) {
-  const Error error = ErrorOf([&] { data_->SaveCalibrationDataToFile("c:\\none\\SN12345"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(error.Path(), "c:\\none\\SN12345");
-  EXPECT_TRUE(Contains(error.what(), "c:\\none\\SN12345")) << error.what();
-  EXPECT_EQ(tree_.Names("c:\\"), std::vector<std::string>{"data"});
 }
 
 // Its template.
@@ -152,19 +102,6 @@ TEST_P(EveryModel, NamesAMissingTemplate) {
     EXPECT_TRUE(Contains(error.Text(), "template")) << error.Text();
     EXPECT_TRUE(Contains(error.what(), "Temp" + GetParam())) << error.what();
   }
-}
-
-TEST_P(EveryModel, RefusesATemplateOfAnotherModelAndNamesBoth) {
-  tree_.InstallTemplate(GetParam());
-  std::string bytes = test::ReadNative(Template());
-  const std::string other = GetParam() == "PX11A" ? "PX60G" : "PX11A";
-  bytes.replace(0, bytes.find("\r\n"), "#MODEL_NO : " + other);
-  test::WriteNative(Template(), bytes);
-  const Error error = ErrorOf([&] { data_->SetInitialDefaultData(); });
-  EXPECT_EQ(error.Kind(), ErrorKind::Template);
-  EXPECT_EQ(error.Path(), Template().string());
-  EXPECT_TRUE(Contains(error.Text(), other)) << error.Text();
-  EXPECT_TRUE(Contains(error.Text(), GetParam())) << error.Text();
 }
 
 // Its pages.

@@ -95,43 +95,12 @@ TEST_P(EverySet, LosesTheLastLineOfAFileThatEndsInsideAPageAndSaysSo) {
   }
 }
 
-TEST_P(EverySet, MayEndWithTheEndOfItsLastPageEvenWithoutALineEnd) {
-  const std::size_t last = set_.pages.size() - 1;
-  const std::string file =
-      Lines(Joined({PagesBut({last}), Opening(last), {FullLine("1"), FullLine("2"), "!END"}}));
-  for (const std::size_t lineEnd : {std::size_t{2}, std::size_t{0}}) {
-    tree_.Write(kFile, file.substr(0, file.size() - 2 + lineEnd));
-    LoadAgain();
-    EXPECT_EQ(FirstColumn(static_cast<std::int16_t>(last)), (Texts{"1", "2"})) << lineEnd;
-    EXPECT_TRUE(data_->LoadNotices().empty()) << lineEnd;
-  }
-}
-
 TEST_P(EverySet, OfAnotherModelIsReadAndSaysSo) {
   Load(Joined({{"#MODEL_NO : " + set_.otherCode, "#SER_NO   : 12"}, PagesBut({})}));
   EXPECT_EQ(data_->ModelNumber(), set_.code);
   EXPECT_EQ(data_->SerialNumber(), "12");
   EXPECT_EQ(FirstColumn(0), (Texts{"7"}));
   ExpectNotice({"\"" + set_.otherCode + "\"", "\"" + set_.code + "\""});
-}
-
-TEST_P(EverySet, OfItsOwnModelOrOfNoneSaysNothing) {
-  Load(Joined({{"#MODEL_NO : " + set_.code}, PagesBut({})}));
-  EXPECT_TRUE(data_->LoadNotices().empty());
-  Load(PagesBut({}));
-  EXPECT_TRUE(data_->LoadNotices().empty());
-  Load(Joined({{"#MODEL_NO : "}, PagesBut({})}));
-  EXPECT_EQ(data_->ModelNumber(), set_.code);
-  EXPECT_TRUE(data_->LoadNotices().empty());
-}
-
-TEST_P(EverySet, ForgetsTheNoticesOfAnEarlierLoad) {
-  Load(PagesBut({0}));
-  EXPECT_EQ(data_->LoadNotices().size(), 1U);
-  LoadOver(PagesBut({}));
-  EXPECT_TRUE(data_->LoadNotices().empty());
-  LoadOver(Joined({PagesBut({}), Page(0, {FullLine("7")})}));
-  ExpectNotice({Name(0), "more than once"});
 }
 
 TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
@@ -152,16 +121,6 @@ TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
 TEST_P(EverySet, NamesItsOwnModelWhateverTheObjectIsTold) {
   data_->SetModelNumber(set_.otherCode);
   EXPECT_EQ(Saved().substr(0, 20), "#MODEL_NO : " + set_.code + "\r\n");
-}
-
-TEST_P(EverySet, WithACharacterThatNoFileHoldsIsRefused) {
-  for (const char* text : {"\xCE\xA9", "1\r2", "1\n2"}) {
-    SetRows(2, {{"1", "2", "3 %", "4", text}});
-    EXPECT_EQ(ErrorOf([&] { data_->SaveCalibrationDataToFile(kFile); }).Kind(),
-              ErrorKind::Character)
-        << text;
-    EXPECT_FALSE(tree_.Exists(kFile));
-  }
 }
 
 // The largest page.
@@ -189,14 +148,6 @@ TEST_P(EverySet, With52RowsInAPageIsAnIndexErrorOfItsLine) {
   EXPECT_EQ(FirstColumn(0), ManyNames(51));
 }
 
-TEST_P(EverySet, With52RowsAsItsLastLineLosesThatLine) {
-  Load(Joined({PagesBut({0}), Opening(0), ManyLines(52)}));
-  EXPECT_EQ(FirstColumn(0), ManyNames(51));
-  std::vector<Texts> notices = NoticesOfTheLargestPage();
-  notices.insert(notices.begin(), {Name(0), "!END"});
-  ExpectNotices(notices);
-}
-
 TEST_P(EverySet, TakesNoGridOf52DataRows) {
   SetRows(2, ManyRows(51));
   EXPECT_EQ(ShownRows(2), ManyRows(51));
@@ -204,11 +155,6 @@ TEST_P(EverySet, TakesNoGridOf52DataRows) {
 }
 
 // The grid.
-
-TEST_P(EverySet, IsShownUpToTheFirstEmptyFirstColumn) {
-  SetRows(2, {{"a", "", "", "", "e"}, {"", "b", "c", "d", "e"}, {"f", "b", "c", "d", "e"}});
-  EXPECT_EQ(ShownRows(2), (Rows{{"a", "", "", "", "e"}}));
-}
 
 TEST_P(EverySet, TakesTheTextsOfTheGridUnchanged) {
   const Rows rows = {{" a ", " 5", "b ", "%", "ppm"}, {"x", "", "", "", "\xCE\xA9"}};

@@ -131,24 +131,6 @@ const Names kOddNames = {"a\nb",
                          "\xE9\xFF\xC3",
                          std::string(255, 'n')};
 
-TEST_F(HostileTree, OddNamesOfModelFoldersAreListed) {
-  Names expected = {"*"};  // the empty folder of the model
-  for (const std::string& name : kOddNames) {
-    fs::create_directories(In(kRoot, name) / "entry");
-    expected.push_back(name);
-  }
-  expected[1] = "A\nB";
-  expected[2] = "A\r\nB";
-  expected[3] = "\"QUOTED\"";
-  expected[4] = "IT'S";
-  expected[5] = "A,B";
-  expected[8] = "-RF";
-  expected[9] = " BLANK ";
-  expected[12] = "CAF\u00E9 \u6E2C\u5B9A";
-  expected[14] = std::string(255, 'N');
-  EXPECT_EQ(Sorted(ModelFolders()), Sorted(expected));
-}
-
 TEST_F(HostileTree, OddNamesOfDataFilesAreReadEachFromItsOwnFile) {
   Names expected;
   for (std::size_t i = 0; i < kOddNames.size(); ++i) {
@@ -298,15 +280,6 @@ void LinkTo(const fs::path& target, const fs::path& path) {
   fs::create_symlink(target, path);
 }
 
-/// The test tree that holds `path`.
-fs::path RootOf(const fs::path& path) {
-  fs::path root = path;
-  while (!root.filename().string().starts_with("tarvell-test")) {
-    root = root.parent_path();
-  }
-  return root;
-}
-
 const std::string kIsFolder = "it is a folder, not a file";
 const std::string kIsDevice = "it is a device or a pipe, not a file";
 const std::string kIsMissing = "does not exist";
@@ -317,28 +290,14 @@ const std::vector<Oddity> kOddities = {
      kIsFolder, kIsFolder},
     {"Pipe", [](const fs::path& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); },
      ErrorKind::NotAFile, kIsDevice, kIsDevice},
-    {"Socket",
-     [](const fs::path& path) { ASSERT_EQ(::mknod(path.c_str(), S_IFSOCK | 0600, 0), 0); },
-     ErrorKind::NotAFile, kIsDevice, kIsDevice},
     {"DeviceWithoutEnd", [](const fs::path& path) { LinkTo("/dev/zero", path); },
      ErrorKind::NotAFile, kIsDevice, std::nullopt},
     {"FullDevice", [](const fs::path& path) { LinkTo("/dev/full", path); }, ErrorKind::NotAFile,
      kIsDevice, "the disk is full"},
-    {"LinkToAPipe",
-     [](const fs::path& path) {
-       const fs::path pipe = RootOf(path) / "pipe";
-       if (!fs::exists(pipe)) {
-         ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-       }
-       LinkTo(pipe, path);
-     },
-     ErrorKind::NotAFile, kIsDevice, kIsDevice},
     {"LinkToNowhere", [](const fs::path& path) { LinkTo("nowhere/file", path); },
      ErrorKind::NotFound, kIsMissing, kIsMissing},
     {"LinkToItself", [](const fs::path& path) { LinkTo(path.filename(), path); },
      ErrorKind::NotAFile, kIsLoop, kIsLoop},
-    {"LinkToTheRoot", [](const fs::path& path) { LinkTo("/", path); }, ErrorKind::NotAFile,
-     kIsFolder, kIsFolder},
 };
 
 class HostileEntry : public HostileTree, public testing::WithParamInterface<Oddity> {
@@ -356,58 +315,8 @@ TEST_P(HostileEntry, InPlaceOfADataFileIsTold) {
   GetParam().make(tree_.Native(kData));
   ExpectUnreadable([] { Serials(); }, kData);
   ExpectUnreadable(&LoadData, kData);
-}
-
-TEST_P(HostileEntry, InPlaceOfAnInstrumentIsTold) {
-  GetParam().make(tree_.Native(kInstrument));
-  ExpectUnreadable(&LoadInstrument, kInstrument);
-}
-
-TEST_P(HostileEntry, InPlaceOfTheIniFileGivesTheDefaults) {
-  GetParam().make(tree_.Native(kIni));
-  EXPECT_TRUE(ProfileIsDefault());
-}
-
-TEST_P(HostileEntry, InPlaceOfAKitsFileIsTold) {
-  const fs::path source = tree_.Native(kStation) / "kit.dat";
-  GetParam().make(source);
-  ExpectUnreadable([&] { CopyTestKitFile(source.string(), kModel); }, source.string());
-  EXPECT_EQ(tree_.Names(kModel), Names{});
-}
-
-TEST_P(HostileEntry, InPlaceOfATemplateIsTold) {
-  const fs::path native = tree_.ProgramFolder() / "TempPX12A";
-  GetParam().make(native);
-  const Error error = ErrorOf([] { cInstrPX12A().SetInitialDefaultData(); });
-  // A link that leads nowhere, be it in a circle, counts as missing.
-  const bool isLoop = GetParam().reason == kIsLoop;
-  EXPECT_EQ(error.Kind(), isLoop ? ErrorKind::NotFound : GetParam().reading) << error.what();
-  EXPECT_TRUE(Contains(error.what(), "TempPX12A")) << error.what();
-}
-
-TEST_P(HostileEntry, InPlaceOfAFolderBelowTheRootsStopsNoList) {
-  GetParam().make(In(kRoot, "odd"));
-  GetParam().make(In(kStations, "odd"));
-  const bool isFolder = GetParam().reason == kIsFolder;
-  const bool isLoop = GetParam().reason == kIsLoop;
-  // One that holds something, or may do so, is listed, and choosing it tells.
-  const bool isDangling = GetParam().reason == kIsMissing;
-  const bool isListed = isLoop || isDangling || std::string(GetParam().what) == "LinkToTheRoot";
-  EXPECT_EQ(Sorted(ModelFolders()), isListed ? (Names{"*", "ODD"}) : (Names{"*", "*"}));
-  EXPECT_EQ(Sorted(ListStations(kStations)), (Names{"ST1", "odd"}));
-  const std::string odd = R"(c:\stations\odd)";
-  if (isFolder) {
-    EXPECT_NO_THROW(static_cast<void>(ListInstruments(odd)));
-    return;
-  }
-  const Error error = ErrorOf([&] { static_cast<void>(ListInstruments(odd)); });
-  EXPECT_EQ(error.Kind(), isLoop ? ErrorKind::NotAFile : ErrorKind::NotFound) << error.what();
-  EXPECT_EQ(error.Path(), odd);
-  const bool isThere = GetParam().reason != kIsMissing;
-  EXPECT_TRUE(Contains(error.Text(), isLoop    ? kIsLoop
-                                     : isThere ? "where a folder is expected, there is something"
-                                               : kIsMissing))
-      << error.Text();
+  const std::string native = tree_.Native(kData).string();
+  ExpectUnreadable([&] { CopyTestKitFile(native, kModel); }, native);
 }
 
 TEST_P(HostileEntry, InPlaceOfAFileThatIsSavedIsToldAndStays) {
@@ -438,13 +347,6 @@ TEST_P(HostileEntry, IsDeletedItselfAndNothingElse) {
     DeleteInstrumentFile(kStation, "PX12A");
     EXPECT_EQ(tree_.Names(kStation), Names{});
   }
-  EXPECT_TRUE(fs::exists("/dev/zero") && fs::exists("/dev/full"));
-}
-
-TEST_P(HostileEntry, GoesWithItsStation) {
-  GetParam().make(tree_.Native(kInstrument));
-  Recycle(kStation);
-  EXPECT_EQ(tree_.Names(kStations), Names{});
   EXPECT_TRUE(fs::exists("/dev/zero") && fs::exists("/dev/full"));
 }
 
@@ -545,30 +447,10 @@ class HugeFile : public HostileTree {
   }
 };
 
-TEST_F(HugeFile, OfNothingIsNoDataFile) {
-  Make(kData, "");
-  ExpectRefusal([] { Serials(); }, kData);
-  ExpectRefusal(&LoadData, kData);
-}
-
 TEST_F(HugeFile, BehindAHeaderIsListedAndIsNoDataFile) {
   Make(kData, DataOf("3318A12345"));
   EXPECT_EQ(Serials(), Names{"3318A12345"});
   ExpectRefusal(&LoadData, kData);
-}
-
-TEST_F(HugeFile, BehindAQuoteIsNoDataFile) {
-  for (const char* beginning : {"\"", "\"closed\""}) {
-    Make(kData, beginning);
-    ExpectRefusal(&LoadData, kData);
-  }
-}
-
-TEST_F(HugeFile, IsNoInstrument) {
-  for (const char* beginning : {"", "MODEL NUMBER PX12A\r\nSERIAL NUMBER 1\r\n"}) {
-    Make(kInstrument, beginning);
-    ExpectRefusal(&LoadInstrument, kInstrument);
-  }
 }
 
 TEST_F(HugeFile, InPlaceOfTheIniFileGivesTheDefaults) {
@@ -598,12 +480,6 @@ std::string Repeated(const std::string& text) {
 // A line as long as most, so that what is read item by item holds not all too many of them.
 const std::string kLongLine = std::string(200, 'x') + "\n";
 
-TEST_F(HugeFile, OfShortItemsBehindAHeaderIsListedAndIsNoDataFile) {
-  tree_.Write(kData, DataOf("3318A12345") + Repeated("\n\r\n,#x\n!x\nx\n" + kLongLine));
-  EXPECT_EQ(Serials(), Names{"3318A12345"});
-  ExpectRefusal(&LoadData, kData);
-}
-
 TEST_F(HugeFile, OfShortItemsIsNoDataFileOfAnyModel) {
   const std::string line = "a line of nothing that is known,\r\n" + kLongLine;
   tree_.Write(kData, DataOf("3318A12345") + Repeated(line));
@@ -619,22 +495,6 @@ TEST_F(HugeFile, OfShortItemsIsNoDataFileOfAnyModel) {
   ExpectRefusal([] { cInstrRT520A().LoadCalibrationDataFromFile(kData); }, kData);
   tree_.Write(kData, "!DC\r\n!\r\n" + Repeated("*,\r\n" + blanks));
   ExpectRefusal([] { cInstrRT730A().LoadCalibrationDataFromFile(kData); }, kData);
-}
-
-TEST_F(HugeFile, OfShortItemsIsNoInstrumentAndNoTemplate) {
-  const fs::path native = tree_.ProgramFolder() / "TempPX12A";
-  tree_.Write(kInstrument, Repeated("MODEL NUMBER PX12A\r\n#x\nx,\n" + kLongLine));
-  ExpectRefusal(&LoadInstrument, kInstrument);
-  test::WriteNative(native, Repeated("!x\n" + kLongLine));
-  ExpectRefusal([] { cInstrPX12A().SetInitialDefaultData(); }, native.string());
-}
-
-TEST_F(HugeFile, OfShortItemsBeforeTheEleventhOfTheIniFileGivesTheDefaults) {
-  const std::string lines = Lines(Names(10, "Dir=c:\\elsewhere"));
-  tree_.Write(kIni, lines + "\"" + Repeated("\n") + "\"\r\nDir=c:\\elsewhere\r\n");
-  EXPECT_TRUE(ProfileIsDefault());
-  tree_.Write(kIni, lines + Repeated(" ") + "Dir=c:\\elsewhere\r\n");
-  EXPECT_TRUE(ProfileIsDefault());
 }
 
 // Only what identifies a kit's file is limited.
@@ -663,18 +523,11 @@ TEST_F(HugeFile, IsTakenInAsAKitsFileWhenItsSerialNumberIsFound) {
   EXPECT_TRUE(tree_.Read(target) == kit + "x");
 }
 
-TEST_F(HugeFile, IsReplacedLikeAnyOther) {
-  Make(kData, "");
-  SaveFile(kData, "small");
-  EXPECT_EQ(tree_.Read(kData), "small");
-  EXPECT_EQ(tree_.Names(kModel), Names{"SN1"});
-}
-
 // ---- Very many entries.
 
-TEST_F(HostileTree, AHundredThousandEntriesAreListedOrToldAndDeleted) {
-  constexpr std::size_t kMany = 100000;
-  constexpr std::size_t kLinks = 1000;  // of one file, which is well below what a disk allows
+TEST_F(HostileTree, ThousandsOfEntriesAreListedOrReportedAndDeleted) {
+  constexpr std::size_t kMany = 3000;
+  constexpr std::size_t kLinks = 1000;  // to one file: every disk allows so many
   const fs::path folder = tree_.Native(kStation);
   Names expected;
   fs::path file;
@@ -703,8 +556,8 @@ TEST_F(HostileTree, AHundredThousandEntriesAreListedOrToldAndDeleted) {
   EXPECT_EQ(rows, 51);
   // A name of another case is found among them.
   cInstrPX12A data;
-  data.LoadCalibrationDataFromFile(R"(c:\stations\st1\sn99000)");
-  EXPECT_EQ(data.SerialNumber(), "3318A99000");
+  data.LoadCalibrationDataFromFile(R"(c:\stations\st1\sn02000)");
+  EXPECT_EQ(data.SerialNumber(), "3318A2000");
 
   WriteStationInstrumentIndex(kStation, ListInstruments(kStation));
   EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\INDEX)").size(), kMany * 9 + 7);

@@ -70,84 +70,50 @@ class OpenedFile : public testing::Test {
   test::TestTree tree_;
 };
 
-// A set whose template cannot be used.
-
-/// A set and what stands in place of its template.
-struct BadTemplate {
-  std::string code;
-  std::string name;
-  std::string bytes;  ///< "" for none
-};
-
-void PrintTo(const BadTemplate& bad, std::ostream* stream) {
-  *stream << bad.name;
+/// What stands in place of the template of RT520A: nothing, one that is cut off, one of another
+/// model, and one with too many rows.
+Texts BadTemplates() {
+  const SetModel& set = test::CapacitorSetA();
+  Texts pages;
+  for (const Texts& opening : set.openings) {
+    pages = Joined({pages, opening, {FullLine("t1"), FullLine("t2")}, set.closing});
+  }
+  const std::string whole = Lines(Joined({Header(set.code), pages}));
+  return {"", whole.substr(0, whole.find("t2")), Lines(Joined({Header("PX12A"), pages})),
+          Lines(Joined({Header(set.code), set.openings[0], test::ManyLines(52)}))};
 }
 
-std::vector<BadTemplate> BadTemplates() {
-  std::vector<BadTemplate> all;
-  for (const SetModel* set :
-       {&test::CapacitorSetA(), &test::CapacitorSetC(), &test::ResistorSet()}) {
-    Texts pages;
-    for (const Texts& opening : set->openings) {
-      pages = Joined({pages, opening, {FullLine("t1"), FullLine("t2")}, set->closing});
+TEST_F(OpenedFile, OfASetHasNothingOfATemplateThatIsRefusedAndSaysSo) {
+  const SetModel& set = test::CapacitorSetA();
+  const std::filesystem::path path = tree_.ProgramFolder() / "TempRT520A";
+  for (const std::string& bytes : BadTemplates()) {
+    SCOPED_TRACE(bytes);
+    if (!bytes.empty()) {
+      test::WriteNative(path, bytes);
     }
-    const std::string whole = Lines(Joined({Header(set->code), pages}));
-    all.push_back({set->code, "Missing", ""});
-    all.push_back({set->code, "CutOff", whole.substr(0, whole.find("t2"))});
-    all.push_back({set->code, "OfAnotherModel", Lines(Joined({Header("PX12A"), pages}))});
-    all.push_back({set->code, "WithTooManyRows",
-                   Lines(Joined({Header(set->code), set->openings[0], test::ManyLines(52)}))});
+    // Without a calibration date, with one row on the first page, and without the second page.
+    const OpenedDataSet opened =
+        Open(set.code, Joined({{"#MODEL_NO : RT520A", "#SER_NO   : 3318A12345"},
+                               set.openings[0],
+                               {FullLine("f1")},
+                               set.closing,
+                               set.openings[2],
+                               {FullLine("f2")},
+                               set.closing}));
+    EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
+    EXPECT_TRUE(opened.isNamedBySerial);
+    EXPECT_EQ(CalDateOf(*opened.data), (Date{0, "", 0}));
+    EXPECT_EQ(RowsOf(*opened.data).size(), 1U);
+    EXPECT_EQ(RowsOf(*opened.data, 1), Texts{"||||"});
+    EXPECT_EQ(opened.data->GetCalPageSerial(1), "");
+    ASSERT_GE(opened.notices.size(), 2U);
+    EXPECT_TRUE(Contains(opened.notices[0], "The template of the model was not used"));
+    EXPECT_TRUE(Contains(opened.notices[0], "TempRT520A")) << opened.notices[0];
+    EXPECT_TRUE(Contains(opened.notices[1], "no page RT522A. It is empty.")) << opened.notices[1];
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(NewDataSet(*FindModel("RT520A"))); }).Path(),
+              path.string());
   }
-  return all;
 }
-
-class SetWithBadTemplate : public testing::TestWithParam<BadTemplate> {
- protected:
-  test::TestTree tree_;
-};
-
-TEST_P(SetWithBadTemplate, OpensWithNothingOfItAndSaysSo) {
-  const BadTemplate& bad = GetParam();
-  const SetModel& set = bad.code == "RT520A"   ? test::CapacitorSetA()
-                        : bad.code == "RT520C" ? test::CapacitorSetC()
-                                               : test::ResistorSet();
-  if (!bad.bytes.empty()) {
-    test::WriteNative(tree_.ProgramFolder() / ("Temp" + bad.code), bad.bytes);
-  }
-  // Without a calibration date, with one row on the first page, and without the second page.
-  tree_.Write(kFile, Lines(Joined({{"#MODEL_NO : " + bad.code, "#SER_NO   : 3318A12345"},
-                                   set.openings[0],
-                                   {FullLine("f1")},
-                                   set.closing,
-                                   set.openings[2],
-                                   {FullLine("f2")},
-                                   set.closing})));
-  const OpenedDataSet opened = OpenDataSet(*FindModel(bad.code), Listed());
-  EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
-  EXPECT_TRUE(opened.isNamedBySerial);
-  EXPECT_EQ(CalDateOf(*opened.data), (Date{0, "", 0}));
-  EXPECT_EQ(RowsOf(*opened.data).size(), 1U);
-  const Texts second = RowsOf(*opened.data, 1);
-  EXPECT_TRUE(second.empty() || second == Texts{"||||"}) << second[0];
-  EXPECT_EQ(opened.data->GetCalPageSerial(1), "");
-  ASSERT_GE(opened.notices.size(), 2U);
-  EXPECT_TRUE(Contains(opened.notices[0], "The template of the model was not used"));
-  EXPECT_TRUE(Contains(opened.notices[0], "Temp" + bad.code)) << opened.notices[0];
-  EXPECT_TRUE(Contains(opened.notices[1], set.pages[1])) << opened.notices[1];
-  EXPECT_TRUE(Contains(opened.notices[1], "It is empty.")) << opened.notices[1];
-}
-
-TEST_P(SetWithBadTemplate, HasNoNewData) {
-  const BadTemplate& bad = GetParam();
-  if (!bad.bytes.empty()) {
-    test::WriteNative(tree_.ProgramFolder() / ("Temp" + bad.code), bad.bytes);
-  }
-  const Error error = ErrorOf([&] { static_cast<void>(NewDataSet(*FindModel(bad.code))); });
-  EXPECT_EQ(error.Path(), (tree_.ProgramFolder() / ("Temp" + bad.code)).string());
-}
-
-INSTANTIATE_TEST_SUITE_P(Sets, SetWithBadTemplate, testing::ValuesIn(BadTemplates()),
-                         [](const auto& test) { return test.param.code + test.param.name; });
 
 // What comes from a template.
 

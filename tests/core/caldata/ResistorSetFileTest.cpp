@@ -132,20 +132,6 @@ TEST_F(ResistorSetFile, IsReadWithBothUnitsAndWrittenBackByteForByte) {
   EXPECT_EQ(Saved(), Lines(kWholeFile));
 }
 
-TEST_F(ResistorSetFile, OfANewObjectHoldsItsCodeTheTitlesAndSevenEnds) {
-  Texts lines = kHeader;
-  for (std::size_t page = 0; page < set_.pages.size(); ++page) {
-    lines = Joined({lines, Page(page, {})});
-  }
-  EXPECT_EQ(Saved(), Lines(lines));
-}
-
-TEST_F(ResistorSetFile, EndsASectionAtTheFirstEmptyFirstColumn) {
-  SetRows(1, {{"a", "b", "c"}, {"", "b", "c"}, {"d", "e", "f"}}, 3);
-  EXPECT_TRUE(Contains(Saved(), Lines({"!Model     : Calibrated Value : Unc.(%)",
-                                       "*        a :                b :       c", "!END"})));
-}
-
 class ResistorSetLine : public ResistorSetFile {
  protected:
   /// The data line of the first row of a page.
@@ -187,26 +173,6 @@ TEST_F(ResistorSetLine, AlignsTextsToTheRightOfTheirFields) {
   }
 }
 
-TEST_F(ResistorSetLine, WritesATextWiderThanItsFieldWhole) {
-  EXPECT_EQ(LineOf(0, {"1234567890", "12345678901234", "12345678901234567", "1234567890 %"}),
-            "*1234567890 : 12345678901234 : 12345678901234567 : 1234567890 % ");
-  EXPECT_EQ(LineOf(0, {"a", "b", "c", "123456 ppm"}),
-            "*        a :             b :                c : 12.34560 %");
-  EXPECT_EQ(LineOf(1, {"1234567890", "12345678901234567", "12345678"}),
-            "*1234567890 : 12345678901234567 : 12345678");
-  EXPECT_EQ(
-      LineOf(2, {"1234567890", "1234567890123", "1234567890 %", "123456789012345", "123456789012"}),
-      "*1234567890 : 1234567890123 : 1234567890 % : 123456789012345 : 123456789012");
-  EXPECT_EQ(LineOf(6, {"1234567890", "12345678901234", "12345678900 ppm", "123456789012345",
-                       "123456789012"}),
-            "*1234567890 : 12345678901234 : 1234567.89000 % : 123456789012345 : 123456789012");
-}
-
-TEST_F(ResistorSetLine, CountsCharactersNotBytesInAField) {
-  EXPECT_EQ(LineOf(1, {"\xC2\xB5", "\xC2\xB5", "\xC2\xB5"}),
-            "*        \xB5 :                \xB5 :       \xB5");
-}
-
 TEST_F(ResistorSetLine, WritesARelativeUncertaintyInPerCent) {
   const std::vector<std::pair<const char*, const char*>> table = {
       // stored, written in a field of nine characters
@@ -245,12 +211,6 @@ TEST_F(ResistorSetLine,
   }
 }
 
-TEST_F(ResistorSetLine, TreatsNoColumnOfTheSecondPageSpecially) {
-  EXPECT_EQ(LineOf(1, {"a", "5 ppm", "0.5 %"}), "*        a :            5 ppm :   0.5 %");
-  Load(Page(1, {"* 5 ppm : 0.5 % : 0.00123 %"}));
-  EXPECT_EQ(ShownRows(1), (Rows{{"5 ppm", "0.5 %", "0.00123 %", "", ""}}));
-}
-
 // The grid.
 
 const std::vector<Texts> kCaptions = {
@@ -275,16 +235,6 @@ TEST_F(ResistorSetFile, IsShownWithTheCaptionsOfEachPageAndNoOthers) {
       }
       EXPECT_EQ(captions, kCaptions.at(static_cast<std::size_t>(page))) << page << ", " << before;
     }
-  }
-}
-
-TEST_F(ResistorSetFile, IsShownWithTheCaptionRowAloneForAnEmptyPage) {
-  for (std::int16_t page = 0; page < 8; ++page) {
-    MemoryGrid grid(5);
-    grid.AddRow("left\tover");
-    grid.AddRow("left\tover");
-    data_->GetCalData(page, grid);
-    EXPECT_EQ(grid.RowCount(), 1) << page;
   }
 }
 

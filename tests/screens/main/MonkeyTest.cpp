@@ -67,7 +67,7 @@ const std::array kKnownMessages = {
     "The chosen file is the kit's data file itself\\. Nothing was changed\\..*",
     "(Setting|Frequency): \".*\" is not a number\\. Choose one from the list or type one\\.",
     "The (serial number( of the member .+)?|calibration number) \".*\" holds a comma, .*",
-    "The comment holds the character \".\" behind a comma, .*",
+    "The comment holds the character \".\" after a comma, .*",
     "The (serial number( of the member .+)?|calibration number|comment) holds more than 20 words, "
     ".*",
     // The stations.

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_BODYREADER_H
+#define TARVELL_CORE_CALDATA_BODYREADER_H
+
+#include <string>
+#include <string_view>
+
+#include "core/caldata/Cell.h"
+#include "core/caldata/HeaderLines.h"
+#include "core/files/ItemReader.h"
+
+namespace tarvell {
+
+/// How a file ended.
+struct FileEnd {
+  std::string lastItem;       ///< held at the end, and not interpreted
+  bool hasEndLine = false;    ///< whether there was a line "!End" outside of a page
+  bool hasDataLines = false;  ///< whether there were data lines outside of a page
+};
+
+/// Reads everything but the header of one file into a calibration data object. It knows what is
+/// known only during the load, and is gone after it.
+///
+/// The functions for lines may read on, and throw an Index error when a table has no row for one.
+/// They pass over what the model does not use.
+class BodyReader {
+ public:
+  BodyReader() = default;
+  BodyReader(const BodyReader&) = delete;
+  BodyReader& operator=(const BodyReader&) = delete;
+  virtual ~BodyReader() = default;
+
+  /// Takes a data line outside of a page, the `index`-th of them, its "*" included.
+  virtual void TakeDataLine(TableIndex /*index*/, std::string_view /*item*/) {}
+  /// Takes a header line whose keyword is none of the header's.
+  virtual void TakePageLine(const LineWords& /*words*/, ItemReader& /*reader*/) {}
+  /// Takes a comment line, its "!" included.
+  virtual void TakeCommentLine(const std::string& /*item*/, ItemReader& /*reader*/) {}
+
+  /// Ends the load: notes what the file lacks, and returns whether it is complete, as a template
+  /// must be.
+  virtual bool End(const FileEnd& end) = 0;
+};
+
+}  // namespace tarvell
+
+#endif

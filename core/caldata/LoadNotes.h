@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_LOADNOTES_H
+#define TARVELL_CORE_CALDATA_LOADNOTES_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/caldata/BodyReader.h"
+#include "core/caldata/DoubtfulRows.h"
+
+namespace tarvell {
+
+/// What one load finds doubtful in its file, a sentence each.
+class LoadNotes {
+ public:
+  /// `isReadOverDefaults` says whether the default data were in the object when the load began.
+  explicit LoadNotes(bool isReadOverDefaults) : isReadOverDefaults_(isReadOverDefaults) {}
+
+  [[nodiscard]] bool IsReadOverDefaults() const { return isReadOverDefaults_; }
+
+  /// Adds a note when a file of a single table has lost its end, and perhaps a row with it.
+  void AddMissingEnd(const FileEnd& end);
+  void Add(std::string note) { notes_.push_back(std::move(note)); }
+  /// Adds a note that ends with these rows, when there are any.
+  void AddRows(const std::string& note, const RowSet& rows);
+
+  /// What the notes about a table's rows say.
+  struct TableTexts {
+    std::string table;             ///< the table, at the beginning of a sentence
+    std::string_view firstColumn;  ///< what a row is not shown without
+    std::string_view emptyField;   ///< what became of the values after an empty field
+    std::string_view missing;      ///< what stands in for missing values
+    std::string_view beyond = "";  ///< what became of values that there is no format for
+  };
+  /// Adds what is doubtful about the rows of a table, of which the first `shown` ones are shown.
+  void AddDoubtfulRows(const DoubtfulRows& rows, std::size_t shown, const TableTexts& texts);
+
+  [[nodiscard]] std::vector<std::string> Taken() && { return std::move(notes_); }
+
+ private:
+  bool isReadOverDefaults_;
+  std::vector<std::string> notes_;
+};
+
+}  // namespace tarvell
+
+#endif
