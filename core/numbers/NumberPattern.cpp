@@ -13,7 +13,7 @@ namespace tarvell {
 
 std::string NumberPattern::Format(double value) const {
   DecimalText decimal(value);
-  // With an exponent the mantissa's point stands behind the first digit, wherever the value has
+  // With an exponent the mantissa's point is after the first digit, wherever the value has
   // its own.
   int shift = exponentDigits_ > 0 ? decimal.Exponent() : 0;
   decimal.RoundAt(shift - decimals_);

@@ -28,7 +28,7 @@ class NumberScanner {
  public:
   explicit NumberScanner(std::string_view text) : text_(text) {}
 
-  /// The number's text, "" when there are no digits. Position() then stands behind it.
+  /// The number's text, "" when there are no digits. Position() is then after it.
   std::string Scan() {
     std::string number;
     const char sign = Peek();

@@ -11,8 +11,7 @@
 
 namespace tarvell::test {
 
-/// Runs `act` in a process of its own, which starts as a copy of this one, and waits for its end.
-/// What it throws fails the test.
+/// Runs `act` in a forked process, and waits for its end. An exception from it fails the test.
 template <typename Act>
 void InAnotherProcess(const Act& act) {
   const pid_t child = ::fork();

@@ -14,8 +14,8 @@
 
 namespace tarvell::test {
 
-/// The desktop's platform to which nothing outside one folder is permitted, neither to be looked
-/// at nor to be changed. Paths that are not absolute lie below that folder while it lives.
+/// The desktop's platform without access to anything outside one folder. That is the current folder
+/// while it lives.
 class ConfinedPlatform final : public DesktopTestPlatform {
  public:
   ConfinedPlatform(const std::filesystem::path& root, const std::filesystem::path& programFolder)

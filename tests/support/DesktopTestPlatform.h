@@ -10,7 +10,7 @@
 
 namespace tarvell::test {
 
-/// The desktop's platform with a program folder of the test's own; the current one until the
+/// The desktop's platform with a program folder of the test. Is the current platform until the
 /// TestTree that was made before it ends.
 class DesktopTestPlatform : public DesktopPlatform {
  public:

@@ -11,7 +11,7 @@
 
 namespace tarvell::test {
 
-/// While it lives, no file of this process may grow beyond so many bytes.
+/// Limits the size of the files that this process writes, while it lives.
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(rlim_t bytes) {

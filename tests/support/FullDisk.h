@@ -14,8 +14,7 @@
 
 namespace tarvell::test {
 
-/// The system with a disk that takes nothing more while `isFull`; the current platform while it
-/// lives.
+/// The system with a disk that is full while `isFull`. Is the current platform while it lives.
 class FullDisk : public ForwardingPlatform {
  public:
   FullDisk() : before_(SetCurrentPlatform(this)) {}
@@ -38,7 +37,7 @@ class FullDisk : public ForwardingPlatform {
   }
 
   bool isFull = true;
-  int refused = 0;  ///< how often the disk was found full
+  int refused = 0;  ///< how many writes failed
 
  private:
   class File : public ForwardingOutputFile {

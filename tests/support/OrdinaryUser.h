@@ -14,8 +14,8 @@
 
 namespace tarvell::test {
 
-/// While it lives, the test runs as a user to whom permissions apply, also when it was started by
-/// the one to whom none do. `tree` and all it holds can be reached and are that user's.
+/// While it lives, a test that root has started runs as a user to whom permissions apply. That user
+/// owns `tree` and its contents.
 class OrdinaryUser {
  public:
   explicit OrdinaryUser(const std::filesystem::path& tree) : wasRoot_(::geteuid() == 0) {
@@ -48,7 +48,7 @@ class OrdinaryUser {
   bool wasRoot_;
 };
 
-/// A folder of which the test takes the right to write, and gives it back.
+/// Makes a folder read-only while it lives.
 class LockedFolder {
  public:
   explicit LockedFolder(std::filesystem::path folder) : folder_(std::move(folder)) {

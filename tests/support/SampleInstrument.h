@@ -10,7 +10,7 @@
 
 namespace tarvell::test {
 
-/// An instrument of a station, every field of which holds something.
+/// An instrument of a station without an empty field.
 [[nodiscard]] inline StationInstrument SampleInstrument() {
   return {.ModelNumber = "PX12A",
           .SerialNumber = "3318A12345",

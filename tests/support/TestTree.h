@@ -21,8 +21,8 @@ class TestPlatform : public ForwardingPlatform {
   std::filesystem::path programFolder;
 };
 
-/// Drives of a test's own in a temporary folder, and an empty program folder. While it lives,
-/// every path with a drive letter lies there; it leaves nothing behind.
+/// A temporary folder with the drives and an empty program folder of a test. While it lives, every
+/// path with a drive letter leads there. The destructor deletes it.
 class TestTree {
  public:
   TestTree();
@@ -30,20 +30,20 @@ class TestTree {
   TestTree& operator=(const TestTree&) = delete;
   ~TestTree();
 
-  /// Native path of a path text of the program.
+  /// The path of the system for a path of the program.
   [[nodiscard]] std::filesystem::path Native(std::string_view path) const;
 
-  /// Makes a folder with all its parents.
+  /// Makes a folder and its parents.
   void MakeFolders(std::string_view path) const;
-  /// Writes a file exactly; its folder is made first.
+  /// Writes exactly these bytes to a file, and makes its folder.
   void Write(std::string_view path, std::string_view bytes) const;
-  /// The whole file; a failure of the test when there is none.
+  /// The content of a file. The test fails if there is none.
   [[nodiscard]] std::string Read(std::string_view path) const;
   [[nodiscard]] bool Exists(std::string_view path) const;
-  /// Names in a folder, sorted, hidden ones included.
+  /// Names in a folder, sorted, with hidden ones.
   [[nodiscard]] std::vector<std::string> Names(std::string_view path) const;
 
-  /// Native folder of the whole tree, and of the program in it.
+  /// The temporary folder, and the program folder in it.
   [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
   [[nodiscard]] std::filesystem::path ProgramFolder() const { return root_ / "program"; }
 
@@ -55,11 +55,11 @@ class TestTree {
   TestPlatform platform_;
 };
 
-/// Writes and reads a native file exactly.
+/// Writes and reads exactly the bytes of a file.
 void WriteNative(const std::filesystem::path& path, std::string_view bytes);
 [[nodiscard]] std::string ReadNative(const std::filesystem::path& path);
 
-/// Lines joined, each ended by CR LF, as data files have them.
+/// The lines, each with CR LF, as in data files.
 [[nodiscard]] std::string Lines(const std::vector<std::string>& lines);
 
 }  // namespace tarvell::test

@@ -25,8 +25,8 @@ inline bool WriteText(const char* path, const std::string& text) {
   return ::close(file) == 0 && written;
 }
 
-/// Gives this process a view of the file systems of its own, and a tiny one at `folder`. Returns
-/// what went wrong, "" for nothing.
+/// Mounts a tiny file system at `folder`, for this process only. Returns the reason of a failure,
+/// else "".
 [[nodiscard]] inline std::string MountTinyDisk(const std::filesystem::path& folder) {
   const uid_t user = ::geteuid();
   const gid_t group = ::getegid();
@@ -49,7 +49,7 @@ inline bool WriteText(const char* path, const std::string& text) {
   return {};
 }
 
-/// Writes until not a byte more is taken.
+/// Writes until the disk is full.
 [[nodiscard]] inline bool FillDisk(const std::filesystem::path& path) {
   const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
   if (file < 0) {
