@@ -59,7 +59,7 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder) 
 Replacement TestKitWouldReplace(const std::string& source, const std::string& modelFolder) {
   const KitFile kit = Identify(source);
   const std::string target = Joined(modelFolder, kit.name);
-  // What identifies the kit stands at the beginning.
+  // The serial number is at the beginning of the file.
   std::string bytes;
   const std::error_code code = ReadNativeFile(source, bytes, kMostDataFileBytes);
   if (code && code != kTooLargeForData) {
