@@ -45,8 +45,8 @@ double ValueOf(const CalDataGrid& grid, Cell cell) {
   return NumericValueOrInfinity(grid.TextOf(cell));
 }
 
-/// The number of a cell as a question names it: in its shortest text, or as it stands where it is
-/// too large to be calculated with.
+/// The number of a cell as a question names it: its shortest text, or the text of the cell where
+/// the number is too large to be calculated with.
 std::string NumberShown(const CalDataGrid& grid, Cell cell) {
   const std::string text = grid.TextOf(cell);
   return std::isinf(NumericValueOrInfinity(text)) ? std::string(Trim(text)) : Normalised(text);

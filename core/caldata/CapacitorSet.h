@@ -40,7 +40,7 @@ struct CapacitorSetTraits {
   std::array<std::string_view, 4> pageNames;
   std::array<std::string_view, 4> units;  ///< of the capacitance, by page
   std::string_view otherUnit;             ///< of the capacitance on any other page
-  /// Whether the capacitance to edit is normalised, and tells its unit.
+  /// Whether the capacitance to edit is in its shortest text and has a unit.
   bool normalisesCapacitance;
   bool hasOption;  ///< whether page 3 comes with option 001 only
   std::span<const CapacitorFormat> capacitance;
@@ -67,7 +67,7 @@ class CapacitorSet : public CalDataFile {
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const final;
-  /// Page 3 of a set with option answers "*" when the option is absent.
+  /// "*" for page 3 of a set with an option that is absent.
   [[nodiscard]] std::string GetCalPageSerial(std::int16_t page) const final;
   /// For page 3 of a set with option "*" switches the option off, "/" on again with the serial
   /// number that it had; any other text switches it on with that.

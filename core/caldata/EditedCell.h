@@ -19,8 +19,8 @@ struct EditedCell {
   std::string unit;
 };
 
-/// The same as GetCalibrationDataFormat gives for a cell that holds `text`. A number that is too
-/// large to be calculated with is given as it stands, so that it can be replaced.
+/// What to edit for a cell that holds `text`, by GetCalibrationDataFormat. A number that is too
+/// large to be calculated with keeps its text, so that the user can replace it.
 [[nodiscard]] EditedCell EditedCellOf(const cifCaldata& data, std::int16_t page, Cell cell,
                                       const std::string& text);
 

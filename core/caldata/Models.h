@@ -14,7 +14,7 @@ namespace tarvell {
 
 enum class ModelFamily { TestKit, CapacitorSet, ResistorSet, PowerSensor, StepAttenuator };
 
-/// What the program knows of a model before it creates its class.
+/// What is fixed for a model.
 struct Model {
   std::string_view code;  ///< model code, name of the model folder and caption of the Add entry
   ModelFamily family;

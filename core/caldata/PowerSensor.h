@@ -22,8 +22,8 @@ struct PowerSensorTraits {
   std::string_view modelCode;
   std::string_view frequencyUnit;  ///< "MHz" or "GHz", of the table and its captions
   double referenceFrequency;       ///< the row marked "(Ref.)", in that unit
-  /// Whether reading an empty cell clears the unit, and GetCalibrationUnit leaves the list alone;
-  /// otherwise the unit is left alone, and the list is "*".
+  /// Whether reading an empty cell clears the unit and GetCalibrationUnit does not change the list;
+  /// otherwise the unit does not change, and the list is "*".
   bool clearsUnit;
 };
 

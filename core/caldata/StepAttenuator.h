@@ -24,7 +24,7 @@ struct StepAttenuatorTraits {
   std::string_view noteLine;  ///< a further comment line of the file, "" for none
   std::string_view frequencyCaption;
   std::string_view presetFrequency;  ///< proposed for a new point
-  /// What each column's width lacks of a third of the grid's.
+  /// What each column is narrower than a third of the grid.
   std::array<float, 3> narrowing;
 };
 

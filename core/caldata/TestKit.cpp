@@ -62,7 +62,7 @@ Replacement TestKitWouldReplace(const std::filesystem::path& source,
                                 const std::string& modelFolder) {
   const KitFile kit = Identify(source);
   const std::string target = Joined(modelFolder, kit.name);
-  // What identifies the kit stands at the beginning.
+  // The serial number is at the beginning of the file.
   std::string bytes;
   const std::error_code code = ReadNativeFile(source, bytes, kDataFileLimit);
   if (code && code != kTooLargeForData) {

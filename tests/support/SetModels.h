@@ -24,7 +24,7 @@ struct SetModel {
   Texts pages;                   ///< names of the pages of its file
   std::size_t requiredPages;     ///< how many of them no file may lack
   std::vector<Texts> openings;   ///< lines that stand before the rows of each page
-  Texts closing;                 ///< lines that stand behind them
+  Texts closing;                 ///< lines that stand after them
   std::vector<Texts> emptyPage;  ///< what is shown of a page without rows
 };
 

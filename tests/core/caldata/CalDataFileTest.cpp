@@ -45,7 +45,7 @@ std::vector<std::string> RowsOf(const cifCaldata& data) {
 
 using Texts = std::vector<std::string>;
 
-/// The header of the examples, and the comment and caption lines behind it.
+/// The header of the examples, and the comment and caption lines after it.
 Texts Header() {
   return {"#MODEL_NO : PX12A",
           "#SER_NO   : 3318A12345",
@@ -158,7 +158,7 @@ TEST_F(CalDataFileTest, ANumberWithACommaIsRefusedBecauseTheNextLineWouldBeReadF
   EXPECT_TRUE(Contains(ErrorOf([&] { SavedLine(1); }).what(), "calibration number \"C,1\""));
 }
 
-TEST_F(CalDataFileTest, ACommentMayHoldACommaButNothingBehindItThatBeginsALine) {
+TEST_F(CalDataFileTest, ACommentMayHoldACommaButNothingAfterItThatBeginsALine) {
   data_.SetComment("checked, in order");
   EXPECT_EQ(SavedLine(6), "#COMMENT  : checked, in order");
   for (const std::string sign : {"*", "#", "!", "\""}) {
@@ -296,7 +296,7 @@ TEST_F(CalDataFileTest, RowsAreReadOverWhatTheTableHeld) {
   EXPECT_EQ(RowsOf(data_), (Texts{"5 99", "20 92", "30 93"}));
 }
 
-TEST_F(CalDataFileTest, HeaderLinesAreReadWhereverTheyStand) {
+TEST_F(CalDataFileTest, HeaderLinesAreReadInAnyPlace) {
   Load({"*10:91", "#COMMENT  : behind", "*20:92", "#SER_NO   : 12", "!", "#SER_NO   : 13", "!End"});
   EXPECT_EQ(RowsOf(data_), (Texts{"10 91", "20 92"}));
   EXPECT_EQ(data_.Comment(), "behind");
@@ -324,7 +324,7 @@ TEST_F(CalDataFileTest, AFileWithoutItsEndSaysWhatWasNotRead) {
   EXPECT_EQ(data_.LoadNotices().size(), 1U);
 }
 
-TEST_F(CalDataFileTest, AFileThatEndsInARemarkBehindItsRowsHasLostNothing) {
+TEST_F(CalDataFileTest, AFileThatEndsInARemarkAfterItsRowsHasLostNothing) {
   for (const Texts& end : {Texts{"!"}, Texts{"!End", "!"}, Texts{"!", "! checked"}}) {
     Load(Texts{"*10:91", "*20:92"} + end);
     EXPECT_EQ(RowsOf(data_), (Texts{"10 91", "20 92"}));
@@ -332,7 +332,7 @@ TEST_F(CalDataFileTest, AFileThatEndsInARemarkBehindItsRowsHasLostNothing) {
   }
 }
 
-TEST_F(CalDataFileTest, AModelLineOfAnotherModelIsToldAndOneWithTheMakersPrefixIsNone) {
+TEST_F(CalDataFileTest, AnotherModelIsReportedAndTheMakersPrefixIsIgnored) {
   for (const char* own : {"QZ PX12A", "QZPX12A", "QZ  PX12A Opt001", "px12a", "QZ"}) {
     Load({std::string("#MODEL_NO : ") + own, "*10:91", "!End"});
     EXPECT_EQ(data_.ModelNumber(), "PX12A");
@@ -401,7 +401,7 @@ TEST_F(CalDataFileTest, ADateNumberOutside16BitsIsATypeErrorOfItsFileAndLine) {
 
 // The default data.
 
-TEST_F(CalDataFileTest, TheTemplateStandsBesideTheProgram) {
+TEST_F(CalDataFileTest, TheTemplateIsReadFromTheProgramFolder) {
   WriteTemplate(Lines(Header() + Texts{"*10:91", "!End"}));
   EXPECT_EQ(data_.SetInitialDefaultData(), 0);
   EXPECT_EQ(data_.ModelNumber(), "PX12A");

@@ -158,7 +158,7 @@ std::string NewStyle(const std::string& serial) {
 
 class CalFileHeaders : public MainModule {
  public:
-  // Reads the folder and notes the serial number of every row that is told.
+  // Reads the folder and notes the serial number of every row that is reported.
   std::int16_t Read() {
     return ReadCalFileHeaders(kModel,
                               [this](const CalFileInfo& row) { told.push_back(row.SerialNumber); });
@@ -187,7 +187,7 @@ TEST_F(CalFileHeaders, OfANewStyleFile) {
   EXPECT_EQ(told, Names{"3318A12345"});
 }
 
-TEST_F(CalFileHeaders, TakeTheWholeTextBehindTheFirstColon) {
+TEST_F(CalFileHeaders, TakeTheWholeTextAfterTheFirstColon) {
   tree.Write(InModel("SN1"), Lines({"#model:  QZ PX12A Opt001  ", "#", "#x",
                                     "#CAL_NO   :", "#:2002040", "#:a: b  c:"}));
   EXPECT_EQ(Read(), 1);
@@ -200,7 +200,7 @@ TEST_F(CalFileHeaders, TakeTheWholeTextBehindTheFirstColon) {
   ExpectDates(row, {0, 0, 0, 2002, 4, 40});
 }
 
-// A comma ends an item, so what stands behind it is taken for the next header line.
+// A comma ends an item, so the text after it is taken for the next header line.
 TEST_F(CalFileHeaders, AreShiftedByAComma) {
   tree.Write(InModel("SN1"), NewStyle("12,34"));
   EXPECT_EQ(Read(), 1);

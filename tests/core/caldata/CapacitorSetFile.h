@@ -19,7 +19,7 @@ class CapacitorSetStage : public SetStage {
   using SetStage::SetStage;
 
  protected:
-  /// The header of an object without header values, and the lines behind it.
+  /// The header of an object without header values, and the lines after it.
   [[nodiscard]] Texts Header() const {
     return {"#MODEL_NO : " + set_.code,
             "#SER_NO   : ",
@@ -32,7 +32,7 @@ class CapacitorSetStage : public SetStage {
             "!"};
   }
 
-  /// One page with this serial number. No "!" stands behind its end.
+  /// One page with this serial number. No "!" follows its end.
   [[nodiscard]] Texts PageOf(std::size_t page, const std::string& serial,
                              const Texts& dataLines) const {
     return Joined({{"#" + Name(page) + "    :     " + serial}, dataLines, {"!END"}});

@@ -181,7 +181,7 @@ TEST_P(CapacitorSetFile, ReadsAPageWithoutItsEndThroughTheNextPageLineAndSaysSo)
                  {"no page " + Name(1)}});
 }
 
-TEST_P(CapacitorSetFile, TellsOfARowWithoutAFrequency) {
+TEST_P(CapacitorSetFile, ReportsARowWithoutAFrequency) {
   Load(Joined(
       {{"#" + Name(0) + " : S0", FullLine("1"), "*", FullLine("3"), "!END", "!"}, PagesBut({0})}));
   EXPECT_EQ(FirstColumn(0), (Texts{"1"}));

@@ -80,7 +80,7 @@ TEST_P(EverySet, KeepsTheRowsOfAPageThatItDoesNotFill) {
   EXPECT_EQ(ShownRows(0)[1][1], "g");
 }
 
-TEST_P(EverySet, ReadsAPageThatStandsTwiceOverItsEarlierRowsAndSaysSo) {
+TEST_P(EverySet, ReadsASecondPageOfTheSameNameOverItsEarlierRowsAndSaysSo) {
   Load(Joined({Page(1, {FullLine("a"), FullLine("b"), FullLine("c")}), PagesBut({1}),
                Page(1, {FullLine("d")})}));
   EXPECT_EQ(FirstColumn(1), (Texts{"d", "b", "c"}));
@@ -118,7 +118,7 @@ TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
 
 // Writing.
 
-TEST_P(EverySet, NamesItsOwnModelWhateverTheObjectIsTold) {
+TEST_P(EverySet, WritesItsOwnModelWhateverModelNumberIsSet) {
   data_->SetModelNumber(set_.otherCode);
   EXPECT_EQ(Saved().substr(0, 20), "#MODEL_NO : " + set_.code + "\r\n");
 }
@@ -167,7 +167,7 @@ TEST_P(EverySet, ReplacesAWholePageByTheGrid) {
   SetRows(2, ManyRows(51));
   SetRows(2, {{"a", "b", "c", "d", "e"}});
   EXPECT_EQ(ShownRows(2), (Rows{{"a", "b", "c", "d", "e"}}));
-  // What was behind it is gone as well, not just hidden.
+  // The later rows are gone, not only hidden.
   LoadOver(Page(2, {"*1", "*2"}));
   EXPECT_EQ(FirstColumn(2), (Texts{"1", "2"}));
   SetRows(2, {});
@@ -184,7 +184,7 @@ TEST_P(EverySet, KeepsOneFurtherPageThatIsNeverWritten) {
   EXPECT_FALSE(Contains(Saved(), "\r\n*"));
 }
 
-TEST_P(EverySet, HasNoPageBeforeItsFirstOrBehindTheFurtherOne) {
+TEST_P(EverySet, HasNoPageBeforeItsFirstOrAfterTheFurtherOne) {
   for (const std::int16_t page :
        {std::int16_t{INT16_MIN}, std::int16_t{-1}, static_cast<std::int16_t>(set_.pages.size() + 1),
         std::int16_t{INT16_MAX}}) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The examples that docs/file-formats.md tells of: each is taken for what it says, whole and
+// The examples of docs/file-formats.md: each is read for what the document says of it, whole and
 // without a notice, and is written back byte for byte.
 
 #include <gtest/gtest.h>
@@ -108,7 +108,7 @@ TEST_P(DataFileExample, IsOpenedWithoutNotice) {
 INSTANTIATE_TEST_SUITE_P(Formats, DataFileExample, testing::ValuesIn(EditedModels()),
                          [](const auto& example) { return example.param; });
 
-TEST(FormatExamples, GiveTheCellsThatThePageTells) {
+TEST(FormatExamples, HaveTheCellsThatTheDocumentDescribes) {
   EXPECT_EQ(Loaded("PX11A", "SN00417")->Comment(), "Pr\u00FCflabor");
   EXPECT_EQ(RowOf(*Loaded("PX12A", "SN12345"), 0, 3), "50|100.0");
   EXPECT_EQ(RowOf(*Loaded("PX60H", "SN00562"), 0, 3), "0|6.9925E09|0.0512");

@@ -75,7 +75,7 @@ class HostileTree : public testing::Test {
   HostileTree(const HostileTree&) = delete;
   HostileTree& operator=(const HostileTree&) = delete;
 
-  /// Native path of an entry whose name the program's path text need not be able to tell.
+  /// Native path of an entry whose name a path of the program may be unable to hold.
   [[nodiscard]] fs::path In(const char* folder, const std::string& name) const {
     return tree_.Native(folder) / name;
   }
@@ -163,7 +163,7 @@ TEST_F(HostileTree, OddNamesOfStationsAndInstrumentsAreListedAndDeleted) {
   EXPECT_EQ(tree_.Names(kStations), Names{"ST1"});
 }
 
-TEST_F(HostileTree, ANameThatALineOfTheIndexCannotHoldIsToldAndTheEarlierIndexStays) {
+TEST_F(HostileTree, ANameThatAnIndexLineCannotHoldIsReportedAndTheEarlierIndexStays) {
   const std::string rootIndex = R"(c:\stations\INDEX)";
   const std::string index = R"(c:\stations\ST1\INDEX)";
   tree_.Write(rootIndex, "ST1\r\n");
@@ -190,12 +190,12 @@ TEST_F(HostileTree, ANameThatALineOfTheIndexCannotHoldIsToldAndTheEarlierIndexSt
   EXPECT_EQ(tree_.Read(index), "INDEX\r\n");
 }
 
-TEST_F(HostileTree, ANameInTheCharactersOfAnOlderSystemStandsInTheIndexAsItIs) {
+TEST_F(HostileTree, ANameInTheCharactersOfAnOlderSystemIsWrittenUnchanged) {
   WriteStationIndex(kStations, {"ST1", "\xE9\xFF\xC3", "caf\u00E9"});
   EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "ST1\r\n\xE9\xFF\xC3\r\ncaf\xE9\r\n");
 }
 
-TEST_F(HostileTree, NamesThatDifferInCaseAloneAreTwoOfEach) {
+TEST_F(HostileTree, NamesThatDifferOnlyInCaseAreTwoOfEach) {
   tree_.Write(R"(c:\calfactors\PX12A\SN1)", DataOf("UPPER"));
   tree_.Write(R"(c:\calfactors\PX12A\sn1)", DataOf("lower"));
   tree_.Write(R"(c:\calfactors\px12a\SN2)", DataOf("other folder"));
@@ -261,14 +261,14 @@ TEST(HostileTrees, ATreeInUpperCaseWorksAndStaysOne) {
   EXPECT_TRUE(Contains(tree.Read(R"(c:\WINDOWS\TARVELL.INI)"), "Dir=c:\\calfactors\r\n"));
 }
 
-// ---- What stands where a file is expected.
+// ---- What is found where a file is expected.
 
 struct Oddity {
   const char* what;
   std::function<void(const fs::path& path)> make;
   ErrorKind reading;   ///< kind of the error of reading it
-  std::string reason;  ///< part of what is told then
-  /// Part of what is told of saving there; none where the save succeeds.
+  std::string reason;  ///< part of what is reported then
+  /// Part of what a save there reports; none where it succeeds.
   std::optional<std::string> savingReason;
 };
 
@@ -311,7 +311,7 @@ class HostileEntry : public HostileTree, public testing::WithParamInterface<Oddi
   }
 };
 
-TEST_P(HostileEntry, InPlaceOfADataFileIsTold) {
+TEST_P(HostileEntry, InPlaceOfADataFileIsReported) {
   GetParam().make(tree_.Native(kData));
   ExpectUnreadable([] { Serials(); }, kData);
   ExpectUnreadable(&LoadData, kData);
@@ -319,7 +319,7 @@ TEST_P(HostileEntry, InPlaceOfADataFileIsTold) {
   ExpectUnreadable([&] { CopyTestKitFile(native, kModel); }, native);
 }
 
-TEST_P(HostileEntry, InPlaceOfAFileThatIsSavedIsToldAndStays) {
+TEST_P(HostileEntry, InPlaceOfAFileThatIsSavedIsReportedAndStays) {
   const fs::path native = tree_.Native(kData);
   GetParam().make(native);
   const fs::file_type type = fs::symlink_status(native).type();
@@ -341,7 +341,7 @@ TEST_P(HostileEntry, IsDeletedItselfAndNothingElse) {
   const bool isFolder =
       fs::symlink_status(tree_.Native(kInstrument)).type() == fs::file_type::directory;
   DeleteAllInstrumentFiles(kStation);
-  // Clearing takes ordinary files alone.
+  // Clearing removes only ordinary files.
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
   if (!isFolder) {
     DeleteInstrumentFile(kStation, "PX12A");
@@ -394,7 +394,7 @@ TEST_F(HostileTree, DeletingFollowsNoLinkOutOfTheTree) {
   EXPECT_EQ(tree_.Names(kModel), Names{});
 }
 
-TEST_F(HostileTree, WhatMayNotBeReadIsTold) {
+TEST_F(HostileTree, WhatMayNotBeReadIsReported) {
   tree_.Write(kData, DataOf("1"));
   tree_.Write(kInstrument, "MODEL NUMBER x\r\n");
   tree_.Write(kIni, Lines(Names(11, "Dir=c:\\elsewhere")));
@@ -447,7 +447,7 @@ class HugeFile : public HostileTree {
   }
 };
 
-TEST_F(HugeFile, BehindAHeaderIsListedAndIsNoDataFile) {
+TEST_F(HugeFile, AfterAHeaderIsListedAndIsNoDataFile) {
   Make(kData, DataOf("3318A12345"));
   EXPECT_EQ(Serials(), Names{"3318A12345"});
   ExpectRefusal(&LoadData, kData);
@@ -541,7 +541,7 @@ TEST_F(HostileTree, ThousandsOfEntriesAreListedOrReportedAndDeleted) {
       fs::create_hard_link(file, folder / expected.back());
     }
   }
-  // One folder stands for each kind.
+  // One folder serves for each kind.
   EXPECT_TRUE(Sorted(ListInstruments(kStation)) == expected);
   EXPECT_TRUE(Sorted(ListStations(kStation)) == expected);
   Names models;

@@ -54,7 +54,7 @@ TEST(MemoryGrid, OnlyCellsThatExistAreReadAndWritten) {
   EXPECT_EQ(Cells(grid), (Rows{{"", "caption"}, {" \xC2\xB5 ", "b"}}));
 }
 
-TEST(MemoryGrid, AnAddedRowStandsBelowTheLastWithAllItsColumns) {
+TEST(MemoryGrid, AnAddedRowIsTheLastOneAndHasAllColumns) {
   MemoryGrid grid;
   grid.AddRow("1\t2");
   grid.AddRow("3");

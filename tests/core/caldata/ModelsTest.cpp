@@ -15,7 +15,7 @@
 namespace tarvell {
 namespace {
 
-TEST(Models, StandInTheOrderOfTheAddMenuWithTheirProperties) {
+TEST(Models, AreInTheOrderOfTheAddMenuWithTheirProperties) {
   struct Row {
     const char* code;
     ModelFamily family;

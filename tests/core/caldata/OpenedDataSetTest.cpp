@@ -235,7 +235,7 @@ TEST_F(OpenedFile, OfACapacitorSetNamesRowsWithMissingValues) {
             "and would be saved: row 2.");
 }
 
-TEST_F(OpenedFile, NamesRowsBehindTheFormats) {
+TEST_F(OpenedFile, NamesRowsWithoutAFormat) {
   tree_.InstallTemplate("RT730A");
   Texts lines = Header("RT730A");
   for (std::size_t page = 0; page < 7; ++page) {

@@ -27,7 +27,7 @@ using test::ErrorOf;
 using Cells = std::vector<PastedCell>;
 using namespace std::string_view_literals;
 
-/// A table of four rows: a column that cannot be edited, one in pF, one in nH behind "Ls/", and
+/// A table of four rows: a column that cannot be edited, one in pF, one in nH after "Ls/", and
 /// one that takes no values.
 class Pasting : public testing::Test {
  protected:
@@ -100,7 +100,7 @@ TEST_F(Pasting, LeavesOutBlanksAroundANumberAndTheUnitOfItsCell) {
             (Cells{{{{1}, 2}, "Ls/5.2 nH"}, {{{2}, 2}, "Ls/5.3 nH"}, {{{3}, 2}, "Ls/5.4 nH"}}));
 }
 
-TEST_F(Pasting, RefusesWhatIsNoNumberAndTellsTheLineAndTheValue) {
+TEST_F(Pasting, RefusesWhatIsNoNumberAndNamesTheLineAndTheValue) {
   for (const std::string value : {"abc", "12,5", "1 000", "1.2.3", "12 nH", "pF", "12%", "--1",
                                   "1E", "inf", "nan", "0x10", "-", ".", "1\r2", "1\x01"}) {
     ExpectRefused("7\n8\n" + value + "\n9", ErrorKind::Type, 3, {"is no number (in pF)"});
@@ -171,7 +171,7 @@ TEST_F(Pasting, RefusesAnEmptyTextAndAnEmptyTable) {
   ExpectRefused("1", ErrorKind::Index, 0, {"no current cell"}, 0);
 }
 
-TEST_F(Pasting, TellsALongValueByItsBeginning) {
+TEST_F(Pasting, ShowsTheBeginningOfALongValue) {
   const Error error = ErrorOf([&] { (void)Paste(std::string(100000, 'x')); });
   EXPECT_TRUE(Contains(error.Text(), "\"" + std::string(40, 'x') + "...\"")) << error.Text();
   EXPECT_LT(error.Text().size(), 300U);

@@ -20,9 +20,9 @@ class ResistorSetFile : public testing::Test, public SetStage {
 
   ResistorSetFile() : SetStage(ResistorSet()) {}
 
-  /// That page alone holds rows, whose first cells are these.
-  void ExpectRowsOnPageAlone(std::int16_t page, const Texts& firstColumn,
-                             const std::string& what) const {
+  /// Only that page holds rows, whose first cells are these.
+  void ExpectRowsOnlyOnPage(std::int16_t page, const Texts& firstColumn,
+                            const std::string& what) const {
     for (std::int16_t other = 0; other < kPages; ++other) {
       EXPECT_EQ(FirstColumn(other), other == page ? firstColumn : Texts()) << what << ", " << other;
     }

@@ -29,7 +29,7 @@ using test::Texts;
 // Sections.
 
 struct TitleCase {
-  Texts lines;  ///< title and what is skipped behind it
+  Texts lines;  ///< title and the lines that are skipped after it
   std::int16_t page;
 };
 
@@ -53,7 +53,7 @@ TEST_F(ResistorSetFile, FindsTheSectionOfATitleByItsFirstWords) {
                                                       {{"!10 Mohm", "!"}, 5},
                                                       {{"! 10 OHM", "!"}, 5}}) {
     Load(Joined({test.lines, {"*a", "*b", "!END"}}));
-    ExpectRowsOnPageAlone(test.page, {"a", "b"}, test.lines[0]);
+    ExpectRowsOnlyOnPage(test.page, {"a", "b"}, test.lines[0]);
   }
 }
 
@@ -81,7 +81,7 @@ TEST_F(ResistorSetFile, PassesOverEveryOtherTitle) {
                             "#DC Resistance",
                             "#100 ohm"}) {
     Load({title, "!", "*a", "*b", "!END", "!"});
-    ExpectRowsOnPageAlone(kPages, {}, title);
+    ExpectRowsOnlyOnPage(kPages, {}, title);
   }
 }
 
@@ -143,7 +143,7 @@ TEST_F(ResistorSetFile, KeepsTheCellsOfARowThatItsLineDoesNotFill) {
 
 // Data lines.
 
-TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseAsTheyStand) {
+TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseUnchanged) {
   Load(Page(1, {"*  RT 734A :  Ls/5  nH : x", "*a:b:c", "   * d :e:  f  ", "xg : h : i"}));
   EXPECT_EQ(ShownRows(1), (Rows{{"RT 734A", "Ls/5  nH", "x", "", ""},
                                 {"a", "b", "c", "", ""},
@@ -201,7 +201,7 @@ struct UncertaintyCase {
 };
 
 // Less than six characters, the per cent sign left out, are per cent, all else is ppm.
-TEST_F(ResistorSetFile, TellsPerCentFromPpmByTheLengthOfAnUncertainty) {
+TEST_F(ResistorSetFile, TakesALongUncertaintyForPpmAndAShortOneForPerCent) {
   const std::vector<UncertaintyCase> cases = {
       // as many decimals as needed up to two; two; one
       {"0.1 %", {"0.1 %", "0.10 %", "0.1 %"}},

@@ -50,7 +50,7 @@ class TestKit : public testing::Test {
     EXPECT_TRUE(test::ReadNative(Source()) == bytes);
   }
 
-  /// An error of this kind and path, whose text tells `what`; the folder is as it was.
+  /// An error of this kind and path, whose text has the parts `what`; the folder is as it was.
   void ExpectRefusal(const fs::path& source, ErrorKind kind, const std::string& path,
                      const std::vector<std::string>& what) const {
     const Names before = tree_.Names(kFolder);
