@@ -8,11 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "screens/caldata/TabEditorFixture.h"
+#include "screens/caldata/EitherEditor.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
-#include "support/DesktopTestPlatform.h"
-#include "support/SensorStage.h"
 
 namespace tarvell {
 namespace {
@@ -20,9 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using namespace test;  // NOLINT(google-build-using-namespace)
-
-constexpr const char* kFolder = "c:\\calfactors\\PX12A";
-constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
 
 fs::path Trash() {
   return fs::path(qgetenv("XDG_DATA_HOME").toStdString()) / "Trash";
@@ -49,158 +44,81 @@ void ExpectReplaceQuestion(ScriptedQuestions& questions, const QString& text,
                    answer);
 }
 
-/// Clicks a button that saves, first with No to the question, which leaves everything as it is,
-/// then with Yes. `told` stands in the question's detail.
-void ClickNoThenYes(ScriptedQuestions& questions, QWidget& screen, const QString& button,
-                    const QString& text, const std::string& told,
-                    const std::function<void()>& expectUnchanged) {
-  ExpectReplaceQuestion(questions, text, QMessageBox::No);
-  Click(screen, button);
-  EXPECT_TRUE(screen.isVisible());
-  expectUnchanged();
-  EXPECT_EQ(Trashed(), Texts{});
-  ExpectReplaceQuestion(questions, text, QMessageBox::Yes);
-  Click(screen, button);
-  for (const QString& detail : questions.details) {
-    EXPECT_TRUE(Contains(detail.toStdString(), told)) << detail.toStdString();
-  }
-}
+// ---- A data set.
 
-/// A file that a save replaces can be brought back from the trash.
-class WayBack : public SensorStage {
+/// The trash holds the file that a save replaced, where the user may want it back.
+class WayBack : public EitherEditor {
  protected:
   WayBack() { fs::remove_all(Trash()); }
+
+  /// Presses OK. The question comes twice: No leaves everything as it is, Yes saves. `detail` is a
+  /// part of its detail.
+  void ClickOkNoThenYes(CalEditor& editor, const QString& question, const QString& detail) {
+    const std::string before = tree_.Read(Path());
+    ExpectReplaceQuestion(questions_, question, QMessageBox::No);
+    Click(editor, "btnOk");
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_EQ(tree_.Read(Path()), before);
+    EXPECT_EQ(Trashed(), Texts{});
+    ExpectReplaceQuestion(questions_, question, QMessageBox::Yes);
+    Click(editor, "btnOk");
+    EXPECT_FALSE(editor.isVisible());
+    for (const QString& shown : questions_.details) {
+      EXPECT_TRUE(shown.contains(detail)) << shown.toStdString();
+    }
+    EXPECT_EQ(Trashed(), Texts{before});
+    EXPECT_EQ(tree_.Names(Folder()), Texts{"SN12345"});
+  }
 };
 
-TEST_F(WayBack, FromNewDataOverAFileOfAnotherSerialNumber) {
-  const SensorFile old{.serial = "OLD12345", .comment = "old", .rows = {{"50.00", "99.0"}}};
-  tree_.Write(kPath, old.Bytes());
-  SensorFile added{.comment = "new", .rows = {{"50.00", "100.0"}}};
-  ShowNew(added, [&](frmCalDataInput& editor) {
+INSTANTIATE_TEST_SUITE_P(Editors, WayBack, testing::ValuesIn(kBothEditors), KindName);
+
+TEST_P(WayBack, FromNewDataOverAFileOfAnotherSerialNumber) {
+  SetHeader old = header_;
+  old.serial = "OLD12345";
+  tree_.Write(Path(), Bytes(old));
+  New([&](CalEditor& editor) {
     Fill(editor, "txtSerial", "NEW12345");
-    ClickNoThenYes(questions_, editor, "btnOk",
-                   "The file SN12345 holds the data of another serial number, \"OLD12345\".",
-                   "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 MAR 2002\n", [&] {
-                     EXPECT_EQ(TextOf(editor, "txtSerial"), "NEW12345");
-                     EXPECT_EQ(tree_.Read(kPath), old.Bytes());
-                   });
-    EXPECT_FALSE(editor.isVisible());
+    ClickOkNoThenYes(editor,
+                     "The file SN12345 holds the data of another serial number, \"OLD12345\".",
+                     "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 MAR 2002\n");
   });
-  added.serial = "NEW12345";
-  EXPECT_EQ(tree_.Read(kPath), added.Bytes());
-  EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-  EXPECT_EQ(Trashed(), Texts{old.Bytes()});
+  header_.serial = "NEW12345";
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
-TEST_F(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
-  SensorFile file{.comment = "factory", .rows = {{"50.00", "100.0"}}};
-  SensorFile others = file;
-  others.comment = "others";
-  ShowFile(file, [&](frmCalDataInput& editor) {
-    tree_.Write(kPath, others.Bytes());
+TEST_P(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
+  Edit([&](CalEditor& editor) {
+    SetHeader others = header_;
+    others.comment = "others";
+    tree_.Write(Path(), Bytes(others));
     Fill(editor, "txtComment", "mine");
-    ClickNoThenYes(questions_, editor, "btnOk",
-                   "The file SN12345 has changed since it was opened here.", "Comment: others",
-                   [&] {
-                     EXPECT_EQ(TextOf(editor, "txtComment"), "mine");
-                     EXPECT_EQ(tree_.Read(kPath), others.Bytes());
-                   });
-    EXPECT_FALSE(editor.isVisible());
+    ClickOkNoThenYes(editor, "The file SN12345 has changed since it was opened here.",
+                     "Comment: others");
   });
-  file.comment = "mine";
-  EXPECT_EQ(tree_.Read(kPath), file.Bytes());
-  EXPECT_EQ(Trashed(), Texts{others.Bytes()});
+  header_.comment = "mine";
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
-TEST_F(WayBack, FromTheFirstCorrectionOfAFileThatHoldsMoreThanTheScreen) {
-  SensorFile file{.comment = "done in lab 7", .rows = {{"50.00", "100.0"}}};
-  const std::string before = file.Bytes();
-  ShowFile(file, [&](frmCalDataInput& editor) {
-    Fill(editor, "txtCalNo", "C-2");
-    Click(editor, "btnOk");
-    EXPECT_FALSE(editor.isVisible());
-  });
-  file.calNo = "C-2";
-  file.comment = "done";
-  EXPECT_EQ(tree_.Read(kPath), file.Bytes());
-  EXPECT_EQ(Trashed(), Texts{before});
+TEST_P(WayBack, FromTheFirstCorrectionOfAFileThatHoldsMoreThanTheScreen) {
+  header_.comment = "done in lab 7";
+  Edit([](CalEditor& editor) { Click(editor, "btnOk"); });
+  EXPECT_EQ(Trashed(), Texts{Bytes(header_)});
+  header_.comment = "done";
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
-TEST_F(WayBack, IsNotNeededFromTheUsersOwnCorrection) {
-  SensorFile file{.comment = "factory", .rows = {{"50.00", "100.0"}}};
-  ShowFile(file, [&](frmCalDataInput& editor) {
+TEST_P(WayBack, IsNotNeededFromTheUsersOwnCorrection) {
+  Edit([](CalEditor& editor) {
     Fill(editor, "txtComment", "mine");
     Click(editor, "btnOk");
-    EXPECT_FALSE(editor.isVisible());
   });
-  file.comment = "mine";
-  EXPECT_EQ(tree_.Read(kPath), file.Bytes());
+  header_.comment = "mine";
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
   EXPECT_EQ(Trashed(), Texts{});
 }
 
-// ---- Of a set.
-
-class WayBackOfASet : public TabEditorFixture {
- protected:
-  static constexpr const char* kSetPath = R"(c:\calfactors\RT520A\SN05678)";
-
-  WayBackOfASet() {
-    fs::remove_all(Trash());
-    WriteTemplates();
-    tree_.Write(kSetPath, Bytes("factory"));
-  }
-
-  static std::string Bytes(const std::string& comment) {
-    return CapacitorFile({.model = "RT520A", .serial = "1234A05678", .comment = comment},
-                         SetAMembersSaved());
-  }
-
-  /// Saves the set with the comment "mine"; `meanwhile` happens while it is edited.
-  void Correct(const std::function<void()>& meanwhile) {
-    EditFile("RT520A", kSetPath, [&](frmCalDataTabInput& editor) {
-      meanwhile();
-      Fill(editor, "txtComment", "mine");
-      Click(editor, "btnOk");
-      EXPECT_FALSE(editor.isVisible());
-    });
-    EXPECT_EQ(tree_.Read(kSetPath), Bytes("mine"));
-    EXPECT_EQ(tree_.Names(R"(c:\calfactors\RT520A)"), Texts{"SN05678"});
-  }
-
-  DesktopTestPlatform platform_{tree_.ProgramFolder()};
-};
-
-TEST_F(WayBackOfASet, FromACorrectionThatSomebodyElseMadeMeanwhile) {
-  Correct([&] {
-    tree_.Write(kSetPath, Bytes("others"));
-    ExpectReplaceQuestion(questions_, "The file SN05678 has changed since it was opened here.",
-                          QMessageBox::Yes);
-  });
-  EXPECT_EQ(Trashed(), Texts{Bytes("others")});
-}
-
-TEST_F(WayBackOfASet, IsNotNeededFromTheUsersOwnCorrection) {
-  Correct([] {});
-  EXPECT_EQ(Trashed(), Texts{});
-}
-
-TEST_F(WayBackOfASet, FromNewDataOverAFileOfAnotherSerialNumber) {
-  EditNew("RT520A", [&](frmCalDataTabInput& editor) {
-    Fill(editor, "txtSerial", "9999B05678");
-    ClickNoThenYes(questions_, editor, "btnOk",
-                   "The file SN05678 holds the data of another serial number, \"1234A05678\".",
-                   "Serial number: 1234A05678\n", [&] {
-                     EXPECT_EQ(TextOf(editor, "txtSerial"), "9999B05678");
-                     EXPECT_EQ(tree_.Read(kSetPath), Bytes("factory"));
-                   });
-    EXPECT_FALSE(editor.isVisible());
-  });
-  EXPECT_EQ(tree_.Read(kSetPath), CapacitorFile({"RT520A", "9999B05678"}, SetAMembersSaved()));
-  EXPECT_EQ(tree_.Names(R"(c:\calfactors\RT520A)"), Texts{"SN05678"});
-  EXPECT_EQ(Trashed(), Texts{Bytes("factory")});
-}
-
-// ---- Of a station's instrument.
+// ---- An instrument of a station.
 
 class WayBackOfAnInstrument : public StationStage {
  protected:
@@ -234,8 +152,8 @@ TEST_F(WayBackOfAnInstrument, FromACorrectionThatSomebodyElseMadeMeanwhile) {
   EXPECT_EQ(Trashed(), Texts{others.Bytes()});
 }
 
-// Whoever takes the save back stays at the instrument, also on leaving.
-TEST_F(WayBackOfAnInstrument, IsNotNeededWhereTheSaveIsTakenBack) {
+// After No the user stays at the instrument, on leaving as well.
+TEST_F(WayBackOfAnInstrument, IsNotNeededAfterNo) {
   const InstrumentFile others{.comment = "others", .calData = ""};
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
@@ -259,14 +177,14 @@ TEST_F(WayBackOfAnInstrument, IsNotNeededFromTheUsersOwnCorrection) {
   EXPECT_EQ(Trashed(), Texts{});
 }
 
-// It is never read back into its box.
+// The file's cal data are not shown in their box.
 TEST_F(WayBackOfAnInstrument, FromASaveWithoutTheCalDataOfTheFile) {
   WriteInstrument({.calData = "kept elsewhere"});
   Correct([] {});
   EXPECT_EQ(Trashed(), Texts{InstrumentFile{.calData = "kept elsewhere"}.Bytes()});
 }
 
-// ---- Of a kit's file.
+// ---- The file of a test kit.
 
 class WayBackOfAKit : public StationStage {
  protected:

@@ -1,0 +1,475 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QCheckBox>
+#include <QDir>
+#include <QMenu>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "screens/caldata/AttenuatorFile.h"
+#include "screens/caldata/TabEditorFixture.h"
+#include "screens/caldata/frmCalDataInput.h"
+#include "screens/caldata/frmCalibrationMain.h"
+#include "screens/caldata/frmInputPX60H.h"
+#include "screens/main/frmMain.h"
+#include "screens/widgets/frmInput.h"
+#include "support/DesktopTestPlatform.h"
+#include "support/SensorStage.h"
+
+/// The whole way of an operator for each family of models: from the main menu through the real
+/// screens and message boxes to the file on the disk.
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+class Workflow : public testing::Test {
+ protected:
+  Workflow() : platform_(tree_.ProgramFolder()) {}
+
+  /// Starts the program and opens the calibration data menu, where the steps of the test go on.
+  void Run() {
+    tree_.MakeFolders(R"(c:\stations)");
+    tree_.MakeFolders(R"(c:\calfactors)");
+    frmMain mainMenu;
+    mainMenu.Form_Load(0);
+    Click(mainMenu, "Option2");
+    Click(mainMenu, "btnStart");
+    EXPECT_TRUE(mainMenu.isVisible());
+  }
+
+  void AtMenu(const std::function<void(frmCalibrationMain& screen)>& act) {
+    user_.At<frmCalibrationMain>(act);
+  }
+
+  template <typename Editor>
+  void AtEditor(const std::function<void(Editor& editor)>& act) {
+    user_.At<Editor>([act](Editor& editor) {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
+      act(editor);
+    });
+  }
+
+  /// Chooses the model in the Add menu and uses its editor.
+  template <typename Editor>
+  void Add(const QString& model, const std::function<void(Editor& editor)>& act) {
+    AtMenu([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
+    user_.At<QMenu>([model](QMenu& add) { ClickModel(add, model); });
+    AtEditor<Editor>(act);
+  }
+
+  /// Finds these bytes in the only file, and edits it.
+  template <typename Editor>
+  void Edit(const std::string& model, const std::string& serial, const std::string& bytes,
+            const std::function<void(Editor& editor)>& act) {
+    ExpectFile(model, serial, bytes);
+    AtMenu([serial](frmCalibrationMain& screen) {
+      ClickEntry(screen, "lstSerialNumber", QString::fromStdString(serial));
+      Click(screen, "btnEdit");
+    });
+    AtEditor<Editor>(act);
+  }
+
+  void ExpectFile(const std::string& model, const std::string& serial, const std::string& bytes) {
+    AtMenu([=, this](frmCalibrationMain& screen) {
+      EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{model});
+      EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{serial});
+      EXPECT_EQ(tree_.Names(R"(c:\calfactors\)" + model), Texts{NameOfFile(serial)});
+      EXPECT_EQ(tree_.Read(R"(c:\calfactors\)" + model + "\\" + NameOfFile(serial)), bytes);
+    });
+  }
+
+  /// Finds these bytes in the only file, deletes it after a first No, and leaves the menu.
+  void Delete(const std::string& model, const std::string& serial, const std::string& bytes) {
+    ExpectFile(model, serial, bytes);
+    AtMenu([=, this](frmCalibrationMain& screen) {
+      for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+        EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{serial});
+        ClickEntry(screen, "lstSerialNumber", QString::fromStdString(serial));
+        user_.AnswerBox(QString::fromStdString("Are you sure you want to delete " + model + "(" +
+                                               serial + ")?"),
+                        QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
+                        answer);
+        Click(screen, "btnDelete");
+      }
+      EXPECT_TRUE(EntriesOf(screen, "LstInstrment").empty());
+      EXPECT_TRUE(EntriesOf(screen, "lstSerialNumber").empty());
+      EXPECT_TRUE(tree_.Names(R"(c:\calfactors\)" + model).empty());
+      Click(screen, "btnReturn");
+    });
+  }
+  static void ExpectInTrash(const std::string& serial) {
+    EXPECT_TRUE(QFile::exists(QDir::homePath() + "/data/Trash/files/" +
+                              QString::fromStdString(NameOfFile(serial))));
+  }
+
+  static void FillHeader(QWidget& editor, const std::string& serial) {
+    Fill(editor, "txtSerial", QString::fromStdString(serial));
+    Fill(editor, "txtCalNo", "C-0042");
+    Fill(editor, "txtCalYear", "2001");
+    Choose(editor, "cmbCalMonth", "MAR");
+    Fill(editor, "txtCalDay", "5");
+    Fill(editor, "txtDueYear", "2002");
+    Choose(editor, "cmbDueMonth", "MAR");
+    Fill(editor, "txtDueDay", "5");
+    Fill(editor, "txtComment", "lab");
+  }
+  static SetHeader HeaderOf(const std::string& model, const std::string& serial) {
+    return {model, serial, "20010305", "C-0042", "20020305", "lab"};
+  }
+
+  /// Presses a button that adds or deletes a point, after which a message comes.
+  void AnswerAndClick(QWidget& editor, const QString& button, const QString& text,
+                      QMessageBox::StandardButton answer) {
+    if (answer == QMessageBox::Ok) {
+      user_.AnswerBox(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok, answer);
+    } else {
+      user_.AnswerBox(text, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No,
+                      QMessageBox::No, answer);
+    }
+    Click(editor, button);
+  }
+
+  using Changes = std::vector<std::pair<std::size_t, std::string>>;
+  /// The shipped template with the header of HeaderOf and these lines in place of its own. Lines
+  /// count from 1.
+  [[nodiscard]] std::string Changed(const std::string& model, const std::string& serial,
+                                    const Changes& changes, std::size_t lineCount) const {
+    Texts lines = HeaderLines(HeaderOf(model, serial));
+    lines.resize(6);
+    const std::string bytes = ReadNative(tree_.ProgramFolder() / ("Temp" + model));
+    std::size_t start = 0;
+    for (std::size_t line = 1; line <= lineCount; ++line) {
+      const std::size_t end = bytes.find("\r\n", start);
+      if (line > 6) {
+        lines.push_back(bytes.substr(start, end - start));
+      }
+      start = end + 2;
+    }
+    for (const auto& [line, text] : changes) {
+      lines.at(line - 1) = text;
+    }
+    return Lines(lines);
+  }
+
+  static std::string NameOfFile(const std::string& serial) {
+    return "SN" + serial.substr(serial.size() - 5);
+  }
+
+  TestTree tree_;
+  DesktopTestPlatform platform_;
+  User user_;
+};
+
+TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
+  SensorFile file{.serial = "", .comment = "", .rows = {{"0.10", "100.0"}, {"50.00", "100.0"}}};
+  WriteNative(tree_.ProgramFolder() / "TempPX12A", file.Bytes());
+  frmMain mainMenu;
+  mainMenu.Form_Load();
+  EXPECT_EQ(mainMenu.windowTitle(), "Morrand Tarvell - A.02.61");
+  Click(mainMenu, "Option2");
+  for (const char* missing :
+       {"Input station folder does not exist.", "Select calibration data folder is not exist."}) {
+    user_.AnswerBox(
+        missing + QString("\r\nIf you want to create new folder, then press Ok button."),
+        QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel,
+        QMessageBox::Ok);
+  }
+  Add<frmCalDataInput>("PX12A", [&](frmCalDataInput& editor) {
+    CalGrid& grid = GridOf(editor);
+    user_.AnswerBox("Please input serial number", QMessageBox::Information, QMessageBox::Ok,
+                    QMessageBox::Ok, QMessageBox::Ok);
+    Click(editor, "btnOk");
+    FillHeader(editor, "3318A12345");
+    // The Down key stores a factor and goes on; a double click edits the number itself.
+    ClickCell(grid, 1, 1);
+    Type("98.84");
+    Press(Qt::Key_Down);
+    DoubleClickCell(grid, 2, 1);
+    Press(Qt::Key_Backspace);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(ColumnOf(grid, 1), (Texts{"98.8", "10.0"}));
+    for (const auto& [number, unit] : {std::pair{"2", "GHz"}, {"300", "KHz"}, {"12000", "MHz"}}) {
+      user_.At<frmInput>([number = number, unit = unit](frmInput& dialog) {
+        Type(number);
+        Choose(dialog, "cmbUnit", unit);
+        Press(Qt::Key_Return);
+      });
+      Click(editor, "btnAddPoint");
+    }
+    EXPECT_EQ(ColumnOf(grid, 0), (Texts{"0.10", "0.30", "50.00", "2000.00", "12000.0"}));
+    user_.At<frmInput>([](frmInput& dialog) {
+      Type("50");
+      Click(dialog, "btnOk");
+    });
+    AnswerAndClick(editor, "btnAddPoint", "Cannot add to same calibration point", QMessageBox::Ok);
+    ClickCell(grid, 4, 1);
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+      AnswerAndClick(editor, "btnDeletePoint", "Are you want delete? (2000MHz)", answer);
+      EXPECT_EQ(grid.model()->rowCount(), answer == QMessageBox::No ? 5 : 4);
+    }
+    Click(editor, "btnOk");
+  });
+  file = {.comment = "lab",
+          .rows = {{"0.10", "98.8"}, {"0.30", "100.0"}, {"50.00", "10.0"}, {"12000.0", "100.0"}}};
+  Edit<frmCalDataInput>("PX12A", "3318A12345", file.Bytes(), [&](frmCalDataInput& editor) {
+    EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - 3318A12345)");
+    ClickCell(GridOf(editor), 4, 1);
+    Type("97.26");
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Tab);  // Add Calibration Point
+    Press(Qt::Key_Tab);  // Delete Calibration Point
+    Press(Qt::Key_Tab);  // OK
+    Press(Qt::Key_Space);
+  });
+  SensorFile corrected = file;
+  corrected.rows.back().second = "97.3";
+  Delete("PX12A", "3318A12345", corrected.Bytes());
+  Click(mainMenu, "btnStart");
+  ExpectInTrash("3318A12345");
+  Click(mainMenu, "btnExit");
+  EXPECT_FALSE(mainMenu.isVisible());
+  EXPECT_EQ(
+      tree_.Read(R"(c:\windows\tarvell.ini)"),
+      Lines({";", ";  Tar vell    Ini file", ";", "[Tarvell]", "SysRevision=A.02.61", "",
+             "[Calfactors]", R"(Dir=c:\calfactors)", "", "[Stations]", R"(Dir=c:\stations)"}));
+}
+
+TEST_F(Workflow, AStepAttenuatorIsAddedCorrectedAndDeleted) {
+  for (const std::string model : {"PX60H", "PX60G"}) {
+    WriteNative(
+        tree_.ProgramFolder() / ("Temp" + model),
+        AttenuatorFile(model, {"#SER_NO   : "},
+                       {"*  0  :   5.00E07   :   0.0000", "* 10  :   1.00E08   :  10.0000"}));
+    Add<frmCalDataInput>(QString::fromStdString(model), [&](frmCalDataInput& editor) {
+      CalGrid& grid = GridOf(editor);
+      EXPECT_EQ(CellOf(grid, 0, 0), "Setting [dB]");
+      EXPECT_EQ(CellOf(grid, 0, 1),
+                TextOf(editor, "txtModel") == "PX60H" ? "Frequency[Hz]" : "Freq[Hz]");
+      EXPECT_EQ(CellOf(grid, 0, 2), "Cal Data [dB]");
+      FillHeader(editor, "3318A12345");
+      ClickCell(grid, 1, 2);
+      Type("0.05124");
+      Press(Qt::Key_Down);
+      Type("10.01235");
+      Press(Qt::Key_Return);
+      // Points from the lists, and typed ones.
+      for (const auto& [setting, frequency] : {std::pair{"120", "6.9925E09"}, {"20", "1.00E09"}}) {
+        user_.At<frmInputPX60H>([setting = setting, frequency = frequency](frmInputPX60H& dialog) {
+          Choose(dialog, "cmbSetting", setting);
+          Choose(dialog, "cmbFreq", frequency);
+          Click(dialog, "btnOk");
+        });
+        Click(editor, "btnAddPoint");
+      }
+      user_.At<frmInputPX60H>([](frmInputPX60H& dialog) {
+        FillCombo(dialog, "cmbSetting", "10");
+        FillCombo(dialog, "cmbFreq", "1234567");
+        Press(Qt::Key_Return);
+      });
+      Click(editor, "btnAddPoint");
+      EXPECT_EQ(ColumnOf(grid, 0), (Texts{"0", "10", "10", "20", "120"}));
+      ClickCell(grid, 4, 0);
+      AnswerAndClick(editor, "btnDeletePoint", "Are you want delete? (20dB, 1GHz)",
+                     QMessageBox::Yes);
+      Click(editor, "btnOk");
+    });
+    const auto file = [&](const std::string& corrected) {
+      return AttenuatorFile(
+          model,
+          {"#SER_NO   : 3318A12345", "#CAL_DATE : 20010305", "#CAL_NO   : C-0042",
+           "#DUE_DATE : 20020305", "#COMMENT  : lab"},
+          {"*  0  :   5.00E07   :   0.0512", "* 10  :  1.2346E06   :  " + corrected,
+           "* 10  :   1.00E08   :  10.0124", "*120  :  6.9925E09   :  120.0000"});
+    };
+    Edit<frmCalDataInput>(model, "3318A12345", file("10.0000"), [](frmCalDataInput& editor) {
+      ClickCell(GridOf(editor), 2, 2);
+      Type("10.5");
+      Click(editor, "btnOk");  // stores the edit
+    });
+    Delete(model, "3318A12345", file("10.5000"));
+    Run();
+  }
+}
+
+TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
+  tree_.InstallTemplate("RT520A");
+  const std::string serial = "2031A00517";
+  Add<frmCalDataTabInput>("RT520A", [&](frmCalDataTabInput& editor) {
+    CalGrid& grid = GridOf(editor);
+    EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (RT520A - 1000A00000)");
+    FillHeader(editor, serial);
+    Fill(editor, "txtTabSerial", "1234A00567");
+    ClickCell(grid, 1, 1);
+    Type("1.0000123");
+    Press(Qt::Key_Down);
+    Type("1.000026");
+    Press(Qt::Key_Return);
+    TypeCell(editor, 1, 2, "12");
+    EXPECT_EQ(CellOf(grid, 1, 2), "12 ppm");
+    TypeCell(editor, 1, 4, "0.00002");
+    DoubleClickCell(grid, 2, 2);
+    EXPECT_EQ(TextOf(editor, "txtCell"), "0.01");
+    for (int i = 0; i < 4; ++i) {
+      Press(Qt::Key_Backspace);
+    }
+    Type("85");
+    Choose(editor, "txtCellCmb", "ppm");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CellOf(grid, 2, 2), "85.000 ppm");
+    ClickCell(grid, 6, 1);
+    Type("1.00016");
+    ClickTab(editor, 2);  // stores the edit
+    ClickCell(grid, 3, 2);
+    Type("0.004");
+    Choose(editor, "txtCellCmb", "%");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CellOf(grid, 3, 2), "0.0040 %");
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "1234A00570");
+    ClickCell(grid, 8, 3);
+    Type("0.00015");
+    Click(editor, "btnOk");  // stores the edit
+  });
+  Changes changes = {
+      {10, "#RT521A    :     1234A00567"},
+      {11, "*         1000 :       1.000012pF :    0.0012 :            0.00000 :   0.00002"},
+      {12, "*        10000 :        1.00003pF :    0.0085 :            0.00000 :   0.00010"},
+      {16, "*      5000000 :         1.0002pF :      0.05 :            0.00000 :   0.00010"},
+      {24, "*       100000 :       10.00000pF :    0.0040 :            0.00000 :   0.00010"},
+      {43, "#RT524A    :     1234A00570"},
+      {51, "*     13000000 :         1000.0pF :      0.25 :             0.0002 :   0.0010"}};
+  Edit<frmCalDataTabInput>(
+      "RT520A", serial, Changed("RT520A", serial, changes, 53), [&](frmCalDataTabInput& editor) {
+        EXPECT_EQ(RowOf(editor, 2),
+                  (Texts{"10000", "1.00003pF", "85.000 ppm", "0.00000", "0.00010"}));
+        ClickTab(editor, 2);
+        EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "40 ppm") << "six characters stand for ppm";
+        ClickTab(editor, 3);
+        TypeCell(editor, 1, 1, "100.00125");
+        Click(editor, "btnOk");
+      });
+  changes.emplace_back(
+      33, "*         1000 :       100.0013pF :    0.0030 :            0.00000 :   0.00010");
+  Delete("RT520A", serial, Changed("RT520A", serial, changes, 53));
+  Run();
+  ExpectInTrash(serial);
+}
+
+TEST_F(Workflow, CapacitorSetCIsAddedWithoutItsOptionAndGetsItLater) {
+  tree_.InstallTemplate("RT520C");
+  const std::string serial = "2031C00618";
+  Add<frmCalDataTabInput>("RT520C", [&](frmCalDataTabInput& editor) {
+    EXPECT_TRUE(Find<QCheckBox>(editor, "chkCheck").isChecked());
+    FillHeader(editor, serial);
+    TypeCell(editor, 3, 1, "10.00012");
+    ClickTab(editor, 2);
+    ClickCell(GridOf(editor), 5, 2);
+    Type("0.0795");
+    Choose(editor, "txtCellCmb", "%");
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "2345C00004");
+    TypeCell(editor, 1, 1, "9.9");
+    Click(editor, "chkCheck");
+    EXPECT_EQ(SelectedTab(editor), 3);
+    Fill(editor, "txtTabSerial", "2345C00003");
+    Click(editor, "btnOk");
+  });
+  Changes changes = {
+      {13, "*         1000 :       10.00012nF :    0.0150 :            0.00000 :   0.00010"},
+      {23, "*       100000 :        100.000nF :    0.0795 :            0.00000 :   0.00010"},
+      {26, "#RT527A    :     2345C00003"}};
+  Edit<frmCalDataTabInput>("RT520C", serial, Changed("RT520C", serial, changes, 33),
+                           [&](frmCalDataTabInput& editor) {
+                             EXPECT_EQ(TabsOf(editor).count(), 3);
+                             Click(editor, "chkCheck");
+                             ClickTab(editor, 4);
+                             EXPECT_EQ(TextOf(editor, "txtTabSerial"), "");
+                             Fill(editor, "txtTabSerial", "2345C00004");
+                             TypeCell(editor, 1, 1, "9.99876");
+                             Click(editor, "btnOk");
+                           });
+  changes.emplace_back(34, "#RT528A    :     2345C00004");
+  changes.emplace_back(
+      35, "*          100 :        9.99876uF :    0.0200 :            0.00000 :   0.00010");
+  Delete("RT520C", serial, Changed("RT520C", serial, changes, 41));
+  Run();
+}
+
+TEST_F(Workflow, TheResistorSetIsAddedCorrectedAndDeleted) {
+  tree_.InstallTemplate("RT730A");
+  const std::string serial = "2031R00719";
+  Add<frmCalDataTabInput>("RT730A", [&](frmCalDataTabInput& editor) {
+    CalGrid& grid = GridOf(editor);
+    FillHeader(editor, serial);
+    TypeCell(editor, 4, 2, "1.00005");
+    EXPECT_EQ(CellOf(grid, 4, 2), "1.0001  ohm");
+    ClickCell(grid, 9, 3);
+    Type("100");
+    Choose(editor, "txtCellCmb", "ppm");
+    KeyToTab(editor, 2);
+    TypeCell(editor, 3, 2, "1.25");
+    TypeCell(editor, 4, 1, "0.1236");
+    KeyToTab(editor, 3);
+    TypeCell(editor, 1, 1, "10.0126");
+    ClickCell(grid, 5, 2);
+    Type("250");
+    Choose(editor, "txtCellCmb", "ppm");
+    KeyToTab(editor, 7);
+    ClickCell(grid, 8, 4);
+    Type("0.125");
+    Click(editor, "btnOk");  // stores the edit
+  });
+  Changes changes = {
+      {16, "*   RT734A :         1 ohm :      1.0001  ohm :      0.05 % "},
+      {21, "*   RT739A :      100 kohm :     100.000 kohm : 0.01000 %"},
+      {28, "*   RT736A :          Ls/5 nH :  1.3 nH"},
+      {29, "*   RT737A :      Cp/0.124 pF : 0.02 pF"},
+      {37, "*        1 :   10.013 ohm :      0.10 % :      0.000 ohm :   0.010 ohm"},
+      {41, "*       13 :    10.00 ohm :   0.02500 % :       0.00 ohm :    0.05 ohm"},
+      {90, "*       30 :  100.000 kohm :       0.5 % :        0.00 uS :     0.13 uS"}};
+  Edit<frmCalDataTabInput>(
+      "RT730A", serial, Changed("RT730A", serial, changes, 91), [](frmCalDataTabInput& editor) {
+        EXPECT_EQ(RowOf(editor, 9), (Texts{"RT739A", "100 kohm", "100.000 kohm", "100 ppm", ""}));
+        KeyToTab(editor, 3);
+        EXPECT_EQ(CellOf(GridOf(editor), 5, 2), "250.0 ppm");
+        KeyToTab(editor, 5);
+        TypeCell(editor, 7, 3, "2.5");
+        Click(editor, "btnOk");
+      });
+  changes.emplace_back(65,
+                       "*       20 :    1.000 kohm :       0.3 % :           3 uS :        3 uS");
+  Delete("RT730A", serial, Changed("RT730A", serial, changes, 91));
+  Run();
+}
+
+TEST_F(Workflow, AShippedTemplateOfASetIsSavedAsItStands) {
+  const std::vector<std::pair<std::string, std::size_t>> sets = {
+      {"RT520A", 53}, {"RT520C", 41}, {"RT730A", 91}};
+  for (const auto& [model, lineCount] : sets) {
+    tree_.InstallTemplate(model);
+    Add<frmCalDataTabInput>(QString::fromStdString(model), [](frmCalDataTabInput& editor) {
+      FillHeader(editor, "00001");
+      // Each tab is shown and stored.
+      for (int tab = 2; tab <= TabsOf(editor).count(); ++tab) {
+        KeyToTab(editor, tab);
+      }
+      Click(editor, "btnOk");
+    });
+  }
+  AtMenu([](frmCalibrationMain& screen) { Click(screen, "btnReturn"); });
+  Run();
+  for (const auto& [model, lineCount] : sets) {
+    EXPECT_EQ(tree_.Read(R"(c:\calfactors\)" + model + R"(\SN00001)"),
+              Changed(model, "00001", {}, lineCount));
+  }
+}
+
+}  // namespace
+}  // namespace tarvell
