@@ -179,18 +179,6 @@ TEST_F(CalibrationMenu, ListsTheSerialNumbersOfTheChosenModelInThePlatformsOrder
   RunMenu();
 }
 
-TEST_F(CalibrationMenu, NamesAFileThatCannotBeReadAndListsTheOthers) {
-  WriteData("PX12A", "SN1", "1");
-  tree_.Write(kRoot + R"(\PX12A\SN2)", "#MODEL_NO : PX12A\r\n");
-  AtMenu([&](frmCalibrationMain& menu) {
-    questions_.ExpectError({kRoot + R"(\PX12A\SN2)"});
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    EXPECT_EQ(Serials(menu), Texts{"1"});
-    EXPECT_EQ(Models(menu), Texts{"PX12A"});
-  });
-  RunMenu();
-}
-
 TEST_F(CalibrationMenu, FollowsTheKeyboardAndReadsAFolderAgainWhenItIsClickedAgain) {
   WriteData("PX12A", "SN1", "1");
   WriteData("RT410A", "SN2", "2");
@@ -306,32 +294,6 @@ TEST_F(CalibrationMenu, AddSelectsTheModelWhenItHasData) {
     });
   }
   RunMenu();
-}
-
-TEST_F(CalibrationMenu, AFolderInLowerCaseStaysOneFolder) {
-  tree_.InstallTemplate("PX12A");
-  WriteData("px12a", "sn1", "1");
-  AtMenu([&](frmCalibrationMain& menu) {
-    Choose(menu, "PX12A", "1");
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-      Fill(editor, "txtComment", "second");
-      Click(editor, "btnOk");
-    });
-    Click(menu, "btnEdit");
-  });
-  ChooseAdd("PX12A");
-  user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-    Fill(editor, "txtSerial", "2");
-    Click(editor, "btnOk");
-  });
-  AtMenu([&](frmCalibrationMain& menu) {
-    EXPECT_EQ(Selected(menu, "LstInstrment"), "PX12A");
-    ClickEntry(menu, "lstSerialNumber", "1");
-    Delete(menu, "PX12A(1)", QMessageBox::Yes);
-  });
-  RunMenu();
-  EXPECT_EQ(tree_.Names(kRoot), Texts{"px12a"});
-  EXPECT_EQ(tree_.Names(kRoot + R"(\px12a)"), Texts{"SN2"});
 }
 
 TEST_F(CalibrationMenu, AnAddThatFailsLeavesTheSelection) {

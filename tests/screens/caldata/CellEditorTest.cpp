@@ -149,18 +149,6 @@ TEST_P(CellEditing, EnterStoresTheNumberInTheFormatOfTheCell) {
   });
 }
 
-TEST_P(CellEditing, EscapeLeavesTheCell) {
-  Edit([&](CalEditor& editor) {
-    ClickCell(GridOf(editor), 1, 1);
-    Type("7");
-    Press(Qt::Key_Escape);
-    ExpectBackIn(editor, GridOf(editor), 1);
-    ExpectUnchanged(editor);
-    Press(Qt::Key_Return);
-    ExpectOpen(editor, Numbers()[0]);
-  });
-}
-
 TEST_P(CellEditing, DownAndUpStoreAndGoToTheNextRow) {
   Edit([&](CalEditor& editor) {
     CalGrid& grid = GridOf(editor);
@@ -225,20 +213,6 @@ TEST_P(CellEditing, AClickElsewhereStores) {
   });
   EXPECT_EQ(tree_.Read(Path()),
             Bytes(header_, {Stored(1, "8"), HasPages() ? "1.00003pF" : "1005.0", Values()[2]}));
-}
-
-TEST_P(CellEditing, CancelDropsAnOpenEdit) {
-  Edit([&](CalEditor& editor) {
-    ClickCell(GridOf(editor), 3, 1);
-    Type("96");
-    Click(editor, "btnCancel");
-    EXPECT_FALSE(editor.isVisible());
-  });
-  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
-  EditAgain([&](CalEditor& editor) {
-    ExpectClosed(editor);
-    ExpectUnchanged(editor);
-  });
 }
 
 TEST_P(CellEditing, ReportsAndMarksAValueThatIsStoredDifferently) {
@@ -400,18 +374,6 @@ TEST_F(TableKeys, HomeAndEndGoToCellsThatCanBeEdited) {
     ExpectBackIn(editor, grid, 4);
     Press(Qt::Key_Home);
     ExpectBackIn(editor, grid, 4);
-  });
-}
-
-TEST_F(TableKeys, AnEmptyTableHasNothingToEdit) {
-  file_.rows = {};
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    GridOf(editor).setFocus();
-    for (const Qt::Key key : {Qt::Key_7, Qt::Key_Return, Qt::Key_Space}) {
-      Press(key);
-      ExpectClosed(editor);
-      EXPECT_TRUE(editor.isVisible());
-    }
   });
 }
 
@@ -642,17 +604,6 @@ TEST_F(CellBox, FollowsTheCellWhenWindowColumnsAndRowsChangeTheirSize) {
     ExpectOver(grid, 3);
     grid.setRowHeight(0, grid.rowHeight(0) + 9);
     ExpectOver(grid, 3);
-  });
-}
-
-TEST_F(CellBox, TheCaptionsStayWhileTheTableScrolls) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    CalGrid& grid = GridOf(editor);
-    const QRect before = grid.horizontalHeader()->geometry();
-    grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum());
-    EXPECT_EQ(grid.horizontalHeader()->geometry(), before);
-    EXPECT_LE(before.bottom(), grid.viewport()->geometry().top());
-    EXPECT_EQ(grid.horizontalHeader()->sectionViewportPosition(1), CellRect(grid, 40).left());
   });
 }
 

@@ -179,22 +179,6 @@ TEST_F(Pages, AreStoredWithAnOpenEditWhenTheTabChanges) {
   EXPECT_EQ(tree_.Read(PathOf("RT520A")), SetA(members));
 }
 
-TEST_F(Pages, MayHave51Rows) {
-  std::vector<Member> members = SetCMembersSaved();
-  members[1].rows.clear();
-  for (int row = 1; row <= 51; ++row) {
-    members[1].rows.push_back({std::to_string(row), "100.001nF", "0.0200", "0.00030", "0.00040"});
-  }
-  Edit("RT520C", CapacitorFile({"RT520C", "00042"}, members), [](frmCalDataTabInput& editor) {
-    ClickTab(editor, 2);
-    EXPECT_EQ(GridOf(editor).model()->rowCount(), 51);
-    TypeCell(editor, 51, 1, "99");
-    Click(editor, "btnOk");
-  });
-  members[1].rows.back()[1] = "99.000nF";
-  EXPECT_EQ(tree_.Read(PathOf("RT520C")), CapacitorFile({"RT520C", "00042"}, members));
-}
-
 // ---- What opening a file reports.
 
 TEST_F(Pages, TakeFromTheTemplateWhatTheFileLacks) {
@@ -234,15 +218,6 @@ TEST_F(Pages, OpenWithAnotherTemplateAndWithoutOne) {
   Edit("RT730A", SetA(), [](frmCalDataTabInput& editor) {
     EXPECT_EQ(RowOf(editor, 1), (Texts{"RT731A", "1 mohm", "1.0000  mohm", "0.1 %", ""}));
   });
-}
-
-TEST_F(Pages, AreCompletedInAFileWhoseTitleIsCutOff) {
-  const std::string whole = ResistorFile({"RT730A", "00042"}, SetRRows());
-  std::string cut = whole;
-  cut.replace(cut.find("!DC Resistance"), 14, "!D");
-  questions_.ExpectError({"DC Registance"});
-  Edit("RT730A", cut, [](frmCalDataTabInput& editor) { Click(editor, "btnOk"); });
-  EXPECT_EQ(tree_.Read(PathOf("RT730A")), whole);
 }
 
 // ---- Notices while the data are edited.

@@ -418,21 +418,6 @@ TEST_F(AttenuatorPoints, AreNotAddedWhenTheDialogIsCancelled) {
   });
 }
 
-TEST_F(AttenuatorPoints, AreNamedInMegahertzOrGigahertzByTheQuestion) {
-  const Texts lines = {"*  0  :   1.00E05   :   0.0000", "*110  :   1.00E09   :  110.0000",
-                       "*120  :  6.9925E09   :  120.0000"};
-  Edit("PX60H", lines, [&](frmCalDataInput& editor) {
-    const std::vector<QString> names = {"0dB, 0.1MHz", "110dB, 1GHz", "120dB, 6.9925GHz"};
-    for (int row = 3; row >= 1; --row) {
-      ClickCell(GridOf(editor), row, row % 3);
-      for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-        DeletePoint(editor, names.at(static_cast<std::size_t>(row) - 1), answer);
-        EXPECT_EQ(GridOf(editor).model()->rowCount(), answer == QMessageBox::No ? row : row - 1);
-      }
-    }
-  });
-}
-
 TEST_F(AttenuatorPoints, HaveOneColumnThatIsTypedAndOneThatIsEmptyWhenOpened) {
   const std::string path = R"(c:\calfactors\PX60H\SN12345)";
   Edit("PX60H", {"* 10  :   5.00E07   :  10.01235"}, [&](frmCalDataInput& editor) {
@@ -456,32 +441,22 @@ TEST_F(AttenuatorPoints, HaveOneColumnThatIsTypedAndOneThatIsEmptyWhenOpened) {
 // ---- One screen for both.
 
 TEST_F(AttenuatorPoints, AndThoseOfASensorTakeTurnsInTheEditor) {
-  const auto showAttenuator = [&](frmCalDataInput& editor) {
-    CalGrid& grid = GridOf(editor);
-    ASSERT_EQ(grid.model()->columnCount(), 3);
-    EXPECT_EQ(CellOf(grid, 0, 0), "Setting [dB]");
-    EXPECT_EQ(CellOf(grid, 0, 2), "Cal Data [dB]");
-    ExpectOneRow(editor);
-    ExpectBackIn(editor, grid, 1, 2);
-    TypePoint(editor, "0", "1.00E09");
-    EXPECT_EQ(ColumnOf(grid, 0), (Texts{"0", "10"}));
-  };
-  const auto at = [&](const Act& act) {
-    return [act](frmCalDataInput& editor) {
+  for (int i = 0; i < 2; ++i) {
+    Edit("PX60H", kOneRow, [&](frmCalDataInput& editor) {
+      ASSERT_EQ(GridOf(editor).model()->columnCount(), 3);
       GridOf(editor).setFocus();
-      act(editor);
-    };
-  };
-  Edit("PX60H", kOneRow, at(showAttenuator));
-  ShowFile({.rows = {{"50.00", "100.0"}}}, at([&](frmCalDataInput& editor) {
-             CalGrid& grid = GridOf(editor);
-             ASSERT_EQ(grid.model()->columnCount(), 2);
-             EXPECT_EQ(CellOf(grid, 0, 1), "Calibration factor[%]");
-             ExpectBackIn(editor, grid, 1, 1);
-             AddPoint(editor, "100", "MHz");
-             EXPECT_EQ(ColumnOf(grid, 0), (Texts{"50.00", "100.00"}));
-           }));
-  Edit("PX60H", kOneRow, at(showAttenuator));
+      ExpectBackIn(editor, GridOf(editor), 1, 2);
+      TypePoint(editor, "0", "1.00E09");
+      EXPECT_EQ(ColumnOf(GridOf(editor), 0), (Texts{"0", "10"}));
+    });
+    ShowFile({.rows = {{"50.00", "100.0"}}}, [&](frmCalDataInput& editor) {
+      ASSERT_EQ(GridOf(editor).model()->columnCount(), 2);
+      GridOf(editor).setFocus();
+      ExpectBackIn(editor, GridOf(editor), 1, 1);
+      AddPoint(editor, "100", "MHz");
+      EXPECT_EQ(ColumnOf(GridOf(editor), 0), (Texts{"50.00", "100.00"}));
+    });
+  }
 }
 
 }  // namespace

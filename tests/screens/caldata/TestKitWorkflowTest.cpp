@@ -155,43 +155,6 @@ TEST_F(TestKitWorkflow, AnAddThatIsCancelledRefreshesTheLists) {
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN11111"});
 }
 
-TEST_F(TestKitWorkflow, UpdateReplacesTheFileOrAddsThatOfAnotherKit) {
-  tree_.Write(FileNamed("SN12345"), "QZ RT410A\r\n3318A12345\r\n01JAN1999\r\nearlier\r\n");
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    WriteNative(Source(), KitFile("3318A12345"));
-    ExpectPicker(questions, Source());
-    Update(screen, "3318A12345");
-    ExpectShown(screen, {"3318A12345"});
-    WriteNative(Source(), KitFile("3318A67890"));
-    ExpectPicker(questions, Source());
-    Update(screen, "3318A12345");
-    ExpectShown(screen, {"3318A12345", "3318A67890"});
-    ExpectPicker(questions, "");
-    Update(screen, "3318A12345");
-    ExpectShown(screen, {"3318A12345", "3318A67890"});
-  });
-  EXPECT_EQ(questions.initialDirs.at(0).toStdString(), Desktop().string());
-  EXPECT_EQ(tree_.Read(FileNamed("SN12345")), KitFile("3318A12345"));
-  EXPECT_EQ(tree_.Read(FileNamed("SN67890")), KitFile("3318A67890"));
-}
-
-TEST_F(TestKitWorkflow, AFileThatCannotBeTakenInChangesNothing) {
-  tree_.Write(FileNamed("SN12345"), KitFile("3318A12345"));
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    WriteNative(Source(), "QZ RT410A\r\n3318A1/345\r\n");
-    for (const bool updates : {false, true}) {
-      ExpectPicker(questions, Source());
-      questions.ExpectError({"\"/\"", Source().string()});
-      updates ? Update(screen, "3318A12345") : Add(screen);
-      ExpectShown(screen, {"3318A12345"});
-    }
-  });
-  EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-  EXPECT_EQ(tree_.Read(FileNamed("SN12345")), KitFile("3318A12345"));
-}
-
 // ---- The real file dialog and a real message, for the other kit.
 
 /// Opens a file by its name when the dialog shows exactly these files.

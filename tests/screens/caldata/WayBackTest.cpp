@@ -122,130 +122,87 @@ TEST_P(WayBack, IsNotNeededFromTheUsersOwnCorrection) {
 
 class WayBackOfAnInstrument : public StationStage {
  protected:
-  WayBackOfAnInstrument() {
-    fs::remove_all(Trash());
-    WriteInstrument({.calData = ""});
-  }
-
-  /// Saves the instrument with the comment "mine"; `meanwhile` happens while it is edited.
-  void Correct(const std::function<void()>& meanwhile) {
-    AtStation([&](frmStationModelList& screen) {
-      ClickEntry(screen, "LstInstrment", "PX12A");
-      meanwhile();
-      Fill(screen, "txtData_11", "mine");
-      Click(screen, "btnSave");
-      EXPECT_FALSE(CanSave(screen));
-      LeaveUnsaved(screen);
-    });
-    EXPECT_EQ(ReadInstrument("PX12A"), (InstrumentFile{.comment = "mine", .calData = ""}.Bytes()));
-    EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX12A"}));
-  }
+  WayBackOfAnInstrument() { fs::remove_all(Trash()); }
 };
 
-TEST_F(WayBackOfAnInstrument, FromACorrectionThatSomebodyElseMadeMeanwhile) {
-  const InstrumentFile others{.comment = "others"};
-  Correct([&] {
-    WriteInstrument(others);
-    ExpectReplaceQuestion(questions_, "The file PX12A has changed since it was opened here.",
-                          QMessageBox::Yes);
-  });
-  EXPECT_EQ(Trashed(), Texts{others.Bytes()});
-}
-
-// After No the user stays at the instrument, on leaving as well.
-TEST_F(WayBackOfAnInstrument, IsNotNeededAfterNo) {
+TEST_F(WayBackOfAnInstrument, FromWhatTheUserHasNotSeen) {
+  // The file's cal data are not shown in their box.
+  const InstrumentFile opened{.calData = "kept elsewhere"};
   const InstrumentFile others{.comment = "others", .calData = ""};
+  WriteInstrument(opened);
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
+    Fill(screen, "txtData_11", "mine");
+    Click(screen, "btnSave");
+    EXPECT_EQ(Trashed(), Texts{opened.Bytes()});
+    fs::remove_all(Trash());
+    Fill(screen, "txtData_11", "mine again");
+    Click(screen, "btnSave");
+    EXPECT_EQ(Trashed(), Texts()) << "the user's own correction";
     WriteInstrument(others);
     Fill(screen, "txtData_11", "mine");
+    const QString question = "The file PX12A has changed since it was opened here.";
+    // After No the user stays at the instrument, on leaving as well.
     ExpectReturnQuestion(QMessageBox::Yes);
-    ExpectReplaceQuestion(questions_, "The file PX12A has changed since it was opened here.",
-                          QMessageBox::No);
+    ExpectReplaceQuestion(questions_, question, QMessageBox::No);
     Click(screen, "btnReturn");
     EXPECT_TRUE(screen.isVisible());
     EXPECT_TRUE(CanSave(screen));
     EXPECT_EQ(TextOf(screen, "txtData_11"), "mine");
+    EXPECT_EQ(ReadInstrument("PX12A"), others.Bytes());
+    ExpectReplaceQuestion(questions_, question, QMessageBox::Yes);
+    Click(screen, "btnSave");
+    EXPECT_FALSE(CanSave(screen));
     LeaveUnsaved(screen);
   });
-  EXPECT_EQ(ReadInstrument("PX12A"), others.Bytes());
-  EXPECT_EQ(Trashed(), Texts{});
-}
-
-TEST_F(WayBackOfAnInstrument, IsNotNeededFromTheUsersOwnCorrection) {
-  Correct([] {});
-  EXPECT_EQ(Trashed(), Texts{});
-}
-
-// The file's cal data are not shown in their box.
-TEST_F(WayBackOfAnInstrument, FromASaveWithoutTheCalDataOfTheFile) {
-  WriteInstrument({.calData = "kept elsewhere"});
-  Correct([] {});
-  EXPECT_EQ(Trashed(), Texts{InstrumentFile{.calData = "kept elsewhere"}.Bytes()});
+  EXPECT_EQ(ReadInstrument("PX12A"), (InstrumentFile{.comment = "mine", .calData = ""}.Bytes()));
+  EXPECT_EQ(Trashed(), Texts{others.Bytes()});
 }
 
 // ---- The file of a test kit.
 
 class WayBackOfAKit : public StationStage {
  protected:
-  static constexpr const char* kKitPath = R"(c:\calfactors\RT410A\SN12345)";
-
-  WayBackOfAKit() { fs::remove_all(Trash()); }
-
   static std::string Kit(const std::string& serial, const std::string& data) {
     return "QZ RT410A\r\n" + serial + "\r\n05MAR2001\r\n" + data + "\r\n";
   }
-
-  /// Takes in a finished file with these bytes, by Update on the kit in the list, and answers the
-  /// question about another kit where there is one.
-  void TakeIn(const std::string& bytes, const QString& listed,
-              QMessageBox::StandardButton answer = QMessageBox::NoButton) {
-    const std::string earlier = tree_.Read(kKitPath);
-    const std::string source = (tree_.Root() / "kit.dat").string();
-    WriteNative(source, bytes);
-    frmCalibrationMain menu(nullptr);
-    bool shown = false;
-    user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
-      shown = true;
-      ClickEntry(at, "LstInstrment", "RT410A");
-      ClickEntry(at, "lstSerialNumber", listed);
-      questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
-                                  {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
-                                  QString::fromStdString(source));
-      if (answer != QMessageBox::NoButton) {
-        ExpectReplaceQuestion(
-            questions_,
-            "The file SN12345 holds the data of another serial number, \"" + listed + "\".",
-            answer);
-      }
-      Click(at, "btnEdit");
-      Click(at, "btnReturn");
-    });
-    menu.ShowModally();
-    EXPECT_TRUE(shown);
-    EXPECT_EQ(tree_.Read(kKitPath), answer == QMessageBox::No ? earlier : bytes);
-    EXPECT_EQ(tree_.Names(R"(c:\calfactors\RT410A)"), Texts{"SN12345"});
-  }
 };
 
-TEST_F(WayBackOfAKit, FromANewFileOfTheSameKit) {
-  tree_.Write(kKitPath, Kit("3318A12345", "earlier"));
-  TakeIn(Kit("3318A12345", "finished"), "3318A12345");
-  EXPECT_EQ(Trashed(), Texts{Kit("3318A12345", "earlier")});
-}
-
-TEST_F(WayBackOfAKit, FromAnotherKitOfTheSameName) {
-  tree_.Write(kKitPath, Kit("9999B12345", "earlier"));
-  TakeIn(Kit("3318A12345", "finished"), "9999B12345", QMessageBox::No);
-  EXPECT_EQ(Trashed(), Texts{});
-  TakeIn(Kit("3318A12345", "finished"), "9999B12345", QMessageBox::Yes);
-  EXPECT_EQ(Trashed(), Texts{Kit("9999B12345", "earlier")});
-}
-
-TEST_F(WayBackOfAKit, IsNotNeededFromTheSameBytes) {
-  tree_.Write(kKitPath, Kit("3318A12345", "finished"));
-  TakeIn(Kit("3318A12345", "finished"), "3318A12345");
-  EXPECT_EQ(Trashed(), Texts{});
+TEST_F(WayBackOfAKit, FromAnUpdateThatReplacesItsFile) {
+  fs::remove_all(Trash());
+  const std::string path = R"(c:\calfactors\RT410A\SN12345)";
+  const fs::path source = tree_.Root() / "kit.dat";
+  tree_.Write(path, Kit("9999B12345", "earlier"));
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
+    ClickEntry(at, "LstInstrment", "RT410A");
+    const auto update = [&](const std::string& bytes) {
+      WriteNative(source, bytes);
+      const std::string listed = EntriesOf(at, "lstSerialNumber").at(0);
+      ClickEntry(at, "lstSerialNumber", QString::fromStdString(listed));
+      questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
+                                  {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
+                                  QString::fromStdString(source.string()));
+      Click(at, "btnEdit");
+    };
+    // The same kit, without a question; the same bytes, without a copy.
+    for (int i = 0; i < 2; ++i) {
+      update(Kit("9999B12345", "finished"));
+      EXPECT_EQ(Trashed(), Texts{Kit("9999B12345", "earlier")});
+    }
+    fs::remove_all(Trash());
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+      EXPECT_EQ(Trashed(), Texts());
+      ExpectReplaceQuestion(
+          questions_, "The file SN12345 holds the data of another serial number, \"9999B12345\".",
+          answer);
+      update(Kit("3318A12345", "another"));
+    }
+    Click(at, "btnReturn");
+  });
+  frmCalibrationMain menu(nullptr);
+  menu.ShowModally();
+  EXPECT_EQ(tree_.Read(path), Kit("3318A12345", "another"));
+  EXPECT_EQ(Trashed(), Texts{Kit("9999B12345", "finished")});
 }
 
 }  // namespace

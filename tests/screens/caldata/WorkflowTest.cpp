@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QCheckBox>
 #include <QDir>
 #include <QMenu>
 #include <gtest/gtest.h>
@@ -170,17 +169,6 @@ class Workflow : public testing::Test {
 TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
   SensorFile file{.serial = "", .comment = "", .rows = {{"0.10", "100.0"}, {"50.00", "100.0"}}};
   WriteNative(tree_.ProgramFolder() / "TempPX12A", file.Bytes());
-  frmMain mainMenu;
-  mainMenu.Form_Load();
-  EXPECT_EQ(mainMenu.windowTitle(), "Morrand Tarvell - A.02.61");
-  Click(mainMenu, "Option2");
-  for (const char* missing :
-       {"Input station folder does not exist.", "Select calibration data folder is not exist."}) {
-    user_.AnswerBox(
-        missing + QString("\r\nIf you want to create new folder, then press Ok button."),
-        QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel,
-        QMessageBox::Ok);
-  }
   Add<frmCalDataInput>("PX12A", [&](frmCalDataInput& editor) {
     CalGrid& grid = GridOf(editor);
     user_.AnswerBox("Please input serial number", QMessageBox::Information, QMessageBox::Ok,
@@ -231,14 +219,8 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
   SensorFile corrected = file;
   corrected.rows.back().second = "97.3";
   Delete("PX12A", "3318A12345", corrected.Bytes());
-  Click(mainMenu, "btnStart");
+  Run();
   ExpectInTrash("3318A12345");
-  Click(mainMenu, "btnExit");
-  EXPECT_FALSE(mainMenu.isVisible());
-  EXPECT_EQ(
-      tree_.Read(R"(c:\windows\tarvell.ini)"),
-      Lines({";", ";  Tar vell    Ini file", ";", "[Tarvell]", "SysRevision=A.02.61", "",
-             "[Calfactors]", R"(Dir=c:\calfactors)", "", "[Stations]", R"(Dir=c:\stations)"}));
 }
 
 TEST_F(Workflow, AStepAttenuatorIsAddedCorrectedAndDeleted) {
@@ -362,46 +344,6 @@ TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
   ExpectInTrash(serial);
 }
 
-TEST_F(Workflow, CapacitorSetCIsAddedWithoutItsOptionAndGetsItLater) {
-  tree_.InstallTemplate("RT520C");
-  const std::string serial = "2031C00618";
-  Add<frmCalDataTabInput>("RT520C", [&](frmCalDataTabInput& editor) {
-    EXPECT_TRUE(Find<QCheckBox>(editor, "chkCheck").isChecked());
-    FillHeader(editor, serial);
-    TypeCell(editor, 3, 1, "10.00012");
-    ClickTab(editor, 2);
-    ClickCell(GridOf(editor), 5, 2);
-    Type("0.0795");
-    Choose(editor, "txtCellCmb", "%");
-    ClickTab(editor, 4);
-    Fill(editor, "txtTabSerial", "2345C00004");
-    TypeCell(editor, 1, 1, "9.9");
-    Click(editor, "chkCheck");
-    EXPECT_EQ(SelectedTab(editor), 3);
-    Fill(editor, "txtTabSerial", "2345C00003");
-    Click(editor, "btnOk");
-  });
-  Changes changes = {
-      {13, "*         1000 :       10.00012nF :    0.0150 :            0.00000 :   0.00010"},
-      {23, "*       100000 :        100.000nF :    0.0795 :            0.00000 :   0.00010"},
-      {26, "#RT527A    :     2345C00003"}};
-  Edit<frmCalDataTabInput>("RT520C", serial, Changed("RT520C", serial, changes, 33),
-                           [&](frmCalDataTabInput& editor) {
-                             EXPECT_EQ(TabsOf(editor).count(), 3);
-                             Click(editor, "chkCheck");
-                             ClickTab(editor, 4);
-                             EXPECT_EQ(TextOf(editor, "txtTabSerial"), "");
-                             Fill(editor, "txtTabSerial", "2345C00004");
-                             TypeCell(editor, 1, 1, "9.99876");
-                             Click(editor, "btnOk");
-                           });
-  changes.emplace_back(34, "#RT528A    :     2345C00004");
-  changes.emplace_back(
-      35, "*          100 :        9.99876uF :    0.0200 :            0.00000 :   0.00010");
-  Delete("RT520C", serial, Changed("RT520C", serial, changes, 41));
-  Run();
-}
-
 TEST_F(Workflow, TheResistorSetIsAddedCorrectedAndDeleted) {
   tree_.InstallTemplate("RT730A");
   const std::string serial = "2031R00719";
@@ -447,28 +389,6 @@ TEST_F(Workflow, TheResistorSetIsAddedCorrectedAndDeleted) {
                        "*       20 :    1.000 kohm :       0.3 % :           3 uS :        3 uS");
   Delete("RT730A", serial, Changed("RT730A", serial, changes, 91));
   Run();
-}
-
-TEST_F(Workflow, AShippedTemplateOfASetIsSavedAsItStands) {
-  const std::vector<std::pair<std::string, std::size_t>> sets = {
-      {"RT520A", 53}, {"RT520C", 41}, {"RT730A", 91}};
-  for (const auto& [model, lineCount] : sets) {
-    tree_.InstallTemplate(model);
-    Add<frmCalDataTabInput>(QString::fromStdString(model), [](frmCalDataTabInput& editor) {
-      FillHeader(editor, "00001");
-      // Each tab is shown and stored.
-      for (int tab = 2; tab <= TabsOf(editor).count(); ++tab) {
-        KeyToTab(editor, tab);
-      }
-      Click(editor, "btnOk");
-    });
-  }
-  AtMenu([](frmCalibrationMain& screen) { Click(screen, "btnReturn"); });
-  Run();
-  for (const auto& [model, lineCount] : sets) {
-    EXPECT_EQ(tree_.Read(R"(c:\calfactors\)" + model + R"(\SN00001)"),
-              Changed(model, "00001", {}, lineCount));
-  }
 }
 
 }  // namespace
