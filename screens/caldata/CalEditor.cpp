@@ -35,7 +35,7 @@ namespace {
 constexpr const char* kCell = "cell";
 constexpr const char* kFixedCell = "fixed cell";
 
-/// Enough for every table.
+/// No table has more.
 constexpr std::int16_t kColumnCount = 5;
 
 /// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
@@ -112,7 +112,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
-  // The object asks for the width of the table before the screen is shown.
+  // ShowTables gives the width of the table to the object, and the screen is not shown yet.
   layout()->activate();
   controls_.notices->Clear();
   FindCellNotes();

@@ -97,7 +97,7 @@ class CalEditor : public QDialog {
 
   Controls controls_ = {};
   QString latestNote_;                           ///< of the cell that was stored last
-  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; of the shown one the model has them
+  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; the table has those of the shown one
   std::unique_ptr<CellEditor> cellEditor_;       ///< destroyed before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;

@@ -170,7 +170,7 @@ void CalHeaderBlock::LockSerial(bool locked) {
       locked ? tr("The serial number is locked: its last five characters name the data file.\n"
                   "For another serial number, add new data.")
              : tr("The last five characters of the serial number name the data file.\n"
-                  "It cannot be changed any more when the data have been saved.");
+                  "After the data have been saved, it cannot be changed.");
   ui_->txtSerial->setToolTip(lock + "\n" + ui_->txtCalNo->toolTip());
   ui_->txtSerial->setAccessibleDescription(ui_->txtSerial->toolTip().replace('\n', ' '));
 }

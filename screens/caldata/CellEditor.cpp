@@ -99,7 +99,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
     return true;
   }
-  // The Shift of Shift+Tab comes as a key of its own.
+  // Pressing Shift for Shift+Tab is not another key.
   tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {

@@ -57,7 +57,8 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
            },
        .toStore =
            [this](Cell cell, const std::string& text, const std::string& unit) {
-             // When another tab has just been selected, the grid still shows the page of the edit.
+             // The selected tab may be another one already: the edit is stored before the page
+             // changes.
              return Data().SetCalibrationDataFormat(currentPage_, cell.column, cell.row.number,
                                                     text, unit);
            },

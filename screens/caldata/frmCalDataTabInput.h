@@ -59,7 +59,6 @@ class frmCalDataTabInput final : public CalEditor {
   void ReportMember();
   /// The subject of notices about the member of a page.
   [[nodiscard]] QString MemberSubject(std::int16_t page) const;
-  /// The units offered for a cell, none where there is no choice.
 
   std::unique_ptr<Ui::frmCalDataTabInput> ui_;
   std::int16_t currentPage_ = 0;  ///< the page whose table the grid shows

@@ -11,9 +11,13 @@
 
 namespace tarvell::test {
 
-/// A step attenuator's data file with these header lines after the model line.
-[[nodiscard]] inline std::string AttenuatorFile(const std::string& model, const Texts& header,
-                                                const Texts& dataLines) {
+inline const Texts kAttenuatorHeader = {"#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                                        "#CAL_NO   : C-0042", "#DUE_DATE : 20020305",
+                                        "#COMMENT  : lab"};
+
+/// A step attenuator's data file. `header` holds the header lines after the model line.
+[[nodiscard]] inline std::string AttenuatorFile(const std::string& model, const Texts& dataLines,
+                                                const Texts& header = kAttenuatorHeader) {
   Texts lines = {"#MODEL_NO : " + model};
   lines.insert(lines.end(), header.begin(), header.end());
   lines.insert(lines.end(), {"!", "! Setting  /  Freq  /  CalData "});
@@ -23,14 +27,6 @@ namespace tarvell::test {
   lines.insert(lines.end(), dataLines.begin(), dataLines.end());
   lines.emplace_back("!End");
   return Lines(lines);
-}
-
-/// The same with the header that most tests do not look at.
-[[nodiscard]] inline std::string AttenuatorFile(const std::string& model, const Texts& dataLines) {
-  return AttenuatorFile(model,
-                        {"#SER_NO   : 3318A12345", "#CAL_DATE : 20010305", "#CAL_NO   : C-0042",
-                         "#DUE_DATE : 20020305", "#COMMENT  : factory"},
-                        dataLines);
 }
 
 }  // namespace tarvell::test

@@ -325,6 +325,7 @@ TEST_F(CalibrationMenu, AnAddThatFailsLeavesTheSelection) {
 
 TEST_F(CalibrationMenu, EditAndDeleteNeedASelectedModelAndSerialNumber) {
   WriteData("PX12A", "SN1", "1");
+  WriteData("PX12AB", "SN1", "1");
   AtMenu([&](frmCalibrationMain& menu) {
     const auto expectNothingSelected = [&] {
       for (const char* button : {"btnEdit", "btnDelete"}) {
@@ -336,6 +337,11 @@ TEST_F(CalibrationMenu, EditAndDeleteNeedASelectedModelAndSerialNumber) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     expectNothingSelected();
     EXPECT_EQ(Selected(menu, "LstInstrment"), "PX12A");
+    // The name of the folder must be a model.
+    Choose(menu, "PX12AB", "1");
+    Click(menu, "btnEdit");
+    EXPECT_TRUE(menu.isActiveWindow());
+    ExpectSelected(menu, "PX12AB", "1");
   });
   RunMenu();
   EXPECT_TRUE(tree_.Exists(kRoot + R"(\PX12A\SN1)"));
@@ -365,21 +371,6 @@ TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheLists) {
       const auto& entry = *Find<QListWidget>(menu, "lstSerialNumber").currentItem();
       EXPECT_TRUE(entry.toolTip().contains("Comment: by")) << entry.toolTip().toStdString();
       gCalFiles = rows;
-    }
-  });
-  RunMenu();
-}
-
-TEST_F(CalibrationMenu, EditDoesNothingForOtherFolders) {
-  for (const char* folder : {"OTHER", "PX12", "PX12AB"}) {
-    WriteData(folder, "SN1", "1");
-  }
-  AtMenu([](frmCalibrationMain& menu) {
-    for (const char* folder : {"OTHER", "PX12", "PX12AB"}) {
-      Choose(menu, folder, "1");
-      Click(menu, "btnEdit");
-      EXPECT_TRUE(menu.isActiveWindow());
-      ExpectSelected(menu, folder, "1");
     }
   });
   RunMenu();

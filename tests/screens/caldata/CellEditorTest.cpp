@@ -398,8 +398,8 @@ TEST_F(CellUnit, IsOfferedWhereItCanBeChosenAndNowhereElse) {
     Texts units;  ///< of the rows
   };
   const std::vector<Offer> offers = {{"RT520A", 1, 2, {"ppm", "%", "ppm"}},
-                                     {"RT520A", 3, 2, {"%"}},
-                                     {"RT520C", 2, 2, {"%"}},
+                                     {"RT520A", 3, 2, {"ppm"}},
+                                     {"RT520C", 2, 2, {"ppm"}},
                                      {"RT520C", 4, 2, {"ppm", "ppm"}},
                                      {"RT730A", 1, 3, {"%", "ppm"}},
                                      {"RT730A", 2, 0, {}},
@@ -508,7 +508,7 @@ TEST_F(CellUnit, IsStoredWithTheNumberWhateverEndsTheEdit) {
     Choose(editor, "txtCellCmb", "%");
     Click(editor, "btnOk");
   });
-  std::vector<Member> members = SetAMembersSaved();
+  std::vector<Member> members = SetAMembers();
   members[0].rows[0][2] = "0.2500";
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\RT520A\SN00001)"),
             CapacitorFile({"RT520A", "00001"}, members));

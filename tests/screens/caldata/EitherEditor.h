@@ -65,7 +65,7 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
 
   [[nodiscard]] static std::string Bytes(const SetHeader& header, const Texts& values = Values()) {
     if (HasPages()) {
-      std::vector<Member> members = SetAMembersSaved();
+      std::vector<Member> members = SetAMembers();
       for (std::size_t row = 0; row < values.size(); ++row) {
         members[0].rows[row][1] = values[row];
       }

@@ -13,6 +13,7 @@
 #include "screens/caldata/EitherEditor.h"
 #include "screens/caldata/frmInputPX60H.h"
 #include "screens/widgets/frmInput.h"
+#include "support/ErrorOf.h"
 #include "support/SensorStage.h"
 
 /// Adding and deleting calibration points of power sensors and step attenuators.
@@ -46,22 +47,6 @@ class SensorPoints : public SensorStage {
   SensorFile file_;
 };
 
-TEST_F(SensorPoints, AreAskedForInTheUnitOfTheTable) {
-  const auto expect = [this](const QString& unit) {
-    return [this, unit](frmCalDataInput& editor) {
-      AskPoint(editor, [&](frmInput& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Input calibration point...");
-        EXPECT_EQ(Find<QLabel>(dialog, "lblCaption").text(), "Input calibration Point");
-        EXPECT_EQ(ComboText(dialog, "cmbUnit"), unit.toStdString());
-        EXPECT_EQ(TextOf(dialog, "txtText"), "");
-        Press(Qt::Key_Escape);
-      });
-    };
-  };
-  Edit(expect("MHz"));
-  EditInGHz({{"0.0500", "100.0"}}, expect("GHz"));
-}
-
 TEST_F(SensorPoints, BecomeRowsInOrderWithTheFactor100) {
   Edit([&](frmCalDataInput& editor) {
     AddPoint(editor, "2", "GHz");
@@ -76,7 +61,14 @@ TEST_F(SensorPoints, BecomeRowsInOrderWithTheFactor100) {
     EXPECT_EQ(Factors(editor), (Texts{"98.8", "100.0", "100.0", "96.5", "97.0", "100.0", "100.0"}));
   });
   EditInGHz({}, [&](frmCalDataInput& editor) {
-    AddPoint(editor, "2", "GHz");
+    AskPoint(editor, [&](frmInput& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Input calibration point...");
+      EXPECT_EQ(Find<QLabel>(dialog, "lblCaption").text(), "Input calibration Point");
+      EXPECT_EQ(ComboText(dialog, "cmbUnit"), "GHz") << "the unit of the table";
+      EXPECT_EQ(TextOf(dialog, "txtText"), "");
+      Type("2");
+      Press(Qt::Key_Return);
+    });
     AddPoint(editor, "50", "MHz");
     AddPoint(editor, "300", "KHz");
     EXPECT_EQ(Frequencies(editor), (Texts{"0.0003", "0.0500", "2.0000"}));
@@ -118,11 +110,7 @@ TEST_F(SensorPoints, AreNotAddedWithoutANumber) {
       dialog.close();
     });
     EXPECT_EQ(Frequencies(editor), kFrequencies);
-  });
-}
-
-TEST_F(SensorPoints, AreReportedWhenTheyAreNotWhatWasTyped) {
-  Edit([&](frmCalDataInput& editor) {
+    // What is not added as it was typed is reported.
     const auto& notices = Find<NoticeLine>(editor, "notices");
     AddPoint(editor, "1,75", "MHz");
     EXPECT_TRUE(notices.text().startsWith("\"1,75\" is not a number; \"1.00\" was added."));
@@ -359,9 +347,11 @@ TEST_F(AttenuatorPoints, AreTakenAsTyped) {
     Type("12.25");
     Press(Qt::Key_Return);
     EXPECT_EQ(CellOf(GridOf(editor), 4, 2), "12.2500");
-    TypePoint(editor, "10.5", "1E9");
-    EXPECT_EQ(NoticesOf(editor).size(), 1U) << "11 was added";
-    EXPECT_EQ(CellOf(GridOf(editor), 4, 0), "11");
+    TypePoint(editor, "15,5", "1E9,5");
+    EXPECT_EQ(CellOf(GridOf(editor), 5, 0), "15");
+    ASSERT_EQ(NoticesOf(editor).size(), 1U);
+    EXPECT_TRUE(NoticesOf(editor)[0].starts_with("\"15,5\" is not a number; \"15\" was added."));
+    EXPECT_TRUE(Contains(NoticesOf(editor)[0], "\"1E9,5\" is not a number; \"1.00E09\""));
   });
 }
 

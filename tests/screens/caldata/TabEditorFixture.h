@@ -81,8 +81,8 @@ struct Member {
   return Lines(lines);
 }
 
-/// Set A. The editor shows the uncertainties 12 ppm, 0.005 %, 60.000 ppm; 30 ppm, 0.0200 %;
-/// 0.0010 %; 40 ppm.
+/// Set A. The editor shows the uncertainties of the first member as 12 ppm, 0.005 % and 60.000 ppm,
+/// the others in ppm.
 [[nodiscard]] inline std::vector<Member> SetAMembers() {
   return {{"RT521A",
            "M001",
@@ -92,35 +92,20 @@ struct Member {
           {"RT522A",
            "M002",
            {{"1000", "10.00001pF", "0.0030", "0.00011", "0.00012"},
-            {"2000", "10.00002pF", "0.02", "0.00013", "0.00014"}}},
-          {"RT523A", "M003", {{"1000", "100.0001pF", "0.001", "0.00021", "0.00022"}}},
+            {"2000", "10.00002pF", "0.0200", "0.00013", "0.00014"}}},
+          {"RT523A", "M003", {{"1000", "100.0001pF", "0.0010", "0.00021", "0.00022"}}},
           {"RT524A", "M004", {{"1000", "1000.001pF", "0.0040", "0.00031", "0.00032"}}}};
 }
 
-/// Set A as the editor saves it: a value in per cent has the decimals that it shows.
-[[nodiscard]] inline std::vector<Member> SetAMembersSaved() {
-  std::vector<Member> members = SetAMembers();
-  members[1].rows[1][2] = "0.0200";
-  members[2].rows[0][2] = "0.0010";
-  return members;
-}
-
-/// Set C with option 001. The editor shows the uncertainties 200 ppm, 0.0150 %, 100 ppm; 300 and
-/// 400 ppm.
+/// Set C with option 001. The editor shows the uncertainties in ppm.
 [[nodiscard]] inline std::vector<Member> SetCMembers() {
   return {{"RT525A", "C001", {{"100", "10.0001nF", "0.0200", "0.00010", "0.00020"}}},
-          {"RT526A", "C002", {{"100", "100.001nF", "0.015", "0.00030", "0.00040"}}},
+          {"RT526A", "C002", {{"100", "100.001nF", "0.0150", "0.00030", "0.00040"}}},
           {"RT527A", "C003", {{"100", "1.00001uF", "0.0100", "0.00050", "0.00060"}}},
           {"RT528A",
            "C004",
            {{"100", "10.0002uF", "0.0300", "0.00070", "0.00080"},
             {"1000", "10.0003uF", "0.0400", "0.00071", "0.00081"}}}};
-}
-
-[[nodiscard]] inline std::vector<Member> SetCMembersSaved() {
-  std::vector<Member> members = SetCMembers();
-  members[1].rows[0][2] = "0.0150";
-  return members;
 }
 
 /// The data lines of the seven pages of the resistor set.

@@ -64,10 +64,6 @@ class TestKitWorkflow : public testing::Test {
  protected:
   static fs::path Desktop() { return QDir::homePath().toStdString() + "/Desktop"; }
   static fs::path Source() { return Desktop() / "kit.dat"; }
-  [[nodiscard]] std::string FileNamed(const std::string& name) const {
-    return kFolder + "\\" + name;
-  }
-
   /// Expects the file dialog, in which the user picks `picked`; "" cancels.
   static void ExpectPicker(ScriptedQuestions& questions, const fs::path& picked) {
     questions.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
@@ -119,40 +115,33 @@ class TestKitWorkflow : public testing::Test {
   User user_;
 };
 
-TEST_F(TestKitWorkflow, AddMakesTheFolderCopiesTheFileAndShowsIt) {
+TEST_F(TestKitWorkflow, AddMakesTheFolderAndRefreshesTheListsBeforeItAsks) {
   WriteNative(Source(), KitFile("3318A12345"));
   WatchedQuestions questions;
   Run([&](frmCalibrationMain& screen) {
     tree_.Write(R"(c:\calfactors\PX12A\SN1)", "QZ PX12A\r\n1\r\n05MAR2001\r\n");
-    ExpectPicker(questions, Source());
     questions.whilePicking = [&] {
-      EXPECT_TRUE(tree_.Exists(kFolder)) << "the folder is made before the question";
-      EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"}) << "so is the list refreshed";
+      EXPECT_TRUE(tree_.Exists(kFolder));
+      EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
     };
-    Add(screen);
-    ExpectShown(screen, {"3318A12345"});
-  });
-  EXPECT_EQ(questions.initialDirs.at(0).toStdString(), Desktop().string());
-  EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-  EXPECT_EQ(tree_.Read(FileNamed("SN12345")), KitFile("3318A12345"));
-  EXPECT_EQ(ReadNative(Source()), KitFile("3318A12345"));
-}
-
-TEST_F(TestKitWorkflow, AnAddThatIsCancelledRefreshesTheLists) {
-  ScriptedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    tree_.Write(R"(c:\calfactors\PX12A\SN1)", "QZ PX12A\r\n1\r\n05MAR2001\r\n");
     ExpectPicker(questions, "");
     Add(screen);
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
     EXPECT_TRUE(Find<QListWidget>(screen, "LstInstrment").selectedItems().isEmpty());
     EXPECT_EQ(Find<QPushButton>(screen, "btnEdit").text(), "Edit");
-    tree_.Write(FileNamed("SN11111"), KitFile("3318A11111"));
-    ExpectPicker(questions, "");
+    ExpectPicker(questions, Source());
     Add(screen);
-    ExpectShown(screen, {"3318A11111"});
+    questions.whilePicking = [&] { tree_.Write(kFolder + R"(\SN11111)", KitFile("3318A11111")); };
+    ExpectShown(screen, {"3318A12345"});
+    // Also when the user cancels, the lists are read again.
+    ExpectPicker(questions, "");
+    Update(screen, "3318A12345");
+    ExpectShown(screen, {"3318A11111", "3318A12345"});
   });
-  EXPECT_EQ(tree_.Names(kFolder), Texts{"SN11111"});
+  EXPECT_EQ(questions.initialDirs.at(0).toStdString(), Desktop().string());
+  EXPECT_EQ(tree_.Names(kFolder), (Texts{"SN11111", "SN12345"}));
+  EXPECT_EQ(tree_.Read(kFolder + R"(\SN12345)"), KitFile("3318A12345"));
+  EXPECT_EQ(ReadNative(Source()), KitFile("3318A12345"));
 }
 
 // ---- The real file dialog and a real message, for the other kit.

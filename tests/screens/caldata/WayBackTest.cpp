@@ -175,27 +175,29 @@ TEST_F(WayBackOfAKit, FromAnUpdateThatReplacesItsFile) {
   tree_.Write(path, Kit("9999B12345", "earlier"));
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
     ClickEntry(at, "LstInstrment", "RT410A");
-    const auto update = [&](const std::string& bytes) {
+    const auto update = [&](const std::string& bytes, const std::function<void()>& expect) {
       WriteNative(source, bytes);
       const std::string listed = EntriesOf(at, "lstSerialNumber").at(0);
       ClickEntry(at, "lstSerialNumber", QString::fromStdString(listed));
       questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
                                   {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
                                   QString::fromStdString(source.string()));
+      expect();
       Click(at, "btnEdit");
     };
     // The same kit, without a question; the same bytes, without a copy.
     for (int i = 0; i < 2; ++i) {
-      update(Kit("9999B12345", "finished"));
+      update(Kit("9999B12345", "finished"), [] {});
       EXPECT_EQ(Trashed(), Texts{Kit("9999B12345", "earlier")});
     }
     fs::remove_all(Trash());
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
       EXPECT_EQ(Trashed(), Texts());
-      ExpectReplaceQuestion(
-          questions_, "The file SN12345 holds the data of another serial number, \"9999B12345\".",
-          answer);
-      update(Kit("3318A12345", "another"));
+      update(Kit("3318A12345", "another"), [&] {
+        ExpectReplaceQuestion(
+            questions_, "The file SN12345 holds the data of another serial number, \"9999B12345\".",
+            answer);
+      });
     }
     Click(at, "btnReturn");
   });

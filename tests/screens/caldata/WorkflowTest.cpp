@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -63,53 +64,52 @@ class Workflow : public testing::Test {
     AtEditor<Editor>(act);
   }
 
-  /// Finds these bytes in the only file, and edits it.
+  /// Expects the only file with these bytes, and edits it.
   template <typename Editor>
-  void Edit(const std::string& model, const std::string& serial, const std::string& bytes,
+  void Edit(const std::string& model, const std::string& bytes,
             const std::function<void(Editor& editor)>& act) {
-    ExpectFile(model, serial, bytes);
-    AtMenu([serial](frmCalibrationMain& screen) {
-      ClickEntry(screen, "lstSerialNumber", QString::fromStdString(serial));
+    ExpectFile(model, bytes);
+    AtMenu([](frmCalibrationMain& screen) {
+      ClickEntry(screen, "lstSerialNumber", kSerial);
       Click(screen, "btnEdit");
     });
     AtEditor<Editor>(act);
   }
 
-  void ExpectFile(const std::string& model, const std::string& serial, const std::string& bytes) {
+  void ExpectFile(const std::string& model, const std::string& bytes) {
     AtMenu([=, this](frmCalibrationMain& screen) {
       EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{model});
-      EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{serial});
-      EXPECT_EQ(tree_.Names(R"(c:\calfactors\)" + model), Texts{NameOfFile(serial)});
-      EXPECT_EQ(tree_.Read(R"(c:\calfactors\)" + model + "\\" + NameOfFile(serial)), bytes);
+      EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{kSerial});
+      EXPECT_EQ(tree_.Names(R"(c:\calfactors\)" + model), Texts{"SN12345"});
+      EXPECT_EQ(tree_.Read(R"(c:\calfactors\)" + model + R"(\SN12345)"), bytes);
     });
   }
 
-  /// Finds these bytes in the only file, deletes it after a first No, and leaves the menu.
-  void Delete(const std::string& model, const std::string& serial, const std::string& bytes) {
-    ExpectFile(model, serial, bytes);
+  /// Expects the only file with these bytes, deletes it after a first No, and leaves the menu. Runs
+  /// all steps.
+  void DeleteAndRun(const std::string& model, const std::string& bytes) {
+    ExpectFile(model, bytes);
     AtMenu([=, this](frmCalibrationMain& screen) {
       for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-        EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{serial});
-        ClickEntry(screen, "lstSerialNumber", QString::fromStdString(serial));
-        user_.AnswerBox(QString::fromStdString("Are you sure you want to delete " + model + "(" +
-                                               serial + ")?"),
+        EXPECT_EQ(EntriesOf(screen, "lstSerialNumber"), Texts{kSerial});
+        ClickEntry(screen, "lstSerialNumber", kSerial);
+        const std::string what = model + "(" + kSerial + ")";
+        user_.AnswerBox("Are you sure you want to delete " + QString::fromStdString(what) + "?",
                         QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
                         answer);
         Click(screen, "btnDelete");
       }
       EXPECT_TRUE(EntriesOf(screen, "LstInstrment").empty());
       EXPECT_TRUE(EntriesOf(screen, "lstSerialNumber").empty());
-      EXPECT_TRUE(tree_.Names(R"(c:\calfactors\)" + model).empty());
       Click(screen, "btnReturn");
     });
-  }
-  static void ExpectInTrash(const std::string& serial) {
-    EXPECT_TRUE(QFile::exists(QDir::homePath() + "/data/Trash/files/" +
-                              QString::fromStdString(NameOfFile(serial))));
+    Run();
+    EXPECT_TRUE(tree_.Names(R"(c:\calfactors\)" + model).empty());
+    EXPECT_TRUE(QFile::exists(QDir::homePath() + "/data/Trash/files/SN12345"));
   }
 
-  static void FillHeader(QWidget& editor, const std::string& serial) {
-    Fill(editor, "txtSerial", QString::fromStdString(serial));
+  static void FillHeader(QWidget& editor) {
+    Fill(editor, "txtSerial", kSerial);
     Fill(editor, "txtCalNo", "C-0042");
     Fill(editor, "txtCalYear", "2001");
     Choose(editor, "cmbCalMonth", "MAR");
@@ -118,9 +118,6 @@ class Workflow : public testing::Test {
     Choose(editor, "cmbDueMonth", "MAR");
     Fill(editor, "txtDueDay", "5");
     Fill(editor, "txtComment", "lab");
-  }
-  static SetHeader HeaderOf(const std::string& model, const std::string& serial) {
-    return {model, serial, "20010305", "C-0042", "20020305", "lab"};
   }
 
   /// Presses a button that adds or deletes a point, after which a message comes.
@@ -136,31 +133,25 @@ class Workflow : public testing::Test {
   }
 
   using Changes = std::vector<std::pair<std::size_t, std::string>>;
-  /// The shipped template with the header of HeaderOf and these lines in place of its own. Lines
-  /// count from 1.
-  [[nodiscard]] std::string Changed(const std::string& model, const std::string& serial,
-                                    const Changes& changes, std::size_t lineCount) const {
-    Texts lines = HeaderLines(HeaderOf(model, serial));
-    lines.resize(6);
+  /// The shipped template with the header that FillHeader types and with these lines, counted from
+  /// 1, in place of its own.
+  [[nodiscard]] std::string Changed(const std::string& model, const Changes& changes) const {
+    Texts lines;
     const std::string bytes = ReadNative(tree_.ProgramFolder() / ("Temp" + model));
-    std::size_t start = 0;
-    for (std::size_t line = 1; line <= lineCount; ++line) {
+    for (std::size_t start = 0; start < bytes.size();) {
       const std::size_t end = bytes.find("\r\n", start);
-      if (line > 6) {
-        lines.push_back(bytes.substr(start, end - start));
-      }
+      lines.push_back(bytes.substr(start, end - start));
       start = end + 2;
     }
+    const Texts header = HeaderLines({model, kSerial, "20010305", "C-0042", "20020305", "lab"});
+    std::copy_n(header.begin(), 6, lines.begin());
     for (const auto& [line, text] : changes) {
       lines.at(line - 1) = text;
     }
     return Lines(lines);
   }
 
-  static std::string NameOfFile(const std::string& serial) {
-    return "SN" + serial.substr(serial.size() - 5);
-  }
-
+  static constexpr const char* kSerial = "3318A12345";
   TestTree tree_;
   DesktopTestPlatform platform_;
   User user_;
@@ -174,7 +165,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
     user_.AnswerBox("Please input serial number", QMessageBox::Information, QMessageBox::Ok,
                     QMessageBox::Ok, QMessageBox::Ok);
     Click(editor, "btnOk");
-    FillHeader(editor, "3318A12345");
+    FillHeader(editor);
     // The Down key stores a factor and goes on; a double click edits the number itself.
     ClickCell(grid, 1, 1);
     Type("98.84");
@@ -206,7 +197,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
   });
   file = {.comment = "lab",
           .rows = {{"0.10", "98.8"}, {"0.30", "100.0"}, {"50.00", "10.0"}, {"12000.0", "100.0"}}};
-  Edit<frmCalDataInput>("PX12A", "3318A12345", file.Bytes(), [&](frmCalDataInput& editor) {
+  Edit<frmCalDataInput>("PX12A", file.Bytes(), [&](frmCalDataInput& editor) {
     EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - 3318A12345)");
     ClickCell(GridOf(editor), 4, 1);
     Type("97.26");
@@ -218,24 +209,22 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
   });
   SensorFile corrected = file;
   corrected.rows.back().second = "97.3";
-  Delete("PX12A", "3318A12345", corrected.Bytes());
-  Run();
-  ExpectInTrash("3318A12345");
+  DeleteAndRun("PX12A", corrected.Bytes());
 }
 
 TEST_F(Workflow, AStepAttenuatorIsAddedCorrectedAndDeleted) {
   for (const std::string model : {"PX60H", "PX60G"}) {
     WriteNative(
         tree_.ProgramFolder() / ("Temp" + model),
-        AttenuatorFile(model, {"#SER_NO   : "},
-                       {"*  0  :   5.00E07   :   0.0000", "* 10  :   1.00E08   :  10.0000"}));
+        AttenuatorFile(model, {"*  0  :   5.00E07   :   0.0000", "* 10  :   1.00E08   :  10.0000"},
+                       {"#SER_NO   : "}));
     Add<frmCalDataInput>(QString::fromStdString(model), [&](frmCalDataInput& editor) {
       CalGrid& grid = GridOf(editor);
       EXPECT_EQ(CellOf(grid, 0, 0), "Setting [dB]");
       EXPECT_EQ(CellOf(grid, 0, 1),
                 TextOf(editor, "txtModel") == "PX60H" ? "Frequency[Hz]" : "Freq[Hz]");
       EXPECT_EQ(CellOf(grid, 0, 2), "Cal Data [dB]");
-      FillHeader(editor, "3318A12345");
+      FillHeader(editor);
       ClickCell(grid, 1, 2);
       Type("0.05124");
       Press(Qt::Key_Down);
@@ -264,29 +253,24 @@ TEST_F(Workflow, AStepAttenuatorIsAddedCorrectedAndDeleted) {
     });
     const auto file = [&](const std::string& corrected) {
       return AttenuatorFile(
-          model,
-          {"#SER_NO   : 3318A12345", "#CAL_DATE : 20010305", "#CAL_NO   : C-0042",
-           "#DUE_DATE : 20020305", "#COMMENT  : lab"},
-          {"*  0  :   5.00E07   :   0.0512", "* 10  :  1.2346E06   :  " + corrected,
-           "* 10  :   1.00E08   :  10.0124", "*120  :  6.9925E09   :  120.0000"});
+          model, {"*  0  :   5.00E07   :   0.0512", "* 10  :  1.2346E06   :  " + corrected,
+                  "* 10  :   1.00E08   :  10.0124", "*120  :  6.9925E09   :  120.0000"});
     };
-    Edit<frmCalDataInput>(model, "3318A12345", file("10.0000"), [](frmCalDataInput& editor) {
+    Edit<frmCalDataInput>(model, file("10.0000"), [](frmCalDataInput& editor) {
       ClickCell(GridOf(editor), 2, 2);
       Type("10.5");
       Click(editor, "btnOk");  // stores the edit
     });
-    Delete(model, "3318A12345", file("10.5000"));
-    Run();
+    DeleteAndRun(model, file("10.5000"));
   }
 }
 
 TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
   tree_.InstallTemplate("RT520A");
-  const std::string serial = "2031A00517";
   Add<frmCalDataTabInput>("RT520A", [&](frmCalDataTabInput& editor) {
     CalGrid& grid = GridOf(editor);
     EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (RT520A - 1000A00000)");
-    FillHeader(editor, serial);
+    FillHeader(editor);
     Fill(editor, "txtTabSerial", "1234A00567");
     ClickCell(grid, 1, 1);
     Type("1.0000123");
@@ -327,29 +311,24 @@ TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
       {24, "*       100000 :       10.00000pF :    0.0040 :            0.00000 :   0.00010"},
       {43, "#RT524A    :     1234A00570"},
       {51, "*     13000000 :         1000.0pF :      0.25 :             0.0002 :   0.0010"}};
-  Edit<frmCalDataTabInput>(
-      "RT520A", serial, Changed("RT520A", serial, changes, 53), [&](frmCalDataTabInput& editor) {
-        EXPECT_EQ(RowOf(editor, 2),
-                  (Texts{"10000", "1.00003pF", "85.000 ppm", "0.00000", "0.00010"}));
-        ClickTab(editor, 2);
-        EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "40 ppm") << "six characters stand for ppm";
-        ClickTab(editor, 3);
-        TypeCell(editor, 1, 1, "100.00125");
-        Click(editor, "btnOk");
-      });
+  Edit<frmCalDataTabInput>("RT520A", Changed("RT520A", changes), [&](frmCalDataTabInput& editor) {
+    EXPECT_EQ(RowOf(editor, 2), (Texts{"10000", "1.00003pF", "85.000 ppm", "0.00000", "0.00010"}));
+    ClickTab(editor, 2);
+    EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "40 ppm") << "six characters stand for ppm";
+    ClickTab(editor, 3);
+    TypeCell(editor, 1, 1, "100.00125");
+    Click(editor, "btnOk");
+  });
   changes.emplace_back(
       33, "*         1000 :       100.0013pF :    0.0030 :            0.00000 :   0.00010");
-  Delete("RT520A", serial, Changed("RT520A", serial, changes, 53));
-  Run();
-  ExpectInTrash(serial);
+  DeleteAndRun("RT520A", Changed("RT520A", changes));
 }
 
 TEST_F(Workflow, TheResistorSetIsAddedCorrectedAndDeleted) {
   tree_.InstallTemplate("RT730A");
-  const std::string serial = "2031R00719";
   Add<frmCalDataTabInput>("RT730A", [&](frmCalDataTabInput& editor) {
     CalGrid& grid = GridOf(editor);
-    FillHeader(editor, serial);
+    FillHeader(editor);
     TypeCell(editor, 4, 2, "1.00005");
     EXPECT_EQ(CellOf(grid, 4, 2), "1.0001  ohm");
     ClickCell(grid, 9, 3);
@@ -376,19 +355,17 @@ TEST_F(Workflow, TheResistorSetIsAddedCorrectedAndDeleted) {
       {37, "*        1 :   10.013 ohm :      0.10 % :      0.000 ohm :   0.010 ohm"},
       {41, "*       13 :    10.00 ohm :   0.02500 % :       0.00 ohm :    0.05 ohm"},
       {90, "*       30 :  100.000 kohm :       0.5 % :        0.00 uS :     0.13 uS"}};
-  Edit<frmCalDataTabInput>(
-      "RT730A", serial, Changed("RT730A", serial, changes, 91), [](frmCalDataTabInput& editor) {
-        EXPECT_EQ(RowOf(editor, 9), (Texts{"RT739A", "100 kohm", "100.000 kohm", "100 ppm", ""}));
-        KeyToTab(editor, 3);
-        EXPECT_EQ(CellOf(GridOf(editor), 5, 2), "250.0 ppm");
-        KeyToTab(editor, 5);
-        TypeCell(editor, 7, 3, "2.5");
-        Click(editor, "btnOk");
-      });
+  Edit<frmCalDataTabInput>("RT730A", Changed("RT730A", changes), [](frmCalDataTabInput& editor) {
+    EXPECT_EQ(RowOf(editor, 9), (Texts{"RT739A", "100 kohm", "100.000 kohm", "100 ppm", ""}));
+    KeyToTab(editor, 3);
+    EXPECT_EQ(CellOf(GridOf(editor), 5, 2), "250.0 ppm");
+    KeyToTab(editor, 5);
+    TypeCell(editor, 7, 3, "2.5");
+    Click(editor, "btnOk");
+  });
   changes.emplace_back(65,
                        "*       20 :    1.000 kohm :       0.3 % :           3 uS :        3 uS");
-  Delete("RT730A", serial, Changed("RT730A", serial, changes, 91));
-  Run();
+  DeleteAndRun("RT730A", Changed("RT730A", changes));
 }
 
 }  // namespace
