@@ -96,14 +96,10 @@ TEST_F(CalibrationMenu, ShowsItsCaptionsAndReturnsByEscape) {
   AtMenu([](frmCalibrationMain& menu) {
     EXPECT_EQ(menu.windowTitle(), "Calibration Data Menu - Morrand Tarvell");
     EXPECT_EQ(Find<QLabel>(menu, "Label1").text(), "Current  Modules Lists");
-    const std::vector<std::pair<const char*, const char*>> captions = {
-        {"btnAdd", "Add"},
-        {"btnEdit", "Edit"},
-        {"btnDelete", "Delete"},
-        {"btnReturn", "Return to Main"}};
-    for (const auto& [button, caption] : captions) {
-      EXPECT_EQ(Caption(menu, button), caption);
-    }
+    EXPECT_EQ(Caption(menu, "btnAdd"), "Add");
+    EXPECT_EQ(Caption(menu, "btnEdit"), "Edit");
+    EXPECT_EQ(Caption(menu, "btnDelete"), "Delete");
+    EXPECT_EQ(Caption(menu, "btnReturn"), "Return to Main");
     EXPECT_TRUE(menu.findChildren<QMenuBar*>().isEmpty());
     Find<QPushButton>(menu, "btnAdd").setFocus();
     Press(Qt::Key_Escape);
@@ -197,7 +193,8 @@ TEST_F(CalibrationMenu, FollowsTheKeyboardAndReadsAFolderAgainWhenItIsClickedAga
     ClickEntry(menu, "LstInstrment", "PX12A");
     std::filesystem::remove(tree_.Native(kRoot + R"(\PX12A\SN1)"));
     WriteData("PX12A", "SN3", "3");
-    Settle();
+  });
+  AtMenu([](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(Serials(menu), Texts{"3"});
   });

@@ -98,8 +98,14 @@ TEST_F(Pages, ShowTheTableAndTheSerialNumberOfTheirMember) {
 
 TEST_F(Pages, OfOneModelFollowThoseOfAnotherInTheSameScreen) {
   frmCalDataTabInput editor(nullptr);
-  EditNew(editor, "RT730A", [](frmCalDataTabInput& screen) { KeyToTab(screen, 6); });
-  EditNew(editor, "RT520C", [](frmCalDataTabInput& screen) {
+  const auto& option = Find<QCheckBox>(editor, "chkCheck");
+  EditNew(editor, "RT730A", [&](frmCalDataTabInput& screen) {
+    EXPECT_FALSE(option.isVisible());
+    KeyToTab(screen, 6);
+  });
+  EditNew(editor, "RT520C", [&](frmCalDataTabInput& screen) {
+    EXPECT_TRUE(option.isVisible() && option.isChecked());
+    EXPECT_EQ(option.text(), "Opt 001 (Add 10uF)");
     EXPECT_EQ(TabsOf(screen).count(), 4);
     EXPECT_EQ(SelectedTab(screen), 1);
     EXPECT_EQ(TextOf(screen, "txtTabSerial"), "C001");
@@ -107,7 +113,8 @@ TEST_F(Pages, OfOneModelFollowThoseOfAnotherInTheSameScreen) {
     ClickCell(GridOf(screen), 1, 1);
     Type("9");
   });
-  EditNew(editor, "RT520A", [](frmCalDataTabInput& screen) {
+  EditNew(editor, "RT520A", [&](frmCalDataTabInput& screen) {
+    EXPECT_FALSE(option.isVisible() || option.isChecked());
     EXPECT_FALSE(CellBoxOf(screen).isVisible());
     EXPECT_EQ(TextOf(screen, "txtSerial"), "");
     EXPECT_EQ(TextOf(screen, "txtTabSerial"), "M001");
@@ -123,10 +130,8 @@ TEST_F(Pages, StoreEachCellInItsOwnFormat) {
     const char* text;
     const char* stored;
   } cells[] = {{"RT520A", 1, 1, 1, "1.0000125", "1.000013pF"},
-               {"RT520A", 1, 2, 1, "1.000025", "1.00003pF"},
                {"RT520A", 1, 2, 2, "0.0125", "0.013 %"},
                {"RT520A", 4, 1, 1, "999.9996", "1000.000pF"},
-               {"RT520C", 4, 2, 1, "9.99999", "9.99999uF"},
                {"RT730A", 1, 2, 2, "10.0005", "10.001  mohm"},
                {"RT730A", 2, 1, 1, "5.256", "Ls/5.26 nH"},
                {"RT730A", 7, 1, 3, "1.2345", "1.235 uS"}};
@@ -165,79 +170,45 @@ TEST_F(Pages, AreStoredWithAnOpenEditWhenTheTabChanges) {
   EXPECT_EQ(tree_.Read(PathOf("RT520A")), SetA(members));
 }
 
-// ---- What opening a file reports.
+// ---- Notices.
 
-TEST_F(Pages, TakeFromTheTemplateWhatTheFileLacks) {
-  // No calibration number and comment, one row instead of three, no page RT523A.
-  Texts lines = {"#MODEL_NO : RT520A", "#SER_NO   : 00042", "#CAL_DATE : 20030301",
-                 "#DUE_DATE : 20040301", "!"};
-  std::vector<Member> members = SetAMembers();
-  members[0].rows = {{"500", "1.000500pF", "0.0015", "0.00091", "0.00092"}};
-  members.erase(members.begin() + 2);
-  for (const Member& member : members) {
-    const Texts more = MemberLines(member);
-    lines.insert(lines.end(), more.begin(), more.end());
-  }
-  questions_.ExpectError({"RT523A"});
-  Edit("RT520A", Lines(lines), [](frmCalDataTabInput& editor) {
-    EXPECT_EQ(TextOf(editor, "txtCalNo"), "T-1");
-    EXPECT_EQ(TextOf(editor, "txtComment"), "template");
-    EXPECT_EQ(TextOf(editor, "txtCalYear"), "2003");
-    EXPECT_EQ(ColumnOf(GridOf(editor), 1), (Texts{"1.000500pF", "1.00002pF", "1.00003pF"}))
-        << "the last two are the template's";
-    ClickTab(editor, 3);
-    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "M003");
-  });
-  EXPECT_EQ(questions_.details.front(),
-            "The file is as it was. Check the data before you save them with OK.");
-  EXPECT_EQ(tree_.Read(PathOf("RT520A")), Lines(lines));
-}
-
-TEST_F(Pages, OfAnotherSetAreReportedInOneMessage) {
+TEST_F(Pages, ThatAFileLacksAreTheTemplatesAndReportedInOneMessage) {
   questions_.ExpectError({"\"RT520A\"", "\"RT730A\"", "\n\n", "HF Calibration at 100kohm"});
   Edit("RT730A", SetA(), [](frmCalDataTabInput& editor) {
     EXPECT_EQ(RowOf(editor, 1), (Texts{"RT731A", "1 mohm", "1.0000  mohm", "0.1 %", ""}));
   });
+  EXPECT_EQ(questions_.details.front(),
+            "The file is as it was. Check the data before you save them with OK.");
+  EXPECT_EQ(tree_.Read(PathOf("RT730A")), SetA());
 }
 
-// ---- Notices while the data are edited.
-
-TEST_F(Pages, ReportMembersWithoutASerialNumberAndAreSaved) {
-  Edit("RT520A", SetA(), [](frmCalDataTabInput& editor) {
-    EXPECT_EQ(NoticesOf(editor), Texts());
-    ClickTab(editor, 2);
-    Fill(editor, "txtTabSerial", "");
-    ClickTab(editor, 4);
-    Fill(editor, "txtTabSerial", "");
-    EXPECT_EQ(NoticesOf(editor), Texts{"No serial number is entered for RT522A, RT524A."});
-    Click(editor, "btnOk");
-    EXPECT_FALSE(editor.isVisible());
-  });
-  std::vector<Member> members = SetAMembers();
-  members[1].serial = "";
-  members[3].serial = "";
-  EXPECT_EQ(tree_.Read(PathOf("RT520A")), SetA(members));
-}
-
-TEST_F(Pages, ReportWhatIsWrongInTheHeaderBeforeAMissingMember) {
+TEST_F(Pages, ReportMembersWithoutASerialNumberAfterWhatIsWrongInTheHeader) {
   std::vector<Member> members = SetAMembers();
   members[0].serial = "";
   SetHeader header = {"RT520A", "00042"};
   header.dueDate = "20010231";
   const std::string bytes = CapacitorFile(header, members);
   Edit("RT520A", bytes, [&](frmCalDataTabInput& editor) {
-    const Texts notices = {
-        "Calibration Due Date: the day 31 FEB 2001 does not exist. It is saved as it stands.",
-        "No serial number is entered for RT521A."};
-    EXPECT_EQ(NoticesOf(editor), notices);
+    const std::string missing = "No serial number is entered for RT521A.";
+    EXPECT_EQ(NoticesOf(editor), (Texts{"Calibration Due Date: the day 31 FEB 2001 does not exist. "
+                                        "It is saved as it stands.",
+                                        missing}));
     // OK stops at the date, and the notice about the member stays.
     Fill(editor, "txtDueDay", "x");
     questions_.ExpectError({"Day of the due date"});
     Click(editor, "btnOk");
-    EXPECT_TRUE(editor.isVisible());
-    EXPECT_EQ(NoticesOf(editor), Texts{notices[1]});
+    EXPECT_EQ(NoticesOf(editor), Texts{missing});
     EXPECT_EQ(tree_.Read(PathOf("RT520A")), bytes);
+    ClickTab(editor, 3);
+    Fill(editor, "txtTabSerial", "");
+    EXPECT_EQ(NoticesOf(editor), Texts{"No serial number is entered for RT521A, RT523A."});
+    Fill(editor, "txtDueDay", "28");
+    Click(editor, "btnOk");
+    EXPECT_FALSE(editor.isVisible());
   });
+  header.dueDate = "20010228";
+  members[2].serial = "";
+  EXPECT_EQ(tree_.Read(PathOf("RT520A")), CapacitorFile(header, members));
 }
 
 TEST_F(Pages, ReportAMemberSerialNumberOfWhichOnlyTheFirstWordIsReadBack) {
@@ -340,17 +311,6 @@ class OptionPage : public Pages {
   }
   [[nodiscard]] std::string Saved() const { return tree_.Read(PathOf("RT520C")); }
 };
-
-TEST_F(OptionPage, IsOfferedForSetCOnly) {
-  for (const char* model : {"RT520A", "RT730A", "RT520C"}) {
-    EditNew(model, [&](frmCalDataTabInput& editor) {
-      auto& option = Find<QCheckBox>(editor, "chkCheck");
-      EXPECT_EQ(option.isVisible(), std::string(model) == "RT520C");
-      EXPECT_EQ(option.isChecked(), std::string(model) == "RT520C");
-      EXPECT_EQ(option.text(), "Opt 001 (Add 10uF)");
-    });
-  }
-}
 
 TEST_F(OptionPage, IsThereWhenTheFileHasIt) {
   for (const std::vector<Member>& members : {Members(), WithoutOption(Members())}) {
@@ -477,19 +437,6 @@ TEST_F(OptionPage, RefusesASerialNumberThatIsASignForSwitching) {
     Fill(editor, "txtCalDay", "x");
     questions_.ExpectError({"Day of the calibration date"});
     Click(editor, "btnOk");
-  });
-}
-
-TEST_F(OptionPage, StaysOnWhileAnEditOnItCannotBeStored) {
-  Edit(Members(), [&](frmCalDataTabInput& editor) {
-    ClickTab(editor, 4);
-    ClickCell(GridOf(editor), 2, 1);
-    Type("9E999");
-    questions_.ExpectError({"9E999"});
-    Click(editor, "chkCheck");
-    EXPECT_TRUE(IsOn(editor));
-    EXPECT_EQ(SelectedTab(editor), 4);
-    EXPECT_TRUE(CellBoxOf(editor).isVisible());
   });
 }
 

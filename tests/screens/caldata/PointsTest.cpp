@@ -152,8 +152,6 @@ TEST_F(SensorPoints, Are51AtMost) {
   });
   file_.rows = ManyRows(51);
   EXPECT_EQ(tree_.Read(kPath), file_.Bytes());
-  ShowAgain("PX12A",
-            [&](frmCalDataInput& editor) { EXPECT_EQ(GridOf(editor).model()->rowCount(), 51); });
 }
 
 TEST_F(SensorPoints, AreDeletedAfterAQuestionThatNamesThem) {

