@@ -82,7 +82,6 @@ INSTANTIATE_TEST_SUITE_P(Editors, Editor, testing::ValuesIn(kBothEditors), KindN
 
 TEST_P(Editor, ShowsAFileWithItsSerialNumberLocked) {
   Edit([&](CalEditor& editor) {
-    EXPECT_TRUE(editor.isModal());
     EXPECT_EQ(editor.windowTitle().toStdString(), CaptionOf("3318A12345"));
     Texts captions;
     for (const QLabel* label : editor.findChildren<QLabel*>()) {
