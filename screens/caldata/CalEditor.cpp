@@ -31,37 +31,23 @@ namespace tarvell {
 
 namespace {
 
-// What the notices of an editor are about.
+// Subjects of notices.
 constexpr const char* kCell = "cell";
 constexpr const char* kFixedCell = "fixed cell";
 
-/// Of any table.
-constexpr std::int16_t kMostColumns = 5;
+/// No table has more.
+constexpr std::int16_t kColumnCount = 5;
 
 /// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
 /// belongs to the column before it.
-QString NoteAbout(const MemoryGrid& grid, std::pair<std::int16_t, std::int16_t> cell,
-                  const QString& note) {
-  const auto [row, column] = cell;
-  std::string caption = grid.CellText(0, column);
+QString NoteAbout(const MemoryGrid& grid, Cell cell, const QString& note) {
+  std::string caption = grid.TextOf({kCaptionRow, cell.column});
   if (caption.starts_with("Unc.")) {
-    caption += " of " + grid.CellText(0, static_cast<std::int16_t>(column - 1));
+    const auto before = static_cast<std::int16_t>(cell.column - 1);
+    caption += " of " + grid.TextOf({kCaptionRow, before});
   }
-  return QString("%1, %2: %3").arg(ToQt(grid.CellText(row, 0)), ToQt(caption), note);
+  return QString("%1, %2: %3").arg(ToQt(grid.TextOf({cell.row, 0})), ToQt(caption), note);
 }
-
-}  // namespace
-
-const CalFileInfo& ListedDataSet(std::int16_t index) {
-  if (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size())) {
-    throw Error(ErrorKind::Index,
-                "The chosen data set is not in the list any more. Choose the model again to "
-                "refresh the list, then try again.");
-  }
-  return gCalFiles.at(static_cast<std::size_t>(index));
-}
-
-namespace {
 
 OpenedDataSet Opened(std::int16_t index, const Model& model) {
   const BusyPointer busy;
@@ -70,6 +56,15 @@ OpenedDataSet Opened(std::int16_t index, const Model& model) {
 }
 
 }  // namespace
+
+CalFileInfo ListedDataSet(std::int16_t index) {
+  if (index < 0 || index >= static_cast<std::int16_t>(gCalFiles.size())) {
+    throw Error(ErrorKind::Index,
+                "The chosen data set is not in the list any more. Choose the model again to "
+                "refresh the list, then try again.");
+  }
+  return gCalFiles.at(static_cast<std::size_t>(index));
+}
 
 CalEditor::CalEditor(QWidget* parent) : QDialog(parent) {}
 
@@ -87,13 +82,11 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   connect(cellEditor_.get(), &CellEditor::Typed, this,
-          [this](std::int16_t row, std::int16_t column, const QString& typed) {
-            NoteCell(row, column, &typed);
-          });
+          [this](Cell cell, const QString& typed) { NoteCell(cell, typed); });
   connect(cellEditor_.get(), &CellEditor::Pasted, this,
-          [this](std::int16_t row, std::int16_t column) { NoteCell(row, column, nullptr); });
+          [this](Cell cell) { NoteCell(cell, std::nullopt); });
   connect(cellEditor_.get(), &CellEditor::FixedCellTyped, this, [this](std::int16_t column) {
-    const QString caption = ToQt(controls_.grid->Data().CellText(0, column));
+    const QString caption = ToQt(controls_.grid->Data().TextOf({kCaptionRow, column}));
     controls_.notices->Report(
         kFixedCell,
         caption.isEmpty()
@@ -119,13 +112,13 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
-  // The table tells the object how wide it is before it is first shown.
+  // ShowTables gives the width of the table to the object, and the screen is not shown yet.
   layout()->activate();
   controls_.notices->Clear();
   FindCellNotes();
   ShowTables();
   controls_.header->ReportNotices();
-  TellNotices(opened.notices);
+  ShowLoadNotices(opened.notices);
   if (!opened.isNamedBySerial) {
     controls_.header->FocusSerial();
   } else {
@@ -143,29 +136,28 @@ void CalEditor::FindCellNotes() {
   cellNotes_.clear();
   MemoryGrid grid;
   for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
-    grid.Clear(kMostColumns);
+    grid.Clear(kColumnCount);
     data_->GetCalData(page, grid);
-    for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
       for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
-        const std::string shown = grid.CellText(row, column);
-        const std::string notice =
-            ReadDifferently(shown, data_->CellReadBack(page, {{row}, column}, shown));
+        const Cell cell = {row, column};
+        const std::string shown = grid.TextOf(cell);
+        const std::string notice = ReadDifferently(shown, data_->CellReadBack(page, cell, shown));
         if (!notice.empty()) {
-          cellNotes_[page][{row, column}] = ToQt(notice);
+          cellNotes_[page][cell] = ToQt(notice);
         }
       }
     }
   }
 }
 
-void CalEditor::NoteCell(std::int16_t row, std::int16_t column, const QString* typed) {
-  const std::string stored = controls_.grid->Data().CellText(row, column);
-  const std::string difference =
-      typed == nullptr ? std::string() : StoredDifferently(FromQt(*typed), stored);
+void CalEditor::NoteCell(Cell cell, const std::optional<QString>& typed) {
+  const std::string stored = controls_.grid->Data().TextOf(cell);
+  const std::string difference = typed ? StoredDifferently(FromQt(*typed), stored) : std::string();
   const std::string readBack =
-      ReadDifferently(stored, data_->CellReadBack(ShownPage(), {{row}, column}, stored));
+      ReadDifferently(stored, data_->CellReadBack(ShownPage(), cell, stored));
   latestNote_ = ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack);
-  controls_.grid->Model().SetNote(row, column, latestNote_);
+  controls_.grid->Model().SetNote(cell, latestNote_);
   ReportCells();
 }
 
@@ -181,10 +173,9 @@ void CalEditor::ShowCellNotes() {
 void CalEditor::ReportCells() {
   controls_.notices->Report(kFixedCell, {});
   const CalGrid& grid = *controls_.grid;
-  const QString current = grid.Model().NoteAt(grid.CurrentRow(), grid.CurrentColumn());
+  const QString current = grid.Model().NoteAt(grid.CurrentCell());
   if (!current.isEmpty()) {
-    controls_.notices->Report(
-        kCell, NoteAbout(grid.Data(), {grid.CurrentRow(), grid.CurrentColumn()}, current));
+    controls_.notices->Report(kCell, NoteAbout(grid.Data(), grid.CurrentCell(), current));
     return;
   }
   const CellNotes& notes = grid.Model().Notes();
@@ -201,7 +192,7 @@ void CalEditor::ReportCells() {
   QString elsewhere;
   if (other != cellNotes_.end()) {
     MemoryGrid page;
-    page.Clear(kMostColumns);
+    page.Clear(kColumnCount);
     data_->GetCalData(other->first, page);
     const auto& [cell, note] = *other->second.begin();
     elsewhere = tr("On the page %1: %2")
@@ -210,7 +201,7 @@ void CalEditor::ReportCells() {
   controls_.notices->Report(kCell, elsewhere);
 }
 
-void CalEditor::TellNotices(const std::vector<std::string>& notices) {
+void CalEditor::ShowLoadNotices(const std::vector<std::string>& notices) {
   QString text;
   for (const std::string& notice : notices) {
     text += (text.isEmpty() ? "" : "\n\n") + ToQt(notice);

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,10 +25,10 @@ class CalHeaderBlock;
 class CellEditor;
 class NoticeLine;
 
-/// The data set of row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
-[[nodiscard]] const CalFileInfo& ListedDataSet(std::int16_t index);
+/// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
+[[nodiscard]] CalFileInfo ListedDataSet(std::int16_t index);
 
-/// What the two editors of calibration data share: opening a data set, its header and saving it.
+/// What both editors of calibration data do: open a data set, edit its header and save it.
 class CalEditor : public QDialog {
   Q_OBJECT
 
@@ -36,25 +37,25 @@ class CalEditor : public QDialog {
   CalEditor& operator=(const CalEditor&) = delete;
   ~CalEditor() override;
 
-  /// Index that stands for new data.
+  /// The index that means new data.
   static constexpr std::int16_t kNewData = 999;
 
   /// Shows the data set of row `index` of `gCalFiles`, or new data, and returns when the screen
-  /// is closed. Throws an Index error for a row that does not exist, and the error of a load that
-  /// fails; the screen is not shown then.
+  /// is closed. Throws an Index error for a row or model that does not exist, and the error of a
+  /// load that fails. The screen is not shown then.
   void SetupDat(std::int16_t index, const std::string& modelCode);
 
  protected:
   explicit CalEditor(QWidget* parent);
 
-  /// The controls that every editor has.
+  /// The controls that both editors have.
   struct Controls {
     CalHeaderBlock* header;
     CalGrid* grid;
     NoticeLine* notices;
     QPushButton* ok;
   };
-  /// Takes them; called once, when they are made.
+  /// Connects them; called once, by the constructor.
   void SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor);
 
   [[nodiscard]] const Model& CurrentModel() const { return *model_; }
@@ -62,16 +63,16 @@ class CalEditor : public QDialog {
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
   [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
 
-  /// Marks the cells of a page that the grid has just been filled with.
+  /// Marks cells after the grid has been filled with a page.
   void ShowCellNotes();
-  /// Keeps the marks of the page that the grid shows.
+  /// Keeps the notes of the shown page until it is shown again.
   void KeepCellNotes();
-  /// Reports the mark of the current cell, else the first one of the data set.
+  /// Reports the note of the current cell, or else another one of the data set.
   void ReportCells();
 
-  /// Stores an open cell edit, saves the data set and closes the screen; does not close it when
-  /// the serial number is missing, which is reported, or when a file that the user has not seen is
-  /// to stay. Throws the error of a save that fails.
+  /// Stores an open edit of a cell, saves the data set and closes the screen. The screen stays open
+  /// when the serial number is missing, which is reported, or when the user keeps the file that the
+  /// save would replace. Throws the error of a save that fails.
   void SaveAndClose();
 
  private:
@@ -83,20 +84,21 @@ class CalEditor : public QDialog {
   virtual void StoreTables() = 0;
   /// The page whose table the grid shows.
   [[nodiscard]] virtual std::int16_t ShownPage() const { return 0; }
-  /// Why the user cannot type into a fixed column of the table.
+  /// The sentence that says where the values of a fixed column come from.
   [[nodiscard]] virtual QString WhyFixed() const = 0;
 
   void ShowCaption(const QString& serial);
-  /// Marks every cell of the data set that the file would give back differently.
+  /// Notes every cell of the data set that will be read back differently after a save.
   void FindCellNotes();
-  /// Marks a cell, or removes its mark, after `typed` was stored in it; nullptr when it was pasted.
-  void NoteCell(std::int16_t row, std::int16_t column, const QString* typed);
-  void TellNotices(const std::vector<std::string>& notices);
+  /// Notes whether a cell holds what was typed, and whether that will be read back. Nothing was
+  /// typed into a cell that was pasted.
+  void NoteCell(Cell cell, const std::optional<QString>& typed);
+  void ShowLoadNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
   QString latestNote_;                           ///< of the cell that was stored last
-  std::map<std::int16_t, CellNotes> cellNotes_;  ///< of the pages except the shown one
-  std::unique_ptr<CellEditor> cellEditor_;       ///< ends before the table that it watches
+  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; the table has those of the shown one
+  std::unique_ptr<CellEditor> cellEditor_;       ///< destroyed before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
 };

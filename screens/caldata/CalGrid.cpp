@@ -22,7 +22,7 @@ constexpr int kRowPadding = 6;
 
 CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(this)) {
   setModel(model_);
-  // Cells are edited in a text box of their own (CellEditor), which knows the models' formats.
+  // A CellEditor edits the cells: it knows the formats of the models.
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setItemDelegate(new PaleSelection(this));
   setSelectionMode(QAbstractItemView::ContiguousSelection);
@@ -43,30 +43,26 @@ void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   });
   ShareWidth();
   if (Data().RowCount() > 1) {
-    SetCurrentCell(1, static_cast<std::int16_t>(model_->FirstEditableColumn()));
+    SetCurrentCell({kFirstDataRow, static_cast<std::int16_t>(model_->FirstEditableColumn())});
   }
 }
 
-std::int16_t CalGrid::CurrentRow() const {
-  return static_cast<std::int16_t>(currentIndex().row() + 1);
+Cell CalGrid::CurrentCell() const {
+  return currentIndex().isValid() ? GridModel::CellAt(currentIndex()) : Cell{kCaptionRow, 0};
 }
 
-std::int16_t CalGrid::CurrentColumn() const {
-  return static_cast<std::int16_t>(std::max(currentIndex().column(), 0));
-}
-
-void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
-  start_ = model_->index(row - 1, column);
-  // Whatever key is held, this selects no range.
+void CalGrid::SetCurrentCell(Cell cell) {
+  start_ = model_->IndexAt(cell);
+  // The table itself would extend the selection when Shift is held.
   selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
 }
 
-void CalGrid::RemoveRow(std::int16_t row) {
-  const std::int16_t column = CurrentColumn();
-  model_->RemoveRow({row});
-  const auto last = static_cast<std::int16_t>(Data().RowCount() - 1);
-  if (last > 0) {
-    SetCurrentCell(std::min(row, last), column);
+void CalGrid::RemoveRow(GridRow row) {
+  const std::int16_t column = CurrentCell().column;
+  model_->RemoveRow(row);
+  const GridRow last = EndOf(Data()) + (-1);
+  if (last >= kFirstDataRow) {
+    SetCurrentCell({std::min(row, last), column});
     scrollTo(currentIndex());
   }
 }
@@ -107,7 +103,7 @@ void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlag
     QTableView::setSelection(rect, command);
     return;
   }
-  // The table itself would begin where the user selected last, before SetCurrentCell.
+  // The table itself would begin where the user last selected something, before SetCurrentCell.
   const QModelIndex end = currentIndex();
   const auto [top, bottom] = std::minmax({start_.row(), end.row()});
   const auto [left, right] = std::minmax({start_.column(), end.column()});
@@ -125,7 +121,7 @@ void CalGrid::ShareWidth() {
   const int width = viewport()->width();
   std::vector<int> shares;
   std::vector<int> leasts;
-  int missing = 0;  // to the captions that are wider than their share
+  int missing = 0;  // width that captions need beyond their shares
   for (std::int16_t c = 0; c < columns; ++c) {
     const std::int64_t share =
         whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;

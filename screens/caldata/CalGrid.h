@@ -15,10 +15,9 @@
 
 namespace tarvell {
 
-/// The editors' table. The captions stay in place while it scrolls; the columns keep the shares
-/// of its width that were set for them (equal ones where none were), as far as their captions
-/// leave them. A rectangle of cells can be
-/// selected.
+/// The table of the editors. The captions stay in place while it scrolls. The columns share its
+/// width as it was set for them, equally where nothing was set, but each is at least as wide as its
+/// caption. A rectangle of cells can be selected.
 class CalGrid final : public QTableView {
   Q_OBJECT
 
@@ -29,30 +28,29 @@ class CalGrid final : public QTableView {
   [[nodiscard]] GridModel& Model() { return *model_; }
   [[nodiscard]] const GridModel& Model() const { return *model_; }
 
-  /// Lets `fill` change the whole table, which knows its width in twips, and goes to the first
+  /// Lets `fill` change the whole table, whose width in twips is set before. Then goes to the first
   /// cell that can be edited.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
 
-  /// The current cell's row and column as the grid counts them, 0 when there is no data row.
-  [[nodiscard]] std::int16_t CurrentRow() const;
-  [[nodiscard]] std::int16_t CurrentColumn() const;
+  /// The current cell; its row is kCaptionRow when there is no data row.
+  [[nodiscard]] Cell CurrentCell() const;
   /// Makes this cell the current one, and the only one that is selected.
-  void SetCurrentCell(std::int16_t row, std::int16_t column);
+  void SetCurrentCell(Cell cell);
 
-  /// Removes a row after which the same row number is current, or the last one.
-  void RemoveRow(std::int16_t row);
+  /// Removes a row. The same row number is current then, or the last one.
+  void RemoveRow(GridRow row);
 
-  /// The next cell that takes typing from `cell` on, over row ends, or the previous one; invalid
-  /// after the last and before the first.
+  /// The next cell after `cell` that can be edited, in this row or a later one, or the previous
+  /// one. Invalid after the last and before the first.
   [[nodiscard]] QModelIndex NextEditable(const QModelIndex& cell, bool forward) const;
-  /// Gives the keyboard to the control after the table, or before it.
+  /// Gives the focus to the control after the table, or before it.
   void Leave(bool forward) { focusNextPrevChild(forward); }
 
-  /// Typing in a column that cannot be edited does nothing: it does not search either.
+  /// Typing in a column that cannot be edited must not search for a text.
   void keyboardSearch(const QString& /*search*/) override {}
 
  protected:
-  /// Home and End, with and without Ctrl, go to cells that take typing.
+  /// Home and End, with and without Ctrl, go to cells that can be edited.
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
@@ -61,7 +59,8 @@ class CalGrid final : public QTableView {
   void ShareWidth();
 
   GridModel* model_;
-  /// Where a selection begins since SetCurrentCell, if it still does.
+  /// Where a selection with Shift begins after SetCurrentCell. Invalid when the user has selected
+  /// something since.
   QPersistentModelIndex start_;
 };
 

@@ -24,11 +24,11 @@ namespace tarvell {
 
 namespace {
 
-// What the notices about a day that was lowered are about.
+// Subjects of notices about a day that was lowered.
 constexpr const char* kCalDay = "calibration day";
 constexpr const char* kDueDay = "due day";
 
-/// The property of a box that names what its notice is about.
+/// The property of a box that holds the subject of its notice.
 constexpr const char* kSubject = "subject";
 
 constexpr int kCalStartYear = 2000;
@@ -51,7 +51,7 @@ void SetUpDate(QLineEdit* yearBox, UpDown* yearSpinner, QComboBox* monthBox, QLi
   SetUpDayBox(dayBox, daySpinner);
 }
 
-/// Puts the spinners where those of every data set begin.
+/// Sets the spinners to their first values and ranges.
 void ResetDate(UpDown* yearSpinner, int year, UpDown* daySpinner) {
   yearSpinner->SetValue(year);
   daySpinner->SetMaximum(kMostDays);
@@ -61,13 +61,13 @@ void ResetDate(UpDown* yearSpinner, int year, UpDown* daySpinner) {
 void ShowDate(std::int16_t year, const std::string& month, std::int16_t day, QLineEdit* yearBox,
               QComboBox* monthBox, QLineEdit* dayBox) {
   yearBox->setText(QString::number(year));
-  // -1, no month, for a name that is none.
+  // -1 selects no month, for a name that is not a month.
   monthBox->setCurrentIndex(monthBox->findText(ToQt(month)));
   dayBox->setText(QString::number(day));
 }
 
-/// Keeps the day within the month that was chosen. Returns what there is to report: a key may have
-/// passed a short month on its way.
+/// Keeps the day within the chosen month. Returns a notice when the day was lowered: the user may
+/// only have passed a short month with the arrow keys.
 QString FollowMonth(const QString& year, const QString& month, const QLineEdit* dayBox,
                     UpDown* dayUpDown) {
   const std::int16_t days = DaysInMonth(NumericInt16(FromQt(year)), MonthToNumber(FromQt(month)));
@@ -170,7 +170,7 @@ void CalHeaderBlock::LockSerial(bool locked) {
       locked ? tr("The serial number is locked: its last five characters name the data file.\n"
                   "For another serial number, add new data.")
              : tr("The last five characters of the serial number name the data file.\n"
-                  "It cannot be changed any more when the data have been saved.");
+                  "After the data have been saved, it cannot be changed.");
   ui_->txtSerial->setToolTip(lock + "\n" + ui_->txtCalNo->toolTip());
   ui_->txtSerial->setAccessibleDescription(ui_->txtSerial->toolTip().replace('\n', ' '));
 }

@@ -17,8 +17,8 @@ namespace Ui {
 class CalHeaderBlock;
 }
 
-/// The header of a data set, which both editors show: model, serial and calibration number,
-/// calibration and due date, comment.
+/// The header of a data set, in both editors: model, serial and calibration number, calibration and
+/// due date, comment.
 class CalHeaderBlock final : public QWidget {
   Q_OBJECT
 
@@ -28,28 +28,29 @@ class CalHeaderBlock final : public QWidget {
   CalHeaderBlock& operator=(const CalHeaderBlock&) = delete;
   ~CalHeaderBlock() override;
 
-  /// Shows the header of `calData` with the serial number `serial`, and sets the spinners to their
-  /// ranges. The box of the model code is always locked.
+  /// Shows the header of `calData` with the serial number `serial`, and sets the ranges of the
+  /// spinners. The box of the model code is always locked.
   void Show(const QString& modelCode, const QString& serial, const cifCaldata& calData);
-  /// Whether the serial number, which names the file, must not change.
+  /// Locks or unlocks the serial number. The serial number of a file must not change: it names the
+  /// file.
   void LockSerial(bool locked);
 
-  /// Stores the boxes in `calData`. Throws a Type error that names the box which holds no number;
-  /// in `calData` nothing has changed then.
+  /// Stores the boxes in `calData`. Throws a Type error that names a date box without a number, and
+  /// stores nothing then.
   void Store(cifCaldata& calData) const;
 
   [[nodiscard]] QString Serial() const;
   void FocusSerial();
   void FocusCalNo();
 
-  /// Reports again what there is to report about the boxes.
+  /// Reports all notices about the boxes again.
   void ReportNotices();
 
  signals:
   void SerialChanged(const QString& serial);
-  /// There is this to report about a field; "" takes it back.
+  /// `text` is the notice about a field now; "" for none.
   void Noticed(const QString& field, const QString& text);
-  /// The keyboard has come to this field.
+  /// This field has got the focus.
   void Entered(const QString& field);
 
  protected:

@@ -23,16 +23,8 @@ namespace tarvell {
 
 namespace {
 
-constexpr ushort kBlank = 0x20;
+constexpr ushort kSpace = 0x20;
 constexpr ushort kDelete = 0x7F;
-
-std::int16_t RowNumber(const QModelIndex& cell) {
-  return static_cast<std::int16_t>(cell.row() + 1);
-}
-
-std::int16_t GridColumn(const QModelIndex& cell) {
-  return static_cast<std::int16_t>(cell.column());
-}
 
 }  // namespace
 
@@ -43,7 +35,7 @@ CellEditor::CellEditor(CalGrid* grid)
   txtCell_->setObjectName("txtCell");
   txtCell_->setAccessibleName(tr("New value of the cell"));
   txtCell_->setAccessibleDescription(
-      tr("A number with a decimal point; what stands behind a comma or a letter is not taken."));
+      tr("A number with a decimal point. Everything after a comma or a letter is ignored."));
   txtCell_->setToolTip(txtCell_->accessibleDescription());
   txtCell_->setAlignment(Qt::AlignRight);
   txtCell_->setAutoFillBackground(true);
@@ -90,8 +82,8 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
       tabsOn_ = false;
     }
-    // The grid has got the focus, and the edit is open all the same: it was refused. The click
-    // goes no further, or leaving the cell would have it refused once more.
+    // The edit is still open although the grid has the focus: storing it failed. The click must not
+    // go on to another cell, or the same error would be reported again.
     return IsOpen() && event->type() == QEvent::MouseButtonPress;
   }
   if (event->type() != QEvent::KeyPress) {
@@ -107,16 +99,16 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
     return true;
   }
-  // The Shift key itself, pressed for Shift+Tab, changes nothing.
+  // Pressing Shift for Shift+Tab is not another key.
   tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {
-    // Those that the list of units leaves over come here, too.
+    // The list of units passes these keys on to the grid while an edit is open.
     if (!IsOpen() && copies) {
       CopySelectedCells(*grid_);
     } else if (!IsOpen()) {
-      for (const PastedCell& cell : PasteIntoCells(*grid_, rules_)) {
-        emit Pasted(cell.cell.row.number, cell.cell.column);
+      for (const PastedCell& pasted : PasteIntoCells(*grid_, rules_)) {
+        emit Pasted(pasted.cell);
       }
     }
     return true;
@@ -136,7 +128,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
       break;
   }
   const QString text = event.text();
-  const bool printable = !text.isEmpty() && text.at(0).unicode() > kBlank && text.at(0) != kDelete;
+  const bool printable = !text.isEmpty() && text.at(0).unicode() > kSpace && text.at(0) != kDelete;
   if (!printable || !grid_->currentIndex().isValid()) {
     return false;
   }
@@ -206,26 +198,25 @@ void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
 }
 
 void CellEditor::Open(const QString& typed) {
-  const QModelIndex cell = grid_->currentIndex();
-  if (IsOpen() || !cell.isValid()) {
+  const QModelIndex index = grid_->currentIndex();
+  if (IsOpen() || !index.isValid()) {
     return;
   }
-  if (!grid_->Model().IsEditable(cell.column())) {
-    emit FixedCellTyped(GridColumn(cell));
+  if (!grid_->Model().IsEditable(index.column())) {
+    emit FixedCellTyped(GridModel::CellAt(index).column);
     return;
   }
   Guarded(grid_->window(), [&] {
-    const std::string text = grid_->Data().CellText(RowNumber(cell), GridColumn(cell));
-    std::string unit;
-    const QString own = ToQt(rules_.textToEdit(GridColumn(cell), RowNumber(cell), text, unit));
-    const QString shown = typed.isEmpty() ? own : typed;
-    OfferUnits(GridColumn(cell), unit);
-    cell_ = cell;
+    const Cell cell = GridModel::CellAt(index);
+    const EditedCell edited = rules_.toEdit(cell, grid_->Data().TextOf(cell));
+    const QString shown = typed.isEmpty() ? ToQt(edited.text) : typed;
+    OfferUnits(cell.column, edited.unit);
+    cell_ = index;
     untouched_ = shown;
     replaced_ = !typed.isEmpty();
     txtCell_->setFont(grid_->font());
     txtCell_->setText(shown);
-    grid_->scrollTo(cell);
+    grid_->scrollTo(index);
     PlaceBox();
     txtCell_->show();
     txtCell_->setFocus();
@@ -239,14 +230,12 @@ void CellEditor::Commit() {
     return;
   }
   if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
-    const std::int16_t row = RowNumber(cell_);
-    const std::int16_t column = GridColumn(cell_);
+    const Cell cell = GridModel::CellAt(cell_);
     const QString typed = txtCell_->text();
     grid_->Model().SetCellText(
-        row, column,
-        rules_.textToStore(column, row, FromQt(typed), FromQt(txtCellCmb_->currentText())));
+        cell, rules_.toStore(cell, FromQt(typed), FromQt(txtCellCmb_->currentText())));
     Close();
-    emit Typed(row, column, typed);
+    emit Typed(cell, typed);
     return;
   }
   Close();
@@ -259,27 +248,28 @@ void CellEditor::CommitGuarded() {
   Guarded(
       grid_->window(), [this] { Commit(); },
       [this](const Error& error) {
-        // Back into the box first: the grid getting the focus back would commit again.
+        // The focus must leave the grid first, or it would commit again.
         txtCell_->setFocus();
         const QSignalBlocker blocker(grid_->selectionModel());
-        grid_->SetCurrentCell(RowNumber(cell_), GridColumn(cell_));
+        grid_->SetCurrentCell(GridModel::CellAt(cell_));
         ShowError(grid_->window(), error);
       });
 }
 
 void CellEditor::Cancel() {
-  // Not hidden, although it cannot be seen, when the screen was closed during the edit.
+  // When the screen was closed during an edit, the box is not visible, but not hidden either.
   if (!txtCell_->isHidden()) {
     Close();
   }
 }
 
 void CellEditor::ReturnToGrid(int rows) {
-  // Getting the focus back commits.
+  // The grid commits when it gets the focus.
   grid_->setFocus();
-  const int row = grid_->currentIndex().row() + rows;
-  if (!IsOpen() && rows != 0 && row >= 0 && row < grid_->Model().rowCount()) {
-    grid_->SetCurrentCell(static_cast<std::int16_t>(row + 1), grid_->CurrentColumn());
+  Cell cell = grid_->CurrentCell();
+  cell.row = cell.row + rows;
+  if (!IsOpen() && rows != 0 && cell.row >= kFirstDataRow && cell.row < EndOf(grid_->Data())) {
+    grid_->SetCurrentCell(cell);
   }
 }
 
@@ -296,7 +286,7 @@ void CellEditor::GoByTab(const QModelIndex& from, bool forward) {
   const QModelIndex to = grid_->NextEditable(from, forward);
   tabsOn_ = to.isValid();
   if (tabsOn_) {
-    grid_->SetCurrentCell(RowNumber(to), GridColumn(to));
+    grid_->SetCurrentCell(GridModel::CellAt(to));
   } else {
     grid_->Leave(forward);
   }

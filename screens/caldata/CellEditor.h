@@ -19,36 +19,39 @@
 namespace tarvell {
 
 /// Edits the cells of a CalGrid in the text box `txtCell`, which lies over the current cell. Where
-/// the unit can be chosen, the list `txtCellCmb` shares the cell with it.
+/// the unit can be chosen, the list `txtCellCmb` takes a part of the cell.
 ///
-/// A typed character, Enter, the blank, Backspace or a double click open it on a cell that can be
-/// edited. Enter, the Up and Down keys, Tab and every way back to the grid store the text in the
-/// cell; Escape does not. Tab goes on to the next cell that takes typing, by way of the unit where
-/// it can be chosen, and Shift+Tab to the previous one; so they do from there on, until another key
-/// or click. When neither text nor unit was touched, the cell stays as it was. Copying and pasting
-/// in the grid take the selected cells, and in an open box its text.
+/// A typed character, Enter, F2, the space key, Backspace or a double click starts an edit of a
+/// cell that can be edited. Enter, Up, Down, Tab and whatever else moves the focus to the grid
+/// store the text in the cell; Escape does not. When neither the text nor the unit was changed, the
+/// cell stays as it is.
+///
+/// Tab goes to the unit if there is one, then to the next cell that can be edited; Shift+Tab goes
+/// to the previous one. After that both keys go on from cell to cell until another key or a click.
+///
+/// In the grid, Ctrl+C and Ctrl+V copy and paste cells; in an open box, its text.
 class CellEditor final : public QObject {
   Q_OBJECT
 
  public:
-  /// `grid` outlives the object.
+  /// `grid` must live longer than the object.
   explicit CellEditor(CalGrid* grid);
 
   void SetRules(CellRules rules) { rules_ = std::move(rules); }
 
   [[nodiscard]] bool IsOpen() const { return cell_.isValid(); }
 
-  /// Stores the text of an open edit in its cell and closes it. Throws what the rules throw; the
-  /// edit is then still open, with what was typed.
+  /// Stores the text of an open edit in its cell and closes the edit. Throws the errors of the
+  /// rules; the edit stays open then, with the text that was typed.
   void Commit();
-  /// Closes an open edit; the cell keeps its text.
+  /// Closes an open edit without storing it.
   void Cancel();
 
  signals:
-  /// What was typed has been stored in a cell.
-  void Typed(std::int16_t row, std::int16_t column, const QString& text);
-  /// A cell has got its text from the clipboard.
-  void Pasted(std::int16_t row, std::int16_t column);
+  /// The typed text `text` has been stored in a cell.
+  void Typed(Cell cell, const QString& text);
+  /// A text from the clipboard has been stored in a cell.
+  void Pasted(Cell cell);
   /// The user tried to type into a column that cannot be edited.
   void FixedCellTyped(std::int16_t column);
 
@@ -60,12 +63,13 @@ class CellEditor final : public QObject {
   bool BoxKeyPressed(const QKeyEvent& event);
   bool UnitKeyPressed(const QKeyEvent& event);
   void OfferUnits(std::int16_t column, const std::string& unit);
-  /// Opens the box on the current cell: with `typed`, or with the cell's own text for "".
+  /// Opens the box on the current cell with the text `typed`, or with that of the cell for "".
   void Open(const QString& typed);
   void CommitGuarded();
+  /// Stores the edit and goes `rows` rows down, or up when it is negative.
   void ReturnToGrid(int rows);
-  /// Stores the edit and goes to the next cell that takes typing, or to the previous one; out of
-  /// the table where there is none.
+  /// Stores the edit and goes to the next cell that can be edited, or to the previous one. Leaves
+  /// the table when there is none.
   void ReturnByTab(bool forward);
   void GoByTab(const QModelIndex& from, bool forward);
   void Close();
@@ -75,9 +79,9 @@ class CellEditor final : public QObject {
   QLineEdit* txtCell_;
   QComboBox* txtCellCmb_;
   CellRules rules_;
-  QPersistentModelIndex cell_;  ///< the cell that is edited, invalid when none is
+  QPersistentModelIndex cell_;  ///< the edited cell; invalid when no edit is open
   QString untouched_;           ///< the text of the box as it was opened
-  QString untouchedUnit_;       ///< the unit as it was offered
+  QString untouchedUnit_;       ///< the unit as it was shown first
   bool replaced_ = false;       ///< whether a typed character opened the box
   bool tabsOn_ = false;         ///< whether Tab goes on from the current cell to the next one
 };

@@ -10,22 +10,19 @@
 #include <string>
 #include <vector>
 
-#include "core/caldata/cifCaldata.h"
+#include "core/caldata/EditedCell.h"
 
 namespace tarvell {
 
-/// How a cell's text becomes the text to edit, and what was typed becomes a cell's text. Rows and
-/// columns are the grid's.
+/// How an editor edits the cells of the table that it shows.
 struct CellRules {
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
-                            std::string& unit)>
-      textToEdit;
-  std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
-                            const std::string& unit)>
-      textToStore;
+  /// The text to edit of a cell that holds `text`, and the unit that `text` names.
+  std::function<EditedCell(Cell cell, const std::string& text)> toEdit;
+  /// The text that a cell holds after `text` was typed into it, in this unit.
+  std::function<std::string(Cell cell, const std::string& text, const std::string& unit)> toStore;
   /// What a cell has around its number, in this unit; nothing where it takes no number.
   std::function<std::optional<CellAffixes>(Cell cell, const std::string& unit)> affixes;
-  /// The units to choose from in a column, none where there is no choice; may be missing.
+  /// The units to choose from in a column, none where there is no choice. May be missing.
   std::function<std::vector<std::string>(std::int16_t column)> units = nullptr;
 
   [[nodiscard]] std::vector<std::string> UnitsOf(std::int16_t column) const {

@@ -30,25 +30,20 @@ QModelIndexList SelectedCells(const CalGrid& grid) {
 
 PasteStart StartIn(const CalGrid& grid) {
   const QModelIndexList selected = SelectedCells(grid);
-  const QModelIndex first =
-      selected.contains(grid.currentIndex()) ? selected.first() : grid.currentIndex();
-  return {{{static_cast<std::int16_t>(first.row() + 1)},
-           static_cast<std::int16_t>(std::max(first.column(), 0))},
+  const bool isSelected = selected.contains(grid.currentIndex());
+  return {isSelected ? GridModel::CellAt(selected.first()) : grid.CurrentCell(),
           static_cast<std::int16_t>(grid.Model().FirstEditableColumn())};
 }
 
 void Store(CalGrid& grid, const std::vector<PastedCell>& cells) {
-  int lastColumn = 0;
-  for (const PastedCell& cell : cells) {
-    grid.Model().SetCellText(cell.cell.row.number, cell.cell.column, cell.text);
-    lastColumn = std::max<int>(lastColumn, cell.cell.column);
+  Cell last = cells.back().cell;
+  for (const PastedCell& pasted : cells) {
+    grid.Model().SetCellText(pasted.cell, pasted.text);
+    last.column = std::max(last.column, pasted.cell.column);
   }
-  const Cell first = cells.front().cell;
-  grid.SetCurrentCell(first.row.number, first.column);
-  grid.selectionModel()->select(
-      QItemSelection(grid.currentIndex(),
-                     grid.Model().index(cells.back().cell.row.number - 1, lastColumn)),
-      QItemSelectionModel::ClearAndSelect);
+  grid.SetCurrentCell(cells.front().cell);
+  grid.selectionModel()->select(QItemSelection(grid.currentIndex(), grid.Model().IndexAt(last)),
+                                QItemSelectionModel::ClearAndSelect);
 }
 
 }  // namespace
@@ -72,16 +67,14 @@ std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
   std::vector<PastedCell> cells;
   std::size_t line = 0;
   const auto unitOf = [&](Cell cell) {
-    std::string unit;
-    static_cast<void>(
-        rules.textToEdit(cell.column, cell.row.number, grid.Data().TextOf(cell), unit));
-    return ChosenUnit(rules.UnitsOf(cell.column), unit);
+    return ChosenUnit(rules.UnitsOf(cell.column),
+                      rules.toEdit(cell, grid.Data().TextOf(cell)).unit);
   };
   const PasteRules pasting = {
       .affixes = [&](Cell cell) { return rules.affixes(cell, unitOf(cell)); },
       .store =
           [&](Cell cell, const std::string& number) {
-            return rules.textToStore(cell.column, cell.row.number, number, unitOf(cell));
+            return rules.toStore(cell, number, unitOf(cell));
           }};
   Guarded(
       grid.window(),
@@ -92,10 +85,9 @@ std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
       },
       [&](const Error& error) {
         const std::string where = line == 0 ? "" : "Line " + std::to_string(line) + ": ";
-        ShowError(grid.window(), Error(error.Kind(),
-                                       "Nothing was pasted, and the table is as it "
-                                       "was.\n\n" +
-                                           where + error.Text()));
+        ShowError(grid.window(),
+                  Error(error.Kind(), "Nothing was pasted, and the table is as it was.\n\n" +
+                                          where + error.Text()));
       });
   return cells;
 }

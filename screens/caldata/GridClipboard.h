@@ -12,14 +12,13 @@
 
 namespace tarvell {
 
-/// Puts the selected cells on the clipboard: columns separated by TAB, rows by line ends. Without
-/// any the clipboard stays as it is.
+/// Copies the selected cells to the clipboard: a TAB between columns, a line end between rows. The
+/// clipboard stays as it is when no cell is selected.
 void CopySelectedCells(const CalGrid& grid);
 
-/// Stores the numbers on the clipboard in the cells from the selection's first one (the current
-/// cell, unless more are selected) downwards and to the right, each as if it were typed into its
-/// cell, and selects them. When one of them cannot be stored, that is reported and no cell changes.
-/// Returns the cells that were stored.
+/// Stores the numbers of the clipboard in the cells from the first selected one downwards and to
+/// the right, each as if it were typed into its cell, and selects these cells. When one number
+/// cannot be stored, reports it and changes no cell. Returns the cells that were stored.
 std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules);
 
 }  // namespace tarvell

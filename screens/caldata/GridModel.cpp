@@ -11,6 +11,14 @@
 
 namespace tarvell {
 
+Cell GridModel::CellAt(const QModelIndex& index) {
+  return {{static_cast<std::int16_t>(index.row() + 1)}, static_cast<std::int16_t>(index.column())};
+}
+
+QModelIndex GridModel::IndexAt(Cell cell) const {
+  return index(cell.row.number - 1, cell.column);
+}
+
 int GridModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : grid_.RowCount() - 1;
 }
@@ -20,14 +28,10 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
-  const auto note = [&] {
-    return NoteAt(static_cast<std::int16_t>(index.row() + 1),
-                  static_cast<std::int16_t>(index.column()));
-  };
+  const auto note = [&] { return NoteAt(CellAt(index)); };
   switch (role) {
     case Qt::DisplayRole:
-      return ToQt(grid_.CellText(static_cast<std::int16_t>(index.row() + 1),
-                                 static_cast<std::int16_t>(index.column())));
+      return ToQt(grid_.TextOf(CellAt(index)));
     case Qt::TextAlignmentRole:
       return (Qt::AlignRight | Qt::AlignVCenter).toInt();
     case Qt::BackgroundRole:
@@ -50,12 +54,12 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
     return {};
   }
-  return ToQt(grid_.CellText(0, static_cast<std::int16_t>(section)));
+  return ToQt(grid_.TextOf({kCaptionRow, static_cast<std::int16_t>(section)}));
 }
 
 bool GridModel::IsEditable(int column) const {
   return column >= firstEditableColumn_ &&
-         !grid_.CellText(0, static_cast<std::int16_t>(column)).empty();
+         !grid_.TextOf({kCaptionRow, static_cast<std::int16_t>(column)}).empty();
 }
 
 int GridModel::LastEditableColumn() const {
@@ -66,14 +70,13 @@ int GridModel::LastEditableColumn() const {
   return column;
 }
 
-void GridModel::SetNote(std::int16_t row, std::int16_t column, const QString& note) {
+void GridModel::SetNote(Cell cell, const QString& note) {
   if (note.isEmpty()) {
-    notes_.erase({row, column});
+    notes_.erase(cell);
   } else {
-    notes_[{row, column}] = note;
+    notes_[cell] = note;
   }
-  const QModelIndex cell = index(row - 1, column);
-  emit dataChanged(cell, cell);
+  emit dataChanged(IndexAt(cell), IndexAt(cell));
 }
 
 void GridModel::SetNotes(CellNotes notes) {
@@ -81,18 +84,18 @@ void GridModel::SetNotes(CellNotes notes) {
   emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
-QString GridModel::NoteAt(std::int16_t row, std::int16_t column) const {
-  const auto found = notes_.find({row, column});
+QString GridModel::NoteAt(Cell cell) const {
+  const auto found = notes_.find(cell);
   return found == notes_.end() ? QString() : found->second;
 }
 
-void GridModel::MoveNotes(std::int16_t first, std::int16_t rows) {
+void GridModel::MoveNotes(GridRow first, int rows) {
   CellNotes moved;
   for (auto& [cell, note] : notes_) {
-    const bool moves = cell.first >= first;
-    const auto row = static_cast<std::int16_t>(cell.first + (moves ? rows : 0));
+    const bool moves = cell.row >= first;
+    const GridRow row = cell.row + (moves ? rows : 0);
     if (!moves || row >= first) {
-      moved[{row, cell.second}] = std::move(note);
+      moved[{row, cell.column}] = std::move(note);
     }
   }
   notes_ = std::move(moved);
@@ -105,23 +108,22 @@ void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   endResetModel();
 }
 
-void GridModel::SetCellText(std::int16_t row, std::int16_t column, std::string_view text) {
-  grid_.SetCellText(row, column, text);
-  const QModelIndex cell = index(row - 1, column);
-  emit dataChanged(cell, cell);
+void GridModel::SetCellText(Cell cell, std::string_view text) {
+  grid_.SetCellText(cell.row.number, cell.column, text);
+  emit dataChanged(IndexAt(cell), IndexAt(cell));
 }
 
 void GridModel::InsertRow(GridRow position, std::span<const std::string> cells) {
   beginInsertRows({}, position.number - 1, position.number - 1);
   grid_.InsertRow(position, cells);
-  MoveNotes(position.number, 1);
+  MoveNotes(position, 1);
   endInsertRows();
 }
 
 void GridModel::RemoveRow(GridRow row) {
   beginRemoveRows({}, row.number - 1, row.number - 1);
   grid_.RemoveRow(row);
-  MoveNotes(row.number, -1);
+  MoveNotes(row, -1);
   endRemoveRows();
 }
 

@@ -12,18 +12,16 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "core/caldata/MemoryGrid.h"
 
 namespace tarvell {
 
-/// What is to be known about cells, by row and column of the grid.
-using CellNotes = std::map<std::pair<std::int16_t, std::int16_t>, QString>;
+/// Notes about cells that the user should look at.
+using CellNotes = std::map<Cell, QString>;
 
-/// A MemoryGrid as a table view shows it: row 0 as the captions, the data rows below. Rows and
-/// columns here are the grid's own, row 1 being the first data row; a QModelIndex counts data
-/// rows from 0.
+/// A MemoryGrid as a table view shows it: row 0 as the captions, and the data rows. A QModelIndex
+/// counts the data rows from 0, a Cell from 1.
 class GridModel final : public QAbstractTableModel {
   Q_OBJECT
 
@@ -38,30 +36,33 @@ class GridModel final : public QAbstractTableModel {
 
   [[nodiscard]] const MemoryGrid& Grid() const { return grid_; }
 
-  /// Lets `fill` change the whole grid.
+  [[nodiscard]] static Cell CellAt(const QModelIndex& index);
+  [[nodiscard]] QModelIndex IndexAt(Cell cell) const;
+
+  /// Lets `fill` change the whole grid, and removes all notes.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
-  void SetCellText(std::int16_t row, std::int16_t column, std::string_view text);
+  void SetCellText(Cell cell, std::string_view text);
   void InsertRow(GridRow position, std::span<const std::string> cells);
   void RemoveRow(GridRow row);
 
   /// Marks a cell with a warning icon and this note; "" removes the mark. A note moves with its
-  /// row, and filling the grid removes all.
-  void SetNote(std::int16_t row, std::int16_t column, const QString& note);
+  /// row.
+  void SetNote(Cell cell, const QString& note);
   void SetNotes(CellNotes notes);
   [[nodiscard]] const CellNotes& Notes() const { return notes_; }
-  [[nodiscard]] QString NoteAt(std::int16_t row, std::int16_t column) const;
+  [[nodiscard]] QString NoteAt(Cell cell) const;
 
-  /// Columns before this one cannot be edited, and are shown so.
+  /// The columns before this one cannot be edited; their background shows it.
   void SetFirstEditableColumn(int column) { firstEditableColumn_ = column; }
   [[nodiscard]] int FirstEditableColumn() const { return firstEditableColumn_; }
-  /// A column without a caption holds nothing, so that it cannot be edited either.
+  /// A column without a caption is not used, and cannot be edited either.
   [[nodiscard]] bool IsEditable(int column) const;
   /// The last column that can be edited, -1 when there is none.
   [[nodiscard]] int LastEditableColumn() const;
 
  private:
-  /// Moves the notes of the rows from `first` on by `rows`; those of a row that goes are dropped.
-  void MoveNotes(std::int16_t first, std::int16_t rows);
+  /// Moves the notes of the rows from `first` on by `rows`, 1 or -1. With -1 those of `first` go.
+  void MoveNotes(GridRow first, int rows);
 
   MemoryGrid grid_;
   CellNotes notes_;

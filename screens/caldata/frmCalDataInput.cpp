@@ -26,10 +26,10 @@ namespace {
 
 constexpr std::int16_t kSensorColumns = 2;
 
-/// What a notice about a new point is about.
+/// The subject of notices about a new point.
 constexpr const char* kPoint = "point";
 
-/// The value column is the only one that is typed into; points are added and deleted as rows.
+// The only column that can be edited. Points are added and deleted as rows.
 constexpr std::int16_t kFactorColumn = 1;
 constexpr std::int16_t kCalDataColumn = 2;
 
@@ -42,17 +42,14 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
   ScrollWhereItCannotFit(ui_->header);
   auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
   cellEditor->SetRules(
-      {.textToEdit =
-           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
-                  std::string& unit) {
-             EditedCell edited = EditedCellOf(Data(), 0, {kCaptionRow, column}, text);
-             unit = edited.unit;
-             return edited.text;
+      // The formats of these models do not depend on the row.
+      {.toEdit =
+           [this](Cell cell, const std::string& text) {
+             return EditedCellOf(Data(), 0, {kCaptionRow, cell.column}, text);
            },
-       .textToStore =
-           [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
-                  const std::string& /*unit*/) {
-             return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
+       .toStore =
+           [this](Cell cell, const std::string& text, const std::string& /*unit*/) {
+             return Data().SetCalibrationDataFormat(0, cell.column, 0, text, "None");
            },
        .affixes = [this](Cell cell,
                          const std::string& unit) { return Data().AffixesOf(0, cell, unit); }});
@@ -112,8 +109,8 @@ void frmCalDataInput::AddPoint() {
       break;
     case PointPlace::Row:
       grid.Model().InsertRow(point->position.row, point->row);
-      grid.SetCurrentCell(point->position.row.number,
-                          static_cast<std::int16_t>(grid.Model().FirstEditableColumn()));
+      grid.SetCurrentCell(
+          {point->position.row, static_cast<std::int16_t>(grid.Model().FirstEditableColumn())});
       grid.setFocus();
       Notices().Report(kPoint, ToQt(point->notice));
       break;
@@ -162,13 +159,13 @@ void frmCalDataInput::btnDeletePoint_Click() {
 
 void frmCalDataInput::DeletePoint() {
   Cells().Commit();
-  const std::int16_t row = ui_->Grid->CurrentRow();
-  if (row == 0) {
+  const GridRow row = ui_->Grid->CurrentCell().row;
+  if (row == kCaptionRow) {
     return;
   }
   const MemoryGrid& grid = ui_->Grid->Data();
-  const std::string point = IsSensor() ? SensorPointName(grid, {row}, CurrentModel().frequencyUnit)
-                                       : AttenuatorPointName(grid, {row});
+  const std::string point = IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
+                                       : AttenuatorPointName(grid, row);
   const auto answer =
       CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
                                     .icon = QMessageBox::Warning,

@@ -18,8 +18,7 @@ namespace Ui {
 class frmCalDataInput;
 }
 
-/// Edits the data of an instrument with a single table: the power sensors and the step
-/// attenuators.
+/// Edits the data of an instrument with one table: a power sensor or a step attenuator.
 class frmCalDataInput final : public CalEditor {
   Q_OBJECT
 
@@ -39,7 +38,7 @@ class frmCalDataInput final : public CalEditor {
   struct NewPoint {
     std::vector<std::string> row;
     PointPosition position;
-    std::string notice;  ///< what to report when it is added
+    std::string notice;  ///< to report when the point is added
   };
 
   [[nodiscard]] bool TakesTemplateSerial() const override { return true; }
@@ -49,7 +48,7 @@ class frmCalDataInput final : public CalEditor {
 
   [[nodiscard]] bool IsSensor() const;
   void AddPoint();
-  /// Ask for the new point; nothing when none was given.
+  /// Ask the user for a point; nothing when no point was given.
   [[nodiscard]] std::optional<NewPoint> AskSensorPoint();
   [[nodiscard]] std::optional<NewPoint> AskAttenuatorPoint();
   void DeletePoint();

@@ -31,7 +31,7 @@ namespace tarvell {
 
 namespace {
 
-/// What each column's width is of the grid's.
+/// The width of the grid divided by the width of each column.
 constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
 
 }  // namespace
@@ -44,27 +44,23 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);
-  // The keyboard changes the page in the strip itself.
+  // The keyboard changes the page in the strip itself; the arrow buttons are for the mouse.
   for (QToolButton* scroller : ui_->tTab->findChildren<QToolButton*>()) {
     scroller->setFocusPolicy(Qt::NoFocus);
   }
   FileTextValidator::Attach(ui_->txtTabSerial);
   auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
   cellEditor->SetRules(
-      {.textToEdit =
-           [this](std::int16_t column, std::int16_t row, const std::string& text,
-                  std::string& unit) {
-             const Cell cell = {{row}, column};
-             EditedCell edited = EditedCellOf(Data(), SelectedPage(), cell, text);
-             unit = edited.unit;
-             return edited.text;
+      {.toEdit =
+           [this](Cell cell, const std::string& text) {
+             return EditedCellOf(Data(), currentPage_, cell, text);
            },
-       .textToStore =
-           [this](std::int16_t column, std::int16_t row, const std::string& text,
-                  const std::string& unit) {
-             // The grid still shows the page that the edit began on, whatever tab
-             // is selected.
-             return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
+       .toStore =
+           [this](Cell cell, const std::string& text, const std::string& unit) {
+             // The selected tab may be another one already: the edit is stored before the page
+             // changes.
+             return Data().SetCalibrationDataFormat(currentPage_, cell.column, cell.row.number,
+                                                    text, unit);
            },
        .affixes =
            [this](Cell cell, const std::string& unit) {
@@ -113,7 +109,7 @@ void frmCalDataTabInput::ShowTables() {
 }
 
 void frmCalDataTabInput::WidenForTabs() {
-  // A strip that is not on the screen does not tell its layout that it has grown.
+  // A strip that is not on the screen does not report to its layout that it has grown.
   ui_->tTab->updateGeometry();
   const QMargins margins = layout()->contentsMargins();
   const int wanted = ui_->tTab->sizeHint().width() + margins.left() + margins.right();
@@ -122,7 +118,7 @@ void frmCalDataTabInput::WidenForTabs() {
 }
 
 void frmCalDataTabInput::AddTab(std::int16_t page) {
-  // A lone "&" would be taken for a key.
+  // A single "&" would mark a shortcut key.
   ui_->tTab->insertTab(page, ToQt(Data().GetCalPageName(page)).replace("&", "&&"));
 }
 
@@ -189,7 +185,7 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     return;
   }
   if (ui_->tTab->count() > kOptionPage) {
-    // What cannot be stored keeps the tab.
+    // An error here keeps the tab.
     Cells().Commit();
     StorePage();
     const QSignalBlocker blocker(ui_->tTab);
@@ -219,7 +215,7 @@ QString frmCalDataTabInput::MemberSubject(std::int16_t page) const {
 }
 
 void frmCalDataTabInput::ReportMember() {
-  // The resistor set's file has no place for the serial numbers.
+  // The file of the resistor set has no place for the serial numbers.
   const bool isStored = CurrentModel().family == ModelFamily::CapacitorSet;
   const std::string shown = FromQt(ui_->txtTabSerial->text());
   const QString name = ToQt(Data().GetCalPageName(currentPage_));

@@ -43,22 +43,22 @@ class frmCalDataTabInput final : public CalEditor {
   [[nodiscard]] std::int16_t ShownPage() const override { return currentPage_; }
   [[nodiscard]] QString WhyFixed() const override;
 
-  /// Page whose tab is selected.
+  /// The page whose tab is selected.
   [[nodiscard]] std::int16_t SelectedPage() const;
-  /// Makes every tab's title fit, as far as the desktop is wide enough.
+  /// Makes the screen wide enough for the titles of all tabs, if the desktop is wide enough.
   void WidenForTabs();
   void AddTab(std::int16_t page);
   void ShowPage(std::int16_t page);
   /// Stores the table and the member serial number of the page that the grid shows.
   void StorePage();
-  /// Stores the page that is shown and shows the one whose tab is selected.
+  /// Stores the shown page and shows the one whose tab is selected.
   void ChangePage();
   void SwitchOption(bool on);
-  /// Reports the members without a serial number, and one that will be read back differently.
+  /// Reports the members without a serial number, and a serial number that will be read back
+  /// differently.
   void ReportMember();
-  /// What a notice about the member of a page is about.
+  /// The subject of notices about the member of a page.
   [[nodiscard]] QString MemberSubject(std::int16_t page) const;
-  /// The units offered for a cell, none where there is no choice.
 
   std::unique_ptr<Ui::frmCalDataTabInput> ui_;
   std::int16_t currentPage_ = 0;  ///< the page whose table the grid shows

@@ -40,7 +40,7 @@ namespace {
 constexpr std::int32_t kHideReadOnly = 4;
 constexpr int kDesktopFolder = 0;
 
-/// A file name of the toolkit as the system has it.
+/// A file name of the toolkit in the encoding of the system.
 std::string FileNameOf(const QString& name) {
   return QFile::encodeName(name).toStdString();
 }
@@ -109,7 +109,7 @@ void frmCalibrationMain::ShowEditCaption() {
 }
 
 void frmCalibrationMain::RefreshModelList() {
-  // The serial numbers follow when the caller has chosen what is selected.
+  // The caller selects a model and then lists its serial numbers.
   const QSignalBlocker blocker(ui_->LstInstrment);
   ui_->LstInstrment->clear();
   std::vector<std::string> names;
@@ -141,14 +141,14 @@ void frmCalibrationMain::AddData(const Model& model) {
   const std::string folder = Joined(gCalibrationDir, code);
   if (!FolderExists(folder)) {
     MakeFolder(folder);
-    // What was selected stays so, and on the screen when the new data cannot be made.
+    // The selection must stay when the editor reports an error.
     const std::string selected = SelectedName(ui_->LstInstrment);
     RefreshModelList();
     const QSignalBlocker blocker(ui_->LstInstrment);
     SelectName(ui_->LstInstrment, selected);
   }
   if (model.family == ModelFamily::TestKit) {
-    TakeInTestKitFile(code, folder);
+    CopyFileOfTestKit(code, folder);
   } else {
     OpenEditor(CalEditor::kNewData, model);
   }
@@ -161,7 +161,7 @@ void frmCalibrationMain::AddData(const Model& model) {
   RefreshSerialList();
 }
 
-void frmCalibrationMain::TakeInTestKitFile(const std::string& code, const std::string& folder) {
+void frmCalibrationMain::CopyFileOfTestKit(const std::string& code, const std::string& folder) {
   cFileDialog dialog;
   dialog.SetOwnerWnd(this);
   dialog.SetFilter("Calibration Data(*.dat)|*.dat|All files(*.*)|*.*");
@@ -197,10 +197,9 @@ bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
   return editor.result() == QDialog::Accepted;
 }
 
-void frmCalibrationMain::ShowSavedData(std::int16_t index) {
-  // The list stays as it is: rows and entries belong together until it is read again.
-  const std::optional<CalFileInfo> saved = ReadCalFileHeader(ListedDataSet(index).FilePath);
-  if (QListWidgetItem* entry = ui_->lstSerialNumber->item(index); entry != nullptr && saved) {
+void frmCalibrationMain::ShowSavedData(QListWidgetItem* entry, const std::string& path) {
+  const std::optional<CalFileInfo> saved = ReadCalFileHeader(path);
+  if (entry != nullptr && saved) {
     ShowCalFile(entry, *saved);
   }
 }
@@ -232,9 +231,12 @@ void frmCalibrationMain::EditData() {
   if (model->family == ModelFamily::TestKit) {
     AddData(*model);
   } else if (model->create != nullptr) {
-    const std::int16_t index = FindCalFile(serial);
-    if (OpenEditor(index, *model)) {
-      ShowSavedData(index);
+    const std::int16_t row = FindCalFile(serial);
+    const std::string path = ListedDataSet(row).FilePath;
+    // Row k of `gCalFiles` belongs to entry k of the list.
+    QListWidgetItem* entry = ui_->lstSerialNumber->item(row);
+    if (OpenEditor(row, *model)) {
+      ShowSavedData(entry, path);
     }
   }
 }
@@ -257,7 +259,7 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const std::string& path = ListedDataSet(FindCalFile(serial)).FilePath;
+  const std::string path = ListedDataSet(FindCalFile(serial)).FilePath;
   const bool deleted = Guarded(
       this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(LastNameOf(path))); },
       [this](const Error& error) {

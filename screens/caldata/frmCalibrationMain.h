@@ -5,6 +5,7 @@
 #define TARVELL_SCREENS_CALDATA_FRMCALIBRATIONMAIN_H
 
 #include <QDialog>
+#include <QListWidgetItem>
 #include <QMenu>
 
 #include <cstdint>
@@ -23,8 +24,8 @@ namespace Ui {
 class frmCalibrationMain;
 }
 
-/// Lists the model folders of the calibration data root and the data sets in the chosen one; adds,
-/// edits and deletes them.
+/// Lists the model folders of the calibration data root and the data sets of the chosen model.
+/// Adds, edits and deletes data sets.
 class frmCalibrationMain final : public QDialog {
   Q_OBJECT
 
@@ -34,7 +35,7 @@ class frmCalibrationMain final : public QDialog {
   frmCalibrationMain& operator=(const frmCalibrationMain&) = delete;
   ~frmCalibrationMain() override;
 
-  /// Shows the screen with its lists read afresh and nothing selected, until it is closed.
+  /// Reads the lists, shows the screen with nothing selected, and returns when it is closed.
   void ShowModally();
 
  protected:
@@ -52,23 +53,23 @@ class frmCalibrationMain final : public QDialog {
   void RefreshModelList();
   void RefreshSerialList();
   void ShowEditCaption();
-  /// The chosen model and serial number; false when one is missing, which is told.
+  /// The selected model and serial number; false, after a message, when one is missing.
   [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);
   void AddData(const Model& model);
-  /// Lets the user choose a finished file and copies it into the kit's folder.
-  void TakeInTestKitFile(const std::string& code, const std::string& folder);
-  /// The editor of a model's data, made on first use.
+  /// Lets the user choose a finished file and copies it into the folder of the test kit.
+  void CopyFileOfTestKit(const std::string& code, const std::string& folder);
+  /// The editor for the data of a model, created when it is first used.
   [[nodiscard]] CalEditor& EditorOf(const Model& model);
   /// Returns whether the data were saved.
   bool OpenEditor(std::int16_t index, const Model& model);
-  /// Marks the entry of a row of `gCalFiles` by what its file holds now.
-  void ShowSavedData(std::int16_t index);
+  /// Shows at an entry of the serial numbers what its file holds now.
+  static void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;
   QMenu* mnuAdd_;
-  // Made on first use.
+  // Created when they are first used.
   std::unique_ptr<frmCalDataInput> calDataInput_;
   std::unique_ptr<frmCalDataTabInput> calDataTabInput_;
 };

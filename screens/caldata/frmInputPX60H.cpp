@@ -16,7 +16,7 @@ namespace tarvell {
 
 namespace {
 
-/// Goes to the entry `text`, or shows it as if it were typed.
+/// Selects the entry `text`, or shows `text` as if it were typed.
 void Preset(QComboBox* combo, const QString& text) {
   combo->setCurrentIndex(combo->findText(text));
   combo->setEditText(text);
@@ -31,12 +31,12 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
   EnterPressesFocusedButton(this);
   ui_->cmbSetting->addItems(
       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});
-  // The last one keeps its four decimals.
+  // The last one has four decimals.
   ui_->cmbFreq->addItems({"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
                           "1.00E09", "3.00E09", "6.9925E09"});
   for (QComboBox* combo : {ui_->cmbSetting, ui_->cmbFreq}) {
     combo->setInsertPolicy(QComboBox::NoInsert);
-    // What is typed counts: 5 is not the beginning of 50.
+    // A typed 5 must not be completed to 50.
     combo->setCompleter(nullptr);
     ChangeOnlyDeliberately(combo);
   }
@@ -53,7 +53,7 @@ void frmInputPX60H::SetCaption(const QString& caption) {
 void frmInputPX60H::SetPoint(const QString& setting, const QString& frequency) {
   Preset(ui_->cmbSetting, setting);
   Preset(ui_->cmbFreq, frequency);
-  // What is typed replaces the preset.
+  // Typing replaces the preset.
   ui_->cmbSetting->lineEdit()->selectAll();
 }
 

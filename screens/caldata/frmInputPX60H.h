@@ -16,7 +16,7 @@ class frmInputPX60H;
 }
 
 /// Asks for the setting and the frequency of a new step attenuator point, chosen from a list or
-/// typed. `DialogResult` tells how it was closed: "OK" or "CANCEL".
+/// typed. When it is closed, `DialogResult` is "OK" or "CANCEL".
 class frmInputPX60H final : public QDialog {
   Q_OBJECT
 

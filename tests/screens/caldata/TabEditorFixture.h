@@ -25,9 +25,9 @@
 
 namespace tarvell::test {
 
-// Files of the sets, put together from the layout of their lines.
+// Files of the sets, built line by line.
 
-/// The six header lines' values; dates are eight digits.
+/// The values of the six header lines; dates are eight digits.
 struct SetHeader {
   std::string model;
   std::string serial;
@@ -49,7 +49,7 @@ struct SetHeader {
           "!"};
 }
 
-/// A member of a capacitor set; the rows hold the fields of the file: frequency, capacitance,
+/// A member of a capacitor set. Each row holds the fields of the file: frequency, capacitance,
 /// uncertainty in per cent, dissipation factor and its uncertainty.
 struct Member {
   std::string name;
@@ -81,8 +81,8 @@ struct Member {
   return Lines(lines);
 }
 
-/// Set A: shown with the uncertainties 12 ppm, 0.005 %, 60.000 ppm; 30 ppm, 0.0200 %; 0.0010 %;
-/// 40 ppm.
+/// Set A. The editor shows the uncertainties of the first member as 12 ppm, 0.005 % and 60.000 ppm,
+/// the others in ppm.
 [[nodiscard]] inline std::vector<Member> SetAMembers() {
   return {{"RT521A",
            "M001",
@@ -92,34 +92,20 @@ struct Member {
           {"RT522A",
            "M002",
            {{"1000", "10.00001pF", "0.0030", "0.00011", "0.00012"},
-            {"2000", "10.00002pF", "0.02", "0.00013", "0.00014"}}},
-          {"RT523A", "M003", {{"1000", "100.0001pF", "0.001", "0.00021", "0.00022"}}},
+            {"2000", "10.00002pF", "0.0200", "0.00013", "0.00014"}}},
+          {"RT523A", "M003", {{"1000", "100.0001pF", "0.0010", "0.00021", "0.00022"}}},
           {"RT524A", "M004", {{"1000", "1000.001pF", "0.0040", "0.00031", "0.00032"}}}};
 }
 
-/// The same as they are saved: a value in per cent has the decimals that are shown.
-[[nodiscard]] inline std::vector<Member> SetAMembersSaved() {
-  std::vector<Member> members = SetAMembers();
-  members[1].rows[1][2] = "0.0200";
-  members[2].rows[0][2] = "0.0010";
-  return members;
-}
-
-/// Set C with option 001: shown with the uncertainties 200 ppm, 0.0150 %, 100 ppm; 300 and 400 ppm.
+/// Set C with option 001. The editor shows the uncertainties in ppm.
 [[nodiscard]] inline std::vector<Member> SetCMembers() {
   return {{"RT525A", "C001", {{"100", "10.0001nF", "0.0200", "0.00010", "0.00020"}}},
-          {"RT526A", "C002", {{"100", "100.001nF", "0.015", "0.00030", "0.00040"}}},
+          {"RT526A", "C002", {{"100", "100.001nF", "0.0150", "0.00030", "0.00040"}}},
           {"RT527A", "C003", {{"100", "1.00001uF", "0.0100", "0.00050", "0.00060"}}},
           {"RT528A",
            "C004",
            {{"100", "10.0002uF", "0.0300", "0.00070", "0.00080"},
             {"1000", "10.0003uF", "0.0400", "0.00071", "0.00081"}}}};
-}
-
-[[nodiscard]] inline std::vector<Member> SetCMembersSaved() {
-  std::vector<Member> members = SetCMembers();
-  members[1].rows[0][2] = "0.0150";
-  return members;
 }
 
 /// The data lines of the seven pages of the resistor set.
@@ -136,8 +122,8 @@ using ResistorRows = std::array<Texts, 7>;
   return Lines(lines);
 }
 
-/// Shown with the relative uncertainties 0.1 % and 12 ppm on the first page, 0.10 % and 25.00 ppm
-/// on the third, and per cent on the others.
+/// The editor shows the relative uncertainties 0.1 % and 12 ppm on the first page, 0.10 % and
+/// 25.00 ppm on the third, and per cent on the others.
 [[nodiscard]] inline ResistorRows SetRRows() {
   return {{{"*   RT731A :        1 mohm :     1.0000  mohm :       0.1 % ",
             "*   RT732A :       10 mohm :     10.000  mohm : 0.00120 %"},
@@ -150,7 +136,7 @@ using ResistorRows = std::array<Texts, 7>;
            {"*        1 :   100.00 kohm :      0.20 % :       0.000 uS :    0.010 uS"}}};
 }
 
-// The screen's own controls.
+// Controls of the tabbed editor.
 
 [[nodiscard]] inline CalGrid& GridOf(QWidget& editor) {
   return Find<CalGrid>(editor, "grid");
@@ -192,7 +178,7 @@ inline void KeyToTab(QWidget& editor, int tab) {
   }
 }
 
-/// Number of the tab that is selected, from 1.
+/// The number of the selected tab, from 1.
 [[nodiscard]] inline int SelectedTab(QWidget& editor) {
   return TabsOf(editor).currentIndex() + 1;
 }
@@ -205,7 +191,7 @@ inline void KeyToTab(QWidget& editor, int tab) {
   return cells;
 }
 
-/// What the line of notices reports, the latest first.
+/// The notices of an editor, the latest first.
 [[nodiscard]] inline Texts NoticesOf(QWidget& screen) {
   Texts notices;
   for (const QString& notice : Find<NoticeLine>(screen, "notices").Notices()) {
@@ -214,7 +200,7 @@ inline void KeyToTab(QWidget& editor, int tab) {
   return notices;
 }
 
-/// Types over a cell and stores it with Enter.
+/// Replaces the text of a cell and presses Enter.
 inline void TypeCell(QWidget& editor, int row, int column, const QString& text) {
   ClickCell(GridOf(editor), row, column);
   Type(text);
@@ -229,8 +215,8 @@ inline void TypeCell(QWidget& editor, int row, int column, const QString& text) 
   return Find<QComboBox>(editor, "txtCellCmb");
 }
 
-/// Opens the tabbed editor on templates and files of the test's own; boxes are answered by
-/// `questions_`.
+/// Opens the tabbed editor on templates and files that the test writes. `questions_` answers the
+/// message boxes.
 class TabEditorFixture : public testing::Test {
  protected:
   using Act = std::function<void(frmCalDataTabInput& editor)>;
@@ -241,14 +227,14 @@ class TabEditorFixture : public testing::Test {
     WriteNative(tree_.ProgramFolder() / ("Temp" + model), bytes);
   }
 
-  /// Templates of all three models.
+  /// Templates of all three sets.
   void WriteTemplates() const {
     WriteTemplate("RT520A", CapacitorFile({"RT520A", "TPLA0"}, SetAMembers()));
     WriteTemplate("RT520C", CapacitorFile({"RT520C", "TPLC0"}, SetCMembers()));
     WriteTemplate("RT730A", ResistorFile({"RT730A", "TPLR0"}, SetRRows()));
   }
 
-  /// Edits new data; the model's folder is made, as the menu does.
+  /// Edits new data. Makes the folder of the model first, as the menu does.
   void EditNew(const std::string& model, const Act& act) {
     frmCalDataTabInput editor(nullptr);
     EditNew(editor, model, act);
@@ -260,15 +246,10 @@ class TabEditorFixture : public testing::Test {
     editor.SetupDat(CalEditor::kNewData, model);
   }
 
-  /// Edits the file at `path`, which is put into the list of the menu.
+  /// Edits the file at `path`, which a row of `gCalFiles` names.
   void EditFile(const std::string& model, const std::string& path, const Act& act) {
-    frmCalDataTabInput editor(nullptr);
-    EditFile(editor, model, path, act);
-  }
-
-  void EditFile(frmCalDataTabInput& editor, const std::string& model, const std::string& path,
-                const Act& act) {
     constexpr std::int16_t kRow = 7;
+    frmCalDataTabInput editor(nullptr);
     gCalFiles.at(kRow).FilePath = path;
     Await(act);
     editor.SetupDat(kRow, model);
@@ -279,7 +260,7 @@ class TabEditorFixture : public testing::Test {
   User user_;
 
  private:
-  /// A screen that `act` leaves open is closed by Cancel.
+  /// Cancels an editor that `act` leaves open.
   void Await(const Act& act) {
     user_.At<frmCalDataTabInput>([act](frmCalDataTabInput& editor) {
       EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));

@@ -274,7 +274,7 @@ TEST_F(ARealBoxTells, ANumberThatIsTooLarge) {
     auto& box = Find<QLineEdit>(editor, "txtCell");
     EXPECT_TRUE(box.isVisible());
     EXPECT_EQ(box.text(), "9E999");
-    EXPECT_EQ(GridOf(editor).CurrentRow(), 1);
+    EXPECT_EQ(GridOf(editor).currentIndex().row(), 0);
   });
 }
 
