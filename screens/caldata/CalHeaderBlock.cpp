@@ -54,7 +54,7 @@ void SetUpDate(QLineEdit* yearBox, UpDown* yearSpinner, QComboBox* monthBox, QLi
 /// Puts the spinners where those of every data set begin.
 void ResetDate(UpDown* yearSpinner, int year, UpDown* daySpinner) {
   yearSpinner->SetValue(year);
-  daySpinner->SetMaximum(kMostDays);
+  daySpinner->SetMaximum(kMaxDay);
   daySpinner->SetValue(1);
 }
 

@@ -41,8 +41,8 @@ constexpr const char* kNoUnitChoice = "*";
 frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
-  ScrollWhereItCannotFit(ui_->header);
+  FitToDisplay(this);
+  MakeScrollable(ui_->header);
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);

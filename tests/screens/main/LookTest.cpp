@@ -22,9 +22,9 @@
 namespace tarvell {
 namespace {
 
-// ---- Where the keyboard is.
+// ---- The selection.
 
-/// A view beside a box, one of which has the keyboard.
+/// A view and a box, one of which has the focus.
 class Selection : public testing::Test {
  protected:
   void Show(QAbstractItemView& view) {
@@ -36,13 +36,13 @@ class Selection : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
 
-  /// Colour of the background at the left of the selected entry.
+  /// The background colour at the right end of the selected entry.
   static QColor ColourIn(QAbstractItemView& view) {
     const QRect cell = view.visualRect(view.selectionModel()->selectedIndexes().value(0));
     return view.viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
   }
 
-  void ExpectPaleWithoutKeyboard(QAbstractItemView& view) {
+  void ExpectPaleWithoutFocus(QAbstractItemView& view) {
     const QColor strong = view.palette().color(QPalette::Highlight);
     const QColor base = view.palette().color(QPalette::Base);
     view.setFocus();
@@ -55,7 +55,7 @@ class Selection : public testing::Test {
     };
     EXPECT_LT(distance(focused, strong), distance(focused, base));
     EXPECT_LT(distance(pale, base), distance(pale, strong));
-    EXPECT_NE(pale, base) << "the choice must stay visible";
+    EXPECT_NE(pale, base) << "the selection stays visible";
     view.setFocus();
     EXPECT_EQ(ColourIn(view), focused);
   }
@@ -64,18 +64,18 @@ class Selection : public testing::Test {
   QLineEdit other_;
 };
 
-TEST_F(Selection, OfAListIsPaleWhileTheKeyboardIsElsewhere) {
+TEST_F(Selection, OfAListIsPaleWithoutFocus) {
   QListWidget list;
   AddName(&list, "one");
   AddName(&list, "two");
   OnEntry(&list, {});
   list.setCurrentRow(1);
   Show(list);
-  ExpectPaleWithoutKeyboard(list);
+  ExpectPaleWithoutFocus(list);
   list.setParent(nullptr);
 }
 
-TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
+TEST_F(Selection, OfTheTableIsPaleWithoutFocus) {
   CalGrid grid;
   grid.Fill([](MemoryGrid& cells) {
     cells.Clear(2);
@@ -84,11 +84,11 @@ TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
     cells.AddRow("50.00\t100.0");
   });
   Show(grid);
-  ExpectPaleWithoutKeyboard(grid);
+  ExpectPaleWithoutFocus(grid);
   grid.setParent(nullptr);
 }
 
-/// How many dots of a box, from `left` on, are as dark as text.
+/// The number of pixels of a box, from `left` on, that are as dark as text.
 int DarkDots(QLineEdit& box, int left) {
   const QImage picture = box.grab().toImage();
   int dots = 0;
@@ -122,7 +122,7 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
 
 // ---- Sizes.
 
-TEST(NoticeLine, KeepsTheSameRoomWhateverItReports) {
+TEST(NoticeLine, HasTheSameHeightForEveryText) {
   QWidget window;
   auto* layout = new QVBoxLayout(&window);  // the window owns it
   auto* other = new QWidget(&window);
@@ -146,24 +146,24 @@ TEST(ScreenSize, GrowsWithTheFont) {
   plain.setFont(font);
   plain.resize(200, 100);
   const int height = plain.fontMetrics().height();
-  SuitDisplay(&plain);
+  FitToDisplay(&plain);
   const QSize small = plain.size();
 
   QWidget large;
   font.setPixelSize(24);
   large.setFont(font);
   large.resize(200, 100);
-  SuitDisplay(&large);
+  FitToDisplay(&large);
   EXPECT_GT(large.fontMetrics().height(), height);
   EXPECT_GE(small.width(), 200);
   EXPECT_NEAR(large.width(), 2 * small.width(), 0.15 * large.width());
   EXPECT_NEAR(large.height(), 2 * small.height(), 0.15 * large.height());
 }
 
-TEST(ScreenSize, IsNeverLargerThanTheDisplayWhateverItWas) {
+TEST(ScreenSize, NeverExceedsTheDisplay) {
   QWidget window;
   window.resize(200, 100);
-  SuitDisplay(&window);
+  FitToDisplay(&window);
   for (const QSize size : {QSize(9000, 9000), QSize(200, 9000), QSize(9000, 100)}) {
     window.resize(size);
     window.show();

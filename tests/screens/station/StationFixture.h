@@ -30,7 +30,7 @@ inline constexpr const char* kRootIndex = "c:\\stations\\INDEX";
 inline constexpr const char* kStation = R"(c:\stations\ST1)";
 inline constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
 
-/// The header of a calibration data file, as far as the stations need it.
+/// The header of a calibration data file, as the station screens read it.
 struct CalHeader {
   std::string model = "PX12A";
   std::string serial = "3318A12345";
@@ -67,8 +67,7 @@ struct InstrumentFile {
   }
 };
 
-/// The screens of the stations over a tree of the test's own. Message boxes are answered by a
-/// script.
+/// Shows the station screens on a tree of the test's own. A script answers the message boxes.
 class StationStage : public testing::Test {
  protected:
   StationStage() : platform_(tree_.ProgramFolder()) {
@@ -82,7 +81,7 @@ class StationStage : public testing::Test {
   StationStage(const StationStage&) = delete;
   StationStage& operator=(const StationStage&) = delete;
 
-  /// Opens the station list and acts there, until `act` has left it.
+  /// Opens the station list and runs `act`, which must close it.
   void AtStationList(const std::function<void(frmStationMain& screen)>& act) {
     frmStationMain screen(nullptr);
     bool shown = false;
@@ -94,7 +93,7 @@ class StationStage : public testing::Test {
     EXPECT_TRUE(shown);
   }
 
-  /// Opens the station ST1 and acts there, until `act` has left it.
+  /// Opens the station ST1 and runs `act`, which must close it.
   void AtStation(const std::function<void(frmStationModelList& screen)>& act) {
     frmStationModelList screen(nullptr);
     screen.StationName = "ST1";
@@ -121,7 +120,7 @@ class StationStage : public testing::Test {
     return tree_.Read(std::string(kStation) + "\\" + name);
   }
 
-  /// Names in a folder, in the order in which the system tells them.
+  /// Names in a folder, in the order of the directory.
   [[nodiscard]] Texts NamesInOrder(const std::string& path) const {
     Texts names;
     for (const auto& entry : std::filesystem::directory_iterator(tree_.Native(path))) {
@@ -130,8 +129,6 @@ class StationStage : public testing::Test {
     return names;
   }
 
-  /// Expects the questions that deleting a station, deleting an instrument and clearing a station
-  /// ask.
   void ExpectDeleteStationQuestion(const QString& name, QMessageBox::StandardButton answer) {
     ExpectDeleteQuestion("Are you sure you want to delete \"" + name + "\" station data?", answer);
   }
@@ -162,7 +159,7 @@ class StationStage : public testing::Test {
                       QMessageBox::Ok);
   }
 
-  /// Expects the question that leaving an opened instrument asks.
+  /// Expects the question that Return asks when an instrument is open.
   void ExpectReturnQuestion(QMessageBox::StandardButton answer) {
     questions_.Expect({.text = "Instruemnt Data was changed. Do you want to save it?",
                        .title = "Instrument data was changed.",
@@ -170,7 +167,7 @@ class StationStage : public testing::Test {
                        .defaultButton = QMessageBox::Yes},
                       answer);
   }
-  /// Leaves an opened instrument without saving it.
+  /// Leaves the screen, without saving the open instrument.
   void LeaveUnsaved(frmStationModelList& screen) {
     ExpectReturnQuestion(QMessageBox::No);
     Click(screen, "btnReturn");
@@ -185,6 +182,13 @@ class StationStage : public testing::Test {
       Click(picker, "btnAdd");
     });
     Click(screen, "btnAdd");
+  }
+
+  [[nodiscard]] bool LastDetailContains(const std::string& part) const {
+    return !questions_.details.empty() && Contains(questions_.details.back().toStdString(), part);
+  }
+  [[nodiscard]] static QString TrashFolder() {
+    return QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME")) + "/Trash/files";
   }
 
   TestTree tree_;
@@ -213,8 +217,8 @@ class StationStage : public testing::Test {
           TextOf(screen, "txtData_11"),        TextOf(screen, "txtData_12")};
 }
 
-/// What a screen shows before an instrument is chosen.
-inline const Texts kNoFields = {"", "", "NONE", "", "", "", "", "", "JAN", "", "", "", "", ""};
+/// The fields of a screen before an instrument is chosen.
+inline const Texts kEmptyFields = {"", "", "NONE", "", "", "", "", "", "JAN", "", "", "", "", ""};
 
 [[nodiscard]] inline bool CanSave(QWidget& screen) {
   return Find<QAbstractButton>(screen, "btnSave").isEnabled();

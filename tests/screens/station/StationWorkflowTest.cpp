@@ -1,34 +1,29 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QMenu>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
-#include <vector>
 
-#include "screens/caldata/frmCalDataInput.h"
-#include "screens/caldata/frmCalibrationMain.h"
 #include "screens/main/frmMain.h"
-#include "screens/station/frmStationGetInstr.h"
-#include "screens/station/frmStationMain.h"
-#include "screens/station/frmStationModelList.h"
+#include "screens/station/StationFixture.h"
 #include "screens/widgets/frmInput.h"
-#include "support/DesktopTestPlatform.h"
-#include "support/TestTree.h"
-#include "support/User.h"
 
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-using Texts = std::vector<std::string>;
+namespace fs = std::filesystem;
 
-/// An operator's whole way from the main menu through the stations, with real message boxes.
-class StationWorkflow : public testing::Test {
+/// The station screens from the main menu on, with real message boxes.
+class StationWorkflow : public StationStage {
  protected:
-  StationWorkflow() : platform_(tree_.ProgramFolder()) {}
+  StationWorkflow() {
+    SetCurrentQuestions(nullptr);
+    fs::remove(tree_.Native(kRoot));
+  }
 
   void ExpectFolderQuestion(const QString& text) {
     user_.AnswerBox(text + "\r\nIf you want to create new folder, then press Ok button.",
@@ -57,38 +52,25 @@ class StationWorkflow : public testing::Test {
     }
     Click(screen, "btnAdd");
   }
-  void WriteCalFile(const std::string& serial, const std::string& due, const std::string& comment) {
-    tree_.Write(
-        R"(c:\calfactors\PX12A\SN)" + serial,
-        Lines({"#MODEL_NO : PX12A", "#SER_NO   : " + serial, "#CAL_DATE : 20010305",
-               "#CAL_NO   : C-0042", "#DUE_DATE : " + due, "#COMMENT  : " + comment, "!End"}));
-  }
-
-  TestTree tree_;
-  DesktopTestPlatform platform_;
-  User user_;
 };
 
-Texts InstrumentLines(const std::string& serial, const std::string& type,
-                      const std::string& address, const std::string& due,
-                      const std::string& comment, const std::string& calData) {
-  return {"MODEL NUMBER PX12A",
-          "SERIAL NUMBER " + serial,
-          "ADDRESS TYPE " + type,
-          "ADDRESS " + address,
-          "STATION ",
-          "OPTIONS ",
-          "AVAILABILITY ",
-          "CAL DUE DATE " + due,
-          "ASSET ",
-          "TRACE ",
-          "COMMENT " + comment,
-          "CAL DATA " + calData};
+/// The station file of serial number 22222 with this comment.
+std::string FileWithComment(const std::string& comment) {
+  return InstrumentFile({.serial = "22222",
+                         .station = "",
+                         .options = "",
+                         .availability = "",
+                         .dueDate = "30 APR 2003",
+                         .asset = "",
+                         .trace = "",
+                         .comment = comment,
+                         .calData = "own file"})
+      .Bytes();
 }
 
 TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
-  WriteCalFile("11111", "20020305", "one");
-  WriteCalFile("22222", "20031231", "two");
+  WriteCalFile("PX12A", "SN1", {.serial = "11111", .comment = "one"});
+  WriteCalFile("PX12A", "SN2", {.serial = "22222", .dueDate = "20031231", .comment = "two"});
   const std::string file = R"(c:\stations\rack 2\PX12A)";
   const std::string index = R"(c:\stations\rack 2\INDEX)";
   frmMain mainMenu;
@@ -149,8 +131,7 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
       Fill(screen, "txtData_8", "30");
       Click(screen, "btnSave");
       EXPECT_FALSE(Find<QAbstractButton>(screen, "btnSave").isEnabled());
-      EXPECT_EQ(tree_.Read(file),
-                Lines(InstrumentLines("22222", "GP-IB", "13", "30 APR 2003", "two", "own file")));
+      EXPECT_EQ(tree_.Read(file), FileWithComment("two"));
       Add(screen, "PX12A", "11111", true);
       EXPECT_FALSE(tree_.Exists(index));
       ExpectReturnQuestion(QMessageBox::Cancel);
@@ -162,8 +143,7 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
       Click(screen, "btnReturn");
     });
     Click(stations, "btnEdit");
-    EXPECT_EQ(tree_.Read(file),
-              Lines(InstrumentLines("22222", "GP-IB", "13", "30 APR 2003", "typed", "own file")));
+    EXPECT_EQ(tree_.Read(file), FileWithComment("typed"));
     EXPECT_EQ(tree_.Read(index), "PX12A\r\nINDEX\r\n");
 
     ClickEntry(stations, "lstStation", "rack 2");
@@ -216,61 +196,6 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
   Click(mainMenu, "btnStart");
   EXPECT_EQ(tree_.Names(R"(c:\stations)"), Texts{"INDEX"});
   EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "");
-}
-
-TEST_F(StationWorkflow, ASensorSavedInTheEditorIsOfferedToAStation) {
-  WriteNative(tree_.ProgramFolder() / "TempPX12A",
-              "#MODEL_NO : PX12A\r\n#SER_NO   : \r\n#CAL_DATE : 20000131\r\n#CAL_NO   : \r\n"
-              "#DUE_DATE : 20010101\r\n#COMMENT  : \r\n!\r\n"
-              "*   50.00:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  \r\n"
-              "!End\r\n");
-  tree_.MakeFolders(R"(c:\stations\ST1)");
-  frmMain mainMenu;
-  mainMenu.Form_Load(0);
-  Click(mainMenu, "Option2");
-  ExpectFolderQuestion("Select calibration data folder is not exist.");
-  user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX12A"); });
-  user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-    Fill(editor, "txtSerial", "3318A12345");
-    Fill(editor, "txtDueYear", "2004");
-    Choose(editor, "cmbDueMonth", "FEB");
-    Fill(editor, "txtDueDay", "29");
-    Fill(editor, "txtComment", "factory");
-    Click(editor, "btnOk");
-  });
-  user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnReturn"); });
-  Click(mainMenu, "btnStart");
-
-  Click(mainMenu, "Option1");
-  user_.At<frmStationMain>([&](frmStationMain& stations) {
-    ClickEntry(stations, "lstStation", "ST1");
-    user_.At<frmStationModelList>([&](frmStationModelList& screen) {
-      user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
-        EXPECT_EQ(EntriesOf(picker, "LstInstrment"), Texts{"PX12A"});
-        ClickEntry(picker, "LstInstrment", "PX12A");
-        EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"3318A12345"});
-        ClickEntry(picker, "lstSerialNumber", "3318A12345");
-        Click(picker, "btnAdd");
-      });
-      Click(screen, "btnAdd");
-      EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
-      EXPECT_EQ(Find<QComboBox>(screen, "cmbSerial").currentText(), "3318A12345");
-      EXPECT_EQ(TextOf(screen, "txtData_8"), "29");
-      EXPECT_EQ(Find<QComboBox>(screen, "cmbCalMonth").currentText(), "FEB");
-      EXPECT_EQ(TextOf(screen, "txtData_6"), "2004");
-      EXPECT_EQ(TextOf(screen, "txtData_11"), "factory");
-      ExpectReturnQuestion(QMessageBox::Yes);
-      Click(screen, "btnReturn");
-    });
-    Click(stations, "btnEdit");
-    Click(stations, "btnReturn");
-  });
-  Click(mainMenu, "btnStart");
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\PX12A)"),
-            Lines(InstrumentLines("3318A12345", "NONE", "", "29 FEB 2004", "factory", "")));
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\INDEX)"), "PX12A\r\nINDEX\r\n");
-  EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "ST1\r\n");
 }
 
 }  // namespace

@@ -20,25 +20,32 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-constexpr const char* kFolder = R"(c:\calfactors\PX12A)";
 constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
 
-/// Every message of the main menu, the calibration data menu and the sensor editor, as a real box
-/// on the screen.
-class ARealBoxTells : public SensorStage {
+/// The messages of the main menu, the calibration data menu and the sensor editor, as real boxes.
+/// StationWorkflowTest has those of the station screens.
+class RealMessages : public SensorStage {
  protected:
-  ARealBoxTells() {
+  RealMessages() {
     SetCurrentQuestions(nullptr);
     file_.rows = {{"50.00", "100.0"}, {"100.00", "98.0"}};
   }
 
-  void AnswerNotice(const QString& text) {
+  void ExpectNotice(const QString& text) {
     user_.AnswerBox(text, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok,
                     QMessageBox::Ok);
   }
-
-  /// An error message tells all of `parts`.
-  void AnswerError(const std::vector<std::string>& parts) {
+  void ExpectFolderQuestion(const QString& firstLine, QMessageBox::StandardButton answer) {
+    user_.AnswerBox(firstLine + "\r\nIf you want to create new folder, then press Ok button.",
+                    QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel,
+                    QMessageBox::Cancel, answer);
+  }
+  void ExpectDeleteQuestion(const QString& text, QMessageBox::StandardButton answer) {
+    user_.AnswerBox(text, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
+                    answer);
+  }
+  /// Expects an error message that contains all of `parts`.
+  void ExpectError(const std::vector<std::string>& parts) {
     user_.At<QMessageBox>([=, this](QMessageBox& box) {
       for (const std::string& part : parts) {
         EXPECT_TRUE(Contains(box.text().toStdString(), part))
@@ -52,21 +59,12 @@ class ARealBoxTells : public SensorStage {
     });
   }
 
-  /// Presses Start with these two directories.
-  void Start(const QString& stationDir, const QString& calibrationDir) {
-    frmMain menu;
-    menu.Form_Load(0);
-    Fill(menu, "txtStationDir", stationDir);
-    Fill(menu, "txtCalibrationDir", calibrationDir);
-    Click(menu, "btnStart");
-  }
-
   SensorFile file_;
   int answered_ = 0;  ///< error messages so far
 };
 
-/// A recycle bin that takes nothing.
-class NoRecycling : public DesktopTestPlatform {
+/// A desktop whose trash takes nothing.
+class NoTrash : public DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
@@ -75,228 +73,131 @@ class NoRecycling : public DesktopTestPlatform {
   }
 };
 
-// ---- Main menu.
-
-TEST_F(ARealBoxTells, NoStationDirectory) {
-  AnswerNotice("Station directory does not set.");
-  Start("", "");
-}
-
-TEST_F(ARealBoxTells, NoCalibrationDataDirectory) {
-  tree_.MakeFolders(R"(c:\stations)");
-  AnswerNotice("Calibration data directory does not set.");
-  Start(R"(c:\stations)", "");
-}
-
-TEST_F(ARealBoxTells, MissingFolders) {
-  const auto question = [&](const QString& firstLine, QMessageBox::StandardButton answer) {
-    user_.AnswerBox(firstLine + "\r\nIf you want to create new folder, then press Ok button.",
-                    QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel,
-                    QMessageBox::Cancel, answer);
-  };
-  question("Input station folder does not exist.", QMessageBox::Cancel);
-  Start(R"(c:\st)", R"(c:\cal)");
-  EXPECT_FALSE(tree_.Exists(R"(c:\st)"));
-  question("Input station folder does not exist.", QMessageBox::Ok);
-  question("Select calibration data folder is not exist.", QMessageBox::Cancel);
-  Start(R"(c:\st)", R"(c:\cal)");
-  EXPECT_TRUE(tree_.Exists(R"(c:\st)"));
-  EXPECT_FALSE(tree_.Exists(R"(c:\cal)"));
-  question("Select calibration data folder is not exist.", QMessageBox::Ok);
-  user_.AnswerBox("Cannot make folder!", QMessageBox::Critical, QMessageBox::Ok, QMessageBox::Ok,
-                  QMessageBox::Ok);
-  Start(R"(c:\st)", R"(c:\no\where)");
-  EXPECT_FALSE(tree_.Exists(R"(c:\no)"));
-}
-
-TEST_F(ARealBoxTells, AnIniFileThatCannotBeWritten) {
-  tree_.MakeFolders(R"(c:\windows)");
-  const OrdinaryUser user(tree_.Root());
-  const LockedFolder locked(tree_.Native(R"(c:\windows)"));
+TEST_F(RealMessages, OfTheMainMenu) {
   frmMain menu;
   menu.Form_Load(0);
-  AnswerError({"Cannot save the file", R"(c:\windows\tarvell.ini)"});
+  const auto start = [&](const QString& stationDir, const QString& calibrationDir) {
+    Fill(menu, "txtStationDir", stationDir);
+    Fill(menu, "txtCalibrationDir", calibrationDir);
+    Click(menu, "btnStart");
+  };
+  ExpectNotice("Station directory does not set.");
+  start("", "");
+  ExpectFolderQuestion("Input station folder does not exist.", QMessageBox::Cancel);
+  start(R"(c:\st)", R"(c:\cal)");
+  EXPECT_FALSE(tree_.Exists(R"(c:\st)"));
+  ExpectFolderQuestion("Input station folder does not exist.", QMessageBox::Ok);
+  ExpectNotice("Calibration data directory does not set.");
+  start(R"(c:\st)", "");
+  EXPECT_TRUE(tree_.Exists(R"(c:\st)"));
+  ExpectFolderQuestion("Select calibration data folder is not exist.", QMessageBox::Ok);
+  user_.AnswerBox("Cannot make folder!", QMessageBox::Critical, QMessageBox::Ok, QMessageBox::Ok,
+                  QMessageBox::Ok);
+  start(R"(c:\st)", R"(c:\no\where)");
+  const OrdinaryUser user(tree_.Root());
+  tree_.MakeFolders(R"(c:\windows)");
+  const LockedFolder locked(tree_.Native(R"(c:\windows)"));
+  ExpectError({"Cannot save the file", R"(c:\windows\tarvell.ini)"});
   Click(menu, "btnExit");
   EXPECT_FALSE(menu.isVisible());
 }
 
-// ---- Calibration data menu.
-
-TEST_F(ARealBoxTells, NoCalibrationDataSelected) {
+TEST_F(RealMessages, OfTheCalibrationDataMenu) {
+  const NoTrash platform(tree_.ProgramFolder());
+  const std::string bytes = file_.Bytes();
+  tree_.Write(kPath, bytes.substr(0, bytes.find("!End")));
+  ChooseAdd("PX12A");
+  ExpectError({"template", "TempPX12A"});
   AtMenu([&](frmCalibrationMain& menu) {
     for (const char* button : {"btnEdit", "btnDelete"}) {
-      AnswerNotice("No calibration data is selected.");
+      ExpectNotice("No calibration data is selected.");
       Click(menu, button);
     }
-  });
-  RunMenu();
-}
-
-TEST_F(ARealBoxTells, DeletingCalibrationData) {
-  const NoRecycling platform(tree_.ProgramFolder());
-  tree_.Write(kPath, file_.Bytes());
-  AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     ClickEntry(menu, "lstSerialNumber", "3318A12345");
-    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-      user_.AnswerBox("Are you sure you want to delete PX12A(3318A12345)?", QMessageBox::Warning,
-                      QMessageBox::Yes | QMessageBox::No, QMessageBox::No, answer);
-      if (answer == QMessageBox::Yes) {
-        AnswerNotice("Can't delete cal data");
-      }
-      Click(menu, "btnDelete");
-    }
-  });
-  RunMenu();
-  EXPECT_TRUE(tree_.Exists(kPath));
-}
-
-TEST_F(ARealBoxTells, AListThatIsOutOfDate) {
-  tree_.Write(kPath, file_.Bytes());
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
+    ExpectDeleteQuestion("Are you sure you want to delete PX12A(3318A12345)?", QMessageBox::No);
+    Click(menu, "btnDelete");
+    ExpectDeleteQuestion("Are you sure you want to delete PX12A(3318A12345)?", QMessageBox::Yes);
+    ExpectNotice("Can't delete cal data");
+    Click(menu, "btnDelete");
+    EXPECT_TRUE(tree_.Exists(kPath));
     ClickEntry(menu, "lstSerialNumber", "3318A12345");
-    gCalFiles.fill(CalFileInfo());
-    AnswerError({"not in the list any more"});
+    ExpectError({"!End"});
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) { Click(editor, "btnCancel"); });
     Click(menu, "btnEdit");
-  });
-  RunMenu();
-}
-
-TEST_F(ARealBoxTells, TooManyDataFiles) {
-  for (int i = 0; i < 52; ++i) {
-    file_.serial = std::to_string(10000 + i);
-    tree_.Write(std::string(kFolder) + R"(\SN)" + file_.serial, file_.Bytes());
-  }
-  AtMenu([&](frmCalibrationMain& menu) {
-    AnswerError({"more than 51 data files", kFolder});
+    gCalFiles.fill(CalFileInfo());
+    ExpectError({"not in the list any more"});
+    Click(menu, "btnEdit");
+    for (int i = 0; i < 51; ++i) {
+      file_.serial = std::to_string(20000 + i);
+      tree_.Write(R"(c:\calfactors\PX12A\SN)" + file_.serial, file_.Bytes());
+    }
+    ExpectError({"more than 51 data files", R"(c:\calfactors\PX12A)"});
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(EntriesOf(menu, "lstSerialNumber").size(), 51U);
   });
   RunMenu();
 }
 
-TEST_F(ARealBoxTells, ATemplateThatIsMissing) {
-  tree_.MakeFolders(R"(c:\calfactors)");
-  ChooseAdd("PX12A");
-  AnswerError({"template", "TempPX12A"});
-  RunMenu();
-}
-
-TEST_F(ARealBoxTells, AFileWithoutItsLastLine) {
-  const std::string bytes = file_.Bytes();
-  tree_.Write(kPath, bytes.substr(0, bytes.find("!End")));
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    ClickEntry(menu, "lstSerialNumber", "3318A12345");
-    AnswerError({"!End"});
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-      EXPECT_EQ(ColumnOf(GridOf(editor), 0), std::vector<std::string>{"50.00"});
-      Click(editor, "btnCancel");
-    });
-    Click(menu, "btnEdit");
-  });
-  RunMenu();
-}
-
-// ---- Editor.
-
-TEST_F(ARealBoxTells, NoSerialNumber) {
+TEST_F(RealMessages, OfTheEditorOfNewData) {
   file_.serial = "";
   ShowNew(file_, [&](frmCalDataInput& editor) {
-    AnswerNotice("Please input serial number");
+    ExpectNotice("Please input serial number");
+    Click(editor, "btnOk");
+    Fill(editor, "txtSerial", "A:B");
+    ExpectError({"the character \":\""});
+    Click(editor, "btnOk");
+    Fill(editor, "txtSerial", "12");
+    Fill(editor, "txtDueDay", "x");
+    ExpectError({"Day of the due date", "\"x\" is not a number"});
+    Click(editor, "btnOk");
+    Fill(editor, "txtDueDay", "1");
+    std::filesystem::remove(tree_.Native(R"(c:\calfactors\PX12A)"));
+    ExpectError({"Cannot save the file", R"(c:\calfactors\PX12A\SN12)"});
     Click(editor, "btnOk");
     EXPECT_TRUE(editor.isVisible());
   });
 }
 
-TEST_F(ARealBoxTells, PointsThatAreNotAdded) {
+TEST_F(RealMessages, OfTheTableOfTheEditor) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
-    const auto add = [&](const QString& number) {
-      // The dialog comes before the message.
+    const auto add = [&](const QString& number, const QString& notice) {
       user_.At<QDialog>([=](QDialog& dialog) {
         Type(number);
         Click(dialog, "btnOk");
       });
+      ExpectNotice(notice);
+      Click(editor, "btnAddPoint");
     };
-    add("50");
-    AnswerNotice("Cannot add to same calibration point");
-    Click(editor, "btnAddPoint");
-    add("-50");
-    AnswerNotice("A calibration point cannot lie below zero.");
-    Click(editor, "btnAddPoint");
+    add("50", "Cannot add to same calibration point");
+    add("-50", "A calibration point cannot lie below zero.");
+    ClickCell(GridOf(editor), 1, 1);
+    ExpectDeleteQuestion("Are you want delete? (50MHz)", QMessageBox::No);
+    Click(editor, "btnDeletePoint");
     EXPECT_EQ(GridOf(editor).Data().RowCount(), 3);
+    ClickCell(GridOf(editor), 1, 1);
+    ExpectDeleteQuestion("Are you want delete? (50MHz)", QMessageBox::Yes);
+    Click(editor, "btnDeletePoint");
+    EXPECT_EQ(GridOf(editor).Data().RowCount(), 2);
+    ClickCell(GridOf(editor), 1, 1);
+    QApplication::clipboard()->setText("12,5");
+    ExpectError({"Nothing was pasted", "Line 1", "\"12,5\" is no number"});
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ExpectError({"The character \"\u03a9\" cannot be stored in a data file"});
+    Find<QLineEdit>(editor, "txtComment").insert("\u03a9");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answered_ == 2; })) << "the message comes later";
+    ClickCell(GridOf(editor), 1, 1);
+    Type("9E999");
+    ExpectError({"9E999", "too large"});
+    Press(Qt::Key_Return);
+    EXPECT_EQ(TextOf(editor, "txtCell"), "9E999");
+    Press(Qt::Key_Escape);
   });
   file_.rows = ManyRows(51);
   ShowFile(file_, [&](frmCalDataInput& editor) {
-    AnswerError({"A table holds at most 51 rows"});
+    ExpectError({"A table holds at most 51 rows"});
     Click(editor, "btnAddPoint");
     EXPECT_EQ(GridOf(editor).Data().RowCount(), 52);
-  });
-}
-
-TEST_F(ARealBoxTells, DeletingAPoint) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-      ClickCell(GridOf(editor), 1, 1);
-      user_.AnswerBox("Are you want delete? (50MHz)", QMessageBox::Warning,
-                      QMessageBox::Yes | QMessageBox::No, QMessageBox::No, answer);
-      Click(editor, "btnDeletePoint");
-      EXPECT_EQ(GridOf(editor).Data().RowCount(), answer == QMessageBox::No ? 3 : 2);
-    }
-  });
-}
-
-TEST_F(ARealBoxTells, WhatCannotBeSaved) {
-  file_.serial = "";
-  ShowNew(file_, [&](frmCalDataInput& editor) {
-    Fill(editor, "txtSerial", "A:B");
-    AnswerError({"the character \":\""});
-    Click(editor, "btnOk");
-    Fill(editor, "txtSerial", "12");
-    Fill(editor, "txtDueDay", "x");
-    AnswerError({"Day of the due date", "\"x\" is not a number"});
-    Click(editor, "btnOk");
-    Fill(editor, "txtDueDay", "1");
-    std::filesystem::remove(tree_.Native(kFolder));
-    AnswerError({"Cannot save the file", R"(c:\calfactors\PX12A\SN12)"});
-    Click(editor, "btnOk");
-    EXPECT_TRUE(editor.isVisible());
-  });
-}
-
-TEST_F(ARealBoxTells, ANumberThatIsTooLarge) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    ClickCell(GridOf(editor), 1, 1);
-    Type("9E999");
-    AnswerError({"9E999", "too large"});
-    ClickCell(GridOf(editor), 2, 1);
-    auto& box = Find<QLineEdit>(editor, "txtCell");
-    EXPECT_TRUE(box.isVisible());
-    EXPECT_EQ(box.text(), "9E999");
-    EXPECT_EQ(GridOf(editor).CurrentRow(), 1);
-  });
-}
-
-TEST_F(ARealBoxTells, WhatCannotBePasted) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    const std::string before = CellOf(GridOf(editor), 1, 1);
-    ClickCell(GridOf(editor), 1, 1);
-    QApplication::clipboard()->setText("12,5");
-    AnswerError({"Nothing was pasted", "Line 1", "\"12,5\" is no number"});
-    Press(Qt::Key_V, Qt::ControlModifier);
-    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), before);
-  });
-}
-
-TEST_F(ARealBoxTells, ACharacterThatTheFileCannotHold) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    AnswerError({"The character \"\u03a9\" cannot be stored in a data file"});
-    Find<QLineEdit>(editor, "txtComment").setFocus();
-    Find<QLineEdit>(editor, "txtComment").insert("\u03a9");
-    // The message comes when the box is done with the text.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return answered_ == 1; }));
-    EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
   });
 }
 
