@@ -3,20 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <string>
-#include <vector>
 
-#include "core/session/Tarvell_MainModule.h"
-#include "screens/caldata/frmCalibrationMain.h"
 #include "screens/main/ScreenFaults.h"
 #include "screens/main/frmMain.h"
 #include "screens/station/StationFixture.h"
 #include "support/FaultPlatform.h"
 
-/// A step of saving fails at each screen that writes a file, except the editors. The screen shows
-/// the error and keeps what was typed; without the fault the same button saves.
+/// A step of saving fails at the main menu and at the station screens. The screen shows the error
+/// and keeps what was typed; without the fault the same button saves.
 namespace tarvell {
 namespace {
 
@@ -123,84 +118,6 @@ TEST_F(FaultAtScreen, ExitReportsThatTheDirectoriesAreNotRememberedAndEnds) {
       },
       [&] { exit("c:\\typed"); });
   EXPECT_EQ(tree_.Read(ini), bytes("c:\\typed"));
-}
-
-// ---- The file of a test kit.
-
-class FaultAtKitCopy : public FaultAtScreen {
- protected:
-  static constexpr const char* kTarget = R"(c:\calfactors\RT410A\SN12345)";
-  static constexpr const char* kFolder = R"(c:\calfactors\RT410A)";
-
-  FaultAtKitCopy() {
-    tree_.Write(kTarget, Kit("earlier"));
-    WriteNative(Source(), Kit("finished"));
-  }
-
-  static std::string Kit(const std::string& data) {
-    return "QZ RT410A\r\n3318A12345\r\n05MAR2001\r\n" + data + "\r\n";
-  }
-  [[nodiscard]] std::string Source() const { return (tree_.Root() / "kit.dat").string(); }
-
-  /// Presses Update at the calibration data menu and picks the finished file. Expects an error with
-  /// these parts.
-  void Update(frmCalibrationMain& menu, const std::vector<std::string>& error = {}) {
-    ClickEntry(menu, "lstSerialNumber", "3318A12345");
-    questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
-                                {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
-                                QString::fromStdString(Source()));
-    if (!error.empty()) {
-      questions_.ExpectError(error);
-    }
-    Click(menu, "btnEdit");
-  }
-
-  void AtMenu(const std::function<void(frmCalibrationMain& menu)>& act) {
-    frmCalibrationMain menu(nullptr);
-    user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
-      ClickEntry(at, "LstInstrment", "RT410A");
-      act(at);
-      Click(at, "btnReturn");
-    });
-    menu.ShowModally();
-  }
-};
-
-TEST_F(FaultAtKitCopy, UpdateKeepsTheEarlierFileAndTheLists) {
-  FaultPlatform platform;
-  AtMenu([&](frmCalibrationMain& menu) {
-    PressUnderEachFault(
-        platform,
-        [&](const ScreenFault& fault) {
-          Update(menu, {"Cannot save the file: " + fault.reason, kTarget});
-          EXPECT_TRUE(menu.isVisible());
-          EXPECT_EQ(EntriesOf(menu, "LstInstrment"), Texts{"RT410A"});
-          EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
-          EXPECT_EQ(tree_.Read(kTarget), Kit(fault.isReplaced ? "finished" : "earlier"));
-          EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-        },
-        [&] { Update(menu); });
-  });
-  EXPECT_EQ(tree_.Read(kTarget), Kit("finished"));
-}
-
-TEST_F(FaultAtKitCopy, ASourceThatCannotBeReadIsReportedAndChangesNothing) {
-  FaultPlatform platform;
-  AtMenu([&](frmCalibrationMain& menu) {
-    for (const FaultPlatform::Step step :
-         {FaultPlatform::Step::OpenForReading, FaultPlatform::Step::Read}) {
-      SCOPED_TRACE(step);
-      platform.Set(step);
-      Update(menu, {"Cannot read the file: Input/output error. Check the disk, then try again.",
-                    Source()});
-      EXPECT_EQ(platform.faults, 1) << "the step was never taken";
-      EXPECT_EQ(tree_.Read(kTarget), Kit("earlier"));
-      EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-    }
-    platform.Set(FaultPlatform::Step::None);
-    Update(menu);
-  });
-  EXPECT_EQ(tree_.Read(kTarget), Kit("finished"));
 }
 
 }  // namespace

@@ -71,9 +71,9 @@ const std::array kKnownMessages = {
     "The (serial number( of the member .+)?|calibration number|comment) holds more than 20 words, "
     ".*",
     // The stations.
-    "Can't make a new station\n\nThe station name .*",
-    "Can't make a new station\n\nCannot make the folder: .*",
-    "Can't make a new station\n\nThe character \".+\" cannot be stored in a data file\\. .*",
+    "Can't make a new station\n\n(The station name .*|Cannot make the folder: .*|The character "
+    "\".+\" "
+    "cannot be stored in a data file\\. .*)",
     "Station name is no input\\.",
     "This station name was already exist\\.",
     "No stations? is selected\\.",
@@ -85,12 +85,11 @@ const std::array kKnownMessages = {
     "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
     ".*)?",
     "Error: Invailed Input Date",
-    "Error: Cannot save \n\nThe model number .*",
-    "Error: Cannot save \n\nThe number .* is too large to be calculated with\\. .*",
-    "Error: Cannot save \n\nThe number .* is outside the range -32768 to 32767\\. .*",
-    "Error: Cannot save \n\nCannot save the file: it is a folder, not a file\\. .*",
-    "Error: Cannot save \n\nCannot save the file: its name is too long\\. .*",
-    "Error: Cannot save \n\nCannot save the file: it, or the folder it belongs in, does not .*",
+    "Error: Cannot save \n\n(The model number .*|The number .* is (too large to be calculated "
+    "with|outside the range -32768 to 32767)\\. .*)",
+    "Error: Cannot save \n\nCannot save the file: (it is a folder, not a file\\. .*|its name is "
+    "too "
+    "long\\. .*|it, or the folder it belongs in, does not .*)",
     "There is no equipment calibration data\\.\\r\\nIt's not possible to add it\\.",
     "This instrment is already exist\\.",
     "Model number or serial number is no selected\\.",
@@ -107,23 +106,18 @@ const std::array kKnownMessages = {
     "The control character number \\d+ cannot be stored in a data file\\. .*",
     "A line end cannot be stored in a data file\\. .*",
     "The number .* is too large to be calculated with\\. Enter a smaller one\\..*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThe column \".+\" cannot be edited\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThe table has no current cell\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThere is no text to paste\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nWhat is to be pasted has \\d+ lines, and "
-    "the table has \\d+ rows .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: It has \\d+ columns, and the "
-    "table has \\d+ .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The table has no value in "
-    "this place\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: There is no value\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The character \".+\" in "
-    "\".+\" cannot be stored in a data file\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is no number.*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is too large to be "
-    "calculated with\\. Correct it\\.",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The number .* is too large to "
-    "be calculated with\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe (column \".+\" cannot be "
+    "edited|table "
+    "has no current cell)\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\n(There is no text to paste\\.|What is to "
+    "be "
+    "pasted has \\d+ lines, and the table has \\d+ rows) .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: (It has \\d+ columns, and the "
+    "table has \\d+|The table has no value in this place\\.|There is no value\\.|The character "
+    "\".+\" in "
+    "\".+\" cannot be stored in a data file\\.|\".+\" is no number|.+ is too large to be "
+    "calculated "
+    "with\\.).*",
     "(.+: )?The number .* is outside the range -32768 to 32767\\. Correct it\\..*",
     ".+: \".*\" is not a number\\. Enter a whole number\\.",
     ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",

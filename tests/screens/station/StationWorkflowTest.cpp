@@ -8,7 +8,9 @@
 
 #include "screens/main/frmMain.h"
 #include "screens/station/StationFixture.h"
+#include "screens/widgets/QtText.h"
 #include "screens/widgets/frmInput.h"
+#include "support/AnotherProcess.h"
 
 namespace tarvell {
 namespace {
@@ -196,6 +198,132 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
   Click(mainMenu, "btnStart");
   EXPECT_EQ(tree_.Names(R"(c:\stations)"), Texts{"INDEX"});
   EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "");
+}
+
+// ---- Trees that another program filled.
+
+// Names with characters that mean something elsewhere, that are no UTF-8, or as long as can be.
+const Texts kOddNames = {"a\nb",    "\"quoted\"", "a,b",          "*",
+                         " blank ", "caf\u00E9",  "\xE9\xFF\xC3", std::string(255, 'n')};
+
+class HostileTreeAtScreen : public StationStage {
+ protected:
+  [[nodiscard]] fs::path In(const char* folder, const std::string& name) const {
+    return tree_.Native(folder) / name;
+  }
+  /// Selects the entry of this name.
+  static void Select(QWidget& screen, const QString& list, const std::string& name) {
+    auto& control = Find<QListWidget>(screen, list);
+    const auto found = control.findItems(ToQt(name), Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1) << name;
+    control.setCurrentItem(found.first());
+  }
+};
+
+TEST_F(HostileTreeAtScreen, StationsOfOddNamesAreOpenedAndDeleted) {
+  for (const std::string& name : kOddNames) {
+    WriteNative(In(kRoot, name) / "PX12A", InstrumentFile{.comment = "odd"}.Bytes());
+  }
+  tree_.Write(kRootIndex, "earlier\r\n");
+  AtStationList([&](frmStationMain& screen) {
+    // INDEX cannot hold a name with a line end.
+    questions_.ExpectError({"\"a\nb\"", "the list cannot hold", "Rename", kRootIndex});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(tree_.Read(kRootIndex), "earlier\r\n");
+    for (const std::string& name : kOddNames) {
+      SCOPED_TRACE(name);
+      Select(screen, "lstStation", name);
+      user_.At<frmStationModelList>([&](frmStationModelList& station) {
+        ClickEntry(station, "LstInstrment", "PX12A");
+        EXPECT_EQ(TextOf(station, "txtData_11"), "odd");
+        LeaveUnsaved(station);
+      });
+      Click(screen, "btnEdit");
+      EXPECT_EQ(ReadNative(In(kRoot, name) / "INDEX"), "PX12A\r\nINDEX\r\n");
+      Select(screen, "lstStation", name);
+      ExpectDeleteStationQuestion(ToQt(name), QMessageBox::Ok);
+      Click(screen, "btnDelete");
+      EXPECT_FALSE(fs::exists(In(kRoot, name)));
+    }
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "");
+}
+
+TEST_F(HostileTreeAtScreen, InstrumentsOfOddNamesAreShownAndCleared) {
+  for (const std::string& name : kOddNames) {
+    WriteNative(In(kStation, name), InstrumentFile{.comment = name.substr(0, 1)}.Bytes());
+  }
+  AtStation([&](frmStationModelList& screen) {
+    for (const std::string& name : kOddNames) {
+      SCOPED_TRACE(name);
+      Select(screen, "LstInstrment", name);
+      EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
+    }
+    Clear(screen);
+    EXPECT_EQ(tree_.Names(kStation), Texts{});
+    LeaveUnsaved(screen);
+  });
+}
+
+// ---- Two visits at once.
+
+class TwoVisits : public StationStage {};
+
+TEST_F(TwoVisits, ToAStationBothStayInItsIndex) {
+  WriteInstrument();
+  WriteInstrument("PX60H", InstrumentFile{.model = "PX60H"}.Bytes());
+  AtStation([&](frmStationModelList& screen) {
+    InAnotherProcess([&] {
+      WriteInstrument("RT730A", InstrumentFile{.model = "RT730A"}.Bytes());
+      WriteStationInstrumentIndex(kStation, {"PX12A", "PX60H", "RT730A", "UNSAVED"});
+    });
+    ClickEntry(screen, "LstInstrment", "PX60H");
+    ExpectDeleteInstrumentQuestion("PX60H", QMessageBox::Ok);
+    Click(screen, "btnDelete");
+    InAnotherProcess([&] { WriteInstrument("PX11A", InstrumentFile{.model = "PX11A"}.Bytes()); });
+    LeaveUnsaved(screen);
+  });
+  const std::string index = tree_.Read(kIndex);
+  const std::string end = "PX11A\r\nUNSAVED\r\nINDEX\r\n";
+  // The first two are in the order of the directory.
+  EXPECT_TRUE(index == "PX12A\r\nRT730A\r\n" + end || index == "RT730A\r\nPX12A\r\n" + end)
+      << index;
+}
+
+TEST_F(TwoVisits, DoNotBringBackWhatThisOneDeleted) {
+  WriteInstrument({.model = "PX13A"});
+  WriteCalFile("PX12A", "SN12345");
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    Click(screen, "btnSave");
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    InAnotherProcess([&] {
+      WriteInstrument({.model = "PX99"});
+      WriteStationInstrumentIndex(kStation, {"PX13A", "PX12A", "PX99"});
+    });
+    for (const char* model : {"PX12A", "PX99"}) {
+      Fill(screen, "txtData_0", model);
+      ExpectDeleteInstrumentQuestion(model, QMessageBox::Ok);
+      Click(screen, "btnDelete");
+    }
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
+TEST_F(TwoVisits, ToTheStationListBothStayInItsIndex) {
+  tree_.MakeFolders(kStation);
+  AtStationList([&](frmStationMain& screen) {
+    InAnotherProcess([&] {
+      MakeStation(kRoot, "ST2");
+      WriteStationIndex(kRoot, {"ST1", "ST2"});
+    });
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\nST2\r\n");
 }
 
 }  // namespace

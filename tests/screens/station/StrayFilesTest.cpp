@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/session/Tarvell_MainModule.h"
 #include "support/SensorStage.h"
 
 /// Files that another program wrote, opened and corrected by keys and mouse.

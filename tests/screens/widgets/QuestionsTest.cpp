@@ -9,11 +9,15 @@
 
 #include <filesystem>
 #include <functional>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "screens/widgets/Guard.h"
 #include "screens/widgets/Questions.h"
+#include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
 #include "support/User.h"
 
@@ -246,6 +250,24 @@ TEST_F(RealQuestions, TheFolderPickerShowsAndGivesOnlyFolders) {
                          Accept(dialog, QDialogButtonBox::Cancel);
                        }),
             "");
+}
+
+// ---- Errors.
+
+TEST(Guard, ShowsEveryStandardExceptionAndSaysThatTheActionDidNotEnd) {
+  ScriptedQuestions questions;
+  questions.ExpectError({"row 5", "no such row"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw Error(ErrorKind::Index, "no such row", "row 5"); }));
+  questions.ExpectError({"not enough memory"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw std::bad_alloc(); }));
+  questions.ExpectError({"stray position", "What you typed is still here"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw std::out_of_range("stray position"); }));
+  EXPECT_TRUE(Guarded(nullptr, [] {}));
+  std::string shown;
+  EXPECT_FALSE(Guarded(
+      nullptr, [] { throw std::out_of_range("stray position"); },
+      [&](const Error& error) { shown = error.Text(); }));
+  EXPECT_NE(shown.find("stray position"), std::string::npos);
 }
 
 }  // namespace

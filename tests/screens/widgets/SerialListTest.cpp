@@ -8,15 +8,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/SerialList.h"
-#include "support/SensorStage.h"
 
 namespace tarvell {
 namespace {
@@ -214,42 +213,6 @@ TEST_F(SerialList, BothScreensMarkWhatIsDueToday) {
     Click(at, "btnReturn");
   });
   menu.ShowModally();
-}
-
-using SerialListOfTheMenu = SensorStage;
-
-TEST_F(SerialListOfTheMenu, ShowsTheSavedDueDateAfterAnEditAndTheOldOneAfterCancel) {
-  SensorFile file{.serial = "1", .rows = {{"50.00", "100.0"}}};
-  tree_.Write(R"(c:\calfactors\PX12A\SN1)", file.Bytes());
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    auto& list = Find<QListWidget>(menu, "lstSerialNumber");
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-      Fill(editor, "txtComment", "again");
-      Press(Qt::Key_Escape);
-    });
-    DoubleClickEntry(menu, "lstSerialNumber", "1");
-    EXPECT_EQ(SpokenText(list, 0), "1, past due");
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-      Fill(editor, "txtComment", "again");
-      Fill(editor, "txtDueYear", "9999");
-      Click(editor, "btnOk");
-    });
-    DoubleClickEntry(menu, "lstSerialNumber", "1");
-    EXPECT_EQ(TooltipOf(*list.item(0)),
-              "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 MAR 9999\n"
-              "Comment: again");
-    EXPECT_EQ(SpokenText(list, 0), "1");
-    EXPECT_TRUE(list.item(0)->isSelected());
-    // A file that vanished during the edit is not read again, and no error is shown.
-    user_.At<frmCalDataInput>([&](frmCalDataInput&) {
-      std::filesystem::remove(tree_.Native(R"(c:\calfactors\PX12A\SN1)"));
-      Press(Qt::Key_Escape);
-    });
-    DoubleClickEntry(menu, "lstSerialNumber", "1");
-    EXPECT_EQ(SpokenText(list, 0), "1");
-  });
-  RunMenu();
 }
 
 }  // namespace
