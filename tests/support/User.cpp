@@ -147,6 +147,7 @@ void ChooseByMouse(QComboBox& combo, int index) {
 void FillCombo(QWidget& screen, const QString& combo, const QString& text) {
   QLineEdit* box = Find<QComboBox>(screen, combo).lineEdit();
   ASSERT_NE(box, nullptr) << combo.toStdString();
+  Activate(*box);
   QTest::mouseClick(box, Qt::LeftButton);
   Press(Qt::Key_A, Qt::ControlModifier);
   Press(Qt::Key_Delete);

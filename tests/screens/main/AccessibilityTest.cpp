@@ -81,6 +81,13 @@ void LookAtEditor(const std::string& model, const Look& look) {
   LookWithin<Form>([&] { form.SetupDat(CalEditor::kNewData, model); }, look);
 }
 
+template <typename Form>
+void LookAtPrompt(const Look& look) {
+  Form form(nullptr);
+  form.SetCaption("Select calibration point and calibration frequency");
+  LookWithin<Form>([&] { form.exec(); }, look);
+}
+
 const std::vector<Screen> kScreens = {
     {"frmMain",
      [](const Look& look) {
@@ -103,18 +110,8 @@ const std::vector<Screen> kScreens = {
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
     {"frmCalDataTabInputOfResistors",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
-    {"frmInput",
-     [](const Look& look) {
-       frmInput form(nullptr);
-       form.SetCaption("Input calibration Point");
-       LookWithin<frmInput>([&] { form.exec(); }, look);
-     }},
-    {"frmInputPX60H",
-     [](const Look& look) {
-       frmInputPX60H form(nullptr);
-       form.SetCaption("Select calibration point and calibration frequency");
-       LookWithin<frmInputPX60H>([&] { form.exec(); }, look);
-     }},
+    {"frmInput", &LookAtPrompt<frmInput>},
+    {"frmInputPX60H", &LookAtPrompt<frmInputPX60H>},
     {"frmStationMain", &LookAtMenu<frmStationMain>},
     {"frmStationModelList",
      [](const Look& look) {

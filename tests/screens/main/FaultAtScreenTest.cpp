@@ -21,8 +21,7 @@ class FaultAtScreen : public StationStage {
  protected:
   /// Presses Return under each fault, and then without one: it replaces the list.
   void ReturnUnderEachFault(QWidget& screen, const char* index, const std::string& list) {
-    const std::string earlier = "an earlier list\r\n";
-    tree_.Write(index, earlier);
+    const std::string earlier = tree_.Read(index);
     FaultPlatform platform;
     PressUnderEachFault(
         platform,
@@ -74,6 +73,7 @@ TEST_F(FaultAtScreen, SaveOfAnInstrumentKeepsWhatWasTyped) {
 
 TEST_F(FaultAtScreen, ReturnStaysWhileTheListOfInstrumentsCannotBeWritten) {
   WriteInstrument();
+  tree_.Write(kIndex, "PX9\r\nINDEX\r\n");
   AtStation([&](frmStationModelList& screen) {
     ReturnUnderEachFault(screen, kIndex, "PX12A\r\nINDEX\r\n");
   });
@@ -81,6 +81,7 @@ TEST_F(FaultAtScreen, ReturnStaysWhileTheListOfInstrumentsCannotBeWritten) {
 
 TEST_F(FaultAtScreen, ReturnStaysWhileTheListOfStationsCannotBeWritten) {
   tree_.MakeFolders(kStation);
+  tree_.Write(kRootIndex, "ST9\r\n");
   AtStationList(
       [&](frmStationMain& screen) { ReturnUnderEachFault(screen, kRootIndex, "ST1\r\n"); });
 }

@@ -70,14 +70,18 @@ struct InstrumentFile {
 /// Shows the station screens on a tree of the test's own. A script answers the message boxes.
 class StationStage : public testing::Test {
  protected:
-  StationStage() : platform_(tree_.ProgramFolder()) {
+  StationStage() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "data").c_str());
     tree_.MakeFolders(kRoot);
     tree_.MakeFolders("c:\\calfactors");
     gStationDir = kRoot;
     gCalibrationDir = "c:\\calfactors";
     gCalFiles = {};
   }
-  ~StationStage() override { gCalFiles = {}; }
+  ~StationStage() override {
+    gCalFiles = {};
+    qputenv("XDG_DATA_HOME", dataHome_);
+  }
   StationStage(const StationStage&) = delete;
   StationStage& operator=(const StationStage&) = delete;
 
@@ -187,8 +191,8 @@ class StationStage : public testing::Test {
   [[nodiscard]] bool LastDetailContains(const std::string& part) const {
     return !questions_.details.empty() && Contains(questions_.details.back().toStdString(), part);
   }
-  [[nodiscard]] static QString TrashFolder() {
-    return QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME")) + "/Trash/files";
+  [[nodiscard]] std::filesystem::path InTrash(const std::string& name) const {
+    return tree_.Root() / "data/Trash/files" / name;
   }
 
   TestTree tree_;
@@ -197,6 +201,8 @@ class StationStage : public testing::Test {
   ScriptedQuestions questions_;
 
  private:
+  QByteArray dataHome_;
+
   void ExpectDeleteQuestion(const QString& text, QMessageBox::StandardButton answer) {
     questions_.Expect({.text = text,
                        .icon = QMessageBox::Warning,

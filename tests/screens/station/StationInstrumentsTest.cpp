@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QClipboard>
-#include <QDir>
-#include <QFile>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
 
@@ -497,7 +495,7 @@ TEST_F(StationInstruments, AListThatCannotBeReadDoesNotReplaceINDEX) {
 // ---- Deleting and clearing.
 
 TEST_F(StationInstruments, DeleteMovesTheFileOfTheModelNumberToTheTrash) {
-  WriteInstrument({.model = "TRASHED2"});
+  WriteInstrument({.model = "DELETED"});
   WriteInstrument({.model = "PX13A"});
   AtStation([&](frmStationModelList& screen) {
     for (const char* none : {"", "No Model"}) {
@@ -506,12 +504,12 @@ TEST_F(StationInstruments, DeleteMovesTheFileOfTheModelNumberToTheTrash) {
       Click(screen, "btnDelete");
     }
     ClickEntry(screen, "LstInstrment", "PX13A");
-    Fill(screen, "txtData_0", "TRASHED2");
-    Delete(screen, "TRASHED2", QMessageBox::Cancel);
-    EXPECT_EQ(tree_.Names(kStation), (Texts{"PX13A", "TRASHED2"}));
-    EXPECT_EQ(TextOf(screen, "txtData_0"), "TRASHED2");
+    Fill(screen, "txtData_0", "DELETED");
+    Delete(screen, "DELETED", QMessageBox::Cancel);
+    EXPECT_EQ(tree_.Names(kStation), (Texts{"DELETED", "PX13A"}));
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "DELETED");
     FillCombo(screen, "cmbSerial", "77");
-    Delete(screen, "TRASHED2");
+    Delete(screen, "DELETED");
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX13A"});
     EXPECT_EQ(ShownFields(screen), kEmptyFields);
     ClickEntry(screen, "LstInstrment", "PX13A");
@@ -522,7 +520,7 @@ TEST_F(StationInstruments, DeleteMovesTheFileOfTheModelNumberToTheTrash) {
     EXPECT_FALSE(ListIsEnabled(screen));
     LeaveUnsaved(screen);
   });
-  EXPECT_TRUE(QFile::exists(TrashFolder() + "/TRASHED2"));
+  EXPECT_TRUE(fs::exists(InTrash("DELETED")));
   EXPECT_EQ(tree_.Read(kIndex), "INDEX\r\n");
 }
 
@@ -788,8 +786,7 @@ TEST_F(StationInstruments, AnAddedInstrumentThatReplacesTheOpenOneAsksAndKeepsIt
     LeaveUnsaved(screen);
   });
   EXPECT_TRUE(Contains(ReadInstrument("KEPT"), "SERIAL NUMBER 2\r\n"));
-  EXPECT_EQ(ReadNative((TrashFolder() + "/KEPT").toStdString()),
-            InstrumentFile({.model = "KEPT"}).Bytes());
+  EXPECT_EQ(ReadNative(InTrash("KEPT")), InstrumentFile({.model = "KEPT"}).Bytes());
 }
 
 TEST_F(StationInstruments, OfTooManyCalibrationFilesAndModelsTheFirstAreOffered) {

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -130,26 +129,28 @@ TEST_F(StationList, ANameThatCannotBeUsedMakesNoStation) {
 }
 
 TEST_F(StationList, AStationIsDeletedWithAllItHolds) {
-  tree_.Write(R"(c:\stations\TRASHED1\folder\inside)", "x");
+  tree_.Write(R"(c:\stations\DELETED\folder\inside)", "x");
   tree_.Write(R"(c:\stations\ST2\PX12A)", "other");
   tree_.Write(R"(c:\stations\st2\PX12A)", "kept");
   AtStationList([&](frmStationMain& screen) {
-    DeleteStation(screen, "TRASHED1", QMessageBox::Cancel);
-    EXPECT_TRUE(tree_.Exists(R"(c:\stations\TRASHED1\folder\inside)"));
-    DeleteStation(screen, "TRASHED1");
-    EXPECT_FALSE(tree_.Exists(R"(c:\stations\TRASHED1)"));
+    DeleteStation(screen, "DELETED", QMessageBox::Cancel);
+    EXPECT_TRUE(tree_.Exists(R"(c:\stations\DELETED\folder\inside)"));
+    DeleteStation(screen, "DELETED");
+    EXPECT_FALSE(tree_.Exists(R"(c:\stations\DELETED)"));
     ExpectNothingSelected(screen);
     // A station that vanished is not mistaken for one whose name differs only in case.
     fs::remove_all(tree_.Root() / "drives/c/stations/ST2");
+    ClickEntry(screen, "lstStation", "ST2");
+    ExpectDeleteStationQuestion("ST2", QMessageBox::Ok);
     questions_.ExpectError({"Cannot delete it", "does not exist", R"(c:\stations\ST2)"});
-    DeleteStation(screen, "ST2");
+    Click(screen, "btnDelete");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"st2"});
     DeleteStation(screen, "st2");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
     EXPECT_FALSE(ListIsEnabled(screen));
     Click(screen, "btnReturn");
   });
-  EXPECT_TRUE(QFile::exists(TrashFolder() + "/TRASHED1/folder/inside"));
+  EXPECT_TRUE(fs::exists(InTrash("DELETED") / "folder/inside"));
   EXPECT_EQ(tree_.Read(kRootIndex), "");
 }
 

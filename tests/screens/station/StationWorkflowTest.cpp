@@ -222,6 +222,7 @@ class HostileTreeAtScreen : public StationStage {
 
 TEST_F(HostileTreeAtScreen, StationsOfOddNamesAreOpenedAndDeleted) {
   for (const std::string& name : kOddNames) {
+    fs::create_directory(In(kRoot, name));
     WriteNative(In(kRoot, name) / "PX12A", InstrumentFile{.comment = "odd"}.Bytes());
   }
   tree_.Write(kRootIndex, "earlier\r\n");
@@ -253,6 +254,7 @@ TEST_F(HostileTreeAtScreen, StationsOfOddNamesAreOpenedAndDeleted) {
 }
 
 TEST_F(HostileTreeAtScreen, InstrumentsOfOddNamesAreShownAndCleared) {
+  tree_.MakeFolders(kStation);
   for (const std::string& name : kOddNames) {
     WriteNative(In(kStation, name), InstrumentFile{.comment = name.substr(0, 1)}.Bytes());
   }

@@ -20,6 +20,8 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 void FocusEntry(QListWidget& list, const QString& text) {
   const QList<QListWidgetItem*> found = list.findItems(text, Qt::MatchExactly);
   ASSERT_FALSE(found.isEmpty()) << text.toStdString();
+  list.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(list.window()));
   list.setFocus();
   list.clearSelection();
   list.setCurrentItem(found.first(), QItemSelectionModel::NoUpdate);
@@ -293,13 +295,13 @@ TEST_F(StationListEntries, InThePickerEnterLeadsFromTheModelToTheSerialNumberAnd
     Click(screen, "btnAdd");
     EXPECT_EQ(ComboText(screen, "cmbSerial"), "9");
     LeaveUnsaved(screen);
-    user_.At<frmStationGetInstr>([&](frmStationGetInstr& picker) {
+  });
+  AtStation([&](frmStationModelList& screen) {
+    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
       ClickEntry(picker, "LstInstrment", "PX13A");
       DoubleClickEntry(picker, "lstSerialNumber", "9");
       EXPECT_FALSE(picker.isVisible());
     });
-  });
-  AtStation([&](frmStationModelList& screen) {
     Click(screen, "btnAdd");
     EXPECT_EQ(TextOf(screen, "txtData_0"), "PX13A");
     LeaveUnsaved(screen);

@@ -68,6 +68,7 @@ TEST_F(Trash, TakesNamesThatAreNoTextOrAsLongAsPossible) {
   tree_.MakeFolders(R"(c:\a)");
   for (const std::string number : {"", ".2"}) {
     test::WriteNative(folder / odd, "odd");
+    std::filesystem::create_directory(folder / longest);
     test::WriteNative(folder / longest / "inside", "long");
     Recycle("c:\\a\\" + odd);
     Recycle("c:\\a\\" + longest);
