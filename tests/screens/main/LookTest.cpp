@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
@@ -163,27 +162,6 @@ TEST(ScreenSize, GrowsWithTheFontButNotBeyondTheDisplay) {
     EXPECT_EQ(small.width() == size.width(), size.width() == 200);
     small.hide();
   }
-}
-
-TEST(TableColumns, AreAtLeastAsWideAsTheirCaptions) {
-  CalGrid grid;
-  grid.resize(400, 200);
-  grid.show();
-  grid.Fill([](MemoryGrid& cells) {
-    cells.Clear(3);
-    cells.SetCellText(0, 0, "F");
-    cells.SetCellText(0, 1, "A caption wider than a third");
-    cells.SetCellText(0, 2, "G");
-    cells.AddRow("1\t2\t3");
-  });
-  const QHeaderView& header = *grid.horizontalHeader();
-  EXPECT_GT(header.sectionSizeHint(1), 400 / 3) << "the caption is no test";
-  int whole = 0;
-  for (int column = 0; column < 3; ++column) {
-    EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
-    whole += header.sectionSize(column);
-  }
-  EXPECT_LE(whole, grid.viewport()->width());
 }
 
 }  // namespace
