@@ -23,7 +23,10 @@ class InstrumentPicker : public StationStage {
   /// Opens the picker and runs `act`, which must close it. Returns its result.
   std::int16_t AtPicker(const std::function<void(frmStationGetInstr& picker)>& act) {
     frmStationGetInstr picker(nullptr);
-    user_.At<frmStationGetInstr>(act);
+    user_.At<frmStationGetInstr>([&](frmStationGetInstr& at) {
+      act(at);
+      CloseIfOpen(at);
+    });
     Texts models;
     ListModelFolders(gCalibrationDir, models);
     picker.ShowModally(ModelsWithData(models));

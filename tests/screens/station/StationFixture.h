@@ -92,6 +92,7 @@ class StationStage : public testing::Test {
     user_.At<frmStationMain>([&](frmStationMain& at) {
       shown = true;
       act(at);
+      CloseIfOpen(at);
     });
     screen.ShowModally();
     EXPECT_TRUE(shown);
@@ -105,9 +106,16 @@ class StationStage : public testing::Test {
     user_.At<frmStationModelList>([&](frmStationModelList& at) {
       shown = true;
       act(at);
+      CloseIfOpen(at);
     });
     screen.ShowModally();
     EXPECT_TRUE(shown);
+  }
+
+  /// A screen that is still open is a failure; the test then goes on without it.
+  static void CloseIfOpen(QDialog& screen) {
+    EXPECT_FALSE(screen.isVisible());
+    screen.done(QDialog::Rejected);
   }
 
   void WriteCalFile(const std::string& folder, const std::string& name,
