@@ -106,6 +106,7 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   SetUpDayBox(&box, &spinner);
   box.setFocusPolicy(Qt::NoFocus);  // no cursor beside the text
   box.setText("31");
+  box.setAccessibleDescription("The day.");
   box.show();
   QApplication::processEvents();
   const int half = box.width() / 2;
@@ -114,7 +115,9 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   MarkBox(&box, "no such day");
   QApplication::processEvents();
   EXPECT_EQ(DarkDots(box, half), before);
+  EXPECT_EQ(box.accessibleDescription(), "no such day The day.");
   MarkBox(&box, "");
+  EXPECT_EQ(box.accessibleDescription(), "The day.");
   QApplication::processEvents();
   EXPECT_EQ(DarkDots(box, half), before);
 }

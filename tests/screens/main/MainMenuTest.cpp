@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -80,6 +81,15 @@ class MainMenu : public testing::Test {
                   const std::string& stationRoot, const std::string& calibrationRoot) {
     Fill(menu_, "txtStationDir", stationDir);
     Fill(menu_, "txtCalibrationDir", calibrationDir);
+    // Without this a screen that opens by mistake would wait for the user.
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [] {
+      if (auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        ADD_FAILURE() << "this screen must not open: " << screen->windowTitle().toStdString();
+        screen->done(QDialog::Rejected);
+      }
+    });
+    closer.start(100);
     Click(menu_, "btnStart");
     EXPECT_EQ(gStationDir, stationRoot);
     EXPECT_EQ(gCalibrationDir, calibrationRoot);

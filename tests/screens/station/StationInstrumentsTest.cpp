@@ -472,7 +472,7 @@ TEST_F(StationInstruments, EveryWayOutAsksWhetherToSave) {
 }
 
 TEST_F(StationInstruments, AListThatCannotBeReadDoesNotReplaceINDEX) {
-  tree_.Write(kIndex, "PX12A\r\nINDEX\r\n");
+  tree_.Write(kIndex, "PX9\r\nINDEX\r\n");
   WriteInstrument();
   const OrdinaryUser user(tree_.Root());
   // The folder takes new files but cannot be listed.
@@ -484,7 +484,7 @@ TEST_F(StationInstruments, AListThatCannotBeReadDoesNotReplaceINDEX) {
     questions_.ExpectError(parts);
     Click(screen, "btnReturn");
     EXPECT_TRUE(screen.isVisible());
-    EXPECT_EQ(ReadNative(tree_.Native(kIndex)), "PX12A\r\nINDEX\r\n");
+    EXPECT_EQ(ReadNative(tree_.Native(kIndex)), "PX9\r\nINDEX\r\n");
     fs::permissions(tree_.Native(kStation), fs::perms(0755));
     Click(screen, "btnReturn");
     EXPECT_FALSE(screen.isVisible());

@@ -233,7 +233,7 @@ TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
 
 TEST_F(StationList, AListThatCannotBeReadDoesNotReplaceINDEX) {
   tree_.MakeFolders(kStation);
-  tree_.Write(kRootIndex, "ST1\r\nST2\r\n");
+  tree_.Write(kRootIndex, "ST9\r\n");
   const OrdinaryUser user(tree_.Root());
   // The folder takes new files but cannot be listed.
   fs::permissions(tree_.Native(kRoot), fs::perms(0333));
@@ -243,7 +243,7 @@ TEST_F(StationList, AListThatCannotBeReadDoesNotReplaceINDEX) {
     questions_.ExpectError({"Cannot list the folder", "you have no permission", kRoot});
     Click(screen, "btnReturn");
     EXPECT_TRUE(screen.isVisible());
-    EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\nST2\r\n");
+    EXPECT_EQ(tree_.Read(kRootIndex), "ST9\r\n");
     fs::permissions(tree_.Native(kRoot), fs::perms(0755));
     Click(screen, "btnReturn");
     EXPECT_FALSE(screen.isVisible());
