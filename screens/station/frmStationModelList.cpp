@@ -325,8 +325,9 @@ QString frmStationModelList::OthersUnsaved() const {
     }
   }
   return names.isEmpty() ? QString()
-                         : "Added and not saved either way: " + names.join(", ") +
-                               ". Choose Cancel, and save each of them, to keep them.";
+                         : "These instruments were added but not saved: " + names.join(", ") +
+                               ". Yes and No both lose them. To keep them, choose Cancel and save "
+                               "each one.";
 }
 
 void frmStationModelList::Field_Change() {

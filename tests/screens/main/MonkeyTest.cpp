@@ -30,8 +30,8 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-constexpr int kDefaultSeeds = 40;
-constexpr int kDefaultActions = 1000;
+constexpr int kDefaultSeeds = 50;
+constexpr int kDefaultActions = 800;
 
 int NumberFrom(const char* variable, int otherwise) {
   bool isNumber = false;
@@ -82,8 +82,8 @@ const std::array kKnownMessages = {
     "Are you sure to want to delete .+\\?",
     "This action is current station instrment data be all lost\\.\\r\\nDo you wish to continue\\?",
     "Current station data delete completed\\.",
-    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
-    ".*)?",
+    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nThese instruments were added "
+    "but not saved: .*)?",
     "Error: Invailed Input Date",
     "Error: Cannot save \n\n(The model number .*|The number .* is (too large to be calculated "
     "with|outside the range -32768 to 32767)\\. .*)",

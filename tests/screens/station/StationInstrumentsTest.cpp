@@ -716,9 +716,10 @@ TEST_F(StationInstruments, AnAddedInstrumentKeepsWhatWasTypedWhileAnotherIsShown
     EXPECT_FALSE(CanSave(screen));
     ExpectReturnQuestion(QMessageBox::Cancel);
     Click(screen, "btnReturn");
-    EXPECT_TRUE(LastDetailContains(
-        "Added and not saved either way: PX12A. Choose Cancel, and save each of them, to keep "
-        "them."));
+    EXPECT_TRUE(
+        LastDetailContains("These instruments were added but not saved: PX12A. Yes and No both "
+                           "lose them. To keep them, "
+                           "choose Cancel and save each one."));
     // Deleting another instrument reads the list again.
     Delete(screen, "PX13A");
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), (Texts{"PX99", "PX12A"}));
