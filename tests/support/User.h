@@ -73,8 +73,8 @@ void Settle();
 [[nodiscard]] std::string CellOf(QTableView& grid, int row, int column);
 [[nodiscard]] std::vector<std::string> ColumnOf(QTableView& grid, int column);
 
-/// A user of screens that open on top of each other. Each step waits for a modal screen or pop-up of
-/// its class and then runs in it. Steps that it adds run before the steps added earlier. If its
+/// A user of screens that open on top of each other. Each step waits for a modal screen or pop-up
+/// of its class and then runs in it. Steps that it adds run before the steps added earlier. If its
 /// screen does not appear within some seconds, the test fails and all screens are closed.
 class User {
  public:

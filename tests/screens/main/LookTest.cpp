@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
 
 #include "screens/caldata/CalGrid.h"
 #include "screens/widgets/DateBoxes.h"

@@ -7,12 +7,10 @@
 #include <QPushButton>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <new>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "screens/widgets/Guard.h"
