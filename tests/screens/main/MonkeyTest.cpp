@@ -30,8 +30,8 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-constexpr int kDefaultSeeds = 50;
-constexpr int kDefaultActions = 800;
+constexpr int kDefaultSeeds = 65;
+constexpr int kDefaultActions = 600;
 
 int NumberFrom(const char* variable, int otherwise) {
   bool isNumber = false;
@@ -53,6 +53,7 @@ const std::array kKnownMessages = {
     ".*If you want to create new folder, then press Ok button\\.\n\nIt would be the folder\n.*",
     "Cannot make folder!\n\nCannot make the folder: .*",
     "This computer reaches the share of another one by a folder of its own, .*",
+    "The (calibration|station) data directory holds a comma\\. The next start reads .*",
     // The calibration data.
     "No calibration data is selected\\.",
     "Are you sure you want to delete .+\\(.*\\)\\?",
