@@ -10,9 +10,9 @@
 
 namespace {
 
-/// A write beyond the shell's limit of the file size, or to a pipe that nobody reads, is told like
-/// any other write that fails; by default it would end the program with all that was typed.
-void KeepRunningWhenAWriteIsRefused() {
+/// By default, a write beyond the shell's file size limit, or to a pipe without a reader, ends the
+/// program. When these signals are ignored, such a write fails with an error like any other.
+void IgnoreSignalsOfRefusedWrites() {
 #ifdef SIGXFSZ
   (void)std::signal(SIGXFSZ, SIG_IGN);
 #endif
@@ -24,7 +24,7 @@ void KeepRunningWhenAWriteIsRefused() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  KeepRunningWhenAWriteIsRefused();
+  IgnoreSignalsOfRefusedWrites();
   const QApplication application(argc, argv);
   tarvell::DesktopPlatform platform;
   tarvell::SetCurrentPlatform(&platform);

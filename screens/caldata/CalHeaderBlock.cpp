@@ -54,7 +54,7 @@ void SetUpDate(QLineEdit* yearBox, UpDown* yearSpinner, QComboBox* monthBox, QLi
 /// Sets the spinners to their first values and ranges.
 void ResetDate(UpDown* yearSpinner, int year, UpDown* daySpinner) {
   yearSpinner->SetValue(year);
-  daySpinner->SetMaximum(kMostDays);
+  daySpinner->SetMaximum(kMaxDay);
   daySpinner->SetValue(1);
 }
 

@@ -38,8 +38,8 @@ constexpr std::int16_t kCalDataColumn = 2;
 frmCalDataInput::frmCalDataInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
-  ScrollWhereItCannotFit(ui_->header);
+  FitToDisplay(this);
+  MakeScrollable(ui_->header);
   auto cellEditor = std::make_unique<CellEditor>(ui_->Grid);
   cellEditor->SetRules(
       // The formats of these models do not depend on the row.

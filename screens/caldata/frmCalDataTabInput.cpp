@@ -39,8 +39,8 @@ constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
 frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
     : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataTabInput>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
-  ScrollWhereItCannotFit(ui_->header);
+  FitToDisplay(this);
+  MakeScrollable(ui_->header);
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);

@@ -52,7 +52,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
       ui_(std::make_unique<Ui::frmCalibrationMain>()),
       mnuAdd_(new QMenu("Add", this)) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   SetUpAddMenu();
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));

@@ -27,7 +27,7 @@ void Preset(QComboBox* combo, const QString& text) {
 frmInputPX60H::frmInputPX60H(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmInputPX60H>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   ui_->cmbSetting->addItems(
       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});

@@ -13,6 +13,8 @@
 #include <QWindow>
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
@@ -39,17 +41,27 @@ namespace tarvell {
 namespace {
 
 constexpr std::int16_t kVersionLabelLevel = 3;
-constexpr std::int16_t kLeastVisibleLevel = 2;
-constexpr int kLongestExposure = 200;  // ms
+constexpr std::int16_t kMinVisibleLevel = 2;
+constexpr int kMaxExposureTime = 200;  // ms
 
-/// Lets pending window events run, until the window system has put `window` on the screen.
+/// Runs pending window events until the window system shows `window`, or kMaxExposureTime is over.
 void RunPendingEvents(const QWidget& window) {
   QElapsedTimer timer;
   timer.start();
   do {
     QApplication::processEvents();
-  } while (!window.windowHandle()->isExposed() && timer.elapsed() < kLongestExposure);
+  } while (!window.windowHandle()->isExposed() && timer.elapsed() < kMaxExposureTime);
   QApplication::processEvents();
+}
+
+/// The text of an error for the end of the program, after which the user cannot try again.
+std::string WithoutTryAgain(std::string text) {
+  static constexpr std::string_view kTryAgain = ", then try again.";
+  if (text.ends_with(kTryAgain)) {
+    text.replace(text.size() - kTryAgain.size(), kTryAgain.size(),
+                 ", then enter the directories again at the next start.");
+  }
+  return text;
 }
 
 void ShowSplash(double seconds) {
@@ -66,11 +78,11 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
   QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
   QGuiApplication::setDesktopFileName("tarvell");
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
     box->setValidator(new OneLineValidator(box));  // the box owns it
-    // What is being typed is not commented on before it is finished.
+    // A text is checked when it is complete, not while it is typed.
     connect(box, &QLineEdit::textChanged, this, [this, box] { Notice(box, {}); });
     connect(box, &QLineEdit::editingFinished, this, [this, box] { CheckDirectory(box); });
     connect(box, &QLineEdit::inputRejected, this, [this, box] {
@@ -87,7 +99,7 @@ frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmM
 }
 
 frmMain::~frmMain() {
-  // The box that has the keyboard is left while it is destroyed, which is nobody's entry.
+  // Destroying the focused box emits editingFinished, although nothing was entered.
   ui_->txtCalibrationDir->disconnect(this);
   ui_->txtStationDir->disconnect(this);
 }
@@ -108,7 +120,7 @@ void frmMain::Form_Load(double splashSeconds) {
   setWindowTitle(ToQt(kApplicationTitle) + " - " +
                  ToQt(RevisionText(kMajorVersion, kMinorVersion)));
   GetOSVersion();
-  ui_->lblVersionString->setVisible(gVersionLabelLevel >= kLeastVisibleLevel);
+  ui_->lblVersionString->setVisible(gVersionLabelLevel >= kMinVisibleLevel);
   ui_->lblVersionString->setText("now worked on " + ToQt(gOSVersion) + "(" + ToQt(gOSPlatform) +
                                  ")");
   ReadProfile(gCalibrationDir, gStationDir);
@@ -183,7 +195,7 @@ void frmMain::Start() {
 
 bool frmMain::TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root) {
   const std::string folder = FromQt(box->text());
-  // Blanks alone would be the current folder, and the root of the disk in front of a name.
+  // Only blanks would mean the current folder, and with a name after it the root of the disk.
   if (Trim(folder).empty()) {
     Tell(this, texts.missing);
     return false;
@@ -226,7 +238,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::Form_Unload() {
-  // A box that still has the keyboard has not been reported on.
+  // The text of a box that still has the focus has not been checked.
   for (QLineEdit* box : {ui_->txtCalibrationDir, ui_->txtStationDir}) {
     const QString notice = DirectoryNotice(box);
     if (!notice.isEmpty() && ui_->notices->About(box->objectName()) != notice) {
@@ -241,7 +253,7 @@ void frmMain::Form_Unload() {
       [this](const Error& error) {
         ShowError(this, Error(error.Kind(),
                               "The two directories are not remembered for the next start. " +
-                                  error.Text(),
+                                  WithoutTryAgain(error.Text()),
                               error.Path(), error.Line()));
       });
 }

@@ -49,23 +49,23 @@ class frmMain final : public QDialog {
 
   void SetUpMenu();
   void Browse(QLineEdit* box, const QString& title);
-  /// Reports a directory that the next start will not read back.
+  /// Reports a directory that the next start will read differently.
   void CheckDirectory(QLineEdit* box);
-  /// What is to be known about the directory in a box, "" when nothing is.
+  /// The notice about the directory in a box, "" when there is none.
   [[nodiscard]] QString DirectoryNotice(const QLineEdit* box) const;
-  /// Reports `text` about a box and marks it; "" takes that back.
+  /// Shows the notice `text` about a box and marks the box; "" removes both.
   void Notice(QLineEdit* box, const QString& text);
   void Start();
-  /// What the user is told about a data root.
+  /// The messages about a data root.
   struct RootTexts {
     QString missing;   ///< when none is given
     QString question;  ///< when its folder does not exist
   };
-  /// Takes the folder in `box` as the data root `root`; false when there is none, which is told or
-  /// was the user's answer.
+  /// Stores the folder in `box` as the data root `root`. Returns false after a message when no
+  /// folder is given, it does not exist or it cannot be made.
   [[nodiscard]] bool TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root);
-  /// Offers to make the folder when it does not exist; false when the user does not want it, or it
-  /// cannot be made, which is told.
+  /// If the folder does not exist, asks whether to make it. Returns false when the user declines,
+  /// or after an error message when the folder cannot be made.
   [[nodiscard]] bool EnsureFolder(const std::string& folder, const QString& question);
 
   std::unique_ptr<Ui::frmMain> ui_;

@@ -14,7 +14,7 @@ namespace Ui {
 class frmSplash;
 }
 
-/// Name, revision and picture of the program while it starts. The user cannot close it.
+/// Shows name, revision and picture of the program while it starts. The user cannot close it.
 class frmSplash final : public QDialog {
   Q_OBJECT
 

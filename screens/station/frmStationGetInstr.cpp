@@ -5,6 +5,8 @@
 
 #include "ui_frmStationGetInstr.h"
 
+#include <cstddef>
+
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
@@ -18,7 +20,7 @@ namespace tarvell {
 frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
@@ -48,6 +50,10 @@ void frmStationGetInstr::btnAdd_Click() {
     return;
   }
   Result = FindCalFile(serial);
+  const auto row = static_cast<std::size_t>(Result);
+  if (row < gCalFiles.size()) {
+    pickedFile_ = gCalFiles.at(row);
+  }
   accept();
 }
 

@@ -8,8 +8,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "core/caldata/mTypeDef.h"
 
 namespace tarvell {
 
@@ -33,6 +36,9 @@ class frmStationGetInstr final : public QDialog {
   /// cancelled.
   std::int16_t Result = kCancelled;
 
+  /// The data file of the picked row; none when no row matched or the dialog was cancelled.
+  [[nodiscard]] const std::optional<CalFileInfo>& PickedFile() const { return pickedFile_; }
+
   /// Shows the dialog with these models of the calibration data tree, until it is closed.
   void ShowModally(const std::vector<std::string>& models);
 
@@ -44,6 +50,7 @@ class frmStationGetInstr final : public QDialog {
   void btnCancel_Click();
 
   std::unique_ptr<Ui::frmStationGetInstr> ui_;
+  std::optional<CalFileInfo> pickedFile_;
 };
 
 }  // namespace tarvell

@@ -33,7 +33,7 @@ constexpr const char* kPlaceholder = "No Stations";
 frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
   OnEntry(ui_->lstStation,
@@ -62,7 +62,7 @@ void frmStationMain::RefreshStationList() {
 
 void frmStationMain::ReadStationList() {
   isListed_ = false;
-  const KeyboardStays keyboard(ui_->lstStation, ui_->btnAdd);
+  const FocusKeeper keyboard(ui_->lstStation, ui_->btnAdd);
   ShowNames(ui_->lstStation, {}, kPlaceholder);
   const BusyPointer busy;
   const std::vector<std::string> stations = ListStations(gStationDir);
@@ -73,7 +73,7 @@ void frmStationMain::ReadStationList() {
 
 void frmStationMain::WriteStationIndex() {
   if (!isListed_) {
-    // A list that nobody has seen must not take the place of the one on the disk.
+    // Without the real list, INDEX would be replaced by an empty one.
     ReadStationList();
   }
   const BusyPointer busy;

@@ -36,7 +36,7 @@ class frmStationMain final : public QDialog {
   void btnDelete_Click();
   void btnReturn_Click();
 
-  /// Reads the list of stations; a root that cannot be read is told.
+  /// Reads the list of stations; shows the error when the root cannot be read.
   void RefreshStationList();
   void ReadStationList();
   void WriteStationIndex();
@@ -46,7 +46,7 @@ class frmStationMain final : public QDialog {
   [[nodiscard]] std::string SelectedStation() const;
 
   std::unique_ptr<Ui::frmStationMain> ui_;
-  StationIndex index_;     ///< what this visit knows of the list
+  StationIndex index_;     ///< merges the list with what others wrote to INDEX
   bool isListed_ = false;  ///< whether the list shows what the root holds
 };
 

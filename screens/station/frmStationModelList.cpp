@@ -43,27 +43,8 @@ constexpr const char* kEntryNotice = "entry";
 /// Number of an entry that is not saved.
 constexpr int kUnsavedRole = Qt::UserRole + 1;
 
-/// Puts the rows of `gCalFiles` back as they were, unless those that were read since then stay.
-class CalFileRows {
- public:
-  CalFileRows() = default;
-  CalFileRows(const CalFileRows&) = delete;
-  CalFileRows& operator=(const CalFileRows&) = delete;
-  ~CalFileRows() {
-    if (!keepsRead_) {
-      gCalFiles = std::move(rows_);
-    }
-  }
-
-  void KeepRead() { keepsRead_ = true; }
-
- private:
-  std::array<CalFileInfo, kTableRows> rows_ = gCalFiles;
-  bool keepsRead_ = false;
-};
-
-/// Shows `text` in an editable list, and chooses the entry that reads so, where there is one: the
-/// keys then go on from it, and leaving the list does not count as a choice.
+/// Shows `text` in an editable list and selects the entry with this text, if there is one. The Up
+/// and Down keys then start from that entry, and leaving the list does not count as a choice.
 void ShowText(QComboBox* box, const QString& text) {
   box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
   box->setEditText(text);
@@ -79,22 +60,23 @@ Error InstrumentGone() {
 frmStationModelList::frmStationModelList(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
-  ScrollWhereItCannotFit(ui_->record);
-  // After what changes several fields has changed them all.
+  MakeScrollable(ui_->record);
+  // One action may change several fields: the notices wait until it has changed all of them.
   noticesAreDue_.setSingleShot(true);
   connect(&noticesAreDue_, &QTimer::timeout, this, &frmStationModelList::ReportNotices);
   txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
   SetUpFields();
-  // As tall as the text: marked entries stand hardly farther apart than others.
+  // As tall as the text, so that a marked entry is hardly taller than the others.
   ui_->LstInstrment->setIconSize(QSize(1, 1) * ui_->LstInstrment->fontMetrics().height());
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.remove = [this] { DeleteByKey(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
-  // A serial number that is typed is text, not a choice that would replace the other fields.
+  // Typing a serial number changes only that field. Without this, leaving the box would count as a
+  // choice and replace the other fields as well.
   disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
@@ -130,7 +112,7 @@ void frmStationModelList::SetUpFields() {
             {&StationInstrument::Comment, ui_->txtData_11}};
   for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
     FileTextValidator::Attach(box->lineEdit());
-    // Free text is kept as it was typed.
+    // Without completion, typed text stays as it was typed.
     box->setCompleter(nullptr);
     ChangeOnlyDeliberately(box);
     connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
@@ -164,7 +146,7 @@ void frmStationModelList::RefreshInstrumentList() {
 
 void frmStationModelList::ReadInstrumentList() {
   isListed_ = false;
-  const KeyboardStays keyboard(ui_->LstInstrment, ui_->btnAdd);
+  const FocusKeeper keyboard(ui_->LstInstrment, ui_->btnAdd);
   KeepUnsaved();
   const std::string shown = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
   ShowInstruments({});
@@ -182,7 +164,7 @@ void frmStationModelList::ReadInstrumentList() {
 void frmStationModelList::ShowInstruments(const std::vector<std::string>& instruments) {
   const QSignalBlocker blocker(ui_->LstInstrment);
   shownEntry_ = nullptr;
-  // What was added and not saved stays in the list, although the folder does not hold it.
+  // An instrument that was added and not saved stays in the list, although it has no file yet.
   std::vector<std::string> names = instruments;
   std::vector<std::pair<int, int>> unsavedRows;
   for (const auto& [number, unsaved] : unsaved_) {
@@ -201,10 +183,10 @@ void frmStationModelList::ShowInstruments(const std::vector<std::string>& instru
 
 void frmStationModelList::WriteStationInstrumentIndex() {
   if (!isListed_) {
-    // A list that nobody has seen must not take the place of the one on the disk.
+    // Without the real list, INDEX would be replaced by an empty one.
     ReadInstrumentList();
   }
-  // The list is disabled while it holds the placeholder alone.
+  // The list is disabled while it holds only the placeholder.
   const bool hasInstruments = ui_->LstInstrment->isEnabled();
   const std::vector<std::string> shown =
       hasInstruments ? NamesIn(ui_->LstInstrment) : std::vector<std::string>();
@@ -213,24 +195,25 @@ void frmStationModelList::WriteStationInstrumentIndex() {
                                        index_.Merged(shown, ListInstruments(stationFolder_)));
 }
 
-std::vector<std::string> frmStationModelList::ReadSerials(const std::string& model) {
-  std::vector<std::string> serials;
+std::vector<CalFileInfo> frmStationModelList::ReadCalFiles(const std::string& model) {
+  std::vector<CalFileInfo> files;
   if (!model.empty()) {
     Guarded(this, [&] {
       const BusyPointer busy;
       ReadCalFileHeaders(Joined(gCalibrationDir, model),
-                         [&](const CalFileInfo& row) { serials.push_back(row.SerialNumber); });
+                         [&](const CalFileInfo& file) { files.push_back(file); });
     });
   }
-  return serials;
+  return files;
 }
 
-void frmStationModelList::FillSerialList(const std::vector<std::string>& serials) {
+void frmStationModelList::FillSerialList(std::vector<CalFileInfo> files) {
   const QSignalBlocker blocker(ui_->cmbSerial);
   ui_->cmbSerial->clear();
-  for (const std::string& serial : serials) {
-    ui_->cmbSerial->addItem(ToQt(serial));
+  for (const CalFileInfo& file : files) {
+    ui_->cmbSerial->addItem(ToQt(file.SerialNumber));
   }
+  serialFiles_ = std::move(files);
   ui_->cmbSerial->setCurrentIndex(-1);
   ui_->cmbSerial->clearEditText();
 }
@@ -241,7 +224,7 @@ QListWidgetItem* frmStationModelList::SelectedEntry() const {
 
 void frmStationModelList::SelectShownEntry() {
   const QSignalBlocker blocker(ui_->LstInstrment);
-  // The keyboard stays where it is: it must not be held at an entry that cannot be read.
+  // The current entry stays: from an entry that cannot be read, the keys must lead on.
   ui_->LstInstrment->clearSelection();
   if (shownEntry_ != nullptr) {
     shownEntry_->setSelected(true);
@@ -250,7 +233,7 @@ void frmStationModelList::SelectShownEntry() {
 
 void frmStationModelList::LstInstrment_Click() {
   QListWidgetItem* entry = SelectedEntry();
-  // Of what is not saved, there is nothing to be read again.
+  // An instrument that was never saved has no file to read again.
   if (entry != nullptr && !(entry == shownEntry_ && IsUnsaved(entry))) {
     ui_->lblNotice->Report(kEntryNotice, "");
     Guarded(this, [&] { LoadInstrument(entry); });
@@ -277,7 +260,7 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
     ui_->lblNotice->Report(kEntryNotice,
                            "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
   } else {
-    FillSerialList(ReadSerials(instrument.ModelNumber));
+    FillSerialList(ReadCalFiles(instrument.ModelNumber));
     Show(instrument);
     ui_->btnSave->setEnabled(false);
     shownEntry_ = entry;
@@ -312,7 +295,7 @@ void frmStationModelList::KeepUnsaved() {
 
 void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
   const Unsaved& unsaved = unsaved_.at(entry->data(kUnsavedRole).toInt());
-  FillSerialList(ReadSerials(unsaved.name));
+  FillSerialList(ReadCalFiles(unsaved.name));
   Show(unsaved.instrument);
   file_ = StoredFile();
   shownEntry_ = entry;
@@ -329,8 +312,9 @@ QString frmStationModelList::OthersUnsaved() const {
     }
   }
   return names.isEmpty() ? QString()
-                         : "Added and not saved either way: " + names.join(", ") +
-                               ". Choose Cancel, and save each of them, to keep them.";
+                         : "These instruments were added but not saved: " + names.join(", ") +
+                               ". Yes and No both lose them. To keep them, choose Cancel and save "
+                               "each one.";
 }
 
 void frmStationModelList::Field_Change() {
@@ -362,22 +346,21 @@ void frmStationModelList::ReportNotices() {
 
 void frmStationModelList::cmbSerial_Click() {
   const int index = ui_->cmbSerial->currentIndex();
-  if (ui_->cmbSerial->currentText().isEmpty() || index < 0 ||
-      index >= static_cast<int>(gCalFiles.size())) {
+  if (ui_->cmbSerial->currentText().isEmpty() || index < 0) {
     return;
   }
-  ShowRow(gCalFiles.at(static_cast<std::size_t>(index)));
+  ShowCalFile(serialFiles_.at(static_cast<std::size_t>(index)));
   Field_Change();
 }
 
-void frmStationModelList::ShowRow(const CalFileInfo& row) {
-  ui_->txtData_0->setText(ToQt(row.ModelNumber));
-  ui_->txtData_11->setText(ToQt(row.Comment));
-  ui_->txtData_4->setText(ToQt(row.Option));
-  const bool hasDate = row.DueYear != 0 && row.DueMonth != 0 && row.DueDay != 0;
-  ui_->txtData_6->setText(hasDate ? QString::number(row.DueYear) : "2000");
-  ShowText(ui_->cmbCalMonth, hasDate ? ToQt(NumberToMonth(row.DueMonth)) : "JAN");
-  ui_->txtData_8->setText(hasDate ? QString::number(row.DueDay) : "1");
+void frmStationModelList::ShowCalFile(const CalFileInfo& file) {
+  ui_->txtData_0->setText(ToQt(file.ModelNumber));
+  ui_->txtData_11->setText(ToQt(file.Comment));
+  ui_->txtData_4->setText(ToQt(file.Option));
+  const bool hasDate = file.DueYear != 0 && file.DueMonth != 0 && file.DueDay != 0;
+  ui_->txtData_6->setText(hasDate ? QString::number(file.DueYear) : "2000");
+  ShowText(ui_->cmbCalMonth, hasDate ? ToQt(NumberToMonth(file.DueMonth)) : "JAN");
+  ui_->txtData_8->setText(hasDate ? QString::number(file.DueDay) : "1");
 }
 
 void frmStationModelList::btnAdd_Click() {
@@ -386,7 +369,7 @@ void frmStationModelList::btnAdd_Click() {
 
 std::vector<std::string> frmStationModelList::ModelsToPickFrom() {
   std::vector<std::string> models;
-  // Where there are too many, those that were found can be chosen.
+  // When there are too many, the user can choose among those that were read.
   const bool areListed = Guarded(this, [&] {
     const BusyPointer busy;
     ListModelFolders(gCalibrationDir, models);
@@ -405,18 +388,15 @@ void frmStationModelList::AddInstrument() {
   if (models.empty()) {
     return;
   }
-  // The rows behind the serial numbers that are shown, should nothing be added.
-  CalFileRows rows;
   frmStationGetInstr picker(this);
   picker.ShowModally(models);
   if (picker.Result == frmStationGetInstr::kCancelled) {
     return;
   }
-  const auto row = static_cast<std::size_t>(picker.Result);
-  if (row >= gCalFiles.size()) {
+  if (!picker.PickedFile()) {
     throw InstrumentGone();
   }
-  CalFileInfo picked = gCalFiles.at(row);
+  CalFileInfo picked = *picker.PickedFile();
   if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
     Tell(this, "This instrment is already exist.");
     return;
@@ -426,16 +406,15 @@ void frmStationModelList::AddInstrument() {
     Tell(this, "This instrment is already exist.");
     return;
   }
-  const std::vector<std::string> serials = ReadSerials(picked.ModelNumber);
-  if (row >= serials.size()) {
+  std::vector<CalFileInfo> files = ReadCalFiles(picked.ModelNumber);
+  if (static_cast<std::size_t>(picker.Result) >= files.size()) {
     throw InstrumentGone();
   }
-  rows.KeepRead();
-  ShowAdded(picked, serials, static_cast<int>(row));
+  ShowAdded(picked, std::move(files), picker.Result);
 }
 
-void frmStationModelList::ShowAdded(const CalFileInfo& picked,
-                                    const std::vector<std::string>& serials, int row) {
+void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files,
+                                    int row) {
   KeepUnsaved();
   if (!ui_->LstInstrment->isEnabled()) {
     ui_->LstInstrment->clear();
@@ -452,7 +431,7 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked,
   ShowText(ui_->cmbCalMonth, ToQt(NumberToMonth(picked.DueMonth)));
   ui_->txtData_8->setText(QString::number(picked.DueDay));
   ui_->txtData_11->setText(ToQt(picked.Comment));
-  FillSerialList(serials);
+  FillSerialList(std::move(files));
   ui_->cmbSerial->setCurrentIndex(row);
   cmbSerial_Click();
   file_ = StoredFile();
@@ -508,7 +487,7 @@ void frmStationModelList::btnDelete_Click() {
 }
 
 void frmStationModelList::DeleteByKey() {
-  // After an entry that could not be read, the keyboard is at that one.
+  // The current entry may be another one, which could not be read.
   if (shownEntry_ != nullptr) {
     const QSignalBlocker blocker(ui_->LstInstrment);
     ui_->LstInstrment->setCurrentItem(shownEntry_);
@@ -532,7 +511,8 @@ void frmStationModelList::DeleteInstrument() {
   }
   const std::string name = FromQt(model);
   KeepUnsaved();
-  // A file of what was added here and not saved is somebody else's: it was saved meanwhile.
+  // If an instrument that was added here and not saved has a file, another user has saved it: that
+  // file is not deleted.
   if (!IsUnsaved(shownEntry_) || NameOfEntry(shownEntry_) != name) {
     index_.WasListed({name});
     DeleteInstrumentFile(stationFolder_, name);
@@ -601,7 +581,7 @@ bool frmStationModelList::MayLeaveWithoutIndex() {
 void frmStationModelList::reject() {
   Guarded(this, [this] {
     if (MayLeave()) {
-      // A folder that cannot be written must not hold the user here.
+      // The user can leave even if INDEX cannot be written.
       Guarded(this, [this] { WriteStationInstrumentIndex(); });
       accept();
     }
@@ -618,7 +598,7 @@ bool frmStationModelList::MayLeave() {
              .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
              .defaultButton = QMessageBox::Yes,
              .detail = OthersUnsaved()});
-  // A date that does not exist is told, and the screen is left; a save that fails keeps it open.
+  // After an invalid date the screen closes without saving; after a failed save it stays open.
   return answer == QMessageBox::No || (answer == QMessageBox::Yes && Save() != SaveResult::Failed);
 }
 

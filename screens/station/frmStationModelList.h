@@ -43,12 +43,12 @@ class frmStationModelList final : public QDialog {
   /// Shows the screen of StationName with its list read afresh, until it is closed.
   void ShowModally();
 
-  /// Escape and the frame do what Return does, and leave the screen also when INDEX cannot be
-  /// written, which is told.
+  /// Escape and the window frame do what Return does, but close the screen even when INDEX cannot
+  /// be written; the error is shown.
   void reject() override;
 
  private:
-  /// A save that the user took back, as it would replace an unseen file, counts as failed.
+  /// A save that the user cancelled, because it would replace an unseen file, counts as failed.
   enum class SaveResult { Saved, InvalidDate, Failed };
 
   void LstInstrment_Click();
@@ -61,50 +61,52 @@ class frmStationModelList final : public QDialog {
   void btnReturn_Click();
 
   void SetUpFields();
-  /// Reports on the notice line what is shown and would be read back differently, and which file
-  /// the fields mean where that is not the one that the list marks.
+  /// Reports on the notice line which values would be read back differently, and which file Save
+  /// and Delete act on when it is not the selected one.
   void ReportNotices();
-  /// Reads the list of instruments; a folder that cannot be read is told.
+  /// Reads the list of instruments; shows the error when the folder cannot be read.
   void RefreshInstrumentList();
   void ReadInstrumentList();
   void ShowInstruments(const std::vector<std::string>& instruments);
   void WriteStationInstrumentIndex();
-  /// Reads the serial numbers of a model's data files; what cannot be read is told.
-  std::vector<std::string> ReadSerials(const std::string& model);
-  void FillSerialList(const std::vector<std::string>& serials);
+  /// Reads the headers of a model's data files; shows an error for those that cannot be read.
+  std::vector<CalFileInfo> ReadCalFiles(const std::string& model);
+  void FillSerialList(std::vector<CalFileInfo> files);
   [[nodiscard]] QListWidgetItem* SelectedEntry() const;
-  /// The entry whose instrument the fields show becomes the selected one again.
+  /// Selects the entry whose instrument the fields show.
   void SelectShownEntry();
   void LoadInstrument(QListWidgetItem* entry);
-  /// Whether an entry is that of an instrument which was added and not saved.
+  /// Whether the entry's instrument was added and not saved.
   [[nodiscard]] bool IsUnsaved(const QListWidgetItem* entry) const;
   void MarkUnsaved(QListWidgetItem* entry, int number) const;
   void SetSaved(QListWidgetItem* entry);
-  /// Keeps what the fields show, where that is an instrument that is not saved.
+  /// If the fields show an instrument that is not saved, keeps their contents.
   void KeepUnsaved();
   void ShowUnsaved(QListWidgetItem* entry);
   /// The other instruments that are not saved, as a notice; "" when there are none.
   [[nodiscard]] QString OthersUnsaved() const;
-  /// The models that an instrument can be chosen from; when there are none that is told.
+  /// The models with data files; shows a notice when there are none.
   [[nodiscard]] std::vector<std::string> ModelsToPickFrom();
   void AddInstrument();
-  /// Lists and shows a new instrument, whose serial number is the `row`-th of its model's.
-  void ShowAdded(const CalFileInfo& picked, const std::vector<std::string>& serials, int row);
-  /// Deletes as the button does; the keyboard goes to the entry that is marked.
+  /// Adds a new instrument to the list and shows it. `files` are the data files of its model;
+  /// `row` is the index of the chosen one.
+  void ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files, int row);
+  /// Deletes as the button does, after the shown instrument's entry became the current one.
   void DeleteByKey();
-  /// Deletes the file that the fields mean; of an instrument that was added and not saved, the
-  /// entry only.
+  /// Deletes the file that the model number names. For an instrument that was added and not saved,
+  /// removes only its entry.
   void DeleteInstrument();
   void ClearInstruments();
-  /// Asks whether to leave a station whose folder is gone; false where it is there.
+  /// If the station's folder is gone, asks whether to leave; false when the folder exists.
   bool MayLeaveWithoutIndex();
-  /// Asks about an opened instrument, and saves it when that is the answer.
+  /// If an instrument is open, asks whether to save it, and saves it on Yes. False when the screen
+  /// must stay open.
   bool MayLeave();
   SaveResult Save();
 
   [[nodiscard]] StationInstrument Shown() const;
   void Show(const StationInstrument& instrument);
-  void ShowRow(const CalFileInfo& row);
+  void ShowCalFile(const CalFileInfo& file);
   void EmptyFields();
 
   std::unique_ptr<Ui::frmStationModelList> ui_;
@@ -116,12 +118,13 @@ class frmStationModelList final : public QDialog {
     std::string name;
     StationInstrument instrument;
   };
-  std::map<int, Unsaved> unsaved_;  ///< by the number that the entry holds
+  std::map<int, Unsaved> unsaved_;  ///< by the number stored in the entry
   int lastUnsaved_ = 0;
   QListWidgetItem* shownEntry_ = nullptr;  ///< the entry whose instrument the fields show
+  std::vector<CalFileInfo> serialFiles_;   ///< the data file of each entry of cmbSerial
   std::string stationFolder_;
   StoredFile file_;            ///< of the shown instrument
-  StationIndex index_;         ///< what this visit knows of the list
+  StationIndex index_;         ///< merges the list with what others wrote to INDEX
   bool isListed_ = false;      ///< whether the list shows what the folder holds
   bool editingArmed_ = false;  ///< whether an edit enables the Save button
 };

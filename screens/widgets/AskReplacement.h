@@ -12,8 +12,8 @@
 
 namespace tarvell {
 
-/// Whether a save may go on. Where `look` finds a file that the user has not seen, the user is
-/// asked whether to replace it. Throws what `look` throws.
+/// Whether a save may continue. If `look` finds a file that the user has not seen, asks the user
+/// whether to replace it. Throws what `look` throws.
 [[nodiscard]] bool UserLetsReplace(QWidget* owner, const std::function<Replacement()>& look);
 
 }  // namespace tarvell

@@ -8,8 +8,8 @@
 
 namespace tarvell {
 
-/// Shows the busy pointer while it lives: around work on files, which a slow share may draw out,
-/// and around that alone, so that no message is shown under it.
+/// Shows the busy pointer while it lives. Use it around work on files, which may be slow on a
+/// share, but never around a message or a screen.
 class BusyPointer {
  public:
   BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kFirstYear = 1904;
 constexpr int kLastYear = 2037;
-constexpr int kDayCharacters = 7;  // with room for a warning sign
+constexpr int kDayCharacters = 7;  // with room for a warning icon
 constexpr int kYearCharacters = 6;
 
 void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int characters) {
@@ -28,7 +28,7 @@ void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int 
 }  // namespace
 
 void SetUpDayBox(QLineEdit* box, UpDown* spinner) {
-  SetUpNumber(box, spinner, 1, kMostDays, kDayCharacters);
+  SetUpNumber(box, spinner, 1, kMaxDay, kDayCharacters);
 }
 
 void SetUpYearBox(QLineEdit* box, UpDown* spinner) {

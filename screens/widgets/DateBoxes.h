@@ -9,13 +9,13 @@
 
 #include "screens/widgets/UpDown.h"
 
-/// The boxes in which the screens show a date: day and year each in a text box with a spinner, the
-/// month in a list.
+/// The controls of a date: a text box with a spinner for the day, another for the year, and a list
+/// for the month.
 namespace tarvell {
 
-inline constexpr int kMostDays = 31;
+inline constexpr int kMaxDay = 31;
 
-/// Makes the box as wide as its numbers and gives it the spinner, from 1 to kMostDays.
+/// Fits the width of the box to its numbers and sets the spinner's range to 1 to kMaxDay.
 void SetUpDayBox(QLineEdit* box, UpDown* spinner);
 
 /// The same for a year, from 1904 to 2037.

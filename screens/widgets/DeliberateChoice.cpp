@@ -46,7 +46,7 @@ class DeliberateChoice : public QObject {
     return isButton && static_cast<const QMouseEvent&>(event).button() != Qt::LeftButton;
   }
 
-  /// The list is made when it is first asked for, which takes time: not before it can open.
+  /// Asking for the list creates it, which takes time: so not before it may open.
   void WatchList() {
     if (!watchesList_) {
       watchesList_ = true;
@@ -61,7 +61,7 @@ class DeliberateChoice : public QObject {
 }  // namespace
 
 void ChangeOnlyDeliberately(QComboBox* box) {
-  // Not by the wheel, or it would have the focus at once.
+  // Without the wheel, which would otherwise give it the focus.
   box->setFocusPolicy(Qt::StrongFocus);
   new DeliberateChoice(box);  // the box owns it
 }

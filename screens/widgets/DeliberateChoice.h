@@ -8,8 +8,8 @@
 
 namespace tarvell {
 
-/// Keeps a drop-down list from changing by accident: the mouse wheel changes it only while it has
-/// the focus, and only the left button of the mouse chooses an entry of its open list.
+/// Prevents accidental changes of a drop-down list: the mouse wheel changes it only while it has
+/// the focus, and only the left mouse button chooses an entry of the open list.
 void ChangeOnlyDeliberately(QComboBox* box);
 
 }  // namespace tarvell

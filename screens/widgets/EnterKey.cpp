@@ -23,7 +23,7 @@ class EnterKey : public QObject {
     if (!IsPlainEnter(key)) {
       return false;
     }
-    // A key that is held presses once, also on the next screen that it opens.
+    // A key that is held presses once, even when that press opens another screen.
     if (key.isAutoRepeat()) {
       return true;
     }
@@ -42,7 +42,7 @@ void EnterPressesFocusedButton(QWidget* screen) {
   for (QPushButton* button : screen->findChildren<QPushButton*>()) {
     button->installEventFilter(keys);
   }
-  // What a control does not take comes to the screen, which presses its default button.
+  // A dialog presses its default button for keys that no control takes.
   screen->installEventFilter(keys);
 }
 

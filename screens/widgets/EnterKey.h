@@ -9,12 +9,12 @@
 
 namespace tarvell {
 
-/// Makes Enter press the button that has the focus, for every button that `screen` has by now. On
-/// many desktops Enter would press the default button of the screen instead. A key that is held
-/// presses one button once, whatever screen it opens.
+/// Makes Enter press the focused button, for every button that `screen` has at this time. On many
+/// desktops Enter would press the default button instead. A key that is held presses one button
+/// once, even if that opens another screen.
 void EnterPressesFocusedButton(QWidget* screen);
 
-/// Whether this key is Enter, that of the number pad included, without Ctrl, Alt or Meta.
+/// Whether this key is one of the two Enter keys, without Ctrl, Alt or Meta.
 [[nodiscard]] bool IsPlainEnter(const QKeyEvent& key);
 
 }  // namespace tarvell

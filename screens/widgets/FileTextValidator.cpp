@@ -21,7 +21,7 @@ bool IsControl(char32_t character) {
   return character < kFirstPrintable || character == kDelete;
 }
 
-QString NameOf(char32_t character) {
+QString Describe(char32_t character) {
   if (character == U'\n' || character == U'\r') {
     return FileTextValidator::tr("A line end");
   }
@@ -35,7 +35,8 @@ QString NameOf(char32_t character) {
 }  // namespace
 
 FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box) {
-  // The box asks when it has changed already, but tells only of what was accepted.
+  // When the box calls validate, it already holds the new text; textChanged reports only accepted
+  // text.
   connect(box, &QLineEdit::textChanged, this,
           [this](const QString& text) { shown_ = text.toUcs4(); });
 }
@@ -43,9 +44,9 @@ FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box
 void FileTextValidator::Attach(QLineEdit* box) {
   auto* validator = new FileTextValidator(box);  // the box owns it
   box->setValidator(validator);
-  // A long text of a file is shown, and saved, whole.
+  // The default limit would cut a long text from a file, also when it is saved.
   box->setMaxLength(std::numeric_limits<int>::max());
-  // Queued: the message waits until the box is done with the key or the paste.
+  // Queued, so that the message comes after the box has handled the key or the paste.
   connect(box, &QLineEdit::inputRejected, validator, &FileTextValidator::ShowRefusal,
           Qt::QueuedConnection);
 }
@@ -55,14 +56,14 @@ QValidator::State FileTextValidator::validate(QString& text, int& position) cons
     OneLineValidator::DropPastedLineEnd(text, position);
   }
   const QList<uint> characters = text.toUcs4();
-  // What a file brought in may stay while the rest is edited; saving tells of it.
+  // Characters from a file may stay while the rest is edited; saving reports them.
   const auto refused = std::find_if(characters.begin(), characters.end(), [&](uint character) {
     return (IsControl(character) || !IsFileCharacter(character)) && !shown_.contains(character);
   });
   if (refused == characters.end()) {
     return Acceptable;
   }
-  refused_ = NameOf(*refused);
+  refused_ = Describe(*refused);
   return Invalid;
 }
 

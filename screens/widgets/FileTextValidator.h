@@ -9,13 +9,13 @@
 
 namespace tarvell {
 
-/// Refuses text that a line of a data file cannot hold, where it is typed or pasted. One line end
-/// after a pasted text is dropped.
+/// Refuses typed or pasted text that a line of a data file cannot hold. Drops one line end after a
+/// pasted text.
 class FileTextValidator final : public QValidator {
   Q_OBJECT
 
  public:
-  /// Makes `box` refuse such text, with a message that names the character.
+  /// Makes `box` refuse such text and show a message that names the character.
   static void Attach(QLineEdit* box);
 
   [[nodiscard]] State validate(QString& text, int& position) const override;
@@ -26,8 +26,8 @@ class FileTextValidator final : public QValidator {
   void ShowRefusal();
 
   QLineEdit* box_;
-  mutable QString refused_;
-  QList<uint> shown_;  ///< the characters that the box holds
+  mutable QString refused_;  ///< describes the refused character
+  QList<uint> shown_;        ///< the characters in the box
 };
 
 }  // namespace tarvell

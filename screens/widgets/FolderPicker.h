@@ -9,8 +9,8 @@
 
 namespace tarvell {
 
-/// Lets the user pick a folder, starting at the one that `initialText` names when it exists.
-/// Returns it as path text of the program, "" when the user cancelled.
+/// Lets the user pick a folder. Starts in the folder `initialText`, if it exists. Returns the
+/// folder as a path of the program, "" when the user cancelled.
 [[nodiscard]] QString BrowseForFolder(QWidget* ownerWindow, const QString& initialText,
                                       const QString& title);
 

@@ -15,9 +15,9 @@ namespace tarvell {
 /// Shows an error: what happened, where, and what to do.
 void ShowError(QWidget* owner, const Error& error);
 
-/// Runs what the user asked for. An error that ends it is shown, by `show` where one is given,
-/// and stops there; so does any other standard exception, as an Error of its own. Returns whether
-/// the action ran to its end.
+/// Runs an action of the user. If it throws an Error, shows that error, with `show` if given, and
+/// returns false. Any other standard exception is shown as an Error too. Returns true when the
+/// action ran to its end.
 bool Guarded(QWidget* owner, const std::function<void()>& action,
              const std::function<void(const Error& error)>& show = nullptr);
 

@@ -18,7 +18,7 @@ namespace tarvell {
 
 namespace {
 
-/// Row of the first entry of exactly this name, -1 when there is none.
+/// Row of the first entry with exactly this name, -1 when there is none.
 int RowOf(const QListWidget* list, std::string_view name) {
   for (int row = 0; row < list->count(); ++row) {
     if (NameOfEntry(list->item(row)) == name) {
@@ -28,8 +28,8 @@ int RowOf(const QListWidget* list, std::string_view name) {
   return -1;
 }
 
-/// Calls `chosen` once for each choice: a press that selects another entry is reported twice, as a
-/// change and as a press.
+/// Calls `chosen` once for each choice. The toolkit reports a press that selects another entry
+/// twice: as a change and as a press.
 class Choices : public QObject {
  public:
   Choices(QListWidget* list, std::function<void()> chosen)
@@ -58,14 +58,14 @@ class Choices : public QObject {
   bool changedByPress_ = false;
 };
 
-/// Runs the actions of a list's entries.
-class EntryHands : public QObject {
+/// Runs the actions for the keys and clicks of a list.
+class EntryEvents : public QObject {
  public:
-  EntryHands(QListWidget* list, EntryActions actions)
+  EntryEvents(QListWidget* list, EntryActions actions)
       : QObject(list), list_(list), actions_(std::move(actions)) {
     list->installEventFilter(this);
     list->viewport()->installEventFilter(this);
-    // Not by the "activated" of the toolkit: for it, one click can be enough.
+    // Not itemActivated, which one click emits on some desktops.
     connect(list, &QListWidget::itemDoubleClicked, this, [this] { Open(); });
   }
 
@@ -79,7 +79,7 @@ class EntryHands : public QObject {
   }
 
  private:
-  /// Whether the key is one that acts on an entry.
+  /// Runs the action of this key; false when it has none.
   bool Press(const QKeyEvent& key) {
     const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     const bool isDelete = key.key() == Qt::Key_Delete;
@@ -152,14 +152,14 @@ void ShowNames(QListWidget* list, const std::vector<std::string>& names,
   }
 }
 
-KeyboardStays::KeyboardStays(QListWidget* list, QWidget* otherwise)
-    // Not hasFocus(): the window may not be active again after a message.
-    : list_(list), otherwise_(otherwise), wasInList_(list->window()->focusWidget() == list) {}
+FocusKeeper::FocusKeeper(QListWidget* list, QWidget* otherwise)
+    // Not hasFocus(), which is false when the window is not yet active again after a message.
+    : list_(list), otherwise_(otherwise), hadFocus_(list->window()->focusWidget() == list) {}
 
-KeyboardStays::~KeyboardStays() {
-  if (wasInList_) {
-    QWidget* keyboard = list_->isEnabled() ? list_ : otherwise_;
-    keyboard->setFocus();
+FocusKeeper::~FocusKeeper() {
+  if (hadFocus_) {
+    QWidget* focused = list_->isEnabled() ? list_ : otherwise_;
+    focused->setFocus();
   }
 }
 
@@ -169,7 +169,7 @@ void OnChoice(QListWidget* list, const std::function<void()>& chosen) {
 
 void OnEntry(QListWidget* list, EntryActions actions) {
   list->setItemDelegate(new PaleSelection(list));
-  new EntryHands(list, std::move(actions));  // the list owns it
+  new EntryEvents(list, std::move(actions));  // the list owns it
 }
 
 void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon) {
@@ -178,7 +178,7 @@ void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon) {
                               ->standardIcon(icon, nullptr, list)
                               .pixmap(list->iconSize(), list->devicePixelRatioF());
   QIcon both(picture);
-  // Else the colour of the selection would be laid over it.
+  // Otherwise the toolkit tints the icon of a selected entry.
   both.addPixmap(picture, QIcon::Selected);
   entry->setIcon(both);
 }

@@ -12,13 +12,13 @@
 #include <string_view>
 #include <vector>
 
-/// Lists of names. What is shown is the name as text; what comes back is the name as it was, so
-/// that a file name in no known encoding still names its file.
+/// Lists of names. An entry shows its name as text and also keeps its bytes: a file name in an
+/// unknown encoding still finds its file.
 namespace tarvell {
 
 void AddName(QListWidget* list, const std::string& name);
 
-/// The name that an entry stands for.
+/// The name of an entry, byte for byte.
 [[nodiscard]] std::string NameOfEntry(const QListWidgetItem* entry);
 
 /// The selected name, "" when none is.
@@ -29,48 +29,47 @@ void AddName(QListWidget* list, const std::string& name);
 /// Whether the list holds exactly this name.
 [[nodiscard]] bool HasName(const QListWidget* list, std::string_view name);
 
-/// Shows these names in the place of those that were there. Without any the list is disabled and
-/// shows `placeholder`.
+/// Replaces the entries by these names. Without names, disables the list and shows
+/// `placeholder`.
 void ShowNames(QListWidget* list, const std::vector<std::string>& names,
                const std::string& placeholder);
 
-/// Keeps the keyboard where it is while a list is read again: in the list, which loses it while it
-/// is disabled, or at `otherwise` when the list stays disabled.
-class KeyboardStays {
+/// Keeps the focus in a list while the list is filled again; a list loses it while it is disabled.
+/// If the list stays disabled, the focus goes to `otherwise`.
+class FocusKeeper {
  public:
-  KeyboardStays(QListWidget* list, QWidget* otherwise);
-  KeyboardStays(const KeyboardStays&) = delete;
-  KeyboardStays& operator=(const KeyboardStays&) = delete;
-  ~KeyboardStays();
+  FocusKeeper(QListWidget* list, QWidget* otherwise);
+  FocusKeeper(const FocusKeeper&) = delete;
+  FocusKeeper& operator=(const FocusKeeper&) = delete;
+  ~FocusKeeper();
 
  private:
   QListWidget* list_;
   QWidget* otherwise_;
-  bool wasInList_;
+  bool hadFocus_;
 };
 
-/// Calls `chosen` when the selection changes, and when the selected entry is pressed once more: a
-/// click always counts. `chosen` must live as long as the list.
+/// Calls `chosen` when the selection changes and when the selected entry is clicked again. Whatever
+/// `chosen` refers to must live as long as the list.
 void OnChoice(QListWidget* list, const std::function<void()>& chosen);
 
-/// What the keys and the mouse do with an entry of a list, where given.
+/// Actions on an entry of a list; either may be missing.
 struct EntryActions {
-  std::function<void()> open = nullptr;    ///< by Enter and by a double click
-  std::function<void()> remove = nullptr;  ///< by the Delete key
+  std::function<void()> open = nullptr;    ///< for Enter and a double click
+  std::function<void()> remove = nullptr;  ///< for the Delete key
 };
 
-/// Runs these actions as the user asks for them; a key that is held runs one once. Where nothing is
-/// selected, `open` finds the entry that has the keyboard selected. Only the left button of the
-/// mouse chooses and opens. The selection is pale while the keyboard is elsewhere. A key that acts
-/// is not pressed on the screen's default button as well. The actions must live as long as the
-/// list.
+/// Runs these actions. A key that is held acts once and does not also press the default button of
+/// the screen. If nothing is selected, `open` first selects the current entry. Only the left mouse
+/// button selects and opens. The selection is pale while the list is not focused. Whatever the
+/// actions refer to must live as long as the list.
 void OnEntry(QListWidget* list, EntryActions actions);
 
-/// Puts an icon of the style before the text of an entry, in the size of the list's icons; the
-/// selection leaves its colours as they are.
+/// Shows an icon of the style before the text of an entry, in the size of the list's icons. It
+/// keeps its colours when the entry is selected.
 void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon);
 
-/// Selects the first entry of exactly this name; false when there is none.
+/// Selects the first entry with exactly this name; false when there is none.
 bool SelectName(QListWidget* list, std::string_view name);
 
 }  // namespace tarvell

@@ -14,7 +14,7 @@ namespace tarvell {
 
 namespace {
 
-/// Room for two lines is kept free, so that the screen does not move when a notice comes or goes.
+/// The line always has the height of two lines of text, so that no control moves.
 constexpr int kLines = 2;
 
 constexpr const char* kMarkName = "notice";
@@ -78,13 +78,13 @@ QSize NoticeLine::sizeHint() const {
 }
 
 QSize NoticeLine::minimumSizeHint() const {
-  // On the smallest display one line has to do.
+  // A small display may have room for one line only.
   return {0, fontMetrics().lineSpacing() + 2 * margin()};
 }
 
 void NoticeLine::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
-  // No line is cut through its letters.
+  // Hides a last line that would be shown only in part.
   setContentsMargins(0, 0, 0, height() % fontMetrics().lineSpacing());
 }
 
@@ -92,7 +92,7 @@ void NoticeLine::ShowNotices() {
   const QStringList texts = Notices();
   QString shown = texts.value(0);
   if (texts.size() > 1) {
-    // First, so that it is seen when the text is too long for the line.
+    // At the front, where it can be seen even if the text is too long.
     shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
   }
   setText(shown);
@@ -111,7 +111,7 @@ void MarkBox(QLineEdit* box, const QString& why) {
     return;
   }
   if (mark == nullptr) {
-    // Where the text does not stand.
+    // At the end of the box away from the text.
     const bool isAtRight = (box->alignment() & Qt::AlignRight) != 0;
     mark = box->addAction(box->style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, box),
                           isAtRight ? QLineEdit::LeadingPosition : QLineEdit::TrailingPosition);

@@ -9,15 +9,15 @@
 
 namespace tarvell {
 
-/// Lets a text box take what a spreadsheet copies: one line end after the pasted text is dropped. A
-/// text with another line end is refused.
+/// Drops one line end after a pasted text, which spreadsheets add when they copy a cell. Refuses
+/// any other text with a line end.
 class OneLineValidator : public QValidator {
   Q_OBJECT
 
  public:
   explicit OneLineValidator(QLineEdit* box) : QValidator(box) {}
 
-  /// Drops a line end that stands before the cursor, where a paste leaves it.
+  /// Drops a line end directly before the cursor, which is where a paste ends.
   static void DropPastedLineEnd(QString& text, int& position);
 
   [[nodiscard]] State validate(QString& text, int& position) const override;

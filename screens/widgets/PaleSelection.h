@@ -8,8 +8,8 @@
 
 namespace tarvell {
 
-/// Draws what is selected in a view pale while the keyboard is elsewhere, so that one sees where
-/// typing goes.
+/// Draws the selection of a view paler while the view is not focused. This shows which control
+/// receives the keys.
 class PaleSelection final : public QStyledItemDelegate {
   Q_OBJECT
 

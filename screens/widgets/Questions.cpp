@@ -22,7 +22,7 @@ namespace {
 
 constexpr QSize kDialogSize(860, 520);
 
-Questions*& ChosenQuestions() {
+Questions*& QuestionsReplacement() {
   static Questions* questions = nullptr;
   return questions;
 }
@@ -30,29 +30,30 @@ Questions*& ChosenQuestions() {
 /// The one file that the user chose in the toolkit's own dialog, "" when the dialog was cancelled.
 QString RunDialog(QFileDialog& dialog) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  // The toolkit's own sizes cut the names and dates of the files.
+  // The default sizes cut off the names and dates of the files.
   dialog.resize(kDialogSize);
   if (auto* files = dialog.findChild<QTreeView*>("treeView")) {
     files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   }
-  SuitDisplay(&dialog);
+  FitToDisplay(&dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return {};
   }
   return dialog.selectedFiles().value(0);
 }
 
-/// A text that a box can show: of one from a broken file, the beginning and the end.
+/// A text short enough for a box. A text from a damaged file may have any length; of a long one the
+/// beginning and the end remain.
 QString Shortened(const QString& text) {
-  constexpr qsizetype kMost = 2000;
-  constexpr qsizetype kEnd = 500;
-  if (text.size() <= kMost) {
+  constexpr qsizetype kMaxSize = 2000;
+  constexpr qsizetype kEndSize = 500;
+  if (text.size() <= kMaxSize) {
     return text;
   }
-  return text.left(kMost - kEnd) + QString(QChar(0x2026)) + text.right(kEnd);
+  return text.left(kMaxSize - kEndSize) + QString(QChar(0x2026)) + text.right(kEndSize);
 }
 
-/// The place of a filter by what the dialog calls it: its name without the patterns behind it.
+/// Index of the filter with this name; the dialog gives the name without the patterns after it.
 int IndexOfFilter(const QStringList& filters, const QString& name) {
   const auto found = std::ranges::find_if(filters, [&](const QString& filter) {
     return filter.left(filter.lastIndexOf(u'(')).simplified() == name;
@@ -75,7 +76,7 @@ QMessageBox::StandardButton Questions::Ask(QWidget* owner, const Question& quest
 }
 
 QString Questions::PickFile(QWidget* owner, FileRequest& request) {
-  // A folder that is not there, such as the desktop of a user without one, would become a name.
+  // The dialog would take a folder that does not exist for a file name.
   const bool exists = QFileInfo(request.initialDir).isDir();
   QFileDialog dialog(owner, request.title, exists ? request.initialDir : QDir::homePath());
   const bool open = request.purpose == FileRequest::Purpose::Open;
@@ -103,12 +104,12 @@ QString Questions::PickFolder(QWidget* owner, const QString& title, const QStrin
 
 Questions& CurrentQuestions() {
   static Questions boxes;
-  Questions* chosen = ChosenQuestions();
-  return chosen != nullptr ? *chosen : boxes;
+  Questions* replacement = QuestionsReplacement();
+  return replacement != nullptr ? *replacement : boxes;
 }
 
 Questions* SetCurrentQuestions(Questions* questions) {
-  return std::exchange(ChosenQuestions(), questions);
+  return std::exchange(QuestionsReplacement(), questions);
 }
 
 void Tell(QWidget* owner, const QString& text) {

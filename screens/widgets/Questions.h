@@ -11,7 +11,7 @@
 
 namespace tarvell {
 
-/// A message box. `detail`, when there is one, stands below the text in smaller type.
+/// The contents of a message box. `detail`, if given, appears below the text in smaller type.
 struct Question {
   QString text = {};
   QString title = {};  ///< "" means the application title
@@ -21,7 +21,7 @@ struct Question {
   QString detail = {};
 };
 
-/// What a file dialog is asked for.
+/// The settings of a file dialog.
 struct FileRequest {
   enum class Purpose { Open, Save };
 
@@ -30,11 +30,11 @@ struct FileRequest {
   QString initialDir = {};  ///< native
   QString fileName = {};
   QStringList filters = {};  ///< as QFileDialog takes them
-  int filterIndex = 0;       ///< of the filter that is selected, before and after
+  int filterIndex = 0;       ///< of the selected filter, on input and on output
 };
 
-/// Every message box and picker of the program goes through here, so that a test can answer in
-/// the user's place.
+/// Shows every message box and picker of the program. A test replaces it to answer instead of a
+/// user.
 class Questions {
  public:
   Questions() = default;
@@ -42,7 +42,7 @@ class Questions {
   Questions& operator=(const Questions&) = delete;
   virtual ~Questions() = default;
 
-  /// The button that closed the box; its escape button when it was closed by its frame.
+  /// The button that closed the box; the button for Escape when the frame closed it.
   virtual QMessageBox::StandardButton Ask(QWidget* owner, const Question& question);
   /// Native path of the file that was chosen, "" when none was.
   virtual QString PickFile(QWidget* owner, FileRequest& request);
@@ -52,8 +52,8 @@ class Questions {
 
 [[nodiscard]] Questions& CurrentQuestions();
 
-/// Puts `questions` in the place of the real boxes, or these back with nullptr. The caller keeps
-/// it alive; returns what was there before.
+/// Replaces the real boxes by `questions`; nullptr restores them. The caller keeps `questions`
+/// alive. Returns the previous replacement, nullptr when there was none.
 Questions* SetCurrentQuestions(Questions* questions);
 
 /// Shows a notice: information icon, OK.

@@ -17,28 +17,28 @@ namespace tarvell {
 
 namespace {
 
-/// Height of a line of the font that the forms are drawn for.
+/// Line height, in pixels, of the font that the forms were designed with.
 constexpr double kDesignHeight = 14;
-/// What the window manager commonly adds to a window that is not on the display yet.
+/// The usual size of a window's frame, which is unknown until the window is shown.
 constexpr QSize kFrame(16, 48);
 
-/// What is left of a scrolled part on the smallest display, in heights of a line.
-constexpr QSize kLeastPart(32, 3);
+/// Minimum size of a scrolled part, in line heights.
+constexpr QSize kMinPart(32, 3);
 
-constexpr int kLeastGap = 3;
+constexpr int kSmallGap = 3;  // pixels
 
 class ScrolledPart final : public QScrollArea {
  public:
   explicit ScrolledPart(QWidget* part) : QScrollArea(part->parentWidget()) {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
-    // A part whose boxes like to be wide takes the room that its neighbours leave.
+    // A part with boxes that can grow takes all the width that is left.
     const bool expands = part->layout()->expandingDirections().testFlag(Qt::Horizontal);
     setSizePolicy(
         expands ? QSizePolicy::Expanding : Shrinking(part->sizePolicy().horizontalPolicy()),
         Shrinking(part->sizePolicy().verticalPolicy()));
     setFocusPolicy(Qt::NoFocus);
-    // The toolkit itself does so only for the Tab key, and not when that enters the part.
+    // The toolkit does this only for Tab, and not when Tab enters the part from outside.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
       if (now != nullptr && widget() != nullptr && widget()->isAncestorOf(now)) {
         ensureWidgetVisible(now, 0, fontMetrics().height());
@@ -49,10 +49,10 @@ class ScrolledPart final : public QScrollArea {
   [[nodiscard]] QSize sizeHint() const override { return widget()->sizeHint(); }
   [[nodiscard]] QSize minimumSizeHint() const override {
     return (widget()->minimumSizeHint() + QSize(BarWidth(), 0))
-        .boundedTo(kLeastPart * fontMetrics().height());
+        .boundedTo(kMinPart * fontMetrics().height());
   }
-  /// What its smallest size lacks to show all of the part.
-  [[nodiscard]] QSize Lack() const {
+  /// The room that its minimum size lacks to show the whole part.
+  [[nodiscard]] QSize MissingRoom() const {
     return (widget()->minimumSizeHint() - minimumSizeHint()).expandedTo(QSize(0, 0));
   }
 
@@ -64,7 +64,7 @@ class ScrolledPart final : public QScrollArea {
   [[nodiscard]] int BarWidth() const { return verticalScrollBar()->sizeHint().width(); }
 };
 
-class WithinDisplay : public QObject {
+class DisplayFitter : public QObject {
  public:
   using QObject::QObject;
 
@@ -73,32 +73,32 @@ class WithinDisplay : public QObject {
       auto* window = static_cast<QWidget*>(watched);
       const QSize room = window->screen()->availableSize() - kFrame;
       if (window->minimumSizeHint().height() > room.height()) {
-        MoveTogether(*window);
+        TightenLayouts(*window);
       }
-      window->resize(WithItsParts(*window).boundedTo(room));
+      window->resize(SizeWithParts(*window).boundedTo(room));
     }
     return QObject::eventFilter(watched, event);
   }
 
  private:
-  /// Leaves hardly a gap between the controls of a window that is too large all the same.
-  static void MoveTogether(const QWidget& window) {
+  /// Reduces the gaps between the controls of a window that is too large even when it scrolls.
+  static void TightenLayouts(const QWidget& window) {
     for (QLayout* layout : window.findChildren<QLayout*>()) {
       const QMargins margins = layout->contentsMargins();
       layout->setContentsMargins(
-          std::min(margins.left(), kLeastGap), std::min(margins.top(), kLeastGap),
-          std::min(margins.right(), kLeastGap), std::min(margins.bottom(), kLeastGap));
-      layout->setSpacing(std::min(layout->spacing(), kLeastGap));
+          std::min(margins.left(), kSmallGap), std::min(margins.top(), kSmallGap),
+          std::min(margins.right(), kSmallGap), std::min(margins.bottom(), kSmallGap));
+      layout->setSpacing(std::min(layout->spacing(), kSmallGap));
     }
   }
 
-  /// The window's size, enlarged to what its scrolled parts need.
-  static QSize WithItsParts(const QWidget& window) {
+  /// The size of the window, enlarged so that its scrolled parts fit.
+  static QSize SizeWithParts(const QWidget& window) {
     QSize size = window.size();
     for (const QScrollArea* area : window.findChildren<QScrollArea*>()) {
       const auto* part = dynamic_cast<const ScrolledPart*>(area);
       if (part != nullptr && part->window() == &window && window.layout() != nullptr) {
-        size = size.expandedTo(window.layout()->totalMinimumSize() + part->Lack());
+        size = size.expandedTo(window.layout()->totalMinimumSize() + part->MissingRoom());
       }
     }
     return size;
@@ -107,12 +107,12 @@ class WithinDisplay : public QObject {
 
 }  // namespace
 
-void SuitDisplay(QWidget* window) {
+void FitToDisplay(QWidget* window) {
   window->resize(window->size() * std::max(1.0, window->fontMetrics().height() / kDesignHeight));
-  window->installEventFilter(new WithinDisplay(window));  // the window owns it
+  window->installEventFilter(new DisplayFitter(window));  // the window owns it
 }
 
-void ScrollWhereItCannotFit(QWidget* part) {
+void MakeScrollable(QWidget* part) {
   QLayout* layout = part->parentWidget()->layout();
   auto* scrolled = new ScrolledPart(part);  // the layout's widget owns it
   delete layout->replaceWidget(part, scrolled);

@@ -8,14 +8,14 @@
 
 namespace tarvell {
 
-/// Makes a window, which has its controls, as large as its font needs; from then on it never opens
-/// larger than the display, however large it was before.
-void SuitDisplay(QWidget* window);
+/// Enlarges a window to suit its font. From then on it never opens larger than the display. Call it
+/// after the window has all its controls.
+void FitToDisplay(QWidget* window);
 
-/// Lets this part of a window, which stands in a layout, be scrolled where the display has no room
-/// for it, so that what stands beside it is always seen. The control in it that has the keyboard is
-/// scrolled into view. The window opens large enough for the whole part where that is possible.
-void ScrollWhereItCannotFit(QWidget* part);
+/// Makes this part of a window scroll when the display has no room for it, so that the rest of the
+/// window stays visible. The focused control is scrolled into view. If the display has room, the
+/// window opens large enough for the whole part. The part must be in a layout.
+void MakeScrollable(QWidget* part);
 
 }  // namespace tarvell
 

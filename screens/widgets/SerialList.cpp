@@ -25,15 +25,15 @@ namespace {
 
 constexpr int kDueStateRole = Qt::UserRole + 1;
 
-// Degrees of the colour circle.
+// Hues, in degrees.
 constexpr int kRed = 0;
 constexpr int kAmber = 35;
 
-constexpr int kMostLightness = 255;
-/// What the accessibility guidelines ask of text of ordinary size.
-constexpr double kLeastContrast = 4.5;
+constexpr int kMaxLightness = 255;
+/// The contrast that WCAG 2.1 requires for text of normal size.
+constexpr double kMinContrast = 4.5;
 
-/// Relative luminance of one of the parts of a colour (sRGB).
+/// Linear value of one component of an sRGB colour, 0 to 1.
 double Linear(int part) {
   const double share = part / 255.0;
   return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
@@ -61,10 +61,10 @@ void Mark(QListWidgetItem* entry) {
                                                  : QStyle::SP_MessageBoxWarning);
 }
 
-/// Marks the entries of a list anew when its colours or its style change.
-class MarksFollowTheLook : public QObject {
+/// Marks the entries of a list again when its palette or style changes.
+class MarkUpdater : public QObject {
  public:
-  explicit MarksFollowTheLook(QListWidget* list) : QObject(list), list_(list) {
+  explicit MarkUpdater(QListWidget* list) : QObject(list), list_(list) {
     list->installEventFilter(this);
   }
 
@@ -90,10 +90,10 @@ FileDate Today() {
 }
 
 void SetUpSerialList(QListWidget* list) {
-  // As tall as the text: marked entries stand hardly farther apart than others.
+  // As tall as the text, so that a marked entry is hardly taller than the others.
   const int size = list->fontMetrics().height();
   list->setIconSize({size, size});
-  new MarksFollowTheLook(list);  // the list owns it
+  new MarkUpdater(list);  // the list owns it
 }
 
 void FillSerialList(QListWidget* list, const std::string& model, const FileDate& today) {
@@ -112,7 +112,7 @@ void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate&
   const DueState state = DueStateOf(DueDateOf(row), today);
   const QString notes = ToQt(CalFileNotes(row, state));
   const QString words = ToQt(DueWords(state));
-  // As text, whatever stands in the file, and wrapped where it is long.
+  // Converted, so that the tooltip shows any markup in the file as text and wraps long lines.
   entry->setToolTip(Qt::convertFromPlainText(notes, Qt::WhiteSpaceNormal));
   entry->setData(Qt::AccessibleDescriptionRole, notes);
   entry->setData(Qt::AccessibleTextRole,
@@ -124,14 +124,14 @@ void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate&
 QColor DueColour(DueState state, const QPalette& palette) {
   const QColor background = palette.color(QPalette::Active, QPalette::Base);
   const int step = Contrast(background, Qt::white) > Contrast(background, Qt::black) ? 1 : -1;
-  // From the full colour towards white or black, of which one can be read on any background.
-  int lightness = kMostLightness / 2;
+  // Goes from the full colour towards white or black; one of the two contrasts with any background.
+  int lightness = kMaxLightness / 2;
   QColor colour;
   do {
     colour = QColor::fromHsl(state == DueState::PastDue ? kRed : kAmber, 255, lightness).toRgb();
     lightness += step;
-  } while (Contrast(background, colour) < kLeastContrast && lightness >= 0 &&
-           lightness <= kMostLightness);
+  } while (Contrast(background, colour) < kMinContrast && lightness >= 0 &&
+           lightness <= kMaxLightness);
   return colour;
 }
 

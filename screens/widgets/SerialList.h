@@ -14,26 +14,25 @@
 #include "core/dates/DueDate.h"
 #include "core/session/Tarvell_MainModule.h"
 
-/// Lists of the serial numbers of a model's data files. Each entry tells on hover what its file's
-/// header holds; one that is past due or due soon is marked by colour, icon and accessible text.
+/// Lists of the serial numbers of a model's data files. The tooltip of an entry shows the header of
+/// its file. An entry that is past due or due soon is marked by colour, icon and accessible text.
 namespace tarvell {
 
-/// The day that it is here.
+/// The local date.
 [[nodiscard]] FileDate Today();
 
-/// Prepares a list once; its marks then follow the colours and the style of the screen.
+/// Call this once for each list. Its marks then follow changes of palette and style.
 void SetUpSerialList(QListWidget* list);
 
-/// Lists the data files of a model of the calibration data root in the order of `gCalFiles`, which
-/// is read anew; none when `model` is "". What cannot be read throws, after what was read is
-/// listed.
+/// Reads `gCalFiles` for a model of the calibration data root and lists its files in that order;
+/// none when `model` is "". Throws what ReadCalFileHeaders throws, after all rows read are listed.
 void FillSerialList(QListWidget* list, const std::string& model, const FileDate& today = Today());
 
-/// Marks the entry by what its file holds; its text stays.
+/// Shows the header `row` in the marks and tooltip of an entry. Does not change its text.
 void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate& today = Today());
 
-/// Colour in which a text of this state, which must be one with words, can be read on the
-/// background of a list.
+/// A colour for a text of this state that can be read on the background of a list. `state` is
+/// PastDue or DueSoon.
 [[nodiscard]] QColor DueColour(DueState state, const QPalette& palette);
 
 }  // namespace tarvell

@@ -16,14 +16,14 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  // As high as the box beside it, whatever the buttons would like.
+  // As high as the box beside it, regardless of the size hints of the buttons.
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
   const auto addButton = [&](const QString& name, Qt::ArrowType arrow, int step) {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
-    // The keyboard steps in the box itself.
+    // The Up and Down keys work in the box itself.
     button->setFocusPolicy(Qt::NoFocus);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     connect(button, &QToolButton::clicked, this, [this, step] { SetValue(value_ + step); });

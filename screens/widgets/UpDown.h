@@ -9,9 +9,9 @@
 
 namespace tarvell {
 
-/// The two arrow buttons beside a number's text box, its buddy. Box and spinner follow each other:
-/// an arrow, or the Up or Down key in the box, writes the next number into the box; a number typed
-/// there becomes the value, held within the range. The box's own text is never corrected.
+/// Two arrow buttons for a text box with a number, the buddy. An arrow button, or the Up or Down
+/// key in the box, writes the next number into the box. A number typed into the box becomes the
+/// value, limited to the range. The typed text is never corrected.
 class UpDown final : public QWidget {
   Q_OBJECT
 
@@ -21,13 +21,13 @@ class UpDown final : public QWidget {
   void SetBuddy(QLineEdit* box);
 
   void SetRange(int minimum, int maximum);
-  /// Leaves the box as it is.
+  /// Does not change the text of the box.
   void SetMaximum(int maximum);
   [[nodiscard]] int Minimum() const { return minimum_; }
   [[nodiscard]] int Maximum() const { return maximum_; }
 
   [[nodiscard]] int Value() const { return value_; }
-  /// Holds `value` within the range and writes it into the box.
+  /// Limits `value` to the range and writes it into the box.
   void SetValue(int value);
 
  protected:

@@ -79,7 +79,7 @@ QStringList cFileDialog::NameFilters() const {
   QStringList filters;
   const QStringList parts = filter_.split(kNul, Qt::KeepEmptyParts);
   for (qsizetype i = 0; i < parts.size() && !parts.at(i).isEmpty(); i += 2) {
-    // "*.*" means every file, also one without a dot.
+    // "*.*" means every file, even one without a dot.
     const QString pattern = parts.value(i + 1);
     const bool everyFile = pattern.isEmpty() || pattern == "*.*";
     filters << parts.at(i) + " (" + (everyFile ? QString("*") : pattern) + ")";

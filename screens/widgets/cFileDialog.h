@@ -13,17 +13,17 @@
 
 namespace tarvell {
 
-/// A file dialog that is set up by properties. File names and folders are native paths.
+/// A file dialog that is set up by its properties. File names and folders are native paths.
 class cFileDialog {
  public:
   void SetCaption(const QString& value) { caption_ = value; }
 
-  /// The chosen or proposed file, up to the first NUL and less the blanks around it.
+  /// The chosen or proposed file, up to the first NUL and without the blanks around it.
   [[nodiscard]] QString FileName() const { return fileName_; }
   void SetFileName(const QString& value);
 
-  /// Description and pattern pairs, separated by "|" when set and by NUL when read, with one more
-  /// NUL at the end.
+  /// Pairs of a description and a pattern. They are separated by "|" when set, and by NUL with one
+  /// more NUL at the end when read.
   [[nodiscard]] QString Filter() const { return filter_; }
   void SetFilter(const QString& value);
 
@@ -31,12 +31,12 @@ class cFileDialog {
   [[nodiscard]] std::int32_t FilterIndex() const { return filterIndex_; }
   void SetFilterIndex(std::int32_t value) { filterIndex_ = value; }
 
-  /// Option bits. The toolkit's dialog has none of what they switch off (4 hides the read-only
-  /// check box).
+  /// Option bits, which are kept but have no effect: 4 hides the read-only check box, which the
+  /// dialog does not have.
   [[nodiscard]] std::int32_t Flags() const { return flags_; }
   void SetFlags(std::int32_t value) { flags_ = value; }
 
-  /// Instance handle, kept for platforms whose dialog wants one.
+  /// Instance handle. It is kept but has no effect.
   [[nodiscard]] std::int32_t hInstance() const { return hInstance_; }
   void SetHInstance(std::int32_t value) { hInstance_ = value; }
 
@@ -46,12 +46,12 @@ class cFileDialog {
   [[nodiscard]] QWidget* OwnerWnd() const { return ownerWnd_; }
   void SetOwnerWnd(QWidget* value) { ownerWnd_ = value; }
 
-  /// Starts in a special folder: 0 the desktop, 5 the documents. Returns false, and changes
-  /// nothing, for any other number or where the system has no such folder.
+  /// Sets the initial folder to a special folder: 0 the desktop, 5 the documents. Returns false and
+  /// changes nothing for any other number, or when the system has no such folder.
   bool SetInitialDirToSpecialFolder(int folder);
 
-  /// Runs the dialog. True when a file was chosen, which FileName then returns; false when the
-  /// dialog was cancelled, which leaves FileName as it was, or failed, which is told.
+  /// Runs the dialog. True when a file was chosen; FileName then returns it. False when the dialog
+  /// was cancelled, or failed after an error message; FileName is then unchanged.
   bool ShowOpen();
   bool ShowSave();
 

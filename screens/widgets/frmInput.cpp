@@ -14,7 +14,7 @@ namespace tarvell {
 
 frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInput>()) {
   ui_->setupUi(this);
-  SuitDisplay(this);
+  FitToDisplay(this);
   EnterPressesFocusedButton(this);
   FileTextValidator::Attach(ui_->txtText);
   ChangeOnlyDeliberately(ui_->cmbUnit);

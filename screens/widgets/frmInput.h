@@ -15,8 +15,8 @@ namespace Ui {
 class frmInput;
 }
 
-/// One input line with a list of units ("GHz", "MHz", "KHz"). Closing it by its frame, or with
-/// Escape, empties the line.
+/// A dialog with one input line and a list of units ("GHz", "MHz", "KHz"). Closing it by its frame
+/// or with Escape empties the line.
 class frmInput final : public QDialog {
   Q_OBJECT
 

@@ -12,7 +12,7 @@
 
 namespace tarvell::test {
 
-/// A date of a data file's header, its parts as the object tells them.
+/// A date of a data file's header, in the parts that cifCaldata returns.
 struct Date {
   std::int16_t year = -1;
   std::string month = "?";

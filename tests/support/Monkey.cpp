@@ -56,69 +56,20 @@ const QString kCharacters = QStringLiteral(
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ01234567890123456789 .,-+eE\"'#*!:;/\\%&"
     "()<>|?_=@$~^`{}[]");
 
-/// Characters that are more than one code unit, or none that the files can hold.
-const QStringList kOddCharacters = {
-    QString::fromUtf8("\xC3\xA9"),          // e with acute
-    QString::fromUtf8("\xC2\xB5"),          // micro sign
-    QString::fromUtf8("\xE2\x82\xAC"),      // euro sign
-    QString::fromUtf8("\xE2\x84\xA6"),      // ohm sign
-    QString::fromUtf8("\xE4\xBD\xA0"),      // Chinese
-    QString::fromUtf8("\xF0\x9F\x98\x80"),  // emoji
-    QString::fromUtf8("\xCC\x81"),          // combining acute
-    QString::fromUtf8("\xE2\x80\xAE"),      // right-to-left override
-    QString::fromUtf8("\xC2\xA0"),          // no-break space
-    QString(QChar(0xD83D)),                 // half of a surrogate pair
-    QString(QChar(0xFFFE)),
-};
+/// Characters of several code units, and characters that the files cannot hold. The last two are
+/// half of a surrogate pair and a number that is no character.
+const QStringList kOddCharacters =
+    QString("\u00E9|\u00B5|\u20AC|\u2126|\u4F60|\U0001F600|\u0301|\u202E|\u00A0").split('|')
+    << QString(QChar(0xD83D)) << QString(QChar(0xFFFE));
 
-const QStringList kTexts = {
-    "12345",
-    "3318A00007",
-    "C-0042",
-    "1",
-    "0",
-    "-1",
-    "10",
-    "28",
-    "31",
-    "1.5",
-    "0.05",
-    "99.25",
-    "100.00005",
-    "1E3",
-    "1E999",
-    "-1E-300",
-    "40000",
-    "32767",
-    "2002",
-    "1999",
-    "50",
-    "120",
-    "0.1",
-    "6.9925E09",
-    "MAR",
-    "JAN",
-    "ST3",
-    "Lab 7",
-    "INDEX",
-    "CON",
-    "a.b",
-    "..",
-    "PX12A",
-    "QZ PX13A Opt001",
-    "factory, second",
-    "says \"ok\"",
-    " 7 ppm",
-    "",
-    "   ",
-    "#MODEL_NO : X",
-    "!End",
-    "* 1 : 2",
-    "a b c d e f g h i j k l m n o p q r s t u v w x y z a b c d e f g h",
-    "one\r\ntwo",
-    "tab\tinside",
-    QStringLiteral("null\0inside"),
-};
+const QStringList kTexts =
+    QString(
+        "12345|3318A00007|C-0042|1|0|-1|10|28|31|1.5|0.05|99.25|100.00005|1E3|1E999|-1E-300|40000|"
+        "32767|2002|1999|50|120|0.1|6.9925E09|MAR|JAN|ST3|Lab 7|INDEX|CON|a.b|..|PX12A|QZ PX13A "
+        "Opt001|factory, second|says \"ok\"| 7 ppm||   |#MODEL_NO : X|!End|* 1 : 2|a b c d e f g h "
+        "i j k l m n o p q r s t u v w x y z a b c d e f g h|one\r\ntwo|tab\tinside")
+        .split('|')
+    << QStringLiteral("null\0inside");
 
 template <typename Control>
 std::vector<Control*> Usable(const QWidget& top) {
@@ -136,7 +87,7 @@ bool HasEmptySerial(const QWidget& screen) {
   return serial != nullptr && !serial->isReadOnly() && serial->text().isEmpty();
 }
 
-std::string NameOf(const QWidget& control) {
+std::string Describe(const QWidget& control) {
   const QString name = control.objectName();
   return std::string(control.metaObject()->className()) + " " + name.toStdString();
 }
@@ -145,15 +96,15 @@ void SendMouse(QWidget* control, QEvent::Type type, const QPoint& at, Qt::MouseB
   const Qt::MouseButtons held =
       type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
   QMouseEvent event(type, at, control->mapToGlobal(at), button, held, Qt::NoModifier);
-  // As from the window system: such a press gives the focus.
+  // Only a spontaneous press, as from the window system, gives the focus.
   QSpontaneKeyEvent::setSpontaneous(&event);
   QCoreApplication::instance()->notify(control, &event);
 }
 
 }  // namespace
 
-Watchdog::Watchdog(std::function<std::string()> tell)
-    : tell_(std::move(tell)), thread_([this] { Watch(); }) {}
+Watchdog::Watchdog(std::function<std::string()> report)
+    : report_(std::move(report)), thread_([this] { Watch(); }) {}
 
 Watchdog::~Watchdog() {
   {
@@ -175,7 +126,7 @@ void Watchdog::Watch() {
     const std::uint64_t before = progress_;
     changed_.wait_for(lock, kPatience, [&] { return ended_; });
     if (!ended_ && progress_ == before) {
-      std::cerr << "The program hangs. " << tell_() << std::endl;
+      std::cerr << "The program hangs. " << report_() << std::endl;
       std::abort();
     }
   }
@@ -193,7 +144,7 @@ Monkey::~Monkey() = default;
 
 void Monkey::Run() {
   const bool quits = QApplication::quitOnLastWindowClosed();
-  // The program ends with its main menu; the test goes on.
+  // Closing the main menu must not end the test.
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::clipboard()->clear();
   running_ = true;
@@ -216,7 +167,7 @@ void Monkey::Tick() {
   if (!running_) {
     return;
   }
-  // Not later: what is done now may open a screen, and it is within that one that it goes on.
+  // Before this action, which may open a screen: the next one must run within that screen.
   QTimer::singleShot(0, &context_, [this] { Tick(); });
   QWidget* top = Top();
   if (top == nullptr) {
@@ -249,7 +200,7 @@ QWidget* Monkey::Top() const {
     return nullptr;
   }
   if (!top->isActiveWindow()) {
-    // As a window manager does.
+    // The window manager would do this.
     top->activateWindow();
     return nullptr;
   }
@@ -270,7 +221,7 @@ void Monkey::Act(QWidget& top) {
   } else if (&top == menu_ && Chance(40)) {
     UseMainMenu(top);
   } else if (HasEmptySerial(top) && Chance(10)) {
-    // Without one, new data would never be saved.
+    // Without a serial number, new data could never be saved.
     FillBox(*top.findChild<QLineEdit*>("txtSerial"), "3318A000" + QString::number(Below(100)));
   } else {
     UseAnyScreen(top);
@@ -302,8 +253,7 @@ void Monkey::LookAtBox(QMessageBox& box) {
 void Monkey::UseMenuPopup(QWidget& popup) {
   auto* menu = qobject_cast<QMenu*>(&popup);
   if (menu != nullptr && !menu->actions().isEmpty() && Chance(60)) {
-    const QList<QAction*> entries = menu->actions();
-    const QAction* entry = entries.at(Below(static_cast<int>(entries.size())));
+    const QAction* entry = AnyOf(menu->actions());
     Note("menu entry " + entry->text().toStdString());
     Click(popup, menu->actionGeometry(const_cast<QAction*>(entry)).center());
     return;
@@ -327,7 +277,7 @@ void Monkey::UseBox(QMessageBox& box) {
 }
 
 void Monkey::UseFileDialog(QWidget& dialog) {
-  // Its lists could rename and delete what does not belong to the test.
+  // Only its text box: its lists could rename and delete files outside the test.
   auto* files = qobject_cast<QFileDialog*>(&dialog);
   const bool folders = files->fileMode() == QFileDialog::Directory;
   const std::vector<std::string>& paths = folders ? places_.folders : places_.files;
@@ -338,9 +288,9 @@ void Monkey::UseFileDialog(QWidget& dialog) {
     Key(&dialog, Qt::Key_Escape);
     return;
   }
-  std::string path = paths.at(static_cast<std::size_t>(Below(static_cast<int>(paths.size()))));
+  std::string path = AnyOf(paths);
   if (folders) {
-    // The two trees are never one and the same, which would make each other's files.
+    // The two trees must differ, or each would contain files of the other.
     path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
   }
   Note("choose " + path);
@@ -354,7 +304,7 @@ void Monkey::UseFileDialog(QWidget& dialog) {
 }
 
 void Monkey::UseMainMenu(QWidget& menu) {
-  // Left to chance alone, no folder would ever be right.
+  // By chance only, no folder would ever exist.
   if (Chance(50)) {
     FillBox(*menu.findChild<QLineEdit*>("txtCalibrationDir"), places_.calibrationDir);
     FillBox(*menu.findChild<QLineEdit*>("txtStationDir"), places_.stationDir);
@@ -390,7 +340,7 @@ void Monkey::UseAnyScreen(QWidget& top) {
   } else if (hand < 66) {
     Resize(top);
   } else if (hand < 67) {
-    Note("close " + NameOf(top));
+    Note("close " + Describe(top));
     top.close();
   } else {
     PressKey(top);
@@ -402,9 +352,8 @@ void Monkey::PressButton(QWidget& top) {
   if (buttons.empty()) {
     return;
   }
-  QAbstractButton& button =
-      *buttons.at(static_cast<std::size_t>(Below(static_cast<int>(buttons.size()))));
-  Note("click " + NameOf(button) + " " + button.text().toStdString());
+  QAbstractButton& button = *AnyOf(buttons);
+  Note("click " + Describe(button) + " " + button.text().toStdString());
   Click(button, QPoint(std::min(10, button.width() / 2), button.height() / 2));
 }
 
@@ -413,12 +362,11 @@ void Monkey::FillBox(QWidget& top) {
   if (boxes.empty()) {
     return;
   }
-  QLineEdit& box = *boxes.at(static_cast<std::size_t>(Below(static_cast<int>(boxes.size()))));
-  FillBox(box, AnyText());
+  FillBox(*AnyOf(boxes), AnyText());
 }
 
 void Monkey::FillBox(QWidget& box, const QString& text) {
-  Note("fill " + NameOf(box) + " with " + text.toStdString());
+  Note("fill " + Describe(box) + " with " + text.toStdString());
   const QPointer<QWidget> alive(&box);
   Click(box, box.rect().center());
   if (alive) {
@@ -434,8 +382,7 @@ void Monkey::ClickCell(QWidget& top) {
   if (views.empty()) {
     return;
   }
-  QAbstractItemView& view =
-      *views.at(static_cast<std::size_t>(Below(static_cast<int>(views.size()))));
+  QAbstractItemView& view = *AnyOf(views);
   const int rows = view.model()->rowCount();
   const int columns = view.model()->columnCount();
   if (rows == 0 || columns == 0) {
@@ -444,8 +391,8 @@ void Monkey::ClickCell(QWidget& top) {
   const QModelIndex cell = view.model()->index(Below(rows), Below(columns));
   view.scrollTo(cell);
   const bool twice = Chance(30);
-  Note((twice ? "double click " : "click ") + NameOf(view) + " row " + std::to_string(cell.row()) +
-       " column " + std::to_string(cell.column()));
+  Note((twice ? "double click " : "click ") + Describe(view) + " row " +
+       std::to_string(cell.row()) + " column " + std::to_string(cell.column()));
   Click(*view.viewport(), view.visualRect(cell).center(), Qt::LeftButton, twice);
 }
 
@@ -465,18 +412,17 @@ void Monkey::ChooseEntry(QWidget& top) {
   if (lists.empty()) {
     return;
   }
-  QComboBox& list = *lists.at(static_cast<std::size_t>(Below(static_cast<int>(lists.size()))));
-  Note("open " + NameOf(list));
+  QComboBox& list = *AnyOf(lists);
+  Note("open " + Describe(list));
   Click(list, QPoint(list.width() - 5, list.height() / 2));
 }
 
 void Monkey::ClickSomewhere(QWidget& top) {
   auto controls = Usable<QWidget>(top);
   controls.push_back(&top);
-  const QWidget& area =
-      *controls.at(static_cast<std::size_t>(Below(static_cast<int>(controls.size()))));
+  const QWidget& area = *AnyOf(controls);
   const QPoint inTop = area.mapTo(&top, AnyPoint(area));
-  // What lies uppermost there gets it.
+  // The topmost control at this point gets the click.
   QWidget* control = top.childAt(inTop);
   if (control == nullptr) {
     control = &top;
@@ -484,7 +430,7 @@ void Monkey::ClickSomewhere(QWidget& top) {
   const QPoint at = control->mapFrom(&top, inTop);
   const int hand = Below(100);
   const std::string where =
-      NameOf(*control) + " at " + std::to_string(at.x()) + "," + std::to_string(at.y());
+      Describe(*control) + " at " + std::to_string(at.x()) + "," + std::to_string(at.y());
   if (hand < 15) {
     Note("wheel over " + where);
     QWheelEvent event(at, control->mapToGlobal(at), {}, QPoint(0, Chance(50) ? 120 : -120),
@@ -516,15 +462,15 @@ void Monkey::PressKey(QWidget& top) {
   }
   const int hand = Below(100);
   if (hand < 45) {
-    const Qt::Key key = kKeys.at(static_cast<std::size_t>(Below(kKeys.size())));
+    const Qt::Key key = AnyOf(kKeys);
     const Qt::KeyboardModifiers modifiers = Chance(10) ? Qt::ShiftModifier : Qt::NoModifier;
-    Note("key " + std::to_string(key) + " at " + NameOf(*target));
+    Note("key " + std::to_string(key) + " at " + Describe(*target));
     Key(target, key, modifiers);
   } else if (hand < 55) {
-    const Qt::Key key = kShortcuts.at(static_cast<std::size_t>(Below(kShortcuts.size())));
-    // Leaving the program by its key is rarer than the other shortcuts.
+    const Qt::Key key = AnyOf(kShortcuts);
+    // Ctrl+Q ends the program, so it is pressed less often than the others.
     if (key != Qt::Key_Q || Chance(30)) {
-      Note("Ctrl and key " + std::to_string(key) + " at " + NameOf(*target));
+      Note("Ctrl and key " + std::to_string(key) + " at " + Describe(*target));
       Key(target, key, Qt::ControlModifier);
     }
   } else if (hand < 60) {
@@ -532,16 +478,17 @@ void Monkey::PressKey(QWidget& top) {
     Note("Alt and key " + std::to_string(key));
     Key(target, key, Qt::AltModifier);
   } else if (hand < 68) {
-    const QString text = kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())));
-    Note("odd character number " + std::to_string(text.at(0).unicode()) + " at " + NameOf(*target));
+    const QString text = AnyOf(kOddCharacters);
+    Note("odd character number " + std::to_string(text.at(0).unicode()) + " at " +
+         Describe(*target));
     Key(target, Qt::Key_unknown, Qt::NoModifier, text);
   } else if (hand < 80) {
     const QString text = AnyText();
-    Note("type " + text.toStdString() + " at " + NameOf(*target));
+    Note("type " + text.toStdString() + " at " + Describe(*target));
     TypeText(*target, text);
   } else {
-    const QString text(kCharacters.at(Below(static_cast<int>(kCharacters.size()))));
-    Note("character " + text.toStdString() + " at " + NameOf(*target));
+    const QString text(AnyOf(kCharacters));
+    Note("character " + text.toStdString() + " at " + Describe(*target));
     TypeText(*target, text);
   }
 }
@@ -549,7 +496,7 @@ void Monkey::PressKey(QWidget& top) {
 void Monkey::TypeText(QWidget& top, const QString& text) {
   QPointer<QWidget> target(&top);
   for (const QChar character : text) {
-    // What was typed first may have opened a box for the rest.
+    // The first character may have opened a box for the rest.
     QWidget* focus = QApplication::focusWidget();
     if (focus != nullptr && focus->window() == top.window()) {
       target = focus;
@@ -569,7 +516,7 @@ void Monkey::PutOnClipboard() {
     text = text.repeated(200);
   }
   if (Chance(20)) {
-    text += kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())));
+    text += AnyOf(kOddCharacters);
   }
   Note("clipboard gets " + text.left(60).toStdString());
   QApplication::clipboard()->setText(text);
@@ -577,7 +524,7 @@ void Monkey::PutOnClipboard() {
 
 void Monkey::Resize(QWidget& top) {
   const QSize size(50 + Below(1200), 50 + Below(900));
-  Note("resize " + NameOf(top));
+  Note("resize " + Describe(top));
   top.resize(size);
 }
 
@@ -612,12 +559,11 @@ int Monkey::Below(int bound) {
 QString Monkey::AnyText() {
   const int kind = Below(10);
   if (kind < 7) {
-    return kTexts.at(Below(static_cast<int>(kTexts.size())));
+    return AnyOf(kTexts);
   }
   QString text;
   for (int left = Below(8); left >= 0; --left) {
-    text += kind == 9 ? kOddCharacters.at(Below(static_cast<int>(kOddCharacters.size())))
-                      : QString(kCharacters.at(Below(static_cast<int>(kCharacters.size()))));
+    text += kind == 9 ? AnyOf(kOddCharacters) : QString(AnyOf(kCharacters));
   }
   return text;
 }

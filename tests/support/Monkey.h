@@ -27,11 +27,11 @@ class frmMain;
 
 namespace tarvell::test {
 
-/// Ends the process, with what `tell` returns, when nobody reports progress for too long. It runs
-/// in a thread of its own, and so also finds an endless loop.
+/// Ends the process with the text that `report` returns when there is no progress for too long. Its
+/// own thread also finds an endless loop.
 class Watchdog {
  public:
-  explicit Watchdog(std::function<std::string()> tell);
+  explicit Watchdog(std::function<std::string()> report);
   Watchdog(const Watchdog&) = delete;
   Watchdog& operator=(const Watchdog&) = delete;
   ~Watchdog();
@@ -41,7 +41,7 @@ class Watchdog {
  private:
   void Watch();
 
-  std::function<std::string()> tell_;
+  std::function<std::string()> report_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::uint64_t progress_ = 0;
@@ -49,7 +49,7 @@ class Watchdog {
   std::thread thread_;  ///< last: it uses the others
 };
 
-/// What the Monkey may type where it matters, so that it gets anywhere.
+/// Valid inputs, without which the Monkey would hardly get past the main menu.
 struct MonkeyPlaces {
   QString calibrationDir;
   QString stationDir;
@@ -57,9 +57,9 @@ struct MonkeyPlaces {
   std::vector<std::string> folders;  ///< native; their "calfactors" and "stations" are picked
 };
 
-/// Uses the whole program with random hands: keys, clicks, wheel, clipboard, closed and resized
-/// windows. The same seed gives the same actions. Whenever the program is closed, it is started
-/// again, until the actions are used up.
+/// Uses the whole program at random: keys, clicks, wheel, clipboard, closing and resizing windows.
+/// The same seed gives the same actions. When the program ends, it is started again, until all
+/// actions are done.
 class Monkey {
  public:
   using IsKnownMessage = std::function<bool(const QString& text)>;
@@ -71,28 +71,28 @@ class Monkey {
 
   void Run();
 
-  /// The message boxes that no pattern knows, each with the actions that led to it.
+  /// The messages that are not known, each with the actions that led to it.
   [[nodiscard]] const std::vector<std::string>& Unknown() const { return unknown_; }
-  /// The classes of the screens that were acted upon, in the order in which they came first.
+  /// The classes of the screens that appeared, in the order of their first appearance.
   [[nodiscard]] const std::vector<std::string>& Visited() const { return visited_; }
   [[nodiscard]] int Actions() const { return done_; }
 
  private:
   void Tick();
-  /// The pop-up or screen that has the user's attention, nullptr while there is none.
+  /// The active pop-up or screen, nullptr when there is none.
   [[nodiscard]] QWidget* Top() const;
   void Act(QWidget& top);
   void Leave(QWidget& top);
   void LookAtBox(QMessageBox& box);
 
-  // Hands for one kind of screen.
+  // Actions on each kind of screen.
   void UseMenuPopup(QWidget& popup);
   void UseBox(QMessageBox& box);
   void UseFileDialog(QWidget& dialog);
   void UseMainMenu(QWidget& menu);
   void UseAnyScreen(QWidget& top);
 
-  // What hands do.
+  // Actions.
   void PressButton(QWidget& top);
   void FillBox(QWidget& top);
   void FillBox(QWidget& box, const QString& text);
@@ -110,6 +110,10 @@ class Monkey {
            const QString& text = {});
 
   [[nodiscard]] int Below(int bound);
+  template <typename Items>
+  [[nodiscard]] auto AnyOf(const Items& items) {
+    return items[static_cast<decltype(items.size())>(Below(static_cast<int>(items.size())))];
+  }
   [[nodiscard]] bool Chance(int percent) { return Below(100) < percent; }
   [[nodiscard]] QString AnyText();
   [[nodiscard]] QPoint AnyPoint(const QWidget& control);
@@ -124,7 +128,7 @@ class Monkey {
   std::mt19937 random_;
   frmMain* menu_ = nullptr;
   bool running_ = false;
-  QPointer<QMessageBox> looked_;  ///< the box whose text has been compared
+  QPointer<QMessageBox> looked_;  ///< the box whose text was checked
   std::vector<std::string> unknown_;
   std::vector<std::string> visited_;
   std::mutex trailMutex_;

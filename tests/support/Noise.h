@@ -12,7 +12,7 @@
 
 namespace tarvell::test {
 
-/// So many random bytes, the same for a seed on every system.
+/// `size` random bytes. The same seed gives the same bytes on every system.
 [[nodiscard]] inline std::string Noise(std::size_t size, std::uint32_t seed) {
   std::mt19937 random(seed);
   std::string noise(size, '\0');

@@ -5,8 +5,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// Runs the tests of the screens without a display, with a home folder, and so a trash, of their
-/// own. TARVELL_TEST_DISPLAY names a file that describes another display than the usual one.
+/// Runs the tests of the screens without a display, with a temporary home folder and trash.
+/// TARVELL_TEST_DISPLAY may name a file that describes the display.
 int main(int argc, char** argv) {
   const QTemporaryDir home;
   qputenv("HOME", home.path().toLocal8Bit());

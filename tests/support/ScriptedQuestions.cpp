@@ -10,7 +10,7 @@ namespace tarvell::test {
 ScriptedQuestions::~ScriptedQuestions() {
   SetCurrentQuestions(nullptr);
   for (const Expected& expected : expected_) {
-    ADD_FAILURE() << "never asked: " << expected.question.text.toStdString() << " "
+    ADD_FAILURE() << "did not appear: " << expected.question.text.toStdString() << " "
                   << expected.question.title.toStdString();
   }
 }

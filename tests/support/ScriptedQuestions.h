@@ -12,8 +12,8 @@
 
 namespace tarvell::test {
 
-/// Answers message boxes and pickers in the user's place while it lives. A box that was not
-/// expected, that differs from what was expected, or that never came, fails the test.
+/// Answers message boxes and pickers while it lives. The test fails at a box that was not expected
+/// or differs from the expected one, and at the end if an expected one did not appear.
 class ScriptedQuestions : public Questions {
  public:
   ScriptedQuestions() { SetCurrentQuestions(this); }
@@ -23,20 +23,20 @@ class ScriptedQuestions : public Questions {
   void ExpectNotice(const QString& text);
   /// Expects a box with exactly these properties; an empty title means the application title.
   void Expect(const Question& question, QMessageBox::StandardButton answer);
-  /// Expects an error message (exclamation icon, OK) that holds each of these parts.
+  /// Expects an error message (exclamation icon, OK) that contains these parts.
   void ExpectError(const std::vector<std::string>& parts);
-  /// Expects the folder picker with this title, and picks.
+  /// Expects the folder picker with this title and returns `picked`.
   void ExpectFolderPicker(const QString& title, const QString& picked);
-  /// Expects the file picker with this title and these filters, and picks.
+  /// Expects the file picker with this title and these filters and returns `picked`.
   void ExpectFilePicker(const QString& title, const QStringList& filters, const QString& picked);
 
   QMessageBox::StandardButton Ask(QWidget* owner, const Question& question) override;
   QString PickFile(QWidget* owner, FileRequest& request) override;
   QString PickFolder(QWidget* owner, const QString& title, const QString& initialDir) override;
 
-  /// Where the pickers started, in order.
+  /// The folders in which the pickers started, in order.
   std::vector<QString> initialDirs;
-  /// Details of the boxes, in order.
+  /// The details of the boxes, in order.
   std::vector<QString> details;
 
  private:
@@ -51,7 +51,7 @@ class ScriptedQuestions : public Questions {
     QString picked = {};
   };
 
-  /// The next expectation when it is of this kind; a failure of the test otherwise.
+  /// Takes the next expectation, which must be of this kind. Otherwise the test fails.
   bool Take(Kind kind, const QString& what, Expected& expected);
 
   std::deque<Expected> expected_;

@@ -22,11 +22,11 @@ QWidget* KeyboardTarget() {
     return popup;
   }
   QWidget* focus = QApplication::focusWidget();
-  EXPECT_NE(focus, nullptr) << "nothing has the keyboard";
+  EXPECT_NE(focus, nullptr) << "no control has the focus";
   return focus;
 }
 
-/// What a window manager does when a screen is clicked.
+/// Activates the window, as a window manager does at a click.
 void Activate(QWidget& control) {
   if (!control.isActiveWindow()) {
     control.activateWindow();
@@ -34,13 +34,13 @@ void Activate(QWidget& control) {
   }
 }
 
-/// Whether a screen or pop-up has come and, where it takes keys, has the keyboard.
+/// Whether a screen or pop-up is shown and receives the keys.
 bool IsReady(QWidget& screen) {
   if (!screen.isVisible()) {
     return false;
   }
   if (QApplication::activePopupWidget() == nullptr && !screen.isActiveWindow()) {
-    // As a window manager does.
+    // The window manager would do this.
     screen.activateWindow();
     return false;
   }
@@ -76,7 +76,7 @@ void Click(QWidget& screen, const QString& button) {
   EXPECT_TRUE(control.isVisible() && control.isEnabled())
       << button.toStdString() << " cannot be clicked";
   Activate(control);
-  // On the text or mark itself, which for a radio button is not the centre of the control.
+  // On the text or mark, which is not at the centre of a wide radio button.
   QTest::mouseClick(&control, Qt::LeftButton, {},
                     QPoint(std::min(10, control.width() / 2), control.height() / 2));
 }
@@ -137,8 +137,8 @@ void ChooseByMouse(QComboBox& combo, int index) {
   const QModelIndex entry = list.model()->index(index, 0);
   list.scrollTo(entry);
   const QPoint place(10, list.visualRect(entry).center().y());
-  // A list takes no release that may be part of the click that opened it, and tells nobody how
-  // long.
+  // For a time that it does not publish, a list that opens takes no release, which may be part of
+  // the click that opened it.
   QTest::qWait(2 * QApplication::doubleClickInterval());
   QTest::mouseMove(list.viewport(), place);
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
@@ -147,6 +147,7 @@ void ChooseByMouse(QComboBox& combo, int index) {
 void FillCombo(QWidget& screen, const QString& combo, const QString& text) {
   QLineEdit* box = Find<QComboBox>(screen, combo).lineEdit();
   ASSERT_NE(box, nullptr) << combo.toStdString();
+  Activate(*box);
   QTest::mouseClick(box, Qt::LeftButton);
   Press(Qt::Key_A, Qt::ControlModifier);
   Press(Qt::Key_Delete);
@@ -228,7 +229,7 @@ User::User() {
 
 User::~User() {
   for (const Step& step : steps_) {
-    ADD_FAILURE() << "a step was left: " << step.name;
+    ADD_FAILURE() << "a step did not run: " << step.name;
   }
 }
 
@@ -273,14 +274,14 @@ void User::Look() {
     const Step step = std::move(steps_.front());
     steps_.pop_front();
     waiting_.restart();
-    // The step may open a screen, within which the next one runs.
+    // The step may open a screen in which the next step runs.
     LookSoon();
     const bool outerActing = std::exchange(acting_, true);
     const std::ptrdiff_t outerNext = std::exchange(nextInner_, 0);
     const auto before = static_cast<std::ptrdiff_t>(steps_.size());
     step.act(screen);
     acting_ = outerActing;
-    // This step came from the outer one's own, and is gone; so are those that ran within it.
+    // The position of the outer step moves back by this step and by those that ran in it.
     const std::ptrdiff_t left = static_cast<std::ptrdiff_t>(steps_.size()) - nextInner_;
     nextInner_ = std::max<std::ptrdiff_t>(outerNext - 1 - (before - left), 0);
     return;

@@ -36,36 +36,36 @@ Control& Find(QWidget& screen, const QString& name) {
   return *control;
 }
 
-// What a user's hands do.
+// What a user does.
 
 void Click(QWidget& screen, const QString& button);
-/// Types at whatever has the keyboard.
+/// Types into the focused control.
 void Type(const QString& text);
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// Puts the keyboard into a text box and types over its text.
+/// Focuses a text box and replaces its text by typing.
 void Fill(QWidget& screen, const QString& box, const QString& text);
-/// Clicks the entry of a model in the menu of Add.
+/// Clicks the entry of a model in the Add menu.
 void ClickModel(QMenu& add, const QString& model);
 /// Chooses an entry of a drop-down list by its keys.
 void Choose(QWidget& screen, const QString& combo, const QString& entry);
 /// Chooses an entry of a drop-down list by the mouse.
 void ChooseByMouse(QComboBox& combo, int index);
-/// Types over the text of a drop-down list that takes typed text as well.
+/// Replaces the text of an editable drop-down list by typing.
 void FillCombo(QWidget& screen, const QString& combo, const QString& text);
-/// Clicks or double-clicks the entry of a list that shows `text`.
+/// Clicks or double-clicks the entry of a list with this text.
 void ClickEntry(QWidget& screen, const QString& list, const QString& text);
 void DoubleClickEntry(QWidget& screen, const QString& list, const QString& text);
-/// Clicks or double-clicks a cell; rows count from 1 below the captions.
+/// Clicks or double-clicks a cell; row 1 is the first below the captions.
 void ClickCell(QTableView& grid, int row, int column);
 void DoubleClickCell(QTableView& grid, int row, int column);
 
-/// Lets the screen do what a click or key has left for later.
+/// Runs the events that a click or key has left pending.
 void Settle();
 
-// What a user's eyes see.
+// What a user sees.
 
 [[nodiscard]] std::string TextOf(QWidget& screen, const QString& box);
-/// What a drop-down list shows, and offers.
+/// The shown text and the entries of a drop-down list.
 [[nodiscard]] std::string ComboText(QWidget& screen, const QString& combo);
 [[nodiscard]] std::vector<std::string> ComboEntries(QWidget& screen, const QString& combo);
 [[nodiscard]] std::vector<std::string> EntriesOf(QWidget& screen, const QString& list);
@@ -73,16 +73,15 @@ void Settle();
 [[nodiscard]] std::string CellOf(QTableView& grid, int row, int column);
 [[nodiscard]] std::vector<std::string> ColumnOf(QTableView& grid, int column);
 
-/// A user who goes through screens that open one above the other. Each step waits for a modal
-/// screen or pop-up of its kind, and runs within it; steps that it adds come before those that
-/// were added earlier. A step whose screen does not come within
-/// some seconds fails the test and closes every screen.
+/// A user of screens that open on top of each other. Each step waits for a modal screen or pop-up
+/// of its class and then runs in it. Steps that it adds run before the steps added earlier. If its
+/// screen does not appear within some seconds, the test fails and all screens are closed.
 class User {
  public:
   User();
   User(const User&) = delete;
   User& operator=(const User&) = delete;
-  /// Fails the test when steps are left.
+  /// Fails the test if a step did not run.
   ~User();
 
   template <typename Screen>
@@ -92,7 +91,7 @@ class User {
          [act = std::move(act)](QWidget* widget) { act(*dynamic_cast<Screen*>(widget)); }});
   }
 
-  /// Waits for a real message box, compares all of it, and clicks a button.
+  /// Waits for a real message box, checks all its parts and clicks a button.
   void AnswerBox(const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
                  QMessageBox::StandardButton defaultButton, QMessageBox::StandardButton answer,
                  const QString& title = "Morrand Tarvell");
@@ -111,7 +110,7 @@ class User {
   std::deque<Step> steps_;
   QElapsedTimer waiting_;
   bool acting_ = false;
-  std::ptrdiff_t nextInner_ = 0;  ///< where the running step adds its own
+  std::ptrdiff_t nextInner_ = 0;  ///< the position at which the running step adds steps
   QObject context_;
 };
 

@@ -48,7 +48,7 @@ namespace {
 using namespace test;  // NOLINT(google-build-using-namespace)
 using Look = std::function<void(QWidget& screen)>;
 
-/// One screen as a user meets it.
+/// One screen of the program.
 struct Screen {
   const char* name;
   void (*show)(const Look& look);
@@ -58,7 +58,7 @@ void PrintTo(const Screen& screen, std::ostream* out) {
   *out << screen.name;
 }
 
-/// Shows a screen that waits for its end, looks at it and closes it.
+/// Shows a modal screen, calls `look` and closes it.
 template <typename Form>
 void LookWithin(const std::function<void()>& showModally, const Look& look) {
   User user;
@@ -79,6 +79,13 @@ template <typename Form>
 void LookAtEditor(const std::string& model, const Look& look) {
   Form form(nullptr);
   LookWithin<Form>([&] { form.SetupDat(CalEditor::kNewData, model); }, look);
+}
+
+template <typename Form>
+void LookAtPrompt(const Look& look) {
+  Form form(nullptr);
+  form.SetCaption("Select calibration point and calibration frequency");
+  LookWithin<Form>([&] { form.exec(); }, look);
 }
 
 const std::vector<Screen> kScreens = {
@@ -103,18 +110,8 @@ const std::vector<Screen> kScreens = {
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
     {"frmCalDataTabInputOfResistors",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
-    {"frmInput",
-     [](const Look& look) {
-       frmInput form(nullptr);
-       form.SetCaption("Input calibration Point");
-       LookWithin<frmInput>([&] { form.exec(); }, look);
-     }},
-    {"frmInputPX60H",
-     [](const Look& look) {
-       frmInputPX60H form(nullptr);
-       form.SetCaption("Select calibration point and calibration frequency");
-       LookWithin<frmInputPX60H>([&] { form.exec(); }, look);
-     }},
+    {"frmInput", &LookAtPrompt<frmInput>},
+    {"frmInputPX60H", &LookAtPrompt<frmInputPX60H>},
     {"frmStationMain", &LookAtMenu<frmStationMain>},
     {"frmStationModelList",
      [](const Look& look) {
@@ -138,26 +135,26 @@ QAccessibleInterface& AccessibleOf(QWidget& control) {
   return *accessible;
 }
 
-/// What a screen reader calls a control.
+/// The name of a control for a screen reader.
 std::string AccessibleName(QWidget& control) {
   QAccessibleInterface& accessible = AccessibleOf(control);
   if (qobject_cast<QComboBox*>(&control) == nullptr) {
     return accessible.text(QAccessible::Name).trimmed().toStdString();
   }
-  // The toolkit names a list by its value on this system, and leaves the rest to its label.
+  // On this system the toolkit gives a drop-down list its value as the name; its label names it.
   const auto labels = accessible.relations(QAccessible::Label);
   return labels.isEmpty() ? control.accessibleName().toStdString()
                           : labels.first().first->text(QAccessible::Name).toStdString();
 }
 
 std::string AccessibleDescription(QWidget& control) {
-  // The toolkit keeps that of a tab strip to itself.
+  // The toolkit does not report the description of a tab strip.
   return qobject_cast<QTabBar*>(&control) != nullptr
              ? control.accessibleDescription().toStdString()
              : AccessibleOf(control).text(QAccessible::Description).toStdString();
 }
 
-std::string NameOf(const QWidget& control) {
+std::string Describe(const QWidget& control) {
   return std::string(control.metaObject()->className()) + " " + control.objectName().toStdString();
 }
 
@@ -171,7 +168,7 @@ std::vector<QWidget*> Shown(const QWidget& screen) {
   return shown;
 }
 
-/// The controls that can have the keyboard; parts of a control, which hand it on, are left out.
+/// The controls that can have the focus, without the parts of a control that pass it on.
 std::vector<QWidget*> Focusable(const QWidget& screen) {
   std::vector<QWidget*> focusable = Shown(screen);
   std::erase_if(focusable, [](const QWidget* control) {
@@ -188,7 +185,8 @@ std::vector<QWidget*> ReachedByTab(const QWidget& screen) {
   return reached;
 }
 
-/// The controls that have the keyboard one after another, from `first` until it has it again.
+/// The controls that this key gives the focus one after another, from `first` until it is reached
+/// again.
 std::vector<QWidget*> Walk(QWidget& first, Qt::Key key, std::size_t most) {
   first.setFocus();
   std::vector<QWidget*> walk;
@@ -212,7 +210,7 @@ QRect PlaceOf(const QWidget& control) {
 std::vector<std::string> NamesOf(const std::vector<QWidget*>& controls) {
   std::vector<std::string> names;
   for (const QWidget* control : controls) {
-    names.push_back(NameOf(*control));
+    names.push_back(Describe(*control));
   }
   return names;
 }
@@ -235,7 +233,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
   Accessibility(const Accessibility&) = delete;
   Accessibility& operator=(const Accessibility&) = delete;
 
-  /// Looks at the screen when it is shown and has the keyboard.
+  /// Shows the screen and calls `look` when it is active.
   static void At(const Look& look) {
     bool looked = false;
     GetParam().show([&](QWidget& screen) {
@@ -247,24 +245,10 @@ class Accessibility : public testing::TestWithParam<Screen> {
     EXPECT_TRUE(looked);
   }
 
-  static void ExpectNothingCutOff(int points) {
-    QFont font = QApplication::font();
-    if (points != 0) {
-      font.setPointSize(points);
-      QApplication::setFont(font);
-    }
-    At([](QWidget& screen) {
-      Settle();
-      for (QWidget* control : Shown(screen)) {
-        ExpectFits(*control);
-      }
-    });
-  }
-
- private:
+  /// No text of this control is cut off.
   static void ExpectFits(const QWidget& control) {
     if (const auto* strip = qobject_cast<const QTabBar*>(&control)) {
-      // A strip that is too long scrolls; its titles are whole.
+      // A strip that is too long scrolls; its titles are not shortened.
       EXPECT_EQ(strip->elideMode(), Qt::ElideNone);
       for (int tab = 0; tab < strip->count(); ++tab) {
         const QString title = strip->tabText(tab).replace("&&", "&");
@@ -282,7 +266,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
       return;
     }
     if (const auto* list = qobject_cast<const QListWidget*>(&control)) {
-      EXPECT_LE(list->sizeHintForColumn(0), list->viewport()->width()) << NameOf(control);
+      EXPECT_LE(list->sizeHintForColumn(0), list->viewport()->width()) << Describe(control);
       return;
     }
     const auto* label = qobject_cast<const QLabel*>(&control);
@@ -298,8 +282,8 @@ class Accessibility : public testing::TestWithParam<Screen> {
     if (label != nullptr && label->wordWrap()) {
       wanted = {0, label->heightForWidth(label->width())};
     }
-    EXPECT_GE(control.width(), wanted.width()) << NameOf(control);
-    EXPECT_GE(control.height(), wanted.height()) << NameOf(control);
+    EXPECT_GE(control.width(), wanted.width()) << Describe(control);
+    EXPECT_GE(control.height(), wanted.height()) << Describe(control);
   }
 
   TestTree tree_;
@@ -307,27 +291,27 @@ class Accessibility : public testing::TestWithParam<Screen> {
   QFont font_;
 };
 
-TEST_P(Accessibility, EachControlHasANameOfItsOwn) {
+TEST_P(Accessibility, EachControlHasItsOwnNameAndADescription) {
   At([](QWidget& screen) {
     std::map<std::string, std::string> names;
     for (QWidget* control : Focusable(screen)) {
       const std::string name = AccessibleName(*control);
-      EXPECT_FALSE(name.empty()) << NameOf(*control) << " has no name";
-      const auto [other, isNew] = names.emplace(name, NameOf(*control));
-      EXPECT_TRUE(isNew) << NameOf(*control) << " and " << other->second << " are both " << name;
-    }
-  });
-}
-
-TEST_P(Accessibility, EachControlIsDescribedUnlessItsCaptionSaysItAll) {
-  At([](QWidget& screen) {
-    for (QWidget* control : Focusable(screen)) {
-      if (EndsTheScreen(*control)) {
-        continue;
+      EXPECT_FALSE(name.empty()) << Describe(*control) << " has no name";
+      const auto [other, isNew] = names.emplace(name, Describe(*control));
+      EXPECT_TRUE(isNew) << Describe(*control) << " and " << other->second << " are both " << name;
+      if (!EndsTheScreen(*control)) {
+        const std::string description = AccessibleDescription(*control);
+        EXPECT_TRUE(description.ends_with(".")) << Describe(*control) << ": " << description;
+        EXPECT_NE(description, name) << Describe(*control);
       }
-      const std::string description = AccessibleDescription(*control);
-      EXPECT_TRUE(description.ends_with(".")) << NameOf(*control) << ": " << description;
-      EXPECT_NE(description, AccessibleName(*control)) << NameOf(*control);
+    }
+    // The buttons that scroll a tab strip are only for the mouse.
+    for (const auto* strip : screen.findChildren<QTabBar*>()) {
+      const auto scrollers = strip->findChildren<QToolButton*>();
+      EXPECT_EQ(scrollers.size(), 2);
+      for (const QToolButton* button : scrollers) {
+        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus) << button->objectName().toStdString();
+      }
     }
   });
 }
@@ -350,12 +334,12 @@ TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
     for (std::size_t i = 1; i < walk.size(); ++i) {
       const QRect before = PlaceOf(*walk[i - 1]);
       const QRect next = PlaceOf(*walk[i]);
-      // The buttons that end a screen come last, wherever they stand.
-      const bool isRead = next.top() > before.bottom() || next.left() > before.right();
-      EXPECT_TRUE(isRead || (EndsTheScreen(*walk[i]) && !EndsTheScreen(*walk[i - 1])))
-          << NameOf(*walk[i]) << " comes after " << NameOf(*walk[i - 1]);
-      EXPECT_TRUE(EndsTheScreen(*walk[i]) || !EndsTheScreen(*walk[i - 1]))
-          << NameOf(*walk[i]) << " comes after " << NameOf(*walk[i - 1]);
+      // The buttons that end a screen come last, wherever they are.
+      const bool isInOrder = next.top() > before.bottom() || next.left() > before.right();
+      const bool ends = EndsTheScreen(*walk[i]);
+      const bool endedBefore = EndsTheScreen(*walk[i - 1]);
+      EXPECT_TRUE((isInOrder || (ends && !endedBefore)) && (ends || !endedBefore))
+          << Describe(*walk[i]) << " comes after " << Describe(*walk[i - 1]);
     }
     std::vector<QWidget*> back = Walk(*first, Qt::Key_Backtab, expected.size());
     std::reverse(back.begin() + 1, back.end());
@@ -400,7 +384,7 @@ TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
   });
 }
 
-/// A desktop on which Enter presses a button, which it does not by itself on the offscreen one.
+/// A desktop on which Enter presses the focused button; on the offscreen one only Space does.
 class EnterPressesButtons : public QPlatformTheme {
  public:
   [[nodiscard]] QVariant themeHint(ThemeHint hint) const override {
@@ -410,15 +394,15 @@ class EnterPressesButtons : public QPlatformTheme {
   }
 };
 
-/// Presses Enter on every button and counts what is pressed; no button does its work.
-void ExpectEnterPressesTheButtonThatHasTheFocus(QWidget& screen) {
+/// Presses Enter on every button, none of which does its work, and checks which one is clicked.
+void ExpectEnterPressesTheFocusedButton(QWidget& screen) {
   const auto buttons = screen.findChildren<QPushButton*>();
   for (QPushButton* pressed : buttons) {
     if (!pressed->isVisible()) {
       continue;
     }
     for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
-      SCOPED_TRACE(NameOf(*pressed));
+      SCOPED_TRACE(Describe(*pressed));
       pressed->setEnabled(true);
       pressed->setFocus();
       std::vector<QPushButton*> clicked;
@@ -437,35 +421,38 @@ void ExpectEnterPressesTheButtonThatHasTheFocus(QWidget& screen) {
   }
 }
 
-TEST_P(Accessibility, EnterPressesTheButtonThatHasTheFocus) {
-  At([](QWidget& screen) { ExpectEnterPressesTheButtonThatHasTheFocus(screen); });
-}
-
-TEST_P(Accessibility, EnterPressesTheButtonThatHasTheFocusWhereTheDesktopPressesItToo) {
+TEST_P(Accessibility, EnterPressesTheFocusedButtonOnEveryDesktop) {
+  At([](QWidget& screen) { ExpectEnterPressesTheFocusedButton(screen); });
   EnterPressesButtons theme;
   QPlatformTheme* before = std::exchange(QGuiApplicationPrivate::platform_theme, &theme);
-  At([](QWidget& screen) { ExpectEnterPressesTheButtonThatHasTheFocus(screen); });
+  At([](QWidget& screen) { ExpectEnterPressesTheFocusedButton(screen); });
   QGuiApplicationPrivate::platform_theme = before;
 }
 
-TEST_P(Accessibility, NoTextIsCutOff) {
-  ExpectNothingCutOff(0);
-}
-
-TEST_P(Accessibility, NoTextIsCutOffInLargeType) {
-  ExpectNothingCutOff(16);
+TEST_P(Accessibility, NoTextIsCutOffInAnySize) {
+  for (const int points : {font_.pointSize(), 16}) {
+    QFont font = font_;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    At([](QWidget& screen) {
+      Settle();
+      for (QWidget* control : Shown(screen)) {
+        ExpectFits(*control);
+      }
+    });
+  }
 }
 
 TEST_P(Accessibility, EverythingCanBeUsedOnTheDisplay) {
   At([](QWidget& screen) {
     Settle();
-    // With a usual frame.
+    // Without a window frame of the usual size.
     const QSize room = screen.screen()->availableSize() - QSize(16, 48);
     EXPECT_LE(screen.width(), room.width());
     EXPECT_LE(screen.height(), room.height());
     for (const QPushButton* button : screen.findChildren<QPushButton*>()) {
       if (button->isVisible()) {
-        EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect()) << NameOf(*button);
+        EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect()) << Describe(*button);
       }
     }
     for (QWidget* control : ReachedByTab(screen)) {
@@ -473,9 +460,9 @@ TEST_P(Accessibility, EverythingCanBeUsedOnTheDisplay) {
       Settle();
       const QRect seen = control->visibleRegion().boundingRect();
       if (qobject_cast<QAbstractItemView*>(control) != nullptr) {
-        EXPECT_GE(seen.height(), 4 * control->fontMetrics().height()) << NameOf(*control);
+        EXPECT_GE(seen.height(), 4 * control->fontMetrics().height()) << Describe(*control);
       } else {
-        EXPECT_EQ(seen, control->rect()) << NameOf(*control);
+        EXPECT_EQ(seen, control->rect()) << Describe(*control);
       }
     }
   });

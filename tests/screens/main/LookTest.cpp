@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
@@ -10,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
 
 #include "screens/caldata/CalGrid.h"
 #include "screens/widgets/DateBoxes.h"
@@ -22,9 +20,9 @@
 namespace tarvell {
 namespace {
 
-// ---- Where the keyboard is.
+// ---- The selection.
 
-/// A view beside a box, one of which has the keyboard.
+/// A view and a box, one of which has the focus.
 class Selection : public testing::Test {
  protected:
   void Show(QAbstractItemView& view) {
@@ -36,13 +34,13 @@ class Selection : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
 
-  /// Colour of the background at the left of the selected entry.
+  /// The background colour at the right end of the selected entry.
   static QColor ColourIn(QAbstractItemView& view) {
     const QRect cell = view.visualRect(view.selectionModel()->selectedIndexes().value(0));
     return view.viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
   }
 
-  void ExpectPaleWithoutKeyboard(QAbstractItemView& view) {
+  void ExpectPaleWithoutFocus(QAbstractItemView& view) {
     const QColor strong = view.palette().color(QPalette::Highlight);
     const QColor base = view.palette().color(QPalette::Base);
     view.setFocus();
@@ -55,7 +53,7 @@ class Selection : public testing::Test {
     };
     EXPECT_LT(distance(focused, strong), distance(focused, base));
     EXPECT_LT(distance(pale, base), distance(pale, strong));
-    EXPECT_NE(pale, base) << "the choice must stay visible";
+    EXPECT_NE(pale, base) << "the selection stays visible";
     view.setFocus();
     EXPECT_EQ(ColourIn(view), focused);
   }
@@ -64,18 +62,18 @@ class Selection : public testing::Test {
   QLineEdit other_;
 };
 
-TEST_F(Selection, OfAListIsPaleWhileTheKeyboardIsElsewhere) {
+TEST_F(Selection, OfAListIsPaleWithoutFocus) {
   QListWidget list;
   AddName(&list, "one");
   AddName(&list, "two");
   OnEntry(&list, {});
   list.setCurrentRow(1);
   Show(list);
-  ExpectPaleWithoutKeyboard(list);
+  ExpectPaleWithoutFocus(list);
   list.setParent(nullptr);
 }
 
-TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
+TEST_F(Selection, OfTheTableIsPaleWithoutFocus) {
   CalGrid grid;
   grid.Fill([](MemoryGrid& cells) {
     cells.Clear(2);
@@ -84,11 +82,11 @@ TEST_F(Selection, OfTheTableIsPaleWhileTheKeyboardIsElsewhere) {
     cells.AddRow("50.00\t100.0");
   });
   Show(grid);
-  ExpectPaleWithoutKeyboard(grid);
+  ExpectPaleWithoutFocus(grid);
   grid.setParent(nullptr);
 }
 
-/// How many dots of a box, from `left` on, are as dark as text.
+/// The number of pixels of a box, from `left` on, that are as dark as text.
 int DarkDots(QLineEdit& box, int left) {
   const QImage picture = box.grab().toImage();
   int dots = 0;
@@ -107,6 +105,7 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   SetUpDayBox(&box, &spinner);
   box.setFocusPolicy(Qt::NoFocus);  // no cursor beside the text
   box.setText("31");
+  box.setAccessibleDescription("The day.");
   box.show();
   QApplication::processEvents();
   const int half = box.width() / 2;
@@ -115,14 +114,16 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   MarkBox(&box, "no such day");
   QApplication::processEvents();
   EXPECT_EQ(DarkDots(box, half), before);
+  EXPECT_EQ(box.accessibleDescription(), "no such day The day.");
   MarkBox(&box, "");
+  EXPECT_EQ(box.accessibleDescription(), "The day.");
   QApplication::processEvents();
   EXPECT_EQ(DarkDots(box, half), before);
 }
 
 // ---- Sizes.
 
-TEST(NoticeLine, KeepsTheSameRoomWhateverItReports) {
+TEST(NoticeLine, HasTheSameHeightForEveryText) {
   QWidget window;
   auto* layout = new QVBoxLayout(&window);  // the window owns it
   auto* other = new QWidget(&window);
@@ -139,61 +140,30 @@ TEST(NoticeLine, KeepsTheSameRoomWhateverItReports) {
   }
 }
 
-TEST(ScreenSize, GrowsWithTheFont) {
-  QWidget plain;
-  QFont font = plain.font();
-  font.setPixelSize(12);
-  plain.setFont(font);
-  plain.resize(200, 100);
-  const int height = plain.fontMetrics().height();
-  SuitDisplay(&plain);
-  const QSize small = plain.size();
-
+TEST(ScreenSize, GrowsWithTheFontButNotBeyondTheDisplay) {
+  QWidget small;
   QWidget large;
-  font.setPixelSize(24);
-  large.setFont(font);
-  large.resize(200, 100);
-  SuitDisplay(&large);
-  EXPECT_GT(large.fontMetrics().height(), height);
+  int pixels = 12;
+  for (QWidget* window : {&small, &large}) {
+    QFont font = window->font();
+    font.setPixelSize(pixels);
+    window->setFont(font);
+    window->resize(200, 100);
+    FitToDisplay(window);
+    pixels *= 2;
+  }
   EXPECT_GE(small.width(), 200);
   EXPECT_NEAR(large.width(), 2 * small.width(), 0.15 * large.width());
   EXPECT_NEAR(large.height(), 2 * small.height(), 0.15 * large.height());
-}
-
-TEST(ScreenSize, IsNeverLargerThanTheDisplayWhateverItWas) {
-  QWidget window;
-  window.resize(200, 100);
-  SuitDisplay(&window);
   for (const QSize size : {QSize(9000, 9000), QSize(200, 9000), QSize(9000, 100)}) {
-    window.resize(size);
-    window.show();
-    const QSize room = window.screen()->availableSize();
-    EXPECT_LT(window.width(), room.width());
-    EXPECT_LT(window.height(), room.height());
-    EXPECT_EQ(window.width() == size.width(), size.width() == 200);
-    window.hide();
+    small.resize(size);
+    small.show();
+    const QSize room = small.screen()->availableSize();
+    EXPECT_LT(small.width(), room.width());
+    EXPECT_LT(small.height(), room.height());
+    EXPECT_EQ(small.width() == size.width(), size.width() == 200);
+    small.hide();
   }
-}
-
-TEST(TableColumns, AreAtLeastAsWideAsTheirCaptions) {
-  CalGrid grid;
-  grid.resize(400, 200);
-  grid.show();
-  grid.Fill([](MemoryGrid& cells) {
-    cells.Clear(3);
-    cells.SetCellText(0, 0, "F");
-    cells.SetCellText(0, 1, "A caption wider than a third");
-    cells.SetCellText(0, 2, "G");
-    cells.AddRow("1\t2\t3");
-  });
-  const QHeaderView& header = *grid.horizontalHeader();
-  EXPECT_GT(header.sectionSizeHint(1), 400 / 3) << "the caption is no test";
-  int whole = 0;
-  for (int column = 0; column < 3; ++column) {
-    EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
-    whole += header.sectionSize(column);
-  }
-  EXPECT_LE(whole, grid.viewport()->width());
 }
 
 }  // namespace

@@ -3,11 +3,12 @@
 
 #include <QClipboard>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -20,7 +21,6 @@
 #include "screens/station/frmStationMain.h"
 #include "screens/widgets/NoticeLine.h"
 #include "support/DesktopTestPlatform.h"
-#include "support/OrdinaryUser.h"
 #include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
 #include "support/User.h"
@@ -40,23 +40,18 @@ std::string IniOf(const std::string& calibrationDir, const std::string& stationD
                 "[Calfactors]", "Dir=" + calibrationDir, "", "[Stations]", "Dir=" + stationDir});
 }
 
-OSVersionRecord VersionRecord(int family, int major, int minor, int build) {
-  OSVersionRecord record;
-  record.family = family;
-  record.major = major;
-  record.minor = minor;
-  record.build = build;
-  return record;
-}
-
-/// A system whose version a test tells, and which counts how often the INI file is written.
+/// A system with a given version. Counts how often the INI file is written.
 class MainMenuPlatform : public DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override {
-    record = version;
-    return tellsVersion;
+    record = OSVersionRecord();
+    record.family = 1;
+    record.major = 4;
+    record.minor = 10;
+    record.build = 2222;
+    return hasVersion;
   }
   [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
                                         const std::filesystem::path& to) override {
@@ -64,8 +59,7 @@ class MainMenuPlatform : public DesktopTestPlatform {
     return DesktopTestPlatform::Replace(from, to);
   }
 
-  bool tellsVersion = true;
-  OSVersionRecord version = VersionRecord(1, 4, 10, 2222);
+  bool hasVersion = true;
   int iniWrites = 0;
 };
 
@@ -75,21 +69,34 @@ class MainMenu : public testing::Test {
     gStationDir.clear();
     gCalibrationDir.clear();
     gOSPlatform.clear();
+    tree_.MakeFolders(R"(c:\calfactors)");
+    tree_.MakeFolders(R"(c:\stations)");
   }
 
-  /// Starts the program with both folders in place, or without.
-  void Start(bool withFolders = true) {
-    if (withFolders) {
-      tree_.MakeFolders(R"(c:\calfactors)");
-      tree_.MakeFolders(R"(c:\stations)");
-    }
+  void Start() {
     menu_.Form_Load(0);
     ASSERT_TRUE(menu_.isVisible());
   }
-
-  void FillStation(const QString& text) { Fill(menu_, "txtStationDir", text); }
-  void FillCalibration(const QString& text) { Fill(menu_, "txtCalibrationDir", text); }
-  void PressStart() { Click(menu_, "btnStart"); }
+  /// Types both directories and presses Start; Start then uses these roots.
+  void PressStart(const QString& stationDir, const QString& calibrationDir,
+                  const std::string& stationRoot, const std::string& calibrationRoot) {
+    Fill(menu_, "txtStationDir", stationDir);
+    Fill(menu_, "txtCalibrationDir", calibrationDir);
+    // Without this a screen that opens by mistake would wait for the user.
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [] {
+      if (auto* screen = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        ADD_FAILURE() << "this screen must not open: " << screen->windowTitle().toStdString();
+        screen->done(QDialog::Rejected);
+      }
+    });
+    closer.start(100);
+    Click(menu_, "btnStart");
+    EXPECT_EQ(gStationDir, stationRoot);
+    EXPECT_EQ(gCalibrationDir, calibrationRoot);
+    EXPECT_EQ(TextOf(menu_, "txtStationDir"), stationDir.toStdString());
+    EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), calibrationDir.toStdString());
+  }
 
   void ExpectStationQuestion(QMessageBox::StandardButton answer) {
     ExpectQuestion("Input station folder does not exist.", answer);
@@ -121,7 +128,42 @@ class MainMenu : public testing::Test {
 
 // ---- The screen.
 
-TEST_F(MainMenu, IsKnownToTheDesktopByItsEntryAndByThePictureOfTheSplash) {
+TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
+  EXPECT_EQ(menu_.windowTitle(), "Calibration Factor Data Editor");
+  Start();
+  EXPECT_EQ(menu_.windowTitle(), "Morrand Tarvell - A.02.61");
+  for (const auto& [name, caption] : std::vector<std::pair<const char*, const char*>>{
+           {"Label1", "Main Menu"},
+           {"Label2", "Input the name of the directory below."},
+           {"Label5", "Calibration data directory"},
+           {"Label4", "station data directory"},
+           {"lblVersionString", "now worked on 4.10.2222(95)"}}) {
+    EXPECT_EQ(Find<QLabel>(menu_, name).text(), caption) << name;
+    EXPECT_TRUE(Find<QLabel>(menu_, name).isVisible()) << name;
+  }
+  for (const auto& [name, caption] :
+       std::vector<std::pair<const char*, const char*>>{{"Option2", "Calibration Data"},
+                                                        {"Option1", "Station Data"},
+                                                        {"btnBrowseCalibrationDir", "Browse"},
+                                                        {"btnBrowseStationDir", "Browse"},
+                                                        {"btnStart", "Start"},
+                                                        {"btnExit", "Exit"}}) {
+    const auto& button = Find<QAbstractButton>(menu_, name);
+    EXPECT_EQ(button.text(), caption) << name;
+    EXPECT_TRUE(button.isVisible() && button.isEnabled()) << name;
+    EXPECT_FALSE(button.isChecked()) << name;
+  }
+  EXPECT_EQ(Find<QAction>(menu_, "mnuExit").text(), "Exit");
+  Click(menu_, "Option2");
+  Click(menu_, "Option1");
+  EXPECT_FALSE(Find<QRadioButton>(menu_, "Option2").isChecked());
+  platform_.hasVersion = false;
+  gOSPlatform.clear();
+  Start();
+  EXPECT_EQ(Find<QLabel>(menu_, "lblVersionString").text(), "now worked on FAIL()");
+}
+
+TEST_F(MainMenu, HasTheDesktopEntryAndThePictureOfTheSplash) {
   Start();
   EXPECT_EQ(QGuiApplication::desktopFileName(), "tarvell");
   frmSplash splash;
@@ -130,184 +172,69 @@ TEST_F(MainMenu, IsKnownToTheDesktopByItsEntryAndByThePictureOfTheSplash) {
   EXPECT_EQ(menu_.windowIcon().pixmap(picture.size()).toImage(), picture);
 }
 
-TEST_F(MainMenu, ShowsItsCaptions) {
-  EXPECT_EQ(menu_.windowTitle(), "Calibration Factor Data Editor");
-  Start();
-  EXPECT_EQ(menu_.windowTitle(), "Morrand Tarvell - A.02.61");
-  const std::vector<std::pair<const char*, const char*>> labels = {
-      {"Label1", "Main Menu"},
-      {"Label2", "Input the name of the directory below."},
-      {"Label5", "Calibration data directory"},
-      {"Label4", "station data directory"}};
-  for (const auto& [name, caption] : labels) {
-    EXPECT_EQ(Find<QLabel>(menu_, name).text(), caption) << name;
-  }
-  const std::vector<std::pair<const char*, const char*>> buttons = {
-      {"Option2", "Calibration Data"},
-      {"Option1", "Station Data"},
-      {"btnBrowseCalibrationDir", "Browse"},
-      {"btnBrowseStationDir", "Browse"},
-      {"btnStart", "Start"},
-      {"btnExit", "Exit"}};
-  for (const auto& [name, caption] : buttons) {
-    const auto& button = Find<QAbstractButton>(menu_, name);
-    EXPECT_EQ(button.text(), caption) << name;
-    EXPECT_TRUE(button.isVisible() && button.isEnabled()) << name;
-  }
-  EXPECT_EQ(Find<QAction>(menu_, "mnuExit").text(), "Exit");
-}
-
-TEST_F(MainMenu, NoOptionIsSelectedAtFirstAndOneAtMostLater) {
-  Start();
-  const auto& calibration = Find<QRadioButton>(menu_, "Option2");
-  const auto& station = Find<QRadioButton>(menu_, "Option1");
-  EXPECT_FALSE(calibration.isChecked());
-  EXPECT_FALSE(station.isChecked());
-  Click(menu_, "Option2");
-  EXPECT_TRUE(calibration.isChecked());
-  EXPECT_FALSE(station.isChecked());
-  Click(menu_, "Option1");
-  EXPECT_FALSE(calibration.isChecked());
-  EXPECT_TRUE(station.isChecked());
-}
-
-TEST_F(MainMenu, TellsTheVersionOfTheSystem) {
-  Start();
-  const auto& label = Find<QLabel>(menu_, "lblVersionString");
-  EXPECT_EQ(label.text(), "now worked on 4.10.2222(95)");
-  EXPECT_TRUE(label.isVisible());
-}
-
-TEST_F(MainMenu, TellsTheVersionOfTheOtherFamily) {
-  platform_.version = VersionRecord(2, 5, 0, 2195);
-  Start();
-  EXPECT_EQ(Find<QLabel>(menu_, "lblVersionString").text(), "now worked on 5.0.2195(NT)");
-}
-
-TEST_F(MainMenu, TellsThatTheSystemDoesNotTellItsVersion) {
-  platform_.tellsVersion = false;
-  Start();
-  EXPECT_EQ(Find<QLabel>(menu_, "lblVersionString").text(), "now worked on FAIL()");
-  EXPECT_TRUE(Find<QLabel>(menu_, "lblVersionString").isVisible());
-}
-
-TEST_F(MainMenu, TheKeyboardGoesThroughTheControlsInReadingOrder) {
-  Start();
-  FillCalibration("x");
-  for (const char* next :
-       {"btnBrowseCalibrationDir", "txtStationDir", "btnBrowseStationDir", "btnStart", "btnExit"}) {
-    Press(Qt::Key_Tab);
-    ASSERT_NE(QApplication::focusWidget(), nullptr);
-    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), next);
-  }
-}
-
 // ---- The two directories.
 
-TEST_F(MainMenu, AFirstStartGivesTheDefaults) {
-  Start(false);
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\calfactors)");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\stations)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-  EXPECT_EQ(gStationDir, R"(c:\stations)");
-  EXPECT_FALSE(tree_.Exists(kIni));
-  EXPECT_FALSE(tree_.Exists(R"(c:\calfactors)"));
-}
-
-TEST_F(MainMenu, AFurtherStartGivesWhatTheIniFileHolds) {
+TEST_F(MainMenu, StartsWithTheDirectoriesOfTheIniFile) {
   tree_.Write(kIni, IniOf(R"(d:\data\cal)", R"(e:\st)"));
-  Start(false);
+  Start();
   EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(d:\data\cal)");
   EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(e:\st)");
   EXPECT_EQ(gCalibrationDir, R"(d:\data\cal)");
   EXPECT_EQ(gStationDir, R"(e:\st)");
 }
 
-TEST_F(MainMenu, BrowsePicksADirectory) {
+TEST_F(MainMenu, BrowsePicksADirectoryStartingAtTheOneInTheBox) {
   tree_.MakeFolders(R"(c:\picked\cal)");
   tree_.MakeFolders(R"(c:\picked\st)");
   Start();
-  questions_.ExpectFolderPicker("Browse for calibration data directory.",
-                                QString::fromStdString(tree_.Native(R"(c:\picked\cal)")));
-  Click(menu_, "btnBrowseCalibrationDir");
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\picked\cal)");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\stations)");
-  questions_.ExpectFolderPicker("Browse for station data directory.",
-                                QString::fromStdString(tree_.Native(R"(c:\picked\st)")));
-  Click(menu_, "btnBrowseStationDir");
+  Fill(menu_, "txtStationDir", R"(c:\nowhere)");
+  const auto browse = [&](const QString& title, const QString& button, const QString& picked) {
+    questions_.ExpectFolderPicker(title, picked);
+    Click(menu_, button);
+  };
+  browse("Browse for calibration data directory.", "btnBrowseCalibrationDir", "");
+  browse("Browse for station data directory.", "btnBrowseStationDir", "");
+  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\calfactors)");
+  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\nowhere)");
+  ASSERT_EQ(questions_.initialDirs.size(), 2U);
+  EXPECT_EQ(questions_.initialDirs.at(0).toStdString(), tree_.Native(R"(c:\calfactors)").string());
+  EXPECT_TRUE(std::filesystem::equivalent(questions_.initialDirs.at(1).toStdString(),
+                                          tree_.Native("c:\\")));
+  browse("Browse for calibration data directory.", "btnBrowseCalibrationDir",
+         QString::fromStdString(tree_.Native(R"(c:\picked\cal)").string()));
+  browse("Browse for station data directory.", "btnBrowseStationDir",
+         QString::fromStdString(tree_.Native(R"(c:\picked\st)").string()));
   EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\picked\cal)");
   EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\picked\st)");
-  // What was picked is not in use before Start.
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
+  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)") << "used only after Start";
   EXPECT_EQ(gStationDir, R"(c:\stations)");
 }
 
-TEST_F(MainMenu, BrowseStartsAtTheDirectoryInTheBox) {
-  Start();
-  questions_.ExpectFolderPicker("Browse for calibration data directory.", "");
-  Click(menu_, "btnBrowseCalibrationDir");
-  FillStation(R"(c:\nowhere)");
-  questions_.ExpectFolderPicker("Browse for station data directory.", "");
-  Click(menu_, "btnBrowseStationDir");
-  ASSERT_EQ(questions_.initialDirs.size(), 2U);
-  EXPECT_EQ(std::filesystem::path(questions_.initialDirs.at(0).toStdString()),
-            tree_.Native(R"(c:\calfactors)"));
-  EXPECT_TRUE(std::filesystem::equivalent(questions_.initialDirs.at(1).toStdString(),
-                                          tree_.Native("c:\\")));
-}
-
-TEST_F(MainMenu, ACancelledBrowseLeavesTheText) {
-  Start();
-  FillCalibration(" kept 1 ");
-  FillStation(" kept 2 ");
-  questions_.ExpectFolderPicker("Browse for calibration data directory.", "");
-  Click(menu_, "btnBrowseCalibrationDir");
-  questions_.ExpectFolderPicker("Browse for station data directory.", "");
-  Click(menu_, "btnBrowseStationDir");
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), " kept 1 ");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), " kept 2 ");
-}
-
-// ---- Start.
-
-TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEnteredAndNothingWaits) {
+TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEntered) {
   Start();
   const auto& notices = Find<NoticeLine>(menu_, "notices");
   const auto& box = Find<QLineEdit>(menu_, "txtStationDir");
-  const std::string said =
+  const QString notice =
       "The station data directory holds a comma. The next start reads \"c:\\sta\" in its place. "
       "Choose one without a comma.";
   Fill(menu_, "txtStationDir", R"(c:\sta,b)");
   EXPECT_EQ(notices.text(), "") << "before the box is left";
   Press(Qt::Key_Tab);
-  EXPECT_EQ(notices.text().toStdString(), said);
-  EXPECT_EQ(MarkOf(&box).toStdString(), said);
+  EXPECT_EQ(notices.text(), notice);
+  EXPECT_EQ(MarkOf(&box), notice);
   Fill(menu_, "txtStationDir", R"(c:\stations)");
   EXPECT_EQ(notices.text(), "");
   EXPECT_EQ(MarkOf(&box), "");
-
-  tree_.MakeFolders(R"(c:\cal,b)");
-  Fill(menu_, "txtCalibrationDir", R"(c:\cal,b)");
-  Press(Qt::Key_Return);
-  EXPECT_TRUE(notices.text().contains("\"c:\\cal\" in its place")) << notices.text().toStdString();
-  EXPECT_EQ(gCalibrationDir, R"(c:\cal,b)");
-
-  Fill(menu_, "txtCalibrationDir", R"(c:\calfactors)");
   questions_.ExpectFolderPicker("Browse for calibration data directory.", "/new/cal,b");
   Click(menu_, "btnBrowseCalibrationDir");
   EXPECT_TRUE(notices.text().contains("\"/new/cal\" in its place")) << notices.text().toStdString();
-}
-
-TEST_F(MainMenu, ADirectoryWithACommaIsReportedAlsoWhenTheProgramEndsBeforeTheBoxIsLeft) {
-  Start();
+  // At the end a message shows the notice of a box that was not left; the other was reported.
   Fill(menu_, "txtStationDir", R"(c:\sta,b)");
-  questions_.ExpectNotice(
-      "The station data directory holds a comma. The next start reads \"c:\\sta\" in its place. "
-      "Choose one without a comma.");
+  questions_.ExpectNotice(notice);
   menu_.close();
 }
 
-TEST_F(MainMenu, ADirectoryHoldsNoLineEndButOneAfterAPastedTextIsDropped) {
+TEST_F(MainMenu, ADirectoryHoldsNoLineEndExceptOneAfterAPastedText) {
   Start();
   QGuiApplication::clipboard()->setText("c:\\cal\r\n");
   Fill(menu_, "txtCalibrationDir", "");
@@ -319,228 +246,91 @@ TEST_F(MainMenu, ADirectoryHoldsNoLineEndButOneAfterAPastedTextIsDropped) {
   EXPECT_TRUE(Find<NoticeLine>(menu_, "notices").text().contains("cannot hold a line end"));
 }
 
-TEST_F(MainMenu, WithoutAStationDirectoryNothingElseIsLookedAt) {
+// ---- Start.
+
+TEST_F(MainMenu, StartChecksTheStationDirectoryFirst) {
   Start();
-  for (const char* calibration : {R"(c:\calfactors)", R"(c:\missing)", ""}) {
-    // Blanks alone name no directory either.
-    for (const char* station : {"", "  "}) {
-      FillStation(station);
-      FillCalibration(calibration);
-      questions_.ExpectNotice(kNoStation);
-      PressStart();
-    }
+  PressStart(R"(c:\stations)", R"(c:\calfactors)", R"(c:\stations)", R"(c:\calfactors)");
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "without an option no screen opens";
+  Click(menu_, "Option2");
+  for (const char* station : {"", "  "}) {
+    questions_.ExpectNotice(kNoStation);
+    PressStart(station, R"(c:\missing)", R"(c:\stations)", R"(c:\calfactors)");
   }
-  EXPECT_EQ(gStationDir, R"(c:\stations)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
+  ExpectStationQuestion(QMessageBox::Cancel);
+  PressStart(R"(c:\other)", "", R"(c:\stations)", R"(c:\calfactors)");
+  EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "stations"}));
+  // The station root is stored although the calibration directory is missing.
+  for (const char* calibration : {"", "  "}) {
+    if (calibration[0] == '\0') {
+      ExpectStationQuestion(QMessageBox::Ok);
+    }
+    questions_.ExpectNotice(kNoCalibration);
+    PressStart(R"(c:\other)", calibration, R"(c:\other)", R"(c:\calfactors)");
+  }
+  EXPECT_TRUE(std::filesystem::is_directory(tree_.Native(R"(c:\other)")));
+  ExpectCalibrationQuestion(QMessageBox::Cancel);
+  PressStart(R"(c:\stations)", R"(c:\missing)", R"(c:\stations)", R"(c:\calfactors)");
   EXPECT_FALSE(tree_.Exists(R"(c:\missing)"));
 }
 
-TEST_F(MainMenu, ARefusedStationFolderChangesNothing) {
-  Start();
-  Click(menu_, "Option2");
-  FillStation(R"(c:\other)");
-  FillCalibration("");
-  ExpectStationQuestion(QMessageBox::Cancel);
-  PressStart();
-  EXPECT_FALSE(tree_.Exists(R"(c:\other)"));
-  EXPECT_EQ(gStationDir, R"(c:\stations)");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\other)");
-}
-
-TEST_F(MainMenu, AnAgreedStationFolderIsMadeBeforeTheCalibrationTextIsLookedAt) {
-  Start();
-  FillStation(R"(c:\other)");
-  FillCalibration("");
-  ExpectStationQuestion(QMessageBox::Ok);
-  questions_.ExpectNotice(kNoCalibration);
-  PressStart();
-  EXPECT_TRUE(tree_.Exists(R"(c:\other)"));
-  EXPECT_EQ(gStationDir, R"(c:\other)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-}
-
-TEST_F(MainMenu, WithoutACalibrationDirectoryTheStationIsStoredAllTheSame) {
-  tree_.MakeFolders(R"(c:\other)");
-  Start();
-  Click(menu_, "Option1");
-  FillStation(R"(c:\other)");
-  for (const char* calibration : {"", " "}) {
-    FillCalibration(calibration);
-    questions_.ExpectNotice(kNoCalibration);
-    PressStart();
-  }
-  EXPECT_EQ(gStationDir, R"(c:\other)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-}
-
-TEST_F(MainMenu, ARefusedCalibrationFolderOpensNothing) {
-  Start();
-  Click(menu_, "Option2");
-  FillCalibration(R"(c:\other)");
-  ExpectCalibrationQuestion(QMessageBox::Cancel);
-  PressStart();
-  EXPECT_FALSE(tree_.Exists(R"(c:\other)"));
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-}
-
-TEST_F(MainMenu, BothFoldersAreMadeTheStationsFirst) {
-  Start(false);
-  ExpectStationQuestion(QMessageBox::Ok);
-  ExpectCalibrationQuestion(QMessageBox::Ok);
-  PressStart();
-  EXPECT_TRUE(std::filesystem::is_directory(tree_.Native(R"(c:\stations)")));
-  EXPECT_TRUE(std::filesystem::is_directory(tree_.Native(R"(c:\calfactors)")));
-  // From now on there is nothing to ask.
-  PressStart();
-}
-
-TEST_F(MainMenu, BothFoldersAreCheckedWhicheverScreenIsChosen) {
-  Start(false);
-  Click(menu_, "Option2");
-  ExpectStationQuestion(QMessageBox::Ok);
-  ExpectCalibrationQuestion(QMessageBox::Cancel);
-  PressStart();
-  Click(menu_, "Option1");
-  ExpectCalibrationQuestion(QMessageBox::Cancel);
-  PressStart();
-  EXPECT_EQ(tree_.Names("c:\\"), (Texts{"stations"}));
-}
-
-TEST_F(MainMenu, TheFolderTestIsUntrimmedAndWhatIsStoredIsTrimmed) {
+TEST_F(MainMenu, StartLooksForTheFolderAsTypedAndStoresItWithoutBlanksAroundIt) {
   tree_.MakeFolders(R"(c:\st )");
   tree_.MakeFolders(R"(c:\cal )");
   Start();
-  FillStation(R"(c:\st )");
-  FillCalibration(R"(c:\cal )");
-  PressStart();
-  EXPECT_EQ(gStationDir, R"(c:\st)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\cal)");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(c:\st )");
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal )");
-  FillStation(R"(c:\stations )");
+  PressStart(R"(c:\st )", R"(c:\cal )", R"(c:\st)", R"(c:\cal)");
   ExpectStationQuestion(QMessageBox::Cancel);
-  PressStart();
-  EXPECT_EQ(gStationDir, R"(c:\st)");
+  PressStart(R"(c:\stations )", R"(c:\cal )", R"(c:\st)", R"(c:\cal)");
 }
 
-TEST_F(MainMenu, AStationFolderWithoutAParentCannotBeMade) {
+TEST_F(MainMenu, AFolderThatCannotBeMadeOpensNoScreen) {
+  tree_.Write(R"(c:\file)", "x");
   Start();
   Click(menu_, "Option2");
-  FillStation(R"(c:\no\where)");
   ExpectStationQuestion(QMessageBox::Ok);
   ExpectCannotMake();
-  PressStart();
-  EXPECT_FALSE(tree_.Exists(R"(c:\no)"));
-  EXPECT_EQ(gStationDir, R"(c:\stations)");
-  EXPECT_TRUE(menu_.isVisible());
-}
-
-TEST_F(MainMenu, ACalibrationFolderWithoutAParentCannotBeMade) {
-  Start();
-  Click(menu_, "Option2");
-  FillCalibration(R"(c:\no\where)");
+  PressStart(R"(c:\no\where)", R"(c:\calfactors)", R"(c:\stations)", R"(c:\calfactors)");
+  EXPECT_NE(questions_.details.back(), "");
   ExpectCalibrationQuestion(QMessageBox::Ok);
   ExpectCannotMake();
-  PressStart();
-  EXPECT_FALSE(tree_.Exists(R"(c:\no)"));
-  EXPECT_EQ(gStationDir, R"(c:\stations)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-}
-
-TEST_F(MainMenu, AShareIsNotMadeAsAFolderButReachedByOne) {
-  Start();
-  Click(menu_, "Option1");
-  FillStation(R"(\\server\share)");
-  questions_.ExpectError({"mounted", "enter that folder here", R"(\\server\share)"});
-  PressStart();
-  FillStation(R"(c:\stations)");
-  FillCalibration("//no-such-server/share");
-  questions_.ExpectError({"mounted", "//no-such-server/share"});
-  PressStart();
-  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
-}
-
-TEST_F(MainMenu, ADirectoryWithoutItsBeginningIsShownAsWhatItMeansBeforeItIsMade) {
-  Start();
-  FillStation("no such folder");
+  PressStart(R"(c:\stations)", R"(c:\file)", R"(c:\stations)", R"(c:\calfactors)");
+  EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "file", "stations"}));
+  for (const char* share : {R"(\\server\share)", "//no-such-server/share"}) {
+    questions_.ExpectError({"mounted", "enter that folder here", share});
+    PressStart(R"(c:\stations)", share, R"(c:\stations)", R"(c:\calfactors)");
+  }
+  // A relative directory is shown with the whole path that it means.
   ExpectStationQuestion(QMessageBox::Cancel);
-  PressStart();
+  PressStart("no such folder", "", R"(c:\stations)", R"(c:\calfactors)");
   EXPECT_EQ(
       questions_.details.back().toStdString(),
       "It would be the folder\n" + (std::filesystem::current_path() / "no such folder").string());
-  FillStation(R"(c:\other)");
-  ExpectStationQuestion(QMessageBox::Cancel);
-  PressStart();
-  EXPECT_EQ(questions_.details.back(), "");
 }
 
-TEST_F(MainMenu, AFileIsNoFolderAndNoneCanBeMadeInItsPlace) {
-  tree_.Write(R"(c:\file)", "x");
+TEST_F(MainMenu, EachOptionOpensItsScreenAndComesBack) {
   Start();
-  FillStation(R"(c:\file)");
-  ExpectStationQuestion(QMessageBox::Ok);
-  ExpectCannotMake();
-  PressStart();
-  EXPECT_EQ(tree_.Read(R"(c:\file)"), "x");
-}
-
-TEST_F(MainMenu, AFolderThatMayNotBeMadeIsTold) {
-  const OrdinaryUser user(tree_.Root());
-  tree_.MakeFolders(R"(c:\locked)");
-  const LockedFolder locked(tree_.Native(R"(c:\locked)"));
-  Start();
-  FillCalibration(R"(c:\locked\cal)");
-  ExpectCalibrationQuestion(QMessageBox::Ok);
-  ExpectCannotMake();
-  PressStart();
-  EXPECT_EQ(tree_.Names(R"(c:\locked)"), Texts{});
-}
-
-TEST_F(MainMenu, WithoutAnOptionNothingOpensAndBothAreStored) {
-  tree_.MakeFolders(R"(c:\st)");
-  tree_.MakeFolders(R"(c:\cal)");
-  Start();
-  FillStation(R"(c:\st)");
-  FillCalibration(R"(c:\cal)");
-  PressStart();
-  EXPECT_EQ(gStationDir, R"(c:\st)");
-  EXPECT_EQ(gCalibrationDir, R"(c:\cal)");
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  EXPECT_FALSE(tree_.Exists(kIni)) << "the INI file is written at the end only";
-}
-
-TEST_F(MainMenu, CalibrationDataOpensItsMenuAndComesBack) {
-  Start();
-  Click(menu_, "Option2");
   for (int i = 0; i < 2; ++i) {
+    Click(menu_, "Option2");
     user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
-      EXPECT_TRUE(screen.isModal());
-      EXPECT_TRUE(menu_.isVisible());
+      EXPECT_TRUE(screen.isModal() && menu_.isVisible());
       Click(screen, "btnReturn");
     });
-    PressStart();
-    EXPECT_TRUE(menu_.isVisible());
-  }
-}
-
-TEST_F(MainMenu, StationDataOpenTheirListAndComeBack) {
-  Start();
-  Click(menu_, "Option1");
-  for (int i = 0; i < 2; ++i) {
+    Click(menu_, "btnStart");
+    Click(menu_, "Option1");
     user_.At<frmStationMain>([&](frmStationMain& screen) {
-      EXPECT_TRUE(screen.isModal());
-      EXPECT_TRUE(menu_.isVisible());
+      EXPECT_TRUE(screen.isModal() && menu_.isVisible());
       Click(screen, "btnReturn");
     });
-    PressStart();
+    Click(menu_, "btnStart");
     EXPECT_TRUE(menu_.isVisible());
   }
+  EXPECT_EQ(platform_.iniWrites, 0);
 }
 
-TEST_F(MainMenu, EnterPressesStart) {
+TEST_F(MainMenu, EnterPressesStartAndEscapeDoesNotEndTheProgram) {
   Start();
   for (const char* box : {"txtStationDir", "txtCalibrationDir"}) {
-    FillStation("");
+    Fill(menu_, "txtStationDir", "");
     Find<QLineEdit>(menu_, box).setFocus();
     questions_.ExpectNotice(kNoStation);
     Press(Qt::Key_Return);
@@ -548,84 +338,36 @@ TEST_F(MainMenu, EnterPressesStart) {
   Click(menu_, "Option2");
   questions_.ExpectNotice(kNoStation);
   Press(Qt::Key_Enter);
+  Press(Qt::Key_Escape);
+  EXPECT_TRUE(menu_.isVisible());
+  EXPECT_EQ(platform_.iniWrites, 0);
 }
 
 // ---- The end.
 
-TEST_F(MainMenu, EscapeDoesNotEndTheProgram) {
-  Start();
-  FillStation("typed");
-  Press(Qt::Key_Escape);
-  EXPECT_TRUE(menu_.isVisible());
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), "typed");
-  EXPECT_EQ(platform_.iniWrites, 0);
-}
-
-class MainMenuEnd : public MainMenu {
- protected:
-  /// Ends the program by `leave` with blanks around both directories, neither of which exists.
-  template <typename Leave>
-  void ExpectWrittenOnce(const Leave& leave) {
-    Start(false);
-    FillCalibration(R"(  c:\my cal )");
-    FillStation(R"(c:\my st  )");
-    EXPECT_EQ(platform_.iniWrites, 0);
+TEST_F(MainMenu, EveryWayOutWritesTheIniFileOnceExactlyAsTyped) {
+  const std::vector<std::function<void()>> ways = {
+      [&] { Click(menu_, "btnExit"); },
+      [&] {
+        auto& bar = *menu_.findChild<QMenuBar*>();
+        QTest::mouseClick(&bar, Qt::LeftButton, {},
+                          bar.actionGeometry(&Find<QAction>(menu_, "mnuExit")).center());
+      },
+      [&] { menu_.close(); }};
+  for (const auto& leave : ways) {
+    tree_.Write(kIni, IniOf(R"(c:\a\very\long\directory\of\the\last\time)", R"(c:\stations)"));
+    platform_.iniWrites = 0;
+    Start();
+    Find<QLineEdit>(menu_, "txtCalibrationDir").setText("  c:\\gr\u00f6\u00dfe \u6e2c\u5b9a ");
+    Fill(menu_, "txtStationDir", R"(c:\my st  )");
     leave();
     EXPECT_FALSE(menu_.isVisible());
     EXPECT_EQ(platform_.iniWrites, 1);
-    EXPECT_EQ(tree_.Read(kIni), IniOf(R"(  c:\my cal )", R"(c:\my st  )"));
-    EXPECT_EQ(gCalibrationDir, R"(  c:\my cal )");
+    EXPECT_EQ(tree_.Read(kIni), IniOf("  c:\\gr\u00f6\u00dfe \u6e2c\u5b9a ", R"(c:\my st  )"));
+    EXPECT_EQ(gCalibrationDir, "  c:\\gr\u00f6\u00dfe \u6e2c\u5b9a ");
     EXPECT_EQ(gStationDir, R"(c:\my st  )");
-    EXPECT_EQ(tree_.Names("c:\\"), Texts{"windows"});
+    EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "stations", "windows"}));
   }
-};
-
-TEST_F(MainMenuEnd, ByTheExitButtonWritesTheIniFileOnce) {
-  ExpectWrittenOnce([&] { Click(menu_, "btnExit"); });
-}
-
-TEST_F(MainMenuEnd, ByTheExitEntryWritesTheIniFileOnce) {
-  ExpectWrittenOnce([&] {
-    auto& bar = *menu_.findChild<QMenuBar*>();
-    QTest::mouseClick(&bar, Qt::LeftButton, {},
-                      bar.actionGeometry(&Find<QAction>(menu_, "mnuExit")).center());
-  });
-}
-
-TEST_F(MainMenuEnd, ByClosingTheWindowWritesTheIniFileOnce) {
-  ExpectWrittenOnce([&] { menu_.close(); });
-}
-
-TEST_F(MainMenuEnd, ReplacesTheIniFileOfTheLastTime) {
-  tree_.Write(kIni, IniOf(R"(c:\a\very\long\directory\of\the\last\time)", R"(c:\stations)"));
-  Start(false);
-  FillCalibration(R"(c:\b)");
-  Click(menu_, "btnExit");
-  EXPECT_EQ(tree_.Read(kIni), IniOf(R"(c:\b)", R"(c:\stations)"));
-  EXPECT_EQ(tree_.Names(R"(c:\windows)"), Texts{"tarvell.ini"});
-}
-
-TEST_F(MainMenuEnd, EveryCharacterComesBackAtTheNextStart) {
-  Start(false);
-  Find<QLineEdit>(menu_, "txtCalibrationDir").setText("c:\\gr\u00f6\u00dfe \u6e2c\u5b9a");
-  FillStation("c:\\x");
-  Click(menu_, "btnExit");
-  EXPECT_EQ(tree_.Read(kIni), IniOf("c:\\gr\u00f6\u00dfe \u6e2c\u5b9a", "c:\\x"));
-  frmMain next;
-  next.Form_Load(0);
-  EXPECT_EQ(TextOf(next, "txtCalibrationDir"), "c:\\gr\u00f6\u00dfe \u6e2c\u5b9a");
-  EXPECT_EQ(TextOf(next, "txtStationDir"), "c:\\x");
-}
-
-TEST_F(MainMenuEnd, WithoutTheRightToWriteTheIniFileSaysSoOnceAndEnds) {
-  tree_.MakeFolders(R"(c:\windows)");
-  const OrdinaryUser user(tree_.Root());
-  const LockedFolder locked(tree_.Native(R"(c:\windows)"));
-  Start();
-  questions_.ExpectError({"The two directories are not remembered", "permission", kIni});
-  Click(menu_, "btnExit");
-  EXPECT_FALSE(menu_.isVisible());
-  EXPECT_EQ(tree_.Names(R"(c:\windows)"), Texts{});
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-constexpr int kDefaultSeeds = 20;
-constexpr int kDefaultActions = 2000;
+constexpr int kDefaultSeeds = 65;
+constexpr int kDefaultActions = 600;
 
 int NumberFrom(const char* variable, int otherwise) {
   bool isNumber = false;
@@ -39,9 +39,9 @@ int NumberFrom(const char* variable, int otherwise) {
   return isNumber ? number : otherwise;
 }
 
-/// Every message that random hands may meet, as a pattern of its whole text. The errors that only
-/// a fault of the program itself could cause (a row, page or column that a table does not have, a
-/// model that the editors do not know) are left out on purpose, and so are those of a failing disk.
+/// A pattern for the whole text of every message that random input may cause. Errors that only a
+/// fault of the program can cause (a row, page or column that a table does not have, a model that
+/// the editors do not know) are missing on purpose, as are those of a failing disk.
 const std::array kKnownMessages = {
     // The main menu.
     "Station directory does not set\\.",
@@ -53,6 +53,7 @@ const std::array kKnownMessages = {
     ".*If you want to create new folder, then press Ok button\\.\n\nIt would be the folder\n.*",
     "Cannot make folder!\n\nCannot make the folder: .*",
     "This computer reaches the share of another one by a folder of its own, .*",
+    "The (calibration|station) data directory holds a comma\\. The next start reads .*",
     // The calibration data.
     "No calibration data is selected\\.",
     "Are you sure you want to delete .+\\(.*\\)\\?",
@@ -71,9 +72,9 @@ const std::array kKnownMessages = {
     "The (serial number( of the member .+)?|calibration number|comment) holds more than 20 words, "
     ".*",
     // The stations.
-    "Can't make a new station\n\nThe station name .*",
-    "Can't make a new station\n\nCannot make the folder: .*",
-    "Can't make a new station\n\nThe character \".+\" cannot be stored in a data file\\. .*",
+    "Can't make a new station\n\n(The station name .*|Cannot make the folder: .*|The character "
+    "\".+\" "
+    "cannot be stored in a data file\\. .*)",
     "Station name is no input\\.",
     "This station name was already exist\\.",
     "No stations? is selected\\.",
@@ -82,20 +83,19 @@ const std::array kKnownMessages = {
     "Are you sure to want to delete .+\\?",
     "This action is current station instrment data be all lost\\.\\r\\nDo you wish to continue\\?",
     "Current station data delete completed\\.",
-    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nAdded and not saved either way: "
-    ".*)?",
+    "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nThese instruments were added "
+    "but not saved: .*)?",
     "Error: Invailed Input Date",
-    "Error: Cannot save \n\nThe model number .*",
-    "Error: Cannot save \n\nThe number .* is too large to be calculated with\\. .*",
-    "Error: Cannot save \n\nThe number .* is outside the range -32768 to 32767\\. .*",
-    "Error: Cannot save \n\nCannot save the file: it is a folder, not a file\\. .*",
-    "Error: Cannot save \n\nCannot save the file: its name is too long\\. .*",
-    "Error: Cannot save \n\nCannot save the file: it, or the folder it belongs in, does not .*",
+    "Error: Cannot save \n\n(The model number .*|The number .* is (too large to be calculated "
+    "with|outside the range -32768 to 32767)\\. .*)",
+    "Error: Cannot save \n\nCannot save the file: (it is a folder, not a file\\. .*|its name is "
+    "too "
+    "long\\. .*|it, or the folder it belongs in, does not .*)",
     "There is no equipment calibration data\\.\\r\\nIt's not possible to add it\\.",
     "This instrment is already exist\\.",
     "Model number or serial number is no selected\\.",
     "The chosen instrument is not in the calibration data any more\\. Choose it again\\.",
-    // A file that the user has not seen.
+    // The questions before a file is replaced.
     "The file .+ (holds data without a serial number|holds the data of another serial number, "
     "\".+\"|has changed since it was opened here|of this serial number is there already)\\. Do you "
     "want to replace it\\?\n\n.*",
@@ -107,27 +107,22 @@ const std::array kKnownMessages = {
     "The control character number \\d+ cannot be stored in a data file\\. .*",
     "A line end cannot be stored in a data file\\. .*",
     "The number .* is too large to be calculated with\\. Enter a smaller one\\..*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThe column \".+\" cannot be edited\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThe table has no current cell\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nThere is no text to paste\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nWhat is to be pasted has \\d+ lines, and "
-    "the table has \\d+ rows .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: It has \\d+ columns, and the "
-    "table has \\d+ .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The table has no value in "
-    "this place\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: There is no value\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The character \".+\" in "
-    "\".+\" cannot be stored in a data file\\. .*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is no number.*",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: \".+\" is too large to be "
-    "calculated with\\. Correct it\\.",
-    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: The number .* is too large to "
-    "be calculated with\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nThe (column \".+\" cannot be "
+    "edited|table "
+    "has no current cell)\\. .*",
+    "Nothing was pasted, and the table is as it was\\.\n\n(There is no text to paste\\.|What is to "
+    "be "
+    "pasted has \\d+ lines, and the table has \\d+ rows) .*",
+    "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: (It has \\d+ columns, and the "
+    "table has \\d+|The table has no value in this place\\.|There is no value\\.|The character "
+    "\".+\" in "
+    "\".+\" cannot be stored in a data file\\.|\".+\" is no number|.+ is too large to be "
+    "calculated "
+    "with\\.).*",
     "(.+: )?The number .* is outside the range -32768 to 32767\\. Correct it\\..*",
     ".+: \".*\" is not a number\\. Enter a whole number\\.",
     ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",
-    // Files and folders that are broken, gone or not permitted.
+    // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",
     "The chosen data set is not in the list any more\\. .*",
@@ -138,7 +133,7 @@ const std::array kKnownMessages = {
     "Cannot (read|save) the file: it is a folder, not a file\\. .*",
     "Cannot (make the folder|save the file|read the file): its name is too long\\. .*",
     "Cannot make the folder: there is one of this name already, .*",
-    // The toolkit's own, of its file dialog.
+    // Messages of the toolkit's file dialog.
     ".*\\nFile not found\\.\\nPlease verify the correct file name was given\\.",
     ".*\\nDirectory not found\\.\\nPlease verify the correct directory name was given\\.",
 };
@@ -152,13 +147,13 @@ bool IsKnownMessage(const QString& text) {
     }
     return made;
   }();
-  // The trash takes whatever it is given.
+  // The trash takes every file, so no message may mention it.
   return !text.contains("Trash") && std::ranges::any_of(patterns, [&](const auto& pattern) {
     return pattern.match(text).hasMatch();
   });
 }
 
-/// A data file with this serial number instead of its template's.
+/// The template's bytes with this serial number.
 std::string DataFileBytes(const std::string& templateBytes, const std::string& serial) {
   const std::string keyword = "#SER_NO   : ";
   const std::size_t at = templateBytes.find(keyword) + keyword.size();
@@ -253,23 +248,23 @@ class MonkeyTest : public testing::TestWithParam<int> {
 
   [[nodiscard]] std::filesystem::path DataHome() const { return tree_.Root() / "data home"; }
 
-  /// Everything in the trash can be restored to where it was.
+  /// Every entry of the trash has the information that restores it.
   void CheckTrash() const {
     const std::filesystem::path trash = DataHome() / "Trash";
     std::set<std::string> kept;
-    std::set<std::string> told;
+    std::set<std::string> described;
     if (std::filesystem::exists(trash)) {
       for (const auto& entry : std::filesystem::directory_iterator(trash / "files")) {
         kept.insert(entry.path().filename().string() + ".trashinfo");
       }
       for (const auto& entry : std::filesystem::directory_iterator(trash / "info")) {
-        told.insert(entry.path().filename().string());
+        described.insert(entry.path().filename().string());
       }
     }
-    EXPECT_EQ(kept, told);
+    EXPECT_EQ(kept, described);
   }
 
-  /// Whatever the program may have written can be read again.
+  /// Every file that the program wrote can be read again.
   void CheckFiles() const {
     for (auto entries = std::filesystem::recursive_directory_iterator(tree_.Root());
          const auto& entry : entries) {
@@ -341,11 +336,11 @@ class MonkeyTest : public testing::TestWithParam<int> {
   TestTree tree_;
   ConfinedPlatform platform_;
   QByteArray dataHome_;
-  std::vector<std::string> kits_;             ///< what the file dialog may choose
-  std::map<std::string, std::string> first_;  ///< every file as it was before
+  std::vector<std::string> kits_;             ///< the files for the file dialog
+  std::map<std::string, std::string> first_;  ///< the original bytes of every file
 };
 
-/// A Monkey that gets nowhere would find nothing.
+/// Checks that the monkey has reached a screen: otherwise it would find nothing.
 void ExpectVisited(const Monkey& monkey, const std::string& screen) {
   if (monkey.Unknown().empty()) {
     EXPECT_TRUE(std::ranges::count(monkey.Visited(), screen) == 1) << screen;

@@ -14,7 +14,7 @@
 namespace tarvell {
 namespace {
 
-/// The signals that a process ignores, a bit each.
+/// The signals that a process ignores, one bit for each.
 std::uint64_t IgnoredBy(pid_t process) {
   std::ifstream status("/proc/" + std::to_string(process) + "/status");
   std::string line;
@@ -26,8 +26,8 @@ std::uint64_t IgnoredBy(pid_t process) {
   return 0;
 }
 
-// Else a shell's limit of the file size, or a pipe in the place of a file, would end the program
-// in the middle of the work.
+// Otherwise the program would end, with all that was typed, at the shell's file size limit or when
+// it writes to a pipe.
 TEST(Program, IsNotEndedByAWriteThatTheSystemRefuses) {
   const pid_t program = ::fork();
   ASSERT_GE(program, 0);

@@ -18,15 +18,15 @@
 
 namespace tarvell::test {
 
-/// A step of a save that fails, and what the operator is told then.
+/// A step of a save that fails, and the reason that the message then gives.
 struct ScreenFault {
   FaultPlatform::Step step;
   std::errc fault;
   std::string reason;
-  bool isReplaced = false;  ///< whether the new file is in its place all the same
+  bool isReplaced = false;  ///< whether the new file has replaced the earlier one nevertheless
 };
 
-/// One for each step; where another system error has words of its own, those.
+/// One fault for each step; two for writing, whose errors have different explanations.
 [[nodiscard]] inline const std::vector<ScreenFault>& ScreenFaults() {
   using Step = FaultPlatform::Step;
   static const std::string kDisk = "Input/output error. Check the disk, then try again.";
@@ -48,8 +48,8 @@ struct ScreenFault {
   return kFaults;
 }
 
-/// Presses a button under each fault in turn, then once more without. `press` expects the message
-/// with the reason and looks at what the operator then sees.
+/// Calls `press` under each fault in turn, then `pressAgain` without one. `press` presses the
+/// button and checks the message and the screen.
 template <typename Press, typename PressAgain>
 void PressUnderEachFault(FaultPlatform& platform, const Press& press,
                          const PressAgain& pressAgain) {
@@ -64,7 +64,7 @@ void PressUnderEachFault(FaultPlatform& platform, const Press& press,
   pressAgain();
 }
 
-/// Every text that a screen shows in a box or a table, as an operator reads it.
+/// Every text that a screen shows in a box or a table.
 [[nodiscard]] inline std::vector<std::string> TextsOn(const QWidget& screen) {
   std::vector<std::string> texts;
   for (const QLineEdit* box : screen.findChildren<QLineEdit*>()) {

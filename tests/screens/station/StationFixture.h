@@ -30,7 +30,7 @@ inline constexpr const char* kRootIndex = "c:\\stations\\INDEX";
 inline constexpr const char* kStation = R"(c:\stations\ST1)";
 inline constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
 
-/// The header of a calibration data file, as far as the stations need it.
+/// The header of a calibration data file, as the station screens read it.
 struct CalHeader {
   std::string model = "PX12A";
   std::string serial = "3318A12345";
@@ -67,34 +67,38 @@ struct InstrumentFile {
   }
 };
 
-/// The screens of the stations over a tree of the test's own. Message boxes are answered by a
-/// script.
+/// Shows the station screens on a tree of the test's own. A script answers the message boxes.
 class StationStage : public testing::Test {
  protected:
-  StationStage() : platform_(tree_.ProgramFolder()) {
+  StationStage() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "data").c_str());
     tree_.MakeFolders(kRoot);
     tree_.MakeFolders("c:\\calfactors");
     gStationDir = kRoot;
     gCalibrationDir = "c:\\calfactors";
     gCalFiles = {};
   }
-  ~StationStage() override { gCalFiles = {}; }
+  ~StationStage() override {
+    gCalFiles = {};
+    qputenv("XDG_DATA_HOME", dataHome_);
+  }
   StationStage(const StationStage&) = delete;
   StationStage& operator=(const StationStage&) = delete;
 
-  /// Opens the station list and acts there, until `act` has left it.
+  /// Opens the station list and runs `act`, which must close it.
   void AtStationList(const std::function<void(frmStationMain& screen)>& act) {
     frmStationMain screen(nullptr);
     bool shown = false;
     user_.At<frmStationMain>([&](frmStationMain& at) {
       shown = true;
       act(at);
+      CloseIfOpen(at);
     });
     screen.ShowModally();
     EXPECT_TRUE(shown);
   }
 
-  /// Opens the station ST1 and acts there, until `act` has left it.
+  /// Opens the station ST1 and runs `act`, which must close it.
   void AtStation(const std::function<void(frmStationModelList& screen)>& act) {
     frmStationModelList screen(nullptr);
     screen.StationName = "ST1";
@@ -102,9 +106,16 @@ class StationStage : public testing::Test {
     user_.At<frmStationModelList>([&](frmStationModelList& at) {
       shown = true;
       act(at);
+      CloseIfOpen(at);
     });
     screen.ShowModally();
     EXPECT_TRUE(shown);
+  }
+
+  /// A screen that is still open is a failure; the test then goes on without it.
+  static void CloseIfOpen(QDialog& screen) {
+    EXPECT_FALSE(screen.isVisible());
+    screen.done(QDialog::Rejected);
   }
 
   void WriteCalFile(const std::string& folder, const std::string& name,
@@ -121,7 +132,7 @@ class StationStage : public testing::Test {
     return tree_.Read(std::string(kStation) + "\\" + name);
   }
 
-  /// Names in a folder, in the order in which the system tells them.
+  /// Names in a folder, in the order of the directory.
   [[nodiscard]] Texts NamesInOrder(const std::string& path) const {
     Texts names;
     for (const auto& entry : std::filesystem::directory_iterator(tree_.Native(path))) {
@@ -130,8 +141,6 @@ class StationStage : public testing::Test {
     return names;
   }
 
-  /// Expects the questions that deleting a station, deleting an instrument and clearing a station
-  /// ask.
   void ExpectDeleteStationQuestion(const QString& name, QMessageBox::StandardButton answer) {
     ExpectDeleteQuestion("Are you sure you want to delete \"" + name + "\" station data?", answer);
   }
@@ -162,7 +171,7 @@ class StationStage : public testing::Test {
                       QMessageBox::Ok);
   }
 
-  /// Expects the question that leaving an opened instrument asks.
+  /// Expects the question that Return asks when an instrument is open.
   void ExpectReturnQuestion(QMessageBox::StandardButton answer) {
     questions_.Expect({.text = "Instruemnt Data was changed. Do you want to save it?",
                        .title = "Instrument data was changed.",
@@ -170,7 +179,7 @@ class StationStage : public testing::Test {
                        .defaultButton = QMessageBox::Yes},
                       answer);
   }
-  /// Leaves an opened instrument without saving it.
+  /// Leaves the screen, without saving the open instrument.
   void LeaveUnsaved(frmStationModelList& screen) {
     ExpectReturnQuestion(QMessageBox::No);
     Click(screen, "btnReturn");
@@ -187,12 +196,21 @@ class StationStage : public testing::Test {
     Click(screen, "btnAdd");
   }
 
+  [[nodiscard]] bool LastDetailContains(const std::string& part) const {
+    return !questions_.details.empty() && Contains(questions_.details.back().toStdString(), part);
+  }
+  [[nodiscard]] std::filesystem::path InTrash(const std::string& name) const {
+    return tree_.Root() / "data/Trash/files" / name;
+  }
+
   TestTree tree_;
   DesktopTestPlatform platform_;
   User user_;
   ScriptedQuestions questions_;
 
  private:
+  QByteArray dataHome_;
+
   void ExpectDeleteQuestion(const QString& text, QMessageBox::StandardButton answer) {
     questions_.Expect({.text = text,
                        .icon = QMessageBox::Warning,
@@ -213,8 +231,8 @@ class StationStage : public testing::Test {
           TextOf(screen, "txtData_11"),        TextOf(screen, "txtData_12")};
 }
 
-/// What a screen shows before an instrument is chosen.
-inline const Texts kNoFields = {"", "", "NONE", "", "", "", "", "", "JAN", "", "", "", "", ""};
+/// The fields of a screen before an instrument is chosen.
+inline const Texts kEmptyFields = {"", "", "NONE", "", "", "", "", "", "JAN", "", "", "", "", ""};
 
 [[nodiscard]] inline bool CanSave(QWidget& screen) {
   return Find<QAbstractButton>(screen, "btnSave").isEnabled();

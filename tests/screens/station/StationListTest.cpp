@@ -1,16 +1,17 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QDir>
-#include <QFile>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
-#include <system_error>
+#include <utility>
+#include <vector>
 
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/frmInput.h"
+#include "support/OrdinaryUser.h"
 
 namespace tarvell {
 namespace {
@@ -23,28 +24,32 @@ class StationList : public StationStage {
  protected:
   /// Presses Add, types a name and presses Enter.
   void AddStation(frmStationMain& screen, const QString& name) {
-    user_.At<frmInput>([=](frmInput& dialog) {
+    user_.At<frmInput>([=](frmInput&) {
       Type(name);
-      EXPECT_EQ(TextOf(dialog, "txtText"), name.toStdString());
       Press(Qt::Key_Return);
     });
     Click(screen, "btnAdd");
   }
-
-  /// Presses Delete with a station selected, and answers the question.
   void DeleteStation(frmStationMain& screen, const QString& name,
-                     QMessageBox::StandardButton answer) {
+                     QMessageBox::StandardButton answer = QMessageBox::Ok) {
+    ClickEntry(screen, "lstStation", name);
     ExpectDeleteStationQuestion(name, answer);
     Click(screen, "btnDelete");
   }
-
+  /// Presses Edit and Delete, neither of which finds a station.
+  void ExpectNothingSelected(frmStationMain& screen) {
+    questions_.ExpectNotice("No station is selected.");
+    Click(screen, "btnEdit");
+    questions_.ExpectNotice("No stations is selected.");
+    Click(screen, "btnDelete");
+  }
   static bool ListIsEnabled(frmStationMain& screen) {
     return Find<QListWidget>(screen, "lstStation").isEnabled();
   }
 };
 
-TEST_F(StationList, TheScreenSaysWhatItIs) {
-  AtStationList([](frmStationMain& screen) {
+TEST_F(StationList, TheScreenShowsItsCaptions) {
+  AtStationList([&](frmStationMain& screen) {
     EXPECT_EQ(screen.windowTitle(), "Station Data Edit - Morrand Tarvell");
     EXPECT_TRUE(screen.isModal());
     EXPECT_EQ(Find<QLabel>(screen, "Label1").text(), "Station Name");
@@ -52,18 +57,9 @@ TEST_F(StationList, TheScreenSaysWhatItIs) {
     EXPECT_EQ(Find<QAbstractButton>(screen, "btnEdit").text(), "Edit");
     EXPECT_EQ(Find<QAbstractButton>(screen, "btnDelete").text(), "Delete");
     EXPECT_EQ(Find<QAbstractButton>(screen, "btnReturn").text(), "Return to Main");
-    Click(screen, "btnReturn");
-  });
-}
-
-TEST_F(StationList, AnEmptyRootShowsThePlaceholderAndOpensNothing) {
-  AtStationList([&](frmStationMain& screen) {
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
     EXPECT_FALSE(ListIsEnabled(screen));
-    questions_.ExpectNotice("No station is selected.");
-    Click(screen, "btnEdit");
-    questions_.ExpectNotice("No stations is selected.");
-    Click(screen, "btnDelete");
+    ExpectNothingSelected(screen);
     EXPECT_FALSE(tree_.Exists(kRootIndex));
     Click(screen, "btnReturn");
     EXPECT_FALSE(screen.isVisible());
@@ -71,263 +67,188 @@ TEST_F(StationList, AnEmptyRootShowsThePlaceholderAndOpensNothing) {
   EXPECT_EQ(tree_.Read(kRootIndex), "");
 }
 
-TEST_F(StationList, WithoutASelectionNothingIsOpenedOrDeleted) {
-  tree_.MakeFolders(kStation);
-  AtStationList([&](frmStationMain& screen) {
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
-    EXPECT_TRUE(ListIsEnabled(screen));
-    questions_.ExpectNotice("No station is selected.");
-    Click(screen, "btnEdit");
-    questions_.ExpectNotice("No stations is selected.");
-    Click(screen, "btnDelete");
-    Click(screen, "btnReturn");
-  });
-  EXPECT_TRUE(tree_.Exists(kStation));
-}
-
-TEST_F(StationList, StationsStandInTheOrderOfTheSystem) {
+TEST_F(StationList, StationsKeepTheOrderOfTheDirectoryAndOnlyReturnWritesINDEX) {
   for (const char* name : {"ST3", "ST1", "rack 2", "ST10", "a", "No Stations 2"}) {
     tree_.MakeFolders(std::string(kRoot) + "\\" + name);
   }
   tree_.Write("c:\\stations\\NOTES", "a file without extension");
-  tree_.Write("c:\\stations\\notes.txt", "x");
   tree_.MakeFolders("c:\\stations\\with.dot");
-  tree_.Write(kRootIndex, "of an earlier day, and longer than the new one\r\n\r\n\r\n\r\n\r\n\r\n");
-  Texts expected;
-  for (const std::string& name : NamesInOrder(kRoot)) {
-    if (name.find('.') == std::string::npos && name != "INDEX") {
-      expected.push_back(name);
-    }
+  Texts expected = NamesInOrder(kRoot);
+  std::erase(expected, "with.dot");
+  for (const auto& leave : std::vector<std::function<void(frmStationMain&)>>{
+           [](frmStationMain&) { Press(Qt::Key_Escape); },
+           [](frmStationMain& screen) { screen.close(); },
+           [](frmStationMain& screen) { Click(screen, "btnReturn"); }}) {
+    EXPECT_FALSE(tree_.Exists(kRootIndex));
+    AtStationList([&](frmStationMain& screen) {
+      EXPECT_EQ(EntriesOf(screen, "lstStation"), expected);
+      EXPECT_TRUE(ListIsEnabled(screen));
+      ExpectNothingSelected(screen);
+      leave(screen);
+      EXPECT_FALSE(screen.isVisible());
+    });
   }
-  ASSERT_EQ(expected.size(), 7U);
-  AtStationList([&](frmStationMain& screen) {
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), expected);
-    Click(screen, "btnReturn");
-  });
   EXPECT_EQ(tree_.Read(kRootIndex), Lines(expected));
 }
 
-TEST_F(StationList, OnlyReturnWritesTheIndex) {
+TEST_F(StationList, ANameThatCannotBeUsedMakesNoStation) {
   tree_.MakeFolders(kStation);
   AtStationList([&](frmStationMain& screen) {
-    Press(Qt::Key_Escape);
-    EXPECT_FALSE(screen.isVisible());
-  });
-  EXPECT_FALSE(tree_.Exists(kRootIndex));
-  AtStationList([&](frmStationMain& screen) {
-    screen.close();
-    EXPECT_FALSE(screen.isVisible());
-  });
-  EXPECT_FALSE(tree_.Exists(kRootIndex));
-  AtStationList([&](frmStationMain& screen) {
-    Find<QAbstractButton>(screen, "btnReturn").setFocus();
-    Press(Qt::Key_Space);
-    EXPECT_FALSE(screen.isVisible());
-  });
-  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
-}
-
-TEST_F(StationList, EachVisitReadsTheListAfresh) {
-  frmStationMain screen(nullptr);
-  user_.At<frmStationMain>([](frmStationMain& at) {
-    EXPECT_EQ(EntriesOf(at, "lstStation"), Texts{"No Stations"});
-    Click(at, "btnReturn");
-  });
-  screen.ShowModally();
-  tree_.MakeFolders(kStation);
-  user_.At<frmStationMain>([](frmStationMain& at) {
-    EXPECT_EQ(EntriesOf(at, "lstStation"), Texts{"ST1"});
-    EXPECT_TRUE(ListIsEnabled(at));
-    Click(at, "btnReturn");
-  });
-  screen.ShowModally();
-}
-
-TEST_F(StationList, TabGoesThroughTheScreenInReadingOrder) {
-  tree_.MakeFolders(kStation);
-  AtStationList([](frmStationMain& screen) {
-    Find<QListWidget>(screen, "lstStation").setFocus();
-    for (const char* button : {"btnAdd", "btnEdit", "btnDelete", "btnReturn"}) {
-      Press(Qt::Key_Tab);
-      EXPECT_EQ(QApplication::focusWidget(), &Find<QAbstractButton>(screen, button)) << button;
-    }
-    Click(screen, "btnReturn");
-  });
-}
-
-// ---- Adding.
-
-TEST_F(StationList, AStationIsAdded) {
-  AtStationList([&](frmStationMain& screen) {
-    user_.At<frmInput>([](frmInput& dialog) {
-      EXPECT_EQ(dialog.windowTitle(), "Add Station directory");
-      EXPECT_EQ(Find<QLabel>(dialog, "lblCaption").text(), "Input station name");
-      EXPECT_EQ(TextOf(dialog, "txtText"), "");
-      EXPECT_FALSE(Find<QComboBox>(dialog, "cmbUnit").isVisible());
-      Type("ST1");
-      Click(dialog, "btnOk");
-    });
-    Click(screen, "btnAdd");
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
-    EXPECT_TRUE(ListIsEnabled(screen));
-    EXPECT_TRUE(fs::is_directory(tree_.Native(kStation)));
-    AddStation(screen, "rack 2");
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), NamesInOrder(kRoot));
-    EXPECT_EQ(tree_.Names(kRoot), (Texts{"ST1", "rack 2"}));
-    Click(screen, "btnReturn");
-  });
-}
-
-TEST_F(StationList, NoNameIsTold) {
-  AtStationList([&](frmStationMain& screen) {
-    for (const char* name : {"", " ", "    "}) {
+    for (const char* name : {"", "  "}) {
       questions_.ExpectNotice("Station name is no input.");
       AddStation(screen, name);
     }
-    // Giving the dialog up is no name, whatever was typed.
-    user_.At<frmInput>([](frmInput&) {
-      Type("ST1");
+    // Cancelling the dialog gives no name, whatever was typed.
+    user_.At<frmInput>([](frmInput& dialog) {
+      EXPECT_EQ(dialog.windowTitle(), "Add Station directory");
+      EXPECT_EQ(Find<QLabel>(dialog, "lblCaption").text(), "Input station name");
+      EXPECT_FALSE(Find<QComboBox>(dialog, "cmbUnit").isVisible());
+      Type("ST2");
       Press(Qt::Key_Escape);
     });
     questions_.ExpectNotice("Station name is no input.");
     Click(screen, "btnAdd");
-    user_.At<frmInput>([](frmInput& dialog) {
-      Type("ST1");
-      dialog.close();
-    });
-    questions_.ExpectNotice("Station name is no input.");
-    Click(screen, "btnAdd");
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
-    EXPECT_EQ(tree_.Names(kRoot), Texts{});
-    Click(screen, "btnReturn");
-  });
-}
-
-TEST_F(StationList, AListedNameIsTold) {
-  tree_.MakeFolders(kStation);
-  tree_.Write("c:\\stations\\NOTES", "x");
-  AtStationList([&](frmStationMain& screen) {
-    for (const char* name : {"ST1", "NOTES"}) {
-      questions_.ExpectNotice("This station name was already exist.");
-      AddStation(screen, name);
-    }
-    EXPECT_EQ(tree_.Names(kRoot), (Texts{"NOTES", "ST1"}));
-    Click(screen, "btnReturn");
-  });
-}
-
-TEST_F(StationList, APlaceholderIsAListedNameAsWell) {
-  AtStationList([&](frmStationMain& screen) {
     questions_.ExpectNotice("This station name was already exist.");
-    AddStation(screen, "No Stations");
-    EXPECT_EQ(tree_.Names(kRoot), Texts{});
+    AddStation(screen, "ST1");
+    for (const auto& [name, reason] : std::vector<std::pair<const char*, const char*>>{
+             {"st1", "there is one of this name already"},
+             {"a/b", "the character \"/\""},
+             {"ST1 ", "it ends with a blank"}}) {
+      questions_.ExpectNotice("Can't make a new station");
+      AddStation(screen, name);
+      EXPECT_TRUE(LastDetailContains(reason)) << questions_.details.back().toStdString();
+    }
+    AddStation(screen, " ST1");  // the name is not trimmed
+    EXPECT_EQ(tree_.Names(kRoot), (Texts{" ST1", "ST1"}));
+    DeleteStation(screen, " ST1");
+    DeleteStation(screen, "ST1");
+    questions_.ExpectNotice("This station name was already exist.");
+    AddStation(screen, "No Stations");  // the placeholder is in the list
     Click(screen, "btnReturn");
   });
 }
-
-TEST_F(StationList, TheNameIsTakenAsItWasTyped) {
-  tree_.MakeFolders(R"(c:\stations\St1)");
-  AtStationList([&](frmStationMain& screen) {
-    questions_.ExpectNotice("Can't make a new station");
-    AddStation(screen, " St1 ");
-    EXPECT_EQ(tree_.Names(kRoot), Texts{"St1"});
-    AddStation(screen, " St1");
-    EXPECT_EQ(tree_.Names(kRoot), (Texts{" St1", "St1"}));
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), NamesInOrder(kRoot));
-    Click(screen, "btnReturn");
-  });
-  ASSERT_EQ(questions_.details.size(), 1U);
-  EXPECT_TRUE(Contains(questions_.details[0].toStdString(), "it ends with a blank"));
-}
-
-TEST_F(StationList, ANameThatDiffersInCaseAloneIsNotMade) {
-  tree_.Write(R"(c:\stations\ST1\PX12A)", "x");
-  AtStationList([&](frmStationMain& screen) {
-    questions_.ExpectNotice("Can't make a new station");
-    AddStation(screen, "st1");
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST1"});
-    Click(screen, "btnReturn");
-  });
-  EXPECT_EQ(tree_.Names(kRoot), (Texts{"INDEX", "ST1"}));
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\PX12A)"), "x");
-  ASSERT_EQ(questions_.details.size(), 1U);
-  EXPECT_TRUE(Contains(questions_.details[0].toStdString(), "there is one of this name already"));
-}
-
-// ---- Deleting.
 
 TEST_F(StationList, AStationIsDeletedWithAllItHolds) {
-  tree_.Write(R"(c:\stations\TRASHED1\PX12A)", "x");
-  tree_.Write(R"(c:\stations\TRASHED1\folder\inside)", "x");
+  tree_.Write(R"(c:\stations\DELETED\folder\inside)", "x");
   tree_.Write(R"(c:\stations\ST2\PX12A)", "other");
+  tree_.Write(R"(c:\stations\st2\PX12A)", "kept");
   AtStationList([&](frmStationMain& screen) {
-    ClickEntry(screen, "lstStation", "TRASHED1");
-    DeleteStation(screen, "TRASHED1", QMessageBox::Cancel);
-    EXPECT_EQ(tree_.Names(R"(c:\stations\TRASHED1)"), (Texts{"PX12A", "folder"}));
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), NamesInOrder(kRoot));
-    DeleteStation(screen, "TRASHED1", QMessageBox::Ok);
-    EXPECT_FALSE(tree_.Exists(R"(c:\stations\TRASHED1)"));
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"ST2"});
-    EXPECT_EQ(tree_.Read(R"(c:\stations\ST2\PX12A)"), "other");
-    questions_.ExpectNotice("No stations is selected.");
+    DeleteStation(screen, "DELETED", QMessageBox::Cancel);
+    EXPECT_TRUE(tree_.Exists(R"(c:\stations\DELETED\folder\inside)"));
+    DeleteStation(screen, "DELETED");
+    EXPECT_FALSE(tree_.Exists(R"(c:\stations\DELETED)"));
+    ExpectNothingSelected(screen);
+    // A station that vanished is not mistaken for one whose name differs only in case.
+    fs::remove_all(tree_.Root() / "drives/c/stations/ST2");
+    ClickEntry(screen, "lstStation", "ST2");
+    ExpectDeleteStationQuestion("ST2", QMessageBox::Ok);
+    questions_.ExpectError({"Cannot delete it", "does not exist", R"(c:\stations\ST2)"});
     Click(screen, "btnDelete");
-    Click(screen, "btnReturn");
-  });
-  EXPECT_TRUE(QFile::exists(QDir::homePath() + "/data/Trash/files/TRASHED1/PX12A"));
-  EXPECT_EQ(tree_.Read(kRootIndex), "ST2\r\n");
-}
-
-TEST_F(StationList, DeletingTheLastStationShowsThePlaceholder) {
-  tree_.MakeFolders(kStation);
-  AtStationList([&](frmStationMain& screen) {
-    ClickEntry(screen, "lstStation", "ST1");
-    DeleteStation(screen, "ST1", QMessageBox::Ok);
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"st2"});
+    DeleteStation(screen, "st2");
     EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
     EXPECT_FALSE(ListIsEnabled(screen));
     Click(screen, "btnReturn");
   });
+  EXPECT_TRUE(fs::exists(InTrash("DELETED") / "folder/inside"));
+  EXPECT_EQ(tree_.Read(kRootIndex), "");
+}
+
+TEST_F(StationList, AFolderNamedLikeThePlaceholderIsNeitherOpenedNorDeleted) {
+  tree_.Write(R"(c:\stations\No Stations\PX12A)", "x");
+  AtStationList([&](frmStationMain& screen) {
+    EXPECT_TRUE(ListIsEnabled(screen));
+    ClickEntry(screen, "lstStation", "No Stations");
+    ExpectNothingSelected(screen);
+    Click(screen, "btnReturn");
+  });
+  EXPECT_TRUE(tree_.Exists(R"(c:\stations\No Stations\PX12A)"));
   EXPECT_EQ(tree_.Read(kRootIndex), "");
 }
 
 // ---- Opening.
 
-TEST_F(StationList, AStationIsOpenedAndTheListReadAgain) {
-  tree_.MakeFolders("c:\\stations\\rack 2");
-  AtStationList([&](frmStationMain& screen) {
-    ClickEntry(screen, "lstStation", "rack 2");
-    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
-      EXPECT_EQ(instruments.StationName, "rack 2");
-      EXPECT_EQ(instruments.windowTitle(), "rack 2 - Station Data Edit - Morrand Tarvell");
-      EXPECT_EQ(Find<QLabel>(instruments, "lbStation").text(), "StationName :  rack 2");
-      tree_.MakeFolders("c:\\stations\\ST2");
-      Click(instruments, "btnReturn");
-    });
-    Click(screen, "btnEdit");
-    EXPECT_EQ(EntriesOf(screen, "lstStation"), NamesInOrder(kRoot));
-    EXPECT_EQ(EntriesOf(screen, "lstStation").size(), 2U);
-    EXPECT_FALSE(tree_.Exists(kRootIndex));
-    Click(screen, "btnReturn");
-  });
-  EXPECT_EQ(tree_.Read(R"(c:\stations\rack 2\INDEX)"), "INDEX\r\n");
-}
-
-TEST_F(StationList, EachVisitOfAStationHasAScreenOfItsOwn) {
+TEST_F(StationList, EachVisitOfAStationHasAScreenOfItsOwnAndReadsTheListAgain) {
   WriteInstrument();
   AtStationList([&](frmStationMain& screen) {
     ClickEntry(screen, "lstStation", "ST1");
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      EXPECT_EQ(instruments.StationName, "ST1");
       ClickEntry(instruments, "LstInstrment", "PX12A");
+      tree_.MakeFolders("c:\\stations\\ST2");
       LeaveUnsaved(instruments);
     });
     Click(screen, "btnEdit");
+    EXPECT_EQ(EntriesOf(screen, "lstStation").size(), 2U);
     ClickEntry(screen, "lstStation", "ST1");
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
-      EXPECT_EQ(ShownFields(instruments), kNoFields);
+      EXPECT_EQ(ShownFields(instruments), kEmptyFields);
       Click(instruments, "btnReturn");
     });
     Click(screen, "btnEdit");
     Click(screen, "btnReturn");
   });
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
+}
+
+TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
+  tree_.MakeFolders(kStation);
+  tree_.Write("c:\\stations\\NOTES", "x");
+  AtStationList([&](frmStationMain& screen) {
+    fs::remove(tree_.Native(kStation));
+    ClickEntry(screen, "lstStation", "ST1");
+    questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});
+      const auto returnAnd = [&](QMessageBox::StandardButton answer) {
+        questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
+        questions_.Expect({.text = "The folder of this station is not there any more. Leave the "
+                                   "station without writing its list INDEX?",
+                           .icon = QMessageBox::Warning,
+                           .buttons = QMessageBox::Yes | QMessageBox::No,
+                           .defaultButton = QMessageBox::No},
+                          answer);
+        Click(instruments, "btnReturn");
+        EXPECT_EQ(instruments.isVisible(), answer == QMessageBox::No);
+      };
+      returnAnd(QMessageBox::No);
+      returnAnd(QMessageBox::Yes);
+    });
+    Click(screen, "btnEdit");
+    EXPECT_FALSE(tree_.Exists(kStation));
+    // A file instead of a folder; Escape does not ask the question.
+    ClickEntry(screen, "lstStation", "NOTES");
+    const Texts parts = {"where a folder is expected, there is something else", "NOTES"};
+    questions_.ExpectError(parts);
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      questions_.ExpectError(parts);
+      Press(Qt::Key_Escape);
+      EXPECT_FALSE(instruments.isVisible());
+    });
+    Click(screen, "btnEdit");
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\stations\NOTES)"), "x");
+}
+
+TEST_F(StationList, AListThatCannotBeReadDoesNotReplaceINDEX) {
+  tree_.MakeFolders(kStation);
+  tree_.Write(kRootIndex, "ST9\r\n");
+  const OrdinaryUser user(tree_.Root());
+  // The folder takes new files but cannot be listed.
+  fs::permissions(tree_.Native(kRoot), fs::perms(0333));
+  questions_.ExpectError({"Cannot list the folder", "you have no permission", kRoot});
+  AtStationList([&](frmStationMain& screen) {
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    questions_.ExpectError({"Cannot list the folder", "you have no permission", kRoot});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(tree_.Read(kRootIndex), "ST9\r\n");
+    fs::permissions(tree_.Native(kRoot), fs::perms(0755));
+    Click(screen, "btnReturn");
+    EXPECT_FALSE(screen.isVisible());
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
 }
 
 }  // namespace

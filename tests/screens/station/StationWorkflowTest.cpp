@@ -1,34 +1,31 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QMenu>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
-#include <vector>
 
-#include "screens/caldata/frmCalDataInput.h"
-#include "screens/caldata/frmCalibrationMain.h"
 #include "screens/main/frmMain.h"
-#include "screens/station/frmStationGetInstr.h"
-#include "screens/station/frmStationMain.h"
-#include "screens/station/frmStationModelList.h"
+#include "screens/station/StationFixture.h"
+#include "screens/widgets/QtText.h"
 #include "screens/widgets/frmInput.h"
-#include "support/DesktopTestPlatform.h"
-#include "support/TestTree.h"
-#include "support/User.h"
+#include "support/AnotherProcess.h"
 
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-using Texts = std::vector<std::string>;
+namespace fs = std::filesystem;
 
-/// An operator's whole way from the main menu through the stations, with real message boxes.
-class StationWorkflow : public testing::Test {
+/// The station screens from the main menu on, with real message boxes.
+class StationWorkflow : public StationStage {
  protected:
-  StationWorkflow() : platform_(tree_.ProgramFolder()) {}
+  StationWorkflow() {
+    SetCurrentQuestions(nullptr);
+    fs::remove(tree_.Native(kRoot));
+  }
 
   void ExpectFolderQuestion(const QString& text) {
     user_.AnswerBox(text + "\r\nIf you want to create new folder, then press Ok button.",
@@ -57,38 +54,25 @@ class StationWorkflow : public testing::Test {
     }
     Click(screen, "btnAdd");
   }
-  void WriteCalFile(const std::string& serial, const std::string& due, const std::string& comment) {
-    tree_.Write(
-        R"(c:\calfactors\PX12A\SN)" + serial,
-        Lines({"#MODEL_NO : PX12A", "#SER_NO   : " + serial, "#CAL_DATE : 20010305",
-               "#CAL_NO   : C-0042", "#DUE_DATE : " + due, "#COMMENT  : " + comment, "!End"}));
-  }
-
-  TestTree tree_;
-  DesktopTestPlatform platform_;
-  User user_;
 };
 
-Texts InstrumentLines(const std::string& serial, const std::string& type,
-                      const std::string& address, const std::string& due,
-                      const std::string& comment, const std::string& calData) {
-  return {"MODEL NUMBER PX12A",
-          "SERIAL NUMBER " + serial,
-          "ADDRESS TYPE " + type,
-          "ADDRESS " + address,
-          "STATION ",
-          "OPTIONS ",
-          "AVAILABILITY ",
-          "CAL DUE DATE " + due,
-          "ASSET ",
-          "TRACE ",
-          "COMMENT " + comment,
-          "CAL DATA " + calData};
+/// The station file of serial number 22222 with this comment.
+std::string FileWithComment(const std::string& comment) {
+  return InstrumentFile({.serial = "22222",
+                         .station = "",
+                         .options = "",
+                         .availability = "",
+                         .dueDate = "30 APR 2003",
+                         .asset = "",
+                         .trace = "",
+                         .comment = comment,
+                         .calData = "own file"})
+      .Bytes();
 }
 
 TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
-  WriteCalFile("11111", "20020305", "one");
-  WriteCalFile("22222", "20031231", "two");
+  WriteCalFile("PX12A", "SN1", {.serial = "11111", .comment = "one"});
+  WriteCalFile("PX12A", "SN2", {.serial = "22222", .dueDate = "20031231", .comment = "two"});
   const std::string file = R"(c:\stations\rack 2\PX12A)";
   const std::string index = R"(c:\stations\rack 2\INDEX)";
   frmMain mainMenu;
@@ -149,8 +133,7 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
       Fill(screen, "txtData_8", "30");
       Click(screen, "btnSave");
       EXPECT_FALSE(Find<QAbstractButton>(screen, "btnSave").isEnabled());
-      EXPECT_EQ(tree_.Read(file),
-                Lines(InstrumentLines("22222", "GP-IB", "13", "30 APR 2003", "two", "own file")));
+      EXPECT_EQ(tree_.Read(file), FileWithComment("two"));
       Add(screen, "PX12A", "11111", true);
       EXPECT_FALSE(tree_.Exists(index));
       ExpectReturnQuestion(QMessageBox::Cancel);
@@ -162,8 +145,7 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
       Click(screen, "btnReturn");
     });
     Click(stations, "btnEdit");
-    EXPECT_EQ(tree_.Read(file),
-              Lines(InstrumentLines("22222", "GP-IB", "13", "30 APR 2003", "typed", "own file")));
+    EXPECT_EQ(tree_.Read(file), FileWithComment("typed"));
     EXPECT_EQ(tree_.Read(index), "PX12A\r\nINDEX\r\n");
 
     ClickEntry(stations, "lstStation", "rack 2");
@@ -218,59 +200,132 @@ TEST_F(StationWorkflow, AStationIsMadeFilledAndCleared) {
   EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "");
 }
 
-TEST_F(StationWorkflow, ASensorSavedInTheEditorIsOfferedToAStation) {
-  WriteNative(tree_.ProgramFolder() / "TempPX12A",
-              "#MODEL_NO : PX12A\r\n#SER_NO   : \r\n#CAL_DATE : 20000131\r\n#CAL_NO   : \r\n"
-              "#DUE_DATE : 20010101\r\n#COMMENT  : \r\n!\r\n"
-              "*   50.00:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  \r\n"
-              "!End\r\n");
-  tree_.MakeFolders(R"(c:\stations\ST1)");
-  frmMain mainMenu;
-  mainMenu.Form_Load(0);
-  Click(mainMenu, "Option2");
-  ExpectFolderQuestion("Select calibration data folder is not exist.");
-  user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
-  user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX12A"); });
-  user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-    Fill(editor, "txtSerial", "3318A12345");
-    Fill(editor, "txtDueYear", "2004");
-    Choose(editor, "cmbDueMonth", "FEB");
-    Fill(editor, "txtDueDay", "29");
-    Fill(editor, "txtComment", "factory");
-    Click(editor, "btnOk");
-  });
-  user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnReturn"); });
-  Click(mainMenu, "btnStart");
+// ---- Trees that another program filled.
 
-  Click(mainMenu, "Option1");
-  user_.At<frmStationMain>([&](frmStationMain& stations) {
-    ClickEntry(stations, "lstStation", "ST1");
-    user_.At<frmStationModelList>([&](frmStationModelList& screen) {
-      user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
-        EXPECT_EQ(EntriesOf(picker, "LstInstrment"), Texts{"PX12A"});
-        ClickEntry(picker, "LstInstrment", "PX12A");
-        EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"3318A12345"});
-        ClickEntry(picker, "lstSerialNumber", "3318A12345");
-        Click(picker, "btnAdd");
+// Names with characters that mean something elsewhere, that are no UTF-8, or as long as can be.
+const Texts kOddNames = {"a\nb",    "\"quoted\"", "a,b",          "*",
+                         " blank ", "caf\u00E9",  "\xE9\xFF\xC3", std::string(255, 'n')};
+
+class HostileTreeAtScreen : public StationStage {
+ protected:
+  [[nodiscard]] fs::path In(const char* folder, const std::string& name) const {
+    return tree_.Native(folder) / name;
+  }
+  /// Selects the entry of this name.
+  static void Select(QWidget& screen, const QString& list, const std::string& name) {
+    auto& control = Find<QListWidget>(screen, list);
+    const auto found = control.findItems(ToQt(name), Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1) << name;
+    control.setCurrentItem(found.first());
+  }
+};
+
+TEST_F(HostileTreeAtScreen, StationsOfOddNamesAreOpenedAndDeleted) {
+  for (const std::string& name : kOddNames) {
+    fs::create_directory(In(kRoot, name));
+    WriteNative(In(kRoot, name) / "PX12A", InstrumentFile{.comment = "odd"}.Bytes());
+  }
+  tree_.Write(kRootIndex, "earlier\r\n");
+  AtStationList([&](frmStationMain& screen) {
+    // INDEX cannot hold a name with a line end.
+    questions_.ExpectError({"\"a\nb\"", "the list cannot hold", "Rename", kRootIndex});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(tree_.Read(kRootIndex), "earlier\r\n");
+    for (const std::string& name : kOddNames) {
+      SCOPED_TRACE(name);
+      Select(screen, "lstStation", name);
+      user_.At<frmStationModelList>([&](frmStationModelList& station) {
+        ClickEntry(station, "LstInstrment", "PX12A");
+        EXPECT_EQ(TextOf(station, "txtData_11"), "odd");
+        LeaveUnsaved(station);
       });
-      Click(screen, "btnAdd");
-      EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
-      EXPECT_EQ(Find<QComboBox>(screen, "cmbSerial").currentText(), "3318A12345");
-      EXPECT_EQ(TextOf(screen, "txtData_8"), "29");
-      EXPECT_EQ(Find<QComboBox>(screen, "cmbCalMonth").currentText(), "FEB");
-      EXPECT_EQ(TextOf(screen, "txtData_6"), "2004");
-      EXPECT_EQ(TextOf(screen, "txtData_11"), "factory");
-      ExpectReturnQuestion(QMessageBox::Yes);
-      Click(screen, "btnReturn");
-    });
-    Click(stations, "btnEdit");
-    Click(stations, "btnReturn");
+      Click(screen, "btnEdit");
+      EXPECT_EQ(ReadNative(In(kRoot, name) / "INDEX"), "PX12A\r\nINDEX\r\n");
+      Select(screen, "lstStation", name);
+      ExpectDeleteStationQuestion(ToQt(name), QMessageBox::Ok);
+      Click(screen, "btnDelete");
+      EXPECT_FALSE(fs::exists(In(kRoot, name)));
+    }
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    Click(screen, "btnReturn");
   });
-  Click(mainMenu, "btnStart");
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\PX12A)"),
-            Lines(InstrumentLines("3318A12345", "NONE", "", "29 FEB 2004", "factory", "")));
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\INDEX)"), "PX12A\r\nINDEX\r\n");
-  EXPECT_EQ(tree_.Read(R"(c:\stations\INDEX)"), "ST1\r\n");
+  EXPECT_EQ(tree_.Read(kRootIndex), "");
+}
+
+TEST_F(HostileTreeAtScreen, InstrumentsOfOddNamesAreShownAndCleared) {
+  tree_.MakeFolders(kStation);
+  for (const std::string& name : kOddNames) {
+    WriteNative(In(kStation, name), InstrumentFile{.comment = name.substr(0, 1)}.Bytes());
+  }
+  AtStation([&](frmStationModelList& screen) {
+    for (const std::string& name : kOddNames) {
+      SCOPED_TRACE(name);
+      Select(screen, "LstInstrment", name);
+      EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
+    }
+    Clear(screen);
+    EXPECT_EQ(tree_.Names(kStation), Texts{});
+    LeaveUnsaved(screen);
+  });
+}
+
+// ---- Two visits at once.
+
+class TwoVisits : public StationStage {};
+
+TEST_F(TwoVisits, ToAStationBothStayInItsIndex) {
+  WriteInstrument();
+  WriteInstrument("PX60H", InstrumentFile{.model = "PX60H"}.Bytes());
+  AtStation([&](frmStationModelList& screen) {
+    InAnotherProcess([&] {
+      WriteInstrument("RT730A", InstrumentFile{.model = "RT730A"}.Bytes());
+      WriteStationInstrumentIndex(kStation, {"PX12A", "PX60H", "RT730A", "UNSAVED"});
+    });
+    ClickEntry(screen, "LstInstrment", "PX60H");
+    ExpectDeleteInstrumentQuestion("PX60H", QMessageBox::Ok);
+    Click(screen, "btnDelete");
+    InAnotherProcess([&] { WriteInstrument("PX11A", InstrumentFile{.model = "PX11A"}.Bytes()); });
+    LeaveUnsaved(screen);
+  });
+  const std::string index = tree_.Read(kIndex);
+  const std::string end = "PX11A\r\nUNSAVED\r\nINDEX\r\n";
+  // The first two are in the order of the directory.
+  EXPECT_TRUE(index == "PX12A\r\nRT730A\r\n" + end || index == "RT730A\r\nPX12A\r\n" + end)
+      << index;
+}
+
+TEST_F(TwoVisits, DoNotBringBackWhatThisOneDeleted) {
+  WriteInstrument({.model = "PX13A"});
+  WriteCalFile("PX12A", "SN12345");
+  AtStation([&](frmStationModelList& screen) {
+    Add(screen, "PX12A", "3318A12345");
+    Click(screen, "btnSave");
+    ClickEntry(screen, "LstInstrment", "PX13A");
+    InAnotherProcess([&] {
+      WriteInstrument({.model = "PX99"});
+      WriteStationInstrumentIndex(kStation, {"PX13A", "PX12A", "PX99"});
+    });
+    for (const char* model : {"PX12A", "PX99"}) {
+      Fill(screen, "txtData_0", model);
+      ExpectDeleteInstrumentQuestion(model, QMessageBox::Ok);
+      Click(screen, "btnDelete");
+    }
+    LeaveUnsaved(screen);
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nINDEX\r\n");
+}
+
+TEST_F(TwoVisits, ToTheStationListBothStayInItsIndex) {
+  tree_.MakeFolders(kStation);
+  AtStationList([&](frmStationMain& screen) {
+    InAnotherProcess([&] {
+      MakeStation(kRoot, "ST2");
+      WriteStationIndex(kRoot, {"ST1", "ST2"});
+    });
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\nST2\r\n");
 }
 
 }  // namespace

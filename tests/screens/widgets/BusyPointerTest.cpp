@@ -16,27 +16,27 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-/// The system, but that its calls, which may take long on a share, look at the pointer.
-class PointerWatch : public DesktopPlatform {
+/// The desktop platform; each call that may take long on a share checks the pointer.
+class PointerCheck : public DesktopPlatform {
  public:
-  PointerWatch() { SetCurrentPlatform(this); }
-  PointerWatch(const PointerWatch&) = delete;
-  PointerWatch& operator=(const PointerWatch&) = delete;
-  ~PointerWatch() override { SetCurrentPlatform(nullptr); }
+  PointerCheck() { SetCurrentPlatform(this); }
+  PointerCheck(const PointerCheck&) = delete;
+  PointerCheck& operator=(const PointerCheck&) = delete;
+  ~PointerCheck() override { SetCurrentPlatform(nullptr); }
 
   std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                          const SearchVisitor& visit) override {
-    Look();
+    CheckPointer();
     return DesktopPlatform::Search(folder, kind, visit);
   }
   std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                  std::unique_ptr<InputFile>& file) override {
-    Look();
+    CheckPointer();
     return DesktopPlatform::OpenForReading(path, kind, file);
   }
   std::error_code CreateTemporary(const std::filesystem::path& folder, std::filesystem::path& path,
                                   std::unique_ptr<OutputFile>& file) override {
-    Look();
+    CheckPointer();
     return DesktopPlatform::CreateTemporary(folder, path, file);
   }
 
@@ -44,7 +44,7 @@ class PointerWatch : public DesktopPlatform {
   int busyCalls = 0;
 
  private:
-  void Look() {
+  void CheckPointer() {
     ++calls;
     const QCursor* pointer = QGuiApplication::overrideCursor();
     busyCalls += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
@@ -53,36 +53,29 @@ class PointerWatch : public DesktopPlatform {
 
 class ScreensBusyPointer : public StationStage {
  protected:
-  /// Every call since the last look was made under the busy pointer, which is gone now.
+  /// The busy pointer was shown during every call since the last check, and is gone now.
   void ExpectBusy() {
-    EXPECT_GT(watch_.calls, 0);
-    EXPECT_EQ(watch_.busyCalls, watch_.calls);
+    EXPECT_GT(check_.calls, 0);
+    EXPECT_EQ(check_.busyCalls, check_.calls);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    watch_.calls = 0;
-    watch_.busyCalls = 0;
+    check_.calls = 0;
+    check_.busyCalls = 0;
   }
 
-  PointerWatch watch_;
+  PointerCheck check_;
 };
 
-TEST_F(ScreensBusyPointer, IsShownWhileTheCalibrationDataAreListed) {
-  for (int i = 0; i < 5; ++i) {
-    WriteCalFile("M" + std::to_string(i), "SN1", {.serial = "1"});
-  }
+TEST_F(ScreensBusyPointer, IsShownWhileFilesAreListedReadAndWritten) {
+  WriteInstrument();
+  WriteCalFile("PX12A", "SN1", {.serial = "1"});
   frmCalibrationMain menu(nullptr);
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
-    EXPECT_GE(watch_.calls, 6);
     ExpectBusy();
-    ClickEntry(screen, "LstInstrment", "M3");
+    ClickEntry(screen, "LstInstrment", "PX12A");
     ExpectBusy();
     Click(screen, "btnReturn");
   });
   menu.ShowModally();
-}
-
-TEST_F(ScreensBusyPointer, IsShownWhileAStationIsListedReadAndWritten) {
-  WriteInstrument();
-  WriteCalFile("PX12A", "SN1", {.serial = "1"});
   AtStation([&](frmStationModelList& screen) {
     ExpectBusy();
     ClickEntry(screen, "LstInstrment", "PX12A");
@@ -96,20 +89,18 @@ TEST_F(ScreensBusyPointer, IsShownWhileAStationIsListedReadAndWritten) {
 }
 
 TEST_F(ScreensBusyPointer, IsGoneWhileAMessageIsShown) {
-  gCalibrationDir = R"(c:\calfactors)";
   tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n");
-  frmCalibrationMain menu(nullptr);
+  WriteInstrument();
   SetCurrentQuestions(nullptr);
-  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
+  AtStation([&](frmStationModelList& screen) {
     user_.At<QMessageBox>([](QMessageBox& box) {
       EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
       box.accept();
     });
     ClickEntry(screen, "LstInstrment", "PX12A");
-    Click(screen, "btnReturn");
+    SetCurrentQuestions(&questions_);
+    LeaveUnsaved(screen);
   });
-  menu.ShowModally();
-  SetCurrentQuestions(&questions_);
 }
 
 }  // namespace

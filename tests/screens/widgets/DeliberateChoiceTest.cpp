@@ -24,7 +24,7 @@ void TurnWheelOver(QWidget& box) {
   QApplication::sendEvent(&box, &wheel);
 }
 
-/// A list of three entries beside a box that has the keyboard.
+/// A list of three entries, editable or not, and a box that has the focus.
 class DeliberateChoice : public testing::TestWithParam<bool> {
  protected:
   DeliberateChoice() {
@@ -61,7 +61,7 @@ TEST_P(DeliberateChoice, OnlyTheLeftButtonChoosesInTheOpenList) {
   box_.setFocus();
   Press(Qt::Key_Down, Qt::AltModifier);
   ASSERT_TRUE(QTest::qWaitForWindowExposed(box_.view()->window()));
-  // So soon after it has opened, a release is that of the click that opened it.
+  // Immediately after the list opens, a release counts as part of the click that opened it.
   QTest::qWait(QApplication::doubleClickInterval() + 50);
   const QPoint third = box_.view()->visualRect(box_.model()->index(2, 0)).center();
   for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {

@@ -7,13 +7,15 @@
 #include <QPushButton>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
+#include <new>
+#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "screens/widgets/Guard.h"
 #include "screens/widgets/Questions.h"
+#include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
 #include "support/User.h"
 
@@ -22,7 +24,7 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-/// The real boxes and pickers, above a screen of their own.
+/// The real boxes and pickers over a window.
 class RealQuestions : public testing::Test {
  protected:
   RealQuestions() {
@@ -36,7 +38,6 @@ class RealQuestions : public testing::Test {
     return CurrentQuestions().Ask(&owner_, question);
   }
 
-  /// Runs the picker for files; the request holds afterwards what came of it.
   QString PickFile(FileRequest& request, const std::function<void(QFileDialog& dialog)>& act) {
     user_.At<QFileDialog>(act);
     return CurrentQuestions().PickFile(&owner_, request);
@@ -78,8 +79,8 @@ const Question kYesNo{.text = "Delete it?",
 
 // ---- Boxes.
 
-TEST_F(RealQuestions, ABoxShowsAllOfAQuestion) {
-  const Question question{.text = "Text",
+TEST_F(RealQuestions, ABoxShowsAllOfAQuestionAsPlainText) {
+  const Question question{.text = "<b>a&b</b>\r\nsecond line & %1",
                           .title = "Title",
                           .icon = QMessageBox::Critical,
                           .buttons = QMessageBox::Yes | QMessageBox::No,
@@ -87,7 +88,8 @@ TEST_F(RealQuestions, ABoxShowsAllOfAQuestion) {
                           .detail = "Detail"};
   EXPECT_EQ(Ask(question,
                 [&](QMessageBox& box) {
-                  EXPECT_EQ(box.text(), "Text");
+                  EXPECT_EQ(box.textFormat(), Qt::PlainText);
+                  EXPECT_EQ(box.text(), question.text);
                   EXPECT_EQ(box.windowTitle(), "Title");
                   EXPECT_EQ(box.icon(), QMessageBox::Critical);
                   EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
@@ -98,88 +100,40 @@ TEST_F(RealQuestions, ABoxShowsAllOfAQuestion) {
                   QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
                 }),
             QMessageBox::Yes);
-}
-
-TEST_F(RealQuestions, ANoticeHasTheApplicationTitleAndOk) {
   user_.AnswerBox("Done.", QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok,
                   QMessageBox::Ok, "Morrand Tarvell");
   Tell(&owner_, "Done.");
 }
 
-TEST_F(RealQuestions, TextIsShownAsItIs) {
-  const QString text = "<b>a&b</b>\r\nsecond line & %1";
-  Ask({.text = text}, [&](QMessageBox& box) {
-    EXPECT_EQ(box.textFormat(), Qt::PlainText);
-    EXPECT_EQ(box.text(), text);
-    box.accept();
-  });
-}
-
-// A message about a broken file may name a text of any length.
+// A message about a damaged file may contain a text of any length.
 TEST_F(RealQuestions, OfALongTextTheBeginningAndTheEndAreShown) {
-  const QString longest = QString(1000, 'a') + QString(1000, 'b');
-  Ask({.text = longest, .detail = longest}, [&](QMessageBox& box) {
-    EXPECT_EQ(box.text(), longest);
-    EXPECT_EQ(box.informativeText(), longest);
-    box.accept();
-  });
-  const QString longer = QString(1500, 'a') + QString(1000000, 'b') + QString(500, 'c');
-  const QString shown = QString(1500, 'a') + QChar(0x2026) + QString(500, 'c');
-  Ask({.text = longer, .detail = longer}, [&](QMessageBox& box) {
-    EXPECT_EQ(box.text(), shown);
-    EXPECT_EQ(box.informativeText(), shown);
-    box.accept();
-  });
+  const auto expect = [&](const QString& text, const QString& shown) {
+    Ask({.text = text, .detail = text}, [&](QMessageBox& box) {
+      EXPECT_EQ(box.text(), shown);
+      EXPECT_EQ(box.informativeText(), shown);
+      box.accept();
+    });
+  };
+  const QString longest(2000, 'a');
+  expect(longest, longest);
+  expect(QString(1500, 'a') + QString(1000000, 'b') + QString(500, 'c'),
+         QString(1500, 'a') + QChar(0x2026) + QString(500, 'c'));
 }
 
-TEST_F(RealQuestions, EnterPressesTheDefaultButton) {
-  const auto enter = [](QMessageBox&) { Press(Qt::Key_Return); };
-  EXPECT_EQ(Ask(kOkCancel, enter), QMessageBox::Cancel);
-  EXPECT_EQ(Ask(kYesNo, enter), QMessageBox::No);
-  EXPECT_EQ(Ask({.text = "Notice"}, enter), QMessageBox::Ok);
-}
-
-TEST_F(RealQuestions, EscapeIsNoConsent) {
-  const auto escape = [](QMessageBox&) { Press(Qt::Key_Escape); };
-  EXPECT_EQ(Ask(kOkCancel, escape), QMessageBox::Cancel);
-  EXPECT_EQ(Ask(kYesNo, escape), QMessageBox::No);
-  EXPECT_EQ(Ask({.text = "Notice"}, escape), QMessageBox::Ok);
-}
-
-TEST_F(RealQuestions, ClosingTheFrameIsNoConsent) {
-  const auto close = [](QMessageBox& box) { box.close(); };
-  EXPECT_EQ(Ask(kOkCancel, close), QMessageBox::Cancel);
-  EXPECT_EQ(Ask(kYesNo, close), QMessageBox::No);
-  EXPECT_EQ(Ask({.text = "Notice"}, close), QMessageBox::Ok);
-}
-
-TEST_F(RealQuestions, TheKeyboardReachesEveryButton) {
+TEST_F(RealQuestions, EnterEscapeAndTheFrameGiveTheCautiousAnswerAndTabReachesTheOther) {
+  for (const auto& close : std::vector<std::function<void(QMessageBox&)>>{
+           [](QMessageBox&) { Press(Qt::Key_Return); }, [](QMessageBox&) { Press(Qt::Key_Escape); },
+           [](QMessageBox& box) { box.close(); }}) {
+    EXPECT_EQ(Ask(kOkCancel, close), QMessageBox::Cancel);
+    EXPECT_EQ(Ask(kYesNo, close), QMessageBox::No);
+    EXPECT_EQ(Ask({.text = "Notice"}, close), QMessageBox::Ok);
+  }
   const auto otherButton = [](QMessageBox&) {
     Press(Qt::Key_Tab);
     Press(Qt::Key_Space);
   };
   EXPECT_EQ(Ask(kOkCancel, otherButton), QMessageBox::Ok);
   EXPECT_EQ(Ask(kYesNo, otherButton), QMessageBox::Yes);
-}
-
-TEST_F(RealQuestions, QuestionsOfATestComeInThePlaceOfTheRealOnes) {
-  class Silent : public Questions {
-   public:
-    QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& /*question*/) override {
-      ++asked;
-      return QMessageBox::Ok;
-    }
-    int asked = 0;
-  };
-  Silent silent;
-  EXPECT_EQ(SetCurrentQuestions(&silent), nullptr);
-  Tell(&owner_, "Notice");
-  EXPECT_EQ(SetCurrentQuestions(nullptr), &silent);
-  EXPECT_EQ(silent.asked, 1);
-  user_.AnswerBox("Notice", QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok,
-                  QMessageBox::Ok);
-  Tell(&owner_, "Notice");
-  EXPECT_EQ(silent.asked, 1);
 }
 
 // ---- The picker for files.
@@ -189,7 +143,6 @@ class FilePicker : public RealQuestions {
   FilePicker() {
     tree_.Write(R"(c:\files\a.dat)", "a");
     tree_.Write(R"(c:\files\b.txt)", "b");
-    tree_.MakeFolders(R"(c:\files\sub)");
     request_ = {
         .title = "Pick one", .initialDir = Folder(), .filters = {"Data (*.dat)", "Every file (*)"}};
   }
@@ -197,69 +150,36 @@ class FilePicker : public RealQuestions {
   FileRequest request_;
 };
 
-TEST_F(FilePicker, OpensWhereItIsTold) {
+TEST_F(FilePicker, GivesTheFileThatWasTypedAndTheChosenFilter) {
   EXPECT_EQ(PickFile(request_,
                      [&](QFileDialog& dialog) {
                        EXPECT_EQ(dialog.windowTitle(), "Pick one");
                        EXPECT_EQ(dialog.directory().absolutePath(), Folder());
                        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
                        EXPECT_EQ(dialog.nameFilters(), request_.filters);
-                       EXPECT_EQ(Find<QComboBox>(dialog, "fileTypeCombo").currentText(), "Data");
                        EXPECT_EQ(dialog.parentWidget(), &owner_);
-                       Press(Qt::Key_Escape);
-                     }),
-            "");
-}
-
-TEST_F(FilePicker, GivesTheFileThatWasTyped) {
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
-                       TypeName(dialog, "a.dat");
-                       Press(Qt::Key_Return);
-                     }),
-            Folder() + "/a.dat");
-  EXPECT_EQ(request_.filterIndex, 0);
-}
-
-TEST_F(FilePicker, GivesTheFilterThatWasChosen) {
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
                        auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
+                       EXPECT_EQ(kinds.currentText(), "Data");
                        Choose(dialog, "fileTypeCombo", kinds.itemText(1));
                        TypeName(dialog, "b.txt");
                        Press(Qt::Key_Return);
                      }),
             Folder() + "/b.txt");
   EXPECT_EQ(request_.filterIndex, 1);
-  // It is the one that is selected next time.
-  PickFile(request_, [](QFileDialog& dialog) {
-    EXPECT_EQ(Find<QComboBox>(dialog, "fileTypeCombo").currentText(), "Every file");
-    Press(Qt::Key_Escape);
-  });
-}
-
-TEST_F(FilePicker, CancelledGivesNothingAndKeepsTheFilter) {
+  // The next picker starts with that filter; cancelling it keeps the filter.
   EXPECT_EQ(PickFile(request_,
                      [](QFileDialog& dialog) {
                        auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
-                       Choose(dialog, "fileTypeCombo", kinds.itemText(1));
+                       EXPECT_EQ(kinds.currentText(), "Every file");
+                       Choose(dialog, "fileTypeCombo", kinds.itemText(0));
                        TypeName(dialog, "a.dat");
                        Accept(dialog, QDialogButtonBox::Cancel);
                      }),
             "");
-  EXPECT_EQ(request_.filterIndex, 0);
+  EXPECT_EQ(request_.filterIndex, 1);
 }
 
-TEST_F(FilePicker, ClosedByItsFrameGivesNothing) {
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
-                       TypeName(dialog, "a.dat");
-                       dialog.close();
-                     }),
-            "");
-}
-
-TEST_F(FilePicker, AFileThatIsNotThereCannotBeOpened) {
+TEST_F(FilePicker, OpensOnlyAFileThatExists) {
   EXPECT_EQ(PickFile(request_,
                      [&](QFileDialog& dialog) {
                        TypeName(dialog, "nowhere.dat");
@@ -269,12 +189,12 @@ TEST_F(FilePicker, AFileThatIsNotThereCannotBeOpened) {
                        });
                        Press(Qt::Key_Return);
                        EXPECT_TRUE(dialog.isVisible());
-                       dialog.reject();
+                       dialog.close();
                      }),
             "");
 }
 
-TEST_F(FilePicker, ProposesAName) {
+TEST_F(FilePicker, ProposesANameAndSavesUnderANewOne) {
   request_.fileName = "a.dat";
   EXPECT_EQ(PickFile(request_,
                      [](QFileDialog& dialog) {
@@ -282,9 +202,6 @@ TEST_F(FilePicker, ProposesAName) {
                        Accept(dialog, QDialogButtonBox::Open);
                      }),
             Folder() + "/a.dat");
-}
-
-TEST_F(FilePicker, SavesUnderANewName) {
   request_.purpose = FileRequest::Purpose::Save;
   EXPECT_EQ(PickFile(request_,
                      [](QFileDialog& dialog) {
@@ -296,7 +213,7 @@ TEST_F(FilePicker, SavesUnderANewName) {
   EXPECT_FALSE(tree_.Exists(R"(c:\files\new.dat)")) << "picking a name makes no file";
 }
 
-TEST_F(FilePicker, AFolderThatIsNotThereIsReplacedByTheHomeFolder) {
+TEST_F(FilePicker, StartsInTheHomeFolderWhenItsFolderDoesNotExist) {
   request_.initialDir = Folder() + "/nowhere";
   PickFile(request_, [](QFileDialog& dialog) {
     EXPECT_EQ(dialog.directory().absolutePath(), QDir::homePath());
@@ -307,55 +224,48 @@ TEST_F(FilePicker, AFolderThatIsNotThereIsReplacedByTheHomeFolder) {
 
 // ---- The picker for folders.
 
-class FolderPickerDialog : public RealQuestions {
- protected:
-  FolderPickerDialog() {
-    tree_.Write(R"(c:\files\a.dat)", "a");
-    tree_.MakeFolders(R"(c:\files\sub)");
-  }
-};
-
-TEST_F(FolderPickerDialog, GivesTheFolderThatWasTyped) {
+TEST_F(RealQuestions, TheFolderPickerShowsAndGivesOnlyFolders) {
+  tree_.Write(R"(c:\files\a.dat)", "a");
+  tree_.MakeFolders(R"(c:\files\sub)");
   EXPECT_EQ(PickFolder("Browse",
                        [&](QFileDialog& dialog) {
                          EXPECT_EQ(dialog.windowTitle(), "Browse");
                          EXPECT_EQ(dialog.directory().absolutePath(), Folder());
                          EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+                         const auto& view = Find<QListView>(dialog, "listView");
+                         EXPECT_TRUE(QTest::qWaitFor(
+                             [&] { return view.model()->rowCount(view.rootIndex()) == 1; }));
                          TypeName(dialog, "sub");
                          Accept(dialog, QDialogButtonBox::Open);
                        }),
             Folder() + "/sub");
-}
-
-TEST_F(FolderPickerDialog, GivesTheFolderItStartedIn) {
   EXPECT_EQ(
       PickFolder("Browse", [](QFileDialog& dialog) { Accept(dialog, QDialogButtonBox::Open); }),
       Folder());
+  EXPECT_EQ(PickFolder("Browse",
+                       [](QFileDialog& dialog) {
+                         TypeName(dialog, "sub");
+                         Accept(dialog, QDialogButtonBox::Cancel);
+                       }),
+            "");
 }
 
-TEST_F(FolderPickerDialog, ShowsFoldersAlone) {
-  PickFolder("Browse", [](QFileDialog& dialog) {
-    const auto& view = Find<QListView>(dialog, "listView");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.model()->rowCount(view.rootIndex()) == 1; }));
-    EXPECT_EQ(view.model()->index(0, 0, view.rootIndex()).data().toString(), "sub");
-    Press(Qt::Key_Escape);
-  });
-}
+// ---- Errors.
 
-TEST_F(FolderPickerDialog, CancelledGivesNothing) {
-  for (const bool byEscape : {true, false}) {
-    EXPECT_EQ(PickFolder("Browse",
-                         [byEscape](QFileDialog& dialog) {
-                           TypeName(dialog, "sub");
-                           if (byEscape) {
-                             dialog.setFocus();
-                             Press(Qt::Key_Escape);
-                           } else {
-                             Accept(dialog, QDialogButtonBox::Cancel);
-                           }
-                         }),
-              "");
-  }
+TEST(Guard, ShowsEveryStandardExceptionAndSaysThatTheActionDidNotEnd) {
+  ScriptedQuestions questions;
+  questions.ExpectError({"row 5", "no such row"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw Error(ErrorKind::Index, "no such row", "row 5"); }));
+  questions.ExpectError({"not enough memory"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw std::bad_alloc(); }));
+  questions.ExpectError({"stray position", "What you typed is still here"});
+  EXPECT_FALSE(Guarded(nullptr, [] { throw std::out_of_range("stray position"); }));
+  EXPECT_TRUE(Guarded(nullptr, [] {}));
+  std::string shown;
+  EXPECT_FALSE(Guarded(
+      nullptr, [] { throw std::out_of_range("stray position"); },
+      [&](const Error& error) { shown = error.Text(); }));
+  EXPECT_NE(shown.find("stray position"), std::string::npos);
 }
 
 }  // namespace

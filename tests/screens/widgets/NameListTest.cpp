@@ -1,0 +1,312 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QKeyEvent>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "screens/station/StationFixture.h"
+#include "screens/widgets/NameList.h"
+#include "support/SensorStage.h"
+
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+/// Gives a list the focus as Tab does, with the entry of this text current but not selected.
+void FocusEntry(QListWidget& list, const QString& text) {
+  const QList<QListWidgetItem*> found = list.findItems(text, Qt::MatchExactly);
+  ASSERT_FALSE(found.isEmpty()) << text.toStdString();
+  list.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(list.window()));
+  list.setFocus();
+  list.clearSelection();
+  list.setCurrentItem(found.first(), QItemSelectionModel::NoUpdate);
+  ASSERT_TRUE(list.selectedItems().isEmpty());
+}
+
+void FocusEntry(QWidget& screen, const QString& list, const QString& text) {
+  FocusEntry(Find<QListWidget>(screen, list), text);
+}
+
+// ---- A list of its own.
+
+/// A list of two names that records which entries were opened and removed.
+class EntryActionsOfAList : public testing::Test {
+ protected:
+  EntryActionsOfAList() {
+    AddName(&list_, "one");
+    AddName(&list_, "two");
+    OnEntry(&list_, {.open = [this] { opened_.push_back(SelectedName(&list_)); },
+                     .remove = [this] { removed_.push_back(SelectedName(&list_)); }});
+    list_.show();
+    list_.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&list_));
+    list_.setFocus();
+    list_.setCurrentRow(1);
+  }
+
+  void Send(QEvent::Type type, Qt::Key key, bool isRepeated) {
+    QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeated);
+    QApplication::sendEvent(&list_, &event);
+  }
+  QPoint Centre(int row) { return list_.visualItemRect(list_.item(row)).center(); }
+  void ExpectActions(const Texts& opened, const Texts& removed) {
+    EXPECT_EQ(opened_, opened);
+    EXPECT_EQ(removed_, removed);
+    opened_.clear();
+    removed_.clear();
+  }
+
+  QListWidget list_;
+  Texts opened_;
+  Texts removed_;
+};
+
+TEST_F(EntryActionsOfAList, EnterOpensAndDeleteRemovesTheSelectedEntry) {
+  Press(Qt::Key_Return);
+  Press(Qt::Key_Enter);
+  Press(Qt::Key_Enter, Qt::KeypadModifier);
+  ExpectActions({"two", "two", "two"}, {});
+  Press(Qt::Key_Delete);
+  Press(Qt::Key_Delete, Qt::KeypadModifier);
+  ExpectActions({}, {"two", "two"});
+  FocusEntry(list_, "one");
+  Press(Qt::Key_Delete);
+  Press(Qt::Key_Return);
+  ExpectActions({"one"}, {""});  // only Enter selects the current entry
+}
+
+TEST_F(EntryActionsOfAList, OtherKeysDoNothing) {
+  for (const Qt::KeyboardModifier modifier :
+       {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+    Press(Qt::Key_Return, modifier);
+    Press(Qt::Key_Delete, modifier);
+  }
+  Press(Qt::Key_Backspace);
+  Press(Qt::Key_Space);
+  list_.clear();
+  Press(Qt::Key_Return);
+  Press(Qt::Key_Delete);
+  ExpectActions({}, {});
+}
+
+TEST_F(EntryActionsOfAList, AKeyThatIsHeldActsOnce) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) {
+    Send(QEvent::KeyPress, key, false);
+    for (int i = 0; i < 3; ++i) {
+      Send(QEvent::KeyRelease, key, true);
+      Send(QEvent::KeyPress, key, true);
+    }
+    Send(QEvent::KeyRelease, key, false);
+  }
+  ExpectActions({"two"}, {"two"});
+}
+
+TEST_F(EntryActionsOfAList, ADoubleClickOpensOnceAndAClickDoesNot) {
+  QTest::mouseClick(list_.viewport(), Qt::LeftButton, {}, Centre(0));
+  ExpectActions({}, {});
+  QTest::mouseDClick(list_.viewport(), Qt::LeftButton, {}, Centre(0));
+  ExpectActions({"one"}, {});
+  // A click with Ctrl deselects the entry; the double click opens it all the same.
+  QTest::mouseClick(list_.viewport(), Qt::LeftButton, Qt::ControlModifier, Centre(0));
+  ASSERT_TRUE(list_.selectedItems().isEmpty());
+  QTest::mouseDClick(list_.viewport(), Qt::LeftButton, Qt::ControlModifier, Centre(0));
+  ExpectActions({"one"}, {});
+  const QPoint below(Centre(1).x(), list_.viewport()->height() - 2);
+  ASSERT_EQ(list_.itemAt(below), nullptr);
+  QTest::mouseDClick(list_.viewport(), Qt::LeftButton, {}, below);
+  QTest::mouseDClick(list_.viewport(), Qt::RightButton, {}, Centre(0));
+  ExpectActions({}, {});
+}
+
+TEST_F(EntryActionsOfAList, OnlyTheLeftMouseButtonChooses) {
+  Texts chosen;
+  OnChoice(&list_, [&] { chosen.push_back(SelectedName(&list_)); });
+  QTest::mouseClick(list_.viewport(), Qt::LeftButton, {}, Centre(0));
+  Settle();
+  for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+    for (const int row : {0, 1}) {
+      QTest::mouseClick(list_.viewport(), button, {}, Centre(row));
+      QTest::mouseClick(list_.viewport(), button, Qt::ControlModifier, Centre(row));
+      Settle();
+    }
+  }
+  EXPECT_EQ(chosen, Texts{"one"});
+  QTest::mouseClick(list_.viewport(), Qt::LeftButton, {}, Centre(0));
+  EXPECT_EQ(chosen, (Texts{"one", "one"})) << "a click on the selected entry counts too";
+  EXPECT_EQ(list_.currentRow(), 0);
+}
+
+// ---- The calibration data menu.
+
+class CalibrationListEntries : public SensorStage {
+ protected:
+  static constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
+
+  CalibrationListEntries() { tree_.Write(kPath, SensorFile{.rows = {{"50.00", "100.0"}}}.Bytes()); }
+
+  void ExpectEditor(int& opened) {
+    user_.At<frmCalDataInput>([&opened](frmCalDataInput& editor) {
+      ++opened;
+      EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - 3318A12345)");
+      Press(Qt::Key_Escape);
+    });
+  }
+};
+
+TEST_F(CalibrationListEntries, OpenTheEditorByEnterAndByDoubleClick) {
+  int opened = 0;
+  AtMenu([&](frmCalibrationMain& menu) {
+    FocusEntry(menu, "LstInstrment", "PX12A");
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(Find<QListWidget>(menu, "lstSerialNumber").hasFocus());
+    ExpectEditor(opened);
+    Press(Qt::Key_Return);
+    DoubleClickEntry(menu, "LstInstrment", "PX12A");
+    EXPECT_TRUE(Find<QListWidget>(menu, "lstSerialNumber").hasFocus());
+    ExpectEditor(opened);
+    DoubleClickEntry(menu, "lstSerialNumber", "3318A12345");
+    Settle();
+    EXPECT_EQ(QApplication::activeModalWidget(), &menu);
+  });
+  RunMenu();
+  EXPECT_EQ(opened, 2);
+}
+
+TEST_F(CalibrationListEntries, AreDeletedByTheDeleteKeyButModelsAreNot) {
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    Press(Qt::Key_Delete);
+    ClickEntry(menu, "lstSerialNumber", "3318A12345");
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+      EXPECT_TRUE(tree_.Exists(kPath));
+      questions_.Expect({.text = "Are you sure you want to delete PX12A(3318A12345)?",
+                         .icon = QMessageBox::Warning,
+                         .buttons = QMessageBox::Yes | QMessageBox::No,
+                         .defaultButton = QMessageBox::No},
+                        answer);
+      Press(Qt::Key_Delete);
+    }
+    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{});
+  });
+  RunMenu();
+  EXPECT_FALSE(tree_.Exists(kPath));
+}
+
+// ---- The stations.
+
+class StationListEntries : public StationStage {
+ protected:
+  StationListEntries() { WriteInstrument(); }
+
+  void ExpectStation(int& opened) {
+    user_.At<frmStationModelList>([&opened](frmStationModelList& screen) {
+      ++opened;
+      EXPECT_EQ(screen.StationName, "ST1");
+      Click(screen, "btnReturn");
+    });
+  }
+};
+
+TEST_F(StationListEntries, OpenTheStationByEnterAndByDoubleClick) {
+  int opened = 0;
+  AtStationList([&](frmStationMain& screen) {
+    ExpectStation(opened);
+    DoubleClickEntry(screen, "lstStation", "ST1");
+    Settle();
+    EXPECT_EQ(QApplication::activeModalWidget(), &screen);
+    FocusEntry(screen, "lstStation", "ST1");
+    ExpectStation(opened);
+    Press(Qt::Key_Return);
+    FocusEntry(screen, "lstStation", "ST1");
+    questions_.ExpectNotice("No stations is selected.");
+    Press(Qt::Key_Delete);
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(opened, 2);
+}
+
+TEST_F(StationListEntries, TheFocusStaysInAListThatIsReadAgain) {
+  tree_.MakeFolders(R"(c:\stations\ST2)");
+  WriteInstrument({.model = "PX13A"});
+  AtStationList([&](frmStationMain& screen) {
+    const auto focus = [&] { return screen.focusWidget()->objectName(); };
+    ClickEntry(screen, "lstStation", "ST2");
+    ExpectDeleteStationQuestion("ST2", QMessageBox::Ok);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(focus(), "lstStation");
+    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
+      for (const QString name : {"PX12A", "PX13A"}) {
+        ClickEntry(instruments, "LstInstrment", name);
+        ExpectDeleteInstrumentQuestion(name, QMessageBox::Ok);
+        Press(Qt::Key_Delete);
+        EXPECT_EQ(instruments.focusWidget()->objectName(),
+                  name == "PX13A" ? "btnAdd" : "LstInstrment");
+      }
+      LeaveUnsaved(instruments);
+    });
+    ClickEntry(screen, "lstStation", "ST1");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(focus(), "lstStation");
+    ClickEntry(screen, "lstStation", "ST1");
+    ExpectDeleteStationQuestion("ST1", QMessageBox::Ok);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(focus(), "btnAdd") << "no station is left";
+    Click(screen, "btnReturn");
+  });
+}
+
+TEST_F(StationListEntries, ADoubleClickLoadsAnInstrumentOnceAndDeleteInABoxDeletesNoFile) {
+  AtStation([&](frmStationModelList& screen) {
+    auto& list = Find<QListWidget>(screen, "LstInstrment");
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    // A second load would show this address.
+    WriteInstrument({.address = "14"});
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {},
+                       list.visualItemRect(list.item(0)).center());
+    EXPECT_EQ(TextOf(screen, "txtData_2"), "13");
+    Fill(screen, "txtData_2", "");
+    Press(Qt::Key_Delete);
+    LeaveUnsaved(screen);
+  });
+  EXPECT_TRUE(tree_.Exists(std::string(kStation) + "\\PX12A"));
+}
+
+TEST_F(StationListEntries, InThePickerEnterLeadsFromTheModelToTheSerialNumberAndAddsIt) {
+  WriteCalFile("PX13A", "SN9", {.model = "PX13A", .serial = "9"});
+  tree_.Write(R"(c:\calfactors\PX14A\notes)", "x");
+  AtStation([&](frmStationModelList& screen) {
+    user_.At<frmStationGetInstr>([&](frmStationGetInstr& picker) {
+      DoubleClickEntry(picker, "LstInstrment", "PX14A");
+      // Without an entry Enter presses the default button, Add.
+      questions_.ExpectNotice("Model number or serial number is no selected.");
+      Press(Qt::Key_Return);
+      FocusEntry(picker, "LstInstrment", "PX13A");
+      Press(Qt::Key_Return);
+      EXPECT_TRUE(picker.isVisible()) << "Enter did not press Add as well";
+      EXPECT_TRUE(Find<QListWidget>(picker, "lstSerialNumber").hasFocus());
+      Press(Qt::Key_Return);
+      EXPECT_FALSE(picker.isVisible());
+    });
+    Click(screen, "btnAdd");
+    EXPECT_EQ(ComboText(screen, "cmbSerial"), "9");
+    LeaveUnsaved(screen);
+  });
+  AtStation([&](frmStationModelList& screen) {
+    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
+      ClickEntry(picker, "LstInstrment", "PX13A");
+      DoubleClickEntry(picker, "lstSerialNumber", "9");
+      EXPECT_FALSE(picker.isVisible());
+    });
+    Click(screen, "btnAdd");
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX13A");
+    LeaveUnsaved(screen);
+  });
+}
+
+}  // namespace
+}  // namespace tarvell
