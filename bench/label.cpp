@@ -10,7 +10,6 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "Finish.h"
 #include "Painted.h"
 
 namespace {

@@ -5,7 +5,6 @@
 
 #include <memory>
 
-#include "Finish.h"
 #include "Painted.h"
 #include "core/files/Paths.h"
 #include "core/session/Tarvell_MainModule.h"
