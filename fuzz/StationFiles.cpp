@@ -71,7 +71,7 @@ bool HoldsComma(StationInstrument instrument) {
                      [](const std::string* text) { return text->find(',') != std::string::npos; });
 }
 
-/// A saved file without what stands after the first comma of each line.
+/// A saved file without what follows the first comma of each line.
 std::string CutAtCommas(const std::string& bytes) {
   std::string cut;
   std::istringstream lines(bytes);
