@@ -173,7 +173,7 @@ Replacement CalDataFile::WouldReplace(const std::string& fileName) const {
   });
 }
 
-void CalDataFile::CheckRoundTrip() {
+void CalDataFile::RememberUnchangedSave() {
   try {
     file_.WouldBeWrittenAs(Bytes());
   } catch (const Error&) {

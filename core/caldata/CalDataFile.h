@@ -88,7 +88,7 @@ class CalDataFile : public cifCaldata {
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
-  void CheckRoundTrip() final;
+  void RememberUnchangedSave() final;
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   [[nodiscard]] const HeaderSeen& LoadedHeader() const final { return header_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is one of
@@ -103,8 +103,7 @@ class CalDataFile : public cifCaldata {
   void SetCalPageSerial(std::int16_t /*page*/, const std::string& /*serial*/) override {}
   [[nodiscard]] std::int16_t GetCalPageCount() const override { return 1; }
 
-  [[nodiscard]] std::string CellReadBack(std::int16_t /*page*/, std::int16_t /*column*/,
-                                         std::int16_t /*row*/,
+  [[nodiscard]] std::string CellReadBack(std::int16_t /*page*/, Cell /*cell*/,
                                          const std::string& text) const override {
     return text;
   }

@@ -5,8 +5,11 @@
 #define TARVELL_CORE_CALDATA_CALDATAGRID_H
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include "core/caldata/Cell.h"
 
 namespace tarvell {
 
@@ -25,7 +28,7 @@ class CalDataGrid {
 
   /// Number of rows, the caption row included.
   [[nodiscard]] virtual std::int16_t RowCount() const = 0;
-  /// New rows are empty; 1 leaves the caption row alone.
+  /// New rows are empty; 1 leaves only the caption row.
   virtual void SetRowCount(std::int16_t count) = 0;
   /// Appends a row below the last: its cells from column 0 on, separated by one TAB each.
   virtual void AddRow(std::string_view text) = 0;
@@ -36,7 +39,20 @@ class CalDataGrid {
   /// Width of the whole grid.
   [[nodiscard]] virtual float Width() const = 0;
   virtual void SetColumnWidth(std::int16_t column, std::int32_t width) = 0;
+
+  [[nodiscard]] std::string TextOf(Cell cell) const {
+    return CellText(cell.row.number, cell.column);
+  }
 };
+
+/// The rows of a grid end before this one.
+[[nodiscard]] inline GridRow EndOf(const CalDataGrid& grid) {
+  return {grid.RowCount()};
+}
+
+/// Appends a row of these cells, from column 0 on. A TAB in a cell, which would part it in two,
+/// becomes a blank.
+void AddCells(CalDataGrid& grid, std::span<const std::string> cells);
 
 }  // namespace tarvell
 

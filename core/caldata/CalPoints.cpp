@@ -16,6 +16,9 @@ namespace tarvell {
 
 namespace {
 
+constexpr std::int16_t kFirstColumn = 0;  // the frequency of a sensor, the setting of an attenuator
+constexpr std::int16_t kHzColumn = 1;
+
 constexpr NumberPattern kGHzPattern("0.0000");
 constexpr NumberPattern kMHzPattern("####0.00");
 constexpr NumberPattern kHighMHzPattern("#####0.0");
@@ -39,14 +42,14 @@ std::string FrequencyText(double frequency, std::string_view tableUnit) {
 
 /// The value of a cell by which rows are compared. A number too large to be calculated with is the
 /// largest.
-double ValueOf(const CalDataGrid& grid, std::int16_t row, std::int16_t column) {
-  return NumericValueOrInfinity(grid.CellText(row, column));
+double ValueOf(const CalDataGrid& grid, Cell cell) {
+  return NumericValueOrInfinity(grid.TextOf(cell));
 }
 
 /// The number of a cell as a question names it: in its shortest text, or as it stands where it is
 /// too large to be calculated with.
-std::string NumberShown(const CalDataGrid& grid, std::int16_t row, std::int16_t column) {
-  const std::string text = grid.CellText(row, column);
+std::string NumberShown(const CalDataGrid& grid, Cell cell) {
+  const std::string text = grid.TextOf(cell);
   return std::isinf(NumericValueOrInfinity(text)) ? std::string(Trim(text)) : Normalised(text);
 }
 
@@ -54,11 +57,6 @@ std::string NumberShown(const CalDataGrid& grid, std::int16_t row, std::int16_t 
 /// less.
 double AsTyped(double value) {
   return NumericValue(ShortestText(value));
-}
-
-/// A new point goes before this row, or after the last one.
-PointPosition Before(std::int16_t row) {
-  return {PointPlace::Row, row};
 }
 
 void CheckNumber(std::string_view text, const std::string& field) {
@@ -84,35 +82,35 @@ double SensorFrequency(std::string_view typed, std::string_view unit, std::strin
   return AsTyped(unit == "GHz" ? value * kStep : unit == "KHz" ? value / kStep : value);
 }
 
-std::string SensorRow(double frequency, std::string_view tableUnit) {
-  return FrequencyText(frequency, tableUnit) + "\t" + std::string(kDefaultFactor);
+std::vector<std::string> SensorRow(double frequency, std::string_view tableUnit) {
+  return {FrequencyText(frequency, tableUnit), std::string(kDefaultFactor)};
 }
 
 PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
                                std::string_view tableUnit) {
   if (frequency < 0) {
-    return {PointPlace::BelowZero};
+    return {PointPlace::BelowZero, {}};
   }
   const double written = NumericValue(FrequencyText(frequency, tableUnit));
   if (written == 0) {
-    return {PointPlace::TooSmall};
+    return {PointPlace::TooSmall, {}};
   }
   double previous = 0;
-  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    const double current = ValueOf(grid, row, 0);
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    const double current = ValueOf(grid, {row, kFirstColumn});
     if (frequency == previous || frequency == current || written == current) {
       return {PointPlace::Taken, row};
     }
     if (frequency < previous || frequency < current) {
-      return Before(static_cast<std::int16_t>(frequency < previous ? row - 1 : row));
+      return {PointPlace::Row, row + (frequency < previous ? -1 : 0)};
     }
     previous = current;
   }
-  return Before(grid.RowCount());
+  return {PointPlace::Row, EndOf(grid)};
 }
 
-std::string SensorPointName(const CalDataGrid& grid, std::int16_t row, std::string_view tableUnit) {
-  return NumberShown(grid, row, 0) + std::string(tableUnit);
+std::string SensorPointName(const CalDataGrid& grid, GridRow row, std::string_view tableUnit) {
+  return NumberShown(grid, {row, kFirstColumn}) + std::string(tableUnit);
 }
 
 AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view frequency) {
@@ -121,33 +119,33 @@ AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view f
   return {IntegerValue(Normalised(setting), "Setting"), NumericValue(frequency)};
 }
 
-std::string AttenuatorRow(const AttenuatorPoint& point) {
-  return kSettingPattern.Format(point.setting) + "\t" + kHzPattern.Format(point.frequency) + "\t" +
-         kCalDataPattern.Format(point.setting);
+std::vector<std::string> AttenuatorRow(const AttenuatorPoint& point) {
+  return {kSettingPattern.Format(point.setting), kHzPattern.Format(point.frequency),
+          kCalDataPattern.Format(point.setting)};
 }
 
 PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoint& point) {
   if (point.setting < 0 || point.frequency < 0) {
-    return {PointPlace::BelowZero};
+    return {PointPlace::BelowZero, {}};
   }
-  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    const double setting = ValueOf(grid, row, 0);
-    const double frequency = ValueOf(grid, row, 1);
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    const double setting = ValueOf(grid, {row, kFirstColumn});
+    const double frequency = ValueOf(grid, {row, kHzColumn});
     if (setting == point.setting && frequency == point.frequency) {
       return {PointPlace::Taken, row};
     }
     if (setting > point.setting || (setting == point.setting && frequency > point.frequency)) {
-      return Before(row);
+      return {PointPlace::Row, row};
     }
   }
-  return Before(grid.RowCount());
+  return {PointPlace::Row, EndOf(grid)};
 }
 
-std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row) {
-  const std::string point = NumberShown(grid, row, 0) + "dB, ";
-  const double frequency = ValueOf(grid, row, 1);
+std::string AttenuatorPointName(const CalDataGrid& grid, GridRow row) {
+  const std::string point = NumberShown(grid, {row, kFirstColumn}) + "dB, ";
+  const double frequency = ValueOf(grid, {row, kHzColumn});
   if (std::isinf(frequency)) {
-    return point + NumberShown(grid, row, 1) + "Hz";
+    return point + NumberShown(grid, {row, kHzColumn}) + "Hz";
   }
   const bool inGHz = frequency >= kGHz;
   return point + ShortestText(frequency / (inGHz ? kGHz : kMHz)) + (inGHz ? "GHz" : "MHz");

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/caldata/CalDataGrid.h"
 
@@ -23,7 +24,7 @@ enum class PointPlace {
 
 struct PointPosition {
   PointPlace place = PointPlace::Row;
-  std::int16_t row = 0;
+  GridRow row;
 };
 
 /// Throws FullTableError when a table has no place for another point.
@@ -34,8 +35,8 @@ void CheckPlaceForPoint(const CalDataGrid& grid);
 [[nodiscard]] double SensorFrequency(std::string_view typed, std::string_view unit,
                                      std::string_view tableUnit);
 
-/// The row of a new point of a power sensor, cells separated by TAB, with the default factor.
-[[nodiscard]] std::string SensorRow(double frequency, std::string_view tableUnit);
+/// The cells of a new point of a power sensor, with the default factor.
+[[nodiscard]] std::vector<std::string> SensorRow(double frequency, std::string_view tableUnit);
 
 /// Where a new point of a power sensor goes, so that a table sorted upward stays so. A frequency
 /// that its own row would round to that of another row is the same point.
@@ -43,7 +44,7 @@ void CheckPlaceForPoint(const CalDataGrid& grid);
                                              std::string_view tableUnit);
 
 /// The point of a data row as the delete question names it: "50MHz".
-[[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, std::int16_t row,
+[[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, GridRow row,
                                           std::string_view tableUnit);
 
 /// A point of a step attenuator.
@@ -57,9 +58,8 @@ struct AttenuatorPoint {
 [[nodiscard]] AttenuatorPoint AttenuatorPointFrom(std::string_view setting,
                                                   std::string_view frequency);
 
-/// The row of a new point of a step attenuator, cells separated by TAB; the default value is the
-/// setting itself.
-[[nodiscard]] std::string AttenuatorRow(const AttenuatorPoint& point);
+/// The cells of a new point of a step attenuator; the default value is the setting itself.
+[[nodiscard]] std::vector<std::string> AttenuatorRow(const AttenuatorPoint& point);
 
 /// Where a new point of a step attenuator goes, so that a table sorted by setting and then by
 /// frequency stays so.
@@ -67,7 +67,7 @@ struct AttenuatorPoint {
                                                  const AttenuatorPoint& point);
 
 /// The point of a data row as the delete question names it: "10dB, 50MHz".
-[[nodiscard]] std::string AttenuatorPointName(const CalDataGrid& grid, std::int16_t row);
+[[nodiscard]] std::string AttenuatorPointName(const CalDataGrid& grid, GridRow row);
 
 }  // namespace tarvell
 

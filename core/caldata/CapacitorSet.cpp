@@ -51,6 +51,12 @@ const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std:
   return nullptr;
 }
 
+/// The unit of an uncertainty as its cell has it.
+std::string_view UncertaintyUnit(std::string_view unit) {
+  const std::string_view trimmed = Trim(unit);
+  return EqualsIgnoringCase(trimmed, "ppm") ? " ppm" : trimmed == "%" ? " %" : "";
+}
+
 std::string FormatUncertainty(std::span<const CapacitorFormat> formats, std::int16_t page,
                               std::int16_t row, const std::string& text, const std::string& unit) {
   const CapacitorFormat* format = FindFormat(formats, page, row);
@@ -58,15 +64,12 @@ std::string FormatUncertainty(std::span<const CapacitorFormat> formats, std::int
   if (format != nullptr) {
     result = FormatText(text, unit == "ppm" ? format->ppmPattern : format->pattern);
   }
-  const std::string_view trimmed = Trim(unit);
-  if (EqualsIgnoringCase(trimmed, "ppm")) {
-    result += " ppm";
-  } else if (trimmed == "%") {
+  const std::string_view after = UncertaintyUnit(unit);
+  if (after == " %") {
     // A long text comes back from the file as ppm.
     static_cast<void>(PpmOfPercent(text));
-    result += " %";
   }
-  return result;
+  return result + std::string(after);
 }
 
 }  // namespace
@@ -125,16 +128,38 @@ std::string CapacitorSet::SetCalibrationDataFormat(std::int16_t page, std::int16
   }
 }
 
-std::string CapacitorSet::CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+std::optional<CellAffixes> CapacitorSet::AffixesOf(std::int16_t page, Cell cell,
+                                                   std::string_view unit) const {
+  switch (cell.column) {
+    case kCapacitance:
+      if (FindFormat(traits_.capacitance, page, cell.row.number) == nullptr) {
+        return std::nullopt;
+      }
+      return CellAffixes{"", CapacitanceUnit(page)};
+    case kUncertainty:
+      if (FindFormat(traits_.uncertainty, page, cell.row.number) == nullptr) {
+        return std::nullopt;
+      }
+      return CellAffixes{"", UncertaintyUnit(unit)};
+    case kDissipation:
+    case kDissipationUncertainty:
+      return CellAffixes();
+    default:
+      return std::nullopt;
+  }
+}
+
+std::string CapacitorSet::CellReadBack(std::int16_t page, Cell cell,
                                        const std::string& text) const {
+  const auto [row, column] = cell;
   if (column < kCapacitance || column >= kColumns || text.empty()) {
     return text;
   }
   // The other cells only have to be there, so that no word moves into the place of another.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
-  const DataWords words = DataWordsOf(DataLine(page, row, cells));
-  return ReadRow(page, row, words).at(static_cast<std::size_t>(column));
+  const DataWords words = DataWordsOf(DataLine(page, row.number, cells));
+  return ReadRow(page, row.number, words).at(static_cast<std::size_t>(column));
 }
 
 std::int16_t CapacitorSet::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t column,

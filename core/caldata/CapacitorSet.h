@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -57,8 +58,10 @@ class CapacitorSet : public CalDataFile {
   [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                      std::int16_t row, const std::string& text,
                                                      const std::string& unit) const final;
-  [[nodiscard]] std::string CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+  [[nodiscard]] std::string CellReadBack(std::int16_t page, Cell cell,
                                          const std::string& text) const final;
+  [[nodiscard]] std::optional<CellAffixes> AffixesOf(std::int16_t page, Cell cell,
+                                                     std::string_view unit) const final;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const final;

@@ -47,7 +47,7 @@ std::string_view TypedNumber(std::string_view typed, const CellParts& cell) {
   while (!typed.empty() && (typed.back() == '\n' || typed.back() == '\r')) {
     typed.remove_suffix(1);
   }
-  return WithoutUnit(typed, cell);
+  return WithoutUnit(typed, {cell.before, cell.after});
 }
 
 /// Whether a value in per cent is this one in ppm.
@@ -79,9 +79,9 @@ CellParts PartsOfCell(std::string_view text) {
   return {text.substr(0, first), text.substr(first, last + 1 - first), text.substr(last + 1)};
 }
 
-std::string_view WithoutUnit(std::string_view value, const CellParts& cell) {
-  const std::string_view before = Trim(cell.before);
-  const std::string_view after = Trim(cell.after);
+std::string_view WithoutUnit(std::string_view value, const CellAffixes& affixes) {
+  const std::string_view before = Trim(affixes.before);
+  const std::string_view after = Trim(affixes.after);
   value = Trim(value);
   if (value.starts_with(before)) {
     value.remove_prefix(before.size());

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/caldata/cifCaldata.h"
+
 /// What an editor reports about values that are stored, or will be read back, differently from what
 /// the user sees. Each function returns a sentence, or "" when there is nothing to report.
 namespace tarvell {
@@ -20,8 +22,8 @@ struct CellParts {
 };
 [[nodiscard]] CellParts PartsOfCell(std::string_view text);
 
-/// A value without blanks around it, and without what `cell` has before and after its number.
-[[nodiscard]] std::string_view WithoutUnit(std::string_view value, const CellParts& cell);
+/// A value without blanks around it, and without these texts before and after its number.
+[[nodiscard]] std::string_view WithoutUnit(std::string_view value, const CellAffixes& affixes);
 
 /// Whether a cell holds zero, or no number at all.
 [[nodiscard]] bool HoldsZero(std::string_view text);

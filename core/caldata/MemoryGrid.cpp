@@ -4,6 +4,7 @@
 #include "core/caldata/MemoryGrid.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/platform/Error.h"
 
@@ -70,18 +71,20 @@ void MemoryGrid::SetColumnWidth(std::int16_t column, std::int32_t width) {
   columnWidths_[ColumnIndex(column)] = width;
 }
 
-void MemoryGrid::InsertRow(std::int16_t position, std::string_view text) {
-  if (position < 1 || position > RowCount()) {
-    RefuseIndex("row", position);
+void MemoryGrid::InsertRow(GridRow position, std::span<const std::string> cells) {
+  if (position < kFirstDataRow || position > EndOf(*this)) {
+    RefuseIndex("row", position.number);
   }
-  rows_.insert(rows_.begin() + position, CellsOf(text));
+  std::vector<std::string> row(cells.begin(), cells.end());
+  row.resize(columnWidths_.size());
+  rows_.insert(rows_.begin() + position.number, std::move(row));
 }
 
-void MemoryGrid::RemoveRow(std::int16_t row) {
-  if (row < 1) {
-    RefuseIndex("data row", row);
+void MemoryGrid::RemoveRow(GridRow row) {
+  if (row < kFirstDataRow) {
+    RefuseIndex("data row", row.number);
   }
-  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(RowIndex(row)));
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(RowIndex(row.number)));
 }
 
 std::int32_t MemoryGrid::ColumnWidth(std::int16_t column) const {

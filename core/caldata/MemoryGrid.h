@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,10 +33,10 @@ class MemoryGrid final : public CalDataGrid {
 
   /// Leaves an empty caption row of `columns` columns, whose widths are not set.
   void Clear(std::int16_t columns);
-  /// Puts a row, given as in AddRow, in front of row `position` (1 to RowCount).
-  void InsertRow(std::int16_t position, std::string_view text);
-  /// Removes a data row (1 to RowCount - 1).
-  void RemoveRow(std::int16_t row);
+  /// Puts a row of these cells before the row `position`, or after the last one.
+  void InsertRow(GridRow position, std::span<const std::string> cells);
+  /// Removes a data row.
+  void RemoveRow(GridRow row);
 
   void SetWidth(float width) { width_ = width; }
   /// Width of a column; 0 until one is set.

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "core/files/Paths.h"
-#include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
 
@@ -90,22 +89,8 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
   opened.isNamedBySerial = header.hasSerialNumber || (fits && !serial.empty());
   const std::vector<std::string>& met = opened.data->LoadNotices();
   opened.notices.insert(opened.notices.end(), met.begin(), met.end());
-  opened.data->CheckRoundTrip();
+  opened.data->RememberUnchangedSave();
   return opened;
-}
-
-std::string TextToEdit(const cifCaldata& data, std::int16_t page, std::int16_t column,
-                       std::int16_t row, const std::string& text, std::string& unit) {
-  const std::string_view number = TooLargeNumber(text);
-  if (number.empty()) {
-    return data.GetCalibrationDataFormat(page, column, row, text, unit);
-  }
-  // Whether the column has such a text, and the unit, do not depend on the number.
-  std::string other = text;
-  other.replace(static_cast<std::size_t>(number.data() - text.data()), number.size(), "0");
-  return data.GetCalibrationDataFormat(page, column, row, other, unit).empty()
-             ? std::string()
-             : std::string(number);
 }
 
 }  // namespace tarvell

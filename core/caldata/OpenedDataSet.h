@@ -4,12 +4,10 @@
 #ifndef TARVELL_CORE_CALDATA_OPENEDDATASET_H
 #define TARVELL_CORE_CALDATA_OPENEDDATASET_H
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "core/caldata/CalDataGrid.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
 
@@ -34,11 +32,6 @@ struct OpenedDataSet {
 ///
 /// Throws the error of a file that cannot be read, and a NotAFile error for one in the old style.
 [[nodiscard]] OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed);
-
-/// The text to edit of a cell, as GetCalibrationDataFormat gives it. A number that is too large to
-/// be calculated with is given as it stands, so that it can be replaced.
-[[nodiscard]] std::string TextToEdit(const cifCaldata& data, std::int16_t page, std::int16_t column,
-                                     std::int16_t row, const std::string& text, std::string& unit);
 
 }  // namespace tarvell
 

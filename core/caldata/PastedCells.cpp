@@ -53,17 +53,11 @@ std::string Quoted(std::string_view value) {
   return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
 }
 
-/// A cell that stores the number 1, which shows what stands before and after its numbers.
-CellParts PartsOfOne(std::string_view ofOne) {
-  const CellParts cell = PartsOfCell(ofOne);
-  if (cell.number.empty()) {
+std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& affixes) {
+  if (!affixes) {
     throw Error(ErrorKind::Index,
                 "The table has no value in this place. Begin in another cell, or copy less.");
   }
-  return cell;
-}
-
-std::string NumberIn(std::string_view value, const CellParts& cell) {
   if (Trim(value).empty()) {
     throw Error(ErrorKind::Type, "There is no value. Fill the gap or copy fewer lines.");
   }
@@ -72,8 +66,8 @@ std::string NumberIn(std::string_view value, const CellParts& cell) {
                 "The character \"" + std::string(character) + "\" in " + Quoted(value) +
                     " cannot be stored in a data file. Replace it by another one.");
   }
-  const std::string_view number = WithoutUnit(value, cell);
-  const std::string unit(Trim(cell.after));
+  const std::string_view number = WithoutUnit(value, *affixes);
+  const std::string unit(Trim(affixes->after));
   const std::optional<double> parsed = WholeNumber(number);
   if (!parsed) {
     throw Error(ErrorKind::Type,
@@ -100,11 +94,11 @@ std::string Stored(const std::string& number, const std::string& stored) {
 }
 
 void CheckStart(const CalDataGrid& grid, const PasteStart& start) {
-  if (start.row < 1 || start.row >= grid.RowCount()) {
+  if (start.cell.row < kFirstDataRow || start.cell.row >= EndOf(grid)) {
     throw Error(ErrorKind::Index, "The table has no current cell. Choose one, then paste again.");
   }
-  if (start.column < start.firstEditableColumn) {
-    throw Error(ErrorKind::Index, "The column \"" + grid.CellText(0, start.column) +
+  if (start.cell.column < start.firstEditableColumn) {
+    throw Error(ErrorKind::Index, "The column \"" + grid.TextOf({kCaptionRow, start.cell.column}) +
                                       "\" cannot be edited. Choose a cell of another column, then "
                                       "paste again.");
   }
@@ -113,7 +107,7 @@ void CheckStart(const CalDataGrid& grid, const PasteStart& start) {
 }  // namespace
 
 std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
-                                    std::string_view text, const StoreNumber& store,
+                                    std::string_view text, const PasteRules& rules,
                                     std::size_t& line) {
   line = 0;
   CheckStart(grid, start);
@@ -121,18 +115,17 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
   if (lines.empty()) {
     throw Error(ErrorKind::Type, "There is no text to paste. Copy numbers, then paste again.");
   }
-  const auto rowsLeft = static_cast<std::size_t>(grid.RowCount() - start.row);
+  const auto rowsLeft = static_cast<std::size_t>(grid.RowCount() - start.cell.row.number);
   if (lines.size() > rowsLeft) {
     throw Error(ErrorKind::Index,
                 "What is to be pasted has " + std::to_string(lines.size()) +
                     " lines, and the table has " + std::to_string(rowsLeft) +
                     " rows from the chosen one on. Begin in a row above, or copy fewer lines.");
   }
-  const auto columnsLeft = static_cast<std::size_t>(grid.ColumnCount() - start.column);
+  const auto columnsLeft = static_cast<std::size_t>(grid.ColumnCount() - start.cell.column);
   std::vector<PastedCell> cells;
   for (const std::string_view values : lines) {
-    const auto row = static_cast<std::int16_t>(start.row + static_cast<std::int16_t>(line++));
-    std::int16_t column = start.column;
+    Cell cell = {start.cell.row + static_cast<int>(line++), start.cell.column};
     const std::vector<std::string_view> parts = Split(values, '\t');
     if (parts.size() > columnsLeft) {
       throw Error(ErrorKind::Index,
@@ -140,10 +133,9 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
                       std::to_string(columnsLeft) + " from the chosen one on. Copy fewer columns.");
     }
     for (const std::string_view value : parts) {
-      const std::string ofOne = store(column, row, "1");
-      const std::string number = NumberIn(value, PartsOfOne(ofOne));
-      cells.push_back({row, column, Stored(number, store(column, row, number))});
-      ++column;
+      const std::string number = NumberIn(value, rules.affixes(cell));
+      cells.push_back({cell, Stored(number, rules.store(cell, number))});
+      ++cell.column;
     }
   }
   line = 0;

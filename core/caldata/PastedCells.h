@@ -7,21 +7,26 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/caldata/CalDataGrid.h"
+#include "core/caldata/cifCaldata.h"
 
 namespace tarvell {
 
-/// What a cell stores when `number` is typed into it, in the unit that it has.
-using StoreNumber =
-    std::function<std::string(std::int16_t column, std::int16_t row, const std::string& number)>;
+/// The rules of the cells of a table, each for the unit that a cell has.
+struct PasteRules {
+  /// What a cell has around its number; nothing where it takes no number.
+  std::function<std::optional<CellAffixes>(Cell cell)> affixes;
+  /// What a cell stores when `number` is typed into it.
+  std::function<std::string(Cell cell, const std::string& number)> store;
+};
 
 struct PastedCell {
-  std::int16_t row = 0;
-  std::int16_t column = 0;
+  Cell cell;
   std::string text;
 
   bool operator==(const PastedCell&) const = default;
@@ -29,8 +34,7 @@ struct PastedCell {
 
 /// Where a paste begins, and the first column of the table that can be edited.
 struct PasteStart {
-  std::int16_t row = 0;
-  std::int16_t column = 0;
+  Cell cell;
   std::int16_t firstEditableColumn = 0;
 };
 
@@ -41,7 +45,7 @@ struct PasteStart {
 /// Throws when not every value can be stored. `line` is then the line that was looked at, counted
 /// from 1, or 0 where the error is not about one line.
 [[nodiscard]] std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
-                                                  std::string_view text, const StoreNumber& store,
+                                                  std::string_view text, const PasteRules& rules,
                                                   std::size_t& line);
 
 }  // namespace tarvell

@@ -63,6 +63,11 @@ std::string PowerSensor::SetCalibrationDataFormat(std::int16_t /*page*/, std::in
   return column == kFactorColumn ? FormatText(text, kFactorPattern) : std::string();
 }
 
+std::optional<CellAffixes> PowerSensor::AffixesOf(std::int16_t /*page*/, Cell cell,
+                                                  std::string_view /*unit*/) const {
+  return cell.column == kFactorColumn ? std::optional<CellAffixes>(CellAffixes()) : std::nullopt;
+}
+
 std::int16_t PowerSensor::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t /*column*/,
                                              std::vector<std::string>& units) const {
   if (!traits_.clearsUnit) {

@@ -76,6 +76,13 @@ std::string StepAttenuator::SetCalibrationDataFormat(std::int16_t /*page*/, std:
   }
 }
 
+std::optional<CellAffixes> StepAttenuator::AffixesOf(std::int16_t /*page*/, Cell cell,
+                                                     std::string_view /*unit*/) const {
+  return cell.column == kFrequencyColumn || cell.column == kCalDataColumn
+             ? std::optional<CellAffixes>(CellAffixes())
+             : std::nullopt;
+}
+
 std::int16_t StepAttenuator::GetCalibrationUnit(std::int16_t /*page*/, std::int16_t /*column*/,
                                                 std::vector<std::string>& units) const {
   units = {"*"};

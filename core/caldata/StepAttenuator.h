@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,8 @@ class StepAttenuator : public CalDataFile {
   [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                      std::int16_t row, const std::string& text,
                                                      const std::string& unit) const final;
+  [[nodiscard]] std::optional<CellAffixes> AffixesOf(std::int16_t page, Cell cell,
+                                                     std::string_view unit) const final;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
 

@@ -46,6 +46,11 @@ const ResistorFormat* FindFormat(std::int16_t page, std::int16_t column, std::in
   return found == kResistorFormat.end() ? nullptr : found;
 }
 
+CellAffixes AffixesOf(const ResistorFormat& format, std::string_view unit) {
+  const bool isRelative = format.unit == kRelativeUnit;
+  return {format.prefix, isRelative ? (unit == "ppm" ? " ppm" : " %") : format.unit};
+}
+
 /// The number of a relative uncertainty, and its unit, "" where the text names none.
 std::string SplitRelative(std::string_view text, std::string& unit) {
   if (LastCharacters(text, 1) == "m") {
@@ -105,28 +110,32 @@ std::string cInstrRT730A::SetCalibrationDataFormat(std::int16_t page, std::int16
   if (format == nullptr) {
     return {};
   }
-  std::string result = std::string(format->prefix) + FormatText(text, format->pattern);
-  if (format->unit == kRelativeUnit) {
-    if (unit != "ppm") {
-      // A long text comes back from the file as ppm.
-      static_cast<void>(PpmOfPercent(text));
-    }
-    result += unit == "ppm" ? " ppm" : " %";
-  } else {
-    result += format->unit;
+  if (format->unit == kRelativeUnit && unit != "ppm") {
+    // A long text comes back from the file as ppm.
+    static_cast<void>(PpmOfPercent(text));
   }
-  return result;
+  const CellAffixes affixes = tarvell::AffixesOf(*format, unit);
+  return std::string(affixes.before) + FormatText(text, format->pattern) +
+         std::string(affixes.after);
 }
 
-std::string cInstrRT730A::CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+std::optional<CellAffixes> cInstrRT730A::AffixesOf(std::int16_t page, Cell cell,
+                                                   std::string_view unit) const {
+  const ResistorFormat* format = FindFormat(page, cell.column, cell.row.number);
+  return format == nullptr ? std::nullopt
+                           : std::optional<CellAffixes>(tarvell::AffixesOf(*format, unit));
+}
+
+std::string cInstrRT730A::CellReadBack(std::int16_t page, Cell cell,
                                        const std::string& text) const {
+  const auto [row, column] = cell;
   const ResistorPage* known = PageOf(page);
   if (known == nullptr || !IsRelative(*known, column) || text.empty()) {
     return text;
   }
   std::string field;
-  AppendUncertainty(field, page, row, text);
-  return UncertaintyRead(page, column, row, Trim(field));
+  AppendUncertainty(field, page, row.number, text);
+  return UncertaintyRead(page, column, row.number, Trim(field));
 }
 
 std::int16_t cInstrRT730A::GetCalibrationUnit(std::int16_t page, std::int16_t column,

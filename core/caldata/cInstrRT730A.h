@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,8 +32,10 @@ class cInstrRT730A final : public CalDataFile {
   [[nodiscard]] std::string SetCalibrationDataFormat(std::int16_t page, std::int16_t column,
                                                      std::int16_t row, const std::string& text,
                                                      const std::string& unit) const override;
-  [[nodiscard]] std::string CellReadBack(std::int16_t page, std::int16_t column, std::int16_t row,
+  [[nodiscard]] std::string CellReadBack(std::int16_t page, Cell cell,
                                          const std::string& text) const override;
+  [[nodiscard]] std::optional<CellAffixes> AffixesOf(std::int16_t page, Cell cell,
+                                                     std::string_view unit) const override;
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const override;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const override;

@@ -5,7 +5,9 @@
 #define TARVELL_CORE_CALDATA_CIFCALDATA_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/caldata/CalDataGrid.h"
@@ -17,6 +19,12 @@ namespace tarvell {
 struct HeaderSeen {
   bool isOldStyle = false;  ///< none at all: the file begins as those from before the header lines
   bool hasSerialNumber = false;  ///< a serial number line with a value
+};
+
+/// What stands around the number of a cell: "Ls/" before it and " nH" after it.
+struct CellAffixes {
+  std::string_view before;
+  std::string_view after;
 };
 
 /// Calibration data of one instrument or one set of standards, that is, of one data file. The
@@ -60,9 +68,9 @@ class cifCaldata {
   /// the save itself impossible, and a WriteFailed error for a file that cannot be read.
   [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
 
-  /// Compares the file that was loaded with what an unchanged save would write. Where they differ,
-  /// as of remarks that no field takes, the next save puts the file into the recycle bin.
-  virtual void CheckRoundTrip() = 0;
+  /// Remembers what an unchanged save would write. Where the loaded file holds something else, such
+  /// as remarks that no field takes, the next save puts it into the recycle bin.
+  virtual void RememberUnchangedSave() = 0;
 
   /// What the last load found doubtful in its file, a sentence each: the user is told before the
   /// data are edited.
@@ -91,9 +99,12 @@ class cifCaldata {
                                                              const std::string& text,
                                                              const std::string& unit) const = 0;
   /// The text that a cell which holds `text` has after the data set is saved and loaded again.
-  [[nodiscard]] virtual std::string CellReadBack(std::int16_t page, std::int16_t column,
-                                                 std::int16_t row,
+  [[nodiscard]] virtual std::string CellReadBack(std::int16_t page, Cell cell,
                                                  const std::string& text) const = 0;
+  /// What SetCalibrationDataFormat puts around the number of a cell; nothing where the cell has no
+  /// format for numbers.
+  [[nodiscard]] virtual std::optional<CellAffixes> AffixesOf(std::int16_t page, Cell cell,
+                                                             std::string_view unit) const = 0;
   /// The units that the user may choose for a column; the one entry "*" means no choice.
   virtual std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                           std::vector<std::string>& units) const = 0;

@@ -149,7 +149,7 @@ void CalEditor::FindCellNotes() {
       for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
         const std::string shown = grid.CellText(row, column);
         const std::string notice =
-            ReadDifferently(shown, data_->CellReadBack(page, column, row, shown));
+            ReadDifferently(shown, data_->CellReadBack(page, {{row}, column}, shown));
         if (!notice.empty()) {
           cellNotes_[page][{row, column}] = ToQt(notice);
         }
@@ -163,7 +163,7 @@ void CalEditor::NoteCell(std::int16_t row, std::int16_t column, const QString* t
   const std::string difference =
       typed == nullptr ? std::string() : StoredDifferently(FromQt(*typed), stored);
   const std::string readBack =
-      ReadDifferently(stored, data_->CellReadBack(ShownPage(), column, row, stored));
+      ReadDifferently(stored, data_->CellReadBack(ShownPage(), {{row}, column}, stored));
   latestNote_ = ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack);
   controls_.grid->Model().SetNote(row, column, latestNote_);
   ReportCells();

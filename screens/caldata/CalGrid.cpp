@@ -63,7 +63,7 @@ void CalGrid::SetCurrentCell(std::int16_t row, std::int16_t column) {
 
 void CalGrid::RemoveRow(std::int16_t row) {
   const std::int16_t column = CurrentColumn();
-  model_->RemoveRow(row);
+  model_->RemoveRow({row});
   const auto last = static_cast<std::int16_t>(Data().RowCount() - 1);
   if (last > 0) {
     SetCurrentCell(std::min(row, last), column);

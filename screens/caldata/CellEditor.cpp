@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/caldata/EditedCell.h"
 #include "screens/caldata/GridClipboard.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/Guard.h"
@@ -25,7 +26,7 @@ namespace {
 constexpr ushort kBlank = 0x20;
 constexpr ushort kDelete = 0x7F;
 
-std::int16_t GridRow(const QModelIndex& cell) {
+std::int16_t RowNumber(const QModelIndex& cell) {
   return static_cast<std::int16_t>(cell.row() + 1);
 }
 
@@ -115,7 +116,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
       CopySelectedCells(*grid_);
     } else if (!IsOpen()) {
       for (const PastedCell& cell : PasteIntoCells(*grid_, rules_)) {
-        emit Pasted(cell.row, cell.column);
+        emit Pasted(cell.cell.row.number, cell.cell.column);
       }
     }
     return true;
@@ -199,7 +200,7 @@ void CellEditor::OfferUnits(std::int16_t column, const std::string& unit) {
   for (const std::string& choice : units) {
     txtCellCmb_->addItem(ToQt(choice));
   }
-  txtCellCmb_->setCurrentText(ToQt(OwnUnit(units, unit)));
+  txtCellCmb_->setCurrentText(ToQt(ChosenUnit(units, unit)));
   txtCellCmb_->setVisible(!units.empty());
   untouchedUnit_ = txtCellCmb_->currentText();
 }
@@ -214,9 +215,9 @@ void CellEditor::Open(const QString& typed) {
     return;
   }
   Guarded(grid_->window(), [&] {
-    const std::string text = grid_->Data().CellText(GridRow(cell), GridColumn(cell));
+    const std::string text = grid_->Data().CellText(RowNumber(cell), GridColumn(cell));
     std::string unit;
-    const QString own = ToQt(rules_.textToEdit(GridColumn(cell), GridRow(cell), text, unit));
+    const QString own = ToQt(rules_.textToEdit(GridColumn(cell), RowNumber(cell), text, unit));
     const QString shown = typed.isEmpty() ? own : typed;
     OfferUnits(GridColumn(cell), unit);
     cell_ = cell;
@@ -238,7 +239,7 @@ void CellEditor::Commit() {
     return;
   }
   if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
-    const std::int16_t row = GridRow(cell_);
+    const std::int16_t row = RowNumber(cell_);
     const std::int16_t column = GridColumn(cell_);
     const QString typed = txtCell_->text();
     grid_->Model().SetCellText(
@@ -261,7 +262,7 @@ void CellEditor::CommitGuarded() {
         // Back into the box first: the grid getting the focus back would commit again.
         txtCell_->setFocus();
         const QSignalBlocker blocker(grid_->selectionModel());
-        grid_->SetCurrentCell(GridRow(cell_), GridColumn(cell_));
+        grid_->SetCurrentCell(RowNumber(cell_), GridColumn(cell_));
         ShowError(grid_->window(), error);
       });
 }
@@ -295,7 +296,7 @@ void CellEditor::GoByTab(const QModelIndex& from, bool forward) {
   const QModelIndex to = grid_->NextEditable(from, forward);
   tabsOn_ = to.isValid();
   if (tabsOn_) {
-    grid_->SetCurrentCell(GridRow(to), GridColumn(to));
+    grid_->SetCurrentCell(RowNumber(to), GridColumn(to));
   } else {
     grid_->Leave(forward);
   }

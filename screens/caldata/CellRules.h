@@ -4,11 +4,13 @@
 #ifndef TARVELL_SCREENS_CALDATA_CELLRULES_H
 #define TARVELL_SCREENS_CALDATA_CELLRULES_H
 
-#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "core/caldata/cifCaldata.h"
 
 namespace tarvell {
 
@@ -21,6 +23,8 @@ struct CellRules {
   std::function<std::string(std::int16_t column, std::int16_t row, const std::string& text,
                             const std::string& unit)>
       textToStore;
+  /// What a cell has around its number, in this unit; nothing where it takes no number.
+  std::function<std::optional<CellAffixes>(Cell cell, const std::string& unit)> affixes;
   /// The units to choose from in a column, none where there is no choice; may be missing.
   std::function<std::vector<std::string>(std::int16_t column)> units = nullptr;
 
@@ -28,16 +32,6 @@ struct CellRules {
     return units ? units(column) : std::vector<std::string>();
   }
 };
-
-/// The one of `units` that a cell has whose text names `unit`; "" where there is no choice.
-[[nodiscard]] inline std::string OwnUnit(const std::vector<std::string>& units,
-                                         const std::string& unit) {
-  if (units.empty()) {
-    return {};
-  }
-  // A cell without a unit is taken as the first one, ppm, when it is saved.
-  return std::find(units.begin(), units.end(), unit) != units.end() ? unit : units.front();
-}
 
 }  // namespace tarvell
 

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/EditedCell.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/QtText.h"
 
@@ -31,21 +32,22 @@ PasteStart StartIn(const CalGrid& grid) {
   const QModelIndexList selected = SelectedCells(grid);
   const QModelIndex first =
       selected.contains(grid.currentIndex()) ? selected.first() : grid.currentIndex();
-  return {static_cast<std::int16_t>(first.row() + 1),
-          static_cast<std::int16_t>(std::max(first.column(), 0)),
+  return {{{static_cast<std::int16_t>(first.row() + 1)},
+           static_cast<std::int16_t>(std::max(first.column(), 0))},
           static_cast<std::int16_t>(grid.Model().FirstEditableColumn())};
 }
 
 void Store(CalGrid& grid, const std::vector<PastedCell>& cells) {
   int lastColumn = 0;
   for (const PastedCell& cell : cells) {
-    grid.Model().SetCellText(cell.row, cell.column, cell.text);
-    lastColumn = std::max<int>(lastColumn, cell.column);
+    grid.Model().SetCellText(cell.cell.row.number, cell.cell.column, cell.text);
+    lastColumn = std::max<int>(lastColumn, cell.cell.column);
   }
-  const PastedCell& first = cells.front();
-  grid.SetCurrentCell(first.row, first.column);
+  const Cell first = cells.front().cell;
+  grid.SetCurrentCell(first.row.number, first.column);
   grid.selectionModel()->select(
-      QItemSelection(grid.currentIndex(), grid.Model().index(cells.back().row - 1, lastColumn)),
+      QItemSelection(grid.currentIndex(),
+                     grid.Model().index(cells.back().cell.row.number - 1, lastColumn)),
       QItemSelectionModel::ClearAndSelect);
 }
 
@@ -69,16 +71,23 @@ void CopySelectedCells(const CalGrid& grid) {
 std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
   std::vector<PastedCell> cells;
   std::size_t line = 0;
-  const StoreNumber store = [&](std::int16_t column, std::int16_t row, const std::string& number) {
+  const auto unitOf = [&](Cell cell) {
     std::string unit;
-    static_cast<void>(rules.textToEdit(column, row, grid.Data().CellText(row, column), unit));
-    return rules.textToStore(column, row, number, OwnUnit(rules.UnitsOf(column), unit));
+    static_cast<void>(
+        rules.textToEdit(cell.column, cell.row.number, grid.Data().TextOf(cell), unit));
+    return ChosenUnit(rules.UnitsOf(cell.column), unit);
   };
+  const PasteRules pasting = {
+      .affixes = [&](Cell cell) { return rules.affixes(cell, unitOf(cell)); },
+      .store =
+          [&](Cell cell, const std::string& number) {
+            return rules.textToStore(cell.column, cell.row.number, number, unitOf(cell));
+          }};
   Guarded(
       grid.window(),
       [&] {
         const std::string text = FromQt(QGuiApplication::clipboard()->text());
-        cells = PastedCells(grid.Data(), StartIn(grid), text, store, line);
+        cells = PastedCells(grid.Data(), StartIn(grid), text, pasting, line);
         Store(grid, cells);
       },
       [&](const Error& error) {

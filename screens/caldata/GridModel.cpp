@@ -111,17 +111,17 @@ void GridModel::SetCellText(std::int16_t row, std::int16_t column, std::string_v
   emit dataChanged(cell, cell);
 }
 
-void GridModel::InsertRow(std::int16_t position, std::string_view text) {
-  beginInsertRows({}, position - 1, position - 1);
-  grid_.InsertRow(position, text);
-  MoveNotes(position, 1);
+void GridModel::InsertRow(GridRow position, std::span<const std::string> cells) {
+  beginInsertRows({}, position.number - 1, position.number - 1);
+  grid_.InsertRow(position, cells);
+  MoveNotes(position.number, 1);
   endInsertRows();
 }
 
-void GridModel::RemoveRow(std::int16_t row) {
-  beginRemoveRows({}, row - 1, row - 1);
+void GridModel::RemoveRow(GridRow row) {
+  beginRemoveRows({}, row.number - 1, row.number - 1);
   grid_.RemoveRow(row);
-  MoveNotes(row, -1);
+  MoveNotes(row.number, -1);
   endRemoveRows();
 }
 

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -39,8 +41,8 @@ class GridModel final : public QAbstractTableModel {
   /// Lets `fill` change the whole grid.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
   void SetCellText(std::int16_t row, std::int16_t column, std::string_view text);
-  void InsertRow(std::int16_t position, std::string_view text);
-  void RemoveRow(std::int16_t row);
+  void InsertRow(GridRow position, std::span<const std::string> cells);
+  void RemoveRow(GridRow row);
 
   /// Marks a cell with a warning icon and this note; "" removes the mark. A note moves with its
   /// row, and filling the grid removes all.

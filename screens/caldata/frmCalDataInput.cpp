@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "core/caldata/CellNotices.h"
-#include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/EditedCell.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/frmInputPX60H.h"
@@ -44,12 +44,18 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
   cellEditor->SetRules(
       {.textToEdit =
            [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
-                  std::string& unit) { return TextToEdit(Data(), 0, column, 0, text, unit); },
+                  std::string& unit) {
+             EditedCell edited = EditedCellOf(Data(), 0, {kCaptionRow, column}, text);
+             unit = edited.unit;
+             return edited.text;
+           },
        .textToStore =
            [this](std::int16_t column, std::int16_t /*row*/, const std::string& text,
                   const std::string& /*unit*/) {
              return Data().SetCalibrationDataFormat(0, column, 0, text, "None");
-           }});
+           },
+       .affixes = [this](Cell cell,
+                         const std::string& unit) { return Data().AffixesOf(0, cell, unit); }});
   SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
         std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
@@ -106,7 +112,7 @@ void frmCalDataInput::AddPoint() {
       break;
     case PointPlace::Row:
       grid.Model().InsertRow(point->position.row, point->row);
-      grid.SetCurrentCell(point->position.row,
+      grid.SetCurrentCell(point->position.row.number,
                           static_cast<std::int16_t>(grid.Model().FirstEditableColumn()));
       grid.setFocus();
       Notices().Report(kPoint, ToQt(point->notice));
@@ -127,9 +133,9 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskSensorPoint() {
     Notices().Report(kPoint, ToQt(PointTakenDifferently(typed, "")));
     return std::nullopt;
   }
-  const std::string row = SensorRow(frequency, unit);
+  const std::vector<std::string> row = SensorRow(frequency, unit);
   return NewPoint{row, PlaceSensorPoint(ui_->Grid->Data(), frequency, unit),
-                  PointTakenDifferently(typed, row.substr(0, row.find('\t')))};
+                  PointTakenDifferently(typed, row.front())};
 }
 
 std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
@@ -143,11 +149,9 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
   }
   const AttenuatorPoint point =
       AttenuatorPointFrom(FromQt(input.Setting()), FromQt(input.Frequency()));
-  const std::string row = AttenuatorRow(point);
-  const std::size_t end = row.find('\t');
-  const std::string setting = PointTakenDifferently(FromQt(input.Setting()), row.substr(0, end));
-  const std::string frequency = PointTakenDifferently(
-      FromQt(input.Frequency()), row.substr(end + 1, row.find('\t', end + 1) - end - 1));
+  const std::vector<std::string> row = AttenuatorRow(point);
+  const std::string setting = PointTakenDifferently(FromQt(input.Setting()), row[0]);
+  const std::string frequency = PointTakenDifferently(FromQt(input.Frequency()), row[1]);
   return NewPoint{row, PlaceAttenuatorPoint(ui_->Grid->Data(), point),
                   setting + (setting.empty() || frequency.empty() ? "" : " ") + frequency};
 }
@@ -163,8 +167,8 @@ void frmCalDataInput::DeletePoint() {
     return;
   }
   const MemoryGrid& grid = ui_->Grid->Data();
-  const std::string point = IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
-                                       : AttenuatorPointName(grid, row);
+  const std::string point = IsSensor() ? SensorPointName(grid, {row}, CurrentModel().frequencyUnit)
+                                       : AttenuatorPointName(grid, {row});
   const auto answer =
       CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
                                     .icon = QMessageBox::Warning,

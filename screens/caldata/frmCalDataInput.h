@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/caldata/CalPoints.h"
 #include "screens/caldata/CalEditor.h"
@@ -36,7 +37,7 @@ class frmCalDataInput final : public CalEditor {
 
   /// A new point's row and its place.
   struct NewPoint {
-    std::string row;
+    std::vector<std::string> row;
     PointPosition position;
     std::string notice;  ///< what to report when it is added
   };

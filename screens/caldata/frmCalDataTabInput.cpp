@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "core/caldata/CellNotices.h"
-#include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/EditedCell.h"
 #include "core/caldata/SetPages.h"
 #include "core/platform/Error.h"
 #include "screens/caldata/CellEditor.h"
@@ -34,8 +34,6 @@ namespace {
 /// What each column's width is of the grid's.
 constexpr std::array<float, 5> kColumnShares = {5, 5, 6, 5, 6};
 
-constexpr const char* kNoUnitChoice = "*";
-
 }  // namespace
 
 frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
@@ -52,20 +50,27 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   }
   FileTextValidator::Attach(ui_->txtTabSerial);
   auto cellEditor = std::make_unique<CellEditor>(ui_->grid);
-  cellEditor->SetRules({.textToEdit =
-                            [this](std::int16_t column, std::int16_t row, const std::string& text,
-                                   std::string& unit) {
-                              return TextToEdit(Data(), SelectedPage(), column, row, text, unit);
-                            },
-                        .textToStore =
-                            [this](std::int16_t column, std::int16_t row, const std::string& text,
-                                   const std::string& unit) {
-                              // The grid still shows the page that the edit began on, whatever tab
-                              // is selected.
-                              return Data().SetCalibrationDataFormat(currentPage_, column, row,
-                                                                     text, unit);
-                            },
-                        .units = [this](std::int16_t column) { return UnitsOf(column); }});
+  cellEditor->SetRules(
+      {.textToEdit =
+           [this](std::int16_t column, std::int16_t row, const std::string& text,
+                  std::string& unit) {
+             const Cell cell = {{row}, column};
+             EditedCell edited = EditedCellOf(Data(), SelectedPage(), cell, text);
+             unit = edited.unit;
+             return edited.text;
+           },
+       .textToStore =
+           [this](std::int16_t column, std::int16_t row, const std::string& text,
+                  const std::string& unit) {
+             // The grid still shows the page that the edit began on, whatever tab
+             // is selected.
+             return Data().SetCalibrationDataFormat(currentPage_, column, row, text, unit);
+           },
+       .affixes =
+           [this](Cell cell, const std::string& unit) {
+             return Data().AffixesOf(currentPage_, cell, unit);
+           },
+       .units = [this](std::int16_t column) { return UnitsOf(Data(), currentPage_, column); }});
   SetUp({.header = ui_->header, .grid = ui_->grid, .notices = ui_->notices, .ok = ui_->btnOk},
         std::move(cellEditor));
   ui_->txtTabSerial->installEventFilter(this);
@@ -195,15 +200,6 @@ void frmCalDataTabInput::SwitchOption(bool on) {
   Notices().Report(MemberSubject(kOptionPage), {});
   ReportMember();
   ReportCells();
-}
-
-std::vector<std::string> frmCalDataTabInput::UnitsOf(std::int16_t column) const {
-  std::vector<std::string> units;
-  Data().GetCalibrationUnit(currentPage_, column, units);
-  if (units.size() == 1 && units.front() == kNoUnitChoice) {
-    units.clear();
-  }
-  return units;
 }
 
 void frmCalDataTabInput::btnOk_Click() {

@@ -59,7 +59,6 @@ class frmCalDataTabInput final : public CalEditor {
   /// What a notice about the member of a page is about.
   [[nodiscard]] QString MemberSubject(std::int16_t page) const;
   /// The units offered for a cell, none where there is no choice.
-  [[nodiscard]] std::vector<std::string> UnitsOf(std::int16_t column) const;
 
   std::unique_ptr<Ui::frmCalDataTabInput> ui_;
   std::int16_t currentPage_ = 0;  ///< the page whose table the grid shows

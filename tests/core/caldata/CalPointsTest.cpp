@@ -3,235 +3,329 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "core/caldata/CalDataFile.h"
 #include "core/caldata/CalPoints.h"
 #include "core/caldata/MemoryGrid.h"
+#include "core/caldata/TableRows.h"
 #include "support/ErrorOf.h"
 
 namespace tarvell {
 namespace {
 
+using test::Contains;
 using test::ErrorOf;
+using Texts = std::vector<std::string>;
 
-/// Fills a grid with data rows of these frequencies, factors 100.0.
-void Fill(MemoryGrid& grid, const std::vector<std::string>& frequencies) {
-  grid.SetCellText(0, 0, "Frequency  [MHz]");
-  grid.SetCellText(0, 1, "Calibration factor[%]");
+void FillSensor(MemoryGrid& grid, const Texts& frequencies) {
+  // A number in the caption row is no point.
+  grid.SetCellText(0, 0, "70");
   for (const std::string& frequency : frequencies) {
-    grid.AddRow(frequency + "\t100.0");
+    AddCells(grid, Texts{frequency, "100.0"});
   }
 }
 
-PointPosition Place(const std::vector<std::string>& frequencies, double frequency,
-                    const std::string& unit = "MHz") {
-  MemoryGrid grid;
-  Fill(grid, frequencies);
-  return PlaceSensorPoint(grid, frequency, unit);
-}
+/// Where a point goes: before this row, or one of the other places.
+struct Where {
+  PointPlace place = PointPlace::Row;
+  std::int16_t row = 0;
 
-void ExpectRow(const PointPosition& position, int row) {
-  EXPECT_EQ(position.place, PointPlace::Row);
-  EXPECT_EQ(position.row, row);
-}
+  Where(int number) : row(static_cast<std::int16_t>(number)) {}
+  Where(PointPlace other) : place(other) {}
+};
 
-TEST(CalPoints, AFrequencyIsConvertedToMegahertz) {
-  EXPECT_DOUBLE_EQ(SensorFrequency("2", "GHz", "MHz"), 2000.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("12.4", "GHz", "MHz"), 12400.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("50", "MHz", "MHz"), 50.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("500", "KHz", "MHz"), 0.5);
-}
-
-TEST(CalPoints, AFrequencyIsConvertedToGigahertz) {
-  EXPECT_DOUBLE_EQ(SensorFrequency("26.5", "GHz", "GHz"), 26.5);
-  EXPECT_DOUBLE_EQ(SensorFrequency("0.5", "MHz", "GHz"), 0.0005);
-  EXPECT_DOUBLE_EQ(SensorFrequency("100", "KHz", "GHz"), 0.0001);
-}
-
-TEST(CalPoints, AnyOtherUnitMeansTheTablesOwn) {
-  for (const char* unit : {"", "Hz", "ghz", "GHZ", " GHz", "kHz", "None"}) {
-    EXPECT_DOUBLE_EQ(SensorFrequency("7.5", unit, "MHz"), 7.5) << unit;
-  }
-  for (const char* unit : {"", "Hz", "mhz", "MHZ", " MHz", "kHz", "None"}) {
-    EXPECT_DOUBLE_EQ(SensorFrequency("7.5", unit, "GHz"), 7.5) << unit;
+void ExpectPlace(const PointPosition& position, const Where& where) {
+  EXPECT_EQ(position.place, where.place);
+  if (where.place == PointPlace::Row) {
+    EXPECT_EQ(position.row, GridRow{where.row});
   }
 }
 
-TEST(CalPoints, ATextWithoutANumberIsNoFrequency) {
-  for (const char* text : {"", "  ", "abc", "MHz 50", "."}) {
-    EXPECT_EQ(SensorFrequency(text, "GHz", "MHz"), 0.0) << text;
-    EXPECT_EQ(SensorFrequency(text, "KHz", "GHz"), 0.0) << text;
+TEST(SensorPoints, AFrequencyIsConvertedExactly) {
+  struct Case {
+    const char* typed;
+    const char* unit;
+    const char* tableUnit;
+    double frequency;
+  };
+  const std::vector<Case> table = {
+      {"2", "GHz", "MHz", 2000},
+      {"12.4", "GHz", "MHz", 12400},
+      // The products of these are a little less, and a little more.
+      {"1.001", "GHz", "MHz", 1001},
+      {"1.005", "GHz", "MHz", 1005},
+      {"50", "MHz", "MHz", 50},
+      {"500", "KHz", "MHz", 0.5},
+      {"26.5", "GHz", "GHz", 26.5},
+      {"0.5", "MHz", "GHz", 0.0005},
+      {"100", "KHz", "GHz", 0.0001},
+      // Any other unit means the table's own.
+      {"7.5", "", "MHz", 7.5},
+      {"7.5", "ghz", "MHz", 7.5},
+      {"7.5", "kHz", "GHz", 7.5},
+      {"7.5", " MHz", "GHz", 7.5},
+      // A text that begins with a number has its value, any other 0.
+      {" 50 MHz", "MHz", "MHz", 50},
+      {"1,5", "GHz", "MHz", 1000},
+      {"1.5E3", "MHz", "MHz", 1500},
+      {"-3", "MHz", "MHz", -3},
+      {"", "GHz", "MHz", 0},
+      {"MHz 50", "KHz", "GHz", 0},
+  };
+  for (const Case& test : table) {
+    EXPECT_EQ(SensorFrequency(test.typed, test.unit, test.tableUnit), test.frequency)
+        << test.typed << test.unit;
   }
-}
-
-TEST(CalPoints, TheNumberThatATextBeginsWithIsItsFrequency) {
-  EXPECT_DOUBLE_EQ(SensorFrequency(" 50 MHz", "MHz", "MHz"), 50.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("1.5E3", "MHz", "MHz"), 1500.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("1,5", "GHz", "MHz"), 1000.0);
-  EXPECT_DOUBLE_EQ(SensorFrequency("-3", "MHz", "MHz"), -3.0);
-}
-
-TEST(CalPoints, AFrequencyTooLargeForANumberIsATypeError) {
   EXPECT_EQ(ErrorOf([] { static_cast<void>(SensorFrequency("1E999", "MHz", "MHz")); }).Kind(),
             ErrorKind::Type);
 }
 
-TEST(CalPoints, ARowInMegahertzHasTwoDecimalsUpTo10000) {
-  EXPECT_EQ(SensorRow(0.1, "MHz"), "0.10\t100.0");
-  EXPECT_EQ(SensorRow(100, "MHz"), "100.00\t100.0");
-  EXPECT_EQ(SensorRow(2000, "MHz"), "2000.00\t100.0");
-  EXPECT_EQ(SensorRow(50.001, "MHz"), "50.00\t100.0");
-  EXPECT_EQ(SensorRow(0.125, "MHz"), "0.13\t100.0");
-  EXPECT_EQ(SensorRow(9999.99, "MHz"), "9999.99\t100.0");
-  EXPECT_EQ(SensorRow(9999.999, "MHz"), "10000.00\t100.0");
-  EXPECT_EQ(SensorRow(10000, "MHz"), "10000.00\t100.0");
-}
-
-TEST(CalPoints, ARowInMegahertzHasOneDecimalAbove10000) {
-  EXPECT_EQ(SensorRow(10000.01, "MHz"), "10000.0\t100.0");
-  EXPECT_EQ(SensorRow(10000.25, "MHz"), "10000.3\t100.0");
-  EXPECT_EQ(SensorRow(12000, "MHz"), "12000.0\t100.0");
-  EXPECT_EQ(SensorRow(1234567.89, "MHz"), "1234567.9\t100.0");
-}
-
-TEST(CalPoints, ARowInGigahertzHasFourDecimals) {
-  EXPECT_EQ(SensorRow(0.0005, "GHz"), "0.0005\t100.0");
-  EXPECT_EQ(SensorRow(0.05, "GHz"), "0.0500\t100.0");
-  EXPECT_EQ(SensorRow(26.5, "GHz"), "26.5000\t100.0");
-  EXPECT_EQ(SensorRow(0.00005, "GHz"), "0.0001\t100.0");
-  EXPECT_EQ(SensorRow(12000, "GHz"), "12000.0000\t100.0");
-}
-
-TEST(CalPoints, APointSmallerThanTheFirstGoesInFrontOfIt) {
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 5), 1);
-  ExpectRow(Place({"10.00"}, 9.99), 1);
-}
-
-TEST(CalPoints, APointBetweenTwoRowsGoesBetweenThem) {
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 20), 2);
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 99.9), 3);
-}
-
-TEST(CalPoints, APointGreaterThanTheLastGoesBehindIt) {
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 100.5), 4);
-  ExpectRow(Place({"10.00"}, 10.5), 2);
-}
-
-TEST(CalPoints, PointsAreComparedAsNumbersNotAsTexts) {
-  ExpectRow(Place({"9.00", "10000.00", "12000.0"}, 100), 2);
-  ExpectRow(Place({"9", "80"}, 100), 3);
-}
-
-TEST(CalPoints, AnEmptyTableTakesItsFirstPointBelowTheCaptions) {
-  ExpectRow(Place({}, 50), 1);
-}
-
-TEST(CalPoints, APointThatTheTableHasIsTakenWhereverItStands) {
-  for (const double frequency : {10.0, 50.0, 100.0}) {
-    EXPECT_EQ(Place({"10.00", "50", "100.0"}, frequency).place, PointPlace::Taken) << frequency;
+TEST(SensorPoints, ARowHasTheDecimalsOfItsUnitAndTheDefaultFactor) {
+  struct Case {
+    double frequency;
+    const char* unit;
+    const char* text;
+  };
+  const std::vector<Case> table = {
+      {0.1, "MHz", "0.10"},          {50.001, "MHz", "50.00"},         {0.125, "MHz", "0.13"},
+      {9999.999, "MHz", "10000.00"}, {10000, "MHz", "10000.00"},       {10000.01, "MHz", "10000.0"},
+      {10000.25, "MHz", "10000.3"},  {1234567.89, "MHz", "1234567.9"}, {0.0005, "GHz", "0.0005"},
+      {26.5, "GHz", "26.5000"},      {0.00005, "GHz", "0.0001"},       {12000, "GHz", "12000.0000"},
+  };
+  for (const Case& test : table) {
+    EXPECT_EQ(SensorRow(test.frequency, test.unit), (Texts{test.text, "100.0"}));
   }
 }
 
-TEST(CalPoints, APointThatItsRowRoundsToAnotherOneIsTaken) {
-  for (const double frequency : {49.996, 49.999, 50.001, 50.004}) {
-    EXPECT_EQ(Place({"10.00", "50.00", "100.00"}, frequency).place, PointPlace::Taken) << frequency;
+TEST(SensorPoints, APointGoesBeforeTheFirstGreaterOne) {
+  struct Case {
+    Texts rows;
+    double frequency;
+    Where where;
+    const char* unit = "MHz";
+  };
+  const std::vector<Case> table = {
+      {{}, 50, 1},
+      {{"10.00", "50.00", "100.00"}, 9.99, 1},
+      {{"10.00", "50.00", "100.00"}, 20, 2},
+      {{"10.00", "50.00", "100.00"}, 99.9, 3},
+      {{"10.00", "50.00", "100.00"}, 100.5, 4},
+      {{"9.00", "10000.00", "12000.0"}, 100, 2},
+      {{"100.00"}, 60, 1},
+      {{"100.00"}, 70, 1},
+      // A point that the table has, as it is or as its row would be rounded.
+      {{"10.00", "50", "100.0"}, 10, PointPlace::Taken},
+      {{"10.00", "50", "100.0"}, 50, PointPlace::Taken},
+      {{"10.00", "50", "100.0"}, 100, PointPlace::Taken},
+      {{"1001.00"}, SensorFrequency("1.001", "GHz", "MHz"), PointPlace::Taken},
+      {{"10.00", "50.00", "100.00"}, 49.996, PointPlace::Taken},
+      {{"10.00", "50.00", "100.00"}, 50.004, PointPlace::Taken},
+      {{"10.00", "50.00", "100.00"}, 49.994, 2},
+      {{"10.00", "50.00", "100.00"}, 50.006, 3},
+      {{"12000.0"}, 12000.04, PointPlace::Taken},
+      {{"12000.0"}, 12000.06, 2},
+      {{"1.0000", "2.0000"}, 2.00004, PointPlace::Taken, "GHz"},
+      {{"1.0000", "2.0000"}, 1.99996, PointPlace::Taken, "GHz"},
+      {{"1.0000", "2.0000"}, 2.00006, 3, "GHz"},
+      {{"2.00004"}, 2, 1, "GHz"},
+      {{"2.00004"}, 2.00004, PointPlace::Taken, "GHz"},
+      // An unsorted table is scanned up to the first row that is greater.
+      {{"100", "50", "200"}, 60, 1},
+      {{"100", "50", "200"}, 150, 3},
+      {{"100", "50", "200"}, 50, 1},
+      {{"100", "50", "200"}, 200, PointPlace::Taken},
+      {{"300", "200", "100"}, 400, 4},
+      {{"50", "200", "100"}, 100, 2},
+      // A row without a number counts as zero, one that is too large as the greatest.
+      {{"abc", "20"}, 10, 2},
+      {{"", "20"}, 30, 3},
+      {{"50.00", "1E999"}, 60, 2},
+      {{"1E999", "50.00"}, 1E300, 1},
+      {{"-1E999", "50.00"}, 60, 3},
+      {{"10.00", "50.00"}, -0.001, PointPlace::BelowZero},
+      {{}, -1, PointPlace::BelowZero},
+      {{}, 0.004, PointPlace::TooSmall},
+      {{}, 0.005, 1},
+      {{}, 1E-5, PointPlace::TooSmall, "GHz"},
+      {{}, 5E-5, 1, "GHz"},
+  };
+  for (const Case& test : table) {
+    SCOPED_TRACE(testing::PrintToString(test.rows) + " " + std::to_string(test.frequency));
+    MemoryGrid grid;
+    FillSensor(grid, test.rows);
+    ExpectPlace(PlaceSensorPoint(grid, test.frequency, test.unit), test.where);
   }
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 50.006), 3);
-  ExpectRow(Place({"10.00", "50.00", "100.00"}, 49.994), 2);
-  // Above 10000 MHz a row has one decimal, in GHz four.
-  EXPECT_EQ(Place({"12000.0"}, 12000.04).place, PointPlace::Taken);
-  ExpectRow(Place({"12000.0"}, 12000.06), 2);
-  EXPECT_EQ(Place({"1.0000", "2.0000"}, 2.00004, "GHz").place, PointPlace::Taken);
-  EXPECT_EQ(Place({"1.0000", "2.0000"}, 1.99996, "GHz").place, PointPlace::Taken);
-  ExpectRow(Place({"1.0000", "2.0000"}, 2.00006, "GHz"), 3);
 }
 
-TEST(CalPoints, ARowOfMoreDecimalsThanAnAddedOneIsAPointOfItsOwn) {
-  ExpectRow(Place({"2.00004"}, 2, "GHz"), 1);
-  EXPECT_EQ(Place({"2.00004"}, 2.00004, "GHz").place, PointPlace::Taken);
-}
-
-TEST(CalPoints, ANumberInTheCaptionRowIsNotRead) {
+TEST(SensorPoints, APointIsNamedByItsShortestNumberAndTheUnit) {
   MemoryGrid grid;
-  grid.SetCellText(0, 0, "70");
-  grid.AddRow("100.00\t100.0");
-  ExpectRow(PlaceSensorPoint(grid, 60, "MHz"), 1);
-  EXPECT_EQ(PlaceSensorPoint(grid, 70, "MHz").place, PointPlace::Row);
+  FillSensor(grid, {"0.10", "50.00", "12000.0", " 1E999 "});
+  EXPECT_EQ(SensorPointName(grid, {1}, "MHz"), "0.1MHz");
+  EXPECT_EQ(SensorPointName(grid, {2}, "GHz"), "50GHz");
+  EXPECT_EQ(SensorPointName(grid, {3}, "MHz"), "12000MHz");
+  EXPECT_EQ(SensorPointName(grid, {4}, "MHz"), "1E999MHz");
 }
 
-TEST(CalPoints, AnUnsortedTableTakesThePointAtTheFirstRowThatIsGreater) {
-  ExpectRow(Place({"100", "50", "200"}, 60), 1);
-  ExpectRow(Place({"100", "50", "200"}, 150), 3);
-  ExpectRow(Place({"50", "200", "100"}, 150), 2);
-  ExpectRow(Place({"300", "200", "100"}, 400), 4);
-}
-
-TEST(CalPoints, TheScanOfAnUnsortedTableEndsAtTheFirstRowThatIsGreater) {
-  ExpectRow(Place({"50", "200", "100"}, 100), 2);
-  EXPECT_EQ(Place({"100", "50", "200"}, 50).place, PointPlace::Row);
-  EXPECT_EQ(Place({"100", "50", "200"}, 200).place, PointPlace::Taken);
-}
-
-TEST(CalPoints, ARowWithoutANumberCountsAsZero) {
-  ExpectRow(Place({"abc", "20"}, 10), 2);
-  ExpectRow(Place({"", "20"}, 30), 3);
-}
-
-TEST(CalPoints, ARowTooLargeForANumberIsTheGreatestAndKeepsItsText) {
-  ExpectRow(Place({"50.00", "1E999"}, 60), 2);
-  ExpectRow(Place({"1E999", "50.00"}, 1E300), 1);
-  ExpectRow(Place({"-1E999", "50.00"}, 60), 3);
+TEST(CalPoints, AFullTableTakesNoPoint) {
   MemoryGrid grid;
-  Fill(grid, {" 1E999 "});
-  EXPECT_EQ(SensorPointName(grid, 1, "MHz"), "1E999MHz");
-}
-
-TEST(CalPoints, NoPointLiesBelowZero) {
-  EXPECT_EQ(Place({"10.00", "50.00"}, -0.001).place, PointPlace::BelowZero);
-  EXPECT_EQ(Place({"10.00", "50.00"}, -50).place, PointPlace::BelowZero);
-  EXPECT_EQ(Place({}, -1).place, PointPlace::BelowZero);
-}
-
-TEST(CalPoints, APointWhoseRowWouldShowZeroIsTooSmall) {
-  MemoryGrid grid;
-  Fill(grid, {});
-  EXPECT_EQ(PlaceSensorPoint(grid, 1E-5, "GHz").place, PointPlace::TooSmall);
-  EXPECT_EQ(PlaceSensorPoint(grid, 5E-5, "GHz").place, PointPlace::Row);
-  EXPECT_EQ(PlaceSensorPoint(grid, 0.004, "MHz").place, PointPlace::TooSmall);
-}
-
-TEST(CalPoints, ATableOf51RowsIsFull) {
-  std::vector<std::string> frequencies;
-  for (int i = 1; i <= 50; ++i) {
-    frequencies.push_back(std::to_string(10 * i));
-  }
-  ExpectRow(Place(frequencies, 5), 1);
-  ExpectRow(Place(frequencies, 15), 2);
-  ExpectRow(Place(frequencies, 505), 51);
-  MemoryGrid grid;
-  Fill(grid, frequencies);
+  FillSensor(grid, Texts(kTableRows - 1, "10.00"));
   CheckPlaceForPoint(grid);
-  frequencies.emplace_back("510");
-  Fill(grid, frequencies);
-  EXPECT_EQ(ErrorOf([&] { CheckPlaceForPoint(grid); }).Text(), FullTableError().Text());
+  AddCells(grid, Texts{"20.00", "100.0"});
+  const Error error = ErrorOf([&] { CheckPlaceForPoint(grid); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Index);
+  EXPECT_TRUE(Contains(error.Text(), "at most 51 rows")) << error.Text();
 }
 
-TEST(CalPoints, APointIsNamedByItsShortestNumberAndTheUnit) {
-  MemoryGrid grid;
-  Fill(grid, {"0.10", "50.00", "12000.0", "0.0500"});
-  EXPECT_EQ(SensorPointName(grid, 1, "MHz"), "0.1MHz");
-  EXPECT_EQ(SensorPointName(grid, 2, "MHz"), "50MHz");
-  EXPECT_EQ(SensorPointName(grid, 3, "MHz"), "12000MHz");
-  EXPECT_EQ(SensorPointName(grid, 4, "GHz"), "0.05GHz");
+TEST(AttenuatorPoints, NumbersMakeAPoint) {
+  struct Case {
+    const char* setting;
+    const char* frequency;
+    std::int16_t dB;
+    double hertz;
+  };
+  const std::vector<Case> table = {
+      {"10", "5.00E07", 10, 5E7},
+      {"120", "6.9925E09", 120, 6992500000.0},
+      {"0", "0", 0, 0},
+      {" 20 ", " 1E6 ", 20, 1E6},
+      {"10 dB", "50 Hz", 10, 50},
+      {"10.5", "1.5", 11, 1.5},
+      {"-10", "-5", -10, -5},
+      {"32767.4", "1", 32767, 1},
+      {"-32768.4", "1", -32768, 1},
+  };
+  for (const Case& test : table) {
+    const AttenuatorPoint point = AttenuatorPointFrom(test.setting, test.frequency);
+    EXPECT_EQ(point.setting, test.dB) << test.setting;
+    EXPECT_EQ(point.frequency, test.hertz) << test.frequency;
+  }
 }
 
-TEST(CalPoints, ARowThatDoesNotExistHasNoName) {
-  MemoryGrid grid;
-  Fill(grid, {"50.00"});
-  EXPECT_EQ(ErrorOf([&] { static_cast<void>(SensorPointName(grid, 2, "MHz")); }).Kind(),
-            ErrorKind::Index);
+TEST(AttenuatorPoints, WhatIsNoPointIsATypeErrorThatNamesTheField) {
+  struct Case {
+    const char* setting;
+    const char* frequency;
+    const char* text;
+  };
+  const std::vector<Case> table = {
+      {"", "1", "Setting: \"\""},    {"dB 10", "1", "Setting: \"dB 10\""},
+      {"10", "", "Frequency: \"\""}, {"10", "-", "Frequency: \"-\""},
+      {"x", "x", "Setting"},         {"32767.5", "1", "Setting"},
+      {"-32769", "1", "32767"},      {"1E999", "1", ""},
+      {"10", "1E999", ""},
+  };
+  for (const Case& test : table) {
+    const Error error =
+        ErrorOf([&] { static_cast<void>(AttenuatorPointFrom(test.setting, test.frequency)); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Type) << test.setting << test.frequency;
+    EXPECT_TRUE(Contains(error.Text(), test.text)) << error.Text();
+  }
+}
+
+TEST(AttenuatorPoints, ARowHasTheSettingAsItsDefaultAndTwoToFourDecimalsInItsFrequency) {
+  EXPECT_EQ(AttenuatorRow({10, 5E7}), (Texts{"10", "5.00E07", "10.0000"}));
+  EXPECT_EQ(AttenuatorRow({120, 6992500000}), (Texts{"120", "6.9925E09", "120.0000"}));
+  const std::vector<std::pair<double, const char*>> table = {
+      {0, "0.00E00"},         {1, "1.00E00"},           {1234, "1.234E03"},
+      {123456, "1.2346E05"},  {123450, "1.2345E05"},    {1.23405E5, "1.2341E05"},
+      {9.99995E7, "1.00E08"}, {9.99994E7, "9.9999E07"}, {0.5, "5.00E-01"},
+      {1E100, "1.00E100"}};
+  for (const auto& [frequency, text] : table) {
+    EXPECT_EQ(AttenuatorRow({0, frequency}), (Texts{"0", text, "0.0000"}));
+  }
+}
+
+TEST(AttenuatorPoints, EveryPointOfTheDialogKeepsItsTexts) {
+  for (const char* setting :
+       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"}) {
+    for (const char* frequency : {"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
+                                  "1.00E09", "3.00E09", "6.9925E09"}) {
+      EXPECT_EQ(AttenuatorRow(AttenuatorPointFrom(setting, frequency)),
+                (Texts{setting, frequency, std::string(setting) + ".0000"}));
+    }
+  }
+}
+
+void FillAttenuator(MemoryGrid& grid, const std::vector<Texts>& points) {
+  // Numbers in the caption row are no point.
+  grid.SetCellText(0, 0, "70");
+  grid.SetCellText(0, 1, "5E7");
+  for (const Texts& point : points) {
+    AddCells(grid, point);
+  }
+}
+
+TEST(AttenuatorPoints, APointGoesBeforeTheFirstGreaterSettingAndThenFrequency) {
+  struct Case {
+    std::vector<Texts> rows;
+    AttenuatorPoint point;
+    Where where;
+  };
+  const std::vector<Texts> sorted = {
+      {"10", "1.00E06"}, {"10", "1.00E08"}, {"20", "1.00E06"}, {"20", "6.9925E09"}};
+  const std::vector<Texts> unsorted = {{"30", "5E7"}, {"10", "5E7"}, {"40", "5E7"}};
+  const std::vector<Case> table = {
+      {{}, {0, 0}, 1},
+      {sorted, {0, 5E7}, 1},
+      {sorted, {5, 1E10}, 1},
+      {sorted, {10, 1E5}, 1},
+      {sorted, {10, 5E7}, 2},
+      {sorted, {10, 1E9}, 3},
+      {sorted, {15, 1}, 3},
+      {sorted, {20, 1E9}, 4},
+      {sorted, {20, 7E9}, 5},
+      {sorted, {21, 0}, 5},
+      {sorted, {10, 1E8}, PointPlace::Taken},
+      {sorted, {20, 6992500000}, PointPlace::Taken},
+      {{{"10.0", "50000000"}}, {10, 5E7}, PointPlace::Taken},
+      {{{"9", "5E7"}, {"100", "5E7"}}, {20, 5E7}, 2},
+      {{{"10", "9E5"}, {"10", "5.00E07"}}, {10, 1E6}, 2},
+      {{{"80", "5E7"}}, {70, 5E7}, 1},
+      {unsorted, {20, 5E7}, 1},
+      {unsorted, {35, 5E7}, 3},
+      {unsorted, {50, 5E7}, 4},
+      {unsorted, {40, 5E7}, PointPlace::Taken},
+      {{{"abc", "abc"}, {"20", "5E7"}}, {10, 5E7}, 2},
+      {{{"", ""}}, {0, 0}, PointPlace::Taken},
+      {{{"10", "1E999"}, {"1E999", "5E7"}}, {10, 1E300}, 1},
+      {{{"10", "1E999"}, {"1E999", "5E7"}}, {120, 5E7}, 2},
+      {sorted, {-1, 5E7}, PointPlace::BelowZero},
+      {sorted, {10, -0.5}, PointPlace::BelowZero},
+  };
+  for (const Case& test : table) {
+    SCOPED_TRACE(testing::PrintToString(test.rows) + " " + std::to_string(test.point.setting) +
+                 " " + std::to_string(test.point.frequency));
+    MemoryGrid grid(3);
+    FillAttenuator(grid, test.rows);
+    ExpectPlace(PlaceAttenuatorPoint(grid, test.point), test.where);
+  }
+}
+
+TEST(AttenuatorPoints, APointIsNamedByItsShortestSettingAndItsFrequencyInMHzOrGHz) {
+  struct Case {
+    const char* setting;
+    const char* frequency;
+    const char* name;
+  };
+  const std::vector<Case> table = {
+      {"10", "5.00E07", "10dB, 50MHz"},
+      {"010.000", "3.00E05", "10dB, 0.3MHz"},
+      {"30", "999999999", "30dB, 999.999999MHz"},
+      {"30", "1.00E09", "30dB, 1GHz"},
+      {"110", "6.9925E09", "110dB, 6.9925GHz"},
+      {".5", "0.00E00", "0.5dB, 0MHz"},
+      {"abc", "abc", "0dB, 0MHz"},
+      {"1E999", "5.00E07", "1E999dB, 50MHz"},
+      {"10", "1E999", "10dB, 1E999Hz"},
+  };
+  for (const Case& test : table) {
+    MemoryGrid grid(3);
+    FillAttenuator(grid, {{test.setting, test.frequency}});
+    EXPECT_EQ(AttenuatorPointName(grid, {1}), test.name);
+  }
 }
 
 }  // namespace

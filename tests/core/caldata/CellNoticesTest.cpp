@@ -108,7 +108,7 @@ struct Stored {
 void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
   for (const Stored& cell : cells) {
     SCOPED_TRACE(cell.shown);
-    EXPECT_EQ(data.CellReadBack(cell.page, cell.column, cell.row, cell.shown), cell.readBack);
+    EXPECT_EQ(data.CellReadBack(cell.page, {{cell.row}, cell.column}, cell.shown), cell.readBack);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/caldata/EditedCell.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/OpenedDataSet.h"
 #include "support/Dates.h"
@@ -364,7 +365,7 @@ TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyle) {
 
 // The text to edit.
 
-TEST(TextToEdit, GivesANumberThatIsTooLargeAsItStands) {
+TEST(EditedCell, KeepsANumberThatIsTooLarge) {
   struct Case {
     const char* code;
     std::int16_t page;
@@ -387,10 +388,9 @@ TEST(TextToEdit, GivesANumberThatIsTooLargeAsItStands) {
   };
   for (const Case& test : table) {
     const std::unique_ptr<cifCaldata> data = FindModel(test.code)->create();
-    std::string unit;
-    EXPECT_EQ(TextToEdit(*data, test.page, test.column, 1, test.cell, unit), test.text)
-        << test.code << test.cell;
-    EXPECT_EQ(unit, test.unit) << test.code << test.cell;
+    const EditedCell edited = EditedCellOf(*data, test.page, {{1}, test.column}, test.cell);
+    EXPECT_EQ(edited.text, test.text) << test.code << test.cell;
+    EXPECT_EQ(edited.unit, test.unit) << test.code << test.cell;
   }
 }
 

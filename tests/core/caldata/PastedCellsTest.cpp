@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -16,7 +17,7 @@
 namespace tarvell {
 
 void PrintTo(const PastedCell& cell, std::ostream* stream) {
-  *stream << cell.row << ", " << cell.column << ": " << cell.text;
+  *stream << cell.cell.row.number << ", " << cell.cell.column << ": " << cell.text;
 }
 
 namespace {
@@ -36,19 +37,26 @@ class Pasting : public testing::Test {
   }
 
   Cells Paste(std::string_view text, std::int16_t row = 1, std::int16_t column = 1) {
-    return PastedCells(
-        grid_, {row, column, 1}, text,
-        [](std::int16_t cellColumn, std::int16_t /*row*/, const std::string& number) {
-          switch (cellColumn) {
-            case 1:
-              return number + "pF";
-            case 2:
-              return "Ls/" + number + " nH";
-            default:
-              return std::string();
-          }
-        },
-        line_);
+    return PastedCells(grid_, {{{row}, column}, 1}, text,
+                       {.affixes = &Affixes,
+                        .store =
+                            [](Cell cell, const std::string& number) {
+                              const CellAffixes affixes = *Affixes(cell);
+                              return std::string(affixes.before) + number +
+                                     std::string(affixes.after);
+                            }},
+                       line_);
+  }
+
+  static std::optional<CellAffixes> Affixes(Cell cell) {
+    switch (cell.column) {
+      case 1:
+        return CellAffixes{"", "pF"};
+      case 2:
+        return CellAffixes{"Ls/", " nH"};
+      default:
+        return std::nullopt;
+    }
   }
 
   /// The error has this kind, is about this line, and its text holds these parts.
@@ -70,7 +78,7 @@ class Pasting : public testing::Test {
 };
 
 TEST_F(Pasting, PutsOneLineIntoEachRowDownwards) {
-  const Cells expected = {{2, 1, "1pF"}, {3, 1, "-2.5pF"}, {4, 1, "3E2pF"}};
+  const Cells expected = {{{{2}, 1}, "1pF"}, {{{3}, 1}, "-2.5pF"}, {{{4}, 1}, "3E2pF"}};
   for (const std::string_view text :
        {"1\n-2.5\n3E2"sv, "1\n-2.5\n3E2\n"sv, "1\r\n-2.5\r\n3E2\r\n"sv, "1\r\n-2.5\n3E2"sv}) {
     SCOPED_TRACE(text);
@@ -80,14 +88,16 @@ TEST_F(Pasting, PutsOneLineIntoEachRowDownwards) {
 }
 
 TEST_F(Pasting, PutsFurtherColumnsIntoTheColumnsToTheRight) {
-  EXPECT_EQ(Paste("1\t2\r\n3\t4\r\n", 3),
-            (Cells{{3, 1, "1pF"}, {3, 2, "Ls/2 nH"}, {4, 1, "3pF"}, {4, 2, "Ls/4 nH"}}));
+  EXPECT_EQ(
+      Paste("1\t2\r\n3\t4\r\n", 3),
+      (Cells{{{{3}, 1}, "1pF"}, {{{3}, 2}, "Ls/2 nH"}, {{{4}, 1}, "3pF"}, {{{4}, 2}, "Ls/4 nH"}}));
 }
 
 TEST_F(Pasting, LeavesOutBlanksAroundANumberAndTheUnitOfItsCell) {
-  EXPECT_EQ(Paste(" 1 \n2pF\n3 pF"), (Cells{{1, 1, "1pF"}, {2, 1, "2pF"}, {3, 1, "3pF"}}));
+  EXPECT_EQ(Paste(" 1 \n2pF\n3 pF"),
+            (Cells{{{{1}, 1}, "1pF"}, {{{2}, 1}, "2pF"}, {{{3}, 1}, "3pF"}}));
   EXPECT_EQ(Paste("Ls/5.2 nH\n5.3\n5.4nH", 1, 2),
-            (Cells{{1, 2, "Ls/5.2 nH"}, {2, 2, "Ls/5.3 nH"}, {3, 2, "Ls/5.4 nH"}}));
+            (Cells{{{{1}, 2}, "Ls/5.2 nH"}, {{{2}, 2}, "Ls/5.3 nH"}, {{{3}, 2}, "Ls/5.4 nH"}}));
 }
 
 TEST_F(Pasting, RefusesWhatIsNoNumberAndTellsTheLineAndTheValue) {
@@ -117,17 +127,23 @@ TEST_F(Pasting, RefusesANumberThatIsTooLarge) {
 }
 
 TEST_F(Pasting, RefusesAValueThatWouldBeStoredAsZero) {
-  const StoreNumber wholePpm = [](std::int16_t /*column*/, std::int16_t /*row*/,
-                                  const std::string& number) {
-    return (number == "0.003" || number == "0.0" ? "0" : number) + " ppm";
-  };
+  const PasteRules wholePpm = {.affixes =
+                                   [](Cell /*cell*/) {
+                                     return CellAffixes{"", " ppm"};
+                                   },
+                               .store =
+                                   [](Cell /*cell*/, const std::string& number) {
+                                     return (number == "0.003" || number == "0.0" ? "0" : number) +
+                                            " ppm";
+                                   }};
   const Error error = ErrorOf([&] {
-    (void)PastedCells(grid_, {1, 1, 1}, "7\n0.003", wholePpm, line_);
+    (void)PastedCells(grid_, {{{1}, 1}, 1}, "7\n0.003", wholePpm, line_);
   });
   EXPECT_EQ(error.Kind(), ErrorKind::Type);
   EXPECT_EQ(line_, 2U);
   EXPECT_TRUE(Contains(error.Text(), "\"0.003\" would be stored as \"0 ppm\"")) << error.Text();
-  EXPECT_EQ(PastedCells(grid_, {1, 1, 1}, "0.0", wholePpm, line_), (Cells{{1, 1, "0 ppm"}}));
+  EXPECT_EQ(PastedCells(grid_, {{{1}, 1}, 1}, "0.0", wholePpm, line_),
+            (Cells{{{{1}, 1}, "0 ppm"}}));
 }
 
 TEST_F(Pasting, RefusesMoreLinesThanRowsAreLeft) {
