@@ -11,7 +11,7 @@
 
 #include "core/caldata/MemoryGrid.h"
 #include "core/files/Paths.h"
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "core/platform/Platform.h"
 #include "core/session/Tarvell_MainModule.h"
 
@@ -22,9 +22,9 @@ namespace {
 constexpr auto kMostRows = static_cast<std::int16_t>(kTableRows + 1);  // with the caption row
 
 /// The system, with the templates where the sources have them.
-class BenchPlatform : public LinuxPlatform {
+class BenchPlatform : public ForwardingPlatform {
  public:
-  [[nodiscard]] std::string ProgramFolder() override { return TARVELL_TEMPLATE_FOLDER; }
+  [[nodiscard]] std::filesystem::path ProgramFolder() override { return TARVELL_TEMPLATE_FOLDER; }
 };
 
 std::string LastRow(const CalDataGrid& grid) {
@@ -69,7 +69,7 @@ std::string ReadWholeFile(const std::string& native) {
 }
 
 std::string Native(const std::string& path) {
-  return NativePath(path);
+  return NativePath(path).string();
 }
 
 std::string HeaderBytes(int serial) {

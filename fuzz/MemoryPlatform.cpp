@@ -43,7 +43,7 @@ class Writer final : public OutputFile {
     position_ += count;
     return {};
   }
-  [[nodiscard]] std::error_code CutHere() override {
+  [[nodiscard]] std::error_code TruncateHere() override {
     bytes_->resize(position_);
     return {};
   }
@@ -51,7 +51,7 @@ class Writer final : public OutputFile {
     length = bytes_->size();
     return {};
   }
-  [[nodiscard]] std::error_code TakeAttributesOf(const std::string& /*path*/) override {
+  [[nodiscard]] std::error_code TakeAttributesOf(const std::filesystem::path& /*path*/) override {
     return {};
   }
   [[nodiscard]] std::error_code Sync() override { return {}; }
@@ -114,7 +114,8 @@ bool MemoryPlatform::HasFolder(const std::string& path) const {
   return entry != nullptr && entry->isFolder;
 }
 
-std::error_code MemoryPlatform::OpenForReading(const std::string& path,
+std::error_code MemoryPlatform::OpenForReading(const std::filesystem::path& path,
+                                               EntryKind /*kind*/,
                                                std::unique_ptr<InputFile>& file) {
   const Entry* entry = At(path);
   if (entry == nullptr) {
@@ -127,7 +128,8 @@ std::error_code MemoryPlatform::OpenForReading(const std::string& path,
   return {};
 }
 
-std::error_code MemoryPlatform::CreateTemporary(const std::string& folder, std::string& path,
+std::error_code MemoryPlatform::CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) {
   const std::string parent = WithoutLastSeparator(folder);
   const Entry* entry = At(parent);
@@ -135,13 +137,13 @@ std::error_code MemoryPlatform::CreateTemporary(const std::string& folder, std::
     return Failure(std::errc::no_such_file_or_directory);
   }
   path = parent + kTemporary;
-  Entry& created = entries_[path];
+  Entry& created = entries_[path.string()];
   created.bytes = std::make_shared<std::string>();
   file = std::make_unique<Writer>(created.bytes);
   return {};
 }
 
-std::error_code MemoryPlatform::OpenInPlace(const std::string& path,
+std::error_code MemoryPlatform::OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) {
   const Entry* entry = At(path);
   if (entry == nullptr || entry->isFolder) {
@@ -152,27 +154,28 @@ std::error_code MemoryPlatform::OpenInPlace(const std::string& path,
   return {};
 }
 
-std::error_code MemoryPlatform::Replace(const std::string& from, const std::string& to) {
+std::error_code MemoryPlatform::Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) {
   const auto found = entries_.find(from);
   if (found == entries_.end()) {
     return Failure(std::errc::no_such_file_or_directory);
   }
   Entry moved = std::move(found->second);
   entries_.erase(found);
-  entries_[to] = std::move(moved);
+  entries_[to.string()] = std::move(moved);
   return {};
 }
 
-std::error_code MemoryPlatform::SyncFolder(const std::string& /*folder*/) {
+std::error_code MemoryPlatform::SyncFolder(const std::filesystem::path& /*folder*/) {
   return {};
 }
 
-std::error_code MemoryPlatform::RemoveFile(const std::string& path) {
+std::error_code MemoryPlatform::RemoveFile(const std::filesystem::path& path) {
   return entries_.erase(path) == 1 ? std::error_code()
                                    : Failure(std::errc::no_such_file_or_directory);
 }
 
-std::error_code MemoryPlatform::Facts(const std::string& path, EntryFacts& facts) {
+std::error_code MemoryPlatform::Facts(const std::filesystem::path& path, EntryFacts& facts) {
   const Entry* entry = At(path);
   facts = {};
   if (entry != nullptr) {
@@ -182,16 +185,17 @@ std::error_code MemoryPlatform::Facts(const std::string& path, EntryFacts& facts
   return {};
 }
 
-bool MemoryPlatform::IsSameFile(const std::string& a, const std::string& b) {
+bool MemoryPlatform::IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
   return a == b && At(a) != nullptr;
 }
 
-std::error_code MemoryPlatform::ResolveLinks(const std::string& path, std::string& resolved) {
+std::error_code MemoryPlatform::ResolveLinks(const std::filesystem::path& path,
+                                             std::filesystem::path& resolved) {
   resolved = path;
   return {};
 }
 
-std::error_code MemoryPlatform::MakeFolder(const std::string& path) {
+std::error_code MemoryPlatform::MakeFolder(const std::filesystem::path& path) {
   if (At(path) != nullptr) {
     return Failure(std::errc::file_exists);
   }
@@ -199,35 +203,38 @@ std::error_code MemoryPlatform::MakeFolder(const std::string& path) {
   if (parent == nullptr || !parent->isFolder) {
     return Failure(std::errc::no_such_file_or_directory);
   }
-  entries_[path].isFolder = true;
+  entries_[path.string()].isFolder = true;
   return {};
 }
 
-std::error_code MemoryPlatform::Search(const std::string& folder, SearchKind kind,
-                                       const std::function<bool(const std::string& name)>& visit) {
+std::error_code MemoryPlatform::Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) {
   const Entry* entry = At(folder);
   if (entry == nullptr || !entry->isFolder) {
     return Failure(std::errc::no_such_file_or_directory);
   }
-  const std::string prefix = folder + "/";
+  const std::string prefix = folder.string() + "/";
   for (auto at = entries_.lower_bound(prefix);
        at != entries_.end() && at->first.compare(0, prefix.size(), prefix) == 0; ++at) {
     const std::string name = at->first.substr(prefix.size());
     const bool isMeant =
         (kind != SearchKind::NamesWithoutDot || name.find('.') == std::string::npos) &&
         (kind != SearchKind::OrdinaryFiles || !at->second.isFolder);
-    if (name.find('/') == std::string::npos && isMeant && !visit(name)) {
+    if (name.find('/') == std::string::npos && isMeant &&
+        !visit(name, at->second.isFolder ? EntryKind::Folder : EntryKind::File)) {
       break;
     }
   }
   return {};
 }
 
-std::error_code MemoryPlatform::Recycle(const std::string& path) {
+std::error_code MemoryPlatform::Recycle(const std::filesystem::path& path) {
   if (entries_.erase(path) == 0) {
     return Failure(std::errc::no_such_file_or_directory);
   }
-  std::erase_if(entries_, [&](const auto& entry) { return entry.first.rfind(path + "/", 0) == 0; });
+  std::erase_if(entries_, [&](const auto& entry) {
+    return entry.first.starts_with(path.string() + "/") == 0;
+  });
   return {};
 }
 

@@ -36,29 +36,35 @@ class MemoryPlatform final : public Platform {
   /// How many bytes a file gives at most when it is read once.
   std::size_t readAtMost = 4096;
 
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override;
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override;
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override;
-  [[nodiscard]] std::error_code RemoveFile(const std::string& path) override;
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override;
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override;
+  [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override;
 
-  [[nodiscard]] std::error_code Facts(const std::string& path, EntryFacts& facts) override;
-  [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b) override;
-  [[nodiscard]] std::error_code ResolveLinks(const std::string& path,
-                                             std::string& resolved) override;
-  [[nodiscard]] std::error_code MakeFolder(const std::string& path) override;
-  [[nodiscard]] std::error_code Search(
-      const std::string& folder, SearchKind kind,
-      const std::function<bool(const std::string& name)>& visit) override;
-  [[nodiscard]] std::error_code Recycle(const std::string& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::string& /*path*/) override { return {}; }
+  [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
+                                      EntryFacts& facts) override;
+  [[nodiscard]] bool IsSameFile(const std::filesystem::path& a,
+                                const std::filesystem::path& b) override;
+  [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
+                                             std::filesystem::path& resolved) override;
+  [[nodiscard]] bool MayChange(const std::filesystem::path& /*folder*/) override { return true; }
+  [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override;
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& /*path*/) override {
+    return {};
+  }
 
-  [[nodiscard]] std::string ProgramFolder() override { return "/program"; }
-  [[nodiscard]] std::string DriveFolder() override { return "/drives"; }
+  [[nodiscard]] std::filesystem::path ProgramFolder() override { return "/program"; }
+  [[nodiscard]] std::filesystem::path DriveFolder() override { return "/drives"; }
   [[nodiscard]] std::string WindowsDirectory() override { return "c:\\windows"; }
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
 

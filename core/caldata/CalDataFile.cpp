@@ -183,28 +183,29 @@ void CalDataFile::RememberUnchangedSave() {
 }
 
 std::string CalDataFile::TemplatePath() const {
-  return CurrentPlatform().ProgramFolder() + "\\Temp" + std::string(modelCode_);
+  return Joined(PathText(CurrentPlatform().ProgramFolder()), "Temp" + std::string(modelCode_));
 }
 
 std::int32_t CalDataFile::SetInitialDefaultData() {
-  const std::string native = NativePath(TemplatePath());
+  const std::filesystem::path native = NativePath(TemplatePath());
+  const std::string path = PathText(native);
   const std::string remedy = " Put the right template file back beside the program.";
   EntryFacts facts;
   if (!CurrentPlatform().Facts(native, facts) && facts.kind == EntryKind::None) {
-    throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, native);
+    throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, path);
   }
   holdsDefaults_ = false;
   FileStamp stamp;
-  const Seen seen = Read(native, stamp);
+  const Seen seen = Read(path, stamp);
   if (!seen.model.empty() && !EqualsIgnoringCase(seen.model, modelCode_)) {
     throw Error(ErrorKind::Template,
                 "The template file is one for the model \"" + seen.model + "\", not for \"" +
                     std::string(modelCode_) + "\"." + remedy,
-                native);
+                path);
   }
   if (!seen.isComplete) {
     throw Error(ErrorKind::Template,
-                "The template file is not complete: a line \"!End\" is missing." + remedy, native);
+                "The template file is not complete: a line \"!End\" is missing." + remedy, path);
   }
   modelNumber_ = modelCode_;
   holdsDefaults_ = true;

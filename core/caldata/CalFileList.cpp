@@ -27,17 +27,17 @@ bool MeansMissing(std::error_code code) {
 }
 
 /// Whether a link stands here that leads nowhere, such as to a disk that is not there.
-bool IsDanglingLink(const std::string& native) {
+bool IsDanglingLink(const std::filesystem::path& native) {
   EntryFacts facts;
   return !CurrentPlatform().Facts(native, facts) && facts.isLink && facts.kind == EntryKind::None;
 }
 
 /// Whether an entry is a folder with something in it. One that cannot be looked into counts as
 /// filled, so that it is listed and choosing it says the reason.
-bool HoldsEntries(const std::string& folder) {
+bool HoldsEntries(const std::filesystem::path& folder) {
   bool any = false;
   const std::error_code code =
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string&) {
+      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string&, EntryKind) {
         any = true;
         return false;
       });
@@ -103,7 +103,8 @@ void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileI
 }
 
 /// Reads one file's header; nothing when the file is none of the two styles.
-std::optional<CalFileInfo> ReadHeader(const std::string& native, const std::string& path) {
+std::optional<CalFileInfo> ReadHeader(const std::filesystem::path& native,
+                                      const std::string& path) {
   CalFileInfo row;
   row.FilePath = path;
   ItemReader reader(native, path);
@@ -168,13 +169,13 @@ class UnreadableEntries {
 };
 
 /// As ReadHeader; a file that cannot be read joins `unreadable`.
-std::optional<CalFileInfo> TryReadHeader(const std::string& native, const std::string& path,
-                                         UnreadableEntries& unreadable) {
+std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native,
+                                         const std::string& path, UnreadableEntries& unreadable) {
   try {
     return ReadHeader(native, path);
   } catch (const Error& error) {
     // It must not hide the data sets after it: all are reported together.
-    unreadable.Add(std::string(NameOf(path)), error);
+    unreadable.Add(std::string(LastNameOf(path)), error);
     return std::nullopt;
   }
 }
@@ -189,20 +190,20 @@ Error TooManyFiles(const std::string& folder) {
 }  // namespace
 
 bool ListModelFolders(const std::string& root, std::vector<std::string>& names) {
-  const std::string native = NativePath(root);
+  const std::filesystem::path native = NativePath(root);
   std::vector<std::string> entries;
   bool tooMany = false;
-  const std::error_code code =
-      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name) {
-        tooMany = entries.size() == kMostEntries;
-        if (!tooMany) {
-          entries.push_back(name);
-        }
-        return !tooMany;
-      });
+  const std::error_code code = CurrentPlatform().Search(native, SearchKind::NamesWithoutDot,
+                                                        [&](const std::string& name, EntryKind) {
+                                                          tooMany = entries.size() == kMostEntries;
+                                                          if (!tooMany) {
+                                                            entries.push_back(name);
+                                                          }
+                                                          return !tooMany;
+                                                        });
   names.clear();
   for (const std::string& entry : entries) {
-    names.push_back(HoldsEntries(native + "/" + entry) ? ToUpper(entry) : "*");
+    names.push_back(HoldsEntries(native / entry) ? ToUpper(entry) : "*");
   }
   if (names.empty()) {
     names.emplace_back("*");
@@ -227,11 +228,11 @@ std::vector<std::string> ModelsWithData(std::vector<std::string> names) {
 
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,
                           const std::function<void(const CalFileInfo& row)>& rowRead) {
-  const std::string native = NativePath(modelFolder);
+  const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
-  const std::error_code code =
-      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name) {
+  const std::error_code code = CurrentPlatform().Search(
+      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
         if (!IsDataFileName(name)) {
           return true;
         }
@@ -239,7 +240,7 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
           unreadable.ReportWith(TooManyFiles(modelFolder));
         }
         std::optional<CalFileInfo> row =
-            TryReadHeader(native + "/" + name, Joined(modelFolder, name), unreadable);
+            TryReadHeader(native / name, Joined(modelFolder, name), unreadable);
         if (row) {
           rows[count] = std::move(*row);
           if (rowRead) {

@@ -79,7 +79,7 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
     TakeListedSerial(listed, opened);
   }
   const std::string& serial = opened.data->SerialNumber();
-  const std::string name(NameOf(listed.FilePath));
+  const std::string name(LastNameOf(listed.FilePath));
   const bool fits = EqualsIgnoringCase(name, NameBySerial(serial));
   if (!fits && !serial.empty()) {
     opened.notices.push_back(

@@ -26,8 +26,9 @@ struct KitFile {
   std::string name;          ///< that it has as a data file
 };
 
-KitFile Identify(const std::string& source) {
-  ItemReader reader(source, source);
+KitFile Identify(const std::filesystem::path& source) {
+  const std::string path = source.string();
+  ItemReader reader(source, path);
   static_cast<void>(reader.ReadItem());
   const std::string item = reader.ReadItem();
   const std::string serial(Trim(StripNull(item)));
@@ -35,14 +36,14 @@ KitFile Identify(const std::string& source) {
     throw Error(ErrorKind::Name,
                 "The file holds no serial number where its second line should. Choose a test kit "
                 "file.",
-                source);
+                path);
   }
   return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
 }
 
 }  // namespace
 
-void CopyTestKitFile(const std::string& source, const std::string& modelFolder) {
+void CopyTestKitFile(const std::filesystem::path& source, const std::string& modelFolder) {
   const KitFile kit = Identify(source);
   const std::string target = Joined(modelFolder, kit.name);
   if (CurrentPlatform().IsSameFile(source, NativePath(target))) {
@@ -51,19 +52,20 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder) 
   }
   std::string bytes;
   if (const std::error_code code = ReadNativeFile(source, bytes)) {
-    throw SystemError(code, "read the file", source);
+    throw SystemError(code, "read the file", source.string());
   }
   StoredFile().Save(target, kit.serialNumber, bytes);
 }
 
-Replacement TestKitWouldReplace(const std::string& source, const std::string& modelFolder) {
+Replacement TestKitWouldReplace(const std::filesystem::path& source,
+                                const std::string& modelFolder) {
   const KitFile kit = Identify(source);
   const std::string target = Joined(modelFolder, kit.name);
   // What identifies the kit stands at the beginning.
   std::string bytes;
   const std::error_code code = ReadNativeFile(source, bytes, kMostDataFileBytes);
   if (code && code != kTooLargeForData) {
-    throw SystemError(code, "read the file", source);
+    throw SystemError(code, "read the file", source.string());
   }
   Replacement replacement = ReplacementBy(StoredFile(), target, bytes, &SummaryOfKitFile);
   // A new file of the same kit is what an update brings.

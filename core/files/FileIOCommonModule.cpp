@@ -11,7 +11,7 @@ namespace tarvell {
 
 namespace {
 
-void RecycleNative(const std::string& native, const std::string& path) {
+void RecycleNative(const std::filesystem::path& native, std::string_view path) {
   if (const std::error_code code = CurrentPlatform().Recycle(native)) {
     throw SystemError(code, "delete it", path);
   }
@@ -19,24 +19,24 @@ void RecycleNative(const std::string& native, const std::string& path) {
 
 }  // namespace
 
-bool FolderExists(const std::string& path) {
+bool FolderExists(std::string_view path) {
   EntryFacts facts;
   return !path.empty() && !CurrentPlatform().Facts(NativePath(path), facts) &&
          facts.kind == EntryKind::Folder;
 }
 
-void MakeFolder(const std::string& path) {
+void MakeFolder(std::string_view path) {
   if (const std::error_code code = CurrentPlatform().MakeFolder(NativePath(path))) {
     throw SystemError(code, "make the folder", path);
   }
 }
 
-void Recycle(const std::string& path) {
+void Recycle(std::string_view path) {
   RecycleNative(NativePath(path), path);
 }
 
-void RecycleEntry(const std::string& folder, const std::string& name) {
-  RecycleNative(NativePath(folder) + "/" + name, Joined(folder, name));
+void RecycleEntry(std::string_view folder, const std::string& name) {
+  RecycleNative(NativePath(folder) / name, Joined(folder, name));
 }
 
 }  // namespace tarvell

@@ -8,6 +8,7 @@
 #include <cstddef>
 
 #include "core/platform/Error.h"
+#include "core/platform/PathText.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -15,7 +16,7 @@ namespace tarvell {
 namespace {
 
 constexpr std::size_t kSerialCharacters = 5;
-constexpr std::string_view kRefused = "\\/:*?\"<>|";
+constexpr std::string_view kRefused = ":*?\"<>|";
 constexpr std::array<std::string_view, 6> kDevices = {"CON", "PRN",    "AUX",
                                                       "NUL", "CONIN$", "CONOUT$"};
 // The digits of COM1 and the like; the raised ones count as well.
@@ -55,7 +56,8 @@ void CheckFileName(std::string_view name, const std::string& what) {
   }
   const auto* refused = std::find_if(name.begin(), name.end(), [](char c) {
     const auto code = static_cast<unsigned char>(c);
-    return code < 0x20 || code == 0x7F || kRefused.find(c) != std::string_view::npos;
+    return code < 0x20 || code == 0x7F || IsPathSeparator(c) ||
+           kRefused.find(c) != std::string_view::npos;
   });
   if (refused != name.end()) {
     Refuse(name, what, "it holds " + NameOfCharacter(*refused));

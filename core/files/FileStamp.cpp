@@ -32,7 +32,7 @@ void FileStamp::Append(std::string_view bytes) {
   }
 }
 
-std::error_code StampNativeFile(const std::string& path, FileStamp& stamp) {
+std::error_code StampNativeFile(const std::filesystem::path& path, FileStamp& stamp) {
   stamp = FileStamp();
   return ReadNativeBlocks(path, [&](std::string_view block) { stamp.Append(block); });
 }

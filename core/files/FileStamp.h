@@ -7,7 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 
@@ -33,7 +33,7 @@ class FileStamp {
 };
 
 /// Takes the stamp of the ordinary file at the native `path`.
-[[nodiscard]] std::error_code StampNativeFile(const std::string& path, FileStamp& stamp);
+[[nodiscard]] std::error_code StampNativeFile(const std::filesystem::path& path, FileStamp& stamp);
 
 }  // namespace tarvell
 

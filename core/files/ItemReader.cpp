@@ -30,13 +30,14 @@ bool EndsItem(int c) {
 
 }  // namespace
 
-ItemReader::ItemReader(const std::string& native, std::string shown) : path_(std::move(shown)) {
+ItemReader::ItemReader(const std::filesystem::path& native, std::string shown)
+    : path_(std::move(shown)) {
   if (const std::error_code code = Open(native)) {
     throw SystemError(code, kReading, path_);
   }
 }
 
-ItemReader::ItemReader(const std::string& path) : ItemReader(NativePath(path), path) {}
+ItemReader::ItemReader(std::string_view path) : ItemReader(NativePath(path), std::string(path)) {}
 
 ItemReader ItemReader::Of(std::string_view bytes) {
   ItemReader reader;
@@ -45,9 +46,9 @@ ItemReader ItemReader::Of(std::string_view bytes) {
   return reader;
 }
 
-std::error_code ItemReader::Open(const std::string& native, TextEncoding encoding) {
+std::error_code ItemReader::Open(const std::filesystem::path& native, TextEncoding encoding) {
   encoding_ = encoding;
-  return CurrentPlatform().OpenForReading(native, file_);
+  return CurrentPlatform().OpenForReading(native, EntryKind::None, file_);
 }
 
 bool ItemReader::AtEnd() {

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_FILES_ITEMREADER_H
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,16 +35,16 @@ class ItemReader {
 
   /// Opens the file at the native path `native`; errors name it as `shown`. Throws the error of
   /// a file that cannot be opened.
-  ItemReader(const std::string& native, std::string shown);
+  ItemReader(const std::filesystem::path& native, std::string shown);
 
   /// Opens the file at `path`, a path text of the program.
-  explicit ItemReader(const std::string& path);
+  explicit ItemReader(std::string_view path);
 
   /// A reader of a text that is there already, as of a file.
   [[nodiscard]] static ItemReader Of(std::string_view bytes);
 
   /// Opens a file without throwing: for readers that have an answer of their own to a failure.
-  [[nodiscard]] std::error_code Open(const std::string& native,
+  [[nodiscard]] std::error_code Open(const std::filesystem::path& native,
                                      TextEncoding encoding = TextEncoding::FileCharacters);
 
   /// Lets `stamp` take in every byte from here on; it outlives the reading.

@@ -4,7 +4,7 @@
 #include "core/files/Paths.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <iterator>
 #include <system_error>
 #include <vector>
 
@@ -16,8 +16,8 @@ namespace tarvell {
 
 namespace {
 
-std::string& ChosenDriveFolder() {
-  static std::string folder;
+std::filesystem::path& ChosenDriveFolder() {
+  static std::filesystem::path folder;
   return folder;
 }
 
@@ -25,13 +25,13 @@ char LowerCase(char letter) {
   return static_cast<char>(letter | 0x20);
 }
 
-/// Whether an entry of this name stands there, a link that leads nowhere included.
-bool EntryExists(const std::string& path) {
+/// Whether there is an entry at `path`. A broken link is one.
+bool EntryExists(const std::filesystem::path& path) {
   EntryFacts facts;
   return !CurrentPlatform().Facts(path, facts) && (facts.kind != EntryKind::None || facts.isLink);
 }
 
-/// Folders and the name of a path, "." and ".." resolved. `rooted`: ".." at the top is dropped.
+/// The names in a path, "." and ".." resolved. With `rooted`, ".." at the top is dropped.
 std::vector<std::string> Components(std::string_view path, bool rooted) {
   std::vector<std::string> components;
   std::string component;
@@ -54,84 +54,80 @@ std::vector<std::string> Components(std::string_view path, bool rooted) {
   return components;
 }
 
-/// The name of the entry of `folder` that `name`, which is no entry's exact name, means.
-std::string NameInFolder(const std::string& folder, const std::string& name) {
+/// The name of the first entry of `folder` that differs from `name` only in case, else `name`.
+std::string NameInFolder(const std::filesystem::path& folder, const std::string& name) {
   std::string meant = name;
-  // A folder that cannot be searched has no entry to be meant.
-  static_cast<void>(
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string& entry) {
-        if (!EqualsIgnoringCase(entry, name)) {
-          return true;
-        }
-        meant = entry;
-        return false;
-      }));
+  const auto visit = [&](const std::string& entry, EntryKind /*kind*/) {
+    if (!EqualsIgnoringCase(entry, name)) {
+      return true;
+    }
+    meant = entry;
+    return false;
+  };
+  // A folder that cannot be searched gives no name.
+  static_cast<void>(CurrentPlatform().Search(folder, SearchKind::EveryName, visit));
   return meant;
 }
 
 }  // namespace
 
-std::string NativePath(std::string_view path) {
-  std::string native;
+std::filesystem::path NativePath(std::string_view path) {
+  std::filesystem::path native;
   bool rooted = true;
   const bool onDrive = BeginsWithDrive(path);
   if (onDrive) {
     native = DriveFolder();
     if (native.empty()) {
-      return std::string(path);
+      return path;
     }
-    native += {'/', LowerCase(path[0])};
+    native /= std::string(1, LowerCase(path[0]));
     path.remove_prefix(2);
   } else if (IsRelative(path)) {
     native = ".";
     rooted = false;
+  } else {
+    native = RootFolder();
   }
   const std::vector<std::string> components = Components(path, rooted);
-  std::string exact = native;
+  std::filesystem::path exact = native;
   for (const std::string& component : components) {
-    exact += "/" + component;
-  }
-  if (exact.empty()) {
-    return "/";
+    exact /= component;
   }
   if (EntryExists(exact)) {
     return exact;
   }
   if (onDrive && !EntryExists(native)) {
-    // A drive always exists. Where it cannot be made, using it tells why.
+    // A drive always exists. If it cannot be made, the next access to it reports why.
     static_cast<void>(CurrentPlatform().MakeFolder(native));
   }
   for (const std::string& component : components) {
-    const std::string entry = native + "/" + component;
-    native = EntryExists(entry)
-                 ? entry
-                 : native + "/" + NameInFolder(native.empty() ? "/" : native, component);
+    const bool isExact = EntryExists(native / component);
+    native /= isExact ? component : NameInFolder(native, component);
   }
   return native;
 }
 
-std::string PathText(std::string_view native) {
-  const std::string drives = DriveFolder() + "/";
-  const std::size_t letter = drives.size();
-  const bool onDrive = drives.size() > 1 && native.substr(0, letter) == drives &&
-                       native.size() > letter && IsDriveLetter(native[letter]) &&
-                       (native.size() == letter + 1 || native[letter + 1] == '/');
+std::string PathText(const std::filesystem::path& native) {
+  const std::filesystem::path drives = DriveFolder();
+  const auto [drivesEnd, letter] =
+      std::mismatch(drives.begin(), drives.end(), native.begin(), native.end());
+  const bool onDrive = !drives.empty() && drivesEnd == drives.end() && letter != native.end() &&
+                       letter->native().size() == 1 && IsDriveLetter(letter->string()[0]);
   if (!onDrive) {
-    return std::string(native);
+    return native.string();
   }
-  const std::string_view rest = native.substr(letter + 1);
-  return std::string(1, native[letter]) + ":" + (rest.empty() ? "\\" : Replaced(rest, '/', '\\'));
-}
-
-bool IsRelative(std::string_view path) {
-  return !BeginsWithDrive(path) && (path.empty() || !IsPathSeparator(path[0]));
+  std::string path = letter->string() + ":";
+  for (auto component = std::next(letter); component != native.end(); ++component) {
+    path += "\\" + component->string();
+  }
+  return path.back() == ':' ? path + "\\" : path;
 }
 
 std::string FullPathText(std::string_view path) {
-  const std::string native = NativePath(path);
+  const std::filesystem::path native = NativePath(path);
   std::error_code code;
   const std::filesystem::path whole = std::filesystem::absolute(native, code);
-  return PathText(code ? native : whole.lexically_normal().string());
+  return PathText(code ? native : whole.lexically_normal());
 }
 
 void CheckNamesNoShare(std::string_view path) {
@@ -140,7 +136,7 @@ void CheckNamesNoShare(std::string_view path) {
       !IsPathSeparator(name[1])) {
     return;
   }
-  // A folder of this computer is never written with "\\".
+  // "\\" at the beginning never means a folder of this computer.
   if (name[0] == '\\' || !EntryExists(NativePath(name))) {
     throw Error(ErrorKind::Name,
                 "This computer reaches the share of another one by a folder of its own, in which "
@@ -150,30 +146,12 @@ void CheckNamesNoShare(std::string_view path) {
   }
 }
 
-std::string Joined(std::string_view folder, std::string_view name) {
-  std::string path(folder);
-  if (path.empty() || !IsPathSeparator(path.back())) {
-    path += '\\';
-  }
-  path += name;
-  return path;
-}
-
-std::string_view FolderOf(std::string_view path) {
-  const std::size_t separator = path.find_last_of("\\/");
-  return path.substr(0, separator == std::string_view::npos ? 0 : separator);
-}
-
-std::string_view NameOf(std::string_view path) {
-  return path.substr(path.find_last_of("\\/") + 1);
-}
-
-std::string DriveFolder() {
-  const std::string& chosen = ChosenDriveFolder();
+std::filesystem::path DriveFolder() {
+  const std::filesystem::path& chosen = ChosenDriveFolder();
   return chosen.empty() ? CurrentPlatform().DriveFolder() : chosen;
 }
 
-void SetDriveFolder(const std::string& folder) {
+void SetDriveFolder(const std::filesystem::path& folder) {
   ChosenDriveFolder() = folder;
 }
 

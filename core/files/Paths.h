@@ -4,49 +4,38 @@
 #ifndef TARVELL_CORE_FILES_PATHS_H
 #define TARVELL_CORE_FILES_PATHS_H
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "core/platform/PathText.h"
 
-/// The program speaks in paths such as "c:\calfactors\PX12A". On a system without drive letters
-/// a path that begins with one lies below the drive folder; any other path is taken as it is.
+/// A path of the program is a text such as "c:\calfactors\PX12A"; a path of the system is a
+/// std::filesystem::path. On a system without drive letters the drives are folders in the drive
+/// folder.
 namespace tarvell {
 
-/// The native path that `path` means. "\" and "/" both separate. "." and ".." are resolved, and
-/// ".." never leads out of a drive. Where no entry of exactly a component's name exists, one that
+/// The path of the system that `path` means. "\" and "/" both separate. "." and ".." are resolved,
+/// and ".." never leads out of a drive. Where no entry has exactly the name in `path`, one that
 /// differs from it only in case is meant.
-[[nodiscard]] std::string NativePath(std::string_view path);
+[[nodiscard]] std::filesystem::path NativePath(std::string_view path);
 
-/// A native path as the program speaks of it: with its drive letter when it lies on a drive.
-[[nodiscard]] std::string PathText(std::string_view native);
+/// A path of the system as the program shows it: with its drive letter when it is on a drive.
+[[nodiscard]] std::string PathText(const std::filesystem::path& native);
+std::string PathText(const std::string& path) = delete;
 
-/// Whether `path` has neither a drive letter nor a separator at its beginning, so that what it
-/// means depends on the folder in which the program was started.
-[[nodiscard]] bool IsRelative(std::string_view path);
-
-/// The whole of the path that `path` means, as path text.
+/// The whole of the path that `path` means, as a path of the program.
 [[nodiscard]] std::string FullPathText(std::string_view path);
 
-/// Throws a Name error, which says how to reach a share, for a path such as "\\server\share" where
-/// the system reaches shares by its folders only. "//" and a name are fine where they exist.
+/// Throws a Name error for a path such as "\\server\share" on a system that reaches shares only by
+/// folders; its text says how. A path that begins with "//" is accepted where it exists.
 void CheckNamesNoShare(std::string_view path);
 
-/// `folder` and `name` joined by one "\".
-[[nodiscard]] std::string Joined(std::string_view folder, std::string_view name);
+/// Folder that holds the drives ("c" in it is drive C:), "" on a system with drive letters.
+[[nodiscard]] std::filesystem::path DriveFolder();
 
-/// `path` up to its last separator, "" when it has none.
-[[nodiscard]] std::string_view FolderOf(std::string_view path);
-
-/// `path` behind its last separator, all of it when it has none.
-[[nodiscard]] std::string_view NameOf(std::string_view path);
-
-/// Native folder that holds the drives ("c" below it is drive C:), "" on a system that has drive
-/// letters of its own.
-[[nodiscard]] std::string DriveFolder();
-
-/// Puts the drives elsewhere; "" puts them back.
-void SetDriveFolder(const std::string& folder);
+/// Sets another drive folder; "" sets the system's own again.
+void SetDriveFolder(const std::filesystem::path& folder);
 
 }  // namespace tarvell
 

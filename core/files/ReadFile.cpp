@@ -10,11 +10,11 @@
 
 namespace tarvell {
 
-std::error_code ReadNativeBlocks(const std::string& path,
+std::error_code ReadNativeBlocks(const std::filesystem::path& path,
                                  const std::function<void(std::string_view block)>& take,
                                  std::size_t most) {
   std::unique_ptr<InputFile> file;
-  if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
+  if (const std::error_code code = CurrentPlatform().OpenForReading(path, EntryKind::None, file)) {
     return code;
   }
   std::array<char, 8192> block{};
@@ -32,7 +32,8 @@ std::error_code ReadNativeBlocks(const std::string& path,
   return {};
 }
 
-std::error_code ReadNativeFile(const std::string& path, std::string& bytes, std::size_t most) {
+std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& bytes,
+                               std::size_t most) {
   bytes.clear();
   return ReadNativeBlocks(
       path, [&](std::string_view block) { bytes += block; }, most);

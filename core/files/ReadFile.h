@@ -5,6 +5,7 @@
 #define TARVELL_CORE_FILES_READFILE_H
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <limits>
 #include <string>
@@ -22,13 +23,15 @@ inline constexpr std::errc kTooLargeForData = std::errc::value_too_large;
 /// Reads the ordinary file at the native `path` to its end, block by block. One of more than `most`
 /// bytes is read no further, and is kTooLargeForData.
 [[nodiscard]] std::error_code ReadNativeBlocks(
-    const std::string& path, const std::function<void(std::string_view block)>& take,
+    const std::filesystem::path& path, const std::function<void(std::string_view block)>& take,
     std::size_t most = std::numeric_limits<std::size_t>::max());
 
 /// Reads the whole ordinary file at the native `path` into `bytes`, likewise.
 [[nodiscard]] std::error_code ReadNativeFile(
-    const std::string& path, std::string& bytes,
+    const std::filesystem::path& path, std::string& bytes,
     std::size_t most = std::numeric_limits<std::size_t>::max());
+std::error_code ReadNativeFile(const std::string& path, std::string& bytes,
+                               std::size_t most = 0) = delete;
 
 }  // namespace tarvell
 

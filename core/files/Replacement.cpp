@@ -162,7 +162,7 @@ Replacement ReplacementBy(const StoredFile& file, const std::string& path, std::
 }
 
 ReplacementQuestion QuestionOf(const Replacement& replacement) {
-  const std::string file = "The file " + std::string(NameOf(replacement.path));
+  const std::string file = "The file " + std::string(LastNameOf(replacement.path));
   const std::string time = LocalTimeText(replacement.modified);
   const std::string question = "Do you want to replace it?";
   const std::string no = "No leaves the file as it is.";

@@ -52,7 +52,7 @@ namespace {
 }
 
 /// `touched` tells whether the file was opened at all.
-[[nodiscard]] std::error_code OverwriteInPlace(const std::string& target, EntryKind kind,
+[[nodiscard]] std::error_code OverwriteInPlace(const std::filesystem::path& target, EntryKind kind,
                                                std::string_view bytes, bool& touched) {
   std::unique_ptr<OutputFile> file;
   std::error_code code = CurrentPlatform().OpenInPlace(target, file);
@@ -61,7 +61,7 @@ namespace {
     code = WriteAll(*file, bytes);
   }
   if (!code) {
-    code = file->CutHere();
+    code = file->TruncateHere();
   }
   if (!code && kind == EntryKind::File) {
     code = CheckLength(*file, bytes.size());
@@ -76,7 +76,7 @@ namespace {
 }
 
 /// For the targets that nothing can replace.
-[[nodiscard]] std::error_code WriteInPlace(const std::string& target, EntryKind kind,
+[[nodiscard]] std::error_code WriteInPlace(const std::filesystem::path& target, EntryKind kind,
                                            std::string_view bytes) {
   bool touched = false;
   if (kind != EntryKind::File) {
@@ -105,10 +105,10 @@ bool AdmitsNoNewFile(std::error_code code) {
 
 }  // namespace
 
-std::error_code SaveNativeFile(const std::string& native, std::string_view bytes,
+std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_view bytes,
                                const KeepEarlier& keepEarlier) {
   Platform& platform = CurrentPlatform();
-  std::string target;
+  std::filesystem::path target;
   EntryFacts facts;
   if (const std::error_code code = platform.ResolveLinks(native, target)) {
     return code;
@@ -126,10 +126,9 @@ std::error_code SaveNativeFile(const std::string& native, std::string_view bytes
     return WriteInPlace(target, facts.kind, bytes);
   }
 
-  const std::size_t slash = target.find_last_of('/');
-  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+  const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
   const bool replaces = facts.kind == EntryKind::File;
-  std::string temporary;
+  std::filesystem::path temporary;
   std::unique_ptr<OutputFile> file;
   std::error_code code = platform.CreateTemporary(folder, temporary, file);
   const bool created = !code;
@@ -142,7 +141,7 @@ std::error_code SaveNativeFile(const std::string& native, std::string_view bytes
   }
   if (!code) {
     code = platform.Replace(temporary, target);
-    // So a folder refuses in which everybody may replace only what is their own.
+    // A sticky directory: users may replace only their own files.
     refused = code == std::errc::operation_not_permitted;
   }
   if (!code) {
@@ -151,16 +150,16 @@ std::error_code SaveNativeFile(const std::string& native, std::string_view bytes
   file.reset();
   const std::error_code removed = created ? platform.RemoveFile(temporary) : std::error_code();
   if (!refused || !replaces) {
-    // The failure that is told is the one that came first.
+    // The first failure is the one to report.
     return code;
   }
   return removed ? removed : WriteInPlace(target, facts.kind, bytes);
 }
 
-void SaveFile(const std::string& path, std::string_view bytes, const KeepEarlier& keepEarlier) {
+void SaveFile(std::string_view path, std::string_view bytes, const KeepEarlier& keepEarlier) {
   if (const std::error_code code = SaveNativeFile(NativePath(path), bytes, keepEarlier)) {
     const Error reason = SystemError(code, "save the file", path);
-    throw Error(ErrorKind::WriteFailed, reason.Text(), path);
+    throw Error(ErrorKind::WriteFailed, reason.Text(), std::string(path));
   }
 }
 

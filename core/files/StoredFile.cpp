@@ -39,7 +39,7 @@ void StoredFile::WouldBeWrittenAs(std::string bytes) {
 
 std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
                                              std::string_view bytes) const {
-  const std::string native = NativePath(path);
+  const std::filesystem::path native = NativePath(path);
   EntryFacts facts;
   // What is no ordinary file is refused by the save, which says why.
   if (CurrentPlatform().Facts(native, facts) || facts.kind != EntryKind::File) {
@@ -68,13 +68,14 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
                       std::string_view bytes) {
   const FileStamp stamp(bytes);
-  SaveFile(path, bytes,
-           [&](const std::string& native) { KeepEarlier(path, native, stamp, serialNumber); });
+  SaveFile(path, bytes, [&](const std::filesystem::path& native) {
+    KeepEarlier(path, native, stamp, serialNumber);
+  });
   WasRead(path, stamp, serialNumber);
   unchanged_ = bytes;
 }
 
-void StoredFile::KeepEarlier(const std::string& path, const std::string& native,
+void StoredFile::KeepEarlier(const std::string& path, const std::filesystem::path& native,
                              const FileStamp& stamp, const std::string& serialNumber) const {
   FileStamp earlier;
   if (const std::error_code code = StampNativeFile(native, earlier)) {

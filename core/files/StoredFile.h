@@ -5,6 +5,7 @@
 #define TARVELL_CORE_FILES_STOREDFILE_H
 
 #include <ctime>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -53,8 +54,8 @@ class StoredFile {
 
  private:
   /// Keeps what stands at `native`, unless it is what the data set knows, or will be written.
-  void KeepEarlier(const std::string& path, const std::string& native, const FileStamp& stamp,
-                   const std::string& serialNumber) const;
+  void KeepEarlier(const std::string& path, const std::filesystem::path& native,
+                   const FileStamp& stamp, const std::string& serialNumber) const;
 
   std::string path_;
   std::string serialNumber_;

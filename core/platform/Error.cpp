@@ -87,14 +87,15 @@ Error Error::Located(const std::string& path, int line) const {
   return path_.empty() ? Error(kind_, text_, path, line) : *this;
 }
 
-Error SystemError(std::error_code code, const std::string& action, const std::string& path) {
+Error SystemError(std::error_code code, const std::string& action, std::string_view path) {
   const auto* known =
       std::ranges::find_if(kExplanations, [&](const Explanation& e) { return code == e.result; });
   if (known == kExplanations.end()) {
     return {ErrorKind::System,
-            "Cannot " + action + ": " + code.message() + ". Check the disk, then try again.", path};
+            "Cannot " + action + ": " + code.message() + ". Check the disk, then try again.",
+            std::string(path)};
   }
-  return {known->kind, "Cannot " + action + ": " + std::string(known->reason), path};
+  return {known->kind, "Cannot " + action + ": " + std::string(known->reason), std::string(path)};
 }
 
 }  // namespace tarvell

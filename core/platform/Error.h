@@ -6,6 +6,7 @@
 
 #include <exception>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace tarvell {
@@ -55,7 +56,7 @@ class Error : public std::exception {
 /// The error that an operating-system result stands for. `action` completes the sentence
 /// "Cannot ...", for example "read the file".
 [[nodiscard]] Error SystemError(std::error_code code, const std::string& action,
-                                const std::string& path);
+                                std::string_view path);
 
 }  // namespace tarvell
 

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view kTemporaryPrefix = ".tarvell-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
-constexpr int kMostLinks = 40;
+constexpr int kLinkLimit = 40;
 constexpr auto kSameOwner = static_cast<uid_t>(-1);
 
 std::error_code LastError() {
@@ -86,7 +86,7 @@ class LinuxOutputFile : public OutputFile {
     return result < 0 ? LastError() : std::error_code();
   }
 
-  std::error_code CutHere() override {
+  std::error_code TruncateHere() override {
     const off_t position = ::lseek(descriptor_.Number(), 0, SEEK_CUR);
     struct stat status {};
     if (::fstat(descriptor_.Number(), &status) != 0) {
@@ -107,12 +107,13 @@ class LinuxOutputFile : public OutputFile {
     return {};
   }
 
-  std::error_code TakeAttributesOf(const std::string& path) override {
+  std::error_code TakeAttributesOf(const std::filesystem::path& path) override {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
       return LastError();
     }
-    // Another operator's file can keep its group alone. Who may not write it must not replace it.
+    // The file of another operator can keep its group only. Users who may not write it must not
+    // replace it.
     if (::fchown(descriptor_.Number(), status.st_uid, status.st_gid) != 0 &&
         (errno != EPERM || ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 ||
          ::fchown(descriptor_.Number(), kSameOwner, status.st_gid) != 0)) {
@@ -123,7 +124,7 @@ class LinuxOutputFile : public OutputFile {
 
   std::error_code Sync() override {
     const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor_.Number()); }));
-    // A device or a pipe has nothing to wait for.
+    // A device or a pipe needs no sync.
     return code == std::errc::invalid_argument ? std::error_code() : code;
   }
 
@@ -133,24 +134,45 @@ class LinuxOutputFile : public OutputFile {
   Descriptor descriptor_;
 };
 
+/// The folder that an entry is in, "." for a path without a separator.
+std::filesystem::path FolderHolding(const std::filesystem::path& path) {
+  const std::filesystem::path folder = path.parent_path();
+  return folder.empty() ? "." : folder;
+}
+
 bool IsTemporary(std::string_view name) {
   return name.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
          name.substr(0, kTemporaryPrefix.size()) == kTemporaryPrefix &&
          name.substr(name.size() - kTemporarySuffix.size()) == kTemporarySuffix;
 }
 
-/// In a folder that a group shares (set-group-ID), what is made there is as open to the group as
-/// the folder itself, whatever the operator's own mask says.
-mode_t SharedMode(const std::string& folder) {
+/// The permissions of a folder that a group shares (set-group-ID), 0 for any other folder. New
+/// entries get them whatever the operator's own mask is.
+mode_t SharedMode(const std::filesystem::path& folder) {
   struct stat status {};
   return ::stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISGID) != 0
              ? status.st_mode & 0777U
              : 0U;
 }
 
+/// What the folder says of an entry, None where it does not.
+EntryKind KindIn(const dirent& entry) {
+  switch (entry.d_type) {
+    case DT_UNKNOWN:
+    case DT_LNK:
+      return EntryKind::None;
+    case DT_REG:
+      return EntryKind::File;
+    case DT_DIR:
+      return EntryKind::Folder;
+    default:
+      return EntryKind::Other;
+  }
+}
+
 bool IsOrdinaryFile(int folder, const dirent& entry) {
-  if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
-    return entry.d_type == DT_REG;
+  if (KindIn(entry) != EntryKind::None) {
+    return KindIn(entry) == EntryKind::File;
   }
   struct stat status {};
   return ::fstatat(folder, static_cast<const char*>(entry.d_name), &status, 0) == 0 &&
@@ -159,7 +181,7 @@ bool IsOrdinaryFile(int folder, const dirent& entry) {
 
 bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
   const std::string_view name(static_cast<const char*>(entry.d_name));
-  // A name that holds the program's separator would mean another path, perhaps one outside.
+  // A name with the program's separator would be read as a path, perhaps to another folder.
   const bool isAmbiguous = name.find('\\') != std::string_view::npos;
   if (name == "." || name == ".." || IsTemporary(name) || isAmbiguous) {
     return false;
@@ -177,16 +199,17 @@ bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
 
 }  // namespace
 
-std::error_code LinuxPlatform::OpenForReading(const std::string& path,
+std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                               std::unique_ptr<InputFile>& file) {
-  // Non-blocking, because opening a pipe that nobody writes to would wait for ever.
+  // Non-blocking: opening a pipe without a writer would never return.
   Descriptor descriptor(
       Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
   struct stat status {};
-  if (descriptor.Number() < 0 || ::fstat(descriptor.Number(), &status) != 0) {
+  const bool isKnown = kind == EntryKind::File;
+  if (descriptor.Number() < 0 || (!isKnown && ::fstat(descriptor.Number(), &status) != 0)) {
     return LastError();
   }
-  if (!S_ISREG(status.st_mode)) {
+  if (!isKnown && !S_ISREG(status.st_mode)) {
     return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
                                                         : std::errc::not_supported);
   }
@@ -194,17 +217,19 @@ std::error_code LinuxPlatform::OpenForReading(const std::string& path,
   return {};
 }
 
-std::error_code LinuxPlatform::CreateTemporary(const std::string& folder, std::string& path,
+std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& folder,
+                                               std::filesystem::path& path,
                                                std::unique_ptr<OutputFile>& file) {
   std::string name =
-      folder + "/" + std::string(kTemporaryPrefix) + "XXXXXX" + std::string(kTemporarySuffix);
+      (folder / (std::string(kTemporaryPrefix) + "XXXXXX" + std::string(kTemporarySuffix)))
+          .string();
   const int number = ::mkostemps(name.data(), static_cast<int>(kTemporarySuffix.size()), O_CLOEXEC);
   if (number < 0) {
     return LastError();
   }
   path = name;
   file = std::make_unique<LinuxOutputFile>(number);
-  // mkostemps makes a file for its owner alone; a new data file is as open as any other one.
+  // mkostemps gives only the owner access; a new data file gets the usual permissions.
   const mode_t mask = ::umask(0);
   ::umask(mask);
   const mode_t shared = SharedMode(folder) & 0666U;
@@ -216,7 +241,7 @@ std::error_code LinuxPlatform::CreateTemporary(const std::string& folder, std::s
   return code;
 }
 
-std::error_code LinuxPlatform::OpenInPlace(const std::string& path,
+std::error_code LinuxPlatform::OpenInPlace(const std::filesystem::path& path,
                                            std::unique_ptr<OutputFile>& file) {
   const int number = Retry([&] { return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK); });
   if (number < 0) {
@@ -226,25 +251,26 @@ std::error_code LinuxPlatform::OpenInPlace(const std::string& path,
   return {};
 }
 
-std::error_code LinuxPlatform::Replace(const std::string& from, const std::string& to) {
+std::error_code LinuxPlatform::Replace(const std::filesystem::path& from,
+                                       const std::filesystem::path& to) {
   return ResultOf(::rename(from.c_str(), to.c_str()));
 }
 
-std::error_code LinuxPlatform::SyncFolder(const std::string& folder) {
+std::error_code LinuxPlatform::SyncFolder(const std::filesystem::path& folder) {
   Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (descriptor.Number() < 0) {
     return LastError();
   }
   const std::error_code code = ResultOf(Retry([&] { return ::fsync(descriptor.Number()); }));
-  // Some file systems of other machines cannot sync a folder; they have nothing to wait for.
+  // Some network file systems cannot sync a folder.
   return code == std::errc::invalid_argument ? std::error_code() : code;
 }
 
-std::error_code LinuxPlatform::RemoveFile(const std::string& path) {
+std::error_code LinuxPlatform::RemoveFile(const std::filesystem::path& path) {
   return ResultOf(::unlink(path.c_str()));
 }
 
-std::error_code LinuxPlatform::Facts(const std::string& path, EntryFacts& facts) {
+std::error_code LinuxPlatform::Facts(const std::filesystem::path& path, EntryFacts& facts) {
   facts = EntryFacts();
   struct stat status {};
   if (::lstat(path.c_str(), &status) != 0) {
@@ -265,46 +291,48 @@ std::error_code LinuxPlatform::Facts(const std::string& path, EntryFacts& facts)
   return {};
 }
 
-bool LinuxPlatform::IsSameFile(const std::string& a, const std::string& b) {
+bool LinuxPlatform::IsSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
   struct stat first {};
   struct stat second {};
   return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 &&
          first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-std::error_code LinuxPlatform::ResolveLinks(const std::string& path, std::string& resolved) {
+std::error_code LinuxPlatform::ResolveLinks(const std::filesystem::path& path,
+                                            std::filesystem::path& resolved) {
   resolved = path;
-  for (int links = 0; links < kMostLinks; ++links) {
+  for (int links = 0; links < kLinkLimit; ++links) {
     std::array<char, PATH_MAX> target{};
     const ssize_t length = ::readlink(resolved.c_str(), target.data(), target.size());
     if (length < 0) {
       const bool noLink = errno == EINVAL || errno == ENOENT;
       return noLink ? std::error_code() : LastError();
     }
-    const std::string next(target.data(), static_cast<std::size_t>(length));
-    const std::size_t slash = resolved.rfind('/');
-    resolved = next.front() == '/' || slash == std::string::npos
-                   ? next
-                   : resolved.substr(0, slash + 1) + next;
+    // An absolute target replaces the whole path.
+    resolved =
+        resolved.parent_path() / std::string_view(target.data(), static_cast<std::size_t>(length));
   }
   return std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }
 
-std::error_code LinuxPlatform::MakeFolder(const std::string& path) {
+bool LinuxPlatform::MayChange(const std::filesystem::path& folder) {
+  return ::access(folder.c_str(), W_OK) == 0;
+}
+
+std::error_code LinuxPlatform::MakeFolder(const std::filesystem::path& path) {
   if (::mkdir(path.c_str(), 0777) != 0) {
     return LastError();
   }
-  const std::size_t slash = path.find_last_of('/');
-  const mode_t shared = SharedMode(slash == std::string::npos ? "." : path.substr(0, slash + 1));
-  // The folder is made and usable by its owner, whether or not it could be opened to the group.
+  const mode_t shared = SharedMode(FolderHolding(path));
+  // The folder exists and its owner can use it, even if the group gets no access.
   if (shared != 0) {
     static_cast<void>(::chmod(path.c_str(), shared | S_ISGID));
   }
   return {};
 }
 
-std::error_code LinuxPlatform::Search(const std::string& folder, SearchKind kind,
-                                      const std::function<bool(const std::string& name)>& visit) {
+std::error_code LinuxPlatform::Search(const std::filesystem::path& folder, SearchKind kind,
+                                      const SearchVisitor& visit) {
   const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(folder.c_str()), &::closedir);
   if (!stream) {
     return LastError();
@@ -316,29 +344,29 @@ std::error_code LinuxPlatform::Search(const std::string& folder, SearchKind kind
       return errno == 0 ? std::error_code() : LastError();
     }
     if (IsWanted(::dirfd(stream.get()), kind, *entry) &&
-        !visit(static_cast<const char*>(entry->d_name))) {
+        !visit(static_cast<const char*>(entry->d_name), KindIn(*entry))) {
       return {};
     }
   }
 }
 
-std::error_code LinuxPlatform::Recycle(const std::string& path) {
+std::error_code LinuxPlatform::Recycle(const std::filesystem::path& path) {
   std::error_code code;
   const std::uintmax_t removed = std::filesystem::remove_all(path, code);
   return !code && removed == 0 ? std::make_error_code(std::errc::no_such_file_or_directory) : code;
 }
 
-std::error_code LinuxPlatform::RecycleCopy(const std::string& /*path*/) {
+std::error_code LinuxPlatform::RecycleCopy(const std::filesystem::path& /*path*/) {
   return {};
 }
 
-std::string LinuxPlatform::ProgramFolder() {
+std::filesystem::path LinuxPlatform::ProgramFolder() {
   std::error_code code;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);
   return program.parent_path().string();
 }
 
-std::string LinuxPlatform::DriveFolder() {
+std::filesystem::path LinuxPlatform::DriveFolder() {
   return "/var/lib/tarvell/drives";
 }
 
@@ -355,9 +383,9 @@ bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
   record.systemName = static_cast<const char*>(name.sysname);
   std::istringstream release(static_cast<const char*>(name.release));
   char dot = '.';
-  const bool told = static_cast<bool>(release >> record.major >> dot >> record.minor);
+  const bool isKnown = static_cast<bool>(release >> record.major >> dot >> record.minor);
   release >> dot >> record.build;
-  return told;
+  return isKnown;
 }
 
 }  // namespace tarvell

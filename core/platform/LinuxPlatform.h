@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_PLATFORM_LINUXPLATFORM_H
 #define TARVELL_CORE_PLATFORM_LINUXPLATFORM_H
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -11,32 +12,36 @@
 
 namespace tarvell {
 
-/// Linux. It knows no recycle bin: that is the desktop's, which the screens add.
+/// Linux, without a recycle bin: the screens add the desktop's.
 class LinuxPlatform : public Platform {
  public:
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override;
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override;
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override;
-  [[nodiscard]] std::error_code RemoveFile(const std::string& path) override;
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override;
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override;
+  [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override;
 
-  [[nodiscard]] std::error_code Facts(const std::string& path, EntryFacts& facts) override;
-  [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b) override;
-  [[nodiscard]] std::error_code ResolveLinks(const std::string& path,
-                                             std::string& resolved) override;
-  [[nodiscard]] std::error_code MakeFolder(const std::string& path) override;
-  [[nodiscard]] std::error_code Search(
-      const std::string& folder, SearchKind kind,
-      const std::function<bool(const std::string& name)>& visit) override;
-  [[nodiscard]] std::error_code Recycle(const std::string& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override;
+  [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
+                                      EntryFacts& facts) override;
+  [[nodiscard]] bool IsSameFile(const std::filesystem::path& a,
+                                const std::filesystem::path& b) override;
+  [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
+                                             std::filesystem::path& resolved) override;
+  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override;
+  [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override;
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override;
 
-  [[nodiscard]] std::string ProgramFolder() override;
-  [[nodiscard]] std::string DriveFolder() override;
+  [[nodiscard]] std::filesystem::path ProgramFolder() override;
+  [[nodiscard]] std::filesystem::path DriveFolder() override;
   [[nodiscard]] std::string WindowsDirectory() override;
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
 };

@@ -8,21 +8,49 @@
 
 namespace tarvell {
 
+namespace {
+
+constexpr std::string_view kSeparators = "\\/";
+
+}  // namespace
+
 bool IsDriveLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 bool IsPathSeparator(char c) {
-  return c == '\\' || c == '/';
+  return kSeparators.find(c) != std::string_view::npos;
 }
 
 bool BeginsWithDrive(std::string_view path) {
   return path.size() >= 2 && path[1] == ':' && IsDriveLetter(path[0]);
 }
 
+bool IsRelative(std::string_view path) {
+  return !BeginsWithDrive(path) && (path.empty() || !IsPathSeparator(path[0]));
+}
+
+std::string Joined(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (path.empty() || !IsPathSeparator(path.back())) {
+    path += '\\';
+  }
+  path += name;
+  return path;
+}
+
+std::string_view FolderOf(std::string_view path) {
+  const std::size_t separator = path.find_last_of(kSeparators);
+  return path.substr(0, separator == std::string_view::npos ? 0 : separator);
+}
+
+std::string_view LastNameOf(std::string_view path) {
+  return path.substr(path.find_last_of(kSeparators) + 1);
+}
+
 std::string ShownPath(std::string_view path) {
   std::string shown(path);
-  const std::size_t separator = path.find_first_of("\\/");
+  const std::size_t separator = path.find_first_of(kSeparators);
   if (separator == std::string_view::npos) {
     return shown;
   }

@@ -7,20 +7,32 @@
 #include <string>
 #include <string_view>
 
-/// The form of a path text, such as "c:\calfactors\PX12A"; what it means is the business of
-/// Paths.h.
+/// The form of a path of the program, such as "c:\calfactors\PX12A". Paths.h says what it means.
 namespace tarvell {
 
 [[nodiscard]] bool IsDriveLetter(char c);
 
-/// Whether `c` is "\\" or "/", which both separate.
+/// Whether `c` is "\" or "/", which both separate.
 [[nodiscard]] bool IsPathSeparator(char c);
 
 /// Whether `path` begins with a letter and a colon.
 [[nodiscard]] bool BeginsWithDrive(std::string_view path);
 
-/// `path` as a message shows it, with one kind of separator: "\\" after a drive letter, else the
-/// one that stands first in it.
+/// Whether `path` begins neither with a drive letter nor with a separator, so that it depends on
+/// the folder in which the program was started.
+[[nodiscard]] bool IsRelative(std::string_view path);
+
+/// `folder` and `name` joined by one "\".
+[[nodiscard]] std::string Joined(std::string_view folder, std::string_view name);
+
+/// `path` up to its last separator, "" when it has none.
+[[nodiscard]] std::string_view FolderOf(std::string_view path);
+
+/// `path` after its last separator, all of it when it has none.
+[[nodiscard]] std::string_view LastNameOf(std::string_view path);
+
+/// `path` as a message shows it, with one kind of separator: "\" after a drive letter, else the
+/// first one in it.
 [[nodiscard]] std::string ShownPath(std::string_view path);
 
 }  // namespace tarvell

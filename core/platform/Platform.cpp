@@ -18,10 +18,18 @@ Platform*& ChosenPlatform() {
 
 }  // namespace
 
-Platform& CurrentPlatform() {
+std::filesystem::path RootFolder() {
+  return "/";
+}
+
+Platform& SystemPlatform() {
   static LinuxPlatform system;
+  return system;
+}
+
+Platform& CurrentPlatform() {
   Platform* chosen = ChosenPlatform();
-  return chosen != nullptr ? *chosen : system;
+  return chosen != nullptr ? *chosen : SystemPlatform();
 }
 
 Platform* SetCurrentPlatform(Platform* platform) {

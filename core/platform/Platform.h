@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -28,8 +29,8 @@ class InputFile {
                                              std::size_t& count) = 0;
 };
 
-/// A file open for writing from its start. Closing is the caller's business; destroying an open
-/// one gives it up.
+/// A file open for writing from its start. The caller closes it; the destructor of an open one
+/// releases it and ignores errors.
 class OutputFile {
  public:
   OutputFile() = default;
@@ -37,15 +38,15 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   virtual ~OutputFile() = default;
 
-  /// Writes at least one byte of `bytes` (which must not be empty); `count` tells how many.
+  /// Writes at least one byte of `bytes` (which must not be empty) and sets `count` to how many.
   [[nodiscard]] virtual std::error_code Write(std::string_view bytes, std::size_t& count) = 0;
-  /// Cuts the file behind what was written. Does nothing on a device.
-  [[nodiscard]] virtual std::error_code CutHere() = 0;
-  /// Length of the file in bytes; that of a device is 0.
+  /// Ends the file after what was written. Does nothing on a device.
+  [[nodiscard]] virtual std::error_code TruncateHere() = 0;
+  /// Length of the file in bytes, 0 for a device.
   [[nodiscard]] virtual std::error_code Length(std::uintmax_t& length) = 0;
   /// Gives the file the mode and group of the file at `path`, and its owner where the system
-  /// permits that. Refuses what the user may not write, or cannot give the group of.
-  [[nodiscard]] virtual std::error_code TakeAttributesOf(const std::string& path) = 0;
+  /// permits that. Fails when the user may not write that file or cannot set its group.
+  [[nodiscard]] virtual std::error_code TakeAttributesOf(const std::filesystem::path& path) = 0;
   /// Returns when the content is on the disk.
   [[nodiscard]] virtual std::error_code Sync() = 0;
   [[nodiscard]] virtual std::error_code Close() = 0;
@@ -53,23 +54,27 @@ class OutputFile {
 
 enum class EntryKind { None, File, Folder, Other };
 
-/// What stands at a path. Links are followed; `isLink` tells that there was one, and a link that
-/// leads nowhere has kind None.
+/// What is at a path. Links are followed, and `isLink` is then true. The kind of a broken link is
+/// None.
 struct EntryFacts {
   EntryKind kind = EntryKind::None;
   bool isLink = false;
   std::uintmax_t linkCount = 0;
-  std::time_t modified = 0;  ///< when its content was written last, 0 where that is not known
+  std::time_t modified = 0;  ///< when its content was last written, 0 if unknown
 };
+
+/// Takes the name of an entry, and its kind where the folder itself says it, else None. Returns
+/// whether the search goes on.
+using SearchVisitor = std::function<bool(const std::string& name, EntryKind kind)>;
 
 enum class SearchKind {
   NamesWithoutDot,  ///< "*.": every name without a dot, folders included
   EveryName,        ///< "*": every name, folders included
-  OrdinaryFiles     ///< "*.*": ordinary files alone, whatever their name
+  OrdinaryFiles     ///< "*.*": ordinary files only, whatever their name
 };
 
 /// Version record of the operating system. `family` is 1 or 2 for the two Windows families (see
-/// mOSVersion.h); on any other system it is 0 and `systemName` tells the name.
+/// mOSVersion.h); on any other system it is 0 and `systemName` holds the name.
 struct OSVersionRecord {
   int family = 0;
   std::string systemName;
@@ -78,14 +83,14 @@ struct OSVersionRecord {
   int build = 0;
   std::string servicePack;
 
-  bool hasProductType = false;  ///< whether the extended record could be had
+  bool hasProductType = false;  ///< whether the extended record was available
   int productType = 0;
   int servicePackMajor = 0;
 };
 
-/// What the operating system does for the program. Every path here is native; Paths.h makes one
-/// from the path text that the program speaks. Nothing outside the implementations assumes a
-/// particular system. Tests put a platform of their own in its place, to make a step fail.
+/// What the operating system does for the program. Paths of the system are std::filesystem::path;
+/// NativePath in Paths.h makes one from a path of the program. Only the implementations of this
+/// class assume a particular system. Tests replace it, to make a step fail.
 class Platform {
  public:
   Platform() = default;
@@ -95,65 +100,76 @@ class Platform {
 
   // Files.
 
-  /// Opens an ordinary file; anything else (a folder, a device, a pipe) is refused at once with
-  /// is_a_directory or not_supported.
-  [[nodiscard]] virtual std::error_code OpenForReading(const std::string& path,
+  /// Opens an ordinary file. A folder fails with is_a_directory; a device or a pipe fails with
+  /// not_supported, without waiting. `kind` is what a search has just reported for `path`, None if
+  /// nothing is known: a known file is opened without another look at what it is.
+  [[nodiscard]] virtual std::error_code OpenForReading(const std::filesystem::path& path,
+                                                       EntryKind kind,
                                                        std::unique_ptr<InputFile>& file) = 0;
-  /// Creates a new, empty file of a name of its own in `folder`, which no search ever finds. One
-  /// that a killed program leaves behind stays until its folder is deleted: it cannot be told from
-  /// that of another operator's save.
-  [[nodiscard]] virtual std::error_code CreateTemporary(const std::string& folder,
-                                                        std::string& path,
+  /// Creates an empty file with a unique name in `folder`, which no search finds. A killed program
+  /// may leave one. Nobody removes it, because it could belong to another operator's save.
+  [[nodiscard]] virtual std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                        std::filesystem::path& path,
                                                         std::unique_ptr<OutputFile>& file) = 0;
-  /// Opens what stands at `path` for overwriting from its start; never waits for a pipe's reader.
-  [[nodiscard]] virtual std::error_code OpenInPlace(const std::string& path,
+  /// Opens what is at `path` for overwriting from its start; never waits for a pipe's reader.
+  [[nodiscard]] virtual std::error_code OpenInPlace(const std::filesystem::path& path,
                                                     std::unique_ptr<OutputFile>& file) = 0;
-  /// Puts the file `from` in the place of `to`, whatever was there, in one step.
-  [[nodiscard]] virtual std::error_code Replace(const std::string& from, const std::string& to) = 0;
-  /// Returns when the names in `folder` are on the disk.
-  [[nodiscard]] virtual std::error_code SyncFolder(const std::string& folder) = 0;
-  [[nodiscard]] virtual std::error_code RemoveFile(const std::string& path) = 0;
+  /// Renames the file `from` to `to` in one step. A file that was there is replaced.
+  [[nodiscard]] virtual std::error_code Replace(const std::filesystem::path& from,
+                                                const std::filesystem::path& to) = 0;
+  /// Returns when the entries of `folder` are on the disk.
+  [[nodiscard]] virtual std::error_code SyncFolder(const std::filesystem::path& folder) = 0;
+  [[nodiscard]] virtual std::error_code RemoveFile(const std::filesystem::path& path) = 0;
 
   // The tree.
 
-  [[nodiscard]] virtual std::error_code Facts(const std::string& path, EntryFacts& facts) = 0;
-  /// Whether both paths lead to one and the same existing file.
-  [[nodiscard]] virtual bool IsSameFile(const std::string& a, const std::string& b) = 0;
-  /// The path that a link finally leads to, which need not exist; `path` itself when it is none.
-  [[nodiscard]] virtual std::error_code ResolveLinks(const std::string& path,
-                                                     std::string& resolved) = 0;
+  [[nodiscard]] virtual std::error_code Facts(const std::filesystem::path& path,
+                                              EntryFacts& facts) = 0;
+  /// Whether both paths lead to the same existing file.
+  [[nodiscard]] virtual bool IsSameFile(const std::filesystem::path& a,
+                                        const std::filesystem::path& b) = 0;
+  /// The path that a link finally leads to, which need not exist; `path` itself if it is no link.
+  [[nodiscard]] virtual std::error_code ResolveLinks(const std::filesystem::path& path,
+                                                     std::filesystem::path& resolved) = 0;
+  /// Whether the user may add and remove entries of `folder`.
+  [[nodiscard]] virtual bool MayChange(const std::filesystem::path& folder) = 0;
   /// Makes one folder; its parent must exist.
-  [[nodiscard]] virtual std::error_code MakeFolder(const std::string& path) = 0;
+  [[nodiscard]] virtual std::error_code MakeFolder(const std::filesystem::path& path) = 0;
   /// Calls `visit` with the names in `folder` in the platform's own order, until it returns false.
-  /// "." and ".." are left out, and names that path text cannot tell apart from paths.
-  [[nodiscard]] virtual std::error_code Search(
-      const std::string& folder, SearchKind kind,
-      const std::function<bool(const std::string& name)>& visit) = 0;
-  /// Moves a file, or a folder with all it holds, to the recycle bin; where there is none,
-  /// deletes it. A link is deleted, never what it leads to.
-  [[nodiscard]] virtual std::error_code Recycle(const std::string& path) = 0;
+  /// Leaves out ".", ".." and names that hold a separator of the program's paths.
+  [[nodiscard]] virtual std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                               const SearchVisitor& visit) = 0;
+  /// Moves a file, or a folder with its contents, to the recycle bin. Where there is no recycle
+  /// bin, deletes it. A link is deleted, never what it leads to.
+  [[nodiscard]] virtual std::error_code Recycle(const std::filesystem::path& path) = 0;
 
-  /// Puts a copy of an ordinary file into the recycle bin, from which it can be restored to its
-  /// place; links are followed. Where there is no recycle bin, does nothing.
-  [[nodiscard]] virtual std::error_code RecycleCopy(const std::string& path) = 0;
+  /// Puts a copy of an ordinary file into the recycle bin, from which users can restore it. Links
+  /// are followed. Where there is no recycle bin, does nothing.
+  [[nodiscard]] virtual std::error_code RecycleCopy(const std::filesystem::path& path) = 0;
 
   // The system.
 
-  /// Native folder of the running program, links resolved, without a trailing separator.
-  [[nodiscard]] virtual std::string ProgramFolder() = 0;
-  /// Native folder in which a system without drive letters keeps the drives, "" on one with them.
-  [[nodiscard]] virtual std::string DriveFolder() = 0;
-  /// The Windows directory as path text of the program.
+  /// Folder of the running program, links resolved, without a trailing separator.
+  [[nodiscard]] virtual std::filesystem::path ProgramFolder() = 0;
+  /// Folder that holds the drives on a system without drive letters, "" on one with them.
+  [[nodiscard]] virtual std::filesystem::path DriveFolder() = 0;
+  /// The Windows directory, as a path of the program.
   [[nodiscard]] virtual std::string WindowsDirectory() = 0;
-  /// Returns false when the system does not tell its version.
+  /// Returns false when the system does not report its version.
   [[nodiscard]] virtual bool QueryOSVersion(OSVersionRecord& record) = 0;
 };
 
-/// The platform that the program runs on.
+/// The folder at which every path begins that starts with a separator.
+[[nodiscard]] std::filesystem::path RootFolder();
+
+/// The operating system itself.
+[[nodiscard]] Platform& SystemPlatform();
+
+/// The platform that the program uses: the operating system, or what was put in its place.
 [[nodiscard]] Platform& CurrentPlatform();
 
-/// Puts `platform` in its place, or the system's own back with nullptr. The caller keeps it
-/// alive; returns what was there before.
+/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller keeps it
+/// alive. Returns the argument of the call before this one.
 Platform* SetCurrentPlatform(Platform* platform);
 
 }  // namespace tarvell

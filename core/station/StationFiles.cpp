@@ -202,13 +202,13 @@ ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
 
 /// Takes the INDEX file out of the names found in its folder. Where none has exactly that name, it
 /// is the file whose name differs in case alone: the one that saving would replace.
-void LeaveOutIndex(const std::string& folder, std::vector<std::string>& names) {
+void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>& names) {
   auto index = std::ranges::find(names, kIndexName);
   if (index == names.end()) {
     index = std::ranges::find_if(
         names, [](const std::string& name) { return EqualsIgnoringCase(name, kIndexName); });
     EntryFacts facts;
-    if (index == names.end() || CurrentPlatform().Facts(folder + "/" + *index, facts) ||
+    if (index == names.end() || CurrentPlatform().Facts(folder / *index, facts) ||
         facts.kind == EntryKind::Folder) {
       return;
     }
@@ -217,13 +217,14 @@ void LeaveOutIndex(const std::string& folder, std::vector<std::string>& names) {
 }
 
 /// The names in the folder at the native path `native`; errors name it as `folder`.
-std::vector<std::string> NamesIn(const std::string& native, const std::string& folder,
+std::vector<std::string> NamesIn(const std::filesystem::path& native, const std::string& folder,
                                  SearchKind kind) {
   std::vector<std::string> names;
-  const std::error_code code = CurrentPlatform().Search(native, kind, [&](const std::string& name) {
-    names.push_back(name);
-    return true;
-  });
+  const std::error_code code =
+      CurrentPlatform().Search(native, kind, [&](const std::string& name, EntryKind /*kind*/) {
+        names.push_back(name);
+        return true;
+      });
   if (code) {
     throw SystemError(code, "list the folder", folder);
   }
@@ -231,7 +232,7 @@ std::vector<std::string> NamesIn(const std::string& native, const std::string& f
 }
 
 std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kind) {
-  const std::string native = NativePath(folder);
+  const std::filesystem::path native = NativePath(folder);
   std::vector<std::string> names = NamesIn(native, folder, kind);
   LeaveOutIndex(native, names);
   return names;

@@ -259,7 +259,7 @@ void frmCalibrationMain::DeleteData() {
   }
   const std::string& path = ListedDataSet(FindCalFile(serial)).FilePath;
   const bool deleted = Guarded(
-      this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(NameOf(path))); },
+      this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(LastNameOf(path))); },
       [this](const Error& error) {
         CurrentQuestions().Ask(this,
                                {.text = "Can't delete cal data", .detail = ToQt(error.what())});

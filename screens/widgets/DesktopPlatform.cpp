@@ -11,8 +11,8 @@
 #include <QStandardPaths>
 
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <unistd.h>
 
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
@@ -21,40 +21,59 @@ namespace tarvell {
 
 namespace {
 
-/// The trash of the user's home, "" where there is none and none can be made.
-QString HomeTrash() {
+QString ToQt(const std::filesystem::path& path) {
+  return QFile::decodeName(path.c_str());
+}
+
+std::filesystem::path FromQt(const QString& name) {
+  return QFile::encodeName(name).toStdString();
+}
+
+/// The two folders of a desktop's trash.
+struct TrashFolders {
+  std::filesystem::path files;
+  std::filesystem::path info;  ///< says of each entry of `files` where it came from
+};
+
+std::filesystem::path InfoOf(const TrashFolders& trash, const std::filesystem::path& name) {
+  return trash.info / (name.string() + ".trashinfo");
+}
+
+/// The trash in the user's home; nothing where there is none and none can be made.
+std::optional<TrashFolders> HomeTrash() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  QString trash = data + "/Trash";
-  for (const QString& folder : {trash + "/files", trash + "/info"}) {
+  const std::filesystem::path trash = FromQt(data) / "Trash";
+  for (const char* name : {"files", "info"}) {
+    const QString folder = ToQt(trash / name);
     if (data.isEmpty() || !QDir().mkpath(folder) || !QFileInfo(folder).isWritable()) {
-      return {};
+      return std::nullopt;
     }
   }
-  return trash;
+  return TrashFolders{trash / "files", trash / "info"};
 }
 
-// So that a number and the ending of its other half fit behind it.
-constexpr qsizetype kMostNameBytes = 200;
+// Leaves room for a number and an ending in the longest name that a file can have.
+constexpr qsizetype kNameBytesLimit = 200;
 
-/// Whether the toolkit can move what has this name. It cannot tell a name that is no UTF-8, and
-/// never comes back from looking for the free place of one that is too long.
+/// Whether the toolkit can move an entry of this name. It does not recognize a name that is not
+/// UTF-8, and searches endlessly for a free place for one that is too long.
 bool TakesName(const std::string& name) {
   const QByteArray bytes = QByteArray::fromStdString(name);
-  return bytes.size() <= kMostNameBytes && QFile::encodeName(QFile::decodeName(bytes)) == bytes;
+  return bytes.size() <= kNameBytesLimit && QFile::encodeName(QFile::decodeName(bytes)) == bytes;
 }
 
-/// A name that neither half of the trash has yet.
-QString FreeName(const QString& trash, QString name) {
-  while (QFile::encodeName(name).size() > kMostNameBytes) {
+/// A name that neither folder of the trash has yet.
+std::filesystem::path FreeName(const TrashFolders& trash, QString name) {
+  while (QFile::encodeName(name).size() > kNameBytesLimit) {
     name.chop(1);
   }
   QString free = name;
-  for (int number = 2; QFileInfo::exists(trash + "/files/" + free) ||
-                       QFileInfo::exists(trash + "/info/" + free + ".trashinfo");
+  for (int number = 2; QFileInfo::exists(ToQt(trash.files / FromQt(free))) ||
+                       QFileInfo::exists(ToQt(InfoOf(trash, FromQt(free))));
        ++number) {
     free = name + "." + QString::number(number);
   }
-  return free;
+  return FromQt(free);
 }
 
 std::error_code Copy(const std::filesystem::path& from, const std::filesystem::path& to) {
@@ -71,10 +90,10 @@ std::error_code Copy(const std::filesystem::path& from, const std::filesystem::p
 }
 
 std::error_code Move(const std::filesystem::path& from, const std::filesystem::path& to) {
-  if (!CurrentPlatform().Replace(from.string(), to.string())) {
+  if (!CurrentPlatform().Replace(from, to)) {
     return {};
   }
-  // Another disk.
+  // The trash is on another disk.
   std::error_code code = Copy(from, to);
   if (!code) {
     std::filesystem::remove_all(from, code);
@@ -82,12 +101,12 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   return code;
 }
 
-/// Copies a file that is replaced as soon as this returns: the copy is on the disk by then.
+/// Copies a file and returns when the copy is on the disk: the file is about to be replaced.
 std::error_code CopyForGood(const std::filesystem::path& from, const std::filesystem::path& to) {
   std::string bytes;
-  std::error_code code = ReadNativeFile(from.string(), bytes);
+  std::error_code code = ReadNativeFile(from, bytes);
   if (!code) {
-    code = SaveNativeFile(to.string(), bytes);
+    code = SaveNativeFile(to, bytes);
   }
   if (!code) {
     const std::filesystem::perms mode = std::filesystem::status(from, code).permissions();
@@ -102,78 +121,68 @@ std::error_code CopyForGood(const std::filesystem::path& from, const std::filesy
   return code;
 }
 
-/// Fills a free place of the trash by `take`. The toolkit has no copy into it, and does not move
-/// what has an odd name or, sometimes, lies on another disk.
-std::error_code FillTrash(const std::filesystem::path& path, const QString& trash,
+/// Moves or copies an entry to a free place in the trash by `take`. The toolkit cannot copy into
+/// the trash, and does not move entries with odd names or, sometimes, from another disk.
+std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders& trash,
                           std::error_code (*take)(const std::filesystem::path& from,
                                                   const std::filesystem::path& to)) {
-  const QString name =
-      FreeName(trash, QFile::decodeName(QByteArray::fromStdString(path.filename().string())));
-  const QString info = trash + "/info/" + name + ".trashinfo";
+  const std::filesystem::path name = FreeName(trash, ToQt(path.filename()));
+  const std::filesystem::path info = InfoOf(trash, name);
   std::error_code code;
   const std::filesystem::path whole = std::filesystem::absolute(path, code);
   if (code) {
     return code;
   }
   const QByteArray origin = QByteArray::fromStdString(whole.lexically_normal().string());
-  code = SaveNativeFile(QFile::encodeName(info).toStdString(),
-                        ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") + "\nDeletionDate=" +
-                         QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
-                            .toStdString());
-  const std::filesystem::path kept = QFile::encodeName(trash + "/files/" + name).toStdString();
+  // The format separates folders by "/" on every system.
+  code = SaveNativeFile(
+      info, ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") +
+             "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
+                .toStdString());
+  const std::filesystem::path kept = trash.files / name;
   if (!code) {
     code = take(path, kept);
   }
   std::error_code ignored;
   if (code && !std::filesystem::exists(kept, ignored)) {
-    QFile::remove(info);
+    std::filesystem::remove(info, ignored);
   }
   return code;
 }
 
-/// Whether the folder that holds `path` lets an entry be taken out.
-bool CanTakeFrom(const std::filesystem::path& path) {
-  std::error_code code;
-  const std::filesystem::path whole = std::filesystem::absolute(path, code);
-  return !code && ::access(whole.parent_path().c_str(), W_OK) == 0;
-}
-
 }  // namespace
 
-std::error_code DesktopPlatform::Recycle(const std::string& path) {
+std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   EntryFacts facts;
   if (const std::error_code code = Facts(path, facts)) {
     return code;
   }
-  // The trash would look at what a link leads to.
+  // The trash would follow a link.
   if (facts.isLink) {
     return RemoveFile(path);
   }
-  const QString trash = HomeTrash();
-  if (!trash.isEmpty()) {
-    const std::filesystem::path native = path;
-    if (TakesName(native.filename().string()) &&
-        QFile::moveToTrash(QFile::decodeName(path.c_str()))) {
-      return {};
-    }
-    if (!CanTakeFrom(native)) {
-      return std::make_error_code(std::errc::permission_denied);
-    }
-    return FillTrash(native, trash, &Move);
+  const std::optional<TrashFolders> trash = HomeTrash();
+  if (!trash) {
+    return ForwardingPlatform::Recycle(path);
   }
-  return LinuxPlatform::Recycle(path);
+  if (TakesName(path.filename().string()) && QFile::moveToTrash(ToQt(path))) {
+    return {};
+  }
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(path, code);
+  if (code || !MayChange(whole.parent_path())) {
+    return std::make_error_code(std::errc::permission_denied);
+  }
+  return FillTrash(path, *trash, &Move);
 }
 
-std::error_code DesktopPlatform::RecycleCopy(const std::string& path) {
-  std::string target;
+std::error_code DesktopPlatform::RecycleCopy(const std::filesystem::path& path) {
+  std::filesystem::path target;
   if (const std::error_code code = ResolveLinks(path, target)) {
     return code;
   }
-  const QString trash = HomeTrash();
-  if (trash.isEmpty()) {
-    return {};
-  }
-  return FillTrash(target, trash, &CopyForGood);
+  const std::optional<TrashFolders> trash = HomeTrash();
+  return trash ? FillTrash(target, *trash, &CopyForGood) : std::error_code();
 }
 
 }  // namespace tarvell

@@ -4,17 +4,17 @@
 #ifndef TARVELL_SCREENS_WIDGETS_DESKTOPPLATFORM_H
 #define TARVELL_SCREENS_WIDGETS_DESKTOPPLATFORM_H
 
-#include <string>
+#include <filesystem>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 
 namespace tarvell {
 
-/// The system together with its desktop's trash, which serves as the recycle bin.
-class DesktopPlatform : public LinuxPlatform {
+/// Adds the desktop's trash to the system as its recycle bin.
+class DesktopPlatform : public ForwardingPlatform {
  public:
-  [[nodiscard]] std::error_code Recycle(const std::string& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override;
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override;
 };
 
 }  // namespace tarvell

@@ -3,6 +3,7 @@
 
 #include "screens/widgets/FolderPicker.h"
 
+#include <filesystem>
 #include <string>
 
 #include "core/files/FileIOCommonModule.h"
@@ -14,9 +15,9 @@ namespace tarvell {
 
 QString BrowseForFolder(QWidget* ownerWindow, const QString& initialText, const QString& title) {
   const std::string initial = FromQt(initialText);
-  const std::string start = NativePath(FolderExists(initial) ? initial : "c:\\");
-  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, ToQt(start));
-  return picked.isEmpty() ? QString() : ToQt(PathText(FromQt(picked)));
+  const std::filesystem::path start = NativePath(FolderExists(initial) ? initial : "c:\\");
+  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, ToQt(start.string()));
+  return picked.isEmpty() ? QString() : ToQt(PathText(std::filesystem::path(FromQt(picked))));
 }
 
 }  // namespace tarvell

@@ -8,21 +8,21 @@
 #include <system_error>
 #include <vector>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {
 
-/// A system whose recycle bin remembers the copies that were put into it; the current platform
+/// The system with a recycle bin that remembers the contents of its copies. Is the current platform
 /// until the TestTree that was made before it ends.
-class BinPlatform : public LinuxPlatform {
+class BinPlatform : public ForwardingPlatform {
  public:
   BinPlatform() { SetCurrentPlatform(this); }
   BinPlatform(const BinPlatform&) = delete;
   BinPlatform& operator=(const BinPlatform&) = delete;
   ~BinPlatform() override { SetCurrentPlatform(nullptr); }
 
-  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override {
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
     if (!failure) {
       kept.push_back(ReadNative(path));
     }

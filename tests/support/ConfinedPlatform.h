@@ -26,46 +26,51 @@ class ConfinedPlatform final : public DesktopTestPlatform {
   ConfinedPlatform& operator=(const ConfinedPlatform&) = delete;
   ~ConfinedPlatform() override { std::filesystem::current_path(before_); }
 
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override {
-    return MayUse(path) ? DesktopTestPlatform::OpenForReading(path, file) : Refusal();
+    return MayUse(path) ? DesktopTestPlatform::OpenForReading(path, kind, file) : Refusal();
   }
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
     return MayUse(folder) ? DesktopTestPlatform::CreateTemporary(folder, path, file) : Refusal();
   }
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override {
     return MayUse(path) ? DesktopTestPlatform::OpenInPlace(path, file) : Refusal();
   }
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override {
     return MayUse(from) && MayUse(to) ? DesktopTestPlatform::Replace(from, to) : Refusal();
   }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override {
     return MayUse(folder) ? DesktopTestPlatform::SyncFolder(folder) : Refusal();
   }
-  [[nodiscard]] std::error_code RemoveFile(const std::string& path) override {
+  [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::RemoveFile(path) : Refusal();
   }
-  [[nodiscard]] std::error_code Facts(const std::string& path, EntryFacts& facts) override {
+  [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
+                                      EntryFacts& facts) override {
     return MayUse(path) ? DesktopTestPlatform::Facts(path, facts) : Refusal();
   }
-  [[nodiscard]] std::error_code ResolveLinks(const std::string& path,
-                                             std::string& resolved) override {
+  [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
+                                             std::filesystem::path& resolved) override {
     return MayUse(path) ? DesktopTestPlatform::ResolveLinks(path, resolved) : Refusal();
   }
-  [[nodiscard]] std::error_code MakeFolder(const std::string& path) override {
+  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override {
+    return MayUse(folder) && DesktopTestPlatform::MayChange(folder);
+  }
+  [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::MakeFolder(path) : Refusal();
   }
-  [[nodiscard]] std::error_code Search(
-      const std::string& folder, SearchKind kind,
-      const std::function<bool(const std::string& name)>& visit) override {
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override {
     return MayUse(folder) ? DesktopTestPlatform::Search(folder, kind, visit) : Refusal();
   }
-  [[nodiscard]] std::error_code Recycle(const std::string& path) override {
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::Recycle(path) : Refusal();
   }
-  [[nodiscard]] std::error_code RecycleCopy(const std::string& path) override {
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::RecycleCopy(path) : Refusal();
   }
 

@@ -5,7 +5,6 @@
 #define TARVELL_TESTS_SUPPORT_DESKTOPTESTPLATFORM_H
 
 #include <filesystem>
-#include <string>
 
 #include "screens/widgets/DesktopPlatform.h"
 
@@ -16,17 +15,17 @@ namespace tarvell::test {
 class DesktopTestPlatform : public DesktopPlatform {
  public:
   explicit DesktopTestPlatform(const std::filesystem::path& programFolder)
-      : programFolder_(programFolder.string()) {
+      : programFolder_(programFolder) {
     SetCurrentPlatform(this);
   }
   DesktopTestPlatform(const DesktopTestPlatform&) = delete;
   DesktopTestPlatform& operator=(const DesktopTestPlatform&) = delete;
   ~DesktopTestPlatform() override { SetCurrentPlatform(nullptr); }
 
-  [[nodiscard]] std::string ProgramFolder() override { return programFolder_; }
+  [[nodiscard]] std::filesystem::path ProgramFolder() override { return programFolder_; }
 
  private:
-  std::string programFolder_;
+  std::filesystem::path programFolder_;
 };
 
 }  // namespace tarvell::test

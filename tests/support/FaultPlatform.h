@@ -16,13 +16,13 @@
 #include <system_error>
 #include <utility>
 
-#include "support/TestTree.h"
+#include "core/platform/ForwardingPlatform.h"
 
 namespace tarvell::test {
 
-/// The system, but for one step of reading or saving a file, which fails once or always; the
-/// current platform while it lives. The program folder stays that of the platform before.
-class FaultPlatform : public TestPlatform {
+/// The current platform, but one step of reading or saving a file fails, once or always. The
+/// current platform itself while it lives.
+class FaultPlatform : public ForwardingPlatform {
  public:
   enum class Step {
     None,
@@ -33,7 +33,7 @@ class FaultPlatform : public TestPlatform {
     Write,    ///< takes the bytes before `failAtByte`, then fails
     Nothing,  ///< takes the bytes before `failAtByte`, then none, without an error
     Cut,
-    Length,  ///< tells a length that is wrong by `wrongBy`
+    Length,  ///< reports a length that is wrong by `wrongBy`
     Attributes,
     Sync,
     Close,
@@ -43,11 +43,7 @@ class FaultPlatform : public TestPlatform {
     Read
   };
 
-  FaultPlatform() : before_(SetCurrentPlatform(nullptr)) {
-    SetCurrentPlatform(before_);
-    programFolder = CurrentPlatform().ProgramFolder();
-    SetCurrentPlatform(this);
-  }
+  FaultPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
   FaultPlatform(const FaultPlatform&) = delete;
   FaultPlatform& operator=(const FaultPlatform&) = delete;
   ~FaultPlatform() override { SetCurrentPlatform(before_); }
@@ -55,11 +51,11 @@ class FaultPlatform : public TestPlatform {
   Step step = Step::None;
   std::errc fault = std::errc::io_error;
   bool always = false;
-  int passes = 0;              ///< how often the step is taken well before it fails
+  int passes = 0;              ///< how often the step succeeds before it fails
   std::size_t failAtByte = 0;  ///< for Step::Write and Step::Nothing
   std::uintmax_t wrongBy = 1;  ///< for Step::Length
   std::size_t portion = std::numeric_limits<std::size_t>::max();
-  bool waits = true;  ///< whether a sync waits for the disk: a sweep of thousands need not
+  bool waits = true;  ///< whether a sync waits for the disk
   int faults = 0;     ///< how often the step has failed
   int opened = 0;     ///< how often a file was opened in place
 
@@ -71,57 +67,68 @@ class FaultPlatform : public TestPlatform {
     opened = 0;
   }
 
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override {
     if (Fails(Step::OpenForReading)) {
       return Fault();
     }
-    const std::error_code code = TestPlatform::OpenForReading(path, file);
+    const std::error_code code = ForwardingPlatform::OpenForReading(path, kind, file);
     if (file != nullptr) {
       file = std::make_unique<Source>(*this, std::move(file));
     }
     return code;
   }
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
     if (Fails(Step::Create)) {
       return Fault();
     }
-    const std::error_code code = TestPlatform::CreateTemporary(folder, path, file);
+    const std::error_code code = ForwardingPlatform::CreateTemporary(folder, path, file);
     return Wrapped(code, file);
   }
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override {
     ++opened;
     if (Fails(Step::Open)) {
       return Fault();
     }
-    const std::error_code code = TestPlatform::OpenInPlace(path, file);
+    const std::error_code code = ForwardingPlatform::OpenInPlace(path, file);
     return Wrapped(code, file);
   }
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
-    return Fails(Step::Replace) ? Fault() : TestPlatform::Replace(from, to);
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override {
+    return Fails(Step::Replace) ? Fault() : ForwardingPlatform::Replace(from, to);
   }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override {
     if (Fails(Step::SyncFolder)) {
       return Fault();
     }
-    return waits ? TestPlatform::SyncFolder(folder) : std::error_code();
+    return waits ? ForwardingPlatform::SyncFolder(folder) : std::error_code();
   }
-  [[nodiscard]] std::error_code ResolveLinks(const std::string& path,
-                                             std::string& resolved) override {
+  [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
+                                             std::filesystem::path& resolved) override {
     if (Fails(Step::Resolve)) {
       return Fault();
     }
-    const std::error_code code = TestPlatform::ResolveLinks(path, resolved);
+    const std::error_code code = ForwardingPlatform::ResolveLinks(path, resolved);
     resolved_ = resolved;
     return code;
   }
-  [[nodiscard]] std::error_code Facts(const std::string& path, EntryFacts& facts) override {
-    // Looking for the name of a path takes no part in it.
+  [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
+                                      EntryFacts& facts) override {
+    // Only the look at the target of a save fails, not those that find the name of a path.
     const bool isTarget = !resolved_.empty() && path == resolved_;
     resolved_.clear();
-    return isTarget && Fails(Step::Facts) ? Fault() : TestPlatform::Facts(path, facts);
+    return isTarget && Fails(Step::Facts) ? Fault() : ForwardingPlatform::Facts(path, facts);
+  }
+
+  // No recycle bin, so that a save takes only the steps above.
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
+    return SystemPlatform().Recycle(path);
+  }
+  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
+    return SystemPlatform().RecycleCopy(path);
   }
 
  private:
@@ -144,10 +151,10 @@ class FaultPlatform : public TestPlatform {
     std::unique_ptr<InputFile> file_;
   };
 
-  class File : public OutputFile {
+  class File : public ForwardingOutputFile {
    public:
     File(FaultPlatform& platform, std::unique_ptr<OutputFile> file)
-        : platform_(platform), file_(std::move(file)) {}
+        : ForwardingOutputFile(std::move(file)), platform_(platform) {}
 
     [[nodiscard]] std::error_code Write(std::string_view bytes, std::size_t& count) override {
       std::size_t most = std::min(bytes.size(), platform_.portion);
@@ -166,37 +173,37 @@ class FaultPlatform : public TestPlatform {
         }
         most = std::min(most, platform_.failAtByte - written_);
       }
-      const std::error_code code = file_->Write(bytes.substr(0, most), count);
+      const std::error_code code = ForwardingOutputFile::Write(bytes.substr(0, most), count);
       written_ += count;
       return code;
     }
-    [[nodiscard]] std::error_code CutHere() override {
-      return platform_.Fails(Step::Cut) ? platform_.Fault() : file_->CutHere();
+    [[nodiscard]] std::error_code TruncateHere() override {
+      return platform_.Fails(Step::Cut) ? platform_.Fault() : ForwardingOutputFile::TruncateHere();
     }
     [[nodiscard]] std::error_code Length(std::uintmax_t& length) override {
-      const std::error_code code = file_->Length(length);
+      const std::error_code code = ForwardingOutputFile::Length(length);
       if (platform_.Fails(Step::Length)) {
         length -= platform_.wrongBy;
       }
       return code;
     }
-    [[nodiscard]] std::error_code TakeAttributesOf(const std::string& path) override {
-      return platform_.Fails(Step::Attributes) ? platform_.Fault() : file_->TakeAttributesOf(path);
+    [[nodiscard]] std::error_code TakeAttributesOf(const std::filesystem::path& path) override {
+      return platform_.Fails(Step::Attributes) ? platform_.Fault()
+                                               : ForwardingOutputFile::TakeAttributesOf(path);
     }
     [[nodiscard]] std::error_code Sync() override {
       if (platform_.Fails(Step::Sync)) {
         return platform_.Fault();
       }
-      return platform_.waits ? file_->Sync() : std::error_code();
+      return platform_.waits ? ForwardingOutputFile::Sync() : std::error_code();
     }
     [[nodiscard]] std::error_code Close() override {
-      const std::error_code code = file_->Close();
+      const std::error_code code = ForwardingOutputFile::Close();
       return platform_.Fails(Step::Close) ? platform_.Fault() : code;
     }
 
    private:
     FaultPlatform& platform_;
-    std::unique_ptr<OutputFile> file_;
     std::size_t written_ = 0;
   };
 
@@ -221,7 +228,7 @@ class FaultPlatform : public TestPlatform {
   }
 
   Platform* before_;
-  std::string resolved_;
+  std::filesystem::path resolved_;
 };
 
 inline std::ostream& operator<<(std::ostream& stream, FaultPlatform::Step step) {

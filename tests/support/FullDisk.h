@@ -10,28 +10,29 @@
 #include <system_error>
 #include <utility>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 
 namespace tarvell::test {
 
 /// The system with a disk that takes nothing more while `isFull`; the current platform while it
 /// lives.
-class FullDisk : public LinuxPlatform {
+class FullDisk : public ForwardingPlatform {
  public:
   FullDisk() : before_(SetCurrentPlatform(this)) {}
   FullDisk(const FullDisk&) = delete;
   FullDisk& operator=(const FullDisk&) = delete;
   ~FullDisk() override { SetCurrentPlatform(before_); }
 
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
-    const std::error_code code = LinuxPlatform::CreateTemporary(folder, path, file);
+    const std::error_code code = ForwardingPlatform::CreateTemporary(folder, path, file);
     Wrap(file);
     return code;
   }
-  [[nodiscard]] std::error_code OpenInPlace(const std::string& path,
+  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override {
-    const std::error_code code = LinuxPlatform::OpenInPlace(path, file);
+    const std::error_code code = ForwardingPlatform::OpenInPlace(path, file);
     Wrap(file);
     return code;
   }
@@ -40,9 +41,10 @@ class FullDisk : public LinuxPlatform {
   int refused = 0;  ///< how often the disk was found full
 
  private:
-  class File : public OutputFile {
+  class File : public ForwardingOutputFile {
    public:
-    File(FullDisk& disk, std::unique_ptr<OutputFile> file) : disk_(disk), file_(std::move(file)) {}
+    File(FullDisk& disk, std::unique_ptr<OutputFile> file)
+        : ForwardingOutputFile(std::move(file)), disk_(disk) {}
 
     [[nodiscard]] std::error_code Write(std::string_view bytes, std::size_t& count) override {
       if (disk_.isFull) {
@@ -50,21 +52,11 @@ class FullDisk : public LinuxPlatform {
         count = 0;
         return std::make_error_code(std::errc::no_space_on_device);
       }
-      return file_->Write(bytes, count);
+      return ForwardingOutputFile::Write(bytes, count);
     }
-    [[nodiscard]] std::error_code CutHere() override { return file_->CutHere(); }
-    [[nodiscard]] std::error_code Length(std::uintmax_t& length) override {
-      return file_->Length(length);
-    }
-    [[nodiscard]] std::error_code TakeAttributesOf(const std::string& path) override {
-      return file_->TakeAttributesOf(path);
-    }
-    [[nodiscard]] std::error_code Sync() override { return file_->Sync(); }
-    [[nodiscard]] std::error_code Close() override { return file_->Close(); }
 
    private:
     FullDisk& disk_;
-    std::unique_ptr<OutputFile> file_;
   };
 
   void Wrap(std::unique_ptr<OutputFile>& file) {

@@ -20,9 +20,9 @@ TestTree::TestTree() {
   root_ = ::mkdtemp(name.data());
   std::filesystem::create_directories(root_ / "drives" / "c");
   std::filesystem::create_directories(ProgramFolder());
-  platform_.programFolder = ProgramFolder().string();
+  platform_.programFolder = ProgramFolder();
   SetCurrentPlatform(&platform_);
-  SetDriveFolder((root_ / "drives").string());
+  SetDriveFolder(root_ / "drives");
 }
 
 TestTree::~TestTree() {

@@ -9,16 +9,16 @@
 #include <string_view>
 #include <vector>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 
 namespace tarvell::test {
 
-/// The system, but for the folder in which the program seems to lie.
-class TestPlatform : public LinuxPlatform {
+/// The system with another program folder.
+class TestPlatform : public ForwardingPlatform {
  public:
-  [[nodiscard]] std::string ProgramFolder() override { return programFolder; }
+  [[nodiscard]] std::filesystem::path ProgramFolder() override { return programFolder; }
 
-  std::string programFolder;
+  std::filesystem::path programFolder;
 };
 
 /// Drives of a test's own in a temporary folder, and an empty program folder. While it lives,

@@ -14,7 +14,7 @@
 #include <system_error>
 #include <vector>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "support/ErrorOf.h"
 #include "support/OrdinaryUser.h"
@@ -30,19 +30,19 @@ using test::TestTree;
 using Names = std::vector<std::string>;
 
 // Directory searches in the order of the names, so that rows are known in advance.
-class SortedPlatform : public LinuxPlatform {
+class SortedPlatform : public ForwardingPlatform {
  public:
-  [[nodiscard]] std::error_code Search(
-      const std::string& folder, SearchKind kind,
-      const std::function<bool(const std::string& name)>& visit) override {
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override {
     Names names;
-    const std::error_code code = LinuxPlatform::Search(folder, kind, [&](const std::string& name) {
-      names.push_back(name);
-      return true;
-    });
+    const std::error_code code =
+        ForwardingPlatform::Search(folder, kind, [&](const std::string& name, EntryKind) {
+          names.push_back(name);
+          return true;
+        });
     std::sort(names.begin(), names.end());
     for (const std::string& name : names) {
-      if (!visit(name)) {
+      if (!visit(name, EntryKind::None)) {
         break;
       }
     }

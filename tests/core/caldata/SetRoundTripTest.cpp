@@ -18,7 +18,7 @@
 
 #include "core/caldata/DescribedSets.h"
 #include "core/caldata/MemoryGrid.h"
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "support/TestTree.h"
 
 /// Random tables of the sets go through their files.
@@ -143,40 +143,31 @@ struct Met {
 
 /// The system, but that nobody waits for the disk: thousands of files are saved here, and none is
 /// to outlast the test. The current platform until the TestTree that was made before it ends.
-class HastyPlatform : public LinuxPlatform {
+class HastyPlatform : public ForwardingPlatform {
  public:
   HastyPlatform() { SetCurrentPlatform(this); }
   HastyPlatform(const HastyPlatform&) = delete;
   HastyPlatform& operator=(const HastyPlatform&) = delete;
   ~HastyPlatform() override { SetCurrentPlatform(nullptr); }
 
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
     std::unique_ptr<OutputFile> real;
-    const std::error_code code = LinuxPlatform::CreateTemporary(folder, path, real);
+    const std::error_code code = ForwardingPlatform::CreateTemporary(folder, path, real);
     file = std::make_unique<File>(std::move(real));
     return code;
   }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& /*folder*/) override { return {}; }
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& /*folder*/) override {
+    return {};
+  }
 
  private:
-  class File : public OutputFile {
+  class File : public ForwardingOutputFile {
    public:
-    explicit File(std::unique_ptr<OutputFile> real) : real_(std::move(real)) {}
+    using ForwardingOutputFile::ForwardingOutputFile;
 
-    std::error_code Write(std::string_view bytes, std::size_t& count) override {
-      return real_->Write(bytes, count);
-    }
-    std::error_code CutHere() override { return real_->CutHere(); }
-    std::error_code Length(std::uintmax_t& length) override { return real_->Length(length); }
-    std::error_code TakeAttributesOf(const std::string& path) override {
-      return real_->TakeAttributesOf(path);
-    }
     std::error_code Sync() override { return {}; }
-    std::error_code Close() override { return real_->Close(); }
-
-   private:
-    std::unique_ptr<OutputFile> real_;
   };
 };
 

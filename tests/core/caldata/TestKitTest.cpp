@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "core/caldata/TestKit.h"
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
@@ -375,13 +375,13 @@ TEST_F(TestKit, AFolderInTheDataFilesPlaceIsAnError) {
 }
 
 /// The system, but for reads that fail behind so many bytes.
-class FailingPlatform : public LinuxPlatform {
+class FailingPlatform : public ForwardingPlatform {
  public:
   std::size_t readable = 0;
 
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override {
-    const std::error_code code = LinuxPlatform::OpenForReading(path, file);
+    const std::error_code code = ForwardingPlatform::OpenForReading(path, kind, file);
     if (file) {
       file = std::make_unique<Input>(*this, std::move(file));
     }

@@ -199,7 +199,7 @@ TEST(Search, LeavesOutNamesThatWouldMeanAnotherPath) {
   test::WriteNative(tree.Native(R"(c:\a)") / R"(SN\2)", "");
   std::vector<std::string> names;
   ASSERT_FALSE(CurrentPlatform().Search(tree.Native(R"(c:\a)").string(), SearchKind::EveryName,
-                                        [&](const std::string& name) {
+                                        [&](const std::string& name, EntryKind) {
                                           names.push_back(name);
                                           return true;
                                         }));

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "core/files/ItemReader.h"
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
 #include "support/TestTree.h"
@@ -61,13 +61,13 @@ TEST_P(ListInput, GivesTheItems) {
 }
 
 // The same whatever portion of the file the system hands out at a time.
-class Dripping : public LinuxPlatform {
+class Dripping : public ForwardingPlatform {
  public:
   explicit Dripping(std::size_t portion) : portion_(portion) {}
 
-  [[nodiscard]] std::error_code OpenForReading(const std::string& path,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                                std::unique_ptr<InputFile>& file) override {
-    const std::error_code code = LinuxPlatform::OpenForReading(path, file);
+    const std::error_code code = ForwardingPlatform::OpenForReading(path, kind, file);
     if (file != nullptr) {
       file = std::make_unique<Drip>(std::move(file), portion_);
     }
@@ -448,9 +448,10 @@ TEST(ItemReader, ADeviceIsNoFileAndALinkToAFileIsOne) {
 }
 
 // A file whose disk fails behind its first bytes.
-class Broken : public LinuxPlatform {
+class Broken : public ForwardingPlatform {
  public:
-  [[nodiscard]] std::error_code OpenForReading(const std::string& /*path*/,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& /*path*/,
+                                               EntryKind /*kind*/,
                                                std::unique_ptr<InputFile>& file) override {
     file = std::make_unique<Failing>();
     return {};

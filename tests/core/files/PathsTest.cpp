@@ -154,9 +154,13 @@ TEST(NativePath, APathWithoutADriveFindsEntriesOfAnotherCaseToo) {
 
 TEST(PathText, OfANativePathHasItsDriveLetter) {
   const TestTree tree;
-  EXPECT_EQ(PathText(Drives(tree) + "/c/calfactors/PX12A"), "c:\\calfactors\\PX12A");
-  EXPECT_EQ(PathText(Drives(tree) + "/d/x"), "d:\\x");
-  EXPECT_EQ(PathText("/srv/data"), "/srv/data");
+  const std::filesystem::path drives = Drives(tree);
+  EXPECT_EQ(PathText(drives / "c" / "calfactors" / "PX12A"), R"(c:\calfactors\PX12A)");
+  EXPECT_EQ(PathText(drives / "d" / "x" / ""), R"(d:\x\)");
+  EXPECT_EQ(PathText(drives / "c"), "c:\\");
+  EXPECT_EQ(PathText(drives / "cd" / "x"), (drives / "cd" / "x").string());
+  EXPECT_EQ(PathText(drives), drives.string());
+  EXPECT_EQ(PathText(std::filesystem::path("/srv/data")), "/srv/data");
 }
 
 TEST(ShownPath, HasOneKindOfSeparator) {
@@ -217,13 +221,13 @@ TEST(FolderOf, IsThePathUpToItsLastSeparator) {
   EXPECT_EQ(FolderOf(""), "");
 }
 
-TEST(NameOf, IsThePathBehindItsLastSeparator) {
-  EXPECT_EQ(NameOf("c:\\calfactors\\PX12A\\SN1"), "SN1");
-  EXPECT_EQ(NameOf("c:\\calfactors/PX12A"), "PX12A");
-  EXPECT_EQ(NameOf("c:/calfactors\\PX12A"), "PX12A");
-  EXPECT_EQ(NameOf("SN1"), "SN1");
-  EXPECT_EQ(NameOf("c:\\"), "");
-  EXPECT_EQ(NameOf(""), "");
+TEST(LastNameOf, IsThePathAfterItsLastSeparator) {
+  EXPECT_EQ(LastNameOf("c:\\calfactors\\PX12A\\SN1"), "SN1");
+  EXPECT_EQ(LastNameOf("c:\\calfactors/PX12A"), "PX12A");
+  EXPECT_EQ(LastNameOf("c:/calfactors\\PX12A"), "PX12A");
+  EXPECT_EQ(LastNameOf("SN1"), "SN1");
+  EXPECT_EQ(LastNameOf("c:\\"), "");
+  EXPECT_EQ(LastNameOf(""), "");
 }
 
 TEST(DriveFolder, CanBePutElsewhereAndBack) {

@@ -15,7 +15,7 @@
 
 #include "core/files/SaveFile.h"
 #include "core/files/SaveFileSample.h"
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
@@ -203,7 +203,7 @@ TEST(SaveFile, AnotherOperatorsFileThatMayNotBeWrittenIsRefused) {
 TEST(SaveFile, ExactlyTheFileOfANativePathIsWrittenWhateverDiffersFromItInCase) {
   const TestTree tree;
   tree.Write("c:\\folder\\px12a", kOldBytes);
-  const std::string native = (tree.Native("c:\\folder") / "PX12A").string();
+  const fs::path native = tree.Native("c:\\folder") / "PX12A";
   EXPECT_EQ(SaveNativeFile(native, kNewBytes), std::error_code());
   EXPECT_EQ(tree.Read("c:\\folder\\px12a"), kOldBytes);
   EXPECT_EQ(test::ReadNative(native), kNewBytes);
@@ -385,20 +385,20 @@ TEST(SaveFile, AReadOnlyFileInAFolderThatTakesNoNewFileIsAnError) {
 TEST(SaveFile, TheTemporaryIsFoundByNoSearch) {
   const TestTree tree;
   tree.Write(R"(c:\calfactors\PX12A\SN1)", kOldBytes);
-  LinuxPlatform platform;
-  std::string path;
+  ForwardingPlatform platform;
+  fs::path path;
   std::unique_ptr<OutputFile> file;
   ASSERT_FALSE(platform.CreateTemporary(tree.Native(kDataFolder).string(), path, file));
   EXPECT_EQ(tree.Names(kDataFolder).size(), 2U);
-  EXPECT_EQ(fs::path(path).parent_path(), tree.Native(kDataFolder));
+  EXPECT_EQ(path.parent_path(), tree.Native(kDataFolder));
   for (const SearchKind kind :
        {SearchKind::NamesWithoutDot, SearchKind::EveryName, SearchKind::OrdinaryFiles}) {
     Names found;
-    ASSERT_FALSE(
-        platform.Search(tree.Native(kDataFolder).string(), kind, [&](const std::string& name) {
-          found.push_back(name);
-          return true;
-        }));
+    ASSERT_FALSE(platform.Search(tree.Native(kDataFolder).string(), kind,
+                                 [&](const std::string& name, EntryKind) {
+                                   found.push_back(name);
+                                   return true;
+                                 }));
     EXPECT_EQ(found, Names{"SN1"});
   }
 }

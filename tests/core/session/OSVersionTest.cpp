@@ -9,7 +9,7 @@
 #include <string>
 #include <sys/utsname.h>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/session/mOSVersion.h"
 
@@ -149,7 +149,7 @@ TEST(OSVersion, ASystemWithoutFamiliesHasItsOwnName) {
   EXPECT_EQ(texts.name, "Linux(6.1.42)");
 }
 
-class VersionPlatform : public LinuxPlatform {
+class VersionPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override {
     if (tells) {

@@ -313,7 +313,7 @@ TEST_P(HeaderThatEnds, IsNamedAndAllOtherFilesAreListed) {
   // In the platform's order.
   Texts order;
   EXPECT_FALSE(CurrentPlatform().Search(tree_.Native(kFolder).string(), SearchKind::EveryName,
-                                        [&](const std::string& name) {
+                                        [&](const std::string& name, EntryKind) {
                                           order.push_back(name);
                                           return true;
                                         }));
@@ -354,7 +354,8 @@ class FullDisk : public DesktopTestPlatform {
 
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
     if (failing == Step::Create) {
       return Full();
@@ -371,24 +372,22 @@ class FullDisk : public DesktopTestPlatform {
  private:
   static std::error_code Full() { return std::make_error_code(std::errc::no_space_on_device); }
 
-  class File : public OutputFile {
+  class File : public ForwardingOutputFile {
    public:
     File(std::unique_ptr<OutputFile> file, Step failing)
-        : file_(std::move(file)), failing_(failing) {}
+        : ForwardingOutputFile(std::move(file)), failing_(failing) {}
 
     std::error_code Write(std::string_view bytes, std::size_t& count) override {
-      return failing_ == Step::Write ? Full() : file_->Write(bytes, count);
+      return failing_ == Step::Write ? Full() : ForwardingOutputFile::Write(bytes, count);
     }
-    std::error_code CutHere() override { return file_->CutHere(); }
-    std::error_code Length(std::uintmax_t& length) override { return file_->Length(length); }
-    std::error_code TakeAttributesOf(const std::string& path) override {
-      return file_->TakeAttributesOf(path);
+    std::error_code Sync() override {
+      return failing_ == Step::Sync ? Full() : ForwardingOutputFile::Sync();
     }
-    std::error_code Sync() override { return failing_ == Step::Sync ? Full() : file_->Sync(); }
-    std::error_code Close() override { return failing_ == Step::Close ? Full() : file_->Close(); }
+    std::error_code Close() override {
+      return failing_ == Step::Close ? Full() : ForwardingOutputFile::Close();
+    }
 
    private:
-    std::unique_ptr<OutputFile> file_;
     Step failing_;
   };
 };

@@ -40,11 +40,12 @@ class CalibrationMenu : public SensorStage {
   /// Names without a dot in a folder, in the platform's order.
   [[nodiscard]] Texts InOrder(const std::string& folder) const {
     Texts names;
-    EXPECT_FALSE(CurrentPlatform().Search(
-        tree_.Native(folder).string(), SearchKind::NamesWithoutDot, [&](const std::string& name) {
-          names.push_back(name);
-          return true;
-        }));
+    EXPECT_FALSE(CurrentPlatform().Search(tree_.Native(folder).string(),
+                                          SearchKind::NamesWithoutDot,
+                                          [&](const std::string& name, EntryKind) {
+                                            names.push_back(name);
+                                            return true;
+                                          }));
     return names;
   }
 
@@ -650,7 +651,7 @@ class NoRecycling : public DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code Recycle(const std::string& /*path*/) override {
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& /*path*/) override {
     return std::make_error_code(std::errc::permission_denied);
   }
 };

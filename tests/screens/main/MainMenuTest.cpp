@@ -58,8 +58,9 @@ class MainMenuPlatform : public DesktopTestPlatform {
     record = version;
     return tellsVersion;
   }
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
-    iniWrites += to.ends_with("tarvell.ini") ? 1 : 0;
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override {
+    iniWrites += to.filename() == "tarvell.ini" ? 1 : 0;
     return DesktopTestPlatform::Replace(from, to);
   }
 

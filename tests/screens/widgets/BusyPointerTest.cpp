@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "core/platform/LinuxPlatform.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
 
@@ -24,17 +24,17 @@ class PointerWatch : public DesktopPlatform {
   PointerWatch& operator=(const PointerWatch&) = delete;
   ~PointerWatch() override { SetCurrentPlatform(nullptr); }
 
-  std::error_code Search(const std::string& folder, SearchKind kind,
-                         const std::function<bool(const std::string& name)>& visit) override {
+  std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                         const SearchVisitor& visit) override {
     Look();
     return DesktopPlatform::Search(folder, kind, visit);
   }
-  std::error_code OpenForReading(const std::string& path,
+  std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
                                  std::unique_ptr<InputFile>& file) override {
     Look();
-    return DesktopPlatform::OpenForReading(path, file);
+    return DesktopPlatform::OpenForReading(path, kind, file);
   }
-  std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  std::error_code CreateTemporary(const std::filesystem::path& folder, std::filesystem::path& path,
                                   std::unique_ptr<OutputFile>& file) override {
     Look();
     return DesktopPlatform::CreateTemporary(folder, path, file);

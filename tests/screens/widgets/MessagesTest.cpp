@@ -70,7 +70,7 @@ class NoRecycling : public DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code Recycle(const std::string& /*path*/) override {
+  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& /*path*/) override {
     return std::make_error_code(std::errc::permission_denied);
   }
 };

@@ -149,12 +149,13 @@ class FullTrash : public test::DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code CreateTemporary(const std::string& folder, std::string& path,
+  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
+                                                std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {
     return folder == full ? std::make_error_code(std::errc::no_space_on_device)
                           : DesktopTestPlatform::CreateTemporary(folder, path, file);
   }
-  [[nodiscard]] std::error_code SyncFolder(const std::string& folder) override {
+  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override {
     return folder == unsure ? std::make_error_code(std::errc::io_error)
                             : DesktopTestPlatform::SyncFolder(folder);
   }
@@ -168,7 +169,7 @@ TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsRefusedWithItsReasonAndTakenAway) {
   tree_.Write(R"(c:\a\SNfull)", "earlier");
   const std::string native = tree_.Native(R"(c:\a\SNfull)").string();
   const std::string trash = dataHome_.toStdString() + "/Trash";
-  for (const std::string& half : {trash + "/info/", trash + "/files/"}) {
+  for (const std::string& half : {trash + "/info", trash + "/files"}) {
     desktop.full = half;
     desktop.unsure.clear();
     EXPECT_EQ(desktop.RecycleCopy(native), std::errc::no_space_on_device);
@@ -196,8 +197,9 @@ class OtherDisk : public test::DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
-  [[nodiscard]] std::error_code Replace(const std::string& from, const std::string& to) override {
-    return from.starts_with(disk) && !to.starts_with(disk)
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override {
+    return from.string().starts_with(disk) && !to.string().starts_with(disk)
                ? std::make_error_code(std::errc::cross_device_link)
                : DesktopTestPlatform::Replace(from, to);
   }
