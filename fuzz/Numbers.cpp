@@ -80,7 +80,8 @@ Places Rounded(const Decimal& decimal, int count) {
   // One line of digits, with a zero before them for a carry and at least one after the last place.
   const int front = std::max(1, 1 - decimal.point);
   std::string line = std::string(static_cast<std::size_t>(front), '0') + decimal.digits;
-  const auto point = static_cast<std::size_t>(front + decimal.point);
+  const int place = front + decimal.point;
+  const auto point = static_cast<std::size_t>(place);
   const std::size_t length = point + static_cast<std::size_t>(count);
   line.resize(std::max(line.size(), length + 1), '0');
   if (line[length] >= '5') {
@@ -96,7 +97,9 @@ Places Rounded(const Decimal& decimal, int count) {
 }
 
 std::string Many(int count, char c) {
-  return std::string(static_cast<std::size_t>(count), c);
+  std::string text;
+  text.assign(static_cast<std::size_t>(count), c);
+  return text;
 }
 
 /// A pattern, chosen by two bytes.
