@@ -9,12 +9,16 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace tarvell::bench {
 
-/// Calls `then` once when a window that `isMeant` has been painted with all it holds.
+/// Calls `then` once, after a window that `isMeant` has been painted with all it holds.
 class Painted : public QObject {
  public:
   Painted(std::function<bool(const QWidget&)> isMeant, std::function<void(QWidget&)> then)
@@ -27,7 +31,7 @@ class Painted : public QObject {
     if (!isDone_ && widget != nullptr && isMeant_(*widget->window())) {
       isDone_ = true;
       QWidget* window = widget->window();
-      // What the window holds is painted with it.
+      // The controls of the window are painted in the same pass.
       QTimer::singleShot(0, window, [this, window] { then_(*window); });
     }
     return false;
@@ -38,6 +42,18 @@ class Painted : public QObject {
   std::function<void(QWidget&)> then_;
   bool isDone_ = false;
 };
+
+/// Prints the peak of the process's own memory in kB and ends it without tidying up.
+[[noreturn]] inline void Finish() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("VmHWM:")) {
+      std::printf("%ld\n", std::strtol(line.c_str() + 6, nullptr, 10));
+    }
+  }
+  std::fflush(stdout);
+  std::_Exit(0);
+}
 
 }  // namespace tarvell::bench
 

@@ -81,9 +81,9 @@ std::string HeaderBytes(int serial) {
 std::unique_ptr<cifCaldata> LargestData(const Model& model) {
   std::unique_ptr<cifCaldata> data = model.create();
   data->SetInitialDefaultData();
-  data->SetSerialNumber(std::string(kSerialNumber));
+  data->SetSerialNumber("12345");
   if (model.family == ModelFamily::ResistorSet) {
-    return data;  // its tables have as many rows as they ever have
+    return data;  // its tables have a fixed number of rows
   }
   for (std::int16_t page = 0; page < data->GetCalPageCount(); ++page) {
     MemoryGrid grid(kMostColumns);

@@ -10,7 +10,6 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "Finish.h"
 #include "Painted.h"
 
 namespace {
@@ -39,9 +38,9 @@ void AddMenuControls(QWidget& window) {
 
 }  // namespace
 
-/// The least program with a window: it ends, without tidying up, as soon as that is painted. With
-/// the argument "splash" it shows one such window before; with the picture of the splash as its
-/// argument it shows that there, and the controls of the main menu behind.
+/// The least program with a window: it ends, without tidying up, as soon as the window is painted.
+/// With the argument "splash" it shows another such window first. With the picture of the splash
+/// screen as its argument it shows that picture first, and then the controls of the main menu.
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QString argument = QApplication::arguments().value(1);

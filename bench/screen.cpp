@@ -5,7 +5,6 @@
 
 #include <memory>
 
-#include "Finish.h"
 #include "Painted.h"
 #include "core/files/Paths.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -13,9 +12,9 @@
 #include "screens/main/frmMain.h"
 #include "screens/widgets/DesktopPlatform.h"
 
-/// The program, with the drives in the folder that the first argument names, up to its painted main
-/// menu, without the splash's wait; with the path of a resistor set's data file as the second one,
-/// up to the editor that shows it. Then it ends without tidying up.
+/// Runs the program, without the splash screen's wait, until its main menu is painted or, with a
+/// second argument, until the editor shows a resistor set. Then it ends without tidying up. The
+/// arguments are the folder with the drives and the path of the set's data file.
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QApplication::arguments();

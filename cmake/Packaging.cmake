@@ -1,11 +1,11 @@
-# What the desktop needs of an installed program, and the Debian package:
+# The files that an installed program needs on a desktop, and the Debian package:
 # `cmake --build --preset release --target package`.
 
-# The texts that tell the version tell this one.
+# The version is the same in all texts.
 foreach(name changelog tarvell.1 tarvell.metainfo.xml)
   file(READ packaging/${name} text)
   if(NOT text MATCHES "[ (\"]${PROJECT_VERSION}[)\"]")
-    message(FATAL_ERROR "packaging/${name} does not tell of version ${PROJECT_VERSION}")
+    message(FATAL_ERROR "packaging/${name} does not name version ${PROJECT_VERSION}")
   endif()
 endforeach()
 
@@ -16,7 +16,7 @@ install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
   RENAME tarvell)
 
-# The manual page and the changelog lie compressed, without a time stamp.
+# The manual page and the changelog are compressed, without a time stamp.
 find_program(GZIP gzip REQUIRED)
 function(install_compressed source name destination)
   set(compressed ${CMAKE_BINARY_DIR}/packaging/${name}.gz)
@@ -43,10 +43,11 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Operators of a calibration laboratory type in the values of a standard's
 certificate (power sensors, step attenuators, capacitor and resistor sets),
-take in finished test kit files, and keep each test station's list of
-instruments with their due dates. The test stations read what was saved as
-plain text.")
-# The libraries are found in the executable; the picture's plug-in and the group's tool are not.
+import finished test kit files, and maintain each test station's list of
+instruments with their due dates. The test stations read the saved plain text
+files.")
+# The libraries are found from the executable; the picture's plug-in and the tool that makes the
+# group are not.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, adduser")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")

@@ -14,61 +14,45 @@
 namespace tarvell::fuzz {
 namespace {
 
-constexpr const char* kFolder = "c:\\data";
-
-/// Scans the folder anew; nothing when the file is refused.
+/// Scans the folder; nothing when the file is refused.
 std::optional<int> Scan() {
   gCalFiles = {};
   int count = -1;
-  int told = 0;
-  const bool accepted =
-      Accepts([&] { count = ReadCalFileHeaders(kFolder, [&](const CalFileInfo&) { ++told; }); });
-  if (!accepted) {
+  int reported = 0;
+  const auto report = [&](const CalFileInfo&) { ++reported; };
+  if (!Accepts([&] { count = ReadCalFileHeaders("c:\\data", report); })) {
     return std::nullopt;
   }
-  Require(told == count, "every row is told once");
+  Require(reported == count, "every row is reported once");
   return count;
 }
 
 std::string ValueOf(const std::string& item) {
   const std::size_t colon = item.find(':');
-  return colon == std::string::npos ? std::string() : WithoutBlanks(item.substr(colon + 1));
+  return colon == std::string::npos ? std::string() : Stripped(item.substr(colon + 1));
 }
 
-bool IsDigits(const std::string& text, std::size_t count) {
-  return text.size() == count && text.find_first_not_of("0123456789") == std::string::npos;
+void CheckDate(const std::string& digits, int year, int month, int day) {
+  Require(!IsDigits(digits, 8) || std::stoi(digits) == 10000 * year + 100 * month + day,
+          "eight digits are year, month and day", digits);
 }
 
-/// The six values of a file with header lines.
+/// A file with header lines.
 void CheckNewStyle(const std::vector<std::string>& items, const CalFileInfo& row) {
   Require(items.size() >= 6, "a header has six lines");
   Require(row.ModelNumber == ValueOf(items[0]), "line 1 is the model number");
   Require(row.SerialNumber == ValueOf(items[1]), "line 2 is the serial number");
+  CheckDate(ValueOf(items[2]), row.CalYear, row.CalMonth, row.CalDay);
   Require(row.CalibrationNumber == ValueOf(items[3]), "line 4 is the calibration number");
+  CheckDate(ValueOf(items[4]), row.DueYear, row.DueMonth, row.DueDay);
   Require(row.Comment == ValueOf(items[5]), "line 6 is the comment");
   Require(row.Option.empty(), "a header line names no option");
-  struct DateLine {
-    std::string digits;
-    int year;
-    int month;
-    int day;
-  };
-  for (const DateLine& date :
-       {DateLine{ValueOf(items[2]), row.CalYear, row.CalMonth, row.CalDay},
-        DateLine{ValueOf(items[4]), row.DueYear, row.DueMonth, row.DueDay}}) {
-    if (IsDigits(date.digits, 8)) {
-      Require(date.year == std::stoi(date.digits.substr(0, 4)) &&
-                  date.month == std::stoi(date.digits.substr(4, 2)) &&
-                  date.day == std::stoi(date.digits.substr(6)),
-              "eight digits are year, month and day", date.digits);
-    }
-  }
 }
 
-/// A file from before the header lines.
+/// A file in the old style.
 void CheckOldStyle(const std::vector<std::string>& items, const CalFileInfo& row) {
   Require(items.size() >= 3, "an old header has three lines");
-  Require(row.SerialNumber == WithoutBlanks(items[1]), "line 2 is the serial number");
+  Require(row.SerialNumber == Stripped(items[1]), "line 2 is the serial number");
   Require(row.CalMonth >= 0 && row.CalMonth <= 12, "a month's name is a month");
   Require(
       row.DueYear == row.CalYear + 1 && row.DueMonth == row.CalMonth && row.DueDay == row.CalDay,
@@ -80,10 +64,12 @@ void CheckOldStyle(const std::vector<std::string>& items, const CalFileInfo& row
   }
 }
 
+}  // namespace
+
 void Run(Input input) {
   MemoryPlatform disk;
   disk.Put("data/SN00001", input.Rest());
-  // Neither is a data file.
+  // Neither of these is a data file.
   disk.Put("data/SN00001.bak", "");
   disk.Put("data/INDEX", "");
 
@@ -100,25 +86,15 @@ void Run(Input input) {
     items.push_back(reader.ReadItem());
   }
   Require(!items.empty(), "an empty file is refused");
-  const bool isNewStyle = items[0].rfind('#', 0) == 0;
-  const bool isNone = !isNewStyle && items[0].find_first_of("\r\n") != std::string::npos;
-  Require(*count == (isNone ? 0 : 1), "a file of either style is one row");
-  if (isNone) {
+  const bool isNewStyle = items[0].starts_with('#');
+  if (!isNewStyle && items[0].find_first_of("\r\n") != std::string::npos) {
+    Require(*count == 0, "a file of neither style is no row");
     return;
   }
-  Require(row.FilePath == "c:\\data\\SN00001", "the row tells its file");
+  Require(*count == 1, "a file of either style is one row");
+  Require(row.FilePath == "c:\\data\\SN00001", "the row names its file");
   Require(FindCalFile(row.SerialNumber) == 0, "a row is found by its serial number");
-  if (isNewStyle) {
-    CheckNewStyle(items, row);
-  } else {
-    CheckOldStyle(items, row);
-  }
+  (isNewStyle ? CheckNewStyle : CheckOldStyle)(items, row);
 }
 
-}  // namespace
 }  // namespace tarvell::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  tarvell::fuzz::Run({data, size});
-  return 0;
-}

@@ -4,9 +4,8 @@
 #include "core/files/FileNames.h"
 
 #include <algorithm>
-#include <array>
+#include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "FuzzTarget.h"
@@ -19,49 +18,31 @@
 namespace tarvell::fuzz {
 namespace {
 
-/// Reserved with any extension, in any case; the digits of the last two may be superscripts.
-bool IsDevice(const std::string& name) {
-  static constexpr std::array<std::string_view, 6> kWhole = {"con", "prn",    "aux",
-                                                             "nul", "conin$", "conout$"};
-  static constexpr std::array<std::string_view, 13> kNumbers = {
-      "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
-  std::string base;
-  for (const char c : name.substr(0, name.find('.'))) {
-    base += c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+/// Reserved with any extension and in any case; the digits may be superscripts.
+std::set<std::string> Devices() {
+  std::set<std::string> names = {"con", "prn", "aux", "nul", "conin$", "conout$"};
+  for (const char* digit :
+       {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"}) {
+    names.insert(std::string("com") + digit);
+    names.insert(std::string("lpt") + digit);
   }
-  while (!base.empty() && base.back() == ' ') {
-    base.pop_back();
-  }
-  base.erase(0, base.find_first_not_of(' '));
-  return std::find(kWhole.begin(), kWhole.end(), base) != kWhole.end() ||
-         std::any_of(kNumbers.begin(), kNumbers.end(), [&](std::string_view number) {
-           return base == "com" + std::string(number) || base == "lpt" + std::string(number);
-         });
+  return names;
 }
 
 /// Whether a name is one path component on every platform.
 bool IsComponent(const std::string& name) {
-  for (const char c : name) {
+  static const std::set<std::string> kDevices = Devices();
+  const bool hasRefused = std::any_of(name.begin(), name.end(), [](char c) {
     const auto code = static_cast<unsigned char>(c);
-    if (code < 32 || code == 127) {
-      return false;
-    }
-    switch (c) {
-      case '/':
-      case '\\':
-      case ':':
-      case '*':
-      case '?':
-      case '"':
-      case '<':
-      case '>':
-      case '|':
-        return false;
-      default:
-        break;
-    }
+    return code < 32 || code == 127 || std::string("/\\:*?\"<>|").find(c) != std::string::npos;
+  });
+  if (name.empty() || hasRefused || name.back() == '.' || name.back() == ' ') {
+    return false;
   }
-  return !name.empty() && name.back() != '.' && name.back() != ' ' && !IsDevice(name);
+  std::string base = Stripped(name.substr(0, name.find('.')));
+  std::transform(base.begin(), base.end(), base.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  return !kDevices.contains(base);
 }
 
 void CheckName(const std::string& name) {
@@ -70,71 +51,60 @@ void CheckName(const std::string& name) {
   if (accepted) {
     const MemoryPlatform disk;
     Require(NativePath(Joined("c:\\root", name)) == "/drives/c/root/" + name,
-            "an accepted name lies in its folder", name);
+            "an accepted name is in its folder", name);
   }
 }
 
 void CheckDataFileName(const std::string& serial) {
   std::string name;
-  if (!Accepts([&] { name = DataFileName(serial); })) {
-    return;
+  if (Accepts([&] { name = DataFileName(serial); })) {
+    Require(name.starts_with("SN"), "a data file's name begins with SN", name);
+    Require(serial.ends_with(name.substr(2)), "the serial number ends as the name does", name);
+    Require(IsComponent(name) && name.find('.') == std::string::npos,
+            "the lists show a file of this name", name);
   }
-  Require(name.rfind("SN", 0) == 0, "a data file's name begins with SN", name);
-  const std::string last = name.substr(2);
-  Require(serial.size() >= last.size() &&
-              serial.compare(serial.size() - last.size(), last.size(), last) == 0,
-          "the serial number ends as the name does", name);
-  Require(IsComponent(name) && name.find('.') == std::string::npos,
-          "the name is one that the lists show", name);
 }
 
-void CheckStation(const std::string& name) {
-  MemoryPlatform disk;
-  disk.MakeFolders("root");
+/// Makes one entry of this name in an empty folder.
+template <typename Make, typename List>
+void CheckEntry(const MemoryPlatform& disk, const std::string& name, const Make& make,
+                const List& list) {
   const std::size_t before = disk.EntryCount();
-  if (!Accepts([&] { MakeStation("c:\\root", name); })) {
-    Require(disk.EntryCount() == before, "a refused station changes nothing", name);
-    return;
+  const bool accepted = Accepts(make);
+  Require(disk.EntryCount() == before + (accepted ? 1 : 0), "a refused name changes nothing", name);
+  if (accepted) {
+    Require(IsComponent(name), "an accepted name is one path component", name);
+    Require(list() == std::vector<std::string>{name}, "the list shows the entry", name);
   }
-  Require(IsComponent(name), "a station's name is one path component", name);
-  Require(disk.HasFolder("root/" + name) && disk.EntryCount() == before + 1,
-          "a station is one folder below the root", name);
-  Require(ListStations("c:\\root") == std::vector<std::string>{name}, "the list shows the station",
-          name);
 }
 
-void CheckInstrument(const std::string& name) {
-  MemoryPlatform disk;
-  disk.MakeFolders("root/S1");
-  const std::size_t before = disk.EntryCount();
-  StationInstrument instrument;
-  instrument.ModelNumber = name;
-  StoredFile file;
-  if (!Accepts([&] { SaveInstrumentFile("c:\\root\\S1", instrument, file); })) {
-    Require(disk.EntryCount() == before, "a refused instrument changes nothing", name);
-    return;
-  }
-  Require(IsComponent(name), "a model number is one path component", name);
-  Require(disk.Find("root/S1/" + name) != nullptr && disk.EntryCount() == before + 1,
-          "an instrument is one file in its station", name);
-  Require(ListInstruments("c:\\root\\S1") == std::vector<std::string>{name},
-          "the list shows the instrument", name);
-  DeleteInstrumentFile("c:\\root\\S1", name);
-  Require(disk.EntryCount() == before, "deleting an instrument deletes its file", name);
-}
+}  // namespace
 
 void Run(Input input) {
   const std::string name = input.Rest();
   CheckName(name);
   CheckDataFileName(name);
-  CheckStation(name);
-  CheckInstrument(name);
+
+  MemoryPlatform disk;
+  disk.MakeFolders("root");
+  CheckEntry(
+      disk, name, [&] { MakeStation("c:\\root", name); }, [] { return ListStations("c:\\root"); });
+
+  disk.MakeFolders("other/S1");
+  const std::size_t before = disk.EntryCount();
+  const std::string station = R"(c:\other\S1)";
+  StationInstrument instrument;
+  instrument.ModelNumber = name;
+  StoredFile file;
+  CheckEntry(
+      disk, name, [&] { SaveInstrumentFile(station, instrument, file); },
+      [&] { return ListInstruments(station); });
+  if (disk.EntryCount() > before) {
+    Require(disk.Find("other/S1/" + name) != nullptr, "an instrument is a file in its station",
+            name);
+    DeleteInstrumentFile(station, name);
+    Require(disk.EntryCount() == before, "deleting an instrument deletes its file", name);
+  }
 }
 
-}  // namespace
 }  // namespace tarvell::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  tarvell::fuzz::Run({data, size});
-  return 0;
-}

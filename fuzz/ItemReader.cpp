@@ -9,8 +9,6 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "core/files/Paths.h"
-#include "core/platform/Error.h"
 #include "core/text/FileCharacters.h"
 
 /// The item reader against the rule of list input on the whole bytes. The first byte of an input
@@ -18,23 +16,22 @@
 namespace tarvell::fuzz {
 namespace {
 
-constexpr const char* kPath = "c:\\file";
-
 struct Item {
   std::string bytes;
-  int line = 0;
+  long line = 0;
   bool isLast = false;
 
   bool operator==(const Item&) const = default;
 };
 
-int LineAt(const std::string& bytes, std::size_t position) {
-  int line = 1;
-  for (std::size_t i = 0; i < position; ++i) {
-    const bool isCrOfCrLf = bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n';
-    line += bytes[i] == '\n' || (bytes[i] == '\r' && !isCrOfCrLf) ? 1 : 0;
+/// The line of a position, which does not lie between CR and LF.
+long LineAt(std::string bytes, std::size_t position) {
+  bytes.resize(position);
+  for (std::size_t i = bytes.find("\r\n"); i != std::string::npos; i = bytes.find("\r\n", i)) {
+    bytes.erase(i, 1);
   }
-  return line;
+  return 1 + std::count(bytes.begin(), bytes.end(), '\n') +
+         std::count(bytes.begin(), bytes.end(), '\r');
 }
 
 std::vector<Item> ExpectedItems(const std::string& bytes) {
@@ -44,7 +41,7 @@ std::vector<Item> ExpectedItems(const std::string& bytes) {
     i = std::min(bytes.find_first_not_of(" \t", i), bytes.size());
     Item item;
     item.line = LineAt(bytes, i);
-    const bool quoted = i < bytes.size() && bytes[i] == '"';
+    const bool quoted = bytes.compare(i, 1, "\"") == 0;
     const std::size_t from = quoted ? std::min(bytes.find('"', i + 1), bytes.size()) : i;
     const std::size_t end = std::min(bytes.find_first_of(",\r\n", from), bytes.size());
     if (quoted) {
@@ -60,10 +57,6 @@ std::vector<Item> ExpectedItems(const std::string& bytes) {
   return items;
 }
 
-std::string BytesOf(const std::string& item, TextEncoding encoding) {
-  return encoding == TextEncoding::Utf8 ? item : EncodeFileText(item);
-}
-
 std::vector<Item> ReadItems(std::size_t limit, TextEncoding encoding) {
   ItemReader reader(NativePath(kPath), kPath, encoding);
   std::vector<Item> items;
@@ -71,25 +64,17 @@ std::vector<Item> ReadItems(std::size_t limit, TextEncoding encoding) {
     Require(items.size() < limit, "every item takes at least a byte");
     const std::string item = reader.ReadItem();
     const int line = reader.Line();
-    items.push_back({BytesOf(item, encoding), line, reader.AtEnd()});
+    items.push_back(
+        {encoding == TextEncoding::Utf8 ? item : EncodeFileText(item), line, reader.AtEnd()});
   }
   std::string none;
-  Require(!reader.TryReadItem(none), "no item stands behind the end");
+  Require(!reader.TryReadItem(none), "there is no item after the end");
   Require(!Accepts([&] { static_cast<void>(reader.ReadItem()); }),
           "reading past the end is an error");
   return items;
 }
 
-/// The items, each in a line of its own that reads back as it.
-std::string FileOf(const std::vector<Item>& items) {
-  std::string bytes;
-  for (const Item& item : items) {
-    // What holds a quote was not quoted, so that it stands for itself.
-    const bool quoted = item.bytes.find('"') == std::string::npos;
-    bytes += (quoted ? "\"" + item.bytes + "\"" : item.bytes) + "\r\n";
-  }
-  return bytes;
-}
+}  // namespace
 
 void Run(Input input) {
   const unsigned choice = input.Byte();
@@ -103,23 +88,19 @@ void Run(Input input) {
   const std::vector<Item> items = ReadItems(bytes.size(), encoding);
   Require(items == ExpectedItems(bytes), "the items are those of the rule of list input");
 
-  const std::string rewritten = FileOf(items);
+  std::string rewritten;
+  for (const Item& item : items) {
+    // An item with a quote in it was not quoted in the file.
+    const char* quote = item.bytes.find('"') == std::string::npos ? "\"" : "";
+    rewritten += quote + item.bytes + quote + "\r\n";
+  }
   disk.Put("file", rewritten);
   const std::vector<Item> again = ReadItems(rewritten.size(), encoding);
-  Require(again.size() == items.size(), "as many items come back as were written");
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    Require(again[i].bytes == items[i].bytes, "an item that is written comes back");
-  }
+  Require(std::equal(items.begin(), items.end(), again.begin(), again.end(),
+                     [](const Item& a, const Item& b) { return a.bytes == b.bytes; }),
+          "items that are written come back");
   Require(EncodeFileText(DecodeFileText(bytes)) == bytes, "every byte comes back as it was");
-
-  // Opened by its path text it is the same file.
-  Require(ItemReader(kPath).AtEnd() == rewritten.empty(), "only an empty file is at its end");
+  Require(ItemReader("c:\\file").AtEnd() == rewritten.empty(), "only an empty file is at its end");
 }
 
-}  // namespace
 }  // namespace tarvell::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  tarvell::fuzz::Run({data, size});
-  return 0;
-}

@@ -4,80 +4,187 @@
 #ifndef TARVELL_FUZZ_MEMORYPLATFORM_H
 #define TARVELL_FUZZ_MEMORYPLATFORM_H
 
+#include <algorithm>
 #include <cstddef>
-#include <functional>
+#include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "core/platform/Platform.h"
 
 namespace tarvell::fuzz {
 
-/// A disk in memory, empty but for the folder of drive C:; the current platform while it lives.
-/// Its files are whole and never fail; there are no links. A search gives the names in the order
-/// of their bytes.
+/// A disk in memory with the folder of drive C:; the current platform while it exists. It has no
+/// links, and nothing on it fails, so that no file is overwritten in place. A search returns the
+/// names in the order of their bytes.
 class MemoryPlatform final : public Platform {
  public:
-  MemoryPlatform();
-  ~MemoryPlatform() override;
+  using Path = std::filesystem::path;
 
-  /// Puts a file at a path on drive C: ("data/SN00001"), with the folders that it lies in.
-  void Put(const std::string& path, const std::string& bytes);
-  void MakeFolders(const std::string& path);
+  MemoryPlatform() : before_(SetCurrentPlatform(this)) { MakeFolders(""); }
+  ~MemoryPlatform() override { SetCurrentPlatform(before_); }
+
+  /// Puts a file at a path on drive C: ("data/SN00001"), and makes its folders.
+  void Put(const Path& path, const std::string& bytes) {
+    MakeFolders(path.parent_path());
+    entries_[kDrive / path] = std::make_shared<std::string>(bytes);
+  }
+  /// Makes a folder on drive C: and the folders above it.
+  void MakeFolders(const Path& path) {
+    Path folder;
+    for (const Path& name : path.empty() ? kDrive : kDrive / path) {
+      folder /= name;
+      entries_.try_emplace(folder);
+    }
+  }
   /// Content of the file at a path on drive C:, nullptr when there is none.
-  [[nodiscard]] const std::string* Find(const std::string& path) const;
-  /// Whether a folder stands at a path on drive C:.
-  [[nodiscard]] bool HasFolder(const std::string& path) const;
+  [[nodiscard]] const std::string* Find(const Path& path) const {
+    const auto found = entries_.find(kDrive / path);
+    return found == entries_.end() ? nullptr : found->second.get();
+  }
   /// Number of files and folders on the disk.
   [[nodiscard]] std::size_t EntryCount() const { return entries_.size(); }
 
-  /// How many bytes a file gives at most when it is read once.
+  /// The largest number of bytes that one read returns.
   std::size_t readAtMost = 4096;
 
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
-                                               std::unique_ptr<InputFile>& file) override;
-  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
-                                                std::filesystem::path& path,
-                                                std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
-                                            std::unique_ptr<OutputFile>& file) override;
-  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
-                                        const std::filesystem::path& to) override;
-  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override;
-  [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override;
-
-  [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
-                                      EntryFacts& facts) override;
-  [[nodiscard]] bool IsSameFile(const std::filesystem::path& a,
-                                const std::filesystem::path& b) override;
-  [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
-                                             std::filesystem::path& resolved) override;
-  [[nodiscard]] bool MayChange(const std::filesystem::path& /*folder*/) override { return true; }
-  [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override;
-  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
-                                       const SearchVisitor& visit) override;
-  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& /*path*/) override {
+  std::error_code OpenForReading(const Path& path, EntryKind /*kind*/,
+                                 std::unique_ptr<InputFile>& file) override {
+    const auto found = entries_.find(path);
+    if (found == entries_.end()) {
+      return Failure(std::errc::no_such_file_or_directory);
+    }
+    if (!found->second) {
+      return Failure(std::errc::is_a_directory);
+    }
+    file = std::make_unique<Reader>(*found->second, readAtMost);
     return {};
   }
+  std::error_code CreateTemporary(const Path& folder, Path& path,
+                                  std::unique_ptr<OutputFile>& file) override {
+    if (!IsFolder(folder)) {
+      return Failure(std::errc::no_such_file_or_directory);
+    }
+    path = folder / ".temporary";
+    file = std::make_unique<Writer>(entries_[path] = std::make_shared<std::string>());
+    return {};
+  }
+  std::error_code OpenInPlace(const Path& /*path*/,
+                              std::unique_ptr<OutputFile>& /*file*/) override {
+    return Failure(std::errc::not_supported);
+  }
+  std::error_code Replace(const Path& from, const Path& to) override {
+    entries_[to] = entries_.at(from);
+    return RemoveFile(from);
+  }
+  std::error_code SyncFolder(const Path& /*folder*/) override { return {}; }
+  std::error_code RemoveFile(const Path& path) override {
+    return entries_.erase(path) == 1 ? std::error_code()
+                                     : Failure(std::errc::no_such_file_or_directory);
+  }
 
-  [[nodiscard]] std::filesystem::path ProgramFolder() override { return "/program"; }
-  [[nodiscard]] std::filesystem::path DriveFolder() override { return "/drives"; }
-  [[nodiscard]] std::string WindowsDirectory() override { return "c:\\windows"; }
-  [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
+  std::error_code Facts(const Path& path, EntryFacts& facts) override {
+    const auto found = entries_.find(path);
+    facts = {};
+    if (found != entries_.end()) {
+      facts.kind = found->second ? EntryKind::File : EntryKind::Folder;
+      facts.linkCount = 1;
+    }
+    return {};
+  }
+  bool IsSameFile(const Path& a, const Path& b) override { return a == b && entries_.contains(a); }
+  std::error_code ResolveLinks(const Path& path, Path& resolved) override {
+    resolved = path;
+    return {};
+  }
+  bool MayChange(const Path& /*folder*/) override { return true; }
+  std::error_code MakeFolder(const Path& path) override {
+    if (!IsFolder(path.parent_path())) {
+      return Failure(std::errc::no_such_file_or_directory);
+    }
+    return entries_.try_emplace(path).second ? std::error_code() : Failure(std::errc::file_exists);
+  }
+  std::error_code Search(const Path& folder, SearchKind kind, const SearchVisitor& visit) override {
+    if (!IsFolder(folder)) {
+      return Failure(std::errc::no_such_file_or_directory);
+    }
+    for (const auto& [path, bytes] : entries_) {
+      const std::string name = path.filename().string();
+      const bool isMeant =
+          (kind != SearchKind::NamesWithoutDot || name.find('.') == std::string::npos) &&
+          (kind != SearchKind::OrdinaryFiles || bytes);
+      if (path.parent_path() == folder && path != folder && isMeant &&
+          !visit(name, bytes ? EntryKind::File : EntryKind::Folder)) {
+        break;
+      }
+    }
+    return {};
+  }
+  std::error_code Recycle(const Path& path) override {
+    const std::string inside = path.string() + "/";
+    const std::size_t removed = std::erase_if(entries_, [&](const auto& entry) {
+      return entry.first == path || entry.first.string().starts_with(inside);
+    });
+    return removed > 0 ? std::error_code() : Failure(std::errc::no_such_file_or_directory);
+  }
+  std::error_code RecycleCopy(const Path& /*path*/) override { return {}; }
+
+  Path ProgramFolder() override { return "/program"; }
+  Path DriveFolder() override { return "/drives"; }
+  std::string WindowsDirectory() override { return "c:\\windows"; }
+  bool QueryOSVersion(OSVersionRecord& /*record*/) override { return false; }
 
  private:
-  struct Entry {
-    bool isFolder = false;
-    std::shared_ptr<std::string> bytes;
+  class Reader final : public InputFile {
+   public:
+    Reader(std::string bytes, std::size_t most) : bytes_(std::move(bytes)), most_(most) {}
+    std::error_code Read(char* buffer, std::size_t size, std::size_t& count) override {
+      count = bytes_.copy(buffer, std::min(size, most_), position_);
+      position_ += count;
+      return {};
+    }
+
+   private:
+    std::string bytes_;
+    std::size_t most_;
+    std::size_t position_ = 0;
   };
 
-  [[nodiscard]] const Entry* At(const std::string& path) const;
+  class Writer final : public OutputFile {
+   public:
+    explicit Writer(std::shared_ptr<std::string> bytes) : bytes_(std::move(bytes)) {}
+    std::error_code Write(std::string_view bytes, std::size_t& count) override {
+      *bytes_ += bytes;
+      count = bytes.size();
+      return {};
+    }
+    std::error_code TruncateHere() override { return {}; }
+    std::error_code Length(std::uintmax_t& length) override {
+      length = bytes_->size();
+      return {};
+    }
+    std::error_code TakeAttributesOf(const Path& /*path*/) override { return {}; }
+    std::error_code Sync() override { return {}; }
+    std::error_code Close() override { return {}; }
 
+   private:
+    std::shared_ptr<std::string> bytes_;
+  };
+
+  static std::error_code Failure(std::errc reason) { return std::make_error_code(reason); }
+  [[nodiscard]] bool IsFolder(const Path& path) const {
+    const auto found = entries_.find(path);
+    return found != entries_.end() && !found->second;
+  }
+
+  inline static const Path kDrive = "/drives/c";
   Platform* before_;
-  std::map<std::string, Entry> entries_;  ///< by native path
+  std::map<Path, std::shared_ptr<std::string>> entries_;  ///< content by path, none of a folder
 };
 
 }  // namespace tarvell::fuzz

@@ -5,26 +5,22 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "FuzzTarget.h"
 #include "core/numbers/NumberPattern.h"
 
-/// Numbers and digit patterns against an arithmetic on decimal digits. An input is eight bytes, a
-/// number of the machine, and the bytes that choose a pattern; behind them stands a number's text.
+/// Numbers and digit patterns against an arithmetic on decimal digits. An input is the eight bytes
+/// of a double, the two bytes that choose a pattern, and the text of a number.
 namespace tarvell::fuzz {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-/// A text's number as the C library reads it; the text is cleaned for it. "" when there is none.
+/// The number that a text begins with, as the C library reads it; "" when there is none.
 std::string CleanNumber(std::string_view text) {
   std::string clean;
   for (const char c : text) {
@@ -32,35 +28,28 @@ std::string CleanNumber(std::string_view text) {
       clean += c == 'd' || c == 'D' || c == 'E' ? 'e' : c;
     }
   }
-  std::size_t i = 0;
-  const auto skip = [&](std::size_t& at) {
-    const std::size_t start = at;
-    while (at < clean.size() && IsDigit(clean[at])) {
-      ++at;
-    }
-    return at - start;
+  const auto digitsFrom = [&](std::size_t start) {
+    return std::min(clean.find_first_not_of("0123456789", start), clean.size());
   };
-  if (i < clean.size() && (clean[i] == '+' || clean[i] == '-')) {
-    ++i;
-  }
-  std::size_t digits = skip(i);
-  if (i < clean.size() && clean[i] == '.') {
-    ++i;
-    digits += skip(i);
+  const auto afterSign = [&](std::size_t start) {
+    return start + (clean.find_first_of("+-", start) == start ? 1 : 0);
+  };
+  const std::size_t first = afterSign(0);
+  std::size_t end = digitsFrom(first);
+  std::size_t digits = end - first;
+  if (clean.compare(end, 1, ".") == 0) {
+    const std::size_t decimals = end + 1;
+    end = digitsFrom(decimals);
+    digits += end - decimals;
   }
   if (digits == 0) {
     return {};
   }
-  if (i < clean.size() && clean[i] == 'e') {
-    std::size_t at = i + 1;
-    if (at < clean.size() && (clean[at] == '+' || clean[at] == '-')) {
-      ++at;
-    }
-    if (skip(at) > 0) {
-      i = at;
-    }
+  if (clean.compare(end, 1, "e") == 0) {
+    const std::size_t power = afterSign(end + 1);
+    end = digitsFrom(power) > power ? digitsFrom(power) : end;
   }
-  return clean.substr(0, i);
+  return clean.substr(0, end);
 }
 
 /// A number's 15 significant digits: 0.d1d2d3... times ten to the power of `point`.
@@ -80,7 +69,7 @@ Decimal DecimalOf(double value) {
   return decimal;
 }
 
-/// The digits in front of and behind the point.
+/// The digits before and after the point.
 struct Places {
   std::string whole;
   std::string decimals;
@@ -88,105 +77,87 @@ struct Places {
 
 /// Rounds half away from zero to `count` decimals.
 Places Rounded(const Decimal& decimal, int count) {
-  // One digit line with the point at a fixed place: zeros in front and behind, as many as needed.
+  // One line of digits, with a zero before them for a carry and at least one after the last place.
   const int front = std::max(1, 1 - decimal.point);
-  std::string line(static_cast<std::size_t>(front), '0');
-  line += decimal.digits;
-  const int behindWhole = front + decimal.point;
-  auto point = static_cast<std::size_t>(behindWhole);
+  std::string line = std::string(static_cast<std::size_t>(front), '0') + decimal.digits;
+  const int place = front + decimal.point;
+  const auto point = static_cast<std::size_t>(place);
   const std::size_t length = point + static_cast<std::size_t>(count);
-  if (line.size() <= length) {
-    line.append(length + 1 - line.size(), '0');
-  }
-  const bool up = line[length] >= '5';
-  line.resize(length);
-  if (up) {
+  line.resize(std::max(line.size(), length + 1), '0');
+  if (line[length] >= '5') {
     std::size_t i = length;
-    while (i > 0 && line[i - 1] == '9') {
-      line[--i] = '0';
+    while (line[--i] == '9') {
+      line[i] = '0';
     }
-    if (i > 0) {
-      ++line[i - 1];
-    } else {
-      line.insert(0, "1");
-      ++point;
-    }
+    ++line[i];
   }
   std::string whole = line.substr(0, point);
   whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size()));
-  return {whole, line.substr(point)};
+  return {whole, line.substr(point, length - point)};
 }
 
-/// A pattern, chosen by a few bytes.
+std::string Many(int count, char c) {
+  std::string text;
+  text.assign(static_cast<std::size_t>(count), c);
+  return text;
+}
+
+/// A pattern, chosen by two bytes.
 struct Pattern {
-  int wholeHashes = 0;
-  int wholeZeros = 0;
-  int decimalZeros = 0;
-  int decimalHashes = 0;
-  int exponentZeros = 0;
-  int blanks = 0;
+  Pattern(int first, int second)
+      : wholeHashes(first / 4 % 4),
+        wholeZeros(first % 4),
+        decimalZeros(second % 8),
+        decimalHashes(second / 8 % 8),
+        exponentZeros(second >= 128 ? first / 32 % 3 + 1 : 0),
+        blanks(first / 16 % 2) {
+    if (exponentZeros > 0 || wholeZeros + wholeHashes == 0) {
+      wholeHashes = 0;
+      wholeZeros = 1;
+    }
+  }
 
   [[nodiscard]] std::string Text() const {
-    const auto many = [](int count, char c) {
-      return std::string(static_cast<std::size_t>(count), c);
-    };
-    const bool hasDecimals = decimalZeros + decimalHashes > 0;
-    return many(wholeHashes, '#') + many(wholeZeros, '0') + (hasDecimals ? "." : "") +
-           many(decimalZeros, '0') + many(decimalHashes, '#') + (exponentZeros > 0 ? "E-" : "") +
-           many(exponentZeros, '0') + many(blanks, ' ');
+    return Many(wholeHashes, '#') + Many(wholeZeros, '0') +
+           (decimalZeros + decimalHashes > 0 ? "." : "") + Many(decimalZeros, '0') +
+           Many(decimalHashes, '#') + (exponentZeros > 0 ? "E-" : "") + Many(exponentZeros, '0') +
+           Many(blanks, ' ');
   }
-};
 
-Pattern PatternOf(Input& input) {
-  Pattern pattern;
-  const unsigned first = input.Byte();
-  const unsigned second = input.Byte();
-  pattern.wholeZeros = static_cast<int>(first % 4);
-  pattern.wholeHashes = static_cast<int>(first / 4 % 4);
-  pattern.blanks = static_cast<int>(first / 16 % 2);
-  pattern.decimalZeros = static_cast<int>(second % 8);
-  pattern.decimalHashes = static_cast<int>(second / 8 % 8);
-  if (second >= 128) {
-    pattern.exponentZeros = static_cast<int>(first / 32 % 3 + 1);
-    pattern.wholeHashes = 0;
-    pattern.wholeZeros = 1;
-  } else if (pattern.wholeZeros + pattern.wholeHashes == 0) {
-    pattern.wholeZeros = 1;
-  }
-  return pattern;
-}
+  int wholeHashes;
+  int wholeZeros;
+  int decimalZeros;
+  int decimalHashes;
+  int exponentZeros;
+  int blanks;
+};
 
 std::string ExpectedText(const Pattern& pattern, double value) {
   Decimal decimal = DecimalOf(value);
   int exponent = 0;
-  if (pattern.exponentZeros > 0) {
-    exponent = value == 0 ? 0 : decimal.point - 1;
-    decimal.point = value == 0 ? 0 : 1;
+  if (pattern.exponentZeros > 0 && value != 0) {
+    exponent = decimal.point - 1;
+    decimal.point = 1;
   }
   Places places = Rounded(decimal, pattern.decimalZeros + pattern.decimalHashes);
   if (pattern.exponentZeros > 0 && places.whole == "10") {
     places.whole = "1";
     ++exponent;
   }
-  const auto zeros = static_cast<std::size_t>(pattern.wholeZeros);
-  if (places.whole.size() < zeros) {
-    places.whole.insert(0, zeros - places.whole.size(), '0');
-  }
+  const auto padded = [](const std::string& digits, int width) {
+    return Many(std::max(0, width - static_cast<int>(digits.size())), '0') + digits;
+  };
   while (places.decimals.size() > static_cast<std::size_t>(pattern.decimalZeros) &&
          places.decimals.back() == '0') {
     places.decimals.pop_back();
   }
-  std::string text = (decimal.negative ? "-" : "") + places.whole;
-  if (!places.decimals.empty()) {
-    text += "." + places.decimals;
-  }
+  std::string text = (decimal.negative ? "-" : "") + padded(places.whole, pattern.wholeZeros) +
+                     (places.decimals.empty() ? "" : "." + places.decimals);
   if (pattern.exponentZeros > 0) {
-    const std::string power = std::to_string(std::abs(exponent));
-    const auto width = static_cast<std::size_t>(pattern.exponentZeros);
-    text += exponent < 0 ? "E-" : "E";
-    text += std::string(width - std::min(width, power.size()), '0') + power;
+    text += (exponent < 0 ? "E-" : "E") +
+            padded(std::to_string(std::abs(exponent)), pattern.exponentZeros);
   }
-  return text + std::string(static_cast<std::size_t>(pattern.blanks), ' ');
+  return text + Many(pattern.blanks, ' ');
 }
 
 /// Plain decimals below 1E15 that fit 15 decimals, else with an exponent.
@@ -228,7 +199,7 @@ void CheckValue(double value, const Pattern& pattern) {
   Require(shortest == ExpectedShortest(value), "the shortest text has the digits by hand",
           shortest + " not " + ExpectedShortest(value));
 
-  // The 15 digits of the very largest numbers are those of none that a double can hold.
+  // Rounded to 15 digits, the very largest numbers are too large for a double.
   const double reread = std::strtod(shortest.c_str(), nullptr);
   if (std::isinf(reread)) {
     Require(!Accepts([&] { static_cast<void>(NumericValue(shortest)); }), "too large is refused");
@@ -257,10 +228,8 @@ void CheckText(const std::string& text, const Pattern& pattern) {
           "a text has the value that the C library reads", text);
   CheckValue(value, pattern);
 
-  // A text box takes the whole text as one number, with blanks around it alone.
-  std::string trimmed = text;
-  trimmed.erase(0, std::min(trimmed.find_first_not_of(" \t\n"), trimmed.size()));
-  trimmed.resize(trimmed.find_last_not_of(" \t\n") + 1);
+  // A text box takes the whole text as one number; blanks may stand only around it.
+  const std::string trimmed = Stripped(text, " \t\n");
   const bool isWhole = !clean.empty() && trimmed.size() == clean.size() &&
                        trimmed.find_first_of(" \t\n") == std::string::npos;
   const double rounded = std::round(expected);
@@ -271,24 +240,20 @@ void CheckText(const std::string& text, const Pattern& pattern) {
   Require(integer == 0 || integer == rounded, "a box gives its number", text);
 }
 
+}  // namespace
+
 void Run(Input input) {
   std::array<unsigned char, sizeof(double)> bytes{};
   for (unsigned char& byte : bytes) {
     byte = static_cast<unsigned char>(input.Byte());
   }
-  double value = 0;
-  std::memcpy(&value, bytes.data(), bytes.size());
-  const Pattern pattern = PatternOf(input);
+  const auto value = std::bit_cast<double>(bytes);
+  const auto first = static_cast<int>(input.Byte());
+  const Pattern pattern(first, static_cast<int>(input.Byte()));
   if (!std::isnan(value)) {
     CheckValue(value, pattern);
   }
   CheckText(input.Rest(), pattern);
 }
 
-}  // namespace
 }  // namespace tarvell::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  tarvell::fuzz::Run({data, size});
-  return 0;
-}

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: the Tarvell authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# What ./run, ./test and the scripts share; sourced from the project's root.
+# Functions of ./run, ./test and the scripts; sourced from the project's root.
 #
 # shellcheck shell=bash disable=SC2034
 
@@ -16,7 +16,7 @@ as_root() {
   fi
 }
 
-# Installs the Debian packages that are missing. Remembers what it has seen installed.
+# Installs the Debian packages that are missing, and remembers which are installed.
 install_packages() {
   local seen=build/.packages missing=() package
   for package in "$@"; do
@@ -39,20 +39,19 @@ install_packages() {
   mv "$seen.new" "$seen"
 }
 
-# The folder in which the program keeps its drives. Where there is none yet it is made for whoever
-# sets the program up; one that others share is left as it is.
+# Makes the folder of the program's drives for the current user. An existing one is not changed.
 make_state_folder() {
   local state=/var/lib/tarvell
   if [ ! -e "$state" ]; then
     as_root mkdir -p "$state/drives/c/windows"
     as_root chown -R "$(id -u):$(id -g)" "$state"
   elif [ ! -w "$state/drives" ]; then
-    echo "Note: you may not write into $state/drives, so nothing can be saved below a drive" >&2
-    echo "letter. Ask to become a member of the group $(stat -c %G "$state/drives")." >&2
+    echo "Note: you may not write into $state/drives, so nothing can be saved on a drive." >&2
+    echo "Ask to become a member of the group $(stat -c %G "$state/drives")." >&2
   fi
 }
 
-# Whether there is a screen to show windows on. A display that is named but not there is none.
+# Whether windows can be shown. A display that is set but does not exist does not count.
 has_display() {
   local display=${DISPLAY:-} socket
   if [ -n "${WAYLAND_DISPLAY:-}" ]; then
@@ -78,8 +77,8 @@ state_namespace() {
 # Whether the system allows with_own_state.
 has_own_state() { state_namespace true 2>/dev/null; }
 
-# with_own_state TREE COMMAND...: runs the command, which sees the folder TREE, emptied first, in the
-# place of /var/lib/tarvell.
+# with_own_state TREE COMMAND...: empties the folder TREE and runs the command with TREE in place of
+# /var/lib/tarvell.
 with_own_state() {
   rm -rf "$1"
   mkdir -p "$1/drives/c/windows"
@@ -94,5 +93,6 @@ PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant)
 PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
 SHARE_PACKAGES=("${TOUR_PACKAGES[@]}" samba smbnetfs iproute2)
-BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev pkg-config xvfb xauth)
+BENCH_PACKAGES=(libxcb1-dev pkg-config xvfb xauth)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)
+TIDY_PACKAGES=(clang-tidy git)

@@ -1,9 +1,9 @@
 # SPDX-FileCopyrightText: the Tarvell authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# A virtual screen of its own, on which a program is operated by real key presses and its pictures
-# are taken; sourced from the project's root by what does so. `pictures` is the folder for the
-# pictures; `screen` the size of the screen, WIDTHxHEIGHT.
+# Uses a program on its own virtual screen by real key presses, and takes pictures; sourced from the
+# project's root. `pictures` is the folder for the pictures, `screen` the size of the screen,
+# WIDTHxHEIGHT.
 #
 # shellcheck shell=bash disable=SC2154
 work=$(mktemp -d)
@@ -26,7 +26,7 @@ fail() {
 # visible NAME: whether a window whose title matches is on the screen.
 visible() { xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
 
-# await NAME...: waits until one of the windows has the keyboard; its title is in $title.
+# await NAME...: waits until one of the windows has the focus; sets $title to its title.
 await() {
   local tries name
   for ((tries = 0; tries < 300; tries++)); do
@@ -47,7 +47,7 @@ taken=()
 
 mkdir -p "$pictures"
 
-# open_screen: starts a screen, which is in DISPLAY then.
+# open_screen: starts a screen and sets DISPLAY.
 open_screen() {
   local number display=$work/display${DISPLAY:-}
   mkfifo "$display"
@@ -64,8 +64,8 @@ open_screen() {
 }
 open_screen
 
-# start PROGRAM COMMAND...: starts it, runs the command while its splash screen shows, and waits for
-# its main menu.
+# start PROGRAM COMMAND...: starts the program, runs the command while the splash screen is shown, and
+# waits for the main menu.
 start() {
   "$1" >>"$work/program.log" 2>&1 &
   program_pid=$!

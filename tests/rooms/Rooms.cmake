@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: the Tarvell authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# Fails when a source below ROOT includes a room that its own room may not stand on.
+# Fails when a source below ROOT includes a room that its own room may not use.
 # Usage: cmake -D ROOT=... -P Rooms.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -55,4 +55,4 @@ endif()
 if(wrong GREATER 0)
   message(FATAL_ERROR "${wrong} wrong includes in ${count} sources")
 endif()
-message("every include of ${count} sources leads down")
+message("the includes of ${count} sources are right")

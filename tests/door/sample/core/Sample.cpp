@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Never built: what the check of the one door must find, one on each line.
+// Never built: what the check has to find, one on each line.
 
 std::ofstream stream(path);
 std::FILE* file = std::fopen(path, "w");

@@ -1,11 +1,11 @@
 # SPDX-FileCopyrightText: the Tarvell authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# Fails when a source below ROOT writes, makes, moves or deletes files in any way but through the
-# platform interface and SaveFile. Usage: cmake -D ROOT=... -P OnlyOneDoor.cmake
+# Fails when a source below ROOT writes, makes, moves or deletes files without the platform
+# interface and SaveFile. Usage: cmake -D ROOT=... -P OnlySaveFileWrites.cmake
 cmake_minimum_required(VERSION 3.25)
 
-set(DOORS
+set(OTHER_WAYS
   # the language and its library
   "fstream" "fopen" "freopen" "fdopen" "tmpfile" "std::remove *\\(\"" "std::rename"
   "filesystem::(copy|rename|remove|resize_file|create_[a-z_]+|permissions)"
@@ -17,9 +17,9 @@ set(DOORS
   "QFile( +[a-z]|[({]|::(copy|rename|remove|link|setPermissions))" "QSaveFile" "QTemporary" "QSettings" "QTextStream" "QDataStream" "QLockFile"
   "QProcess" "(mkpath|mkdir|rmdir|rmpath|removeRecursively|moveToTrash) *\\(")
 
-# The two ways past this check, each with what it may use.
-set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")  # the door itself
-# The desktop's trash alone: what is deleted moves into it, what a save replaces is copied into it.
+# The two sources that may use some of them.
+set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")
+# Only for the desktop's trash: deleted files move into it, replaced files are copied into it.
 set(ALLOWED_screens/widgets/DesktopPlatform.cpp
   "moveToTrash *\\(|mkpath *\\(|QFile::remove|(filesystem)?::(copy|rename|remove|permissions)\\(?")
 
@@ -30,12 +30,12 @@ foreach(folder app core screens)
   foreach(source IN LISTS files)
     math(EXPR sources "${sources} + 1")
     file(READ ${ROOT}/${source} text)
-    foreach(door IN LISTS DOORS)
-      string(REGEX MATCHALL "${door}" uses "${text}")
+    foreach(way IN LISTS OTHER_WAYS)
+      string(REGEX MATCHALL "${way}" uses "${text}")
       foreach(use IN LISTS uses)
         if(NOT DEFINED ALLOWED_${source} OR NOT use MATCHES "^(${ALLOWED_${source}})$")
           math(EXPR found "${found} + 1")
-          message("${source}: \"${use}\" writes past SaveFile")
+          message("${source}: \"${use}\" does not write through SaveFile")
         endif()
       endforeach()
     endforeach()
@@ -43,9 +43,9 @@ foreach(folder app core screens)
 endforeach()
 
 if(sources EQUAL 0)
-  message(FATAL_ERROR "no sources below ${ROOT}")
+  message(FATAL_ERROR "there are no sources below ${ROOT}")
 endif()
 if(found GREATER 0)
-  message(FATAL_ERROR "${found} other doors in ${sources} sources")
+  message(FATAL_ERROR "${found} other ways to write in ${sources} sources")
 endif()
-message("one door in ${sources} sources")
+message("${sources} sources write through SaveFile only")

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "FuzzTarget.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace tarvell::fuzz {
+
+unsigned Input::Byte() {
+  return position_ < bytes_.size() ? static_cast<unsigned char>(bytes_[position_++]) : 0U;
+}
+
+std::string Input::Line() {
+  const std::size_t start = position_;
+  const std::size_t end = std::min(bytes_.find('\n', start), bytes_.size());
+  position_ = std::min(end + 1, bytes_.size());
+  return bytes_.substr(start, end - start);
+}
+
+std::string Input::Rest() {
+  return bytes_.substr(std::exchange(position_, bytes_.size()));
+}
+
+void Require(bool holds, const char* what, const std::string& details) {
+  if (!holds) {
+    static_cast<void>(std::fprintf(stderr, "Broken: %s\n%s\n", what, details.c_str()));
+    std::abort();
+  }
+}
+
+std::string Stripped(const std::string& text, const char* blanks) {
+  const std::size_t first = std::min(text.find_first_not_of(blanks), text.size());
+  return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+bool IsDigits(const std::string& text, std::size_t count) {
+  return text.size() == count && text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+}  // namespace tarvell::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tarvell::fuzz::Run({data, size});
+  return 0;
+}
