@@ -9,12 +9,15 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
+#include "core/files/Paths.h"
 #include "core/text/FileCharacters.h"
 
 /// The item reader against the rule of list input on the whole bytes. The first byte of an input
 /// chooses the encoding and how many bytes the disk gives at once; the rest is the file.
 namespace tarvell::fuzz {
 namespace {
+
+constexpr const char* kPath = "c:\\file";
 
 struct Item {
   std::string bytes;
@@ -100,7 +103,7 @@ void Run(Input input) {
                      [](const Item& a, const Item& b) { return a.bytes == b.bytes; }),
           "items that are written come back");
   Require(EncodeFileText(DecodeFileText(bytes)) == bytes, "every byte comes back as it was");
-  Require(ItemReader("c:\\file").AtEnd() == rewritten.empty(), "only an empty file is at its end");
+  Require(ItemReader(kPath).AtEnd() == rewritten.empty(), "only an empty file is at its end");
 }
 
 }  // namespace tarvell::fuzz

@@ -151,8 +151,8 @@ class UnreadableEntries {
 };
 
 /// The same as ReadHeader, but adds a file that cannot be read to `unreadable`.
-std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind, const std::string& path,
-                                         UnreadableEntries& unreadable) {
+std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind,
+                                         const std::string& path, UnreadableEntries& unreadable) {
   try {
     return ReadHeader(native, kind, path);
   } catch (const Error& error) {
@@ -177,8 +177,8 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
   const std::filesystem::path native = NativePath(root);
   std::vector<std::string> entries;
   bool tooMany = false;
-  const std::error_code code =
-      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
+  const std::error_code code = CurrentPlatform().Search(
+      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
         tooMany = entries.size() == kListedEntries;
         if (!tooMany) {
           entries.push_back(name);
@@ -216,8 +216,8 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
-  const std::error_code code =
-      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
+  const std::error_code code = CurrentPlatform().Search(
+      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
         if (!IsDataFileName(name)) {
           return true;
         }
