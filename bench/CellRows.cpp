@@ -37,7 +37,7 @@ std::vector<Cell> NumberCells(const cifCaldata& data) {
   std::vector<Cell> cells;
   while (cells.size() < kCells) {
     for (std::int16_t page = 0; page < data.GetCalPageCount(); ++page) {
-      MemoryGrid grid(kMostColumns);
+      MemoryGrid grid(kGridColumns);
       data.GetCalData(page, grid);
       for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
         for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {

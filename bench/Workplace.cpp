@@ -19,7 +19,7 @@ namespace tarvell::bench {
 
 namespace {
 
-constexpr auto kMostRows = static_cast<std::int16_t>(kTableRows + 1);  // with the caption row
+constexpr auto kGridRows = static_cast<std::int16_t>(kTableRows + 1);  // with the caption row
 
 /// The system, with the templates where the sources have them.
 class BenchPlatform : public ForwardingPlatform {
@@ -86,9 +86,9 @@ std::unique_ptr<cifCaldata> LargestData(const Model& model) {
     return data;  // its tables have a fixed number of rows
   }
   for (std::int16_t page = 0; page < data->GetCalPageCount(); ++page) {
-    MemoryGrid grid(kMostColumns);
+    MemoryGrid grid(kGridColumns);
     data->GetCalData(page, grid);
-    while (grid.RowCount() < kMostRows) {
+    while (grid.RowCount() < kGridRows) {
       grid.AddRow(LastRow(grid));
     }
     data->SetCalData(page, grid);

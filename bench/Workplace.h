@@ -48,7 +48,7 @@ void WriteFile(const std::string& native, std::string_view bytes);
 inline constexpr std::array<std::string_view, 4> kFamilies = {"PX12A", "PX60H", "RT520A", "RT730A"};
 
 /// Columns of the widest table.
-inline constexpr std::int16_t kMostColumns = 6;
+inline constexpr std::int16_t kGridColumns = 6;
 
 }  // namespace tarvell::bench
 

@@ -21,7 +21,6 @@ namespace tarvell {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
-constexpr std::size_t kLongestQuote = 40;
 /// From here on not every digit before the point is kept.
 constexpr double kTooManyDigits = 1E15;
 // A file has eight digits for a date.
@@ -29,11 +28,6 @@ constexpr std::int16_t kFirstFourDigitYear = 1000;
 constexpr std::int16_t kLastFourDigitYear = 9999;
 /// Room for what binary fractions lose.
 constexpr double kSlack = 1 + 1E-9;
-
-std::string Quoted(std::string_view text) {
-  const std::string_view start = FirstCharacters(text, kLongestQuote);
-  return "\"" + std::string(start) + (start.size() < text.size() ? "..." : "") + "\"";
-}
 
 /// Half a unit of the last decimal.
 double RoundingOf(std::string_view number) {

@@ -3,7 +3,6 @@
 
 #include "core/caldata/PastedCells.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -16,9 +15,6 @@
 namespace tarvell {
 
 namespace {
-
-constexpr std::size_t kLongestQuote = 40;
-constexpr char kBlank = ' ';
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {
   std::vector<std::string_view> parts;
@@ -42,15 +38,6 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
     }
   }
   return lines;
-}
-
-/// A value as a message shows it.
-std::string Quoted(std::string_view value) {
-  std::string shown(FirstCharacters(value, kLongestQuote));
-  std::replace_if(
-      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < kBlank; },
-      kBlank);
-  return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
 }
 
 std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& affixes) {

@@ -268,7 +268,7 @@ void AddLine(FileText& text, std::string_view keyword, const std::string& value)
     if (isOpen || FindField(ParseKeywordLine(item).keyword) != nullptr) {
       throw Error(ErrorKind::Character,
                   "The value \"" + value + "\" of " + std::string(keyword) +
-                      " cannot be kept: what stands behind its comma, \"" + item +
+                      " cannot be kept: the text after its comma, \"" + item +
                       "\", would be taken for another line. Change it, then try again.");
     }
   }

@@ -113,6 +113,16 @@ std::string TextOrNone(std::string_view text) {
   return text.empty() ? "(none)" : std::string(text);
 }
 
+std::string Quoted(std::string_view value) {
+  static constexpr std::size_t kShownCharacters = 40;
+  static constexpr char kBlank = ' ';
+  std::string shown(FirstCharacters(value, kShownCharacters));
+  std::replace_if(
+      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < kBlank; },
+      kBlank);
+  return "\"" + shown + (shown.size() < value.size() ? "..." : "") + "\"";
+}
+
 std::string Replaced(std::string_view text, char from, char to) {
   std::string result(text);
   std::replace(result.begin(), result.end(), from, to);

@@ -44,6 +44,10 @@ void AppendRight(std::string& target, std::string_view text, std::size_t width);
 /// `text` as a message shows it: "(none)" if it is empty.
 [[nodiscard]] std::string TextOrNone(std::string_view text);
 
+/// A value as a message shows it: in quotes, with blanks for control characters, and only the first
+/// 40 characters of a longer one.
+[[nodiscard]] std::string Quoted(std::string_view value);
+
 /// `text` with every `from` replaced by `to`.
 [[nodiscard]] std::string Replaced(std::string_view text, char from, char to);
 
