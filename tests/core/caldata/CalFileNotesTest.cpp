@@ -8,12 +8,11 @@
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
-CalFileInfo WholeRow() {
+TEST(CalFileNotes, SayNumberDatesCommentAndWhatTheMarkMeans) {
   CalFileInfo row;
-  row.SerialNumber = "3318A12345";
   row.CalibrationNumber = "C-0042";
   row.CalYear = 2001;
   row.CalMonth = 3;
@@ -22,14 +21,10 @@ CalFileInfo WholeRow() {
   row.DueMonth = 12;
   row.DueDay = 31;
   row.Comment = "factory";
-  return row;
-}
-
-TEST(CalFileNotes, TellNumberDatesCommentAndWhatTheMarkMeans) {
   for (const auto& [state, words] :
        {std::pair(DueState::Fine, ""), std::pair(DueState::PastDue, ", past due"),
         std::pair(DueState::DueSoon, ", due within 30 days")}) {
-    EXPECT_EQ(CalFileNotes(WholeRow(), state),
+    EXPECT_EQ(CalFileNotes(row, state),
               "Calibration number: C-0042\n"
               "Calibrated: 5 MAR 2001\n"
               "Due: 31 DEC 2002" +
@@ -37,7 +32,7 @@ TEST(CalFileNotes, TellNumberDatesCommentAndWhatTheMarkMeans) {
   }
 }
 
-TEST(CalFileNotes, TellWhatIsMissingAndDaysThatDoNotExist) {
+TEST(CalFileNotes, SayWhatIsMissingAndDaysThatDoNotExist) {
   CalFileInfo row;
   row.DueYear = 2002;
   row.DueMonth = 11;
@@ -50,12 +45,13 @@ TEST(CalFileNotes, TellWhatIsMissingAndDaysThatDoNotExist) {
 }
 
 TEST(CalFileHeader, OfOneFileIsReadWithoutChangingTheList) {
-  const test::TestTree tree;
+  const TestTree tree;
   gCalFiles.at(0).SerialNumber = "other";
   const std::string path = R"(c:\calfactors\PX12A\SN12345)";
-  tree.Write(path, test::Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345",
-                                "#CAL_DATE : 20010305", "#CAL_NO   : C-0042",
-                                "#DUE_DATE : 20021231", "#COMMENT  : factory", "!End"}));
+  EXPECT_EQ(ErrorOf([&] { (void)ReadCalFileHeader(path); }).Path(), path);
+  tree.Write(path,
+             Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                    "#CAL_NO   : C-0042", "#DUE_DATE : 20021231", "#COMMENT  : factory", "!End"}));
   const auto row = ReadCalFileHeader(path);
   ASSERT_TRUE(row.has_value());
   EXPECT_EQ(row->FilePath, path);
@@ -64,12 +60,5 @@ TEST(CalFileHeader, OfOneFileIsReadWithoutChangingTheList) {
   gCalFiles.fill(CalFileInfo());
 }
 
-TEST(CalFileHeader, OfAFileThatIsGoneIsAnError) {
-  const test::TestTree tree;
-  const Error error =
-      test::ErrorOf([] { (void)ReadCalFileHeader(R"(c:\calfactors\PX12A\SN12345)"); });
-  EXPECT_EQ(error.Path(), R"(c:\calfactors\PX12A\SN12345)");
-}
-
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

@@ -13,11 +13,9 @@
 #include "core/caldata/TableRows.h"
 #include "support/ErrorOf.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
-using test::Contains;
-using test::ErrorOf;
 using Texts = std::vector<std::string>;
 
 void FillSensor(MemoryGrid& grid, const Texts& frequencies) {
@@ -238,17 +236,6 @@ TEST(AttenuatorPoints, ARowHasTheSettingAsItsDefaultAndTwoToFourDecimalsInItsFre
   }
 }
 
-TEST(AttenuatorPoints, EveryPointOfTheDialogKeepsItsTexts) {
-  for (const char* setting :
-       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"}) {
-    for (const char* frequency : {"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
-                                  "1.00E09", "3.00E09", "6.9925E09"}) {
-      EXPECT_EQ(AttenuatorRow(AttenuatorPointFrom(setting, frequency)),
-                (Texts{setting, frequency, std::string(setting) + ".0000"}));
-    }
-  }
-}
-
 void FillAttenuator(MemoryGrid& grid, const std::vector<Texts>& points) {
   // Numbers in the caption row are no point.
   grid.SetCellText(0, 0, "70");
@@ -329,4 +316,4 @@ TEST(AttenuatorPoints, APointIsNamedByItsShortestSettingAndItsFrequencyInMHzOrGH
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

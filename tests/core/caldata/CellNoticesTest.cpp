@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/caldata/CellNotices.h"
@@ -14,10 +15,8 @@
 #include "core/caldata/cInstrRT730A.h"
 #include "support/ErrorOf.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
-
-using test::Contains;
 
 TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
   const auto expect = [](const char* text, const char* before, const char* number,
@@ -35,47 +34,45 @@ TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
   expect("", "", "", "");
 }
 
-struct Typed {
-  const char* typed;
-  const char* stored;
-};
+/// What was typed, and what the cell stores.
+using TypedCells = std::vector<std::pair<const char*, const char*>>;
 
 TEST(CellNotices, ANumberThatIsRoundedToTheDigitsOfItsCellIsNotReported) {
-  for (const Typed& cell : std::vector<Typed>{{"98.57", "98.6"},
-                                              {"98.55", "98.6"},
-                                              {" 98.5 ", "98.5"},
-                                              {"98.5\r\n", "98.5"},
-                                              {"9.85E1", "98.5"},
-                                              {"+5", "5.0"},
-                                              {"-5", "-5.0"},
-                                              {"0", "0.0"},
-                                              {"0.0", "-0.0"},
-                                              {"1.5pF", "1.50000pF"},
-                                              {"12 ppm", "12 ppm"},
-                                              {"0.1%", "0.1000 %"},
-                                              {"Ls/5", "Ls/5 nH"},
-                                              {"5.25 nH", "Ls/5.25 nH"},
-                                              {"12.5", "13 ppm"}}) {
-    EXPECT_EQ(StoredDifferently(cell.typed, cell.stored), "") << cell.typed;
+  for (const auto& [typed, stored] : TypedCells{{"98.57", "98.6"},
+                                                {"98.55", "98.6"},
+                                                {" 98.5 ", "98.5"},
+                                                {"98.5\r\n", "98.5"},
+                                                {"9.85E1", "98.5"},
+                                                {"+5", "5.0"},
+                                                {"-5", "-5.0"},
+                                                {"0", "0.0"},
+                                                {"0.0", "-0.0"},
+                                                {"1.5pF", "1.50000pF"},
+                                                {"12 ppm", "12 ppm"},
+                                                {"0.1%", "0.1000 %"},
+                                                {"Ls/5", "Ls/5 nH"},
+                                                {"5.25 nH", "Ls/5.25 nH"},
+                                                {"12.5", "13 ppm"}}) {
+    EXPECT_EQ(StoredDifferently(typed, stored), "") << typed;
   }
 }
 
 TEST(CellNotices, WhatIsStoredAsAnotherNumberIsReportedWithWhatTheCellHolds) {
-  for (const Typed& cell : std::vector<Typed>{{"98,57", "98.0"},
-                                              {"abc", "0.0"},
-                                              {"98.5x", "98.5"},
-                                              {"9 8", "98.0"},
-                                              {"", "0.0"},
-                                              {"0.0030", "0 ppm"},
-                                              {"-0.04", "-0.0"},
-                                              {"98.57", "98.5"},
-                                              {"1E15", "1000000000000000.0"},
-                                              {"5", "pF"},
-                                              {"5", ""},
-                                              {"1.5nF", "1.50000pF"}}) {
-    const std::string notice = StoredDifferently(cell.typed, cell.stored);
-    EXPECT_TRUE(Contains(notice, "the cell holds \"" + std::string(cell.stored) + "\""))
-        << cell.typed << ": " << notice;
+  for (const auto& [typed, stored] : TypedCells{{"98,57", "98.0"},
+                                                {"abc", "0.0"},
+                                                {"98.5x", "98.5"},
+                                                {"9 8", "98.0"},
+                                                {"", "0.0"},
+                                                {"0.0030", "0 ppm"},
+                                                {"-0.04", "-0.0"},
+                                                {"98.57", "98.5"},
+                                                {"1E15", "1000000000000000.0"},
+                                                {"5", "pF"},
+                                                {"5", ""},
+                                                {"1.5nF", "1.50000pF"}}) {
+    const std::string notice = StoredDifferently(typed, stored);
+    EXPECT_TRUE(Contains(notice, "the cell holds \"" + std::string(stored) + "\""))
+        << typed << ": " << notice;
   }
   EXPECT_EQ(StoredDifferently("98,57", "98.0"),
             "\"98,57\" is not a number; the cell holds \"98.0\". Type digits with a point for the "
@@ -112,7 +109,8 @@ void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
   }
 }
 
-TEST(CellNotices, SetAGivesPpmBackInWholeOnesAndLongPercentagesAsPpm) {
+TEST(CellNotices, ACellComesBackAsTheFileOfItsModelGivesIt) {
+  // Set A gives ppm back in whole ones, and long percentages as ppm.
   ExpectReadBack(cInstrRT520A(), {{0, 2, 2, "12.346 ppm", "12.000 ppm"},
                                   {0, 2, 2, "12.000 ppm", "12.000 ppm"},
                                   {0, 2, 1, "12 ppm", "12 ppm"},
@@ -124,15 +122,11 @@ TEST(CellNotices, SetAGivesPpmBackInWholeOnesAndLongPercentagesAsPpm) {
                                   {3, 3, 8, "0.0001", "0.0001"},
                                   {0, 4, 1, "0.00002", "0.00002"},
                                   {0, 0, 1, "1000", "1000"}});
-}
-
-TEST(CellNotices, SetCGivesEveryPercentageBackAsPpm) {
+  // Set C gives every percentage back as ppm.
   ExpectReadBack(cInstrRT520C(), {{0, 2, 1, "12 ppm", "12 ppm"},
                                   {0, 2, 1, "0.0012 %", "12 ppm"},
                                   {2, 1, 3, "1.00001uF", "1.00001uF"}});
-}
-
-TEST(CellNotices, TheResistorSetGivesPpmBackWithOneDecimal) {
+  // The resistor set gives ppm back with one decimal.
   ExpectReadBack(cInstrRT730A(), {{0, 3, 1, "0.04 ppm", "0 ppm"},
                                   {0, 3, 1, "12.35 ppm", "12.4 ppm"},
                                   {0, 3, 1, "12.3 ppm", "12.3 ppm"},
@@ -141,9 +135,6 @@ TEST(CellNotices, TheResistorSetGivesPpmBackWithOneDecimal) {
                                   {2, 2, 1, "12.35 ppm", "12.40 ppm"},
                                   {2, 2, 1, "0.10 %", "0.10 %"},
                                   {1, 2, 1, "0.5 nH", "0.5 nH"}});
-}
-
-TEST(CellNotices, ASensorsCellComesBackAsItIs) {
   ExpectReadBack(cInstrPX12A(), {{0, 1, 1, "98.0", "98.0"}});
 }
 
@@ -192,4 +183,4 @@ TEST(CellNotices, ADayThatDoesNotExistIsReported) {
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

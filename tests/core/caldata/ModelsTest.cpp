@@ -12,7 +12,7 @@
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
 TEST(Models, AreInTheOrderOfTheAddMenuWithTheirProperties) {
@@ -54,9 +54,6 @@ TEST(Models, AModelIsFoundByExactlyItsCode) {
   for (const Model& model : kModels) {
     EXPECT_EQ(FindModel(model.code), &model) << model.code;
   }
-}
-
-TEST(Models, NoModelIsFoundByAnotherText) {
   for (const char* text : {"", "*", "px12a", "Px12A", " PX12A", "PX12A ", "PX12", "PX12AA", "12A",
                            "RT410", "RT999A"}) {
     EXPECT_EQ(FindModel(text), nullptr) << text;
@@ -64,7 +61,7 @@ TEST(Models, NoModelIsFoundByAnotherText) {
 }
 
 TEST(Models, ACellWithACommaIsRefusedAndTheEarlierFileKept) {
-  const test::TestTree tree;
+  const TestTree tree;
   for (const Model& model : kModels) {
     if (model.create == nullptr) {
       continue;
@@ -75,16 +72,16 @@ TEST(Models, ACellWithACommaIsRefusedAndTheEarlierFileKept) {
                        : model.code == "RT730A" ? "!Series,!"
                                                 : "!";
     // A quoted line is read whole.
-    const std::string bytes = test::Lines({page, "\"*50,*1 : 2 : 3\"", "!END", "!", "!End"});
+    const std::string bytes = Lines({page, "\"*50,*1 : 2 : 3\"", "!END", "!", "!End"});
     tree.Write("c:\\data\\SN1", bytes);
     const std::unique_ptr<cifCaldata> data = model.create();
     data->LoadCalibrationDataFromFile("c:\\data\\SN1");
-    const Error error = test::ErrorOf([&] { data->SaveCalibrationDataToFile("c:\\data\\SN1"); });
+    const Error error = ErrorOf([&] { data->SaveCalibrationDataToFile("c:\\data\\SN1"); });
     EXPECT_EQ(error.Kind(), ErrorKind::Character);
-    EXPECT_TRUE(test::Contains(error.what(), "50,*1")) << error.what();
+    EXPECT_TRUE(Contains(error.what(), "50,*1")) << error.what();
     EXPECT_EQ(tree.Read("c:\\data\\SN1"), bytes);
   }
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

@@ -16,7 +16,7 @@
 #include "support/Dates.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
 /// A template that the program ships. Its pages are sorted by their first column, the resistor
@@ -38,7 +38,7 @@ class ShippedTemplate : public testing::TestWithParam<Shipped> {
     EXPECT_EQ(data_->LoadCalibrationDataFromFile("NEW"), 0);
   }
 
-  test::TestTree tree_;
+  TestTree tree_;
   std::unique_ptr<cifCaldata> data_;
 };
 
@@ -47,20 +47,18 @@ double Number(const MemoryGrid& grid, GridRow row, std::int16_t column) {
 }
 
 TEST_P(ShippedTemplate, IsWholeAndWrittenBackByteForByte) {
+  const Model& model = *FindModel(GetParam().code);
   EXPECT_EQ(data_->LoadNotices(), std::vector<std::string>());
+  EXPECT_EQ(data_->ModelNumber(), model.code);
+  EXPECT_EQ(data_->SerialNumber().empty(), !HasPages(model));
+  EXPECT_EQ(data_->CalibrationNumber(), "");
+  EXPECT_EQ(data_->Comment(), "");
+  EXPECT_EQ(CalDateOf(*data_), (Date{2000, "JAN", 1}));
+  EXPECT_EQ(DueDateOf(*data_), (Date{2001, "JAN", 1}));
   tree_.MakeFolders("c:\\out");
   EXPECT_EQ(data_->SaveCalibrationDataToFile("c:\\out\\SN1"), 0);
   EXPECT_EQ(tree_.Read("c:\\out\\SN1"),
-            test::ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
-}
-
-TEST_P(ShippedTemplate, HasTheStartDatesAndASerialNumberOnlyWhereItIsASet) {
-  EXPECT_EQ(data_->ModelNumber(), GetParam().code);
-  EXPECT_EQ(data_->CalibrationNumber(), "");
-  EXPECT_EQ(data_->Comment(), "");
-  EXPECT_EQ(test::CalDateOf(*data_), (test::Date{2000, "JAN", 1}));
-  EXPECT_EQ(test::DueDateOf(*data_), (test::Date{2001, "JAN", 1}));
-  EXPECT_EQ(data_->SerialNumber().empty(), !HasPages(*FindModel(GetParam().code)));
+            ReadNative(tree_.ProgramFolder() / (std::string("Temp") + GetParam().code)));
 }
 
 TEST_P(ShippedTemplate, HasItsRowsSortedAndEachCellAsItsEditorWouldStoreIt) {
@@ -97,4 +95,4 @@ INSTANTIATE_TEST_SUITE_P(Every, ShippedTemplate,
                          [](const auto& test) { return std::string(test.param.code); });
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test
