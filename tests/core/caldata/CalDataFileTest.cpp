@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdint>
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>

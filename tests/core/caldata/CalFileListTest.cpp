@@ -4,18 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
+#include <tuple>
 #include <utility>
 #include <vector>
 
+#include "core/caldata/CalFileNotes.h"
 #include "core/platform/ForwardingPlatform.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "support/ErrorOf.h"
@@ -194,22 +193,16 @@ TEST_F(CalFileHeaders, AreShiftedByAComma) {
 
 TEST_F(CalFileHeaders, OfAnOldStyleFileNameModelAndOption) {
   for (const auto& [item, model, option] :
-       std::vector<std::array<const char*, 3>>{{"QZ PX12A Opt001", "PX12A", "001"},
-                                               {"PX12A", "PX12A", ""},
-                                               {"QZPX12A", "PX12A", ""},
-                                               {"QZ   PX12A", "PX12A", ""},
-                                               {"\"  QZ PX12A  \"", "PX12A", ""},
-                                               {"PX12A Opt001", "PX12A", "001"},
-                                               {"PX12AOpt001", "PX12AO", "001"},
-                                               {"RT520A-XYZ Opt001", "RT520A", "001"},
-                                               {"A Opt001", "A Opt0", "001"},
-                                               {"qz PX12A", "qz PX12A", ""},
-                                               {"Qz PX12A", "Qz PX12A", ""},
-                                               {"PX12A opt001", "PX12A opt001", ""},
-                                               {"PX12A Opt002", "PX12A Opt002", ""},
-                                               {"PX12A Opt001 x", "PX12A Opt001 x", ""},
-                                               {"QZ", "", ""},
-                                               {"\"\"", "", ""}}) {
+       {std::tuple("QZ PX12A Opt001", "PX12A", "001"), std::tuple("PX12A", "PX12A", ""),
+        std::tuple("QZPX12A", "PX12A", ""), std::tuple("QZ   PX12A", "PX12A", ""),
+        std::tuple("\"  QZ PX12A  \"", "PX12A", ""), std::tuple("PX12A Opt001", "PX12A", "001"),
+        std::tuple("PX12AOpt001", "PX12AO", "001"),
+        std::tuple("RT520A-XYZ Opt001", "RT520A", "001"), std::tuple("A Opt001", "A Opt0", "001"),
+        std::tuple("qz PX12A", "qz PX12A", ""), std::tuple("Qz PX12A", "Qz PX12A", ""),
+        std::tuple("PX12A opt001", "PX12A opt001", ""),
+        std::tuple("PX12A Opt002", "PX12A Opt002", ""),
+        std::tuple("PX12A Opt001 x", "PX12A Opt001 x", ""), std::tuple("QZ", "", ""),
+        std::tuple("\"\"", "", "")}) {
     SCOPED_TRACE(item);
     tree.Write(InModel("SN1"), std::string(item) + "\r\n12345\r\n05MAR2001\r\n");
     EXPECT_EQ(Read(), 1);
@@ -321,29 +314,33 @@ TEST_F(CalFileHeaders, OfAFolderThatIsALinkToNowhereAreAnErrorAndItIsListed) {
   EXPECT_EQ(error.Path(), kModel);
 }
 
-TEST_F(CalFileHeaders, OfAFileThatEndsTooSoonAreAnErrorOfThatFile) {
+TEST_F(CalFileHeaders, OfAFileThatCannotBeReadAreAnErrorOfItsLine) {
   tree.Write(InModel("SN1"), NewStyle("1"));
   tree.Write(InModel("SN3"), NewStyle("3"));
-  const std::vector<std::string> broken = {
-      "",
-      "PX12A",
-      "PX12A\r\n12345\r\n",
-      "#MODEL_NO : PX12A\r\n",
-      Lines({"#M : PX12A", "#S : 2", "#C : 20010305", "#N : 1", "#D : 20020305"}),
+  const auto newStyle = [](const std::string& calDate, const std::string& dueDate) {
+    return Lines({"#M : PX12A", "#S : 2", "#C : " + calDate, "#N : 1", "#D : " + dueDate});
   };
-  for (const std::string& bytes : broken) {
+  const std::string tooEarly =
+      "The file ends too early: more lines were expected (input past end of file). Check the file, "
+      "or replace it by a complete one. All other data sets of its folder are listed.";
+  // A number beyond sixteen bits is a type error.
+  for (const auto& [bytes, line, text] :
+       {std::tuple(std::string(), 1, tooEarly), std::tuple(std::string("PX12A"), 2, tooEarly),
+        std::tuple(Lines({"PX12A", "12345"}), 3, tooEarly),
+        std::tuple(Lines({"#MODEL_NO : PX12A"}), 2, tooEarly),
+        std::tuple(newStyle("20010305", "20020305"), 6, tooEarly),
+        std::tuple(newStyle("9E990305", "20020305") + "#C : ", 3, std::string()),
+        std::tuple(newStyle("20010305", "9E990305") + "#C : ", 5, std::string()),
+        std::tuple(Lines({"PX12A", "2", "05MAR 9E9"}), 3, std::string())}) {
     SCOPED_TRACE(bytes);
-    told.clear();
     tree.Write(InModel("SN2"), bytes);
+    told.clear();
     const Error error = ErrorOf([this] { (void)Read(); });
-    EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
+    EXPECT_EQ(error.Kind(), text.empty() ? ErrorKind::Type : ErrorKind::InputPastEnd);
     EXPECT_EQ(error.Path(), InModel("SN2"));
-    EXPECT_EQ(error.Text(),
-              "The file ends too early: more lines were expected (input past end of file). Check "
-              "the file, or replace it by a complete one. All other data sets of its folder are "
-              "listed.");
+    EXPECT_EQ(error.Line(), line);
+    EXPECT_TRUE(text.empty() || error.Text() == text) << error.Text();
     EXPECT_EQ(told, (Names{"1", "3"}));
-    EXPECT_EQ(gCalFiles[0].SerialNumber, "1");
     EXPECT_EQ(gCalFiles[1].SerialNumber, "3");
   }
 }
@@ -385,23 +382,55 @@ TEST_F(CalFileHeaders, OfEntriesThatCannotBeReadAreOneErrorAndAllOthersAreRead) 
   EXPECT_FALSE(Contains(error.Text(), "SN9")) << error.Text();
 }
 
-TEST_F(CalFileHeaders, WithANumberBeyondSixteenBitsAreATypeErrorOfFileAndLine) {
-  tree.Write(InModel("SN1"), NewStyle("1"));
-  const auto newStyle = [](const std::string& calDate, const std::string& dueDate) {
-    return Lines({"#M : PX12A", "#S : 2", "#C : " + calDate, "#N : 1", "#D : " + dueDate, "#C : "});
-  };
-  for (const auto& [bytes, line] : {std::pair(newStyle("9E990305", "20020305"), 3),
-                                    std::pair(newStyle("20010305", "9E990305"), 5),
-                                    std::pair(Lines({"PX12A", "2", "05MAR 9E9"}), 3)}) {
-    tree.Write(InModel("SN2"), bytes);
-    told.clear();
-    const Error error = ErrorOf([this] { (void)Read(); });
-    EXPECT_EQ(error.Kind(), ErrorKind::Type);
-    EXPECT_EQ(error.Path(), InModel("SN2"));
-    EXPECT_EQ(error.Line(), line);
-    EXPECT_TRUE(Contains(error.what(), InModel("SN2"))) << error.what();
-    EXPECT_EQ(told, Names{"1"});
+// ---- One file, and what is said of it.
+
+TEST(CalFileNotes, SayNumberDatesCommentAndWhatTheMarkMeans) {
+  CalFileInfo row;
+  row.CalibrationNumber = "C-0042";
+  row.CalYear = 2001;
+  row.CalMonth = 3;
+  row.CalDay = 5;
+  row.DueYear = 2002;
+  row.DueMonth = 12;
+  row.DueDay = 31;
+  row.Comment = "factory";
+  for (const auto& [state, words] :
+       {std::pair(DueState::Fine, ""), std::pair(DueState::PastDue, ", past due"),
+        std::pair(DueState::DueSoon, ", due within 30 days")}) {
+    EXPECT_EQ(CalFileNotes(row, state),
+              "Calibration number: C-0042\n"
+              "Calibrated: 5 MAR 2001\n"
+              "Due: 31 DEC 2002" +
+                  std::string(words) + "\nComment: factory");
   }
+}
+
+TEST(CalFileNotes, SayWhatIsMissingAndDaysThatDoNotExist) {
+  CalFileInfo row;
+  row.DueYear = 2002;
+  row.DueMonth = 11;
+  row.DueDay = 31;
+  EXPECT_EQ(CalFileNotes(row, DueState::NoDate),
+            "Calibration number: (none)\n"
+            "Calibrated: (none)\n"
+            "Due: 31 NOV 2002 (no such day)\n"
+            "Comment: (none)");
+}
+
+TEST(CalFileHeader, OfOneFileIsReadWithoutChangingTheList) {
+  const TestTree tree;
+  gCalFiles.at(0).SerialNumber = "other";
+  const std::string path = R"(c:\calfactors\PX12A\SN12345)";
+  EXPECT_EQ(ErrorOf([&] { (void)ReadCalFileHeader(path); }).Path(), path);
+  tree.Write(path,
+             Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                    "#CAL_NO   : C-0042", "#DUE_DATE : 20021231", "#COMMENT  : factory", "!End"}));
+  const auto row = ReadCalFileHeader(path);
+  ASSERT_TRUE(row.has_value());
+  EXPECT_EQ(row->FilePath, path);
+  EXPECT_EQ(row->SerialNumber, "3318A12345");
+  EXPECT_EQ(gCalFiles.at(0).SerialNumber, "other");
+  gCalFiles.fill(CalFileInfo());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -258,27 +257,24 @@ TEST_F(CapacitorSetCFile, MayBeATemplateWithoutTheOption) {
 // Reading cells.
 
 TEST_F(CapacitorSetCFile, ReadsAnUncertaintyOfUpToFiveCharactersAsPerCentAndALongerOneAsPpm) {
-  for (const auto& [field, text] : FieldCases{{"0.005", "0.0050 %"},
-                                              {"0.0012", "12 ppm"},
-                                              {"0.00125", "13 ppm"},
-                                              {"12.34", "12.3400 %"},
-                                              {"12.345", "123450 ppm"},
-                                              {"-0.01", "-0.0100 %"},
-                                              {"-0.001", "-10 ppm"}}) {
+  const FieldCases table = {// in the file, in the cell
+                            {"0.005", "0.0050 %"},    {"0.0012", "12 ppm"},
+                            {"0.00125", "13 ppm"},    {"12.34", "12.3400 %"},
+                            {"12.345", "123450 ppm"}, {"-0.01", "-0.0100 %"},
+                            {"-0.001", "-10 ppm"}};
+  for (const auto& [field, text] : table) {
     Load(Page(1, {std::string("*1:1.0nF:") + field + ":0:0"}));
     EXPECT_EQ(ShownRows(1)[0][2], text) << field;
   }
 }
 
 TEST_F(CapacitorSetAFile, ReadsACapacitanceLessItsLastTwoCharacters) {
-  for (const auto& [field, text] : FieldCases{{"1.000012pF", "1.000012pF"},
-                                              {"1.0000125pF", "1.000013pF"},
-                                              {"-0.5pF", "-0.500000pF"},
-                                              {"1.5nF", "1.500000pF"},
-                                              {"1.0E1pF", "10.000000pF"},
-                                              {"10", "0.000000pF"},
-                                              {"10.75", "10.000000pF"},
-                                              {"abcpF", "0.000000pF"}}) {
+  const FieldCases table = {// in the file, in the cell
+                            {"1.000012pF", "1.000012pF"}, {"1.0000125pF", "1.000013pF"},
+                            {"-0.5pF", "-0.500000pF"},    {"1.5nF", "1.500000pF"},
+                            {"1.0E1pF", "10.000000pF"},   {"10", "0.000000pF"},
+                            {"10.75", "10.000000pF"},     {"abcpF", "0.000000pF"}};
+  for (const auto& [field, text] : table) {
     Load(Page(0, {std::string("*1:") + field + ":0:0:0"}));
     EXPECT_EQ(ShownRows(0)[0][1], text) << field;
   }
@@ -357,7 +353,8 @@ TEST_P(CapacitorSetFile, CutsALineInAPageAtItsFirstNul) {
 // Pages.
 
 TEST_P(CapacitorSetFile, KeepsOnlyTheFirstWordOfAPageSerial) {
-  const FieldCases table = {{"    :     1234A00567", "1234A00567"},
+  const FieldCases table = {// after the name of the page, serial number
+                            {"    :     1234A00567", "1234A00567"},
                             {" 1234", "1234"},
                             {" : two words", "two"},
                             {" : a:b", "a"},

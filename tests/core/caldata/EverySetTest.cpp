@@ -22,11 +22,6 @@ class EverySet : public testing::TestWithParam<SetModel>, public SetStage {
  protected:
   EverySet() : SetStage(GetParam()) {}
 
-  /// What is reported of 51 rows on the first page.
-  [[nodiscard]] std::vector<Texts> NoticesOfTheLargestPage() const {
-    return set_.code == "RT520A" ? std::vector<Texts>{{"page RT521A", "more rows", "rows 9 to 51."}}
-                                 : std::vector<Texts>();
-  }
   [[nodiscard]] const Texts& Opening(std::size_t page) const { return set_.openings.at(page); }
 };
 
@@ -75,12 +70,14 @@ TEST_P(EverySet, LosesTheLastLineOfAFileThatEndsInsideAPageAndSaysSo) {
   }
 }
 
-TEST_P(EverySet, OfAnotherModelIsReadAndSaysSo) {
+TEST_P(EverySet, OfAnotherModelIsReadAndSaysSoAndIsWrittenAsItsOwn) {
   Load(Joined({{"#MODEL_NO : " + set_.otherCode, "#SER_NO   : 12"}, PagesBut({})}));
   EXPECT_EQ(data_->ModelNumber(), set_.code);
   EXPECT_EQ(data_->SerialNumber(), "12");
   EXPECT_EQ(FirstColumn(0), (Texts{"7"}));
   ExpectNotice({"\"" + set_.otherCode + "\"", "\"" + set_.code + "\""});
+  data_->SetModelNumber(set_.otherCode);
+  EXPECT_EQ(Saved().substr(0, 20), "#MODEL_NO : " + set_.code + "\r\n");
 }
 
 TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
@@ -96,19 +93,14 @@ TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
   }
 }
 
-// Writing.
-
-TEST_P(EverySet, WritesItsOwnModelWhateverModelNumberIsSet) {
-  data_->SetModelNumber(set_.otherCode);
-  EXPECT_EQ(Saved().substr(0, 20), "#MODEL_NO : " + set_.code + "\r\n");
-}
-
 // The largest page.
 
 TEST_P(EverySet, HoldsPagesOf51RowsWhole) {
   Load(Joined({Page(0, ManyLines(51)), PagesBut({0})}));
   EXPECT_EQ(FirstColumn(0), ManyNames(51));
-  ExpectNotices(NoticesOfTheLargestPage());
+  ExpectNotices(set_.code == "RT520A"
+                    ? std::vector<Texts>{{"page RT521A", "more rows", "rows 9 to 51."}}
+                    : std::vector<Texts>());
   SetRows(1, ManyRows(51));
   EXPECT_EQ(ErrorOf([&] { SetRows(2, ManyRows(52)); }).Kind(), ErrorKind::Index);
   static_cast<void>(Saved());

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/caldata/Models.h"
@@ -113,7 +114,7 @@ TEST_P(KitFileExample, IsCopiedUnderTheSerialNumberOnItsSecondLine) {
 INSTANTIATE_TEST_SUITE_P(FormatExamples, KitFileExample, testing::ValuesIn(Models(false)),
                          [](const auto& example) { return example.param; });
 
-TEST(FormatExamples, InstrumentFilesAreWrittenBackByteForByte) {
+TEST(FormatExamples, InstrumentAndIndexFilesAreWrittenByteForByte) {
   const TestTree tree;
   tree.MakeFolders("c:\\stations\\BENCH1");
   for (const std::string model : {"PX12A", "PX60H"}) {
@@ -126,11 +127,6 @@ TEST(FormatExamples, InstrumentFilesAreWrittenBackByteForByte) {
     SaveInstrumentFile("c:\\stations\\BENCH1", instrument, copy);
     EXPECT_EQ(tree.Read("c:\\stations\\BENCH1\\" + model), ReadNative(example));
   }
-}
-
-TEST(FormatExamples, IndexFilesAreWrittenByteForByte) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\stations\\BENCH1");
   WriteStationIndex("c:\\stations", {"BENCH1", "BENCH2"});
   EXPECT_EQ(tree.Read("c:\\stations\\INDEX"), ReadNative(Example("stations/INDEX")));
   WriteStationInstrumentIndex("c:\\stations\\BENCH1", {"PX12A", "PX60H"});

@@ -5,8 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/caldata/EditedCell.h"
@@ -242,14 +242,6 @@ TEST_F(OpenedFile, WithoutASerialNumberHasTheListsOrNone) {
   }
 }
 
-TEST_F(OpenedFile, WithASerialNumberKeepsIt) {
-  const OpenedDataSet opened =
-      Open("PX12A", Joined({Header("PX12A"), {"*10:91", "!End"}}), Listed("another"));
-  EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
-  EXPECT_TRUE(opened.isNamedBySerial);
-  EXPECT_EQ(opened.notices, Texts());
-}
-
 // Files in the old style.
 
 TEST_F(OpenedFile, InTheOldStyleIsRefused) {
@@ -267,11 +259,12 @@ TEST_F(OpenedFile, InTheOldStyleIsRefused) {
   }
 }
 
-TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyle) {
+TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyleAndKeepsItsSerialNumber) {
   for (const char* first : {"", "Sensor of room 3", "!"}) {
     const OpenedDataSet opened =
-        Open("PX12A", Joined({{first}, Header("PX12A"), {"*10:91", "!End"}}));
+        Open("PX12A", Joined({{first}, Header("PX12A"), {"*10:91", "!End"}}), Listed("another"));
     EXPECT_EQ(opened.data->SerialNumber(), "3318A12345") << first;
+    EXPECT_TRUE(opened.isNamedBySerial);
     EXPECT_EQ(opened.notices, Texts()) << first;
   }
   EXPECT_EQ(RowsOf(*Open("PX12A", {"*10:91", "!End"}).data), Texts{"10|91"});

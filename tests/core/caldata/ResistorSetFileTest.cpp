@@ -317,29 +317,18 @@ TEST_F(ResistorSetFile, ReadsASectionWithoutItsEndThroughTheNextOneAndSaysSo) {
                  {"no section \"" + set_.pages[4] + "\""}});
 }
 
-TEST_F(ResistorSetFile, KeepsTheCellsOfARowThatItsLineDoesNotFill) {
-  SetRows(3, {{"a", "b", "c", "d", "e"}, {"f", "g", "h", "i", "j"}});
-  LoadOver(Page(3, {"*x : y"}));
-  EXPECT_EQ(ShownRows(3), (Rows{{"x", "y", "c", "d", "e"}, {"f", "g", "h", "i", "j"}}));
-}
-
 // Data lines.
 
-TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseUnchanged) {
-  Load(Page(1, {"*  RT 734A :  Ls/5  nH : x", "*a:b:c", "   * d :e:  f  ", "xg : h : i"}));
+TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseUnchangedUpToTheFirstEmptyOne) {
+  Load(Page(1, {"*  RT 734A :  Ls/5  nH : x", "*a:b:c", "   * d :e:  f  ", "xg : h : i", "*j :: k",
+                "*l : : m", "*n : o : : p"}));
   EXPECT_EQ(ShownRows(1), (Rows{{"RT 734A", "Ls/5  nH", "x", "", ""},
                                 {"a", "b", "c", "", ""},
                                 {"d", "e", "f", "", ""},
-                                {"g", "h", "i", "", ""}}));
-}
-
-TEST_F(ResistorSetFile, ReadsALineUpToItsFirstEmptyField) {
-  Load(Page(1, {"*a", "*b : c", "*d :: e", "*f : : g", "*h : i : : j"}));
-  EXPECT_EQ(ShownRows(1), (Rows{{"a", "", "", "", ""},
-                                {"b", "c", "", "", ""},
-                                {"d", "", "", "", ""},
-                                {"f", "", "", "", ""},
-                                {"h", "i", "", "", ""}}));
+                                {"g", "h", "i", "", ""},
+                                {"j", "", "", "", ""},
+                                {"l", "", "", "", ""},
+                                {"n", "o", "", "", ""}}));
 }
 
 TEST_F(ResistorSetFile, CountsNoLineOnWhichNothingIsLeft) {
@@ -350,10 +339,10 @@ TEST_F(ResistorSetFile, CountsNoLineOnWhichNothingIsLeft) {
 
 TEST_F(ResistorSetFile, CutsALineAtItsFirstNulAndTakesLineEndsInQuotesAndTabsForBlanks) {
   const std::string nul(1, '\0');
-  Load(Page(1, {"*a : b" + nul + " : c", "\"*d\r\ne : f\ng, h\"", "*\tRT\t731A : Ls/1\tnH\t: 1 nH",
+  Load(Page(1, {"*a : b" + nul + " : c", "\"*d\r\ne : f\ng; h\"", "*\tRT\t731A : Ls/1\tnH\t: 1 nH",
                 "*b : c : \t : d"}));
   EXPECT_EQ(ShownRows(1), (Rows{{"a", "b", "", "", ""},
-                                {"d  e", "f g, h", "", "", ""},
+                                {"d  e", "f g; h", "", "", ""},
                                 {"RT 731A", "Ls/1 nH", "1 nH", "", ""},
                                 {"b", "c", "", "", ""}}));
   EXPECT_TRUE(Contains(Saved(), "\r\n*  RT 731A :          Ls/1 nH :    1 nH\r\n"));

@@ -345,14 +345,10 @@ TEST_P(SingleTableTest, StoresNumbersInTheFormatOfTheirColumn) {
 }
 
 TEST_P(SingleTableTest, EditsTheShortestNumberOfItsSecondColumn) {
-  for (const auto& [text, edited] : std::vector<CellCase>{{"98.80", "98.8"},
-                                                          {"5.00E07", "50000000"},
-                                                          {".5", "0.5"},
-                                                          {" 7 ", "7"},
-                                                          {"12x", "12"},
-                                                          {"abc", "0"},
-                                                          {" ", "0"},
-                                                          {"1E15", "1E+15"}}) {
+  const std::vector<CellCase> cases = {{"98.80", "98.8"}, {"5.00E07", "50000000"}, {".5", "0.5"},
+                                       {" 7 ", "7"},      {"12x", "12"},           {"abc", "0"},
+                                       {" ", "0"},        {"1E15", "1E+15"}};
+  for (const auto& [text, edited] : cases) {
     std::string unit = "before";
     EXPECT_EQ(data_->GetCalibrationDataFormat(9, 1, -3, text, unit), edited) << text;
     EXPECT_EQ(unit, "") << text;
