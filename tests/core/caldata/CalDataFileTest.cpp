@@ -28,12 +28,6 @@ class CalDataFileTest : public testing::Test {
     EXPECT_EQ(data_.LoadCalibrationDataFromFile(kFile), 0);
   }
 
-  /// The error of loading a file of these lines.
-  Error LoadError(const Texts& lines) {
-    tree_.Write(kFile, Lines(lines));
-    return ErrorOf([&] { data_.LoadCalibrationDataFromFile(kFile); });
-  }
-
   /// What a save writes.
   std::string Saved() {
     tree_.MakeFolders("c:\\calfactors\\PX12A");
@@ -249,8 +243,8 @@ TEST_F(CalDataFileTest, ALineThatCannotBeReadIsAnErrorOfItsFileAndLine) {
         std::pair(std::string("#CAL_DATE : 4E4"), ErrorKind::Type),
         std::pair(std::string("#DUE_DATE : 1E050305"), ErrorKind::Type)}) {
     SCOPED_TRACE(line);
-    const Error error =
-        LoadError({"#SER_NO   : 12", "*10:91", line, "#CAL_NO   : 13", "*20:92", "!End"});
+    const Texts lines = {"#SER_NO   : 12", "*10:91", line, "#CAL_NO   : 13", "*20:92", "!End"};
+    const Error error = ErrorOf([&] { Load(lines); });
     EXPECT_EQ(error.Kind(), kind);
     EXPECT_EQ(error.Path(), kFile);
     EXPECT_EQ(error.Line(), 3);

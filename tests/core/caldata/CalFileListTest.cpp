@@ -325,7 +325,7 @@ TEST_F(CalFileHeaders, OfAFileThatCannotBeReadAreAnErrorOfItsLine) {
       "or replace it by a complete one. All other data sets of its folder are listed.";
   // A number beyond sixteen bits is a type error.
   for (const auto& [bytes, line, text] :
-       {std::tuple(std::string(), 1, tooEarly), std::tuple(std::string("PX12A"), 2, tooEarly),
+       {std::tuple(std::string(), 1, tooEarly), std::tuple(std::string("PX12A"), 1, tooEarly),
         std::tuple(Lines({"PX12A", "12345"}), 3, tooEarly),
         std::tuple(Lines({"#MODEL_NO : PX12A"}), 2, tooEarly),
         std::tuple(newStyle("20010305", "20020305"), 6, tooEarly),

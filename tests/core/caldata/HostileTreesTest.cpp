@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -22,7 +23,7 @@
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
 
-/// Trees that nobody meant for the program: each gives a list or a clear message, nothing waits,
+/// Trees that were not made for the program: each gives a list or a clear message, nothing waits,
 /// and nothing outside is touched.
 namespace tarvell::test {
 namespace {
@@ -203,9 +204,12 @@ TEST_F(HostileTree, WhatIsNoFileIsReportedInPlaceOfADataFile) {
     const char* reason;
   };
   const fs::path native = tree_.Native(kData);
+  // Opening a pipe without a writer must not make the program wait.
+  ASSERT_EQ(::mkfifo((tree_.Root() / "pipe").c_str(), 0600), 0);
   for (const Oddity& oddity :
        {Oddity{"", ErrorKind::NotAFile, "it is a folder, not a file"},
         Oddity{"/dev/zero", ErrorKind::NotAFile, "it is a device or a pipe, not a file"},
+        Oddity{"../../../../pipe", ErrorKind::NotAFile, "it is a device or a pipe, not a file"},
         Oddity{"nowhere/file", ErrorKind::NotFound, "does not exist"},
         Oddity{"SN1", ErrorKind::NotAFile, "a link on the way to it leads to itself"}}) {
     SCOPED_TRACE(oddity.reason);
@@ -291,7 +295,7 @@ TEST_F(HugeFile, InPlaceOfTheIniFileGivesTheDefaults) {
     Make(kIni, beginning);
     EXPECT_TRUE(ProfileIsDefault());
   }
-  // Behind the last item that is read it does no harm.
+  // After the last item that is read it does no harm.
   Make(kIni, lines + "Dir=c:\\elsewhere\r\n");
   std::string calibrationDir;
   std::string stationDir;
