@@ -48,6 +48,21 @@ Rows ManyRows(int count) {
   return rows;
 }
 
+Texts RowsOf(const cifCaldata& data, std::int16_t page) {
+  // As wide as the editor of the model's family lays it out.
+  MemoryGrid grid(data.GetCalPageCount() > 1 ? 5 : 2);
+  data.GetCalData(page, grid);
+  Texts rows;
+  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
+    std::string text;
+    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
+      text += (column == 0 ? "" : "|") + grid.CellText(row, column);
+    }
+    rows.push_back(text);
+  }
+  return rows;
+}
+
 SetStage::SetStage(const SetModel& set) : set_(set), data_(set.create()) {
   tree_.MakeFolders("c:\\data");
 }
@@ -83,9 +98,48 @@ Texts SetStage::FirstColumn(std::int16_t page) const {
   return texts;
 }
 
+void SetStage::SetHeader() {
+  data_->SetSerialNumber("1234A05678");
+  data_->SetCalDate(2001, "MAR", 5);
+  data_->SetCalibrationNumber("C-0042");
+  data_->SetDueDate(2002, "NOV", 25);
+  data_->SetComment("factory");
+}
+
+Texts SetStage::WholeHeader() const {
+  return {"#MODEL_NO : " + set_.code,
+          "#SER_NO   : 1234A05678",
+          "#CAL_DATE : 20010305",
+          "#CAL_NO   : C-0042",
+          "#DUE_DATE : 20021125",
+          "#COMMENT  : factory",
+          "!",
+          "!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)",
+          "!"};
+}
+
+Texts SetStage::EmptyHeader() const {
+  Texts lines = WholeHeader();
+  lines[1] = "#SER_NO   : ";
+  lines[2] = "#CAL_DATE : 00000";
+  lines[3] = "#CAL_NO   : ";
+  lines[4] = "#DUE_DATE : 00000";
+  lines[5] = "#COMMENT  : ";
+  return lines;
+}
+
 std::string SetStage::Saved() const {
   EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
   return tree_.Read(kFile);
+}
+
+std::string SetStage::SavedLineOf(std::int16_t page, const Row& row) {
+  data_ = set_.create();
+  SetRows(page, {row});
+  const std::string file = Saved();
+  const std::size_t start = file.find("\r\n*");
+  EXPECT_NE(start, std::string::npos);
+  return file.substr(start + 2, file.find("\r\n", start + 2) - start - 2);
 }
 
 void SetStage::Load(const Texts& lines) {
@@ -103,10 +157,15 @@ void SetStage::LoadAgain() {
   EXPECT_EQ(data_->LoadCalibrationDataFromFile(kFile), 0);
 }
 
-Error SetStage::LoadError(const Texts& lines) {
+void SetStage::ExpectLoadError(const Texts& lines, ErrorKind kind, std::size_t line,
+                               const std::string& part) {
   data_ = set_.create();
   tree_.Write(kFile, Lines(lines));
-  return ErrorOf([&] { data_->LoadCalibrationDataFromFile(kFile); });
+  const Error error = ErrorOf([&] { data_->LoadCalibrationDataFromFile(kFile); });
+  EXPECT_EQ(error.Kind(), kind);
+  EXPECT_EQ(error.Path(), kFile);
+  EXPECT_EQ(static_cast<std::size_t>(error.Line()), line);
+  EXPECT_TRUE(Contains(error.Text(), part)) << error.Text();
 }
 
 Texts SetStage::Page(std::size_t page, const Texts& dataLines) const {

@@ -30,6 +30,9 @@ using Rows = std::vector<Row>;
 [[nodiscard]] Texts ManyNames(int count);
 [[nodiscard]] Rows ManyRows(int count);
 
+/// The cells of each row that a page shows, joined by "|".
+[[nodiscard]] Texts RowsOf(const cifCaldata& data, std::int16_t page = 0);
+
 /// A set in its file.
 class SetStage {
  public:
@@ -42,16 +45,28 @@ class SetStage {
   [[nodiscard]] Rows ShownRows(std::int16_t page) const;
   [[nodiscard]] Texts FirstColumn(std::int16_t page) const;
 
+  /// Sets every value of the header, and the lines that it then has in the file, with those before
+  /// the first page.
+  void SetHeader();
+  [[nodiscard]] Texts WholeHeader() const;
+  /// The same lines of an object without header values.
+  [[nodiscard]] Texts EmptyHeader() const;
+
   [[nodiscard]] std::string Saved() const;
+  /// The data line of the only row of the file, when this page holds it.
+  [[nodiscard]] std::string SavedLineOf(std::int16_t page, const Row& row);
 
   /// Loads a file of these lines into a new object, or into the one that is there.
   void Load(const Texts& lines);
   void LoadOver(const Texts& lines);
   /// Loads the file as it is into a new object.
   void LoadAgain();
-  /// The error of loading a file of these lines into a new object.
-  [[nodiscard]] Error LoadError(const Texts& lines);
+  /// Loading a file of these lines into a new object ends with an error of this line, whose text
+  /// has this part.
+  void ExpectLoadError(const Texts& lines, ErrorKind kind, std::size_t line,
+                       const std::string& part = "");
 
+  [[nodiscard]] const std::string& Name(std::size_t page) const { return set_.pages.at(page); }
   /// One page of a file, whole.
   [[nodiscard]] Texts Page(std::size_t page, const Texts& dataLines) const;
   /// Pages with the row "7" each, all but these.

@@ -4,29 +4,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
 #include <system_error>
+#include <tuple>
+#include <utility>
 #include <vector>
 
+#include "core/caldata/CalFileNotes.h"
 #include "core/platform/ForwardingPlatform.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "support/ErrorOf.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
-using test::Contains;
-using test::ErrorOf;
-using test::Lines;
-using test::TestTree;
 using Names = std::vector<std::string>;
 
 // Directory searches in the order of the names, so that rows are known in advance.
@@ -76,35 +73,23 @@ Names ModelFoldersOf(const std::string& root) {
 }
 
 TEST_F(ModelFolders, AreNamedInUpperCaseAndAStarWhereNothingIsInThem) {
-  tree.Write(R"(c:\calfactors\px12a\SN1)", "x");
-  tree.MakeFolders("c:\\calfactors\\EMPTY");
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", "PX12A", ""}));
-}
-
-TEST_F(ModelFolders, OfAnEmptyRootAreAStarAndAnEmptySlot) {
-  tree.MakeFolders("c:\\calfactors");
   EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
+  EXPECT_FALSE(tree.Exists("c:\\calfactors"));
   tree.Write("c:\\calfactors\\a.txt", "x");
   tree.Write(R"(c:\calfactors\folder.old\SN1)", "x");
   tree.Write(R"(c:\calfactors\.hidden\SN1)", "x");
   EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
-}
-
-TEST_F(ModelFolders, AnythingInAFolderCounts) {
-  tree.Write(R"(c:\calfactors\A\readme.txt)", "x");
+  // Anything in a folder counts.
+  tree.Write(R"(c:\calfactors\a\readme.txt)", "x");
   tree.MakeFolders(R"(c:\calfactors\B\inner)");
   tree.Write(R"(c:\calfactors\C\.hidden)", "x");
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"A", "B", "C", ""}));
-}
-
-TEST_F(ModelFolders, OfAMissingRootAreNone) {
-  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"*", ""}));
-  EXPECT_FALSE(tree.Exists("c:\\calfactors"));
+  tree.MakeFolders("c:\\calfactors\\EMPTY");
+  EXPECT_EQ(ModelFoldersOf("c:\\calfactors"), (Names{"B", "C", "*", "A", ""}));
 }
 
 TEST_F(ModelFolders, OfARootThatCannotBeSearchedAreAnError) {
   tree.Write(R"(c:\calfactors\PX12A\SN1)", "x");
-  const test::OrdinaryUser user(tree.Root());
+  const OrdinaryUser user(tree.Root());
   const std::filesystem::path root = tree.Native("c:\\calfactors");
   std::filesystem::permissions(root, std::filesystem::perms::none);
   Names names;
@@ -121,22 +106,17 @@ std::string ThreeDigits(int number) {
 
 TEST_F(ModelFolders, MayBeTwoHundredAndFiftySix) {
   for (int i = 0; i < 256; ++i) {
-    tree.MakeFolders("c:\\calfactors\\m" + ThreeDigits(i));
-  }
-  tree.Write(R"(c:\calfactors\m255\SN1)", "x");
-  const Names names = ModelFoldersOf("c:\\calfactors");
-  ASSERT_EQ(names.size(), 257U);
-  EXPECT_EQ(names[0], "*");
-  EXPECT_EQ(names[255], "M255");
-  EXPECT_EQ(names[256], "");
-}
-
-TEST_F(ModelFolders, OneMoreIsAnIndexErrorAndTheFirstAreListed) {
-  for (int i = 0; i < 257; ++i) {
     tree.Write("c:\\calfactors\\m" + ThreeDigits(i) + "\\SN1", "x");
   }
-  Names names;
-  EXPECT_EQ(ErrorOf([&] { ListModelFolders("c:\\calfactors", names); }).Kind(), ErrorKind::Index);
+  Names names = ModelFoldersOf("c:\\calfactors");
+  ASSERT_EQ(names.size(), 257U);
+  EXPECT_EQ(names[255], "M255");
+  EXPECT_EQ(names[256], "");
+  // One more is an error, and the first are listed.
+  tree.Write(R"(c:\calfactors\m256\SN1)", "x");
+  const Error error = ErrorOf([&] { ListModelFolders("c:\\calfactors", names); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Index);
+  EXPECT_TRUE(Contains(error.Text(), "more than 256 entries")) << error.Text();
   ASSERT_GE(names.size(), 256U);
   EXPECT_EQ(names[0], "M000");
   EXPECT_EQ(names[255], "M255");
@@ -211,74 +191,56 @@ TEST_F(CalFileHeaders, AreShiftedByAComma) {
   ExpectDates(row, {0, 0, 0, 0, 42, 42});
 }
 
-struct OldModel {
-  const char* item;
-  const char* model;
-  const char* option;
-};
-
 TEST_F(CalFileHeaders, OfAnOldStyleFileNameModelAndOption) {
-  for (const OldModel& expected : std::vector<OldModel>{{"QZ PX12A Opt001", "PX12A", "001"},
-                                                        {"PX12A", "PX12A", ""},
-                                                        {"QZPX12A", "PX12A", ""},
-                                                        {"QZ   PX12A", "PX12A", ""},
-                                                        {"\"  QZ PX12A  \"", "PX12A", ""},
-                                                        {"PX12A Opt001", "PX12A", "001"},
-                                                        {"PX12AOpt001", "PX12AO", "001"},
-                                                        {"RT520A-XYZ Opt001", "RT520A", "001"},
-                                                        {"A Opt001", "A Opt0", "001"},
-                                                        {"qz PX12A", "qz PX12A", ""},
-                                                        {"Qz PX12A", "Qz PX12A", ""},
-                                                        {"PX12A opt001", "PX12A opt001", ""},
-                                                        {"PX12A Opt002", "PX12A Opt002", ""},
-                                                        {"PX12A Opt001 x", "PX12A Opt001 x", ""},
-                                                        {"QZ", "", ""},
-                                                        {"\"\"", "", ""}}) {
-    SCOPED_TRACE(expected.item);
-    tree.Write(InModel("SN1"), std::string(expected.item) + "\r\n12345\r\n05MAR2001\r\n");
+  for (const auto& [item, model, option] :
+       {std::tuple("QZ PX12A Opt001", "PX12A", "001"), std::tuple("PX12A", "PX12A", ""),
+        std::tuple("QZPX12A", "PX12A", ""), std::tuple("QZ   PX12A", "PX12A", ""),
+        std::tuple("\"  QZ PX12A  \"", "PX12A", ""), std::tuple("PX12A Opt001", "PX12A", "001"),
+        std::tuple("PX12AOpt001", "PX12AO", "001"),
+        std::tuple("RT520A-XYZ Opt001", "RT520A", "001"), std::tuple("A Opt001", "A Opt0", "001"),
+        std::tuple("qz PX12A", "qz PX12A", ""), std::tuple("Qz PX12A", "Qz PX12A", ""),
+        std::tuple("PX12A opt001", "PX12A opt001", ""),
+        std::tuple("PX12A Opt002", "PX12A Opt002", ""),
+        std::tuple("PX12A Opt001 x", "PX12A Opt001 x", ""), std::tuple("QZ", "", ""),
+        std::tuple("\"\"", "", "")}) {
+    SCOPED_TRACE(item);
+    tree.Write(InModel("SN1"), std::string(item) + "\r\n12345\r\n05MAR2001\r\n");
     EXPECT_EQ(Read(), 1);
-    EXPECT_EQ(gCalFiles[0].ModelNumber, expected.model);
-    EXPECT_EQ(gCalFiles[0].Option, expected.option);
+    EXPECT_EQ(gCalFiles[0].ModelNumber, model);
+    EXPECT_EQ(gCalFiles[0].Option, option);
     EXPECT_EQ(gCalFiles[0].SerialNumber, "12345");
     ExpectDates(gCalFiles[0], {2001, 3, 5, 2002, 3, 5});
   }
 }
 
-struct OldDate {
-  const char* text;
-  std::vector<int> dates;
-};
-
 TEST_F(CalFileHeaders, OfAnOldStyleFileAreDueAYearLater) {
-  for (const OldDate& expected : std::vector<OldDate>{{"05MAR2001", {2001, 3, 5, 2002, 3, 5}},
-                                                      {"29FEB2000", {2000, 2, 29, 2001, 2, 29}},
-                                                      {"31DEC1999", {1999, 12, 31, 2000, 12, 31}},
-                                                      {"05mar2001", {2001, 0, 5, 2002, 0, 5}},
-                                                      {"05XXX2001", {2001, 0, 5, 2002, 0, 5}},
-                                                      {"xxMARyyyy", {0, 3, 0, 1, 3, 0}},
-                                                      {"5MAR2001", {2001, 0, 5, 2002, 0, 5}},
-                                                      {"\"\"", {0, 0, 0, 1, 0, 0}}}) {
-    SCOPED_TRACE(expected.text);
-    tree.Write(InModel("SN1"), std::string("PX12A, 12345 ,") + expected.text);
+  for (const auto& [text, dates] : std::vector<std::pair<const char*, std::vector<int>>>{
+           {"05MAR2001", {2001, 3, 5, 2002, 3, 5}},
+           {"29FEB2000", {2000, 2, 29, 2001, 2, 29}},
+           {"31DEC1999", {1999, 12, 31, 2000, 12, 31}},
+           {"05mar2001", {2001, 0, 5, 2002, 0, 5}},
+           {"05XXX2001", {2001, 0, 5, 2002, 0, 5}},
+           {"xxMARyyyy", {0, 3, 0, 1, 3, 0}},
+           {"5MAR2001", {2001, 0, 5, 2002, 0, 5}},
+           {"\"\"", {0, 0, 0, 1, 0, 0}}}) {
+    SCOPED_TRACE(text);
+    tree.Write(InModel("SN1"), std::string("PX12A, 12345 ,") + text);
     EXPECT_EQ(Read(), 1);
     EXPECT_EQ(gCalFiles[0].SerialNumber, "12345");
-    ExpectDates(gCalFiles[0], expected.dates);
+    ExpectDates(gCalFiles[0], dates);
   }
 }
 
 TEST_F(CalFileHeaders, KeepNothingOfWhatTheirRowHeldBefore) {
-  tree.Write(InModel("SN1"), "PX12A Opt001\r\n1\r\n05MAR2001\r\n");
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].Option, "001");
-  tree.Write(InModel("SN1"), NewStyle("1"));
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].Option, "");
-  EXPECT_EQ(gCalFiles[0].Comment, "factory");
-  tree.Write(InModel("SN1"), "PX12A\r\n1\r\n05MAR2001\r\n");
-  EXPECT_EQ(Read(), 1);
-  EXPECT_EQ(gCalFiles[0].CalibrationNumber, "");
-  EXPECT_EQ(gCalFiles[0].Comment, "");
-  EXPECT_EQ(gCalFiles[0].Option, "");
+  const std::string oldStyle = "PX12A\r\n1\r\n05MAR2001\r\n";
+  for (const std::string& bytes :
+       {"QZ PX12A Opt001" + oldStyle.substr(5), NewStyle("1"), oldStyle}) {
+    tree.Write(InModel("SN1"), bytes);
+    EXPECT_EQ(Read(), 1);
+    EXPECT_EQ(gCalFiles[0].Option, bytes.starts_with("QZ") ? "001" : "");
+    EXPECT_EQ(gCalFiles[0].CalibrationNumber, bytes.starts_with("#") ? "C-0042" : "");
+    EXPECT_EQ(gCalFiles[0].Comment, bytes.starts_with("#") ? "factory" : "");
+  }
 }
 
 TEST_F(CalFileHeaders, SkipAFileWhoseFirstItemHoldsALineEnd) {
@@ -302,48 +264,31 @@ TEST_F(CalFileHeaders, AreReadFromFilesWithTheirPrefixAndWithoutAnExtension) {
   EXPECT_EQ(told, (Names{"SN 8", "SN1", "SNABC", "Sn2", "sn", "sn3"}));
 }
 
-TEST_F(CalFileHeaders, OfNoFolderAreNone) {
+TEST_F(CalFileHeaders, LeaveFurtherRowsAsTheyWere) {
   EXPECT_EQ(ReadCalFileHeaders(""), -1);
-  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\missing"), 0);
   tree.MakeFolders(kModel);
   EXPECT_EQ(Read(), 0);
   EXPECT_EQ(told, Names{});
-}
-
-TEST_F(CalFileHeaders, LeaveFurtherRowsAsTheyWere) {
-  for (const char* name : {"SN1", "SN2", "SN3"}) {
+  for (const char* name : {"SN1", "SN2"}) {
     tree.Write(InModel(name), NewStyle(name));
   }
-  EXPECT_EQ(Read(), 3);
+  EXPECT_EQ(Read(), 2);
   tree.Write(R"(c:\calfactors\OTHER\SN9)", NewStyle("SN9"));
   EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\OTHER"), 1);
+  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\missing"), 0);
   EXPECT_EQ(gCalFiles[0].SerialNumber, "SN9");
   EXPECT_EQ(gCalFiles[1].SerialNumber, "SN2");
-  EXPECT_EQ(gCalFiles[2].SerialNumber, "SN3");
-  EXPECT_EQ(ReadCalFileHeaders("c:\\calfactors\\none"), 0);
-  EXPECT_EQ(gCalFiles[0].SerialNumber, "SN9");
 }
 
-TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnIndexErrorAndTheOthersAreKept) {
-  for (int i = 1; i <= 52; ++i) {
-    tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
-  }
-  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::Index);
-  ASSERT_EQ(told.size(), 51U);
-  EXPECT_EQ(told.front(), "001");
-  EXPECT_EQ(told.back(), "051");
-  EXPECT_EQ(gCalFiles[0].SerialNumber, "001");
-  EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
-}
-
-TEST_F(CalFileHeaders, OfAFiftySecondFileNameWhatCannotBeReadAsWell) {
-  tree.MakeFolders(InModel("SN000"));
+TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnErrorThatNamesWhatCannotBeReadAsWell) {
   for (int i = 1; i <= 51; ++i) {
     tree.Write(InModel("SN" + ThreeDigits(i)), NewStyle(ThreeDigits(i)));
   }
+  EXPECT_EQ(Read(), 51);
+  tree.MakeFolders(InModel("SN000"));
   EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::NotAFile);
-  EXPECT_EQ(told.size(), 51U);
   tree.Write(InModel("SN052"), NewStyle("052"));
+  told.clear();
   const Error error = ErrorOf([this] { (void)Read(); });
   EXPECT_EQ(error.Kind(), ErrorKind::Index);
   EXPECT_EQ(error.Path(), kModel);
@@ -352,6 +297,10 @@ TEST_F(CalFileHeaders, OfAFiftySecondFileNameWhatCannotBeReadAsWell) {
                        "\n\nOne entry of the folder cannot be read as a data file:"
                        "\n\nSN000: Cannot read the file: it is a folder"))
       << error.Text();
+  ASSERT_EQ(told.size(), 51U);
+  EXPECT_EQ(told.back(), "051");
+  EXPECT_EQ(gCalFiles[0].SerialNumber, "001");
+  EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
 }
 
 TEST_F(CalFileHeaders, OfAFolderThatIsALinkToNowhereAreAnErrorAndItIsListed) {
@@ -365,29 +314,33 @@ TEST_F(CalFileHeaders, OfAFolderThatIsALinkToNowhereAreAnErrorAndItIsListed) {
   EXPECT_EQ(error.Path(), kModel);
 }
 
-TEST_F(CalFileHeaders, OfAFileThatEndsTooSoonAreAnErrorOfThatFile) {
+TEST_F(CalFileHeaders, OfAFileThatCannotBeReadAreAnErrorOfItsLine) {
   tree.Write(InModel("SN1"), NewStyle("1"));
   tree.Write(InModel("SN3"), NewStyle("3"));
-  const std::vector<std::string> broken = {
-      "",
-      "PX12A",
-      "PX12A\r\n12345\r\n",
-      "#MODEL_NO : PX12A\r\n",
-      Lines({"#M : PX12A", "#S : 2", "#C : 20010305", "#N : 1", "#D : 20020305"}),
+  const auto newStyle = [](const std::string& calDate, const std::string& dueDate) {
+    return Lines({"#M : PX12A", "#S : 2", "#C : " + calDate, "#N : 1", "#D : " + dueDate});
   };
-  for (const std::string& bytes : broken) {
+  const std::string tooEarly =
+      "The file ends too early: more lines were expected (input past end of file). Check the file, "
+      "or replace it by a complete one. All other data sets of its folder are listed.";
+  // A number beyond sixteen bits is a type error.
+  for (const auto& [bytes, line, text] :
+       {std::tuple(std::string(), 1, tooEarly), std::tuple(std::string("PX12A"), 1, tooEarly),
+        std::tuple(Lines({"PX12A", "12345"}), 3, tooEarly),
+        std::tuple(Lines({"#MODEL_NO : PX12A"}), 2, tooEarly),
+        std::tuple(newStyle("20010305", "20020305"), 6, tooEarly),
+        std::tuple(newStyle("9E990305", "20020305") + "#C : ", 3, std::string()),
+        std::tuple(newStyle("20010305", "9E990305") + "#C : ", 5, std::string()),
+        std::tuple(Lines({"PX12A", "2", "05MAR 9E9"}), 3, std::string())}) {
     SCOPED_TRACE(bytes);
-    told.clear();
     tree.Write(InModel("SN2"), bytes);
+    told.clear();
     const Error error = ErrorOf([this] { (void)Read(); });
-    EXPECT_EQ(error.Kind(), ErrorKind::InputPastEnd);
+    EXPECT_EQ(error.Kind(), text.empty() ? ErrorKind::Type : ErrorKind::InputPastEnd);
     EXPECT_EQ(error.Path(), InModel("SN2"));
-    EXPECT_EQ(error.Text(),
-              "The file ends too early: more lines were expected (input past end of file). Check "
-              "the file, or replace it by a complete one. All other data sets of its folder are "
-              "listed.");
+    EXPECT_EQ(error.Line(), line);
+    EXPECT_TRUE(text.empty() || error.Text() == text) << error.Text();
     EXPECT_EQ(told, (Names{"1", "3"}));
-    EXPECT_EQ(gCalFiles[0].SerialNumber, "1");
     EXPECT_EQ(gCalFiles[1].SerialNumber, "3");
   }
 }
@@ -429,27 +382,56 @@ TEST_F(CalFileHeaders, OfEntriesThatCannotBeReadAreOneErrorAndAllOthersAreRead) 
   EXPECT_FALSE(Contains(error.Text(), "SN9")) << error.Text();
 }
 
-TEST_F(CalFileHeaders, WithANumberBeyondSixteenBitsAreATypeErrorOfFileAndLine) {
-  tree.Write(InModel("SN1"), NewStyle("1"));
-  tree.Write(InModel("SN2"),
-             Lines({"#M : PX12A", "#S : 2", "#C : 9E990305", "#N : 1", "#D : 20020305", "#C : "}));
-  const Error newStyle = ErrorOf([this] { (void)Read(); });
-  EXPECT_EQ(newStyle.Kind(), ErrorKind::Type);
-  EXPECT_EQ(newStyle.Path(), InModel("SN2"));
-  EXPECT_EQ(newStyle.Line(), 3);
-  EXPECT_TRUE(Contains(newStyle.what(), InModel("SN2"))) << newStyle.what();
-  EXPECT_EQ(told, Names{"1"});
+// ---- One file, and what is said of it.
 
-  tree.Write(InModel("SN2"),
-             Lines({"#M : PX12A", "#S : 2", "#C : 20010305", "#N : 1", "#D : 9E990305", "#C : "}));
-  EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Line(), 5);
+TEST(CalFileNotes, SayNumberDatesCommentAndWhatTheMarkMeans) {
+  CalFileInfo row;
+  row.CalibrationNumber = "C-0042";
+  row.CalYear = 2001;
+  row.CalMonth = 3;
+  row.CalDay = 5;
+  row.DueYear = 2002;
+  row.DueMonth = 12;
+  row.DueDay = 31;
+  row.Comment = "factory";
+  for (const auto& [state, words] :
+       {std::pair(DueState::Fine, ""), std::pair(DueState::PastDue, ", past due"),
+        std::pair(DueState::DueSoon, ", due within 30 days")}) {
+    EXPECT_EQ(CalFileNotes(row, state),
+              "Calibration number: C-0042\n"
+              "Calibrated: 5 MAR 2001\n"
+              "Due: 31 DEC 2002" +
+                  std::string(words) + "\nComment: factory");
+  }
+}
 
-  tree.Write(InModel("SN2"), "PX12A\r\n2\r\n05MAR 9E9\r\n");
-  const Error oldStyle = ErrorOf([this] { (void)Read(); });
-  EXPECT_EQ(oldStyle.Kind(), ErrorKind::Type);
-  EXPECT_EQ(oldStyle.Path(), InModel("SN2"));
-  EXPECT_EQ(oldStyle.Line(), 3);
+TEST(CalFileNotes, SayWhatIsMissingAndDaysThatDoNotExist) {
+  CalFileInfo row;
+  row.DueYear = 2002;
+  row.DueMonth = 11;
+  row.DueDay = 31;
+  EXPECT_EQ(CalFileNotes(row, DueState::NoDate),
+            "Calibration number: (none)\n"
+            "Calibrated: (none)\n"
+            "Due: 31 NOV 2002 (no such day)\n"
+            "Comment: (none)");
+}
+
+TEST(CalFileHeader, OfOneFileIsReadWithoutChangingTheList) {
+  const TestTree tree;
+  gCalFiles.at(0).SerialNumber = "other";
+  const std::string path = R"(c:\calfactors\PX12A\SN12345)";
+  EXPECT_EQ(ErrorOf([&] { (void)ReadCalFileHeader(path); }).Path(), path);
+  tree.Write(path,
+             Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                    "#CAL_NO   : C-0042", "#DUE_DATE : 20021231", "#COMMENT  : factory", "!End"}));
+  const auto row = ReadCalFileHeader(path);
+  ASSERT_TRUE(row.has_value());
+  EXPECT_EQ(row->FilePath, path);
+  EXPECT_EQ(row->SerialNumber, "3318A12345");
+  EXPECT_EQ(gCalFiles.at(0).SerialNumber, "other");
+  gCalFiles.fill(CalFileInfo());
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

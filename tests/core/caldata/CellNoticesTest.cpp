@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/caldata/CellNotices.h"
@@ -14,10 +16,8 @@
 #include "core/caldata/cInstrRT730A.h"
 #include "support/ErrorOf.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
-
-using test::Contains;
 
 TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
   const auto expect = [](const char* text, const char* before, const char* number,
@@ -35,47 +35,34 @@ TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
   expect("", "", "", "");
 }
 
-struct Typed {
-  const char* typed;
-  const char* stored;
-};
+/// What was typed, and what the cell stores.
+using TypedCells = std::vector<std::pair<const char*, const char*>>;
 
 TEST(CellNotices, ANumberThatIsRoundedToTheDigitsOfItsCellIsNotReported) {
-  for (const Typed& cell : std::vector<Typed>{{"98.57", "98.6"},
-                                              {"98.55", "98.6"},
-                                              {" 98.5 ", "98.5"},
-                                              {"98.5\r\n", "98.5"},
-                                              {"9.85E1", "98.5"},
-                                              {"+5", "5.0"},
-                                              {"-5", "-5.0"},
-                                              {"0", "0.0"},
-                                              {"0.0", "-0.0"},
-                                              {"1.5pF", "1.50000pF"},
-                                              {"12 ppm", "12 ppm"},
-                                              {"0.1%", "0.1000 %"},
-                                              {"Ls/5", "Ls/5 nH"},
-                                              {"5.25 nH", "Ls/5.25 nH"},
-                                              {"12.5", "13 ppm"}}) {
-    EXPECT_EQ(StoredDifferently(cell.typed, cell.stored), "") << cell.typed;
+  const TypedCells cells = {// typed, stored
+                            {"98.57", "98.6"},    {"98.55", "98.6"},
+                            {" 98.5 ", "98.5"},   {"98.5\r\n", "98.5"},
+                            {"9.85E1", "98.5"},   {"+5", "5.0"},
+                            {"-5", "-5.0"},       {"0", "0.0"},
+                            {"0.0", "-0.0"},      {"1.5pF", "1.50000pF"},
+                            {"12 ppm", "12 ppm"}, {"0.1%", "0.1000 %"},
+                            {"Ls/5", "Ls/5 nH"},  {"5.25 nH", "Ls/5.25 nH"},
+                            {"12.5", "13 ppm"}};
+  for (const auto& [typed, stored] : cells) {
+    EXPECT_EQ(StoredDifferently(typed, stored), "") << typed;
   }
 }
 
 TEST(CellNotices, WhatIsStoredAsAnotherNumberIsReportedWithWhatTheCellHolds) {
-  for (const Typed& cell : std::vector<Typed>{{"98,57", "98.0"},
-                                              {"abc", "0.0"},
-                                              {"98.5x", "98.5"},
-                                              {"9 8", "98.0"},
-                                              {"", "0.0"},
-                                              {"0.0030", "0 ppm"},
-                                              {"-0.04", "-0.0"},
-                                              {"98.57", "98.5"},
-                                              {"1E15", "1000000000000000.0"},
-                                              {"5", "pF"},
-                                              {"5", ""},
-                                              {"1.5nF", "1.50000pF"}}) {
-    const std::string notice = StoredDifferently(cell.typed, cell.stored);
-    EXPECT_TRUE(Contains(notice, "the cell holds \"" + std::string(cell.stored) + "\""))
-        << cell.typed << ": " << notice;
+  const TypedCells cells = {// typed, stored
+                            {"98,57", "98.0"}, {"abc", "0.0"},    {"98.5x", "98.5"},
+                            {"9 8", "98.0"},   {"", "0.0"},       {"0.0030", "0 ppm"},
+                            {"-0.04", "-0.0"}, {"98.57", "98.5"}, {"1E15", "1000000000000000.0"},
+                            {"5", "pF"},       {"5", ""},         {"1.5nF", "1.50000pF"}};
+  for (const auto& [typed, stored] : cells) {
+    const std::string notice = StoredDifferently(typed, stored);
+    EXPECT_TRUE(Contains(notice, "the cell holds \"" + std::string(stored) + "\""))
+        << typed << ": " << notice;
   }
   EXPECT_EQ(StoredDifferently("98,57", "98.0"),
             "\"98,57\" is not a number; the cell holds \"98.0\". Type digits with a point for the "
@@ -112,7 +99,8 @@ void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
   }
 }
 
-TEST(CellNotices, SetAGivesPpmBackInWholeOnesAndLongPercentagesAsPpm) {
+TEST(CellNotices, ACellComesBackAsTheFileOfItsModelGivesIt) {
+  // Set A gives ppm back in whole ones, and long percentages as ppm.
   ExpectReadBack(cInstrRT520A(), {{0, 2, 2, "12.346 ppm", "12.000 ppm"},
                                   {0, 2, 2, "12.000 ppm", "12.000 ppm"},
                                   {0, 2, 1, "12 ppm", "12 ppm"},
@@ -124,15 +112,11 @@ TEST(CellNotices, SetAGivesPpmBackInWholeOnesAndLongPercentagesAsPpm) {
                                   {3, 3, 8, "0.0001", "0.0001"},
                                   {0, 4, 1, "0.00002", "0.00002"},
                                   {0, 0, 1, "1000", "1000"}});
-}
-
-TEST(CellNotices, SetCGivesEveryPercentageBackAsPpm) {
+  // Set C gives every percentage back as ppm.
   ExpectReadBack(cInstrRT520C(), {{0, 2, 1, "12 ppm", "12 ppm"},
                                   {0, 2, 1, "0.0012 %", "12 ppm"},
                                   {2, 1, 3, "1.00001uF", "1.00001uF"}});
-}
-
-TEST(CellNotices, TheResistorSetGivesPpmBackWithOneDecimal) {
+  // The resistor set gives ppm back with one decimal.
   ExpectReadBack(cInstrRT730A(), {{0, 3, 1, "0.04 ppm", "0 ppm"},
                                   {0, 3, 1, "12.35 ppm", "12.4 ppm"},
                                   {0, 3, 1, "12.3 ppm", "12.3 ppm"},
@@ -141,9 +125,6 @@ TEST(CellNotices, TheResistorSetGivesPpmBackWithOneDecimal) {
                                   {2, 2, 1, "12.35 ppm", "12.40 ppm"},
                                   {2, 2, 1, "0.10 %", "0.10 %"},
                                   {1, 2, 1, "0.5 nH", "0.5 nH"}});
-}
-
-TEST(CellNotices, ASensorsCellComesBackAsItIs) {
   ExpectReadBack(cInstrPX12A(), {{0, 1, 1, "98.0", "98.0"}});
 }
 
@@ -172,24 +153,26 @@ TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {
 }
 
 TEST(CellNotices, ADayThatDoesNotExistIsReported) {
-  EXPECT_EQ(MissingDay("Due", "28", "FEB", "2001"), "");
-  EXPECT_EQ(MissingDay("Due", " 29 ", "FEB", "2000"), "");
-  EXPECT_EQ(MissingDay("Due", "31", "FEB", "2001"),
-            "Due: the day 31 FEB 2001 does not exist. It is saved as it stands.");
-  EXPECT_EQ(MissingDay("Due", "0", "JAN", "2001"),
-            "Due: the day 0 JAN 2001 does not exist. It is saved as it stands.");
-  EXPECT_EQ(MissingDay("Due", "1", "", "2001"),
-            "Due: the day 1 (no month) 2001 does not exist. It is saved as it stands.");
+  const std::vector<std::array<std::string, 4>> cases = {
+      // day, month, year, what is reported after "Due: "
+      {"28", "FEB", "2001", ""},
+      {" 29 ", "FEB", "2000", ""},
+      {"31", "FEB", "2001", "the day 31 FEB 2001 does not exist. It is saved as it stands."},
+      {"0", "JAN", "2001", "the day 0 JAN 2001 does not exist. It is saved as it stands."},
+      {"1", "", "2001", "the day 1 (no month) 2001 does not exist. It is saved as it stands."},
+      // These are refused when they are saved.
+      {"x", "FEB", "2001", ""},
+      {"31", "FEB", "", ""},
+      {"31", "FEB", "99999", ""}};
+  for (const auto& [day, month, year, reported] : cases) {
+    EXPECT_EQ(MissingDay("Due", day, month, year), reported.empty() ? "" : "Due: " + reported);
+  }
   for (const char* year : {"20", "999", "20275", "-2001"}) {
     EXPECT_EQ(MissingDay("Due", "5", "MAY", year),
               "Due: the year " + std::string(year) +
                   " does not have four digits. The file will give back another date.");
   }
-  // These are refused when they are saved.
-  EXPECT_EQ(MissingDay("Due", "x", "FEB", "2001"), "");
-  EXPECT_EQ(MissingDay("Due", "31", "FEB", ""), "");
-  EXPECT_EQ(MissingDay("Due", "31", "FEB", "99999"), "");
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

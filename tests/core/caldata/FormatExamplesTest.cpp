@@ -9,15 +9,16 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/OpenedDataSet.h"
 #include "core/caldata/TestKit.h"
 #include "core/files/FileNames.h"
 #include "core/session/Profiles.h"
 #include "core/station/StationFiles.h"
+#include "support/SetStage.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {
@@ -36,23 +37,15 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
   return files;
 }
 
-template <class Wanted>
-std::vector<std::string> ModelsThat(Wanted wanted) {
+/// The models that the program edits, or the test kits.
+std::vector<std::string> Models(bool areEdited) {
   std::vector<std::string> models;
   for (const Model& model : kModels) {
-    if (wanted(model)) {
+    if ((model.create != nullptr) == areEdited) {
       models.emplace_back(model.code);
     }
   }
   return models;
-}
-
-std::vector<std::string> EditedModels() {
-  return ModelsThat([](const Model& model) { return model.create != nullptr; });
-}
-
-std::vector<std::string> KitModels() {
-  return ModelsThat([](const Model& model) { return model.family == ModelFamily::TestKit; });
 }
 
 std::unique_ptr<cifCaldata> Loaded(std::string_view code, const std::string& file) {
@@ -61,62 +54,46 @@ std::unique_ptr<cifCaldata> Loaded(std::string_view code, const std::string& fil
   return data;
 }
 
-/// The cells of a grid row, joined by "|".
-std::string RowOf(const cifCaldata& data, std::int16_t page, std::int16_t row) {
-  // As wide as the editor of the model's family lays it out.
-  MemoryGrid grid(data.GetCalPageCount() > 1 ? 5 : 2);
-  data.GetCalData(page, grid);
-  std::string text;
-  for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
-    text += (column == 0 ? "" : "|") + grid.CellText(row, column);
-  }
-  return text;
-}
-
 }  // namespace
 
-class DataFileExample : public testing::TestWithParam<std::string> {
- protected:
-  TestTree tree_;
-};
+class DataFileExample : public testing::TestWithParam<std::string> {};
 
-TEST_P(DataFileExample, IsReadWithoutNoticeAndWrittenBackByteForByte) {
+TEST_P(DataFileExample, IsOpenedWithoutNoticeAndWrittenBackByteForByte) {
+  const TestTree tree;
   const std::string& code = GetParam();
   const std::vector<std::filesystem::path> files = FilesIn(Example(code));
   ASSERT_EQ(files.size(), 1U);
-  const std::unique_ptr<cifCaldata> data = FindModel(code)->create();
+  tree.InstallTemplate(code);
+  CalFileInfo listed;
+  listed.FilePath = files.front().string();
+  const OpenedDataSet opened = OpenDataSet(*FindModel(code), listed);
+  EXPECT_EQ(opened.notices, std::vector<std::string>());
+  EXPECT_TRUE(opened.isNamedBySerial);
 
-  data->LoadCalibrationDataFromFile(files.front().string());
+  // Without a template it has no notices, either.
+  const std::unique_ptr<cifCaldata> data = Loaded(code, files.front().filename().string());
   EXPECT_EQ(data->LoadNotices(), std::vector<std::string>());
   EXPECT_EQ(data->ModelNumber(), code);
   EXPECT_EQ(DataFileName(data->SerialNumber()), files.front().filename().string());
-
-  tree_.MakeFolders("c:\\calfactors");
+  tree.MakeFolders("c:\\calfactors");
   data->SaveCalibrationDataToFile("c:\\calfactors\\copy");
-  EXPECT_EQ(tree_.Read("c:\\calfactors\\copy"), ReadNative(files.front()));
+  EXPECT_EQ(tree.Read("c:\\calfactors\\copy"), ReadNative(files.front()));
 }
 
-TEST_P(DataFileExample, IsOpenedWithoutNotice) {
-  tree_.InstallTemplate(GetParam());
-  CalFileInfo listed;
-  listed.FilePath = FilesIn(Example(GetParam())).front().string();
-  const OpenedDataSet opened = OpenDataSet(*FindModel(GetParam()), listed);
-  EXPECT_EQ(opened.notices, std::vector<std::string>());
-  EXPECT_TRUE(opened.isNamedBySerial);
-}
-
-INSTANTIATE_TEST_SUITE_P(Formats, DataFileExample, testing::ValuesIn(EditedModels()),
+INSTANTIATE_TEST_SUITE_P(Formats, DataFileExample, testing::ValuesIn(Models(true)),
                          [](const auto& example) { return example.param; });
 
 TEST(FormatExamples, HaveTheCellsThatTheDocumentDescribes) {
   EXPECT_EQ(Loaded("PX11A", "SN00417")->Comment(), "Pr\u00FCflabor");
-  EXPECT_EQ(RowOf(*Loaded("PX12A", "SN12345"), 0, 3), "50|100.0");
-  EXPECT_EQ(RowOf(*Loaded("PX60H", "SN00562"), 0, 3), "0|6.9925E09|0.0512");
-  EXPECT_EQ(RowOf(*Loaded("RT520A", "SN00217"), 0, 1), "1000|1.000214pF|50 ppm|0.00002|0.00010");
-  EXPECT_EQ(RowOf(*Loaded("RT520A", "SN00217"), 0, 2), "10000|1.00019pF|0.010 %|0.00002|0.00010");
-  EXPECT_EQ(RowOf(*Loaded("RT520C", "SN00093"), 3, 1), "100|10.0041uF|200 ppm|0.00012|0.00010");
-  EXPECT_EQ(RowOf(*Loaded("RT730A", "SN00154"), 0, 6), "RT736A|100 ohm|100.003 ohm|80 ppm|");
-  EXPECT_EQ(RowOf(*Loaded("RT730A", "SN00154"), 2, 3),
+  EXPECT_EQ(RowsOf(*Loaded("PX12A", "SN12345"), 0).at(2), "50|100.0");
+  EXPECT_EQ(RowsOf(*Loaded("PX60H", "SN00562"), 0).at(2), "0|6.9925E09|0.0512");
+  EXPECT_EQ(RowsOf(*Loaded("RT520A", "SN00217"), 0).at(0),
+            "1000|1.000214pF|50 ppm|0.00002|0.00010");
+  EXPECT_EQ(RowsOf(*Loaded("RT520A", "SN00217"), 0).at(1),
+            "10000|1.00019pF|0.010 %|0.00002|0.00010");
+  EXPECT_EQ(RowsOf(*Loaded("RT520C", "SN00093"), 3).at(0), "100|10.0041uF|200 ppm|0.00012|0.00010");
+  EXPECT_EQ(RowsOf(*Loaded("RT730A", "SN00154"), 0).at(5), "RT736A|100 ohm|100.003 ohm|80 ppm|");
+  EXPECT_EQ(RowsOf(*Loaded("RT730A", "SN00154"), 2).at(2),
             "5|10.002 ohm|950.00 ppm|0.153 ohm|0.010 ohm");
 }
 
@@ -134,10 +111,10 @@ TEST_P(KitFileExample, IsCopiedUnderTheSerialNumberOnItsSecondLine) {
   EXPECT_EQ(tree.Read(folder + "\\" + name), ReadNative(files.front()));
 }
 
-INSTANTIATE_TEST_SUITE_P(FormatExamples, KitFileExample, testing::ValuesIn(KitModels()),
+INSTANTIATE_TEST_SUITE_P(FormatExamples, KitFileExample, testing::ValuesIn(Models(false)),
                          [](const auto& example) { return example.param; });
 
-TEST(FormatExamples, InstrumentFilesAreWrittenBackByteForByte) {
+TEST(FormatExamples, InstrumentAndIndexFilesAreWrittenByteForByte) {
   const TestTree tree;
   tree.MakeFolders("c:\\stations\\BENCH1");
   for (const std::string model : {"PX12A", "PX60H"}) {
@@ -150,11 +127,6 @@ TEST(FormatExamples, InstrumentFilesAreWrittenBackByteForByte) {
     SaveInstrumentFile("c:\\stations\\BENCH1", instrument, copy);
     EXPECT_EQ(tree.Read("c:\\stations\\BENCH1\\" + model), ReadNative(example));
   }
-}
-
-TEST(FormatExamples, IndexFilesAreWrittenByteForByte) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\stations\\BENCH1");
   WriteStationIndex("c:\\stations", {"BENCH1", "BENCH2"});
   EXPECT_EQ(tree.Read("c:\\stations\\INDEX"), ReadNative(Example("stations/INDEX")));
   WriteStationInstrumentIndex("c:\\stations\\BENCH1", {"PX12A", "PX60H"});

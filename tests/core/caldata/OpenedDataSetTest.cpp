@@ -5,8 +5,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/caldata/EditedCell.h"
@@ -17,18 +17,8 @@
 #include "support/SetStage.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
-
-using test::CalDateOf;
-using test::Contains;
-using test::Date;
-using test::ErrorOf;
-using test::FullLine;
-using test::Joined;
-using test::Lines;
-using test::SetModel;
-using test::Texts;
 
 constexpr const char* kFile = "c:\\data\\SN12345";
 
@@ -44,19 +34,18 @@ CalFileInfo Listed(const std::string& serial = "3318A12345") {
   return listed;
 }
 
-/// The cells of a page's rows, joined by "|".
-Texts RowsOf(const cifCaldata& data, std::int16_t page = 0) {
-  MemoryGrid grid(data.GetCalPageCount() > 1 ? 5 : 2);
-  data.GetCalData(page, grid);
-  Texts rows;
-  for (std::int16_t row = 1; row < grid.RowCount(); ++row) {
-    std::string text;
-    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
-      text += (column == 0 ? "" : "|") + grid.CellText(row, column);
-    }
-    rows.push_back(text);
+/// A page of a set's file.
+Texts PageOf(const SetModel& set, std::size_t page, const Texts& rows) {
+  return Joined({set.openings.at(page), rows, set.closing});
+}
+
+/// All pages of a set's file, each with these rows.
+Texts PagesOf(const SetModel& set, const Texts& rows) {
+  Texts pages;
+  for (std::size_t page = 0; page < set.pages.size(); ++page) {
+    pages = Joined({pages, PageOf(set, page, rows)});
   }
-  return rows;
+  return pages;
 }
 
 class OpenedFile : public testing::Test {
@@ -67,39 +56,32 @@ class OpenedFile : public testing::Test {
     return OpenDataSet(*FindModel(code), listed);
   }
 
-  test::TestTree tree_;
+  TestTree tree_;
 };
 
 /// What stands in place of the template of RT520A: nothing, one that is cut off, one of another
 /// model, and one with too many rows.
 Texts BadTemplates() {
-  const SetModel& set = test::CapacitorSetA();
-  Texts pages;
-  for (const Texts& opening : set.openings) {
-    pages = Joined({pages, opening, {FullLine("t1"), FullLine("t2")}, set.closing});
-  }
+  const SetModel& set = CapacitorSetA();
+  const Texts pages = PagesOf(set, {FullLine("t1"), FullLine("t2")});
   const std::string whole = Lines(Joined({Header(set.code), pages}));
   return {"", whole.substr(0, whole.find("t2")), Lines(Joined({Header("PX12A"), pages})),
-          Lines(Joined({Header(set.code), set.openings[0], test::ManyLines(52)}))};
+          Lines(Joined({Header(set.code), set.openings[0], ManyLines(52)}))};
 }
 
 TEST_F(OpenedFile, OfASetHasNothingOfATemplateThatIsRefusedAndSaysSo) {
-  const SetModel& set = test::CapacitorSetA();
+  const SetModel& set = CapacitorSetA();
   const std::filesystem::path path = tree_.ProgramFolder() / "TempRT520A";
   for (const std::string& bytes : BadTemplates()) {
     SCOPED_TRACE(bytes);
     if (!bytes.empty()) {
-      test::WriteNative(path, bytes);
+      WriteNative(path, bytes);
     }
     // Without a calibration date, with one row on the first page, and without the second page.
     const OpenedDataSet opened =
         Open(set.code, Joined({{"#MODEL_NO : RT520A", "#SER_NO   : 3318A12345"},
-                               set.openings[0],
-                               {FullLine("f1")},
-                               set.closing,
-                               set.openings[2],
-                               {FullLine("f2")},
-                               set.closing}));
+                               PageOf(set, 0, {FullLine("f1")}),
+                               PageOf(set, 2, {FullLine("f2")})}));
     EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
     EXPECT_TRUE(opened.isNamedBySerial);
     EXPECT_EQ(CalDateOf(*opened.data), (Date{0, "", 0}));
@@ -120,29 +102,13 @@ TEST_F(OpenedFile, OfASetHasNothingOfATemplateThatIsRefusedAndSaysSo) {
 TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
   tree_.InstallTemplate("RT520A");
   const std::string row = "*1000 : 1.5pF : 0.5 : 0.1 : 0.2";
-  const OpenedDataSet opened = Open("RT520A", {"#MODEL_NO : RT520A",
-                                               "#SER_NO   : 3318A12345",
-                                               "#DUE_DATE : 20020305",
-                                               "!",
-                                               "#RT521A    :     1",
-                                               row,
-                                               row,
-                                               "!END",
-                                               "!",
-                                               "#RT523A    :     3",
-                                               row,
-                                               row,
-                                               row,
-                                               row,
-                                               row,
-                                               row,
-                                               row,
-                                               row,
-                                               "!END",
-                                               "!",
-                                               "#RT524A    :     4",
-                                               "!END",
-                                               "!"});
+  const SetModel& set = CapacitorSetA();
+  const OpenedDataSet opened =
+      Open("RT520A",
+           Joined({{"#MODEL_NO : RT520A", "#SER_NO   : 3318A12345", "#DUE_DATE : 20020305", "!"},
+                   PageOf(set, 0, {row, row}),
+                   PageOf(set, 2, Texts(8, row)),
+                   PageOf(set, 3, {})}));
   EXPECT_EQ(opened.notices,
             (Texts{"The page RT521A shows rows that the file does not hold. They come from the "
                    "template, and would be saved: rows 3 to 8.",
@@ -154,22 +120,14 @@ TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
 }
 
 TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
-  test::WriteNative(tree_.ProgramFolder() / "TempRT730A", [] {
-    Texts lines = Header("RT730A");
-    for (const Texts& opening : test::ResistorSet().openings) {
-      lines = Joined({lines, opening, {FullLine("t1"), FullLine("t2")}, {"!END"}});
-    }
-    return Lines(lines);
-  }());
-  Texts lines = Header("RT730A");
-  for (const Texts& opening : test::ResistorSet().openings) {
-    const bool isFirst = &opening == &test::ResistorSet().openings.front();
-    // The value after the gap is not read. The third row has none of the template below it.
-    lines = Joined({lines,
-                    opening,
-                    isFirst ? Texts{"*a : 9", "*b : : 9 : 0.5 %", "*c : 9"}
-                            : Texts{FullLine("a"), FullLine("b")},
-                    {"!END"}});
+  const SetModel& set = ResistorSet();
+  const Texts header = Header("RT730A");
+  WriteNative(tree_.ProgramFolder() / "TempRT730A",
+              Lines(Joined({header, PagesOf(set, {FullLine("t1"), FullLine("t2")})})));
+  // The value after the gap is not read. The third row has none of the template below it.
+  Texts lines = Joined({header, PageOf(set, 0, {"*a : 9", "*b : : 9 : 0.5 %", "*c : 9"})});
+  for (std::size_t page = 1; page < set.pages.size(); ++page) {
+    lines = Joined({lines, PageOf(set, page, {FullLine("a"), FullLine("b")})});
   }
   const OpenedDataSet opened = Open("RT730A", lines);
   EXPECT_EQ(RowsOf(*opened.data), (Texts{"a|9|2|0 %|4", "b|1|2|0 %|4", "c|9|||"}));
@@ -215,15 +173,12 @@ TEST_F(OpenedFile, OfAnAttenuatorNamesItsDoubtfulRows) {
 
 TEST_F(OpenedFile, OfACapacitorSetNamesRowsWithMissingValues) {
   tree_.InstallTemplate("RT520C");
-  Texts rows;
-  for (int row = 1; row <= 5; ++row) {
-    rows.emplace_back("*100 : 10.0nF : 0.5 : 0.1 : 0.2");
-  }
+  Texts rows(5, "*100 : 10.0nF : 0.5 : 0.1 : 0.2");
   rows[1] = "*100 : 10.0nF";
   rows[3] = "*100 : : 0.5 : 0.1 : 0.2";
   Texts lines = Header("RT520C");
-  for (const Texts& opening : {Texts{"#RT525A : 1"}, Texts{"#RT526A : 2"}, Texts{"#RT527A : 3"}}) {
-    lines = Joined({lines, opening, rows, {"!END", "!"}});
+  for (const std::size_t page : {0U, 1U, 2U}) {
+    lines = Joined({lines, PageOf(CapacitorSetC(), page, rows)});
   }
   const OpenedDataSet opened = Open("RT520C", lines);
   ASSERT_EQ(opened.notices.size(), 6U);
@@ -240,8 +195,8 @@ TEST_F(OpenedFile, NamesRowsWithoutAFormat) {
   Texts lines = Header("RT730A");
   for (std::size_t page = 0; page < 7; ++page) {
     // As many rows as the template has, and on the third page one more.
-    const int rows = page == 0 ? 9 : page == 1 ? 6 : page == 2 ? 8 : page == 3 ? 7 : 8;
-    lines = Joined({lines, test::ResistorSet().openings[page], test::ManyLines(rows), {"!END"}});
+    const int rows = page == 0 ? 9 : page == 1 ? 6 : page == 3 ? 7 : 8;
+    lines = Joined({lines, PageOf(ResistorSet(), page, ManyLines(rows))});
   }
   EXPECT_EQ(Open("RT730A", lines).notices,
             (Texts{"The section \"HF Calibration at 10ohm\" has more rows than the program has "
@@ -271,11 +226,8 @@ TEST_F(OpenedFile, WithoutASerialNumberHasTheListsOrNone) {
     tree_.InstallTemplate(code);
     for (const SerialCase& test : table) {
       SCOPED_TRACE(code + test.line + test.listed);
-      Texts lines = Header(code);
+      Texts lines = Joined({Header(code), PagesOf(CapacitorSetA(), ManyLines(8))});
       lines[1] = test.line;
-      for (const Texts& opening : test::CapacitorSetA().openings) {
-        lines = Joined({lines, opening, test::ManyLines(8), {"!END"}});
-      }
       const OpenedDataSet opened = Open(code, lines, Listed(test.listed));
       EXPECT_EQ(opened.data->SerialNumber(), test.taken);
       EXPECT_EQ(opened.isNamedBySerial, test.isNamed);
@@ -290,22 +242,10 @@ TEST_F(OpenedFile, WithoutASerialNumberHasTheListsOrNone) {
   }
 }
 
-TEST_F(OpenedFile, WithASerialNumberKeepsIt) {
-  const OpenedDataSet opened =
-      Open("PX12A", Joined({Header("PX12A"), {"*10:91", "!End"}}), Listed("another"));
-  EXPECT_EQ(opened.data->SerialNumber(), "3318A12345");
-  EXPECT_TRUE(opened.isNamedBySerial);
-  EXPECT_EQ(opened.notices, Texts());
-}
-
 // Files in the old style.
 
-TEST_F(OpenedFile, InTheOldStyleIsRefusedForEveryModel) {
-  for (const Model& model : kModels) {
-    if (model.create == nullptr) {
-      continue;
-    }
-    const std::string code(model.code);
+TEST_F(OpenedFile, InTheOldStyleIsRefused) {
+  for (const std::string code : {"PX12A", "RT520A"}) {
     tree_.InstallTemplate(code);
     for (const Texts& lines :
          {Texts{"QZ " + code, "3318A12345", "05MAR2001", "*10:91", "!End"},
@@ -319,11 +259,12 @@ TEST_F(OpenedFile, InTheOldStyleIsRefusedForEveryModel) {
   }
 }
 
-TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyle) {
+TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyleAndKeepsItsSerialNumber) {
   for (const char* first : {"", "Sensor of room 3", "!"}) {
     const OpenedDataSet opened =
-        Open("PX12A", Joined({{first}, Header("PX12A"), {"*10:91", "!End"}}));
+        Open("PX12A", Joined({{first}, Header("PX12A"), {"*10:91", "!End"}}), Listed("another"));
     EXPECT_EQ(opened.data->SerialNumber(), "3318A12345") << first;
+    EXPECT_TRUE(opened.isNamedBySerial);
     EXPECT_EQ(opened.notices, Texts()) << first;
   }
   EXPECT_EQ(RowsOf(*Open("PX12A", {"*10:91", "!End"}).data), Texts{"10|91"});
@@ -361,4 +302,4 @@ TEST(EditedCell, KeepsANumberThatIsTooLarge) {
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

@@ -109,20 +109,14 @@ TEST_F(Pasting, RefusesWhatIsNoNumberAndNamesTheLineAndTheValue) {
   ExpectRefused("1\0"sv, ErrorKind::Type, 1, {"\"1 \""});
 }
 
-TEST_F(Pasting, RefusesAGap) {
+TEST_F(Pasting, RefusesAGapOtherCharactersAndANumberThatIsTooLarge) {
   ExpectRefused("1\n\n3", ErrorKind::Type, 2, {"no value"});
   ExpectRefused("1\n  \n3", ErrorKind::Type, 2, {"no value"});
   ExpectRefused("1\n2\n\n", ErrorKind::Type, 3, {"no value"});
   ExpectRefused("1\t", ErrorKind::Type, 1, {"no value"});
-}
-
-TEST_F(Pasting, RefusesACharacterThatTheFilesCannotHoldByItsName) {
   ExpectRefused("1\n\u22122", ErrorKind::Character, 2, {"\u2212", "cannot be stored"});
-  // One that they can hold is no part of a number all the same.
+  // One that the files can hold is no part of a number all the same.
   ExpectRefused("1\n\u00b52", ErrorKind::Type, 2, {"is no number", "\u00b52"});
-}
-
-TEST_F(Pasting, RefusesANumberThatIsTooLarge) {
   ExpectRefused("1\n2\n9E999", ErrorKind::Type, 3, {"\"9E999\"", "too large"});
 }
 
@@ -146,25 +140,13 @@ TEST_F(Pasting, RefusesAValueThatWouldBeStoredAsZero) {
             (Cells{{{{1}, 1}, "0 ppm"}}));
 }
 
-TEST_F(Pasting, RefusesMoreLinesThanRowsAreLeft) {
+TEST_F(Pasting, RefusesWhatDoesNotFitTheTable) {
   ExpectRefused("1\n2\n3", ErrorKind::Index, 0, {"3 lines", "2 rows"}, 3);
   EXPECT_EQ(Paste("1\n2\n", 3).size(), 2U);
-}
-
-TEST_F(Pasting, RefusesColumnsThatTheTableDoesNotHave) {
   ExpectRefused("1\n1\t2\t3", ErrorKind::Index, 2, {"3 columns", "2 from"}, 1, 2);
-}
-
-TEST_F(Pasting, RefusesAColumnThatCannotBeEdited) {
   ExpectRefused("1", ErrorKind::Index, 0, {"\"Frequency\"", "cannot be edited"}, 1, 0);
-}
-
-TEST_F(Pasting, RefusesAPlaceThatTakesNoValue) {
   ExpectRefused("1", ErrorKind::Index, 1, {"no value in this place"}, 1, 3);
   ExpectRefused("1\t2\t3", ErrorKind::Index, 1, {"no value in this place"});
-}
-
-TEST_F(Pasting, RefusesAnEmptyTextAndAnEmptyTable) {
   ExpectRefused("", ErrorKind::Type, 0, {"no text"});
   grid_.SetRowCount(1);
   ExpectRefused("1", ErrorKind::Index, 0, {"no current cell"});

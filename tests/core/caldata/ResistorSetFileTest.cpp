@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -10,45 +11,34 @@
 #include <vector>
 
 #include "core/caldata/MemoryGrid.h"
-#include "core/caldata/ResistorSetFile.h"
 #include "support/ErrorOf.h"
 #include "support/SetStage.h"
 
-/// What is written, what comes back from a whole file, and what the grid shows.
-namespace tarvell {
+/// The file of the resistor set, and what the grid shows of it.
+namespace tarvell::test {
 namespace {
 
-using test::Contains;
-using test::ErrorOf;
-using test::Joined;
-using test::Lines;
-using test::ResistorSetFile;
-using test::Row;
-using test::Rows;
-using test::Texts;
+/// The resistor set in its file.
+class ResistorSetFile : public testing::Test, public SetStage {
+ protected:
+  static constexpr std::int16_t kPages = 7;
 
-const Texts kHeader = {
-    "#MODEL_NO : RT730A",
-    "#SER_NO   : ",
-    "#CAL_DATE : 00000",
-    "#CAL_NO   : ",
-    "#DUE_DATE : 00000",
-    "#COMMENT  : ",
-    "!",
-    "!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)",
-    "!"};
+  ResistorSetFile() : SetStage(ResistorSet()) {}
+
+  /// Only that page holds rows, whose first cells are these.
+  void ExpectRowsOnlyOnPage(std::int16_t page, const Texts& firstColumn,
+                            const std::string& what) const {
+    for (std::int16_t other = 0; other < kPages; ++other) {
+      EXPECT_EQ(FirstColumn(other), other == page ? firstColumn : Texts()) << what << ", " << other;
+    }
+  }
+};
+
+/// A text, and what becomes of it.
+using FieldCases = std::vector<std::pair<const char*, const char*>>;
 
 // clang-format off
-const Texts kWholeFile = {
-    "#MODEL_NO : RT730A",
-    "#SER_NO   : 1234R05678",
-    "#CAL_DATE : 20010305",
-    "#CAL_NO   : C-0042",
-    "#DUE_DATE : 20021125",
-    "#COMMENT  : factory",
-    "!",
-    "!Frequency     : Capacitance(pF)  :Unc.(%)    : Dissipation Factor : Unc.(%)",
-    "!",
+const Texts kWholePages = {
     "!",
     "!DC Resistance",
     "!Model     : Nominal Value : Calibrated Value : Unc.(%)",
@@ -107,74 +97,43 @@ const std::vector<Rows> kWholeTable = {
      {"2", "100.02 kohm", "1000.00 ppm", "-0.01 uS", "0.10 uS"}}};
 // clang-format on
 
-TEST_F(ResistorSetFile, IsWrittenByteForByte) {
-  data_->SetModelNumber("RT730A");
-  data_->SetSerialNumber("1234R05678");
-  data_->SetCalDate(2001, "MAR", 5);
-  data_->SetCalibrationNumber("C-0042");
-  data_->SetDueDate(2002, "NOV", 25);
-  data_->SetComment("factory");
+TEST_F(ResistorSetFile, IsWrittenAndReadByteForByteWithBothUnits) {
+  const std::string whole = Lines(Joined({WholeHeader(), kWholePages}));
+  SetHeader();
   for (std::int16_t page = 0; page < kPages; ++page) {
     SetRows(page, kWholeTable.at(static_cast<std::size_t>(page)));
   }
-  EXPECT_EQ(Saved(), Lines(kWholeFile));
-}
-
-TEST_F(ResistorSetFile, IsReadWithBothUnitsAndWrittenBackByteForByte) {
-  Load(kWholeFile);
+  EXPECT_EQ(Saved(), whole);
+  LoadAgain();
   for (std::int16_t page = 0; page < kPages; ++page) {
     EXPECT_EQ(ShownRows(page), kWholeTable.at(static_cast<std::size_t>(page))) << page;
   }
-  EXPECT_EQ(data_->SerialNumber(), "1234R05678");
-  EXPECT_EQ(data_->CalibrationNumber(), "C-0042");
-  EXPECT_EQ(data_->Comment(), "factory");
   EXPECT_TRUE(data_->LoadNotices().empty());
-  EXPECT_EQ(Saved(), Lines(kWholeFile));
+  EXPECT_EQ(Saved(), whole);
 }
 
-class ResistorSetLine : public ResistorSetFile {
- protected:
-  /// The data line of the first row of a page.
-  [[nodiscard]] std::string LineOf(std::int16_t page, const Row& row) {
-    for (std::int16_t other = 0; other < kPages; ++other) {
-      SetRows(other, {});
-    }
-    SetRows(page, {row});
-    const std::string file = Saved();
-    const std::size_t start = file.find("\r\n*");
-    if (start == std::string::npos) {
-      return "no line";
-    }
-    return file.substr(start + 2, file.find("\r\n", start + 2) - start - 2);
-  }
-};
-
-TEST_F(ResistorSetLine, AlignsTextsToTheRightOfTheirFields) {
-  EXPECT_EQ(LineOf(0, {"a", "b", "c", "0 %"}),
+TEST_F(ResistorSetFile, AlignsTextsToTheRightOfTheirFields) {
+  EXPECT_EQ(SavedLineOf(0, {"a", "b", "c", "0 %"}),
             "*        a :             b :                c :         0 % ");
-  EXPECT_EQ(LineOf(0, {"123456789", "1234567890123", "1234567890123456", "123456789 %"}),
+  EXPECT_EQ(SavedLineOf(0, {"123456789", "1234567890123", "1234567890123456", "123456789 %"}),
             "*123456789 : 1234567890123 : 1234567890123456 : 123456789 % ");
-  EXPECT_EQ(LineOf(1, {"a", "b", "c"}), "*        a :                b :       c");
-  EXPECT_EQ(LineOf(1, {"123456789", "1234567890123456", "1234567"}),
+  EXPECT_EQ(SavedLineOf(1, {"a", "b", "c"}), "*        a :                b :       c");
+  EXPECT_EQ(SavedLineOf(1, {"123456789", "1234567890123456", "1234567"}),
             "*123456789 : 1234567890123456 : 1234567");
-  for (const std::int16_t page : {std::int16_t{2}, std::int16_t{3}}) {
-    EXPECT_EQ(LineOf(page, {"a", "b", "0 %", "d", "e"}),
-              "*        a :            b :         0 % :              d :           e");
-    EXPECT_EQ(
-        LineOf(page, {"123456789", "123456789012", "123456789 %", "12345678901234", "12345678901"}),
-        "*123456789 : 123456789012 : 123456789 % : 12345678901234 : 12345678901");
-  }
-  for (const std::int16_t page : {std::int16_t{4}, std::int16_t{5}, std::int16_t{6}}) {
-    EXPECT_EQ(LineOf(page, {"a", "b", "0 %", "d", "e"}),
-              "*        a :             b :         0 % :              d :           e");
-    EXPECT_EQ(LineOf(page, {"123456789", "1234567890123", "123456789 %", "12345678901234",
-                            "12345678901"}),
-              "*123456789 : 1234567890123 : 123456789 % : 12345678901234 : 12345678901");
+  for (std::int16_t page = 2; page < kPages; ++page) {
+    // The resistance has one more place where it is in kohm.
+    const std::string more = page < 4 ? "" : " ";
+    EXPECT_EQ(SavedLineOf(page, {"a", "b", "0 %", "d", "e"}),
+              "*        a : " + more + "           b :         0 % :              d :           e");
+    const std::string resistance = page < 4 ? "123456789012" : "1234567890123";
+    EXPECT_EQ(SavedLineOf(
+                  page, {"123456789", resistance, "123456789 %", "12345678901234", "12345678901"}),
+              "*123456789 : " + resistance + " : 123456789 % : 12345678901234 : 12345678901");
   }
 }
 
-TEST_F(ResistorSetLine, WritesARelativeUncertaintyInPerCent) {
-  const std::vector<std::pair<const char*, const char*>> table = {
+TEST_F(ResistorSetFile, WritesARelativeUncertaintyInPerCent) {
+  const FieldCases table = {
       // stored, written in a field of nine characters
       {"0.10 %", "     0.10"},     {"-0.5 %", "     -0.5"},     {"5%", "         "},
       {" %", "         "},         {"12.3 ppm", "  0.00123"},   {"12.34 ppm", "  0.00123"},
@@ -182,30 +141,23 @@ TEST_F(ResistorSetLine, WritesARelativeUncertaintyInPerCent) {
       {"-12.35 ppm", " -0.00124"}, {"100000 ppm", " 10.00000"}, {"1", "  0.00010"},
       {"12.35 PPM", "  0.00124"},  {"", "  0.00000"},           {"abc", "  0.00000"}};
   for (const auto& [stored, field] : table) {
-    for (const std::int16_t page : {std::int16_t{2}, std::int16_t{3}}) {
-      EXPECT_EQ(
-          LineOf(page, {"a", "b", stored, "d", "e"}),
-          std::string("*        a :            b : ") + field + " % :              d :           e")
-          << stored;
-    }
-    for (const std::int16_t page : {std::int16_t{4}, std::int16_t{5}, std::int16_t{6}}) {
-      EXPECT_EQ(LineOf(page, {"a", "b", stored, "d", "e"}),
-                std::string("*        a :             b : ") + field +
-                    " % :              d :           e")
+    for (std::int16_t page = 2; page < kPages; ++page) {
+      EXPECT_EQ(SavedLineOf(page, {"a", "b", stored, "d", "e"}),
+                (page < 4 ? "*        a :            b : " : "*        a :             b : ") +
+                    std::string(field) + " % :              d :           e")
           << stored;
     }
   }
 }
 
-TEST_F(ResistorSetLine,
-       WritesAnUncertaintyAtDirectCurrentWithThePerCentSignInsideOrBehindTheField) {
-  const std::vector<std::pair<const char*, const char*>> table = {
+TEST_F(ResistorSetFile, WritesAnUncertaintyAtDirectCurrentWithThePerCentSignInsideOrAfterTheField) {
+  const FieldCases table = {
       {"0.1 %", "      0.1 % "},   {"100.25 %", "   100.25 % "}, {"5%", "          % "},
       {"12.5 ppm", "0.00125 %"},   {"12.54 ppm", "0.00125 %"},   {"12.55 ppm", "0.00126 %"},
       {"-12.5 ppm", "-0.00125 %"}, {"100000 ppm", "10.00000 %"}, {"1", "0.00010 %"},
       {"", "0.00000 %"},           {"abc", "0.00000 %"}};
   for (const auto& [stored, field] : table) {
-    EXPECT_EQ(LineOf(0, {"a", "b", "c", stored, "e"}),
+    EXPECT_EQ(SavedLineOf(0, {"a", "b", "c", stored, "e"}),
               std::string("*        a :             b :                c : ") + field)
         << stored;
   }
@@ -213,28 +165,32 @@ TEST_F(ResistorSetLine,
 
 // The grid.
 
-const std::vector<Texts> kCaptions = {
-    {"Model", "Nominal Value", "Calibrated Value", "Unc. (%)", ""},
-    {"Model", "Calibrated Value", "Unc. (%)", "", ""},
-    {"Frequency[MHz]", "Resistance[ohm]", "Unc.  [%]", "Reactance [ohm]", "Unc. (%)"},
-    {"Frequency[MHz]", "Resistance[ohm]", "Unc.  [%]", "Reactance [ohm]", "Unc. (%)"},
-    {"Frequency[MHz]", "Resistance[kohm]", "Unc.  [%]", "Susceptance [uS]", "Unc. (uS)"},
-    {"Frequency[MHz]", "Resistance[kohm]", "Unc.  [%]", "Susceptance [uS]", "Unc. (uS)"},
-    {"Frequency[MHz]", "Resistance[kohm]", "Unc.  [%]", "Susceptance [uS]", "Unc. (uS)"},
-    {"", "", "", "", ""}};
-
 TEST_F(ResistorSetFile, IsShownWithTheCaptionsOfEachPageAndNoOthers) {
+  const Texts inOhm = {"Frequency[MHz]", "Resistance[ohm]", "Unc.  [%]", "Reactance [ohm]",
+                       "Unc. (%)"};
+  const Texts inKohm = {"Frequency[MHz]", "Resistance[kohm]", "Unc.  [%]", "Susceptance [uS]",
+                        "Unc. (uS)"};
+  const std::vector<Texts> captionsOfPages = {
+      {"Model", "Nominal Value", "Calibrated Value", "Unc. (%)", ""},
+      {"Model", "Calibrated Value", "Unc. (%)", "", ""},
+      inOhm,
+      inOhm,
+      inKohm,
+      inKohm,
+      inKohm,
+      {"", "", "", "", ""}};
   for (std::int16_t page = 0; page < 8; ++page) {
-    for (std::int16_t before = 0; before < 8; ++before) {
-      MemoryGrid grid(5);
-      data_->GetCalData(before, grid);
-      data_->GetCalData(page, grid);
-      Texts captions;
-      for (std::int16_t column = 0; column < 5; ++column) {
-        captions.push_back(grid.CellText(0, column));
-      }
-      EXPECT_EQ(captions, kCaptions.at(static_cast<std::size_t>(page))) << page << ", " << before;
+    MemoryGrid grid(5);
+    grid.AddRow("left\tover");
+    Texts captions;
+    for (std::int16_t column = 0; column < 5; ++column) {
+      grid.SetCellText(0, column, "before");
     }
+    data_->GetCalData(page, grid);
+    for (std::int16_t column = 0; column < 5; ++column) {
+      captions.push_back(grid.CellText(0, column));
+    }
+    EXPECT_EQ(captions, captionsOfPages.at(static_cast<std::size_t>(page))) << page;
   }
 }
 
@@ -262,5 +218,195 @@ TEST_F(ResistorSetFile, NeitherWritesNorReadsTheSerialNumberOfAPage) {
   EXPECT_EQ(data_->GetCalPageCount(), kPages);
 }
 
+// Sections.
+
+TEST_F(ResistorSetFile, FindsTheSectionOfATitleByItsFirstWords) {
+  const std::vector<Texts> titlesOfPages = {{"!DC Resistance", "!dc", "!  Dc\tvalues"},
+                                            {"!Series Inductance", "! SERIES"},
+                                            {"!High", "!HIGH Freqency"},
+                                            {"! 100 ohm", "!100 ohm (MODEL QZ RT736A)"},
+                                            {"! 1 kohm", "! 1", "!1 Mohm"},
+                                            {"! 10 kohm", "! 10", "!10 Mohm", "! 10 OHM"},
+                                            {"! 100 kohm", "!100   kohm x"}};
+  for (std::int16_t page = 0; page < kPages; ++page) {
+    for (const std::string& title : titlesOfPages.at(static_cast<std::size_t>(page))) {
+      // After the title of the high frequencies comes that of its first page.
+      const Texts rest = page == 2 ? Texts{"! 10 ohm", "!"} : Texts{"!"};
+      Load(Joined({{title}, rest, {"*a", "*b", "!END"}}));
+      ExpectRowsOnlyOnPage(page, {"a", "b"}, title);
+    }
+  }
+}
+
+TEST_F(ResistorSetFile, PassesOverEveryOtherTitle) {
+  const Texts titles = {"!",
+                        "!DCResistance",
+                        "!Parallel Capacitance",
+                        "!Freqency",
+                        "!Frequency : Resistance",
+                        "!Model     : Nominal Value",
+                        "!END",
+                        "!End DC",
+                        "! 100",
+                        "! 100 Mohm",
+                        "! 100 OHM",
+                        "! 100 ohms",
+                        "! 100ohm",
+                        "! 10ohm",
+                        "! 1kohm",
+                        "! 1000 ohm",
+                        "! 10 ohm",
+                        "! 10 ohm (MODEL QZ RT735A)",
+                        "!10   ohm",
+                        "DC Resistance",
+                        "#DC Resistance",
+                        "#100 ohm"};
+  for (const std::string& title : titles) {
+    Load({title, "!", "*a", "*b", "!END", "!"});
+    ExpectRowsOnlyOnPage(kPages, {}, title);
+  }
+}
+
+TEST_F(ResistorSetFile, KeepsThePageWhoseTitleIsMissingOrDamagedAndSaysSo) {
+  const std::vector<std::pair<std::size_t, const char*>> damaged = {
+      {0, "!D"},     {0, ""},         {1, "!Ser"},    {1, "!Parallel"}, {2, "!Hi"},
+      {2, "!"},      {3, "! 100"},    {3, "! 100 o"}, {4, "!"},         {4, "! kohm"},
+      {5, "! kohm"}, {5, "! 10 ohm"}, {6, "! 100 k"}, {6, "! 100"}};
+  for (const auto& [page, title] : damaged) {
+    data_ = set_.create();
+    const auto shown = static_cast<std::int16_t>(page);
+    SetRows(shown, {{"before", "b", "c", "d", "e"}});
+    Texts section = Page(page, {"*lost"});
+    section[1] = title;
+    LoadOver(Joined({PagesBut({page}), section}));
+    EXPECT_EQ(FirstColumn(shown), (Texts{"before"})) << title;
+    for (std::int16_t other = 0; other < kPages; ++other) {
+      EXPECT_TRUE(other == shown || FirstColumn(other) == Texts{"7"}) << title << ", " << other;
+    }
+    ExpectNotices({{"no section \"" + set_.pages[page] + "\"", "title", "It is empty"}});
+  }
+}
+
+TEST_F(ResistorSetFile, TakesADataLineInThePlaceOfATitleLineForOneAndSaysSo) {
+  for (std::size_t page = 0; page < set_.pages.size(); ++page) {
+    Texts titles = set_.openings[page];
+    titles.pop_back();
+    Load(Joined({PagesBut({page}), titles, {"*a", FullLine("b"), "!END"}}));
+    EXPECT_EQ(FirstColumn(static_cast<std::int16_t>(page)), (Texts{"b"})) << page;
+    ExpectNotices({{"\"" + set_.pages[page] + "\"", "title", "not read as one of its rows", "*a"}});
+  }
+}
+
+TEST_F(ResistorSetFile, ReadsASectionWithoutItsEndThroughTheNextOneAndSaysSo) {
+  Load(Joined({set_.openings[3],
+               {"*a : 100.01 ohm : 0.10 % : 0.01 ohm : 0.10 ohm"},
+               set_.openings[4],
+               {"*b : 1 kohm : 0.10 % : 0 uS : 1 uS", "!END"},
+               PagesBut({3, 4})}));
+  // The "!" is dropped; "Uncertainty" less its last character is no number, and long enough
+  // for ppm.
+  EXPECT_EQ(ShownRows(3),
+            (Rows{{"a", "100.01 ohm", "0.10 %", "0.01 ohm", "0.10 ohm"},
+                  {"1 kohm (MODEL QZ RT737A)", "", "", "", ""},
+                  {"Frequency", "Resistance", "0.00 ppm", "Susceptance", "Uncertainty"},
+                  {"b", "1 kohm", "0.10 %", "0 uS", "1 uS"}}));
+  EXPECT_EQ(FirstColumn(4), Texts());
+  ExpectNotices({{"\"" + set_.pages[3] + "\"", "!END", "one of its rows", set_.openings[4][1]},
+                 {"\"" + set_.pages[3] + "\"", "!END", "one of its rows", set_.openings[4][2]},
+                 {"\"" + set_.pages[3] + "\"", "too few values", "row 2."},
+                 {"no section \"" + set_.pages[4] + "\""}});
+}
+
+// Data lines.
+
+TEST_F(ResistorSetFile, StoresFieldsTrimmedAndOtherwiseUnchangedUpToTheFirstEmptyOne) {
+  Load(Page(1, {"*  RT 734A :  Ls/5  nH : x", "*a:b:c", "   * d :e:  f  ", "xg : h : i", "*j :: k",
+                "*l : : m", "*n : o : : p"}));
+  EXPECT_EQ(ShownRows(1), (Rows{{"RT 734A", "Ls/5  nH", "x", "", ""},
+                                {"a", "b", "c", "", ""},
+                                {"d", "e", "f", "", ""},
+                                {"g", "h", "i", "", ""},
+                                {"j", "", "", "", ""},
+                                {"l", "", "", "", ""},
+                                {"n", "o", "", "", ""}}));
+}
+
+TEST_F(ResistorSetFile, CountsNoLineOnWhichNothingIsLeft) {
+  const std::string nul(1, '\0');
+  Load(Page(1, {"", "*a", "*", "   ", "!", "x", nul + "*y", "*" + nul + "z", "*b"}));
+  EXPECT_EQ(FirstColumn(1), (Texts{"a", "b"}));
+}
+
+TEST_F(ResistorSetFile, CutsALineAtItsFirstNulAndTakesLineEndsInQuotesAndTabsForBlanks) {
+  const std::string nul(1, '\0');
+  Load(Page(1, {"*a : b" + nul + " : c", "\"*d\r\ne : f\ng; h\"", "*\tRT\t731A : Ls/1\tnH\t: 1 nH",
+                "*b : c : \t : d"}));
+  EXPECT_EQ(ShownRows(1), (Rows{{"a", "b", "", "", ""},
+                                {"d  e", "f g; h", "", "", ""},
+                                {"RT 731A", "Ls/1 nH", "1 nH", "", ""},
+                                {"b", "c", "", "", ""}}));
+  EXPECT_TRUE(Contains(Saved(), "\r\n*  RT 731A :          Ls/1 nH :    1 nH\r\n"));
+}
+
+TEST_F(ResistorSetFile, MayHaveSixColumnsOnALineButNotSeven) {
+  Load(Joined({Page(3, {"*1 : 2 : 0.1 % : 4 : 5 : 6"}), PagesBut({3})}));
+  EXPECT_EQ(ShownRows(3), (Rows{{"1", "2", "0.10 %", "4", "5"}}));
+  EXPECT_TRUE(data_->LoadNotices().empty());
+  // The sixth is neither shown nor written.
+  EXPECT_TRUE(Contains(
+      Saved(),
+      Lines({"*        1 :            2 :      0.10 % :              4 :           5", "!END"})));
+  ExpectLoadError(
+      Joined({{"!"}, Page(3, {"*a", "*1 : 2 : 0.1 % : 4 : 5 : 6 : 7", "*b"}), PagesBut({3})}),
+      ErrorKind::Index, 6, "6 columns");
+  EXPECT_EQ(FirstColumn(3)[0], "a");
+}
+
+struct UncertaintyCase {
+  const char* field;
+  std::array<const char*, 3> texts;
+};
+
+// Less than six characters, the per cent sign left out, are per cent, all else is ppm.
+TEST_F(ResistorSetFile, TakesALongUncertaintyForPpmAndAShortOneForPerCent) {
+  const std::vector<UncertaintyCase> cases = {
+      // as many decimals as needed up to two; two; one
+      {"0.1 %", {"0.1 %", "0.10 %", "0.1 %"}},
+      {"0.125%", {"0.13 %", "0.13 %", "0.1 %"}},
+      {"12.35 %", {"12.35 %", "12.35 %", "12.4 %"}},
+      {"0.00123 %", {"12.3 ppm", "12.30 ppm", "12.3 ppm"}},
+      {"0.0012 %", {"12 ppm", "12.00 ppm", "12.0 ppm"}},
+      {"0.00000 %", {"0 ppm", "0.00 ppm", "0.0 ppm"}},
+      {"100.25 %", {"1002500 ppm", "1002500.00 ppm", "1002500.0 ppm"}},
+      {"-0.5 %", {"-0.5 %", "-0.50 %", "-0.5 %"}},
+      // The last character goes, whatever it is.
+      {"0.125", {"0.12 %", "0.12 %", "0.1 %"}},
+      {"0.001234", {"12.3 ppm", "12.30 ppm", "12.3 ppm"}},
+      {"%", {"0 %", "0.00 %", "0.0 %"}},
+      {"abc", {"0 %", "0.00 %", "0.0 %"}},
+      {"abcdefg", {"0 ppm", "0.00 ppm", "0.0 ppm"}}};
+  for (const UncertaintyCase& test : cases) {
+    const std::string field(test.field);
+    Load(Joined(
+        {Page(0, {"*a : b : c : " + field}),
+         Page(2, {"*1 : b : " + field + " : d", "*2", "*3", "*4", "*5 : b : " + field + " : d"})}));
+    EXPECT_EQ(ShownRows(0)[0][3], test.texts[0]) << field;
+    EXPECT_EQ(ShownRows(2)[0][2], test.texts[1]) << field;
+    EXPECT_EQ(ShownRows(2)[4][2], test.texts[2]) << field;
+    EXPECT_EQ(ShownRows(2)[4][3], "d") << field;
+  }
+}
+
+TEST_F(ResistorSetFile, WithANumberTooLargeIsATypeErrorOfItsLine) {
+  ExpectLoadError(Page(3, {"*a", "*1 : 2 : 1E999 % : 4"}), ErrorKind::Type, 5);
+}
+
+TEST_F(ResistorSetFile, MayHaveAnyNumberOfWordsInARemarkATitleOrALineOutsideASection) {
+  const std::string words =
+      " 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 28 29 30 31 32";
+  Load({"*1" + words, "!Note" + words, "!DC" + words, "!", "*a", "!END"});
+  EXPECT_EQ(FirstColumn(0), (Texts{"a"}));
+}
+
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

@@ -16,10 +16,9 @@
 #include "support/ErrorOf.h"
 
 /// What the cells of the three sets store and offer to edit.
-namespace tarvell {
+namespace tarvell::test {
 namespace {
 
-using test::ErrorOf;
 using Texts = std::vector<std::string>;
 
 /// What a cell stores for 5.1234565, 5 and 0, by its decimals: which are shown, how many of them
@@ -213,17 +212,6 @@ TEST(CapacitorSetFormat, OffersUnitsOnlyForTheUncertaintyOfTheCapacitance) {
   }
 }
 
-TEST(CapacitorSetFormat, NamesFourPages) {
-  const std::array<const char*, 4> ofA = {"RT521A", "RT522A", "RT523A", "RT524A"};
-  const std::array<const char*, 4> ofC = {"RT525A", "RT526A", "RT527A", "RT528A"};
-  for (std::int16_t page = 0; page < 4; ++page) {
-    EXPECT_EQ(cInstrRT520A().GetCalPageName(page), ofA.at(static_cast<std::size_t>(page)));
-    EXPECT_EQ(cInstrRT520C().GetCalPageName(page), ofC.at(static_cast<std::size_t>(page)));
-  }
-  EXPECT_EQ(cInstrRT520A().GetCalPageName(4), "");
-  EXPECT_EQ(cInstrRT520C().GetCalPageName(-1), "");
-}
-
 // The resistor set.
 
 constexpr const char* kRelative = "relative";
@@ -353,22 +341,5 @@ TEST(ResistorSetFormat, OffersUnitsOnlyForTheRelativeUncertainties) {
   }
 }
 
-TEST(ResistorSetFormat, NamesSevenPages) {
-  const cInstrRT730A set;
-  const Texts names = {"DC Registance",
-                       "Indactance / Parallel Capacitance",
-                       "HF Calibration at 10ohm",
-                       "HF Calibration at 100ohm",
-                       "HF Calibration at 1kohm",
-                       "HF Calibration at 10kohm",
-                       "HF Calibration at 100kohm",
-                       ""};
-  EXPECT_EQ(set.GetCalPageCount(), 7);
-  for (std::int16_t page = 0; page < 8; ++page) {
-    EXPECT_EQ(set.GetCalPageName(page), names.at(static_cast<std::size_t>(page)));
-  }
-  EXPECT_EQ(set.GetCalPageName(-1), "");
-}
-
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test

@@ -13,12 +13,8 @@
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
-namespace tarvell {
+namespace tarvell::test {
 namespace {
-
-using test::Contains;
-using test::ErrorOf;
-using test::TestTree;
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
@@ -34,7 +30,7 @@ class TestKit : public testing::Test {
   TestKit() { tree_.MakeFolders(kFolder); }
 
   /// Writes the file to be taken in.
-  void WriteSource(std::string_view bytes) const { test::WriteNative(Source(), bytes); }
+  void WriteSource(std::string_view bytes) const { WriteNative(Source(), bytes); }
   [[nodiscard]] fs::path Source() const { return tree_.Root() / "kit.dat"; }
 
   void Copy() const { CopyTestKitFile(Source().string(), kFolder); }
@@ -47,29 +43,19 @@ class TestKit : public testing::Test {
     Copy();
     ASSERT_EQ(tree_.Names(kFolder), Names{name});
     EXPECT_TRUE(tree_.Read(std::string(kFolder) + "\\" + name) == bytes);
-    EXPECT_TRUE(test::ReadNative(Source()) == bytes);
+    EXPECT_TRUE(ReadNative(Source()) == bytes);
   }
 
-  /// An error of this kind and path, whose text has the parts `what`; the folder is as it was.
+  /// An error of this kind and path, whose text has this part; the folder is as it was.
   void ExpectRefusal(const fs::path& source, ErrorKind kind, const std::string& path,
-                     const std::vector<std::string>& what) const {
+                     const std::string& part) const {
     const Names before = tree_.Names(kFolder);
     const Error error = ErrorOf([&] { CopyTestKitFile(source.string(), kFolder); });
     EXPECT_EQ(error.Kind(), kind) << error.what();
     EXPECT_EQ(error.Path(), path);
-    for (const std::string& part : what) {
-      EXPECT_TRUE(Contains(error.Text(), part)) << part << " is missing in: " << error.Text();
-    }
+    EXPECT_TRUE(Contains(error.Text(), part)) << error.Text();
     EXPECT_TRUE(Contains(error.what(), path)) << error.what();
     EXPECT_EQ(tree_.Names(kFolder), before);
-  }
-
-  /// The same of a source that holds these bytes.
-  void ExpectRefusal(std::string_view bytes, ErrorKind kind,
-                     const std::vector<std::string>& what) const {
-    WriteSource(bytes);
-    ExpectRefusal(Source(), kind, Source().string(), what);
-    EXPECT_EQ(test::ReadNative(Source()), bytes);
   }
 
   TestTree tree_;
@@ -114,60 +100,48 @@ TEST_F(TestKit, NamesTheFileByTheLastFiveCharactersOfTheSecondItem) {
   }
 }
 
-TEST_F(TestKit, AFileOfFewerThanTwoItemsIsRefused) {
-  for (const std::string_view bytes :
-       {"", "3318A12345", "3318A12345\r\n", "3318A12345,", "\r\n", "\"3318A12345\r\n12345\r\n"}) {
-    ExpectRefusal(bytes, ErrorKind::InputPastEnd, {"ends too early"});
+TEST_F(TestKit, AFileWithoutAUsableSerialNumberIsRefused) {
+  using namespace std::string_view_literals;
+  struct Refused {
+    ErrorKind kind;
+    std::string part;
+    std::vector<std::string_view> files;
+  };
+  const std::vector<Refused> table = {
+      {ErrorKind::InputPastEnd,
+       "ends too early",
+       {"", "3318A12345", "3318A12345\r\n", "3318A12345,", "\r\n", "\"3318A12345\r\n12345\r\n"}},
+      {ErrorKind::Name,
+       "serial number",
+       {"kit\r\n\r\n3318A12345\r\n", "kit\r\n   \r\nmore", "kit\r\n\"\"\r\n", "kit\r\n\"  \"\r\n",
+        "kit,,12345\r\n", "kit\r\n\0 123\r\n"sv}},
+      {ErrorKind::Name, "\"/\"", {"kit\r\n3318A1/345\r\n"}},
+      {ErrorKind::Name, "\".\"", {"kit\r\n3318A1.345\r\n"}},
+      {ErrorKind::Name, "control character", {"kit\r\n12\t34\r\n"}}};
+  for (const Refused& refused : table) {
+    for (const std::string_view bytes : refused.files) {
+      SCOPED_TRACE(bytes);
+      WriteSource(bytes);
+      ExpectRefusal(Source(), refused.kind, Source().string(), refused.part);
+      EXPECT_EQ(ReadNative(Source()), bytes);
+    }
   }
+  EXPECT_EQ(ErrorOf([&] { Copy(); }).Line(), 2);
+  EXPECT_EQ(tree_.Names("c:\\calfactors"), Names{"RT410A"});
 }
 
-TEST_F(TestKit, AnEmptySerialNumberIsRefused) {
-  for (const std::string_view bytes :
-       {std::string_view("kit\r\n\r\n3318A12345\r\n"), std::string_view("kit\r\n   \r\nmore"),
-        std::string_view("kit\r\n\"\"\r\n"), std::string_view("kit\r\n\"  \"\r\n"),
-        std::string_view("kit,,12345\r\n"),
-        std::string_view("kit\r\n\0"
-                         "123\r\n",
-                         11)}) {
-    ExpectRefusal(bytes, ErrorKind::Name, {"serial number"});
-  }
-}
-
-TEST_F(TestKit, ASerialNumberThatMakesNoFileNameIsRefused) {
-  const std::vector<std::pair<std::string, std::string>> table = {
-      {"3318A1/345", "\"/\""}, {"3318A1.345", "\".\""}, {"12\t34", "control character"}};
-  for (const auto& [serial, character] : table) {
-    SCOPED_TRACE(serial);
-    WriteSource("kit\r\n" + serial + "\r\n");
-    ExpectRefusal(Source(), ErrorKind::Name, Source().string(), {character});
-    EXPECT_EQ(ErrorOf([&] { Copy(); }).Line(), 2);
-    EXPECT_FALSE(tree_.Exists("c:\\calfactors\\345"));
-    EXPECT_EQ(tree_.Names("c:\\calfactors"), Names{"RT410A"});
-  }
-}
-
-TEST_F(TestKit, AMissingSourceIsRefused) {
-  ExpectRefusal(Source(), ErrorKind::NotFound, Source().string(), {"read", "does not exist"});
-}
-
-TEST_F(TestKit, TheDataFileItselfIsRefused) {
+TEST_F(TestKit, TheDataFileItselfIsRefusedAlsoThroughALink) {
   tree_.Write(kTarget, kKit);
   const auto before = fs::last_write_time(tree_.Native(kTarget));
-  ExpectRefusal(tree_.Native(kTarget), ErrorKind::Name, kTarget, {"itself", "Nothing was changed"});
-  EXPECT_EQ(tree_.Read(kTarget), kKit);
-  EXPECT_EQ(fs::last_write_time(tree_.Native(kTarget)), before);
-}
-
-TEST_F(TestKit, TheDataFileItselfIsRefusedThroughALink) {
-  tree_.Write(kTarget, kKit);
   const fs::path symbolic = tree_.Root() / "symbolic.dat";
   const fs::path hard = tree_.Root() / "hard.dat";
   fs::create_symlink(tree_.Native(kTarget), symbolic);
   fs::create_hard_link(tree_.Native(kTarget), hard);
-  for (const fs::path& source : {symbolic, hard}) {
-    ExpectRefusal(source, ErrorKind::Name, kTarget, {"itself"});
+  for (const fs::path& source : {tree_.Native(kTarget), symbolic, hard}) {
+    ExpectRefusal(source, ErrorKind::Name, kTarget, "itself. Nothing was changed");
     EXPECT_EQ(tree_.Read(kTarget), kKit);
   }
+  EXPECT_EQ(fs::last_write_time(tree_.Native(kTarget)), before);
   EXPECT_TRUE(fs::is_symlink(symbolic));
 }
 
@@ -179,8 +153,8 @@ TEST_F(TestKit, AMissingFolderIsAnErrorAndIsNotMade) {
   EXPECT_EQ(error.Path(), R"(c:\calfactors\RT410B\SN12345)");
   EXPECT_TRUE(Contains(error.Text(), "save")) << error.Text();
   EXPECT_EQ(tree_.Names("c:\\calfactors"), Names{"RT410A"});
-  EXPECT_EQ(test::ReadNative(Source()), kKit);
+  EXPECT_EQ(ReadNative(Source()), kKit);
 }
 
 }  // namespace
-}  // namespace tarvell
+}  // namespace tarvell::test
