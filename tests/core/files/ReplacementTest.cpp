@@ -4,22 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "core/caldata/MemoryGrid.h"
 #include "core/caldata/TestKit.h"
 #include "core/caldata/cInstrPX12A.h"
 #include "core/files/Replacement.h"
 #include "core/station/StationFiles.h"
-#include "support/AnotherProcess.h"
 #include "support/BinPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
+#include "support/SampleInstrument.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -30,10 +28,9 @@ namespace fs = std::filesystem;
 using Kind = Replacement::Kind;
 using Fields = std::vector<FileSummary::Field>;
 using Texts = std::vector<std::string>;
-using test::InAnotherProcess;
 
 constexpr const char* kFile = R"(c:\calfactors\PX12A\SN12345)";
-constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
+constexpr const char* kStation = R"(c:\stations\ST1)";
 
 /// The rows of a sensor: frequency and factor.
 using Rows = std::vector<std::pair<std::string, std::string>>;
@@ -64,7 +61,7 @@ class Replacing : public testing::Test {
   Replacing() {
     tree_.MakeFolders(R"(c:\calfactors\PX12A)");
     tree_.MakeFolders(R"(c:\calfactors\RT410A)");
-    tree_.MakeFolders(R"(c:\stations\ST1)");
+    tree_.MakeFolders(kStation);
   }
 
   /// Reads the data set as an editor does.
@@ -78,10 +75,17 @@ class Replacing : public testing::Test {
     data.SetSerialNumber(serial);
   }
 
-  /// Gives a file a time of its last change: 5 March 2026, 14:03:07 UTC.
+  /// Gives a file a time of its last change: 5 March 2026, 14:03:07 of local time.
   void SetTime(const std::string& path) const {
-    const auto time = std::chrono::sys_days(std::chrono::year(2026) / 3 / 5) +
-                      std::chrono::hours(14) + std::chrono::minutes(3) + std::chrono::seconds(7);
+    std::tm local = {};
+    local.tm_year = 2026 - 1900;
+    local.tm_mon = 2;
+    local.tm_mday = 5;
+    local.tm_hour = 14;
+    local.tm_min = 3;
+    local.tm_sec = 7;
+    local.tm_isdst = -1;
+    const auto time = std::chrono::system_clock::from_time_t(std::mktime(&local));
     fs::last_write_time(tree_.Native(path), std::chrono::file_clock::from_sys(time));
   }
 
@@ -89,32 +93,9 @@ class Replacing : public testing::Test {
   test::BinPlatform platform_;
 };
 
-/// Makes local time UTC while it lives.
-class InUtc {
- public:
-  InUtc() { Set("UTC0"); }
-  InUtc(const InUtc&) = delete;
-  InUtc& operator=(const InUtc&) = delete;
-  ~InUtc() {
-    if (before_.empty()) {
-      ::unsetenv("TZ");
-      ::tzset();
-    } else {
-      Set(before_.c_str());
-    }
-  }
-
- private:
-  static void Set(const char* zone) {
-    ::setenv("TZ", zone, 1);
-    ::tzset();
-  }
-  std::string before_ = std::getenv("TZ") == nullptr ? "" : std::getenv("TZ");
-};
-
 // ---- No question.
 
-TEST_F(Replacing, NothingIsAskedAboutTheFileThatWasOpened) {
+TEST_F(Replacing, NothingIsAskedAboutAFileThatWasOpenedHoldsTheSameOrIsGone) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory and a remark", kRows));
   cInstrPX12A data;
   Open(data);
@@ -123,12 +104,6 @@ TEST_F(Replacing, NothingIsAskedAboutTheFileThatWasOpened) {
     EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
     data.SaveCalibrationDataToFile(kFile);
   }
-}
-
-TEST_F(Replacing, NothingIsAskedWhereTheFileIsGoneOrHoldsTheSame) {
-  tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
-  cInstrPX12A data;
-  Open(data);
   data.SetComment("mine");
   tree_.Write(kFile, SensorBytes("3318A12345", "mine", kRows));
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
@@ -139,7 +114,6 @@ TEST_F(Replacing, NothingIsAskedWhereTheFileIsGoneOrHoldsTheSame) {
 // ---- Another serial number.
 
 TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
-  const InUtc utc;
   tree_.Write(kFile, SensorBytes("OLD12345", "own of lab 7", kRows));
   SetTime(kFile);
   cInstrPX12A data;
@@ -158,80 +132,49 @@ TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
             "Comment: own of lab 7\n"
             "Last changed: 5 MAR 2026 14:03:07\n\n"
             "No leaves the file as it is.");
-}
 
-TEST_F(Replacing, AFileWithoutASerialNumberIsAnotherOne) {
-  cInstrPX12A data;
-  Make(data, "3318A12345");
   for (const char* bytes : {"no data\r\n", "#MODEL_NO : PX12A\r\n#CAL_DATE : 20010230\r\n"}) {
     tree_.Write(kFile, bytes);
-    const Replacement replacement = data.WouldReplace(kFile);
-    EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
-    EXPECT_EQ(QuestionOf(replacement).text,
+    EXPECT_EQ(QuestionOf(data.WouldReplace(kFile)).text,
               "The file SN12345 holds data without a serial number. Do you want to replace it?");
   }
   EXPECT_TRUE(test::Contains(QuestionOf(data.WouldReplace(kFile)).detail,
                              "Calibration number: (none)\nCalibrated: 20010230 (no such day)\n"));
 }
 
+// A kit is identified by the second item of its file, with or without a keyword.
 TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
-  const std::string target = R"(c:\calfactors\RT410A\SN12345)";
   const fs::path source = tree_.Root() / "kit.dat";
-  const auto ask = [&](const std::string& serial) {
-    test::WriteNative(source, "QZ RT410A\r\n" + serial + "\r\n05MAR2001\r\nfinished\r\n");
+  const auto ask = [&](const std::string& lines) {
+    test::WriteNative(source, lines + "05MAR2001\r\nfinished\r\n");
     return TestKitWouldReplace(source, R"(c:\calfactors\RT410A)");
   };
-  EXPECT_EQ(ask("9999B12345").kind, Kind::None) << "there is no file yet";
-  tree_.Write(target, "QZ RT410A\r\n9999B12345\r\n29FEB2000\r\nearlier\r\n");
-  EXPECT_EQ(ask("9999B12345").kind, Kind::None) << "an update of the same kit";
-  const Replacement replacement = ask("3318A12345");
-  EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
+  EXPECT_EQ(ask("QZ RT410A\r\n9999B12345\r\n").kind, Kind::None) << "there is no file yet";
+  Replacement replacement;
+  for (const std::string lines :
+       {"# kit\r\n#SER_NO ", "# kit\r\n#ser_no: ", "# kit\r\n", "QZ RT410A\r\n"}) {
+    SCOPED_TRACE(lines);
+    tree_.Write(R"(c:\calfactors\RT410A\SN12345)",
+                lines + "9999B12345\r\n29FEB2000\r\nearlier\r\n");
+    EXPECT_EQ(ask("QZ RT410A\r\n9999B12345\r\n").kind, Kind::None) << "an update of the same kit";
+    replacement = ask(lines + "3318A12345\r\n");
+    EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
+    EXPECT_EQ(replacement.file.serialNumber, "9999B12345");
+  }
   EXPECT_EQ(replacement.file.fields, (Fields{{"Serial number", "9999B12345"},
                                              {"Calibrated", "29 FEB 2000"},
                                              {"Due", "29 FEB 2001 (no such day)"}}));
-  EXPECT_EQ(tree_.Read(target), "QZ RT410A\r\n9999B12345\r\n29FEB2000\r\nearlier\r\n");
-}
-
-TEST_F(Replacing, AKitIsIdentifiedByTheSecondItemOfItsFile) {
-  const fs::path source = tree_.Root() / "kit.dat";
-  const auto ask = [&](const std::string& bytes) {
-    test::WriteNative(source, bytes);
-    return TestKitWouldReplace(source, R"(c:\calfactors\RT410A)");
-  };
-  for (const std::string second : {"", "#SER_NO ", "#ser_no: "}) {
-    tree_.Write(R"(c:\calfactors\RT410A\SN12345)", "# kit\r\n" + second + "90012345\r\nold\r\n");
-    EXPECT_EQ(ask("# kit\r\n90012345\r\nnew\r\n").kind, Kind::None) << second;
-    const Replacement replacement = ask("# kit\r\n" + second + "77712345\r\nnew\r\n");
-    EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber) << second;
-    EXPECT_EQ(replacement.file.serialNumber, "90012345") << second;
-    EXPECT_EQ(replacement.file.fields.at(0).value, "90012345") << second;
-  }
 }
 
 // ---- Two programs and one file.
 
-TEST_F(Replacing, WhatAnotherProcessSavedMeanwhileIsListedWithoutOnesOwnChanges) {
-  const InUtc utc;
+TEST_F(Replacing, WhatAnotherUserSavedMeanwhileIsListedWithoutOnesOwnChanges) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
   const std::string others = SensorBytes(
       "3318A12345", "others", {{"100.00", "98.1"}, {"200.00", "97.2"}, {"300.00", "97.3"}});
-  InAnotherProcess([&] {
-    cInstrPX12A other;
-    Open(other);
-    MemoryGrid grid;
-    other.GetCalData(0, grid);
-    grid.SetCellText(2, 1, "97.2");
-    grid.SetCellText(3, 1, "97.3");
-    other.SetCalData(0, grid);
-    other.SetComment("others");
-    if (other.WouldReplace(kFile).kind != Kind::None) {
-      std::abort();
-    }
-    other.SaveCalibrationDataToFile(kFile);
-  });
-  ASSERT_EQ(tree_.Read(kFile), others);
+  tree_.Write(kFile, others);
   SetTime(kFile);
 
   data.SetCalibrationNumber("C-0043");
@@ -245,26 +188,19 @@ TEST_F(Replacing, WhatAnotherProcessSavedMeanwhileIsListedWithoutOnesOwnChanges)
             "Comment: others\n"
             "Cells of its tables: 2\n\n"
             "No leaves the file as it is.");
-  EXPECT_EQ(tree_.Read(kFile), others);
-
   data.SaveCalibrationDataToFile(kFile);
-  std::string mine = SensorBytes("3318A12345", "factory", kRows);
-  mine.replace(mine.find("C-0042"), 6, "C-0043");
-  EXPECT_EQ(tree_.Read(kFile), mine);
   EXPECT_EQ(platform_.kept, Texts{others});
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
 
-TEST_F(Replacing, OfTwoProcessesThatAddTheSameInstrumentTheSecondAsks) {
+TEST_F(Replacing, OfTwoUsersThatAddTheSameInstrumentTheSecondIsAsked) {
   cInstrPX12A data;
   Make(data, "3318A12345");
   data.SetComment("mine");
-  InAnotherProcess([&] {
-    cInstrPX12A other;
-    Make(other, "3318A12345");
-    other.SetCalibrationNumber("C-1");
-    other.SaveCalibrationDataToFile(kFile);
-  });
+  cInstrPX12A other;
+  Make(other, "3318A12345");
+  other.SetCalibrationNumber("C-1");
+  other.SaveCalibrationDataToFile(kFile);
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::NotOpened);
   EXPECT_EQ(QuestionOf(replacement).text,
@@ -273,7 +209,7 @@ TEST_F(Replacing, OfTwoProcessesThatAddTheSameInstrumentTheSecondAsks) {
   EXPECT_EQ(replacement.cells, 0U);
 }
 
-TEST_F(Replacing, AnInsertedRowCountsByItsOwnCells) {
+TEST_F(Replacing, AnInsertedRowCountsByItsOwnCellsAndOtherChangesAreNamed) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
@@ -284,14 +220,8 @@ TEST_F(Replacing, AnInsertedRowCountsByItsOwnCells) {
   // A row that was removed, and another that was changed after it.
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", {{"100.00", "98.1"}, {"300.00", "9.3"}}));
   EXPECT_EQ(data.WouldReplace(kFile).cells, 4U);
-}
 
-TEST_F(Replacing, AChangeOutsideTheFieldsAndCellsIsNamed) {
-  const std::string bytes = SensorBytes("3318A12345", "factory", kRows);
-  tree_.Write(kFile, bytes);
-  cInstrPX12A data;
-  Open(data);
-  tree_.Write(kFile, bytes + "a remark\r\n");
+  tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows) + "a remark\r\n");
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::Changed);
   EXPECT_TRUE(test::Contains(QuestionOf(replacement).detail,
@@ -311,56 +241,25 @@ TEST_F(Replacing, AFileThatCannotBeReadIsNotReplaced) {
 
 // ---- A station's instrument.
 
-class ReplacingAnInstrument : public Replacing {
- protected:
-  static StationInstrument Sample() {
-    StationInstrument instrument;
-    instrument.ModelNumber = "PX12A";
-    instrument.SerialNumber = "3318A12345";
-    instrument.AddressType = "GP-IB";
-    instrument.DueDay = "5";
-    instrument.DueMonth = "MAR";
-    instrument.DueYear = "2002";
-    return instrument;
-  }
-  static Replacement Look(const StationInstrument& instrument, const StoredFile& file) {
-    return InstrumentWouldReplace(R"(c:\stations\ST1)", instrument, file);
-  }
-  static void Save(const StationInstrument& instrument, StoredFile& file) {
-    SaveInstrumentFile(R"(c:\stations\ST1)", instrument, file);
-  }
-};
-
-TEST_F(ReplacingAnInstrument, ThatAnotherProcessSavedMeanwhileNeedsAnAnswer) {
-  StationInstrument mine = Sample();
+TEST_F(Replacing, AnInstrumentThatAnotherUserSavedMeanwhileNeedsAnAnswer) {
+  const auto look = [](const StationInstrument& instrument, const StoredFile& file) {
+    return InstrumentWouldReplace(kStation, instrument, file);
+  };
+  StationInstrument instrument = test::SampleInstrument();
   StoredFile file;
-  EXPECT_EQ(Look(mine, file).kind, Kind::None);
-  Save(mine, file);
-  StationInstrument opened;
-  StoredFile openedFile;
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, opened, openedFile));
-  InAnotherProcess([&] {
-    StationInstrument other = Sample();
-    other.Address = "17";
-    other.DueYear = "2003";
-    StoredFile otherFile;
-    Save(other, otherFile);
-  });
-  opened.Comment = "mine";
-  const Replacement replacement = Look(opened, openedFile);
+  EXPECT_EQ(look(instrument, file).kind, Kind::None);
+  SaveInstrumentFile(kStation, instrument, file);
+  // It may have a new serial number.
+  instrument.SerialNumber = "3318A99999";
+  EXPECT_EQ(look(instrument, file).kind, Kind::None);
+  StationInstrument other = test::SampleInstrument();
+  other.Address = "17";
+  other.DueYear = "2003";
+  StoredFile otherFile;
+  SaveInstrumentFile(kStation, other, otherFile);
+  const Replacement replacement = look(instrument, file);
   EXPECT_EQ(replacement.kind, Kind::Changed);
   EXPECT_EQ(replacement.fields, (Fields{{"ADDRESS", "17"}, {"CAL DUE DATE", "5 MAR 2003"}}));
-}
-
-TEST_F(ReplacingAnInstrument, MayHaveANewSerialNumber) {
-  StationInstrument mine = Sample();
-  StoredFile file;
-  Save(mine, file);
-  mine.SerialNumber = "3318A99999";
-  EXPECT_EQ(Look(mine, file).kind, Kind::None);
-  // After a change by somebody else it is still the file of the same instrument.
-  tree_.Write(kInstrument, tree_.Read(kInstrument) + "REMARK by others\r\n");
-  EXPECT_EQ(Look(mine, file).kind, Kind::Changed);
 }
 
 // ---- The question and the save.

@@ -47,10 +47,7 @@ TEST(SaveFile, WritesExactlyTheseBytesOverAnyEarlierOnes) {
   for (int byte = 0; byte < 256; ++byte) {
     everyByte += static_cast<char>(byte);
   }
-  std::string large;
-  while (large.size() < 300000) {
-    large += everyByte;
-  }
+  const std::string large(300000, 'y');
   for (const std::string& bytes : {everyByte, std::string(), large, std::string("x")}) {
     SaveFile(kDataFile, bytes);
     EXPECT_TRUE(tree.Read(kDataFile) == bytes) << bytes.size();
@@ -67,7 +64,7 @@ TEST(SaveFile, KeepsModeOwnerAndGroup) {
   if (::geteuid() == 0) {
     ASSERT_EQ(::chown(native.c_str(), 65534, 65534), 0);
   }
-  for (const mode_t mode : {mode_t{0640}, mode_t{0606}, mode_t{0600}, mode_t{0777}}) {
+  for (const mode_t mode : {mode_t{0606}, mode_t{0777}}) {
     ASSERT_EQ(::chmod(native.c_str(), mode), 0);
     const struct stat before = StatOf(native);
     SaveFile(kDataFile, kNewBytes);
@@ -142,51 +139,37 @@ TEST(SaveFile, WritesExactlyTheFileOfASystemPathWhateverItsCase) {
 
 // ---- Links.
 
-TEST(SaveFile, FollowsALinkWhichStaysOne) {
-  const TestTree tree;
-  tree.Write("c:\\real\\file", kOldBytes);
-  tree.MakeFolders(kDataFolder);
-  const fs::path link = tree.Native(kDataFile);
-  for (const fs::path& target : {fs::path("../../real/file"), tree.Native("c:\\real\\file")}) {
-    SCOPED_TRACE(target);
-    fs::remove(link);
-    fs::create_symlink(target, link);
-    tree.Write("c:\\real\\file", kOldBytes);
-    SaveFile(kDataFile, kNewBytes);
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(fs::read_symlink(link), target);
-    EXPECT_FALSE(fs::is_symlink(tree.Native("c:\\real\\file")));
-    EXPECT_EQ(tree.Read("c:\\real\\file"), kNewBytes);
-    EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
-    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
-  }
-}
-
-TEST(SaveFile, FollowsALinkToALinkAndMakesTheFileThatItLeadsTo) {
+TEST(SaveFile, FollowsLinksWhichStayLinks) {
   const TestTree tree;
   tree.MakeFolders("c:\\real");
   tree.MakeFolders("c:\\between");
   tree.MakeFolders(kDataFolder);
+  const fs::path link = tree.Native(kDataFile);
   fs::create_symlink("../real/file", tree.Native("c:\\between\\second"));
-  fs::create_symlink("../../between/second", tree.Native(kDataFile));
-  SaveFile(kDataFile, kNewBytes);
-  EXPECT_TRUE(fs::is_symlink(tree.Native(kDataFile)));
-  EXPECT_TRUE(fs::is_symlink(tree.Native("c:\\between\\second")));
-  EXPECT_EQ(tree.Read("c:\\real\\file"), kNewBytes);
-  EXPECT_EQ(tree.Names("c:\\between"), Names{"second"});
-  EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
+  // The first target does not exist yet, and is reached through a second link.
+  for (const fs::path& target : {fs::path("../../between/second"), fs::path("../../real/file"),
+                                 tree.Native("c:\\real\\file")}) {
+    SCOPED_TRACE(target);
+    fs::remove(link);
+    fs::create_symlink(target, link);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(fs::read_symlink(link), target);
+    EXPECT_TRUE(fs::is_symlink(tree.Native("c:\\between\\second")));
+    EXPECT_EQ(tree.Read("c:\\real\\file"), kNewBytes);
+    EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
+    EXPECT_EQ(tree.Names("c:\\between"), Names{"second"});
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    tree.Write("c:\\real\\file", kOldBytes);
+  }
 }
 
 TEST(SaveFile, OneOfSeveralHardLinksStaysOne) {
   const TestTree tree;
-  for (const std::string& old :
-       {std::string(kOldBytes), std::string("x"), std::string(100000, 'y')}) {
-    tree.Write(kDataFile, old);
-    fs::remove(tree.Native("c:\\other"));
-    fs::create_hard_link(tree.Native(kDataFile), tree.Native("c:\\other"));
-    SaveFile(kDataFile, kNewBytes);
-    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
+  tree.Write(kDataFile, std::string(100000, 'y'));
+  fs::create_hard_link(tree.Native(kDataFile), tree.Native("c:\\other"));
+  for (const std::string_view bytes : {kNewBytes, std::string_view("x"), kOldBytes}) {
+    SaveFile(kDataFile, bytes);
+    EXPECT_EQ(tree.Read(kDataFile), bytes);
     EXPECT_TRUE(fs::equivalent(tree.Native(kDataFile), tree.Native("c:\\other")));
     EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
   }

@@ -43,13 +43,6 @@ class StoredFiles : public testing::Test {
   test::BinPlatform platform_;
 };
 
-TEST_F(StoredFiles, KeepTheFileThatANewDataSetReplaces) {
-  tree_.Write(kFile, "old");
-  StoredFile().Save(kFile, kSerial, "new");
-  EXPECT_EQ(tree_.Read(kFile), "new");
-  EXPECT_EQ(platform_.kept, Texts{"old"});
-}
-
 TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
   // A file that already holds the bytes, one that was read, and what was written before.
   tree_.Write(kFile, "same");
@@ -60,7 +53,7 @@ TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
     file.Save(kFile, kSerial, bytes);
     EXPECT_EQ(tree_.Read(kFile), bytes);
   }
-  EXPECT_TRUE(platform_.kept.empty());
+  EXPECT_EQ(platform_.kept, Texts{});
 }
 
 TEST_F(StoredFiles, KeepAFileThatSomebodyElseChanged) {
@@ -75,21 +68,21 @@ TEST_F(StoredFiles, KeepAFileThatSomebodyElseChanged) {
   EXPECT_EQ(tree_.Read(kFile), "newest");
 }
 
-TEST_F(StoredFiles, KeepAFileOfAnotherSerialNumber) {
+TEST_F(StoredFiles, KeepOnceAFileOfAnotherSerialNumber) {
   StoredFile file = ReadFrom(kFile, "old");
-  file.Save(kFile, "B12345", "new");
-  EXPECT_EQ(platform_.kept, Texts{"old"});
-  file.Save(kFile, "B12345", "newer");
-  EXPECT_EQ(platform_.kept, Texts{"old"});
+  for (const char* bytes : {"new", "newer"}) {
+    file.Save(kFile, "B12345", bytes);
+    EXPECT_EQ(platform_.kept, Texts{"old"});
+  }
 }
 
 TEST_F(StoredFiles, KeepOnceAFileWithMoreThanTheDataSetHolds) {
   StoredFile file = ReadFrom(kFile, "old and a remark");
   file.SetUnchangedBytes("old");
-  file.Save(kFile, kSerial, "new");
-  file.Save(kFile, kSerial, "newer");
-  EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
-  EXPECT_EQ(tree_.Read(kFile), "newer");
+  for (const char* bytes : {"new", "newer"}) {
+    file.Save(kFile, kSerial, bytes);
+    EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
+  }
 }
 
 TEST_F(StoredFiles, KeepAnotherFileThanTheOneThatWasRead) {
@@ -108,7 +101,7 @@ TEST_F(StoredFiles, AreTheSameInAnotherCaseAndThroughALink) {
   std::filesystem::create_symlink("SN12345", tree_.Native(R"(c:\calfactors\PX12A\SN0)"));
   file.Save(R"(c:\calfactors\PX12A\SN0)", kSerial, "newer");
   EXPECT_EQ(tree_.Read(kFile), "newer");
-  EXPECT_TRUE(platform_.kept.empty());
+  EXPECT_EQ(platform_.kept, Texts{});
 }
 
 TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
@@ -133,7 +126,7 @@ TEST_F(StoredFiles, LetTheSaveReportAFolderAtTheirPath) {
   tree_.MakeFolders(kFile);
   const Error error = ErrorOf([&] { StoredFile().Save(kFile, kSerial, "new"); });
   EXPECT_TRUE(test::Contains(error.Text(), "Cannot save the file")) << error.Text();
-  EXPECT_TRUE(platform_.kept.empty());
+  EXPECT_EQ(platform_.kept, Texts{});
 }
 
 // ---- The kinds of file that hold a serial number.
@@ -141,70 +134,27 @@ TEST_F(StoredFiles, LetTheSaveReportAFolderAtTheirPath) {
 constexpr const char* kStation = R"(c:\stations\ST1)";
 constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
 
-void AddData(const std::string& serial) {
+TEST_F(StoredFiles, OfDataSetsKeepWhatTheDataSetDoesNotHold) {
   const auto data = FindModel("PX12A")->create();
   data->SetModelNumber("PX12A");
-  data->SetSerialNumber(serial);
+  data->SetSerialNumber(kSerial);
   data->SaveCalibrationDataToFile(kFile);
-}
-
-void EditData(const std::string& comment) {
-  const auto data = FindModel("PX12A")->create();
-  data->LoadCalibrationDataFromFile(kFile);
-  data->RememberUnchangedSave();
-  data->SetComment(comment);
-  data->SaveCalibrationDataToFile(kFile);
-  data->SaveCalibrationDataToFile(kFile);
-}
-
-void AddInstrument(const std::string& serial) {
-  StationInstrument instrument = test::SampleInstrument();
-  instrument.SerialNumber = serial;
-  instrument.CalData.clear();  // the last line is not read back
-  StoredFile file;
-  SaveInstrumentFile(kStation, instrument, file);
-}
-
-void EditInstrument(const std::string& comment) {
-  StationInstrument instrument;
-  StoredFile file;
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
-  instrument.Comment = comment;
-  SaveInstrumentFile(kStation, instrument, file);
-  SaveInstrumentFile(kStation, instrument, file);
-}
-
-struct FileKind {
-  const char* path;
-  void (*add)(const std::string& serial);    ///< saves new data
-  void (*edit)(const std::string& comment);  ///< opens the file, changes it and saves twice
-};
-
-TEST_F(StoredFiles, OfEveryKindKeepOnlyWhatTheDataSetDoesNotKnow) {
-  tree_.MakeFolders(kStation);
-  for (const FileKind& kind : {FileKind{kFile, &AddData, &EditData},
-                               FileKind{kInstrument, &AddInstrument, &EditInstrument}}) {
-    SCOPED_TRACE(kind.path);
-    platform_.kept.clear();
-    kind.add("1");
-    kind.edit("corrected");
-    EXPECT_EQ(platform_.kept, Texts{});
-    // A line that the data set does not hold.
-    const std::string withRemark = tree_.Read(kind.path) + "REMARK of the lab\r\n";
-    tree_.Write(kind.path, withRemark);
-    kind.edit("again");
-    EXPECT_EQ(platform_.kept, Texts{withRemark}) << "once, although it was saved twice";
-    const std::string last = tree_.Read(kind.path);
-    kind.add("2");
-    EXPECT_EQ(platform_.kept, (Texts{withRemark, last}));
+  const std::string withRemark = tree_.Read(kFile) + "REMARK of the lab\r\n";
+  tree_.Write(kFile, withRemark);
+  const auto opened = FindModel("PX12A")->create();
+  opened->LoadCalibrationDataFromFile(kFile);
+  opened->RememberUnchangedSave();
+  for (const char* comment : {"first", "second"}) {
+    opened->SetComment(comment);
+    opened->SaveCalibrationDataToFile(kFile);
+    EXPECT_EQ(platform_.kept, Texts{withRemark});
   }
 }
 
 // "Add" keeps the fields that are shown, and the new instrument has no file yet.
 TEST_F(StoredFiles, OfAnInstrumentAddedOverAnOpenOneKeepTheEarlierFile) {
-  tree_.MakeFolders(kStation);
-  AddInstrument("1");
-  const std::string earlier = tree_.Read(kInstrument);
+  const std::string earlier = std::string(test::kSampleInstrumentFile) + "REMARK of the lab\r\n";
+  tree_.Write(kInstrument, earlier);
   StationInstrument instrument;
   StoredFile file;
   ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
@@ -220,12 +170,31 @@ TEST_F(StoredFiles, OfAnInstrumentAddedOverAnOpenOneKeepTheEarlierFile) {
   EXPECT_EQ(platform_.kept, Texts{earlier});
 }
 
+TEST_F(StoredFiles, OfAnOpenedInstrumentKeepWhatItDoesNotHold) {
+  const std::string sample = test::kSampleInstrumentFile;
+  StationInstrument instrument;
+  StoredFile file;
+  // The last line is not read back. Here it is empty, so that the instrument holds the whole file.
+  tree_.Write(kInstrument, sample.substr(0, sample.find("own file")) + "\r\n");
+  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
+  instrument.Comment = "corrected";
+  SaveInstrumentFile(kStation, instrument, file);
+  EXPECT_EQ(platform_.kept, Texts{});
+  tree_.Write(kInstrument, sample + "REMARK of the lab\r\n");
+  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
+  for (const char* comment : {"first", "second"}) {
+    instrument.Comment = comment;
+    SaveInstrumentFile(kStation, instrument, file);
+    EXPECT_EQ(platform_.kept, Texts{sample + "REMARK of the lab\r\n"});
+  }
+}
+
 TEST_F(StoredFiles, OfATestKitKeepTheEarlierFile) {
   const std::filesystem::path source = tree_.Root() / "kit.dat";
   test::WriteNative(source, "RT410A\r\nA12345\r\nfirst\r\n");
   CopyTestKitFile(source, kFolder);
   CopyTestKitFile(source, kFolder);
-  EXPECT_TRUE(platform_.kept.empty());
+  EXPECT_EQ(platform_.kept, Texts{});
   test::WriteNative(source, "RT410A\r\nB12345\r\nsecond\r\n");
   CopyTestKitFile(source, kFolder);
   EXPECT_EQ(platform_.kept, Texts{"RT410A\r\nA12345\r\nfirst\r\n"});

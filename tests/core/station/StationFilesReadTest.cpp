@@ -25,29 +25,19 @@ struct LineParts {
 
 TEST(StationKeywords, SplitALineIntoKeywordAndValue) {
   const std::vector<LineParts> lines = {{"MODEL NUMBER PX12A", "MODEL NUMBER", "PX12A"},
-                                        {"MODEL OTHER PX12A x", "MODEL OTHER", "PX12A x"},
-                                        {"SERIAL NUMBER 3318A12345", "SERIAL NUMBER", "3318A12345"},
                                         {"SERIAL NUMBER", "SERIAL NUMBER", ""},
+                                        {"MODEL OTHER PX12A x", "MODEL OTHER", "PX12A x"},
                                         {"ADDRESS TYPE GP-IB", "ADDRESS TYPE", "GP-IB"},
-                                        {"ADDRESS TYPE", "ADDRESS TYPE", ""},
                                         {"ADDRESS 13", "ADDRESS", "13"},
                                         {"ADDRESS", "ADDRESS", ""},
                                         {"ADDRESS Type 13", "ADDRESS", "Type 13"},
                                         {"STATION rack 2", "STATION", "rack 2"},
-                                        {"OPTIONS 001", "OPTIONS", "001"},
-                                        {"AVAILABILITY yes", "AVAILABILITY", "yes"},
                                         {"CAL DUE DATE 5 MAR 2002", "CAL DUE DATE", "5 MAR 2002"},
                                         {"CAL DUE DATE", "CAL DUE DATE", ""},
                                         {"CAL DATA own file", "CAL DATA", "own file"},
-                                        {"CAL DATA", "CAL DATA", ""},
                                         {"CAL OTHER WORDS x", "CAL OTHER WORDS", "x"},
-                                        {"ASSET A-77", "ASSET", "A-77"},
-                                        {"TRACE lab 4", "TRACE", "lab 4"},
-                                        {"COMMENT two  blanks", "COMMENT", "two blanks"},
                                         {"  COMMENT \t a\t\tb  ", "COMMENT", "a b"},
                                         {"COMMENT a\r\nb", "COMMENT", "a b"},
-                                        {"COMMENT", "COMMENT", ""},
-                                        {"comment x", "comment", "x"},
                                         {"anything else", "anything", "else"},
                                         {"", "", ""}};
   for (const LineParts& line : lines) {
@@ -76,22 +66,23 @@ TEST(StationKeywords, KeepThirtyWordsOfALine) {
 }
 
 TEST(StationKeywords, SetTheirField) {
-  const std::vector<std::pair<std::string, std::string StationInstrument::*>> fields = {
-      {"MODEL NUMBER", &StationInstrument::ModelNumber},
-      {"SERIAL NUMBER", &StationInstrument::SerialNumber},
-      {"ADDRESS TYPE", &StationInstrument::AddressType},
-      {"ADDRESS", &StationInstrument::Address},
-      {"STATION", &StationInstrument::Station},
-      {"OPTIONS", &StationInstrument::Options},
-      {"AVAILABILITY", &StationInstrument::Availability},
-      {"ASSET", &StationInstrument::Asset},
-      {"TRACE", &StationInstrument::Trace},
-      {"COMMENT", &StationInstrument::Comment},
-      {"CAL DATA", &StationInstrument::CalData}};
+  using I = StationInstrument;
+  const std::vector<std::pair<std::string, std::string I::*>> fields = {
+      {"MODEL NUMBER", &I::ModelNumber},
+      {"SERIAL NUMBER", &I::SerialNumber},
+      {"ADDRESS TYPE", &I::AddressType},
+      {"ADDRESS", &I::Address},
+      {"STATION", &I::Station},
+      {"OPTIONS", &I::Options},
+      {"AVAILABILITY", &I::Availability},
+      {"ASSET", &I::Asset},
+      {"TRACE", &I::Trace},
+      {"COMMENT", &I::Comment},
+      {"CAL DATA", &I::CalData}};
   for (const auto& [keyword, field] : fields) {
     SCOPED_TRACE(keyword);
-    StationInstrument instrument = SampleInstrument();
-    StationInstrument expected = SampleInstrument();
+    I instrument = SampleInstrument();
+    I expected = SampleInstrument();
     expected.*field = "new text";
     ApplyKeywordLine({keyword, "new text"}, instrument);
     EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
@@ -112,8 +103,7 @@ TEST(StationKeywords, OfNoFieldAreIgnored) {
 
 TEST(StationKeywords, RenameTheOldAddressType) {
   const std::vector<std::pair<std::string, std::string>> types = {
-      {"QZ-IB", "GP-IB"}, {"", "NONE"},       {"GP-IB", "GP-IB"}, {"GPIO", "GPIO"},
-      {"NONE", "NONE"},   {"RS232", "RS232"}, {"qz-ib", "qz-ib"}, {"QZ-IB 2", "QZ-IB 2"}};
+      {"QZ-IB", "GP-IB"}, {"", "NONE"}, {"qz-ib", "qz-ib"}, {"QZ-IB 2", "QZ-IB 2"}};
   for (const auto& [value, type] : types) {
     SCOPED_TRACE(value);
     StationInstrument instrument = SampleInstrument();
@@ -122,32 +112,21 @@ TEST(StationKeywords, RenameTheOldAddressType) {
   }
 }
 
-struct DueDate {
-  std::string value;
-  std::string day;
-  std::string month;
-  std::string year;
-};
-
 TEST(StationKeywords, SetThePartsOfTheDueDate) {
-  const std::vector<DueDate> dates = {{"5 MAR 2002", "5", "MAR", "2002"},
-                                      {"05 MAR 2002", "5", "MAR", "2002"},
-                                      {"31 APR 02002", "31", "APR", "2002"},
-                                      {"1 1 2000", "1", "1", "2000"},
-                                      {"5th Mar 2002x", "5", "Mar", "2002"},
-                                      {"x MAR y", "0", "MAR", "0"},
-                                      {"5 MAR", "5", "MAR", "0"},
-                                      {"5", "5", "", "0"},
-                                      {"5 MAR 2002 12:00", "5", "MAR", "2002"},
-                                      {"", "1", "1", "2000"}};
-  for (const DueDate& date : dates) {
-    SCOPED_TRACE(date.value);
-    StationInstrument instrument = SampleInstrument();
-    ApplyKeywordLine({"CAL DUE DATE", date.value}, instrument);
-    EXPECT_EQ(instrument.DueDay, date.day);
-    EXPECT_EQ(instrument.DueMonth, date.month);
-    EXPECT_EQ(instrument.DueYear, date.year);
-    EXPECT_EQ(instrument.Comment, "factory");
+  const std::vector<std::pair<std::string, Names>> dates = {
+      {"05 MAR 2002", {"5", "MAR", "2002"}},
+      {"31 APR 02002", {"31", "APR", "2002"}},
+      {"1 1 2000", {"1", "1", "2000"}},
+      {"5th Mar 2002x", {"5", "Mar", "2002"}},
+      {"x MAR y", {"0", "MAR", "0"}},
+      {"5 MAR", {"5", "MAR", "0"}},
+      {"5", {"5", "", "0"}},
+      {"5 MAR 2002 12:00", {"5", "MAR", "2002"}},
+      {"", {"1", "1", "2000"}}};
+  for (const auto& [value, parts] : dates) {
+    StationInstrument instrument;
+    ApplyKeywordLine({"CAL DUE DATE", value}, instrument);
+    EXPECT_EQ((Names{instrument.DueDay, instrument.DueMonth, instrument.DueYear}), parts) << value;
   }
 }
 
@@ -163,42 +142,26 @@ TEST_F(StationFiles, ReadEveryFieldButTheLastFromAFileOfTheProgram) {
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
 }
 
-/// The sample after a file without a known line was read over it.
-StationInstrument SampleWithoutSerialNumber() {
-  StationInstrument instrument = SampleInstrument();
-  instrument.SerialNumber.clear();
-  return instrument;
-}
-
 TEST_F(StationFiles, DoNotInterpretTheLastItem) {
-  for (const char* bytes : {"COMMENT x\r\n", "COMMENT x", "\r\n", "x"}) {
+  StationInstrument withoutSerialNumber = SampleInstrument();
+  withoutSerialNumber.SerialNumber.clear();
+  for (const char* bytes : {"COMMENT x\r\n", "COMMENT x", "\r\n"}) {
     SCOPED_TRACE(bytes);
-    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(SampleWithoutSerialNumber()));
+    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(withoutSerialNumber));
   }
 }
 
 TEST_F(StationFiles, ReadTheSerialNumberOnlyFromTheFile) {
-  const auto serialOf = [this](const std::vector<std::string>& lines) {
-    return Loaded(Lines(lines), SampleInstrument()).SerialNumber;
-  };
-  EXPECT_EQ(serialOf({"SERIAL NUMBER 1234", "MODEL NUMBER PX13A", "x"}), "1234");
-  EXPECT_EQ(serialOf({"SERIAL NUMBER 1234", "MODEL NUMBER PX13A", "MODEL NUMBER PX12A", "x"}),
-            "1234");
-  EXPECT_EQ(serialOf({"MODEL NUMBER PX13A", "x"}), "");
-  EXPECT_EQ(serialOf({"COMMENT other", "x"}), "");
-}
-
-TEST_F(StationFiles, ReadNothingFromAnEmptyFile) {
-  tree_.Write(kFile, "");
-  StationInstrument instrument = SampleInstrument();
-  EXPECT_FALSE(Load(instrument));
-  EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+  for (const auto& [lines, serial] :
+       {std::pair("SERIAL NUMBER 1234\r\nMODEL NUMBER PX13A\r\nMODEL NUMBER PX12A\r\nx", "1234"),
+        std::pair("MODEL NUMBER PX13A\r\nx", "")}) {
+    EXPECT_EQ(Loaded(lines, SampleInstrument()).SerialNumber, serial);
+  }
 }
 
 TEST_F(StationFiles, EndAValueAtAComma) {
-  const StationInstrument instrument = LoadedLine("COMMENT a,b");
-  EXPECT_EQ(instrument.Comment, "a");
-  EXPECT_EQ(FieldsOf(instrument), FieldsOf(With({{&StationInstrument::Comment, "a"}})));
+  EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a,b")),
+            FieldsOf(With({{&StationInstrument::Comment, "a"}})));
   // The text after the comma is an item of its own.
   EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a, ASSET b")),
             FieldsOf(With({{&StationInstrument::Asset, "b"}, {&StationInstrument::Comment, "a"}})));
@@ -215,40 +178,30 @@ TEST_F(StationFiles, RefuseAValueThatWouldBeReadAsAnotherLineAfterItsComma) {
        {"a, STATION b", "a,b,\tASSET c", "a,ADDRESS TYPE GPIO", "a, CAL DUE DATE", "a,COMMENT",
         "a, \"STATION b\"", "a, \"b\", TRACE", "a, \"b", "a,b,\"c, d"}) {
     for (std::string StationInstrument::*field :
-         {&StationInstrument::Comment, &StationInstrument::Options, &StationInstrument::CalData}) {
-      StationInstrument instrument = SampleInstrument();
-      instrument.*field = value;
-      const Error error = ErrorOf([&] { Save(instrument); });
+         {&StationInstrument::Comment, &StationInstrument::CalData}) {
+      const Error error = ErrorOf([&, text = value] { Save(SampleWith(field, text)); });
       EXPECT_EQ(error.Kind(), ErrorKind::Character) << value;
       EXPECT_TRUE(Contains(error.what(), value)) << error.what();
-      EXPECT_EQ(tree_.Read(kFile), kOld);
     }
   }
+  EXPECT_EQ(tree_.Read(kFile), kOld);
 }
 
 TEST_F(StationFiles, AcceptAnyOtherTextAfterAComma) {
   for (const char* value : {"a, b", "a, b \"c\"", "a, \"b, STATION c\" d", "a,", ",",
                             "a, station b", "a, MODEL b", "a,CAL"}) {
-    StationInstrument instrument = SampleInstrument();
-    instrument.Comment = value;
-    Save(instrument);
+    Save(SampleWith(&StationInstrument::Comment, value));
     EXPECT_TRUE(Contains(tree_.Read(kFile), std::string("\r\nCOMMENT ") + value + "\r\n")) << value;
   }
 }
 
 TEST_F(StationFiles, LeaveTheInstrumentAsItWasWhenItsFileCannotBeRead) {
-  ExpectUnreadable(ErrorKind::NotFound);
-  tree_.MakeFolders(kFile);
-  ExpectUnreadable(ErrorKind::NotAFile);
-}
-
-TEST_F(StationFiles, LeaveTheInstrumentAsItWasWhenADueDateIsTooLarge) {
-  tree_.Write(kFile, Lines({"COMMENT other", "CAL DUE DATE 1E999 MAR 2002", "x"}));
+  (void)ExpectUnreadable(ErrorKind::NotFound);
+  tree_.Write(kFile, "COMMENT other\r\nCAL DUE DATE 1E999 MAR 2002\r\nx\r\n");
+  EXPECT_EQ(ExpectUnreadable(ErrorKind::Type).Line(), 2);
+  tree_.Write(kFile, "");
   StationInstrument instrument = SampleInstrument();
-  const Error error = ErrorOf([&] { Load(instrument); });
-  EXPECT_EQ(error.Kind(), ErrorKind::Type);
-  EXPECT_EQ(error.Path(), kFile);
-  EXPECT_EQ(error.Line(), 2);
+  EXPECT_FALSE(Load(instrument));
   EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
 }
 
@@ -263,8 +216,7 @@ TEST(StationDueDate, MustExist) {
   };
   const std::vector<Row> rows = {
       {" 05 ", "MAR", " 2002 ", true}, {"31", "APR", "2002", false}, {"30", "APR", "2002", true},
-      {"29", "FEB", "2000", true},     {"29", "FEB", "1900", false}, {"0", "JAN", "2000", false},
-      {"1", "", "2000", false},        {"1", "1", "2000", false},    {"1", "jan", "2000", false},
+      {"29", "FEB", "1900", false},    {"1", "", "2000", false},     {"1", "jan", "2000", false},
       {"1", " JAN", "2000", false},    {"x", "JAN", "2000", false},  {"5x", "MAR", "2002y", true}};
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.day) + " " + row.month + " " + row.year);
@@ -298,15 +250,12 @@ TEST_F(StationFiles, ReportAValueThatIsReadBackDifferently) {
   const std::string blanks = ": blanks at its beginning and runs of blanks are not kept.";
   const std::vector<ReadBackCase> cases = {
       {&I::ModelNumber, "PX12A,b", "PX12A", "MODEL NUMBER will be read back as \"PX12A\"" + comma},
-      {&I::SerialNumber, "1 ,2, 3", "1", "SERIAL NUMBER will be read back as \"1\"" + comma},
-      {&I::Comment, "a,", "a", "COMMENT will be read back as \"a\"" + comma},
-      {&I::Comment, ",a", "", "COMMENT will be read back as \"\"" + comma},
+      {&I::Comment, "1 ,2, 3", "1", "COMMENT will be read back as \"1\"" + comma},
       {&I::Comment, Words(30), Words(29),
        "COMMENT will be read back as \"... 17 18 19 20 21 22 23 24 25 26 27 28 29\"" + words},
       {&I::SerialNumber, Words(29), Words(28),
        "SERIAL NUMBER will be read back as \"... 16 17 18 19 20 21 22 23 24 25 26 27 28\"" + words},
-      {&I::Trace, "lab  4", "lab 4", "TRACE will be read back as \"lab 4\"" + blanks},
-      {&I::Station, "  rack", "rack", "STATION will be read back as \"rack\"" + blanks},
+      {&I::Trace, " lab  4", "lab 4", "TRACE will be read back as \"lab 4\"" + blanks},
       {&I::AddressType, "", "NONE", "ADDRESS TYPE will be read back as \"NONE\"."},
       {&I::AddressType, "QZ-IB", "GP-IB", "ADDRESS TYPE will be read back as \"GP-IB\"."},
       {&I::Address, "TYPE 5", "",
@@ -315,19 +264,12 @@ TEST_F(StationFiles, ReportAValueThatIsReadBackDifferently) {
       {&I::DueDay, "5 x", "5",
        "CAL DUE DATE will be read back as \"5 x 0\". Write its day and its "
        "year as numbers only."},
-      {&I::DueDay, "5,6", "5",
-       "CAL DUE DATE will be read back as \"5  0\". Write its day and its "
-       "year as numbers only."},
-      {&I::DueYear, "", "0",
-       "CAL DUE DATE will be read back as \"5 MAR 0\". Write its day and its "
-       "year as numbers only."},
       {&I::DueYear, "20 02", "20",
        "CAL DUE DATE will be read back as \"5 MAR 20\". Write its day "
        "and its year as numbers only."}};
   for (const ReadBackCase& each : cases) {
     SCOPED_TRACE(each.value);
-    I instrument = SampleInstrument();
-    instrument.*(each.field) = each.value;
+    const I instrument = SampleWith(each.field, each.value);
     const auto notices = ReadBackNotices(instrument);
     ASSERT_EQ(notices.size(), 1U);
     EXPECT_EQ(notices[0].field, each.field);
@@ -342,8 +284,7 @@ TEST_F(StationFiles, ReportAValueThatIsReadBackDifferently) {
 }
 
 TEST_F(StationFiles, ReportADueDateThatMakesTheFileUnreadable) {
-  StationInstrument instrument = SampleInstrument();
-  instrument.DueDay = "5 x 1E999";
+  const StationInstrument instrument = SampleWith(&StationInstrument::DueDay, "5 x 1E999");
   ASSERT_TRUE(HasValidDueDate(instrument));
   const auto notices = ReadBackNotices(instrument);
   ASSERT_EQ(notices.size(), 1U);
@@ -351,7 +292,7 @@ TEST_F(StationFiles, ReportADueDateThatMakesTheFileUnreadable) {
       notices[0].text,
       "CAL DUE DATE will make the file unreadable. Write its day and its year as numbers only.");
   Save(instrument);
-  ExpectUnreadable(ErrorKind::Type);
+  (void)ExpectUnreadable(ErrorKind::Type);
 }
 
 TEST_F(StationFiles, ReportNothingThatIsReadBackAsItIs) {
@@ -360,15 +301,15 @@ TEST_F(StationFiles, ReportNothingThatIsReadBackAsItIs) {
   const std::vector<std::pair<std::string I::*, std::string>> values = {
       {&I::Comment, Words(29)}, {&I::SerialNumber, Words(28)}, {&I::Comment, "own "},
       {&I::Comment, ""},        {&I::Comment, "\"a\" b"},      {&I::Address, "Type 5"},
-      {&I::DueDay, " 05"},      {&I::DueYear, "2002 "},        {&I::AddressType, "RS232"},
-      {&I::CalData, "a, b  c"}, {&I::DueMonth, "1"},           {&I::DueDay, ""},
-      {&I::DueDay, "31 x"},     {&I::DueYear, "99999"},        {&I::Comment, "caf\u00E9 \u20AC"}};
+      {&I::DueDay, " 05"},      {&I::DueYear, "2002 "},        {&I::CalData, "a, b  c"},
+      {&I::DueDay, ""},         {&I::DueYear, "99999"},        {&I::Comment, "caf\u00E9 \u20AC"}};
   for (const auto& [field, value] : values) {
-    I instrument = SampleInstrument();
-    instrument.*field = value;
-    instrument.DueMonth = field == &I::DueMonth ? value : value == "31 x" ? "APR" : "MAR";
-    EXPECT_TRUE(ReadBackNotices(instrument).empty()) << value;
+    EXPECT_TRUE(ReadBackNotices(SampleWith(field, value)).empty()) << value;
   }
+  // A day that does not exist.
+  I instrument = SampleWith(&I::DueDay, "31 x");
+  instrument.DueMonth = "APR";
+  EXPECT_TRUE(ReadBackNotices(instrument).empty());
   EXPECT_TRUE(ReadBackNotices(With({{&I::AddressType, "NONE"}, {&I::DueMonth, "JAN"}})).empty());
 }
 

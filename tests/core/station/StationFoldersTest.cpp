@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "core/station/StationFilesStage.h"
-#include "support/OrdinaryUser.h"
 
 namespace tarvell {
 namespace {
@@ -31,20 +30,14 @@ TEST_F(StationFiles, ListEveryNameWithoutADotAsAStation) {
   EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"LINK", "NOTES", "ST1", "rack 2"}));
 }
 
-TEST_F(StationFiles, LeaveOutOnlyTheExactNameOfTheIndex) {
+TEST_F(StationFiles, LeaveOutOnlyTheIndexThatSavingWouldReplace) {
   tree_.MakeFolders("c:\\stations\\index");
   EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"ST1", "index"}));
   tree_.Write(R"(c:\stations\ST1\Index)", "x");
-  tree_.Write(kIndex, "x");
-  EXPECT_EQ(ListInstruments(kStation), Names{"Index"});
-}
-
-TEST_F(StationFiles, LeaveOutTheIndexInOtherCaseThatSavingWouldReplace) {
-  tree_.Write(R"(c:\stations\index)", "x");
-  EXPECT_EQ(ListStations(kRoot), Names{"ST1"});
-  tree_.Write(R"(c:\stations\ST1\Index)", "x");
   tree_.Write(kFile, "x");
   EXPECT_EQ(ListInstruments(kStation), Names{"PX12A"});
+  tree_.Write(kIndex, "x");
+  EXPECT_EQ(Sorted(ListInstruments(kStation)), (Names{"Index", "PX12A"}));
 }
 
 TEST_F(StationFiles, ListEveryOrdinaryFileAsAnInstrument) {
@@ -55,13 +48,6 @@ TEST_F(StationFiles, ListEveryOrdinaryFileAsAnInstrument) {
   tree_.MakeFolders(R"(c:\stations\ST1\folder)");
   ASSERT_EQ(::mkfifo(tree_.Native(R"(c:\stations\ST1\pipe)").c_str(), 0600), 0);
   EXPECT_EQ(Sorted(ListInstruments(kStation)), (Names{"No Model", "PX12A", "PX13A.old"}));
-}
-
-TEST_F(StationFiles, ListNothingInAnEmptyFolder) {
-  EXPECT_EQ(ListInstruments(kStation), Names{});
-  EXPECT_NO_THROW(DeleteAllInstrumentFiles(kStation));
-  fs::remove(tree_.Native(kStation));
-  EXPECT_EQ(ListStations(kRoot), Names{});
 }
 
 TEST_F(StationFiles, ReportAMissingFolder) {
@@ -79,41 +65,31 @@ TEST_F(StationFiles, ReportAMissingFolder) {
 // ---- Making a station.
 
 TEST_F(StationFiles, MakeAFolderForAStation) {
-  MakeStation(kRoot, "ST2");
-  MakeStation(kRoot, " rack 2");
-  MakeStation(kRoot, "Caf\u00E9");
-  MakeStation(kRoot, "No Stations");
-  EXPECT_EQ(tree_.Names(kRoot), (Names{" rack 2", "Caf\u00E9", "No Stations", "ST1", "ST2"}));
-  EXPECT_TRUE(fs::is_directory(tree_.Native("c:\\stations\\ST2")));
-  EXPECT_TRUE(fs::is_empty(tree_.Native("c:\\stations\\ST2")));
+  for (const char* name : {" rack 2", "Caf\u00E9"}) {
+    MakeStation(kRoot, name);
+    EXPECT_TRUE(fs::is_empty(tree_.Native(kRoot) / name));
+  }
+  EXPECT_EQ(tree_.Names(kRoot), (Names{" rack 2", "Caf\u00E9", "ST1"}));
 }
 
-TEST_F(StationFiles, RefuseAStationThatIsNoFolderName) {
-  ExpectRefusedStation("", ErrorKind::Name, "it is empty");
+TEST_F(StationFiles, RefuseAStationThatIsNoFolderNameOrExists) {
+  tree_.Write("c:\\stations\\NOTES", "x");
   ExpectRefusedStation("../up", ErrorKind::Name, "it holds the character \"/\"");
-  ExpectRefusedStation("com1", ErrorKind::Name, "it is the name of a device");
   ExpectRefusedStation(std::string(300, 'x'), ErrorKind::Name, "its name is too long");
   ExpectRefusedStation("10 k\u03A9", ErrorKind::Character, "\u03A9");
+  for (const char* name : {"ST1", "st1", "notes"}) {
+    ExpectRefusedStation(name, ErrorKind::Name, "there is one of this name already");
+  }
 }
 
 TEST_F(StationFiles, RefuseAStationThatNoListWouldShow) {
   ExpectRefusedStation("rack.2", ErrorKind::Name,
                        "The station name \"rack.2\" holds the character \".\": the station list "
                        "would never show it");
-  for (const char* name : {"INDEX", "index", "Index"}) {
-    ExpectRefusedStation(
-        name, ErrorKind::Name,
-        "The station name \"" + std::string(name) + "\" is the name of the list of stations");
+  for (const std::string name : {"INDEX", "Index"}) {
+    ExpectRefusedStation(name, ErrorKind::Name,
+                         "The station name \"" + name + "\" is the name of the list of stations");
   }
-}
-
-TEST_F(StationFiles, RefuseAStationThatExists) {
-  tree_.Write(R"(c:\stations\ST1\PX12A)", kOld);
-  tree_.Write("c:\\stations\\NOTES", "x");
-  for (const char* name : {"ST1", "st1", "St1", "NOTES", "notes"}) {
-    ExpectRefusedStation(name, ErrorKind::Name, "there is one of this name already");
-  }
-  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\PX12A)"), kOld);
 }
 
 TEST_F(StationFiles, MakeNoRoot) {
@@ -130,9 +106,8 @@ TEST_F(StationFiles, DeleteOneInstrumentOrNothing) {
   tree_.Write(kIndex, "x");
   DeleteInstrumentFile(kStation, "PX12A");
   EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A"}));
-  for (const std::string& missing : {std::string("PX12A"), std::string(300, 'P')}) {
-    EXPECT_NO_THROW(DeleteInstrumentFile(kStation, missing));
-  }
+  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, "PX12A"));
+  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, std::string(300, 'P')));
   tree_.MakeFolders(R"(c:\stations\ST1\folder)");
   EXPECT_EQ(ErrorOf([] { DeleteInstrumentFile(kStation, "folder"); }).Kind(), ErrorKind::NotAFile);
   EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A", "folder"}));
@@ -140,24 +115,21 @@ TEST_F(StationFiles, DeleteOneInstrumentOrNothing) {
 
 TEST_F(StationFiles, DeleteALinkAndKeepWhatItLeadsTo) {
   tree_.Write(R"(c:\other\PX12A)", kOld);
-  fs::create_symlink(tree_.Native(R"(c:\other\PX12A)"), tree_.Native(kFile));
-  DeleteInstrumentFile(kStation, "PX12A");
-  EXPECT_EQ(tree_.Names(kStation), Names{});
+  for (const fs::path& target : {tree_.Native(R"(c:\other\PX12A)"), fs::path("nowhere")}) {
+    fs::create_symlink(target, tree_.Native(kFile));
+    DeleteInstrumentFile(kStation, "PX12A");
+    EXPECT_EQ(tree_.Names(kStation), Names{});
+  }
   EXPECT_EQ(tree_.Read(R"(c:\other\PX12A)"), kOld);
-  fs::create_symlink("nowhere", tree_.Native(kFile));
-  DeleteInstrumentFile(kStation, "PX12A");
-  EXPECT_EQ(tree_.Names(kStation), Names{});
 }
 
 TEST_F(StationFiles, DeleteNothingOutsideTheStation) {
   tree_.Write("c:\\stations\\NOTES", "x");
-  tree_.Write(kFile, "x");
-  for (const char* model : {"", "..", "..\\NOTES", "../NOTES", "/stations/NOTES", "PX12?"}) {
+  for (const char* model : {"", "..", "..\\NOTES", "../NOTES", "PX12?"}) {
     SCOPED_TRACE(model);
     EXPECT_EQ(ErrorOf([&] { DeleteInstrumentFile(kStation, model); }).Kind(), ErrorKind::Name);
   }
   EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
-  EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
 }
 
 TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
@@ -175,16 +147,6 @@ TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
   EXPECT_EQ(tree_.Read(R"(c:\other\PX60G)"), kOld);
   EXPECT_EQ(tree_.Names("c:\\other"), Names{"PX60G"});
   EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
-}
-
-TEST_F(StationFiles, DeleteNothingInALockedFolder) {
-  tree_.Write(kFile, kOld);
-  const OrdinaryUser user(tree_.Root());
-  const LockedFolder locked(tree_.Native(kStation));
-  EXPECT_EQ(ErrorOf([] { DeleteInstrumentFile(kStation, "PX12A"); }).Kind(),
-            ErrorKind::NoPermission);
-  EXPECT_EQ(ErrorOf([] { DeleteAllInstrumentFiles(kStation); }).Kind(), ErrorKind::NoPermission);
-  EXPECT_EQ(tree_.Read(kFile), kOld);
 }
 
 }  // namespace
