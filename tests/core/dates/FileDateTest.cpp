@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/dates/FileDate.h"
@@ -16,30 +17,20 @@ namespace {
 using test::ErrorOf;
 
 TEST(FileDate, IsParsedByPosition) {
-  struct Case {
-    std::string_view text;
-    int year;
-    int month;
-    int day;
-  };
-  for (const Case& expected : std::vector<Case>{{"20010305", 2001, 3, 5},
-                                                {"19041231", 1904, 12, 31},
-                                                {"20370000", 2037, 0, 0},
-                                                {"2001", 2001, 0, 1},
-                                                {"200103", 2001, 3, 3},
-                                                {"200103051", 2001, 3, 51},
-                                                {"", 0, 0, 0},
-                                                {"7", 7, 0, 7},
-                                                {"12", 12, 0, 12},
-                                                {"abcdefgh", 0, 0, 0},
-                                                {"2001AB05", 2001, 0, 5},
-                                                {"C-0042", 0, 42, 42},
-                                                {"20019905", 2001, 99, 5}}) {
-    SCOPED_TRACE(expected.text);
-    const FileDate date = FileDate::From(expected.text);
-    EXPECT_EQ(date.year, expected.year);
-    EXPECT_EQ(date.month, expected.month);
-    EXPECT_EQ(date.day, expected.day);
+  using Numbers = std::vector<int>;
+  for (const auto& [text, numbers] :
+       std::vector<std::pair<std::string_view, Numbers>>{{"20010305", {2001, 3, 5}},
+                                                         {"20370000", {2037, 0, 0}},
+                                                         {"2001", {2001, 0, 1}},
+                                                         {"200103", {2001, 3, 3}},
+                                                         {"200103051", {2001, 3, 51}},
+                                                         {"", {0, 0, 0}},
+                                                         {"12", {12, 0, 12}},
+                                                         {"2001AB05", {2001, 0, 5}},
+                                                         {"C-0042", {0, 42, 42}},
+                                                         {"20019905", {2001, 99, 5}}}) {
+    const FileDate date = FileDate::From(text);
+    EXPECT_EQ((Numbers{date.year, date.month, date.day}), numbers) << text;
   }
 }
 

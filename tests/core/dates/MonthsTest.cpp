@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 
 #include "core/dates/Months.h"
@@ -25,20 +24,12 @@ TEST(Months, TheTwelveNamesAndNumbersBelongTogether) {
   }
 }
 
-TEST(Months, AnyOtherNameIsNone) {
-  for (const std::string_view name :
-       {"", "Jan", "jan", "JANUARY", "JA", " JAN", "JAN ", "1", "01", "XXX", "DECEMBER", "dec"}) {
-    SCOPED_TRACE(name);
-    EXPECT_EQ(MonthToNumber(name), 0);
+TEST(Months, AnyOtherNameOrNumberIsNone) {
+  for (const char* name : {"", "Jan", "jan", "JANUARY", "JA", " JAN", "JAN ", "1", "01"}) {
+    EXPECT_EQ(MonthToNumber(name), 0) << name;
   }
-}
-
-TEST(Months, AnyOtherNumberIsNone) {
-  for (const std::int16_t number :
-       {std::int16_t{0}, std::int16_t{13}, std::int16_t{-1},
-        std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()}) {
-    SCOPED_TRACE(number);
-    EXPECT_EQ(NumberToMonth(number), "");
+  for (const int number : {-32768, -1, 0, 13, 32767}) {
+    EXPECT_EQ(NumberToMonth(static_cast<std::int16_t>(number)), "") << number;
   }
 }
 

@@ -52,7 +52,7 @@ std::string Numbered(int count) {
 }
 
 TEST(SplitWords, StopsAfterThirtyWords) {
-  for (const int count : {30, 31, 35}) {
+  for (const int count : {30, 31}) {
     SCOPED_TRACE(count);
     Names words(40, "before");
     EXPECT_EQ(SplitWords(Numbered(count), words), 30);
