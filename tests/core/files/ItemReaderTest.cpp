@@ -108,13 +108,9 @@ TEST(ItemReader, ReportsTheFileAndLineWhereItEndsTooEarly) {
 
 TEST(ItemReader, CountsTheLineOnWhichAnItemBegins) {
   ItemReader reader = ItemReader::Of("a,b\r\n\r\nc\nd\re,\"f\r\ng\nh\ri\",j\r\nk");
-  const std::vector<std::pair<std::string, int>> expected = {
-      {"a", 1}, {"b", 1}, {"", 2}, {"c", 3}, {"d", 4}, {"e", 5}, {"f\r\ng\nh\ri", 5},
-      {"j", 8}, {"k", 9}};
-  for (const auto& [item, line] : expected) {
-    SCOPED_TRACE(item);
-    EXPECT_EQ(reader.ReadItem(), item);
-    EXPECT_EQ(reader.Line(), line);
+  for (const int line : {1, 1, 2, 3, 4, 5, 5, 8, 9}) {
+    const std::string item = reader.ReadItem();
+    EXPECT_EQ(reader.Line(), line) << item;
   }
   EXPECT_TRUE(reader.AtEnd());
 }

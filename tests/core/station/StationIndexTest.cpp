@@ -51,7 +51,6 @@ class StationIndexFile : public testing::Test {
   void AddFile(const std::string& name) const {
     tree_.Write(std::string(kStation) + "\\" + name, "MODEL NUMBER " + name + "\r\n");
   }
-  static void Delete(const std::string& name) { DeleteInstrumentFile(kStation, name); }
 
   test::TestTree tree_;
 };
@@ -79,24 +78,17 @@ TEST_F(StationIndexFile, KeepsWhatAnotherUserAddedAndDidNotSave) {
       << "an entry from before both visits does not come back";
 }
 
-TEST_F(StationIndexFile, DoesNotRestoreWhatThisUserDeleted) {
-  AddFile("PX12A");
-  AddFile("PX60H");
+TEST_F(StationIndexFile, DropsWhatThisOrAnotherUserDeleted) {
+  for (const char* name : {"PX12A", "PX60H", "RT730A"}) {
+    AddFile(name);
+  }
   Visit mine;
   Visit().Leave();
-  Delete("PX60H");
+  DeleteInstrumentFile(kStation, "PX60H");
   mine.List();
+  DeleteInstrumentFile(kStation, "PX12A");
   mine.Leave();
-  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
-}
-
-TEST_F(StationIndexFile, DropsWhatSomebodyElseDeletedMeanwhile) {
-  AddFile("PX12A");
-  AddFile("PX60H");
-  const Visit mine;
-  Delete("PX12A");
-  mine.Leave();
-  EXPECT_EQ(tree_.Read(kIndex), "PX60H\r\nINDEX\r\n");
+  EXPECT_EQ(tree_.Read(kIndex), "RT730A\r\nINDEX\r\n");
 }
 
 TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndADuplicateEntry) {
