@@ -3,16 +3,24 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <csignal>
+#include <filesystem>
 #include <functional>
+#include <random>
 #include <string>
 #include <string_view>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "core/caldata/Models.h"
 #include "core/caldata/TestKit.h"
 #include "core/files/Paths.h"
+#include "core/files/SaveFile.h"
 #include "core/session/Profiles.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
@@ -33,6 +41,7 @@ constexpr std::string_view kOld = "an earlier file, of another length\r\n";
 constexpr std::string_view kKit = "QZ RT410A\r\n3318A12345\r\n05MAR2001\r\nwhatever\r\n";
 constexpr const char* kKitFolder = R"(c:\calfactors\RT410A)";
 constexpr const char* kKitFile = R"(c:\calfactors\RT410A\SN12345)";
+constexpr const char* kDataFolder = R"(c:\calfactors\PX12A)";
 constexpr const char* kDataFile = R"(c:\calfactors\PX12A\SN12345)";
 constexpr const char* kKitSource = R"(c:\kit.dat)";
 
@@ -94,6 +103,87 @@ TEST_F(FaultSweep, AFailedReadOfAKitIsReportedForTheSourceAndWritesNothing) {
     EXPECT_EQ(tree_.Names(kKitFolder), Names{"SN12345"});
     EXPECT_EQ(tree_.Read(kKitFile), kOld);
   }
+}
+
+// ---- A program that is killed.
+
+constexpr int kKills = 200;
+constexpr unsigned kSeed = 20260101;
+constexpr int kLongestMicroseconds = 5000;
+
+/// Saves both contents in turn until it is killed, and closes `begun` as soon as it begins. Runs in
+/// a process of its own.
+[[noreturn]] void SaveInTurn(const std::string& a, const std::string& b, int begun) {
+  ::close(begun);
+  try {
+    while (true) {
+      SaveFile(kDataFile, a);
+      SaveFile(kDataFile, b);
+    }
+  } catch (...) {
+    ::_exit(1);
+  }
+}
+
+bool IsLeftover(const std::string& name) {
+  return name.starts_with(".tarvell-") && name.ends_with(".tmp");
+}
+
+// A program that is killed during a save leaves the file wholly old or wholly new. It may leave
+// its temporary file, too. Nobody removes that, because it could belong to another operator's save.
+TEST(Kill, DuringASaveLeavesTheFileWhole) {
+  const TestTree tree;
+  const std::string bytesA = "QZ PX12A\r\n3318A12345\r\n05MAR2001\r\n";
+  const std::string bytesB = bytesA + std::string(4000, 'x');
+  tree.Write(kDataFile, bytesA);
+  // Without waiting for the disk, or nearly every kill would meet the same step.
+  FaultPlatform platform;
+  platform.waits = false;
+
+  std::mt19937 random(kSeed);
+  std::uniform_int_distribution<useconds_t> microseconds(0, kLongestMicroseconds);
+  int seenA = 0;
+  int seenB = 0;
+  for (int kill = 0; kill < kKills; ++kill) {
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      SaveInTurn(bytesA, bytesB, pipe[1]);
+    }
+    // The pipe closes when the child begins to save.
+    ::close(pipe[1]);
+    char nothing = 0;
+    ASSERT_EQ(::read(pipe[0], &nothing, 1), 0);
+    ::close(pipe[0]);
+    ::usleep(microseconds(random));
+    ASSERT_EQ(::kill(child, SIGKILL), 0);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "a save failed";
+    const std::string bytes = tree.Read(kDataFile);
+    ASSERT_TRUE(bytes == bytesA || bytes == bytesB) << "after kill " << kill << ":\n" << bytes;
+    ++(bytes == bytesA ? seenA : seenB);
+  }
+  int leftovers = 0;
+  for (const std::string& name : tree.Names(kDataFolder)) {
+    EXPECT_TRUE(name == "SN12345" || IsLeftover(name)) << name;
+    leftovers += IsLeftover(name) ? 1 : 0;
+  }
+  RecordProperty("leftovers", leftovers);
+  EXPECT_GT(seenA, 0);
+  EXPECT_GT(seenB, 0);
+  EXPECT_GT(leftovers, 0) << "no kill met the middle of a save";
+
+  // Leftovers disturb no list and no save.
+  EXPECT_EQ(ReadCalFileHeaders(kDataFolder), 1);
+  SaveFile(kDataFile, bytesA);
+  EXPECT_EQ(tree.Read(kDataFile), bytesA);
+  std::filesystem::remove(tree.Native(kDataFile));
+  std::vector<std::string> models;
+  ListModelFolders("c:\\calfactors", models);
+  EXPECT_EQ(models, (std::vector<std::string>{"*", ""})) << "a folder of leftovers counts as empty";
 }
 
 }  // namespace
