@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -320,6 +321,8 @@ TEST_F(SaveFileFaults, AFailedStepLeavesTheOldFileOrNone) {
                           Step::Sync, Step::Close, Step::Replace}) {
     expectFailures(step, std::errc::io_error);
   }
+  platform.wrongBy = static_cast<std::uintmax_t>(-1);  // too long
+  expectFailures(Step::Length, std::errc::io_error);
   for (platform.failAtByte = 0; platform.failAtByte < kNewBytes.size(); ++platform.failAtByte) {
     expectFailures(Step::Write, std::errc::no_space_on_device);
     expectFailures(Step::Nothing, std::errc::no_space_on_device);
