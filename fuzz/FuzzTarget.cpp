@@ -37,10 +37,6 @@ std::string Stripped(const std::string& text, const char* blanks) {
   return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
-bool IsDigits(const std::string& text, std::size_t count) {
-  return text.size() == count && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 }  // namespace tarvell::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

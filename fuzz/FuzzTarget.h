@@ -52,9 +52,6 @@ void Require(bool holds, const char* what, const std::string& details = {});
 /// `text` without the characters of `blanks` around it.
 [[nodiscard]] std::string Stripped(const std::string& text, const char* blanks = " ");
 
-/// Whether `text` is `count` decimal digits.
-[[nodiscard]] bool IsDigits(const std::string& text, std::size_t count);
-
 }  // namespace tarvell::fuzz
 
 #endif

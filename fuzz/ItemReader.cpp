@@ -90,20 +90,8 @@ void Run(Input input) {
   disk.Put("file", bytes);
   const std::vector<Item> items = ReadItems(bytes.size(), encoding);
   Require(items == ExpectedItems(bytes), "the items are those of the rule of list input");
-
-  std::string rewritten;
-  for (const Item& item : items) {
-    // An item with a quote in it was not quoted in the file.
-    const char* quote = item.bytes.find('"') == std::string::npos ? "\"" : "";
-    rewritten += quote + item.bytes + quote + "\r\n";
-  }
-  disk.Put("file", rewritten);
-  const std::vector<Item> again = ReadItems(rewritten.size(), encoding);
-  Require(std::equal(items.begin(), items.end(), again.begin(), again.end(),
-                     [](const Item& a, const Item& b) { return a.bytes == b.bytes; }),
-          "items that are written come back");
   Require(EncodeFileText(DecodeFileText(bytes)) == bytes, "every byte comes back as it was");
-  Require(ItemReader(kPath).AtEnd() == rewritten.empty(), "only an empty file is at its end");
+  Require(ItemReader(kPath).AtEnd() == bytes.empty(), "only an empty file is at its end");
 }
 
 }  // namespace tarvell::fuzz

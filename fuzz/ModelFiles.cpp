@@ -12,7 +12,6 @@
 #include "MemoryPlatform.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
-#include "core/session/Tarvell_MainModule.h"
 
 /// The data file of every model. The first byte of an input chooses the model; the rest is a file
 /// that is loaded, saved, loaded, saved, loaded and saved.
@@ -170,15 +169,6 @@ void CheckBody(const Model& model, const std::deque<MemoryGrid>& grids,
   }
 }
 
-/// What the menu shows of the file is what the editor was given.
-void CheckScan(const cifCaldata& data) {
-  Require(ReadCalFileHeaders("c:\\data") == 1, "a saved file is listed");
-  const CalFileInfo& row = gCalFiles.front();
-  Require(row.ModelNumber == data.ModelNumber() && row.SerialNumber == data.SerialNumber() &&
-              row.CalibrationNumber == data.CalibrationNumber(),
-          "the list shows the numbers that were saved");
-}
-
 }  // namespace
 
 void Run(Input input) {
@@ -198,7 +188,6 @@ void Run(Input input) {
   }
   const std::deque<MemoryGrid> grids = GridsOf(model, *data);
   CheckEditing(disk, *data, grids, first);
-  CheckScan(*data);
 
   const std::vector<std::string> firstLines = LinesOf(first);
   if (HasGap(model, firstLines) && !Accepts([&] { static_cast<void>(Loaded(model)); })) {

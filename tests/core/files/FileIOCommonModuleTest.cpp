@@ -64,52 +64,39 @@ TEST(MakeFolder, GivesAccessToTheGroupThatSharesTheParent) {
   EXPECT_EQ(facts.st_mode & 07777, mode_t{02775});
 }
 
-TEST(MakeFolder, MakesNoParent) {
-  const TestTree tree;
-  const Error error = ErrorOf([] { MakeFolder("c:\\calfactors\\PX12A"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_EQ(error.Path(), "c:\\calfactors\\PX12A");
-  EXPECT_EQ(tree.Names("c:\\"), Names{});
-}
-
-TEST(MakeFolder, FailsWhereThereIsAnEntry) {
+TEST(MakeFolder, MakesNoParentAndFailsWhereThereIsAnEntry) {
   const TestTree tree;
   tree.Write("c:\\calfactors\\file", "x");
-  for (const char* path : {"c:\\calfactors", "c:\\calfactors\\file", "c:\\CALFACTORS"}) {
+  for (const auto& [path, kind] :
+       {std::pair("c:\\missing\\PX12A", ErrorKind::NotFound),
+        std::pair("c:\\calfactors", ErrorKind::Name), std::pair("c:\\CALFACTORS", ErrorKind::Name),
+        std::pair("c:\\calfactors\\file", ErrorKind::Name)}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(ErrorOf([&] { MakeFolder(path); }).Path(), path);
+    const Error error = ErrorOf([&, name = path] { MakeFolder(name); });
+    EXPECT_EQ(error.Path(), path);
+    EXPECT_EQ(error.Kind(), kind);
   }
-  EXPECT_EQ(ErrorOf([] { MakeFolder("c:\\calfactors\\file\\below"); }).Path(),
-            "c:\\calfactors\\file\\below");
   EXPECT_EQ(tree.Names("c:\\"), Names{"calfactors"});
   EXPECT_EQ(tree.Read("c:\\calfactors\\file"), "x");
 }
 
 // The platform of the tests has no recycle bin, so what is recycled is gone.
 
-TEST(Recycle, TakesAFileOrAFolderWithItsContents) {
+TEST(Recycle, TakesAnEntryWithItsContentsAndLeavesWhatALinkLeadsTo) {
   const TestTree tree;
+  tree.Write("c:\\real\\file", "x");
   tree.Write(R"(c:\stations\SN1)", "x");
   tree.Write(R"(c:\stations\one\a\b)", "x");
   tree.MakeFolders("c:\\stations\\two");
-  Recycle(R"(c:\stations\sn1)");
-  Recycle("c:\\stations\\one");
-  EXPECT_EQ(tree.Names("c:\\stations"), Names{"two"});
-}
-
-TEST(Recycle, LeavesWhatALinkLeadsTo) {
-  const TestTree tree;
-  tree.Write("c:\\real\\file", "x");
-  tree.MakeFolders("c:\\links\\folder");
-  const std::filesystem::path links = tree.Native("c:\\links");
-  std::filesystem::create_symlink("../real/file", links / "toFile");
-  std::filesystem::create_symlink("../real", links / "toFolder");
-  std::filesystem::create_symlink("nothing", links / "toNothing");
-  std::filesystem::create_symlink("../../real", links / "folder" / "link");
-  for (const std::string name : {"toFile", "toFolder", "toNothing", "folder"}) {
-    Recycle("c:\\links\\" + name);
+  const std::filesystem::path stations = tree.Native("c:\\stations");
+  std::filesystem::create_symlink("../real/file", stations / "toFile");
+  std::filesystem::create_symlink("../real", stations / "toFolder");
+  std::filesystem::create_symlink("nothing", stations / "toNothing");
+  std::filesystem::create_symlink("../../real", stations / "one" / "link");
+  for (const std::string name : {"sn1", "one", "toFile", "toFolder", "toNothing"}) {
+    Recycle("c:\\stations\\" + name);
   }
-  EXPECT_EQ(tree.Names("c:\\links"), Names{});
+  EXPECT_EQ(tree.Names("c:\\stations"), Names{"two"});
   EXPECT_EQ(tree.Read("c:\\real\\file"), "x");
 }
 
@@ -141,13 +128,13 @@ TEST(Search, LeavesOutNamesThatHoldASeparator) {
   tree.Write(R"(c:\a\SN1)", "");
   test::WriteNative(tree.Native(R"(c:\a)") / R"(..\b)", "");
   test::WriteNative(tree.Native(R"(c:\a)") / R"(SN\2)", "");
-  std::vector<std::string> names;
+  Names names;
   ASSERT_FALSE(CurrentPlatform().Search(tree.Native(R"(c:\a)").string(), SearchKind::EveryName,
                                         [&](const std::string& name, EntryKind) {
                                           names.push_back(name);
                                           return true;
                                         }));
-  EXPECT_EQ(names, (std::vector<std::string>{"SN1"}));
+  EXPECT_EQ(names, Names{"SN1"});
 }
 
 }  // namespace

@@ -3,20 +3,24 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <system_error>
 #include <tuple>
 #include <unistd.h>
 #include <vector>
 
 #include "core/files/SaveFile.h"
-#include "core/files/SaveFileSample.h"
 #include "core/platform/Platform.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
 
@@ -25,32 +29,45 @@ namespace {
 
 using test::Contains;
 using test::ErrorOf;
-using test::kDataFile;
-using test::kDataFolder;
-using test::kNewBytes;
-using test::kOldBytes;
+using test::FaultPlatform;
 using test::LockedFolder;
 using test::OrdinaryUser;
-using test::StatOf;
 using test::TestTree;
+using Step = test::FaultPlatform::Step;
 
 namespace fs = std::filesystem;
 
 using Names = std::vector<std::string>;
 
+constexpr const char* kDataFolder = "c:\\calfactors\\PX12A";
+constexpr const char* kDataFile = R"(c:\calfactors\PX12A\SN1)";
+constexpr std::string_view kOldBytes = "old content, of another length\r\n";
+constexpr std::string_view kNewBytes = "#MODEL_NO : PX12A\r\n!End\r\n";
+
+struct stat StatOf(const fs::path& path) {
+  struct stat facts = {};
+  EXPECT_EQ(::stat(path.c_str(), &facts), 0) << path << ": " << std::strerror(errno);
+  return facts;
+}
+
+/// The file that the tests save. Its folder is there.
+class SavedFile : public testing::Test {
+ public:
+  SavedFile() { tree.MakeFolders(kDataFolder); }
+
+  TestTree tree;
+  const fs::path native = tree.Native(kDataFolder) / "SN1";
+};
+
 // ---- What a save does.
 
-TEST(SaveFile, WritesExactlyTheseBytesOverAnyEarlierOnes) {
-  const TestTree tree;
+TEST_F(SavedFile, WritesExactlyTheseBytesOverAnyEarlierOnes) {
   tree.Write(R"(c:\calfactors\PX12A\SN2)", "other");
   std::string everyByte;
   for (int byte = 0; byte < 256; ++byte) {
     everyByte += static_cast<char>(byte);
   }
-  std::string large;
-  while (large.size() < 300000) {
-    large += everyByte;
-  }
+  const std::string large(300000, 'y');
   for (const std::string& bytes : {everyByte, std::string(), large, std::string("x")}) {
     SaveFile(kDataFile, bytes);
     EXPECT_TRUE(tree.Read(kDataFile) == bytes) << bytes.size();
@@ -59,15 +76,13 @@ TEST(SaveFile, WritesExactlyTheseBytesOverAnyEarlierOnes) {
   EXPECT_EQ(tree.Read(R"(c:\calfactors\PX12A\SN2)"), "other");
 }
 
-TEST(SaveFile, KeepsModeOwnerAndGroup) {
-  const TestTree tree;
+TEST_F(SavedFile, KeepsModeOwnerAndGroup) {
   tree.Write(kDataFile, kOldBytes);
-  const fs::path native = tree.Native(kDataFile);
   // Only root can give a file away. For any other user the owner is the test's own.
   if (::geteuid() == 0) {
     ASSERT_EQ(::chown(native.c_str(), 65534, 65534), 0);
   }
-  for (const mode_t mode : {mode_t{0640}, mode_t{0606}, mode_t{0600}, mode_t{0777}}) {
+  for (const mode_t mode : {mode_t{0606}, mode_t{0777}}) {
     ASSERT_EQ(::chmod(native.c_str(), mode), 0);
     const struct stat before = StatOf(native);
     SaveFile(kDataFile, kNewBytes);
@@ -80,9 +95,7 @@ TEST(SaveFile, KeepsModeOwnerAndGroup) {
 }
 
 // In a folder that a group shares, the group gets access whatever the operator's own mask is.
-TEST(SaveFile, ANewFileHasTheModeOfTheMaskOrOfASharedFolder) {
-  const TestTree tree;
-  tree.MakeFolders(kDataFolder);
+TEST_F(SavedFile, ANewFileHasTheModeOfTheMaskOrOfASharedFolder) {
   for (const auto& [mask, folderMode, expected] :
        {std::tuple(mode_t{027}, mode_t{0755}, mode_t{0640}),
         std::tuple(mode_t{077}, mode_t{02770}, mode_t{0660})}) {
@@ -90,8 +103,8 @@ TEST(SaveFile, ANewFileHasTheModeOfTheMaskOrOfASharedFolder) {
     const mode_t before = ::umask(mask);
     SaveFile(kDataFile, kNewBytes);
     (void)::umask(before);
-    EXPECT_EQ(StatOf(tree.Native(kDataFile)).st_mode & 07777, expected);
-    fs::remove(tree.Native(kDataFile));
+    EXPECT_EQ(StatOf(native).st_mode & 07777, expected);
+    fs::remove(native);
   }
 }
 
@@ -106,10 +119,8 @@ void GiveAway(const fs::path& file) {
   }
 }
 
-TEST(SaveFile, ReplacesAnotherOperatorsFileUnlessItMayNotBeWritten) {
-  const TestTree tree;
+TEST_F(SavedFile, ReplacesAnotherOperatorsFileUnlessItMayNotBeWritten) {
   tree.Write(kDataFile, kOldBytes);
-  const fs::path native = tree.Native(kDataFile);
   const OrdinaryUser user(tree.Root());
   ASSERT_EQ(::chmod(native.c_str(), 0664), 0);
   GiveAway(native);
@@ -131,71 +142,51 @@ TEST(SaveFile, ReplacesAnotherOperatorsFileUnlessItMayNotBeWritten) {
   EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
 }
 
-TEST(SaveFile, WritesExactlyTheFileOfASystemPathWhateverItsCase) {
-  const TestTree tree;
+TEST_F(SavedFile, WritesExactlyTheFileOfASystemPathWhateverItsCase) {
   tree.Write("c:\\folder\\px12a", kOldBytes);
-  const fs::path native = tree.Native("c:\\folder") / "PX12A";
-  EXPECT_EQ(SaveNativeFile(native, kNewBytes), std::error_code());
+  const fs::path upper = tree.Native("c:\\folder") / "PX12A";
+  EXPECT_EQ(SaveNativeFile(upper, kNewBytes), std::error_code());
   EXPECT_EQ(tree.Read("c:\\folder\\px12a"), kOldBytes);
-  EXPECT_EQ(test::ReadNative(native), kNewBytes);
+  EXPECT_EQ(test::ReadNative(upper), kNewBytes);
 }
 
 // ---- Links.
 
-TEST(SaveFile, FollowsALinkWhichStaysOne) {
-  const TestTree tree;
-  tree.Write("c:\\real\\file", kOldBytes);
-  tree.MakeFolders(kDataFolder);
-  const fs::path link = tree.Native(kDataFile);
-  for (const fs::path& target : {fs::path("../../real/file"), tree.Native("c:\\real\\file")}) {
+TEST_F(SavedFile, FollowsLinksWhichStayLinks) {
+  tree.MakeFolders("c:\\real");
+  tree.MakeFolders("c:\\between");
+  fs::create_symlink("../real/file", tree.Native("c:\\between\\second"));
+  // The first target does not exist yet, and is reached through a second link.
+  for (const fs::path& target : {fs::path("../../between/second"), fs::path("../../real/file"),
+                                 tree.Native("c:\\real\\file")}) {
     SCOPED_TRACE(target);
-    fs::remove(link);
-    fs::create_symlink(target, link);
-    tree.Write("c:\\real\\file", kOldBytes);
+    fs::remove(native);
+    fs::create_symlink(target, native);
     SaveFile(kDataFile, kNewBytes);
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(fs::read_symlink(link), target);
-    EXPECT_FALSE(fs::is_symlink(tree.Native("c:\\real\\file")));
+    EXPECT_EQ(fs::read_symlink(native), target);
+    EXPECT_TRUE(fs::is_symlink(tree.Native("c:\\between\\second")));
     EXPECT_EQ(tree.Read("c:\\real\\file"), kNewBytes);
     EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
+    EXPECT_EQ(tree.Names("c:\\between"), Names{"second"});
     EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    tree.Write("c:\\real\\file", kOldBytes);
   }
 }
 
-TEST(SaveFile, FollowsALinkToALinkAndMakesTheFileThatItLeadsTo) {
-  const TestTree tree;
-  tree.MakeFolders("c:\\real");
-  tree.MakeFolders("c:\\between");
-  tree.MakeFolders(kDataFolder);
-  fs::create_symlink("../real/file", tree.Native("c:\\between\\second"));
-  fs::create_symlink("../../between/second", tree.Native(kDataFile));
-  SaveFile(kDataFile, kNewBytes);
-  EXPECT_TRUE(fs::is_symlink(tree.Native(kDataFile)));
-  EXPECT_TRUE(fs::is_symlink(tree.Native("c:\\between\\second")));
-  EXPECT_EQ(tree.Read("c:\\real\\file"), kNewBytes);
-  EXPECT_EQ(tree.Names("c:\\between"), Names{"second"});
-  EXPECT_EQ(tree.Names("c:\\real"), Names{"file"});
-}
-
-TEST(SaveFile, OneOfSeveralHardLinksStaysOne) {
-  const TestTree tree;
-  for (const std::string& old :
-       {std::string(kOldBytes), std::string("x"), std::string(100000, 'y')}) {
-    tree.Write(kDataFile, old);
-    fs::remove(tree.Native("c:\\other"));
-    fs::create_hard_link(tree.Native(kDataFile), tree.Native("c:\\other"));
-    SaveFile(kDataFile, kNewBytes);
-    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
-    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
-    EXPECT_TRUE(fs::equivalent(tree.Native(kDataFile), tree.Native("c:\\other")));
+TEST_F(SavedFile, OneOfSeveralHardLinksStaysOne) {
+  tree.Write(kDataFile, std::string(100000, 'y'));
+  fs::create_hard_link(native, tree.Native("c:\\other"));
+  for (const std::string_view bytes : {kNewBytes, std::string_view("x"), kOldBytes}) {
+    SaveFile(kDataFile, bytes);
+    EXPECT_EQ(tree.Read(kDataFile), bytes);
+    EXPECT_TRUE(fs::equivalent(native, tree.Native("c:\\other")));
     EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
   }
 }
 
 // ---- Targets that are not ordinary files, and folders that accept none.
 
-TEST(SaveFile, FailsWhereThePathLeadsToNoFile) {
-  const TestTree tree;
+TEST_F(SavedFile, FailsWhereThePathLeadsToNoFile) {
   tree.MakeFolders(R"(c:\folders\folder\inside)");
   tree.Write(R"(c:\folders\file)", "x");
   const fs::path folders = tree.Native(R"(c:\folders)");
@@ -219,20 +210,16 @@ TEST(SaveFile, FailsWhereThePathLeadsToNoFile) {
   EXPECT_EQ(tree.Names(R"(c:\folders\folder)"), Names{"inside"});
 }
 
-TEST(SaveFile, WritesToADevice) {
-  const TestTree tree;
-  tree.MakeFolders(kDataFolder);
-  fs::create_symlink("/dev/null", tree.Native(kDataFile));
+TEST_F(SavedFile, WritesToADevice) {
+  fs::create_symlink("/dev/null", native);
   EXPECT_NO_THROW(SaveFile(kDataFile, kNewBytes));
-  EXPECT_TRUE(fs::is_symlink(tree.Native(kDataFile)));
+  EXPECT_TRUE(fs::is_symlink(native));
   EXPECT_TRUE(fs::is_character_file("/dev/null"));
   EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
 }
 
-TEST(SaveFile, OverwritesTheFileOfALockedFolderInPlaceUnlessItIsReadOnly) {
-  const TestTree tree;
+TEST_F(SavedFile, OverwritesTheFileOfALockedFolderInPlaceUnlessItIsReadOnly) {
   tree.Write(kDataFile, kOldBytes);
-  const fs::path native = tree.Native(kDataFile);
   const ino_t before = StatOf(native).st_ino;
   const OrdinaryUser user(tree.Root());
   const LockedFolder locked(tree.Native(kDataFolder));
@@ -247,8 +234,7 @@ TEST(SaveFile, OverwritesTheFileOfALockedFolderInPlaceUnlessItIsReadOnly) {
   EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
 }
 
-TEST(SaveFile, NoSearchFindsTheTemporaryFile) {
-  const TestTree tree;
+TEST_F(SavedFile, NoSearchFindsTheTemporaryFile) {
   tree.Write(R"(c:\calfactors\PX12A\SN1)", kOldBytes);
   fs::path path;
   std::unique_ptr<OutputFile> file;
@@ -265,6 +251,162 @@ TEST(SaveFile, NoSearchFindsTheTemporaryFile) {
           return true;
         }));
     EXPECT_EQ(found, Names{"SN1"});
+  }
+}
+
+// ---- Steps that fail.
+
+class SaveFileFaults : public SavedFile {
+ public:
+  // A failed save that leaves `content` ("" and no file when `content` is null) and nothing else.
+  void ExpectFailure(const std::string_view* content) const {
+    const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
+    EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed) << error.what();
+    EXPECT_EQ(error.Path(), kDataFile);
+    EXPECT_GT(platform.faults, 0) << "the step was never taken";
+    if (content == nullptr) {
+      EXPECT_EQ(tree.Names(kDataFolder), Names{});
+    } else {
+      EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+      EXPECT_EQ(tree.Read(kDataFile), *content);
+    }
+  }
+
+  // A save that fails once in `step`, and then overwrites the file instead of replacing it.
+  void ExpectWrittenInPlace(Step step, std::errc fault) {
+    tree.Write(kDataFile, kOldBytes);
+    const ino_t before = StatOf(native).st_ino;
+    platform.Set(step, fault);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(platform.faults, 1);
+    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+    EXPECT_EQ(StatOf(native).st_ino, before);
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+  }
+
+  FaultPlatform platform;
+};
+
+TEST_F(SaveFileFaults, WritesOfOneByteAtATimeSucceed) {
+  platform.portion = 1;
+  tree.Write(kDataFile, kOldBytes);
+  SaveFile(kDataFile, kNewBytes);
+  EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+  fs::create_hard_link(native, tree.Native("c:\\other"));
+  SaveFile(kDataFile, kOldBytes);
+  EXPECT_EQ(tree.Read(kDataFile), kOldBytes);
+  EXPECT_EQ(tree.Read("c:\\other"), kOldBytes);
+  EXPECT_EQ(platform.opened, 1);
+}
+
+TEST_F(SaveFileFaults, AFailedStepLeavesTheOldFileOrNone) {
+  const auto expectFailures = [this](Step step, std::errc fault) {
+    for (const bool always : {false, true}) {
+      SCOPED_TRACE(testing::Message()
+                   << step << " at " << platform.failAtByte << ", always " << always);
+      platform.always = always;
+      tree.Write(kDataFile, kOldBytes);
+      platform.Set(step, fault);
+      ExpectFailure(&kOldBytes);
+      EXPECT_EQ(platform.opened, 0) << "never in place after a failed write";
+      EXPECT_LT(platform.faults, 1000) << "tried again without end";
+      fs::remove(native);
+      if (step != Step::Attributes) {  // a new file takes none
+        platform.Set(step, fault);
+        ExpectFailure(nullptr);
+      }
+    }
+  };
+  for (const Step step : {Step::Resolve, Step::Facts, Step::Create, Step::Length, Step::Attributes,
+                          Step::Sync, Step::Close, Step::Replace}) {
+    expectFailures(step, std::errc::io_error);
+  }
+  platform.wrongBy = static_cast<std::uintmax_t>(-1);  // too long
+  expectFailures(Step::Length, std::errc::io_error);
+  for (platform.failAtByte = 0; platform.failAtByte < kNewBytes.size(); ++platform.failAtByte) {
+    expectFailures(Step::Write, std::errc::no_space_on_device);
+    expectFailures(Step::Nothing, std::errc::no_space_on_device);
+  }
+}
+
+TEST_F(SaveFileFaults, OverwritesInPlaceWhatTheFolderDoesNotLetReplace) {
+  for (const std::errc fault : {std::errc::permission_denied, std::errc::read_only_file_system,
+                                std::errc::operation_not_permitted}) {
+    ExpectWrittenInPlace(Step::Create, fault);
+  }
+  // A group that cannot be kept, and a folder in which users may replace only their own files.
+  ExpectWrittenInPlace(Step::Attributes, std::errc::operation_not_permitted);
+  ExpectWrittenInPlace(Step::Replace, std::errc::operation_not_permitted);
+}
+
+TEST_F(SaveFileFaults, TheNewFileIsThereWhenOnlyTheSyncOfItsFolderFails) {
+  tree.Write(kDataFile, kOldBytes);
+  platform.Set(Step::SyncFolder);
+  ExpectFailure(&kNewBytes);
+}
+
+// ---- The same in place, for a file with two names.
+
+class SaveFileInPlaceFaults : public SaveFileFaults {
+ public:
+  SaveFileInPlaceFaults() {
+    tree.Write(kDataFile, kOldBytes);
+    fs::create_hard_link(native, tree.Native("c:\\other"));
+  }
+
+  void ExpectRestored(Step step, std::errc fault, std::string_view old) {
+    SCOPED_TRACE(testing::Message() << step << " at " << platform.failAtByte << ' ' << old);
+    tree.Write(kDataFile, old);
+    platform.Set(step, fault);
+    ExpectFailure(&old);
+    EXPECT_EQ(tree.Read("c:\\other"), old);
+    EXPECT_TRUE(fs::equivalent(native, tree.Native("c:\\other")));
+  }
+};
+
+TEST_F(SaveFileInPlaceFaults, AFailedStepRestoresTheOldContent) {
+  const std::string longer(200, 'o');
+  for (const std::string_view old : {kOldBytes, std::string_view(longer), std::string_view("o")}) {
+    for (platform.failAtByte = 0; platform.failAtByte < kNewBytes.size(); ++platform.failAtByte) {
+      ExpectRestored(Step::Write, std::errc::no_space_on_device, old);
+      ExpectRestored(Step::Nothing, std::errc::io_error, old);
+    }
+    for (const Step step : {Step::Open, Step::Cut, Step::Length, Step::Sync, Step::Close}) {
+      ExpectRestored(step, std::errc::io_error, old);
+    }
+  }
+}
+
+TEST_F(SaveFileInPlaceFaults, ADiskThatTakesNotAByteMoreLosesNothing) {
+  platform.always = true;
+  for (const Step step : {Step::Open, Step::Write, Step::Nothing}) {
+    ExpectRestored(step, std::errc::no_space_on_device, kOldBytes);
+    EXPECT_LT(platform.faults, 10) << "tried again without end";
+  }
+}
+
+TEST_F(SaveFileInPlaceFaults, AContentThatCannotBePutBackIsReported) {
+  platform.always = true;
+  platform.failAtByte = 4;
+  for (const Step step :
+       {Step::Write, Step::Nothing, Step::Cut, Step::Length, Step::Sync, Step::Close}) {
+    SCOPED_TRACE(step);
+    tree.Write(kDataFile, kOldBytes);
+    platform.Set(step);
+    const Error error = ErrorOf([] { SaveFile(kDataFile, kNewBytes); });
+    EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
+    EXPECT_EQ(error.Path(), kDataFile);
+    EXPECT_EQ(error.Text(),
+              "Saving failed (Input/output error), and the earlier content could not be put back. "
+              "Keep this screen open, see to the disk and save again.");
+    EXPECT_EQ(platform.opened, 2) << "to save, and to put back";
+    EXPECT_EQ(platform.faults, 2);
+    EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
+    // Saving again, as the message says, succeeds once the disk works.
+    platform.Set(Step::None);
+    SaveFile(kDataFile, kNewBytes);
+    EXPECT_EQ(tree.Read(kDataFile), kNewBytes);
+    EXPECT_EQ(tree.Read("c:\\other"), kNewBytes);
   }
 }
 

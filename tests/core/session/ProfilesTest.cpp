@@ -3,17 +3,23 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/session/Profiles.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "core/session/Version.h"
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
 namespace {
 
+namespace fs = std::filesystem;
+
+using test::Contains;
 using test::Lines;
 using test::TestTree;
 
@@ -40,97 +46,90 @@ struct Roots {
   bool operator==(const Roots&) const = default;
 };
 
-void PrintTo(const Roots& roots, std::ostream* out) {
-  *out << roots.calibration << " | " << roots.stations;
-}
-
 const Roots kDefaults{"c:\\calfactors", "c:\\stations"};
 
-Roots RootsOf(const TestTree& tree, std::string_view bytes) {
-  tree.Write(kIni, bytes);
+Roots ReadRoots() {
   Roots roots;
   ReadProfile(roots.calibration, roots.stations);
   return roots;
 }
 
-TEST(WriteProfile, WritesElevenLinesToTheWindowsDirectory) {
-  const TestTree tree;
-  tree.Write(kIni, std::string(5000, 'x'));
-  EXPECT_EQ(GetWindowsDir(), "c:\\windows");
-  WriteProfile("c:\\calfactors", "d:\\my stations");
-  std::vector<std::string> lines = IniLines("c:\\calfactors", "d:\\my stations");
-  const auto twoDigits = [](int number) {
-    return (number < 10 ? "0" : "") + std::to_string(number);
-  };
-  lines[4] = "SysRevision=A." + twoDigits(kMajorVersion) + "." + twoDigits(kMinorVersion);
-  EXPECT_EQ(tree.Read(kIni), Lines(lines));
-  EXPECT_EQ(tree.Names("c:\\windows"), std::vector<std::string>{"tarvell.ini"});
+Roots RootsOf(const TestTree& tree, std::string_view bytes) {
+  tree.Write(kIni, bytes);
+  return ReadRoots();
 }
 
-TEST(WriteProfile, MakesTheWindowsDirectoryOnAnEmptyDrive) {
+/// The roots of a file with these two lines in the places of the directories.
+Roots RootsOfLines(const TestTree& tree, const std::string& line8, const std::string& line11) {
+  std::vector<std::string> lines = IniLines("", "");
+  lines[7] = line8;
+  lines[10] = line11;
+  return RootsOf(tree, Lines(lines));
+}
+
+TEST(WriteProfile, WritesElevenLinesToTheWindowsDirectoryWhichItMakes) {
   const TestTree tree;
-  WriteProfile("c:\\calfactors", "c:\\stations");
-  EXPECT_TRUE(tree.Exists(kIni));
+  EXPECT_EQ(GetWindowsDir(), "c:\\windows");
+  for (const std::string calibration : {"c:\\a longer directory", "c:\\calfactors"}) {
+    WriteProfile(calibration, "d:\\my stations");
+    std::vector<std::string> lines = IniLines(calibration, "d:\\my stations");
+    lines[4] = "SysRevision=" + RevisionText(kMajorVersion, kMinorVersion);
+    EXPECT_EQ(tree.Read(kIni), Lines(lines));
+    EXPECT_EQ(tree.Names("c:\\windows"), std::vector<std::string>{"tarvell.ini"});
+  }
 }
 
 TEST(ReadProfile, ReadsWhatWasWritten) {
   const TestTree tree;
   tree.MakeFolders("c:\\windows");
   for (const Roots& written :
-       {Roots{"c:\\calfactors", "c:\\stations"}, Roots{"d:\\cal data\\new", "e:\\s"},
-        Roots{"/srv/cal", "/srv/stations"}, Roots{"x", "y"}, Roots{"c:\\a=b;c", "[x]"},
+       {Roots{"d:\\cal data\\new", "/srv/stations"}, Roots{"c:\\a=b;c", "[x]"},
         Roots{"  c:\\leading", "\tc:\\tab"}, Roots{R"(c:\"quoted")", R"("c:\x")"},
         Roots{"c:\\\u00FCber \u03A9", "c:\\\u20AC"}}) {
     WriteProfile(written.calibration, written.stations);
-    EXPECT_TRUE(tree.Read(kIni).ends_with("Dir=" + written.stations + "\r\n"));
-    Roots roots;
-    ReadProfile(roots.calibration, roots.stations);
-    EXPECT_EQ(roots, written);
+    EXPECT_EQ(ReadRoots(), written);
   }
 }
 
-TEST(ReadProfile, GivesTheDefaultsForAMissingFileAndDoesNotMakeIt) {
+TEST(ReadProfile, GivesBothDefaultsForAMissingFileAFolderAndAShortFile) {
   const TestTree tree;
-  Roots roots;
-  ReadProfile(roots.calibration, roots.stations);
-  EXPECT_EQ(roots, kDefaults);
+  EXPECT_EQ(ReadRoots(), kDefaults);
   EXPECT_FALSE(tree.Exists(kIni));
-}
-
-TEST(ReadProfile, GivesBothDefaultsForAShortFile) {
-  const TestTree tree;
   std::vector<std::string> lines = IniLines("d:\\cal", "d:\\sta");
   while (!lines.empty()) {
     lines.pop_back();
     SCOPED_TRACE(lines.size());
     EXPECT_EQ(RootsOf(tree, Lines(lines)), kDefaults);
   }
+  fs::remove(tree.Native(kIni));
+  tree.MakeFolders(kIni);
+  EXPECT_EQ(ReadRoots(), kDefaults);
 }
 
 TEST(ReadProfile, GivesTheDefaultForAnEmptyRoot) {
   const TestTree tree;
-  EXPECT_EQ(RootsOf(tree, Lines(IniLines("", ""))), kDefaults);
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("   ", "   "))), kDefaults);
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("", "d:\\sta"))), (Roots{"c:\\calfactors", "d:\\sta"}));
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\cal", ""))), (Roots{"d:\\cal", "c:\\stations"}));
 }
 
-TEST(ReadProfile, SkipsFourCharactersWhateverTheyAre) {
+TEST(ReadProfile, SkipsFourCharactersWhateverTheyAreAndEndsARootAtANul) {
   const TestTree tree;
-  std::vector<std::string> lines = IniLines("", "");
-  lines[7] = "PathX";
-  lines[10] = "\xC2\xB5\xC2\xB5\xC2\xB5\xC2\xB5Y";
-  EXPECT_EQ(RootsOf(tree, Lines(lines)), (Roots{"X", "Y"}));
-  lines[7] = "Path";
-  lines[10] = "Dir";
-  EXPECT_EQ(RootsOf(tree, Lines(lines)), kDefaults);
+  EXPECT_EQ(RootsOfLines(tree, "PathX", "\xC2\xB5\xC2\xB5\xC2\xB5\xC2\xB5Y"), (Roots{"X", "Y"}));
+  EXPECT_EQ(RootsOfLines(tree, "Path", "Dir"), kDefaults);
+  EXPECT_EQ(RootsOfLines(tree, std::string("Dir=c:\\a  \0junk", 15), std::string("Dir=\0junk", 9)),
+            (Roots{"c:\\a", "c:\\stations"}));
 }
 
-TEST(ReadProfile, EndsARootAtItsCommaAndReadsOnAfterIt) {
+TEST(ReadProfile, CountsItemsWhichACommaEnds) {
   const TestTree tree;
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\cal", "c:\\a,b"))), (Roots{"d:\\cal", "c:\\a"}));
   // The rest of the line counts as an item, so that item 11 is the line "[Stations]".
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("c:\\a,b", "d:\\sta"))), (Roots{"c:\\a", "tions]"}));
+
+  std::vector<std::string> lines = IniLines("d:\\cal", "d:\\sta");
+  lines.insert(lines.begin() + 5, "Remark=1");
+  EXPECT_EQ(RootsOf(tree, Lines(lines)), (Roots{"factors]", "tions]"}));
 }
 
 TEST(DirectoryNotice, SaysWhatTheNextStartReadsInsteadOfADirectoryWithAComma) {
@@ -144,32 +143,14 @@ TEST(DirectoryNotice, SaysWhatTheNextStartReadsInsteadOfADirectoryWithAComma) {
   EXPECT_EQ(StationDirNotice("c:\\a \t,b,c"),
             "The station data directory holds a comma. The next start reads \"c:\\a\" in its "
             "place. Choose one without a comma.");
-  EXPECT_TRUE(CalibrationDirNotice(" ,c").find("reads \"c:\\calfactors\"") != std::string::npos);
+  EXPECT_TRUE(Contains(CalibrationDirNotice(" ,c"), "reads \"c:\\calfactors\""));
   // The notice agrees with what is read.
   const TestTree tree;
   for (const std::string directory : {"c:\\a,b", "c:\\a \t,b,c", " ,c", ",", "c:\\a ,"}) {
     WriteProfile("c:\\cal", directory);
-    Roots roots;
-    ReadProfile(roots.calibration, roots.stations);
-    EXPECT_TRUE(StationDirNotice(directory).find("reads \"" + roots.stations + "\"") !=
-                std::string::npos)
+    EXPECT_TRUE(Contains(StationDirNotice(directory), "reads \"" + ReadRoots().stations + "\""))
         << directory;
   }
-}
-
-TEST(ReadProfile, CountsItemsWhateverTheySay) {
-  const TestTree tree;
-  std::vector<std::string> lines = IniLines("d:\\cal", "d:\\sta");
-  lines.insert(lines.begin() + 5, "Remark=1");
-  EXPECT_EQ(RootsOf(tree, Lines(lines)), (Roots{"factors]", "tions]"}));
-}
-
-TEST(ReadProfile, EndsARootAtANul) {
-  const TestTree tree;
-  std::vector<std::string> lines = IniLines("", "");
-  lines[7] = std::string("Dir=c:\\a  \0junk", 15);
-  lines[10] = std::string("Dir=\0junk", 9);
-  EXPECT_EQ(RootsOf(tree, Lines(lines)), (Roots{"c:\\a", "c:\\stations"}));
 }
 
 // 0xFC and 0x80 are a letter and the Euro sign in Windows-1252, and invalid in UTF-8.
@@ -180,14 +161,6 @@ TEST(ReadProfile, ReadsAFileThatIsNotUtf8AsWindows1252) {
   // One root that is not UTF-8 decides for both.
   EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\\xFC", "d:\\\xC3\xBC"))),
             (Roots{"d:\\\u00FC", "d:\\\u00C3\u00BC"}));
-}
-
-TEST(ReadProfile, GivesTheDefaultsWhereThereIsAFolder) {
-  const TestTree tree;
-  tree.MakeFolders(kIni);
-  Roots roots;
-  ReadProfile(roots.calibration, roots.stations);
-  EXPECT_EQ(roots, kDefaults);
 }
 
 }  // namespace

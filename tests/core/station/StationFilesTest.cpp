@@ -3,17 +3,128 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <utility>
+#include <vector>
 
-#include "core/station/StationFilesStage.h"
+#include "core/files/Paths.h"
+#include "core/station/StationFiles.h"
+#include "support/ErrorOf.h"
+#include "support/SampleInstrument.h"
+#include "support/TestTree.h"
 
 namespace tarvell {
 namespace {
 
-using namespace test;  // NOLINT(google-build-using-namespace)
-
 namespace fs = std::filesystem;
+
+using test::Contains;
+using test::ErrorOf;
+using test::kSampleInstrumentFile;
+using test::Lines;
+using test::SampleInstrument;
+using Names = std::vector<std::string>;
+
+constexpr const char* kRoot = "c:\\stations";
+constexpr const char* kStation = R"(c:\stations\ST1)";
+constexpr const char* kFile = R"(c:\stations\ST1\PX12A)";
+constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
+constexpr std::string_view kOld = "MODEL NUMBER an earlier file, of another length\r\n\r\n\r\n";
+
+/// An instrument with only these fields.
+StationInstrument With(
+    const std::vector<std::pair<std::string StationInstrument::*, std::string>>& fields) {
+  StationInstrument instrument;
+  for (const auto& [field, text] : fields) {
+    instrument.*field = text;
+  }
+  return instrument;
+}
+
+/// The sample with another text in one field.
+StationInstrument SampleWith(std::string StationInstrument::*field, const std::string& text) {
+  StationInstrument instrument = SampleInstrument();
+  instrument.*field = text;
+  return instrument;
+}
+
+/// Every field of `instrument`, in the order of the file.
+Names FieldsOf(const StationInstrument& instrument) {
+  return {instrument.ModelNumber,  instrument.SerialNumber, instrument.AddressType,
+          instrument.Address,      instrument.Station,      instrument.Options,
+          instrument.Availability, instrument.DueDay,       instrument.DueMonth,
+          instrument.DueYear,      instrument.Asset,        instrument.Trace,
+          instrument.Comment,      instrument.CalData};
+}
+
+Names Sorted(Names names) {
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool Load(StationInstrument& instrument) {
+  StoredFile file;
+  return LoadInstrumentFile(kFile, instrument, file);
+}
+
+void Save(const StationInstrument& instrument) {
+  StoredFile file;
+  SaveInstrumentFile(kStation, instrument, file);
+}
+
+class StationFiles : public testing::Test {
+ protected:
+  StationFiles() { tree_.MakeFolders(kStation); }
+
+  /// `instrument` after a file with these bytes was read over it.
+  StationInstrument Loaded(std::string_view bytes, StationInstrument instrument = {}) const {
+    tree_.Write(kFile, bytes);
+    EXPECT_TRUE(Load(instrument));
+    return instrument;
+  }
+  /// The same of one line, followed by one that is never interpreted.
+  StationInstrument LoadedLine(const std::string& line) const {
+    return Loaded(Lines({line, "CAL DATA last"}));
+  }
+
+  /// Reading the instrument's file fails with an error of this kind, and leaves the instrument
+  /// as it was.
+  static Error ExpectUnreadable(ErrorKind kind) {
+    StationInstrument instrument = SampleInstrument();
+    const Error error = ErrorOf([&] { Load(instrument); });
+    EXPECT_EQ(error.Kind(), kind) << error.what();
+    EXPECT_EQ(error.Path(), kFile);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+    return error;
+  }
+
+  /// Saving under this model number fails for the reason `why`, and writes nothing.
+  void ExpectRefusedModel(const std::string& model, const std::string& why) const {
+    SCOPED_TRACE(model);
+    const Names before = tree_.Names(kStation);
+    const Error error = ErrorOf([&] { Save(SampleWith(&StationInstrument::ModelNumber, model)); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Name);
+    EXPECT_TRUE(Contains(error.Text(), why)) << error.Text();
+    EXPECT_EQ(tree_.Names(kStation), before);
+  }
+
+  /// Making a station of this name fails with an error of this kind and for the reason `why`, and
+  /// makes nothing.
+  void ExpectRefusedStation(const std::string& name, ErrorKind kind, const std::string& why) const {
+    SCOPED_TRACE(name);
+    const Names before = tree_.Names(kRoot);
+    const Error error = ErrorOf([&] { MakeStation(kRoot, name); });
+    EXPECT_EQ(error.Kind(), kind) << error.what();
+    EXPECT_TRUE(Contains(error.Text(), why)) << error.Text();
+    EXPECT_EQ(tree_.Names(kRoot), before);
+  }
+
+  test::TestTree tree_;
+};
 
 // ---- Writing an instrument.
 
@@ -34,32 +145,23 @@ TEST_F(StationFiles, WriteAnEmptyFieldAsItsKeywordAndABlank) {
 TEST_F(StationFiles, TrimOnlyThePartsOfTheDueDate) {
   StationInstrument instrument = SampleInstrument();
   instrument.ModelNumber = " PX12A";
-  instrument.SerialNumber = " 12 ";
-  instrument.AddressType = " GPIO ";
-  instrument.Address = " 13 ";
   instrument.DueDay = " 05 ";
   instrument.DueMonth = " MAR ";
   instrument.DueYear = " 2002 ";
   instrument.Comment = "  two  \u00B5W \u20AC ";
   Save(instrument);
-  EXPECT_EQ(tree_.Names(kStation), Names{" PX12A"});
-  EXPECT_EQ(
-      tree_.Read(R"(c:\stations\ST1\ PX12A)"),
-      Lines({"MODEL NUMBER  PX12A", "SERIAL NUMBER  12 ", "ADDRESS TYPE  GPIO ", "ADDRESS  13 ",
-             "STATION rack 2", "OPTIONS 001", "AVAILABILITY yes", "CAL DUE DATE 05 MAR 2002",
-             "ASSET A-77", "TRACE lab 4", "COMMENT   two  \xB5W \x80 ", "CAL DATA own file"}));
+  std::string expected = kSampleInstrumentFile;
+  for (const auto& [old, text] : {std::pair("PX12A", " PX12A"), std::pair("5 MAR", "05 MAR"),
+                                  std::pair("factory", "  two  \xB5W \x80 ")}) {
+    expected.replace(expected.find(old), std::string(old).size(), text);
+  }
+  EXPECT_EQ(tree_.Read(R"(c:\stations\ST1\ PX12A)"), expected);
 }
 
-TEST_F(StationFiles, RefuseAModelNumberThatIsNoFileName) {
-  ExpectRefusedModel("", "it is empty");
-  ExpectRefusedModel("..", "it means a folder itself");
+TEST_F(StationFiles, RefuseAModelNumberThatIsNoFileNameOrTheIndex) {
   ExpectRefusedModel("..\\b", "it holds the character \"\\\"");
-  ExpectRefusedModel("lpt1.x", "it is the name of a device");
-}
-
-TEST_F(StationFiles, RefuseTheNameOfTheIndex) {
   tree_.Write(kIndex, "INDEX\r\n");
-  for (const char* model : {"INDEX", "index", "Index"}) {
+  for (const char* model : {"INDEX", "Index"}) {
     ExpectRefusedModel(model, "it is the name of the station's list of instruments");
     EXPECT_EQ(ErrorOf([&] { DeleteInstrumentFile(kStation, model); }).Kind(), ErrorKind::Name);
   }
@@ -73,13 +175,11 @@ TEST_F(StationFiles, NameACharacterThatTheFileCannotHold) {
         &StationInstrument::Address, &StationInstrument::Station, &StationInstrument::Options,
         &StationInstrument::Availability, &StationInstrument::DueMonth, &StationInstrument::Asset,
         &StationInstrument::Trace, &StationInstrument::Comment, &StationInstrument::CalData}) {
-    StationInstrument instrument = SampleInstrument();
-    instrument.*field = "10 k\u03A9";
-    const Error error = ErrorOf([&] { Save(instrument); });
+    const Error error = ErrorOf([&] { Save(SampleWith(field, "10 k\u03A9")); });
     EXPECT_EQ(error.Kind(), ErrorKind::Character);
     EXPECT_TRUE(Contains(error.Text(), "\u03A9")) << error.Text();
-    instrument.*field = "two\r\nlines";
-    EXPECT_EQ(ErrorOf([&] { Save(instrument); }).Kind(), ErrorKind::Character);
+    EXPECT_EQ(ErrorOf([&] { Save(SampleWith(field, "two\r\nlines")); }).Kind(),
+              ErrorKind::Character);
   }
   EXPECT_EQ(tree_.Read(kFile), kOld);
   EXPECT_EQ(tree_.Names(kStation), Names{"PX12A"});
@@ -107,6 +207,435 @@ TEST_F(StationFiles, TheIndexOfAStationNamesItselfLast) {
   EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\n\xB5W\r\nRT 730.A\r\nINDEX\r\n");
   WriteStationInstrumentIndex(kStation, {});
   EXPECT_EQ(tree_.Read(kIndex), "INDEX\r\n");
+}
+
+// ---- Parsing a line.
+
+struct LineParts {
+  std::string item;
+  std::string keyword;
+  std::string value;
+};
+
+TEST(StationKeywords, SplitALineIntoKeywordAndValue) {
+  const std::vector<LineParts> lines = {{"MODEL NUMBER PX12A", "MODEL NUMBER", "PX12A"},
+                                        {"SERIAL NUMBER", "SERIAL NUMBER", ""},
+                                        {"MODEL OTHER PX12A x", "MODEL OTHER", "PX12A x"},
+                                        {"ADDRESS TYPE GP-IB", "ADDRESS TYPE", "GP-IB"},
+                                        {"ADDRESS 13", "ADDRESS", "13"},
+                                        {"ADDRESS", "ADDRESS", ""},
+                                        {"ADDRESS Type 13", "ADDRESS", "Type 13"},
+                                        {"STATION rack 2", "STATION", "rack 2"},
+                                        {"CAL DUE DATE 5 MAR 2002", "CAL DUE DATE", "5 MAR 2002"},
+                                        {"CAL DUE DATE", "CAL DUE DATE", ""},
+                                        {"CAL DATA own file", "CAL DATA", "own file"},
+                                        {"CAL OTHER WORDS x", "CAL OTHER WORDS", "x"},
+                                        {"  COMMENT \t a\t\tb  ", "COMMENT", "a b"},
+                                        {"COMMENT a\r\nb", "COMMENT", "a b"},
+                                        {"anything else", "anything", "else"},
+                                        {"", "", ""}};
+  for (const LineParts& line : lines) {
+    SCOPED_TRACE(line.item);
+    const KeywordLine parts = ParseKeywordLine(line.item);
+    EXPECT_EQ(parts.keyword, line.keyword);
+    EXPECT_EQ(parts.value, line.value);
+  }
+}
+
+/// `count` words "1", "2" and so on, separated by single blanks.
+std::string Words(int count) {
+  std::string text;
+  for (int i = 1; i <= count; ++i) {
+    text += (i == 1 ? "" : " ") + std::to_string(i);
+  }
+  return text;
+}
+
+TEST(StationKeywords, KeepThirtyWordsOfALine) {
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(29)).value, Words(29));
+  EXPECT_EQ(ParseKeywordLine("COMMENT " + Words(30)).value, Words(29));
+  EXPECT_EQ(ParseKeywordLine("MODEL NUMBER " + Words(30)).value, Words(28));
+  EXPECT_EQ(ParseKeywordLine("CAL DUE DATE " + Words(30)).value, Words(27));
+  EXPECT_EQ(ParseKeywordLine("CAL DATA " + Words(30)).value, Words(28));
+}
+
+TEST(StationKeywords, SetTheirField) {
+  using I = StationInstrument;
+  const std::vector<std::pair<std::string, std::string I::*>> fields = {
+      {"MODEL NUMBER", &I::ModelNumber},
+      {"SERIAL NUMBER", &I::SerialNumber},
+      {"ADDRESS TYPE", &I::AddressType},
+      {"ADDRESS", &I::Address},
+      {"STATION", &I::Station},
+      {"OPTIONS", &I::Options},
+      {"AVAILABILITY", &I::Availability},
+      {"ASSET", &I::Asset},
+      {"TRACE", &I::Trace},
+      {"COMMENT", &I::Comment},
+      {"CAL DATA", &I::CalData}};
+  for (const auto& [keyword, field] : fields) {
+    SCOPED_TRACE(keyword);
+    I instrument = SampleInstrument();
+    I expected = SampleInstrument();
+    expected.*field = "new text";
+    ApplyKeywordLine({keyword, "new text"}, instrument);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
+    ApplyKeywordLine({keyword, ""}, instrument);
+    EXPECT_EQ(instrument.*field, keyword == "ADDRESS TYPE" ? "NONE" : "");
+  }
+}
+
+TEST(StationKeywords, OfNoFieldAreIgnored) {
+  for (const char* keyword : {"model number", "Model Number", "MODEL", "MODEL ", "NUMBER",
+                              "ADDRESS  TYPE", "CAL", "CAL DUE", "CAL DUE DAY", "INDEX", ""}) {
+    SCOPED_TRACE(keyword);
+    StationInstrument instrument = SampleInstrument();
+    ApplyKeywordLine({keyword, "x"}, instrument);
+    EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+  }
+}
+
+TEST(StationKeywords, RenameTheOldAddressType) {
+  const std::vector<std::pair<std::string, std::string>> types = {
+      {"QZ-IB", "GP-IB"}, {"", "NONE"}, {"qz-ib", "qz-ib"}, {"QZ-IB 2", "QZ-IB 2"}};
+  for (const auto& [value, type] : types) {
+    SCOPED_TRACE(value);
+    StationInstrument instrument = SampleInstrument();
+    ApplyKeywordLine({"ADDRESS TYPE", value}, instrument);
+    EXPECT_EQ(instrument.AddressType, type);
+  }
+}
+
+TEST(StationKeywords, SetThePartsOfTheDueDate) {
+  const std::vector<std::pair<std::string, Names>> dates = {
+      {"05 MAR 2002", {"5", "MAR", "2002"}},
+      {"31 APR 02002", {"31", "APR", "2002"}},
+      {"1 1 2000", {"1", "1", "2000"}},
+      {"5th Mar 2002x", {"5", "Mar", "2002"}},
+      {"x MAR y", {"0", "MAR", "0"}},
+      {"5 MAR", {"5", "MAR", "0"}},
+      {"5", {"5", "", "0"}},
+      {"5 MAR 2002 12:00", {"5", "MAR", "2002"}},
+      {"", {"1", "1", "2000"}}};
+  for (const auto& [value, parts] : dates) {
+    StationInstrument instrument;
+    ApplyKeywordLine({"CAL DUE DATE", value}, instrument);
+    EXPECT_EQ((Names{instrument.DueDay, instrument.DueMonth, instrument.DueYear}), parts) << value;
+  }
+}
+
+// ---- Reading an instrument.
+
+TEST_F(StationFiles, ReadEveryFieldButTheLastFromAFileOfTheProgram) {
+  Save(SampleInstrument());
+  StationInstrument instrument;
+  instrument.CalData = "as it was";
+  EXPECT_TRUE(Load(instrument));
+  StationInstrument expected = SampleInstrument();
+  expected.CalData = "as it was";
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(expected));
+}
+
+TEST_F(StationFiles, DoNotInterpretTheLastItem) {
+  StationInstrument withoutSerialNumber = SampleInstrument();
+  withoutSerialNumber.SerialNumber.clear();
+  for (const char* bytes : {"COMMENT x\r\n", "COMMENT x", "\r\n"}) {
+    SCOPED_TRACE(bytes);
+    EXPECT_EQ(FieldsOf(Loaded(bytes, SampleInstrument())), FieldsOf(withoutSerialNumber));
+  }
+}
+
+TEST_F(StationFiles, ReadTheSerialNumberOnlyFromTheFile) {
+  for (const auto& [lines, serial] :
+       {std::pair("SERIAL NUMBER 1234\r\nMODEL NUMBER PX13A\r\nMODEL NUMBER PX12A\r\nx", "1234"),
+        std::pair("MODEL NUMBER PX13A\r\nx", "")}) {
+    EXPECT_EQ(Loaded(lines, SampleInstrument()).SerialNumber, serial);
+  }
+}
+
+TEST_F(StationFiles, EndAValueAtAComma) {
+  EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a,b")),
+            FieldsOf(With({{&StationInstrument::Comment, "a"}})));
+  // The text after the comma is an item of its own.
+  EXPECT_EQ(FieldsOf(LoadedLine("COMMENT a, ASSET b")),
+            FieldsOf(With({{&StationInstrument::Asset, "b"}, {&StationInstrument::Comment, "a"}})));
+  // The text after the comma is the last item, which is not interpreted.
+  EXPECT_EQ(Loaded("COMMENT x\r\nCAL DATA own,file\r\n").CalData, "own");
+  EXPECT_EQ(LoadedLine("\"COMMENT a, b\" rest").Comment, "a, b");
+  // A quote within an item is an ordinary character.
+  EXPECT_EQ(LoadedLine("COMMENT \"a, b\"").Comment, "\"a");
+}
+
+TEST_F(StationFiles, RefuseAValueThatWouldBeReadAsAnotherLineAfterItsComma) {
+  tree_.Write(kFile, kOld);
+  for (const char* value :
+       {"a, STATION b", "a,b,\tASSET c", "a,ADDRESS TYPE GPIO", "a, CAL DUE DATE", "a,COMMENT",
+        "a, \"STATION b\"", "a, \"b\", TRACE", "a, \"b", "a,b,\"c, d"}) {
+    for (std::string StationInstrument::*field :
+         {&StationInstrument::Comment, &StationInstrument::CalData}) {
+      const Error error = ErrorOf([&, text = value] { Save(SampleWith(field, text)); });
+      EXPECT_EQ(error.Kind(), ErrorKind::Character) << value;
+      EXPECT_TRUE(Contains(error.what(), value)) << error.what();
+    }
+  }
+  EXPECT_EQ(tree_.Read(kFile), kOld);
+}
+
+TEST_F(StationFiles, AcceptAnyOtherTextAfterAComma) {
+  for (const char* value : {"a, b", "a, b \"c\"", "a, \"b, STATION c\" d", "a,", ",",
+                            "a, station b", "a, MODEL b", "a,CAL"}) {
+    Save(SampleWith(&StationInstrument::Comment, value));
+    EXPECT_TRUE(Contains(tree_.Read(kFile), std::string("\r\nCOMMENT ") + value + "\r\n")) << value;
+  }
+}
+
+TEST_F(StationFiles, LeaveTheInstrumentAsItWasWhenItsFileCannotBeRead) {
+  (void)ExpectUnreadable(ErrorKind::NotFound);
+  tree_.Write(kFile, "COMMENT other\r\nCAL DUE DATE 1E999 MAR 2002\r\nx\r\n");
+  EXPECT_EQ(ExpectUnreadable(ErrorKind::Type).Line(), 2);
+  tree_.Write(kFile, "");
+  StationInstrument instrument = SampleInstrument();
+  EXPECT_FALSE(Load(instrument));
+  EXPECT_EQ(FieldsOf(instrument), FieldsOf(SampleInstrument()));
+}
+
+// ---- The due date's check.
+
+TEST(StationDueDate, MustExist) {
+  struct Row {
+    const char* day;
+    const char* month;
+    const char* year;
+    bool exists;
+  };
+  const std::vector<Row> rows = {
+      {" 05 ", "MAR", " 2002 ", true}, {"31", "APR", "2002", false}, {"30", "APR", "2002", true},
+      {"29", "FEB", "1900", false},    {"1", "", "2000", false},     {"1", "jan", "2000", false},
+      {"1", " JAN", "2000", false},    {"x", "JAN", "2000", false},  {"5x", "MAR", "2002y", true}};
+  const auto dueOn = [](const std::string& day, const std::string& month, const std::string& year) {
+    return With({{&StationInstrument::DueDay, day},
+                 {&StationInstrument::DueMonth, month},
+                 {&StationInstrument::DueYear, year}});
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(HasValidDueDate(dueOn(row.day, row.month, row.year)), row.exists)
+        << row.day << " " << row.month << " " << row.year;
+  }
+  for (const auto& [day, year] : {std::pair("5", "32768"), std::pair("99999", "2002")}) {
+    const StationInstrument instrument = dueOn(day, "MAR", year);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(HasValidDueDate(instrument)); }).Kind(),
+              ErrorKind::Type);
+  }
+}
+
+// ---- What will not be read back.
+
+struct ReadBackCase {
+  std::string StationInstrument::*field;
+  std::string value;
+  std::string readBack;
+  std::string notice;
+};
+
+TEST_F(StationFiles, ReportAValueThatIsReadBackDifferently) {
+  using I = StationInstrument;
+  const std::string comma = " only: a comma ends it. Write it without a comma.";
+  const std::string words = " only: a line holds 30 words, its keyword included. Shorten it.";
+  const std::string blanks = ": blanks at its beginning and runs of blanks are not kept.";
+  const std::vector<ReadBackCase> cases = {
+      {&I::ModelNumber, "PX12A,b", "PX12A", "MODEL NUMBER will be read back as \"PX12A\"" + comma},
+      {&I::Comment, "1 ,2, 3", "1", "COMMENT will be read back as \"1\"" + comma},
+      {&I::Comment, Words(30), Words(29),
+       "COMMENT will be read back as \"... 17 18 19 20 21 22 23 24 25 26 27 28 29\"" + words},
+      {&I::SerialNumber, Words(29), Words(28),
+       "SERIAL NUMBER will be read back as \"... 16 17 18 19 20 21 22 23 24 25 26 27 28\"" + words},
+      {&I::Trace, " lab  4", "lab 4", "TRACE will be read back as \"lab 4\"" + blanks},
+      {&I::AddressType, "", "NONE", "ADDRESS TYPE will be read back as \"NONE\"."},
+      {&I::AddressType, "QZ-IB", "GP-IB", "ADDRESS TYPE will be read back as \"GP-IB\"."},
+      {&I::Address, "TYPE 5", "",
+       "ADDRESS will be read back as the ADDRESS TYPE \"5\", because it "
+       "begins with \"TYPE\". Write it another way."},
+      {&I::DueDay, "5 x", "5",
+       "CAL DUE DATE will be read back as \"5 x 0\". Write its day and its "
+       "year as numbers only."},
+      {&I::DueYear, "20 02", "20",
+       "CAL DUE DATE will be read back as \"5 MAR 20\". Write its day "
+       "and its year as numbers only."}};
+  for (const ReadBackCase& each : cases) {
+    SCOPED_TRACE(each.value);
+    const I instrument = SampleWith(each.field, each.value);
+    const auto notices = ReadBackNotices(instrument);
+    ASSERT_EQ(notices.size(), 1U);
+    EXPECT_EQ(notices[0].field, each.field);
+    EXPECT_EQ(notices[0].text, each.notice);
+    // The notice agrees with what is read.
+    Save(instrument);
+    StoredFile file;
+    I read;
+    ASSERT_TRUE(LoadInstrumentFile(Joined(kStation, instrument.ModelNumber), read, file));
+    EXPECT_EQ(read.*(each.field), each.readBack);
+  }
+}
+
+TEST_F(StationFiles, ReportADueDateThatMakesTheFileUnreadable) {
+  const StationInstrument instrument = SampleWith(&StationInstrument::DueDay, "5 x 1E999");
+  ASSERT_TRUE(HasValidDueDate(instrument));
+  const auto notices = ReadBackNotices(instrument);
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(
+      notices[0].text,
+      "CAL DUE DATE will make the file unreadable. Write its day and its year as numbers only.");
+  Save(instrument);
+  (void)ExpectUnreadable(ErrorKind::Type);
+}
+
+TEST_F(StationFiles, ReportNothingThatIsReadBackAsItIs) {
+  using I = StationInstrument;
+  EXPECT_TRUE(ReadBackNotices(SampleInstrument()).empty());
+  const std::vector<std::pair<std::string I::*, std::string>> values = {
+      {&I::Comment, Words(29)}, {&I::SerialNumber, Words(28)}, {&I::Comment, "own "},
+      {&I::Comment, ""},        {&I::Comment, "\"a\" b"},      {&I::Address, "Type 5"},
+      {&I::DueDay, " 05"},      {&I::DueYear, "2002 "},        {&I::CalData, "a, b  c"},
+      {&I::DueDay, ""},         {&I::DueYear, "99999"},        {&I::Comment, "caf\u00E9 \u20AC"}};
+  for (const auto& [field, value] : values) {
+    EXPECT_TRUE(ReadBackNotices(SampleWith(field, value)).empty()) << value;
+  }
+  // A day that does not exist.
+  I instrument = SampleWith(&I::DueDay, "31 x");
+  instrument.DueMonth = "APR";
+  EXPECT_TRUE(ReadBackNotices(instrument).empty());
+  EXPECT_TRUE(ReadBackNotices(With({{&I::AddressType, "NONE"}, {&I::DueMonth, "JAN"}})).empty());
+}
+
+// ---- Lists.
+
+TEST_F(StationFiles, ListEveryNameWithoutADotAsAStation) {
+  tree_.MakeFolders("c:\\stations\\rack 2");
+  tree_.MakeFolders("c:\\stations\\with.dot");
+  tree_.Write("c:\\stations\\NOTES", "x");
+  tree_.Write("c:\\stations\\notes.txt", "x");
+  tree_.Write("c:\\stations\\INDEX", "x");
+  fs::create_directory_symlink(tree_.Native("c:\\"), tree_.Native("c:\\stations\\LINK"));
+  EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"LINK", "NOTES", "ST1", "rack 2"}));
+}
+
+TEST_F(StationFiles, LeaveOutOnlyTheIndexThatSavingWouldReplace) {
+  tree_.MakeFolders("c:\\stations\\index");
+  EXPECT_EQ(Sorted(ListStations(kRoot)), (Names{"ST1", "index"}));
+  tree_.Write(R"(c:\stations\ST1\Index)", "x");
+  tree_.Write(kFile, "x");
+  EXPECT_EQ(ListInstruments(kStation), Names{"PX12A"});
+  tree_.Write(kIndex, "x");
+  EXPECT_EQ(Sorted(ListInstruments(kStation)), (Names{"Index", "PX12A"}));
+}
+
+TEST_F(StationFiles, ListEveryOrdinaryFileAsAnInstrument) {
+  tree_.Write(kFile, "x");
+  tree_.Write(R"(c:\stations\ST1\PX13A.old)", "x");
+  tree_.Write(R"(c:\stations\ST1\No Model)", "x");
+  tree_.Write(kIndex, "x");
+  tree_.MakeFolders(R"(c:\stations\ST1\folder)");
+  ASSERT_EQ(::mkfifo(tree_.Native(R"(c:\stations\ST1\pipe)").c_str(), 0600), 0);
+  EXPECT_EQ(Sorted(ListInstruments(kStation)), (Names{"No Model", "PX12A", "PX13A.old"}));
+}
+
+TEST_F(StationFiles, ReportAMissingFolder) {
+  for (const char* folder : {R"(c:\stations\GONE)", R"(c:\gone)"}) {
+    for (const auto& list : {ListStations, ListInstruments}) {
+      const Error error = ErrorOf([&] { static_cast<void>(list(folder)); });
+      EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+      EXPECT_EQ(error.Path(), folder);
+      EXPECT_TRUE(Contains(error.Text(), "Cannot list the folder")) << error.Text();
+    }
+    EXPECT_EQ(ErrorOf([&] { DeleteAllInstrumentFiles(folder); }).Kind(), ErrorKind::NotFound);
+  }
+}
+
+// ---- Making a station.
+
+TEST_F(StationFiles, MakeAFolderForAStation) {
+  for (const char* name : {" rack 2", "Caf\u00E9"}) {
+    MakeStation(kRoot, name);
+    EXPECT_TRUE(fs::is_empty(tree_.Native(kRoot) / name));
+  }
+  EXPECT_EQ(tree_.Names(kRoot), (Names{" rack 2", "Caf\u00E9", "ST1"}));
+}
+
+TEST_F(StationFiles, RefuseAStationThatIsNoFolderNameOrExists) {
+  tree_.Write("c:\\stations\\NOTES", "x");
+  ExpectRefusedStation("../up", ErrorKind::Name, "it holds the character \"/\"");
+  ExpectRefusedStation(std::string(300, 'x'), ErrorKind::Name, "its name is too long");
+  ExpectRefusedStation("10 k\u03A9", ErrorKind::Character, "\u03A9");
+  for (const char* name : {"ST1", "st1", "notes"}) {
+    ExpectRefusedStation(name, ErrorKind::Name, "there is one of this name already");
+  }
+}
+
+TEST_F(StationFiles, RefuseAStationThatNoListWouldShow) {
+  ExpectRefusedStation("rack.2", ErrorKind::Name,
+                       "The station name \"rack.2\" holds the character \".\": the station list "
+                       "would never show it");
+  for (const std::string name : {"INDEX", "Index"}) {
+    ExpectRefusedStation(name, ErrorKind::Name,
+                         "The station name \"" + name + "\" is the name of the list of stations");
+  }
+}
+
+TEST_F(StationFiles, MakeNoRoot) {
+  const Error error = ErrorOf([] { MakeStation("c:\\gone", "ST1"); });
+  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+  EXPECT_FALSE(tree_.Exists("c:\\gone"));
+}
+
+// ---- Deleting.
+
+TEST_F(StationFiles, DeleteOneInstrumentOrNothing) {
+  tree_.Write(kFile, "x");
+  tree_.Write(R"(c:\stations\ST1\PX13A)", "x");
+  tree_.Write(kIndex, "x");
+  DeleteInstrumentFile(kStation, "PX12A");
+  EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A"}));
+  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, "PX12A"));
+  EXPECT_NO_THROW(DeleteInstrumentFile(kStation, std::string(300, 'P')));
+  tree_.MakeFolders(R"(c:\stations\ST1\folder)");
+  EXPECT_EQ(ErrorOf([] { DeleteInstrumentFile(kStation, "folder"); }).Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A", "folder"}));
+}
+
+TEST_F(StationFiles, DeleteALinkAndKeepWhatItLeadsTo) {
+  tree_.Write(R"(c:\other\PX12A)", kOld);
+  for (const fs::path& target : {tree_.Native(R"(c:\other\PX12A)"), fs::path("nowhere")}) {
+    fs::create_symlink(target, tree_.Native(kFile));
+    DeleteInstrumentFile(kStation, "PX12A");
+    EXPECT_EQ(tree_.Names(kStation), Names{});
+  }
+  EXPECT_EQ(tree_.Read(R"(c:\other\PX12A)"), kOld);
+}
+
+TEST_F(StationFiles, DeleteNothingOutsideTheStation) {
+  tree_.Write("c:\\stations\\NOTES", "x");
+  for (const char* model : {"", "..", "..\\NOTES", "../NOTES", "PX12?"}) {
+    SCOPED_TRACE(model);
+    EXPECT_EQ(ErrorOf([&] { DeleteInstrumentFile(kStation, model); }).Kind(), ErrorKind::Name);
+  }
+  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
+}
+
+TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
+  tree_.Write(kFile, "x");
+  tree_.Write(R"(c:\stations\ST1\PX13A.old)", "x");
+  tree_.Write(kIndex, "x");
+  tree_.Write(R"(c:\stations\ST1\folder\inside)", "x");
+  tree_.Write(R"(c:\other\PX60G)", kOld);
+  tree_.Write("c:\\stations\\NOTES", "x");
+  fs::create_symlink(tree_.Native(R"(c:\other\PX60G)"), tree_.Native(R"(c:\stations\ST1\PX60G)"));
+  fs::create_directory_symlink(tree_.Native("c:\\other"), tree_.Native(R"(c:\stations\ST1\away)"));
+  DeleteAllInstrumentFiles(kStation);
+  EXPECT_EQ(tree_.Names(kStation), (Names{"away", "folder"}));
+  EXPECT_EQ(tree_.Names(R"(c:\stations\ST1\folder)"), Names{"inside"});
+  EXPECT_EQ(tree_.Read(R"(c:\other\PX60G)"), kOld);
+  EXPECT_EQ(tree_.Names("c:\\other"), Names{"PX60G"});
+  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
 }
 
 }  // namespace

@@ -10,14 +10,12 @@
 
 #include "core/station/StationFiles.h"
 #include "core/station/StationIndex.h"
-#include "support/AnotherProcess.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
 namespace {
 
 using Names = std::vector<std::string>;
-using test::InAnotherProcess;
 
 constexpr const char* kRoot = R"(c:\stations)";
 constexpr const char* kStation = R"(c:\stations\ST1)";
@@ -53,57 +51,44 @@ class StationIndexFile : public testing::Test {
   void AddFile(const std::string& name) const {
     tree_.Write(std::string(kStation) + "\\" + name, "MODEL NUMBER " + name + "\r\n");
   }
-  static void Delete(const std::string& name) { DeleteInstrumentFile(kStation, name); }
 
   test::TestTree tree_;
 };
 
-TEST_F(StationIndexFile, KeepsWhatAnotherProcessAddedMeanwhile) {
+TEST_F(StationIndexFile, KeepsWhatAnotherUserAddedMeanwhile) {
   AddFile("PX12A");
   Visit mine;
-  InAnotherProcess([&] {
-    const Visit other;
-    AddFile("PX60H");
-    other.Leave();
-  });
-  ASSERT_EQ(tree_.Read(kIndex), "PX12A\r\nPX60H\r\nINDEX\r\n");
+  const Visit other;
+  AddFile("PX60H");
+  other.Leave();
   mine.shown.emplace_back("RT730A");  // added, not saved
   mine.Leave();
   EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nRT730A\r\nPX60H\r\nINDEX\r\n");
 }
 
-TEST_F(StationIndexFile, KeepsWhatAnotherProcessAddedAndDidNotSave) {
+TEST_F(StationIndexFile, KeepsWhatAnotherUserAddedAndDidNotSave) {
   tree_.Write(kIndex, "GONE\r\nINDEX\r\n");
   const Visit mine;
-  InAnotherProcess([&] {
-    Visit other;
-    other.shown.emplace_back("caf\u00E9");
-    other.Leave();
-  });
+  Visit other;
+  other.shown.emplace_back("caf\u00E9");
+  other.Leave();
   ASSERT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n");
   mine.Leave();
   EXPECT_EQ(tree_.Read(kIndex), "caf\xE9\r\nINDEX\r\n")
       << "an entry from before both visits does not come back";
 }
 
-TEST_F(StationIndexFile, DoesNotRestoreWhatThisUserDeleted) {
-  AddFile("PX12A");
-  AddFile("PX60H");
+TEST_F(StationIndexFile, DropsWhatThisOrAnotherUserDeleted) {
+  for (const char* name : {"PX12A", "PX60H", "RT730A"}) {
+    AddFile(name);
+  }
   Visit mine;
-  InAnotherProcess([&] { Visit().Leave(); });
-  Delete("PX60H");
+  Visit().Leave();
+  DeleteInstrumentFile(kStation, "PX60H");
   mine.List();
+  DeleteInstrumentFile(kStation, "PX12A");
   mine.Leave();
-  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
-}
-
-TEST_F(StationIndexFile, DropsWhatSomebodyElseDeletedMeanwhile) {
-  AddFile("PX12A");
-  AddFile("PX60H");
-  const Visit mine;
-  InAnotherProcess([&] { Delete("PX12A"); });
-  mine.Leave();
-  EXPECT_EQ(tree_.Read(kIndex), "PX60H\r\nINDEX\r\n");
+  EXPECT_EQ(tree_.Read(kIndex), "RT730A\r\nINDEX\r\n");
 }
 
 TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndADuplicateEntry) {
@@ -115,16 +100,14 @@ TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndADuplicateEntry) {
   EXPECT_EQ(tree_.Read(kIndex), "B\r\nA\r\nB\r\nINDEX\r\n");
 }
 
-TEST_F(StationIndexFile, OfTheRootKeepsTheStationsThatAnotherProcessMade) {
+TEST_F(StationIndexFile, OfTheRootKeepsTheStationsThatAnotherUserMade) {
   StationIndex index;
   index.Begin(kRoot);
   const Names shown = ListStations(kRoot);
   index.WasListed(shown);
   ASSERT_EQ(shown, Names{"ST1"});
-  InAnotherProcess([&] {
-    MakeStation(kRoot, "ST2");
-    WriteStationIndex(kRoot, {"ST1", "ST2"});
-  });
+  MakeStation(kRoot, "ST2");
+  WriteStationIndex(kRoot, {"ST1", "ST2"});
   EXPECT_EQ(index.Merged(shown, ListStations(kRoot)), (Names{"ST1", "ST2"}));
 }
 
