@@ -32,14 +32,14 @@ std::filesystem::path FromQt(const QString& name) {
 /// The two folders of a desktop's trash.
 struct TrashFolders {
   std::filesystem::path files;
-  std::filesystem::path info;  ///< says of each entry of `files` where it came from
+  std::filesystem::path info;  ///< where each entry of `files` came from
 };
 
 std::filesystem::path InfoOf(const TrashFolders& trash, const std::filesystem::path& name) {
   return trash.info / (name.string() + ".trashinfo");
 }
 
-/// The trash in the user's home; nothing where there is none and none can be made.
+/// The trash in the user's home; nullopt if it does not exist and cannot be made.
 std::optional<TrashFolders> HomeTrash() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
   const std::filesystem::path trash = FromQt(data) / "Trash";
@@ -55,8 +55,8 @@ std::optional<TrashFolders> HomeTrash() {
 // Leaves room for a number and an ending in the longest name that a file can have.
 constexpr qsizetype kNameBytesLimit = 200;
 
-/// Whether the toolkit can move an entry of this name. It does not recognize a name that is not
-/// UTF-8, and searches endlessly for a free place for one that is too long.
+/// Whether the toolkit can move an entry of this name. It does not find an entry whose name is not
+/// UTF-8. For a name that is too long, it never stops looking for a free place.
 bool TakesName(const std::string& name) {
   const QByteArray bytes = QByteArray::fromStdString(name);
   return bytes.size() <= kNameBytesLimit && QFile::encodeName(QFile::decodeName(bytes)) == bytes;
@@ -93,7 +93,7 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   if (!CurrentPlatform().Replace(from, to)) {
     return {};
   }
-  // The trash is on another disk.
+  // The trash may be on another disk.
   std::error_code code = Copy(from, to);
   if (!code) {
     std::filesystem::remove_all(from, code);
@@ -101,7 +101,7 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   return code;
 }
 
-/// Copies a file and returns when the copy is on the disk: the file is about to be replaced.
+/// Copies a file and waits until the copy is on the disk, because the file is about to be replaced.
 std::error_code CopyForGood(const std::filesystem::path& from, const std::filesystem::path& to) {
   std::string bytes;
   std::error_code code = ReadNativeFile(from, bytes);
@@ -121,8 +121,8 @@ std::error_code CopyForGood(const std::filesystem::path& from, const std::filesy
   return code;
 }
 
-/// Moves or copies an entry to a free place in the trash by `take`. The toolkit cannot copy into
-/// the trash, and does not move entries with odd names or, sometimes, from another disk.
+/// Puts an entry into the trash under a free name; `take` moves or copies it. The toolkit cannot do
+/// this: it never copies, and it does not move every name, nor always from another disk.
 std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders& trash,
                           std::error_code (*take)(const std::filesystem::path& from,
                                                   const std::filesystem::path& to)) {
@@ -157,7 +157,7 @@ std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   if (const std::error_code code = Facts(path, facts)) {
     return code;
   }
-  // The trash would follow a link.
+  // The toolkit would follow a link.
   if (facts.isLink) {
     return RemoveFile(path);
   }

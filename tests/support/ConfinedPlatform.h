@@ -14,8 +14,8 @@
 
 namespace tarvell::test {
 
-/// The desktop's platform without access to anything outside one folder. That is the current folder
-/// while it lives.
+/// The desktop's platform without the steps that read or change anything outside one folder. That
+/// is the current folder while it lives.
 class ConfinedPlatform final : public DesktopTestPlatform {
  public:
   ConfinedPlatform(const std::filesystem::path& root, const std::filesystem::path& programFolder)
@@ -39,13 +39,6 @@ class ConfinedPlatform final : public DesktopTestPlatform {
                                             std::unique_ptr<OutputFile>& file) override {
     return MayUse(path) ? DesktopTestPlatform::OpenInPlace(path, file) : Refusal();
   }
-  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
-                                        const std::filesystem::path& to) override {
-    return MayUse(from) && MayUse(to) ? DesktopTestPlatform::Replace(from, to) : Refusal();
-  }
-  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override {
-    return MayUse(folder) ? DesktopTestPlatform::SyncFolder(folder) : Refusal();
-  }
   [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::RemoveFile(path) : Refusal();
   }
@@ -57,9 +50,6 @@ class ConfinedPlatform final : public DesktopTestPlatform {
                                              std::filesystem::path& resolved) override {
     return MayUse(path) ? DesktopTestPlatform::ResolveLinks(path, resolved) : Refusal();
   }
-  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override {
-    return MayUse(folder) && DesktopTestPlatform::MayChange(folder);
-  }
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::MakeFolder(path) : Refusal();
   }
@@ -69,9 +59,6 @@ class ConfinedPlatform final : public DesktopTestPlatform {
   }
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
     return MayUse(path) ? DesktopTestPlatform::Recycle(path) : Refusal();
-  }
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
-    return MayUse(path) ? DesktopTestPlatform::RecycleCopy(path) : Refusal();
   }
 
  private:

@@ -23,9 +23,8 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <cstdlib>
 #include <iostream>
+#include <unistd.h>
 #include <utility>
 
 #include "screens/main/frmMain.h"
@@ -34,7 +33,7 @@ namespace tarvell::test {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience(30);
+constexpr unsigned kPatience = 30;  // s
 constexpr std::size_t kTrailLength = 20;
 
 const std::array<Qt::Key, 32> kKeys = {
@@ -103,44 +102,12 @@ void SendMouse(QWidget* control, QEvent::Type type, const QPoint& at, Qt::MouseB
 
 }  // namespace
 
-Watchdog::Watchdog(std::function<std::string()> report)
-    : report_(std::move(report)), thread_([this] { Watch(); }) {}
-
-Watchdog::~Watchdog() {
-  {
-    const std::scoped_lock lock(mutex_);
-    ended_ = true;
-  }
-  changed_.notify_all();
-  thread_.join();
-}
-
-void Watchdog::Progress() {
-  const std::scoped_lock lock(mutex_);
-  ++progress_;
-}
-
-void Watchdog::Watch() {
-  std::unique_lock lock(mutex_);
-  while (!ended_) {
-    const std::uint64_t before = progress_;
-    changed_.wait_for(lock, kPatience, [&] { return ended_; });
-    if (!ended_ && progress_ == before) {
-      std::cerr << "The program hangs. " << report_() << std::endl;
-      std::abort();
-    }
-  }
-}
-
 Monkey::Monkey(unsigned seed, int actions, MonkeyPlaces places, IsKnownMessage isKnown)
     : seed_(seed),
       wanted_(actions),
       places_(std::move(places)),
       isKnown_(std::move(isKnown)),
-      random_(seed),
-      watchdog_([this] { return Trail(); }) {}
-
-Monkey::~Monkey() = default;
+      random_(seed) {}
 
 void Monkey::Run() {
   const bool quits = QApplication::quitOnLastWindowClosed();
@@ -148,6 +115,7 @@ void Monkey::Run() {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::clipboard()->clear();
   running_ = true;
+  ::alarm(kPatience);
   QTimer::singleShot(0, &context_, [this] { Tick(); });
   while (done_ < wanted_ && unknown_.empty()) {
     frmMain menu;
@@ -160,6 +128,7 @@ void Monkey::Run() {
     menu_ = nullptr;
   }
   running_ = false;
+  ::alarm(0);
   QApplication::setQuitOnLastWindowClosed(quits);
 }
 
@@ -181,7 +150,7 @@ void Monkey::Tick() {
     return;
   }
   ++done_;
-  watchdog_.Progress();
+  ::alarm(kPatience);
   Act(*top);
 }
 
@@ -358,11 +327,9 @@ void Monkey::PressButton(QWidget& top) {
 }
 
 void Monkey::FillBox(QWidget& top) {
-  const auto boxes = Usable<QLineEdit>(top);
-  if (boxes.empty()) {
-    return;
+  if (const auto boxes = Usable<QLineEdit>(top); !boxes.empty()) {
+    FillBox(*AnyOf(boxes), AnyText());
   }
-  FillBox(*AnyOf(boxes), AnyText());
 }
 
 void Monkey::FillBox(QWidget& box, const QString& text) {
@@ -408,13 +375,11 @@ void Monkey::ChooseTab(QWidget& top) {
 }
 
 void Monkey::ChooseEntry(QWidget& top) {
-  const auto lists = Usable<QComboBox>(top);
-  if (lists.empty()) {
-    return;
+  if (const auto lists = Usable<QComboBox>(top); !lists.empty()) {
+    QComboBox& list = *AnyOf(lists);
+    Note("open " + Describe(list));
+    Click(list, QPoint(list.width() - 5, list.height() / 2));
   }
-  QComboBox& list = *AnyOf(lists);
-  Note("open " + Describe(list));
-  Click(list, QPoint(list.width() - 5, list.height() / 2));
 }
 
 void Monkey::ClickSomewhere(QWidget& top) {
@@ -578,15 +543,13 @@ void Monkey::Note(const std::string& action) {
   if (traced) {
     std::cerr << done_ << ": " << action << '\n';
   }
-  const std::scoped_lock lock(trailMutex_);
   trail_.push_back(std::to_string(done_) + ": " + action);
   if (trail_.size() > kTrailLength) {
     trail_.pop_front();
   }
 }
 
-std::string Monkey::Trail() {
-  const std::scoped_lock lock(trailMutex_);
+std::string Monkey::Trail() const {
   std::string text = "Seed " + std::to_string(seed_) + "; the last actions:\n";
   for (const std::string& action : trail_) {
     text += "  " + action + "\n";

@@ -10,15 +10,10 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <condition_variable>
-#include <cstddef>
-#include <cstdint>
 #include <deque>
 #include <functional>
-#include <mutex>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarvell {
@@ -26,28 +21,6 @@ class frmMain;
 }
 
 namespace tarvell::test {
-
-/// Ends the process with the text that `report` returns when there is no progress for too long. Its
-/// own thread also finds an endless loop.
-class Watchdog {
- public:
-  explicit Watchdog(std::function<std::string()> report);
-  Watchdog(const Watchdog&) = delete;
-  Watchdog& operator=(const Watchdog&) = delete;
-  ~Watchdog();
-
-  void Progress();
-
- private:
-  void Watch();
-
-  std::function<std::string()> report_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::uint64_t progress_ = 0;
-  bool ended_ = false;
-  std::thread thread_;  ///< last: it uses the others
-};
 
 /// Valid inputs, without which the Monkey would hardly get past the main menu.
 struct MonkeyPlaces {
@@ -59,7 +32,8 @@ struct MonkeyPlaces {
 
 /// Uses the whole program at random: keys, clicks, wheel, clipboard, closing and resizing windows.
 /// The same seed gives the same actions. When the program ends, it is started again, until all
-/// actions are done.
+/// actions are done. A program that hangs is ended by SIGALRM; with TARVELL_MONKEY_TRACE set, every
+/// action of the seed is printed before it is done.
 class Monkey {
  public:
   using IsKnownMessage = std::function<bool(const QString& text)>;
@@ -67,7 +41,7 @@ class Monkey {
   Monkey(unsigned seed, int actions, MonkeyPlaces places, IsKnownMessage isKnown);
   Monkey(const Monkey&) = delete;
   Monkey& operator=(const Monkey&) = delete;
-  ~Monkey();
+  ~Monkey() = default;
 
   void Run();
 
@@ -118,7 +92,7 @@ class Monkey {
   [[nodiscard]] QString AnyText();
   [[nodiscard]] QPoint AnyPoint(const QWidget& control);
   void Note(const std::string& action);
-  [[nodiscard]] std::string Trail();
+  [[nodiscard]] std::string Trail() const;
 
   unsigned seed_;
   int wanted_;
@@ -131,10 +105,8 @@ class Monkey {
   QPointer<QMessageBox> looked_;  ///< the box whose text was checked
   std::vector<std::string> unknown_;
   std::vector<std::string> visited_;
-  std::mutex trailMutex_;
   std::deque<std::string> trail_;
   QObject context_;
-  Watchdog watchdog_;
 };
 
 }  // namespace tarvell::test

@@ -39,14 +39,11 @@ void ScriptedQuestions::ExpectFilePicker(const QString& title, const QStringList
 
 QMessageBox::StandardButton ScriptedQuestions::Ask(QWidget* /*owner*/, const Question& question) {
   details.push_back(question.detail);
+  const bool isError = !expected_.empty() && expected_.front().kind == Kind::Error;
   Expected expected;
-  if (expected_.empty() ||
-      (expected_.front().kind != Kind::Box && expected_.front().kind != Kind::Error)) {
-    ADD_FAILURE() << "unexpected box: " << question.text.toStdString();
+  if (!Take(isError ? Kind::Error : Kind::Box, question.text, expected)) {
     return QMessageBox::Cancel;
   }
-  expected = expected_.front();
-  expected_.pop_front();
   if (expected.kind == Kind::Error) {
     EXPECT_EQ(question.icon, QMessageBox::Warning);
     EXPECT_EQ(question.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
@@ -70,6 +67,7 @@ QString ScriptedQuestions::PickFile(QWidget* /*owner*/, FileRequest& request) {
   if (!Take(Kind::File, request.title, expected)) {
     return {};
   }
+  EXPECT_EQ(request.title.toStdString(), expected.question.title.toStdString());
   EXPECT_EQ(request.filters, expected.filters);
   initialDirs.push_back(request.initialDir);
   return expected.picked;
@@ -81,18 +79,18 @@ QString ScriptedQuestions::PickFolder(QWidget* /*owner*/, const QString& title,
   if (!Take(Kind::Folder, title, expected)) {
     return {};
   }
+  EXPECT_EQ(title.toStdString(), expected.question.title.toStdString());
   initialDirs.push_back(initialDir);
   return expected.picked;
 }
 
 bool ScriptedQuestions::Take(Kind kind, const QString& what, Expected& expected) {
   if (expected_.empty() || expected_.front().kind != kind) {
-    ADD_FAILURE() << "unexpected picker: " << what.toStdString();
+    ADD_FAILURE() << "unexpected box or picker: " << what.toStdString();
     return false;
   }
   expected = expected_.front();
   expected_.pop_front();
-  EXPECT_EQ(what.toStdString(), expected.question.title.toStdString());
   return true;
 }
 

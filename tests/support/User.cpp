@@ -47,6 +47,15 @@ bool IsReady(QWidget& screen) {
   return true;
 }
 
+void TypeOver(QLineEdit& box, const QString& text) {
+  Activate(box);
+  QTest::mouseClick(&box, Qt::LeftButton);
+  EXPECT_TRUE(box.hasFocus()) << box.objectName().toStdString();
+  Press(Qt::Key_A, Qt::ControlModifier);
+  Press(Qt::Key_Delete);
+  Type(text);
+}
+
 QPoint CellCentre(QTableView& grid, int row, int column) {
   const QModelIndex cell = grid.model()->index(row - 1, column);
   EXPECT_TRUE(cell.isValid()) << "no cell " << row << ", " << column;
@@ -96,13 +105,7 @@ void Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 }
 
 void Fill(QWidget& screen, const QString& box, const QString& text) {
-  auto& control = Find<QLineEdit>(screen, box);
-  Activate(control);
-  QTest::mouseClick(&control, Qt::LeftButton);
-  EXPECT_EQ(QApplication::focusWidget(), &control) << box.toStdString();
-  Press(Qt::Key_A, Qt::ControlModifier);
-  Press(Qt::Key_Delete);
-  Type(text);
+  TypeOver(Find<QLineEdit>(screen, box), text);
 }
 
 void ClickModel(QMenu& add, const QString& model) {
@@ -147,11 +150,7 @@ void ChooseByMouse(QComboBox& combo, int index) {
 void FillCombo(QWidget& screen, const QString& combo, const QString& text) {
   QLineEdit* box = Find<QComboBox>(screen, combo).lineEdit();
   ASSERT_NE(box, nullptr) << combo.toStdString();
-  Activate(*box);
-  QTest::mouseClick(box, Qt::LeftButton);
-  Press(Qt::Key_A, Qt::ControlModifier);
-  Press(Qt::Key_Delete);
-  Type(text);
+  TypeOver(*box, text);
 }
 
 void ClickEntry(QWidget& screen, const QString& list, const QString& text) {

@@ -347,18 +347,6 @@ TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
   });
 }
 
-TEST_P(Accessibility, TheButtonsThatScrollATabStripAreForTheMouseAlone) {
-  At([](QWidget& screen) {
-    for (const auto* strip : screen.findChildren<QTabBar*>()) {
-      const auto scrollers = strip->findChildren<QToolButton*>();
-      EXPECT_EQ(scrollers.size(), 2);
-      for (const QToolButton* button : scrollers) {
-        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus) << button->objectName().toStdString();
-      }
-    }
-  });
-}
-
 TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
   At([](QWidget& screen) {
     const auto buttons = screen.findChildren<QPushButton*>();

@@ -71,17 +71,13 @@ TEST_F(FaultAtScreen, SaveOfAnInstrumentKeepsWhatWasTyped) {
 
 // ---- Return, which writes the list of instruments or of stations.
 
-TEST_F(FaultAtScreen, ReturnStaysWhileTheListOfInstrumentsCannotBeWritten) {
+TEST_F(FaultAtScreen, ReturnStaysWhileItsListCannotBeWritten) {
   WriteInstrument();
   tree_.Write(kIndex, "PX9\r\nINDEX\r\n");
+  tree_.Write(kRootIndex, "ST9\r\n");
   AtStation([&](frmStationModelList& screen) {
     ReturnUnderEachFault(screen, kIndex, "PX12A\r\nINDEX\r\n");
   });
-}
-
-TEST_F(FaultAtScreen, ReturnStaysWhileTheListOfStationsCannotBeWritten) {
-  tree_.MakeFolders(kStation);
-  tree_.Write(kRootIndex, "ST9\r\n");
   AtStationList(
       [&](frmStationMain& screen) { ReturnUnderEachFault(screen, kRootIndex, "ST1\r\n"); });
 }

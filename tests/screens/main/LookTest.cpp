@@ -22,68 +22,53 @@ namespace {
 
 // ---- The selection.
 
-/// A view and a box, one of which has the focus.
-class Selection : public testing::Test {
- protected:
-  void Show(QAbstractItemView& view) {
-    auto* layout = new QVBoxLayout(&window_);  // the window owns it
-    layout->addWidget(&view);
-    layout->addWidget(&other_);
-    window_.show();
-    window_.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
-  }
-
-  /// The background colour at the right end of the selected entry.
-  static QColor ColourIn(QAbstractItemView& view) {
-    const QRect cell = view.visualRect(view.selectionModel()->selectedIndexes().value(0));
-    return view.viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
-  }
-
-  void ExpectPaleWithoutFocus(QAbstractItemView& view) {
-    const QColor strong = view.palette().color(QPalette::Highlight);
-    const QColor base = view.palette().color(QPalette::Base);
-    view.setFocus();
-    const QColor focused = ColourIn(view);
-    other_.setFocus();
-    const QColor pale = ColourIn(view);
-    const auto distance = [](const QColor& a, const QColor& b) {
-      return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
-             std::abs(a.blue() - b.blue());
-    };
-    EXPECT_LT(distance(focused, strong), distance(focused, base));
-    EXPECT_LT(distance(pale, base), distance(pale, strong));
-    EXPECT_NE(pale, base) << "the selection stays visible";
-    view.setFocus();
-    EXPECT_EQ(ColourIn(view), focused);
-  }
-
-  QWidget window_;
-  QLineEdit other_;
-};
-
-TEST_F(Selection, OfAListIsPaleWithoutFocus) {
-  QListWidget list;
-  AddName(&list, "one");
-  AddName(&list, "two");
-  OnEntry(&list, {});
-  list.setCurrentRow(1);
-  Show(list);
-  ExpectPaleWithoutFocus(list);
-  list.setParent(nullptr);
+/// The background colour at the right end of the selected entry.
+QColor ColourIn(QAbstractItemView& view) {
+  const QRect cell = view.visualRect(view.selectionModel()->selectedIndexes().value(0));
+  return view.viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
 }
 
-TEST_F(Selection, OfTheTableIsPaleWithoutFocus) {
-  CalGrid grid;
-  grid.Fill([](MemoryGrid& cells) {
+int Distance(const QColor& a, const QColor& b) {
+  return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
+         std::abs(a.blue() - b.blue());
+}
+
+TEST(Selection, OfAListAndOfATableIsPaleWithoutFocus) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);  // the window owns it and what is in it
+  auto* list = new QListWidget;
+  AddName(list, "one");
+  OnEntry(list, {});
+  list->setCurrentRow(0);
+  auto* grid = new CalGrid;
+  grid->Fill([](MemoryGrid& cells) {
     cells.Clear(2);
     cells.SetCellText(0, 0, "Freq");
     cells.SetCellText(0, 1, "Factor");
     cells.AddRow("50.00\t100.0");
   });
-  Show(grid);
-  ExpectPaleWithoutFocus(grid);
-  grid.setParent(nullptr);
+  auto* other = new QLineEdit;
+  for (QWidget* control :
+       {static_cast<QWidget*>(list), static_cast<QWidget*>(grid), static_cast<QWidget*>(other)}) {
+    layout->addWidget(control);
+  }
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  for (QAbstractItemView* view :
+       {static_cast<QAbstractItemView*>(list), static_cast<QAbstractItemView*>(grid)}) {
+    const QColor strong = view->palette().color(QPalette::Highlight);
+    const QColor base = view->palette().color(QPalette::Base);
+    view->setFocus();
+    const QColor focused = ColourIn(*view);
+    other->setFocus();
+    const QColor pale = ColourIn(*view);
+    EXPECT_LT(Distance(focused, strong), Distance(focused, base));
+    EXPECT_LT(Distance(pale, base), Distance(pale, strong));
+    EXPECT_NE(pale, base) << "the selection stays visible";
+    view->setFocus();
+    EXPECT_EQ(ColourIn(*view), focused);
+  }
 }
 
 /// The number of pixels of a box, from `left` on, that are as dark as text.

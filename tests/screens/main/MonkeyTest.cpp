@@ -73,8 +73,7 @@ const std::array kKnownMessages = {
     ".*",
     // The stations.
     "Can't make a new station\n\n(The station name .*|Cannot make the folder: .*|The character "
-    "\".+\" "
-    "cannot be stored in a data file\\. .*)",
+    "\".+\" cannot be stored in a data file\\. .*)",
     "Station name is no input\\.",
     "This station name was already exist\\.",
     "No stations? is selected\\.",
@@ -89,8 +88,7 @@ const std::array kKnownMessages = {
     "Error: Cannot save \n\n(The model number .*|The number .* is (too large to be calculated "
     "with|outside the range -32768 to 32767)\\. .*)",
     "Error: Cannot save \n\nCannot save the file: (it is a folder, not a file\\. .*|its name is "
-    "too "
-    "long\\. .*|it, or the folder it belongs in, does not .*)",
+    "too long\\. .*|it, or the folder it belongs in, does not .*)",
     "There is no equipment calibration data\\.\\r\\nIt's not possible to add it\\.",
     "This instrment is already exist\\.",
     "Model number or serial number is no selected\\.",
@@ -108,17 +106,13 @@ const std::array kKnownMessages = {
     "A line end cannot be stored in a data file\\. .*",
     "The number .* is too large to be calculated with\\. Enter a smaller one\\..*",
     "Nothing was pasted, and the table is as it was\\.\n\nThe (column \".+\" cannot be "
-    "edited|table "
-    "has no current cell)\\. .*",
+    "edited|table has no current cell)\\. .*",
     "Nothing was pasted, and the table is as it was\\.\n\n(There is no text to paste\\.|What is to "
-    "be "
-    "pasted has \\d+ lines, and the table has \\d+ rows) .*",
+    "be pasted has \\d+ lines, and the table has \\d+ rows) .*",
     "Nothing was pasted, and the table is as it was\\.\n\nLine \\d+: (It has \\d+ columns, and the "
     "table has \\d+|The table has no value in this place\\.|There is no value\\.|The character "
-    "\".+\" in "
-    "\".+\" cannot be stored in a data file\\.|\".+\" is no number|.+ is too large to be "
-    "calculated "
-    "with\\.).*",
+    "\".+\" in \".+\" cannot be stored in a data file\\.|\".+\" is no number|.+ is too large to "
+    "be calculated with\\.).*",
     "(.+: )?The number .* is outside the range -32768 to 32767\\. Correct it\\..*",
     ".+: \".*\" is not a number\\. Enter a whole number\\.",
     ".+: .* is outside the range -32768 to 32767\\. Correct it\\.",
@@ -206,9 +200,9 @@ class MonkeyTest : public testing::TestWithParam<int> {
       const std::string tooLarge = "*1E400 : 1E400 : 1E400 : 1E400 : 1E400 : 1E400\r\n";
       tree_.Write(folder + "\\SN00005", DataFileBytes(whole, "3318A00005") + tooLarge + "x\r\n");
     }
-    std::string manyRows = Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A00006"});
-    manyRows += Lines({"#CAL_DATE : 20020101", "#CAL_NO   : ", "#DUE_DATE : 20030101"});
-    manyRows += Lines({"#COMMENT  : too many rows"});
+    std::string manyRows =
+        Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A00006", "#CAL_DATE : 20020101",
+               "#CAL_NO   : ", "#DUE_DATE : 20030101", "#COMMENT  : too many rows"});
     for (int row = 1; row <= 60; ++row) {
       manyRows += "* " + std::to_string(row) + " : 99.5 : 0 : 0 : 0 : 0\r\n";
     }
@@ -340,13 +334,6 @@ class MonkeyTest : public testing::TestWithParam<int> {
   std::map<std::string, std::string> first_;  ///< the original bytes of every file
 };
 
-/// Checks that the monkey has reached a screen: otherwise it would find nothing.
-void ExpectVisited(const Monkey& monkey, const std::string& screen) {
-  if (monkey.Unknown().empty()) {
-    EXPECT_TRUE(std::ranges::count(monkey.Visited(), screen) == 1) << screen;
-  }
-}
-
 TEST_P(MonkeyTest, MeetsKnownMessagesAndLeavesFilesThatCanBeRead) {
   const int actions = NumberFrom("TARVELL_MONKEY_ACTIONS", kDefaultActions);
   Monkey monkey(static_cast<unsigned>(GetParam()), actions,
@@ -356,12 +343,11 @@ TEST_P(MonkeyTest, MeetsKnownMessagesAndLeavesFilesThatCanBeRead) {
                  .folders = {tree_.Native("c:\\").string()}},
                 &IsKnownMessage);
   monkey.Run();
-  for (const std::string& unknown : monkey.Unknown()) {
-    ADD_FAILURE() << unknown;
-  }
-  EXPECT_TRUE(monkey.Actions() == actions || !monkey.Unknown().empty());
-  ExpectVisited(monkey, "tarvell::frmMain");
-  ExpectVisited(monkey, "QMessageBox");
+  EXPECT_EQ(monkey.Unknown(), std::vector<std::string>{});
+  // It would find nothing if it stayed in one screen.
+  const bool wasEverywhere = std::ranges::count(monkey.Visited(), "tarvell::frmMain") == 1 &&
+                             std::ranges::count(monkey.Visited(), "QMessageBox") == 1;
+  EXPECT_TRUE((wasEverywhere && monkey.Actions() == actions) || !monkey.Unknown().empty());
   CheckFiles();
   CheckTrash();
 }

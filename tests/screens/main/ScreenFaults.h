@@ -4,12 +4,8 @@
 #ifndef TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
 #define TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
 
-#include <QComboBox>
-#include <QLineEdit>
-#include <QTableView>
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -62,26 +58,6 @@ void PressUnderEachFault(FaultPlatform& platform, const Press& press,
   }
   platform.Set(FaultPlatform::Step::None);
   pressAgain();
-}
-
-/// Every text that a screen shows in a box or a table.
-[[nodiscard]] inline std::vector<std::string> TextsOn(const QWidget& screen) {
-  std::vector<std::string> texts;
-  for (const QLineEdit* box : screen.findChildren<QLineEdit*>()) {
-    texts.push_back(box->objectName().toStdString() + "=" + box->text().toStdString());
-  }
-  for (const QComboBox* box : screen.findChildren<QComboBox*>()) {
-    texts.push_back(box->objectName().toStdString() + "=" + box->currentText().toStdString());
-  }
-  for (const QTableView* table : screen.findChildren<QTableView*>()) {
-    const QAbstractItemModel& model = *table->model();
-    for (int row = 0; row < model.rowCount(); ++row) {
-      for (int column = 0; column < model.columnCount(); ++column) {
-        texts.push_back(model.index(row, column).data().toString().toStdString());
-      }
-    }
-  }
-  return texts;
 }
 
 }  // namespace tarvell::test

@@ -48,8 +48,9 @@ class InstrumentPicker : public StationStage {
   std::optional<CalFileInfo> file_;  ///< that was picked
 };
 
-TEST_F(InstrumentPicker, ListsModelsInUpperCaseWithoutEmptyOnes) {
+TEST_F(InstrumentPicker, ListsModelsInUpperCaseAndTheFilesThatCanBeRead) {
   WriteCalFile("px12a", "SN12345");
+  tree_.Write(R"(c:\calfactors\px12a\SN1)", "#MODEL_NO : PX12A\r\n#SER_NO   : 1\r\n");
   WriteCalFile("PX13A", "other");
   tree_.MakeFolders(R"(c:\calfactors\EMPTY)");
   tree_.Write(R"(c:\calfactors\NOTES)", "x");
@@ -63,6 +64,7 @@ TEST_F(InstrumentPicker, ListsModelsInUpperCaseWithoutEmptyOnes) {
     std::sort(models.begin(), models.end());
     EXPECT_EQ(models, (Texts{"PX12A", "PX13A"}));
     EXPECT_TRUE(EntriesOf(picker, "lstSerialNumber").empty());
+    questions_.ExpectError({"input past end of file", "SN1"});
     ClickEntry(picker, "LstInstrment", "PX12A");
     EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"3318A12345"});
     Click(picker, "btnCancel");
@@ -143,17 +145,6 @@ TEST_F(InstrumentPicker, EveryOtherWayOutCancels) {
               }),
               9999);
   }
-}
-
-TEST_F(InstrumentPicker, AFileThatCannotBeReadIsReportedAndTheOthersAreOffered) {
-  WriteCalFile("PX12A", "SN12345");
-  tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n#SER_NO   : 1\r\n");
-  AtPicker([&](frmStationGetInstr& picker) {
-    questions_.ExpectError({"input past end of file", R"(c:\calfactors\PX12A\SN1)"});
-    ClickEntry(picker, "LstInstrment", "PX12A");
-    EXPECT_EQ(EntriesOf(picker, "lstSerialNumber"), Texts{"3318A12345"});
-    Click(picker, "btnCancel");
-  });
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "screens/station/frmStationModelList.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/ErrorOf.h"
+#include "support/OrdinaryUser.h"
 #include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
 #include "support/User.h"
@@ -88,28 +89,36 @@ class StationStage : public testing::Test {
   /// Opens the station list and runs `act`, which must close it.
   void AtStationList(const std::function<void(frmStationMain& screen)>& act) {
     frmStationMain screen(nullptr);
-    bool shown = false;
-    user_.At<frmStationMain>([&](frmStationMain& at) {
-      shown = true;
-      act(at);
-      CloseIfOpen(at);
-    });
-    screen.ShowModally();
-    EXPECT_TRUE(shown);
+    Run(screen, act);
   }
 
   /// Opens the station ST1 and runs `act`, which must close it.
   void AtStation(const std::function<void(frmStationModelList& screen)>& act) {
     frmStationModelList screen(nullptr);
     screen.StationName = "ST1";
-    bool shown = false;
-    user_.At<frmStationModelList>([&](frmStationModelList& at) {
-      shown = true;
-      act(at);
-      CloseIfOpen(at);
+    Run(screen, act);
+  }
+
+  /// Opens a screen by `open` whose folder takes new files but cannot be listed. Its list is then
+  /// empty, and Return stays and leaves `index` as it is until the folder can be listed again.
+  template <typename Open>
+  void AtUnlistableFolder(const char* folder, const char* placeholder, const char* list,
+                          const char* index, const Open& open) {
+    const std::string earlier = tree_.Read(index);
+    const OrdinaryUser user(tree_.Root());
+    std::filesystem::permissions(tree_.Native(folder), std::filesystem::perms(0333));
+    const Texts parts = {"Cannot list the folder", "you have no permission", folder};
+    questions_.ExpectError(parts);
+    open([&](QWidget& screen) {
+      EXPECT_EQ(EntriesOf(screen, list), Texts{placeholder});
+      questions_.ExpectError(parts);
+      Click(screen, "btnReturn");
+      EXPECT_TRUE(screen.isVisible());
+      EXPECT_EQ(tree_.Read(index), earlier);
+      std::filesystem::permissions(tree_.Native(folder), std::filesystem::perms(0755));
+      Click(screen, "btnReturn");
+      EXPECT_FALSE(screen.isVisible());
     });
-    screen.ShowModally();
-    EXPECT_TRUE(shown);
   }
 
   /// A screen that is still open is a failure; the test then goes on without it.
@@ -209,6 +218,16 @@ class StationStage : public testing::Test {
   ScriptedQuestions questions_;
 
  private:
+  template <typename Screen>
+  void Run(Screen& screen, const std::function<void(Screen& screen)>& act) {
+    // The user's destructor reports a screen that did not open.
+    user_.At<Screen>([&](Screen& at) {
+      act(at);
+      CloseIfOpen(at);
+    });
+    screen.ShowModally();
+  }
+
   QByteArray dataHome_;
 
   void ExpectDeleteQuestion(const QString& text, QMessageBox::StandardButton answer) {

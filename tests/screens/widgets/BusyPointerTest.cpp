@@ -40,51 +40,49 @@ class PointerCheck : public DesktopPlatform {
     return DesktopPlatform::CreateTemporary(folder, path, file);
   }
 
-  int calls = 0;
-  int busyCalls = 0;
+  /// The busy pointer was shown during every call since the last check, and is gone now.
+  void ExpectBusy() {
+    EXPECT_GT(calls_, 0);
+    EXPECT_EQ(busyCalls_, calls_);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    calls_ = 0;
+    busyCalls_ = 0;
+  }
 
  private:
   void CheckPointer() {
-    ++calls;
+    ++calls_;
     const QCursor* pointer = QGuiApplication::overrideCursor();
-    busyCalls += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
-  }
-};
-
-class ScreensBusyPointer : public StationStage {
- protected:
-  /// The busy pointer was shown during every call since the last check, and is gone now.
-  void ExpectBusy() {
-    EXPECT_GT(check_.calls, 0);
-    EXPECT_EQ(check_.busyCalls, check_.calls);
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    check_.calls = 0;
-    check_.busyCalls = 0;
+    busyCalls_ += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
   }
 
-  PointerCheck check_;
+  int calls_ = 0;
+  int busyCalls_ = 0;
 };
+
+using ScreensBusyPointer = StationStage;
 
 TEST_F(ScreensBusyPointer, IsShownWhileFilesAreListedReadAndWritten) {
   WriteInstrument();
   WriteCalFile("PX12A", "SN1", {.serial = "1"});
+  PointerCheck check;
   frmCalibrationMain menu(nullptr);
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
-    ExpectBusy();
+    check.ExpectBusy();
     ClickEntry(screen, "LstInstrment", "PX12A");
-    ExpectBusy();
+    check.ExpectBusy();
     Click(screen, "btnReturn");
   });
   menu.ShowModally();
   AtStation([&](frmStationModelList& screen) {
-    ExpectBusy();
+    check.ExpectBusy();
     ClickEntry(screen, "LstInstrment", "PX12A");
-    ExpectBusy();
+    check.ExpectBusy();
     Fill(screen, "txtData_11", "typed");
     Click(screen, "btnSave");
-    ExpectBusy();
+    check.ExpectBusy();
     LeaveUnsaved(screen);
-    ExpectBusy();
+    check.ExpectBusy();
   });
 }
 

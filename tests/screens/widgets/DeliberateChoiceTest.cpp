@@ -28,7 +28,7 @@ void TurnWheelOver(QWidget& box) {
 class DeliberateChoice : public testing::TestWithParam<bool> {
  protected:
   DeliberateChoice() {
-    auto* layout = new QVBoxLayout(&window_);  // the window owns it
+    auto* layout = new QVBoxLayout(&window_);
     box_.setEditable(GetParam());
     box_.addItems({"one", "two", "three"});
     layout->addWidget(&box_);
@@ -39,14 +39,9 @@ class DeliberateChoice : public testing::TestWithParam<bool> {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
     other_.setFocus();
   }
-  ~DeliberateChoice() override {
-    box_.setParent(nullptr);
-    other_.setParent(nullptr);
-  }
-
   QWidget window_;
-  QComboBox box_;
-  QLineEdit other_;
+  QComboBox& box_ = *new QComboBox(&window_);  // the window owns them
+  QLineEdit& other_ = *new QLineEdit(&window_);
 };
 
 TEST_P(DeliberateChoice, TheWheelChangesTheListOnlyWhileItHasTheFocus) {

@@ -3,6 +3,7 @@
 
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QPushButton>
 #include <gtest/gtest.h>
@@ -38,14 +39,16 @@ class RealQuestions : public testing::Test {
     return CurrentQuestions().Ask(&owner_, question);
   }
 
-  QString PickFile(FileRequest& request, const std::function<void(QFileDialog& dialog)>& act) {
+  using AtPicker = std::function<void(QFileDialog& dialog)>;
+
+  QString PickFile(FileRequest& request, const AtPicker& act) {
     user_.At<QFileDialog>(act);
     return CurrentQuestions().PickFile(&owner_, request);
   }
 
-  QString PickFolder(const QString& title, const std::function<void(QFileDialog& dialog)>& act) {
+  QString PickFolder(const AtPicker& act) {
     user_.At<QFileDialog>(act);
-    return CurrentQuestions().PickFolder(&owner_, title, Folder());
+    return CurrentQuestions().PickFolder(&owner_, "Browse", Folder());
   }
 
   [[nodiscard]] QString Folder() const {
@@ -151,75 +154,64 @@ class FilePicker : public RealQuestions {
 };
 
 TEST_F(FilePicker, GivesTheFileThatWasTypedAndTheChosenFilter) {
-  EXPECT_EQ(PickFile(request_,
-                     [&](QFileDialog& dialog) {
-                       EXPECT_EQ(dialog.windowTitle(), "Pick one");
-                       EXPECT_EQ(dialog.directory().absolutePath(), Folder());
-                       EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
-                       EXPECT_EQ(dialog.nameFilters(), request_.filters);
-                       EXPECT_EQ(dialog.parentWidget(), &owner_);
-                       auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
-                       EXPECT_EQ(kinds.currentText(), "Data");
-                       Choose(dialog, "fileTypeCombo", kinds.itemText(1));
-                       TypeName(dialog, "b.txt");
-                       Press(Qt::Key_Return);
-                     }),
-            Folder() + "/b.txt");
+  QString picked = PickFile(request_, [&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Pick one");
+    EXPECT_EQ(dialog.directory().absolutePath(), Folder());
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(dialog.nameFilters(), request_.filters);
+    EXPECT_EQ(dialog.parentWidget(), &owner_);
+    auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
+    EXPECT_EQ(kinds.currentText(), "Data");
+    Choose(dialog, "fileTypeCombo", kinds.itemText(1));
+    TypeName(dialog, "b.txt");
+    Press(Qt::Key_Return);
+  });
+  EXPECT_EQ(picked, Folder() + "/b.txt");
   EXPECT_EQ(request_.filterIndex, 1);
   // The next picker starts with that filter; cancelling it keeps the filter.
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
-                       auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
-                       EXPECT_EQ(kinds.currentText(), "Every file");
-                       Choose(dialog, "fileTypeCombo", kinds.itemText(0));
-                       TypeName(dialog, "a.dat");
-                       Accept(dialog, QDialogButtonBox::Cancel);
-                     }),
-            "");
+  picked = PickFile(request_, [](QFileDialog& dialog) {
+    auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
+    EXPECT_EQ(kinds.currentText(), "Every file");
+    Choose(dialog, "fileTypeCombo", kinds.itemText(0));
+    TypeName(dialog, "a.dat");
+    Accept(dialog, QDialogButtonBox::Cancel);
+  });
+  EXPECT_EQ(picked, "");
   EXPECT_EQ(request_.filterIndex, 1);
 }
 
-TEST_F(FilePicker, OpensOnlyAFileThatExists) {
-  EXPECT_EQ(PickFile(request_,
-                     [&](QFileDialog& dialog) {
-                       TypeName(dialog, "nowhere.dat");
-                       user_.At<QMessageBox>([](QMessageBox& box) {
-                         EXPECT_TRUE(box.text().contains("nowhere.dat"));
-                         box.accept();
-                       });
-                       Press(Qt::Key_Return);
-                       EXPECT_TRUE(dialog.isVisible());
-                       dialog.close();
-                     }),
-            "");
-}
-
-TEST_F(FilePicker, ProposesANameAndSavesUnderANewOne) {
+TEST_F(FilePicker, OpensOnlyAFileThatExistsAndProposesAName) {
+  QString picked = PickFile(request_, [&](QFileDialog& dialog) {
+    TypeName(dialog, "nowhere.dat");
+    user_.At<QMessageBox>([](QMessageBox& box) {
+      EXPECT_TRUE(box.text().contains("nowhere.dat"));
+      box.accept();
+    });
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible());
+    dialog.close();
+  });
+  EXPECT_EQ(picked, "");
   request_.fileName = "a.dat";
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
-                       EXPECT_EQ(TextOf(dialog, "fileNameEdit"), "a.dat");
-                       Accept(dialog, QDialogButtonBox::Open);
-                     }),
-            Folder() + "/a.dat");
-  request_.purpose = FileRequest::Purpose::Save;
-  EXPECT_EQ(PickFile(request_,
-                     [](QFileDialog& dialog) {
-                       EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
-                       TypeName(dialog, "new.dat");
-                       Accept(dialog, QDialogButtonBox::Save);
-                     }),
-            Folder() + "/new.dat");
-  EXPECT_FALSE(tree_.Exists(R"(c:\files\new.dat)")) << "picking a name makes no file";
+  picked = PickFile(request_, [](QFileDialog& dialog) {
+    EXPECT_EQ(TextOf(dialog, "fileNameEdit"), "a.dat");
+    Accept(dialog, QDialogButtonBox::Open);
+  });
+  EXPECT_EQ(picked, Folder() + "/a.dat");
 }
 
-TEST_F(FilePicker, StartsInTheHomeFolderWhenItsFolderDoesNotExist) {
+TEST_F(FilePicker, SavesUnderANewNameStartingInTheHomeFolderWhenItsFolderDoesNotExist) {
+  request_.purpose = FileRequest::Purpose::Save;
   request_.initialDir = Folder() + "/nowhere";
-  PickFile(request_, [](QFileDialog& dialog) {
+  const QString picked = PickFile(request_, [](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
     EXPECT_EQ(dialog.directory().absolutePath(), QDir::homePath());
     EXPECT_EQ(TextOf(dialog, "fileNameEdit"), "");
-    Press(Qt::Key_Escape);
+    TypeName(dialog, "new.dat");
+    Accept(dialog, QDialogButtonBox::Save);
   });
+  EXPECT_EQ(picked, QDir::homePath() + "/new.dat");
+  EXPECT_FALSE(QFile::exists(picked)) << "picking a name makes no file";
 }
 
 // ---- The picker for folders.
@@ -227,27 +219,19 @@ TEST_F(FilePicker, StartsInTheHomeFolderWhenItsFolderDoesNotExist) {
 TEST_F(RealQuestions, TheFolderPickerShowsAndGivesOnlyFolders) {
   tree_.Write(R"(c:\files\a.dat)", "a");
   tree_.MakeFolders(R"(c:\files\sub)");
-  EXPECT_EQ(PickFolder("Browse",
-                       [&](QFileDialog& dialog) {
-                         EXPECT_EQ(dialog.windowTitle(), "Browse");
-                         EXPECT_EQ(dialog.directory().absolutePath(), Folder());
-                         EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
-                         const auto& view = Find<QListView>(dialog, "listView");
-                         EXPECT_TRUE(QTest::qWaitFor(
-                             [&] { return view.model()->rowCount(view.rootIndex()) == 1; }));
-                         TypeName(dialog, "sub");
-                         Accept(dialog, QDialogButtonBox::Open);
-                       }),
-            Folder() + "/sub");
-  EXPECT_EQ(
-      PickFolder("Browse", [](QFileDialog& dialog) { Accept(dialog, QDialogButtonBox::Open); }),
-      Folder());
-  EXPECT_EQ(PickFolder("Browse",
-                       [](QFileDialog& dialog) {
-                         TypeName(dialog, "sub");
-                         Accept(dialog, QDialogButtonBox::Cancel);
-                       }),
-            "");
+  const QString picked = PickFolder([&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Browse");
+    EXPECT_EQ(dialog.directory().absolutePath(), Folder());
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+    const auto& view = Find<QListView>(dialog, "listView");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.model()->rowCount(view.rootIndex()) == 1; }));
+    TypeName(dialog, "sub");
+    Accept(dialog, QDialogButtonBox::Open);
+  });
+  EXPECT_EQ(picked, Folder() + "/sub");
+  EXPECT_EQ(PickFolder([](QFileDialog& dialog) { Accept(dialog, QDialogButtonBox::Open); }),
+            Folder());
+  EXPECT_EQ(PickFolder([](QFileDialog& dialog) { Accept(dialog, QDialogButtonBox::Cancel); }), "");
 }
 
 // ---- Errors.

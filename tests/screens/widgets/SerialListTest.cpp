@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,11 +22,6 @@ namespace {
 using namespace test;  // NOLINT(google-build-using-namespace)
 
 constexpr FileDate kToday = {2024, 3, 5};
-
-/// The tooltip of an entry as text.
-std::string TooltipOf(const QListWidgetItem& entry) {
-  return QTextDocumentFragment::fromHtml(entry.toolTip()).toPlainText().toStdString();
-}
 
 QAccessibleInterface& AccessibleEntry(QListWidget& list, int row) {
   QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&list);
@@ -61,14 +55,6 @@ QPalette WithBackground(const QColor& background) {
   QPalette palette;
   palette.setColor(QPalette::Base, background);
   return palette;
-}
-
-bool IsReddish(const QColor& colour) {
-  return colour.red() > 2 * colour.green() && colour.green() == colour.blue();
-}
-
-bool IsAmber(const QColor& colour) {
-  return colour.red() > colour.green() && colour.green() > colour.blue();
 }
 
 // ---- The colours.
@@ -115,40 +101,32 @@ class SerialList : public StationStage {
   QListWidget list_;
 };
 
-TEST_F(SerialList, ShowsTheFilesInTheOrderOfTheDirectory) {
-  const std::map<std::string, std::string> serials = {
-      {"SN1", "past"}, {"SN2", "today"}, {"SN3", "later"}, {"SN4", "wrong"}};
-  const Texts files = NamesInOrder(R"(c:\calfactors\PX12A)");
-  ASSERT_EQ(list_.count(), 4);
-  for (int row = 0; row < 4; ++row) {
-    EXPECT_EQ(list_.item(row)->text().toStdString(),
-              serials.at(files.at(static_cast<std::size_t>(row))));
-  }
-  FillSerialList(&list_, "", kToday);
-  EXPECT_EQ(list_.count(), 0);
-}
-
 TEST_F(SerialList, AnEntryShowsItsHeaderAsATooltip) {
-  const std::string past =
+  const auto tooltip = [&](const char* serial) {
+    return QTextDocumentFragment::fromHtml(Entry(serial).toolTip()).toPlainText();
+  };
+  const QString past =
       "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 4 MAR 2024, past due\n"
       "Comment: factory";
-  EXPECT_EQ(TooltipOf(Entry("past")), past);
-  EXPECT_EQ(AccessibleEntry(list_, list_.row(&Entry("past")))
-                .text(QAccessible::Description)
-                .toStdString(),
-            past);
-  EXPECT_EQ(TooltipOf(Entry("later")),
+  EXPECT_EQ(tooltip("past"), past);
+  const int row = list_.row(&Entry("past"));
+  EXPECT_EQ(AccessibleEntry(list_, row).text(QAccessible::Description), past);
+  EXPECT_EQ(tooltip("later"),
             "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 APR 2024\n"
             "Comment: <b>U < 1 %</b>");
+  FillSerialList(&list_, "", kToday);
+  EXPECT_EQ(list_.count(), 0);
 }
 
 TEST_F(SerialList, AnEntryThatIsDueIsMarkedByColourIconAndForAScreenReader) {
   for (const QColor& background : {QColor(20, 20, 20), QColor(Qt::white)}) {
     list_.setPalette(WithBackground(background));  // the colours follow the palette
     const QColor past = Entry("past").foreground().color();
-    EXPECT_TRUE(IsReddish(past)) << past.name().toStdString();
+    EXPECT_EQ(past.green(), past.blue());
+    EXPECT_GT(past.red(), 2 * past.green()) << "red";
     EXPECT_GE(ContrastOf(past, background), 4.5);
-    EXPECT_TRUE(IsAmber(Entry("today").foreground().color()));
+    const QColor soon = Entry("today").foreground().color();
+    EXPECT_TRUE(soon.red() > soon.green() && soon.green() > soon.blue()) << "amber";
     EXPECT_FALSE(Entry("later").data(Qt::ForegroundRole).isValid());
   }
   const auto icon = [&](const char* serial) { return Entry(serial).icon().pixmap(16).toImage(); };
@@ -178,10 +156,6 @@ TEST_F(SerialList, AnEntryThatIsDueIsMarkedByColourIconAndForAScreenReader) {
 
 // ---- At the screens.
 
-std::string InDays(int days) {
-  return QDate::currentDate().addDays(days).toString("yyyyMMdd").toStdString();
-}
-
 /// What a screen reader says for the entries, sorted.
 Texts SpokenTexts(QWidget& screen) {
   auto& list = Find<QListWidget>(screen, "lstSerialNumber");
@@ -195,8 +169,9 @@ Texts SpokenTexts(QWidget& screen) {
 
 TEST_F(SerialList, BothScreensMarkWhatIsDueToday) {
   for (const auto& [serial, days] : {std::pair("1", -10), std::pair("2", 10), std::pair("3", 50)}) {
+    const QString due = QDate::currentDate().addDays(days).toString("yyyyMMdd");
     WriteCalFile("PX13A", std::string("SN") + serial,
-                 {.model = "PX13A", .serial = serial, .dueDate = InDays(days)});
+                 {.model = "PX13A", .serial = serial, .dueDate = due.toStdString()});
   }
   const Texts expected = {"1, past due", "2, due within 30 days", "3"};
   frmStationGetInstr picker(nullptr);

@@ -117,8 +117,9 @@ TEST_F(Trash, ACopyKnowsItsOriginAndHasThePermissionsOfTheFile) {
   ExpectOrigin("sn COPY", tree_.Native(R"(c:\b)").string() + "/sn%20COPY");
 }
 
-/// A desktop with a folder that takes no new file and a folder that cannot be synced.
-class FullTrash : public test::DesktopTestPlatform {
+/// A desktop with a folder that takes no new file, a folder that cannot be synced, and a folder
+/// from which nothing can be moved, as if it were on another disk.
+class FaultyDesktop : public test::DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
 
@@ -133,12 +134,20 @@ class FullTrash : public test::DesktopTestPlatform {
                             : DesktopTestPlatform::SyncFolder(folder);
   }
 
+  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
+                                        const std::filesystem::path& to) override {
+    return !disk.empty() && from.string().starts_with(disk) && !to.string().starts_with(disk)
+               ? std::make_error_code(std::errc::cross_device_link)
+               : DesktopTestPlatform::Replace(from, to);
+  }
+
   std::string full;
   std::string unsure;
+  std::string disk;
 };
 
 TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsAnErrorAndIsRemoved) {
-  FullTrash desktop(tree_.ProgramFolder());
+  FaultyDesktop desktop(tree_.ProgramFolder());
   tree_.Write(R"(c:\a\SNfull)", "earlier");
   const std::string native = tree_.Native(R"(c:\a\SNfull)").string();
   for (const std::string& half : {trash_ + "/info", trash_ + "/files"}) {
@@ -154,23 +163,8 @@ TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsAnErrorAndIsRemoved) {
   }
 }
 
-/// A desktop with a folder from which nothing can be moved, as if it were on another disk.
-class OtherDisk : public test::DesktopTestPlatform {
- public:
-  using DesktopTestPlatform::DesktopTestPlatform;
-
-  [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
-                                        const std::filesystem::path& to) override {
-    return from.string().starts_with(disk) && !to.string().starts_with(disk)
-               ? std::make_error_code(std::errc::cross_device_link)
-               : DesktopTestPlatform::Replace(from, to);
-  }
-
-  std::string disk;
-};
-
 TEST_F(Trash, FilesFromAnotherDiskAreCopiedAndRemoved) {
-  OtherDisk desktop(tree_.ProgramFolder());
+  FaultyDesktop desktop(tree_.ProgramFolder());
   desktop.disk = tree_.Native(R"(c:\other)").string();
   // Names that are too long for the toolkit's own function.
   const std::string file(210, 'f');

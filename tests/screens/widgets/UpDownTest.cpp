@@ -19,9 +19,7 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 class Spinner : public testing::Test {
  protected:
   Spinner() {
-    box_ = new QLineEdit(&screen_);
     box_->setObjectName("txtDay");
-    spinner_ = new UpDown(&screen_);
     auto* layout = new QHBoxLayout(&screen_);
     layout->addWidget(box_);
     layout->addWidget(spinner_);
@@ -32,8 +30,6 @@ class Spinner : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(&screen_));
   }
 
-  void TypeOver(const QString& text) { Fill(screen_, "txtDay", text); }
-
   void ClickArrow(const QString& name, int times = 1) {
     for (int i = 0; i < times; ++i) {
       Click(*spinner_, name);
@@ -43,8 +39,8 @@ class Spinner : public testing::Test {
   void ExpectBox(const char* text) const { EXPECT_EQ(box_->text(), text); }
 
   QWidget screen_;
-  QLineEdit* box_;
-  UpDown* spinner_;
+  QLineEdit* box_ = new QLineEdit(&screen_);  // the screen owns them
+  UpDown* spinner_ = new UpDown(&screen_);
 };
 
 TEST_F(Spinner, ArrowsAndKeysStepByOneWithinTheRange) {
@@ -75,7 +71,7 @@ TEST_F(Spinner, FollowsTheTypedTextWithoutCorrectingIt) {
   };
   for (const Step& step : {Step{"17", 17, "18"}, Step{" 9 ", 9, "10"}, Step{"45", 31, "31"},
                            Step{"-8", 1, "2"}, Step{"abc", 2, "3"}, Step{"", 3, "4"}}) {
-    TypeOver(step.typed);
+    Fill(screen_, "txtDay", step.typed);
     ExpectBox(step.typed);
     EXPECT_EQ(spinner_->Value(), step.value) << step.typed;
     ClickArrow("up");
@@ -84,7 +80,7 @@ TEST_F(Spinner, FollowsTheTypedTextWithoutCorrectingIt) {
 }
 
 TEST_F(Spinner, ANewMaximumLeavesTheBoxAndLimitsTheValue) {
-  TypeOver("31");
+  Fill(screen_, "txtDay", "31");
   spinner_->SetMaximum(28);
   ExpectBox("31");
   EXPECT_EQ(spinner_->Value(), 28);
