@@ -48,7 +48,7 @@ TEST(NativePath, OfAnyOtherPathIsThatPath) {
   EXPECT_EQ(NativePath(R"(\no-such-folder\of\ours)"), "/no-such-folder/of/ours");
   EXPECT_EQ(NativePath(tree.Root().string()), tree.Root());
   EXPECT_EQ(NativePath("no-such-folder/x"), "./no-such-folder/x");
-  EXPECT_EQ(NativePath("../no-such-folder"), "./../no-such-folder");
+  EXPECT_EQ(NativePath("../../no-such-folder"), "./../../no-such-folder");
   // A drive is one letter and a colon, at the beginning.
   EXPECT_EQ(NativePath("/no-such-folder/c:/x"), "/no-such-folder/c:/x");
   EXPECT_EQ(NativePath("/1:/x"), "/1:/x");
