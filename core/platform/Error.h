@@ -31,9 +31,8 @@ enum class ErrorKind {
 /// - ReadFirstItems reads more of a file whose beginning was not enough.
 /// - ReadHeadersIn collects the errors of the files and throws one at the end of the list.
 /// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
-/// - CalDataFile::RememberUnchangedSave and UnchangedBytes (StationFiles.cpp) go on where a data
-/// set
-///   cannot be saved before it is corrected.
+/// - CalDataFile::RememberUnchangedSave passes over data that cannot be saved before correction.
+/// - UnchangedBytes (StationFiles.cpp) does the same for an instrument.
 /// - DueDateNotice (StationFiles.cpp) looks whether a due date would be readable.
 /// - ReadProfile falls back to the default directories.
 ///
