@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "core/caldata/TableReader.h"
 #include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
@@ -26,34 +27,8 @@ constexpr std::string_view kReferenceTail = " (Ref.)    :     0.0    :    0.0   
 
 }  // namespace
 
-class PowerSensor::Reader final : public BodyReader {
- public:
-  Reader(PowerSensor& data, LoadNotes& notes) : data_(data), notes_(notes) {}
-
-  void TakeDataLine(TableIndex index, std::string_view item) override {
-    const LineWords words = WordsOf(item);
-    std::copy_n(words.begin(), kColumns, data_.table_.At(index).begin());
-    rows_.Take(index, HasEmptyField(item, kColumns), words[kColumns - 1].empty());
-  }
-
-  bool End(const FileEnd& end) override {
-    notes_.AddMissingEnd(end);
-    notes_.AddDoubtfulRows(rows_, data_.table_.Rows().size(),
-                           {.table = "The table",
-                            .firstColumn = "frequency",
-                            .emptyField = kValuesMovedLeft,
-                            .missing = "Their cells are empty, and would be saved so"});
-    return end.hasEndLine;
-  }
-
- private:
-  PowerSensor& data_;
-  LoadNotes& notes_;
-  DoubtfulRows rows_;
-};
-
 std::unique_ptr<BodyReader> PowerSensor::NewBodyReader(LoadNotes& notes) {
-  return std::make_unique<Reader>(*this, notes);
+  return std::make_unique<TableReader<kColumns>>(table_, notes, "frequency");
 }
 
 void PowerSensor::GetCalData(std::int16_t /*page*/, CalDataGrid& grid) const {

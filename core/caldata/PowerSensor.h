@@ -51,7 +51,6 @@ class PowerSensor : public CalDataFile {
 
  private:
   using Row = Table<2>::Row;
-  class Reader;
 
   [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) final;
   [[nodiscard]] std::size_t ShownCells() const final { return 2; }

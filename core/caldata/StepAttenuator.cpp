@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/caldata/TableReader.h"
 #include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
@@ -26,34 +27,8 @@ constexpr NumberPattern kCalDataPattern("0.0000");
 
 }  // namespace
 
-class StepAttenuator::Reader final : public BodyReader {
- public:
-  Reader(StepAttenuator& data, LoadNotes& notes) : data_(data), notes_(notes) {}
-
-  void TakeDataLine(TableIndex index, std::string_view item) override {
-    const LineWords words = WordsOf(item);
-    std::copy_n(words.begin(), kColumns, data_.table_.At(index).begin());
-    rows_.Take(index, HasEmptyField(item, kColumns), words[kColumns - 1].empty());
-  }
-
-  bool End(const FileEnd& end) override {
-    notes_.AddMissingEnd(end);
-    notes_.AddDoubtfulRows(rows_, data_.table_.Rows().size(),
-                           {.table = "The table",
-                            .firstColumn = "setting",
-                            .emptyField = kValuesMovedLeft,
-                            .missing = "Their cells are empty, and would be saved so"});
-    return end.hasEndLine;
-  }
-
- private:
-  StepAttenuator& data_;
-  LoadNotes& notes_;
-  DoubtfulRows rows_;
-};
-
 std::unique_ptr<BodyReader> StepAttenuator::NewBodyReader(LoadNotes& notes) {
-  return std::make_unique<Reader>(*this, notes);
+  return std::make_unique<TableReader<kColumns>>(table_, notes, "setting");
 }
 
 void StepAttenuator::GetCalData(std::int16_t /*page*/, CalDataGrid& grid) const {

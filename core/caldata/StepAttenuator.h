@@ -52,7 +52,6 @@ class StepAttenuator : public CalDataFile {
 
  private:
   using Row = Table<3>::Row;
-  class Reader;
 
   /// A header line ends at its first NUL.
   [[nodiscard]] std::string_view HeaderText(std::string_view item) const final;
