@@ -45,7 +45,7 @@ using LineWords = std::array<std::string, kLineWords>;
 [[nodiscard]] std::string HeaderValueRead(std::string_view value);
 
 /// What a list shows of a header line: everything after its first colon, without blanks around it.
-[[nodiscard]] std::string ListedHeaderValue(std::string_view item);
+[[nodiscard]] std::string_view ListedHeaderValue(std::string_view item);
 
 /// Throws a Character error when a header line could not be read back as one line with this value:
 /// more words before its first comma than a line may have, or a comma (which ends an item) with

@@ -28,18 +28,17 @@ struct KitFile {
 
 KitFile Identify(const std::filesystem::path& source) {
   const std::string path = source.string();
-  return ReadFirstItems(source, EntryKind::None, path, [&](ItemReader& reader) {
-    static_cast<void>(reader.ReadItem());
-    const std::string item = reader.ReadItem();
-    const std::string serial(Trim(StripNull(item)));
-    if (serial.empty()) {
-      throw Error(ErrorKind::Name,
-                  "The file holds no serial number where its second line should. Choose a test kit "
-                  "file.",
-                  path);
-    }
-    return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
-  });
+  ItemReader reader(source, path);
+  static_cast<void>(reader.ReadItem());
+  const std::string item = reader.ReadItem();
+  const std::string serial(Trim(StripNull(item)));
+  if (serial.empty()) {
+    throw Error(ErrorKind::Name,
+                "The file holds no serial number where its second line should. Choose a test kit "
+                "file.",
+                path);
+  }
+  return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
 }
 
 }  // namespace

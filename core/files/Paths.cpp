@@ -57,11 +57,11 @@ std::vector<std::string> Components(std::string_view path, bool rooted) {
 /// The name of the first entry of `folder` that differs from `name` only in case, else `name`.
 std::string NameInFolder(const std::filesystem::path& folder, const std::string& name) {
   std::string meant = name;
-  const auto visit = [&](const std::string& entry, EntryKind /*kind*/) {
-    if (!EqualsIgnoringCase(entry, name)) {
+  const auto visit = [&](const FoundEntry& entry) {
+    if (!EqualsIgnoringCase(entry.name, name)) {
       return true;
     }
-    meant = entry;
+    meant = entry.name;
     return false;
   };
   // A folder that cannot be searched gives no name.

@@ -201,7 +201,11 @@ std::int16_t ToInt16(double value) {
 }
 
 std::int16_t NumericInt16(std::string_view text) {
-  return ToInt16(NumericValue(text));
+  // Most are the digits of dates, which need no floating point.
+  std::int16_t value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isWhole ? value : ToInt16(NumericValue(text));
 }
 
 std::int16_t IntegerValue(std::string_view text, std::string_view field) {

@@ -179,6 +179,26 @@ bool IsOrdinaryFile(int folder, const dirent& entry) {
          S_ISREG(status.st_mode);
 }
 
+/// Opens the file at `path`, which is relative to `folder`. Only a file of unknown kind is asked
+/// what it is.
+std::error_code OpenOrdinary(int folder, const char* path, EntryKind kind,
+                             std::unique_ptr<InputFile>& file) {
+  // Non-blocking: opening a pipe without a writer would never return.
+  Descriptor descriptor(
+      Retry([&] { return ::openat(folder, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+  struct stat status {};
+  const bool isKnown = kind == EntryKind::File;
+  if (descriptor.Number() < 0 || (!isKnown && ::fstat(descriptor.Number(), &status) != 0)) {
+    return LastError();
+  }
+  if (!isKnown && !S_ISREG(status.st_mode)) {
+    return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                        : std::errc::not_supported);
+  }
+  file = std::make_unique<LinuxInputFile>(descriptor.Release());
+  return {};
+}
+
 bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
   const std::string_view name(static_cast<const char*>(entry.d_name));
   // A name with the program's separator would be read as a path, perhaps to another folder.
@@ -199,22 +219,14 @@ bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
 
 }  // namespace
 
-std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path, EntryKind kind,
+std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path,
                                               std::unique_ptr<InputFile>& file) {
-  // Non-blocking: opening a pipe without a writer would never return.
-  Descriptor descriptor(
-      Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
-  struct stat status {};
-  const bool isKnown = kind == EntryKind::File;
-  if (descriptor.Number() < 0 || (!isKnown && ::fstat(descriptor.Number(), &status) != 0)) {
-    return LastError();
-  }
-  if (!isKnown && !S_ISREG(status.st_mode)) {
-    return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
-                                                        : std::errc::not_supported);
-  }
-  file = std::make_unique<LinuxInputFile>(descriptor.Release());
-  return {};
+  return OpenOrdinary(AT_FDCWD, path.c_str(), EntryKind::None, file);
+}
+
+std::error_code LinuxPlatform::OpenFound(const FoundEntry& entry,
+                                         std::unique_ptr<InputFile>& file) {
+  return OpenOrdinary(entry.openFolder, entry.name.c_str(), entry.kind, file);
 }
 
 std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& folder,
@@ -343,8 +355,9 @@ std::error_code LinuxPlatform::Search(const std::filesystem::path& folder, Searc
     if (entry == nullptr) {
       return errno == 0 ? std::error_code() : LastError();
     }
-    if (IsWanted(::dirfd(stream.get()), kind, *entry) &&
-        !visit(static_cast<const char*>(entry->d_name), KindIn(*entry))) {
+    const int open = ::dirfd(stream.get());
+    if (IsWanted(open, kind, *entry) &&
+        !visit({folder, static_cast<const char*>(entry->d_name), KindIn(*entry), open})) {
       return {};
     }
   }

@@ -221,11 +221,10 @@ void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>
 std::vector<std::string> NamesIn(const std::filesystem::path& native, const std::string& folder,
                                  SearchKind kind) {
   std::vector<std::string> names;
-  const std::error_code code =
-      CurrentPlatform().Search(native, kind, [&](const std::string& name, EntryKind /*kind*/) {
-        names.push_back(name);
-        return true;
-      });
+  const std::error_code code = CurrentPlatform().Search(native, kind, [&](const FoundEntry& entry) {
+    names.push_back(entry.name);
+    return true;
+  });
   if (code) {
     throw SystemError(code, "list the folder", folder);
   }
