@@ -24,11 +24,12 @@ namespace tarvell {
 [[nodiscard]] std::string PathText(const std::filesystem::path& native);
 std::string PathText(const std::string& path) = delete;
 
-/// The whole of the path that `path` means, as a path of the program.
+/// The absolute path that `path` means, as a path of the program.
 [[nodiscard]] std::string FullPathText(std::string_view path);
 
-/// Throws a Name error for a path such as "\\server\share" on a system that reaches shares only by
-/// folders; its text says how. A path that begins with "//" is accepted where it exists.
+/// Throws a Name error for a path such as "\\server\share" on a system that reaches shares only
+/// through the folders where they are mounted; the error says what to do. A path that begins with
+/// "//" is accepted where it exists.
 void CheckNamesNoShare(std::string_view path);
 
 /// Folder that holds the drives ("c" in it is drive C:), "" on a system with drive letters.

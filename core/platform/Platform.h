@@ -63,7 +63,7 @@ struct EntryFacts {
   std::time_t modified = 0;  ///< when its content was last written, 0 if unknown
 };
 
-/// Takes the name of an entry, and its kind where the folder itself says it, else None. Returns
+/// Takes the name of an entry, and its kind if the folder records it, otherwise None. Returns
 /// whether the search goes on.
 using SearchVisitor = std::function<bool(const std::string& name, EntryKind kind)>;
 
@@ -159,7 +159,7 @@ class Platform {
   [[nodiscard]] virtual bool QueryOSVersion(OSVersionRecord& record) = 0;
 };
 
-/// The folder at which every path begins that starts with a separator.
+/// The folder in which a path that starts with a separator begins.
 [[nodiscard]] std::filesystem::path RootFolder();
 
 /// The operating system itself.
@@ -168,8 +168,8 @@ class Platform {
 /// The platform that the program uses: the operating system, or what was put in its place.
 [[nodiscard]] Platform& CurrentPlatform();
 
-/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller keeps it
-/// alive. Returns the argument of the call before this one.
+/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller must keep it
+/// alive. Returns the argument of the previous call.
 Platform* SetCurrentPlatform(Platform* platform);
 
 }  // namespace tarvell
