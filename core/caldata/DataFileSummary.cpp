@@ -71,7 +71,7 @@ FileSummary SummaryOfOldFile(std::string_view bytes) {
   return summary;
 }
 
-/// The next line of `rest`, from where a load begins to read it.
+/// The next line of `rest`, without the blanks at its beginning, which a load skips.
 std::string_view TakeLoadedLine(std::string_view& rest) {
   const std::string_view line = TakeLine(rest);
   return line.substr(std::min(line.find_first_not_of(" \t"), line.size()));

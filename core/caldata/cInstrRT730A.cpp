@@ -82,8 +82,8 @@ std::string NumberOfCell(std::int16_t page, Cell cell, std::string_view text) {
   }
 }
 
-/// The text of an uncertainty's cell for a file's field, which has one character for its unit; ""
-/// where there is no format.
+/// The text of an uncertainty's cell for a file's field, whose last character is its unit; "" where
+/// there is no format.
 std::string UncertaintyRead(std::int16_t page, Cell cell, std::string_view field) {
   const Uncertainty uncertainty = UncertaintyOfField(Trim(WithoutLast(field, 1)), kPpmEnds);
   const ResistorFormat* format = FindFormat(page, cell);
@@ -150,7 +150,7 @@ class cInstrRT730A::Reader final : public SetReader {
     } else if (keyword == "1") {
       ReadPage(4, 1, reader);
     } else if (keyword == "10" && words[1] != "ohm") {
-      // The 10 ohm title is part of the "High" one, and is ignored here.
+      // A 10 ohm title begins no section by itself: it is part of the "High" title.
       ReadPage(5, 1, reader);
     } else if (keyword == "100" && words[1] == "kohm") {
       ReadPage(6, 1, reader);
