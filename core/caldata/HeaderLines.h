@@ -21,7 +21,7 @@ enum class HeaderField { ModelNumber, SerialNumber, CalDate, CalNumber, DueDate,
 inline constexpr std::size_t kHeaderLines = 6;
 using HeaderFieldSet = std::bitset<kHeaderLines>;
 
-/// The field of a keyword in any case; nothing for a keyword that is none of the header's.
+/// The field of a keyword in any case; nothing for a keyword that the header does not have.
 [[nodiscard]] std::optional<HeaderField> HeaderFieldOf(std::string_view keyword);
 
 [[nodiscard]] std::string_view KeywordOf(HeaderField field);

@@ -15,7 +15,7 @@
 
 namespace tarvell {
 
-/// Whatever one load finds doubtful in its file, one note for each.
+/// The notes of one load: a sentence about each thing that is doubtful in its file.
 class LoadNotes {
  public:
   /// `isReadOverDefaults` says whether the default data were in the object when the load began.

@@ -40,7 +40,7 @@ struct PasteStart {
 
 /// The cells that pasting `text` changes, row by row. Each line of it is a row, from the row of the
 /// start downwards, and holds the numbers of one column or of several, separated by TAB. Lines end
-/// with LF or CR LF; a line end at the end of the text does not add an empty line.  A number may
+/// with LF or CR LF; a line end at the end of the text does not add an empty line. A number may
 /// have the unit of its cell with it.
 ///
 /// Throws when not every value can be stored. `line` is then the line with the error, counted from

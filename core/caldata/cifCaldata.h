@@ -77,8 +77,8 @@ class cifCaldata {
   /// What the last load found doubtful in its file, to be reported before the data are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
 
-  /// What the last load found of its file's header. A field whose line the file lacks keeps its
-  /// value.
+  /// What the last load found out about its file's header. A field whose line the file lacks keeps
+  /// its value.
   [[nodiscard]] virtual const LoadedHeader& HeaderOfLoad() const = 0;
 
   /// Fills the grid with the page's captions and rows.

@@ -15,9 +15,9 @@
 /// folder.
 namespace tarvell {
 
-/// The path of the system that `path` means. "\" and "/" both separate. "." and ".." are resolved,
-/// and ".." never leads out of a drive. Where no entry has exactly the name in `path`, one that
-/// differs from it only in case is meant.
+/// The path of the system that `path` means. "\" and "/" both separate names. "." and ".." are
+/// resolved, and ".." never leads out of a drive. Where no entry has exactly the name in `path`,
+/// one that differs from it only in case is meant.
 [[nodiscard]] std::filesystem::path NativePath(std::string_view path);
 
 /// A path of the system as the program shows it: with its drive letter when it is on a drive.

@@ -37,9 +37,9 @@ enum class ErrorKind {
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
 /// - ReadProfile falls back to the default directories.
 ///
-/// `text` is one or more whole sentences for the operator: what happened and what to do. `path` is
-/// the file or folder concerned, as a path of the program, or "". `line` is the line of that file,
-/// counted from 1, or 0 if the error is not about one line.
+/// `text` is one or more whole sentences for the operator: what happened and what to do.
+/// `path` is the file or folder concerned, as a path of the program, or "".
+/// `line` is the line of that file, counted from 1, or 0 if the error is not about one line.
 class Error : public std::exception {
  public:
   Error(ErrorKind kind, std::string text, std::string path = {}, int line = 0);

@@ -306,7 +306,7 @@ std::string InstrumentBytes(const StationInstrument& instrument) {
   return text.Bytes();
 }
 
-/// What an unchanged save would write, "" if it would fail.
+/// What a save would write if the user changed nothing, "" if it would fail.
 std::string UnchangedBytes(const StationInstrument& instrument) {
   try {
     return InstrumentBytes(instrument);
