@@ -183,7 +183,7 @@ class MemoryPlatform final : public Platform {
 
   inline static const Path kDrive = "/drives/c";
   Platform* before_;
-  std::map<Path, std::shared_ptr<std::string>> entries_;  ///< content by path, none of a folder
+  std::map<Path, std::shared_ptr<std::string>> entries_;  ///< content by path, nullptr for a folder
 };
 
 }  // namespace tarvell::fuzz

@@ -130,7 +130,7 @@ class UnreadableEntries {
   }
 
  private:
-  // A message on a small screen has room for so many.
+  // As many as a message on a small screen has room for.
   static constexpr std::size_t kNamedEntries = 5;
 
   [[nodiscard]] std::string Text() const {

@@ -23,7 +23,7 @@ namespace {
 
 struct KitFile {
   std::string serialNumber;  ///< the second item of the file
-  std::string name;          ///< that it has as a data file
+  std::string name;          ///< the name that the file gets as a data file
 };
 
 KitFile Identify(const std::filesystem::path& source) {
@@ -68,7 +68,7 @@ Replacement TestKitWouldReplace(const std::filesystem::path& source,
     throw SystemError(code, "read the file", source.string());
   }
   Replacement replacement = ReplacementBy(StoredFile(), target, bytes, &SummaryOfKitFile);
-  // A new file of the same kit is what an update brings.
+  // An update brings a new file of the same kit, so that there is nothing to ask.
   if (replacement.kind != Replacement::Kind::AnotherSerialNumber) {
     return {};
   }

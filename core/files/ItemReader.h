@@ -65,7 +65,7 @@ class ItemReader {
   /// The file's path as errors name it.
   [[nodiscard]] const std::string& Path() const { return path_; }
 
-  /// What was read of the file.
+  /// The bytes that were read from the file.
   [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
   /// Whether all of Bytes() has been used up, so that more bytes could change the last item.
@@ -74,7 +74,7 @@ class ItemReader {
  private:
   ItemReader() = default;
 
-  /// Throws the NotAFile error of a file whose bytes are used up and that goes on after them.
+  /// Throws a NotAFile error if all of `bytes_` is used up but the file goes on after it.
   void CheckGoesOnWithin() const;
   void Decode(std::string_view bytes, std::string& item) const;
   [[nodiscard]] bool Next(std::string& item);
@@ -93,9 +93,9 @@ class ItemReader {
 /// cannot be read.
 [[nodiscard]] ItemReader ReaderOfBeginning(const FoundEntry& entry, std::string shown);
 
-/// What `read` makes of the first items of a file that a search has found, without reading a large
-/// file whole. `read` is called with a reader of the file's beginning and, if that is not enough,
-/// again with one of the whole file. Errors name the file as `shown`.
+/// The result of `read` for the first items of a file that a search has found. A large file is read
+/// whole only if its beginning is not enough. `read` is first called with a reader of the beginning
+/// and then, if necessary, with one of the whole file. Errors name the file as `shown`.
 template <typename Read>
 auto ReadFirstItems(const FoundEntry& entry, std::string shown, const Read& read) {
   ItemReader beginning = ReaderOfBeginning(entry, std::move(shown));

@@ -13,7 +13,7 @@ namespace {
 // More than any file that the program writes, so that one call reads it.
 constexpr std::size_t kBlockSize = 16384;
 
-/// Appends what one call gives, at most a block; `count` says how much.
+/// Appends what one call reads, at most a block, and sets `count` to the number of bytes.
 [[nodiscard]] std::error_code ReadBlock(InputFile& file, std::string& bytes, std::size_t& count) {
   std::array<char, kBlockSize> block;  // NOLINT(*-member-init): not worth filling it twice
   const std::error_code code = file.Read(block.data(), block.size(), count);

@@ -14,7 +14,7 @@
 
 namespace tarvell {
 
-/// No file that is read as data is larger than 4 MiB: hundreds of times what the program writes.
+/// A file of more than 4 MiB is not read as data. The program writes hundreds of times less.
 inline constexpr std::size_t kDataFileLimit = 1U << 22U;
 
 /// The result of reading a file that is larger than its limit.

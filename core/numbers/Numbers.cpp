@@ -28,7 +28,8 @@ class NumberScanner {
  public:
   explicit NumberScanner(std::string_view text) : text_(text) {}
 
-  /// The number's text, "" when there are no digits. Position() is then after it.
+  /// The text of the number, "" if it has no digits. Afterwards Position() is the end of what was
+  /// read.
   std::string Scan() {
     std::string number;
     const char sign = Peek();
@@ -97,8 +98,8 @@ class NumberScanner {
   std::size_t position_ = 0;
 };
 
-/// Whether a number that no double can hold is too large, not too small. `number` is in the form
-/// that NumberScanner gives.
+/// Whether a number that no double can hold is too large rather than too small. `number` is in the
+/// form that NumberScanner gives.
 bool IsTooLarge(std::string_view number) {
   const std::size_t mantissaEnd = std::min(number.find('e'), number.size());
   const std::string_view mantissa = number.substr(0, mantissaEnd);

@@ -12,7 +12,7 @@
 
 namespace tarvell {
 
-/// Linux, without a recycle bin: the screens add the desktop's.
+/// Linux, without a recycle bin: DesktopPlatform adds the desktop's trash.
 class LinuxPlatform : public Platform {
  public:
   [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,

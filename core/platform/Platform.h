@@ -67,7 +67,7 @@ struct EntryFacts {
 struct FoundEntry {
   const std::filesystem::path& folder;
   std::string name;
-  EntryKind kind = EntryKind::None;  ///< where the folder itself says it, else None
+  EntryKind kind = EntryKind::None;  ///< if the folder records it, otherwise None
   int openFolder = -1;               ///< the platform's own number of the open folder
 };
 
@@ -169,7 +169,7 @@ class Platform {
   [[nodiscard]] virtual bool QueryOSVersion(OSVersionRecord& record) = 0;
 };
 
-/// The folder at which every path begins that starts with a separator.
+/// The folder in which a path that starts with a separator begins.
 [[nodiscard]] std::filesystem::path RootFolder();
 
 /// The operating system itself.
@@ -178,8 +178,8 @@ class Platform {
 /// The platform that the program uses: the operating system, or what was put in its place.
 [[nodiscard]] Platform& CurrentPlatform();
 
-/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller keeps it
-/// alive. Returns the argument of the call before this one.
+/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller must keep it
+/// alive. Returns the argument of the previous call.
 Platform* SetCurrentPlatform(Platform* platform);
 
 }  // namespace tarvell
