@@ -62,7 +62,7 @@ std::string NextItem(ItemReader& reader) {
 }
 
 FileSummary SummaryOfOldFile(std::string_view bytes) {
-  ItemReader reader = ItemReader::Of(std::string(bytes));
+  ItemReader reader = ItemReader::Of(bytes);
   static_cast<void>(NextItem(reader));
   FileSummary summary;
   summary.serialNumber = NextItem(reader);
@@ -184,7 +184,7 @@ FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
 }
 
 FileSummary SummaryOfKitFile(std::string_view bytes) {
-  ItemReader reader = ItemReader::Of(std::string(bytes));
+  ItemReader reader = ItemReader::Of(bytes);
   static_cast<void>(NextItem(reader));
   const std::string item = NextItem(reader);
   std::string_view serial = Trim(StripNull(item));

@@ -53,10 +53,24 @@ ItemReader::ItemReader(std::string_view path) : ItemReader(NativePath(path), std
   }
 }
 
-ItemReader ItemReader::Of(std::string bytes, std::string shown) {
+ItemReader ItemReader::Of(std::string_view bytes, std::string shown) {
   ItemReader reader;
   reader.path_ = std::move(shown);
-  reader.bytes_ = std::move(bytes);
+  reader.bytes_ = bytes;
+  return reader;
+}
+
+ItemReader ItemReader::OfBeginning(const FoundEntry& entry, std::string shown) {
+  ItemReader reader;
+  reader.path_ = std::move(shown);
+  std::unique_ptr<InputFile> file;
+  std::error_code code = CurrentPlatform().OpenFound(entry, file);
+  if (!code) {
+    code = ReadBeginning(*file, reader.bytes_);
+  }
+  if (code) {
+    throw SystemError(code, kReading, reader.path_);
+  }
   return reader;
 }
 
@@ -122,19 +136,6 @@ bool ItemReader::Next(std::string& item) {
   line_ += LineEndsIn({isQuoted ? begin : end, next});
   position_ += static_cast<std::size_t>(next - rest.begin());
   return true;
-}
-
-ItemReader ReaderOfBeginning(const FoundEntry& entry, std::string shown) {
-  std::unique_ptr<InputFile> file;
-  std::error_code code = CurrentPlatform().OpenFound(entry, file);
-  std::string bytes;
-  if (!code) {
-    code = ReadBeginning(*file, bytes);
-  }
-  if (code) {
-    throw SystemError(code, kReading, shown);
-  }
-  return ItemReader::Of(std::move(bytes), std::move(shown));
 }
 
 }  // namespace tarvell

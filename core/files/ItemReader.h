@@ -36,7 +36,11 @@ class ItemReader {
              TextEncoding encoding = TextEncoding::FileCharacters);
 
   /// A reader of the content of a file. Errors name the file as `shown`.
-  [[nodiscard]] static ItemReader Of(std::string bytes, std::string shown = {});
+  [[nodiscard]] static ItemReader Of(std::string_view bytes, std::string shown = {});
+
+  /// A reader of the beginning of a file that a search has found, more than any header. Errors name
+  /// the file as `shown`. Throws the error of a file that cannot be read.
+  [[nodiscard]] static ItemReader OfBeginning(const FoundEntry& entry, std::string shown);
 
   /// Whether no byte is left after the terminator of the last item that was read.
   [[nodiscard]] bool AtEnd() const;
@@ -89,16 +93,12 @@ class ItemReader {
   std::string item_;  ///< that ReadItem has read
 };
 
-/// A reader of the beginning of a file that a search has found. Throws the error of a file that
-/// cannot be read.
-[[nodiscard]] ItemReader ReaderOfBeginning(const FoundEntry& entry, std::string shown);
-
 /// The result of `read` for the first items of a file that a search has found. A large file is read
 /// whole only if its beginning is not enough. `read` is first called with a reader of the beginning
 /// and then, if necessary, with one of the whole file. Errors name the file as `shown`.
 template <typename Read>
 auto ReadFirstItems(const FoundEntry& entry, std::string shown, const Read& read) {
-  ItemReader beginning = ReaderOfBeginning(entry, std::move(shown));
+  ItemReader beginning = ItemReader::OfBeginning(entry, std::move(shown));
   try {
     auto result = read(beginning);
     if (!beginning.UsedAllBytes()) {

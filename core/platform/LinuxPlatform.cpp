@@ -227,7 +227,9 @@ std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path,
 
 std::error_code LinuxPlatform::OpenFound(const FoundEntry& entry,
                                          std::unique_ptr<InputFile>& file) {
-  return OpenOrdinary(entry.openFolder, entry.name.c_str(), entry.kind, file);
+  return entry.openFolder < 0
+             ? Platform::OpenFound(entry, file)
+             : OpenOrdinary(entry.openFolder, entry.name.c_str(), entry.kind, file);
 }
 
 std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& folder,

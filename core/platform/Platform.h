@@ -68,7 +68,7 @@ struct FoundEntry {
   const std::filesystem::path& folder;
   std::string name;
   EntryKind kind = EntryKind::None;  ///< if the folder records it, otherwise None
-  int openFolder = -1;               ///< the platform's own number of the open folder
+  int openFolder = -1;               ///< the platform's own number of the open folder, or -1
 };
 
 /// Takes an entry. Returns whether the search goes on.

@@ -200,11 +200,18 @@ TEST(ItemReader, ReadsFilesOfAtMostFourMebibytes) {
 
 /// The second item of the file, and how many bytes were read for it.
 std::pair<std::string, std::size_t> SecondItem(const TestTree& tree) {
-  return ReadFirstItems(tree.Native(kPath), EntryKind::File, kPath, [](ItemReader& reader) {
-    (void)reader.ReadItem();
-    std::string item = reader.ReadItem();
-    return std::pair(item, reader.Bytes().size());
-  });
+  const std::filesystem::path folder = tree.Native(kPath).parent_path();
+  std::pair<std::string, std::size_t> second;
+  const auto read = [&](const FoundEntry& entry) {
+    second = ReadFirstItems(entry, kPath, [](ItemReader& reader) {
+      (void)reader.ReadItem();
+      std::string item = reader.ReadItem();
+      return std::pair(item, reader.Bytes().size());
+    });
+    return true;
+  };
+  EXPECT_FALSE(CurrentPlatform().Search(folder, SearchKind::EveryName, read));
+  return second;
 }
 
 TEST(ReadFirstItems, ReadsMoreThanTheBeginningOnlyWhenItMust) {
