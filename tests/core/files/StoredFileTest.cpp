@@ -356,6 +356,7 @@ TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
   EXPECT_TRUE(test::Contains(error.Text(),
                              "Nothing was saved. Cannot keep the earlier file in the recycle bin"))
       << error.Text();
+  EXPECT_TRUE(test::Contains(error.Text(), "the disk is full")) << error.Text();
   EXPECT_EQ(tree_.Read(kFile), "old");
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
   platform_.failure = {};
