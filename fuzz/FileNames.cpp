@@ -4,12 +4,10 @@
 #include "core/files/FileNames.h"
 
 #include <string>
-#include <vector>
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
 #include "core/files/Paths.h"
-#include "core/station/StationFiles.h"
 
 /// Names that become files and folders. The input is what a user types: a station's name, a serial
 /// number or a model number.
@@ -41,46 +39,12 @@ void CheckDataFileName(const std::string& serial) {
   }
 }
 
-/// Makes one entry of this name in an empty folder.
-template <typename Make, typename List>
-void CheckEntry(const MemoryPlatform& disk, const std::string& name, const Make& make,
-                const List& list) {
-  const std::size_t before = disk.EntryCount();
-  const bool accepted = Accepts(make);
-  Require(disk.EntryCount() == before + (accepted ? 1 : 0), "a refused name changes nothing", name);
-  if (accepted) {
-    Require(IsComponent(name), "an accepted name is one path component", name);
-    Require(list() == std::vector<std::string>{name}, "the list shows the entry", name);
-  }
-}
-
 }  // namespace
 
 void Run(Input input) {
   const std::string name = input.Rest();
   CheckName(name);
   CheckDataFileName(name);
-
-  MemoryPlatform disk;
-  disk.MakeFolders("root");
-  CheckEntry(
-      disk, name, [&] { MakeStation("c:\\root", name); }, [] { return ListStations("c:\\root"); });
-
-  disk.MakeFolders("other/S1");
-  const std::size_t before = disk.EntryCount();
-  const std::string station = R"(c:\other\S1)";
-  StationInstrument instrument;
-  instrument.ModelNumber = name;
-  StoredFile file;
-  CheckEntry(
-      disk, name, [&] { SaveInstrumentFile(station, instrument, file); },
-      [&] { return ListInstruments(station); });
-  if (disk.EntryCount() > before) {
-    Require(disk.Find("other/S1/" + name) != nullptr, "an instrument is a file in its station",
-            name);
-    DeleteInstrumentFile(station, name);
-    Require(disk.EntryCount() == before, "deleting an instrument deletes its file", name);
-  }
 }
 
 }  // namespace tarvell::fuzz

@@ -14,13 +14,6 @@ unsigned Input::Byte() {
   return position_ < bytes_.size() ? static_cast<unsigned char>(bytes_[position_++]) : 0U;
 }
 
-std::string Input::Line() {
-  const std::size_t start = position_;
-  const std::size_t end = std::min(bytes_.find('\n', start), bytes_.size());
-  position_ = std::min(end + 1, bytes_.size());
-  return bytes_.substr(start, end - start);
-}
-
 std::string Input::Rest() {
   return bytes_.substr(std::exchange(position_, bytes_.size()));
 }

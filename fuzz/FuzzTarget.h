@@ -22,8 +22,6 @@ class Input {
 
   /// The next byte, 0 after the last one.
   [[nodiscard]] unsigned Byte();
-  /// The bytes up to the next line feed, which is skipped, or to the end.
-  [[nodiscard]] std::string Line();
   [[nodiscard]] std::string Rest();
 
  private:

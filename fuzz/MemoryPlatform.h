@@ -47,8 +47,6 @@ class MemoryPlatform final : public Platform {
     const auto found = entries_.find(kDrive / path);
     return found == entries_.end() ? nullptr : found->second.get();
   }
-  /// Number of files and folders on the disk.
-  [[nodiscard]] std::size_t EntryCount() const { return entries_.size(); }
 
   /// The largest number of bytes that one read returns.
   std::size_t readAtMost = 4096;
@@ -124,12 +122,8 @@ class MemoryPlatform final : public Platform {
     }
     return {};
   }
-  std::error_code Recycle(const Path& path) override {
-    const std::string inside = path.string() + "/";
-    const std::size_t removed = std::erase_if(entries_, [&](const auto& entry) {
-      return entry.first == path || entry.first.string().starts_with(inside);
-    });
-    return removed > 0 ? std::error_code() : Failure(std::errc::no_such_file_or_directory);
+  std::error_code Recycle(const Path& /*path*/) override {
+    return Failure(std::errc::not_supported);
   }
   std::error_code RecycleCopy(const Path& /*path*/) override { return {}; }
 

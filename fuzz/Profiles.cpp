@@ -9,19 +9,16 @@
 #include "MemoryPlatform.h"
 #include "core/text/FileCharacters.h"
 
-/// The INI file. The first byte of an input chooses: an INI file of the bytes that follow is read,
-/// or the two lines that follow are written as the directories and read back.
+/// The INI file. An input is one; the directories that are read from it are written and read back.
 namespace tarvell::fuzz {
 namespace {
 
 constexpr const char* kIni = "windows/tarvell.ini";
 
-/// Whether a directory is read back. A comma or a line end ends it, blanks at its end are dropped,
-/// and an empty one means the default.
+/// Whether a directory is read back. A comma or a line end, which a quoted line may hold, ends it,
+/// and a TAB at its end is dropped.
 bool IsKept(const std::string& directory) {
-  return !directory.empty() &&
-         directory.find_first_of(std::string(",\r\n\0", 4)) == std::string::npos &&
-         directory.back() != ' ' && directory.back() != '\t';
+  return directory.find_first_of(",\r\n") == std::string::npos && directory.back() != '\t';
 }
 
 void CheckWriting(const std::string& calibrationDir, const std::string& stationDir) {
@@ -37,15 +34,17 @@ void CheckWriting(const std::string& calibrationDir, const std::string& stationD
   std::string calibration;
   std::string station;
   ReadProfile(calibration, station);
-  // A file with bytes that are not UTF-8 is read as one from an older system.
-  if (IsUtf8(calibrationDir) && IsUtf8(stationDir) && IsKept(calibrationDir)) {
+  if (IsKept(calibrationDir)) {
     Require(calibration == calibrationDir, "the calibration directory comes back", calibration);
     Require(station == stationDir || !IsKept(stationDir), "the station directory comes back",
             station);
   }
 }
 
-void CheckReading(const std::string& bytes) {
+}  // namespace
+
+void Run(Input input) {
+  const std::string bytes = input.Rest();
   MemoryPlatform disk;
   disk.Put(kIni, bytes);
   std::string calibration;
@@ -55,17 +54,6 @@ void CheckReading(const std::string& bytes) {
   Require(IsUtf8(calibration) && IsUtf8(station), "a directory is text");
   Require(*disk.Find(kIni) == bytes, "reading changes nothing");
   CheckWriting(calibration, station);
-}
-
-}  // namespace
-
-void Run(Input input) {
-  if ((input.Byte() & 1U) != 0) {
-    CheckReading(input.Rest());
-    return;
-  }
-  const std::string calibrationDir = input.Line();
-  CheckWriting(calibrationDir, input.Line());
 }
 
 }  // namespace tarvell::fuzz

@@ -7,17 +7,14 @@
 #include <array>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
 #include "core/files/FileNames.h"
-#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
-/// The files of the stations. The first byte of an input chooses: an instrument file of the bytes
-/// that follow is loaded, saved, loaded and saved, or the lines that follow are the names in the
-/// two INDEX files.
+/// The files of the stations' instruments. An input is one, which is loaded, saved, loaded and
+/// saved.
 namespace tarvell::fuzz {
 namespace {
 
@@ -98,7 +95,10 @@ void CheckSaving(MemoryPlatform& disk, const StationInstrument& instrument) {
           first + "\n" + second);
 }
 
-void CheckInstrument(const std::string& bytes) {
+}  // namespace
+
+void Run(Input input) {
+  const std::string bytes = input.Rest();
   MemoryPlatform disk;
   disk.Put("root/S1/other", bytes);
   StationInstrument instrument;
@@ -120,41 +120,6 @@ void CheckInstrument(const std::string& bytes) {
     *text += text->empty() ? "x" : "";
   }
   CheckSaving(disk, instrument);
-}
-
-/// The names as they are given.
-void CheckIndexes(Input& input) {
-  std::vector<std::string> names;
-  std::string expected;
-  for (std::string line = input.Line(); !line.empty(); line = input.Line()) {
-    names.push_back(DecodeFileText(line));
-    expected += line + "\r\n";
-  }
-  MemoryPlatform disk;
-  disk.MakeFolders("root/S1");
-  const bool areLines = std::none_of(names.begin(), names.end(), [](const std::string& name) {
-    return name.find_first_of("\r\n") != std::string::npos;
-  });
-  Require(Accepts([&] { WriteStationIndex("c:\\root", names); }) == areLines,
-          "only a name with a line end is refused");
-  if (areLines) {
-    Require(*disk.Find("root/INDEX") == expected, "the root's INDEX has a line for each station");
-    WriteStationInstrumentIndex(kStation, names);
-    Require(*disk.Find("root/S1/INDEX") == expected + "INDEX\r\n",
-            "a station's INDEX has a line for each instrument and ends with its own name");
-    Require(ListStations("c:\\root") == std::vector<std::string>{"S1"}, "INDEX is no station");
-    Require(ListInstruments(kStation).empty(), "INDEX is no instrument");
-  }
-}
-
-}  // namespace
-
-void Run(Input input) {
-  if (input.Byte() % 3 == 0) {
-    CheckInstrument(input.Rest());
-  } else {
-    CheckIndexes(input);
-  }
 }
 
 }  // namespace tarvell::fuzz

@@ -118,16 +118,6 @@ Texts SetStage::WholeHeader() const {
           "!"};
 }
 
-Texts SetStage::EmptyHeader() const {
-  Texts lines = WholeHeader();
-  lines[1] = "#SER_NO   : ";
-  lines[2] = "#CAL_DATE : 00000";
-  lines[3] = "#CAL_NO   : ";
-  lines[4] = "#DUE_DATE : 00000";
-  lines[5] = "#COMMENT  : ";
-  return lines;
-}
-
 std::string SetStage::Saved() const {
   EXPECT_EQ(data_->SaveCalibrationDataToFile(kFile), 0);
   return tree_.Read(kFile);

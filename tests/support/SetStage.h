@@ -49,8 +49,6 @@ class SetStage {
   /// the first page.
   void SetHeader();
   [[nodiscard]] Texts WholeHeader() const;
-  /// The same lines of an object without header values.
-  [[nodiscard]] Texts EmptyHeader() const;
 
   [[nodiscard]] std::string Saved() const;
   /// The data line of the only row of the file, when this page holds it.

@@ -20,6 +20,7 @@ namespace {
 
 constexpr const char* kFile = R"(c:\calfactors\PX12A\SN12345)";
 const std::string k20Words = "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20";
+
 class CalDataFileTest : public testing::Test {
  protected:
   /// Loads a file of these lines.
@@ -60,8 +61,6 @@ class CalDataFileTest : public testing::Test {
   cInstrPX12A data_;
 };
 
-// Plain values.
-
 TEST_F(CalDataFileTest, PropertiesGiveBackWhatWasSetUntilAFileHasALineForThem) {
   data_.SetPath(" a path ");
   data_.SetModelNumber("model");
@@ -85,8 +84,6 @@ TEST_F(CalDataFileTest, PropertiesGiveBackWhatWasSetUntilAFileHasALineForThem) {
   }
 }
 
-// Writing.
-
 TEST_F(CalDataFileTest, HeaderValuesAreWrittenAsTheyAre) {
   data_.SetModelNumber("another model");
   data_.SetSerialNumber(" 12 ");
@@ -99,6 +96,13 @@ TEST_F(CalDataFileTest, HeaderValuesAreWrittenAsTheyAre) {
     data_.SetComment(comment);
     EXPECT_EQ(SavedLine(5), "#COMMENT  : " + comment);
   }
+  // What is no name of a month is written as 00.
+  for (const char* month : {"", "jan", "1"}) {
+    data_.SetCalDate(2001, month, 5);
+    EXPECT_EQ(SavedLine(2), "#CAL_DATE : 20010005") << month;
+  }
+  EXPECT_EQ(data_.LoadCalibrationDataFromFile(kFile), 0);
+  EXPECT_EQ(CalDateOf(data_), (Date{2001, "", 5}));
 }
 
 TEST_F(CalDataFileTest, AHeaderValueIsRefusedWhereAnotherLineWouldBeReadFromItOrItIsTooLong) {
@@ -123,15 +127,6 @@ TEST_F(CalDataFileTest, AHeaderValueIsRefusedWhereAnotherLineWouldBeReadFromItOr
   }
 }
 
-TEST_F(CalDataFileTest, AMonthThatIsNoMonthNameIsWrittenAs00AndComesBackEmpty) {
-  for (const char* month : {"", "Jan", "jan", "JANUARY", "1", "XYZ"}) {
-    data_.SetCalDate(2001, month, 5);
-    EXPECT_EQ(SavedLine(2), "#CAL_DATE : 20010005") << month;
-    EXPECT_EQ(data_.LoadCalibrationDataFromFile(kFile), 0);
-    EXPECT_EQ(CalDateOf(data_), (Date{2001, "", 5})) << month;
-  }
-}
-
 TEST_F(CalDataFileTest, ACellThatCannotBeSavedIsRefusedAndTheEarlierFileIsWhole) {
   tree_.Write(kFile, "earlier");
   for (const auto& [row, kind] :
@@ -148,36 +143,20 @@ TEST_F(CalDataFileTest, ACellThatCannotBeSavedIsRefusedAndTheEarlierFileIsWhole)
   }
 }
 
-// Reading.
-
-TEST_F(CalDataFileTest, HeaderLinesAreReadInAnyCase) {
-  Load({"#model_no : other", "#ser_no : 3318A12345", "#Cal_Date : 20010305", "#CAL_NO : C-0042",
-        "#due_DATE : 20020425", "#comment : factory", "!End"});
-  EXPECT_EQ(data_.ModelNumber(), "PX12A");
-  EXPECT_EQ(data_.SerialNumber(), "3318A12345");
-  EXPECT_EQ(data_.CalibrationNumber(), "C-0042");
-  EXPECT_EQ(data_.Comment(), "factory");
-  EXPECT_EQ(CalDateOf(data_), (Date{2001, "MAR", 5}));
-  EXPECT_EQ(DueDateOf(data_), (Date{2002, "APR", 25}));
-}
-
-TEST_F(CalDataFileTest, AHeaderLineSetsItsFieldToItsFirstWord) {
+TEST_F(CalDataFileTest, AHeaderLineInAnyCaseSetsItsFieldToItsFirstWord) {
   const std::vector<std::pair<Texts, Texts>> table = {
       {{"#SER_NO   : 33 18", "#CAL_NO   : C:42", "#COMMENT  : done in lab"}, {"33", "C", "done"}},
-      // The item ends at a comma.
-      {{"#COMMENT  : left,right", "#SER_NO   : 12", "#CAL_NO 13"}, {"12", "13", "left"}},
+      // The item ends at a comma, but for a quoted one.
+      {{"#COMMENT  : left,right", "#ser_no   : 12", "#CAL_NO 13"}, {"12", "13", "left"}},
+      {{"\"#comment  : left,right\" passed over"}, {"12", "13", "left,right"}},
       {{"#SER_NO   : ", "#CAL_NO", "#COMMENT  :"}, {"", "", ""}},
-      {{"#SER_NO:12", "#CAL_NO 13", "  # COMMENT ::  \t 14  "}, {"12", "13", "14"}}};
+      {{"#SER_NO:12", "#Cal_No 13", "  # COMMENT ::  \t 14  "}, {"12", "13", "14"}}};
   for (const auto& [lines, values] : table) {
-    Load(Joined({lines, {"!End"}}));
+    Load(Joined({lines, {"#Cal_Date : 20010305", "#due_DATE : 20020425", "!End"}}));
     EXPECT_EQ((Texts{data_.SerialNumber(), data_.CalibrationNumber(), data_.Comment()}), values);
+    EXPECT_EQ(CalDateOf(data_), (Date{2001, "MAR", 5}));
+    EXPECT_EQ(DueDateOf(data_), (Date{2002, "APR", 25}));
   }
-}
-
-TEST_F(CalDataFileTest, AQuotedLineIsReadLessItsQuotes) {
-  Load({"\"#COMMENT  : left,right\" passed over", "\"*50:99.5\"", "!End"});
-  EXPECT_EQ(data_.Comment(), "left,right");
-  EXPECT_EQ(RowsOf(data_), Texts{"50|99.5"});
 }
 
 TEST_F(CalDataFileTest, UnknownKeywordsAndOtherLinesAreIgnored) {
@@ -189,18 +168,15 @@ TEST_F(CalDataFileTest, UnknownKeywordsAndOtherLinesAreIgnored) {
   EXPECT_EQ(RowsOf(data_), Texts());
 }
 
-TEST_F(CalDataFileTest, RowsAreReadOverWhatTheTableHeld) {
-  Load({"*10:91", "*20:92", "*30:93", "!End"});
-  Load({"*5:99", "!End"});
-  EXPECT_EQ(RowsOf(data_), (Texts{"5|99", "20|92", "30|93"}));
-}
-
 TEST_F(CalDataFileTest, HeaderLinesAndRowsAreReadInAnyPlaceAlsoAfterTheTerminator) {
-  Load({"*10:91", "#COMMENT  : before", "!End", "*20:92", "#SER_NO   : 12", "!", "#SER_NO   : 13",
-        "!End"});
+  Load({"*10:91", "#COMMENT  : before", "!End", "\"*20:92\"", "#SER_NO   : 12", "!",
+        "#SER_NO   : 13", "!End"});
   EXPECT_EQ(RowsOf(data_), (Texts{"10|91", "20|92"}));
   EXPECT_EQ(data_.Comment(), "before");
   EXPECT_EQ(data_.SerialNumber(), "13");
+  // Rows are read over what the table held.
+  Load({"*5:99", "!End"});
+  EXPECT_EQ(RowsOf(data_), (Texts{"5|99", "20|92"}));
 }
 
 TEST_F(CalDataFileTest, TheLastItemIsNeverInterpretedAndTheFileSaysWhatWasNotRead) {
@@ -212,9 +188,7 @@ TEST_F(CalDataFileTest, TheLastItemIsNeverInterpretedAndTheFileSaysWhatWasNotRea
   // The rows may be missing.
   Load({"#SER_NO   : 12", "!"});
   EXPECT_EQ(data_.LoadNotices().size(), 1U);
-}
-
-TEST_F(CalDataFileTest, AFileThatEndsInARemarkAfterItsRowsHasLostNothing) {
+  // A remark at the end is no loss.
   for (const Texts& end : {Texts{"!"}, Texts{"!End", "!"}, Texts{"!", "! checked"}}) {
     Load(Joined({{"*10:91", "*20:92"}, end}));
     EXPECT_EQ(RowsOf(data_), (Texts{"10|91", "20|92"}));
@@ -256,8 +230,6 @@ TEST_F(CalDataFileTest, ALineThatCannotBeReadIsAnErrorOfItsFileAndLine) {
   }
 }
 
-// The default data.
-
 TEST_F(CalDataFileTest, TheNameNewInAnyCaseMeansTheTemplateAndAnyOtherAFile) {
   for (const char* name : {"new", "NEW", "nEw"}) {
     WriteTemplate(Lines({"#COMMENT  : " + std::string(name), "*10:91", "!End"}));
@@ -274,24 +246,13 @@ TEST_F(CalDataFileTest, TheNameNewInAnyCaseMeansTheTemplateAndAnyOtherAFile) {
   }
 }
 
-TEST_F(CalDataFileTest, AMissingTemplateIsAnErrorThatNamesIt) {
-  const Error error = TemplateError();
-  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
-  EXPECT_TRUE(Contains(error.Text(), "template")) << error.Text();
-}
-
-TEST_F(CalDataFileTest, ATruncatedTemplateIsAnErrorThatNamesIt) {
-  for (const Texts& rest : {Texts{}, Texts{"*10:91"}, Texts{"*10:91", "*20:92"}}) {
-    WriteTemplate(Lines(Joined({{"#COMMENT  : factory"}, rest})));
-    EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
-  }
-}
-
 TEST_F(CalDataFileTest, ATemplateMayNameItsModelInAnyWayOrNotAtAll) {
   for (const char* line : {"#MODEL_NO : px12a", "#MODEL_NO : QZ PX12A", "#model_no : qz Px12a",
                            "#MODEL_NO : QZPX12A", "#MODEL_NO : ", "!"}) {
     SCOPED_TRACE(line);
-    WriteTemplate(Lines({line, "#SER_NO   : 12", "*10:91", "!End"}));
+    // The file may have its name in another case, too.
+    WriteNative(tree_.ProgramFolder() / "TEMPpx12a",
+                Lines({line, "#SER_NO   : 12", "*10:91", "!End"}));
     cInstrPX12A data;
     EXPECT_EQ(data.SetInitialDefaultData(), 0);
     EXPECT_EQ(data.ModelNumber(), "PX12A");
@@ -299,9 +260,16 @@ TEST_F(CalDataFileTest, ATemplateMayNameItsModelInAnyWayOrNotAtAll) {
   }
 }
 
-TEST_F(CalDataFileTest, ATemplateOfAnotherModelOfTheSameMakerIsAnErrorThatNamesBoth) {
+TEST_F(CalDataFileTest, ATemplateThatIsMissingCutOffOrOfAnotherModelIsAnErrorThatNamesIt) {
+  Error error = TemplateError();
+  EXPECT_EQ(error.Kind(), ErrorKind::NotFound);
+  EXPECT_TRUE(Contains(error.Text(), "template")) << error.Text();
+  for (const Texts& rest : {Texts{}, Texts{"*10:91"}, Texts{"*10:91", "*20:92"}}) {
+    WriteTemplate(Lines(Joined({{"#COMMENT  : factory"}, rest})));
+    EXPECT_EQ(TemplateError().Kind(), ErrorKind::Template);
+  }
   WriteTemplate(Lines({"#MODEL_NO : QZ PX11A", "*10:91", "!End"}));
-  const Error error = TemplateError();
+  error = TemplateError();
   EXPECT_EQ(error.Kind(), ErrorKind::Template);
   EXPECT_TRUE(Contains(error.Text(), "\"PX11A\", not for \"PX12A\"")) << error.Text();
 }

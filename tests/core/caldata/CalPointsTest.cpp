@@ -106,7 +106,6 @@ TEST(SensorPoints, APointGoesBeforeTheFirstGreaterOne) {
       {{"12000.0"}, 12000.04, PointPlace::Taken},
       {{"12000.0"}, 12000.06, 2},
       {{"1.0000", "2.0000"}, 2.00004, PointPlace::Taken, "GHz"},
-      {{"1.0000", "2.0000"}, 1.99996, PointPlace::Taken, "GHz"},
       {{"1.0000", "2.0000"}, 2.00006, 3, "GHz"},
       {{"2.00004"}, 2, 1, "GHz"},
       {{"2.00004"}, 2.00004, PointPlace::Taken, "GHz"},
@@ -114,14 +113,11 @@ TEST(SensorPoints, APointGoesBeforeTheFirstGreaterOne) {
       {{"100", "50", "200"}, 60, 1},
       {{"100", "50", "200"}, 150, 3},
       {{"100", "50", "200"}, 200, PointPlace::Taken},
-      {{"300", "200", "100"}, 400, 4},
       {{"50", "200", "100"}, 100, 2},
       // A row without a number counts as zero, one that is too large as the greatest.
       {{"abc", "20"}, 10, 2},
       {{"", "20"}, 30, 3},
-      {{"50.00", "1E999"}, 60, 2},
       {{"1E999", "50.00"}, 1E300, 1},
-      {{"-1E999", "50.00"}, 60, 3},
       {{"10.00", "50.00"}, -0.001, PointPlace::BelowZero},
       {{}, -1, PointPlace::BelowZero},
       {{}, 0.004, PointPlace::TooSmall},
@@ -135,15 +131,6 @@ TEST(SensorPoints, APointGoesBeforeTheFirstGreaterOne) {
     FillSensor(grid, test.rows);
     ExpectPlace(PlaceSensorPoint(grid, test.frequency, test.unit), test.where);
   }
-}
-
-TEST(SensorPoints, APointIsNamedByItsShortestNumberAndTheUnit) {
-  MemoryGrid grid;
-  FillSensor(grid, {"0.10", "50.00", "12000.0", " 1E999 "});
-  EXPECT_EQ(SensorPointName(grid, {1}, "MHz"), "0.1MHz");
-  EXPECT_EQ(SensorPointName(grid, {2}, "GHz"), "50GHz");
-  EXPECT_EQ(SensorPointName(grid, {3}, "MHz"), "12000MHz");
-  EXPECT_EQ(SensorPointName(grid, {4}, "MHz"), "1E999MHz");
 }
 
 TEST(CalPoints, AFullTableTakesNoPoint) {
@@ -216,14 +203,12 @@ TEST(AttenuatorPoints, APointGoesBeforeTheFirstGreaterSettingAndThenFrequency) {
   const std::vector<Case> table = {
       {{}, {0, 0}, 1},
       {sorted, {0, 5E7}, 1},
-      {sorted, {5, 1E10}, 1},
       {sorted, {10, 1E5}, 1},
       {sorted, {10, 5E7}, 2},
       {sorted, {10, 1E9}, 3},
       {sorted, {15, 1}, 3},
       {sorted, {20, 1E9}, 4},
       {sorted, {20, 7E9}, 5},
-      {sorted, {21, 0}, 5},
       {sorted, {10, 1E8}, PointPlace::Taken},
       {sorted, {20, 6992500000}, PointPlace::Taken},
       {{{"10.0", "50000000"}}, {10, 5E7}, PointPlace::Taken},
@@ -232,7 +217,6 @@ TEST(AttenuatorPoints, APointGoesBeforeTheFirstGreaterSettingAndThenFrequency) {
       {{{"80", "5E7"}}, {70, 5E7}, 1},
       {unsorted, {20, 5E7}, 1},
       {unsorted, {35, 5E7}, 3},
-      {unsorted, {50, 5E7}, 4},
       {unsorted, {40, 5E7}, PointPlace::Taken},
       {{{"abc", "abc"}, {"20", "5E7"}}, {10, 5E7}, 2},
       {{{"", ""}}, {0, 0}, PointPlace::Taken},
@@ -250,16 +234,18 @@ TEST(AttenuatorPoints, APointGoesBeforeTheFirstGreaterSettingAndThenFrequency) {
   }
 }
 
-TEST(AttenuatorPoints, APointIsNamedByItsShortestSettingAndItsFrequencyInMHzOrGHz) {
+TEST(CalPoints, APointIsNamedByItsShortestNumbersAndTheirUnits) {
+  MemoryGrid sensor;
+  FillSensor(sensor, {"0.10", "50.00", " 1E999 "});
+  EXPECT_EQ(SensorPointName(sensor, {1}, "MHz"), "0.1MHz");
+  EXPECT_EQ(SensorPointName(sensor, {2}, "GHz"), "50GHz");
+  EXPECT_EQ(SensorPointName(sensor, {3}, "MHz"), "1E999MHz");
   for (const auto& [setting, frequency, name] :
-       {std::tuple("10", "5.00E07", "10dB, 50MHz"),
-        std::tuple("010.000", "3.00E05", "10dB, 0.3MHz"),
+       {std::tuple("010.000", "3.00E05", "10dB, 0.3MHz"),
         std::tuple("30", "999999999", "30dB, 999.999999MHz"),
         std::tuple("30", "1.00E09", "30dB, 1GHz"),
-        std::tuple("110", "6.9925E09", "110dB, 6.9925GHz"),
-        std::tuple(".5", "0.00E00", "0.5dB, 0MHz"), std::tuple("abc", "abc", "0dB, 0MHz"),
-        std::tuple("1E999", "5.00E07", "1E999dB, 50MHz"),
-        std::tuple("10", "1E999", "10dB, 1E999Hz")}) {
+        std::tuple("110", "6.9925E09", "110dB, 6.9925GHz"), std::tuple("abc", "abc", "0dB, 0MHz"),
+        std::tuple("1E999", "1E999", "1E999dB, 1E999Hz")}) {
     MemoryGrid grid(3);
     FillAttenuator(grid, {{setting, frequency}});
     EXPECT_EQ(AttenuatorPointName(grid, {1}), name);

@@ -121,14 +121,6 @@ TEST_P(CapacitorSetFile, ReportsAnErrorOfTheHeaderBeforeOneOfAMember) {
       Contains(ErrorOf([&] { data_->SaveCalibrationDataToFile(kFile); }).Text(), "The comment"));
 }
 
-TEST_P(CapacitorSetFile, OfANewObjectHoldsItsCodeAndEmptyPages) {
-  Texts pages;
-  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
-    pages = Joined({pages, PageOf(static_cast<std::size_t>(page), "", {}), {"!"}});
-  }
-  EXPECT_EQ(Saved(), Lines(Joined({EmptyHeader(), pages})));
-}
-
 TEST_P(CapacitorSetFile, IsShownWithTheCaptionsOfEachPageAndItsRows) {
   const Texts units = set_.code == "RT520A" ? Texts{"pF", "pF", "pF", "pF", "pF"}
                                             : Texts{"nF", "nF", "uF", "uF", ""};
@@ -138,11 +130,13 @@ TEST_P(CapacitorSetFile, IsShownWithTheCaptionsOfEachPageAndItsRows) {
     grid.AddRow("left\tover");
     data_->GetCalData(page, grid);
     const std::string& unit = units.at(static_cast<std::size_t>(page));
-    EXPECT_EQ(grid.CellText(0, 0), "Frequency[Hz]");
-    EXPECT_EQ(grid.CellText(0, 1), unit.empty() ? "before" : "Capacitance[" + unit + "]") << page;
-    EXPECT_EQ(grid.CellText(0, 2), "Unc.");
-    EXPECT_EQ(grid.CellText(0, 3), "Disspation Factor");
-    EXPECT_EQ(grid.CellText(0, 4), "Unc.");
+    Texts captions;
+    for (std::int16_t column = 0; column < 5; ++column) {
+      captions.push_back(grid.CellText(0, column));
+    }
+    EXPECT_EQ(captions,
+              (Texts{"Frequency[Hz]", unit.empty() ? "before" : "Capacitance[" + unit + "]", "Unc.",
+                     "Disspation Factor", "Unc."}));
   }
   // A page is shown whole also where its first frequency is empty.
   const Rows rows = {{"", "a", "b", "c", "d"}, {"2", "e", "f", "g", "h"}};
@@ -160,18 +154,12 @@ TEST_P(CapacitorSetFile, AlignsTextsToTheRightOfTheirFieldsButTheLast) {
 }
 
 TEST_P(CapacitorSetFile, WritesAnUncertaintyInPerCent) {
-  const FieldCases table = {{"12 ppm", "   0.0012"},    {"12.000 ppm", "   0.0012"},
-                            {"12.5 ppm", "   0.0013"},  {"12.49 ppm", "   0.0012"},
-                            {"0.5 ppm", "   0.0001"},   {"0.4 ppm", "   0.0000"},
-                            {"-12.5 ppm", "  -0.0013"}, {"100000 ppm", "  10.0000"},
-                            {"12 PPM", "   0.0012"},    {"123456789 ppm", "12345.6789"},
-                            {"12ppm", "   0.0012"},     {"12", "   0.0012"},
-                            {"0.0050", "   0.0000"},    {"", "   0.0000"},
-                            {" ppm", "   0.0000"},      {"abc", "   0.0000"},
-                            {"0.0050 %", "   0.0050"},  {"0.005 %", "    0.005"},
-                            {"0.05 %", "     0.05"},    {"-0.05 %", "    -0.05"},
-                            {"5%", "         "},        {" %", "         "},
-                            {"%", "         "},         {"abc %", "      abc"}};
+  const FieldCases table = {
+      {"12.5 ppm", "   0.0013"}, {"12.49 ppm", "   0.0012"}, {"0.5 ppm", "   0.0001"},
+      {"0.4 ppm", "   0.0000"},  {"-12.5 ppm", "  -0.0013"}, {"123456789 ppm", "12345.6789"},
+      {"12 PPM", "   0.0012"},   {"12", "   0.0012"},        {"", "   0.0000"},
+      {"abc", "   0.0000"},      {"0.005 %", "    0.005"},   {"-0.05 %", "    -0.05"},
+      {"5%", "         "},       {"abc %", "      abc"}};
   for (const auto& [text, field] : table) {
     EXPECT_EQ(
         LineOf({"1", "2", text, "4", "5"}),
@@ -191,38 +179,28 @@ TEST_F(CapacitorSetAFile, TakesTheSignsOfTheOptionForSerialNumbers) {
   }
 }
 
-TEST_F(CapacitorSetCFile, SwitchesTheOptionOffAndOnWithTheSerialNumberThatItHad) {
+TEST_F(CapacitorSetCFile, SwitchesTheOptionOffAndOnWithItsRowsAndTheSerialNumberThatItHad) {
   data_->SetCalPageSerial(3, "/");
   EXPECT_EQ(data_->GetCalPageCount(), 4);
   EXPECT_EQ(data_->GetCalPageSerial(3), "");
-  Load(Page(3, {"*1"}));
-  data_->SetCalPageSerial(3, "*");
-  EXPECT_EQ(data_->GetCalPageCount(), 3);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "*");
-  data_->SetCalPageSerial(3, "*");
-  EXPECT_EQ(data_->GetCalPageSerial(3), "*");
-  data_->SetCalPageSerial(3, "/");
-  EXPECT_EQ(data_->GetCalPageCount(), 4);
-  EXPECT_EQ(data_->GetCalPageSerial(3), "S3");
-  EXPECT_EQ(FirstColumn(3), (Texts{"1"}));
-  data_->SetCalPageSerial(3, "/");
-  EXPECT_EQ(data_->GetCalPageSerial(3), "S3");
-}
-
-TEST_F(CapacitorSetCFile, SwitchesTheOptionOnWithAnyOtherSerialNumber) {
+  SetRows(3, ManyRows(2));
+  // Any other text is a serial number, and switches the option on.
   for (const char* serial : {"S9", "", "**", "//", " * ", "/ "}) {
     data_->SetCalPageSerial(3, "*");
     data_->SetCalPageSerial(3, serial);
     EXPECT_EQ(data_->GetCalPageCount(), 4) << serial;
     EXPECT_EQ(data_->GetCalPageSerial(3), serial);
-    data_->SetCalPageSerial(3, "*");
+    for (int i = 0; i < 2; ++i) {
+      data_->SetCalPageSerial(3, "*");
+      EXPECT_EQ(data_->GetCalPageCount(), 3);
+      EXPECT_EQ(data_->GetCalPageSerial(3), "*");
+    }
     data_->SetCalPageSerial(3, "/");
+    EXPECT_EQ(data_->GetCalPageCount(), 4);
     EXPECT_EQ(data_->GetCalPageSerial(3), serial);
+    EXPECT_EQ(ShownRows(3), ManyRows(2));
   }
-}
-
-TEST_F(CapacitorSetCFile, LeavesTheGridAsItIsForAnAbsentOption) {
-  SetRows(3, ManyRows(2));
+  // The grid of an absent option stays as it is.
   data_->SetCalPageSerial(3, "*");
   MemoryGrid grid(5);
   grid.SetCellText(0, 0, "caption");
@@ -231,41 +209,23 @@ TEST_F(CapacitorSetCFile, LeavesTheGridAsItIsForAnAbsentOption) {
   EXPECT_EQ(grid.RowCount(), 2);
   EXPECT_EQ(grid.CellText(0, 0), "caption");
   EXPECT_EQ(grid.CellText(1, 1), "over");
-  data_->SetCalPageSerial(3, "/");
-  EXPECT_EQ(ShownRows(3), ManyRows(2));
 }
 
-TEST_F(CapacitorSetCFile, TakesAwayAnEarlierOptionWhenItHasNone) {
+TEST_F(CapacitorSetCFile, MayLackTheOptionWhosePageIsKeptForItsReturn) {
   data_->SetCalPageSerial(3, "S3");
   SetRows(3, ManyRows(1));
   LoadOver(PagesBut({3}));
   EXPECT_EQ(data_->GetCalPageCount(), 3);
   EXPECT_EQ(data_->GetCalPageSerial(3), "*");
-  // The page is kept for the option's return.
   data_->SetCalPageSerial(3, "/");
   EXPECT_EQ(data_->GetCalPageSerial(3), "S3");
   EXPECT_EQ(ShownRows(3), ManyRows(1));
-}
-
-TEST_F(CapacitorSetCFile, MayBeATemplateWithoutTheOption) {
+  // A template may lack it, too.
   WriteNative(tree_.ProgramFolder() / "TempRT520C",
               Lines(Joined({{"#MODEL_NO : RT520C"}, PagesBut({3})})));
+  data_ = set_.create();
   EXPECT_EQ(data_->SetInitialDefaultData(), 0);
   EXPECT_EQ(data_->GetCalPageCount(), 3);
-}
-
-// Reading cells.
-
-TEST_F(CapacitorSetCFile, ReadsAnUncertaintyOfUpToFiveCharactersAsPerCentAndALongerOneAsPpm) {
-  const FieldCases table = {// in the file, in the cell
-                            {"0.005", "0.0050 %"},    {"0.0012", "12 ppm"},
-                            {"0.00125", "13 ppm"},    {"12.34", "12.3400 %"},
-                            {"12.345", "123450 ppm"}, {"-0.01", "-0.0100 %"},
-                            {"-0.001", "-10 ppm"}};
-  for (const auto& [field, text] : table) {
-    Load(Page(1, {std::string("*1:1.0nF:") + field + ":0:0"}));
-    EXPECT_EQ(ShownRows(1)[0][2], text) << field;
-  }
 }
 
 TEST_F(CapacitorSetAFile, ReadsACapacitanceLessItsLastTwoCharacters) {
@@ -280,7 +240,7 @@ TEST_F(CapacitorSetAFile, ReadsACapacitanceLessItsLastTwoCharacters) {
   }
 }
 
-TEST_F(CapacitorSetCFile, ReadsACapacitanceInTheUnitOfItsPage) {
+TEST_F(CapacitorSetCFile, ReadsACapacitanceInTheUnitOfItsPageAndALongUncertaintyAsPpm) {
   const FieldCases texts = {{"1.0000nF", "10.00001nF"},
                             {"1.000nF", "10.000nF"},
                             {"1.00000uF", "10.000005uF"},
@@ -292,6 +252,15 @@ TEST_F(CapacitorSetCFile, ReadsACapacitanceInTheUnitOfItsPage) {
     ASSERT_EQ(FirstColumn(page), (Texts{"1", "2"}));
     EXPECT_EQ(ShownRows(page)[0][1], texts[index].first) << page;
     EXPECT_EQ(ShownRows(page)[1][1], texts[index].second) << page;
+  }
+  const FieldCases uncertainties = {// in the file, in the cell; up to five characters are per cent
+                                    {"0.005", "0.0050 %"},    {"0.0012", "12 ppm"},
+                                    {"0.00125", "13 ppm"},    {"12.34", "12.3400 %"},
+                                    {"12.345", "123450 ppm"}, {"-0.01", "-0.0100 %"},
+                                    {"-0.001", "-10 ppm"}};
+  for (const auto& [field, text] : uncertainties) {
+    Load(Page(1, {std::string("*1:1.0nF:") + field + ":0:0"}));
+    EXPECT_EQ(ShownRows(1)[0][2], text) << field;
   }
 }
 
@@ -322,8 +291,11 @@ TEST_F(CapacitorSetAFile, ReadsEachRowByTheRulesOfItsPlace) {
                                 {"10", "pF", " %", "1.00001", "1.00001"}}));
 }
 
-TEST_P(CapacitorSetFile, ReadsADataLineWhateverItsBlanksAndColons) {
-  Load(PageOf(0, "x", {"*  1 :  2pF :: : 3 : 4 5", "  \t* 1\t2pF\t3 4  5 ", "*1:2pF:3:4:5"}));
+TEST_P(CapacitorSetFile, ReadsADataLineWithoutItsFirstCharacterWhateverItsBlanksAndColons) {
+  const std::string nul(1, '\0');
+  Load(PageOf(
+      0, "x",
+      {"*  1 :  2pF :: : 3 : 4 5", "", "  \t! 1\t2pF\t3 4  5 ", nul + "*9", "11:2pF:3:4:5"}));
   const Rows rows = ShownRows(0);
   ASSERT_EQ(rows.size(), 3U);
   for (const Row& row : rows) {
@@ -334,23 +306,6 @@ TEST_P(CapacitorSetFile, ReadsADataLineWhateverItsBlanksAndColons) {
     EXPECT_EQ(row[4], "5.00000");
   }
 }
-
-TEST_P(CapacitorSetFile, DropsTheFirstCharacterOfALineInAPageAndPassesOverBlankLines) {
-  Load(PageOf(0, "x", {"", "*1", "!2", "   ", "x3", "44", ""}));
-  EXPECT_EQ(FirstColumn(0), (Texts{"1", "2", "3", "4"}));
-}
-
-TEST_P(CapacitorSetFile, CutsALineInAPageAtItsFirstNul) {
-  const std::string nul(1, '\0');
-  Load(PageOf(0, "x", {"*1 2pF" + nul + " 3 4", nul + "*2", "*3"}));
-  const Rows rows = ShownRows(0);
-  ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(rows[0][0], "1");
-  EXPECT_EQ(rows[0][2], "0.0000 %");
-  EXPECT_EQ(rows[1][0], "3");
-}
-
-// Pages.
 
 TEST_P(CapacitorSetFile, KeepsOnlyTheFirstWordOfAPageSerial) {
   const FieldCases table = {// after the name of the page, serial number
@@ -397,8 +352,6 @@ TEST_P(CapacitorSetFile, ReportsARowWithoutAFrequency) {
   EXPECT_EQ(FirstColumn(0), (Texts{"1"}));
   ExpectNotice({"page " + Name(0), "no frequency in row 2", "not shown"});
 }
-
-// The largest page and the longest line.
 
 TEST_P(CapacitorSetFile, MayHave16WordsOnADataLineAndNumbersThatAreNotTooLarge) {
   const std::string words = "*1 2pF 3 4 5 6 7 8 9 10 11 12 13 14 15 16";

@@ -20,19 +20,17 @@ namespace tarvell::test {
 namespace {
 
 TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
-  const auto expect = [](const char* text, const char* before, const char* number,
-                         const char* after) {
+  using Parts = std::array<std::string, 3>;
+  const std::vector<std::pair<const char*, Parts>> cells = {{"-0.5000", {"", "-0.5000", ""}},
+                                                            {"12.346 ppm", {"", "12.346", " ppm"}},
+                                                            {"Ls/-0.5 nH", {"Ls/", "-0.5", " nH"}},
+                                                            {"pF", {"pF", "", ""}}};
+  for (const auto& [text, expected] : cells) {
     const CellParts parts = PartsOfCell(text);
-    EXPECT_EQ(parts.before, before) << text;
-    EXPECT_EQ(parts.number, number) << text;
-    EXPECT_EQ(parts.after, after) << text;
-  };
-  expect("98.0", "", "98.0", "");
-  expect("-0.5000", "", "-0.5000", "");
-  expect("12.346 ppm", "", "12.346", " ppm");
-  expect("Ls/-0.5 nH", "Ls/", "-0.5", " nH");
-  expect("pF", "pF", "", "");
-  expect("", "", "", "");
+    EXPECT_EQ(
+        (Parts{std::string(parts.before), std::string(parts.number), std::string(parts.after)}),
+        expected);
+  }
 }
 
 /// What was typed, and what the cell stores.
@@ -99,6 +97,14 @@ void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
   }
 }
 
+TEST(CellNotices, ADifferenceFromTheFileIsReportedWithBothTexts) {
+  EXPECT_EQ(ReadDifferently("12.000 ppm", "12.000 ppm"), "");
+  EXPECT_EQ(ReadDifferently("12.346 ppm", "12.000 ppm"),
+            "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".");
+  EXPECT_EQ(ReadDifferently("0.0030 %", "30 ppm"),
+            "The cell shows \"0.0030 %\", and the file will give back \"30 ppm\", the same value.");
+}
+
 TEST(CellNotices, ACellComesBackAsTheFileOfItsModelGivesIt) {
   // Set A gives ppm back in whole ones, and long percentages as ppm.
   ExpectReadBack(cInstrRT520A(), {{0, 2, 2, "12.346 ppm", "12.000 ppm"},
@@ -126,14 +132,6 @@ TEST(CellNotices, ACellComesBackAsTheFileOfItsModelGivesIt) {
                                   {2, 2, 1, "0.10 %", "0.10 %"},
                                   {1, 2, 1, "0.5 nH", "0.5 nH"}});
   ExpectReadBack(cInstrPX12A(), {{0, 1, 1, "98.0", "98.0"}});
-}
-
-TEST(CellNotices, ADifferenceFromTheFileIsReportedWithBothTexts) {
-  EXPECT_EQ(ReadDifferently("12.000 ppm", "12.000 ppm"), "");
-  EXPECT_EQ(ReadDifferently("12.346 ppm", "12.000 ppm"),
-            "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".");
-  EXPECT_EQ(ReadDifferently("0.0030 %", "30 ppm"),
-            "The cell shows \"0.0030 %\", and the file will give back \"30 ppm\", the same value.");
 }
 
 TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {

@@ -25,18 +25,20 @@ class EverySet : public testing::TestWithParam<SetModel>, public SetStage {
   [[nodiscard]] const Texts& Opening(std::size_t page) const { return set_.openings.at(page); }
 };
 
-// Reading.
-
-TEST_P(EverySet, ReadsItsPagesInAnyOrder) {
+TEST_P(EverySet, ReadsItsPagesInAnyOrderAndNamesThem) {
   Texts lines;
   for (std::size_t page = set_.pages.size(); page-- > 0;) {
     lines = Joined({lines, Page(page, {FullLine("of" + std::to_string(page)), FullLine("b")})});
   }
   Load(lines);
+  EXPECT_EQ(static_cast<std::size_t>(data_->GetCalPageCount()), set_.pages.size());
   for (std::size_t page = 0; page < set_.pages.size(); ++page) {
-    EXPECT_EQ(FirstColumn(static_cast<std::int16_t>(page)),
-              (Texts{"of" + std::to_string(page), "b"}));
+    const auto number = static_cast<std::int16_t>(page);
+    EXPECT_EQ(FirstColumn(number), (Texts{"of" + std::to_string(page), "b"}));
+    EXPECT_EQ(data_->GetCalPageName(number), Name(page));
   }
+  EXPECT_EQ(data_->GetCalPageName(static_cast<std::int16_t>(set_.pages.size())), "");
+  EXPECT_EQ(data_->GetCalPageName(-1), "");
   EXPECT_TRUE(data_->LoadNotices().empty());
 }
 
@@ -86,8 +88,6 @@ TEST_P(EverySet, WithoutAPageOrItsEndIsRefusedAsATemplate) {
   }
 }
 
-// The largest page.
-
 TEST_P(EverySet, HoldsPagesOf51RowsWhole) {
   Load(Joined({Page(0, ManyLines(51)), PagesBut({0})}));
   EXPECT_EQ(FirstColumn(0), ManyNames(51));
@@ -110,8 +110,6 @@ TEST_P(EverySet, With52RowsInAPageIsAnIndexErrorOfItsLine) {
   EXPECT_EQ(data_->SerialNumber(), "12");
   EXPECT_EQ(FirstColumn(0), ManyNames(51));
 }
-
-// The grid.
 
 TEST_P(EverySet, ReplacesAWholePageByTheTextsOfTheGrid) {
   const Rows rows = {{" a ", " 5", "b ", "%", "ppm"}, {"x", "", "", "", "\xCE\xA9"}};
@@ -139,29 +137,14 @@ TEST_P(EverySet, KeepsASerialNumberForEachPageAndOneFurtherPageThatIsNeverWritte
   EXPECT_EQ(ShownRows(further), ManyRows(2));
   EXPECT_FALSE(Contains(Saved(), "S" + std::to_string(further) + "of"));
   EXPECT_FALSE(Contains(Saved(), "\r\n*"));
-}
-
-TEST_P(EverySet, NamesItsPages) {
-  Load(PagesBut({}));
-  EXPECT_EQ(static_cast<std::size_t>(data_->GetCalPageCount()), set_.pages.size());
-  for (std::size_t page = 0; page < set_.pages.size(); ++page) {
-    EXPECT_EQ(data_->GetCalPageName(static_cast<std::int16_t>(page)), Name(page));
-  }
-  EXPECT_EQ(data_->GetCalPageName(static_cast<std::int16_t>(set_.pages.size())), "");
-  EXPECT_EQ(data_->GetCalPageName(-1), "");
-}
-
-TEST_P(EverySet, HasNoPageBeforeItsFirstOrAfterTheFurtherOne) {
-  for (const std::int16_t page :
-       {std::int16_t{INT16_MIN}, std::int16_t{-1}, static_cast<std::int16_t>(set_.pages.size() + 1),
-        std::int16_t{INT16_MAX}}) {
-    SCOPED_TRACE(page);
+  for (const int number : {-1, further + 1}) {
+    const auto page = static_cast<std::int16_t>(number);
     MemoryGrid grid(5);
     for (const std::function<void()>& use : std::vector<std::function<void()>>{
              [&] { data_->GetCalData(page, grid); }, [&] { data_->SetCalData(page, grid); },
              [&] { static_cast<void>(data_->GetCalPageSerial(page)); },
              [&] { data_->SetCalPageSerial(page, "x"); }}) {
-      EXPECT_EQ(ErrorOf(use).Kind(), ErrorKind::Index);
+      EXPECT_EQ(ErrorOf(use).Kind(), ErrorKind::Index) << page;
     }
   }
 }

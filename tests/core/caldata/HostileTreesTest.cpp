@@ -9,8 +9,6 @@
 #include <string>
 #include <string_view>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <utility>
 #include <vector>
 
 #include "core/caldata/TestKit.h"
@@ -20,7 +18,6 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
 #include "support/ErrorOf.h"
-#include "support/OrdinaryUser.h"
 #include "support/TestTree.h"
 
 /// Trees that were not made for the program: each gives a list or a clear message, nothing waits,
@@ -35,7 +32,6 @@ constexpr const char* kModel = R"(c:\calfactors\PX12A)";
 constexpr const char* kData = R"(c:\calfactors\PX12A\SN1)";
 constexpr const char* kStations = "c:\\stations";
 constexpr const char* kStation = R"(c:\stations\ST1)";
-constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
 constexpr const char* kWindows = "c:\\windows";
 constexpr const char* kIni = R"(c:\windows\tarvell.ini)";
 
@@ -75,20 +71,6 @@ class HostileTree : public testing::Test {
   }
 
   static void LoadData() { cInstrPX12A().LoadCalibrationDataFromFile(kData); }
-  static void LoadInstrument() {
-    StationInstrument instrument;
-    StoredFile file;
-    LoadInstrumentFile(kInstrument, instrument, file);
-  }
-
-  /// Whether the INI file gives the directories that hold without one.
-  static bool ProfileIsDefault() {
-    std::string calibrationDir;
-    std::string stationDir;
-    ReadProfile(calibrationDir, stationDir);
-    return calibrationDir == "c:\\calfactors" && stationDir == "c:\\stations";
-  }
-
   TestTree tree_;
 };
 
@@ -103,25 +85,19 @@ const Names kOddNames = [] {
   return names;
 }();
 
-TEST_F(HostileTree, OddNamesOfDataFilesAreReadEachFromItsOwnFile) {
-  Names expected;
-  for (std::size_t i = 0; i < kOddNames.size(); ++i) {
-    const std::string serial = "SERIAL" + std::to_string(i);
-    WriteNative(In(kModel, "SN" + kOddNames[i].substr(0, 253)), DataOf(serial));
-    expected.push_back(serial);
+TEST_F(HostileTree, OddNamesAreListedReadFromTheirOwnFileAndDeleted) {
+  Names serials;
+  for (const std::string& name : kOddNames) {
+    serials.push_back("SERIAL" + std::to_string(serials.size()));
+    WriteNative(In(kModel, "SN" + name.substr(0, 253)), DataOf(serials.back()));
+    fs::create_directory(In(kStations, name));
+    WriteNative(In(kStation, name), "MODEL NUMBER x\r\n");
   }
-  EXPECT_EQ(Sorted(Serials()), Sorted(expected));
+  EXPECT_EQ(Sorted(Serials()), Sorted(serials));
   for (std::size_t row = 0; row < kOddNames.size(); ++row) {
     cInstrPX12A data;
     data.LoadCalibrationDataFromFile(gCalFiles.at(row).FilePath);
     EXPECT_EQ(data.SerialNumber(), gCalFiles.at(row).SerialNumber);
-  }
-}
-
-TEST_F(HostileTree, OddNamesOfStationsAndInstrumentsAreListedAndDeleted) {
-  for (const std::string& name : kOddNames) {
-    fs::create_directory(In(kStations, name));
-    WriteNative(In(kStation, name), "MODEL NUMBER x\r\n");
   }
   Names stations = kOddNames;
   stations.emplace_back("ST1");
@@ -136,121 +112,20 @@ TEST_F(HostileTree, OddNamesOfStationsAndInstrumentsAreListedAndDeleted) {
 }
 
 TEST_F(HostileTree, ANameThatAnIndexLineCannotHoldIsReportedAndTheEarlierIndexStays) {
-  const std::string rootIndex = R"(c:\stations\INDEX)";
-  const std::string index = R"(c:\stations\ST1\INDEX)";
-  tree_.Write(rootIndex, "ST1\r\n");
-  tree_.Write(index, "INDEX\r\n");
+  const std::string index = R"(c:\stations\INDEX)";
+  tree_.Write(index, "ST1\r\n");
   for (const std::string name : {"a\nb", "a\rb", "\u6E2C\u5B9A"}) {
     SCOPED_TRACE(name);
-    const std::vector<std::pair<std::string, std::function<void()>>> writers = {
-        {rootIndex,
-         [&] {
-           WriteStationIndex(kStations, {"ST1", name});
-         }},
-        {index, [&] {
-           WriteStationInstrumentIndex(kStation, {"PX12A", name});
-         }}};
-    for (const auto& [path, write] : writers) {
-      const Error error = ErrorOf(write);
-      EXPECT_EQ(error.Kind(), ErrorKind::Character);
-      EXPECT_EQ(error.Path(), path);
-      EXPECT_TRUE(Contains(error.Text(), "\"" + name + "\"")) << error.Text();
-      EXPECT_TRUE(Contains(error.Text(), "Rename")) << error.Text();
-    }
+    const Error error = ErrorOf([&] { WriteStationIndex(kStations, {"ST1", name}); });
+    EXPECT_EQ(error.Kind(), ErrorKind::Character);
+    EXPECT_EQ(error.Path(), index);
+    EXPECT_TRUE(Contains(error.Text(), "\"" + name + "\"")) << error.Text();
+    EXPECT_TRUE(Contains(error.Text(), "Rename")) << error.Text();
   }
-  EXPECT_EQ(tree_.Read(rootIndex), "ST1\r\n");
-  EXPECT_EQ(tree_.Read(index), "INDEX\r\n");
+  EXPECT_EQ(tree_.Read(index), "ST1\r\n");
   // A name in the characters of an older system is written unchanged.
   WriteStationIndex(kStations, {"ST1", "\xE9\xFF\xC3", "caf\u00E9"});
-  EXPECT_EQ(tree_.Read(rootIndex), "ST1\r\n\xE9\xFF\xC3\r\ncaf\xE9\r\n");
-}
-
-TEST_F(HostileTree, ATreeInUpperCaseWorksAndStaysOne) {
-  fs::remove_all(tree_.Native("c:\\"));
-  tree_.Write(R"(c:\STATIONS\ST1\PX12A)", "MODEL NUMBER PX12A\r\nCOMMENT old\r\nCAL DATA\r\n");
-  tree_.Write(R"(c:\STATIONS\ST1\INDEX)", "old");
-  tree_.Write(R"(c:\STATIONS\INDEX)", "old");
-  tree_.Write(R"(c:\WINDOWS\TARVELL.INI)", "old");
-  WriteNative(tree_.ProgramFolder() / "TEMPPX12A", DataOf("template"));
-
-  cInstrPX12A data;
-  EXPECT_NO_THROW(data.SetInitialDefaultData());
-  EXPECT_EQ(data.SerialNumber(), "template");
-  StationInstrument instrument;
-  StoredFile file;
-  EXPECT_TRUE(LoadInstrumentFile(R"(c:\stations\st1\px12a)", instrument, file));
-  instrument.ModelNumber = "px12a";
-  SaveInstrumentFile(R"(c:\stations\st1)", instrument, file);
-  WriteStationIndex("c:\\stations", {"ST1"});
-  WriteStationInstrumentIndex(R"(c:\stations\st1)", {"PX12A"});
-  WriteProfile("c:\\calfactors", "c:\\stations");
-
-  EXPECT_EQ(tree_.Names("c:\\"), (Names{"STATIONS", "WINDOWS"}));
-  EXPECT_EQ(tree_.Names("c:\\STATIONS"), (Names{"INDEX", "ST1"}));
-  EXPECT_EQ(tree_.Read(R"(c:\STATIONS\INDEX)"), "ST1\r\n");
-  EXPECT_EQ(tree_.Names("c:\\STATIONS\\ST1"), (Names{"INDEX", "PX12A"}));
-  EXPECT_EQ(tree_.Read(R"(c:\STATIONS\ST1\INDEX)"), "PX12A\r\nINDEX\r\n");
-  EXPECT_TRUE(Contains(tree_.Read(R"(c:\STATIONS\ST1\PX12A)"), "MODEL NUMBER px12a\r\n"));
-  EXPECT_EQ(tree_.Names("c:\\WINDOWS"), Names{"TARVELL.INI"});
-  EXPECT_TRUE(Contains(tree_.Read(R"(c:\WINDOWS\TARVELL.INI)"), "Dir=c:\\calfactors\r\n"));
-}
-
-// ---- What is found where a file is expected.
-
-TEST_F(HostileTree, WhatIsNoFileIsReportedInPlaceOfADataFile) {
-  struct Oddity {
-    const char* target;  ///< of a link; none for a folder
-    ErrorKind kind;
-    const char* reason;
-  };
-  const fs::path native = tree_.Native(kData);
-  // Opening a pipe without a writer must not make the program wait.
-  ASSERT_EQ(::mkfifo((tree_.Root() / "pipe").c_str(), 0600), 0);
-  for (const Oddity& oddity :
-       {Oddity{"", ErrorKind::NotAFile, "it is a folder, not a file"},
-        Oddity{"/dev/zero", ErrorKind::NotAFile, "it is a device or a pipe, not a file"},
-        Oddity{"../../../../pipe", ErrorKind::NotAFile, "it is a device or a pipe, not a file"},
-        Oddity{"nowhere/file", ErrorKind::NotFound, "does not exist"},
-        Oddity{"SN1", ErrorKind::NotAFile, "a link on the way to it leads to itself"}}) {
-    SCOPED_TRACE(oddity.reason);
-    fs::remove(native);
-    if (std::string_view(oddity.target).empty()) {
-      fs::create_directory(native);
-    } else {
-      fs::create_symlink(oddity.target, native);
-    }
-    for (const auto& [read, path] :
-         {std::pair(std::function<void()>([] { Serials(); }), std::string(kData)),
-          std::pair(std::function<void()>(&LoadData), std::string(kData)),
-          std::pair(std::function<void()>([&] { CopyTestKitFile(native.string(), kModel); }),
-                    native.string())}) {
-      const Error error = ErrorOf(read);
-      EXPECT_EQ(error.Kind(), oddity.kind);
-      EXPECT_EQ(error.Path(), path);
-      EXPECT_TRUE(Contains(error.Text(), "Cannot read the file: ")) << error.Text();
-      EXPECT_TRUE(Contains(error.Text(), oddity.reason)) << error.Text();
-    }
-  }
-}
-
-TEST_F(HostileTree, WhatMayNotBeReadIsReported) {
-  tree_.Write(kData, DataOf("1"));
-  tree_.Write(kInstrument, "MODEL NUMBER x\r\n");
-  tree_.Write(kIni, Lines(Names(11, "Dir=c:\\elsewhere")));
-  const OrdinaryUser user(tree_.Root());
-  for (const char* path : {kData, kInstrument, kIni}) {
-    fs::permissions(tree_.Native(path), fs::perms::none);
-  }
-  for (const auto& [read, path] :
-       {std::pair(std::function<void()>([] { Serials(); }), kData),
-        std::pair(std::function<void()>(&LoadData), kData),
-        std::pair(std::function<void()>(&LoadInstrument), kInstrument)}) {
-    const Error error = ErrorOf(read);
-    EXPECT_EQ(error.Kind(), ErrorKind::NoPermission);
-    EXPECT_EQ(error.Path(), path);
-    EXPECT_TRUE(Contains(error.Text(), "you have no permission")) << error.Text();
-  }
-  EXPECT_TRUE(ProfileIsDefault());
+  EXPECT_EQ(tree_.Read(index), "ST1\r\n\xE9\xFF\xC3\r\ncaf\xE9\r\n");
 }
 
 // ---- A file that is no data file, and has no end in sight.
@@ -291,14 +166,16 @@ TEST_F(HugeFile, AfterAHeaderIsListedAndIsNoDataFile) {
 
 TEST_F(HugeFile, InPlaceOfTheIniFileGivesTheDefaults) {
   const std::string lines = Lines(Names(10, "Dir=c:\\elsewhere"));
+  std::string calibrationDir;
+  std::string stationDir;
   for (const std::string& beginning : {std::string(), lines}) {
     Make(kIni, beginning);
-    EXPECT_TRUE(ProfileIsDefault());
+    ReadProfile(calibrationDir, stationDir);
+    EXPECT_EQ(calibrationDir, "c:\\calfactors");
+    EXPECT_EQ(stationDir, "c:\\stations");
   }
   // After the last item that is read it does no harm.
   Make(kIni, lines + "Dir=c:\\elsewhere\r\n");
-  std::string calibrationDir;
-  std::string stationDir;
   ReadProfile(calibrationDir, stationDir);
   EXPECT_EQ(calibrationDir, "c:\\elsewhere");
   EXPECT_EQ(stationDir, "c:\\elsewhere");
@@ -327,19 +204,6 @@ TEST_F(HugeFile, IsTakenInAsAKitsFileWhenItsSerialNumberIsFound) {
     EXPECT_EQ(tree_.Names(kModel), Names{"SN12345"});
   }
   EXPECT_EQ(Serials(), Names{"3318A12345"});
-}
-
-// ---- Very many entries.
-
-TEST_F(HostileTree, ThousandsOfEntriesAreListedAndDeleted) {
-  constexpr std::size_t kMany = 3000;
-  for (std::size_t i = 0; i < kMany; ++i) {
-    WriteNative(In(kStation, "M" + std::to_string(i)), "");
-  }
-  EXPECT_EQ(ListInstruments(kStation).size(), kMany);
-  EXPECT_EQ(ListStations(kStation).size(), kMany);
-  DeleteAllInstrumentFiles(kStation);
-  EXPECT_EQ(tree_.Names(kStation), Names{});
 }
 
 }  // namespace

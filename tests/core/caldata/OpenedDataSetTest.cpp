@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -59,20 +58,15 @@ class OpenedFile : public testing::Test {
   TestTree tree_;
 };
 
-/// What stands in place of the template of RT520A: nothing, one that is cut off, one of another
-/// model, and one with too many rows.
-Texts BadTemplates() {
-  const SetModel& set = CapacitorSetA();
-  const Texts pages = PagesOf(set, {FullLine("t1"), FullLine("t2")});
-  const std::string whole = Lines(Joined({Header(set.code), pages}));
-  return {"", whole.substr(0, whole.find("t2")), Lines(Joined({Header("PX12A"), pages})),
-          Lines(Joined({Header(set.code), set.openings[0], ManyLines(52)}))};
-}
-
 TEST_F(OpenedFile, OfASetHasNothingOfATemplateThatIsRefusedAndSaysSo) {
   const SetModel& set = CapacitorSetA();
-  const std::filesystem::path path = tree_.ProgramFolder() / "TempRT520A";
-  for (const std::string& bytes : BadTemplates()) {
+  const std::string path = (tree_.ProgramFolder() / "TempRT520A").string();
+  // There is none, one that is cut off, one of another model, and one with too many rows.
+  const Texts pages = PagesOf(set, {FullLine("t1"), FullLine("t2")});
+  const std::string whole = Lines(Joined({Header(set.code), pages}));
+  for (const std::string& bytes :
+       {std::string(), whole.substr(0, whole.find("t2")), Lines(Joined({Header("PX12A"), pages})),
+        Lines(Joined({Header(set.code), set.openings[0], ManyLines(52)}))}) {
     SCOPED_TRACE(bytes);
     if (!bytes.empty()) {
       WriteNative(path, bytes);
@@ -92,12 +86,9 @@ TEST_F(OpenedFile, OfASetHasNothingOfATemplateThatIsRefusedAndSaysSo) {
     EXPECT_TRUE(Contains(opened.notices[0], "The template of the model was not used"));
     EXPECT_TRUE(Contains(opened.notices[0], "TempRT520A")) << opened.notices[0];
     EXPECT_TRUE(Contains(opened.notices[1], "no page RT522A. It is empty.")) << opened.notices[1];
-    EXPECT_EQ(ErrorOf([&] { static_cast<void>(NewDataSet(*FindModel("RT520A"))); }).Path(),
-              path.string());
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(NewDataSet(*FindModel("RT520A"))); }).Path(), path);
   }
 }
-
-// What comes from a template.
 
 TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
   tree_.InstallTemplate("RT520A");
@@ -140,10 +131,8 @@ TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
                    "cells are empty; an uncertainty in ppm or % would be saved as 0: row 3."}));
 }
 
-// Rows that do not stand whole in the file.
-
-TEST_F(OpenedFile, OfASensorNamesItsDoubtfulRows) {
-  const OpenedDataSet opened =
+TEST_F(OpenedFile, OfASingleTableNamesItsDoubtfulRows) {
+  OpenedDataSet opened =
       Open("PX12A",
            Joined({Header("PX12A"),
                    {"*  10.00:    99.0     :    0.0", "*        :    98.0     :    0.0",
@@ -156,38 +145,25 @@ TEST_F(OpenedFile, OfASensorNamesItsDoubtfulRows) {
                    "read one column too far to the left: rows 2 and 3.",
                    "The table has rows with too few values in the file. Their cells are empty, "
                    "and would be saved so: row 4."}));
-}
-
-TEST_F(OpenedFile, OfAnAttenuatorNamesItsDoubtfulRows) {
-  const OpenedDataSet opened = Open(
-      "PX60H", Joined({Header("PX60H"),
-                       {"* 10  :   5.00E07   :  10.0123", "* 20  :   5.00E07   : ",
-                        "* 30  :             :  30.0123", "*   :   ", "* 50 : 1 : 2", "!End"}}));
-  ASSERT_EQ(opened.notices.size(), 3U);
-  EXPECT_TRUE(Contains(opened.notices[0], "no setting in row 4"));
-  EXPECT_TRUE(Contains(opened.notices[1], "empty field"));
-  EXPECT_TRUE(Contains(opened.notices[1], ": row 3."));
-  EXPECT_TRUE(Contains(opened.notices[2], "too few values"));
-  EXPECT_TRUE(Contains(opened.notices[2], ": row 2."));
+  opened = Open("PX60H", Joined({Header("PX60H"), {"*   :   ", "* 50 : 1 : 2", "!End"}}));
+  ASSERT_EQ(opened.notices.size(), 1U);
+  EXPECT_TRUE(Contains(opened.notices[0], "no setting in row 1")) << opened.notices[0];
 }
 
 TEST_F(OpenedFile, OfACapacitorSetNamesRowsWithMissingValues) {
   tree_.InstallTemplate("RT520C");
-  Texts rows(5, "*100 : 10.0nF : 0.5 : 0.1 : 0.2");
+  const Texts whole(5, "*100 : 10.0nF : 0.5 : 0.1 : 0.2");
+  Texts rows = whole;
   rows[1] = "*100 : 10.0nF";
   rows[3] = "*100 : : 0.5 : 0.1 : 0.2";
-  Texts lines = Header("RT520C");
-  for (const std::size_t page : {0U, 1U, 2U}) {
-    lines = Joined({lines, PageOf(CapacitorSetC(), page, rows)});
-  }
-  const OpenedDataSet opened = Open("RT520C", lines);
-  ASSERT_EQ(opened.notices.size(), 6U);
-  EXPECT_EQ(opened.notices[0],
-            "The page RT525A has rows with an empty field in the file. The values after it were "
-            "read one column too far to the left: row 4.");
-  EXPECT_EQ(opened.notices[1],
-            "The page RT525A has rows with too few values in the file. 0 is shown in their place, "
-            "and would be saved: row 2.");
+  const SetModel& set = CapacitorSetC();
+  EXPECT_EQ(Open("RT520C", Joined({Header("RT520C"), PageOf(set, 0, rows), PageOf(set, 1, whole),
+                                   PageOf(set, 2, whole)}))
+                .notices,
+            (Texts{"The page RT525A has rows with an empty field in the file. The values after it "
+                   "were read one column too far to the left: row 4.",
+                   "The page RT525A has rows with too few values in the file. 0 is shown in their "
+                   "place, and would be saved: row 2."}));
 }
 
 TEST_F(OpenedFile, NamesRowsWithoutAFormat) {
@@ -203,8 +179,6 @@ TEST_F(OpenedFile, NamesRowsWithoutAFormat) {
                    "formats for. Their uncertainty in ppm or % was not read, and would be saved "
                    "as 0: row 8."}));
 }
-
-// The serial number.
 
 struct SerialCase {
   std::string line;    ///< in place of the serial number line
@@ -242,8 +216,6 @@ TEST_F(OpenedFile, WithoutASerialNumberHasTheListsOrNone) {
   }
 }
 
-// Files in the old style.
-
 TEST_F(OpenedFile, InTheOldStyleIsRefused) {
   for (const std::string code : {"PX12A", "RT520A"}) {
     tree_.InstallTemplate(code);
@@ -270,8 +242,6 @@ TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyleAndKeepsItsSerialNu
   EXPECT_EQ(RowsOf(*Open("PX12A", {"*10:91", "!End"}).data), Texts{"10|91"});
 }
 
-// The text to edit.
-
 TEST(EditedCell, KeepsANumberThatIsTooLarge) {
   struct Case {
     const char* code;
@@ -286,12 +256,10 @@ TEST(EditedCell, KeepsANumberThatIsTooLarge) {
       {"PX12A", 0, 1, "98.80", "98.8", ""},
       {"PX12A", 0, 0, "1E999", "", ""},
       {"PX60H", 0, 1, "-1D+400", "-1D+400", ""},
-      {"PX60H", 0, 2, "1E999", "", ""},
       {"RT520A", 0, 1, "1E999pF", "1E999", "pF"},
       {"RT520A", 0, 2, "1E999 ppm", "1E999", "ppm"},
       {"RT730A", 1, 1, "Ls/.5E999 nH", ".5E999", ""},
       {"RT730A", 2, 2, "1E999 %", "1E999", "%"},
-      {"RT730A", 2, 3, "12.5 ohm", "12.5", ""},
   };
   for (const Case& test : table) {
     const std::unique_ptr<cifCaldata> data = FindModel(test.code)->create();

@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "core/caldata/TestKit.h"
+#include "core/files/Paths.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {
@@ -35,17 +37,6 @@ class TestKit : public testing::Test {
 
   void Copy() const { CopyTestKitFile(Source().string(), kFolder); }
 
-  /// Taking in these bytes makes this data file, equal to them, and nothing else.
-  void ExpectCopy(std::string_view bytes, const std::string& name) const {
-    fs::remove_all(tree_.Native(kFolder));
-    tree_.MakeFolders(kFolder);
-    WriteSource(bytes);
-    Copy();
-    ASSERT_EQ(tree_.Names(kFolder), Names{name});
-    EXPECT_TRUE(tree_.Read(std::string(kFolder) + "\\" + name) == bytes);
-    EXPECT_TRUE(ReadNative(Source()) == bytes);
-  }
-
   /// An error of this kind and path, whose text has this part; the folder is as it was.
   void ExpectRefusal(const fs::path& source, ErrorKind kind, const std::string& path,
                      const std::string& part) const {
@@ -61,30 +52,13 @@ class TestKit : public testing::Test {
   TestTree tree_;
 };
 
-// The copy.
-
-TEST_F(TestKit, CopiesEveryByteAndEveryLineEnd) {
-  std::string bytes = "first\n3318A12345\r";
+TEST_F(TestKit, CopiesEveryByteToAFileNamedByTheLastFiveCharactersOfTheSecondItem) {
+  std::string everyByte = "first\n3318A12345\r";
   for (int byte = 0; byte < 256; ++byte) {
-    bytes += static_cast<char>(byte);
+    everyByte += static_cast<char>(byte);
   }
-  bytes += "\r\n\r\r\n\n\n\r,\",\"\"";
-  ExpectCopy(bytes, "SN12345");
-}
-
-TEST_F(TestKit, ReplacesAnEarlierFileAndLeavesTheOthers) {
-  tree_.Write(kTarget, kOld);
-  tree_.Write(R"(c:\calfactors\RT410A\SN54321)", "other");
-  WriteSource(kKit);
-  Copy();
-  EXPECT_EQ(tree_.Names(kFolder), (Names{"SN12345", "SN54321"}));
-  EXPECT_EQ(tree_.Read(kTarget), kKit);
-  EXPECT_EQ(tree_.Read(R"(c:\calfactors\RT410A\SN54321)"), "other");
-}
-
-TEST_F(TestKit, NamesTheFileByTheLastFiveCharactersOfTheSecondItem) {
   const std::vector<std::pair<std::string, std::string>> table = {
-      {"kit\r\n3318A12345\r\n", "SN12345"},
+      {everyByte + "\r\n\r\r\n\n\n\r,\",\"\"", "SN12345"},
       {"kit\r\n123456", "SN23456"},
       {"kit\r\n7\r\n", "SN7"},
       {"kit\n3318A12345\rmore", "SN12345"},
@@ -96,7 +70,16 @@ TEST_F(TestKit, NamesTheFileByTheLastFiveCharactersOfTheSecondItem) {
       // Characters before the last five do no harm; byte C9 is one character, two in the name.
       {"kit\r\n3.3/18:A*6789\xC9\r\n", "SN6789\xC3\x89"}};
   for (const auto& [bytes, name] : table) {
-    ExpectCopy(bytes, name);
+    fs::remove_all(tree_.Native(kFolder));
+    // It replaces an earlier file, and no other.
+    tree_.Write(Joined(kFolder, name), kOld);
+    tree_.Write(R"(c:\calfactors\RT410A\SN)", "other");
+    WriteSource(bytes);
+    Copy();
+    ASSERT_EQ(tree_.Names(kFolder), (Names{"SN", name}));
+    EXPECT_TRUE(tree_.Read(Joined(kFolder, name)) == bytes);
+    EXPECT_TRUE(ReadNative(Source()) == bytes);
+    EXPECT_EQ(tree_.Read(R"(c:\calfactors\RT410A\SN)"), "other");
   }
 }
 
@@ -154,6 +137,24 @@ TEST_F(TestKit, AMissingFolderIsAnErrorAndIsNotMade) {
   EXPECT_TRUE(Contains(error.Text(), "save")) << error.Text();
   EXPECT_EQ(tree_.Names("c:\\calfactors"), Names{"RT410A"});
   EXPECT_EQ(ReadNative(Source()), kKit);
+}
+
+TEST_F(TestKit, AFailedReadIsReportedForTheSourceAndWritesNothing) {
+  using Step = FaultPlatform::Step;
+  WriteSource(kKit);
+  tree_.Write(kTarget, kOld);
+  FaultPlatform platform;
+  // The source is opened for its serial number, and again to be copied: its bytes, then its end.
+  for (const auto& [step, passes] :
+       {std::pair(Step::OpenForReading, 0), std::pair(Step::OpenForReading, 1),
+        std::pair(Step::Read, 0), std::pair(Step::Read, 1), std::pair(Step::Read, 2)}) {
+    SCOPED_TRACE(testing::Message() << step << " after " << passes);
+    platform.passes = passes;
+    platform.Set(step);
+    ExpectRefusal(Source(), ErrorKind::System, Source().string(), "Cannot read the file");
+    EXPECT_EQ(platform.faults, 1) << "the step was never taken";
+    EXPECT_EQ(tree_.Read(kTarget), kOld);
+  }
 }
 
 }  // namespace

@@ -148,12 +148,5 @@ TEST(DateText, NamesTheDayOrSaysThatThereIsNone) {
   EXPECT_EQ(DateText({0, 3, 5}), "(no such day)");
 }
 
-TEST(DueDate, OnlyPastDueAndDueSoonHaveWords) {
-  EXPECT_EQ(DueWords(DueState::PastDue), "past due");
-  EXPECT_EQ(DueWords(DueState::DueSoon), "due within 30 days");
-  EXPECT_EQ(DueWords(DueState::Fine), "");
-  EXPECT_EQ(DueWords(DueState::NoDate), "");
-}
-
 }  // namespace
 }  // namespace tarvell

@@ -56,7 +56,7 @@ TEST(NativePath, OfAnyOtherPathIsThatPath) {
   EXPECT_EQ(NativePath(tree.Root().string() + "\\FILE"), tree.Root() / "File");
 }
 
-TEST(NativePath, FindsAnEntryThatDiffersOnlyInCase) {
+TEST(NativePath, FindsAnEntryThatDiffersOnlyInCaseAfterOneWithExactlyTheName) {
   const TestTree tree;
   tree.Write(R"(c:\CalFactors\Px12a\Sn1)", "x");
   tree.Write("c:\\Pr\u00FCf", "x");
@@ -67,21 +67,14 @@ TEST(NativePath, FindsAnEntryThatDiffersOnlyInCase) {
   }
   EXPECT_EQ(NativePath(R"(c:\calfactors\PX12A\SN2)"), c / "CalFactors" / "Px12a" / "SN2");
   EXPECT_EQ(NativePath("c:\\calfactorss"), c / "calfactorss");
+  // An entry with exactly the name comes first, even a link that leads nowhere.
+  tree.Write(R"(c:\CalFactors\px12a\Sn1)", "2");
+  std::filesystem::create_symlink("missing", c / "CalFactors" / "px12a" / "SN1");
+  EXPECT_EQ(NativePath(R"(c:\calfactors\px12a\SN1)"), c / "CalFactors" / "px12a" / "SN1");
+  EXPECT_EQ(NativePath(R"(c:\calfactors\Px12a\Sn1)"), c / "CalFactors" / "Px12a" / "Sn1");
   // Only the letters A to Z have a case.
   EXPECT_EQ(NativePath("c:\\PR\u00FCF"), c / "Pr\u00FCf");
   EXPECT_EQ(NativePath("c:\\Pr\u00DCf"), c / "Pr\u00DCf");
-}
-
-TEST(NativePath, PrefersTheEntryWithExactlyTheName) {
-  const TestTree tree;
-  tree.Write("c:\\data\\abc", "1");
-  tree.Write("c:\\data\\ABC", "2");
-  tree.Write("c:\\DATA\\abc", "3");
-  std::filesystem::create_symlink("missing", tree.Native("c:\\data\\Abc"));
-  for (const char* path :
-       {R"(c:\data\abc)", R"(c:\data\ABC)", R"(c:\DATA\abc)", R"(c:\data\Abc)"}) {
-    EXPECT_EQ(NativePath(path), tree.Native(path));
-  }
 }
 
 TEST(PathText, HasTheDriveLetterOfASystemPath) {
@@ -104,6 +97,9 @@ TEST(ShownPath, HasOneKindOfSeparator) {
   EXPECT_EQ(ShownPath("c:"), "c:");
   EXPECT_EQ(Error(ErrorKind::System, "Text.", R"(/srv/data\x)", 3).what(),
             std::string("Text.\n\n/srv/data/x, line 3"));
+  // A NUL does not end the text.
+  EXPECT_EQ(Error(ErrorKind::Type, std::string("\"1\0\" is wrong.", 14), "c:\\a", 3).what(),
+            std::string("\"1 \" is wrong.\n\nc:\\a, line 3"));
 }
 
 TEST(FullPathText, OfARelativePathBeginsWithTheCurrentFolder) {

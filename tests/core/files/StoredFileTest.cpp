@@ -95,25 +95,20 @@ class Replacing : public testing::Test {
   test::BinPlatform platform_;
 };
 
-// ---- No question.
-
 TEST_F(Replacing, NothingIsAskedAboutAFileThatWasOpenedHoldsTheSameOrIsGone) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory and a remark", kRows));
   cInstrPX12A data;
   Open(data);
-  for (const char* comment : {"first", "second"}) {
-    data.SetComment(comment);
-    EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
-    data.SaveCalibrationDataToFile(kFile);
-  }
+  data.SetComment("first");
+  EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
+  data.SaveCalibrationDataToFile(kFile);
   data.SetComment("mine");
+  EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
   tree_.Write(kFile, SensorBytes("3318A12345", "mine", kRows));
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
   fs::remove(tree_.Native(kFile));
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
-
-// ---- Another serial number.
 
 TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
   tree_.Write(kFile, SensorBytes("OLD12345", "own of lab 7", kRows));
@@ -167,8 +162,6 @@ TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
                                              {"Calibrated", "29 FEB 2000"},
                                              {"Due", "29 FEB 2001 (no such day)"}}));
 }
-
-// ---- Two programs and one file.
 
 TEST_F(Replacing, WhatAnotherUserSavedMeanwhileIsListedWithoutOnesOwnChanges) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
@@ -241,8 +234,6 @@ TEST_F(Replacing, AFileThatCannotBeReadIsNotReplaced) {
   EXPECT_EQ(error.Path(), kFile);
 }
 
-// ---- A station's instrument.
-
 TEST_F(Replacing, AnInstrumentThatAnotherUserSavedMeanwhileNeedsAnAnswer) {
   const auto look = [](const StationInstrument& instrument, const StoredFile& file) {
     return InstrumentWouldReplace(kStation, instrument, file);
@@ -263,8 +254,6 @@ TEST_F(Replacing, AnInstrumentThatAnotherUserSavedMeanwhileNeedsAnAnswer) {
   EXPECT_EQ(replacement.kind, Kind::Changed);
   EXPECT_EQ(replacement.fields, (Fields{{"ADDRESS", "17"}, {"CAL DUE DATE", "5 MAR 2003"}}));
 }
-
-// ---- The question and the save.
 
 TEST_F(Replacing, AFileThatChangesDuringTheQuestionNeedsAnotherAnswer) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
@@ -316,7 +305,7 @@ TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
   EXPECT_EQ(platform_.kept, Texts{});
 }
 
-TEST_F(StoredFiles, KeepAFileThatSomebodyElseChanged) {
+TEST_F(StoredFiles, KeepAFileThatSomebodyElseChangedOrThatWasNotRead) {
   StoredFile file = ReadFrom(kFile, "old");
   tree_.Write(kFile, "old and more");
   file.Save(kFile, kSerial, "new");
@@ -326,32 +315,25 @@ TEST_F(StoredFiles, KeepAFileThatSomebodyElseChanged) {
   file.Save(kFile, kSerial, "newest");
   EXPECT_EQ(platform_.kept, (Texts{"old and more", "neu"}));
   EXPECT_EQ(tree_.Read(kFile), "newest");
+  // Even one with the content of the one that was read.
+  StoredFile other = ReadFrom(R"(c:\calfactors\PX12A\SN9)", "newest");
+  other.Save(kFile, kSerial, "new");
+  EXPECT_EQ(platform_.kept, (Texts{"old and more", "neu", "newest"}));
+  EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN9)"), "newest");
 }
 
-TEST_F(StoredFiles, KeepOnceAFileOfAnotherSerialNumber) {
+TEST_F(StoredFiles, KeepOnceWhatHasAnotherSerialNumberOrMoreThanTheDataSetHolds) {
   StoredFile file = ReadFrom(kFile, "old");
   for (const char* bytes : {"new", "newer"}) {
     file.Save(kFile, "B12345", bytes);
     EXPECT_EQ(platform_.kept, Texts{"old"});
   }
-}
-
-TEST_F(StoredFiles, KeepOnceAFileWithMoreThanTheDataSetHolds) {
-  StoredFile file = ReadFrom(kFile, "old and a remark");
+  file = ReadFrom(kFile, "old and a remark");
   file.SetUnchangedBytes("old");
   for (const char* bytes : {"new", "newer"}) {
     file.Save(kFile, kSerial, bytes);
-    EXPECT_EQ(platform_.kept, Texts{"old and a remark"});
+    EXPECT_EQ(platform_.kept, (Texts{"old", "old and a remark"}));
   }
-}
-
-TEST_F(StoredFiles, KeepAnotherFileThanTheOneThatWasRead) {
-  StoredFile file = ReadFrom(R"(c:\calfactors\PX12A\SN9)", "old");
-  // Even one with the same content.
-  tree_.Write(kFile, "old");
-  file.Save(kFile, kSerial, "new");
-  EXPECT_EQ(platform_.kept, Texts{"old"});
-  EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN9)"), "old");
 }
 
 TEST_F(StoredFiles, AreTheSameInAnotherCaseAndThroughALink) {
@@ -374,6 +356,7 @@ TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
   EXPECT_TRUE(test::Contains(error.Text(),
                              "Nothing was saved. Cannot keep the earlier file in the recycle bin"))
       << error.Text();
+  EXPECT_TRUE(test::Contains(error.Text(), "the disk is full")) << error.Text();
   EXPECT_EQ(tree_.Read(kFile), "old");
   EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
   platform_.failure = {};
@@ -382,25 +365,19 @@ TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
-TEST_F(StoredFiles, LetTheSaveReportAFolderAtTheirPath) {
-  tree_.MakeFolders(kFile);
-  const Error error = ErrorOf([&] { StoredFile().Save(kFile, kSerial, "new"); });
-  EXPECT_TRUE(test::Contains(error.Text(), "Cannot save the file")) << error.Text();
-  EXPECT_EQ(platform_.kept, Texts{});
-}
-
-// ---- The kinds of file that hold a serial number.
-
-TEST_F(StoredFiles, OfDataSetsKeepWhatTheDataSetDoesNotHold) {
-  const std::string withRemark = SensorBytes("3318A12345", "factory", kRows) + "a remark\r\n";
-  tree_.Write(kFile, withRemark);
-  cInstrPX12A data;
-  Open(data);
-  for (const char* comment : {"first", "second"}) {
-    data.SetComment(comment);
-    data.SaveCalibrationDataToFile(kFile);
-    EXPECT_EQ(platform_.kept, Texts{withRemark});
+TEST_F(StoredFiles, OfDataSetsKeepOnlyWhatTheDataSetDoesNotHold) {
+  const std::string whole = SensorBytes("3318A12345", "factory", kRows);
+  for (const std::string& bytes : {whole, whole + "a remark\r\n"}) {
+    EXPECT_EQ(platform_.kept, Texts{});
+    tree_.Write(kFile, bytes);
+    cInstrPX12A data;
+    Open(data);
+    for (const char* comment : {"first", "second"}) {
+      data.SetComment(comment);
+      data.SaveCalibrationDataToFile(kFile);
+    }
   }
+  EXPECT_EQ(platform_.kept, Texts{whole + "a remark\r\n"});
 }
 
 TEST_F(StoredFiles, OfAnOpenedInstrumentKeepWhatItDoesNotHold) {

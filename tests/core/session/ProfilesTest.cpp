@@ -91,7 +91,7 @@ TEST(ReadProfile, ReadsWhatWasWritten) {
   }
 }
 
-TEST(ReadProfile, GivesBothDefaultsForAMissingFileAFolderAndAShortFile) {
+TEST(ReadProfile, GivesTheDefaultsForAMissingFileAFolderAShortFileAndAnEmptyRoot) {
   const TestTree tree;
   EXPECT_EQ(ReadRoots(), kDefaults);
   EXPECT_FALSE(tree.Exists(kIni));
@@ -101,16 +101,11 @@ TEST(ReadProfile, GivesBothDefaultsForAMissingFileAFolderAndAShortFile) {
     SCOPED_TRACE(lines.size());
     EXPECT_EQ(RootsOf(tree, Lines(lines)), kDefaults);
   }
+  EXPECT_EQ(RootsOf(tree, Lines(IniLines("   ", "d:\\sta"))), (Roots{"c:\\calfactors", "d:\\sta"}));
+  EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\cal", ""))), (Roots{"d:\\cal", "c:\\stations"}));
   fs::remove(tree.Native(kIni));
   tree.MakeFolders(kIni);
   EXPECT_EQ(ReadRoots(), kDefaults);
-}
-
-TEST(ReadProfile, GivesTheDefaultForAnEmptyRoot) {
-  const TestTree tree;
-  EXPECT_EQ(RootsOf(tree, Lines(IniLines("   ", "   "))), kDefaults);
-  EXPECT_EQ(RootsOf(tree, Lines(IniLines("", "d:\\sta"))), (Roots{"c:\\calfactors", "d:\\sta"}));
-  EXPECT_EQ(RootsOf(tree, Lines(IniLines("d:\\cal", ""))), (Roots{"d:\\cal", "c:\\stations"}));
 }
 
 TEST(ReadProfile, SkipsFourCharactersWhateverTheyAreAndEndsARootAtANul) {

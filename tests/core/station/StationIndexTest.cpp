@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -17,7 +16,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-constexpr const char* kRoot = R"(c:\stations)";
 constexpr const char* kStation = R"(c:\stations\ST1)";
 constexpr const char* kIndex = R"(c:\stations\ST1\INDEX)";
 
@@ -98,17 +96,6 @@ TEST_F(StationIndexFile, KeepsTheOrderOfTheScreenAndADuplicateEntry) {
   mine.shown = {"B", "A", "B"};
   mine.Leave();
   EXPECT_EQ(tree_.Read(kIndex), "B\r\nA\r\nB\r\nINDEX\r\n");
-}
-
-TEST_F(StationIndexFile, OfTheRootKeepsTheStationsThatAnotherUserMade) {
-  StationIndex index;
-  index.Begin(kRoot);
-  const Names shown = ListStations(kRoot);
-  index.WasListed(shown);
-  ASSERT_EQ(shown, Names{"ST1"});
-  MakeStation(kRoot, "ST2");
-  WriteStationIndex(kRoot, {"ST1", "ST2"});
-  EXPECT_EQ(index.Merged(shown, ListStations(kRoot)), (Names{"ST1", "ST2"}));
 }
 
 }  // namespace
