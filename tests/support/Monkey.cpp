@@ -3,29 +3,17 @@
 
 #include "support/Monkey.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QContextMenuEvent>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QTabBar>
 #include <QTest>
-#include <QTimer>
-#include <QWheelEvent>
 #include <QtTest/qtestspontaneevent.h>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <iostream>
+#include <random>
+#include <set>
 #include <unistd.h>
-#include <utility>
 
 #include "screens/main/frmMain.h"
 
@@ -34,7 +22,7 @@ namespace tarvell::test {
 namespace {
 
 constexpr unsigned kPatience = 30;  // s
-constexpr std::size_t kTrailLength = 20;
+constexpr std::size_t kTrailLength = 60;
 
 const std::array<Qt::Key, 32> kKeys = {
     Qt::Key_Return,    Qt::Key_Enter,  Qt::Key_Escape,   Qt::Key_Tab,    Qt::Key_Tab,
@@ -100,461 +88,461 @@ void SendMouse(QWidget* control, QEvent::Type type, const QPoint& at, Qt::MouseB
   QCoreApplication::instance()->notify(control, &event);
 }
 
-}  // namespace
+class Monkey {
+ public:
+  Monkey(unsigned seed, int actions, MonkeyPlaces places, IsKnownMessage isKnown)
+      : seed_(seed),
+        wanted_(actions),
+        places_(std::move(places)),
+        isKnown_(std::move(isKnown)),
+        random_(seed) {}
 
-Monkey::Monkey(unsigned seed, int actions, MonkeyPlaces places, IsKnownMessage isKnown)
-    : seed_(seed),
-      wanted_(actions),
-      places_(std::move(places)),
-      isKnown_(std::move(isKnown)),
-      random_(seed) {}
-
-void Monkey::Run() {
-  const bool quits = QApplication::quitOnLastWindowClosed();
-  // Closing the main menu must not end the test.
-  QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::clipboard()->clear();
-  running_ = true;
-  ::alarm(kPatience);
-  QTimer::singleShot(0, &context_, [this] { Tick(); });
-  while (done_ < wanted_ && unknown_.empty()) {
-    frmMain menu;
-    menu_ = &menu;
-    Note("the program starts");
-    menu.Form_Load(0);
-    while (menu.isVisible()) {
-      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  std::vector<std::string> Run() {
+    const bool quits = QApplication::quitOnLastWindowClosed();
+    // Closing the main menu must not end the test.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::clipboard()->clear();
+    running_ = true;
+    ::alarm(kPatience);
+    QTimer::singleShot(0, &context_, [this] { Tick(); });
+    while (done_ < wanted_ && unknown_.empty()) {
+      frmMain menu;
+      menu_ = &menu;
+      Note("the program starts");
+      menu.Form_Load(0);
+      while (menu.isVisible()) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+      }
+      menu_ = nullptr;
     }
-    menu_ = nullptr;
-  }
-  running_ = false;
-  ::alarm(0);
-  QApplication::setQuitOnLastWindowClosed(quits);
-}
-
-void Monkey::Tick() {
-  if (!running_) {
-    return;
-  }
-  // Before this action, which may open a screen: the next one must run within that screen.
-  QTimer::singleShot(0, &context_, [this] { Tick(); });
-  QWidget* top = Top();
-  if (top == nullptr) {
-    return;
-  }
-  if (auto* box = qobject_cast<QMessageBox*>(top)) {
-    LookAtBox(*box);
-  }
-  if (done_ >= wanted_ || !unknown_.empty()) {
-    Leave(*top);
-    return;
-  }
-  ++done_;
-  ::alarm(kPatience);
-  Act(*top);
-}
-
-QWidget* Monkey::Top() const {
-  if (QWidget* popup = QApplication::activePopupWidget()) {
-    return popup;
-  }
-  QWidget* top = QApplication::activeModalWidget();
-  if (top == nullptr) {
-    top = QApplication::activeWindow();
-  }
-  if (top == nullptr || !top->isVisible()) {
-    top = menu_;
-  }
-  if (top == nullptr || !top->isVisible()) {
-    return nullptr;
-  }
-  if (!top->isActiveWindow()) {
-    // The window manager would do this.
-    top->activateWindow();
-    return nullptr;
-  }
-  return top;
-}
-
-void Monkey::Act(QWidget& top) {
-  const std::string screen = top.metaObject()->className();
-  if (std::find(visited_.begin(), visited_.end(), screen) == visited_.end()) {
-    visited_.push_back(screen);
-  }
-  if (QApplication::activePopupWidget() == &top) {
-    UseMenuPopup(top);
-  } else if (auto* box = qobject_cast<QMessageBox*>(&top)) {
-    UseBox(*box);
-  } else if (qobject_cast<QFileDialog*>(&top) != nullptr) {
-    UseFileDialog(top);
-  } else if (&top == menu_ && Chance(40)) {
-    UseMainMenu(top);
-  } else if (HasEmptySerial(top) && Chance(10)) {
-    // Without a serial number, new data could never be saved.
-    FillBox(*top.findChild<QLineEdit*>("txtSerial"), "3318A000" + QString::number(Below(100)));
-  } else {
-    UseAnyScreen(top);
-  }
-}
-
-void Monkey::Leave(QWidget& top) {
-  if (auto* box = qobject_cast<QMessageBox*>(&top)) {
-    QAbstractButton* no = box->button(QMessageBox::No);
-    (no != nullptr ? no : box->buttons().constLast())->click();
-    return;
-  }
-  top.close();
-}
-
-void Monkey::LookAtBox(QMessageBox& box) {
-  if (looked_ == &box) {
-    return;
-  }
-  looked_ = &box;
-  const QString text =
-      box.informativeText().isEmpty() ? box.text() : box.text() + "\n\n" + box.informativeText();
-  Note("a box says: " + text.toStdString());
-  if (!isKnown_(text)) {
-    unknown_.push_back("An unknown message: " + text.toStdString() + "\n" + Trail());
-  }
-}
-
-void Monkey::UseMenuPopup(QWidget& popup) {
-  auto* menu = qobject_cast<QMenu*>(&popup);
-  if (menu != nullptr && !menu->actions().isEmpty() && Chance(60)) {
-    const QAction* entry = AnyOf(menu->actions());
-    Note("menu entry " + entry->text().toStdString());
-    Click(popup, menu->actionGeometry(const_cast<QAction*>(entry)).center());
-    return;
-  }
-  if (Chance(30)) {
-    ClickSomewhere(popup);
-    return;
-  }
-  PressKey(popup);
-}
-
-void Monkey::UseBox(QMessageBox& box) {
-  if (Chance(70)) {
-    PressButton(box);
-  } else if (Chance(20)) {
-    Note("close the box");
-    box.close();
-  } else {
-    PressKey(box);
-  }
-}
-
-void Monkey::UseFileDialog(QWidget& dialog) {
-  // Only its text box: its lists could rename and delete files outside the test.
-  auto* files = qobject_cast<QFileDialog*>(&dialog);
-  const bool folders = files->fileMode() == QFileDialog::Directory;
-  const std::vector<std::string>& paths = folders ? places_.folders : places_.files;
-  auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
-  auto* buttons = dialog.findChild<QDialogButtonBox*>("buttonBox");
-  if (Chance(30) || paths.empty() || name == nullptr || buttons == nullptr) {
-    Note("leave the file dialog");
-    Key(&dialog, Qt::Key_Escape);
-    return;
-  }
-  std::string path = AnyOf(paths);
-  if (folders) {
-    // The two trees must differ, or each would contain files of the other.
-    path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
-  }
-  Note("choose " + path);
-  name->setText(QString::fromStdString(path));
-  QPushButton* open = buttons->button(QDialogButtonBox::Open);
-  if (open != nullptr && open->isEnabled()) {
-    Click(*open, open->rect().center());
-  } else {
-    Key(&dialog, Qt::Key_Escape);
-  }
-}
-
-void Monkey::UseMainMenu(QWidget& menu) {
-  // By chance only, no folder would ever exist.
-  if (Chance(50)) {
-    FillBox(*menu.findChild<QLineEdit*>("txtCalibrationDir"), places_.calibrationDir);
-    FillBox(*menu.findChild<QLineEdit*>("txtStationDir"), places_.stationDir);
-    return;
-  }
-  if (Chance(50)) {
-    auto* option = menu.findChild<QAbstractButton*>(Chance(50) ? "Option1" : "Option2");
-    Note("click " + option->objectName().toStdString());
-    Click(*option, QPoint(10, option->height() / 2));
-    return;
-  }
-  auto* start = menu.findChild<QAbstractButton*>("btnStart");
-  Note("click btnStart");
-  Click(*start, start->rect().center());
-}
-
-void Monkey::UseAnyScreen(QWidget& top) {
-  const int hand = Below(100);
-  if (hand < 14) {
-    PressButton(top);
-  } else if (hand < 26) {
-    FillBox(top);
-  } else if (hand < 38) {
-    ClickCell(top);
-  } else if (hand < 41) {
-    ChooseTab(top);
-  } else if (hand < 46) {
-    ChooseEntry(top);
-  } else if (hand < 62) {
-    ClickSomewhere(top);
-  } else if (hand < 65) {
-    PutOnClipboard();
-  } else if (hand < 66) {
-    Resize(top);
-  } else if (hand < 67) {
-    Note("close " + Describe(top));
-    top.close();
-  } else {
-    PressKey(top);
-  }
-}
-
-void Monkey::PressButton(QWidget& top) {
-  const auto buttons = Usable<QAbstractButton>(top);
-  if (buttons.empty()) {
-    return;
-  }
-  QAbstractButton& button = *AnyOf(buttons);
-  Note("click " + Describe(button) + " " + button.text().toStdString());
-  Click(button, QPoint(std::min(10, button.width() / 2), button.height() / 2));
-}
-
-void Monkey::FillBox(QWidget& top) {
-  if (const auto boxes = Usable<QLineEdit>(top); !boxes.empty()) {
-    FillBox(*AnyOf(boxes), AnyText());
-  }
-}
-
-void Monkey::FillBox(QWidget& box, const QString& text) {
-  Note("fill " + Describe(box) + " with " + text.toStdString());
-  const QPointer<QWidget> alive(&box);
-  Click(box, box.rect().center());
-  if (alive) {
-    Key(&box, Qt::Key_A, Qt::ControlModifier);
-  }
-  if (alive) {
-    TypeText(box, text);
-  }
-}
-
-void Monkey::ClickCell(QWidget& top) {
-  const auto views = Usable<QAbstractItemView>(top);
-  if (views.empty()) {
-    return;
-  }
-  QAbstractItemView& view = *AnyOf(views);
-  const int rows = view.model()->rowCount();
-  const int columns = view.model()->columnCount();
-  if (rows == 0 || columns == 0) {
-    return;
-  }
-  const QModelIndex cell = view.model()->index(Below(rows), Below(columns));
-  view.scrollTo(cell);
-  const bool twice = Chance(30);
-  Note((twice ? "double click " : "click ") + Describe(view) + " row " +
-       std::to_string(cell.row()) + " column " + std::to_string(cell.column()));
-  Click(*view.viewport(), view.visualRect(cell).center(), Qt::LeftButton, twice);
-}
-
-void Monkey::ChooseTab(QWidget& top) {
-  const auto strips = Usable<QTabBar>(top);
-  if (strips.empty() || strips.front()->count() == 0) {
-    return;
-  }
-  QTabBar& strip = *strips.front();
-  const int tab = Below(strip.count());
-  Note("tab " + std::to_string(tab));
-  Click(strip, strip.tabRect(tab).center());
-}
-
-void Monkey::ChooseEntry(QWidget& top) {
-  if (const auto lists = Usable<QComboBox>(top); !lists.empty()) {
-    QComboBox& list = *AnyOf(lists);
-    Note("open " + Describe(list));
-    Click(list, QPoint(list.width() - 5, list.height() / 2));
-  }
-}
-
-void Monkey::ClickSomewhere(QWidget& top) {
-  auto controls = Usable<QWidget>(top);
-  controls.push_back(&top);
-  const QWidget& area = *AnyOf(controls);
-  const QPoint inTop = area.mapTo(&top, AnyPoint(area));
-  // The topmost control at this point gets the click.
-  QWidget* control = top.childAt(inTop);
-  if (control == nullptr) {
-    control = &top;
-  }
-  const QPoint at = control->mapFrom(&top, inTop);
-  const int hand = Below(100);
-  const std::string where =
-      Describe(*control) + " at " + std::to_string(at.x()) + "," + std::to_string(at.y());
-  if (hand < 15) {
-    Note("wheel over " + where);
-    QWheelEvent event(at, control->mapToGlobal(at), {}, QPoint(0, Chance(50) ? 120 : -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(control, &event);
-  } else if (hand < 30) {
-    Note("right click " + where);
-    const QPointer<QWidget> alive(control);
-    Click(*control, at, Qt::RightButton);
-    if (alive) {
-      QContextMenuEvent event(QContextMenuEvent::Mouse, at, alive->mapToGlobal(at));
-      QApplication::sendEvent(alive, &event);
+    running_ = false;
+    ::alarm(0);
+    QApplication::setQuitOnLastWindowClosed(quits);
+    if (unknown_.empty() &&
+        !(visited_.contains("tarvell::frmMain") && visited_.contains("QMessageBox"))) {
+      unknown_.emplace_back("Nothing can be found in one screen only.\n" + Trail());
     }
-  } else if (hand < 35) {
-    Note("middle click " + where);
-    Click(*control, at, Qt::MiddleButton);
-  } else {
-    const bool twice = hand > 85;
-    Note((twice ? "double click " : "click ") + where);
-    Click(*control, at, Qt::LeftButton, twice);
+    return unknown_;
   }
-}
 
-void Monkey::PressKey(QWidget& top) {
-  QWidget* popup = QApplication::activePopupWidget();
-  QWidget* target = popup != nullptr ? popup->focusWidget() : QApplication::focusWidget();
-  if (target == nullptr) {
-    target = &top;
+ private:
+  [[nodiscard]] int Below(int bound) {
+    return static_cast<int>(random_() % static_cast<std::uint32_t>(bound));
   }
-  const int hand = Below(100);
-  if (hand < 45) {
-    const Qt::Key key = AnyOf(kKeys);
-    const Qt::KeyboardModifiers modifiers = Chance(10) ? Qt::ShiftModifier : Qt::NoModifier;
-    Note("key " + std::to_string(key) + " at " + Describe(*target));
-    Key(target, key, modifiers);
-  } else if (hand < 55) {
-    const Qt::Key key = AnyOf(kShortcuts);
-    // Ctrl+Q ends the program, so it is pressed less often than the others.
-    if (key != Qt::Key_Q || Chance(30)) {
-      Note("Ctrl and key " + std::to_string(key) + " at " + Describe(*target));
-      Key(target, key, Qt::ControlModifier);
-    }
-  } else if (hand < 60) {
-    const int key = Qt::Key_A + Below(26);
-    Note("Alt and key " + std::to_string(key));
-    Key(target, key, Qt::AltModifier);
-  } else if (hand < 68) {
-    const QString text = AnyOf(kOddCharacters);
-    Note("odd character number " + std::to_string(text.at(0).unicode()) + " at " +
-         Describe(*target));
-    Key(target, Qt::Key_unknown, Qt::NoModifier, text);
-  } else if (hand < 80) {
-    const QString text = AnyText();
-    Note("type " + text.toStdString() + " at " + Describe(*target));
-    TypeText(*target, text);
-  } else {
-    const QString text(AnyOf(kCharacters));
-    Note("character " + text.toStdString() + " at " + Describe(*target));
-    TypeText(*target, text);
-  }
-}
 
-void Monkey::TypeText(QWidget& top, const QString& text) {
-  QPointer<QWidget> target(&top);
-  for (const QChar character : text) {
-    // The first character may have opened a box for the rest.
-    QWidget* focus = QApplication::focusWidget();
-    if (focus != nullptr && focus->window() == top.window()) {
-      target = focus;
-    }
-    if (!target || !target->isVisible()) {
+  template <typename Items>
+  [[nodiscard]] auto AnyOf(const Items& items) {
+    return items[static_cast<decltype(items.size())>(Below(static_cast<int>(items.size())))];
+  }
+  [[nodiscard]] bool Chance(int percent) { return Below(100) < percent; }
+
+  void Tick() {
+    if (!running_) {
       return;
     }
-    const bool isPlain = character.unicode() < 0x80;
-    const int key = isPlain ? character.toUpper().unicode() : static_cast<int>(Qt::Key_unknown);
-    Key(target, key, Qt::NoModifier, QString(character));
-  }
-}
-
-void Monkey::PutOnClipboard() {
-  QString text = AnyText();
-  if (Chance(20)) {
-    text = text.repeated(200);
-  }
-  if (Chance(20)) {
-    text += AnyOf(kOddCharacters);
-  }
-  Note("clipboard gets " + text.left(60).toStdString());
-  QApplication::clipboard()->setText(text);
-}
-
-void Monkey::Resize(QWidget& top) {
-  const QSize size(50 + Below(1200), 50 + Below(900));
-  Note("resize " + Describe(top));
-  top.resize(size);
-}
-
-void Monkey::Click(QWidget& control, const QPoint& at, Qt::MouseButton button, bool twice) {
-  const QPointer<QWidget> alive(&control);
-  const auto send = [&](QEvent::Type type) {
-    if (alive) {
-      SendMouse(alive, type, at, button);
+    // Before this action, which may open a screen: the next one must run within that screen.
+    QTimer::singleShot(0, &context_, [this] { Tick(); });
+    QWidget* top = Top();
+    if (top == nullptr) {
+      return;
     }
-  };
-  send(QEvent::MouseButtonPress);
-  send(QEvent::MouseButtonRelease);
-  if (twice) {
-    send(QEvent::MouseButtonDblClick);
+    if (auto* box = qobject_cast<QMessageBox*>(top); box != nullptr && box != looked_) {
+      LookAt(*box);
+    }
+    if (done_ >= wanted_ || !unknown_.empty()) {
+      Leave(*top);
+      return;
+    }
+    ++done_;
+    ::alarm(kPatience);
+    Act(*top);
+  }
+
+  [[nodiscard]] QWidget* Top() const {
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+      return popup;
+    }
+    QWidget* top = QApplication::activeModalWidget();
+    if (top == nullptr) {
+      top = QApplication::activeWindow();
+    }
+    if (top == nullptr || !top->isVisible()) {
+      top = menu_;
+    }
+    if (top == nullptr || !top->isVisible()) {
+      return nullptr;
+    }
+    if (!top->isActiveWindow()) {
+      // The window manager would do this.
+      top->activateWindow();
+      return nullptr;
+    }
+    return top;
+  }
+
+  void Leave(QWidget& top) {
+    if (auto* box = qobject_cast<QMessageBox*>(&top)) {
+      QAbstractButton* no = box->button(QMessageBox::No);
+      (no != nullptr ? no : box->buttons().constLast())->click();
+      return;
+    }
+    top.close();
+  }
+
+  void LookAt(QMessageBox& box) {
+    looked_ = &box;
+    const QString text =
+        box.informativeText().isEmpty() ? box.text() : box.text() + "\n\n" + box.informativeText();
+    Note("a box says: " + text.toStdString());
+    if (!isKnown_(text)) {
+      unknown_.push_back("An unknown message: " + text.toStdString() + "\n" + Trail());
+    }
+  }
+
+  void UseMenuPopup(QWidget& popup) {
+    auto* menu = qobject_cast<QMenu*>(&popup);
+    if (menu != nullptr && !menu->actions().isEmpty() && Chance(60)) {
+      const QAction* entry = AnyOf(menu->actions());
+      Click(popup, menu->actionGeometry(const_cast<QAction*>(entry)).center());
+    } else if (Chance(30)) {
+      ClickSomewhere(popup);
+    } else {
+      PressKey(popup);
+    }
+  }
+
+  void UseBox(QMessageBox& box) {
+    if (Chance(70)) {
+      PressButton(box);
+    } else if (Chance(20)) {
+      Note("close the box");
+      box.close();
+    } else {
+      PressKey(box);
+    }
+  }
+
+  void UseFileDialog(QWidget& dialog) {
+    // Only its text box: its lists could rename and delete files outside the test.
+    auto* files = qobject_cast<QFileDialog*>(&dialog);
+    const bool folders = files->fileMode() == QFileDialog::Directory;
+    const std::vector<std::string>& paths = folders ? places_.folders : places_.files;
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    auto* buttons = dialog.findChild<QDialogButtonBox*>("buttonBox");
+    if (Chance(30) || paths.empty() || name == nullptr || buttons == nullptr) {
+      Key(&dialog, Qt::Key_Escape);
+      return;
+    }
+    std::string path = AnyOf(paths);
+    if (folders) {
+      // The two trees must differ, or each would contain files of the other.
+      path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
+    }
+    Note("choose " + path);
+    name->setText(QString::fromStdString(path));
+    QPushButton* open = buttons->button(QDialogButtonBox::Open);
+    if (open != nullptr && open->isEnabled()) {
+      Click(*open, open->rect().center());
+    } else {
+      Key(&dialog, Qt::Key_Escape);
+    }
+  }
+
+  void UseMainMenu(QWidget& menu) {
+    // By chance only, no folder would ever exist.
+    if (Chance(50)) {
+      FillBox(*menu.findChild<QLineEdit*>("txtCalibrationDir"), places_.calibrationDir);
+      FillBox(*menu.findChild<QLineEdit*>("txtStationDir"), places_.stationDir);
+      return;
+    }
+    if (Chance(50)) {
+      auto* option = menu.findChild<QAbstractButton*>(Chance(50) ? "Option1" : "Option2");
+      Click(*option, QPoint(10, option->height() / 2));
+      return;
+    }
+    auto* start = menu.findChild<QAbstractButton*>("btnStart");
+    Click(*start, start->rect().center());
+  }
+
+  void UseAnyScreen(QWidget& top) {
+    const int hand = Below(100);
+    if (hand < 14) {
+      PressButton(top);
+    } else if (hand < 26) {
+      FillBox(top);
+    } else if (hand < 38) {
+      ClickCell(top);
+    } else if (hand < 41) {
+      ChooseTab(top);
+    } else if (hand < 46) {
+      ChooseEntry(top);
+    } else if (hand < 62) {
+      ClickSomewhere(top);
+    } else if (hand < 65) {
+      PutOnClipboard();
+    } else if (hand < 66) {
+      Resize(top);
+    } else if (hand < 67) {
+      Note("close " + Describe(top));
+      top.close();
+    } else {
+      PressKey(top);
+    }
+  }
+
+  void PressButton(QWidget& top) {
+    const auto buttons = Usable<QAbstractButton>(top);
+    if (buttons.empty()) {
+      return;
+    }
+    QAbstractButton& button = *AnyOf(buttons);
+    Click(button, QPoint(std::min(10, button.width() / 2), button.height() / 2));
+  }
+
+  void FillBox(QWidget& top) {
+    if (const auto boxes = Usable<QLineEdit>(top); !boxes.empty()) {
+      FillBox(*AnyOf(boxes), AnyText());
+    }
+  }
+
+  void FillBox(QWidget& box, const QString& text) {
+    const QPointer<QWidget> alive(&box);
+    Click(box, box.rect().center());
+    if (alive) {
+      Key(&box, Qt::Key_A, Qt::ControlModifier);
+    }
+    if (alive) {
+      TypeText(box, text);
+    }
+  }
+
+  void ClickCell(QWidget& top) {
+    const auto views = Usable<QAbstractItemView>(top);
+    if (views.empty()) {
+      return;
+    }
+    QAbstractItemView& view = *AnyOf(views);
+    const int rows = view.model()->rowCount();
+    const int columns = view.model()->columnCount();
+    if (rows == 0 || columns == 0) {
+      return;
+    }
+    const QModelIndex cell = view.model()->index(Below(rows), Below(columns));
+    view.scrollTo(cell);
+    Click(*view.viewport(), view.visualRect(cell).center(), Qt::LeftButton, Chance(30));
+  }
+
+  void ChooseTab(QWidget& top) {
+    const auto strips = Usable<QTabBar>(top);
+    if (strips.empty() || strips.front()->count() == 0) {
+      return;
+    }
+    QTabBar& strip = *strips.front();
+    Click(strip, strip.tabRect(Below(strip.count())).center());
+  }
+
+  void ChooseEntry(QWidget& top) {
+    if (const auto lists = Usable<QComboBox>(top); !lists.empty()) {
+      QComboBox& list = *AnyOf(lists);
+      Click(list, QPoint(list.width() - 5, list.height() / 2));
+    }
+  }
+
+  void ClickSomewhere(QWidget& top) {
+    auto controls = Usable<QWidget>(top);
+    controls.push_back(&top);
+    const QWidget& area = *AnyOf(controls);
+    const QPoint inTop = area.mapTo(&top, AnyPoint(area));
+    // The topmost control at this point gets the click.
+    QWidget* control = top.childAt(inTop);
+    if (control == nullptr) {
+      control = &top;
+    }
+    const QPoint at = control->mapFrom(&top, inTop);
+    const int hand = Below(100);
+    if (hand < 15) {
+      Note("wheel over " + Describe(*control));
+      QWheelEvent event(at, control->mapToGlobal(at), {}, QPoint(0, Chance(50) ? 120 : -120),
+                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(control, &event);
+    } else if (hand < 30) {
+      const QPointer<QWidget> alive(control);
+      Click(*control, at, Qt::RightButton);
+      if (alive) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, alive->mapToGlobal(at));
+        QApplication::sendEvent(alive, &event);
+      }
+    } else if (hand < 35) {
+      Click(*control, at, Qt::MiddleButton);
+    } else {
+      Click(*control, at, Qt::LeftButton, hand > 85);
+    }
+  }
+
+  void PressKey(QWidget& top) {
+    QWidget* popup = QApplication::activePopupWidget();
+    QWidget* target = popup != nullptr ? popup->focusWidget() : QApplication::focusWidget();
+    if (target == nullptr) {
+      target = &top;
+    }
+    const int hand = Below(100);
+    if (hand < 45) {
+      const Qt::Key key = AnyOf(kKeys);
+      Key(target, key, Chance(10) ? Qt::ShiftModifier : Qt::NoModifier);
+    } else if (hand < 55) {
+      const Qt::Key key = AnyOf(kShortcuts);
+      // Ctrl+Q ends the program, so it is pressed less often than the others.
+      if (key != Qt::Key_Q || Chance(30)) {
+        Key(target, key, Qt::ControlModifier);
+      }
+    } else if (hand < 60) {
+      Key(target, Qt::Key_A + Below(26), Qt::AltModifier);
+    } else if (hand < 68) {
+      Key(target, Qt::Key_unknown, Qt::NoModifier, AnyOf(kOddCharacters));
+    } else if (hand < 80) {
+      TypeText(*target, AnyText());
+    } else {
+      TypeText(*target, AnyOf(kCharacters));
+    }
+  }
+
+  void TypeText(QWidget& top, const QString& text) {
+    QPointer<QWidget> target(&top);
+    for (const QChar character : text) {
+      // The first character may have opened a box for the rest.
+      QWidget* focus = QApplication::focusWidget();
+      if (focus != nullptr && focus->window() == top.window()) {
+        target = focus;
+      }
+      if (!target || !target->isVisible()) {
+        return;
+      }
+      const bool isPlain = character.unicode() < 0x80;
+      const int key = isPlain ? character.toUpper().unicode() : static_cast<int>(Qt::Key_unknown);
+      Key(target, key, Qt::NoModifier, QString(character));
+    }
+  }
+
+  void PutOnClipboard() {
+    QString text = AnyText();
+    if (Chance(20)) {
+      text = text.repeated(200);
+    }
+    if (Chance(20)) {
+      text += AnyOf(kOddCharacters);
+    }
+    Note("clipboard gets " + text.left(60).toStdString());
+    QApplication::clipboard()->setText(text);
+  }
+
+  void Resize(QWidget& top) {
+    Note("resize " + Describe(top));
+    top.resize(50 + Below(1200), 50 + Below(900));
+  }
+
+  void Click(QWidget& control, const QPoint& at, Qt::MouseButton button = Qt::LeftButton,
+             bool twice = false) {
+    Note(std::string(twice ? "double click " : "click ") + Describe(control) + " by button " +
+         std::to_string(button) + " at " + std::to_string(at.x()) + "," + std::to_string(at.y()));
+    const QPointer<QWidget> alive(&control);
+    const auto send = [&](QEvent::Type type) {
+      if (alive) {
+        SendMouse(alive, type, at, button);
+      }
+    };
+    send(QEvent::MouseButtonPress);
     send(QEvent::MouseButtonRelease);
+    if (twice) {
+      send(QEvent::MouseButtonDblClick);
+      send(QEvent::MouseButtonRelease);
+    }
   }
-}
 
-void Monkey::Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
-  const auto code = static_cast<Qt::Key>(key);
-  if (text.isEmpty()) {
-    QTest::keyClick(target, code, modifiers);
-    return;
+  void Key(QWidget* target, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+           const QString& text = {}) {
+    Note("key " + std::to_string(key) + " with " + std::to_string(modifiers.toInt()) + " " +
+         text.toStdString() + " at " + Describe(*target));
+    const auto code = static_cast<Qt::Key>(key);
+    if (text.isEmpty()) {
+      QTest::keyClick(target, code, modifiers);
+      return;
+    }
+    QTest::sendKeyEvent(QTest::Click, target, code, text, modifiers);
   }
-  QTest::sendKeyEvent(QTest::Click, target, code, text, modifiers);
-}
 
-int Monkey::Below(int bound) {
-  return static_cast<int>(random_() % static_cast<std::uint32_t>(bound));
-}
+  [[nodiscard]] QString AnyText() {
+    const int kind = Below(10);
+    if (kind < 7) {
+      return AnyOf(kTexts);
+    }
+    QString text;
+    for (int left = Below(8); left >= 0; --left) {
+      text += kind == 9 ? AnyOf(kOddCharacters) : QString(AnyOf(kCharacters));
+    }
+    return text;
+  }
 
-QString Monkey::AnyText() {
-  const int kind = Below(10);
-  if (kind < 7) {
-    return AnyOf(kTexts);
+  [[nodiscard]] QPoint AnyPoint(const QWidget& control) {
+    return {Below(std::max(control.width(), 1)), Below(std::max(control.height(), 1))};
   }
-  QString text;
-  for (int left = Below(8); left >= 0; --left) {
-    text += kind == 9 ? AnyOf(kOddCharacters) : QString(AnyOf(kCharacters));
-  }
-  return text;
-}
 
-QPoint Monkey::AnyPoint(const QWidget& control) {
-  const int x = Below(std::max(control.width(), 1));
-  return {x, Below(std::max(control.height(), 1))};
-}
+  void Note(const std::string& action) {
+    static const bool traced = qEnvironmentVariableIsSet("TARVELL_MONKEY_TRACE");
+    if (traced) {
+      std::cerr << done_ << ": " << action << '\n';
+    }
+    trail_.push_back(std::to_string(done_) + ": " + action);
+    if (trail_.size() > kTrailLength) {
+      trail_.pop_front();
+    }
+  }
 
-void Monkey::Note(const std::string& action) {
-  static const bool traced = qEnvironmentVariableIsSet("TARVELL_MONKEY_TRACE");
-  if (traced) {
-    std::cerr << done_ << ": " << action << '\n';
+  [[nodiscard]] std::string Trail() const {
+    std::string text = "Seed " + std::to_string(seed_) + "; the last actions:\n";
+    for (const std::string& action : trail_) {
+      text += "  " + action + "\n";
+    }
+    return text;
   }
-  trail_.push_back(std::to_string(done_) + ": " + action);
-  if (trail_.size() > kTrailLength) {
-    trail_.pop_front();
-  }
-}
 
-std::string Monkey::Trail() const {
-  std::string text = "Seed " + std::to_string(seed_) + "; the last actions:\n";
-  for (const std::string& action : trail_) {
-    text += "  " + action + "\n";
+  void Act(QWidget& top) {
+    visited_.insert(top.metaObject()->className());
+    if (QApplication::activePopupWidget() == &top) {
+      UseMenuPopup(top);
+    } else if (auto* box = qobject_cast<QMessageBox*>(&top)) {
+      UseBox(*box);
+    } else if (qobject_cast<QFileDialog*>(&top) != nullptr) {
+      UseFileDialog(top);
+    } else if (&top == menu_ && Chance(40)) {
+      UseMainMenu(top);
+    } else if (HasEmptySerial(top) && Chance(10)) {
+      // Without a serial number, new data could never be saved.
+      FillBox(*top.findChild<QLineEdit*>("txtSerial"), "3318A000" + QString::number(Below(100)));
+    } else {
+      UseAnyScreen(top);
+    }
   }
-  return text;
+
+  unsigned seed_;
+  int wanted_;
+  int done_ = 0;
+  MonkeyPlaces places_;
+  IsKnownMessage isKnown_;
+  std::mt19937 random_;
+  frmMain* menu_ = nullptr;
+  bool running_ = false;
+  QPointer<QMessageBox> looked_;  ///< the box whose text was checked
+  std::vector<std::string> unknown_;
+  std::set<std::string> visited_;  ///< the classes of the screens that appeared
+  std::deque<std::string> trail_;
+  QObject context_;
+};
+
+}  // namespace
+
+std::vector<std::string> RunMonkey(unsigned seed, int actions, const MonkeyPlaces& places,
+                                   const IsKnownMessage& isKnown) {
+  return Monkey(seed, actions, places, isKnown).Run();
 }
 
 }  // namespace tarvell::test
