@@ -171,14 +171,10 @@ class StationStage : public testing::Test {
     questions_.ExpectNotice("Current station data delete completed.");
     Click(screen, "btnClear");
   }
-  void ExpectCannotSave() {
-    questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
+  void ExpectWarning(const QString& text) {
+    questions_.Expect({.text = text, .icon = QMessageBox::Warning}, QMessageBox::Ok);
   }
-  void ExpectInvalidDate() {
-    questions_.Expect({.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
-  }
+  void ExpectCannotSave() { ExpectWarning("Error: Cannot save "); }
 
   /// Expects the question that Return asks when an instrument is open.
   void ExpectReturnQuestion(QMessageBox::StandardButton answer) {

@@ -310,7 +310,7 @@ TEST_F(StationInstruments, AnInvalidDateIsNotSaved) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     Fill(screen, "txtData_8", "31");
     FillCombo(screen, "cmbCalMonth", "FEB");
-    ExpectInvalidDate();
+    ExpectWarning("Error: Invailed Input Date");
     Click(screen, "btnSave");
     EXPECT_TRUE(CanSave(screen));
     EXPECT_EQ(TextOf(screen, "txtData_8"), "31");
@@ -322,7 +322,7 @@ TEST_F(StationInstruments, AnInvalidDateIsNotSaved) {
     Fill(screen, "txtData_8", "30");
     Fill(screen, "txtData_6", "2002");
     ExpectReturnQuestion(QMessageBox::Yes);
-    ExpectInvalidDate();
+    ExpectWarning("Error: Invailed Input Date");
     Click(screen, "btnReturn");
     EXPECT_FALSE(screen.isVisible());
   });

@@ -59,16 +59,13 @@ TEST_F(InputDialog, OkGivesTheLineAndTheUnit) {
   EXPECT_EQ(dialog_.Unit(), "GHz") << "an unknown unit changes nothing";
 }
 
-TEST_F(InputDialog, EnterIsOk) {
+TEST_F(InputDialog, EnterIsOkAndEscapeAndTheFrameEmptyTheLine) {
   dialog_.HideUnit();
   Run([](frmInput& dialog) {
     EXPECT_FALSE(Find<QComboBox>(dialog, "cmbUnit").isVisible());
     Press(Qt::Key_Return);
   });
   EXPECT_EQ(dialog_.Text(), " 7 ");
-}
-
-TEST_F(InputDialog, EscapeAndTheFrameEmptyTheLine) {
   Run([](frmInput&) { Press(Qt::Key_Escape); });
   EXPECT_EQ(dialog_.Text(), "");
   Run([](frmInput& dialog) { dialog.close(); });

@@ -5,8 +5,6 @@
 #include <QToolButton>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "screens/widgets/UpDown.h"
 #include "support/User.h"
 
@@ -44,6 +42,9 @@ class Spinner : public testing::Test {
 };
 
 TEST_F(Spinner, ArrowsAndKeysStepByOneWithinTheRange) {
+  for (const char* arrow : {"up", "down"}) {
+    EXPECT_GT(Find<QToolButton>(*spinner_, arrow).height(), 3);
+  }
   ExpectBox("5");
   box_->setFocus();
   ClickArrow("up");
@@ -89,14 +90,6 @@ TEST_F(Spinner, ANewMaximumLeavesTheBoxAndLimitsTheValue) {
   spinner_->SetMaximum(31);
   ClickArrow("up");
   ExpectBox("29");
-}
-
-TEST_F(Spinner, IsAsHighAsItsBox) {
-  const auto& up = Find<QToolButton>(*spinner_, "up");
-  const auto& down = Find<QToolButton>(*spinner_, "down");
-  EXPECT_LE(spinner_->height(), screen_.height());
-  EXPECT_LE(up.geometry().bottom(), down.geometry().top());
-  EXPECT_GT(std::min(up.height(), down.height()), 3);
 }
 
 }  // namespace
