@@ -20,6 +20,7 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
 #include "core/text/Text.h"
+#include "screens/station/StationFixture.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/Monkey.h"
 #include "support/TestTree.h"
@@ -72,7 +73,8 @@ const std::array kKnownMessages = {
     "\".+\"|has changed since it was opened here|of this serial number is there already)\\. Do you "
     "want to replace it\\?\n\n.*",
     // Names, numbers and characters.
-    "The (model number|data file name|serial number|station name) \".*\" cannot be used.*",
+    "The (model number|data file name|serial number) \".*\" cannot be used.*",
+    "The station name \".*\" (cannot be used|holds the character|is the name of the list).*",
     "The .+ holds (a comma[.,]|the character \".\" after a comma,|more than 20 words,) .*",
     "(The character \".+\"|The control character number \\d+|A line end) cannot be stored in a "
     "data file\\. .*",
@@ -175,13 +177,6 @@ std::string DataFileBytes(const std::string& templateBytes, const std::string& s
   return bytes.replace(at, bytes.find("\r\n", at) - at, serial);
 }
 
-std::string InstrumentBytes(const std::string& model, const std::string& dueDate) {
-  return Lines({"MODEL NUMBER " + model, "SERIAL NUMBER 3318A00001", "ADDRESS TYPE GP-IB",
-                "ADDRESS 13", "STATION rack 2", "OPTIONS 001", "AVAILABILITY yes",
-                "CAL DUE DATE " + dueDate, "ASSET A-77", "TRACE lab 4", "COMMENT own",
-                "CAL DATA file"});
-}
-
 class MonkeyTest : public testing::TestWithParam<int> {
  protected:
   MonkeyTest()
@@ -238,9 +233,12 @@ class MonkeyTest : public testing::TestWithParam<int> {
   }
 
   void PlaceStations() const {
-    tree_.Write(R"(c:\stations\ST1\PX12A)", InstrumentBytes("PX12A", "5 MAR 2002"));
-    tree_.Write(R"(c:\stations\ST1\PX60H)", InstrumentBytes("PX60H", ""));
-    tree_.Write(R"(c:\stations\ST1\large)", InstrumentBytes("large", "5 MAR 1E999"));
+    tree_.Write(R"(c:\stations\ST1\PX12A)",
+                InstrumentFile{.model = "PX12A", .dueDate = "5 MAR 2002"}.Bytes());
+    tree_.Write(R"(c:\stations\ST1\PX60H)",
+                InstrumentFile{.model = "PX60H", .dueDate = ""}.Bytes());
+    tree_.Write(R"(c:\stations\ST1\large)",
+                InstrumentFile{.model = "large", .dueDate = "5 MAR 1E999"}.Bytes());
     tree_.Write(R"(c:\stations\ST1\empty)", "");
     tree_.Write(R"(c:\stations\ST1\INDEX)", Lines({"PX12A", "PX60H", "large", "empty", "INDEX"}));
     tree_.MakeFolders(R"(c:\stations\ST2)");
@@ -354,7 +352,7 @@ TEST_P(MonkeyTest, MeetsKnownMessagesAndLeavesFilesThatCanBeRead) {
                                .stationDir = "c:\\stations",
                                .files = kits_,
                                .folders = {tree_.Native("c:\\").string()}};
-  EXPECT_EQ(RunMonkey(static_cast<unsigned>(GetParam()), actions, places, &IsKnownMessage),
+  EXPECT_EQ(Monkey(static_cast<unsigned>(GetParam()), actions, places, &IsKnownMessage).Run(),
             std::vector<std::string>{});
   CheckFiles();
   CheckTrash();

@@ -442,10 +442,15 @@ TEST_F(StationInstruments, EveryWayOutAsksWhetherToSave) {
 }
 
 TEST_F(StationInstruments, AListThatCannotBeReadDoesNotReplaceINDEX) {
-  tree_.Write(kIndex, "PX9\r\nINDEX\r\n");
   WriteInstrument();
-  AtUnlistableFolder(kStation, "No Model", "LstInstrment", kIndex,
-                     [&](const auto& act) { AtStation(act); });
+  const fs::path away = tree_.Native("c:\\away");
+  fs::rename(tree_.Native(kStation), away);
+  questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
+  AtStation([&](frmStationModelList& screen) {
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"No Model"});
+    fs::rename(away, tree_.Native(kStation));
+    Click(screen, "btnReturn");
+  });
   EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
 }
 
