@@ -51,7 +51,7 @@ target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functiona
 add_executable(tarvell app/main.cpp)
 target_link_libraries(tarvell PRIVATE tarvell_screens tarvell_warnings)
 
-# The templates lie beside the executable, after the build as after installing.
+# The templates are beside the executable, both after the build and after installing.
 file(GLOB TARVELL_TEMPLATES CONFIGURE_DEPENDS templates/Temp*)
 foreach(template IN LISTS TARVELL_TEMPLATES)
   cmake_path(GET template FILENAME name)

@@ -1,4 +1,4 @@
-# The project's own presets make them errors (CMAKE_COMPILE_WARNING_AS_ERROR).
+# The project's own presets make warnings errors (CMAKE_COMPILE_WARNING_AS_ERROR).
 add_library(tarvell_warnings INTERFACE)
 target_compile_options(tarvell_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 # GCC 12 warns of overlapping copies inside std::string's own operator+ (GCC bug 105651).

@@ -12,8 +12,9 @@
 #include "core/files/Paths.h"
 #include "core/text/FileCharacters.h"
 
-/// The item reader against the rule of list input on the whole bytes. The first byte of an input
-/// chooses the encoding and how many bytes the disk gives at once; the rest is the file.
+/// Compares what the item reader reads with the rule for items, applied here to the whole file at
+/// once. The first byte of an input chooses the encoding and how many bytes the disk gives at once;
+/// the rest is the file.
 namespace tarvell::fuzz {
 namespace {
 

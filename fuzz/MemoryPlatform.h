@@ -53,8 +53,7 @@ class MemoryPlatform final : public Platform {
   /// The largest number of bytes that one read returns.
   std::size_t readAtMost = 4096;
 
-  std::error_code OpenForReading(const Path& path, EntryKind /*kind*/,
-                                 std::unique_ptr<InputFile>& file) override {
+  std::error_code OpenForReading(const Path& path, std::unique_ptr<InputFile>& file) override {
     const auto found = entries_.find(path);
     if (found == entries_.end()) {
       return Failure(std::errc::no_such_file_or_directory);
@@ -119,7 +118,7 @@ class MemoryPlatform final : public Platform {
           (kind != SearchKind::NamesWithoutDot || name.find('.') == std::string::npos) &&
           (kind != SearchKind::OrdinaryFiles || bytes);
       if (path.parent_path() == folder && path != folder && isMeant &&
-          !visit(name, bytes ? EntryKind::File : EntryKind::Folder)) {
+          !visit({folder, name, bytes ? EntryKind::File : EntryKind::Folder})) {
         break;
       }
     }
@@ -184,7 +183,7 @@ class MemoryPlatform final : public Platform {
 
   inline static const Path kDrive = "/drives/c";
   Platform* before_;
-  std::map<Path, std::shared_ptr<std::string>> entries_;  ///< content by path, none of a folder
+  std::map<Path, std::shared_ptr<std::string>> entries_;  ///< content by path, nullptr for a folder
 };
 
 }  // namespace tarvell::fuzz

@@ -15,8 +15,8 @@
 #include "FuzzTarget.h"
 #include "core/numbers/NumberPattern.h"
 
-/// Numbers and digit patterns against an arithmetic on decimal digits. An input is the eight bytes
-/// of a double, the two bytes that choose a pattern, and the text of a number.
+/// Compares numbers and digit patterns with an arithmetic on decimal digits. An input is the eight
+/// bytes of a double, the two bytes that choose a pattern, and the text of a number.
 namespace tarvell::fuzz {
 namespace {
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char* kIni = "windows/tarvell.ini";
 
-/// Whether a directory comes back. A comma or a line end ends it, blanks at its end are dropped,
+/// Whether a directory is read back. A comma or a line end ends it, blanks at its end are dropped,
 /// and an empty one means the default.
 bool IsKept(const std::string& directory) {
   return !directory.empty() &&
@@ -37,7 +37,7 @@ void CheckWriting(const std::string& calibrationDir, const std::string& stationD
   std::string calibration;
   std::string station;
   ReadProfile(calibration, station);
-  // Bytes that are no UTF-8 make the file one of an older system.
+  // A file with bytes that are not UTF-8 is read as one from an older system.
   if (IsUtf8(calibrationDir) && IsUtf8(stationDir) && IsKept(calibrationDir)) {
     Require(calibration == calibrationDir, "the calibration directory comes back", calibration);
     Require(station == stationDir || !IsKept(stationDir), "the station directory comes back",

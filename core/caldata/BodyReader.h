@@ -15,16 +15,16 @@ namespace tarvell {
 
 /// How a file ended.
 struct FileEnd {
-  std::string lastItem;       ///< held at the end, and not interpreted
+  std::string lastItem;       ///< is never interpreted
   bool hasEndLine = false;    ///< whether there was a line "!End" outside of a page
   bool hasDataLines = false;  ///< whether there were data lines outside of a page
 };
 
-/// Reads everything but the header of one file into a calibration data object. It knows what is
-/// known only during the load, and is gone after it.
+/// Reads everything except the header of one file into a calibration data object. It keeps what is
+/// needed only during the load, and is destroyed after it.
 ///
-/// The functions for lines may read on, and throw an Index error when a table has no row for one.
-/// They pass over what the model does not use.
+/// The functions that take a line may read more items, and throw an Index error when a table has no
+/// row for them. They ignore what the model does not use.
 class BodyReader {
  public:
   BodyReader() = default;
@@ -34,7 +34,7 @@ class BodyReader {
 
   /// Takes a data line outside of a page, the `index`-th of them, its "*" included.
   virtual void TakeDataLine(TableIndex /*index*/, std::string_view /*item*/) {}
-  /// Takes a header line whose keyword is none of the header's.
+  /// Takes a line that looks like a header line, but has a keyword that the header does not have.
   virtual void TakePageLine(const LineWords& /*words*/, ItemReader& /*reader*/) {}
   /// Takes a comment line, its "!" included.
   virtual void TakeCommentLine(const std::string& /*item*/, ItemReader& /*reader*/) {}

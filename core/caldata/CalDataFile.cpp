@@ -45,7 +45,7 @@ class CalDataFile::Load {
 
   [[nodiscard]] const std::string& FileBytes() const { return reader_.Bytes(); }
   [[nodiscard]] bool IsComplete() const { return isComplete_; }
-  /// The model that the file names, when it is another one than the object's; else "".
+  /// The model that the file names, if it is not that of the object; otherwise "".
   [[nodiscard]] std::string OtherModel() const {
     return EqualsIgnoringCase(model_, data_.modelCode_) ? std::string() : model_;
   }

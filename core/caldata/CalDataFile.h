@@ -20,14 +20,14 @@
 
 namespace tarvell {
 
-/// What the data files of all models share: the header, the reading of a file and the writing. A
+/// What the data files of all models share: their header, and how they are read and written. A
 /// model adds a reader for the body of its file, and writes that body.
 ///
 /// The last item of a file, its terminator line, is never interpreted. A load does not clear the
 /// object first.
 class CalDataFile : public cifCaldata {
  public:
-  /// `modelCode` outlives the object.
+  /// `modelCode` must outlive the object.
   explicit CalDataFile(std::string_view modelCode) : modelCode_(modelCode) {}
 
   [[nodiscard]] const std::string& Path() const final { return path_; }
@@ -52,10 +52,10 @@ class CalDataFile : public cifCaldata {
   void RememberUnchangedSave() final;
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   [[nodiscard]] const LoadedHeader& HeaderOfLoad() const final { return header_; }
-  /// Throws a NotFound error when the template is missing, and a Template error when it is one of
-  /// another model or not complete: "!End" is missing, or in a set a page or its "!END". The
-  /// model's name may be in any case and follow the maker's; header lines may be missing. What was
-  /// read of a refused template stays in the object.
+  /// Throws a NotFound error when the template is missing, and a Template error when it is that of
+  /// another model or is not complete: "!End" is missing or, in a set, a page or its "!END". The
+  /// model's name may be in any case and may follow the maker's name; header lines may be missing.
+  /// What was read of a refused template stays in the object.
   std::int32_t SetInitialDefaultData() final;
 
   [[nodiscard]] std::string GetCalPageName(std::int16_t /*page*/) const override { return {}; }
@@ -92,10 +92,10 @@ class CalDataFile : public cifCaldata {
   /// The part of a header line that counts, its "#" included.
   [[nodiscard]] virtual std::string_view HeaderText(std::string_view item) const { return item; }
 
-  /// A reader for the body of one file. `notes` outlives it.
+  /// A reader for the body of one file. `notes` must outlive it.
   [[nodiscard]] virtual std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) = 0;
 
-  /// How many cells of a data line a table shows; the others are always written alike.
+  /// How many cells of a data line a table shows; the others are always written the same.
   [[nodiscard]] virtual std::size_t ShownCells() const {
     return std::numeric_limits<std::size_t>::max();
   }

@@ -50,7 +50,7 @@ class CalDataGrid {
   return {grid.RowCount()};
 }
 
-/// Appends a row of these cells, from column 0 on. A TAB in a cell, which would part it in two,
+/// Appends a row of these cells, from column 0 on. A TAB in a cell, which would split the cell,
 /// becomes a blank.
 void AddCells(CalDataGrid& grid, std::span<const std::string> cells);
 

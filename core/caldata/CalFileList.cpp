@@ -37,7 +37,7 @@ bool IsDanglingLink(const std::filesystem::path& native) {
 bool HoldsEntries(const std::filesystem::path& folder) {
   bool any = false;
   const std::error_code code =
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const std::string&, EntryKind) {
+      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry&) {
         any = true;
         return false;
       });
@@ -57,7 +57,7 @@ void TakeDueDate(const FileDate& date, CalFileInfo& row) {
 }
 
 FileDate ReadDate(ItemReader& reader) {
-  const std::string value = ListedHeaderValue(reader.ReadItem());
+  const std::string_view value = ListedHeaderValue(reader.ReadItem());
   return reader.AtThisLine([&] { return FileDate::From(value); });
 }
 
@@ -82,23 +82,19 @@ void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileI
   });
 }
 
-/// Reads one file's header; nothing when the file has neither of the two styles. `kind` is what a
-/// search has reported for it.
-std::optional<CalFileInfo> ReadHeader(const std::filesystem::path& native, EntryKind kind,
-                                      const std::string& path) {
-  return ReadFirstItems(native, kind, path, [&](ItemReader& reader) -> std::optional<CalFileInfo> {
-    CalFileInfo row;
-    row.FilePath = path;
-    const std::string first = reader.ReadItem();
-    if (!first.empty() && first.front() == '#') {
-      ReadNewStyleHeader(reader, first, row);
-    } else if (first.find_first_of("\r\n") == std::string::npos) {
-      ReadOldStyleHeader(reader, first, row);
-    } else {
-      return std::nullopt;
-    }
-    return row;
-  });
+/// Reads one file's header; nothing when the file has neither of the two styles.
+std::optional<CalFileInfo> ReadHeader(ItemReader& reader) {
+  CalFileInfo row;
+  row.FilePath = reader.Path();
+  const std::string first = reader.ReadItem();
+  if (!first.empty() && first.front() == '#') {
+    ReadNewStyleHeader(reader, first, row);
+  } else if (first.find_first_of("\r\n") == std::string::npos) {
+    ReadOldStyleHeader(reader, first, row);
+  } else {
+    return std::nullopt;
+  }
+  return row;
 }
 
 /// The entries of a folder that could not be read.
@@ -134,7 +130,7 @@ class UnreadableEntries {
   }
 
  private:
-  // A message on a small screen has room for so many.
+  // As many as a message on a small screen has room for.
   static constexpr std::size_t kNamedEntries = 5;
 
   [[nodiscard]] std::string Text() const {
@@ -150,14 +146,14 @@ class UnreadableEntries {
   std::string list_;
 };
 
-/// The same as ReadHeader, but adds a file that cannot be read to `unreadable`.
-std::optional<CalFileInfo> TryReadHeader(const std::filesystem::path& native, EntryKind kind,
-                                         const std::string& path, UnreadableEntries& unreadable) {
+/// Reads the header of a file that was found, but adds a file that cannot be read to `unreadable`.
+std::optional<CalFileInfo> TryReadHeader(const FoundEntry& entry, std::string path,
+                                         UnreadableEntries& unreadable) {
   try {
-    return ReadHeader(native, kind, path);
+    return ReadFirstItems(entry, std::move(path), &ReadHeader);
   } catch (const Error& error) {
     // The data sets after it must still be listed: all such files are reported together.
-    unreadable.Add(std::string(LastNameOf(path)), error);
+    unreadable.Add(entry.name, error);
     return std::nullopt;
   }
 }
@@ -177,11 +173,11 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
   const std::filesystem::path native = NativePath(root);
   std::vector<std::string> entries;
   bool tooMany = false;
-  const std::error_code code = CurrentPlatform().Search(
-      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind) {
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const FoundEntry& entry) {
         tooMany = entries.size() == kListedEntries;
         if (!tooMany) {
-          entries.push_back(name);
+          entries.push_back(entry.name);
         }
         return !tooMany;
       });
@@ -216,16 +212,16 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
-  const std::error_code code = CurrentPlatform().Search(
-      native, SearchKind::NamesWithoutDot, [&](const std::string& name, EntryKind kind) {
-        if (!IsDataFileName(name)) {
+  const std::error_code code =
+      CurrentPlatform().Search(native, SearchKind::NamesWithoutDot, [&](const FoundEntry& entry) {
+        if (!IsDataFileName(entry.name)) {
           return true;
         }
         if (count == rows.size()) {
           unreadable.ReportWith(TooManyFiles(modelFolder, rows.size()));
         }
         std::optional<CalFileInfo> row =
-            TryReadHeader(native / name, kind, Joined(modelFolder, name), unreadable);
+            TryReadHeader(entry, Joined(modelFolder, entry.name), unreadable);
         if (row) {
           rows[count] = std::move(*row);
           if (rowRead) {
@@ -243,7 +239,8 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 }
 
 std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
-  return ReadHeader(NativePath(path), EntryKind::None, path);
+  ItemReader reader(NativePath(path), path);
+  return ReadHeader(reader);
 }
 
 }  // namespace tarvell

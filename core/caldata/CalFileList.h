@@ -16,14 +16,14 @@
 /// The lists of the models that have data, and of the headers of a model's data files.
 namespace tarvell {
 
-/// Lists the entries of `root` whose names have no dot, in the platform's order: the name in
-/// upper case, or "*" for an empty entry; then one spare empty slot. An entry that cannot be read
-/// counts as filled: choosing it reports the reason. A root without entries, or that does not
-/// exist, gives "*" and an empty slot. Throws an Index error after the first 256 entries, which are
-/// in `names` then, and the platform's error when `root` may not be searched. Always true.
+/// Lists the entries of `root` whose names have no dot, in the platform's order: the name in upper
+/// case, or "*" for an empty entry; then one spare empty slot. An entry that cannot be read counts
+/// as filled: choosing it reports the reason. A root without entries, or that does not exist, gives
+/// "*" and an empty slot. Throws an Index error after the first 256 entries, which are in `names`
+/// then, and the platform's error when `root` may not be searched. Always returns true.
 bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 
-/// The names that a list shows, of those that ListModelFolders gave.
+/// Those of the names from ListModelFolders that a list shows.
 [[nodiscard]] std::vector<std::string> ModelsWithData(std::vector<std::string> names);
 
 /// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or
@@ -31,9 +31,10 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 /// after each row that it fills, and returns how many it filled.
 ///
 /// An entry that cannot be read takes no row, and the reading goes on. At its end one error names
-/// all such entries with their reasons (of very many the first ones, and how many more there are);
-/// it has the kind of the first. A data file for which no row is left ends the reading with an
-/// Index error that names those entries, too. Every row that was read is filled by then.
+/// all such entries with their reasons (if there are very many, only the first ones and the number
+/// of the others); it has the kind of the first. A data file for which no row is left ends the
+/// reading with an Index error that names those entries, too. Every row that was read is filled by
+/// then.
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,
                           const std::function<void(const CalFileInfo& row)>& rowRead);
 

@@ -31,7 +31,7 @@ constexpr NumberPattern kCalDataPattern("#0.0000");
 constexpr double kMHz = 1E6;  // in Hz
 constexpr double kGHz = 1E9;
 
-/// The frequency of a new point as its row, and then the file, has it.
+/// The frequency of a new point as its row shows it and the file will hold it.
 std::string FrequencyText(double frequency, std::string_view tableUnit) {
   const NumberPattern& pattern = tableUnit == "GHz"      ? kGHzPattern
                                  : frequency <= kHighMHz ? kMHzPattern
@@ -39,8 +39,8 @@ std::string FrequencyText(double frequency, std::string_view tableUnit) {
   return pattern.Format(frequency);
 }
 
-/// The value of a cell by which rows are compared. A number too large to be calculated with is the
-/// largest.
+/// The value of a cell by which rows are compared. A number that is too large to be calculated with
+/// counts as infinite.
 double ValueOf(const CalDataGrid& grid, Cell cell) {
   return NumericValueOrInfinity(grid.TextOf(cell));
 }
@@ -66,7 +66,8 @@ void CheckPlaceForPoint(const CalDataGrid& grid) {
 }
 
 double SensorFrequency(std::string_view typed, std::string_view unit, std::string_view tableUnit) {
-  // 1.005 GHz is 1005 MHz, although the product is a little less: only 15 digits are meant.
+  // 1.005 GHz is 1005 MHz, although the binary product is a little less: it is rounded to 15
+  // digits.
   const double value = NumericValue(typed);
   if (tableUnit == "GHz") {
     return RoundedTo15Digits(unit == "MHz"   ? value / kStep

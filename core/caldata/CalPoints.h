@@ -18,7 +18,7 @@ namespace tarvell {
 enum class PointPlace {
   Row,        ///< before the row `row`, or after the last one
   Taken,      ///< the table has this point already
-  BelowZero,  ///< no point lies below zero
+  BelowZero,  ///< a point cannot be below zero
   TooSmall    ///< its row would be written as zero
 };
 
@@ -54,7 +54,7 @@ struct AttenuatorPoint {
 };
 
 /// The point that was chosen or typed. Throws a Type error that names the setting or the frequency
-/// when it begins with no number, or the setting does not fit 16 bits.
+/// when it does not begin with a number, or when the setting does not fit into 16 bits.
 [[nodiscard]] AttenuatorPoint AttenuatorPointFrom(std::string_view setting,
                                                   std::string_view frequency);
 

@@ -32,7 +32,7 @@ constexpr NumberPattern kPercentPattern("0.0000");
 
 using DataWords = std::array<std::string, kDataWords>;
 
-/// The words of a data line, its "*" left out.
+/// The words of a data line without its "*".
 DataWords DataWordsOf(std::string_view line) {
   DataWords words;
   SplitWords(WithoutFirst(Replaced(line, ':', ' '), 1), words);
@@ -51,7 +51,7 @@ const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std:
   return nullptr;
 }
 
-/// The unit of an uncertainty as its cell has it.
+/// The unit of an uncertainty as it ends the text of a cell, with a blank before it.
 std::string_view UncertaintyUnit(std::string_view unit) {
   const std::string_view trimmed = Trim(unit);
   return EqualsIgnoringCase(trimmed, kPpm) ? " ppm" : trimmed == kPercent ? " %" : "";
@@ -178,7 +178,7 @@ std::string CapacitorSet::SetCalibrationDataFormat(std::int16_t page, std::int16
              std::string(CapacitanceUnit(page));
     }
     case kUncertainty: {
-      // A cell that shows no number takes any text.
+      // Where a cell shows no number, any text is accepted.
       const bool isUsed = FindFormat(traits_.uncertainty, page, gridRow) != nullptr ||
                           UncertaintyUnit(unit) == " %";
       return UncertaintyText(page, gridRow, isUsed ? NumericValue(text) : 0, unit);
@@ -218,7 +218,7 @@ std::string CapacitorSet::CellReadBack(std::int16_t page, Cell cell,
   if (column < kCapacitance || column >= kColumns || text.empty()) {
     return text;
   }
-  // The other cells only have to be there, so that no word moves into the place of another.
+  // The other cells need some text, or the words after them would move into their places.
   Row cells = {"1", "1pF", "1 %", "1", "1"};
   cells.at(static_cast<std::size_t>(column)) = text;
   const DataWords words = DataWordsOf(DataLine(cells));

@@ -34,22 +34,22 @@ struct CapacitorFormat {
   NumberPattern ppmPattern = pattern;  ///< for an uncertainty in ppm
 };
 
-/// In what the standard capacitor sets differ.
+/// How the capacitor sets differ from each other.
 struct CapacitorSetTraits {
   std::string_view modelCode;
   std::array<std::string_view, 4> pageNames;
   std::array<std::string_view, 4> units;  ///< of the capacitance, by page
   std::string_view otherUnit;             ///< of the capacitance on any other page
-  /// Whether the capacitance to edit is in its shortest text and has a unit.
+  /// Whether a capacitance is edited as its shortest text and with its unit.
   bool normalisesCapacitance;
-  bool hasOption;  ///< whether page 3 comes with option 001 only
+  bool hasOption;  ///< whether page 3 exists only with option 001
   std::span<const CapacitorFormat> capacitance;
   std::span<const CapacitorFormat> uncertainty;
-  std::span<const CapacitorFormat> dissipation;  ///< with a rule for every cell
+  std::span<const CapacitorFormat> dissipation;  ///< has a rule for every cell
 };
 
-/// A set of standard capacitors: one page per member, with the capacitance, the dissipation factor
-/// and their uncertainties against the frequency. The cells are kept as they are shown.
+/// A set of standard capacitors, with one page per member: the capacitance, the dissipation factor
+/// and their uncertainties at each frequency. The cells are kept as they are shown.
 class CapacitorSet : public CalDataFile {
  public:
   void GetCalData(std::int16_t page, CalDataGrid& grid) const final;
@@ -67,15 +67,16 @@ class CapacitorSet : public CalDataFile {
   std::int16_t GetCalibrationUnit(std::int16_t page, std::int16_t column,
                                   std::vector<std::string>& units) const final;
   [[nodiscard]] std::string GetCalPageName(std::int16_t page) const final;
-  /// "*" for page 3 of a set with an option that is absent.
+  /// The serial number of the page's member; "*" for page 3 while the set is without its option.
   [[nodiscard]] std::string GetCalPageSerial(std::int16_t page) const final;
-  /// For page 3 of a set with option "*" switches the option off, "/" on again with the serial
-  /// number that it had; any other text switches it on with that.
+  /// Sets the serial number of the page's member. If page 3 exists only with the option, "*" for it
+  /// switches the option off, and "/" switches it on again with its earlier serial number; any
+  /// other text switches it on and becomes its serial number.
   void SetCalPageSerial(std::int16_t page, const std::string& serial) final;
   [[nodiscard]] std::int16_t GetCalPageCount() const final;
 
  protected:
-  /// `traits` outlives the object.
+  /// `traits` must outlive the object.
   explicit CapacitorSet(const CapacitorSetTraits& traits)
       : CalDataFile(traits.modelCode), traits_(traits) {}
 
@@ -86,12 +87,12 @@ class CapacitorSet : public CalDataFile {
   using Row = Table<kColumns>::Row;
   class Reader;
 
-  /// Its own code, whatever was set.
+  /// The code of the class, whatever model number was set.
   [[nodiscard]] std::string_view WrittenModel() const final { return ModelCode(); }
   [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) final;
   void WriteBody(FileText& text) const final;
 
-  /// The cells that the words of a data line give.
+  /// The cells of a row, made from the words of its data line.
   [[nodiscard]] Row CellsOf(std::int16_t page, GridRow gridRow,
                             std::span<const std::string> words) const;
   [[nodiscard]] std::string DataLine(const Row& row) const;
@@ -99,7 +100,7 @@ class CapacitorSet : public CalDataFile {
   /// The text of an uncertainty's cell; `unit` is what the user chose, or kPpm or kPercent.
   [[nodiscard]] std::string UncertaintyText(std::int16_t page, GridRow row, double number,
                                             std::string_view unit) const;
-  /// The cell's text as GetCalibrationDataFormat gives it, less its unit.
+  /// The cell's text as GetCalibrationDataFormat returns it, without its unit.
   [[nodiscard]] std::string Edited(std::int16_t column, const std::string& text) const;
 
   const CapacitorSetTraits& traits_;

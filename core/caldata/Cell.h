@@ -8,7 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Places in tables. A grid counts its caption row, a table does not: each has a type of its own.
+/// Places in tables. Rows of a grid are counted with the caption row, rows of a table without it.
+/// Each way has a type of its own.
 namespace tarvell {
 
 /// The place of a data row in a table: 0 is the first data row.
@@ -39,7 +40,7 @@ inline constexpr GridRow kFirstDataRow = {1};
   return {static_cast<std::int16_t>(index.value + 1)};
 }
 
-/// Of a data row.
+/// `row` must be a data row.
 [[nodiscard]] constexpr TableIndex IndexOf(GridRow row) {
   return {static_cast<std::size_t>(row.number - 1)};
 }

@@ -21,12 +21,12 @@ namespace tarvell {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
-/// From here on not every digit before the point is kept.
+/// From this number on, not every digit before the point is kept.
 constexpr double kTooManyDigits = 1E15;
 // A file has eight digits for a date.
 constexpr std::int16_t kFirstFourDigitYear = 1000;
 constexpr std::int16_t kLastFourDigitYear = 9999;
-/// Room for what binary fractions lose.
+/// Tolerance for the rounding errors of binary fractions.
 constexpr double kSlack = 1 + 1E-9;
 
 /// Half a unit of the last decimal.
@@ -44,14 +44,14 @@ std::string_view TypedNumber(std::string_view typed, const CellParts& cell) {
   return WithoutUnit(typed, {cell.before, cell.after});
 }
 
-/// Whether a value in per cent is this one in ppm.
+/// Whether a value in per cent and one in ppm are the same.
 bool AreEqualUncertainties(std::string_view percent, std::string_view ppm) {
   return percent.ends_with(kPercent) && ppm.ends_with(kPpm) &&
          PpmOfPercent(NumericValue(PartsOfCell(percent).number)) ==
              RoundedTo15Digits(NumericValue(PartsOfCell(ppm).number));
 }
 
-/// The number that a date's box holds, when it is one that can be saved.
+/// The number in a date's box, if it can be saved.
 std::optional<std::int16_t> BoxNumber(std::string_view text) {
   const std::optional<double> number = ParseNumber(text);
   if (!number || !(std::abs(*number) < std::numeric_limits<std::int16_t>::max())) {

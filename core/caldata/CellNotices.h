@@ -13,7 +13,7 @@
 /// the user sees. Each function returns a sentence, or "" when there is nothing to report.
 namespace tarvell {
 
-/// A cell's text taken apart: "Ls/-0.5 nH" is "Ls/", "-0.5" and " nH". A text without a digit is
+/// The parts of a cell's text: "Ls/-0.5 nH" has "Ls/", "-0.5" and " nH". A text without a digit is
 /// all `before`.
 struct CellParts {
   std::string_view before;
@@ -35,16 +35,16 @@ struct CellParts {
 /// Reports that the point `added`, "" for none, is not the number `typed` in the dialog for it.
 [[nodiscard]] std::string PointTakenDifferently(std::string_view typed, std::string_view added);
 
-/// Reports that the file gives back `readBack` for a cell that shows `shown`.
+/// Reports that `readBack` will be read back for a cell that shows `shown`.
 [[nodiscard]] std::string ReadDifferently(std::string_view shown, std::string_view readBack);
 
 /// Reports that only the first word of a header value, or of a member's serial number, is read
 /// back.
 [[nodiscard]] std::string HeaderReadDifferently(std::string_view field, std::string_view value);
 
-/// Reports that a date does not exist, or that the file cannot keep its year. Day and year are what
-/// their boxes hold: what is no whole number there is refused when it is saved, and not reported.
-/// `month` is a name; "" is none.
+/// Reports that a date does not exist, or that the file cannot keep its year. Day and year are the
+/// texts of their boxes. If one of them is not a whole number, the save refuses it, and nothing is
+/// reported here. `month` is a name, or "" for no month.
 [[nodiscard]] std::string MissingDay(std::string_view field, std::string_view day,
                                      std::string_view month, std::string_view year);
 

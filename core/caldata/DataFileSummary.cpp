@@ -32,7 +32,7 @@ bool AreDigits(std::string_view text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// A date that does not exist keeps its digits: two of them differ.
+/// A date that does not exist keeps its digits, so that it can be compared with another one.
 std::string DateOf(std::string_view digits) {
   if (digits.size() != kDateDigits || !AreDigits(digits)) {
     return TextOrNone(digits);
@@ -54,7 +54,7 @@ std::vector<FileSummary::Field> OldDates(std::string_view text) {
   return {{kCalibrated, DateText(date)}, {kDue, DateText(OneYearAfter(date))}};
 }
 
-/// The next item, "" where there is none, without the blanks that quotes keep around it.
+/// The next item without blanks around it, which quotes would keep; "" if there is none.
 std::string NextItem(ItemReader& reader) {
   std::string item;
   static_cast<void>(reader.TryReadItem(item));
@@ -62,7 +62,7 @@ std::string NextItem(ItemReader& reader) {
 }
 
 FileSummary SummaryOfOldFile(std::string_view bytes) {
-  ItemReader reader = ItemReader::Of(bytes);
+  ItemReader reader = ItemReader::Of(std::string(bytes));
   static_cast<void>(NextItem(reader));
   FileSummary summary;
   summary.serialNumber = NextItem(reader);
@@ -71,19 +71,19 @@ FileSummary SummaryOfOldFile(std::string_view bytes) {
   return summary;
 }
 
-/// The next line of `rest`, from where a load begins to read it.
+/// The next line of `rest`, without the blanks at its beginning, which a load skips.
 std::string_view TakeLoadedLine(std::string_view& rest) {
   const std::string_view line = TakeLine(rest);
   return line.substr(std::min(line.find_first_not_of(" \t"), line.size()));
 }
 
-/// A header line as a load splits it; the value is all of it, not its first word only.
+/// A header line as a load splits it, but the value is the whole text and not only its first word.
 struct HeaderLine {
   std::string keyword;  ///< in upper case
   std::string_view value;
 };
 
-/// Of a line without its "#".
+/// `line` is a header line without its "#".
 HeaderLine HeaderLineOf(std::string_view line) {
   const std::string keyword = HeaderValueRead(line);
   const std::string_view rest = line.substr(line.find(keyword) + keyword.size());
@@ -102,7 +102,8 @@ std::vector<std::string> CellsOf(std::string_view line, std::size_t most) {
   return cells;
 }
 
-/// The header's fields in the order of the lists; the members' follow as they come.
+/// The fields of the header in the order of the lists, then those of the members in the order of
+/// the file.
 class HeaderFields {
  public:
   /// Takes a line without its "#".
@@ -162,7 +163,7 @@ class HeaderFields {
 FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
   const std::string text = DecodeFileText(bytes);
   std::string_view rest = text;
-  // A load does not count blanks before the first line.
+  // A load ignores blanks before the first line.
   const std::string_view firstLine =
       rest.substr(std::min(rest.find_first_not_of(" \t"), rest.size()));
   FileSummary summary;
@@ -183,7 +184,7 @@ FileSummary SummaryOfDataFile(std::string_view bytes, std::size_t cells) {
 }
 
 FileSummary SummaryOfKitFile(std::string_view bytes) {
-  ItemReader reader = ItemReader::Of(bytes);
+  ItemReader reader = ItemReader::Of(std::string(bytes));
   static_cast<void>(NextItem(reader));
   const std::string item = NextItem(reader);
   std::string_view serial = Trim(StripNull(item));

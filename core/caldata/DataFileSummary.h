@@ -12,14 +12,15 @@
 
 namespace tarvell {
 
-/// What a data file of any model says: its header as the lists of serial numbers show it, the
-/// serial numbers of its members, and the first `cells` cells of each data line. Its serial number
-/// is the one that a load gives. It is in the old style where a load would take it for such a file.
+/// What a data file of any model holds: its header as the lists of serial numbers show it, the
+/// serial numbers of its members, and the first `cells` cells of each data line. The serial number
+/// is the one that a load would read. The file is taken for one in the old style if a load would do
+/// so.
 [[nodiscard]] FileSummary SummaryOfDataFile(
     std::string_view bytes, std::size_t cells = std::numeric_limits<std::size_t>::max());
 
-/// The same of a test kit's file, whose serial number is its second item; of a line "#SER_NO", the
-/// text after it.
+/// The same of a test kit's file. Its serial number is the second item or, if that is a line
+/// "#SER_NO", the text after this keyword.
 [[nodiscard]] FileSummary SummaryOfKitFile(std::string_view bytes);
 
 }  // namespace tarvell

@@ -28,7 +28,7 @@ std::string RowsText(const RowSet& rows) {
       ++last;
     }
     parts.push_back(std::to_string(first + 1));
-    // Two neighbours are named one by one.
+    // Only three or more adjacent rows are named as a range.
     if (last - first >= 2) {
       parts.back() += " to " + std::to_string(last + 1);
       first = last;

@@ -21,7 +21,7 @@ using RowSet = std::bitset<kTableRows>;
 /// The rows as a message names them, counted from 1: "row 3", "rows 1, 4 and 6 to 9".
 [[nodiscard]] std::string RowsText(const RowSet& rows);
 
-/// The rows from `first` on, up to, not including, `end`.
+/// The rows from `first` to the one before `end`.
 [[nodiscard]] RowSet RowsBetween(std::size_t first, std::size_t end);
 
 /// Whether one of the first `columns` fields of a data line, which are separated by ":", is blank
@@ -39,7 +39,8 @@ struct DoubtfulRows {
   RowSet missing;         ///< rows with fewer values than the table has columns
   RowSet beyond;          ///< rows after the last one that there are formats for
 
-  /// Takes a row of the file; an earlier one in its place is forgotten.
+  /// Notes what is doubtful about a row of the file. What was noted about an earlier row in its
+  /// place is forgotten.
   void Take(TableIndex index, bool hasEmptyField, bool isMissing, bool isBeyond = false);
 };
 

@@ -31,7 +31,7 @@ EditedCell EditedCellOf(const cifCaldata& data, std::int16_t page, Cell cell,
   if (number.empty()) {
     return Formatted(data, page, cell, text);
   }
-  // Whether the column has a text to edit, and its unit, do not depend on the number.
+  // Neither the unit nor whether the cell can be edited depends on the number.
   std::string other = text;
   other.replace(static_cast<std::size_t>(number.data() - text.data()), number.size(), "0");
   EditedCell edited = Formatted(data, page, cell, other);

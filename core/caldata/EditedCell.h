@@ -28,8 +28,8 @@ struct EditedCell {
 [[nodiscard]] std::vector<std::string> UnitsOf(const cifCaldata& data, std::int16_t page,
                                                std::int16_t column);
 
-/// The one of `units` that a cell has whose text names `unit`; "" where there is no choice. A cell
-/// that names none of them has the first one, as which it would be saved.
+/// The one of `units` to show for a cell whose text names `unit`; "" where there is no choice. For
+/// a cell that names none of them it is the first one, because the cell would be saved with that.
 [[nodiscard]] std::string ChosenUnit(const std::vector<std::string>& units,
                                      const std::string& unit);
 

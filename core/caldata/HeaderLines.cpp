@@ -71,10 +71,9 @@ std::string HeaderValueRead(std::string_view value) {
   return words[0];
 }
 
-std::string ListedHeaderValue(std::string_view item) {
+std::string_view ListedHeaderValue(std::string_view item) {
   const std::size_t colon = item.find(':');
-  return colon == std::string_view::npos ? std::string()
-                                         : std::string(Trim(item.substr(colon + 1)));
+  return colon == std::string_view::npos ? std::string_view() : Trim(item.substr(colon + 1));
 }
 
 void CheckHeaderName(const std::string& field, std::string_view name) {

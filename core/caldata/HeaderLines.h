@@ -21,7 +21,7 @@ enum class HeaderField { ModelNumber, SerialNumber, CalDate, CalNumber, DueDate,
 inline constexpr std::size_t kHeaderLines = 6;
 using HeaderFieldSet = std::bitset<kHeaderLines>;
 
-/// The field of a keyword in any case; nothing for a keyword that is none of the header's.
+/// The field of a keyword in any case; nothing for a keyword that the header does not have.
 [[nodiscard]] std::optional<HeaderField> HeaderFieldOf(std::string_view keyword);
 
 [[nodiscard]] std::string_view KeywordOf(HeaderField field);
@@ -40,16 +40,16 @@ using LineWords = std::array<std::string, kLineWords>;
 /// error when there are more than kLineWords.
 [[nodiscard]] LineWords WordsOf(std::string_view item);
 
-/// What an opened file has of a value on a header line: its first word. A colon counts as a blank,
-/// and a comma ends the line.
+/// What is read back of a value on a header line: its first word. A colon counts as a blank, and a
+/// comma ends the line.
 [[nodiscard]] std::string HeaderValueRead(std::string_view value);
 
 /// What a list shows of a header line: everything after its first colon, without blanks around it.
-[[nodiscard]] std::string ListedHeaderValue(std::string_view item);
+[[nodiscard]] std::string_view ListedHeaderValue(std::string_view item);
 
-/// Throws a Character error when a header line could not be read back as one line with this value:
-/// more words before its first comma than a line may have, or a comma (which ends an item) with
-/// something after it that would be taken for another line. The message calls the value `field`.
+/// Throws a Character error when a header line with this value could not be read back as one line.
+/// Then it has more words before its first comma than a line may have, or the text after a comma
+/// (which ends an item) would be taken for another line. The message calls the value `field`.
 void CheckHeaderValue(const std::string& field, std::string_view value);
 
 /// The same for a name, which must not hold a comma at all: the lists of data sets take the text
@@ -59,7 +59,7 @@ void CheckHeaderName(const std::string& field, std::string_view name);
 /// The model that a model line names, without the maker's prefix, which may be in any case.
 [[nodiscard]] std::string ModelOnLine(const LineWords& words);
 
-/// Whether a file is one from before the header lines, by its first item.
+/// Whether a file with this first item, and these header lines, is in the old style.
 [[nodiscard]] bool IsOldStyle(std::string_view firstItem, const HeaderFieldSet& headerLines);
 
 /// The first line of a file in the old style: the maker and the model, and perhaps the option.
@@ -69,8 +69,8 @@ struct OldStyleModel {
 };
 [[nodiscard]] OldStyleModel OldStyleModelOf(std::string_view item);
 
-/// The third line of a file in the old style, DDMMMYYYY, taken apart by position. Throws a Type
-/// error for a number outside 16 bits.
+/// The date in the third line of a file in the old style, DDMMMYYYY, which is split by position.
+/// Throws a Type error for a number outside 16 bits.
 [[nodiscard]] FileDate OldStyleDateOf(std::string_view item);
 
 /// The due date of a file in the old style. Throws a Type error for a year outside 16 bits.

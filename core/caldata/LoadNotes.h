@@ -15,7 +15,7 @@
 
 namespace tarvell {
 
-/// What one load finds doubtful in its file, a sentence each.
+/// The notes of one load: a sentence about each thing that is doubtful in its file.
 class LoadNotes {
  public:
   /// `isReadOverDefaults` says whether the default data were in the object when the load began.
@@ -32,12 +32,12 @@ class LoadNotes {
   /// What the notes about a table's rows say.
   struct TableTexts {
     std::string table;             ///< the table, at the beginning of a sentence
-    std::string_view firstColumn;  ///< what a row is not shown without
+    std::string_view firstColumn;  ///< the value without which a row is not shown
     std::string_view emptyField;   ///< what became of the values after an empty field
-    std::string_view missing;      ///< what stands in for missing values
+    std::string_view missing;      ///< what is shown for missing values
     std::string_view beyond = "";  ///< what became of values that there is no format for
   };
-  /// Adds what is doubtful about the rows of a table, of which the first `shown` ones are shown.
+  /// Adds what is doubtful about the rows of a table, of which only the first `shown` are shown.
   void AddDoubtfulRows(const DoubtfulRows& rows, std::size_t shown, const TableTexts& texts);
 
   [[nodiscard]] std::vector<std::string> Taken() && { return std::move(notes_); }

@@ -22,13 +22,13 @@ struct Model {
   std::string_view presetFrequency;  ///< of a step attenuator's new point, "" elsewhere
   /// Creates the model's class; nullptr where the program cannot edit the model's data.
   std::unique_ptr<cifCaldata> (*create)();
-  bool hasOption = false;  ///< whether the kOptionPage of a set comes with an option only
+  bool hasOption = false;  ///< whether the page kOptionPage of a set exists only with its option
 };
 
-/// Every model, in the order of the Add menu. Adding a model is a row in Models.cpp and its class.
+/// Every model, in the order of the Add menu. A new model needs a row in Models.cpp and a class.
 extern const std::span<const Model> kModels;
 
-/// Whether the program can add data of a model: create it, or take in a test kit's file.
+/// Whether the program can add data of a model: create them, or import a test kit's file.
 [[nodiscard]] constexpr bool CanAdd(const Model& model) {
   return model.create != nullptr || model.family == ModelFamily::TestKit;
 }

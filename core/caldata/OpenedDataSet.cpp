@@ -13,8 +13,8 @@ namespace tarvell {
 
 namespace {
 
-/// Reads the template of a set, which shows what its file lacks. A template that is refused is
-/// reported, and leaves nothing in the data.
+/// Reads the template of a set. Its data are shown where the file of the set lacks them. A template
+/// that is refused is reported, and leaves nothing in the data.
 void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   try {
     opened.data->SetInitialDefaultData();
@@ -27,9 +27,9 @@ void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   }
 }
 
-/// Takes the serial number of the list, where the file has none.
+/// Takes the serial number of the list, because the file has none.
 void TakeListedSerial(const CalFileInfo& listed, OpenedDataSet& opened) {
-  // A list finds it by its place in the file, where another line may be.
+  // A list takes the serial number from a fixed place in the file, which may hold another line.
   const std::string serial = BeginsLine(listed.SerialNumber) ? std::string() : listed.SerialNumber;
   opened.data->SetSerialNumber(serial);
   opened.notices.push_back(

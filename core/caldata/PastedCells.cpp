@@ -69,8 +69,8 @@ std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& a
   return std::string(number);
 }
 
-/// What a cell stores for a number. Zero in the place of a value that is not zero would look like a
-/// measured one.
+/// What a cell stores for a number. Refuses to store zero for a value that is not zero, because it
+/// would look like a measured value.
 std::string Stored(const std::string& number, const std::string& stored) {
   if (*ParseNumber(number) != 0 && HoldsZero(stored)) {
     throw Error(ErrorKind::Type, Quoted(number) + " would be stored as " + Quoted(stored) +

@@ -38,12 +38,13 @@ struct PasteStart {
   std::int16_t firstEditableColumn = 0;
 };
 
-/// The cells that pasting `text` changes, row by row. Each line of it (LF or CR LF; one at its end
-/// counts for none) is a row, from the start's downwards, and holds the numbers of one column or
-/// of several, separated by TAB. A number may have the unit of its cell with it.
+/// The cells that pasting `text` changes, row by row. Each line of it is a row, from the row of the
+/// start downwards, and holds the numbers of one column or of several, separated by TAB. Lines end
+/// with LF or CR LF; a line end at the end of the text does not add an empty line. A number may
+/// have the unit of its cell with it.
 ///
-/// Throws when not every value can be stored. `line` is then the line that was looked at, counted
-/// from 1, or 0 where the error is not about one line.
+/// Throws when not every value can be stored. `line` is then the line with the error, counted from
+/// 1, or 0 if the error is not about one line.
 [[nodiscard]] std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& start,
                                                   std::string_view text, const PasteRules& rules,
                                                   std::size_t& line);

@@ -17,7 +17,7 @@
 
 namespace tarvell {
 
-/// In what the power sensor models differ.
+/// How the power sensor models differ from each other.
 struct PowerSensorTraits {
   std::string_view modelCode;
   std::string_view frequencyUnit;  ///< "MHz" or "GHz", of the table and its captions
@@ -27,7 +27,7 @@ struct PowerSensorTraits {
   bool clearsUnit;
 };
 
-/// Calibration factors in per cent against frequency. The uncertainty and reflection coefficient
+/// Calibration factors in per cent at each frequency. The uncertainty and reflection coefficient
 /// columns of the file are constants: they are written, and ignored when read.
 class PowerSensor : public CalDataFile {
  public:
@@ -45,7 +45,7 @@ class PowerSensor : public CalDataFile {
                                   std::vector<std::string>& units) const final;
 
  protected:
-  /// `traits` outlives the object.
+  /// `traits` must outlive the object.
   explicit PowerSensor(const PowerSensorTraits& traits)
       : CalDataFile(traits.modelCode), traits_(traits) {}
 

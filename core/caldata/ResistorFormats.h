@@ -23,7 +23,7 @@ inline constexpr std::string_view kRelativeUnit = "ppm or %";
 struct ResistorPage {
   std::string_view name;
   std::array<std::string_view, 5> captions;
-  std::array<std::string_view, 4> titles;  ///< title lines of the section, "" where there are less
+  std::array<std::string_view, 4> titles;  ///< title lines of the section, "" where there are fewer
   std::array<std::size_t, 5> widths;       ///< field widths, 0 for a column that is not used
   std::int16_t relativeColumn;             ///< the relative uncertainty, or kNoColumn
 };
@@ -60,8 +60,8 @@ inline constexpr std::array<ResistorPage, kResistorPages> kResistorPage = {{
      {9, 13, 9, 14, 11}, 2},
 }};
 
-/// The stored text of a cell: prefix, number and unit. On pages 2 to 6 the rule of column 3 is
-/// column 4's, too.
+/// The stored text of a cell: prefix, number and unit. On pages 2 to 6 the rule of column 3 applies
+/// to column 4, too.
 struct ResistorFormat {
   std::int16_t page;
   std::int16_t column;

@@ -51,7 +51,7 @@ class SetReader : public BodyReader {
     bool isOptional = false;  ///< whether a file without the page is complete
   };
 
-  /// `notes` outlives the object.
+  /// `notes` must outlive the object.
   SetReader(LoadNotes& notes, const std::vector<Page>& pages);
 
   /// Passes over `titleLines` lines, then reads the rows of a page.
@@ -64,7 +64,7 @@ class SetReader : public BodyReader {
   [[nodiscard]] DoubtfulRows& RowsOf(std::int16_t page) { return PageAt(page).rows; }
 
  private:
-  /// The text of an item as a row, "" where the item is none.
+  /// The text of an item as a row, "" if the item is not a row.
   [[nodiscard]] virtual std::string RowText(const std::string& item) const = 0;
   /// Takes the text of a row, its first character included.
   virtual void TakeRow(std::int16_t page, TableIndex index, std::string_view text) = 0;
@@ -74,7 +74,7 @@ class SetReader : public BodyReader {
 
   struct PageState {
     Page page;
-    int count = 0;        ///< how often the file holds the page
+    int count = 0;        ///< how many times the file holds the page
     bool hasEnd = false;  ///< whether the last of them has its "!END"
     DoubtfulRows rows;
   };

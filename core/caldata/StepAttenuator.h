@@ -18,18 +18,18 @@
 
 namespace tarvell {
 
-/// In what the step attenuator models differ.
+/// How the step attenuator models differ from each other.
 struct StepAttenuatorTraits {
   std::string_view modelCode;
   std::string_view noteLine;  ///< a further comment line of the file, "" for none
   std::string_view frequencyCaption;
   std::string_view presetFrequency;  ///< proposed for a new point
-  /// What each column is narrower than a third of the grid.
+  /// By how much each column is narrower than a third of the grid.
   std::array<float, 3> narrowing;
 };
 
-/// Calibrated attenuation in dB against the setting in dB and the frequency in Hz. All three are
-/// kept as the texts that were read or typed.
+/// Calibrated attenuation in dB for each setting in dB and frequency in Hz. All three are kept as
+/// the texts that were read or typed.
 class StepAttenuator : public CalDataFile {
  public:
   void GetCalData(std::int16_t page, CalDataGrid& grid) const final;
@@ -46,7 +46,7 @@ class StepAttenuator : public CalDataFile {
                                   std::vector<std::string>& units) const final;
 
  protected:
-  /// `traits` outlives the object.
+  /// `traits` must outlive the object.
   explicit StepAttenuator(const StepAttenuatorTraits& traits)
       : CalDataFile(traits.modelCode), traits_(traits) {}
 

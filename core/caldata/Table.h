@@ -29,7 +29,7 @@ class Table {
  public:
   using Row = std::array<std::string, Columns>;
 
-  /// A row, also one after the end. Throws as CheckTableIndex does.
+  /// A row, even one after the end. Throws as CheckTableIndex does.
   [[nodiscard]] Row& At(TableIndex index) {
     CheckTableIndex(index);
     return rows_.at(index.value);
@@ -45,8 +45,8 @@ class Table {
     return {begin, std::find_if(begin, rows_.end(), [](const Row& row) { return row[0].empty(); })};
   }
 
-  /// Adds the first `columns` columns of a grid's data rows, in their places. Throws as At does for
-  /// the first row that the table has no place for.
+  /// Copies the first `columns` columns of a grid's data rows to the same places. Throws as At does
+  /// for the first row that the table has no place for.
   void TakeGrid(const CalDataGrid& grid, std::int16_t columns) {
     for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
       Row& cells = At(IndexOf(row));

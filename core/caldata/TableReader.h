@@ -19,7 +19,8 @@ namespace tarvell {
 template <std::size_t Columns>
 class TableReader final : public BodyReader {
  public:
-  /// `table` and `notes` outlive the object; `firstColumn` is the first column as notes name it.
+  /// `table` and `notes` must outlive the object; `firstColumn` is the first column as notes name
+  /// it.
   TableReader(Table<Columns>& table, LoadNotes& notes, std::string_view firstColumn)
       : table_(table), notes_(notes), firstColumn_(firstColumn) {}
 

@@ -23,23 +23,22 @@ namespace {
 
 struct KitFile {
   std::string serialNumber;  ///< the second item of the file
-  std::string name;          ///< that it has as a data file
+  std::string name;          ///< the name that the file gets as a data file
 };
 
 KitFile Identify(const std::filesystem::path& source) {
   const std::string path = source.string();
-  return ReadFirstItems(source, EntryKind::None, path, [&](ItemReader& reader) {
-    static_cast<void>(reader.ReadItem());
-    const std::string item = reader.ReadItem();
-    const std::string serial(Trim(StripNull(item)));
-    if (serial.empty()) {
-      throw Error(ErrorKind::Name,
-                  "The file holds no serial number where its second line should. Choose a test kit "
-                  "file.",
-                  path);
-    }
-    return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
-  });
+  ItemReader reader(source, path);
+  static_cast<void>(reader.ReadItem());
+  const std::string item = reader.ReadItem();
+  const std::string serial(Trim(StripNull(item)));
+  if (serial.empty()) {
+    throw Error(ErrorKind::Name,
+                "The file holds no serial number where its second line should. Choose a test kit "
+                "file.",
+                path);
+  }
+  return reader.AtThisLine([&] { return KitFile{serial, DataFileName(serial)}; });
 }
 
 }  // namespace
@@ -69,7 +68,7 @@ Replacement TestKitWouldReplace(const std::filesystem::path& source,
     throw SystemError(code, "read the file", source.string());
   }
   Replacement replacement = ReplacementBy(StoredFile(), target, bytes, &SummaryOfKitFile);
-  // A new file of the same kit is what an update brings.
+  // An update brings a new file of the same kit, so that there is nothing to ask.
   if (replacement.kind != Replacement::Kind::AnotherSerialNumber) {
     return {};
   }

@@ -12,7 +12,7 @@ namespace tarvell {
 
 namespace {
 
-/// A field of so many characters or more is in ppm.
+/// A field of this many characters or more is in ppm.
 constexpr std::size_t kPpmFieldCharacters = 6;
 constexpr double kPpmPerPercent = 10000;
 

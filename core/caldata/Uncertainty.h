@@ -13,7 +13,7 @@
 /// always in per cent.
 namespace tarvell {
 
-/// An uncertainty as its cell has it: a number, and "ppm", "%" or "" where no unit is known.
+/// An uncertainty as its cell shows it: a number, and "ppm", "%" or, if no unit is known, "".
 struct Uncertainty {
   double number = 0;
   std::string_view unit;
@@ -22,7 +22,7 @@ struct Uncertainty {
 inline constexpr std::string_view kPpm = "ppm";
 inline constexpr std::string_view kPercent = "%";
 
-/// The text of a cell taken apart; "m" and the two characters before it are a unit.
+/// The parts of a cell's text. An "m" and the two characters before it are taken for a unit.
 struct UncertaintyText {
   std::string_view number;
   std::string_view unit;
@@ -33,12 +33,12 @@ struct UncertaintyText {
 /// A value in per cent as one in ppm. Throws a Type error when it is too large.
 [[nodiscard]] double PpmOfPercent(double percent);
 
-/// Throws a Type error for a value in per cent that is too large to be one in ppm: a long text
-/// comes back from the file in ppm, and could not be read then.
+/// Throws a Type error for a value in per cent that is too large to be converted to ppm: a long
+/// text is read back from the file in ppm, and that would fail.
 void CheckPercent(double percent);
 
-/// The uncertainty of a file's field: in ppm when the field has so many characters as only the
-/// writer of ppm values uses, which is the only mark of the unit. Throws as PpmOfPercent does.
+/// The uncertainty of a file's field. It is in ppm if the field is as long as only values in ppm
+/// are written; nothing else marks the unit. Throws as PpmOfPercent does.
 [[nodiscard]] Uncertainty UncertaintyOfField(std::string_view field, std::string_view ppmEnds);
 
 /// The field of a cell's uncertainty, without a unit: the text of a cell in per cent, a value in

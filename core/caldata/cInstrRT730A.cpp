@@ -18,7 +18,7 @@ namespace tarvell {
 namespace {
 
 constexpr std::int16_t kShownColumns = 5;
-constexpr std::int16_t kHighFrequencyPage = 2;  // the first of them
+constexpr std::int16_t kHighFrequencyPage = 2;  // the first page of high frequencies
 constexpr NumberPattern kPpmInPercentPattern("0.00000");
 constexpr std::string_view kPpmEnds = "m";
 
@@ -60,8 +60,8 @@ std::string CellText(const ResistorFormat& format, double number, std::string_vi
   return std::string(affixes.before) + format.pattern.Format(number) + std::string(affixes.after);
 }
 
-/// The number of a cell, less its unit and on page 1 the "Ls/" or "Cp/" before it; "" for a column
-/// without a rule.
+/// The number of a cell without its unit and, on page 1, without the "Ls/" or "Cp/" before it; ""
+/// for a column without a rule.
 std::string NumberOfCell(std::int16_t page, Cell cell, std::string_view text) {
   const std::int16_t column = cell.column;
   switch (page) {
@@ -82,8 +82,8 @@ std::string NumberOfCell(std::int16_t page, Cell cell, std::string_view text) {
   }
 }
 
-/// The text of an uncertainty's cell for a file's field, which has one character for its unit; ""
-/// where there is no format.
+/// The text of an uncertainty's cell for a file's field, whose last character is its unit; "" where
+/// there is no format.
 std::string UncertaintyRead(std::int16_t page, Cell cell, std::string_view field) {
   const Uncertainty uncertainty = UncertaintyOfField(Trim(WithoutLast(field, 1)), kPpmEnds);
   const ResistorFormat* format = FindFormat(page, cell);
@@ -135,7 +135,7 @@ class cInstrRT730A::Reader final : public SetReader {
   Reader(cInstrRT730A& data, LoadNotes& notes) : SetReader(notes, Sections()), data_(data) {}
 
   void TakeCommentLine(const std::string& item, ItemReader& reader) override {
-    // A title is known by its first words, and a remark may have any number of them.
+    // A title is recognised by its first words, and a remark may have any number of words.
     std::array<std::string, kWordLimit> words;
     SplitWords(WithoutFirst(item, 1), words);
     const std::string keyword = ToUpper(words[0]);
@@ -150,7 +150,7 @@ class cInstrRT730A::Reader final : public SetReader {
     } else if (keyword == "1") {
       ReadPage(4, 1, reader);
     } else if (keyword == "10" && words[1] != "ohm") {
-      // The 10 ohm title belongs to the "High" one, and means nothing by itself.
+      // A 10 ohm title begins no section by itself: it is part of the "High" title.
       ReadPage(5, 1, reader);
     } else if (keyword == "100" && words[1] == "kohm") {
       ReadPage(6, 1, reader);
@@ -168,7 +168,7 @@ class cInstrRT730A::Reader final : public SetReader {
   }
 
   [[nodiscard]] std::string RowText(const std::string& item) const override {
-    // A TAB would part the cell in two where the table is copied.
+    // A TAB would split the cell where the table is copied.
     const std::string line = Replaced(Replaced(Replaced(item, '\n', ' '), '\r', ' '), '\t', ' ');
     const std::string_view text = TrimLeft(StripNull(line));
     return WithoutFirst(text, 1).empty() ? std::string() : std::string(text);
@@ -234,7 +234,7 @@ class cInstrRT730A::Reader final : public SetReader {
   }
 
   cInstrRT730A& data_;
-  /// The number of columns that the file fills of each row.
+  /// The number of columns that the file fills in each row.
   std::array<std::array<std::size_t, kTableRows>, kResistorPages> filled_{};
 };
 

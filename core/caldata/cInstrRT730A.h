@@ -51,7 +51,7 @@ class cInstrRT730A final : public CalDataFile {
   using Row = Table<kColumns>::Row;
   class Reader;
 
-  /// Its own code, whatever was set.
+  /// The code of the class, whatever model number was set.
   [[nodiscard]] std::string_view WrittenModel() const override { return ModelCode(); }
   [[nodiscard]] std::unique_ptr<BodyReader> NewBodyReader(LoadNotes& notes) override;
   void WriteBody(FileText& text) const override;

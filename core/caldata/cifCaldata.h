@@ -15,13 +15,13 @@
 
 namespace tarvell {
 
-/// What a load found of its file's header.
+/// What a load found out about its file's header.
 struct LoadedHeader {
-  bool isOldStyle = false;       ///< the file is one from before the header lines
+  bool isOldStyle = false;       ///< the file is from before the header lines
   bool hasSerialNumber = false;  ///< there is a serial number line with a value
 };
 
-/// What stands around the number of a cell: "Ls/" before it and " nH" after it.
+/// The texts around the number of a cell, such as "Ls/" before it and " nH" after it.
 struct CellAffixes {
   std::string_view before;
   std::string_view after;
@@ -30,10 +30,10 @@ struct CellAffixes {
 /// Calibration data of one instrument or one set of standards, that is, of one data file. The
 /// editors use every model only through this interface.
 ///
-/// Pages count from 0; each page is the table of one standard. A model with a single table has
-/// one page without name and serial number. Rows and columns are a grid's. Months are the names
-/// "JAN" to "DEC". Results of 32 and 16 bits are 0. A failure is an Error; a load that fails keeps
-/// what it has read.
+/// Pages count from 0; each page is the table of one standard. A model with a single table has one
+/// page without name and serial number. Rows and columns are those of a grid. Months are the names
+/// "JAN" to "DEC". Every function with an integer result returns 0, except GetCalPageCount. A
+/// failure is an Error; a load that fails keeps what it has read.
 class cifCaldata {
  public:
   cifCaldata() = default;
@@ -69,16 +69,16 @@ class cifCaldata {
   /// save that is not possible, and a WriteFailed error for a file that cannot be read.
   [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
 
-  /// Remembers what an unchanged save would write. Where the loaded file holds something else, such
-  /// as remarks that no field takes, the next save puts it into the recycle bin.
+  /// Remembers what a save would write if the user changed nothing. If the loaded file holds
+  /// something else, such as remarks that no field takes, the next save puts that file into the
+  /// recycle bin.
   virtual void RememberUnchangedSave() = 0;
 
-  /// What the last load found doubtful in its file, a sentence each, to be reported before the data
-  /// are edited.
+  /// What the last load found doubtful in its file, to be reported before the data are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
 
-  /// What the last load found of its file's header. A field whose line the file lacks keeps its
-  /// value.
+  /// What the last load found out about its file's header. A field whose line the file lacks keeps
+  /// its value.
   [[nodiscard]] virtual const LoadedHeader& HeaderOfLoad() const = 0;
 
   /// Fills the grid with the page's captions and rows.

@@ -9,7 +9,7 @@
 
 namespace tarvell {
 
-/// Header of one calibration data file. Months are numbers, 1 to 12 where the file is right.
+/// Header of one calibration data file. Months are numbers, 1 to 12 if the file is correct.
 struct CalFileInfo {
   std::string FilePath;
   std::string ModelNumber;

@@ -22,7 +22,8 @@ bool NamesADay(const FileDate& date) {
   return date.year > 0 && date.day > 0 && DaysInMonth(date.year, date.month) > 0;
 }
 
-/// The day to count with: one year after 29 FEB 2024 is 28 FEB.
+/// The day to calculate with: a day after the end of its month is replaced by the last day of the
+/// month.
 FileDate WithinItsMonth(FileDate date) {
   date.day = std::min(date.day, DaysInMonth(date.year, date.month));
   return date;

@@ -12,7 +12,7 @@
 /// When the calibration of an instrument is due again.
 namespace tarvell {
 
-/// An instrument is due soon from this number of days before its due date on.
+/// How many days before its due date an instrument begins to be due soon.
 inline constexpr int kDueSoonDays = 30;
 
 enum class DueState {

@@ -18,11 +18,11 @@ void CheckFileName(std::string_view name, const std::string& what);
 /// "sn".
 [[nodiscard]] bool IsDataFileName(std::string_view name);
 
-/// "SN" and the last five characters of a serial number, even where that is no valid name.
+/// "SN" and the last five characters of a serial number, even if that is not a valid name.
 [[nodiscard]] std::string UncheckedDataFileName(std::string_view serialNumber);
 
 /// Name of the data file of a serial number: UncheckedDataFileName. Throws a Name error when that
-/// is no valid name, or has a "." (the lists would never show it).
+/// is not a valid name, or has a "." (the lists would never show it).
 [[nodiscard]] std::string DataFileName(std::string_view serialNumber);
 
 }  // namespace tarvell

@@ -12,7 +12,7 @@ namespace tarvell {
 /// Builds the bytes of a file line by line. Every line end that the program writes comes from here.
 class FileText {
  public:
-  /// Appends a line of UTF-8 text in the characters of the data files, and CR LF. Throws a
+  /// Appends a line of UTF-8 text in the character set of the data files, and CR LF. Throws a
   /// Character error for a character, or a line end, that a line cannot hold.
   void Line(std::string_view line);
 

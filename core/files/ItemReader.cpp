@@ -53,10 +53,10 @@ ItemReader::ItemReader(std::string_view path) : ItemReader(NativePath(path), std
   }
 }
 
-ItemReader ItemReader::Of(std::string_view bytes, std::string shown) {
+ItemReader ItemReader::Of(std::string bytes, std::string shown) {
   ItemReader reader;
   reader.path_ = std::move(shown);
-  reader.bytes_ = bytes;
+  reader.bytes_ = std::move(bytes);
   return reader;
 }
 
@@ -71,9 +71,8 @@ bool ItemReader::AtEnd() const {
   return UsedAllBytes();
 }
 
-std::string ItemReader::ReadItem() {
-  std::string item;
-  const bool found = Next(item);
+const std::string& ItemReader::ReadItem() {
+  const bool found = Next(item_);
   CheckGoesOnWithin();
   if (!found) {
     throw Error(ErrorKind::InputPastEnd,
@@ -81,7 +80,7 @@ std::string ItemReader::ReadItem() {
                 "Check the file, or replace it by a complete one.",
                 path_, line_);
   }
-  return item;
+  return item_;
 }
 
 bool ItemReader::TryReadItem(std::string& item) {
@@ -89,8 +88,13 @@ bool ItemReader::TryReadItem(std::string& item) {
   return Next(item) && !(isCut_ && UsedAllBytes());
 }
 
-std::string ItemReader::Decoded(std::string_view bytes) const {
-  return encoding_ == TextEncoding::FileCharacters ? DecodeFileText(bytes) : std::string(bytes);
+void ItemReader::Decode(std::string_view bytes, std::string& item) const {
+  item.clear();
+  if (encoding_ == TextEncoding::FileCharacters) {
+    AppendDecoded(item, bytes);
+  } else {
+    item = bytes;
+  }
 }
 
 bool ItemReader::Next(std::string& item) {
@@ -103,9 +107,9 @@ bool ItemReader::Next(std::string& item) {
   const auto* last = isQuoted ? std::find(begin + 1, rest.end(), '"') : begin;
   const auto* end = std::find_if(last, rest.end(), EndsItem);
   if (isQuoted) {
-    item = Decoded({begin + 1, last});
+    Decode({begin + 1, last}, item);
   } else {
-    item = Decoded({begin, end});
+    Decode({begin, end}, item);
     item.resize(item.find_last_not_of(" \t") + 1);
   }
   const auto* next = end;
@@ -120,13 +124,17 @@ bool ItemReader::Next(std::string& item) {
   return true;
 }
 
-ItemReader ReaderOfBeginning(const std::filesystem::path& native, EntryKind kind,
-                             const std::string& shown) {
+ItemReader ReaderOfBeginning(const FoundEntry& entry, std::string shown) {
+  std::unique_ptr<InputFile> file;
+  std::error_code code = CurrentPlatform().OpenFound(entry, file);
   std::string bytes;
-  if (const std::error_code code = ReadNativeBeginning(native, kind, bytes)) {
+  if (!code) {
+    code = ReadBeginning(*file, bytes);
+  }
+  if (code) {
     throw SystemError(code, kReading, shown);
   }
-  return ItemReader::Of(bytes, shown);
+  return ItemReader::Of(std::move(bytes), std::move(shown));
 }
 
 }  // namespace tarvell

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
@@ -35,13 +36,14 @@ class ItemReader {
              TextEncoding encoding = TextEncoding::FileCharacters);
 
   /// A reader of the content of a file. Errors name the file as `shown`.
-  [[nodiscard]] static ItemReader Of(std::string_view bytes, std::string shown = {});
+  [[nodiscard]] static ItemReader Of(std::string bytes, std::string shown = {});
 
   /// Whether no byte is left after the terminator of the last item that was read.
   [[nodiscard]] bool AtEnd() const;
 
-  /// Reads the next item. Throws an InputPastEnd error when there is none.
-  [[nodiscard]] std::string ReadItem();
+  /// Reads the next item, which is kept until the next call. Throws an InputPastEnd error when
+  /// there is none.
+  [[nodiscard]] const std::string& ReadItem();
 
   /// Reads the next item into `item`; false when there is none.
   [[nodiscard]] bool TryReadItem(std::string& item);
@@ -63,7 +65,7 @@ class ItemReader {
   /// The file's path as errors name it.
   [[nodiscard]] const std::string& Path() const { return path_; }
 
-  /// What was read of the file.
+  /// The bytes that were read from the file.
   [[nodiscard]] const std::string& Bytes() const { return bytes_; }
 
   /// Whether all of Bytes() has been used up, so that more bytes could change the last item.
@@ -72,9 +74,9 @@ class ItemReader {
  private:
   ItemReader() = default;
 
-  /// Throws the NotAFile error of a file whose bytes are used up and that goes on after them.
+  /// Throws a NotAFile error if all of `bytes_` is used up but the file goes on after it.
   void CheckGoesOnWithin() const;
-  [[nodiscard]] std::string Decoded(std::string_view bytes) const;
+  void Decode(std::string_view bytes, std::string& item) const;
   [[nodiscard]] bool Next(std::string& item);
 
   std::string path_;
@@ -84,20 +86,19 @@ class ItemReader {
   std::size_t position_ = 0;
   int line_ = 1;
   int itemLine_ = 0;
+  std::string item_;  ///< that ReadItem has read
 };
 
-/// A reader of the beginning of a file, see ReadNativeBeginning. Throws the error of a file that
+/// A reader of the beginning of a file that a search has found. Throws the error of a file that
 /// cannot be read.
-[[nodiscard]] ItemReader ReaderOfBeginning(const std::filesystem::path& native, EntryKind kind,
-                                           const std::string& shown);
+[[nodiscard]] ItemReader ReaderOfBeginning(const FoundEntry& entry, std::string shown);
 
-/// What `read` makes of the first items of a file, without reading a large file whole. `read` is
-/// called with a reader of the file's beginning and, if that is not enough, again with one of the
-/// whole file.
+/// The result of `read` for the first items of a file that a search has found. A large file is read
+/// whole only if its beginning is not enough. `read` is first called with a reader of the beginning
+/// and then, if necessary, with one of the whole file. Errors name the file as `shown`.
 template <typename Read>
-auto ReadFirstItems(const std::filesystem::path& native, EntryKind kind, const std::string& shown,
-                    const Read& read) {
-  ItemReader beginning = ReaderOfBeginning(native, kind, shown);
+auto ReadFirstItems(const FoundEntry& entry, std::string shown, const Read& read) {
+  ItemReader beginning = ReaderOfBeginning(entry, std::move(shown));
   try {
     auto result = read(beginning);
     if (!beginning.UsedAllBytes()) {
@@ -108,7 +109,7 @@ auto ReadFirstItems(const std::filesystem::path& native, EntryKind kind, const s
       throw;
     }
   }
-  ItemReader whole(native, shown);
+  ItemReader whole(entry.folder / entry.name, beginning.Path());
   return read(whole);
 }
 

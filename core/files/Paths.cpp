@@ -54,17 +54,18 @@ std::vector<std::string> Components(std::string_view path, bool rooted) {
   return components;
 }
 
-/// The name of the first entry of `folder` that differs from `name` only in case, else `name`.
+/// The name of the first entry of `folder` that differs from `name` only in case; `name` if there
+/// is none.
 std::string NameInFolder(const std::filesystem::path& folder, const std::string& name) {
   std::string meant = name;
-  const auto visit = [&](const std::string& entry, EntryKind /*kind*/) {
-    if (!EqualsIgnoringCase(entry, name)) {
+  const auto visit = [&](const FoundEntry& entry) {
+    if (!EqualsIgnoringCase(entry.name, name)) {
       return true;
     }
-    meant = entry;
+    meant = entry.name;
     return false;
   };
-  // A folder that cannot be searched gives no name.
+  // In a folder that cannot be searched, no name is found.
   static_cast<void>(CurrentPlatform().Search(folder, SearchKind::EveryName, visit));
   return meant;
 }

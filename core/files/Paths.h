@@ -15,20 +15,21 @@
 /// folder.
 namespace tarvell {
 
-/// The path of the system that `path` means. "\" and "/" both separate. "." and ".." are resolved,
-/// and ".." never leads out of a drive. Where no entry has exactly the name in `path`, one that
-/// differs from it only in case is meant.
+/// The path of the system that `path` means. "\" and "/" both separate names. "." and ".." are
+/// resolved, and ".." never leads out of a drive. Where no entry has exactly the name in `path`,
+/// one that differs from it only in case is meant.
 [[nodiscard]] std::filesystem::path NativePath(std::string_view path);
 
 /// A path of the system as the program shows it: with its drive letter when it is on a drive.
 [[nodiscard]] std::string PathText(const std::filesystem::path& native);
 std::string PathText(const std::string& path) = delete;
 
-/// The whole of the path that `path` means, as a path of the program.
+/// The absolute path that `path` means, as a path of the program.
 [[nodiscard]] std::string FullPathText(std::string_view path);
 
-/// Throws a Name error for a path such as "\\server\share" on a system that reaches shares only by
-/// folders; its text says how. A path that begins with "//" is accepted where it exists.
+/// Throws a Name error for a path such as "\\server\share" on a system that reaches shares only
+/// through the folders where they are mounted; the error says what to do. A path that begins with
+/// "//" is accepted where it exists.
 void CheckNamesNoShare(std::string_view path);
 
 /// Folder that holds the drives ("c" in it is drive C:), "" on a system with drive letters.

@@ -3,6 +3,7 @@
 
 #include "core/files/ReadFile.h"
 
+#include <array>
 #include <memory>
 
 namespace tarvell {
@@ -12,12 +13,11 @@ namespace {
 // More than any file that the program writes, so that one call reads it.
 constexpr std::size_t kBlockSize = 16384;
 
-/// Appends what one call gives, at most a block; `count` says how much.
+/// Appends what one call reads, at most a block, and sets `count` to the number of bytes.
 [[nodiscard]] std::error_code ReadBlock(InputFile& file, std::string& bytes, std::size_t& count) {
-  const std::size_t filled = bytes.size();
-  bytes.resize(filled + kBlockSize);
-  const std::error_code code = file.Read(bytes.data() + filled, kBlockSize, count);
-  bytes.resize(filled + (code ? 0 : count));
+  std::array<char, kBlockSize> block;  // NOLINT(*-member-init): not worth filling it twice
+  const std::error_code code = file.Read(block.data(), block.size(), count);
+  bytes.append(block.data(), code ? 0 : count);
   return code;
 }
 
@@ -27,7 +27,7 @@ std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& b
                                std::size_t limit) {
   bytes.clear();
   std::unique_ptr<InputFile> file;
-  if (const std::error_code code = CurrentPlatform().OpenForReading(path, EntryKind::None, file)) {
+  if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
     return code;
   }
   std::size_t count = 0;
@@ -43,15 +43,10 @@ std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& b
   return {};
 }
 
-std::error_code ReadNativeBeginning(const std::filesystem::path& path, EntryKind kind,
-                                    std::string& bytes) {
+std::error_code ReadBeginning(InputFile& file, std::string& bytes) {
   bytes.clear();
-  std::unique_ptr<InputFile> file;
-  if (const std::error_code code = CurrentPlatform().OpenForReading(path, kind, file)) {
-    return code;
-  }
   std::size_t count = 0;
-  return ReadBlock(*file, bytes, count);
+  return ReadBlock(file, bytes, count);
 }
 
 }  // namespace tarvell

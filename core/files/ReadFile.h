@@ -14,7 +14,7 @@
 
 namespace tarvell {
 
-/// No file that is read as data is larger than 4 MiB: hundreds of times what the program writes.
+/// A file of more than 4 MiB is not read as data. The program writes hundreds of times less.
 inline constexpr std::size_t kDataFileLimit = 1U << 22U;
 
 /// The result of reading a file that is larger than its limit.
@@ -28,10 +28,8 @@ inline constexpr std::errc kTooLargeForData = std::errc::value_too_large;
 std::error_code ReadNativeFile(const std::string& path, std::string& bytes,
                                std::size_t limit = 0) = delete;
 
-/// Reads the beginning of the ordinary file at `path` into `bytes`: more than a header, in one call
-/// to the system. `kind` is what a search has reported for `path`, see Platform::OpenForReading.
-[[nodiscard]] std::error_code ReadNativeBeginning(const std::filesystem::path& path, EntryKind kind,
-                                                  std::string& bytes);
+/// Reads the beginning of `file` into `bytes`: more than a header, in one call to the system.
+[[nodiscard]] std::error_code ReadBeginning(InputFile& file, std::string& bytes);
 
 }  // namespace tarvell
 

@@ -22,15 +22,15 @@ namespace {
 using Fields = std::vector<FileSummary::Field>;
 using Rows = std::vector<std::vector<std::string>>;
 
-constexpr int kFirstYear = 1900;  // of the system's calendar
+constexpr int kFirstYear = 1900;  // the year 0 of std::tm
 
 std::string ValueIn(const Fields& fields, const std::string& name) {
   const auto found = std::ranges::find(fields, name, &FileSummary::Field::name);
   return found == fields.end() ? std::string() : found->value;
 }
 
-/// The fields of `file` that differ from `saved` or are missing there, and as empty fields those
-/// that are only in `saved`.
+/// The fields of `file` that `saved` has with another value or lacks. Then, as empty fields, those
+/// that only `saved` has.
 Fields DifferentFields(const FileSummary& file, const FileSummary& saved) {
   Fields different;
   for (const FileSummary::Field& field : file.fields) {
@@ -57,7 +57,7 @@ std::size_t DifferentCells(const std::vector<std::string>& a, const std::vector<
   return count;
 }
 
-/// An inserted or removed row counts by its own cells, not by those of the rows after it.
+/// An inserted or removed row adds only its own cells to the count, not those of the rows after it.
 std::size_t DifferentCells(const Rows& a, const Rows& b) {
   const auto head = std::ranges::mismatch(a, b);
   const auto first = static_cast<std::size_t>(head.in1 - a.begin());
@@ -96,7 +96,7 @@ std::string Line(const FileSummary::Field& field) {
   return field.name + ": " + TextOrNone(field.value) + "\n";
 }
 
-/// The fields of a file that are not empty.
+/// One line for each field that is not empty.
 std::string Lines(const Fields& fields) {
   std::string lines;
   for (const FileSummary::Field& field : fields) {

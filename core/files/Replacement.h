@@ -13,10 +13,10 @@
 
 #include "core/files/StoredFile.h"
 
-/// What a save would replace although its user has not seen it, and the question about it.
+/// What a save would replace that the user has not seen, and the question that is asked about it.
 namespace tarvell {
 
-/// The content of a file under the names that the screens use.
+/// The content of a file. Its fields have the names that the screens use.
 struct FileSummary {
   struct Field {
     std::string name;
@@ -26,11 +26,11 @@ struct FileSummary {
   };
 
   std::string serialNumber;
-  std::vector<Field> fields;                   ///< of its header, with the serial number
+  std::vector<Field> fields;                   ///< of its header, including the serial number
   std::vector<std::vector<std::string>> rows;  ///< the cells of its tables
 };
 
-/// Makes a summary of any bytes of a file.
+/// Makes the summary of a file from its bytes, whatever they are.
 using Summarise = std::function<FileSummary(std::string_view bytes)>;
 
 struct Replacement {
@@ -46,13 +46,13 @@ struct Replacement {
   std::time_t modified = 0;
   std::string bytes;  ///< what the file holds, see UnseenFile
   FileSummary file;   ///< the summary of `bytes`
-  /// What would be lost: the fields with another value in the data set, and how many cells differ.
-  /// If the file was read before, only what has changed since then.
+  /// What would be lost: the fields whose value differs from that in the data set, and the number
+  /// of cells that differ. If the file was read before, only changes since then count.
   std::vector<FileSummary::Field> fields;
   std::size_t cells = 0;
 };
 
-/// What saving `bytes` at `path` would replace. `file` belongs to the data set. Throws as
+/// What saving `bytes` at `path` would replace. `file` is that of the data set. Throws as
 /// StoredFile::Unseen does.
 [[nodiscard]] Replacement ReplacementBy(const StoredFile& file, const std::string& path,
                                         std::string_view bytes, const Summarise& summarise);
@@ -65,7 +65,7 @@ struct ReplacementQuestion {
 [[nodiscard]] ReplacementQuestion QuestionOf(const Replacement& replacement);
 
 /// Whether a save may go on. `look` finds what it would replace, `agrees` asks the user about it.
-/// If the file changes during the question, there is another question.
+/// If the file changes while the question is open, the user is asked again.
 [[nodiscard]] bool MayReplace(const std::function<Replacement()>& look,
                               const std::function<bool(const Replacement&)>& agrees);
 

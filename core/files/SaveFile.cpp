@@ -75,7 +75,7 @@ namespace {
   return code;
 }
 
-/// For a target that no other file can replace.
+/// Writes a target that cannot be replaced by another file.
 [[nodiscard]] std::error_code WriteInPlace(const std::filesystem::path& target, EntryKind kind,
                                            std::string_view bytes) {
   bool touched = false;

@@ -21,9 +21,9 @@ using KeepEarlier = std::function<void(const std::filesystem::path& native)>;
 ///
 /// The bytes go to a temporary file in the same folder, which is synced and then replaces the file
 /// in one step. The file keeps its mode, its group and, where the system permits it, its owner.
-/// Links are followed. If the file cannot be replaced so (it is no ordinary file, has several hard
-/// links, or its folder or group does not permit it), it is overwritten in place, and gets its old
-/// content back when that fails.
+/// Links are followed. If the file cannot be replaced in this way (it is not an ordinary file, has
+/// several hard links, or its folder or group does not permit it), it is overwritten in place, and
+/// gets its old content back when that fails.
 ///
 /// Throws a WriteFailed error when a step fails. The file then has its earlier content, or the new
 /// one if only the last step failed, the sync of its folder.

@@ -44,7 +44,8 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
                                              std::string_view bytes) const {
   const std::filesystem::path native = NativePath(path);
   EntryFacts facts;
-  // The save itself fails where there is no ordinary file, and its error says why.
+  // If there is something other than an ordinary file, the save itself fails, and its error says
+  // why.
   if (CurrentPlatform().Facts(native, facts) || facts.kind != EntryKind::File) {
     return std::nullopt;
   }
@@ -56,7 +57,7 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
     return std::nullopt;
   }
   if (code == std::errc::no_such_file_or_directory) {
-    // It has been deleted since the look at it.
+    // It has been deleted in the meantime.
     return std::nullopt;
   }
   if (code && code != kTooLargeForData) {
@@ -82,7 +83,7 @@ void StoredFile::KeepEarlier(const std::string& path, const std::filesystem::pat
   if (code && code != kTooLargeForData) {
     throw NotKept(code, path);
   }
-  // A file that is too large for either differs from both.
+  // A file that is larger than both contents differs from both.
   if (!code) {
     const bool isOwn = isWhollyKept_ && earlier == content_ && serialNumber == serialNumber_ &&
                        !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);

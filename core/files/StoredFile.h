@@ -12,9 +12,9 @@
 
 namespace tarvell {
 
-/// A file that a save would replace, with a content that the data set does not know.
+/// A file that a save would replace, and whose content the data set has neither read nor written.
 struct UnseenFile {
-  bool wasRead = false;  ///< whether the data set came from it; it has changed since then
+  bool wasRead = false;  ///< whether the data set came from it, before it changed
   std::time_t modified = 0;
   std::string bytes;  ///< its content; of a file that is too large for data, the beginning
 };
@@ -29,11 +29,11 @@ class StoredFile {
   /// The data set was read from the file at `path`, whose content is `bytes`.
   void WasRead(const std::string& path, std::string bytes, const std::string& serialNumber);
 
-  /// Sets what an unchanged save would write. If that differs from the file, the next save keeps
-  /// the file.
+  /// Sets what a save would write if the user changed nothing. If that differs from the file, the
+  /// next save puts the file into the recycle bin.
   void SetUnchangedBytes(std::string bytes);
 
-  /// What an unchanged save would write, "" if unknown.
+  /// What a save would write if the user changed nothing, "" if unknown.
   [[nodiscard]] const std::string& UnchangedBytes() const {
     return rewritesContent_ ? content_ : unchanged_;
   }
@@ -52,7 +52,8 @@ class StoredFile {
   void Save(const std::string& path, const std::string& serialNumber, std::string_view bytes);
 
  private:
-  /// Keeps the file at `native`, unless its content is what the data set knows or what `bytes` are.
+  /// Puts a copy of the file at `native` into the recycle bin, unless its content is `bytes` or was
+  /// read or written by the data set, which keeps all of it.
   void KeepEarlier(const std::string& path, const std::filesystem::path& native,
                    std::string_view bytes, const std::string& serialNumber) const;
 
@@ -60,7 +61,7 @@ class StoredFile {
   std::string serialNumber_;
   std::string content_;  ///< of the file, as it was read or written
   std::string unchanged_;
-  bool rewritesContent_ = false;  ///< whether an unchanged save would write `content_`
+  bool rewritesContent_ = false;  ///< whether a save without changes would write `content_`
   bool isWhollyKept_ = true;
 };
 

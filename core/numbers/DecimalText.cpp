@@ -34,7 +34,7 @@ char DecimalText::DigitAt(int place) const {
 }
 
 void DecimalText::RoundAt(int lastPlace) {
-  // Index of the first digit that goes; its value decides.
+  // Index of the first digit that is dropped; it decides whether to round up.
   const int cut = exponent_ - lastPlace + 1;
   if (cut >= static_cast<int>(kDigits)) {
     return;

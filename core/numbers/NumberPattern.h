@@ -13,10 +13,10 @@ namespace tarvell {
 /// A digit pattern such as "##0.0", "0.####", "0.00E-00" or "### ".
 ///
 /// "0" is a digit that is always shown, "#" one that is shown only if significant. The last decimal
-/// is rounded half away from zero. A "#" after the point drops a trailing zero, and the point with
-/// the last decimal. "E-00" is an exponent of at least two digits, with a sign only if negative.
-/// Blanks at the end are kept. Only 15 significant digits of a value count. A negative value keeps
-/// its "-", even when it is rounded to zero.
+/// is rounded half away from zero. A "#" after the point drops a trailing zero; when no decimal is
+/// left, the point is dropped, too. "E-00" is an exponent of at least two digits, with a sign only
+/// if negative. Blanks at the end are kept. Only 15 significant digits of a value count. A negative
+/// value keeps its "-", even when it is rounded to zero.
 ///
 /// The constructor parses the pattern, so that a wrong one in a constexpr table does not compile.
 class NumberPattern {

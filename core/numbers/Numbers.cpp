@@ -28,7 +28,8 @@ class NumberScanner {
  public:
   explicit NumberScanner(std::string_view text) : text_(text) {}
 
-  /// The number's text, "" when there are no digits. Position() is then after it.
+  /// The text of the number, "" if it has no digits. Afterwards Position() is the end of what was
+  /// read.
   std::string Scan() {
     std::string number;
     const char sign = Peek();
@@ -97,8 +98,8 @@ class NumberScanner {
   std::size_t position_ = 0;
 };
 
-/// Whether a number that no double can hold is too large, not too small. `number` is in the form
-/// that NumberScanner gives.
+/// Whether a number that no double can hold is too large rather than too small. `number` is in the
+/// form that NumberScanner gives.
 bool IsTooLarge(std::string_view number) {
   const std::size_t mantissaEnd = std::min(number.find('e'), number.size());
   const std::string_view mantissa = number.substr(0, mantissaEnd);
@@ -201,7 +202,11 @@ std::int16_t ToInt16(double value) {
 }
 
 std::int16_t NumericInt16(std::string_view text) {
-  return ToInt16(NumericValue(text));
+  // Most are the digits of dates, which need no floating point.
+  std::int16_t value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == text.data() + text.size();
+  return isWhole ? value : ToInt16(NumericValue(text));
 }
 
 std::int16_t IntegerValue(std::string_view text, std::string_view field) {

@@ -20,11 +20,11 @@ namespace tarvell {
 /// The same, but infinite for a number that is too large for a double.
 [[nodiscard]] double NumericValueOrInfinity(std::string_view text);
 
-/// The first number of a cell, such as "1E999" of "Ls/1E999 nH", if it is too large for a double;
-/// else "".
+/// The first number in a cell, such as "1E999" in "Ls/1E999 nH", if it is too large for a double;
+/// otherwise "".
 [[nodiscard]] std::string_view TooLargeNumber(std::string_view text);
 
-/// Whether a text begins with a number for NumericValue.
+/// Whether a text begins with a number that NumericValue would find.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 
 /// The value of a text that is nothing but a number, with blanks around it allowed. Infinite if it
@@ -46,8 +46,8 @@ namespace tarvell {
 /// have one (1.5E+20, 1E-16). Throws a Type error for an infinite value.
 [[nodiscard]] std::string ShortestText(double value);
 
-/// `value` with the 15 digits of its shortest text: the number that was meant where a calculation
-/// gives a little more or less. Throws a Type error for an infinite value.
+/// `value` with the 15 digits of its shortest text. Removes the tiny error of a calculation, such
+/// as 0.1 + 0.2. Throws a Type error for an infinite value.
 [[nodiscard]] double RoundedTo15Digits(double value);
 
 /// An integer with at least two digits: 5 is "05".

@@ -17,7 +17,7 @@ enum class ErrorKind {
   NotAFile,      ///< there is a folder, device, pipe or foreign file instead of a data file
   InputPastEnd,  ///< a file ends before its expected items
   Index,         ///< a table has no such row, page or column
-  Type,          ///< a text is no number, or a number is too large for its field
+  Type,          ///< a text is not a number, or a number is too large for its field
   Name,          ///< a text cannot be a file or folder name
   Character,     ///< a text holds a character that the files cannot hold
   Template,      ///< a template file does not fit its model
@@ -31,14 +31,15 @@ enum class ErrorKind {
 /// - ReadFirstItems reads more of a file whose beginning was not enough.
 /// - ReadHeadersIn collects the errors of the files and throws one at the end of the list.
 /// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
-/// - CalDataFile::RememberUnchangedSave passes over data that cannot be saved before correction.
+/// - CalDataFile::RememberUnchangedSave ignores the error of data that have to be corrected before
+///   they can be saved.
 /// - UnchangedBytes (StationFiles.cpp) does the same for an instrument.
-/// - DueDateNotice (StationFiles.cpp) looks whether a due date would be readable.
+/// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
 /// - ReadProfile falls back to the default directories.
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.
 /// `path` is the file or folder concerned, as a path of the program, or "".
-/// `line` is the line of that file, counted from 1, or 0 if the error is about no line.
+/// `line` is the line of that file, counted from 1, or 0 if the error is not about one line.
 class Error : public std::exception {
  public:
   Error(ErrorKind kind, std::string text, std::string path = {}, int line = 0);

@@ -20,9 +20,13 @@ class ForwardingPlatform : public Platform {
  public:
   explicit ForwardingPlatform(Platform& target = SystemPlatform()) : target_(target) {}
 
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
                                                std::unique_ptr<InputFile>& file) override {
-    return target_.OpenForReading(path, kind, file);
+    return target_.OpenForReading(path, file);
+  }
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override {
+    return target_.OpenFound(entry, file);
   }
   [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                 std::filesystem::path& path,

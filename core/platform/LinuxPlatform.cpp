@@ -112,8 +112,8 @@ class LinuxOutputFile : public OutputFile {
     if (::stat(path.c_str(), &status) != 0) {
       return LastError();
     }
-    // The file of another operator can keep its group only. Users who may not write it must not
-    // replace it.
+    // If the file belongs to another operator, its replacement can take over only its group. Users
+    // who may not write the file must not replace it.
     if (::fchown(descriptor_.Number(), status.st_uid, status.st_gid) != 0 &&
         (errno != EPERM || ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 ||
          ::fchown(descriptor_.Number(), kSameOwner, status.st_gid) != 0)) {
@@ -147,7 +147,7 @@ bool IsTemporary(std::string_view name) {
 }
 
 /// The permissions of a folder that a group shares (set-group-ID), 0 for any other folder. New
-/// entries get them whatever the operator's own mask is.
+/// entries get these permissions, whatever the operator's own umask is.
 mode_t SharedMode(const std::filesystem::path& folder) {
   struct stat status {};
   return ::stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISGID) != 0
@@ -155,7 +155,8 @@ mode_t SharedMode(const std::filesystem::path& folder) {
              : 0U;
 }
 
-/// What the folder says of an entry, None where it does not.
+/// The kind of an entry as its folder records it. None for a link, or if the folder does not record
+/// it.
 EntryKind KindIn(const dirent& entry) {
   switch (entry.d_type) {
     case DT_UNKNOWN:
@@ -179,6 +180,26 @@ bool IsOrdinaryFile(int folder, const dirent& entry) {
          S_ISREG(status.st_mode);
 }
 
+/// Opens the file at `path`, which is relative to `folder`. Only a file of unknown kind is asked
+/// what it is.
+std::error_code OpenOrdinary(int folder, const char* path, EntryKind kind,
+                             std::unique_ptr<InputFile>& file) {
+  // Non-blocking, because otherwise opening a pipe without a writer would never return.
+  Descriptor descriptor(
+      Retry([&] { return ::openat(folder, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+  struct stat status {};
+  const bool isKnown = kind == EntryKind::File;
+  if (descriptor.Number() < 0 || (!isKnown && ::fstat(descriptor.Number(), &status) != 0)) {
+    return LastError();
+  }
+  if (!isKnown && !S_ISREG(status.st_mode)) {
+    return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                        : std::errc::not_supported);
+  }
+  file = std::make_unique<LinuxInputFile>(descriptor.Release());
+  return {};
+}
+
 bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
   const std::string_view name(static_cast<const char*>(entry.d_name));
   // A name with the program's separator would be read as a path, perhaps to another folder.
@@ -199,22 +220,14 @@ bool IsWanted(int folder, SearchKind kind, const dirent& entry) {
 
 }  // namespace
 
-std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path, EntryKind kind,
+std::error_code LinuxPlatform::OpenForReading(const std::filesystem::path& path,
                                               std::unique_ptr<InputFile>& file) {
-  // Non-blocking: opening a pipe without a writer would never return.
-  Descriptor descriptor(
-      Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
-  struct stat status {};
-  const bool isKnown = kind == EntryKind::File;
-  if (descriptor.Number() < 0 || (!isKnown && ::fstat(descriptor.Number(), &status) != 0)) {
-    return LastError();
-  }
-  if (!isKnown && !S_ISREG(status.st_mode)) {
-    return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
-                                                        : std::errc::not_supported);
-  }
-  file = std::make_unique<LinuxInputFile>(descriptor.Release());
-  return {};
+  return OpenOrdinary(AT_FDCWD, path.c_str(), EntryKind::None, file);
+}
+
+std::error_code LinuxPlatform::OpenFound(const FoundEntry& entry,
+                                         std::unique_ptr<InputFile>& file) {
+  return OpenOrdinary(entry.openFolder, entry.name.c_str(), entry.kind, file);
 }
 
 std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& folder,
@@ -324,7 +337,7 @@ std::error_code LinuxPlatform::MakeFolder(const std::filesystem::path& path) {
     return LastError();
   }
   const mode_t shared = SharedMode(FolderHolding(path));
-  // The folder exists and its owner can use it, even if the group gets no access.
+  // A failure is ignored: the folder exists, and its owner can use it even if the group cannot.
   if (shared != 0) {
     static_cast<void>(::chmod(path.c_str(), shared | S_ISGID));
   }
@@ -343,8 +356,9 @@ std::error_code LinuxPlatform::Search(const std::filesystem::path& folder, Searc
     if (entry == nullptr) {
       return errno == 0 ? std::error_code() : LastError();
     }
-    if (IsWanted(::dirfd(stream.get()), kind, *entry) &&
-        !visit(static_cast<const char*>(entry->d_name), KindIn(*entry))) {
+    const int open = ::dirfd(stream.get());
+    if (IsWanted(open, kind, *entry) &&
+        !visit({folder, static_cast<const char*>(entry->d_name), KindIn(*entry), open})) {
       return {};
     }
   }

@@ -12,11 +12,13 @@
 
 namespace tarvell {
 
-/// Linux, without a recycle bin: the screens add the desktop's.
+/// Linux, without a recycle bin: DesktopPlatform adds the desktop's trash.
 class LinuxPlatform : public Platform {
  public:
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
                                                std::unique_ptr<InputFile>& file) override;
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override;
   [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                 std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override;

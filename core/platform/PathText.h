@@ -12,7 +12,7 @@ namespace tarvell {
 
 [[nodiscard]] bool IsDriveLetter(char c);
 
-/// Whether `c` is "\" or "/", which both separate.
+/// Whether `c` is "\" or "/". Both separate names.
 [[nodiscard]] bool IsPathSeparator(char c);
 
 /// Whether `path` begins with a letter and a colon.
@@ -31,8 +31,8 @@ namespace tarvell {
 /// `path` after its last separator, all of it when it has none.
 [[nodiscard]] std::string_view LastNameOf(std::string_view path);
 
-/// `path` as a message shows it, with one kind of separator: "\" after a drive letter, else the
-/// first one in it.
+/// `path` as a message shows it, with only one kind of separator: "\" if it begins with a drive
+/// letter, otherwise the first separator that it has.
 [[nodiscard]] std::string ShownPath(std::string_view path);
 
 }  // namespace tarvell

@@ -63,9 +63,16 @@ struct EntryFacts {
   std::time_t modified = 0;  ///< when its content was last written, 0 if unknown
 };
 
-/// Takes the name of an entry, and its kind where the folder itself says it, else None. Returns
-/// whether the search goes on.
-using SearchVisitor = std::function<bool(const std::string& name, EntryKind kind)>;
+/// An entry that a search has found; valid during the visit.
+struct FoundEntry {
+  const std::filesystem::path& folder;
+  std::string name;
+  EntryKind kind = EntryKind::None;  ///< if the folder records it, otherwise None
+  int openFolder = -1;               ///< the platform's own number of the open folder
+};
+
+/// Takes an entry. Returns whether the search goes on.
+using SearchVisitor = std::function<bool(const FoundEntry& entry)>;
 
 enum class SearchKind {
   NamesWithoutDot,  ///< "*.": every name without a dot, folders included
@@ -101,11 +108,14 @@ class Platform {
   // Files.
 
   /// Opens an ordinary file. A folder fails with is_a_directory; a device or a pipe fails with
-  /// not_supported, without waiting. `kind` is what a search has just reported for `path`, None if
-  /// nothing is known: a known file is opened without another look at what it is.
+  /// not_supported, without waiting.
   [[nodiscard]] virtual std::error_code OpenForReading(const std::filesystem::path& path,
-                                                       EntryKind kind,
                                                        std::unique_ptr<InputFile>& file) = 0;
+  /// The same for an entry that a search has just found, without looking again at what is known.
+  [[nodiscard]] virtual std::error_code OpenFound(const FoundEntry& entry,
+                                                  std::unique_ptr<InputFile>& file) {
+    return OpenForReading(entry.folder / entry.name, file);
+  }
   /// Creates an empty file with a unique name in `folder`, which no search finds. A killed program
   /// may leave one. Nobody removes it, because it could belong to another operator's save.
   [[nodiscard]] virtual std::error_code CreateTemporary(const std::filesystem::path& folder,
@@ -159,7 +169,7 @@ class Platform {
   [[nodiscard]] virtual bool QueryOSVersion(OSVersionRecord& record) = 0;
 };
 
-/// The folder at which every path begins that starts with a separator.
+/// The folder in which a path that starts with a separator begins.
 [[nodiscard]] std::filesystem::path RootFolder();
 
 /// The operating system itself.
@@ -168,8 +178,8 @@ class Platform {
 /// The platform that the program uses: the operating system, or what was put in its place.
 [[nodiscard]] Platform& CurrentPlatform();
 
-/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller keeps it
-/// alive. Returns the argument of the call before this one.
+/// Makes `platform` the current one; nullptr stands for SystemPlatform(). The caller must keep it
+/// alive. Returns the argument of the previous call.
 Platform* SetCurrentPlatform(Platform* platform);
 
 }  // namespace tarvell

@@ -54,7 +54,7 @@ bool WaitSeconds(double seconds, DayClock& clock) {
     }
     return true;
   }
-  // A time before the start means that the clock was set back or a sleep went over midnight.
+  // A time before the start means that the clock was set back or a sleep went past midnight.
   while (now < end && now >= start) {
     clock.Sleep(std::min(kLongestSleep, end - now));
     now = clock.Now();

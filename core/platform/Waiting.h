@@ -23,8 +23,8 @@ class DayClock {
 [[nodiscard]] DayClock& SystemDayClock();
 
 /// Waits until `seconds` (at most 500) have passed on `clock`. No window event is handled in the
-/// meantime. A wait over midnight first waits for the new day. A clock that is set back ends the
-/// wait. Returns false at once for a negative argument, else true.
+/// meantime. A wait that goes past midnight first waits for the new day. Setting the clock back
+/// ends the wait. Returns false at once for a negative argument, otherwise true.
 bool WaitSeconds(double seconds, DayClock& clock = SystemDayClock());
 
 }  // namespace tarvell

@@ -32,8 +32,8 @@ std::string IniPath() {
   return Joined(GetWindowsDir(), "tarvell.ini");
 }
 
-/// The directory in an item of the file. The file is UTF-8, or from an older system in the
-/// characters of the data files.
+/// The directory in an item of the file. The file is in UTF-8 or, if it is from an older system, in
+/// the character set of the data files.
 std::string DirectoryOf(const std::string& bytes, bool isUtf8, const char* fallback) {
   const std::string item = isUtf8 ? bytes : DecodeFileText(bytes);
   const std::string_view text = StripNull(item);

@@ -27,7 +27,7 @@ inline constexpr std::string_view kApplicationTitle = "Morrand Tarvell";
 
 inline std::string gStationDir;              ///< station data root, no trailing separator
 inline std::string gCalibrationDir;          ///< calibration data root, no trailing separator
-inline std::int16_t gVersionLabelLevel = 0;  ///< the version label shows from 2 on
+inline std::int16_t gVersionLabelLevel = 0;  ///< the version label is shown from level 2 on
 inline std::array<CalFileInfo, kTableRows> gCalFiles;  ///< see ReadCalFileHeaders
 inline std::string gOSPlatform;
 inline std::string gOSVersion;

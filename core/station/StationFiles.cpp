@@ -35,7 +35,7 @@ constexpr std::string_view kAddressType = "ADDRESS TYPE";
 /// A line of an instrument file.
 struct Field {
   std::string_view keyword;
-  std::string StationInstrument::*member;  ///< nullptr for the due date, which has three
+  std::string StationInstrument::*member;  ///< nullptr for the due date, which has three members
 };
 
 /// The lines in the order of the file.
@@ -60,7 +60,7 @@ const Field* FindField(std::string_view keyword) {
   return found == kFields.end() ? nullptr : found;
 }
 
-/// SplitWords leaves the last one as it is: empty.
+/// The words of a line. SplitWords never fills the last one, so that it stays empty.
 using Words = std::array<std::string, kWordLimit + 1>;
 
 /// Number of words in the keyword of a line.
@@ -115,7 +115,7 @@ std::string DueDateText(const StationInstrument& instrument) {
          std::string(Trim(instrument.DueYear));
 }
 
-/// What reading a file with this line, and others after it, gives.
+/// What is read back from a file that has other lines after this one.
 StationInstrument ReadBackOf(std::string_view line) {
   std::string_view item = line.substr(0, line.find(','));
   item = item.substr(0, item.find_last_not_of(" \t") + 1);
@@ -124,7 +124,8 @@ StationInstrument ReadBackOf(std::string_view line) {
   return instrument;
 }
 
-/// A value in a notice. Of a long one only the last words, because something is missing there.
+/// A value in quotation marks for a notice. Of a long one, only the last words: they show where it
+/// was cut off.
 std::string QuotedEnd(const std::string& value) {
   static constexpr std::size_t kShownCharacters = 40;
   if (CharacterCount(value) <= kShownCharacters) {
@@ -174,7 +175,7 @@ bool IsSamePart(const std::string& part, const std::string& readBack) {
   return Trim(part) == readBack || (ParseNumber(part) && Normalised(part) == readBack);
 }
 
-/// The notice about the due date, with the field nullptr for none.
+/// The notice about the due date; its field is nullptr if there is none.
 ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
   static constexpr std::array kParts = {&StationInstrument::DueDay, &StationInstrument::DueMonth,
                                         &StationInstrument::DueYear};
@@ -217,15 +218,14 @@ void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>
   names.erase(index);
 }
 
-/// The names in the folder at `native`, which errors name as `folder`.
+/// The names in the folder at `native`. Errors show its path as `folder`.
 std::vector<std::string> NamesIn(const std::filesystem::path& native, const std::string& folder,
                                  SearchKind kind) {
   std::vector<std::string> names;
-  const std::error_code code =
-      CurrentPlatform().Search(native, kind, [&](const std::string& name, EntryKind /*kind*/) {
-        names.push_back(name);
-        return true;
-      });
+  const std::error_code code = CurrentPlatform().Search(native, kind, [&](const FoundEntry& entry) {
+    names.push_back(entry.name);
+    return true;
+  });
   if (code) {
     throw SystemError(code, "list the folder", folder);
   }
@@ -239,7 +239,7 @@ std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kin
   return names;
 }
 
-/// Every file in the folder except INDEX belongs to an instrument.
+/// Refuses the name INDEX, because every other file in the folder belongs to an instrument.
 void CheckInstrumentName(const std::string& modelNumber) {
   CheckFileName(modelNumber, "The model number");
   if (EqualsIgnoringCase(modelNumber, kIndexName)) {
@@ -275,12 +275,12 @@ void AddLine(FileText& text, std::string_view keyword, const std::string& value)
   text.Line(std::string(keyword) + " " + value);
 }
 
-/// Whether a line can hold a name, which may be in the characters of an older system.
+/// Whether a line can hold a name. The name may be in the character set of an older system.
 bool CanBeListed(const std::string& name) {
   return name.find_first_of("\r\n") == std::string::npos && (!IsUtf8(name) || IsFileText(name));
 }
 
-/// A list of file names, one on each line in its own bytes.
+/// A list of file names, one per line. A name that is not UTF-8 keeps its bytes.
 FileText NameLines(const std::vector<std::string>& names, const std::string& path) {
   FileText text;
   for (const std::string& name : names) {
@@ -305,7 +305,7 @@ std::string InstrumentBytes(const StationInstrument& instrument) {
   return text.Bytes();
 }
 
-/// What an unchanged save would write, "" if it would fail.
+/// What a save would write if the user changed nothing, "" if it would fail.
 std::string UnchangedBytes(const StationInstrument& instrument) {
   try {
     return InstrumentBytes(instrument);
@@ -418,7 +418,7 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
   const std::error_code code = CurrentPlatform().Facts(NativePath(path), facts);
-  // There is no file with a name that is too long for one.
+  // A name that is too long is not the name of any file, so that nothing has to be deleted.
   if (code && code != std::errc::filename_too_long) {
     throw SystemError(code, "delete the instrument", path);
   }

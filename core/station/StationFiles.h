@@ -17,7 +17,8 @@ namespace tarvell {
 
 inline constexpr std::string_view kIndexName = "INDEX";
 
-/// The fields of an instrument. All are free text, except that a due date must exist.
+/// The fields of an instrument. All are free text, except that the due date must be a day that
+/// exists.
 struct StationInstrument {
   std::string ModelNumber;  ///< also the name of the file
   std::string SerialNumber;
@@ -47,9 +48,10 @@ struct KeywordLine {
 void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 
 /// Reads an instrument file into `instrument`. Fields without a line keep their value, except the
-/// serial number, which is cleared first. The last item is never interpreted, so that a file of the
-/// program sets every field but CalData. `file` becomes this file. Returns false for an empty file,
-/// which changes nothing. Throws the error of a file that cannot be read, and changes nothing then.
+/// serial number, which is cleared first. The last item is never interpreted. Therefore a file that
+/// the program wrote sets every field except CalData. `file` is set to this file. Returns false for
+/// an empty file, which changes nothing. Throws the error of a file that cannot be read, and
+/// changes nothing then.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
 /// A value that will be read back differently from an instrument's file.
@@ -58,18 +60,19 @@ struct ReadBackNotice {
   std::string text;                                 ///< what will be read back, and why
 };
 
-/// The values that will be read back differently, in the order of the file. Says nothing about
-/// blanks after a value, zeros before a number, CalData, and a due date that cannot be saved.
+/// The values that will be read back differently, in the order of the file. Leaves out blanks after
+/// a value, zeros before a number, CalData, and a due date that cannot be saved.
 [[nodiscard]] std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument);
 
 /// Whether the due date exists, with a number for its day and year and a name for its month. Throws
 /// a Type error for a number outside 16 bits.
 [[nodiscard]] bool HasValidDueDate(const StationInstrument& instrument);
 
-/// Writes the instrument's file to the station's folder. `file` is the one that the instrument came
-/// from; a replaced file that it does not know goes to the recycle bin. Throws a Name error when
-/// the model number is no file name or is that of the INDEX file, a Character error for text that
-/// the file cannot hold or that would be read back as another line, and the error of a failed save.
+/// Writes the instrument's file to the station's folder. `file` is the one that the instrument was
+/// read from or last saved to. If the save replaces any other content, that goes to the recycle
+/// bin. Throws a Name error when the model number is not a valid file name or is that of the INDEX
+/// file, a Character error for text that the file cannot hold or that would be read back as another
+/// line, and the error of a failed save.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
                         StoredFile& file);
 
@@ -79,15 +82,15 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
                                                  const StoredFile& file);
 
 /// Moves an instrument's file to the recycle bin. A missing file is no error. Throws a Name error
-/// when the model number is no file name, and a NotAFile error for a folder, which stays.
+/// when the model number is not a valid file name, and a NotAFile error for a folder, which stays.
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber);
 
-/// Moves every file of a station, with INDEX, to the recycle bin. Links are deleted, never what
-/// they lead to; folders stay.
+/// Moves every file of a station, including INDEX, to the recycle bin. Of a link, only the link is
+/// deleted; folders stay.
 void DeleteAllInstrumentFiles(const std::string& stationFolder);
 
-/// Makes the folder of a new station. Throws a Name error when the name is no folder name or the
-/// station list would not show it, and the error of a folder that cannot be made.
+/// Makes the folder of a new station. Throws a Name error when the name is not a valid folder name
+/// or the station list would not show it, and the error of a folder that cannot be made.
 void MakeStation(const std::string& root, const std::string& name);
 
 /// Names of the stations in `root`: every name without a dot except INDEX, in the order of the

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #include "core/platform/Error.h"
 
@@ -74,9 +76,19 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
 
 /// Number of ASCII bytes at the beginning of a text.
 std::size_t AsciiLength(std::string_view text) {
-  const auto* end = std::ranges::find_if(
-      text, [](char byte) { return static_cast<unsigned char>(byte) >= kFirstSpecial; });
-  return static_cast<std::size_t>(end - text.begin());
+  // Most texts are ASCII only: eight bytes are compared at a time.
+  constexpr std::uint64_t kSpecialBits = 0x8080808080808080U;
+  std::size_t length = 0;
+  for (std::uint64_t eight = 0; text.size() - length >= sizeof(eight); length += sizeof(eight)) {
+    std::memcpy(&eight, text.data() + length, sizeof(eight));
+    if ((eight & kSpecialBits) != 0) {
+      break;
+    }
+  }
+  while (length < text.size() && static_cast<unsigned char>(text[length]) < kFirstSpecial) {
+    ++length;
+  }
+  return length;
 }
 
 /// Appends a character above ASCII, in UTF-8.

@@ -12,7 +12,7 @@
 
 namespace tarvell {
 
-/// No more words than these are taken from a line.
+/// How many words are taken from a line at most.
 inline constexpr std::size_t kWordLimit = 30;
 
 /// Splits `line` into at most kWordLimit words, which are separated by runs of blanks and control

@@ -35,7 +35,7 @@ namespace {
 constexpr const char* kCell = "cell";
 constexpr const char* kFixedCell = "fixed cell";
 
-/// No table has more.
+/// No table has more columns.
 constexpr std::int16_t kColumnCount = 5;
 
 /// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
@@ -112,7 +112,8 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
-  // ShowTables gives the width of the table to the object, and the screen is not shown yet.
+  // ShowTables uses the width of the table. The layout has to set it now, because the screen is not
+  // shown yet.
   layout()->activate();
   controls_.notices->Clear();
   FindCellNotes();

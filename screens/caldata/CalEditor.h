@@ -55,7 +55,7 @@ class CalEditor : public QDialog {
     NoticeLine* notices;
     QPushButton* ok;
   };
-  /// Connects them; called once, by the constructor.
+  /// Connects the controls. The constructor calls this once.
   void SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor);
 
   [[nodiscard]] const Model& CurrentModel() const { return *model_; }
@@ -63,7 +63,7 @@ class CalEditor : public QDialog {
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
   [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
 
-  /// Marks cells after the grid has been filled with a page.
+  /// Marks the cells that have notes, after the grid has been filled with a page.
   void ShowCellNotes();
   /// Keeps the notes of the shown page until it is shown again.
   void KeepCellNotes();
@@ -80,7 +80,7 @@ class CalEditor : public QDialog {
   [[nodiscard]] virtual bool TakesTemplateSerial() const = 0;
   /// Shows the tables of Data().
   virtual void ShowTables() = 0;
-  /// Stores the tables shown in Data().
+  /// Stores in Data() the tables that are shown.
   virtual void StoreTables() = 0;
   /// The page whose table the grid shows.
   [[nodiscard]] virtual std::int16_t ShownPage() const { return 0; }
@@ -90,14 +90,14 @@ class CalEditor : public QDialog {
   void ShowCaption(const QString& serial);
   /// Notes every cell of the data set that will be read back differently after a save.
   void FindCellNotes();
-  /// Notes whether a cell holds what was typed, and whether that will be read back. Nothing was
-  /// typed into a cell that was pasted.
+  /// Notes whether a cell holds what was typed, and whether that will be read back. `typed` is
+  /// nullopt for a pasted cell.
   void NoteCell(Cell cell, const std::optional<QString>& typed);
   void ShowLoadNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
   QString latestNote_;                           ///< of the cell that was stored last
-  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; the table has those of the shown one
+  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; the table has those of the shown page
   std::unique_ptr<CellEditor> cellEditor_;       ///< destroyed before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;

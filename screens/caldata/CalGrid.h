@@ -16,8 +16,8 @@
 namespace tarvell {
 
 /// The table of the editors. The captions stay in place while it scrolls. The columns share its
-/// width as it was set for them, equally where nothing was set, but each is at least as wide as its
-/// caption. A rectangle of cells can be selected.
+/// width in proportion to the widths that were set for them, or equally if none were set; but each
+/// is at least as wide as its caption. A rectangle of cells can be selected.
 class CalGrid final : public QTableView {
   Q_OBJECT
 
@@ -28,8 +28,8 @@ class CalGrid final : public QTableView {
   [[nodiscard]] GridModel& Model() { return *model_; }
   [[nodiscard]] const GridModel& Model() const { return *model_; }
 
-  /// Lets `fill` change the whole table, whose width in twips is set before. Then goes to the first
-  /// cell that can be edited.
+  /// Sets the width of the table in twips and lets `fill` change the whole table. Then goes to the
+  /// first cell that can be edited.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
 
   /// The current cell; its row is kCaptionRow when there is no data row.
@@ -37,7 +37,7 @@ class CalGrid final : public QTableView {
   /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(Cell cell);
 
-  /// Removes a row. The same row number is current then, or the last one.
+  /// Removes a row. Then the row of the same number is current, or the last one.
   void RemoveRow(GridRow row);
 
   /// The next cell after `cell` that can be edited, in this row or a later one, or the previous

@@ -48,7 +48,7 @@ class CalHeaderBlock final : public QWidget {
 
  signals:
   void SerialChanged(const QString& serial);
-  /// `text` is the notice about a field now; "" for none.
+  /// The notice about a field is now `text`; "" for none.
   void Noticed(const QString& field, const QString& text);
   /// This field has got the focus.
   void Entered(const QString& field);

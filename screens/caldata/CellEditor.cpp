@@ -82,8 +82,8 @@ bool CellEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
       tabsOn_ = false;
     }
-    // The edit is still open although the grid has the focus: storing it failed. The click must not
-    // go on to another cell, or the same error would be reported again.
+    // If an edit is still open although the grid has the focus, storing it failed. Then the click
+    // must not reach another cell, or the same error would be reported again.
     return IsOpen() && event->type() == QEvent::MouseButtonPress;
   }
   if (event->type() != QEvent::KeyPress) {
@@ -99,7 +99,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     GoByTab(grid_->currentIndex(), event.key() == Qt::Key_Tab);
     return true;
   }
-  // Pressing Shift for Shift+Tab is not another key.
+  // Shift, pressed for Shift+Tab, does not count as another key.
   tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {
@@ -248,7 +248,7 @@ void CellEditor::CommitGuarded() {
   Guarded(
       grid_->window(), [this] { Commit(); },
       [this](const Error& error) {
-        // The focus must leave the grid first, or it would commit again.
+        // The focus must leave the grid first, or the edit would be committed again.
         txtCell_->setFocus();
         const QSignalBlocker blocker(grid_->selectionModel());
         grid_->SetCurrentCell(GridModel::CellAt(cell_));
@@ -257,14 +257,14 @@ void CellEditor::CommitGuarded() {
 }
 
 void CellEditor::Cancel() {
-  // When the screen was closed during an edit, the box is not visible, but not hidden either.
+  // isVisible() would not do: it is false when the screen was closed during an edit.
   if (!txtCell_->isHidden()) {
     Close();
   }
 }
 
 void CellEditor::ReturnToGrid(int rows) {
-  // The grid commits when it gets the focus.
+  // This stores the edit: the grid commits when it gets the focus.
   grid_->setFocus();
   Cell cell = grid_->CurrentCell();
   cell.row = cell.row + rows;

@@ -18,8 +18,8 @@
 
 namespace tarvell {
 
-/// Edits the cells of a CalGrid in the text box `txtCell`, which lies over the current cell. Where
-/// the unit can be chosen, the list `txtCellCmb` takes a part of the cell.
+/// Edits the cells of a CalGrid in the text box `txtCell`, which covers the current cell. Where the
+/// unit can be chosen, the list `txtCellCmb` takes up a part of the cell.
 ///
 /// A typed character, Enter, F2, the space key, Backspace or a double click starts an edit of a
 /// cell that can be edited. Enter, Up, Down, Tab and whatever else moves the focus to the grid
@@ -27,9 +27,11 @@ namespace tarvell {
 /// cell stays as it is.
 ///
 /// Tab goes to the unit if there is one, then to the next cell that can be edited; Shift+Tab goes
-/// to the previous one. After that both keys go on from cell to cell until another key or a click.
+/// to the previous one. After that, both keys go on from cell to cell until another key or a mouse
+/// button is pressed.
 ///
-/// In the grid, Ctrl+C and Ctrl+V copy and paste cells; in an open box, its text.
+/// In the grid, Ctrl+C and Ctrl+V copy and paste cells; in an open box, they copy and paste its
+/// text.
 class CellEditor final : public QObject {
   Q_OBJECT
 
@@ -63,7 +65,8 @@ class CellEditor final : public QObject {
   bool BoxKeyPressed(const QKeyEvent& event);
   bool UnitKeyPressed(const QKeyEvent& event);
   void OfferUnits(std::int16_t column, const std::string& unit);
-  /// Opens the box on the current cell with the text `typed`, or with that of the cell for "".
+  /// Opens the box on the current cell with the text `typed`, or with the text of the cell if
+  /// `typed` is empty.
   void Open(const QString& typed);
   void CommitGuarded();
   /// Stores the edit and goes `rows` rows down, or up when it is negative.
@@ -81,7 +84,7 @@ class CellEditor final : public QObject {
   CellRules rules_;
   QPersistentModelIndex cell_;  ///< the edited cell; invalid when no edit is open
   QString untouched_;           ///< the text of the box as it was opened
-  QString untouchedUnit_;       ///< the unit as it was shown first
+  QString untouchedUnit_;       ///< the unit as the list first showed it
   bool replaced_ = false;       ///< whether a typed character opened the box
   bool tabsOn_ = false;         ///< whether Tab goes on from the current cell to the next one
 };

@@ -61,7 +61,8 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] int LastEditableColumn() const;
 
  private:
-  /// Moves the notes of the rows from `first` on by `rows`, 1 or -1. With -1 those of `first` go.
+  /// Moves the notes of the rows from `first` on by `rows`, 1 or -1. With -1 the notes of `first`
+  /// itself are removed.
   void MoveNotes(GridRow first, int rows);
 
   MemoryGrid grid_;

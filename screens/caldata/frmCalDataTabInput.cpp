@@ -44,7 +44,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   ui_->tTab->setElideMode(Qt::ElideNone);
   ui_->tTab->setExpanding(false);
   ui_->tTab->setDrawBase(false);
-  // The keyboard changes the page in the strip itself; the arrow buttons are for the mouse.
+  // The keys change the page in the tab bar itself; its arrow buttons are only for the mouse.
   for (QToolButton* scroller : ui_->tTab->findChildren<QToolButton*>()) {
     scroller->setFocusPolicy(Qt::NoFocus);
   }
@@ -109,7 +109,7 @@ void frmCalDataTabInput::ShowTables() {
 }
 
 void frmCalDataTabInput::WidenForTabs() {
-  // A strip that is not on the screen does not report to its layout that it has grown.
+  // A tab bar that is not on the screen does not report to its layout that it has grown.
   ui_->tTab->updateGeometry();
   const QMargins margins = layout()->contentsMargins();
   const int wanted = ui_->tTab->sizeHint().width() + margins.left() + margins.right();
@@ -185,7 +185,7 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     return;
   }
   if (ui_->tTab->count() > kOptionPage) {
-    // An error here keeps the tab.
+    // If this fails, the tab stays.
     Cells().Commit();
     StorePage();
     const QSignalBlocker blocker(ui_->tTab);

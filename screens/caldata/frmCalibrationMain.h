@@ -62,7 +62,7 @@ class frmCalibrationMain final : public QDialog {
   [[nodiscard]] CalEditor& EditorOf(const Model& model);
   /// Returns whether the data were saved.
   bool OpenEditor(std::int16_t index, const Model& model);
-  /// Shows at an entry of the serial numbers what its file holds now.
+  /// Updates an entry in the list of serial numbers from its file.
   static void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
   void DeleteData();

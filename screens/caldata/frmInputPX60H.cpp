@@ -31,7 +31,7 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
   EnterPressesFocusedButton(this);
   ui_->cmbSetting->addItems(
       {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "110", "120"});
-  // The last one has four decimals.
+  // Only the last frequency needs more than two decimals.
   ui_->cmbFreq->addItems({"1.00E05", "3.00E05", "1.00E06", "1.00E07", "5.00E07", "1.00E08",
                           "1.00E09", "3.00E09", "6.9925E09"});
   for (QComboBox* combo : {ui_->cmbSetting, ui_->cmbFreq}) {

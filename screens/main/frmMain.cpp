@@ -44,7 +44,8 @@ constexpr std::int16_t kVersionLabelLevel = 3;
 constexpr std::int16_t kMinVisibleLevel = 2;
 constexpr int kMaxExposureTime = 200;  // ms
 
-/// Runs pending window events until the window system shows `window`, or kMaxExposureTime is over.
+/// Runs pending window events until the window system shows `window`, or until kMaxExposureTime has
+/// passed.
 void RunPendingEvents(const QWidget& window) {
   QElapsedTimer timer;
   timer.start();
@@ -195,7 +196,7 @@ void frmMain::Start() {
 
 bool frmMain::TakeRoot(const QLineEdit* box, const RootTexts& texts, std::string& root) {
   const std::string folder = FromQt(box->text());
-  // Only blanks would mean the current folder, and with a name after it the root of the disk.
+  // A text of blanks would mean the current folder or, with a name after it, the root of the disk.
   if (Trim(folder).empty()) {
     Tell(this, texts.missing);
     return false;

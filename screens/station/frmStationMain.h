@@ -27,7 +27,7 @@ class frmStationMain final : public QDialog {
   frmStationMain& operator=(const frmStationMain&) = delete;
   ~frmStationMain() override;
 
-  /// Shows the screen with its list read afresh, until it is closed.
+  /// Reads the list of stations and shows the screen until it is closed.
   void ShowModally();
 
  private:

@@ -224,7 +224,7 @@ QListWidgetItem* frmStationModelList::SelectedEntry() const {
 
 void frmStationModelList::SelectShownEntry() {
   const QSignalBlocker blocker(ui_->LstInstrment);
-  // The current entry stays: from an entry that cannot be read, the keys must lead on.
+  // The current entry stays, so that the arrow keys go on from there even if it cannot be read.
   ui_->LstInstrment->clearSelection();
   if (shownEntry_ != nullptr) {
     shownEntry_->setSelected(true);
@@ -369,7 +369,7 @@ void frmStationModelList::btnAdd_Click() {
 
 std::vector<std::string> frmStationModelList::ModelsToPickFrom() {
   std::vector<std::string> models;
-  // When there are too many, the user can choose among those that were read.
+  // When there are too many models, the user can choose among those that were read.
   const bool areListed = Guarded(this, [&] {
     const BusyPointer busy;
     ListModelFolders(gCalibrationDir, models);

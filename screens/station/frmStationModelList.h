@@ -27,7 +27,7 @@ namespace Ui {
 class frmStationModelList;
 }
 
-/// Edits the instruments of one station. A new one is made for each visit.
+/// Edits the instruments of one station. Each visit to the screen makes a new object.
 class frmStationModelList final : public QDialog {
   Q_OBJECT
 
@@ -40,7 +40,7 @@ class frmStationModelList final : public QDialog {
   /// Set by the opener before the screen is shown.
   std::string StationName;
 
-  /// Shows the screen of StationName with its list read afresh, until it is closed.
+  /// Reads the list of the station StationName and shows the screen until it is closed.
   void ShowModally();
 
   /// Escape and the window frame do what Return does, but close the screen even when INDEX cannot
@@ -83,15 +83,15 @@ class frmStationModelList final : public QDialog {
   /// If the fields show an instrument that is not saved, keeps their contents.
   void KeepUnsaved();
   void ShowUnsaved(QListWidgetItem* entry);
-  /// The other instruments that are not saved, as a notice; "" when there are none.
+  /// A sentence about the other instruments that are not saved; "" when there are none.
   [[nodiscard]] QString OthersUnsaved() const;
-  /// The models with data files; shows a notice when there are none.
+  /// The models with data files; shows a message when there are none.
   [[nodiscard]] std::vector<std::string> ModelsToPickFrom();
   void AddInstrument();
   /// Adds a new instrument to the list and shows it. `files` are the data files of its model;
   /// `row` is the index of the chosen one.
   void ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files, int row);
-  /// Deletes as the button does, after the shown instrument's entry became the current one.
+  /// Makes the entry of the shown instrument the current one, then deletes as the button does.
   void DeleteByKey();
   /// Deletes the file that the model number names. For an instrument that was added and not saved,
   /// removes only its entry.

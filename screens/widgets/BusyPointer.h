@@ -8,8 +8,8 @@
 
 namespace tarvell {
 
-/// Shows the busy pointer while it lives. Use it around work on files, which may be slow on a
-/// share, but never around a message or a screen.
+/// Shows the busy pointer as long as the object exists. Use it around work on files, which may be
+/// slow on a share, but never around a message or a screen.
 class BusyPointer {
  public:
   BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }

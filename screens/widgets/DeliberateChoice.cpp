@@ -46,7 +46,8 @@ class DeliberateChoice : public QObject {
     return isButton && static_cast<const QMouseEvent&>(event).button() != Qt::LeftButton;
   }
 
-  /// Asking for the list creates it, which takes time: so not before it may open.
+  /// Asking for the open list creates it, which takes time. Therefore this waits until the list may
+  /// open.
   void WatchList() {
     if (!watchesList_) {
       watchesList_ = true;
@@ -61,7 +62,7 @@ class DeliberateChoice : public QObject {
 }  // namespace
 
 void ChangeOnlyDeliberately(QComboBox* box) {
-  // Without the wheel, which would otherwise give it the focus.
+  // StrongFocus leaves out the mouse wheel, which would otherwise give the box the focus.
   box->setFocusPolicy(Qt::StrongFocus);
   new DeliberateChoice(box);  // the box owns it
 }

@@ -55,8 +55,8 @@ std::optional<TrashFolders> HomeTrash() {
 // Leaves room for a number and an ending in the longest name that a file can have.
 constexpr qsizetype kNameBytesLimit = 200;
 
-/// Whether the toolkit can move an entry of this name. It does not find an entry whose name is not
-/// UTF-8. For a name that is too long, it never stops looking for a free place.
+/// Whether the toolkit can move an entry of this name to the trash. It does not find an entry whose
+/// name is not UTF-8. For a name that is too long, it never stops looking for a free name.
 bool TakesName(const std::string& name) {
   const QByteArray bytes = QByteArray::fromStdString(name);
   return bytes.size() <= kNameBytesLimit && QFile::encodeName(QFile::decodeName(bytes)) == bytes;
@@ -122,7 +122,8 @@ std::error_code CopyForGood(const std::filesystem::path& from, const std::filesy
 }
 
 /// Puts an entry into the trash under a free name; `take` moves or copies it. The toolkit cannot do
-/// this: it never copies, and it does not move every name, nor always from another disk.
+/// this: it never copies, it cannot move an entry of every name, and it cannot always move from
+/// another disk.
 std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders& trash,
                           std::error_code (*take)(const std::filesystem::path& from,
                                                   const std::filesystem::path& to)) {

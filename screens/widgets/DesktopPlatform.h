@@ -10,7 +10,7 @@
 
 namespace tarvell {
 
-/// Adds the desktop's trash to the system as its recycle bin.
+/// The operating system, with the desktop's trash as its recycle bin.
 class DesktopPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;

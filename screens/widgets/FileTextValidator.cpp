@@ -44,7 +44,8 @@ FileTextValidator::FileTextValidator(QLineEdit* box) : QValidator(box), box_(box
 void FileTextValidator::Attach(QLineEdit* box) {
   auto* validator = new FileTextValidator(box);  // the box owns it
   box->setValidator(validator);
-  // The default limit would cut a long text from a file, also when it is saved.
+  // The default limit would cut off a long text from a file, and the rest would be lost in the next
+  // save.
   box->setMaxLength(std::numeric_limits<int>::max());
   // Queued, so that the message comes after the box has handled the key or the paste.
   connect(box, &QLineEdit::inputRejected, validator, &FileTextValidator::ShowRefusal,

@@ -65,7 +65,7 @@ class EntryEvents : public QObject {
       : QObject(list), list_(list), actions_(std::move(actions)) {
     list->installEventFilter(this);
     list->viewport()->installEventFilter(this);
-    // Not itemActivated, which one click emits on some desktops.
+    // Not itemActivated, which a single click emits on some desktops.
     connect(list, &QListWidget::itemDoubleClicked, this, [this] { Open(); });
   }
 

@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-/// Lists of names. An entry shows its name as text and also keeps its bytes: a file name in an
-/// unknown encoding still finds its file.
+/// Lists of names. An entry shows its name as text and also keeps its bytes, so that the file of a
+/// name in an unknown encoding can still be found.
 namespace tarvell {
 
 void AddName(QListWidget* list, const std::string& name);

@@ -52,11 +52,11 @@ class Questions {
 
 [[nodiscard]] Questions& CurrentQuestions();
 
-/// Replaces the real boxes by `questions`; nullptr restores them. The caller keeps `questions`
+/// Replaces the real boxes by `questions`; nullptr restores them. The caller must keep `questions`
 /// alive. Returns the previous replacement, nullptr when there was none.
 Questions* SetCurrentQuestions(Questions* questions);
 
-/// Shows a notice: information icon, OK.
+/// Shows a message with an information icon and an OK button.
 void Tell(QWidget* owner, const QString& text);
 
 }  // namespace tarvell

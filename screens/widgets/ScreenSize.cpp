@@ -38,7 +38,8 @@ class ScrolledPart final : public QScrollArea {
         expands ? QSizePolicy::Expanding : Shrinking(part->sizePolicy().horizontalPolicy()),
         Shrinking(part->sizePolicy().verticalPolicy()));
     setFocusPolicy(Qt::NoFocus);
-    // The toolkit does this only for Tab, and not when Tab enters the part from outside.
+    // The toolkit itself scrolls to the focused control only for Tab, and not when Tab enters the
+    // part from outside.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
       if (now != nullptr && widget() != nullptr && widget()->isAncestorOf(now)) {
         ensureWidgetVisible(now, 0, fontMetrics().height());
@@ -51,7 +52,7 @@ class ScrolledPart final : public QScrollArea {
     return (widget()->minimumSizeHint() + QSize(BarWidth(), 0))
         .boundedTo(kMinPart * fontMetrics().height());
   }
-  /// The room that its minimum size lacks to show the whole part.
+  /// How much larger its minimum size would have to be to show the whole part.
   [[nodiscard]] QSize MissingRoom() const {
     return (widget()->minimumSizeHint() - minimumSizeHint()).expandedTo(QSize(0, 0));
   }

@@ -124,7 +124,8 @@ void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate&
 QColor DueColour(DueState state, const QPalette& palette) {
   const QColor background = palette.color(QPalette::Active, QPalette::Base);
   const int step = Contrast(background, Qt::white) > Contrast(background, Qt::black) ? 1 : -1;
-  // Goes from the full colour towards white or black; one of the two contrasts with any background.
+  // Makes the full colour lighter or darker until it contrasts enough: white or black does with any
+  // background.
   int lightness = kMaxLightness / 2;
   QColor colour;
   do {

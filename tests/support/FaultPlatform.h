@@ -68,12 +68,12 @@ class FaultPlatform : public ForwardingPlatform {
     opened = 0;
   }
 
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
                                                std::unique_ptr<InputFile>& file) override {
     if (Fails(Step::OpenForReading)) {
       return Fault();
     }
-    const std::error_code code = ForwardingPlatform::OpenForReading(path, kind, file);
+    const std::error_code code = ForwardingPlatform::OpenForReading(path, file);
     if (file != nullptr) {
       file = std::make_unique<Source>(*this, std::move(file));
     }

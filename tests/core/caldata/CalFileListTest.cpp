@@ -33,13 +33,13 @@ class SortedPlatform : public ForwardingPlatform {
                                        const SearchVisitor& visit) override {
     Names names;
     const std::error_code code =
-        ForwardingPlatform::Search(folder, kind, [&](const std::string& name, EntryKind) {
-          names.push_back(name);
+        ForwardingPlatform::Search(folder, kind, [&](const FoundEntry& entry) {
+          names.push_back(entry.name);
           return true;
         });
     std::sort(names.begin(), names.end());
     for (const std::string& name : names) {
-      if (!visit(name, EntryKind::None)) {
+      if (!visit({folder, name})) {
         break;
       }
     }

@@ -130,8 +130,8 @@ TEST(Search, LeavesOutNamesThatHoldASeparator) {
   test::WriteNative(tree.Native(R"(c:\a)") / R"(SN\2)", "");
   Names names;
   ASSERT_FALSE(CurrentPlatform().Search(tree.Native(R"(c:\a)").string(), SearchKind::EveryName,
-                                        [&](const std::string& name, EntryKind) {
-                                          names.push_back(name);
+                                        [&](const FoundEntry& entry) {
+                                          names.push_back(entry.name);
                                           return true;
                                         }));
   EXPECT_EQ(names, Names{"SN1"});

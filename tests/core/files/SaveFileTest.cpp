@@ -245,11 +245,10 @@ TEST_F(SavedFile, NoSearchFindsTheTemporaryFile) {
   for (const SearchKind kind :
        {SearchKind::NamesWithoutDot, SearchKind::EveryName, SearchKind::OrdinaryFiles}) {
     Names found;
-    ASSERT_FALSE(
-        platform.Search(tree.Native(kDataFolder), kind, [&](const std::string& name, EntryKind) {
-          found.push_back(name);
-          return true;
-        }));
+    ASSERT_FALSE(platform.Search(tree.Native(kDataFolder), kind, [&](const FoundEntry& entry) {
+      found.push_back(entry.name);
+      return true;
+    }));
     EXPECT_EQ(found, Names{"SN1"});
   }
 }

@@ -38,12 +38,11 @@ class CalibrationMenu : public SensorStage {
   /// Names without a dot in a folder, in the platform's order.
   [[nodiscard]] Texts InOrder(const std::string& folder) const {
     Texts names;
-    EXPECT_FALSE(CurrentPlatform().Search(tree_.Native(folder).string(),
-                                          SearchKind::NamesWithoutDot,
-                                          [&](const std::string& name, EntryKind) {
-                                            names.push_back(name);
-                                            return true;
-                                          }));
+    EXPECT_FALSE(CurrentPlatform().Search(
+        tree_.Native(folder).string(), SearchKind::NamesWithoutDot, [&](const FoundEntry& entry) {
+          names.push_back(entry.name);
+          return true;
+        }));
     return names;
   }
 

@@ -132,9 +132,9 @@ class ConfinedPlatform final : public DesktopTestPlatform {
   ConfinedPlatform& operator=(const ConfinedPlatform&) = delete;
   ~ConfinedPlatform() override { std::filesystem::current_path(before_); }
 
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
                                                std::unique_ptr<InputFile>& file) override {
-    return MayUse(path) ? DesktopTestPlatform::OpenForReading(path, kind, file) : Refusal();
+    return MayUse(path) ? DesktopTestPlatform::OpenForReading(path, file) : Refusal();
   }
   [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
                                       EntryFacts& facts) override {

@@ -26,10 +26,10 @@ class PointerCheck : public DesktopPlatform {
     CheckPointer();
     return DesktopPlatform::Search(folder, kind, visit);
   }
-  std::error_code OpenForReading(const std::filesystem::path& path, EntryKind kind,
+  std::error_code OpenForReading(const std::filesystem::path& path,
                                  std::unique_ptr<InputFile>& file) override {
     CheckPointer();
-    return DesktopPlatform::OpenForReading(path, kind, file);
+    return DesktopPlatform::OpenForReading(path, file);
   }
   std::error_code CreateTemporary(const std::filesystem::path& folder, std::filesystem::path& path,
                                   std::unique_ptr<OutputFile>& file) override {
