@@ -243,24 +243,21 @@ class Monkey {
 
   void UseFileDialog(QWidget& dialog) {
     // Only its text box: its lists could rename and delete files outside the test.
-    auto* files = qobject_cast<QFileDialog*>(&dialog);
-    const bool folders = files->fileMode() == QFileDialog::Directory;
-    const std::vector<std::string>& paths = folders ? places_.folders : places_.files;
-    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
-    auto* buttons = dialog.findChild<QDialogButtonBox*>("buttonBox");
-    if (Chance(30) || paths.empty() || name == nullptr || buttons == nullptr) {
+    const bool folders = qobject_cast<QFileDialog*>(&dialog)->fileMode() == QFileDialog::Directory;
+    if (Chance(30)) {
       Key(&dialog, Qt::Key_Escape);
       return;
     }
-    std::string path = AnyOf(paths);
+    std::string path = AnyOf(folders ? places_.folders : places_.files);
     if (folders) {
       // The two trees must differ, or each would contain files of the other.
       path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
     }
     Note("choose " + path);
-    name->setText(QString::fromStdString(path));
-    QPushButton* open = buttons->button(QDialogButtonBox::Open);
-    if (open != nullptr && open->isEnabled()) {
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(path));
+    QPushButton* open =
+        dialog.findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
+    if (open->isEnabled()) {
       Click(*open, open->rect().center());
     } else {
       Key(&dialog, Qt::Key_Escape);

@@ -2,14 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QtWidgets>
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <ostream>
-#include <string>
-#include <vector>
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalEditor.h"
@@ -334,8 +330,6 @@ TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
       })) << "OK is not the default button";
     }
     if (std::ranges::any_of(buttons, isCancel)) {
-      EXPECT_TRUE(isEditor || std::ranges::any_of(buttons, isDefault))
-          << "there is no default button";
       Press(Qt::Key_Escape);
       EXPECT_FALSE(screen.isVisible()) << "Escape does not cancel";
     }

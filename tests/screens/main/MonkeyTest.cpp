@@ -2,17 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QRegularExpression>
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
 #include <map>
 #include <memory>
-#include <set>
-#include <string>
-#include <system_error>
-#include <vector>
 
 #include "core/caldata/Models.h"
 #include "core/platform/Error.h"

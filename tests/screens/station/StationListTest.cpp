@@ -1,15 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "screens/main/frmMain.h"
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/frmInput.h"
@@ -215,68 +206,6 @@ TEST_F(StationList, ThatCannotBeReadDoesNotReplaceINDEX) {
     Click(screen, "btnReturn");
   });
   EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
-}
-
-// ---- From the main menu on.
-
-/// The station screens from the main menu on, with real message boxes.
-class StationWorkflow : public StationStage {
- protected:
-  StationWorkflow() {
-    SetCurrentQuestions(nullptr);
-    fs::remove(tree_.Native(kRoot));
-  }
-};
-
-TEST_F(StationWorkflow, AStationIsMadeFilledAndDeleted) {
-  WriteCalFile("PX12A", "SN1", {.serial = "11111"});
-  const std::string file = R"(c:\stations\rack 2\PX12A)";
-  frmMain mainMenu;
-  mainMenu.Form_Load(0);
-  Click(mainMenu, "Option1");
-  user_.AnswerBox(
-      "Input station folder does not exist.\r\n"
-      "If you want to create new folder, then press Ok button.",
-      QMessageBox::Information, QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel,
-      QMessageBox::Ok);
-  user_.At<frmStationMain>([&](frmStationMain& stations) {
-    user_.At<frmInput>([](frmInput&) {
-      Type("rack 2");
-      Press(Qt::Key_Return);
-    });
-    Click(stations, "btnAdd");
-    ClickEntry(stations, "lstStation", "rack 2");
-    user_.At<frmStationModelList>([&](frmStationModelList& screen) {
-      Add(screen, "PX12A", "11111");
-      Choose(screen, "cmbAddressType", "GP-IB");
-      Fill(screen, "txtData_2", "13");
-      Fill(screen, "txtData_8", "31");
-      Choose(screen, "cmbCalMonth", "APR");
-      user_.AnswerBox("Error: Invailed Input Date", QMessageBox::Warning, QMessageBox::Ok,
-                      QMessageBox::Ok, QMessageBox::Ok);
-      Click(screen, "btnSave");
-      EXPECT_FALSE(tree_.Exists(file));
-      Fill(screen, "txtData_8", "30");
-      user_.AnswerBox("Instruemnt Data was changed. Do you want to save it?",
-                      QMessageBox::Information,
-                      QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes,
-                      QMessageBox::Yes, "Instrument data was changed.");
-      Click(screen, "btnReturn");
-    });
-    Click(stations, "btnEdit");
-    EXPECT_TRUE(Contains(tree_.Read(file), "ADDRESS TYPE GP-IB\r\nADDRESS 13\r\n"));
-    EXPECT_TRUE(Contains(tree_.Read(file), "CAL DUE DATE 30 APR 2002\r\n"));
-    EXPECT_EQ(tree_.Read(R"(c:\stations\rack 2\INDEX)"), "PX12A\r\nINDEX\r\n");
-    ClickEntry(stations, "lstStation", "rack 2");
-    user_.AnswerBox("Are you sure you want to delete \"rack 2\" station data?",
-                    QMessageBox::Warning, QMessageBox::Ok | QMessageBox::Cancel,
-                    QMessageBox::Cancel, QMessageBox::Ok);
-    Click(stations, "btnDelete");
-    Click(stations, "btnReturn");
-  });
-  Click(mainMenu, "btnStart");
-  EXPECT_EQ(tree_.Names(kRoot), Texts{"INDEX"});
-  EXPECT_EQ(tree_.Read(kRootIndex), "");
 }
 
 // ---- Trees that another program filled.

@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <gtest/gtest.h>
-
 #include <memory>
 
 #include "screens/caldata/frmCalibrationMain.h"

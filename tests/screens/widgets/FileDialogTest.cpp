@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QDir>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "core/platform/Error.h"
 #include "screens/widgets/Questions.h"

@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QKeyEvent>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/NameList.h"

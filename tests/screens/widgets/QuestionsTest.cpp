@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QtWidgets>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <new>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Questions.h"

@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QtWidgets>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"

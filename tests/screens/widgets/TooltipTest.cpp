@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "screens/caldata/TabEditorFixture.h"
 #include "support/SensorStage.h"
 

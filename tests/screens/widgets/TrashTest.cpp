@@ -5,11 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <string>
 #include <system_error>
-#include <vector>
 
 #include "core/files/FileIOCommonModule.h"
 #include "support/DesktopTestPlatform.h"
