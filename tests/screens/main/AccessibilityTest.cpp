@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <map>
-#include <ostream>
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalEditor.h"
@@ -34,10 +33,6 @@ struct Screen {
   const char* name;
   void (*show)(const Look& look);
 };
-
-void PrintTo(const Screen& screen, std::ostream* out) {
-  *out << screen.name;
-}
 
 /// Shows a modal screen, calls `look` and closes it.
 template <typename Form>
