@@ -4,6 +4,8 @@
 #ifndef TARVELL_TESTS_SUPPORT_SCRIPTEDQUESTIONS_H
 #define TARVELL_TESTS_SUPPORT_SCRIPTEDQUESTIONS_H
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <string>
 #include <vector>
@@ -17,22 +19,77 @@ namespace tarvell::test {
 class ScriptedQuestions : public Questions {
  public:
   ScriptedQuestions() { SetCurrentQuestions(this); }
-  ~ScriptedQuestions() override;
+  ~ScriptedQuestions() override {
+    SetCurrentQuestions(nullptr);
+    for (const Expected& expected : expected_) {
+      ADD_FAILURE() << "did not appear: " << expected.question.text.toStdString() << " "
+                    << expected.question.title.toStdString();
+    }
+  }
 
   /// Expects a notice with exactly this text: information icon, OK.
-  void ExpectNotice(const QString& text);
+  void ExpectNotice(const QString& text) { Expect({.text = text}, QMessageBox::Ok); }
   /// Expects a box with exactly these properties; an empty title means the application title.
-  void Expect(const Question& question, QMessageBox::StandardButton answer);
+  void Expect(const Question& question, QMessageBox::StandardButton answer) {
+    expected_.push_back({.kind = Kind::Box, .question = question, .answer = answer});
+  }
   /// Expects an error message (exclamation icon, OK) that contains these parts.
-  void ExpectError(const std::vector<std::string>& parts);
+  void ExpectError(const std::vector<std::string>& parts) {
+    expected_.push_back({.kind = Kind::Error, .parts = parts});
+  }
   /// Expects the folder picker with this title and returns `picked`.
-  void ExpectFolderPicker(const QString& title, const QString& picked);
+  void ExpectFolderPicker(const QString& title, const QString& picked) {
+    expected_.push_back({.kind = Kind::Folder, .question = {.title = title}, .picked = picked});
+  }
   /// Expects the file picker with this title and these filters and returns `picked`.
-  void ExpectFilePicker(const QString& title, const QStringList& filters, const QString& picked);
+  void ExpectFilePicker(const QString& title, const QStringList& filters, const QString& picked) {
+    expected_.push_back(
+        {.kind = Kind::File, .question = {.title = title}, .filters = filters, .picked = picked});
+  }
 
-  QMessageBox::StandardButton Ask(QWidget* owner, const Question& question) override;
-  QString PickFile(QWidget* owner, FileRequest& request) override;
-  QString PickFolder(QWidget* owner, const QString& title, const QString& initialDir) override;
+  QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& question) override {
+    details.push_back(question.detail);
+    const bool isError = !expected_.empty() && expected_.front().kind == Kind::Error;
+    Expected expected;
+    if (!Take(isError ? Kind::Error : Kind::Box, question.text, expected)) {
+      return QMessageBox::Cancel;
+    }
+    if (expected.kind == Kind::Error) {
+      EXPECT_EQ(question.icon, QMessageBox::Warning);
+      EXPECT_EQ(question.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+      for (const std::string& part : expected.parts) {
+        EXPECT_NE(question.text.toStdString().find(part), std::string::npos)
+            << "\"" << part << "\" is missing in: " << question.text.toStdString();
+      }
+      return QMessageBox::Ok;
+    }
+    EXPECT_EQ(question.text.toStdString(), expected.question.text.toStdString());
+    EXPECT_EQ(question.title.toStdString(), expected.question.title.toStdString());
+    EXPECT_EQ(question.icon, expected.question.icon);
+    EXPECT_EQ(question.buttons, expected.question.buttons);
+    EXPECT_EQ(question.defaultButton, expected.question.defaultButton);
+    EXPECT_TRUE(question.buttons.testFlag(expected.answer)) << "the box has no such button";
+    return expected.answer;
+  }
+  QString PickFile(QWidget* /*owner*/, FileRequest& request) override {
+    Expected expected;
+    if (!Take(Kind::File, request.title, expected)) {
+      return {};
+    }
+    EXPECT_EQ(request.title.toStdString(), expected.question.title.toStdString());
+    EXPECT_EQ(request.filters, expected.filters);
+    initialDirs.push_back(request.initialDir);
+    return expected.picked;
+  }
+  QString PickFolder(QWidget* /*owner*/, const QString& title, const QString& initialDir) override {
+    Expected expected;
+    if (!Take(Kind::Folder, title, expected)) {
+      return {};
+    }
+    EXPECT_EQ(title.toStdString(), expected.question.title.toStdString());
+    initialDirs.push_back(initialDir);
+    return expected.picked;
+  }
 
   /// The folders in which the pickers started, in order.
   std::vector<QString> initialDirs;
@@ -52,7 +109,15 @@ class ScriptedQuestions : public Questions {
   };
 
   /// Takes the next expectation, which must be of this kind. Otherwise the test fails.
-  bool Take(Kind kind, const QString& what, Expected& expected);
+  bool Take(Kind kind, const QString& what, Expected& expected) {
+    if (expected_.empty() || expected_.front().kind != kind) {
+      ADD_FAILURE() << "unexpected box or picker: " << what.toStdString();
+      return false;
+    }
+    expected = expected_.front();
+    expected_.pop_front();
+    return true;
+  }
 
   std::deque<Expected> expected_;
 };

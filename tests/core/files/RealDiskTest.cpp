@@ -9,11 +9,9 @@
 
 #include "core/files/SaveFile.h"
 #include "core/platform/Error.h"
-#include "support/AnotherProcess.h"
 #include "support/ErrorOf.h"
-#include "support/FileSizeLimit.h"
+#include "support/RealDisk.h"
 #include "support/TestTree.h"
-#include "support/TinyDisk.h"
 
 /// Saves that the operating system itself refuses: the system's own platform must report them.
 namespace tarvell {

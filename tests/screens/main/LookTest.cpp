@@ -1,11 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QLineEdit>
-#include <QListWidget>
-#include <QScreen>
-#include <QVBoxLayout>
-#include <QtTest>
+#include <QTest>
+#include <QtWidgets>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -43,20 +40,16 @@ TEST(Selection, OfAListAndOfATableIsPaleWithoutFocus) {
   auto* grid = new CalGrid;
   grid->Fill([](MemoryGrid& cells) {
     cells.Clear(2);
-    cells.SetCellText(0, 0, "Freq");
-    cells.SetCellText(0, 1, "Factor");
     cells.AddRow("50.00\t100.0");
   });
   auto* other = new QLineEdit;
-  for (QWidget* control :
-       {static_cast<QWidget*>(list), static_cast<QWidget*>(grid), static_cast<QWidget*>(other)}) {
-    layout->addWidget(control);
-  }
+  layout->addWidget(list);
+  layout->addWidget(grid);
+  layout->addWidget(other);
   window.show();
   window.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-  for (QAbstractItemView* view :
-       {static_cast<QAbstractItemView*>(list), static_cast<QAbstractItemView*>(grid)}) {
+  for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{list, grid}) {
     const QColor strong = view->palette().color(QPalette::Highlight);
     const QColor base = view->palette().color(QPalette::Base);
     view->setFocus();
@@ -66,17 +59,15 @@ TEST(Selection, OfAListAndOfATableIsPaleWithoutFocus) {
     EXPECT_LT(Distance(focused, strong), Distance(focused, base));
     EXPECT_LT(Distance(pale, base), Distance(pale, strong));
     EXPECT_NE(pale, base) << "the selection stays visible";
-    view->setFocus();
-    EXPECT_EQ(ColourIn(*view), focused);
   }
 }
 
-/// The number of pixels of a box, from `left` on, that are as dark as text.
-int DarkDots(QLineEdit& box, int left) {
+/// The number of pixels in the right half of a box that are as dark as text.
+int DarkDots(QLineEdit& box) {
+  QApplication::processEvents();
   const QImage picture = box.grab().toImage();
   int dots = 0;
-  const int first = static_cast<int>(left * picture.devicePixelRatio());
-  for (int x = first; x < picture.width() - 4; ++x) {
+  for (int x = picture.width() / 2; x < picture.width() - 4; ++x) {
     for (int y = 4; y < picture.height() - 4; ++y) {
       dots += picture.pixelColor(x, y).lightness() < 100 ? 1 : 0;
     }
@@ -92,18 +83,14 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   box.setText("31");
   box.setAccessibleDescription("The day.");
   box.show();
-  QApplication::processEvents();
-  const int half = box.width() / 2;
-  const int before = DarkDots(box, half);
+  const int before = DarkDots(box);
   EXPECT_GT(before, 10);
   MarkBox(&box, "no such day");
-  QApplication::processEvents();
-  EXPECT_EQ(DarkDots(box, half), before);
+  EXPECT_EQ(DarkDots(box), before);
   EXPECT_EQ(box.accessibleDescription(), "no such day The day.");
   MarkBox(&box, "");
+  EXPECT_EQ(DarkDots(box), before);
   EXPECT_EQ(box.accessibleDescription(), "The day.");
-  QApplication::processEvents();
-  EXPECT_EQ(DarkDots(box, half), before);
 }
 
 // ---- Sizes.

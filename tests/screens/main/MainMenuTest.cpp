@@ -1,20 +1,11 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QClipboard>
-#include <QMenuBar>
-#include <QRadioButton>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
+#include <QtWidgets>
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/frmCalibrationMain.h"
+#include "screens/main/ScreenFaults.h"
 #include "screens/main/frmMain.h"
 #include "screens/main/frmSplash.h"
 #include "screens/station/frmStationMain.h"
@@ -32,7 +23,6 @@ using Texts = std::vector<std::string>;
 
 constexpr const char* kIni = R"(c:\windows\tarvell.ini)";
 constexpr const char* kNoStation = "Station directory does not set.";
-constexpr const char* kNoCalibration = "Calibration data directory does not set.";
 
 std::string IniOf(const std::string& calibrationDir, const std::string& stationDir) {
   return Lines({";", ";  Tar vell    Ini file", ";", "[Tarvell]", "SysRevision=A.02.61", "",
@@ -118,6 +108,53 @@ class MainMenu : public testing::Test {
   }
 };
 
+// ---- The splash screen.
+
+TEST(Splash, ShowsNameRevisionAndPictureAndCannotBeClosed) {
+  frmSplash splash;
+  splash.show();
+  EXPECT_EQ(splash.windowTitle(), "Morrand Tarvell - A.02.61");
+  EXPECT_EQ(Find<QLabel>(splash, "Label1").text(), "Tar Vell");
+  EXPECT_EQ(Find<QLabel>(splash, "lblRevision").text(), "Rev.A.02.61");
+  EXPECT_TRUE(Find<QLabel>(splash, "Label2").text().contains("the Tarvell authors"));
+  EXPECT_FALSE(Find<QLabel>(splash, "Picture1").pixmap().isNull());
+  for (const QLabel* label : splash.findChildren<QLabel*>()) {
+    EXPECT_TRUE(label->isVisible()) << label->objectName().toStdString();
+  }
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&splash));
+  EXPECT_FALSE(splash.close());
+  QTest::keyClick(&splash, Qt::Key_Escape);
+  QTest::keyClick(&splash, Qt::Key_Return);
+  EXPECT_TRUE(splash.isVisible());
+}
+
+TEST_F(MainMenu, IsShownAfterTheSplashScreenWhichStaysForTheGivenTime) {
+  const auto splashes = [] {
+    return std::ranges::count_if(QApplication::topLevelWidgets(), [](QWidget* window) {
+      return dynamic_cast<frmSplash*>(window) != nullptr && window->isVisible();
+    });
+  };
+  int looks = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    ++looks;
+    EXPECT_EQ(splashes(), 1);
+    EXPECT_FALSE(menu_.isVisible());
+  });
+  for (const int milliseconds : {300, 1000}) {
+    timer.start(20);
+    QElapsedTimer clock;
+    clock.start();
+    milliseconds == 1000 ? menu_.Form_Load() : menu_.Form_Load(0.3);
+    timer.stop();
+    EXPECT_GE(clock.elapsed(), milliseconds - 20);
+    EXPECT_LT(clock.elapsed(), milliseconds + 3000);
+    EXPECT_GT(looks, 0);
+    EXPECT_TRUE(menu_.isVisible());
+    EXPECT_EQ(splashes(), 0);
+  }
+}
+
 // ---- The screen.
 
 TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
@@ -125,25 +162,21 @@ TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
   Start();
   EXPECT_EQ(menu_.windowTitle(), "Morrand Tarvell - A.02.61");
   using Captions = std::vector<std::pair<const char*, const char*>>;
-  for (const auto& [name, caption] :
-       Captions{{"Label1", "Main Menu"},
-                {"Label2", "Input the name of the directory below."},
-                {"Label5", "Calibration data directory"},
-                {"Label4", "station data directory"},
-                {"lblVersionString", "now worked on 4.10.2222(95)"}}) {
-    EXPECT_EQ(Find<QLabel>(menu_, name).text(), caption) << name;
-    EXPECT_TRUE(Find<QLabel>(menu_, name).isVisible()) << name;
-  }
-  for (const auto& [name, caption] : Captions{{"Option2", "Calibration Data"},
+  for (const auto& [name, caption] : Captions{{"Label1", "Main Menu"},
+                                              {"Label2", "Input the name of the directory below."},
+                                              {"Label5", "Calibration data directory"},
+                                              {"Label4", "station data directory"},
+                                              {"lblVersionString", "now worked on 4.10.2222(95)"},
+                                              {"Option2", "Calibration Data"},
                                               {"Option1", "Station Data"},
                                               {"btnBrowseCalibrationDir", "Browse"},
                                               {"btnBrowseStationDir", "Browse"},
                                               {"btnStart", "Start"},
                                               {"btnExit", "Exit"}}) {
-    const auto& button = Find<QAbstractButton>(menu_, name);
-    EXPECT_EQ(button.text(), caption) << name;
-    EXPECT_TRUE(button.isVisible() && button.isEnabled()) << name;
-    EXPECT_FALSE(button.isChecked()) << name;
+    const auto& control = Find<QWidget>(menu_, name);
+    EXPECT_EQ(control.property("text"), caption) << name;
+    EXPECT_TRUE(control.isVisible() && control.isEnabled()) << name;
+    EXPECT_FALSE(control.property("checked").toBool()) << name;
   }
   EXPECT_EQ(Find<QAction>(menu_, "mnuExit").text(), "Exit");
   Click(menu_, "Option2");
@@ -162,39 +195,22 @@ TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
 
 // ---- The two directories.
 
-TEST_F(MainMenu, StartsWithTheDirectoriesOfTheIniFile) {
-  tree_.Write(kIni, IniOf(R"(d:\data\cal)", R"(e:\st)"));
-  Start();
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(d:\data\cal)");
-  EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(e:\st)");
-  EXPECT_EQ(gCalibrationDir, R"(d:\data\cal)");
-  EXPECT_EQ(gStationDir, R"(e:\st)");
-}
-
 TEST_F(MainMenu, BrowsePicksADirectoryStartingAtTheOneInTheBox) {
   tree_.MakeFolders(R"(c:\picked\cal)");
   tree_.MakeFolders(R"(c:\picked\st)");
   Start();
   Fill(menu_, "txtStationDir", R"(c:\nowhere)");
-  struct Browser {
-    const char* title;
-    const char* button;
-    const char* box;
-    const char* shown;
-    const char* picked;
-  };
-  for (const Browser& browser :
-       {Browser{"Browse for calibration data directory.", "btnBrowseCalibrationDir",
-                "txtCalibrationDir", R"(c:\calfactors)", R"(c:\picked\cal)"},
-        Browser{"Browse for station data directory.", "btnBrowseStationDir", "txtStationDir",
-                R"(c:\nowhere)", R"(c:\picked\st)"}}) {
-    questions_.ExpectFolderPicker(browser.title, "");
-    Click(menu_, browser.button);
-    EXPECT_EQ(TextOf(menu_, browser.box), browser.shown) << "cancelled";
-    const std::string picked = tree_.Native(browser.picked).string();
-    questions_.ExpectFolderPicker(browser.title, QString::fromStdString(picked));
-    Click(menu_, browser.button);
-    EXPECT_EQ(TextOf(menu_, browser.box), browser.picked);
+  for (const auto& [title, button, box, shown, picked] :
+       {std::array{"Browse for calibration data directory.", "btnBrowseCalibrationDir",
+                   "txtCalibrationDir", R"(c:\calfactors)", R"(c:\picked\cal)"},
+        std::array{"Browse for station data directory.", "btnBrowseStationDir", "txtStationDir",
+                   R"(c:\nowhere)", R"(c:\picked\st)"}}) {
+    questions_.ExpectFolderPicker(title, "");
+    Click(menu_, button);
+    EXPECT_EQ(TextOf(menu_, box), shown) << "cancelled";
+    questions_.ExpectFolderPicker(title, QString::fromStdString(tree_.Native(picked).string()));
+    Click(menu_, button);
+    EXPECT_EQ(TextOf(menu_, box), picked);
   }
   ASSERT_EQ(questions_.initialDirs.size(), 4U);
   EXPECT_EQ(questions_.initialDirs.at(0).toStdString(), tree_.Native(R"(c:\calfactors)").string());
@@ -204,13 +220,21 @@ TEST_F(MainMenu, BrowsePicksADirectoryStartingAtTheOneInTheBox) {
   EXPECT_EQ(gStationDir, R"(c:\stations)");
 }
 
-TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEntered) {
+TEST_F(MainMenu, ADirectoryTakesNoLineEndAndACommaIsReportedWhenItIsEntered) {
   Start();
+  QGuiApplication::clipboard()->setText("c:\\cal\r\n");
+  Fill(menu_, "txtCalibrationDir", "");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  QGuiApplication::clipboard()->setText("a\nb");
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal)");
   const auto& notices = Find<NoticeLine>(menu_, "notices");
   const auto& box = Find<QLineEdit>(menu_, "txtStationDir");
   const QString notice =
       "The station data directory holds a comma. The next start reads \"c:\\sta\" in its place. "
       "Choose one without a comma.";
+  EXPECT_TRUE(notices.text().contains("cannot hold a line end"));
+  Fill(menu_, "txtCalibrationDir", "c");
   Fill(menu_, "txtStationDir", R"(c:\sta,b)");
   EXPECT_EQ(notices.text(), "") << "before the box is left";
   Press(Qt::Key_Tab);
@@ -228,18 +252,6 @@ TEST_F(MainMenu, ADirectoryWithACommaIsReportedWhenItIsEntered) {
   menu_.close();
 }
 
-TEST_F(MainMenu, ADirectoryHoldsNoLineEndExceptOneAfterAPastedText) {
-  Start();
-  QGuiApplication::clipboard()->setText("c:\\cal\r\n");
-  Fill(menu_, "txtCalibrationDir", "");
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal)");
-  QGuiApplication::clipboard()->setText("a\nb");
-  Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), R"(c:\cal)");
-  EXPECT_TRUE(Find<NoticeLine>(menu_, "notices").text().contains("cannot hold a line end"));
-}
-
 // ---- Start.
 
 TEST_F(MainMenu, StartChecksTheStationDirectoryFirst) {
@@ -255,26 +267,17 @@ TEST_F(MainMenu, StartChecksTheStationDirectoryFirst) {
   PressStart(R"(c:\other)", "", R"(c:\stations)", R"(c:\calfactors)");
   EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "stations"}));
   // The station root is stored although the calibration directory is missing.
-  for (const char* calibration : {"", "  "}) {
-    if (calibration[0] == '\0') {
-      ExpectStationQuestion(QMessageBox::Ok);
-    }
-    questions_.ExpectNotice(kNoCalibration);
-    PressStart(R"(c:\other)", calibration, R"(c:\other)", R"(c:\calfactors)");
-  }
+  ExpectStationQuestion(QMessageBox::Ok);
+  questions_.ExpectNotice("Calibration data directory does not set.");
+  PressStart(R"(c:\other)", "  ", R"(c:\other)", R"(c:\calfactors)");
   EXPECT_TRUE(std::filesystem::is_directory(tree_.Native(R"(c:\other)")));
   ExpectCalibrationQuestion(QMessageBox::Cancel);
   PressStart(R"(c:\stations)", R"(c:\missing)", R"(c:\stations)", R"(c:\calfactors)");
   EXPECT_FALSE(tree_.Exists(R"(c:\missing)"));
-}
-
-TEST_F(MainMenu, StartLooksForTheFolderAsTypedAndStoresItWithoutBlanksAroundIt) {
+  // The folder is looked for as it is typed, and stored without the blanks around it.
   tree_.MakeFolders(R"(c:\st )");
-  tree_.MakeFolders(R"(c:\cal )");
-  Start();
-  PressStart(R"(c:\st )", R"(c:\cal )", R"(c:\st)", R"(c:\cal)");
-  ExpectStationQuestion(QMessageBox::Cancel);
-  PressStart(R"(c:\stations )", R"(c:\cal )", R"(c:\st)", R"(c:\cal)");
+  ExpectCalibrationQuestion(QMessageBox::Cancel);
+  PressStart(R"(c:\st )", R"(c:\calfactors )", R"(c:\st)", R"(c:\calfactors)");
 }
 
 TEST_F(MainMenu, AFolderThatCannotBeMadeOpensNoScreen) {
@@ -289,10 +292,8 @@ TEST_F(MainMenu, AFolderThatCannotBeMadeOpensNoScreen) {
   ExpectCannotMake();
   PressStart(R"(c:\stations)", R"(c:\file)", R"(c:\stations)", R"(c:\calfactors)");
   EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "file", "stations"}));
-  for (const char* share : {R"(\\server\share)", "//no-such-server/share"}) {
-    questions_.ExpectError({"mounted", "enter that folder here", share});
-    PressStart(R"(c:\stations)", share, R"(c:\stations)", R"(c:\calfactors)");
-  }
+  questions_.ExpectError({"mounted", "enter that folder here", R"(\\server\share)"});
+  PressStart(R"(c:\stations)", R"(\\server\share)", R"(c:\stations)", R"(c:\calfactors)");
   // A relative directory is shown with the whole path that it means.
   ExpectStationQuestion(QMessageBox::Cancel);
   PressStart("no such folder", "", R"(c:\stations)", R"(c:\calfactors)");
@@ -347,8 +348,10 @@ TEST_F(MainMenu, EveryWayOutWritesTheIniFileExactlyAsTyped) {
       },
       [&] { menu_.close(); }};
   for (const auto& leave : ways) {
-    tree_.Write(kIni, IniOf(R"(c:\a\very\long\directory\of\the\last\time)", R"(c:\stations)"));
+    tree_.Write(kIni, IniOf(R"(c:\a\very\long\directory\of\the\last\time)", R"(d:\st)"));
     Start();
+    EXPECT_EQ(TextOf(menu_, "txtStationDir"), R"(d:\st)");
+    EXPECT_EQ(gStationDir, R"(d:\st)");
     Find<QLineEdit>(menu_, "txtCalibrationDir").setText("  c:\\gr\u00f6\u00dfe \u6e2c\u5b9a ");
     Fill(menu_, "txtStationDir", R"(c:\my st  )");
     leave();
@@ -358,6 +361,32 @@ TEST_F(MainMenu, EveryWayOutWritesTheIniFileExactlyAsTyped) {
     EXPECT_EQ(gStationDir, R"(c:\my st  )");
     EXPECT_EQ(tree_.Names("c:\\"), (Texts{"calfactors", "stations", "windows"}));
   }
+}
+
+TEST_F(MainMenu, ExitReportsThatTheDirectoriesAreNotRememberedAndEnds) {
+  tree_.Write(kIni, IniOf("c:\\old", "c:\\stations"));
+  FaultPlatform platform;
+  const auto exit = [&](const std::string& shownFirst) {
+    Start();
+    EXPECT_EQ(TextOf(menu_, "txtCalibrationDir"), shownFirst);
+    Fill(menu_, "txtCalibrationDir", "c:\\typed");
+    Click(menu_, "btnExit");
+    EXPECT_FALSE(menu_.isVisible());
+  };
+  PressUnderEachFault(
+      platform,
+      [&](const ScreenFault& fault) {
+        // The program ends, so the message does not say "try again".
+        const std::string reason = fault.reason.substr(0, fault.reason.find(", then try again."));
+        questions_.ExpectError(
+            {"The two directories are not remembered for the next start. Cannot save the file: " +
+                 reason,
+             "then enter the directories again at the next start.", kIni});
+        exit("c:\\old");
+        EXPECT_EQ(tree_.Read(kIni),
+                  IniOf(fault.isReplaced ? "c:\\typed" : "c:\\old", "c:\\stations"));
+      },
+      [&] { exit("c:\\typed"); });
 }
 
 }  // namespace

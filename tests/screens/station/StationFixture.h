@@ -99,28 +99,6 @@ class StationStage : public testing::Test {
     Run(screen, act);
   }
 
-  /// Opens a screen by `open` whose folder takes new files but cannot be listed. Its list is then
-  /// empty, and Return stays and leaves `index` as it is until the folder can be listed again.
-  template <typename Open>
-  void AtUnlistableFolder(const char* folder, const char* placeholder, const char* list,
-                          const char* index, const Open& open) {
-    const std::string earlier = tree_.Read(index);
-    const OrdinaryUser user(tree_.Root());
-    std::filesystem::permissions(tree_.Native(folder), std::filesystem::perms(0333));
-    const Texts parts = {"Cannot list the folder", "you have no permission", folder};
-    questions_.ExpectError(parts);
-    open([&](QWidget& screen) {
-      EXPECT_EQ(EntriesOf(screen, list), Texts{placeholder});
-      questions_.ExpectError(parts);
-      Click(screen, "btnReturn");
-      EXPECT_TRUE(screen.isVisible());
-      EXPECT_EQ(tree_.Read(index), earlier);
-      std::filesystem::permissions(tree_.Native(folder), std::filesystem::perms(0755));
-      Click(screen, "btnReturn");
-      EXPECT_FALSE(screen.isVisible());
-    });
-  }
-
   /// A screen that is still open is a failure; the test then goes on without it.
   static void CloseIfOpen(QDialog& screen) {
     EXPECT_FALSE(screen.isVisible());
@@ -171,14 +149,10 @@ class StationStage : public testing::Test {
     questions_.ExpectNotice("Current station data delete completed.");
     Click(screen, "btnClear");
   }
-  void ExpectCannotSave() {
-    questions_.Expect({.text = "Error: Cannot save ", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
+  void ExpectWarning(const QString& text) {
+    questions_.Expect({.text = text, .icon = QMessageBox::Warning}, QMessageBox::Ok);
   }
-  void ExpectInvalidDate() {
-    questions_.Expect({.text = "Error: Invailed Input Date", .icon = QMessageBox::Warning},
-                      QMessageBox::Ok);
-  }
+  void ExpectCannotSave() { ExpectWarning("Error: Cannot save "); }
 
   /// Expects the question that Return asks when an instrument is open.
   void ExpectReturnQuestion(QMessageBox::StandardButton answer) {

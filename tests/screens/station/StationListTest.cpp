@@ -1,15 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "screens/station/StationFixture.h"
+#include "screens/widgets/QtText.h"
 #include "screens/widgets/frmInput.h"
 
 namespace tarvell {
@@ -71,10 +64,7 @@ TEST_F(StationList, StationsKeepTheOrderOfTheDirectoryAndOnlyReturnWritesINDEX) 
   for (const char* name : {"ST3", "ST1", "rack 2", "ST10", "a", "No Stations 2"}) {
     tree_.MakeFolders(std::string(kRoot) + "\\" + name);
   }
-  tree_.Write("c:\\stations\\NOTES", "a file without extension");
-  tree_.MakeFolders("c:\\stations\\with.dot");
-  Texts expected = NamesInOrder(kRoot);
-  std::erase(expected, "with.dot");
+  const Texts expected = NamesInOrder(kRoot);
   for (const auto& leave : std::vector<std::function<void(frmStationMain&)>>{
            [](frmStationMain&) { Press(Qt::Key_Escape); },
            [](frmStationMain& screen) { screen.close(); },
@@ -94,10 +84,8 @@ TEST_F(StationList, StationsKeepTheOrderOfTheDirectoryAndOnlyReturnWritesINDEX) 
 TEST_F(StationList, ANameThatCannotBeUsedMakesNoStation) {
   tree_.MakeFolders(kStation);
   AtStationList([&](frmStationMain& screen) {
-    for (const char* name : {"", "  "}) {
-      questions_.ExpectNotice("Station name is no input.");
-      AddStation(screen, name);
-    }
+    questions_.ExpectNotice("Station name is no input.");
+    AddStation(screen, "  ");
     // Cancelling the dialog gives no name, whatever was typed.
     user_.At<frmInput>([](frmInput& dialog) {
       EXPECT_EQ(dialog.windowTitle(), "Add Station directory");
@@ -163,29 +151,6 @@ TEST_F(StationList, AFolderNamedLikeThePlaceholderIsNeitherOpenedNorDeleted) {
 
 // ---- Opening.
 
-TEST_F(StationList, EachVisitOfAStationHasAScreenOfItsOwnAndReadsTheListAgain) {
-  WriteInstrument();
-  AtStationList([&](frmStationMain& screen) {
-    ClickEntry(screen, "lstStation", "ST1");
-    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
-      EXPECT_EQ(instruments.StationName, "ST1");
-      ClickEntry(instruments, "LstInstrment", "PX12A");
-      tree_.MakeFolders("c:\\stations\\ST2");
-      LeaveUnsaved(instruments);
-    });
-    Click(screen, "btnEdit");
-    EXPECT_EQ(EntriesOf(screen, "lstStation").size(), 2U);
-    ClickEntry(screen, "lstStation", "ST1");
-    user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
-      EXPECT_EQ(ShownFields(instruments), kEmptyFields);
-      Click(instruments, "btnReturn");
-    });
-    Click(screen, "btnEdit");
-    Click(screen, "btnReturn");
-  });
-  EXPECT_EQ(tree_.Read(kIndex), "PX12A\r\nINDEX\r\n");
-}
-
 TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
   tree_.MakeFolders(kStation);
   tree_.Write("c:\\stations\\NOTES", "x");
@@ -226,12 +191,99 @@ TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
   EXPECT_EQ(tree_.Read(R"(c:\stations\NOTES)"), "x");
 }
 
-TEST_F(StationList, AListThatCannotBeReadDoesNotReplaceINDEX) {
+TEST_F(StationList, ThatCannotBeReadDoesNotReplaceINDEX) {
   tree_.MakeFolders(kStation);
-  tree_.Write(kRootIndex, "ST9\r\n");
-  AtUnlistableFolder(kRoot, "No Stations", "lstStation", kRootIndex,
-                     [&](const auto& act) { AtStationList(act); });
+  const fs::path away = tree_.Native("c:\\away");
+  fs::rename(tree_.Native(kRoot), away);
+  const Texts parts = {"Cannot list the folder", "does not exist", kRoot};
+  questions_.ExpectError(parts);
+  AtStationList([&](frmStationMain& screen) {
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    questions_.ExpectError(parts);
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    fs::rename(away, tree_.Native(kRoot));
+    Click(screen, "btnReturn");
+  });
   EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
+}
+
+// ---- Trees that another program filled.
+
+// Names with characters that mean something elsewhere, that are no UTF-8, or as long as can be.
+const Texts kOddNames = {"a\nb",    "\"quoted\"", "a,b",          "*",
+                         " blank ", "caf\u00E9",  "\xE9\xFF\xC3", std::string(255, 'n')};
+
+/// Selects the entry of this name.
+void Select(QWidget& screen, const QString& list, const std::string& name) {
+  auto& control = Find<QListWidget>(screen, list);
+  const auto found = control.findItems(ToQt(name), Qt::MatchExactly);
+  ASSERT_EQ(found.size(), 1) << name;
+  control.setCurrentItem(found.first());
+}
+
+using HostileTreeAtScreen = StationStage;
+
+TEST_F(HostileTreeAtScreen, StationsAndInstrumentsOfOddNamesAreOpenedAndDeleted) {
+  const fs::path root = tree_.Native(kRoot);
+  for (const std::string& name : kOddNames) {
+    fs::create_directory(root / name);
+    WriteNative(root / name / name, InstrumentFile{.comment = "odd"}.Bytes());
+  }
+  tree_.Write(kRootIndex, "earlier\r\n");
+  AtStationList([&](frmStationMain& screen) {
+    // INDEX cannot hold a name with a line end.
+    questions_.ExpectError({"\"a\nb\"", "the list cannot hold", "Rename", kRootIndex});
+    Click(screen, "btnReturn");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(tree_.Read(kRootIndex), "earlier\r\n");
+    for (const std::string& name : kOddNames) {
+      SCOPED_TRACE(name);
+      Select(screen, "lstStation", name);
+      user_.At<frmStationModelList>([&](frmStationModelList& station) {
+        Select(station, "LstInstrment", name);
+        EXPECT_EQ(TextOf(station, "txtData_11"), "odd");
+        Clear(station);
+        LeaveUnsaved(station);
+      });
+      Click(screen, "btnEdit");
+      EXPECT_FALSE(fs::exists(root / name / name));
+      EXPECT_EQ(ReadNative(root / name / "INDEX"), "INDEX\r\n");
+      Select(screen, "lstStation", name);
+      ExpectDeleteStationQuestion(ToQt(name), QMessageBox::Ok);
+      Click(screen, "btnDelete");
+      EXPECT_FALSE(fs::exists(root / name));
+    }
+    EXPECT_EQ(EntriesOf(screen, "lstStation"), Texts{"No Stations"});
+    Click(screen, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "");
+}
+
+// ---- Two visits at once.
+
+using TwoVisits = StationStage;
+
+TEST_F(TwoVisits, KeepInAnIndexWhatTheOtherWrote) {
+  WriteInstrument({.model = "PX13A"});
+  AtStationList([&](frmStationMain& stations) {
+    ClickEntry(stations, "lstStation", "ST1");
+    user_.At<frmStationModelList>([&](frmStationModelList& screen) {
+      WriteInstrument({.model = "PX99"});
+      WriteStationInstrumentIndex(kStation, {"PX13A", "PX99", "UNSAVED"});
+      Fill(screen, "txtData_0", "PX99");
+      ExpectDeleteInstrumentQuestion("PX99", QMessageBox::Ok);
+      Click(screen, "btnDelete");
+      WriteInstrument({.model = "PX11A"});
+      Click(screen, "btnReturn");
+    });
+    Click(stations, "btnEdit");
+    MakeStation(kRoot, "ST2");
+    WriteStationIndex(kRoot, {"ST1", "ST2"});
+    Click(stations, "btnReturn");
+  });
+  EXPECT_EQ(tree_.Read(kIndex), "PX13A\r\nPX11A\r\nUNSAVED\r\nINDEX\r\n");
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\nST2\r\n");
 }
 
 }  // namespace

@@ -1,13 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QGuiApplication>
-#include <gtest/gtest.h>
-
 #include <memory>
-#include <string>
 
-#include "core/platform/ForwardingPlatform.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
 
@@ -62,20 +57,27 @@ class PointerCheck : public DesktopPlatform {
 
 using ScreensBusyPointer = StationStage;
 
-TEST_F(ScreensBusyPointer, IsShownWhileFilesAreListedReadAndWritten) {
+TEST_F(ScreensBusyPointer, IsShownWhileFilesAreListedReadAndWrittenButNotWhileAMessageIs) {
   WriteInstrument();
-  WriteCalFile("PX12A", "SN1", {.serial = "1"});
+  tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n");
   PointerCheck check;
   frmCalibrationMain menu(nullptr);
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
     check.ExpectBusy();
+    SetCurrentQuestions(nullptr);
+    user_.At<QMessageBox>([](QMessageBox& box) {
+      EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+      box.accept();
+    });
     ClickEntry(screen, "LstInstrment", "PX12A");
     check.ExpectBusy();
+    SetCurrentQuestions(&questions_);
     Click(screen, "btnReturn");
   });
   menu.ShowModally();
   AtStation([&](frmStationModelList& screen) {
     check.ExpectBusy();
+    questions_.ExpectError({"SN1"});
     ClickEntry(screen, "LstInstrment", "PX12A");
     check.ExpectBusy();
     Fill(screen, "txtData_11", "typed");
@@ -83,21 +85,6 @@ TEST_F(ScreensBusyPointer, IsShownWhileFilesAreListedReadAndWritten) {
     check.ExpectBusy();
     LeaveUnsaved(screen);
     check.ExpectBusy();
-  });
-}
-
-TEST_F(ScreensBusyPointer, IsGoneWhileAMessageIsShown) {
-  tree_.Write(R"(c:\calfactors\PX12A\SN1)", "#MODEL_NO : PX12A\r\n");
-  WriteInstrument();
-  SetCurrentQuestions(nullptr);
-  AtStation([&](frmStationModelList& screen) {
-    user_.At<QMessageBox>([](QMessageBox& box) {
-      EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-      box.accept();
-    });
-    ClickEntry(screen, "LstInstrment", "PX12A");
-    SetCurrentQuestions(&questions_);
-    LeaveUnsaved(screen);
   });
 }
 

@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QKeyEvent>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/NameList.h"
@@ -135,39 +131,25 @@ TEST_F(EntryActionsOfAList, OnlyTheLeftMouseButtonChooses) {
 
 // ---- The calibration data menu.
 
-class CalibrationListEntries : public SensorStage {
- protected:
-  static constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
+using CalibrationListEntries = SensorStage;
 
-  CalibrationListEntries() { tree_.Write(kPath, SensorFile{.rows = {{"50.00", "100.0"}}}.Bytes()); }
-};
-
-TEST_F(CalibrationListEntries, OpenTheEditorByEnterAndByDoubleClick) {
+TEST_F(CalibrationListEntries, OpenTheEditorByEnterAndAreDeletedByTheDeleteKeyButModelsAreNot) {
+  const std::string path = R"(c:\calfactors\PX12A\SN12345)";
+  tree_.Write(path, SensorFile{.rows = {{"50.00", "100.0"}}}.Bytes());
   AtMenu([&](frmCalibrationMain& menu) {
-    const auto leaveEditor = [](frmCalDataInput& editor) {
-      EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - 3318A12345)");
-      Press(Qt::Key_Escape);
-    };
     FocusEntry(menu, "LstInstrment", "PX12A");
     Press(Qt::Key_Return);
     EXPECT_TRUE(Find<QListWidget>(menu, "lstSerialNumber").hasFocus());
-    user_.At<frmCalDataInput>(leaveEditor);
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      EXPECT_EQ(editor.windowTitle(), "Editing calibraition data (PX12A - 3318A12345)");
+      Press(Qt::Key_Escape);
+    });
     Press(Qt::Key_Return);
     DoubleClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_TRUE(Find<QListWidget>(menu, "lstSerialNumber").hasFocus());
-    user_.At<frmCalDataInput>(leaveEditor);
-    DoubleClickEntry(menu, "lstSerialNumber", "3318A12345");
-    Settle();
-    EXPECT_EQ(QApplication::activeModalWidget(), &menu);
-  });
-  RunMenu();
-}
-
-TEST_F(CalibrationListEntries, AreDeletedByTheDeleteKeyButModelsAreNot) {
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
+    Find<QListWidget>(menu, "LstInstrment").setFocus();
     Press(Qt::Key_Delete);
-    EXPECT_TRUE(tree_.Exists(kPath));
+    EXPECT_TRUE(tree_.Exists(path));
     ClickEntry(menu, "lstSerialNumber", "3318A12345");
     questions_.Expect({.text = "Are you sure you want to delete PX12A(3318A12345)?",
                        .icon = QMessageBox::Warning,
@@ -175,31 +157,33 @@ TEST_F(CalibrationListEntries, AreDeletedByTheDeleteKeyButModelsAreNot) {
                        .defaultButton = QMessageBox::No},
                       QMessageBox::Yes);
     Press(Qt::Key_Delete);
-    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{});
   });
   RunMenu();
-  EXPECT_FALSE(tree_.Exists(kPath));
+  EXPECT_FALSE(tree_.Exists(path));
 }
 
 // ---- The stations.
 
-class StationListEntries : public StationStage {
- protected:
-  StationListEntries() { WriteInstrument(); }
-};
+using StationListEntries = StationStage;
 
 TEST_F(StationListEntries, OpenTheStationByEnterAndByDoubleClick) {
+  WriteInstrument();
   AtStationList([&](frmStationMain& screen) {
-    const auto leaveStation = [](frmStationModelList& station) {
+    user_.At<frmStationModelList>([&](frmStationModelList& station) {
       EXPECT_EQ(station.StationName, "ST1");
-      Click(station, "btnReturn");
-    };
-    user_.At<frmStationModelList>(leaveStation);
+      ClickEntry(station, "LstInstrment", "PX12A");
+      tree_.MakeFolders("c:\\stations\\ST2");
+      LeaveUnsaved(station);
+    });
     DoubleClickEntry(screen, "lstStation", "ST1");
     Settle();
     EXPECT_EQ(QApplication::activeModalWidget(), &screen);
+    EXPECT_EQ(EntriesOf(screen, "lstStation").size(), 2U) << "the list is read again";
     FocusEntry(screen, "lstStation", "ST1");
-    user_.At<frmStationModelList>(leaveStation);
+    user_.At<frmStationModelList>([&](frmStationModelList& station) {
+      EXPECT_EQ(ShownFields(station), kEmptyFields) << "each visit has a screen of its own";
+      Click(station, "btnReturn");
+    });
     Press(Qt::Key_Return);
     FocusEntry(screen, "lstStation", "ST1");
     questions_.ExpectNotice("No stations is selected.");
@@ -209,6 +193,7 @@ TEST_F(StationListEntries, OpenTheStationByEnterAndByDoubleClick) {
 }
 
 TEST_F(StationListEntries, TheFocusStaysInAListThatIsReadAgain) {
+  WriteInstrument();
   WriteInstrument({.model = "PX13A"});
   AtStationList([&](frmStationMain& screen) {
     ClickEntry(screen, "lstStation", "ST1");
@@ -220,22 +205,20 @@ TEST_F(StationListEntries, TheFocusStaysInAListThatIsReadAgain) {
         EXPECT_EQ(instruments.focusWidget()->objectName(),
                   name == "PX13A" ? "btnAdd" : "LstInstrment");
       }
-      tree_.MakeFolders(R"(c:\stations\ST2)");
       LeaveUnsaved(instruments);
     });
     Press(Qt::Key_Return);
     EXPECT_EQ(screen.focusWidget()->objectName(), "lstStation");
-    for (const QString name : {"ST2", "ST1"}) {
-      ClickEntry(screen, "lstStation", name);
-      ExpectDeleteStationQuestion(name, QMessageBox::Ok);
-      Press(Qt::Key_Delete);
-      EXPECT_EQ(screen.focusWidget()->objectName(), name == "ST1" ? "btnAdd" : "lstStation");
-    }
+    ExpectDeleteStationQuestion("ST1", QMessageBox::Ok);
+    ClickEntry(screen, "lstStation", "ST1");
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(screen.focusWidget()->objectName(), "btnAdd");
     Click(screen, "btnReturn");
   });
 }
 
 TEST_F(StationListEntries, ADoubleClickLoadsAnInstrumentOnceAndDeleteInABoxDeletesNoFile) {
+  WriteInstrument();
   AtStation([&](frmStationModelList& screen) {
     auto& list = Find<QListWidget>(screen, "LstInstrment");
     ClickEntry(screen, "LstInstrment", "PX12A");
@@ -252,6 +235,7 @@ TEST_F(StationListEntries, ADoubleClickLoadsAnInstrumentOnceAndDeleteInABoxDelet
 }
 
 TEST_F(StationListEntries, InThePickerEnterLeadsFromTheModelToTheSerialNumberAndAddsIt) {
+  tree_.MakeFolders(kStation);
   WriteCalFile("PX13A", "SN9", {.model = "PX13A", .serial = "9"});
   tree_.Write(R"(c:\calfactors\PX14A\notes)", "x");
   AtStation([&](frmStationModelList& screen) {
@@ -269,15 +253,6 @@ TEST_F(StationListEntries, InThePickerEnterLeadsFromTheModelToTheSerialNumberAnd
     });
     Click(screen, "btnAdd");
     EXPECT_EQ(ComboText(screen, "cmbSerial"), "9");
-    LeaveUnsaved(screen);
-  });
-  AtStation([&](frmStationModelList& screen) {
-    user_.At<frmStationGetInstr>([](frmStationGetInstr& picker) {
-      ClickEntry(picker, "LstInstrment", "PX13A");
-      DoubleClickEntry(picker, "lstSerialNumber", "9");
-    });
-    Click(screen, "btnAdd");
-    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX13A");
     LeaveUnsaved(screen);
   });
 }

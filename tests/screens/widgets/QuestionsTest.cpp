@@ -1,18 +1,10 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
-#include <QPushButton>
-#include <gtest/gtest.h>
+#include <QtWidgets>
 
-#include <functional>
 #include <new>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Questions.h"
@@ -72,14 +64,6 @@ class RealQuestions : public testing::Test {
   QWidget owner_;
 };
 
-const Question kOkCancel{.text = "Make it?",
-                         .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-                         .defaultButton = QMessageBox::Cancel};
-const Question kYesNo{.text = "Delete it?",
-                      .icon = QMessageBox::Warning,
-                      .buttons = QMessageBox::Yes | QMessageBox::No,
-                      .defaultButton = QMessageBox::No};
-
 // ---- Boxes.
 
 TEST_F(RealQuestions, ABoxShowsAllOfAQuestionAsPlainText) {
@@ -124,80 +108,67 @@ TEST_F(RealQuestions, OfALongTextTheBeginningAndTheEndAreShown) {
 }
 
 TEST_F(RealQuestions, EnterEscapeAndTheFrameGiveTheCautiousAnswerAndTabReachesTheOther) {
+  const Question okCancel{.text = "Make it?",
+                          .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+                          .defaultButton = QMessageBox::Cancel};
+  const Question yesNo{.text = "Delete it?",
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No};
   for (const auto& close : std::vector<std::function<void(QMessageBox&)>>{
            [](QMessageBox&) { Press(Qt::Key_Return); }, [](QMessageBox&) { Press(Qt::Key_Escape); },
            [](QMessageBox& box) { box.close(); }}) {
-    EXPECT_EQ(Ask(kOkCancel, close), QMessageBox::Cancel);
-    EXPECT_EQ(Ask(kYesNo, close), QMessageBox::No);
+    EXPECT_EQ(Ask(okCancel, close), QMessageBox::Cancel);
+    EXPECT_EQ(Ask(yesNo, close), QMessageBox::No);
     EXPECT_EQ(Ask({.text = "Notice"}, close), QMessageBox::Ok);
   }
   const auto otherButton = [](QMessageBox&) {
     Press(Qt::Key_Tab);
     Press(Qt::Key_Space);
   };
-  EXPECT_EQ(Ask(kOkCancel, otherButton), QMessageBox::Ok);
-  EXPECT_EQ(Ask(kYesNo, otherButton), QMessageBox::Yes);
+  EXPECT_EQ(Ask(okCancel, otherButton), QMessageBox::Ok);
+  EXPECT_EQ(Ask(yesNo, otherButton), QMessageBox::Yes);
 }
 
 // ---- The picker for files.
 
 class FilePicker : public RealQuestions {
  protected:
-  FilePicker() {
-    tree_.Write(R"(c:\files\a.dat)", "a");
-    tree_.Write(R"(c:\files\b.txt)", "b");
-    request_ = {
-        .title = "Pick one", .initialDir = Folder(), .filters = {"Data (*.dat)", "Every file (*)"}};
-  }
+  FilePicker() { tree_.Write(R"(c:\files\a.dat)", "a"); }
 
-  FileRequest request_;
+  FileRequest request_ = {
+      .title = "Pick one", .initialDir = Folder(), .filters = {"Data (*.dat)", "Every file (*)"}};
 };
 
-TEST_F(FilePicker, GivesTheFileThatWasTypedAndTheChosenFilter) {
+TEST_F(FilePicker, GivesAFileThatExistsAndTheChosenFilter) {
   QString picked = PickFile(request_, [&](QFileDialog& dialog) {
     EXPECT_EQ(dialog.windowTitle(), "Pick one");
     EXPECT_EQ(dialog.directory().absolutePath(), Folder());
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
     EXPECT_EQ(dialog.nameFilters(), request_.filters);
     EXPECT_EQ(dialog.parentWidget(), &owner_);
-    auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
-    EXPECT_EQ(kinds.currentText(), "Data");
-    Choose(dialog, "fileTypeCombo", kinds.itemText(1));
-    TypeName(dialog, "b.txt");
-    Press(Qt::Key_Return);
-  });
-  EXPECT_EQ(picked, Folder() + "/b.txt");
-  EXPECT_EQ(request_.filterIndex, 1);
-  // The next picker starts with that filter; cancelling it keeps the filter.
-  picked = PickFile(request_, [](QFileDialog& dialog) {
-    auto& kinds = Find<QComboBox>(dialog, "fileTypeCombo");
-    EXPECT_EQ(kinds.currentText(), "Every file");
-    Choose(dialog, "fileTypeCombo", kinds.itemText(0));
-    TypeName(dialog, "a.dat");
-    Accept(dialog, QDialogButtonBox::Cancel);
-  });
-  EXPECT_EQ(picked, "");
-  EXPECT_EQ(request_.filterIndex, 1);
-}
-
-TEST_F(FilePicker, OpensOnlyAFileThatExistsAndProposesAName) {
-  QString picked = PickFile(request_, [&](QFileDialog& dialog) {
     TypeName(dialog, "nowhere.dat");
     user_.At<QMessageBox>([](QMessageBox& box) {
       EXPECT_TRUE(box.text().contains("nowhere.dat"));
       box.accept();
     });
     Press(Qt::Key_Return);
-    EXPECT_TRUE(dialog.isVisible());
-    dialog.close();
+    EXPECT_EQ(ComboText(dialog, "fileTypeCombo"), "Data");
+    Choose(dialog, "fileTypeCombo", "Every file");
+    TypeName(dialog, "a.dat");
+    Press(Qt::Key_Return);
   });
-  EXPECT_EQ(picked, "");
+  EXPECT_EQ(picked, Folder() + "/a.dat");
+  EXPECT_EQ(request_.filterIndex, 1);
+  // The next picker starts with that filter and the proposed name; cancelling it keeps the filter.
   request_.fileName = "a.dat";
   picked = PickFile(request_, [](QFileDialog& dialog) {
     EXPECT_EQ(TextOf(dialog, "fileNameEdit"), "a.dat");
-    Accept(dialog, QDialogButtonBox::Open);
+    EXPECT_EQ(ComboText(dialog, "fileTypeCombo"), "Every file");
+    Choose(dialog, "fileTypeCombo", "Data");
+    Accept(dialog, QDialogButtonBox::Cancel);
   });
-  EXPECT_EQ(picked, Folder() + "/a.dat");
+  EXPECT_EQ(picked, "");
+  EXPECT_EQ(request_.filterIndex, 1);
 }
 
 TEST_F(FilePicker, SavesUnderANewNameStartingInTheHomeFolderWhenItsFolderDoesNotExist) {
@@ -206,7 +177,6 @@ TEST_F(FilePicker, SavesUnderANewNameStartingInTheHomeFolderWhenItsFolderDoesNot
   const QString picked = PickFile(request_, [](QFileDialog& dialog) {
     EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
     EXPECT_EQ(dialog.directory().absolutePath(), QDir::homePath());
-    EXPECT_EQ(TextOf(dialog, "fileNameEdit"), "");
     TypeName(dialog, "new.dat");
     Accept(dialog, QDialogButtonBox::Save);
   });
@@ -245,11 +215,6 @@ TEST(Guard, ShowsEveryStandardExceptionAndSaysThatTheActionDidNotEnd) {
   questions.ExpectError({"stray position", "What you typed is still here"});
   EXPECT_FALSE(Guarded(nullptr, [] { throw std::out_of_range("stray position"); }));
   EXPECT_TRUE(Guarded(nullptr, [] {}));
-  std::string shown;
-  EXPECT_FALSE(Guarded(
-      nullptr, [] { throw std::out_of_range("stray position"); },
-      [&](const Error& error) { shown = error.Text(); }));
-  EXPECT_NE(shown.find("stray position"), std::string::npos);
 }
 
 }  // namespace

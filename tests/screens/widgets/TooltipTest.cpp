@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "screens/caldata/TabEditorFixture.h"
 #include "support/SensorStage.h"
 
@@ -48,14 +44,36 @@ using SetTooltips = TabEditorFixture;
 
 TEST_F(SetTooltips, SayTheSameAndThatAUnitDoesNotConvertTheNumber) {
   WriteTemplates();
-  const std::string path = R"(c:\calfactors\RT520A\SN00042)";
-  tree_.Write(path, CapacitorFile({"RT520A", "00042"}, SetAMembers()));
-  EditFile("RT520A", path, [](frmCalDataTabInput& editor) {
-    ExpectNotes(editor, true);
+  EditNew("RT520A", [](frmCalDataTabInput& editor) {
+    ExpectNotes(editor, false);
     EXPECT_TRUE(UnitBoxOf(editor).toolTip().contains("does not convert"));
     EXPECT_TRUE(UnitBoxOf(editor).accessibleDescription().contains("does not convert"));
   });
-  EditNew("RT730A", [](frmCalDataTabInput& editor) { ExpectNotes(editor, false); });
+}
+
+using StraySerial = SensorStage;
+
+TEST_F(StraySerial, CanBeTypedOverWhereItDoesNotFitTheName) {
+  const std::string path = R"(c:\calfactors\PX12A\SN12345)";
+  const SensorFile file{.rows = {{"10.00", "98.0"}, {"50.00", "100.0"}}};
+  std::string bytes = file.Bytes();
+  // The list finds the calibration date in the place of the serial number.
+  const std::string line = "#SER_NO   : " + file.serial + "\r\n";
+  tree_.Write(path, bytes.replace(bytes.find(line), line.size(), ""));
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    ClickEntry(menu, "lstSerialNumber", "20010305");
+    questions_.ExpectError({"\"20010305\", was taken", "Saving writes the file SN10305"});
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").hasFocus());
+      Press(Qt::Key_A, Qt::ControlModifier);
+      Type("3318A12345");
+      Click(editor, "btnOk");
+    });
+    Click(menu, "btnEdit");
+  });
+  RunMenu();
+  EXPECT_EQ(tree_.Read(path), file.Bytes());
 }
 
 }  // namespace

@@ -1,20 +1,65 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_TESTS_SUPPORT_TINYDISK_H
-#define TARVELL_TESTS_SUPPORT_TINYDISK_H
+#ifndef TARVELL_TESTS_SUPPORT_REALDISK_H
+#define TARVELL_TESTS_SUPPORT_REALDISK_H
+
+#include <gtest/gtest.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace tarvell::test {
+
+/// Runs `act` in a forked process, and waits for its end. An exception from it fails the test.
+template <typename Act>
+void InAnotherProcess(const Act& act) {
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    try {
+      act();
+      ::_exit(0);
+    } catch (...) {
+      ::_exit(1);
+    }
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  ASSERT_EQ(WEXITSTATUS(status), 0) << "the other process met an error";
+}
+
+/// Limits the size of the files that this process writes, while it lives.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
+    signalBefore_ = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, before_.rlim_max};
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() {
+    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &before_), 0);
+    EXPECT_NE(std::signal(SIGXFSZ, signalBefore_), SIG_ERR);
+  }
+
+ private:
+  rlimit before_{};
+  void (*signalBefore_)(int) = nullptr;
+};
 
 inline bool WriteText(const char* path, const std::string& text) {
   const int file = ::open(path, O_WRONLY | O_CLOEXEC);
