@@ -41,10 +41,6 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
   static std::string Folder() { return R"(c:\calfactors\)" + Code(); }
   static std::string Path() { return Folder() + R"(\SN12345)"; }
 
-  static CalGrid& GridOf(QWidget& editor) {
-    return Find<CalGrid>(editor, HasPages() ? "grid" : "Grid");
-  }
-
   static std::string CaptionOf(const std::string& serial) {
     return "Editing calibraition data (" + Code() + " - " + serial + ")";
   }
@@ -132,11 +128,6 @@ inline void ExpectOpen(QWidget& editor, const std::string& text) {
   EXPECT_EQ(box.text().toStdString(), text);
   EXPECT_EQ(box.cursorPosition(), box.text().size());
   EXPECT_FALSE(box.hasSelectedText());
-}
-
-inline void ExpectClosed(QWidget& editor) {
-  EXPECT_FALSE(CellBoxOf(editor).isVisible());
-  EXPECT_FALSE(UnitBoxOf(editor).isVisible());
 }
 
 /// No edit is open, and the table has the keyboard on this cell.
