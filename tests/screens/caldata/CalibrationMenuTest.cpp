@@ -144,6 +144,11 @@ TEST_F(CalibrationMenu, ListsFilledFoldersAndSerialNumbersInThePlatformsOrder) {
     EXPECT_EQ(Models(menu), models);
     EXPECT_TRUE(Serials(menu).empty());
     ExpectSelected(menu, "", "");
+    // The keyboard chooses, too.
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(models[0]));
+    Press(Qt::Key_Down);
+    ExpectSelected(menu, models[1], "");
+    EXPECT_EQ(Serials(menu), models[1] == "PX12A" ? order : Texts{"1"});
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(Serials(menu), order);
     ExpectSelected(menu, "PX12A", "");
@@ -183,8 +188,6 @@ TEST_F(CalibrationMenu, ReadsTheListsWheneverItIsOpenedAndSelectsNothing) {
     EXPECT_TRUE(Serials(screen).empty());
     EXPECT_EQ(Caption(screen, "btnEdit"), "Edit");
     EXPECT_TRUE(Find<QListWidget>(screen, "LstInstrment").hasFocus());
-    Press(Qt::Key_Down);
-    EXPECT_EQ(Serials(screen), Texts{"2"}) << "the keyboard chooses, too";
     Click(screen, "btnReturn");
   });
   menu.ShowModally();
@@ -319,24 +322,6 @@ TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheLists) {
     }
   });
   RunMenu();
-}
-
-TEST_F(CalibrationMenu, OfTwoFilesWithOneSerialNumberTheFirstIsEditedAndDeleted) {
-  WriteData("PX12A", "SN1", "same");
-  WriteData("PX12A", "SN2", "same");
-  const Texts order = InOrder(kRoot + R"(\PX12A)");
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    Find<QListWidget>(menu, "lstSerialNumber").setCurrentRow(1);
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) { Click(editor, "btnCancel"); });
-    // The serial number is not the one that the file name ends with.
-    questions_.ExpectError({"\"same\"", order.at(0) + " stays", "SNsame"});
-    Click(menu, "btnEdit");
-    Delete(menu, "PX12A(same)", QMessageBox::Yes);
-    EXPECT_EQ(Serials(menu), Texts{"same"});
-  });
-  RunMenu();
-  EXPECT_EQ(tree_.Names(kRoot + R"(\PX12A)"), Texts{order.at(1)});
 }
 
 // ---- Delete.

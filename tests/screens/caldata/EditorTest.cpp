@@ -186,7 +186,8 @@ TEST_P(Editor, AChosenMonthLimitsItsDayAndReportsWhenItLowersIt) {
       Fill(editor, otherDay, "31");
       for (const auto& [year, month, day, kept, maximum] : rules) {
         SCOPED_TRACE(testing::Message() << date.toStdString() << " " << day << month << year);
-        Choose(editor, "cmb" + date + "Month", "AUG");
+        // A month of 31 days beside the other: the keys pass all months between them.
+        Choose(editor, "cmb" + date + "Month", month == std::string("SEP") ? "AUG" : "MAR");
         Fill(editor, "txt" + date + "Year", year);
         Fill(editor, box, day);
         Choose(editor, "cmb" + date + "Month", month);

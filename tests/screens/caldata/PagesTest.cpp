@@ -322,23 +322,6 @@ TEST_F(OptionPage, IsKeptWhileItIsOffAndLeftOutOfTheFile) {
   }
 }
 
-TEST_F(OptionPage, IsEmptyWhenTheTemplateLacksIt) {
-  WriteTemplate("RT520C", CapacitorFile({"RT520C", "TPLC0"}, WithoutOption(SetCMembers())));
-  EditNew("RT520C", [&](frmCalDataTabInput& editor) {
-    EXPECT_FALSE(IsOn(editor));
-    Fill(editor, "txtSerial", "00042");
-    Click(editor, "chkCheck");
-    EXPECT_EQ(NoticesOf(editor), Texts{"No serial number is entered for RT528A."});
-    ClickTab(editor, 4);
-    EXPECT_EQ(ColumnOf(GridOf(editor), 1), Texts{""});
-    Fill(editor, "txtTabSerial", "N4");
-    Click(editor, "btnOk");
-  });
-  std::vector<Member> members = SetCMembers();
-  members[3] = {"RT528A", "N4", {}};
-  EXPECT_EQ(Saved(), FileOf(members));
-}
-
 TEST_F(OptionPage, RefusesASerialNumberThatIsASignForSwitching) {
   const std::vector<std::function<void(frmCalDataTabInput&)>> ways = {
       [](frmCalDataTabInput& editor) { ClickTab(editor, 2); },
