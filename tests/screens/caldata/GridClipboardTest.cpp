@@ -109,10 +109,9 @@ TEST_F(SensorClipboard, OfAnEmptyTableIsLeftAsItIs) {
     EXPECT_EQ(Copied(), "before");
     questions_.ExpectError({"no current cell"});
     Paste("1");
-    for (const Qt::Key key : {Qt::Key_7, Qt::Key_Return}) {
-      Press(key);
-      ExpectClosed(editor);
-    }
+    Press(Qt::Key_7);
+    Press(Qt::Key_Return);
+    ExpectClosed(editor);
   });
 }
 
@@ -187,12 +186,10 @@ TEST_F(SetClipboard, TakesTheUnitWithTheNumberAndKeepsToTheColumnsOfThePage) {
     EXPECT_EQ(Copied(), "Ls/5.2 nH\t0.6 nH");
     ClickCell(GridOf(editor), 1, 1);
     Press(Qt::Key_V, Qt::ControlModifier);
-    const Texts pasted = {"RT734A", "Ls/5.2 nH", "0.6 nH", "", ""};
-    EXPECT_EQ(RowOf(editor, 1), pasted);
     ClickCell(GridOf(editor), 1, 2);
     questions_.ExpectError({"Line 1", "no value in this place"});
     Paste("0.7\t1");
-    EXPECT_EQ(RowOf(editor, 1), pasted);
+    EXPECT_EQ(RowOf(editor, 1), (Texts{"RT734A", "Ls/5.2 nH", "0.6 nH", "", ""}));
   });
 }
 

@@ -77,7 +77,7 @@ TEST_F(Pages, OfOneModelFollowThoseOfAnotherInTheSameScreen) {
     EXPECT_TRUE(option.isVisible() && option.isChecked());
     EXPECT_EQ(option.text(), "Opt 001 (Add 10uF)");
     EXPECT_EQ(TabsOf(screen).count(), 4);
-    EXPECT_EQ(SelectedTab(screen), 1);
+    EXPECT_EQ(TabsOf(screen).currentIndex(), 0);
     EXPECT_EQ(Find<QLineEdit>(screen, "txtTabSerial").toolTip(), "");
     ClickCell(GridOf(screen), 1, 1);
     Type("9");
@@ -268,7 +268,7 @@ TEST_F(OptionPage, ComesFromTheTemplateWhenItIsSwitchedOn) {
     Type("100.5");
     Click(editor, "chkCheck");
     EXPECT_TRUE(IsOn(editor));
-    EXPECT_EQ(SelectedTab(editor), 2) << "the page that is shown stays";
+    EXPECT_EQ(TabsOf(editor).currentIndex(), 1) << "the page that is shown stays";
     ClickTab(editor, 4);
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "C004");
     EXPECT_EQ(ColumnOf(GridOf(editor), 1), (Texts{"10.0002uF", "10.0003uF"}));
@@ -290,7 +290,7 @@ TEST_F(OptionPage, IsKeptWhileItIsOffAndLeftOutOfTheFile) {
       Click(editor, "chkCheck");
       EXPECT_FALSE(IsOn(editor));
       ExpectClosed(editor);
-      EXPECT_EQ(SelectedTab(editor), 3);
+      EXPECT_EQ(TabsOf(editor).currentIndex(), 2);
       EXPECT_EQ(TextOf(editor, "txtTabSerial"), "K003");
       Find<QCheckBox>(editor, "chkCheck").setFocus();
       Press(Qt::Key_Space);
@@ -303,7 +303,7 @@ TEST_F(OptionPage, IsKeptWhileItIsOffAndLeftOutOfTheFile) {
         ClickCell(GridOf(editor), 1, 1);
         Type("100.5");
         Click(editor, "chkCheck");
-        EXPECT_EQ(SelectedTab(editor), 2);
+        EXPECT_EQ(TabsOf(editor).currentIndex(), 1);
         EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "100.500nF");
       }
       EXPECT_EQ(IsOn(editor), isOn);
@@ -335,7 +335,7 @@ TEST_F(OptionPage, RefusesASerialNumberThatIsASignForSwitching) {
         questions_.ExpectError({"\"" + FromQt(sign) + "\"", "serial number"});
         leave(editor);
         ASSERT_TRUE(editor.isVisible());
-        EXPECT_EQ(SelectedTab(editor), 4);
+        EXPECT_EQ(TabsOf(editor).currentIndex(), 3);
         EXPECT_EQ(TextOf(editor, "txtTabSerial"), FromQt(sign));
         EXPECT_TRUE(IsOn(editor));
       }

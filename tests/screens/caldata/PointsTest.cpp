@@ -216,13 +216,7 @@ class AttenuatorPoints : public SensorStage {
   }
 
   void AskPoint(frmCalDataInput& editor, const std::function<void(frmInputPX60H& dialog)>& act) {
-    user_.At<frmInputPX60H>([&act](frmInputPX60H& dialog) {
-      act(dialog);
-      if (dialog.isVisible()) {
-        ADD_FAILURE() << "the dialog is still open";
-        dialog.reject();
-      }
-    });
+    user_.At<frmInputPX60H>(act);
     Click(editor, "btnAddPoint");
     editor.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));

@@ -167,11 +167,6 @@ inline void KeyToTab(QWidget& editor, int tab) {
   }
 }
 
-/// The number of the selected tab, from 1.
-[[nodiscard]] inline int SelectedTab(QWidget& editor) {
-  return TabsOf(editor).currentIndex() + 1;
-}
-
 [[nodiscard]] inline Texts RowOf(QWidget& editor, int row) {
   Texts cells;
   for (int column = 0; column < GridOf(editor).model()->columnCount(); ++column) {

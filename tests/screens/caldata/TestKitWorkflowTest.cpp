@@ -40,11 +40,10 @@ class TestKitWorkflow : public testing::Test {
     tree_.MakeFolders(gCalibrationDir);
     fs::create_directories(Desktop());
   }
-  ~TestKitWorkflow() override { fs::remove_all(Desktop()); }
-  TestKitWorkflow(const TestKitWorkflow&) = delete;
-  TestKitWorkflow& operator=(const TestKitWorkflow&) = delete;
 
  protected:
+  void TearDown() override { fs::remove_all(Desktop()); }
+
   static fs::path Desktop() { return QDir::homePath().toStdString() + "/Desktop"; }
   static fs::path Source() { return Desktop() / "kit.dat"; }
 

@@ -39,10 +39,6 @@ class Workflow : public testing::Test {
     Click(mainMenu, "btnStart");
   }
 
-  void AtMenu(const std::function<void(frmCalibrationMain& screen)>& act) {
-    user_.At<frmCalibrationMain>(act);
-  }
-
   void AtEditor(const std::function<void(frmCalDataInput& editor)>& act) {
     user_.At<frmCalDataInput>([act](frmCalDataInput& editor) {
       EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
@@ -85,7 +81,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
           .dueDate = "20110207",
           .comment = "lab",
           .rows = {{"0.10", "98.8"}, {"50.00", "10.0"}, {"12000.0", "100.0"}}};
-  AtMenu([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
+  user_.At<frmCalibrationMain>([](frmCalibrationMain& screen) { Click(screen, "btnAdd"); });
   user_.At<QMenu>([](QMenu& add) { ClickModel(add, "PX12A"); });
   AtEditor([&](frmCalDataInput& editor) {
     CalGrid& grid = GridOf(editor);
@@ -118,7 +114,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
     Click(editor, "btnDeletePoint");
     Click(editor, "btnOk");
   });
-  AtMenu([&](frmCalibrationMain& screen) {
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
     ChooseFile(screen, file);
     Click(screen, "btnEdit");
   });
@@ -129,7 +125,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
     Press(Qt::Key_Tab);  // OK
     Press(Qt::Key_Space);
   });
-  AtMenu([&](frmCalibrationMain& screen) {
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
     file.rows.back().second = "97.3";
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
       ChooseFile(screen, file);
