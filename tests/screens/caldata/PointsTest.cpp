@@ -103,6 +103,7 @@ TEST_F(SensorPoints, AreNotAddedWithoutANumber) {
     Type("7");
     AskPoint(editor, [&](frmInput& dialog) {
       EXPECT_EQ(Factors(editor), (Texts{"98.8", "100.0", "7.0"}));
+      EXPECT_EQ(ComboText(dialog, "cmbUnit"), "MHz") << "the unit of the table";
       Type("77");
       dialog.close();
     });
