@@ -367,7 +367,6 @@ TEST_P(Editor, KeepsEverythingWhenAnyStepOfASaveFails) {
     EXPECT_FALSE(editor.isVisible());
   });
   EXPECT_EQ(tree_.Read(Path()), FilledBytes("3318A12345"));
-  EXPECT_EQ(tree_.Names(Folder()), Texts{"SN12345"});
 }
 
 }  // namespace
