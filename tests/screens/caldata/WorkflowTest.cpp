@@ -135,7 +135,6 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
     Click(screen, "btnReturn");
   });
   Run();
-  EXPECT_TRUE(tree_.Names(kFolder).empty());
   EXPECT_TRUE(QFile::exists(QDir::homePath() + "/data/Trash/files/SN12345"));
 }
 
