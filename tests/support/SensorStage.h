@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "screens/caldata/CalGrid.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "support/DesktopTestPlatform.h"
@@ -55,10 +54,8 @@ class SensorStage : public testing::Test {
   void ShowFile(const SensorFile& file, const Act& act);
   /// Writes a file as the template of its model, makes the model folder, and shows new data.
   void ShowNew(const SensorFile& file, const Act& act);
-  /// Shows what was saved.
-  void ShowAgain(std::string_view model, const Act& act);
-
-  void WriteTemplate(const SensorFile& file) const;
+  /// Shows the data of this row of `gCalFiles`.
+  void Show(std::int16_t index, std::string_view model, const Act& act);
 
   /// Adds a point through the input dialog, whose unit is preset.
   void AddPoint(frmCalDataInput& editor, const QString& number, const QString& unit);
@@ -78,15 +75,7 @@ class SensorStage : public testing::Test {
   User user_;
   ScriptedQuestions questions_;
   frmCalDataInput editor_{nullptr};
-  bool shown_ = false;  ///< whether the screen came at all
-
- private:
-  void Show(std::int16_t index, std::string_view model, const Act& act);
 };
-
-[[nodiscard]] inline CalGrid& GridOf(frmCalDataInput& editor) {
-  return Find<CalGrid>(editor, "Grid");
-}
 
 }  // namespace tarvell::test
 

@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "core/session/Tarvell_MainModule.h"
@@ -35,14 +34,12 @@ class CalibrationMenu : public SensorStage {
     tree_.Write(kRoot + "\\" + folder + "\\" + name, file.Bytes());
   }
 
-  /// Names without a dot in a folder, in the platform's order.
+  /// The names in a folder, in the platform's order.
   [[nodiscard]] Texts InOrder(const std::string& folder) const {
     Texts names;
-    EXPECT_FALSE(CurrentPlatform().Search(
-        tree_.Native(folder).string(), SearchKind::NamesWithoutDot, [&](const FoundEntry& entry) {
-          names.push_back(entry.name);
-          return true;
-        }));
+    for (const auto& entry : std::filesystem::directory_iterator(tree_.Native(folder))) {
+      names.push_back(entry.path().filename().string());
+    }
     return names;
   }
 
@@ -91,24 +88,14 @@ void Choose(frmCalibrationMain& menu, const QString& model, const QString& seria
 
 // ---- The screen.
 
-TEST_F(CalibrationMenu, ShowsItsCaptionsAndReturnsByEscape) {
-  AtMenu([](frmCalibrationMain& menu) {
+TEST_F(CalibrationMenu, ShowsItsCaptionsAndElevenModelsBesideTheAddButton) {
+  AtMenu([&](frmCalibrationMain& menu) {
     EXPECT_EQ(menu.windowTitle(), "Calibration Data Menu - Morrand Tarvell");
     EXPECT_EQ(Find<QLabel>(menu, "Label1").text(), "Current  Modules Lists");
     EXPECT_EQ(Caption(menu, "btnAdd"), "Add");
     EXPECT_EQ(Caption(menu, "btnEdit"), "Edit");
     EXPECT_EQ(Caption(menu, "btnDelete"), "Delete");
     EXPECT_EQ(Caption(menu, "btnReturn"), "Return to Main");
-    Find<QPushButton>(menu, "btnAdd").setFocus();
-    Press(Qt::Key_Escape);
-    EXPECT_FALSE(menu.isVisible());
-  });
-  frmCalibrationMain menu(nullptr);
-  menu.ShowModally();
-}
-
-TEST_F(CalibrationMenu, TheAddMenuHoldsElevenModelsBesideItsButton) {
-  AtMenu([&](frmCalibrationMain& menu) {
     user_.At<QMenu>([&menu](QMenu& add) {
       Texts captions;
       for (const QAction* entry : add.actions()) {
@@ -125,75 +112,50 @@ TEST_F(CalibrationMenu, TheAddMenuHoldsElevenModelsBesideItsButton) {
     });
     Click(menu, "btnAdd");
   });
-  RunMenu();
+  AtMenu([](frmCalibrationMain& menu) {
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(menu.isVisible());
+  });
+  frmCalibrationMain menu(nullptr);
+  menu.ShowModally();
   EXPECT_EQ(tree_.Names(kRoot), Texts{});
 }
 
 // ---- The lists.
 
-TEST_F(CalibrationMenu, ListsTheFilledFoldersInThePlatformsOrder) {
-  for (const char* model : {"PX12A", "PX11D", "RT410A", "OTHER"}) {
+TEST_F(CalibrationMenu, ListsFilledFoldersAndSerialNumbersInThePlatformsOrder) {
+  for (const char* model : {"PX11D", "RT410A", "OTHER"}) {
     WriteData(model, "SN1", "1");
   }
-  const Texts order = InOrder(kRoot);
-  ASSERT_EQ(order.size(), 4U);
-  WriteData("PX13A.old", "SN1", "1");
-  tree_.MakeFolders(kRoot + R"(\PX11A)");
-  tree_.Write(kRoot + R"(\README)", "text");
-  AtMenu([&](frmCalibrationMain& menu) {
-    EXPECT_EQ(Models(menu), order);
-    EXPECT_TRUE(Serials(menu).empty());
-    ExpectSelected(menu, "", "");
-  });
-  RunMenu();
-  std::filesystem::remove_all(tree_.Native(kRoot));
-  AtMenu([](frmCalibrationMain& menu) { EXPECT_TRUE(Models(menu).empty()); });
-  RunMenu();
-}
-
-TEST_F(CalibrationMenu, ListsTheSerialNumbersOfTheChosenModelInThePlatformsOrder) {
+  Texts order;
   for (const char* serial : {"US 1", "US 2", "US 3", "US 4"}) {
     WriteData("PX12A", "SN" + std::string(serial), serial);
   }
-  Texts order = InOrder(kRoot + R"(\PX12A)");
-  for (std::string& name : order) {
-    name = name.substr(2);
+  for (const std::string& name : InOrder(kRoot + R"(\PX12A)")) {
+    order.push_back(name.substr(2));
   }
-  for (const char* name : {"sN1", "SN1.dat", "S", "XSN1"}) {
-    WriteData("PX11D", name, "1");
-  }
+  const Texts models = InOrder(kRoot);
+  ASSERT_EQ(models.size(), 4U);
+  tree_.MakeFolders(kRoot + R"(\PX11A)");
   AtMenu([&](frmCalibrationMain& menu) {
+    EXPECT_EQ(Models(menu), models);
+    EXPECT_TRUE(Serials(menu).empty());
+    ExpectSelected(menu, "", "");
+    // The keyboard chooses, too.
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(models[0]));
+    Press(Qt::Key_Down);
+    ExpectSelected(menu, models[1], "");
+    EXPECT_EQ(Serials(menu), models[1] == "PX12A" ? order : Texts{"1"});
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(Serials(menu), order);
     ExpectSelected(menu, "PX12A", "");
-    ClickEntry(menu, "LstInstrment", "PX11D");
-    EXPECT_TRUE(Serials(menu).empty());
-  });
-  RunMenu();
-}
-
-TEST_F(CalibrationMenu, FollowsTheKeyboardAndReadsAFolderAgainWhenItIsClickedAgain) {
-  WriteData("PX12A", "SN1", "1");
-  WriteData("RT410A", "SN2", "2");
-  AtMenu([&](frmCalibrationMain& menu) {
-    const bool kitFirst = Models(menu).at(0) == "RT410A";
-    const auto expect = [&](bool isKit) {
-      EXPECT_EQ(Serials(menu), Texts{isKit ? "2" : "1"});
-      EXPECT_EQ(Caption(menu, "btnEdit"), isKit ? "Update" : "Edit");
-    };
-    ClickEntry(menu, "LstInstrment", QString::fromStdString(Models(menu).at(0)));
-    expect(kitFirst);
-    Press(Qt::Key_Down);
-    expect(!kitFirst);
-    Press(Qt::Key_Up);
-    expect(kitFirst);
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    std::filesystem::remove(tree_.Native(kRoot + R"(\PX12A\SN1)"));
-    WriteData("PX12A", "SN3", "3");
+    // A click reads the folder again.
+    std::filesystem::remove_all(tree_.Native(kRoot + R"(\PX12A)"));
+    WriteData("PX12A", "SN5", "5");
   });
   AtMenu([](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
-    EXPECT_EQ(Serials(menu), Texts{"3"});
+    EXPECT_EQ(Serials(menu), Texts{"5"});
   });
   RunMenu();
 }
@@ -201,9 +163,17 @@ TEST_F(CalibrationMenu, FollowsTheKeyboardAndReadsAFolderAgainWhenItIsClickedAga
 TEST_F(CalibrationMenu, ReadsTheListsWheneverItIsOpenedAndSelectsNothing) {
   WriteData("RT410A", "SN1", "1");
   frmCalibrationMain menu(nullptr);
-  AtMenu([](frmCalibrationMain& screen) {
+  AtMenu([&](frmCalibrationMain& screen) {
     Choose(screen, "RT410A", "1");
     EXPECT_EQ(Caption(screen, "btnEdit"), "Update");
+    // The model list refreshes the caption when it gets the focus, but not the serial numbers.
+    auto& button = Find<QPushButton>(screen, "btnEdit");
+    button.setFocus();
+    button.setText("Edit");
+    WriteData("RT410A", "SN2", "2");
+    Find<QListWidget>(screen, "LstInstrment").setFocus();
+    EXPECT_EQ(Caption(screen, "btnEdit"), "Update");
+    EXPECT_EQ(Serials(screen), Texts{"1"});
     Click(screen, "btnReturn");
   });
   menu.ShowModally();
@@ -220,21 +190,6 @@ TEST_F(CalibrationMenu, ReadsTheListsWheneverItIsOpenedAndSelectsNothing) {
   menu.ShowModally();
 }
 
-TEST_F(CalibrationMenu, RefreshesTheCaptionOnlyWhenTheModelListGetsTheFocus) {
-  WriteData("RT410B", "SN1", "1");
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "RT410B");
-    auto& button = Find<QPushButton>(menu, "btnEdit");
-    button.setFocus();
-    button.setText("Edit");
-    WriteData("RT410B", "SN2", "2");
-    Find<QListWidget>(menu, "LstInstrment").setFocus();
-    EXPECT_EQ(Caption(menu, "btnEdit"), "Update");
-    EXPECT_EQ(Serials(menu), Texts{"1"});
-  });
-  RunMenu();
-}
-
 // ---- Add.
 
 TEST_F(CalibrationMenu, AddMakesTheFolderAndOpensTheEditorOfTheModel) {
@@ -246,15 +201,13 @@ TEST_F(CalibrationMenu, AddMakesTheFolderAndOpensTheEditorOfTheModel) {
     const auto leave = [&](QDialog& editor) {
       const QString caption = "Editing calibraition data (" + QString::fromStdString(model);
       EXPECT_TRUE(editor.windowTitle().startsWith(caption + " - "));
-      EXPECT_TRUE(tree_.Exists(kRoot + "\\" + model));
       editor.reject();
     };
     if (model.starts_with("RT")) {
-      user_.At<frmCalDataTabInput>([&](frmCalDataTabInput& editor) { leave(editor); });
+      user_.At<frmCalDataTabInput>(leave);
     } else {
-      user_.At<frmCalDataInput>([&](frmCalDataInput& editor) { leave(editor); });
+      user_.At<frmCalDataInput>(leave);
     }
-    AtMenu([](frmCalibrationMain& menu) { EXPECT_TRUE(Models(menu).empty()); });
     RunMenu();
     EXPECT_EQ(tree_.Names(kRoot + "\\" + model), Texts{});
   }
@@ -264,26 +217,17 @@ TEST_F(CalibrationMenu, AddSelectsTheModelWhenItHasData) {
   tree_.InstallTemplate("PX12A");
   WriteData("RT410A", "SN1", "1");
   AtMenu([](frmCalibrationMain& menu) { Choose(menu, "RT410A", "1"); });
-  const auto add = [&](const char* button) {
+  for (const char* button : {"btnCancel", "btnOk"}) {
     ChooseAdd("PX12A");
     user_.At<frmCalDataInput>([=](frmCalDataInput& editor) {
       Fill(editor, "txtSerial", "3318A12345");
       Click(editor, button);
     });
-  };
-  add("btnCancel");
-  AtMenu([](frmCalibrationMain& menu) {
-    EXPECT_EQ(Models(menu), Texts{"RT410A"});
-    ExpectSelected(menu, "", "");
-    EXPECT_TRUE(Serials(menu).empty());
-    EXPECT_EQ(Caption(menu, "btnEdit"), "Edit");
-  });
-  for (const char* button : {"btnOk", "btnCancel"}) {
-    add(button);
-    AtMenu([](frmCalibrationMain& menu) {
-      EXPECT_EQ(Models(menu).size(), 2U);
-      ExpectSelected(menu, "PX12A", "");
-      EXPECT_EQ(Serials(menu), Texts{"3318A12345"});
+    const bool isSaved = button == std::string("btnOk");
+    AtMenu([=](frmCalibrationMain& menu) {
+      EXPECT_EQ(Models(menu).size(), isSaved ? 2U : 1U);
+      ExpectSelected(menu, isSaved ? "PX12A" : "", "");
+      EXPECT_EQ(Serials(menu), isSaved ? Texts{"3318A12345"} : Texts());
       EXPECT_EQ(Caption(menu, "btnEdit"), "Edit");
     });
   }
@@ -305,12 +249,12 @@ TEST_F(CalibrationMenu, AnAddThatFailsLeavesTheSelection) {
   ChooseAdd("PX11D");
   AtMenu([](frmCalibrationMain& menu) { EXPECT_EQ(Selected(menu, "LstInstrment"), "PX12A"); });
   ChooseAdd("PX60G");
-  AtMenu([&](frmCalibrationMain& /*menu*/) {
+  AtMenu([&](frmCalibrationMain& menu) {
+    EXPECT_EQ(Serials(menu), Texts{"1"});
     std::filesystem::remove_all(tree_.Native(kRoot));
     questions_.ExpectError({"folder", kRoot + R"(\PX12A)"});
   });
   ChooseAdd("PX12A");
-  AtMenu([](frmCalibrationMain& menu) { EXPECT_EQ(Serials(menu), Texts{"1"}); });
   RunMenu();
   EXPECT_FALSE(tree_.Exists(kRoot));
 }
@@ -321,24 +265,34 @@ TEST_F(CalibrationMenu, EditAndDeleteNeedASelectedModelAndSerialNumber) {
   WriteData("PX12A", "SN1", "1");
   WriteData("PX12AB", "SN1", "1");
   AtMenu([&](frmCalibrationMain& menu) {
-    const auto expectNothingSelected = [&] {
+    for (const QString model : {"", "PX12A"}) {
+      if (!model.isEmpty()) {
+        ClickEntry(menu, "LstInstrment", model);
+      }
       for (const char* button : {"btnEdit", "btnDelete"}) {
         questions_.ExpectNotice("No calibration data is selected.");
         Click(menu, button);
       }
-    };
-    expectNothingSelected();
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    expectNothingSelected();
-    EXPECT_EQ(Selected(menu, "LstInstrment"), "PX12A");
+    }
     // The name of the folder must be a model.
     Choose(menu, "PX12AB", "1");
     Click(menu, "btnEdit");
     EXPECT_TRUE(menu.isActiveWindow());
     ExpectSelected(menu, "PX12AB", "1");
+    // A file that is gone cannot be deleted, and a list that is out of date is an error.
+    Choose(menu, "PX12A", "1");
+    EXPECT_TRUE(tree_.Exists(kRoot + R"(\PX12A\SN1)"));
+    std::filesystem::remove(tree_.Native(kRoot + R"(\PX12A\SN1)"));
+    Delete(menu, "PX12A(1)", QMessageBox::Yes,
+           [&] { questions_.ExpectNotice("Can't delete cal data"); });
+    gCalFiles.fill(CalFileInfo());
+    questions_.ExpectError({"not in the list any more"});
+    Click(menu, "btnEdit");
+    Delete(menu, "PX12A(1)", QMessageBox::Yes,
+           [&] { questions_.ExpectError({"not in the list any more"}); });
+    ExpectSelected(menu, "PX12A", "1");
   });
   RunMenu();
-  EXPECT_TRUE(tree_.Exists(kRoot + R"(\PX12A\SN1)"));
 }
 
 TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheLists) {
@@ -370,44 +324,6 @@ TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheLists) {
   RunMenu();
 }
 
-TEST_F(CalibrationMenu, OfTwoFilesWithOneSerialNumberTheFirstIsEditedAndDeleted) {
-  WriteData("PX12A", "SN1", "same");
-  WriteData("PX12A", "SN2", "same");
-  const Texts order = InOrder(kRoot + R"(\PX12A)");
-  const SensorFile first{.serial = "same", .comment = "first", .rows = {{"7.00", "99.0"}}};
-  tree_.Write(kRoot + R"(\PX12A\)" + order.at(0), first.Bytes());
-  AtMenu([&](frmCalibrationMain& menu) {
-    ClickEntry(menu, "LstInstrment", "PX12A");
-    Find<QListWidget>(menu, "lstSerialNumber").setCurrentRow(1);
-    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
-      EXPECT_EQ(TextOf(editor, "txtComment"), "first");
-      Click(editor, "btnCancel");
-    });
-    // The serial number is not the one that the file name ends with.
-    questions_.ExpectError({"\"same\"", order.at(0) + " stays", "SNsame"});
-    Click(menu, "btnEdit");
-    Delete(menu, "PX12A(same)", QMessageBox::Yes);
-    EXPECT_EQ(Serials(menu), Texts{"same"});
-  });
-  RunMenu();
-  EXPECT_EQ(tree_.Names(kRoot + R"(\PX12A)"), Texts{order.at(1)});
-}
-
-TEST_F(CalibrationMenu, AListThatIsOutOfDateIsAnError) {
-  WriteData("PX12A", "SN1", "1");
-  AtMenu([&](frmCalibrationMain& menu) {
-    Choose(menu, "PX12A", "1");
-    gCalFiles.fill(CalFileInfo());
-    questions_.ExpectError({"not in the list any more"});
-    Click(menu, "btnEdit");
-    Delete(menu, "PX12A(1)", QMessageBox::Yes,
-           [&] { questions_.ExpectError({"not in the list any more"}); });
-    ExpectSelected(menu, "PX12A", "1");
-  });
-  RunMenu();
-  EXPECT_TRUE(tree_.Exists(kRoot + R"(\PX12A\SN1)"));
-}
-
 // ---- Delete.
 
 TEST_F(CalibrationMenu, DeleteSelectsTheFirstModelThatIsLeft) {
@@ -433,29 +349,6 @@ TEST_F(CalibrationMenu, DeleteSelectsTheFirstModelThatIsLeft) {
   });
   RunMenu();
   EXPECT_EQ(tree_.Names(kRoot), (Texts{"OTHER", "PX12A", "RT410A"})) << "the folders stay";
-}
-
-/// A recycle bin that takes nothing.
-class NoRecycling : public DesktopTestPlatform {
- public:
-  using DesktopTestPlatform::DesktopTestPlatform;
-
-  [[nodiscard]] std::error_code Recycle(const std::filesystem::path& /*path*/) override {
-    return std::make_error_code(std::errc::permission_denied);
-  }
-};
-
-TEST_F(CalibrationMenu, ADeleteThatFailsLeavesTheListsAndTheFile) {
-  WriteData("PX12A", "SN1", "1");
-  const NoRecycling platform(tree_.ProgramFolder());
-  AtMenu([&](frmCalibrationMain& menu) {
-    Choose(menu, "PX12A", "1");
-    Delete(menu, "PX12A(1)", QMessageBox::Yes,
-           [&] { questions_.ExpectNotice("Can't delete cal data"); });
-    ExpectSelected(menu, "PX12A", "1");
-  });
-  RunMenu();
-  EXPECT_TRUE(tree_.Exists(kRoot + R"(\PX12A\SN1)"));
 }
 
 }  // namespace

@@ -18,11 +18,9 @@
 
 namespace tarvell::test {
 
-enum class EditorKind { OfOneTable, OfPages };
-
 /// Runs a test on both editors of calibration data: on a power sensor and on a capacitor set.
 /// Column 1 of both tables can be edited, and has the values `Values()`.
-class EitherEditor : public TabEditorFixture, public testing::WithParamInterface<EditorKind> {
+class EitherEditor : public TabEditorFixture, public testing::WithParamInterface<bool> {
  protected:
   using Act = std::function<void(CalEditor& editor)>;
 
@@ -36,14 +34,10 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
     }
   }
 
-  static bool HasPages() { return GetParam() == EditorKind::OfPages; }
+  static bool HasPages() { return GetParam(); }
   static std::string Code() { return HasPages() ? "RT520A" : "PX12A"; }
   static std::string Folder() { return R"(c:\calfactors\)" + Code(); }
   static std::string Path() { return Folder() + R"(\SN12345)"; }
-
-  static CalGrid& GridOf(QWidget& editor) {
-    return Find<CalGrid>(editor, HasPages() ? "grid" : "Grid");
-  }
 
   static std::string CaptionOf(const std::string& serial) {
     return "Editing calibraition data (" + Code() + " - " + serial + ")";
@@ -104,9 +98,7 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
 
  private:
   void Show(std::int16_t index, const Act& act) {
-    bool shown = false;
     user_.At<CalEditor>([&](CalEditor& editor) {
-      shown = true;
       EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
       act(editor);
       if (editor.isVisible()) {
@@ -114,14 +106,11 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
       }
     });
     editor_->SetupDat(index, Code());
-    EXPECT_TRUE(shown);
   }
 };
 
-inline const std::vector<EditorKind> kBothEditors = {EditorKind::OfOneTable, EditorKind::OfPages};
-
-inline std::string KindName(const testing::TestParamInfo<EditorKind>& test) {
-  return test.param == EditorKind::OfPages ? "OfPages" : "OfOneTable";
+inline std::string KindName(const testing::TestParamInfo<bool>& test) {
+  return test.param ? "OfPages" : "OfOneTable";
 }
 
 /// The edit is open with this text, which has the keyboard and its cursor at its end.
@@ -132,11 +121,6 @@ inline void ExpectOpen(QWidget& editor, const std::string& text) {
   EXPECT_EQ(box.text().toStdString(), text);
   EXPECT_EQ(box.cursorPosition(), box.text().size());
   EXPECT_FALSE(box.hasSelectedText());
-}
-
-inline void ExpectClosed(QWidget& editor) {
-  EXPECT_FALSE(CellBoxOf(editor).isVisible());
-  EXPECT_FALSE(UnitBoxOf(editor).isVisible());
 }
 
 /// No edit is open, and the table has the keyboard on this cell.

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -18,6 +17,7 @@
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/frmCalDataTabInput.h"
 #include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/QtText.h"
 #include "support/ScriptedQuestions.h"
 #include "support/SetModels.h"
 #include "support/TestTree.h"
@@ -57,15 +57,16 @@ struct Member {
   std::vector<std::array<std::string, 5>> rows;
 };
 
-[[nodiscard]] inline std::string AtRight(const std::string& text, std::size_t width) {
-  return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
-}
-
 [[nodiscard]] inline Texts MemberLines(const Member& member) {
   Texts lines = {"#" + member.name + "    :     " + member.serial};
-  for (const auto& row : member.rows) {
-    lines.push_back("*" + AtRight(row[0], 13) + " : " + AtRight(row[1], 16) + " : " +
-                    AtRight(row[2], 9) + " : " + AtRight(row[3], 18) + " :   " + row[4]);
+  for (const auto& [frequency, capacitance, uncertainty, factor, itsUncertainty] : member.rows) {
+    lines.push_back(QString("*%1 : %2 : %3 : %4 :   %5")
+                        .arg(ToQt(frequency), 13)
+                        .arg(ToQt(capacitance), 16)
+                        .arg(ToQt(uncertainty), 9)
+                        .arg(ToQt(factor), 18)
+                        .arg(ToQt(itsUncertainty))
+                        .toStdString());
   }
   lines.insert(lines.end(), {"!END", "!"});
   return lines;
@@ -136,23 +137,14 @@ using ResistorRows = std::array<Texts, 7>;
            {"*        1 :   100.00 kohm :      0.20 % :       0.000 uS :    0.010 uS"}}};
 }
 
-// Controls of the tabbed editor.
+// Controls of the editors.
 
 [[nodiscard]] inline CalGrid& GridOf(QWidget& editor) {
-  return Find<CalGrid>(editor, "grid");
+  return *editor.findChild<CalGrid*>();
 }
 
 [[nodiscard]] inline QTabBar& TabsOf(QWidget& editor) {
   return Find<QTabBar>(editor, "tTab");
-}
-
-[[nodiscard]] inline Texts TitlesOf(QWidget& editor) {
-  const QTabBar& tabs = TabsOf(editor);
-  Texts titles;
-  for (int tab = 0; tab < tabs.count(); ++tab) {
-    titles.push_back(tabs.tabText(tab).toStdString());
-  }
-  return titles;
 }
 
 /// Clicks a tab; tabs count from 1.
@@ -167,20 +159,12 @@ inline void ClickTab(QWidget& editor, int tab) {
 /// Goes to a tab by the Left and Right keys.
 inline void KeyToTab(QWidget& editor, int tab) {
   QTabBar& tabs = TabsOf(editor);
-  ASSERT_NE(tabs.focusPolicy() & Qt::TabFocus, 0);
-  tabs.setFocus();
-  ASSERT_EQ(QApplication::focusWidget(), &tabs);
   while (tabs.currentIndex() != tab - 1) {
     const int before = tabs.currentIndex();
+    tabs.setFocus();
     Press(before < tab - 1 ? Qt::Key_Right : Qt::Key_Left);
     ASSERT_NE(tabs.currentIndex(), before);
-    tabs.setFocus();
   }
-}
-
-/// The number of the selected tab, from 1.
-[[nodiscard]] inline int SelectedTab(QWidget& editor) {
-  return TabsOf(editor).currentIndex() + 1;
 }
 
 [[nodiscard]] inline Texts RowOf(QWidget& editor, int row) {
@@ -200,6 +184,22 @@ inline void KeyToTab(QWidget& editor, int tab) {
   return notices;
 }
 
+/// Fills every field of the header except the serial number.
+inline void FillHeader(QWidget& editor) {
+  Fill(editor, "txtCalNo", "C-7");
+  Fill(editor, "txtCalYear", "2010");
+  Choose(editor, "cmbCalMonth", "APR");
+  Fill(editor, "txtCalDay", "6");
+  Fill(editor, "txtDueYear", "2011");
+  Choose(editor, "cmbDueMonth", "FEB");
+  Fill(editor, "txtDueDay", "7");
+  Fill(editor, "txtComment", "lab");
+}
+/// The header after FillHeader.
+[[nodiscard]] inline SetHeader FilledHeader(const std::string& model, const std::string& serial) {
+  return {model, serial, "20100406", "C-7", "20110207", "lab"};
+}
+
 /// Replaces the text of a cell and presses Enter.
 inline void TypeCell(QWidget& editor, int row, int column, const QString& text) {
   ClickCell(GridOf(editor), row, column);
@@ -213,6 +213,12 @@ inline void TypeCell(QWidget& editor, int row, int column, const QString& text) 
 
 [[nodiscard]] inline QComboBox& UnitBoxOf(QWidget& editor) {
   return Find<QComboBox>(editor, "txtCellCmb");
+}
+
+/// No edit is open.
+inline void ExpectClosed(QWidget& editor) {
+  EXPECT_FALSE(CellBoxOf(editor).isVisible());
+  EXPECT_FALSE(UnitBoxOf(editor).isVisible());
 }
 
 /// Opens the tabbed editor on templates and files that the test writes. `questions_` answers the

@@ -18,36 +18,19 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "support/DesktopTestPlatform.h"
-#include "support/ScriptedQuestions.h"
 #include "support/SetModels.h"
 #include "support/TestTree.h"
 #include "support/User.h"
 
-/// Adding and updating the finished files of test kits.
+/// Adding and updating the finished files of test kits, by the real file dialog and message box.
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 namespace fs = std::filesystem;
 
-/// Lets a test look at the screen while the user is asked for a file.
-class WatchedQuestions : public ScriptedQuestions {
- public:
-  std::function<void()> whilePicking = [] {};
-
-  QString PickFile(QWidget* owner, FileRequest& request) override {
-    whilePicking();
-    return ScriptedQuestions::PickFile(owner, request);
-  }
-};
-
-/// A finished file of a kit that holds every byte.
 std::string KitFile(const std::string& serial) {
-  std::string bytes = "QZ RT410B\r\n" + serial + "\r\n05MAR2001\r\n";
-  for (int byte = 0; byte < 256; ++byte) {
-    bytes += static_cast<char>(byte);
-  }
-  return bytes + "\n\r\r\n";
+  return "QZ RT410B\r\n" + serial + "\r\n05MAR2001\r\n";
 }
 
 class TestKitWorkflow : public testing::Test {
@@ -57,19 +40,12 @@ class TestKitWorkflow : public testing::Test {
     tree_.MakeFolders(gCalibrationDir);
     fs::create_directories(Desktop());
   }
-  ~TestKitWorkflow() override { fs::remove_all(Desktop()); }
-  TestKitWorkflow(const TestKitWorkflow&) = delete;
-  TestKitWorkflow& operator=(const TestKitWorkflow&) = delete;
 
  protected:
+  void TearDown() override { fs::remove_all(Desktop()); }
+
   static fs::path Desktop() { return QDir::homePath().toStdString() + "/Desktop"; }
   static fs::path Source() { return Desktop() / "kit.dat"; }
-  /// Expects the file dialog, in which the user picks `picked`; "" cancels.
-  static void ExpectPicker(ScriptedQuestions& questions, const fs::path& picked) {
-    questions.ExpectFilePicker("Choice RT410B Calibration Data File from Folder",
-                               {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
-                               QString::fromStdString(picked.string()));
-  }
 
   /// Chooses a kit in the Add menu; `expect` adds the steps of what it shows.
   void Add(
@@ -112,36 +88,6 @@ class TestKitWorkflow : public testing::Test {
   User user_;
 };
 
-TEST_F(TestKitWorkflow, AddMakesTheFolderAndRefreshesTheListsBeforeItAsks) {
-  WriteNative(Source(), KitFile("3318A12345"));
-  WatchedQuestions questions;
-  Run([&](frmCalibrationMain& screen) {
-    tree_.Write(R"(c:\calfactors\PX12A\SN1)", "QZ PX12A\r\n1\r\n05MAR2001\r\n");
-    questions.whilePicking = [&] {
-      EXPECT_TRUE(tree_.Exists(kFolder));
-      EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
-    };
-    ExpectPicker(questions, "");
-    Add(screen);
-    EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
-    EXPECT_TRUE(Find<QListWidget>(screen, "LstInstrment").selectedItems().isEmpty());
-    EXPECT_EQ(Find<QPushButton>(screen, "btnEdit").text(), "Edit");
-    ExpectPicker(questions, Source());
-    Add(screen);
-    questions.whilePicking = [&] { tree_.Write(kFolder + R"(\SN11111)", KitFile("3318A11111")); };
-    ExpectShown(screen, {"3318A12345"});
-    // Also when the user cancels, the lists are read again.
-    ExpectPicker(questions, "");
-    Update(screen, "3318A12345");
-    ExpectShown(screen, {"3318A11111", "3318A12345"});
-  });
-  EXPECT_EQ(questions.initialDirs.at(0).toStdString(), Desktop().string());
-  EXPECT_EQ(tree_.Names(kFolder), (Texts{"SN11111", "SN12345"}));
-  EXPECT_EQ(tree_.Read(kFolder + R"(\SN12345)"), KitFile("3318A12345"));
-}
-
-// ---- The real file dialog and a real message.
-
 /// Opens a file by its name when the dialog shows exactly these files.
 void PickFile(QFileDialog& dialog, const QStringList& names, const QString& name) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
@@ -181,9 +127,18 @@ TEST_F(TestKitWorkflow, TheFileDialogTakesInAFileOfEitherKind) {
     });
   };
   Run([&](frmCalibrationMain& screen) {
-    Add(screen,
-        [&] { user_.At<QFileDialog>([](QFileDialog& /*dialog*/) { Press(Qt::Key_Escape); }); });
+    tree_.Write(R"(c:\calfactors\PX12A\SN1)", "QZ PX12A\r\n1\r\n05MAR2001\r\n");
+    Add(screen, [&] {
+      user_.At<QFileDialog>([&](QFileDialog& /*dialog*/) {
+        // The folder is made and the lists are read again before the question.
+        EXPECT_TRUE(tree_.Exists(kFolder));
+        EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
+        Press(Qt::Key_Escape);
+      });
+    });
     EXPECT_EQ(tree_.Names(kFolder), Texts{});
+    EXPECT_TRUE(Find<QListWidget>(screen, "LstInstrment").selectedItems().isEmpty());
+    EXPECT_EQ(Find<QPushButton>(screen, "btnEdit").text(), "Edit");
     Add(screen, [&] {
       pick("bad.dat");
       user_.At<QMessageBox>([](QMessageBox& box) {
@@ -202,8 +157,16 @@ TEST_F(TestKitWorkflow, TheFileDialogTakesInAFileOfEitherKind) {
     });
     Update(screen, "3318A12345");
     ExpectShown(screen, {"3318A12345", "3318A67890"});
+    // Also when the user cancels, the lists are read again.
+    user_.At<QFileDialog>([&](QFileDialog& /*dialog*/) {
+      tree_.Write(kFolder + R"(\SN11111)", KitFile("3318A11111"));
+      Press(Qt::Key_Escape);
+    });
+    Update(screen, "3318A12345");
+    ExpectShown(screen, {"3318A11111", "3318A12345", "3318A67890"});
   });
-  EXPECT_EQ(tree_.Names(kFolder), (Texts{"SN12345", "SN67890"}));
+  EXPECT_EQ(tree_.Names(kFolder), (Texts{"SN11111", "SN12345", "SN67890"}));
+  EXPECT_EQ(tree_.Read(kFolder + R"(\SN12345)"), KitFile("3318A12345"));
 }
 
 }  // namespace
