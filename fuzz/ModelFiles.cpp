@@ -139,7 +139,7 @@ void CheckHeader(const std::vector<std::string>& saved, const std::vector<std::s
     const std::string value = saved[i].substr(12);
     const bool isDate = i == 2 || i == 4;
     if (isDate ? value.size() == 8 : value.find(',') == std::string::npos) {
-      Require(saved[i] == again[i], "a header line comes back", saved[i] + "\n" + again[i]);
+      Require(saved[i] == again[i], "a header line is read back", saved[i] + "\n" + again[i]);
     }
   }
 }
@@ -165,7 +165,7 @@ void CheckBody(const Model& model, const std::deque<MemoryGrid>& grids,
       }
       ++row;
     }
-    Require(!isKept || first[i] == second[i], "a line comes back", first[i] + "\n" + second[i]);
+    Require(!isKept || first[i] == second[i], "a line is read back", first[i] + "\n" + second[i]);
   }
 }
 
@@ -197,7 +197,7 @@ void Run(Input input) {
   const std::string third = Saved(disk, *Loaded(model));
   const std::vector<std::string> secondLines = LinesOf(second);
   const std::vector<std::string> thirdLines = LinesOf(third);
-  Require(firstLines.size() == secondLines.size(), "every line comes back", first + "\n" + second);
+  Require(firstLines.size() == secondLines.size(), "every line is read back", first + "\n" + second);
   CheckHeader(firstLines, secondLines);
   CheckBody(model, grids, firstLines, secondLines);
   CheckHeader(secondLines, thirdLines);

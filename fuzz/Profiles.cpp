@@ -35,8 +35,8 @@ void CheckWriting(const std::string& calibrationDir, const std::string& stationD
   std::string station;
   ReadProfile(calibration, station);
   if (IsKept(calibrationDir)) {
-    Require(calibration == calibrationDir, "the calibration directory comes back", calibration);
-    Require(station == stationDir || !IsKept(stationDir), "the station directory comes back",
+    Require(calibration == calibrationDir, "the calibration directory is read back", calibration);
+    Require(station == stationDir || !IsKept(stationDir), "the station directory is read back",
             station);
   }
 }

@@ -231,7 +231,7 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   const Load load(*this, path);
   if (const std::string other = load.OtherModel(); !other.empty()) {
     throw Error(ErrorKind::Template,
-                "The template file is one for the model \"" + other + "\", not for \"" +
+                "The template file is for the model \"" + other + "\", not for \"" +
                     std::string(modelCode_) + "\"." + remedy,
                 path);
   }

@@ -98,7 +98,7 @@ class CapacitorSet::Reader final : public SetReader {
     std::string& serial = data_.pageSerial_[kOptionPage];
     if (found && (serial == kOptionOff || serial == kOptionOn)) {
       Notes().Add("The page " + data_.GetCalPageName(kOptionPage) + " has the serial number \"" +
-                  serial + "\", which cannot be one. It was left out.");
+                  serial + "\", which is not a valid serial number. It was left out.");
       serial.clear();
     }
     data_.optionInstalled_ = found;

@@ -130,7 +130,7 @@ std::string ReadDifferently(std::string_view shown, std::string_view readBack) {
   if (Trim(shown) == Trim(readBack)) {
     return {};
   }
-  return "The cell shows " + Quoted(shown) + ", and the file will give back " + Quoted(readBack) +
+  return "The cell shows " + Quoted(shown) + ", and will be read back as " + Quoted(readBack) +
          (AreEqualUncertainties(shown, readBack) ? ", the same value." : ".");
 }
 
@@ -152,14 +152,14 @@ std::string MissingDay(std::string_view field, std::string_view day, std::string
   }
   if (*yearNumber < kFirstFourDigitYear || *yearNumber > kLastFourDigitYear) {
     return std::string(field) + ": the year " + std::string(Trim(year)) +
-           " does not have four digits. The file will give back another date.";
+           " does not have four digits. Another date will be read back from the file.";
   }
   if (IsValidDate(*yearNumber, MonthToNumber(month), *dayNumber)) {
     return {};
   }
   return std::string(field) + ": the day " + std::string(Trim(day)) + " " +
          std::string(month.empty() ? "(no month)" : month) + " " + std::string(Trim(year)) +
-         " does not exist. It is saved as it stands.";
+         " does not exist. It is saved unchanged.";
 }
 
 }  // namespace tarvell

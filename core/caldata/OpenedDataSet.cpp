@@ -21,7 +21,7 @@ void TakeTemplate(const Model& model, OpenedDataSet& opened) {
   } catch (const Error& error) {
     opened.data = model.create();
     opened.notices.push_back(
-        "The template of the model was not used; nothing that the file lacks is filled in from "
+        "The template of the model was not used; data that the file lacks are not filled in from "
         "it. " +
         std::string(error.what()));
   }

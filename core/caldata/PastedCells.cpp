@@ -58,7 +58,7 @@ std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& a
   const std::optional<double> parsed = ParseNumber(number);
   if (!parsed) {
     throw Error(ErrorKind::Type,
-                Quoted(value) + " is no number" + (unit.empty() ? "" : " (in " + unit + ")") +
+                Quoted(value) + " is not a number" + (unit.empty() ? "" : " (in " + unit + ")") +
                     ". Copy numbers that have a point for their decimals and nothing between "
                     "their digits.");
   }
@@ -105,7 +105,7 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
   const auto rowsLeft = static_cast<std::size_t>(grid.RowCount() - start.cell.row.number);
   if (lines.size() > rowsLeft) {
     throw Error(ErrorKind::Index,
-                "What is to be pasted has " + std::to_string(lines.size()) +
+                "The copied text has " + std::to_string(lines.size()) +
                     " lines, and the table has " + std::to_string(rowsLeft) +
                     " rows from the chosen one on. Begin in a row above, or copy fewer lines.");
   }

@@ -57,7 +57,7 @@ void SetReader::ReadPage(std::int16_t page, int titleLines, ItemReader& reader) 
   }
   if (++state.count == 2) {
     notes_.Add("The " + state.page.name +
-               " stands in the file more than once. The rows of the later one were read over "
+               " is in the file more than once. The rows of the later one were read over "
                "those of the earlier one.");
   }
   TableIndex next;
@@ -69,7 +69,7 @@ void SetReader::ReadPage(std::int16_t page, int titleLines, ItemReader& reader) 
     CheckTableIndex(next);
     if (!text.starts_with('*')) {
       notes_.Add("In the " + state.page.name +
-                 " a line that is no data line was read as one of its rows (is its \"!END\" "
+                 " a line that is not a data line was read as one of its rows (is its \"!END\" "
                  "missing?): " +
                  text);
     }

@@ -139,11 +139,12 @@ void CheckNamesNoShare(std::string_view path) {
   }
   // "\\" at the beginning never means a folder of this computer.
   if (name[0] == '\\' || !EntryExists(NativePath(name))) {
-    throw Error(ErrorKind::Name,
-                "This computer reaches the share of another one by a folder of its own, in which "
-                "the share is mounted. Have it mounted, then enter that folder here, for example "
-                "/mnt/calfactors.",
-                std::string(name));
+    throw Error(
+        ErrorKind::Name,
+        "On this computer, a share is reached through the folder where it is mounted. Have it "
+        "mounted, then enter that folder here, for example "
+        "/mnt/calfactors.",
+        std::string(name));
   }
 }
 

@@ -181,7 +181,7 @@ ReplacementQuestion QuestionOf(const Replacement& replacement) {
       return {file + " has changed since it was opened here. " + question,
               "Last changed: " + time + "\n" + DifferenceText(replacement) + "\n" + no};
     case Replacement::Kind::NotOpened:
-      return {file + " of this serial number is there already. " + question,
+      return {file + " with this serial number already exists. " + question,
               "Last changed: " + time + "\n" + DifferenceText(replacement) + "\n" + no};
   }
   return {};

@@ -49,7 +49,8 @@ constexpr std::array<Explanation, 14> kExplanations = {{
     {std::errc::read_only_file_system, ErrorKind::NoPermission,
      "the disk is read-only. Make it writable, then try again."},
     {std::errc::file_exists, ErrorKind::Name,
-     "there is one of this name already, perhaps in other upper and lower case. Choose another "
+     "there already is one with this name, perhaps in different upper and lower case. Choose "
+     "another "
      "name."},
     {std::errc::no_space_on_device, ErrorKind::System,
      "the disk is full. Free some space, then try again."},

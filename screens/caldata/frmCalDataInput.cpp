@@ -102,7 +102,7 @@ void frmCalDataInput::AddPoint() {
       Tell(this, "Cannot add to same calibration point");
       break;
     case PointPlace::BelowZero:
-      Tell(this, "A calibration point cannot lie below zero.");
+      Tell(this, "A calibration point cannot be below zero.");
       break;
     case PointPlace::TooSmall:
       Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");

@@ -339,7 +339,7 @@ void frmStationModelList::ReportNotices() {
       !entry.empty() && !shown.ModelNumber.empty() && !EqualsIgnoringCase(entry, shown.ModelNumber);
   const QString file = "\"" + ToQt(shown.ModelNumber) + "\"";
   ui_->lblNotice->Report(
-      "file", isOther ? "The fields mean the file " + file + ", not \"" + ToQt(entry) +
+      "file", isOther ? "The fields belong to the file " + file + ", not \"" + ToQt(entry) +
                             "\", which the list marks: Save and Delete act on " + file + "."
                       : QString());
 }

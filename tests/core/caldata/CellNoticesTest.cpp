@@ -100,9 +100,9 @@ void ExpectReadBack(const cifCaldata& data, const std::vector<Stored>& cells) {
 TEST(CellNotices, ADifferenceFromTheFileIsReportedWithBothTexts) {
   EXPECT_EQ(ReadDifferently("12.000 ppm", "12.000 ppm"), "");
   EXPECT_EQ(ReadDifferently("12.346 ppm", "12.000 ppm"),
-            "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".");
+            "The cell shows \"12.346 ppm\", and will be read back as \"12.000 ppm\".");
   EXPECT_EQ(ReadDifferently("0.0030 %", "30 ppm"),
-            "The cell shows \"0.0030 %\", and the file will give back \"30 ppm\", the same value.");
+            "The cell shows \"0.0030 %\", and will be read back as \"30 ppm\", the same value.");
 }
 
 TEST(CellNotices, ACellComesBackAsTheFileOfItsModelGivesIt) {
@@ -155,9 +155,9 @@ TEST(CellNotices, ADayThatDoesNotExistIsReported) {
       // day, month, year, what is reported after "Due: "
       {"28", "FEB", "2001", ""},
       {" 29 ", "FEB", "2000", ""},
-      {"31", "FEB", "2001", "the day 31 FEB 2001 does not exist. It is saved as it stands."},
-      {"0", "JAN", "2001", "the day 0 JAN 2001 does not exist. It is saved as it stands."},
-      {"1", "", "2001", "the day 1 (no month) 2001 does not exist. It is saved as it stands."},
+      {"31", "FEB", "2001", "the day 31 FEB 2001 does not exist. It is saved unchanged."},
+      {"0", "JAN", "2001", "the day 0 JAN 2001 does not exist. It is saved unchanged."},
+      {"1", "", "2001", "the day 1 (no month) 2001 does not exist. It is saved unchanged."},
       // These are refused when they are saved.
       {"x", "FEB", "2001", ""},
       {"31", "FEB", "", ""},
@@ -168,7 +168,7 @@ TEST(CellNotices, ADayThatDoesNotExistIsReported) {
   for (const char* year : {"20", "999", "20275", "-2001"}) {
     EXPECT_EQ(MissingDay("Due", "5", "MAY", year),
               "Due: the year " + std::string(year) +
-                  " does not have four digits. The file will give back another date.");
+                  " does not have four digits. Another date will be read back from the file.");
   }
 }
 

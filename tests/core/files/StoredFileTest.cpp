@@ -95,7 +95,7 @@ class Replacing : public testing::Test {
   test::BinPlatform platform_;
 };
 
-TEST_F(Replacing, NothingIsAskedAboutAFileThatWasOpenedHoldsTheSameOrIsGone) {
+TEST_F(Replacing, NothingIsAskedIfTheFileWasOpenedOrIsEqualOrGone) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory and a remark", kRows));
   cInstrPX12A data;
   Open(data);
@@ -140,7 +140,7 @@ TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
 }
 
 // A kit is identified by the second item of its file, with or without a keyword.
-TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
+TEST_F(Replacing, OnlyTheFileOfAnotherKitNeedsAnAnswer) {
   const fs::path source = tree_.Root() / "kit.dat";
   const auto ask = [&](const std::string& lines) {
     test::WriteNative(source, lines + "05MAR2001\r\nfinished\r\n");
@@ -163,7 +163,7 @@ TEST_F(Replacing, TheFileOfAnotherKitIsAnotherOneAndThatOfTheSameKitIsNot) {
                                              {"Due", "29 FEB 2001 (no such day)"}}));
 }
 
-TEST_F(Replacing, WhatAnotherUserSavedMeanwhileIsListedWithoutOnesOwnChanges) {
+TEST_F(Replacing, OnlyTheChangesOfTheOtherUserAreListed) {
   tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows));
   cInstrPX12A data;
   Open(data);
@@ -188,7 +188,7 @@ TEST_F(Replacing, WhatAnotherUserSavedMeanwhileIsListedWithoutOnesOwnChanges) {
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
 
-TEST_F(Replacing, OfTwoUsersThatAddTheSameInstrumentTheSecondIsAsked) {
+TEST_F(Replacing, TheSecondOfTwoUsersWhoAddTheSameInstrumentIsAsked) {
   cInstrPX12A data;
   Make(data, "3318A12345");
   data.SetComment("mine");
@@ -199,7 +199,7 @@ TEST_F(Replacing, OfTwoUsersThatAddTheSameInstrumentTheSecondIsAsked) {
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::NotOpened);
   EXPECT_EQ(QuestionOf(replacement).text,
-            "The file SN12345 of this serial number is there already. Do you want to replace it?");
+            "The file SN12345 with this serial number already exists. Do you want to replace it?");
   EXPECT_EQ(replacement.fields, (Fields{{"Calibration number", "C-1"}, {"Comment", "(none)"}}));
   EXPECT_EQ(replacement.cells, 0U);
 }
@@ -292,7 +292,7 @@ class StoredFiles : public Replacing {
   }
 };
 
-TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
+TEST_F(StoredFiles, AreReplacedWithoutACopyIfTheDataSetHoldsTheirContent) {
   // A file that already holds the bytes, one that was read, and what was written before.
   tree_.Write(kFile, "same");
   StoredFile().Save(kFile, kSerial, "same");
@@ -305,7 +305,7 @@ TEST_F(StoredFiles, ReplaceWithoutACopyWhatTheDataSetKnows) {
   EXPECT_EQ(platform_.kept, Texts{});
 }
 
-TEST_F(StoredFiles, KeepAFileThatSomebodyElseChangedOrThatWasNotRead) {
+TEST_F(StoredFiles, AreCopiedToTheBinIfChangedByOthersOrNotRead) {
   StoredFile file = ReadFrom(kFile, "old");
   tree_.Write(kFile, "old and more");
   file.Save(kFile, kSerial, "new");
@@ -322,7 +322,7 @@ TEST_F(StoredFiles, KeepAFileThatSomebodyElseChangedOrThatWasNotRead) {
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN9)"), "newest");
 }
 
-TEST_F(StoredFiles, KeepOnceWhatHasAnotherSerialNumberOrMoreThanTheDataSetHolds) {
+TEST_F(StoredFiles, AreCopiedOnceIfTheyHoldAnotherSerialNumberOrMoreData) {
   StoredFile file = ReadFrom(kFile, "old");
   for (const char* bytes : {"new", "newer"}) {
     file.Save(kFile, "B12345", bytes);
@@ -346,7 +346,7 @@ TEST_F(StoredFiles, AreTheSameInAnotherCaseAndThroughALink) {
   EXPECT_EQ(platform_.kept, Texts{});
 }
 
-TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
+TEST_F(StoredFiles, AreNotReplacedIfTheBinCannotTakeACopy) {
   tree_.Write(kFile, "old");
   platform_.failure = std::make_error_code(std::errc::no_space_on_device);
   StoredFile file;
@@ -365,7 +365,7 @@ TEST_F(StoredFiles, AreNotWrittenWhereTheBinTakesNoCopy) {
   EXPECT_EQ(platform_.kept, Texts{"old"});
 }
 
-TEST_F(StoredFiles, OfDataSetsKeepOnlyWhatTheDataSetDoesNotHold) {
+TEST_F(StoredFiles, OfDataSetsAreCopiedOnlyIfTheyHoldMoreThanTheDataSet) {
   const std::string whole = SensorBytes("3318A12345", "factory", kRows);
   for (const std::string& bytes : {whole, whole + "a remark\r\n"}) {
     EXPECT_EQ(platform_.kept, Texts{});
@@ -380,7 +380,7 @@ TEST_F(StoredFiles, OfDataSetsKeepOnlyWhatTheDataSetDoesNotHold) {
   EXPECT_EQ(platform_.kept, Texts{whole + "a remark\r\n"});
 }
 
-TEST_F(StoredFiles, OfAnOpenedInstrumentKeepWhatItDoesNotHold) {
+TEST_F(StoredFiles, OfAnInstrumentAreCopiedIfTheyHoldMore) {
   const std::string sample = test::kSampleInstrumentFile;
   StationInstrument instrument;
   StoredFile file;
@@ -399,7 +399,7 @@ TEST_F(StoredFiles, OfAnOpenedInstrumentKeepWhatItDoesNotHold) {
   }
 }
 
-TEST_F(StoredFiles, OfATestKitKeepTheEarlierFile) {
+TEST_F(StoredFiles, OfATestKitAreCopiedWhenReplaced) {
   const fs::path source = tree_.Root() / "kit.dat";
   for (const char* kit : {"RT410A\r\nA12345\r\n", "RT410A\r\nA12345\r\n", "RT410A\r\nB12345\r\n"}) {
     EXPECT_EQ(platform_.kept, Texts{});

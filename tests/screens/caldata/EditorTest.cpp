@@ -221,7 +221,7 @@ TEST_P(Editor, ReportsWhatWillBeReadBackDifferentlyAndSavesIt) {
     Choose(editor, "cmbDueMonth", "FEB");
     Fill(editor, "txtDueDay", "31");
     const std::string day =
-        "Calibration Due Date: the day 31 FEB 2002 does not exist. It is saved as it stands.";
+        "Calibration Due Date: the day 31 FEB 2002 does not exist. It is saved unchanged.";
     EXPECT_EQ(NoticesOf(editor), Texts{day});
     EXPECT_EQ(MarkOf(&Find<QLineEdit>(editor, "txtDueDay")).toStdString(), day);
     Fill(editor, "txtDueDay", "28");

@@ -129,7 +129,7 @@ TEST_F(SensorClipboard, IsPastedFromTheFirstSelectedCellOnOrNotAtAll) {
     ClickCell(grid, 3, 1);
     Press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(ColumnOf(grid, 1), (Texts{"98.80", "97.3", "97.3", "100.0"}));
-    questions_.ExpectError({"Nothing was pasted", "Line 2", "\"12,5\" is no number"});
+    questions_.ExpectError({"Nothing was pasted", "Line 2", "\"12,5\" is not a number"});
     Paste("1\n12,5");
     ExpectBackIn(editor, grid, 3);
     ClickCell(grid, 1, 0);
@@ -156,7 +156,7 @@ TEST_F(SetClipboard, IsPastedInTheFormatAndUnitOfEachCell) {
     EXPECT_EQ(Copied(), "1.000013pF\t13 ppm\n1.00003pF\t0.013 %\n1.50000pF\t61.000 ppm");
     // The value is compared with the unit of the cell.
     ClickCell(grid, 1, 2);
-    questions_.ExpectError({"Nothing was pasted", "Line 2", "\"14 ppm\" is no number (in %)"});
+    questions_.ExpectError({"Nothing was pasted", "Line 2", "\"14 ppm\" is not a number (in %)"});
     Paste("13 ppm\n14 ppm");
     questions_.ExpectError({"Line 2", "too large"});
     Paste("1\n1E305");  // too large in per cent only
@@ -165,7 +165,7 @@ TEST_F(SetClipboard, IsPastedInTheFormatAndUnitOfEachCell) {
     ClickCell(grid, 3, 2);
     Paste("12.3456");
     EXPECT_EQ(NoticesOf(editor), Texts{"100000, Unc. of Capacitance[pF]: The cell shows \"12.346 "
-                                       "ppm\", and the file will give back \"12.000 ppm\"."});
+                                       "ppm\", and will be read back as \"12.000 ppm\"."});
     // In the list of units nothing is copied or pasted.
     ClickCell(grid, 1, 2);
     Type("5");

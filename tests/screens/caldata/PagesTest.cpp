@@ -136,7 +136,7 @@ TEST_F(Pages, ReportMembersWithoutASerialNumberAfterWhatIsWrongInTheHeader) {
   Edit("RT520A", bytes, [&](frmCalDataTabInput& editor) {
     const std::string missing = "No serial number is entered for RT521A.";
     EXPECT_EQ(NoticesOf(editor), (Texts{"Calibration Due Date: the day 31 FEB 2001 does not exist. "
-                                        "It is saved as it stands.",
+                                        "It is saved unchanged.",
                                         missing}));
     // OK stops at the date, and the notice about the member stays.
     Fill(editor, "txtDueDay", "x");
@@ -206,7 +206,7 @@ TEST_F(Pages, KeepTheMarkOfAnUncertaintyThatTheFileKeepsDifferently) {
   Edit("RT520A", SetA(), [&](frmCalDataTabInput& editor) {
     TypeCell(editor, 3, 2, "12.3456");
     const std::string notice =
-        "The cell shows \"12.346 ppm\", and the file will give back \"12.000 ppm\".";
+        "The cell shows \"12.346 ppm\", and will be read back as \"12.000 ppm\".";
     EXPECT_EQ(mark(editor, 2), notice);
     ClickTab(editor, 2);
     EXPECT_EQ(NoticesOf(editor),

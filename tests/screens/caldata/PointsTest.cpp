@@ -74,7 +74,7 @@ TEST_F(SensorPoints, AreRefusedWhenTheTableCannotTakeThem) {
       const char* notice;
     } points[] = {
         {"0.05", "GHz", "Cannot add to same calibration point"},
-        {"-5", "MHz", "A calibration point cannot lie below zero."},
+        {"-5", "MHz", "A calibration point cannot be below zero."},
         {"1", "KHz",
          "This calibration point is too small: its row would show zero. Check its unit."}};
     for (const auto& [number, unit, notice] : points) {

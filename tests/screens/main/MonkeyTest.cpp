@@ -39,12 +39,12 @@ const std::array kKnownMessages = {
     "(Station|Calibration data) directory does not set\\.",
     "(Input station folder does|Select calibration data folder is) not exist\\.\r\nIf you want to "
     "create new folder, then press Ok button\\.(\n\nIt would be the folder\n.*)?",
-    "This computer reaches the share of another one by a folder of its own, .*",
+    "On this computer, a share is reached through .*",
     // The calibration data.
     "Are you (sure (you |to )?want to|want) delete.*\\?.*",
     "Please input serial number",
     "Cannot add to same calibration point",
-    "A calibration point cannot lie below zero\\.",
+    "A calibration point cannot be below zero\\.",
     "\"[*/]\" cannot be the serial number of a member\\. .*",
     "A table holds at most 51 rows\\. .*",
     ".*\n\nThe file is as it was\\. Check the data before you save them with OK\\.",
@@ -62,7 +62,7 @@ const std::array kKnownMessages = {
     "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\.",
     "The chosen (data set|instrument) is not in the .+ any more\\. .*",
     "The file .+ (holds data without a serial number|holds the data of another serial number, "
-    "\".+\"|has changed since it was opened here|of this serial number is there already)\\. Do you "
+    "\".+\"|has changed since it was opened here|with this serial number already exists)\\. Do you "
     "want to replace it\\?\n\n.*",
     // Names, numbers and characters.
     "The (model number|data file name|serial number) \".*\" cannot be used.*",
@@ -75,11 +75,11 @@ const std::array kKnownMessages = {
     "32767)\\. .*",
     // The clipboard.
     "The (column \".+\" cannot be edited|table has no current cell)\\. .*",
-    "(There is no text to paste\\.|What is to be pasted has \\d+ lines, and the table has \\d+ "
+    "(There is no text to paste\\.|The copied text has \\d+ lines, and the table has \\d+ "
     "rows) .*",
     "Line \\d+: (It has \\d+ columns, and the table has \\d+|The table has no value in this "
     "place\\.|There is no value\\.|The character \".+\" in \".+\" cannot be stored in a data "
-    "file\\.|\".+\" is no number|.+ is too large to be calculated with\\.).*",
+    "file\\.|\".+\" is not a number|.+ is too large to be calculated with\\.).*",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",

@@ -240,9 +240,10 @@ TEST_F(StationInstruments, SaveWritesTheTwelveLinesAsTheyAreTyped) {
     EXPECT_EQ(tree_.Names(kStation), Texts{"PX12A"}) << "INDEX is written at the end";
     // Another model number makes a new file, which the list does not show.
     Fill(screen, "txtData_0", "PX99");
-    EXPECT_EQ(NoticeOn(screen),
-              "The fields mean the file \"PX99\", not \"PX12A\", which the list marks: Save and "
-              "Delete act on \"PX99\".");
+    EXPECT_EQ(
+        NoticeOn(screen),
+        "The fields belong to the file \"PX99\", not \"PX12A\", which the list marks: Save and "
+        "Delete act on \"PX99\".");
     Click(screen, "btnSave");
     EXPECT_EQ(EntriesOf(screen, "LstInstrment"), Texts{"PX12A"});
     Fill(screen, "txtData_0", "PX12A");

@@ -2,5 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <string>
-#include "core/files/Paths.h"
+
 #include "core/caldata/Models.h"
+#include "core/files/Paths.h"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QWidget>
+
+#include "Models.h"
 #include "core/caldata/Models.h"
 #include "screens/station/frmStationMain.h"
-#include "Models.h"
