@@ -99,7 +99,7 @@ TEST_F(Pasting, LeavesOutBlanksAndUnitsAndPutsFurtherColumnsToTheRight) {
 TEST_F(Pasting, RefusesWhatIsNoNumberAndNamesTheLineAndTheValue) {
   for (const std::string value :
        {"abc", "12,5", "1 000", "12 nH", "pF", "12%", "1E", "-", "1\r2"}) {
-    ExpectRefused("7\n8\n" + value + "\n9", ErrorKind::Type, 3, {"is no number (in pF)"});
+    ExpectRefused("7\n8\n" + value + "\n9", ErrorKind::Type, 3, {"is not a number (in pF)"});
   }
   ExpectRefused("7\n12,5", ErrorKind::Type, 2, {"\"12,5\""});
   ExpectRefused("1\0"sv, ErrorKind::Type, 1, {"\"1 \""});
@@ -115,7 +115,7 @@ TEST_F(Pasting, RefusesAGapOtherCharactersAndANumberThatIsTooLarge) {
   ExpectRefused("1\t", ErrorKind::Type, 1, {"no value"});
   ExpectRefused("1\n\u22122", ErrorKind::Character, 2, {"\u2212", "cannot be stored"});
   // One that the files can hold is no part of a number all the same.
-  ExpectRefused("1\n\u00b52", ErrorKind::Type, 2, {"is no number", "\u00b52"});
+  ExpectRefused("1\n\u00b52", ErrorKind::Type, 2, {"is not a number", "\u00b52"});
   ExpectRefused("1\n2\n9E999", ErrorKind::Type, 3, {"\"9E999\"", "too large"});
 }
 

@@ -499,7 +499,7 @@ TEST_F(StationFiles, RefuseAStationThatIsNoFolderNameExistsOrWouldNotBeListed) {
   ExpectRefusedStation(std::string(300, 'x'), ErrorKind::Name, "its name is too long");
   ExpectRefusedStation("10 k\u03A9", ErrorKind::Character, "\u03A9");
   for (const char* name : {"ST1", "st1", "notes"}) {
-    ExpectRefusedStation(name, ErrorKind::Name, "there is one of this name already");
+    ExpectRefusedStation(name, ErrorKind::Name, "there already is one with this name");
   }
   ExpectRefusedStation("rack.2", ErrorKind::Name,
                        "The station name \"rack.2\" holds the character \".\": the station list "

@@ -85,7 +85,7 @@ const std::array kKnownMessages = {
     "\\d+ entries of the folder cannot be read as a data file:.*",
     "Cannot (list the folder|make the folder|delete it|read the file|save the file): (it, or the "
     "folder it belongs in, does not exist \\(any more\\)|you have no permission to do so|it is a "
-    "folder, not a file|its name is too long|there is one of this name already)[.,] .*",
+    "folder, not a file|its name is too long|there already is one with this name)[.,] .*",
     // Messages of the toolkit's file dialog.
     ".*\n(File|Directory) not found\\.\nPlease verify the correct (file|directory) name was "
     "given\\.",

@@ -100,7 +100,7 @@ TEST_F(StationList, ANameThatCannotBeUsedMakesNoStation) {
     AddStation(screen, "ST1");
     questions_.ExpectNotice("Can't make a new station");
     AddStation(screen, "st1");
-    EXPECT_TRUE(LastDetailContains("there is one of this name already"));
+    EXPECT_TRUE(LastDetailContains("there already is one with this name"));
     AddStation(screen, " ST1");  // the name is not trimmed
     EXPECT_EQ(tree_.Names(kRoot), (Texts{" ST1", "ST1"}));
     DeleteStation(screen, " ST1");
