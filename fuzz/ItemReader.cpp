@@ -91,7 +91,8 @@ void Run(Input input) {
   disk.Put("file", bytes);
   const std::vector<Item> items = ReadItems(bytes.size(), encoding);
   Require(items == ExpectedItems(bytes), "the items are those of the rule of list input");
-  Require(EncodeFileText(DecodeFileText(bytes)) == bytes, "every byte is the same after decoding and encoding");
+  Require(EncodeFileText(DecodeFileText(bytes)) == bytes,
+          "every byte is the same after decoding and encoding");
   Require(ItemReader(kPath).AtEnd() == bytes.empty(), "only an empty file is at its end");
 }
 

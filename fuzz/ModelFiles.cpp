@@ -197,7 +197,8 @@ void Run(Input input) {
   const std::string third = Saved(disk, *Loaded(model));
   const std::vector<std::string> secondLines = LinesOf(second);
   const std::vector<std::string> thirdLines = LinesOf(third);
-  Require(firstLines.size() == secondLines.size(), "every line is read back", first + "\n" + second);
+  Require(firstLines.size() == secondLines.size(), "every line is read back",
+          first + "\n" + second);
   CheckHeader(firstLines, secondLines);
   CheckBody(model, grids, firstLines, secondLines);
   CheckHeader(secondLines, thirdLines);
