@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -136,11 +138,31 @@ TEST(ItemReader, ReadsFilesInTheirEncoding) {
   EXPECT_EQ(ReadAll(plain), (Items{"Dir=\u00FCber", "\u20AC"}));
 }
 
+/// The flags with which the process has the file at `path` open.
+int OpenFlags(const std::filesystem::path& path) {
+  int flags = 0;
+  std::error_code isGone;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    if (std::filesystem::read_symlink(entry, isGone) == path) {
+      flags = ::fcntl(std::stoi(entry.path().filename()), F_GETFL);
+    }
+  }
+  return flags;
+}
+
+// Otherwise a pipe without a writer would make the program wait for ever.
+TEST(ItemReader, OpensFilesWithoutWaiting) {
+  const TestTree tree;
+  tree.Write(kPath, "a");
+  std::unique_ptr<InputFile> file;
+  ASSERT_FALSE(CurrentPlatform().OpenForReading(tree.Native(kPath), file));
+  EXPECT_NE(OpenFlags(std::filesystem::canonical(tree.Native(kPath))) & O_NONBLOCK, 0);
+}
+
 TEST(ItemReader, FailsForWhatIsNoReadableFile) {
   const TestTree tree;
   tree.Write("c:\\real", "a");
   tree.MakeFolders("c:\\folder");
-  // Opening a pipe without a writer must not make the program wait.
   ASSERT_EQ(::mkfifo(tree.Native("c:\\pipe").c_str(), 0600), 0);
   std::filesystem::create_symlink("/dev/zero", tree.Native("c:\\device"));
   std::filesystem::create_symlink("self", tree.Native("c:\\self"));
