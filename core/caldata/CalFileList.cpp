@@ -3,7 +3,6 @@
 
 #include "core/caldata/CalFileList.h"
 
-#include <algorithm>
 #include <system_error>
 #include <utility>
 

@@ -39,7 +39,7 @@ DataWords DataWordsOf(std::string_view line) {
   return words;
 }
 
-/// The rule for a cell, nullptr when there is none.
+/// The rule for a cell, nullptr if none exists.
 const CapacitorFormat* FindFormat(std::span<const CapacitorFormat> formats, std::int16_t page,
                                   GridRow row) {
   for (const CapacitorFormat& format : formats) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/caldata/HeaderLines.h"
@@ -14,7 +15,6 @@
 #include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/ItemReader.h"
-#include "core/numbers/Numbers.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -54,7 +54,7 @@ std::vector<FileSummary::Field> OldDates(std::string_view text) {
   return {{kCalibrated, DateText(date)}, {kDue, DateText(OneYearAfter(date))}};
 }
 
-/// The next item without blanks around it, which quotes would keep; "" if there is none.
+/// The next item without blanks around it, which quotes would keep; "" if none exists.
 std::string NextItem(ItemReader& reader) {
   std::string item;
   static_cast<void>(reader.TryReadItem(item));

@@ -38,7 +38,7 @@ extern const std::span<const Model> kModels;
   return model.family == ModelFamily::CapacitorSet || model.family == ModelFamily::ResistorSet;
 }
 
-/// The model of exactly this code, nullptr when there is none.
+/// The model of exactly this code, nullptr if none exists.
 [[nodiscard]] const Model* FindModel(std::string_view code);
 
 }  // namespace tarvell

@@ -3,12 +3,9 @@
 
 #include "core/caldata/PowerSensor.h"
 
-#include <algorithm>
-
 #include "core/caldata/TableReader.h"
 #include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
-#include "core/platform/Error.h"
 #include "core/text/Text.h"
 
 namespace tarvell {

@@ -3,7 +3,6 @@
 
 #include "core/caldata/StepAttenuator.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "core/caldata/TableReader.h"

@@ -5,7 +5,6 @@
 #define TARVELL_CORE_CALDATA_STEPATTENUATOR_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>

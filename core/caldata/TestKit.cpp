@@ -4,7 +4,6 @@
 #include "core/caldata/TestKit.h"
 
 #include <string>
-#include <string_view>
 #include <system_error>
 
 #include "core/caldata/DataFileSummary.h"

@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_CALDATA_TESTKIT_H
 #define TARVELL_CORE_CALDATA_TESTKIT_H
 
+#include <filesystem>
 #include <string>
 
 #include "core/files/Replacement.h"
@@ -11,7 +12,7 @@
 namespace tarvell {
 
 /// Copies a finished test kit file, byte for byte, to the data file in `modelFolder` that the
-/// serial number in its second item names, replacing an earlier one. `source` is a native path. The
+/// serial number in its second item names, replacing an earlier one. `source` is a system path. The
 /// file may be of any size; its first two items must end within kDataFileLimit.
 ///
 /// Throws, with nothing changed, when the file cannot be read or has fewer than two items, when

@@ -10,6 +10,7 @@
 #include "core/caldata/SetPages.h"
 #include "core/caldata/Uncertainty.h"
 #include "core/numbers/Numbers.h"
+#include "core/platform/Error.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
 

@@ -8,7 +8,7 @@
 #include <cstddef>
 
 #include "core/platform/Error.h"
-#include "core/platform/PathText.h"
+#include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
 
 namespace tarvell {

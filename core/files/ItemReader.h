@@ -38,18 +38,18 @@ class ItemReader {
   /// A reader of the content of a file. Errors name the file as `shown`.
   [[nodiscard]] static ItemReader Of(std::string_view bytes, std::string shown = {});
 
-  /// A reader of the beginning of a file that a search has found, more than any header. Errors name
-  /// the file as `shown`. Throws the error of a file that cannot be read.
+  /// A reader of the beginning of a file that a search has found, more than an ordinary header.
+  /// Errors name the file as `shown`. Throws the error of a file that cannot be read.
   [[nodiscard]] static ItemReader OfBeginning(const FoundEntry& entry, std::string shown);
 
   /// Whether no byte is left after the terminator of the last item that was read.
   [[nodiscard]] bool AtEnd() const;
 
   /// Reads the next item, which is kept until the next call. Throws an InputPastEnd error when
-  /// there is none.
+  /// none exists.
   [[nodiscard]] const std::string& ReadItem();
 
-  /// Reads the next item into `item`; false when there is none.
+  /// Reads the next item into `item`; false if none exists.
   [[nodiscard]] bool TryReadItem(std::string& item);
 
   /// Runs `interpret` on the last item that was read. An error that it throws without naming a file

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/platform/PathText.h"
+#include "core/platform/ProgramPath.h"
 
 /// A path of the program is a text such as "c:\calfactors\PX12A"; a path of the system is a
 /// std::filesystem::path. On a system without drive letters the drives are folders in the drive

@@ -10,7 +10,7 @@ namespace tarvell {
 
 namespace {
 
-// More than any file that the program writes, so that one call reads it.
+// More than most files that the program writes, so that one call reads them.
 constexpr std::size_t kBlockSize = 16384;
 
 /// Appends what one call reads, at most a block, and sets `count` to the number of bytes.

@@ -28,7 +28,8 @@ inline constexpr std::errc kTooLargeForData = std::errc::value_too_large;
 std::error_code ReadNativeFile(const std::string& path, std::string& bytes,
                                std::size_t limit = 0) = delete;
 
-/// Reads the beginning of `file` into `bytes`: more than a header, in one call to the system.
+/// Reads the beginning of `file` into `bytes`: more than an ordinary header, in one call to the
+/// system.
 [[nodiscard]] std::error_code ReadBeginning(InputFile& file, std::string& bytes);
 
 }  // namespace tarvell

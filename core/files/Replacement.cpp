@@ -6,12 +6,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <utility>
 
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
 #include "core/files/Paths.h"
-#include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
 

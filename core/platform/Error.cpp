@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "core/platform/PathText.h"
+#include "core/platform/ProgramPath.h"
 
 namespace tarvell {
 

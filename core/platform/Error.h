@@ -25,11 +25,13 @@ enum class ErrorKind {
   System         ///< any other failure that the operating system reported
 };
 
-/// The only exception type that the core throws itself. Guarded, around every action of a screen,
-/// catches it and shows it. There are these other catches:
+/// The only exception type that the core throws at run time. Guarded, around every action of a
+/// screen, catches it and shows it. There are these other catches:
 /// - ItemReader::AtThisLine throws the error again with the file and line.
 /// - ReadFirstItems reads more of a file whose beginning was not enough.
-/// - ReadHeadersIn collects the errors of the files and throws one at the end of the list.
+/// - TryReadHeader (CalFileList.cpp) collects the errors of the files for one error at the end of
+/// the
+///   list.
 /// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
 /// - CalDataFile::RememberUnchangedSave ignores the error of data that have to be corrected before
 ///   they can be saved.
@@ -38,8 +40,9 @@ enum class ErrorKind {
 /// - ReadProfile falls back to the default directories.
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.
-/// `path` is the file or folder concerned, as a path of the program, or "".
-/// `line` is the line of that file, counted from 1, or 0 if the error is not about one line.
+/// `path` is the file or folder concerned, or "": a path of the program, or of the system for a
+/// file that the user has chosen there. `line` is the line of that file, counted from 1, or 0 if
+/// the error is not about one line.
 class Error : public std::exception {
  public:
   Error(ErrorKind kind, std::string text, std::string path = {}, int line = 0);

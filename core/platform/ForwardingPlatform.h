@@ -15,7 +15,8 @@
 namespace tarvell {
 
 /// Passes every call on to another platform, which must outlive it. A class that changes a few
-/// calls derives from this one and overrides only those.
+/// calls derives from this one and overrides only those. Files are opened by OpenForReading and by
+/// OpenFound.
 class ForwardingPlatform : public Platform {
  public:
   explicit ForwardingPlatform(Platform& target = SystemPlatform()) : target_(target) {}

@@ -379,7 +379,7 @@ std::error_code LinuxPlatform::RecycleCopy(const std::filesystem::path& /*path*/
 std::filesystem::path LinuxPlatform::ProgramFolder() {
   std::error_code code;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);
-  return program.parent_path().string();
+  return program.parent_path();
 }
 
 std::filesystem::path LinuxPlatform::DriveFolder() {

@@ -96,8 +96,9 @@ struct OSVersionRecord {
 };
 
 /// What the operating system does for the program. Paths of the system are std::filesystem::path;
-/// NativePath in Paths.h makes one from a path of the program. Only the implementations of this
-/// class assume a particular system. Tests replace it, to make a step fail.
+/// NativePath in Paths.h makes one from a path of the program. Only its
+/// implementations and RootFolder assume a particular system. Tests replace it, to make a step
+/// fail.
 class Platform {
  public:
   Platform() = default;
@@ -111,13 +112,15 @@ class Platform {
   /// not_supported, without waiting.
   [[nodiscard]] virtual std::error_code OpenForReading(const std::filesystem::path& path,
                                                        std::unique_ptr<InputFile>& file) = 0;
-  /// The same for an entry that a search has just found, without looking again at what is known.
+  /// The same for an entry that a search has just found. A file whose kind is known is not checked
+  /// again.
   [[nodiscard]] virtual std::error_code OpenFound(const FoundEntry& entry,
                                                   std::unique_ptr<InputFile>& file) {
     return OpenForReading(entry.folder / entry.name, file);
   }
-  /// Creates an empty file with a unique name in `folder`, which no search finds. A killed program
-  /// may leave one. Nobody removes it, because it could belong to another operator's save.
+  /// Creates an empty temporary file with a unique name in `folder`. Searches leave it out. A
+  /// killed program may leave one. Nobody removes it, because it could belong to another operator's
+  /// save.
   [[nodiscard]] virtual std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                         std::filesystem::path& path,
                                                         std::unique_ptr<OutputFile>& file) = 0;
@@ -146,7 +149,7 @@ class Platform {
   /// Makes one folder; its parent must exist.
   [[nodiscard]] virtual std::error_code MakeFolder(const std::filesystem::path& path) = 0;
   /// Calls `visit` with the names in `folder` in the platform's own order, until it returns false.
-  /// Leaves out ".", ".." and names that hold a separator of the program's paths.
+  /// Leaves out ".", "..", temporary files, and names that hold a separator of the program's paths.
   [[nodiscard]] virtual std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                                const SearchVisitor& visit) = 0;
   /// Moves a file, or a folder with its contents, to the recycle bin. Where there is no recycle

@@ -44,7 +44,7 @@ std::int16_t ReadCalFileHeaders(
     const std::string& modelFolder,
     const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);
 
-/// Row of the first of `gCalFiles` with exactly this serial number, kTableRows when there is none.
+/// Row of the first of `gCalFiles` with exactly this serial number, kTableRows if none exists.
 [[nodiscard]] std::int16_t FindCalFile(std::string_view serialNumber);
 
 }  // namespace tarvell

@@ -10,7 +10,6 @@
 #include <system_error>
 
 #include "core/dates/Calendar.h"
-#include "core/dates/DueDate.h"
 #include "core/dates/Months.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/FileNames.h"
@@ -54,7 +53,7 @@ constexpr std::array<Field, 12> kFields = {{
     {"CAL DATA", &StationInstrument::CalData},
 }};
 
-/// The line with exactly this keyword, nullptr if there is none.
+/// The line with exactly this keyword, nullptr if none exists.
 const Field* FindField(std::string_view keyword) {
   const auto* found = std::ranges::find(kFields, keyword, &Field::keyword);
   return found == kFields.end() ? nullptr : found;
@@ -175,7 +174,7 @@ bool IsSamePart(const std::string& part, const std::string& readBack) {
   return Trim(part) == readBack || (ParseNumber(part) && Normalised(part) == readBack);
 }
 
-/// The notice about the due date; its field is nullptr if there is none.
+/// The notice about the due date; its field is nullptr if none exists.
 ReadBackNotice DueDateNotice(const StationInstrument& instrument) {
   static constexpr std::array kParts = {&StationInstrument::DueDay, &StationInstrument::DueMonth,
                                         &StationInstrument::DueYear};

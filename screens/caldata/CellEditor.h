@@ -72,7 +72,7 @@ class CellEditor final : public QObject {
   /// Stores the edit and goes `rows` rows down, or up when it is negative.
   void ReturnToGrid(int rows);
   /// Stores the edit and goes to the next cell that can be edited, or to the previous one. Leaves
-  /// the table when there is none.
+  /// the table if none exists.
   void ReturnByTab(bool forward);
   void GoByTab(const QModelIndex& from, bool forward);
   void Close();

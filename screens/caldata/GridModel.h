@@ -57,7 +57,7 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] int FirstEditableColumn() const { return firstEditableColumn_; }
   /// A column without a caption is not used, and cannot be edited either.
   [[nodiscard]] bool IsEditable(int column) const;
-  /// The last column that can be edited, -1 when there is none.
+  /// The last column that can be edited, -1 if none exists.
   [[nodiscard]] int LastEditableColumn() const;
 
  private:

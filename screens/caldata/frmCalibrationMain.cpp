@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QCursor>
 #include <QEvent>
-#include <QFile>
 
 #include <optional>
 #include <utility>
@@ -27,6 +26,7 @@
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NameList.h"
+#include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
@@ -39,11 +39,6 @@ namespace {
 
 constexpr std::int32_t kHideReadOnly = 4;
 constexpr int kDesktopFolder = 0;
-
-/// A file name of the toolkit in the encoding of the system.
-std::string FileNameOf(const QString& name) {
-  return QFile::encodeName(name).toStdString();
-}
 
 }  // namespace
 
@@ -171,7 +166,7 @@ void frmCalibrationMain::CopyFileOfTestKit(const std::string& code, const std::s
   if (!dialog.ShowOpen()) {
     return;
   }
-  const std::string source = FileNameOf(dialog.FileName());
+  const std::filesystem::path source = SystemPath(dialog.FileName());
   if (UserLetsReplace(this, [&] { return TestKitWouldReplace(source, folder); })) {
     const BusyPointer busy;
     CopyTestKitFile(source, folder);

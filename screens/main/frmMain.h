@@ -51,7 +51,7 @@ class frmMain final : public QDialog {
   void Browse(QLineEdit* box, const QString& title);
   /// Reports a directory that the next start will read differently.
   void CheckDirectory(QLineEdit* box);
-  /// The notice about the directory in a box, "" when there is none.
+  /// The notice about the directory in a box, "" if none exists.
   [[nodiscard]] QString DirectoryNotice(const QLineEdit* box) const;
   /// Shows the notice `text` about a box and marks the box; "" removes both.
   void Notice(QLineEdit* box, const QString& text);

@@ -16,18 +16,11 @@
 
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
+#include "screens/widgets/QtPath.h"
 
 namespace tarvell {
 
 namespace {
-
-QString ToQt(const std::filesystem::path& path) {
-  return QFile::decodeName(path.c_str());
-}
-
-std::filesystem::path FromQt(const QString& name) {
-  return QFile::encodeName(name).toStdString();
-}
 
 /// The two folders of a desktop's trash.
 struct TrashFolders {
@@ -42,9 +35,9 @@ std::filesystem::path InfoOf(const TrashFolders& trash, const std::filesystem::p
 /// The trash in the user's home; nullopt if it does not exist and cannot be made.
 std::optional<TrashFolders> HomeTrash() {
   const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  const std::filesystem::path trash = FromQt(data) / "Trash";
+  const std::filesystem::path trash = SystemPath(data) / "Trash";
   for (const char* name : {"files", "info"}) {
-    const QString folder = ToQt(trash / name);
+    const QString folder = PathForQt(trash / name);
     if (data.isEmpty() || !QDir().mkpath(folder) || !QFileInfo(folder).isWritable()) {
       return std::nullopt;
     }
@@ -68,12 +61,12 @@ std::filesystem::path FreeName(const TrashFolders& trash, QString name) {
     name.chop(1);
   }
   QString free = name;
-  for (int number = 2; QFileInfo::exists(ToQt(trash.files / FromQt(free))) ||
-                       QFileInfo::exists(ToQt(InfoOf(trash, FromQt(free))));
+  for (int number = 2; QFileInfo::exists(PathForQt(trash.files / SystemPath(free))) ||
+                       QFileInfo::exists(PathForQt(InfoOf(trash, SystemPath(free))));
        ++number) {
     free = name + "." + QString::number(number);
   }
-  return FromQt(free);
+  return SystemPath(free);
 }
 
 std::error_code Copy(const std::filesystem::path& from, const std::filesystem::path& to) {
@@ -127,7 +120,7 @@ std::error_code CopyForGood(const std::filesystem::path& from, const std::filesy
 std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders& trash,
                           std::error_code (*take)(const std::filesystem::path& from,
                                                   const std::filesystem::path& to)) {
-  const std::filesystem::path name = FreeName(trash, ToQt(path.filename()));
+  const std::filesystem::path name = FreeName(trash, PathForQt(path.filename()));
   const std::filesystem::path info = InfoOf(trash, name);
   std::error_code code;
   const std::filesystem::path whole = std::filesystem::absolute(path, code);
@@ -166,7 +159,7 @@ std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   if (!trash) {
     return ForwardingPlatform::Recycle(path);
   }
-  if (TakesName(path.filename().string()) && QFile::moveToTrash(ToQt(path))) {
+  if (TakesName(path.filename().string()) && QFile::moveToTrash(PathForQt(path))) {
     return {};
   }
   std::error_code code;

@@ -8,6 +8,7 @@
 
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
+#include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 
@@ -16,8 +17,8 @@ namespace tarvell {
 QString BrowseForFolder(QWidget* ownerWindow, const QString& initialText, const QString& title) {
   const std::string initial = FromQt(initialText);
   const std::filesystem::path start = NativePath(FolderExists(initial) ? initial : "c:\\");
-  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, ToQt(start.string()));
-  return picked.isEmpty() ? QString() : ToQt(PathText(std::filesystem::path(FromQt(picked))));
+  const QString picked = CurrentQuestions().PickFolder(ownerWindow, title, PathForQt(start));
+  return picked.isEmpty() ? QString() : ToQt(PathText(SystemPath(picked)));
 }
 
 }  // namespace tarvell

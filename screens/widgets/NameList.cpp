@@ -18,7 +18,7 @@ namespace tarvell {
 
 namespace {
 
-/// Row of the first entry with exactly this name, -1 when there is none.
+/// Row of the first entry with exactly this name, -1 if none exists.
 int RowOf(const QListWidget* list, std::string_view name) {
   for (int row = 0; row < list->count(); ++row) {
     if (NameOfEntry(list->item(row)) == name) {

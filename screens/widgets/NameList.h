@@ -69,7 +69,7 @@ void OnEntry(QListWidget* list, EntryActions actions);
 /// keeps its colours when the entry is selected.
 void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon);
 
-/// Selects the first entry with exactly this name; false when there is none.
+/// Selects the first entry with exactly this name; false if none exists.
 bool SelectName(QListWidget* list, std::string_view name);
 
 }  // namespace tarvell

@@ -29,7 +29,7 @@ class NoticeLine final : public QLabel {
   void ShowAbout(const QString& subject);
   void Clear();
 
-  /// The notice about `subject`, "" when there is none.
+  /// The notice about `subject`, "" if none exists.
   [[nodiscard]] QString About(const QString& subject) const;
   /// All notices; the first is the one that is shown.
   [[nodiscard]] QStringList Notices() const;

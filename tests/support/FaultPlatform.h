@@ -79,6 +79,10 @@ class FaultPlatform : public ForwardingPlatform {
     }
     return code;
   }
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override {
+    return OpenForReading(entry.folder / entry.name, file);
+  }
   [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                 std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {

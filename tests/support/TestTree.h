@@ -37,7 +37,7 @@ class TestTree {
   void MakeFolders(std::string_view path) const;
   /// Writes exactly these bytes to a file, and makes its folder.
   void Write(std::string_view path, std::string_view bytes) const;
-  /// The content of a file. The test fails if there is none.
+  /// The content of a file. The test fails if it does not exist.
   [[nodiscard]] std::string Read(std::string_view path) const;
   [[nodiscard]] bool Exists(std::string_view path) const;
   /// Names in a folder, sorted, with hidden ones.

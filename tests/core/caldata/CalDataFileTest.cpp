@@ -146,7 +146,7 @@ TEST_F(CalDataFileTest, ACellThatCannotBeSavedIsRefusedAndTheEarlierFileIsWhole)
 TEST_F(CalDataFileTest, AHeaderLineInAnyCaseSetsItsFieldToItsFirstWord) {
   const std::vector<std::pair<Texts, Texts>> table = {
       {{"#SER_NO   : 33 18", "#CAL_NO   : C:42", "#COMMENT  : done in lab"}, {"33", "C", "done"}},
-      // The item ends at a comma, but for a quoted one.
+      // The item ends at a comma unless it is quoted.
       {{"#COMMENT  : left,right", "#ser_no   : 12", "#CAL_NO 13"}, {"12", "13", "left"}},
       {{"\"#comment  : left,right\" passed over"}, {"12", "13", "left,right"}},
       {{"#SER_NO   : ", "#CAL_NO", "#COMMENT  :"}, {"", "", ""}},

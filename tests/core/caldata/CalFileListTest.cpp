@@ -139,11 +139,11 @@ class CalFileHeaders : public MainModule {
  public:
   // Reads the folder and notes the serial number of every row that is reported.
   std::int16_t Read() {
-    return ReadCalFileHeaders(kModel,
-                              [this](const CalFileInfo& row) { told.push_back(row.SerialNumber); });
+    return ReadCalFileHeaders(
+        kModel, [this](const CalFileInfo& row) { reported.push_back(row.SerialNumber); });
   }
 
-  Names told;
+  Names reported;
 };
 
 void ExpectDates(const CalFileInfo& row, const std::vector<int>& dates) {
@@ -164,7 +164,7 @@ TEST_F(CalFileHeaders, OfANewStyleFileReplaceWhatTheirRowHeldBefore) {
   EXPECT_EQ(row.Comment, "factory");
   EXPECT_EQ(row.Option, "");
   ExpectDates(row, {2001, 3, 5, 2002, 4, 6});
-  EXPECT_EQ(told, Names{"3318A12345"});
+  EXPECT_EQ(reported, Names{"3318A12345"});
 }
 
 TEST_F(CalFileHeaders, TakeTheWholeTextAfterTheFirstColon) {
@@ -240,9 +240,9 @@ TEST_F(CalFileHeaders, AreReadFromFilesWithTheirPrefixWithoutAnExtensionAndOfEit
   // Neither style: the first item holds a line end.
   for (const char* end : {"\r\n", "\r", "\n"}) {
     tree.Write(InModel("SN6"), std::string("\"PX") + end + "12A\"\r\n2\r\n05MAR2001\r\n");
-    told.clear();
+    reported.clear();
     EXPECT_EQ(Read(), 6);
-    EXPECT_EQ(told, (Names{"SN 8", "SN1", "SNABC", "Sn2", "sn", "sn3"}));
+    EXPECT_EQ(reported, (Names{"SN 8", "SN1", "SNABC", "Sn2", "sn", "sn3"}));
     EXPECT_EQ(gCalFiles[2].FilePath, InModel("SNABC"));
   }
 }
@@ -276,7 +276,7 @@ TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnErrorThatNamesWhatCannotBeReadAsWe
   tree.MakeFolders(InModel("SN000"));
   EXPECT_EQ(ErrorOf([this] { (void)Read(); }).Kind(), ErrorKind::NotAFile);
   tree.Write(InModel("SN052"), NewStyle("052"));
-  told.clear();
+  reported.clear();
   const Error error = ErrorOf([this] { (void)Read(); });
   EXPECT_EQ(error.Kind(), ErrorKind::Index);
   EXPECT_EQ(error.Path(), kModel);
@@ -285,8 +285,8 @@ TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnErrorThatNamesWhatCannotBeReadAsWe
                        "\n\nOne entry of the folder cannot be read as a data file:"
                        "\n\nSN000: Cannot read the file: it is a folder"))
       << error.Text();
-  ASSERT_EQ(told.size(), 51U);
-  EXPECT_EQ(told.back(), "051");
+  ASSERT_EQ(reported.size(), 51U);
+  EXPECT_EQ(reported.back(), "051");
   EXPECT_EQ(gCalFiles[0].SerialNumber, "001");
   EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
 }
@@ -311,13 +311,13 @@ TEST_F(CalFileHeaders, OfAFileThatCannotBeReadAreAnErrorOfItsLine) {
         std::tuple(Lines({"PX12A", "2", "05MAR 9E9"}), 3, std::string())}) {
     SCOPED_TRACE(bytes);
     tree.Write(InModel("SN2"), bytes);
-    told.clear();
+    reported.clear();
     const Error error = ErrorOf([this] { (void)Read(); });
     EXPECT_EQ(error.Kind(), text.empty() ? ErrorKind::Type : ErrorKind::InputPastEnd);
     EXPECT_EQ(error.Path(), InModel("SN2"));
     EXPECT_EQ(error.Line(), line);
     EXPECT_TRUE(text.empty() || error.Text() == text) << error.Text();
-    EXPECT_EQ(told, (Names{"1", "3"}));
+    EXPECT_EQ(reported, (Names{"1", "3"}));
     EXPECT_EQ(gCalFiles[1].SerialNumber, "3");
   }
 }
@@ -338,7 +338,7 @@ TEST_F(CalFileHeaders, OfEntriesThatCannotBeReadAreOneErrorAndAllOthersAreRead) 
             "SN4: Cannot read the file: it is a folder, not a file. Rename or remove it, then try "
             "again.\n\n"
             "All other data sets of the folder are listed.");
-  EXPECT_EQ(told, (Names{"1", "3", "6"}));
+  EXPECT_EQ(reported, (Names{"1", "3", "6"}));
   EXPECT_EQ(gCalFiles[2].FilePath, InModel("SN6"));
 
   // Five are named. A finished kit file of two items names no date.

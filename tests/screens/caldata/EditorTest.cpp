@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "screens/caldata/EitherEditor.h"
-#include "screens/main/ScreenFaults.h"
 #include "support/ErrorOf.h"
+#include "support/ScreenFaults.h"
 
 /// What both editors of calibration data share: opening, the header, OK and Cancel.
 namespace tarvell {

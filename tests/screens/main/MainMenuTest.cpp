@@ -5,12 +5,12 @@
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/frmCalibrationMain.h"
-#include "screens/main/ScreenFaults.h"
 #include "screens/main/frmMain.h"
 #include "screens/main/frmSplash.h"
 #include "screens/station/frmStationMain.h"
 #include "screens/widgets/NoticeLine.h"
 #include "support/DesktopTestPlatform.h"
+#include "support/ScreenFaults.h"
 #include "support/ScriptedQuestions.h"
 #include "support/TestTree.h"
 #include "support/User.h"

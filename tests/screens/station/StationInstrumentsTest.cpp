@@ -3,10 +3,10 @@
 
 #include <QtWidgets>
 
-#include "screens/main/ScreenFaults.h"
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/UpDown.h"
+#include "support/ScreenFaults.h"
 
 namespace tarvell {
 namespace {

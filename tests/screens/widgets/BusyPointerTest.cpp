@@ -11,28 +11,32 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-/// The desktop platform; each call that may take long on a share checks the pointer.
-class PointerCheck : public DesktopPlatform {
+/// Another platform; each call that may take long on a share checks the pointer.
+class PointerCheck : public ForwardingPlatform {
  public:
-  PointerCheck() { SetCurrentPlatform(this); }
+  PointerCheck() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
   PointerCheck(const PointerCheck&) = delete;
   PointerCheck& operator=(const PointerCheck&) = delete;
-  ~PointerCheck() override { SetCurrentPlatform(nullptr); }
+  ~PointerCheck() override { SetCurrentPlatform(before_); }
 
   std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                          const SearchVisitor& visit) override {
     CheckPointer();
-    return DesktopPlatform::Search(folder, kind, visit);
+    return ForwardingPlatform::Search(folder, kind, visit);
   }
   std::error_code OpenForReading(const std::filesystem::path& path,
                                  std::unique_ptr<InputFile>& file) override {
     CheckPointer();
-    return DesktopPlatform::OpenForReading(path, file);
+    return ForwardingPlatform::OpenForReading(path, file);
+  }
+  std::error_code OpenFound(const FoundEntry& entry, std::unique_ptr<InputFile>& file) override {
+    CheckPointer();
+    return ForwardingPlatform::OpenFound(entry, file);
   }
   std::error_code CreateTemporary(const std::filesystem::path& folder, std::filesystem::path& path,
                                   std::unique_ptr<OutputFile>& file) override {
     CheckPointer();
-    return DesktopPlatform::CreateTemporary(folder, path, file);
+    return ForwardingPlatform::CreateTemporary(folder, path, file);
   }
 
   /// The busy pointer was shown during every call since the last check, and is gone now.
@@ -51,6 +55,7 @@ class PointerCheck : public DesktopPlatform {
     busyCalls_ += pointer != nullptr && pointer->shape() == Qt::WaitCursor ? 1 : 0;
   }
 
+  Platform* before_;
   int calls_ = 0;
   int busyCalls_ = 0;
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "core/platform/PathText.h"
+#include "core/platform/ProgramPath.h"
 
 #include <algorithm>
 #include <cstddef>

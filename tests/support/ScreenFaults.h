@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
-#define TARVELL_TESTS_SCREENS_MAIN_SCREENFAULTS_H
+#ifndef TARVELL_TESTS_SUPPORT_SCREENFAULTS_H
+#define TARVELL_TESTS_SUPPORT_SCREENFAULTS_H
 
 #include <gtest/gtest.h>
 

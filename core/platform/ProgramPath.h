@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_CORE_PLATFORM_PATHTEXT_H
-#define TARVELL_CORE_PLATFORM_PATHTEXT_H
+#ifndef TARVELL_CORE_PLATFORM_PROGRAMPATH_H
+#define TARVELL_CORE_PLATFORM_PROGRAMPATH_H
 
 #include <string>
 #include <string_view>
