@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/caldata/CalDataFile.h"
+#include "core/caldata/HeaderLines.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/cInstrPX12A.h"
 #include "support/Dates.h"
@@ -243,6 +244,14 @@ TEST_F(CalDataFileTest, TheNameNewInAnyCaseMeansTheTemplateAndAnyOtherAFile) {
     EXPECT_EQ(error.Kind(), ErrorKind::NotFound) << name;
     EXPECT_EQ(error.Path(), name);
     EXPECT_EQ(data_.Comment(), "nEw") << name;
+  }
+}
+
+TEST(StationModelOf, LeavesOutTheMakerItsBlankAndTheOption) {
+  for (const auto& [listed, shown] :
+       {std::pair("QZ PX12A", "PX12A"), std::pair("QZ RT520C Opt001", "RT520C"),
+        std::pair("PX12A", "PX12A"), std::pair("RT520COpt001", "RT520C")}) {
+    EXPECT_EQ(StationModelOf(listed), shown);
   }
 }
 

@@ -138,5 +138,24 @@ TEST(ScreenSize, GrowsWithTheFontButNotBeyondTheDisplay) {
   }
 }
 
+TEST(MakeScrollable, ShowsTheFieldThatGetsTheFocus) {
+  QWidget window;
+  auto* part = new QWidget;
+  (new QVBoxLayout(&window))->addWidget(part);  // the window owns both layouts and what is in them
+  auto* fields = new QVBoxLayout(part);
+  for (int i = 0; i < 20; ++i) {
+    fields->addWidget(new QLineEdit);
+  }
+  MakeScrollable(part);
+  window.resize(200, 150);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QWidget* last = fields->itemAt(19)->widget();
+  ASSERT_TRUE(last->visibleRegion().isEmpty());
+  last->setFocus();
+  EXPECT_EQ(last->visibleRegion().boundingRect(), last->rect());
+}
+
 }  // namespace
 }  // namespace tarvell
