@@ -135,7 +135,7 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
   });
   currentPage_ = page;
   ShowMemberSerial(ToQt(Data().GetCalPageSerial(page)));
-  ShowCellNotes();
+  ShowCellMarks();
   ReportMember();
 }
 
@@ -180,7 +180,7 @@ void frmCalDataTabInput::StorePage() {
   }
   Data().SetCalData(currentPage_, ui_->grid->Data());
   Data().SetCalPageSerial(currentPage_, serial);
-  KeepCellNotes();
+  KeepCellMarks();
 }
 
 void frmCalDataTabInput::ChangePage() {
@@ -279,7 +279,15 @@ bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::FocusIn && watched == ui_->txtTabSerial) {
+    ++serialRun_;
     Notices().ShowAbout(MemberSubject(currentPage_));
+  }
+  if (event->type() == QEvent::ShortcutOverride && watched == ui_->txtTabSerial) {
+    // The box must not take the keys for Undo and Redo: the history has what is typed in it.
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+      return true;
+    }
   }
   return CalEditor::eventFilter(watched, event);
 }
