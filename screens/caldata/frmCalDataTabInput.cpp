@@ -206,9 +206,7 @@ void frmCalDataTabInput::chkCheck_Click() {
 }
 
 void frmCalDataTabInput::SwitchOption(bool on) {
-  // If one of these fails, the tab stays.
   Cells().Commit();
-  StorePage();
   Change(tr("option"), [&] { ShowOption(on); });
 }
 
@@ -224,10 +222,11 @@ void frmCalDataTabInput::ShowOption(bool on) {
     return;
   }
   if (HasOption()) {
+    // If this fails, the tab stays.
     StorePage();
     const QSignalBlocker blocker(ui_->tTab);
     ui_->tTab->removeTab(kOptionPage);
-    ChangePage();
+    ShowPage(SelectedPage());
   }
   Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
   Notices().Report(MemberSubject(kOptionPage), {});

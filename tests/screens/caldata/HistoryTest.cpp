@@ -285,6 +285,8 @@ TEST_P(History, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
       Undo();
     }
     EXPECT_EQ(TextOf(editor, "txtComment"), header_.comment);
+    Find<QComboBox>(editor, "cmbCalMonth").setFocus();
+    Undo();
     EXPECT_EQ(CellOf(grid, 1, 1), Stored(1, "3"));
     ClickCell(grid, 2, 1);
     Type("45");
