@@ -23,6 +23,7 @@
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -81,6 +82,8 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
+  cellEditor_->SetChange(
+      [this](const QString& what, const std::function<void()>& change) { Change(what, change); });
   connect(cellEditor_.get(), &CellEditor::Typed, this,
           [this](Cell cell, const QString& typed) { NoteCell(cell, typed); });
   connect(cellEditor_.get(), &CellEditor::Pasted, this,
@@ -116,6 +119,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   // shown yet.
   layout()->activate();
   controls_.notices->Clear();
+  history_.clear();
   FindCellNotes();
   ShowTables();
   controls_.header->ReportNotices();
@@ -127,6 +131,49 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   }
   exec();
   data_.reset();
+}
+
+void CalEditor::Change(const QString& what, const std::function<void()>& change, int run) {
+  const PageState before = State();
+  change();
+  const PageState after = State();
+  if (after != before) {
+    history_.push(new EditStep(
+        what, before, after,
+        [this](const PageState& state, const PageState& other) { ShowState(state, other); }, run));
+  }
+}
+
+PageState CalEditor::State() const {
+  return {ShownPage(), HasOption(), MemberSerial(), controls_.grid->Model().State()};
+}
+
+void CalEditor::ShowState(const PageState& state, const PageState& other) {
+  controls_.grid->Show(state.table, FirstDifference(state.table, other.table));
+  ShowMemberSerial(state.memberSerial);
+  ReportCells();
+}
+
+void CalEditor::Undo() {
+  if (cellEditor_->IsOpen() || !history_.canUndo()) {
+    return;
+  }
+  const auto& step = static_cast<const EditStep&>(*history_.command(history_.index() - 1));
+  Guarded(this, [&] {
+    GoTo(step.Before().page, step.Before().hasOption);
+    history_.undo();
+  });
+}
+
+void CalEditor::Redo() {
+  if (cellEditor_->IsOpen() || !history_.canRedo()) {
+    return;
+  }
+  const auto& step = static_cast<const EditStep&>(*history_.command(history_.index()));
+  Guarded(this, [&] {
+    GoTo(step.After().page, step.After().hasOption);
+    history_.redo();
+  });
 }
 
 void CalEditor::ShowCaption(const QString& serial) {

@@ -6,8 +6,10 @@
 
 #include <QDialog>
 #include <QPushButton>
+#include <QUndoStack>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,6 +18,7 @@
 
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
+#include "screens/caldata/EditHistory.h"
 #include "screens/caldata/GridModel.h"
 
 namespace tarvell {
@@ -45,6 +48,10 @@ class CalEditor : public QDialog {
   /// load that fails. The screen is not shown then.
   void SetupDat(std::int16_t index, const std::string& modelCode);
 
+  /// What has been done to the tables, the serial numbers of the members and the option since the
+  /// screen was opened. Its signal indexChanged reports every change.
+  [[nodiscard]] const QUndoStack& History() const { return history_; }
+
  protected:
   explicit CalEditor(QWidget* parent);
 
@@ -62,6 +69,12 @@ class CalEditor : public QDialog {
   [[nodiscard]] cifCaldata& Data() const { return *data_; }
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
   [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
+
+  /// Runs `change`, which changes the shown table, the serial number of its member or the option,
+  /// and makes it a step of the history. An undo shows the page before the change again. `what`
+  /// completes "Undo ...". If `change` throws, it must not have changed anything. Steps with the
+  /// same `run` become one.
+  void Change(const QString& what, const std::function<void()>& change, int run = EditStep::kNoRun);
 
   /// Marks the cells that have notes, after the grid has been filled with a page.
   void ShowCellNotes();
@@ -84,10 +97,21 @@ class CalEditor : public QDialog {
   virtual void StoreTables() = 0;
   /// The page whose table the grid shows.
   [[nodiscard]] virtual std::int16_t ShownPage() const { return 0; }
+  /// The serial number of the member on the shown page, as far as it is in the history.
+  [[nodiscard]] virtual QString MemberSerial() const { return {}; }
+  virtual void ShowMemberSerial(const QString& /*serial*/) {}
+  [[nodiscard]] virtual bool HasOption() const { return false; }
+  /// Switches the option and shows a page.
+  virtual void GoTo(std::int16_t /*page*/, bool /*hasOption*/) {}
   /// The sentence that says where the values of a fixed column come from.
   [[nodiscard]] virtual QString WhyFixed() const = 0;
 
   void ShowCaption(const QString& serial);
+  [[nodiscard]] PageState State() const;
+  /// Shows the page as it is in `state`, at the first cell that differs from `other`.
+  void ShowState(const PageState& state, const PageState& other);
+  void Undo();
+  void Redo();
   /// Notes every cell of the data set that will be read back differently after a save.
   void FindCellNotes();
   /// Notes whether a cell holds what was typed, and whether that will be read back. `typed` is
@@ -101,6 +125,7 @@ class CalEditor : public QDialog {
   std::unique_ptr<CellEditor> cellEditor_;       ///< destroyed before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
+  QUndoStack history_;
 };
 
 }  // namespace tarvell

@@ -47,6 +47,21 @@ void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   }
 }
 
+void CalGrid::Show(const GridState& state, Cell cell) {
+  model_->SetState(state);
+  ShareWidth();
+  GoNear(
+      {cell.row, std::max(cell.column, static_cast<std::int16_t>(model_->FirstEditableColumn()))});
+}
+
+void CalGrid::GoNear(Cell cell) {
+  const GridRow last = EndOf(Data()) + (-1);
+  if (last >= kFirstDataRow) {
+    SetCurrentCell({std::clamp(cell.row, kFirstDataRow, last), cell.column});
+    scrollTo(currentIndex());
+  }
+}
+
 Cell CalGrid::CurrentCell() const {
   return currentIndex().isValid() ? GridModel::CellAt(currentIndex()) : Cell{kCaptionRow, 0};
 }
@@ -57,14 +72,12 @@ void CalGrid::SetCurrentCell(Cell cell) {
   selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
 }
 
-void CalGrid::RemoveRow(GridRow row) {
+void CalGrid::RemoveRows(GridRow first, GridRow last) {
   const std::int16_t column = CurrentCell().column;
-  model_->RemoveRow(row);
-  const GridRow last = EndOf(Data()) + (-1);
-  if (last >= kFirstDataRow) {
-    SetCurrentCell({std::min(row, last), column});
-    scrollTo(currentIndex());
+  for (GridRow row = last; row >= first; row = row + (-1)) {
+    model_->RemoveRow(row);
   }
+  GoNear({first, column});
 }
 
 QModelIndex CalGrid::NextEditable(const QModelIndex& cell, bool forward) const {

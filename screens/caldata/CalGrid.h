@@ -32,13 +32,17 @@ class CalGrid final : public QTableView {
   /// first cell that can be edited.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
 
+  /// Shows another state of the same table and goes to `cell`, or to the cell nearest to it.
+  void Show(const GridState& state, Cell cell);
+
   /// The current cell; its row is kCaptionRow when there is no data row.
   [[nodiscard]] Cell CurrentCell() const;
   /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(Cell cell);
 
-  /// Removes a row. Then the row of the same number is current, or the last one.
-  void RemoveRow(GridRow row);
+  /// Removes the rows from `first` to `last`. Then the row of the number `first` is current, or the
+  /// last one.
+  void RemoveRows(GridRow first, GridRow last);
 
   /// The next cell after `cell` that can be edited, in this row or a later one, or the previous
   /// one. Invalid after the last and before the first.
@@ -57,6 +61,8 @@ class CalGrid final : public QTableView {
 
  private:
   void ShareWidth();
+  /// Makes `cell` the current one, or that of the same column in the nearest row.
+  void GoNear(Cell cell);
 
   GridModel* model_;
   /// Where a selection with Shift begins after SetCurrentCell. Invalid when the user has selected

@@ -107,9 +107,11 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
     if (!IsOpen() && copies) {
       CopySelectedCells(*grid_);
     } else if (!IsOpen()) {
-      for (const PastedCell& pasted : PasteIntoCells(*grid_, rules_)) {
-        emit Pasted(pasted.cell);
-      }
+      change_(tr("paste"), [this] {
+        for (const PastedCell& pasted : PasteIntoCells(*grid_, rules_)) {
+          emit Pasted(pasted.cell);
+        }
+      });
     }
     return true;
   }
@@ -232,10 +234,14 @@ void CellEditor::Commit() {
   if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
     const Cell cell = GridModel::CellAt(cell_);
     const QString typed = txtCell_->text();
-    grid_->Model().SetCellText(
-        cell, rules_.toStore(cell, FromQt(typed), FromQt(txtCellCmb_->currentText())));
+    const QString unit = txtCellCmb_->currentText();
+    const bool isUnitOnly = !replaced_ && typed == untouched_;
+    const std::string text = rules_.toStore(cell, FromQt(typed), FromQt(unit));
     Close();
-    emit Typed(cell, typed);
+    change_(isUnitOnly ? tr("unit %1").arg(unit) : tr("typing \"%1\"").arg(typed), [&] {
+      grid_->Model().SetCellText(cell, text);
+      emit Typed(cell, typed);
+    });
     return;
   }
   Close();

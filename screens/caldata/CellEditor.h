@@ -10,6 +10,7 @@
 #include <QPersistentModelIndex>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -40,6 +41,11 @@ class CellEditor final : public QObject {
   explicit CellEditor(CalGrid* grid);
 
   void SetRules(CellRules rules) { rules_ = std::move(rules); }
+
+  /// Makes a change of the table, called `what`.
+  using Change = std::function<void(const QString& what, const std::function<void()>& change)>;
+  /// Sets how the table is changed; at first, it is just changed.
+  void SetChange(Change change) { change_ = std::move(change); }
 
   [[nodiscard]] bool IsOpen() const { return cell_.isValid(); }
 
@@ -82,6 +88,7 @@ class CellEditor final : public QObject {
   QLineEdit* txtCell_;
   QComboBox* txtCellCmb_;
   CellRules rules_;
+  Change change_ = [](const QString& /*what*/, const std::function<void()>& change) { change(); };
   QPersistentModelIndex cell_;  ///< the edited cell; invalid when no edit is open
   QString untouched_;           ///< the text of the box as it was opened
   QString untouchedUnit_;       ///< the unit as the list first showed it

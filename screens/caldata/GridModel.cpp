@@ -7,9 +7,30 @@
 #include <QPalette>
 #include <QStyle>
 
+#include <utility>
+
 #include "screens/widgets/QtText.h"
 
 namespace tarvell {
+
+namespace {
+
+/// Moves what is known of the rows from `first` on by `rows`, 1 or -1. With -1 what is known of
+/// `first` itself is removed.
+template <typename Value>
+void MoveRows(std::map<Cell, Value>& values, GridRow first, int rows) {
+  std::map<Cell, Value> moved;
+  for (auto& [cell, value] : values) {
+    const bool moves = cell.row >= first;
+    const GridRow row = cell.row + (moves ? rows : 0);
+    if (!moves || row >= first) {
+      moved[{row, cell.column}] = std::move(value);
+    }
+  }
+  values = std::move(moved);
+}
+
+}  // namespace
 
 Cell GridModel::CellAt(const QModelIndex& index) {
   return {{static_cast<std::int16_t>(index.row() + 1)}, static_cast<std::int16_t>(index.column())};
@@ -81,7 +102,7 @@ void GridModel::SetNote(Cell cell, const QString& note) {
 
 void GridModel::SetNotes(CellNotes notes) {
   notes_ = std::move(notes);
-  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+  ShowMarksChanged();
 }
 
 QString GridModel::NoteAt(Cell cell) const {
@@ -89,21 +110,37 @@ QString GridModel::NoteAt(Cell cell) const {
   return found == notes_.end() ? QString() : found->second;
 }
 
-void GridModel::MoveNotes(GridRow first, int rows) {
-  CellNotes moved;
-  for (auto& [cell, note] : notes_) {
-    const bool moves = cell.row >= first;
-    const GridRow row = cell.row + (moves ? rows : 0);
-    if (!moves || row >= first) {
-      moved[{row, cell.column}] = std::move(note);
-    }
-  }
-  notes_ = std::move(moved);
+void GridModel::SetOrigin(Cell cell, Origin origin) {
+  origins_[cell] = origin;
+  emit dataChanged(IndexAt(cell), IndexAt(cell));
+}
+
+void GridModel::SetOrigins(CellOrigins origins) {
+  origins_ = std::move(origins);
+  ShowMarksChanged();
+}
+
+Origin GridModel::OriginAt(Cell cell) const {
+  const auto found = origins_.find(cell);
+  return found == origins_.end() ? Origin::File : found->second;
+}
+
+void GridModel::SetState(const GridState& state) {
+  beginResetModel();
+  grid_.SetRows(state.rows);
+  notes_ = state.notes;
+  origins_ = state.origins;
+  endResetModel();
+}
+
+void GridModel::ShowMarksChanged() {
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   beginResetModel();
   notes_.clear();
+  origins_.clear();
   fill(grid_);
   endResetModel();
 }
@@ -113,17 +150,22 @@ void GridModel::SetCellText(Cell cell, std::string_view text) {
   emit dataChanged(IndexAt(cell), IndexAt(cell));
 }
 
-void GridModel::InsertRow(GridRow position, std::span<const std::string> cells) {
+void GridModel::InsertRow(GridRow position, std::span<const std::string> cells, Origin origin) {
   beginInsertRows({}, position.number - 1, position.number - 1);
   grid_.InsertRow(position, cells);
-  MoveNotes(position, 1);
+  MoveRows(notes_, position, 1);
+  MoveRows(origins_, position, 1);
+  for (int column = firstEditableColumn_; column < columnCount(); ++column) {
+    origins_[{position, static_cast<std::int16_t>(column)}] = origin;
+  }
   endInsertRows();
 }
 
 void GridModel::RemoveRow(GridRow row) {
   beginRemoveRows({}, row.number - 1, row.number - 1);
   grid_.RemoveRow(row);
-  MoveNotes(row, -1);
+  MoveRows(notes_, row, -1);
+  MoveRows(origins_, row, -1);
   endRemoveRows();
 }
 

@@ -108,7 +108,8 @@ void frmCalDataInput::AddPoint() {
       Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");
       break;
     case PointPlace::Row:
-      grid.Model().InsertRow(point->position.row, point->row);
+      Change(tr("adding a point"),
+             [&] { grid.Model().InsertRow(point->position.row, point->row, Origin::Template); });
       grid.SetCurrentCell(
           {point->position.row, static_cast<std::int16_t>(grid.Model().FirstEditableColumn())});
       grid.setFocus();
@@ -172,7 +173,7 @@ void frmCalDataInput::DeletePoint() {
                                     .buttons = QMessageBox::Yes | QMessageBox::No,
                                     .defaultButton = QMessageBox::No});
   if (answer == QMessageBox::Yes) {
-    ui_->Grid->RemoveRow(row);
+    Change(tr("deleting a point"), [&] { ui_->Grid->RemoveRows(row, row); });
     ReportCells();
   }
 }
