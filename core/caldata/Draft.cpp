@@ -31,6 +31,9 @@ constexpr std::string_view kOff = "off";
 constexpr std::size_t kMostPages = 7;
 constexpr std::size_t kMostColumns = 5;
 
+/// The letters of the origins, in the order of their values.
+constexpr std::string_view kOrigins = "TEFO";
+
 constexpr char kEscape = '%';
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 constexpr int kHex = 16;
@@ -160,12 +163,44 @@ class DraftReader {
   bool isRight_;
 };
 
+/// Takes the origins of the last row.
+void TakeOrigins(DraftReader& reader, DraftPage& page) {
+  const std::string letters = reader.Text("From");
+  reader.Require(letters.size() == page.rows.back().size());
+  const GridRow row = RowOf(TableIndex{page.rows.size() - 1});
+  for (std::size_t column = 0; column < letters.size(); ++column) {
+    const std::size_t origin = kOrigins.find(letters[column]);
+    reader.Require(origin != std::string_view::npos);
+    if (origin != static_cast<std::size_t>(Origin::File)) {
+      page.origins[{row, static_cast<std::int16_t>(column)}] = static_cast<Origin>(origin);
+    }
+  }
+}
+
+/// The origins of a row as letters, "" if all its cells come from the file.
+std::string OriginLetters(const DraftPage& page, std::size_t index) {
+  std::string letters(page.rows[index].size(), kOrigins[static_cast<std::size_t>(Origin::File)]);
+  bool isOther = false;
+  for (std::size_t column = 0; column < letters.size(); ++column) {
+    const Cell cell = {RowOf(TableIndex{index}), static_cast<std::int16_t>(column)};
+    const auto found = page.origins.find(cell);
+    if (found != page.origins.end() && found->second != Origin::File) {
+      letters[column] = kOrigins[static_cast<std::size_t>(found->second)];
+      isOther = true;
+    }
+  }
+  return isOther ? letters : std::string();
+}
+
 DraftPage TakePage(DraftReader& reader) {
   DraftPage page;
   page.serialNumber = reader.Text("Page");
   while (reader.IsNext("Row")) {
     reader.Require(page.rows.size() < kTableRows);
     page.rows.push_back(reader.Cells("Row", kMostColumns));
+    if (reader.IsNext("From")) {
+      TakeOrigins(reader, page);
+    }
   }
   return page;
 }
@@ -203,8 +238,12 @@ std::string DraftBytes(const Draft& draft) {
   line("Shown page", std::to_string(draft.state.shownPage));
   for (const DraftPage& page : draft.state.pages) {
     line("Page", Escaped(page.serialNumber));
-    for (const std::vector<std::string>& row : page.rows) {
-      line("Row", EscapedCells(row));
+    for (std::size_t index = 0; index < page.rows.size(); ++index) {
+      line("Row", EscapedCells(page.rows[index]));
+      const std::string origins = OriginLetters(page, index);
+      if (!origins.empty()) {
+        line("From", origins);
+      }
     }
   }
   if (const std::optional<OpenCell>& open = draft.state.openCell) {
@@ -268,7 +307,7 @@ std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption) {
   for (std::int16_t page = 0; page < count; ++page) {
     grid.Clear(kMostColumns);
     data.GetCalData(page, grid);
-    pages.push_back({data.GetCalPageSerial(page), RowsOf(grid)});
+    pages.push_back({.serialNumber = data.GetCalPageSerial(page), .rows = RowsOf(grid)});
   }
   if (isHidden) {
     data.SetCalPageSerial(kOptionPage, std::string(kOptionOff));

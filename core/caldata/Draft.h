@@ -12,6 +12,7 @@
 
 #include "core/caldata/CalDataGrid.h"
 #include "core/caldata/Cell.h"
+#include "core/caldata/Origin.h"
 #include "core/caldata/cifCaldata.h"
 
 /// Drafts: what is in an open editor, even if it could not be saved as it is.
@@ -32,10 +33,11 @@ struct DraftHeader {
   bool operator==(const DraftHeader&) const = default;
 };
 
-/// The serial number of the member, and the cells of each data row.
+/// The serial number of the member, the cells of each data row, and where their values come from.
 struct DraftPage {
-  std::string serialNumber;
-  std::vector<std::vector<std::string>> rows;
+  std::string serialNumber = {};
+  std::vector<std::vector<std::string>> rows = {};
+  CellOrigins origins = {};  ///< of the cells that do not come from the file
 
   bool operator==(const DraftPage&) const = default;
 };
@@ -79,8 +81,8 @@ struct Draft {
 /// The data rows of a grid.
 [[nodiscard]] std::vector<std::vector<std::string>> RowsOf(const CalDataGrid& grid);
 
-/// All pages of a data set, with the one that its option hides at present. The data set is the same
-/// afterwards.
+/// All pages of a data set, without the origins, with the one that its option hides at present. The
+/// data set is the same afterwards.
 [[nodiscard]] std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption);
 
 /// Puts pages and option back into a data set of the same model. What the data set has no place for

@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/Draft.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
 #include "screens/caldata/EditHistory.h"
@@ -26,6 +27,8 @@ namespace tarvell {
 class CalGrid;
 class CalHeaderBlock;
 class CellEditor;
+class DraftKeeper;
+class DraftStrip;
 class NoticeLine;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
@@ -61,6 +64,7 @@ class CalEditor : public QDialog {
     CalGrid* grid;
     NoticeLine* notices;
     QPushButton* ok;
+    DraftStrip* draft;
   };
   /// Connects the controls. The constructor calls this once.
   void SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor);
@@ -112,6 +116,15 @@ class CalEditor : public QDialog {
   void ShowState(const PageState& state, const PageState& other);
   void Undo();
   void Redo();
+  /// Reports every change to the drafts.
+  void WatchChanges();
+  /// Everything that is in the editor, as a draft keeps it.
+  [[nodiscard]] EditorState Contents() const;
+  /// Shows the contents of a draft. Each page that it changes is one step of the history.
+  void Restore(const EditorState& draft);
+  void RestorePage(const DraftPage& page);
+  /// The notes of the cells that will be read back differently after a save.
+  [[nodiscard]] CellNotes NotesOf(const MemoryGrid& grid, std::int16_t page) const;
   /// Notes every cell of the data set that will be read back differently after a save.
   void FindCellNotes();
   /// Notes whether a cell holds what was typed, and whether that will be read back. `typed` is
@@ -126,6 +139,7 @@ class CalEditor : public QDialog {
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
   QUndoStack history_;
+  DraftKeeper* drafts_ = nullptr;
 };
 
 }  // namespace tarvell

@@ -19,7 +19,7 @@ constexpr const char* kFile = R"(c:\calfactors\PX12A\SN12345)";
 
 EditorState StateOf(const std::string& factor) {
   return {.header = {.serialNumber = "3318A12345", .calDay = "3x", .comment = "100% \t\xC3\xA9"},
-          .pages = {{"", {{"0.10", factor}, {"50.00", "100.0"}}}},
+          .pages = {{"", {{"0.10", factor}, {"50.00", "100.0"}}, {{{{2}, 1}, Origin::Template}}}},
           .openCell = OpenCell{{{2}, 1}, "99.", ""}};
 }
 
@@ -44,6 +44,7 @@ TEST(Draft, HasThisFileAndIsReadBack) {
                                          "Page: ",
                                          "Row: 0.10\t98.8%0D%0A",
                                          "Row: 50.00\t100.0",
+                                         "From: FT",
                                          "Open cell: 2\t1\t99.\t",
                                          "End"});
   EXPECT_EQ(DraftBytes(draft), bytes);
@@ -59,7 +60,7 @@ TEST(Draft, KeepsThePageThatTheOptionHides) {
   const std::unique_ptr<cifCaldata> typed = model.create();
   EditorState state{.option = true, .pages = PagesOf(*typed, true)};
   ASSERT_EQ(state.pages.size(), 4U);
-  state.pages[3] = {"C004", {{"100", "10.0002uF", "300 ppm", "0.0007", "0.0008"}}};
+  state.pages[3] = {"C004", {{"100", "10.0002uF", "300 ppm", "0.0007", "0.0008"}}, {}};
   RestorePages(state, true, *typed);
   typed->SetCalPageSerial(3, "*");
   state = {.option = false, .pages = PagesOf(*typed, true)};
