@@ -182,11 +182,12 @@ void TypeAndDie(QWidget& editor, unsigned seed, int keys) {
   std::mt19937 random(seed);
   Onlooker onlooker(editor);
   onlooker.Walk();
-  Print(onlooker.Shown() + onlooker.Pages());
+  const QString opened = onlooker.Shown();
+  Print(opened + onlooker.Pages());
   constexpr unsigned kLongestPause = 60;  // ms
   for (int key = 0; key < keys; ++key) {
     PressAnything(random);
-    QString shown = onlooker.Shown();
+    const QString shown = onlooker.Shown();
     Print(shown + onlooker.Pages());
     QTest::qWait(static_cast<int>(random() % kLongestPause));
   }
