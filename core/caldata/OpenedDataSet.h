@@ -20,6 +20,8 @@ struct OpenedDataSet {
   std::vector<std::string> notices;
   /// Whether the file is named after the serial number, which then must not be changed.
   bool isNamedBySerial = false;
+  /// Where the values that the file holds come from. Those of the template are known to `data`.
+  Origin fileValues = Origin::File;
 };
 
 /// New data of a model: those of its template. Throws as SetInitialDefaultData does.

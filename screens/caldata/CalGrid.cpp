@@ -3,6 +3,7 @@
 
 #include "screens/caldata/CalGrid.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 
 #include <algorithm>
@@ -66,6 +67,19 @@ Cell CalGrid::CurrentCell() const {
   return currentIndex().isValid() ? GridModel::CellAt(currentIndex()) : Cell{kCaptionRow, 0};
 }
 
+std::pair<GridRow, GridRow> CalGrid::SelectedRows() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  GridRow first = CurrentCell().row;
+  GridRow last = first;
+  if (selected.contains(currentIndex())) {
+    for (const QModelIndex& cell : selected) {
+      first = std::min(first, GridModel::CellAt(cell).row);
+      last = std::max(last, GridModel::CellAt(cell).row);
+    }
+  }
+  return {first, last};
+}
+
 void CalGrid::SetCurrentCell(Cell cell) {
   start_ = model_->IndexAt(cell);
   // The table itself would extend the selection when Shift is held.
@@ -101,6 +115,12 @@ QModelIndex CalGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modif
   const int column =
       action == MoveHome ? model_->FirstEditableColumn() : model_->LastEditableColumn();
   return model_->IsEditable(column) ? model_->index(cell.row(), column) : cell;
+}
+
+void CalGrid::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+  const QPoint besideCell = visualRect(currentIndex()).bottomLeft();
+  emit MenuWanted(isByMouse ? event->globalPos() : viewport()->mapToGlobal(besideCell));
 }
 
 void CalGrid::resizeEvent(QResizeEvent* event) {

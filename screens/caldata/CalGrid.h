@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 
 #include "screens/caldata/GridModel.h"
 
@@ -37,6 +38,9 @@ class CalGrid final : public QTableView {
 
   /// The current cell; its row is kCaptionRow when there is no data row.
   [[nodiscard]] Cell CurrentCell() const;
+  /// The first and the last row in which cells are selected, or the row of the current cell when it
+  /// is not selected. Both are kCaptionRow when there is no data row.
+  [[nodiscard]] std::pair<GridRow, GridRow> SelectedRows() const;
   /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(Cell cell);
 
@@ -53,7 +57,12 @@ class CalGrid final : public QTableView {
   /// Typing in a column that cannot be edited must not search for a text.
   void keyboardSearch(const QString& /*search*/) override {}
 
+ signals:
+  /// The user wants the table's menu, by the mouse or by a key.
+  void MenuWanted(const QPoint& globalPlace);
+
  protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
   /// Home and End, with and without Ctrl, go to cells that can be edited.
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -61,10 +61,16 @@ class CellEditor final : public QObject {
   /// Opens an edit as it was. Does nothing if the table has no such cell that can be edited.
   void Reopen(const OpenCell& edit);
 
+  /// Copies the selected cells, or pastes into them, unless an edit is open.
+  void Copy();
+  void Paste();
+
  signals:
   void Closed();
   /// The typed text `text` has been stored in a cell.
   void Typed(Cell cell, const QString& text);
+  /// The text that a cell holds was typed again.
+  void TypedAgain(Cell cell);
   /// A text from the clipboard has been stored in a cell.
   void Pasted(Cell cell);
   /// The user tried to type into a column that cannot be edited.
@@ -100,6 +106,7 @@ class CellEditor final : public QObject {
   QString untouched_;           ///< the text of the box as it was opened
   QString untouchedUnit_;       ///< the unit as the list first showed it
   bool replaced_ = false;       ///< whether a typed character opened the box
+  bool touched_ = false;        ///< whether the text was edited since the box was opened
   bool tabsOn_ = false;         ///< whether Tab goes on from the current cell to the next one
 };
 

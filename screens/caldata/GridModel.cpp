@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStyle>
 
 #include <utility>
@@ -14,6 +15,46 @@
 namespace tarvell {
 
 namespace {
+
+/// A font that differs from that of the table only in its slant.
+QFont Italic() {
+  QFont font;
+  font.setItalic(true);
+  return font;
+}
+
+/// Paler than other text, and still easy to read on any background.
+QBrush PaleText() {
+  constexpr float kShare = 0.68F;  // of the text's own colour
+  const QColor text = QGuiApplication::palette().color(QPalette::Text);
+  const QColor base = QGuiApplication::palette().color(QPalette::Base);
+  const auto mixed = [](float part, float other) { return kShare * part + (1 - kShare) * other; };
+  return QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
+                          mixed(text.blueF(), base.blueF()));
+}
+
+/// What a screen reader says after a value of this origin.
+QString SpokenOrigin(Origin origin) {
+  switch (origin) {
+    case Origin::Template:
+      return GridModel::tr(" (default value, not entered)");
+    case Origin::Earlier:
+      return GridModel::tr(" (earlier value, not entered)");
+    default:
+      return {};
+  }
+}
+
+QString Explanation(Origin origin) {
+  switch (origin) {
+    case Origin::Template:
+      return GridModel::tr("This is a default value, which nobody has entered.");
+    case Origin::Earlier:
+      return GridModel::tr("This is the value of the earlier calibration.");
+    default:
+      return {};
+  }
+}
 
 /// Moves what is known of the rows from `first` on by `rows`, 1 or -1. With -1 what is known of
 /// `first` itself is removed.
@@ -50,9 +91,16 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
   const auto note = [&] { return NoteAt(CellAt(index)); };
+  const auto origin = [&] { return OriginAt(CellAt(index)); };
   switch (role) {
     case Qt::DisplayRole:
       return ToQt(grid_.TextOf(CellAt(index)));
+    case Qt::AccessibleTextRole:
+      return QString(ToQt(grid_.TextOf(CellAt(index))) + SpokenOrigin(origin()));
+    case Qt::FontRole:
+      return IsToEnter(origin()) ? QVariant(Italic()) : QVariant();
+    case Qt::ForegroundRole:
+      return IsToEnter(origin()) ? QVariant(PaleText()) : QVariant();
     case Qt::TextAlignmentRole:
       return (Qt::AlignRight | Qt::AlignVCenter).toInt();
     case Qt::BackgroundRole:
@@ -65,7 +113,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
                  : QVariant(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning));
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return note();
+      return QStringList({note(), Explanation(origin())}).filter(QRegularExpression(".")).join(' ');
     default:
       return {};
   }

@@ -65,7 +65,8 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] const CellNotes& Notes() const { return notes_; }
   [[nodiscard]] QString NoteAt(Cell cell) const;
 
-  /// A value that is still to be entered looks different. An origin moves with its row.
+  /// A value that is still to be entered looks different, and a screen reader says so. An origin
+  /// moves with its row.
   void SetOrigin(Cell cell, Origin origin);
   void SetOrigins(CellOrigins origins);
   [[nodiscard]] const CellOrigins& Origins() const { return origins_; }

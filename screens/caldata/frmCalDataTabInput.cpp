@@ -139,7 +139,7 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
   });
   currentPage_ = page;
   ShowMemberSerial(ToQt(Data().GetCalPageSerial(page)));
-  ShowCellNotes();
+  ShowCellMarks();
   ReportMember();
 }
 
@@ -184,7 +184,7 @@ void frmCalDataTabInput::StorePage() {
   }
   Data().SetCalData(currentPage_, ui_->grid->Data());
   Data().SetCalPageSerial(currentPage_, serial);
-  KeepCellNotes();
+  KeepCellMarks();
 }
 
 void frmCalDataTabInput::ChangePage() {
@@ -210,9 +210,7 @@ void frmCalDataTabInput::chkCheck_Click() {
 }
 
 void frmCalDataTabInput::SwitchOption(bool on) {
-  // If one of these fails, the tab stays.
   Cells().Commit();
-  StorePage();
   Change(tr("option"), [&] { ShowOption(on); });
 }
 
@@ -228,10 +226,11 @@ void frmCalDataTabInput::ShowOption(bool on) {
     return;
   }
   if (HasOption()) {
+    // If this fails, the tab stays.
     StorePage();
     const QSignalBlocker blocker(ui_->tTab);
     ui_->tTab->removeTab(kOptionPage);
-    ChangePage();
+    ShowPage(SelectedPage());
   }
   Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
   Notices().Report(MemberSubject(kOptionPage), {});
@@ -283,7 +282,15 @@ bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::FocusIn && watched == ui_->txtTabSerial) {
+    ++serialRun_;
     Notices().ShowAbout(MemberSubject(currentPage_));
+  }
+  if (event->type() == QEvent::ShortcutOverride && watched == ui_->txtTabSerial) {
+    // The box must not take the keys for Undo and Redo: the history has what is typed in it.
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+      return true;
+    }
   }
   return CalEditor::eventFilter(watched, event);
 }
