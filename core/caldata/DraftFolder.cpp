@@ -136,6 +136,13 @@ const Draft* DraftFolder::Offered() const {
   return offered_.empty() ? nullptr : &*offered_.back().draft;
 }
 
+bool DraftFolder::IsOfferedOutdated() const {
+  EntryFacts facts;
+  return Offered() != nullptr && !file_.empty() &&
+         !CurrentPlatform().Facts(NativePath(file_), facts) && facts.kind == EntryKind::File &&
+         facts.modified > Offered()->written;
+}
+
 void DraftFolder::TakeOffered() {
   if (offered_.empty()) {
     return;

@@ -41,6 +41,8 @@ class DraftFolder {
   [[nodiscard]] const Draft* Offered() const;
   /// How many drafts can be offered.
   [[nodiscard]] std::size_t OfferedCount() const { return offered_.size(); }
+  /// Whether the data set has been saved since the offered draft was written.
+  [[nodiscard]] bool IsOfferedOutdated() const;
   /// Paths of the drafts that could not be read, under their new names.
   [[nodiscard]] const std::vector<std::string>& Damaged() const { return damaged_; }
 

@@ -119,7 +119,8 @@ void DraftKeeper::OfferNext() {
   if (draft == nullptr) {
     editor_.strip->Withdraw();
   } else {
-    editor_.strip->Offer(QDateTime::fromSecsSinceEpoch(draft->written), drafts_->OfferedCount());
+    editor_.strip->Offer(QDateTime::fromSecsSinceEpoch(draft->written), drafts_->OfferedCount(),
+                         drafts_->IsOfferedOutdated());
   }
 }
 

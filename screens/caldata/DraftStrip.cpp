@@ -48,12 +48,13 @@ DraftStrip::DraftStrip(QWidget* parent) : QFrame(parent), text_(new QLabel(this)
   hide();
 }
 
-void DraftStrip::Offer(const QDateTime& written, std::size_t count) {
+void DraftStrip::Offer(const QDateTime& written, std::size_t count, bool isOutdated) {
   // The screens are in English, whatever the language of the desktop.
   const QString when = QLocale::c().toString(written, "d MMM yyyy, HH:mm:ss");
-  text_->setText(count > 1
-                     ? tr("Typed and not saved: %1 drafts, the latest of %2.").arg(count).arg(when)
-                     : tr("Typed and not saved: a draft of %1.").arg(when));
+  const QString typed =
+      count > 1 ? tr("Typed and not saved: %1 drafts, the latest of %2.").arg(count).arg(when)
+                : tr("Typed and not saved: a draft of %1.").arg(when);
+  text_->setText(isOutdated ? typed + tr(" The data have been saved since.") : typed);
   setAccessibleName(text_->text());
   show();
   QAccessibleEvent announcement(this, QAccessible::Alert);

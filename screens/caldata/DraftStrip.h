@@ -20,8 +20,9 @@ class DraftStrip final : public QFrame {
  public:
   explicit DraftStrip(QWidget* parent = nullptr);
 
-  /// Offers a draft that was written at `written`, the newest of `count`.
-  void Offer(const QDateTime& written, std::size_t count);
+  /// Offers a draft that was written at `written`, the newest of `count`. `isOutdated` is whether
+  /// the data set has been saved since.
+  void Offer(const QDateTime& written, std::size_t count, bool isOutdated);
   /// Hides the strip. If it has the focus, the focus goes to the next control.
   void Withdraw();
 

@@ -113,6 +113,14 @@ TEST_F(Drafts, AreOfferedForTheirDataSetOnly) {
   EXPECT_EQ(OfferedFactor(DraftFolder("PX12A", odd, kNow)), "3");
 }
 
+TEST_F(Drafts, SayWhetherTheDataSetHasBeenSavedSince) {
+  tree_.Write(kFile, "");
+  Leave("1", 1);
+  EXPECT_TRUE(DraftFolder("PX12A", kFile, kNow).IsOfferedOutdated());
+  Leave("2", std::numeric_limits<std::int32_t>::max());
+  EXPECT_FALSE(DraftFolder("PX12A", kFile, kNow).IsOfferedOutdated());
+}
+
 TEST_F(Drafts, OfTwoProgramsDoNotMeet) {
   Leave("1");
   DraftFolder first("PX12A", kFile, kNow);
