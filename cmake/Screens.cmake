@@ -8,6 +8,8 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
   screens/caldata/EditHistory.cpp
+  screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
+  screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h

@@ -34,6 +34,20 @@ class MemoryPlatform final : public Platform {
     MakeFolders(path.parent_path());
     entries_[kDrive / path] = std::make_shared<std::string>(bytes);
   }
+  /// Puts a file at a path of the system, and makes its folders.
+  void PutAt(const Path& path, const std::string& bytes) {
+    Path folder;
+    for (const Path& name : path.parent_path()) {
+      folder /= name;
+      entries_.try_emplace(folder);
+    }
+    entries_[path] = std::make_shared<std::string>(bytes);
+  }
+  /// Content of the file at a path of the system, nullptr when there is none.
+  [[nodiscard]] const std::string* FindAt(const Path& path) const {
+    const auto found = entries_.find(path);
+    return found == entries_.end() ? nullptr : found->second.get();
+  }
   /// Makes a folder on drive C: and the folders above it.
   void MakeFolders(const Path& path) {
     Path folder;
@@ -85,6 +99,13 @@ class MemoryPlatform final : public Platform {
                                      : Failure(std::errc::no_such_file_or_directory);
   }
 
+  /// One program only: nobody else holds a lock.
+  std::error_code Lock(const Path& /*path*/, std::uint32_t /*number*/,
+                       std::unique_ptr<HeldLock>& lock) override {
+    lock = std::make_unique<HeldLock>();
+    return {};
+  }
+
   std::error_code Facts(const Path& path, EntryFacts& facts) override {
     const auto found = entries_.find(path);
     facts = {};
@@ -128,6 +149,7 @@ class MemoryPlatform final : public Platform {
   std::error_code RecycleCopy(const Path& /*path*/) override { return {}; }
 
   Path ProgramFolder() override { return "/program"; }
+  Path UserFolder() override { return "/user"; }
   Path DriveFolder() override { return "/drives"; }
   std::string WindowsDirectory() override { return "c:\\windows"; }
   bool QueryOSVersion(OSVersionRecord& /*record*/) override { return false; }

@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_PLATFORM_FORWARDINGPLATFORM_H
 #define TARVELL_CORE_PLATFORM_FORWARDINGPLATFORM_H
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -48,6 +49,10 @@ class ForwardingPlatform : public Platform {
   [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override {
     return target_.RemoveFile(path);
   }
+  [[nodiscard]] std::error_code Lock(const std::filesystem::path& path, std::uint32_t number,
+                                     std::unique_ptr<HeldLock>& lock) override {
+    return target_.Lock(path, number, lock);
+  }
   [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
                                       EntryFacts& facts) override {
     return target_.Facts(path, facts);
@@ -78,6 +83,7 @@ class ForwardingPlatform : public Platform {
   }
   [[nodiscard]] std::filesystem::path ProgramFolder() override { return target_.ProgramFolder(); }
   [[nodiscard]] std::filesystem::path DriveFolder() override { return target_.DriveFolder(); }
+  [[nodiscard]] std::filesystem::path UserFolder() override { return target_.UserFolder(); }
   [[nodiscard]] std::string WindowsDirectory() override { return target_.WindowsDirectory(); }
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override {
     return target_.QueryOSVersion(record);

@@ -134,6 +134,21 @@ class LinuxOutputFile : public OutputFile {
   Descriptor descriptor_;
 };
 
+class LinuxLock : public HeldLock {
+ public:
+  explicit LinuxLock(int descriptor) : descriptor_(descriptor) {}
+
+ private:
+  Descriptor descriptor_;
+};
+
+/// The value of an environment variable that names a folder, "" unless that is a whole path.
+std::filesystem::path FolderFrom(const char* variable) {
+  const char* value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): one thread
+  const std::filesystem::path folder = value == nullptr ? "" : value;
+  return folder.is_absolute() ? folder : std::filesystem::path();
+}
+
 /// The folder that an entry is in, "." for a path without a separator.
 std::filesystem::path FolderHolding(const std::filesystem::path& path) {
   const std::filesystem::path folder = path.parent_path();
@@ -285,6 +300,27 @@ std::error_code LinuxPlatform::RemoveFile(const std::filesystem::path& path) {
   return ResultOf(::unlink(path.c_str()));
 }
 
+std::error_code LinuxPlatform::Lock(const std::filesystem::path& path, std::uint32_t number,
+                                    std::unique_ptr<HeldLock>& lock) {
+  Descriptor descriptor(
+      Retry([&] { return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600); }));
+  if (descriptor.Number() < 0) {
+    return LastError();
+  }
+  struct flock place {};
+  place.l_type = F_WRLCK;
+  place.l_whence = SEEK_SET;
+  place.l_start = static_cast<off_t>(number);
+  place.l_len = 1;
+  // Such a lock belongs to the open file, not to the process: it ends when the file is closed.
+  if (::fcntl(descriptor.Number(), F_OFD_SETLK, &place) != 0) {
+    return errno == EACCES ? std::make_error_code(std::errc::resource_unavailable_try_again)
+                           : LastError();
+  }
+  lock = std::make_unique<LinuxLock>(descriptor.Release());
+  return {};
+}
+
 std::error_code LinuxPlatform::Facts(const std::filesystem::path& path, EntryFacts& facts) {
   facts = EntryFacts();
   struct stat status {};
@@ -384,6 +420,15 @@ std::filesystem::path LinuxPlatform::ProgramFolder() {
 
 std::filesystem::path LinuxPlatform::DriveFolder() {
   return "/var/lib/tarvell/drives";
+}
+
+std::filesystem::path LinuxPlatform::UserFolder() {
+  const std::filesystem::path data = FolderFrom("XDG_DATA_HOME");
+  if (!data.empty()) {
+    return data / "tarvell";
+  }
+  const std::filesystem::path home = FolderFrom("HOME");
+  return home.empty() ? home : home / ".local" / "share" / "tarvell";
 }
 
 std::string LinuxPlatform::WindowsDirectory() {

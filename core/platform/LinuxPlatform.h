@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_PLATFORM_LINUXPLATFORM_H
 #define TARVELL_CORE_PLATFORM_LINUXPLATFORM_H
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -29,6 +30,8 @@ class LinuxPlatform : public Platform {
   [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override;
   [[nodiscard]] std::error_code RemoveFile(const std::filesystem::path& path) override;
 
+  [[nodiscard]] std::error_code Lock(const std::filesystem::path& path, std::uint32_t number,
+                                     std::unique_ptr<HeldLock>& lock) override;
   [[nodiscard]] std::error_code Facts(const std::filesystem::path& path,
                                       EntryFacts& facts) override;
   [[nodiscard]] bool IsSameFile(const std::filesystem::path& a,
@@ -44,6 +47,8 @@ class LinuxPlatform : public Platform {
 
   [[nodiscard]] std::filesystem::path ProgramFolder() override;
   [[nodiscard]] std::filesystem::path DriveFolder() override;
+  /// $XDG_DATA_HOME/tarvell, by default ~/.local/share/tarvell.
+  [[nodiscard]] std::filesystem::path UserFolder() override;
   [[nodiscard]] std::string WindowsDirectory() override;
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
 };

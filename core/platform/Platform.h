@@ -52,6 +52,15 @@ class OutputFile {
   [[nodiscard]] virtual std::error_code Close() = 0;
 };
 
+/// A lock that ends with the object, or with the program, even if that is killed.
+class HeldLock {
+ public:
+  HeldLock() = default;
+  HeldLock(const HeldLock&) = delete;
+  HeldLock& operator=(const HeldLock&) = delete;
+  virtual ~HeldLock() = default;
+};
+
 enum class EntryKind { None, File, Folder, Other };
 
 /// What is at a path. Links are followed, and `isLink` is then true. The kind of a broken link is
@@ -134,6 +143,13 @@ class Platform {
   [[nodiscard]] virtual std::error_code SyncFolder(const std::filesystem::path& folder) = 0;
   [[nodiscard]] virtual std::error_code RemoveFile(const std::filesystem::path& path) = 0;
 
+  /// Locks the place `number` of the file at `path`, which is made if it is missing; nothing is
+  /// read or written. Fails at once, with resource_unavailable_try_again, while another lock holds
+  /// that place, in this program or another one.
+  [[nodiscard]] virtual std::error_code Lock(const std::filesystem::path& path,
+                                             std::uint32_t number,
+                                             std::unique_ptr<HeldLock>& lock) = 0;
+
   // The tree.
 
   [[nodiscard]] virtual std::error_code Facts(const std::filesystem::path& path,
@@ -166,6 +182,10 @@ class Platform {
   [[nodiscard]] virtual std::filesystem::path ProgramFolder() = 0;
   /// Folder that holds the drives on a system without drive letters, "" on one with them.
   [[nodiscard]] virtual std::filesystem::path DriveFolder() = 0;
+  /// The folder for what the program keeps for the user, outside the data folders. It may not
+  /// exist.
+  /// "" where the system names none.
+  [[nodiscard]] virtual std::filesystem::path UserFolder() = 0;
   /// The Windows directory, as a path of the program.
   [[nodiscard]] virtual std::string WindowsDirectory() = 0;
   /// Returns false when the system does not report its version.

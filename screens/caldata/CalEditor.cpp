@@ -3,10 +3,13 @@
 
 #include "screens/caldata/CalEditor.h"
 
+#include <QAbstractButton>
+#include <QCheckBox>
 #include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QLayout>
 #include <QMenu>
+#include <QTabBar>
 
 #include <algorithm>
 #include <utility>
@@ -21,6 +24,8 @@
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/CalHeaderBlock.h"
 #include "screens/caldata/CellEditor.h"
+#include "screens/caldata/DraftKeeper.h"
+#include "screens/caldata/DraftStrip.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
@@ -102,6 +107,96 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   connect(controls_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CalEditor::ReportCells);
   MakeActions();
+  drafts_ = new DraftKeeper({.screen = this,
+                             .strip = controls_.draft,
+                             .notices = controls_.notices,
+                             .state = [this] { return Contents(); },
+                             .show = [this](const EditorState& draft) { Restore(draft); }});
+  WatchChanges();
+}
+
+void CalEditor::WatchChanges() {
+  const auto changed = [this] { drafts_->Changed(); };
+  for (const QLineEdit* box : findChildren<QLineEdit*>()) {
+    connect(box, &QLineEdit::textChanged, drafts_, changed);
+  }
+  for (const QComboBox* box : findChildren<QComboBox*>()) {
+    connect(box, &QComboBox::currentIndexChanged, drafts_, changed);
+  }
+  for (const QTabBar* tabs : findChildren<QTabBar*>()) {
+    connect(tabs, &QTabBar::currentChanged, drafts_, changed);
+  }
+  for (const QAbstractButton* box : findChildren<QCheckBox*>()) {
+    connect(box, &QAbstractButton::toggled, drafts_, changed);
+  }
+  const GridModel* model = &controls_.grid->Model();
+  connect(model, &QAbstractItemModel::dataChanged, drafts_, changed);
+  connect(model, &QAbstractItemModel::rowsInserted, drafts_, changed);
+  connect(model, &QAbstractItemModel::rowsRemoved, drafts_, changed);
+  connect(model, &QAbstractItemModel::modelReset, drafts_, changed);
+  connect(cellEditor_.get(), &CellEditor::Closed, drafts_, changed);
+}
+
+EditorState CalEditor::Contents() {
+  EditorState contents = {.header = controls_.header->Boxes(),
+                          .pages = PagesOf(*data_, model_->hasOption),
+                          .shownPage = ShownPage(),
+                          .openCell = cellEditor_->Edit()};
+  if (model_->hasOption) {
+    contents.option = HasOption();
+  }
+  const GridModel& shown = controls_.grid->Model();
+  for (std::size_t index = 0; index < contents.pages.size(); ++index) {
+    const auto page = static_cast<std::int16_t>(index);
+    DraftPage& kept = contents.pages[index];
+    if (page == ShownPage()) {
+      kept = {FromQt(MemberSerial()), RowsOf(shown.Grid()), shown.Origins()};
+    } else if (page < data_->GetCalPageCount() || marks_.contains(page)) {
+      kept.origins = MarksOf(page).origins;
+    }
+    std::erase_if(kept.origins, [](const auto& cell) { return cell.second == Origin::File; });
+  }
+  return contents;
+}
+
+void CalEditor::Restore(const EditorState& draft) {
+  const QString what = tr("restoring the draft");
+  cellEditor_->Cancel();
+  const EditorState now = Contents();
+  const std::size_t count = std::min(now.pages.size(), draft.pages.size());
+  for (std::size_t index = 0; index < count; ++index) {
+    const auto page = static_cast<std::int16_t>(index);
+    if (draft.pages[index] == now.pages[index]) {
+      continue;
+    }
+    if (page >= data_->GetCalPageCount()) {
+      // The page that the option hides.
+      Change(what, [&] { GoTo(ShownPage(), true); });
+    }
+    GoTo(page, HasOption());
+    Change(what, [&] { RestorePage(draft.pages[index]); });
+  }
+  if (model_->hasOption && draft.option && *draft.option != HasOption()) {
+    Change(what, [&] { GoTo(0, *draft.option); });
+  }
+  GoTo(draft.shownPage < data_->GetCalPageCount() ? draft.shownPage : std::int16_t{0}, HasOption());
+  controls_.header->ShowBoxes(draft.header);
+  if (draft.openCell) {
+    cellEditor_->Reopen(*draft.openCell);
+  }
+}
+
+void CalEditor::RestorePage(const DraftPage& page) {
+  controls_.grid->Fill([&](MemoryGrid& grid) {
+    grid.SetRowCount(1);
+    for (const std::vector<std::string>& row : page.rows) {
+      grid.InsertRow(EndOf(grid), row);
+    }
+  });
+  controls_.grid->Model().SetOrigins(page.origins);
+  controls_.grid->Model().SetNotes(NotesOf(controls_.grid->Data(), ShownPage()));
+  ShowMemberSerial(ToQt(page.serialNumber));
+  ReportCells();
 }
 
 void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
@@ -134,7 +229,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   } else {
     controls_.header->FocusCalNo();
   }
+  drafts_->Begin(modelCode, isNew ? std::string() : ListedDataSet(index).FilePath);
   exec();
+  drafts_->End();
   data_.reset();
 }
 
@@ -232,6 +329,21 @@ void CalEditor::ShowCaption(const QString& serial) {
   setWindowTitle("Editing calibraition data (" + ToQt(model_->code) + " - " + serial + ")");
 }
 
+CellNotes CalEditor::NotesOf(const MemoryGrid& grid, std::int16_t page) const {
+  CellNotes notes;
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
+      const Cell cell = {row, column};
+      const std::string shown = grid.TextOf(cell);
+      const std::string notice = ReadDifferently(shown, data_->CellReadBack(page, cell, shown));
+      if (!notice.empty()) {
+        notes[cell] = ToQt(notice);
+      }
+    }
+  }
+  return notes;
+}
+
 CalEditor::CellMarks& CalEditor::MarksOf(std::int16_t page) {
   const auto known = marks_.find(page);
   return known != marks_.end() ? known->second : marks_[page] = FirstMarksOf(page);
@@ -242,14 +354,11 @@ CalEditor::CellMarks CalEditor::FirstMarksOf(std::int16_t page) const {
   MemoryGrid grid;
   grid.Clear(kColumnCount);
   data_->GetCalData(page, grid);
+  marks.notes = NotesOf(grid, page);
   for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
     for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
       const Cell cell = {row, column};
       const std::string shown = grid.TextOf(cell);
-      const std::string notice = ReadDifferently(shown, data_->CellReadBack(page, cell, shown));
-      if (!notice.empty()) {
-        marks.notes[cell] = ToQt(notice);
-      }
       const bool isEntered = column >= controls_.grid->Model().FirstEditableColumn() &&
                              data_->AffixesOf(page, cell, "").has_value();
       const Origin ofLoad = data_->OriginOfLoad(page, cell);
@@ -371,6 +480,7 @@ void CalEditor::SaveAndClose() {
   }
   const BusyPointer busy;
   data_->SaveCalibrationDataToFile(path);
+  drafts_->Saved();
   accept();
 }
 

@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/Draft.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
 #include "screens/caldata/EditHistory.h"
@@ -28,6 +29,8 @@ namespace tarvell {
 class CalGrid;
 class CalHeaderBlock;
 class CellEditor;
+class DraftKeeper;
+class DraftStrip;
 class NoticeLine;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
@@ -63,6 +66,7 @@ class CalEditor : public QDialog {
     CalGrid* grid;
     NoticeLine* notices;
     QPushButton* ok;
+    DraftStrip* draft;
   };
   /// Connects the controls. The constructor calls this once.
   void SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor);
@@ -123,6 +127,15 @@ class CalEditor : public QDialog {
   [[nodiscard]] PageState State() const;
   /// Shows the page as it is in `state`, at the first cell that differs from `other`.
   void ShowState(const PageState& state, const PageState& other);
+  /// Reports every change to the drafts.
+  void WatchChanges();
+  /// Everything that is in the editor, as a draft keeps it.
+  [[nodiscard]] EditorState Contents();
+  /// Shows the contents of a draft. Each page that it changes is one step of the history.
+  void Restore(const EditorState& draft);
+  void RestorePage(const DraftPage& page);
+  /// The notes of the cells that will be read back differently after a save.
+  [[nodiscard]] CellNotes NotesOf(const MemoryGrid& grid, std::int16_t page) const;
   void MakeActions();
   void ShowMenu(const QPoint& place);
   /// Shows the page of a step and does `go`. Does nothing when a header field has the keyboard.
@@ -154,6 +167,7 @@ class CalEditor : public QDialog {
   QUndoStack history_;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
+  DraftKeeper* drafts_ = nullptr;
 };
 
 }  // namespace tarvell

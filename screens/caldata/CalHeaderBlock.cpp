@@ -192,6 +192,32 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
   calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
 }
 
+DraftHeader CalHeaderBlock::Boxes() const {
+  return {.serialNumber = FromQt(ui_->txtSerial->text()),
+          .calibrationNumber = FromQt(ui_->txtCalNo->text()),
+          .calYear = FromQt(ui_->txtCalYear->text()),
+          .calMonth = FromQt(ui_->cmbCalMonth->currentText()),
+          .calDay = FromQt(ui_->txtCalDay->text()),
+          .dueYear = FromQt(ui_->txtDueYear->text()),
+          .dueMonth = FromQt(ui_->cmbDueMonth->currentText()),
+          .dueDay = FromQt(ui_->txtDueDay->text()),
+          .comment = FromQt(ui_->txtComment->text())};
+}
+
+void CalHeaderBlock::ShowBoxes(const DraftHeader& boxes) {
+  if (!ui_->txtSerial->isReadOnly()) {
+    ui_->txtSerial->setText(ToQt(boxes.serialNumber));
+  }
+  ui_->txtCalNo->setText(ToQt(boxes.calibrationNumber));
+  ui_->txtCalYear->setText(ToQt(boxes.calYear));
+  ui_->cmbCalMonth->setCurrentIndex(ui_->cmbCalMonth->findText(ToQt(boxes.calMonth)));
+  ui_->txtCalDay->setText(ToQt(boxes.calDay));
+  ui_->txtDueYear->setText(ToQt(boxes.dueYear));
+  ui_->cmbDueMonth->setCurrentIndex(ui_->cmbDueMonth->findText(ToQt(boxes.dueMonth)));
+  ui_->txtDueDay->setText(ToQt(boxes.dueDay));
+  ui_->txtComment->setText(ToQt(boxes.comment));
+}
+
 QString CalHeaderBlock::Serial() const {
   return ui_->txtSerial->text();
 }

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+#include "core/caldata/Draft.h"
 #include "core/caldata/cifCaldata.h"
 
 namespace tarvell {
@@ -38,6 +39,11 @@ class CalHeaderBlock final : public QWidget {
   /// Stores the boxes in `calData`. Throws a Type error that names a date box without a number, and
   /// stores nothing then.
   void Store(cifCaldata& calData) const;
+
+  /// The boxes as they are, even if they could not be stored.
+  [[nodiscard]] DraftHeader Boxes() const;
+  /// Shows these texts. A locked serial number stays.
+  void ShowBoxes(const DraftHeader& boxes);
 
   [[nodiscard]] QString Serial() const;
   void FocusSerial();

@@ -288,6 +288,27 @@ void CellEditor::Cancel() {
   }
 }
 
+std::optional<OpenCell> CellEditor::Edit() const {
+  if (!IsOpen()) {
+    return std::nullopt;
+  }
+  return OpenCell{GridModel::CellAt(cell_), FromQt(txtCell_->text()),
+                  FromQt(txtCellCmb_->currentText())};
+}
+
+void CellEditor::Reopen(const OpenCell& edit) {
+  const QModelIndex index = grid_->Model().IndexAt(edit.cell);
+  if (!index.isValid() || !grid_->Model().IsEditable(index.column())) {
+    return;
+  }
+  grid_->SetCurrentCell(edit.cell);
+  Open({});
+  if (IsOpen()) {
+    txtCell_->setText(ToQt(edit.text));
+    txtCellCmb_->setCurrentText(ToQt(edit.unit));
+  }
+}
+
 void CellEditor::ReturnToGrid(int rows) {
   // This stores the edit: the grid commits when it gets the focus.
   grid_->setFocus();
@@ -322,6 +343,7 @@ void CellEditor::Close() {
   grid_->setFocus();
   txtCell_->hide();
   txtCellCmb_->hide();
+  emit Closed();
 }
 
 void CellEditor::PlaceBox() {

@@ -11,9 +11,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "core/caldata/Draft.h"
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/CellRules.h"
 
@@ -54,12 +56,17 @@ class CellEditor final : public QObject {
   void Commit();
   /// Closes an open edit without storing it.
   void Cancel();
+  /// The open edit as it is.
+  [[nodiscard]] std::optional<OpenCell> Edit() const;
+  /// Opens an edit as it was. Does nothing if the table has no such cell that can be edited.
+  void Reopen(const OpenCell& edit);
 
   /// Copies the selected cells, or pastes into them, unless an edit is open.
   void Copy();
   void Paste();
 
  signals:
+  void Closed();
   /// The typed text `text` has been stored in a cell.
   void Typed(Cell cell, const QString& text);
   /// The text that a cell holds was typed again.

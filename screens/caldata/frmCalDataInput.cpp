@@ -53,7 +53,11 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
            },
        .affixes = [this](Cell cell,
                          const std::string& unit) { return Data().AffixesOf(0, cell, unit); }});
-  SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
+  SetUp({.header = ui_->header,
+         .grid = ui_->Grid,
+         .notices = ui_->notices,
+         .ok = ui_->btnOk,
+         .draft = ui_->draft},
         std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);

@@ -67,7 +67,11 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
              return Data().AffixesOf(currentPage_, cell, unit);
            },
        .units = [this](std::int16_t column) { return UnitsOf(Data(), currentPage_, column); }});
-  SetUp({.header = ui_->header, .grid = ui_->grid, .notices = ui_->notices, .ok = ui_->btnOk},
+  SetUp({.header = ui_->header,
+         .grid = ui_->grid,
+         .notices = ui_->notices,
+         .ok = ui_->btnOk,
+         .draft = ui_->draft},
         std::move(cellEditor));
   ui_->txtTabSerial->installEventFilter(this);
   ui_->chkCheck->installEventFilter(this);

@@ -10,8 +10,8 @@
 
 namespace tarvell::test {
 
-/// The desktop's platform with a program folder of the test. Is the current platform until the
-/// TestTree that was made before it ends.
+/// The desktop's platform with a program folder of the test, and the user's folder beside it. Is
+/// the current platform until the TestTree that was made before it ends.
 class DesktopTestPlatform : public DesktopPlatform {
  public:
   explicit DesktopTestPlatform(const std::filesystem::path& programFolder)
@@ -23,6 +23,9 @@ class DesktopTestPlatform : public DesktopPlatform {
   ~DesktopTestPlatform() override { SetCurrentPlatform(nullptr); }
 
   [[nodiscard]] std::filesystem::path ProgramFolder() override { return programFolder_; }
+  [[nodiscard]] std::filesystem::path UserFolder() override {
+    return programFolder_.parent_path() / "user";
+  }
 
  private:
   std::filesystem::path programFolder_;

@@ -21,6 +21,7 @@ TestTree::TestTree() {
   std::filesystem::create_directories(root_ / "drives" / "c");
   std::filesystem::create_directories(ProgramFolder());
   platform_.programFolder = ProgramFolder();
+  platform_.userFolder = UserFolder();
   SetCurrentPlatform(&platform_);
   SetDriveFolder(root_ / "drives");
 }

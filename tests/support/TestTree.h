@@ -13,12 +13,15 @@
 
 namespace tarvell::test {
 
-/// The system with another program folder.
+/// The system with another program folder and another user's folder.
 class TestPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] std::filesystem::path ProgramFolder() override { return programFolder; }
 
+  [[nodiscard]] std::filesystem::path UserFolder() override { return userFolder; }
+
   std::filesystem::path programFolder;
+  std::filesystem::path userFolder;
 };
 
 /// A temporary folder with the drives and an empty program folder of a test. While it lives, every
@@ -46,6 +49,8 @@ class TestTree {
   /// The temporary folder, and the program folder in it.
   [[nodiscard]] const std::filesystem::path& Root() const { return root_; }
   [[nodiscard]] std::filesystem::path ProgramFolder() const { return root_ / "program"; }
+  /// Where the user's drafts are. The folder does not exist at first.
+  [[nodiscard]] std::filesystem::path UserFolder() const { return root_ / "user"; }
 
   /// Copies a template of the program into the program folder.
   void InstallTemplate(std::string_view modelCode) const;

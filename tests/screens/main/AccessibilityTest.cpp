@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <map>
 
+#include "core/caldata/DraftFolder.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalEditor.h"
 #include "screens/caldata/frmCalDataInput.h"
@@ -80,6 +81,12 @@ const std::vector<Screen> kScreens = {
     {"frmCalibrationMain", &LookAtMenu<frmCalibrationMain>},
     {"frmCalDataInputOfASensor",
      [](const Look& look) { LookAtEditor<frmCalDataInput>("PX12A", look); }},
+    {"frmCalDataInputWithADraft",
+     [](const Look& look) {
+       const std::int64_t now = QDateTime::currentSecsSinceEpoch();
+       DraftFolder("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
+       LookAtEditor<frmCalDataInput>("PX12A", look);
+     }},
     {"frmCalDataInputOfAnAttenuator",
      [](const Look& look) { LookAtEditor<frmCalDataInput>("PX60H", look); }},
     {"frmCalDataTabInputOfCapacitors",

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 
+#include "core/caldata/Draft.h"
 #include "core/caldata/Models.h"
 #include "core/platform/Error.h"
 #include "core/session/Profiles.h"
@@ -276,6 +277,11 @@ class MonkeyTest : public testing::TestWithParam<int> {
         entries.disable_recursion_pending();
         continue;
       }
+      if (entry.path() == tree_.UserFolder()) {
+        CheckDrafts(entry.path() / "drafts");
+        entries.disable_recursion_pending();
+        continue;
+      }
       const std::string name = entry.path().filename().string();
       EXPECT_FALSE(name.starts_with(".tarvell-") && name.ends_with(".tmp")) << entry.path();
       if (entry.is_regular_file() && !IsUnchanged(entry.path())) {
@@ -285,6 +291,13 @@ class MonkeyTest : public testing::TestWithParam<int> {
     for (const auto& [path, bytes] : first_) {
       const bool isOurs = std::filesystem::path(path).parent_path() == tree_.ProgramFolder();
       EXPECT_TRUE(!isOurs || IsUnchanged(path)) << path;
+    }
+  }
+
+  static void CheckDrafts(const std::filesystem::path& folder) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      const std::string bytes = ReadNative(entry.path());
+      EXPECT_TRUE(entry.path().filename() == "locks" || DraftFrom(bytes)) << bytes;
     }
   }
 

@@ -1,0 +1,341 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/caldata/Draft.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <limits>
+#include <span>
+#include <utility>
+
+#include "core/caldata/MemoryGrid.h"
+#include "core/caldata/SetPages.h"
+#include "core/caldata/TableRows.h"
+#include "core/files/FileText.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kVersionLine = "Tarvell draft 1";
+constexpr std::string_view kLastLine = "End";
+constexpr std::string_view kOn = "on";
+constexpr std::string_view kOff = "off";
+
+// No model has more.
+constexpr std::size_t kMostPages = 7;
+constexpr std::size_t kMostColumns = 5;
+
+/// The letters of the origins, in the order of their values.
+constexpr std::string_view kOrigins = "TEFO";
+
+constexpr char kEscape = '%';
+constexpr std::string_view kDigits = "0123456789ABCDEF";
+constexpr int kHex = 16;
+
+struct DraftField {
+  std::string_view keyword;
+  std::string DraftHeader::*text;
+};
+
+constexpr std::array<DraftField, 9> kFields = {{
+    {"Serial number", &DraftHeader::serialNumber},
+    {"Calibration number", &DraftHeader::calibrationNumber},
+    {"Calibration year", &DraftHeader::calYear},
+    {"Calibration month", &DraftHeader::calMonth},
+    {"Calibration day", &DraftHeader::calDay},
+    {"Due year", &DraftHeader::dueYear},
+    {"Due month", &DraftHeader::dueMonth},
+    {"Due day", &DraftHeader::dueDay},
+    {"Comment", &DraftHeader::comment},
+}};
+
+/// Control characters, which include the TAB between cells and line ends, and the escape itself
+/// become "%" and two digits. So does every byte of a character in a path that is not UTF-8.
+std::string Escaped(std::string_view text) {
+  constexpr unsigned char kBlank = 0x20;
+  constexpr unsigned char kDelete = 0x7F;
+  const bool isText = IsUtf8(text);
+  std::string escaped;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= kBlank && c != kEscape && (byte < kDelete || (byte > kDelete && isText))) {
+      escaped += c;
+    } else {
+      escaped += kEscape;
+      escaped += kDigits[byte / kHex];
+      escaped += kDigits[byte % kHex];
+    }
+  }
+  return escaped;
+}
+
+std::string EscapedCells(std::span<const std::string> cells) {
+  std::string line;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    line += (i == 0 ? "" : "\t") + Escaped(cells[i]);
+  }
+  return line;
+}
+
+/// Takes the lines of a draft one after the other. After the first wrong one it takes nothing more.
+class DraftReader {
+ public:
+  explicit DraftReader(std::string_view bytes) : rest_(bytes), isRight_(IsUtf8(bytes)) {}
+
+  /// Whether the next line is `keyword`, a colon, a blank and a value.
+  [[nodiscard]] bool IsNext(std::string_view keyword) const {
+    return isRight_ && rest_.starts_with(keyword) && rest_.substr(keyword.size()).starts_with(": ");
+  }
+
+  void TakeLineOf(std::string_view text) {
+    isRight_ = isRight_ && !rest_.empty() && TakeLine(rest_) == text;
+  }
+
+  [[nodiscard]] std::string Text(std::string_view keyword) { return Decoded(Value(keyword)); }
+
+  [[nodiscard]] std::vector<std::string> Cells(std::string_view keyword, std::size_t most) {
+    std::string_view line = Value(keyword);
+    std::vector<std::string> cells;
+    while (isRight_) {
+      const std::size_t end = std::min(line.find('\t'), line.size());
+      cells.push_back(Decoded(line.substr(0, end)));
+      if (end == line.size()) {
+        break;
+      }
+      line.remove_prefix(end + 1);
+      Require(cells.size() < most);
+    }
+    return cells;
+  }
+
+  [[nodiscard]] std::int64_t NumberOf(std::string_view text, std::int64_t most) {
+    std::int64_t number = 0;
+    const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number);
+    Require(code == std::errc() && end == text.data() + text.size() && number >= 0 &&
+            number <= most);
+    return isRight_ ? number : 0;
+  }
+  [[nodiscard]] std::int64_t Number(std::string_view keyword, std::int64_t most) {
+    return NumberOf(Value(keyword), most);
+  }
+
+  void Require(bool holds) { isRight_ = isRight_ && holds; }
+
+  /// Whether every line was right and none is left.
+  [[nodiscard]] bool IsWhole() const { return isRight_ && rest_.empty(); }
+
+ private:
+  [[nodiscard]] std::string_view Value(std::string_view keyword) {
+    Require(IsNext(keyword));
+    if (!isRight_) {
+      return {};
+    }
+    std::string_view line = TakeLine(rest_);
+    line.remove_prefix(keyword.size() + 2);
+    return line;
+  }
+
+  [[nodiscard]] std::string Decoded(std::string_view text) {
+    std::string decoded;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] != kEscape) {
+        decoded += text[i];
+        continue;
+      }
+      const std::string_view digits = text.substr(i + 1, 2);
+      unsigned byte = 0;
+      const auto [end, code] =
+          std::from_chars(digits.data(), digits.data() + digits.size(), byte, kHex);
+      Require(code == std::errc() && digits.size() == 2 && end == digits.data() + 2);
+      decoded += static_cast<char>(byte);
+      i += 2;
+    }
+    return decoded;
+  }
+
+  std::string_view rest_;
+  bool isRight_;
+};
+
+/// Takes the origins of the last row.
+void TakeOrigins(DraftReader& reader, DraftPage& page) {
+  const std::string letters = reader.Text("From");
+  reader.Require(letters.size() == page.rows.back().size());
+  const GridRow row = RowOf(TableIndex{page.rows.size() - 1});
+  for (std::size_t column = 0; column < letters.size(); ++column) {
+    const std::size_t origin = kOrigins.find(letters[column]);
+    reader.Require(origin != std::string_view::npos);
+    if (origin != static_cast<std::size_t>(Origin::File)) {
+      page.origins[{row, static_cast<std::int16_t>(column)}] = static_cast<Origin>(origin);
+    }
+  }
+}
+
+/// The origins of a row as letters, "" if all its cells come from the file.
+std::string OriginLetters(const DraftPage& page, std::size_t index) {
+  std::string letters(page.rows[index].size(), kOrigins[static_cast<std::size_t>(Origin::File)]);
+  bool isOther = false;
+  for (std::size_t column = 0; column < letters.size(); ++column) {
+    const Cell cell = {RowOf(TableIndex{index}), static_cast<std::int16_t>(column)};
+    const auto found = page.origins.find(cell);
+    if (found != page.origins.end() && found->second != Origin::File) {
+      letters[column] = kOrigins[static_cast<std::size_t>(found->second)];
+      isOther = true;
+    }
+  }
+  return isOther ? letters : std::string();
+}
+
+DraftPage TakePage(DraftReader& reader) {
+  DraftPage page;
+  page.serialNumber = reader.Text("Page");
+  while (reader.IsNext("Row")) {
+    reader.Require(page.rows.size() < kTableRows);
+    page.rows.push_back(reader.Cells("Row", kMostColumns));
+    if (reader.IsNext("From")) {
+      TakeOrigins(reader, page);
+    }
+  }
+  return page;
+}
+
+OpenCell TakeOpenCell(DraftReader& reader) {
+  constexpr std::size_t kParts = 4;
+  OpenCell open;
+  std::vector<std::string> parts = reader.Cells("Open cell", kParts);
+  reader.Require(parts.size() == kParts);
+  parts.resize(kParts);
+  open.cell.row.number = static_cast<std::int16_t>(reader.NumberOf(parts[0], kTableRows));
+  open.cell.column = static_cast<std::int16_t>(reader.NumberOf(parts[1], kMostColumns - 1));
+  open.text = std::move(parts[2]);
+  open.unit = std::move(parts[3]);
+  return open;
+}
+
+}  // namespace
+
+std::string DraftBytes(const Draft& draft) {
+  FileText text;
+  const auto line = [&](std::string_view keyword, std::string_view value) {
+    text.RawLine(std::string(keyword) + ": " + std::string(value));
+  };
+  text.RawLine(kVersionLine);
+  line("Written", std::to_string(draft.written));
+  line("Model", Escaped(draft.model));
+  line("File", Escaped(draft.file));
+  for (const DraftField& field : kFields) {
+    line(field.keyword, Escaped(draft.state.header.*field.text));
+  }
+  if (draft.state.option) {
+    line("Option", *draft.state.option ? kOn : kOff);
+  }
+  line("Shown page", std::to_string(draft.state.shownPage));
+  for (const DraftPage& page : draft.state.pages) {
+    line("Page", Escaped(page.serialNumber));
+    for (std::size_t index = 0; index < page.rows.size(); ++index) {
+      line("Row", EscapedCells(page.rows[index]));
+      const std::string origins = OriginLetters(page, index);
+      if (!origins.empty()) {
+        line("From", origins);
+      }
+    }
+  }
+  if (const std::optional<OpenCell>& open = draft.state.openCell) {
+    line("Open cell",
+         EscapedCells(std::array{std::to_string(open->cell.row.number),
+                                 std::to_string(open->cell.column), open->text, open->unit}));
+  }
+  text.RawLine(kLastLine);
+  return text.Bytes();
+}
+
+std::optional<Draft> DraftFrom(std::string_view bytes) {
+  DraftReader reader(bytes);
+  Draft draft;
+  EditorState& state = draft.state;
+  reader.TakeLineOf(kVersionLine);
+  draft.written = reader.Number("Written", std::numeric_limits<std::int32_t>::max() * 2LL);
+  draft.model = reader.Text("Model");
+  draft.file = reader.Text("File");
+  for (const DraftField& field : kFields) {
+    state.header.*field.text = reader.Text(field.keyword);
+  }
+  if (reader.IsNext("Option")) {
+    const std::string option = reader.Text("Option");
+    reader.Require(option == kOn || option == kOff);
+    state.option = option == kOn;
+  }
+  state.shownPage = static_cast<std::int16_t>(reader.Number("Shown page", kMostPages - 1));
+  while (reader.IsNext("Page")) {
+    reader.Require(state.pages.size() < kMostPages);
+    state.pages.push_back(TakePage(reader));
+  }
+  if (reader.IsNext("Open cell")) {
+    state.openCell = TakeOpenCell(reader);
+  }
+  reader.TakeLineOf(kLastLine);
+  return reader.IsWhole() ? std::optional(std::move(draft)) : std::nullopt;
+}
+
+std::vector<std::vector<std::string>> RowsOf(const CalDataGrid& grid) {
+  std::vector<std::vector<std::string>> rows;
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    std::vector<std::string>& cells = rows.emplace_back();
+    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
+      cells.push_back(grid.TextOf({row, column}));
+    }
+  }
+  return rows;
+}
+
+std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption) {
+  // A page that its option hides shows its rows only while the option is on.
+  const bool isHidden = hasOption && data.GetCalPageSerial(kOptionPage) == kOptionOff;
+  if (isHidden) {
+    data.SetCalPageSerial(kOptionPage, std::string(kOptionOn));
+  }
+  const std::int16_t count =
+      hasOption ? static_cast<std::int16_t>(kOptionPage + 1) : data.GetCalPageCount();
+  std::vector<DraftPage> pages;
+  MemoryGrid grid;
+  for (std::int16_t page = 0; page < count; ++page) {
+    grid.Clear(kMostColumns);
+    data.GetCalData(page, grid);
+    pages.push_back({.serialNumber = data.GetCalPageSerial(page), .rows = RowsOf(grid)});
+  }
+  if (isHidden) {
+    data.SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  }
+  return pages;
+}
+
+void RestorePages(const EditorState& state, bool hasOption, cifCaldata& data) {
+  const std::size_t known =
+      hasOption ? std::size_t{kOptionPage} + 1 : static_cast<std::size_t>(data.GetCalPageCount());
+  const std::size_t count = std::min(known, state.pages.size());
+  for (std::size_t index = 0; index < count; ++index) {
+    const auto page = static_cast<std::int16_t>(index);
+    const DraftPage& draft = state.pages[index];
+    MemoryGrid grid;
+    grid.Clear(kMostColumns);
+    for (const std::vector<std::string>& row : draft.rows) {
+      grid.InsertRow(EndOf(grid), row);
+    }
+    data.SetCalData(page, grid);
+    // While the page was shown, its box may have held any text.
+    const bool isToken = hasOption && page == kOptionPage &&
+                         (draft.serialNumber == kOptionOff || draft.serialNumber == kOptionOn);
+    data.SetCalPageSerial(page, isToken ? std::string(kOptionOn) : draft.serialNumber);
+  }
+  if (hasOption && state.option == false) {
+    data.SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  }
+}
+
+}  // namespace tarvell

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_CALDATA_DRAFTSTRIP_H
+#define TARVELL_SCREENS_CALDATA_DRAFTSTRIP_H
+
+#include <QDateTime>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+namespace tarvell {
+
+/// A strip that offers a draft: when it was written, and the buttons Restore and Discard. It is
+/// hidden while there is nothing to offer, takes no focus when it appears, and asks nothing. A
+/// screen reader announces it.
+class DraftStrip final : public QFrame {
+  Q_OBJECT
+
+ public:
+  explicit DraftStrip(QWidget* parent = nullptr);
+
+  /// Offers a draft that was written at `written`, the newest of `count`. `isOutdated` is whether
+  /// the data set has been saved since.
+  void Offer(const QDateTime& written, std::size_t count, bool isOutdated);
+  /// Hides the strip. If it has the focus, the focus goes to the next control.
+  void Withdraw();
+
+ signals:
+  void Restore();
+  void Discard();
+
+ private:
+  QLabel* text_;
+};
+
+}  // namespace tarvell
+
+#endif

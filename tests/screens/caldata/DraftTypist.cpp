@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QTest>
+#include <QtWidgets>
+
+#include <csignal>
+#include <iostream>
+#include <map>
+#include <random>
+
+#include "core/files/Paths.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/caldata/CalGrid.h"
+#include "screens/caldata/frmCalDataInput.h"
+#include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/widgets/Questions.h"
+#include "support/DesktopTestPlatform.h"
+
+/// A user whose program is killed: a program that opens an editor, and whose random hands then type
+/// into it.
+///
+/// `draft_typist ROOT MODEL FILE type SEED KEYS` prints what the editor shows, with the time, when
+/// it opens and after each key. After KEYS keys, and the second after which a draft must be
+/// written, it kills itself. `draft_typist ROOT MODEL FILE restore` opens the editor again, presses
+/// Restore if it is offered, and prints what the editor then shows. FILE is "" for new data.
+namespace tarvell::test {
+namespace {
+
+/// Somebody who presses the first button of every message.
+class AnyAnswer final : public Questions {
+ public:
+  QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& /*question*/) override {
+    return QMessageBox::Ok;
+  }
+  QString PickFile(QWidget* /*owner*/, FileRequest& /*request*/) override { return {}; }
+  QString PickFolder(QWidget* /*owner*/, const QString& /*title*/,
+                     const QString& /*initialDir*/) override {
+    return {};
+  }
+};
+
+/// What the screen shows, in one line. Pages that are not shown are as they were when they were.
+class Onlooker {
+ public:
+  explicit Onlooker(QWidget& editor) : editor_(editor) {
+    grid_ = editor.findChild<CalGrid*>();
+    tabs_ = editor.findChild<QTabBar*>("tTab");
+  }
+
+  /// Looks at every page, also at the one that the option hides.
+  void Walk() {
+    if (tabs_ == nullptr) {
+      return;
+    }
+    auto* option = editor_.findChild<QCheckBox*>("chkCheck");
+    const bool isHidden = option->isVisible() && !option->isChecked();
+    if (isHidden) {
+      option->click();
+    }
+    const int shown = tabs_->currentIndex();
+    for (int page = 0; page < tabs_->count(); ++page) {
+      tabs_->setCurrentIndex(page);
+      LookAtPage();
+    }
+    tabs_->setCurrentIndex(shown);
+    if (isHidden) {
+      option->click();
+    }
+  }
+
+  /// Everything but the pages that are not shown.
+  [[nodiscard]] QString Shown() {
+    QString text;
+    for (const char* name : {"txtSerial", "txtCalNo", "txtCalYear", "txtCalDay", "txtDueYear",
+                             "txtDueDay", "txtComment"}) {
+      text += editor_.findChild<QLineEdit*>(name)->text() + '|';
+    }
+    for (const char* name : {"cmbCalMonth", "cmbDueMonth"}) {
+      text += editor_.findChild<QComboBox*>(name)->currentText() + '|';
+    }
+    const auto* cell = editor_.findChild<QLineEdit*>("txtCell");
+    const auto* unit = editor_.findChild<QComboBox*>("txtCellCmb");
+    if (!cell->isHidden()) {
+      text += QString("cell %1 %2 %3 %4|")
+                  .arg(grid_->currentIndex().row())
+                  .arg(grid_->currentIndex().column())
+                  .arg(cell->text(), unit->isHidden() ? QString() : unit->currentText());
+    }
+    LookAtPage();
+    return text + QString("page %1|").arg(Page());
+  }
+
+  [[nodiscard]] QString Pages() const {
+    QString text;
+    const int count = tabs_ == nullptr ? 1 : tabs_->count();
+    for (int page = 0; page < count; ++page) {
+      text += pages_.at(page) + '|';
+    }
+    return text;
+  }
+
+ private:
+  [[nodiscard]] int Page() const { return tabs_ == nullptr ? 0 : tabs_->currentIndex(); }
+
+  void LookAtPage() {
+    QString text;
+    const QAbstractItemModel& model = *grid_->model();
+    for (int row = 0; row < model.rowCount(); ++row) {
+      for (int column = 0; column < model.columnCount(); ++column) {
+        text += model.index(row, column).data().toString() + ';';
+      }
+    }
+    const auto* serial = editor_.findChild<QLineEdit*>("txtTabSerial");
+    pages_[Page()] = text + (serial == nullptr ? QString() : serial->text());
+  }
+
+  QWidget& editor_;
+  CalGrid* grid_;
+  QTabBar* tabs_;
+  std::map<int, QString> pages_;
+};
+
+void Print(const QString& text) {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  std::cout << std::chrono::duration_cast<std::chrono::milliseconds>(now).count() << ' '
+            << text.toStdString() << std::endl;
+}
+
+/// Presses a random key where the keyboard is, but no button: that could save or leave the editor.
+void PressAnything(std::mt19937& random) {
+  QWidget* focus = QApplication::focusWidget();
+  if (focus == nullptr) {
+    return;
+  }
+  const auto below = [&](unsigned count) { return random() % count; };
+  if (qobject_cast<QAbstractButton*>(focus) != nullptr) {
+    const bool isOption = focus->objectName() == "chkCheck" && below(2) == 0;
+    QTest::keyClick(focus, isOption ? Qt::Key_Space : Qt::Key_Tab);
+    return;
+  }
+  const bool isOpen = focus->objectName().startsWith("txtCell");
+  constexpr unsigned kOthers = 40;
+  switch (below(kOthers)) {
+    case 0:
+      QTest::keyClick(focus, Qt::Key_Tab);
+      break;
+    case 1:
+      QTest::keyClick(focus, Qt::Key_Backtab, Qt::ShiftModifier);
+      break;
+    case 2:
+    case 3:
+    case 4:
+      QTest::keyClick(focus, Qt::Key_Return);
+      break;
+    case 5:
+      QTest::keyClick(focus, Qt::Key_Up);
+      break;
+    case 6:
+      QTest::keyClick(focus, Qt::Key_Down);
+      break;
+    case 7:
+      QTest::keyClick(focus, Qt::Key_Right);
+      break;
+    case 8:
+      QTest::keyClick(focus, Qt::Key_Backspace);
+      break;
+    case 9:
+      if (isOpen) {
+        QTest::keyClick(focus, Qt::Key_Escape);
+      }
+      break;
+    case 10:
+      QTest::keyClick(focus, Qt::Key_Z, Qt::ControlModifier);
+      break;
+    default:
+      QTest::keyClick(focus, "0123456789.-eJx"[below(15)]);
+  }
+}
+
+void TypeAndDie(QWidget& editor, unsigned seed, int keys) {
+  std::mt19937 random(seed);
+  Onlooker onlooker(editor);
+  onlooker.Walk();
+  const QString opened = onlooker.Shown();
+  Print(opened + onlooker.Pages());
+  constexpr unsigned kLongestPause = 60;  // ms
+  for (int key = 0; key < keys; ++key) {
+    PressAnything(random);
+    const QString shown = onlooker.Shown();
+    Print(shown + onlooker.Pages());
+    QTest::qWait(static_cast<int>(random() % kLongestPause));
+  }
+  constexpr int kUntilDraftIsWritten = 1000;  // ms
+  QTest::qWait(kUntilDraftIsWritten);
+  (void)std::raise(SIGKILL);
+}
+
+void Restore(QWidget& editor) {
+  auto* restore = editor.findChild<QPushButton*>("btnRestore");
+  if (restore->isVisible()) {
+    QTest::mouseClick(restore, Qt::LeftButton);
+  }
+  Onlooker onlooker(editor);
+  const QString shown = onlooker.Shown();
+  auto* cell = editor.findChild<QLineEdit*>("txtCell");
+  if (!cell->isHidden()) {
+    // Going to another page would store it.
+    QTest::keyClick(cell, Qt::Key_Escape);
+  }
+  onlooker.Walk();
+  Print(shown + onlooker.Pages());
+  // Without an exit, because that would write the draft again.
+  (void)std::raise(SIGKILL);
+}
+
+int Main(const QStringList& arguments) {
+  const std::filesystem::path root = arguments.at(1).toStdString();
+  const std::string model = arguments.at(2).toStdString();
+  const std::string file = arguments.at(3).toStdString();
+  const bool types = arguments.at(4) == "type";
+  const DesktopTestPlatform platform(root / "program");
+  SetDriveFolder(root / "drives");
+  gCalibrationDir = "c:\\calfactors";
+  gCalFiles[0].FilePath = file;
+  AnyAnswer answers;
+  SetCurrentQuestions(&answers);
+  std::unique_ptr<CalEditor> editor;
+  if (HasPages(*FindModel(model))) {
+    editor = std::make_unique<frmCalDataTabInput>(nullptr);
+  } else {
+    editor = std::make_unique<frmCalDataInput>(nullptr);
+  }
+  QTimer::singleShot(0, editor.get(), [&] {
+    if (!QTest::qWaitForWindowActive(editor.get())) {
+      return;
+    }
+    if (types) {
+      TypeAndDie(*editor, arguments.at(5).toUInt(), arguments.at(6).toInt());
+    } else {
+      Restore(*editor);
+    }
+  });
+  editor->SetupDat(file.empty() ? CalEditor::kNewData : std::int16_t{0}, model);
+  return 1;
+}
+
+}  // namespace
+}  // namespace tarvell::test
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  return tarvell::test::Main(QApplication::arguments());
+}
