@@ -50,6 +50,7 @@ class CalDataFile : public cifCaldata {
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void RememberUnchangedSave() final;
+  void LeaveFile() final { file_ = StoredFile(); }
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   [[nodiscard]] const LoadedHeader& HeaderOfLoad() const final { return header_; }
   /// Throws a NotFound error when the template is missing, and a Template error when it is that of
