@@ -74,9 +74,6 @@ ListHead::ListHead(QListWidget* list, const QString& sortCaption, Orders orders)
   line->setContentsMargins(0, 0, 0, 0);
   line->addWidget(filter_);
   line->addWidget(sort_);
-  QWidget::setTabOrder(list->previousInFocusChain(), filter_);
-  QWidget::setTabOrder(filter_, sort_);
-  QWidget::setTabOrder(sort_, list);
 
   new QActionGroup(orders_);  // the menu owns it; one order is checked
   AddOrder(tr("As in the &folder"), ListOrder::Folder);
@@ -184,7 +181,8 @@ bool ListHead::eventFilter(QObject* watched, QEvent* event) {
   }
   const int key = static_cast<QKeyEvent*>(event)->key();
   const bool isClear = key == Qt::Key_Escape && !filter_->text().isEmpty();
-  const bool isGo = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down;
+  const bool isGo =
+      key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Down || key == Qt::Key_Tab;
   if (event->type() == QEvent::ShortcutOverride) {
     if (isClear) {
       event->accept();

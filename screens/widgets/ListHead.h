@@ -21,7 +21,7 @@ namespace tarvell {
 /// for each list of each screen.
 ///
 /// While the user types into the filter, the list shows the entries whose names hold its text.
-/// Escape clears it; Enter and the Down key go to the list, and Ctrl+F in the list comes back. Tab
+/// Escape clears it; Enter, Down and Tab go to the list, and Ctrl+F in the list comes back. Tab
 /// passes over the line.
 class ListHead final : public QWidget {
   Q_OBJECT
