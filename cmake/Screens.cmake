@@ -7,6 +7,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.cpp screens/caldata/CalHeaderBlock.h
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
+  screens/caldata/EditHistory.cpp
   screens/caldata/GridClipboard.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h

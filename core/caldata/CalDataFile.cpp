@@ -40,6 +40,7 @@ class CalDataFile::Load {
     data_.header_ = {IsOldStyle(firstItem_, headerLines_),
                      HasLine(HeaderField::SerialNumber) && !data_.serialNumber_.empty()};
     NoteMissingHeaderLines();
+    data_.lackedCells_ = notes_.TakenLackedCells();
     data_.notices_ = std::move(notes_).Taken();
   }
 
@@ -179,6 +180,7 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
     return SetInitialDefaultData();
   }
   const Load load(*this, fileName);
+  holdsOnlyDefaults_ = false;
   file_.WasRead(fileName, load.FileBytes(), serialNumber_);
   if (const std::string other = load.OtherModel(); !other.empty()) {
     notices_.push_back("The file says that it holds data of the model \"" + other +
@@ -186,6 +188,16 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
                        std::string(modelCode_) + "\".");
   }
   return 0;
+}
+
+Origin CalDataFile::OriginOfLoad(std::int16_t page, Cell cell) const {
+  if (holdsOnlyDefaults_) {
+    return Origin::Template;
+  }
+  const auto lacked = lackedCells_.find({page, IndexOf(cell.row)});
+  const bool isLacked =
+      lacked != lackedCells_.end() && static_cast<std::size_t>(cell.column) >= lacked->second;
+  return isLacked && holdsDefaults_ ? Origin::Template : Origin::File;
 }
 
 std::string CalDataFile::Bytes() const {
@@ -241,6 +253,7 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
   }
   modelNumber_ = modelCode_;
   holdsDefaults_ = true;
+  holdsOnlyDefaults_ = true;
   return 0;
 }
 

@@ -53,6 +53,7 @@ class CalDataFile : public cifCaldata {
   void LeaveFile() final { file_ = StoredFile(); }
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   [[nodiscard]] const LoadedHeader& HeaderOfLoad() const final { return header_; }
+  [[nodiscard]] Origin OriginOfLoad(std::int16_t page, Cell cell) const final;
   /// Throws a NotFound error when the template is missing, and a Template error when it is that of
   /// another model or is not complete: "!End" is missing or, in a set, a page or its "!END". The
   /// model's name may be in any case and may follow the maker's name; header lines may be missing.
@@ -119,6 +120,8 @@ class CalDataFile : public cifCaldata {
   std::vector<std::string> notices_;
   LoadedHeader header_;
   bool holdsDefaults_ = false;
+  bool holdsOnlyDefaults_ = false;  ///< the template was loaded last
+  LackedCells lackedCells_;         ///< by the file that was loaded last
   StoredFile file_;
 };
 

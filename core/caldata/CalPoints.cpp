@@ -108,6 +108,10 @@ std::string SensorPointName(const CalDataGrid& grid, GridRow row, std::string_vi
   return NumberShown(grid, {row, kFirstColumn}) + std::string(tableUnit);
 }
 
+std::string PointsName(const std::string& first, const std::string& last, int count) {
+  return count == 1 ? first : first + " to " + last + ", " + std::to_string(count) + " points";
+}
+
 AttenuatorPoint AttenuatorPointFrom(std::string_view setting, std::string_view frequency) {
   CheckNumber(setting, "Setting");
   CheckNumber(frequency, "Frequency");

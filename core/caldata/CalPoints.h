@@ -47,6 +47,10 @@ void CheckPlaceForPoint(const CalDataGrid& grid);
 [[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, GridRow row,
                                           std::string_view tableUnit);
 
+/// Several points as the delete question names them, by the names of the first and the last one:
+/// "50MHz to 18000MHz, 12 points". A single point has its own name.
+[[nodiscard]] std::string PointsName(const std::string& first, const std::string& last, int count);
+
 /// A point of a step attenuator.
 struct AttenuatorPoint {
   std::int16_t setting = 0;  ///< dB

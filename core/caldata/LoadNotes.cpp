@@ -20,6 +20,16 @@ void LoadNotes::AddRows(const std::string& note, const RowSet& rows) {
   }
 }
 
+void LoadNotes::AddLackedCells(std::int16_t page, TableIndex row, std::size_t column) {
+  lacked_[{page, row}] = column;
+}
+
+void LoadNotes::AddLackedRows(std::int16_t page, TableIndex row) {
+  for (; row.value < kTableRows; ++row.value) {
+    AddLackedCells(page, row, 0);
+  }
+}
+
 void LoadNotes::AddDoubtfulRows(const DoubtfulRows& rows, std::size_t shown,
                                 const TableTexts& texts) {
   if (shown < rows.count) {

@@ -5,6 +5,8 @@
 #define TARVELL_CORE_CALDATA_LOADNOTES_H
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +16,9 @@
 #include "core/caldata/DoubtfulRows.h"
 
 namespace tarvell {
+
+/// The cells that a file lacks: in each of these rows of a page, those from this column on.
+using LackedCells = std::map<std::pair<std::int16_t, TableIndex>, std::size_t>;
 
 /// The notes of one load: a sentence about each thing that is doubtful in its file.
 class LoadNotes {
@@ -40,11 +45,18 @@ class LoadNotes {
   /// Adds what is doubtful about the rows of a table, of which only the first `shown` are shown.
   void AddDoubtfulRows(const DoubtfulRows& rows, std::size_t shown, const TableTexts& texts);
 
+  /// Notes that the file lacks the cells of a row from `column` on.
+  void AddLackedCells(std::int16_t page, TableIndex row, std::size_t column);
+  /// Notes that the file lacks the rows of a page from `row` on.
+  void AddLackedRows(std::int16_t page, TableIndex row);
+  [[nodiscard]] LackedCells TakenLackedCells() { return std::move(lacked_); }
+
   [[nodiscard]] std::vector<std::string> Taken() && { return std::move(notes_); }
 
  private:
   bool isReadOverDefaults_;
   std::vector<std::string> notes_;
+  LackedCells lacked_;
 };
 
 }  // namespace tarvell

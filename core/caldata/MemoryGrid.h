@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/caldata/CalDataGrid.h"
@@ -37,6 +38,11 @@ class MemoryGrid final : public CalDataGrid {
   void InsertRow(GridRow position, std::span<const std::string> cells);
   /// Removes a data row.
   void RemoveRow(GridRow row);
+
+  /// The cells by row, the caption row included. The rows that are set must have one cell for each
+  /// column.
+  [[nodiscard]] const std::vector<std::vector<std::string>>& Rows() const { return rows_; }
+  void SetRows(std::vector<std::vector<std::string>> rows) { rows_ = std::move(rows); }
 
   void SetWidth(float width) { width_ = width; }
   /// Width of a column; 0 until one is set.

@@ -114,7 +114,7 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
 
 OpenedDataSet NewCalibration(const Model& model, const CalFileInfo& listed, const FileDate& today) {
   OpenedDataSet opened = OpenDataSet(model, listed);
-  opened.hasEarlierValues = true;
+  opened.fileValues = Origin::Earlier;
   opened.data->SetCalibrationNumber("");
   DateAgain(today, opened);
   return opened;

@@ -21,9 +21,8 @@ struct OpenedDataSet {
   std::vector<std::string> notices;
   /// Whether the file is named after the serial number, which then must not be changed.
   bool isNamedBySerial = false;
-  /// Whether the values are those of an earlier calibration, or of another instrument, until others
-  /// are entered.
-  bool hasEarlierValues = false;
+  /// Where the values that the file holds come from. Those of the template are known to `data`.
+  Origin fileValues = Origin::File;
 };
 
 /// New data of a model: those of its template. Throws as SetInitialDefaultData does.
@@ -39,8 +38,8 @@ struct OpenedDataSet {
 
 /// The data set of a listed file, to enter a new calibration of its instrument on the day `today`:
 /// calibrated today, due as DueAgain says (after a year where the earlier dates give no interval,
-/// which is reported), without a calibration number. Everything else, and the file that it is saved
-/// to, is that of OpenDataSet, which also says what is thrown.
+/// which is reported), without a calibration number, and with earlier values. Everything else, and
+/// the file that it is saved to, is that of OpenDataSet, which also says what is thrown.
 [[nodiscard]] OpenedDataSet NewCalibration(const Model& model, const CalFileInfo& listed,
                                            const FileDate& today);
 

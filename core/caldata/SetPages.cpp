@@ -101,6 +101,7 @@ bool SetReader::End(const FileEnd& /*end*/) {
                  " has no line \"!END\". The last line of the file was not read as one of its "
                  "rows.");
     }
+    notes_.AddLackedRows(page, {state.rows.count});
     if (state.count > 0) {
       NoteRows(page, "The " + state.page.name);
     }

@@ -32,6 +32,7 @@ class TableReader final : public BodyReader {
 
   bool End(const FileEnd& end) override {
     notes_.AddMissingEnd(end);
+    notes_.AddLackedRows(0, {rows_.count});
     notes_.AddDoubtfulRows(rows_, table_.Rows().size(),
                            {.table = "The table",
                             .firstColumn = firstColumn_,

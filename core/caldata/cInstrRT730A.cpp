@@ -215,6 +215,7 @@ class cInstrRT730A::Reader final : public SetReader {
     DoubtfulRows& read = RowsOf(page);
     RowSet ofTemplate;
     for (std::size_t row = 0; row < std::min(shown, read.count); ++row) {
+      Notes().AddLackedCells(page, {row}, filled.at(row));
       const bool isKept = filled.at(row) < columns && Notes().IsReadOverDefaults() &&
                           !cells.At({row}).at(filled.at(row)).empty();
       ofTemplate.set(row, isKept);

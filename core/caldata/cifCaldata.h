@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/caldata/CalDataGrid.h"
+#include "core/caldata/Origin.h"
 #include "core/files/Replacement.h"
 
 namespace tarvell {
@@ -83,6 +84,10 @@ class cifCaldata {
   /// What the last load found out about its file's header. A field whose line the file lacks keeps
   /// its value.
   [[nodiscard]] virtual const LoadedHeader& HeaderOfLoad() const = 0;
+
+  /// Whether a cell's value came from the file of the last load, or from the template: because that
+  /// was loaded last, or because the file lacks the value.
+  [[nodiscard]] virtual Origin OriginOfLoad(std::int16_t page, Cell cell) const = 0;
 
   /// Fills the grid with the page's captions and rows.
   virtual void GetCalData(std::int16_t page, CalDataGrid& grid) const = 0;

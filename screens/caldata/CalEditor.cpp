@@ -6,6 +6,7 @@
 #include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QLayout>
+#include <QMenu>
 
 #include <algorithm>
 #include <utility>
@@ -23,6 +24,7 @@
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -93,8 +95,12 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
+  cellEditor_->SetChange(
+      [this](const QString& what, const std::function<void()>& change) { Change(what, change); });
   connect(cellEditor_.get(), &CellEditor::Typed, this,
           [this](Cell cell, const QString& typed) { NoteCell(cell, typed); });
+  connect(cellEditor_.get(), &CellEditor::TypedAgain, this,
+          [this](Cell cell) { controls_.grid->Model().SetOrigin(cell, Origin::Operator); });
   connect(cellEditor_.get(), &CellEditor::Pasted, this,
           [this](Cell cell) { NoteCell(cell, std::nullopt); });
   connect(cellEditor_.get(), &CellEditor::FixedCellTyped, this, [this](std::int16_t column) {
@@ -107,6 +113,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   });
   connect(controls_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CalEditor::ReportCells);
+  MakeActions();
 }
 
 void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin begin) {
@@ -128,7 +135,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   // shown yet.
   layout()->activate();
   controls_.notices->Clear();
-  FindCellNotes();
+  history_.clear();
+  marks_.clear();
+  fileValues_ = opened.fileValues;
   controls_.grid->RememberWidthsAs(ToQt(modelCode));
   ShowTables();
   controls_.header->ReportNotices();
@@ -142,27 +151,128 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   data_.reset();
 }
 
+void CalEditor::Change(const QString& what, const std::function<void()>& change, int run) {
+  const PageState before = State();
+  change();
+  const PageState after = State();
+  if (after != before) {
+    history_.push(new EditStep(
+        what, before, after,
+        [this](const PageState& state, const PageState& other) { ShowState(state, other); }, run));
+    ReportValuesToEnter();
+  }
+}
+
+PageState CalEditor::State() const {
+  return {ShownPage(), HasOption(), MemberSerial(), controls_.grid->Model().State()};
+}
+
+void CalEditor::ShowState(const PageState& state, const PageState& other) {
+  controls_.grid->Show(state.table, FirstDifference(state.table, other.table));
+  ShowMemberSerial(state.memberSerial);
+  controls_.notices->Report(kPoint, {});
+  ReportValuesToEnter();
+  ReportCells();
+}
+
+void CalEditor::Undo() {
+  if (history_.canUndo()) {
+    const auto& step = static_cast<const EditStep&>(*history_.command(history_.index() - 1));
+    Go(step.Before(), [this] { history_.undo(); });
+  }
+}
+
+void CalEditor::Redo() {
+  if (history_.canRedo()) {
+    const auto& step = static_cast<const EditStep&>(*history_.command(history_.index()));
+    Go(step.After(), [this] { history_.redo(); });
+  }
+}
+
+void CalEditor::Go(const PageState& state, const std::function<void()>& go) {
+  if (cellEditor_->IsOpen() || controls_.header->isAncestorOf(focusWidget())) {
+    return;
+  }
+  Guarded(this, [&] {
+    GoTo(state.page, state.hasOption);
+    go();
+  });
+}
+
+void CalEditor::MakeActions() {
+  undo_ = new QAction(this);
+  redo_ = new QAction(this);
+  undo_->setShortcut(Qt::CTRL | Qt::Key_Z);
+  redo_->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
+  connect(undo_, &QAction::triggered, this, &CalEditor::Undo);
+  connect(redo_, &QAction::triggered, this, &CalEditor::Redo);
+  const auto show = [](QAction* action, const QString& act, QString what) {
+    action->setEnabled(!what.isEmpty());
+    action->setText((act + ' ' + what.replace('&', "&&")).trimmed());
+  };
+  const auto showBoth = [this, show] {
+    show(undo_, tr("&Undo"), history_.undoText());
+    show(redo_, tr("&Redo"), history_.redoText());
+  };
+  connect(&history_, &QUndoStack::indexChanged, this, showBoth);
+  showBoth();
+  addActions({undo_, redo_});
+  connect(controls_.grid, &CalGrid::MenuWanted, this, &CalEditor::ShowMenu);
+}
+
+void CalEditor::ShowMenu(const QPoint& place) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addActions({undo_, redo_});
+  menu->addSeparator();
+  // The keys are those of the CellEditor; the menu only names them.
+  const auto add = [&](const QString& text, QKeySequence::StandardKey key,
+                       void (CellEditor::*act)()) {
+    QAction* action = menu->addAction(text, cellEditor_.get(), act);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetShortcut);
+  };
+  add(tr("&Copy"), QKeySequence::Copy, &CellEditor::Copy);
+  add(tr("&Paste"), QKeySequence::Paste, &CellEditor::Paste);
+  if (const QList<QAction*> points = PointActions(); !points.isEmpty()) {
+    menu->addSeparator();
+    menu->addActions(points);
+  }
+  menu->popup(place);
+}
+
 void CalEditor::ShowCaption(const QString& serial) {
   setWindowTitle("Editing calibraition data (" + ToQt(model_->code) + " - " + serial + ")");
 }
 
-void CalEditor::FindCellNotes() {
-  cellNotes_.clear();
+CalEditor::CellMarks& CalEditor::MarksOf(std::int16_t page) {
+  const auto known = marks_.find(page);
+  return known != marks_.end() ? known->second : marks_[page] = FirstMarksOf(page);
+}
+
+CalEditor::CellMarks CalEditor::FirstMarksOf(std::int16_t page) const {
+  CellMarks marks;
   MemoryGrid grid;
-  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
-    grid.Clear(kColumnCount);
-    data_->GetCalData(page, grid);
-    for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
-      for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
-        const Cell cell = {row, column};
-        const std::string shown = grid.TextOf(cell);
-        const std::string notice = ReadDifferently(shown, data_->CellReadBack(page, cell, shown));
-        if (!notice.empty()) {
-          cellNotes_[page][cell] = ToQt(notice);
-        }
+  grid.Clear(kColumnCount);
+  data_->GetCalData(page, grid);
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    for (std::int16_t column = 1; column < grid.ColumnCount(); ++column) {
+      const Cell cell = {row, column};
+      const std::string shown = grid.TextOf(cell);
+      const std::string notice = ReadDifferently(shown, data_->CellReadBack(page, cell, shown));
+      if (!notice.empty()) {
+        marks.notes[cell] = ToQt(notice);
+      }
+      const bool isEntered = column >= controls_.grid->Model().FirstEditableColumn() &&
+                             data_->AffixesOf(page, cell, "").has_value();
+      const Origin ofLoad = data_->OriginOfLoad(page, cell);
+      const Origin origin = ofLoad == Origin::File ? fileValues_ : ofLoad;
+      if (isEntered && !shown.empty() && IsToEnter(origin)) {
+        marks.origins[cell] = origin;
       }
     }
   }
+  return marks;
 }
 
 void CalEditor::NoteCell(Cell cell, const std::optional<QString>& typed) {
@@ -172,16 +282,45 @@ void CalEditor::NoteCell(Cell cell, const std::optional<QString>& typed) {
       ReadDifferently(stored, data_->CellReadBack(ShownPage(), cell, stored));
   latestNote_ = ToQt(difference + (difference.empty() || readBack.empty() ? "" : " ") + readBack);
   controls_.grid->Model().SetNote(cell, latestNote_);
+  controls_.grid->Model().SetOrigin(cell, Origin::Operator);
   ReportCells();
 }
 
-void CalEditor::KeepCellNotes() {
-  cellNotes_[ShownPage()] = controls_.grid->Model().Notes();
+void CalEditor::KeepCellMarks() {
+  const GridModel& shown = controls_.grid->Model();
+  marks_[ShownPage()] = {shown.Notes(), shown.Origins()};
 }
 
-void CalEditor::ShowCellNotes() {
-  controls_.grid->Model().SetNotes(cellNotes_[ShownPage()]);
+void CalEditor::ShowCellMarks() {
+  const CellMarks& marks = MarksOf(ShownPage());
+  controls_.grid->Model().SetNotes(marks.notes);
+  controls_.grid->Model().SetOrigins(marks.origins);
+  ReportValuesToEnter();
   ReportCells();
+}
+
+int CalEditor::CountOf(Origin origin) {
+  int count = 0;
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    const CellOrigins& origins =
+        page == ShownPage() ? controls_.grid->Model().Origins() : MarksOf(page).origins;
+    count += static_cast<int>(
+        std::ranges::count(origins, origin, [](const auto& cell) { return cell.second; }));
+  }
+  return count;
+}
+
+void CalEditor::ReportValuesToEnter() {
+  const int defaults = CountOf(Origin::Template);
+  const int earlier = CountOf(Origin::Earlier);
+  const QStringList sentences = {
+      defaults == 0   ? QString()
+      : defaults == 1 ? tr("1 value is a default that nobody has entered.")
+                      : tr("%1 values are defaults that nobody has entered.").arg(defaults),
+      earlier == 0   ? QString()
+      : earlier == 1 ? tr("1 value is that of the earlier calibration.")
+                     : tr("%1 values are those of the earlier calibration.").arg(earlier)};
+  controls_.notices->SetRemark(sentences.join(' ').trimmed());
 }
 
 void CalEditor::ReportCells() {
@@ -199,18 +338,17 @@ void CalEditor::ReportCells() {
     controls_.notices->Report(kCell, NoteAbout(grid.Data(), shown->first, shown->second));
     return;
   }
-  const auto other = std::ranges::find_if(cellNotes_, [&](const auto& page) {
-    return page.first != ShownPage() && page.first < data_->GetCalPageCount() &&
-           !page.second.empty();
-  });
   QString elsewhere;
-  if (other != cellNotes_.end()) {
+  for (std::int16_t other = 0; other < data_->GetCalPageCount() && elsewhere.isEmpty(); ++other) {
+    if (other == ShownPage() || MarksOf(other).notes.empty()) {
+      continue;
+    }
     MemoryGrid page;
     page.Clear(kColumnCount);
-    data_->GetCalData(other->first, page);
-    const auto& [cell, note] = *other->second.begin();
+    data_->GetCalData(other, page);
+    const auto& [cell, note] = *MarksOf(other).notes.begin();
     elsewhere = tr("On the page %1: %2")
-                    .arg(ToQt(data_->GetCalPageName(other->first)), NoteAbout(page, cell, note));
+                    .arg(ToQt(data_->GetCalPageName(other)), NoteAbout(page, cell, note));
   }
   controls_.notices->Report(kCell, elsewhere);
 }

@@ -4,10 +4,14 @@
 #ifndef TARVELL_SCREENS_CALDATA_CALEDITOR_H
 #define TARVELL_SCREENS_CALDATA_CALEDITOR_H
 
+#include <QAction>
 #include <QDialog>
+#include <QList>
 #include <QPushButton>
+#include <QUndoStack>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,6 +20,7 @@
 
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
+#include "screens/caldata/EditHistory.h"
 #include "screens/caldata/GridModel.h"
 
 namespace tarvell {
@@ -48,6 +53,10 @@ class CalEditor : public QDialog {
   /// load that fails. The screen is not shown then.
   void SetupDat(std::int16_t index, const std::string& modelCode, Begin begin = Begin::AsSaved);
 
+  /// What has been done to the tables, the serial numbers of the members and the option since the
+  /// screen was opened. Its signal indexChanged reports every change.
+  [[nodiscard]] const QUndoStack& History() const { return history_; }
+
  protected:
   explicit CalEditor(QWidget* parent);
 
@@ -65,13 +74,28 @@ class CalEditor : public QDialog {
   [[nodiscard]] cifCaldata& Data() const { return *data_; }
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
   [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
+  /// The subject of notices about a new point.
+  static constexpr const char* kPoint = "point";
 
-  /// Marks the cells that have notes, after the grid has been filled with a page.
-  void ShowCellNotes();
-  /// Keeps the notes of the shown page until it is shown again.
-  void KeepCellNotes();
+  /// Runs `change`, which changes the shown table, the serial number of its member or the option,
+  /// and makes it a step of the history. An undo shows the page before the change again. `what`
+  /// completes "Undo ...". If `change` throws, it must not have changed anything. Steps with the
+  /// same `run` become one.
+  void Change(const QString& what, const std::function<void()>& change, int run = EditStep::kNoRun);
+
+  /// Marks the cells that have notes and those that are still to be entered, after the grid has
+  /// been filled with a page.
+  void ShowCellMarks();
+  /// Keeps the marks of the shown page until it is shown again.
+  void KeepCellMarks();
   /// Reports the note of the current cell, or else another one of the data set.
   void ReportCells();
+  /// Reports how many values of the data set are still to be entered.
+  void ReportValuesToEnter();
+
+  /// Steps back in the history, unless an edit is open.
+  void Undo();
+  void Redo();
 
   /// Stores an open edit of a cell, saves the data set and closes the screen. The screen stays open
   /// when the serial number is missing, which is reported, or when the user keeps the file that the
@@ -87,23 +111,52 @@ class CalEditor : public QDialog {
   virtual void StoreTables() = 0;
   /// The page whose table the grid shows.
   [[nodiscard]] virtual std::int16_t ShownPage() const { return 0; }
+  /// The serial number of the member on the shown page, as far as it is in the history.
+  [[nodiscard]] virtual QString MemberSerial() const { return {}; }
+  virtual void ShowMemberSerial(const QString& /*serial*/) {}
+  [[nodiscard]] virtual bool HasOption() const { return false; }
+  /// Switches the option and shows a page.
+  virtual void GoTo(std::int16_t /*page*/, bool /*hasOption*/) {}
+  /// The entries of the table's menu about points.
+  [[nodiscard]] virtual QList<QAction*> PointActions() const { return {}; }
   /// The sentence that says where the values of a fixed column come from.
   [[nodiscard]] virtual QString WhyFixed() const = 0;
 
   void ShowCaption(const QString& serial);
-  /// Notes every cell of the data set that will be read back differently after a save.
-  void FindCellNotes();
+  [[nodiscard]] PageState State() const;
+  /// Shows the page as it is in `state`, at the first cell that differs from `other`.
+  void ShowState(const PageState& state, const PageState& other);
+  void MakeActions();
+  void ShowMenu(const QPoint& place);
+  /// Shows the page of a step and does `go`. Does nothing when a header field has the keyboard.
+  void Go(const PageState& state, const std::function<void()>& go);
+
+  /// What is known of the cells of a page.
+  struct CellMarks {
+    CellNotes notes;
+    CellOrigins origins;
+  };
+  /// The marks of a page that is not shown; as they were when the data set was opened, if it has
+  /// not been shown yet.
+  [[nodiscard]] CellMarks& MarksOf(std::int16_t page);
+  [[nodiscard]] CellMarks FirstMarksOf(std::int16_t page) const;
+  /// How many values of this origin the data set holds.
+  [[nodiscard]] int CountOf(Origin origin);
   /// Notes whether a cell holds what was typed, and whether that will be read back. `typed` is
   /// nullopt for a pasted cell.
   void NoteCell(Cell cell, const std::optional<QString>& typed);
   void ShowLoadNotices(const std::vector<std::string>& notices);
 
   Controls controls_ = {};
-  QString latestNote_;                           ///< of the cell that was stored last
-  std::map<std::int16_t, CellNotes> cellNotes_;  ///< by page; the table has those of the shown page
-  std::unique_ptr<CellEditor> cellEditor_;       ///< destroyed before the table that it watches
+  QString latestNote_;                       ///< of the cell that was stored last
+  std::map<std::int16_t, CellMarks> marks_;  ///< by page; the table has those of the shown page
+  std::unique_ptr<CellEditor> cellEditor_;   ///< destroyed before the table that it watches
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
+  Origin fileValues_ = Origin::File;  ///< where the values come from that the file holds
+  QUndoStack history_;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
 };
 
 }  // namespace tarvell

@@ -3,6 +3,7 @@
 
 #include "screens/caldata/CalGrid.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHideEvent>
 #include <QScopedValueRollback>
@@ -69,8 +70,36 @@ void CalGrid::hideEvent(QHideEvent* event) {
   }
 }
 
+void CalGrid::Show(const GridState& state, Cell cell) {
+  model_->SetState(state);
+  ShareWidth();
+  GoNear(
+      {cell.row, std::max(cell.column, static_cast<std::int16_t>(model_->FirstEditableColumn()))});
+}
+
+void CalGrid::GoNear(Cell cell) {
+  const GridRow last = EndOf(Data()) + (-1);
+  if (last >= kFirstDataRow) {
+    SetCurrentCell({std::clamp(cell.row, kFirstDataRow, last), cell.column});
+    scrollTo(currentIndex());
+  }
+}
+
 Cell CalGrid::CurrentCell() const {
   return currentIndex().isValid() ? GridModel::CellAt(currentIndex()) : Cell{kCaptionRow, 0};
+}
+
+std::pair<GridRow, GridRow> CalGrid::SelectedRows() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  GridRow first = CurrentCell().row;
+  GridRow last = first;
+  if (selected.contains(currentIndex())) {
+    for (const QModelIndex& cell : selected) {
+      first = std::min(first, GridModel::CellAt(cell).row);
+      last = std::max(last, GridModel::CellAt(cell).row);
+    }
+  }
+  return {first, last};
 }
 
 void CalGrid::SetCurrentCell(Cell cell) {
@@ -79,14 +108,12 @@ void CalGrid::SetCurrentCell(Cell cell) {
   selectionModel()->setCurrentIndex(start_, QItemSelectionModel::ClearAndSelect);
 }
 
-void CalGrid::RemoveRow(GridRow row) {
+void CalGrid::RemoveRows(GridRow first, GridRow last) {
   const std::int16_t column = CurrentCell().column;
-  model_->RemoveRow(row);
-  const GridRow last = EndOf(Data()) + (-1);
-  if (last >= kFirstDataRow) {
-    SetCurrentCell({std::min(row, last), column});
-    scrollTo(currentIndex());
+  for (GridRow row = last; row >= first; row = row + (-1)) {
+    model_->RemoveRow(row);
   }
+  GoNear({first, column});
 }
 
 QModelIndex CalGrid::NextEditable(const QModelIndex& cell, bool forward) const {
@@ -110,6 +137,12 @@ QModelIndex CalGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modif
   const int column =
       action == MoveHome ? model_->FirstEditableColumn() : model_->LastEditableColumn();
   return model_->IsEditable(column) ? model_->index(cell.row(), column) : cell;
+}
+
+void CalGrid::contextMenuEvent(QContextMenuEvent* event) {
+  const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+  const QPoint besideCell = visualRect(currentIndex()).bottomLeft();
+  emit MenuWanted(isByMouse ? event->globalPos() : viewport()->mapToGlobal(besideCell));
 }
 
 void CalGrid::resizeEvent(QResizeEvent* event) {

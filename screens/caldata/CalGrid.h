@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "screens/caldata/GridModel.h"
@@ -38,13 +39,20 @@ class CalGrid final : public QTableView {
   /// those that the user gives them now.
   void RememberWidthsAs(const QString& name);
 
+  /// Shows another state of the same table and goes to `cell`, or to the cell nearest to it.
+  void Show(const GridState& state, Cell cell);
+
   /// The current cell; its row is kCaptionRow when there is no data row.
   [[nodiscard]] Cell CurrentCell() const;
+  /// The first and the last row in which cells are selected, or the row of the current cell when it
+  /// is not selected. Both are kCaptionRow when there is no data row.
+  [[nodiscard]] std::pair<GridRow, GridRow> SelectedRows() const;
   /// Makes this cell the current one, and the only one that is selected.
   void SetCurrentCell(Cell cell);
 
-  /// Removes a row. Then the row of the same number is current, or the last one.
-  void RemoveRow(GridRow row);
+  /// Removes the rows from `first` to `last`. Then the row of the number `first` is current, or the
+  /// last one.
+  void RemoveRows(GridRow first, GridRow last);
 
   /// The next cell after `cell` that can be edited, in this row or a later one, or the previous
   /// one. Invalid after the last and before the first.
@@ -55,7 +63,12 @@ class CalGrid final : public QTableView {
   /// Typing in a column that cannot be edited must not search for a text.
   void keyboardSearch(const QString& /*search*/) override {}
 
+ signals:
+  /// The user wants the table's menu, by the mouse or by a key.
+  void MenuWanted(const QPoint& globalPlace);
+
  protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
   /// Home and End, with and without Ctrl, go to cells that can be edited.
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -66,6 +79,9 @@ class CalGrid final : public QTableView {
   void ShareWidth();
   /// What the width is shared by.
   [[nodiscard]] std::vector<int> Proportions() const;
+
+  /// Makes `cell` the current one, or that of the same column in the nearest row.
+  void GoNear(Cell cell);
 
   GridModel* model_;
   QString widthsKey_;

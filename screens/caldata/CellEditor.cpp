@@ -26,6 +26,11 @@ namespace {
 constexpr ushort kSpace = 0x20;
 constexpr ushort kDelete = 0x7F;
 
+/// What the history calls it.
+QString TypingOf(const QString& text) {
+  return CellEditor::tr("typing \"%1\"").arg(text);
+}
+
 }  // namespace
 
 CellEditor::CellEditor(CalGrid* grid)
@@ -52,6 +57,7 @@ CellEditor::CellEditor(CalGrid* grid)
   txtCellCmb_->installEventFilter(this);
   grid_->installEventFilter(this);
   grid_->viewport()->installEventFilter(this);
+  connect(txtCell_, &QLineEdit::textEdited, this, [this] { touched_ = true; });
   connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
   connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CellEditor::CommitGuarded);
@@ -103,14 +109,7 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   tabsOn_ = tabsOn_ && event.key() == Qt::Key_Shift;
   const bool copies = event.matches(QKeySequence::Copy);
   if (copies || event.matches(QKeySequence::Paste)) {
-    // The list of units passes these keys on to the grid while an edit is open.
-    if (!IsOpen() && copies) {
-      CopySelectedCells(*grid_);
-    } else if (!IsOpen()) {
-      for (const PastedCell& pasted : PasteIntoCells(*grid_, rules_)) {
-        emit Pasted(pasted.cell);
-      }
-    }
+    copies ? Copy() : Paste();
     return true;
   }
   if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
@@ -134,6 +133,23 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   }
   Open(text);
   return true;
+}
+
+// The list of units passes the keys for these on to the grid while an edit is open.
+void CellEditor::Copy() {
+  if (!IsOpen()) {
+    CopySelectedCells(*grid_);
+  }
+}
+
+void CellEditor::Paste() {
+  if (!IsOpen()) {
+    change_(tr("paste"), [this] {
+      for (const PastedCell& pasted : PasteIntoCells(*grid_, rules_)) {
+        emit Pasted(pasted.cell);
+      }
+    });
+  }
 }
 
 bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
@@ -214,6 +230,7 @@ void CellEditor::Open(const QString& typed) {
     cell_ = index;
     untouched_ = shown;
     replaced_ = !typed.isEmpty();
+    touched_ = false;
     txtCell_->setFont(grid_->font());
     txtCell_->setText(shown);
     grid_->scrollTo(index);
@@ -232,13 +249,21 @@ void CellEditor::Commit() {
   if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
     const Cell cell = GridModel::CellAt(cell_);
     const QString typed = txtCell_->text();
-    grid_->Model().SetCellText(
-        cell, rules_.toStore(cell, FromQt(typed), FromQt(txtCellCmb_->currentText())));
+    const QString unit = txtCellCmb_->currentText();
+    const bool isUnitOnly = !replaced_ && typed == untouched_;
+    const std::string text = rules_.toStore(cell, FromQt(typed), FromQt(unit));
     Close();
-    emit Typed(cell, typed);
+    change_(isUnitOnly ? tr("unit %1").arg(unit) : TypingOf(typed), [&] {
+      grid_->Model().SetCellText(cell, text);
+      emit Typed(cell, typed);
+    });
     return;
   }
+  const Cell cell = GridModel::CellAt(cell_);
   Close();
+  if (touched_ && !untouched_.isEmpty()) {
+    change_(TypingOf(untouched_), [&] { emit TypedAgain(cell); });
+  }
 }
 
 void CellEditor::CommitGuarded() {

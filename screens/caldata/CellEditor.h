@@ -10,6 +10,7 @@
 #include <QPersistentModelIndex>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -41,6 +42,11 @@ class CellEditor final : public QObject {
 
   void SetRules(CellRules rules) { rules_ = std::move(rules); }
 
+  /// Makes a change of the table, called `what`.
+  using Change = std::function<void(const QString& what, const std::function<void()>& change)>;
+  /// Sets how the table is changed; at first, it is just changed.
+  void SetChange(Change change) { change_ = std::move(change); }
+
   [[nodiscard]] bool IsOpen() const { return cell_.isValid(); }
 
   /// Stores the text of an open edit in its cell and closes the edit. Throws the errors of the
@@ -49,9 +55,15 @@ class CellEditor final : public QObject {
   /// Closes an open edit without storing it.
   void Cancel();
 
+  /// Copies the selected cells, or pastes into them, unless an edit is open.
+  void Copy();
+  void Paste();
+
  signals:
   /// The typed text `text` has been stored in a cell.
   void Typed(Cell cell, const QString& text);
+  /// The text that a cell holds was typed again.
+  void TypedAgain(Cell cell);
   /// A text from the clipboard has been stored in a cell.
   void Pasted(Cell cell);
   /// The user tried to type into a column that cannot be edited.
@@ -82,10 +94,12 @@ class CellEditor final : public QObject {
   QLineEdit* txtCell_;
   QComboBox* txtCellCmb_;
   CellRules rules_;
+  Change change_ = [](const QString& /*what*/, const std::function<void()>& change) { change(); };
   QPersistentModelIndex cell_;  ///< the edited cell; invalid when no edit is open
   QString untouched_;           ///< the text of the box as it was opened
   QString untouchedUnit_;       ///< the unit as the list first showed it
   bool replaced_ = false;       ///< whether a typed character opened the box
+  bool touched_ = false;        ///< whether the text was edited since the box was opened
   bool tabsOn_ = false;         ///< whether Tab goes on from the current cell to the next one
 };
 

@@ -5,11 +5,73 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStyle>
+
+#include <utility>
 
 #include "screens/widgets/QtText.h"
 
 namespace tarvell {
+
+namespace {
+
+/// A font that differs from that of the table only in its slant.
+QFont Italic() {
+  QFont font;
+  font.setItalic(true);
+  return font;
+}
+
+/// Paler than other text, and still easy to read on any background.
+QBrush PaleText() {
+  constexpr float kShare = 0.68F;  // of the text's own colour
+  const QColor text = QGuiApplication::palette().color(QPalette::Text);
+  const QColor base = QGuiApplication::palette().color(QPalette::Base);
+  const auto mixed = [](float part, float other) { return kShare * part + (1 - kShare) * other; };
+  return QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
+                          mixed(text.blueF(), base.blueF()));
+}
+
+/// What a screen reader says after a value of this origin.
+QString SpokenOrigin(Origin origin) {
+  switch (origin) {
+    case Origin::Template:
+      return GridModel::tr(" (default value, not entered)");
+    case Origin::Earlier:
+      return GridModel::tr(" (earlier value, not entered)");
+    default:
+      return {};
+  }
+}
+
+QString Explanation(Origin origin) {
+  switch (origin) {
+    case Origin::Template:
+      return GridModel::tr("This is a default value, which nobody has entered.");
+    case Origin::Earlier:
+      return GridModel::tr("This is the value of the earlier calibration.");
+    default:
+      return {};
+  }
+}
+
+/// Moves what is known of the rows from `first` on by `rows`, 1 or -1. With -1 what is known of
+/// `first` itself is removed.
+template <typename Value>
+void MoveRows(std::map<Cell, Value>& values, GridRow first, int rows) {
+  std::map<Cell, Value> moved;
+  for (auto& [cell, value] : values) {
+    const bool moves = cell.row >= first;
+    const GridRow row = cell.row + (moves ? rows : 0);
+    if (!moves || row >= first) {
+      moved[{row, cell.column}] = std::move(value);
+    }
+  }
+  values = std::move(moved);
+}
+
+}  // namespace
 
 Cell GridModel::CellAt(const QModelIndex& index) {
   return {{static_cast<std::int16_t>(index.row() + 1)}, static_cast<std::int16_t>(index.column())};
@@ -29,9 +91,16 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
   const auto note = [&] { return NoteAt(CellAt(index)); };
+  const auto origin = [&] { return OriginAt(CellAt(index)); };
   switch (role) {
     case Qt::DisplayRole:
       return ToQt(grid_.TextOf(CellAt(index)));
+    case Qt::AccessibleTextRole:
+      return QString(ToQt(grid_.TextOf(CellAt(index))) + SpokenOrigin(origin()));
+    case Qt::FontRole:
+      return IsToEnter(origin()) ? QVariant(Italic()) : QVariant();
+    case Qt::ForegroundRole:
+      return IsToEnter(origin()) ? QVariant(PaleText()) : QVariant();
     case Qt::TextAlignmentRole:
       return (Qt::AlignRight | Qt::AlignVCenter).toInt();
     case Qt::BackgroundRole:
@@ -44,7 +113,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
                  : QVariant(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning));
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return note();
+      return QStringList({note(), Explanation(origin())}).filter(QRegularExpression(".")).join(' ');
     default:
       return {};
   }
@@ -81,7 +150,7 @@ void GridModel::SetNote(Cell cell, const QString& note) {
 
 void GridModel::SetNotes(CellNotes notes) {
   notes_ = std::move(notes);
-  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+  ShowMarksChanged();
 }
 
 QString GridModel::NoteAt(Cell cell) const {
@@ -89,21 +158,37 @@ QString GridModel::NoteAt(Cell cell) const {
   return found == notes_.end() ? QString() : found->second;
 }
 
-void GridModel::MoveNotes(GridRow first, int rows) {
-  CellNotes moved;
-  for (auto& [cell, note] : notes_) {
-    const bool moves = cell.row >= first;
-    const GridRow row = cell.row + (moves ? rows : 0);
-    if (!moves || row >= first) {
-      moved[{row, cell.column}] = std::move(note);
-    }
-  }
-  notes_ = std::move(moved);
+void GridModel::SetOrigin(Cell cell, Origin origin) {
+  origins_[cell] = origin;
+  emit dataChanged(IndexAt(cell), IndexAt(cell));
+}
+
+void GridModel::SetOrigins(CellOrigins origins) {
+  origins_ = std::move(origins);
+  ShowMarksChanged();
+}
+
+Origin GridModel::OriginAt(Cell cell) const {
+  const auto found = origins_.find(cell);
+  return found == origins_.end() ? Origin::File : found->second;
+}
+
+void GridModel::SetState(const GridState& state) {
+  beginResetModel();
+  grid_.SetRows(state.rows);
+  notes_ = state.notes;
+  origins_ = state.origins;
+  endResetModel();
+}
+
+void GridModel::ShowMarksChanged() {
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   beginResetModel();
   notes_.clear();
+  origins_.clear();
   fill(grid_);
   endResetModel();
 }
@@ -113,17 +198,22 @@ void GridModel::SetCellText(Cell cell, std::string_view text) {
   emit dataChanged(IndexAt(cell), IndexAt(cell));
 }
 
-void GridModel::InsertRow(GridRow position, std::span<const std::string> cells) {
+void GridModel::InsertRow(GridRow position, std::span<const std::string> cells, Origin origin) {
   beginInsertRows({}, position.number - 1, position.number - 1);
   grid_.InsertRow(position, cells);
-  MoveNotes(position, 1);
+  MoveRows(notes_, position, 1);
+  MoveRows(origins_, position, 1);
+  for (int column = firstEditableColumn_; column < columnCount(); ++column) {
+    origins_[{position, static_cast<std::int16_t>(column)}] = origin;
+  }
   endInsertRows();
 }
 
 void GridModel::RemoveRow(GridRow row) {
   beginRemoveRows({}, row.number - 1, row.number - 1);
   grid_.RemoveRow(row);
-  MoveNotes(row, -1);
+  MoveRows(notes_, row, -1);
+  MoveRows(origins_, row, -1);
   endRemoveRows();
 }
 

@@ -12,13 +12,24 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/caldata/MemoryGrid.h"
+#include "core/caldata/Origin.h"
 
 namespace tarvell {
 
 /// Notes about cells that the user should look at.
 using CellNotes = std::map<Cell, QString>;
+
+/// All that can be undone in a table: its cells, the captions included, and what is known of them.
+struct GridState {
+  std::vector<std::vector<std::string>> rows;
+  CellNotes notes;
+  CellOrigins origins;
+
+  bool operator==(const GridState&) const = default;
+};
 
 /// A MemoryGrid as a table view shows it: row 0 as the captions, and the data rows. A QModelIndex
 /// counts the data rows from 0, a Cell from 1.
@@ -39,10 +50,12 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] static Cell CellAt(const QModelIndex& index);
   [[nodiscard]] QModelIndex IndexAt(Cell cell) const;
 
-  /// Lets `fill` change the whole grid, and removes all notes.
+  /// Lets `fill` change the whole grid, and removes all notes and origins.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
   void SetCellText(Cell cell, std::string_view text);
-  void InsertRow(GridRow position, std::span<const std::string> cells);
+  /// Inserts a row whose cells have this origin.
+  void InsertRow(GridRow position, std::span<const std::string> cells,
+                 Origin origin = Origin::Operator);
   void RemoveRow(GridRow row);
 
   /// Marks a cell with a warning icon and this note; "" removes the mark. A note moves with its
@@ -51,6 +64,16 @@ class GridModel final : public QAbstractTableModel {
   void SetNotes(CellNotes notes);
   [[nodiscard]] const CellNotes& Notes() const { return notes_; }
   [[nodiscard]] QString NoteAt(Cell cell) const;
+
+  /// A value that is still to be entered looks different, and a screen reader says so. An origin
+  /// moves with its row.
+  void SetOrigin(Cell cell, Origin origin);
+  void SetOrigins(CellOrigins origins);
+  [[nodiscard]] const CellOrigins& Origins() const { return origins_; }
+  [[nodiscard]] Origin OriginAt(Cell cell) const;
+
+  [[nodiscard]] GridState State() const { return {grid_.Rows(), notes_, origins_}; }
+  void SetState(const GridState& state);
 
   /// The columns before this one cannot be edited; their background shows it.
   void SetFirstEditableColumn(int column) { firstEditableColumn_ = column; }
@@ -61,12 +84,11 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] int LastEditableColumn() const;
 
  private:
-  /// Moves the notes of the rows from `first` on by `rows`, 1 or -1. With -1 the notes of `first`
-  /// itself are removed.
-  void MoveNotes(GridRow first, int rows);
+  void ShowMarksChanged();
 
   MemoryGrid grid_;
   CellNotes notes_;
+  CellOrigins origins_;
   int firstEditableColumn_ = 1;
 };
 

@@ -26,9 +26,6 @@ namespace {
 
 constexpr std::int16_t kSensorColumns = 2;
 
-/// The subject of notices about a new point.
-constexpr const char* kPoint = "point";
-
 // The only column that can be edited. Points are added and deleted as rows.
 constexpr std::int16_t kFactorColumn = 1;
 constexpr std::int16_t kCalDataColumn = 2;
@@ -36,7 +33,10 @@ constexpr std::int16_t kCalDataColumn = 2;
 }  // namespace
 
 frmCalDataInput::frmCalDataInput(QWidget* parent)
-    : CalEditor(parent), ui_(std::make_unique<Ui::frmCalDataInput>()) {
+    : CalEditor(parent),
+      addPoint_(new QAction(tr("&Add point..."), this)),
+      deletePoints_(new QAction(tr("&Delete points..."), this)),
+      ui_(std::make_unique<Ui::frmCalDataInput>()) {
   ui_->setupUi(this);
   FitToDisplay(this);
   MakeScrollable(ui_->header);
@@ -57,6 +57,12 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
         std::move(cellEditor));
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
+  connect(addPoint_, &QAction::triggered, this, &frmCalDataInput::btnAddPoint_Click);
+  connect(deletePoints_, &QAction::triggered, this, &frmCalDataInput::btnDeletePoint_Click);
+  // Only in the table itself: in an open cell, the key deletes a character.
+  deletePoints_->setShortcut(QKeySequence::Delete);
+  deletePoints_->setShortcutContext(Qt::WidgetShortcut);
+  ui_->Grid->addAction(deletePoints_);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmCalDataInput::btnCancel_Click);
 }
@@ -67,13 +73,24 @@ bool frmCalDataInput::IsSensor() const {
   return CurrentModel().family == ModelFamily::PowerSensor;
 }
 
+std::string frmCalDataInput::PointName(const CalDataGrid& grid, GridRow row) const {
+  return IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
+                    : AttenuatorPointName(grid, row);
+}
+
+std::string frmCalDataInput::NameOf(const NewPoint& point) const {
+  MemoryGrid grid(static_cast<std::int16_t>(point.row.size()));
+  grid.InsertRow(kFirstDataRow, point.row);
+  return PointName(grid, kFirstDataRow);
+}
+
 void frmCalDataInput::ShowTables() {
   ui_->Grid->Model().SetFirstEditableColumn(IsSensor() ? kFactorColumn : kCalDataColumn);
   ui_->Grid->Fill([this](MemoryGrid& grid) {
     grid.Clear(kSensorColumns);
     Data().GetCalData(0, grid);
   });
-  ShowCellNotes();
+  ShowCellMarks();
 }
 
 void frmCalDataInput::StoreTables() {
@@ -108,7 +125,8 @@ void frmCalDataInput::AddPoint() {
       Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");
       break;
     case PointPlace::Row:
-      grid.Model().InsertRow(point->position.row, point->row);
+      Change(tr("adding %1").arg(ToQt(NameOf(*point))),
+             [&] { grid.Model().InsertRow(point->position.row, point->row, Origin::Template); });
       grid.SetCurrentCell(
           {point->position.row, static_cast<std::int16_t>(grid.Model().FirstEditableColumn())});
       grid.setFocus();
@@ -154,25 +172,24 @@ std::optional<frmCalDataInput::NewPoint> frmCalDataInput::AskAttenuatorPoint() {
 }
 
 void frmCalDataInput::btnDeletePoint_Click() {
-  Guarded(this, [this] { DeletePoint(); });
+  Guarded(this, [this] { DeletePoints(); });
 }
 
-void frmCalDataInput::DeletePoint() {
+void frmCalDataInput::DeletePoints() {
   Cells().Commit();
-  const GridRow row = ui_->Grid->CurrentCell().row;
-  if (row == kCaptionRow) {
+  const auto [first, last] = ui_->Grid->SelectedRows();
+  if (first == kCaptionRow) {
     return;
   }
   const MemoryGrid& grid = ui_->Grid->Data();
-  const std::string point = IsSensor() ? SensorPointName(grid, row, CurrentModel().frequencyUnit)
-                                       : AttenuatorPointName(grid, row);
-  const auto answer =
-      CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + ToQt(point) + ")",
-                                    .icon = QMessageBox::Warning,
-                                    .buttons = QMessageBox::Yes | QMessageBox::No,
-                                    .defaultButton = QMessageBox::No});
+  const int count = last.number - first.number + 1;
+  const QString points = ToQt(PointsName(PointName(grid, first), PointName(grid, last), count));
+  const auto answer = CurrentQuestions().Ask(this, {.text = "Are you want delete? (" + points + ")",
+                                                    .icon = QMessageBox::Warning,
+                                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                                    .defaultButton = QMessageBox::No});
   if (answer == QMessageBox::Yes) {
-    ui_->Grid->RemoveRow(row);
+    Change(tr("deleting %1").arg(points), [&] { ui_->Grid->RemoveRows(first, last); });
     ReportCells();
   }
 }

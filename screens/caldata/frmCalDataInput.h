@@ -45,14 +45,21 @@ class frmCalDataInput final : public CalEditor {
   void ShowTables() override;
   void StoreTables() override;
   [[nodiscard]] QString WhyFixed() const override;
+  [[nodiscard]] QList<QAction*> PointActions() const override { return {addPoint_, deletePoints_}; }
 
   [[nodiscard]] bool IsSensor() const;
+  /// A point as the questions name it.
+  [[nodiscard]] std::string PointName(const CalDataGrid& grid, GridRow row) const;
+  [[nodiscard]] std::string NameOf(const NewPoint& point) const;
   void AddPoint();
   /// Ask the user for a point; nothing when no point was given.
   [[nodiscard]] std::optional<NewPoint> AskSensorPoint();
   [[nodiscard]] std::optional<NewPoint> AskAttenuatorPoint();
-  void DeletePoint();
+  /// Deletes the selected points after a question.
+  void DeletePoints();
 
+  QAction* addPoint_;
+  QAction* deletePoints_;
   std::unique_ptr<Ui::frmCalDataInput> ui_;
 };
 

@@ -72,6 +72,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
   ui_->txtTabSerial->installEventFilter(this);
   ui_->chkCheck->installEventFilter(this);
   connect(ui_->txtTabSerial, &QLineEdit::textChanged, this, &frmCalDataTabInput::ReportMember);
+  connect(ui_->txtTabSerial, &QLineEdit::textEdited, this, &frmCalDataTabInput::MemberSerialTyped);
   connect(ui_->tTab, &QTabBar::currentChanged, this, &frmCalDataTabInput::tTab_Click);
   connect(ui_->chkCheck, &QCheckBox::clicked, this, &frmCalDataTabInput::chkCheck_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataTabInput::btnOk_Click);
@@ -133,9 +134,40 @@ void frmCalDataTabInput::ShowPage(std::int16_t page) {
     Data().GetCalData(page, grid);
   });
   currentPage_ = page;
-  ui_->txtTabSerial->setText(ToQt(Data().GetCalPageSerial(page)));
-  ShowCellNotes();
+  ShowMemberSerial(ToQt(Data().GetCalPageSerial(page)));
+  ShowCellMarks();
   ReportMember();
+}
+
+void frmCalDataTabInput::ShowMemberSerial(const QString& serial) {
+  memberSerial_ = serial;
+  ++serialRun_;
+  if (ui_->txtTabSerial->text() != serial) {
+    ui_->txtTabSerial->setText(serial);
+  }
+}
+
+void frmCalDataTabInput::MemberSerialTyped() {
+  const QString name = ToQt(Data().GetCalPageName(currentPage_));
+  Change(
+      tr("serial number of %1").arg(name), [this] { memberSerial_ = ui_->txtTabSerial->text(); },
+      serialRun_);
+}
+
+bool frmCalDataTabInput::HasOption() const {
+  return ui_->tTab->count() > kOptionPage;
+}
+
+void frmCalDataTabInput::GoTo(std::int16_t page, bool hasOption) {
+  if (hasOption != HasOption()) {
+    ShowOption(hasOption);
+    ui_->chkCheck->setChecked(hasOption);
+  }
+  if (page != currentPage_) {
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->setCurrentIndex(page);
+    ChangePage();
+  }
 }
 
 void frmCalDataTabInput::StorePage() {
@@ -148,7 +180,7 @@ void frmCalDataTabInput::StorePage() {
   }
   Data().SetCalData(currentPage_, ui_->grid->Data());
   Data().SetCalPageSerial(currentPage_, serial);
-  KeepCellNotes();
+  KeepCellMarks();
 }
 
 void frmCalDataTabInput::ChangePage() {
@@ -174,9 +206,14 @@ void frmCalDataTabInput::chkCheck_Click() {
 }
 
 void frmCalDataTabInput::SwitchOption(bool on) {
+  Cells().Commit();
+  Change(tr("option"), [&] { ShowOption(on); });
+}
+
+void frmCalDataTabInput::ShowOption(bool on) {
   if (on) {
     Data().SetCalPageSerial(kOptionPage, std::string(kOptionOn));
-    if (ui_->tTab->count() == kOptionPage) {
+    if (!HasOption()) {
       const QSignalBlocker blocker(ui_->tTab);
       AddTab(kOptionPage);
     }
@@ -184,13 +221,12 @@ void frmCalDataTabInput::SwitchOption(bool on) {
     ReportCells();
     return;
   }
-  if (ui_->tTab->count() > kOptionPage) {
+  if (HasOption()) {
     // If this fails, the tab stays.
-    Cells().Commit();
     StorePage();
     const QSignalBlocker blocker(ui_->tTab);
     ui_->tTab->removeTab(kOptionPage);
-    ChangePage();
+    ShowPage(SelectedPage());
   }
   Data().SetCalPageSerial(kOptionPage, std::string(kOptionOff));
   Notices().Report(MemberSubject(kOptionPage), {});
@@ -242,7 +278,15 @@ bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::FocusIn && watched == ui_->txtTabSerial) {
+    ++serialRun_;
     Notices().ShowAbout(MemberSubject(currentPage_));
+  }
+  if (event->type() == QEvent::ShortcutOverride && watched == ui_->txtTabSerial) {
+    // The box must not take the keys for Undo and Redo: the history has what is typed in it.
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+      return true;
+    }
   }
   return CalEditor::eventFilter(watched, event);
 }

@@ -41,6 +41,10 @@ class frmCalDataTabInput final : public CalEditor {
   void ShowTables() override;
   void StoreTables() override;
   [[nodiscard]] std::int16_t ShownPage() const override { return currentPage_; }
+  [[nodiscard]] QString MemberSerial() const override { return memberSerial_; }
+  void ShowMemberSerial(const QString& serial) override;
+  [[nodiscard]] bool HasOption() const override;
+  void GoTo(std::int16_t page, bool hasOption) override;
   [[nodiscard]] QString WhyFixed() const override;
 
   /// The page whose tab is selected.
@@ -54,6 +58,9 @@ class frmCalDataTabInput final : public CalEditor {
   /// Stores the shown page and shows the one whose tab is selected.
   void ChangePage();
   void SwitchOption(bool on);
+  /// Adds the page of the option, or removes it.
+  void ShowOption(bool on);
+  void MemberSerialTyped();
   /// Reports the members without a serial number, and a serial number that will be read back
   /// differently.
   void ReportMember();
@@ -62,6 +69,8 @@ class frmCalDataTabInput final : public CalEditor {
 
   std::unique_ptr<Ui::frmCalDataTabInput> ui_;
   std::int16_t currentPage_ = 0;  ///< the page whose table the grid shows
+  QString memberSerial_;          ///< of that page, as the history has it
+  int serialRun_ = 0;             ///< what is typed in one visit of the box is one step
 };
 
 }  // namespace tarvell

@@ -45,6 +45,13 @@ void NoticeLine::Report(const QString& subject, const QString& text) {
   ShowNotices();
 }
 
+void NoticeLine::SetRemark(const QString& remark) {
+  if (remark != remark_) {
+    remark_ = remark;
+    ShowNotices();
+  }
+}
+
 void NoticeLine::ShowAbout(const QString& subject) {
   const auto found = std::ranges::find(notices_, subject, [](const auto& n) { return n.first; });
   if (found != notices_.end() && found + 1 != notices_.end()) {
@@ -54,10 +61,9 @@ void NoticeLine::ShowAbout(const QString& subject) {
 }
 
 void NoticeLine::Clear() {
-  if (!notices_.empty()) {
-    notices_.clear();
-    ShowNotices();
-  }
+  notices_.clear();
+  remark_.clear();
+  ShowNotices();
 }
 
 QString NoticeLine::About(const QString& subject) const {
@@ -90,16 +96,18 @@ void NoticeLine::resizeEvent(QResizeEvent* event) {
 
 void NoticeLine::ShowNotices() {
   const QStringList texts = Notices();
-  QString shown = texts.value(0);
+  QString shown = texts.value(0, remark_);
   if (texts.size() > 1) {
     // At the front, where it can be seen even if the text is too long.
     shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
   }
+  const bool isChanged = shown != text();
   setText(shown);
-  setToolTip(!texts.isEmpty() ? Qt::convertFromPlainText(texts.join("\n\n"), Qt::WhiteSpaceNormal)
-                              : QString());
-  setAccessibleDescription(texts.mid(1).join(' '));
-  if (!texts.isEmpty()) {
+  const QStringList all = remark_.isEmpty() ? texts : texts + QStringList(remark_);
+  setToolTip(!all.isEmpty() ? Qt::convertFromPlainText(all.join("\n\n"), Qt::WhiteSpaceNormal)
+                            : QString());
+  setAccessibleDescription(all.mid(1).join(' '));
+  if (isChanged && !shown.isEmpty()) {
     QAccessibleEvent announcement(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&announcement);
   }

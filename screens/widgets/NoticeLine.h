@@ -25,8 +25,12 @@ class NoticeLine final : public QLabel {
 
   /// Replaces the notice about `subject` by `text`; "" removes it.
   void Report(const QString& subject, const QString& text);
+  /// Sets what is shown when there is no notice. The tooltip ends with it.
+  void SetRemark(const QString& remark);
+  [[nodiscard]] const QString& Remark() const { return remark_; }
   /// Shows the notice about `subject`, if there is one, instead of the latest.
   void ShowAbout(const QString& subject);
+  /// Removes all notices and the remark.
   void Clear();
 
   /// The notice about `subject`, "" when there is none.
@@ -45,6 +49,7 @@ class NoticeLine final : public QLabel {
  private:
   void ShowNotices();
 
+  QString remark_;
   std::vector<std::pair<QString, QString>> notices_;  ///< subject and text; the last is shown
 };
 

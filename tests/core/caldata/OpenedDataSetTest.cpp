@@ -33,6 +33,22 @@ CalFileInfo Listed(const std::string& serial = "3318A12345") {
   return listed;
 }
 
+/// For each row of a page, the columns whose values come from the template.
+Texts FromTemplate(const OpenedDataSet& opened, std::int16_t page) {
+  Texts rows;
+  MemoryGrid grid(5);
+  opened.data->GetCalData(page, grid);
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    rows.emplace_back();
+    for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
+      const Origin origin = opened.data->OriginOfLoad(page, {row, column});
+      const bool isShown = !grid.TextOf({row, column}).empty();
+      rows.back() += isShown && origin == Origin::Template ? std::to_string(column) : "";
+    }
+  }
+  return rows;
+}
+
 /// A page of a set's file.
 Texts PageOf(const SetModel& set, std::size_t page, const Texts& rows) {
   return Joined({set.openings.at(page), rows, set.closing});
@@ -108,6 +124,11 @@ TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
                    "template, and would be saved: rows 1 to 8.",
                    "The file lacks header lines. The values shown for them come from the "
                    "template, and would be saved: #CAL_DATE, #CAL_NO, #COMMENT."}));
+  const std::string all = "01234";
+  EXPECT_EQ(FromTemplate(opened, 0), (Texts{"", "", all, all, all, all, all, all}));
+  EXPECT_EQ(FromTemplate(opened, 1), Texts(8, all));
+  EXPECT_EQ(FromTemplate(opened, 2), Texts(8));
+  EXPECT_EQ(FromTemplate(NewDataSet(*FindModel("RT520A")), 2), Texts(8, all));
 }
 
 TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
@@ -122,6 +143,7 @@ TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {
   }
   const OpenedDataSet opened = Open("RT730A", lines);
   EXPECT_EQ(RowsOf(*opened.data), (Texts{"a|9|2|0 %|4", "b|1|2|0 %|4", "c|9|||"}));
+  EXPECT_EQ(FromTemplate(opened, 0), (Texts{"234", "1234", ""}));
   EXPECT_EQ(opened.notices,
             (Texts{"The section \"DC Registance\" shows cells that the file does not hold. They "
                    "come from the template, and would be saved: rows 1 and 2.",
@@ -248,7 +270,7 @@ TEST_F(OpenedFile, AsANewCalibrationHasTheDayAndNoCalibrationNumber) {
   tree_.Write(kFile, Lines(Joined({Header("PX12A"), rows})));
   const OpenedDataSet again = NewCalibration(*FindModel("PX12A"), Listed(), {2026, 11, 22});
   EXPECT_TRUE(again.isNamedBySerial);
-  EXPECT_TRUE(again.hasEarlierValues);
+  EXPECT_EQ(again.fileValues, Origin::Earlier);
   EXPECT_EQ(again.notices, Texts());
   EXPECT_EQ(RowsOf(*again.data), Texts{"50.00|99.0"});
   again.data->SetCalibrationNumber("C-0043");
@@ -275,8 +297,8 @@ TEST_F(OpenedFile, AsACopyHasThePointsAndNothingElseOfTheInstrument) {
   const OpenedDataSet file = OpenDataSet(model, Listed());
   const OpenedDataSet copy = CopyOfDataSet(model, Listed(), {2026, 2, 28});
   EXPECT_FALSE(copy.isNamedBySerial);
-  EXPECT_TRUE(copy.hasEarlierValues);
-  EXPECT_FALSE(file.hasEarlierValues);
+  EXPECT_EQ(copy.fileValues, Origin::Earlier);
+  EXPECT_EQ(file.fileValues, Origin::File);
   EXPECT_EQ(copy.data->SerialNumber() + copy.data->CalibrationNumber() + copy.data->Comment(), "");
   EXPECT_EQ(CalDateOf(*copy.data), (Date{2026, "FEB", 28}));
   EXPECT_EQ(DueDateOf(*copy.data), (Date{2027, "FEB", 28}));

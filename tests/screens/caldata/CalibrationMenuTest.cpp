@@ -13,6 +13,7 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/frmCalDataTabInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
+#include "screens/widgets/NoticeLine.h"
 #include "support/ClickInMenu.h"
 #include "support/ErrorOf.h"
 #include "support/SensorStage.h"
@@ -345,6 +346,7 @@ TEST_F(CalibrationMenu, ANewCalibrationSavesToTheFileOfItsInstrumentAndACopyToAn
       EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").isReadOnly());
       EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
       EXPECT_TRUE(Find<QLineEdit>(editor, "txtCalNo").hasFocus());
+      EXPECT_TRUE(Find<NoticeLine>(editor, "notices").text().contains("earlier calibration"));
       Type("C-0043");
       Click(editor, "btnOk");
     });

@@ -25,6 +25,16 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 class CellEditing : public EitherEditor {
  protected:
   void ExpectUnchanged(QWidget& editor) { EXPECT_EQ(ColumnOf(GridOf(editor), 1), Values()); }
+  /// Delete in a table of points asks, and gets No.
+  void ExpectQuestionAt(Qt::Key key) {
+    if (key == Qt::Key_Delete && !HasPages()) {
+      questions_.Expect({.text = "Are you want delete? (50MHz)",
+                         .icon = QMessageBox::Warning,
+                         .buttons = QMessageBox::Yes | QMessageBox::No,
+                         .defaultButton = QMessageBox::No},
+                        QMessageBox::No);
+    }
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(Editors, CellEditing, testing::Bool(), KindName);
@@ -78,6 +88,7 @@ TEST_P(CellEditing, TheseKeysAndADoubleClickStartAnEditWithTheNumberAndOthersNon
     for (const auto& [key, modifiers] : others) {
       SCOPED_TRACE(key);
       ClickCell(grid, 2, 1);
+      ExpectQuestionAt(key);
       Press(key, modifiers);
       ExpectClosed(editor);
     }
@@ -91,6 +102,7 @@ TEST_P(CellEditing, AFixedColumnTakesNoTypingAndSaysWhy) {
     const Texts before = ColumnOf(grid, 0);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) {
       ClickCell(grid, 2, 0);
+      ExpectQuestionAt(key);
       Press(key);
       ExpectBackIn(editor, grid, 2, 0);
     }

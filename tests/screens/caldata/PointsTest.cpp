@@ -117,7 +117,7 @@ TEST_F(SensorPoints, AreNotAddedWithoutANumber) {
     EXPECT_TRUE(notices.text().startsWith("\"abc\" is not a number; no point was added."));
     questions_.ExpectNotice("Cannot add to same calibration point");
     AddPoint(editor, "50", "MHz");
-    EXPECT_EQ(notices.text(), "");
+    EXPECT_EQ(NoticesOf(editor), Texts());
   });
 }
 
@@ -158,13 +158,46 @@ TEST_F(SensorPoints, LeaveTheSameRowNumberCurrentWhenOneIsDeleted) {
   });
 }
 
+TEST_F(SensorPoints, AreDeletedTogetherWhenSeveralAreSelected) {
+  file_.rows = ManyRows(6);
+  Edit([&](frmCalDataInput& editor) {
+    const auto pressDelete = [&](const QString& points) {
+      questions_.Expect({.text = "Are you want delete? (" + points + ")",
+                         .icon = QMessageBox::Warning,
+                         .buttons = QMessageBox::Yes | QMessageBox::No,
+                         .defaultButton = QMessageBox::No},
+                        QMessageBox::Yes);
+      Press(Qt::Key_Delete);
+    };
+    ClickCell(GridOf(editor), 4, 1);
+    Press(Qt::Key_Up, Qt::ShiftModifier);
+    Press(Qt::Key_Up, Qt::ShiftModifier);
+    pressDelete("2MHz to 4MHz, 3 points");
+    EXPECT_EQ(Frequencies(editor), (Texts{"1.00", "5.00", "6.00"}));
+    EXPECT_TRUE(GridOf(editor).hasFocus());
+    pressDelete("5MHz");
+    // In an open cell, the key deletes a character.
+    Type("7");
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(TextOf(editor, "txtCell"), "");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Frequencies(editor), (Texts{"1.00", "6.00"}));
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Frequencies(editor), (Texts{"1.00", "2.00", "3.00", "4.00", "5.00", "6.00"}));
+    Click(editor, "btnOk");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN12345)"), file_.Bytes());
+}
+
 TEST_F(SensorPoints, KeepTheirMarksWhenRowsComeAndGo) {
   Edit([&](frmCalDataInput& editor) {
     CalGrid& grid = GridOf(editor);
     const auto marked = [&] {
       std::vector<int> rows;
       for (int row = 0; row < grid.model()->rowCount(); ++row) {
-        if (!grid.model()->index(row, 1).data(Qt::ToolTipRole).toString().isEmpty()) {
+        if (grid.model()->index(row, 1).data(Qt::DecorationRole).isValid()) {
           rows.push_back(row + 1);
         }
       }

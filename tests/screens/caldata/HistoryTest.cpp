@@ -1,0 +1,396 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <string>
+
+#include "screens/caldata/EitherEditor.h"
+#include "screens/widgets/frmInput.h"
+
+/// Undo and redo, and where values come from.
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+void Undo() {
+  Press(Qt::Key_Z, Qt::ControlModifier);
+}
+
+void Redo() {
+  Press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+}
+
+/// Opens the table's menu as the menu key does.
+QMenu& OpenMenu(CalGrid& grid) {
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
+  QApplication::sendEvent(&grid, &event);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  if (menu == nullptr) {
+    ADD_FAILURE() << "no menu";
+    std::abort();
+  }
+  return *menu;
+}
+
+/// The entries of the table's menu; those that are disabled are in brackets.
+Texts MenuOf(CalGrid& grid) {
+  QMenu& menu = OpenMenu(grid);
+  Texts entries;
+  for (const QAction* entry : menu.actions()) {
+    const std::string text = entry->text().remove('&').toStdString();
+    if (!entry->isSeparator()) {
+      entries.push_back(entry->isEnabled() ? text : "(" + text + ")");
+    }
+  }
+  menu.close();
+  return entries;
+}
+
+void ChooseInMenu(CalGrid& grid, const QString& beginning) {
+  QMenu& menu = OpenMenu(grid);
+  for (QAction* entry : menu.actions()) {
+    if (entry->text().remove('&').startsWith(beginning)) {
+      QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(entry).center());
+      return;
+    }
+  }
+  ADD_FAILURE() << "no entry " << beginning.toStdString();
+}
+
+// ---- Any acts.
+
+/// Answers Yes wherever it is offered.
+class YesAlways final : public Questions {
+ public:
+  QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& question) override {
+    return question.buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
+  }
+  QString PickFile(QWidget* /*owner*/, FileRequest& /*request*/) override { return {}; }
+  QString PickFolder(QWidget* /*owner*/, const QString& /*title*/,
+                     const QString& /*dir*/) override {
+    return {};
+  }
+};
+
+/// Random hands on a data set of one table or of pages.
+class RandomActs : public TabEditorFixture, public testing::WithParamInterface<const char*> {
+ protected:
+  RandomActs() {
+    WriteTemplates();
+    SetCurrentQuestions(&answers_);
+  }
+
+  static std::string Code() { return GetParam(); }
+  static bool HasPages() { return Code() != "PX12A"; }
+  static std::string Path() { return R"(c:\calfactors\)" + Code() + R"(\SN12345)"; }
+  static std::string Bytes() {
+    const SetHeader header = {Code(), "3318A12345"};
+    return Code() == "RT730A"   ? ResistorFile(header, SetRRows())
+           : Code() == "RT520C" ? CapacitorFile(header, SetCMembers())
+                                : SensorFile{.rows = ManyRows(6)}.Bytes();
+  }
+
+  int Below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+
+  /// Everything that is shown of the tables, with the marks of the cells.
+  static Texts Shown(CalEditor& editor) {
+    Texts shown;
+    for (int tab = 1; tab <= (HasPages() ? TabsOf(editor).count() : 1); ++tab) {
+      if (HasPages()) {
+        KeyToTab(editor, tab);
+        shown.push_back(TextOf(editor, "txtTabSerial"));
+      }
+      const QAbstractItemModel& cells = *GridOf(editor).model();
+      for (int row = 0; row < cells.rowCount(); ++row) {
+        for (int column = 0; column < cells.columnCount(); ++column) {
+          const QModelIndex cell = cells.index(row, column);
+          shown.push_back((cell.data().toString() + '|' +
+                           cell.data(Qt::AccessibleTextRole).toString() + '|' +
+                           cell.data(Qt::ToolTipRole).toString())
+                              .toStdString());
+        }
+      }
+    }
+    return shown;
+  }
+
+  void ClickAnyCell(CalEditor& editor, int column) {
+    CalGrid& grid = GridOf(editor);
+    if (const int rows = grid.model()->rowCount(); rows > 0) {
+      ClickCell(grid, 1 + Below(rows), column);
+    } else {
+      grid.setFocus();
+    }
+  }
+
+  void Act(CalEditor& editor) {
+    const int act = Below(HasPages() ? 9 : 7);
+    if (act < 2) {
+      ClickAnyCell(editor, 1 + Below(GridOf(editor).model()->columnCount() - 1));
+      Type(QStringList({"7", "98.8", "abc", "1,5", "0.0000001"})[Below(5)]);
+      Press(Below(2) == 0 ? Qt::Key_Return : Qt::Key_Down);
+    } else if (act < 3) {
+      QGuiApplication::clipboard()->setText(Below(2) == 0 ? "3" : "4\n5");
+      ClickAnyCell(editor, 1);
+      Press(Qt::Key_V, Qt::ControlModifier);
+    } else if (act < 5) {
+      ClickAnyCell(editor, 1);
+      for (int steps = Below(8); steps > 0; --steps) {
+        act == 3 ? Undo() : Redo();
+      }
+    } else if (HasPages()) {
+      ActOnPages(editor, act);
+    } else if (act == 5) {
+      user_.At<frmInput>([this](frmInput& dialog) {
+        Type(QString::number(Below(9)) + ".5");
+        Click(dialog, "btnOk");
+      });
+      Click(editor, "btnAddPoint");
+      editor.activateWindow();
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
+    } else {
+      ClickAnyCell(editor, 1);
+      for (int rows = Below(3); rows > 0; --rows) {
+        Press(Qt::Key_Down, Qt::ShiftModifier);
+      }
+      Press(Qt::Key_Delete);
+    }
+  }
+
+  void ActOnPages(CalEditor& editor, int act) {
+    if (act == 5) {
+      KeyToTab(editor, 1 + Below(TabsOf(editor).count()));
+    } else if (act == 6) {
+      Fill(editor, "txtTabSerial", "N" + QString::number(Below(100)));
+    } else if (act == 7) {
+      ClickAnyCell(editor, 2);
+      Press(Qt::Key_F2);
+      if (UnitBoxOf(editor).isVisible()) {
+        Press(Qt::Key_Tab);
+        Press(Below(2) == 0 ? Qt::Key_Up : Qt::Key_Down);
+      }
+      Press(Qt::Key_Return);
+    } else if (auto& option = Find<QCheckBox>(editor, "chkCheck"); option.isVisible()) {
+      QTest::mouseClick(&option, Qt::LeftButton, {}, QPoint(8, option.height() / 2));
+    }
+  }
+
+  /// Steps through the whole history.
+  static void GoToEnd(CalEditor& editor, bool back) {
+    constexpr int kMost = 1000;
+    GridOf(editor).setFocus();
+    const auto isAtEnd = [&] {
+      return back ? !editor.History().canUndo() : !editor.History().canRedo();
+    };
+    for (int step = 0; step < kMost && !isAtEnd(); ++step) {
+      back ? Undo() : Redo();
+    }
+    EXPECT_TRUE(isAtEnd());
+  }
+
+  YesAlways answers_;
+  std::mt19937 random_;
+};
+
+TEST_P(RandomActs, CanAllBeUndoneAndRedone) {
+  constexpr unsigned kSeeds = 4;
+  constexpr int kActs = 40;
+  std::unique_ptr<CalEditor> editor;
+  if (HasPages()) {
+    editor = std::make_unique<frmCalDataTabInput>(nullptr);
+  } else {
+    editor = std::make_unique<frmCalDataInput>(nullptr);
+  }
+  gCalFiles[0].FilePath = Path();
+  for (unsigned seed = 1; seed <= kSeeds; ++seed) {
+    SCOPED_TRACE(seed);
+    random_.seed(seed);
+    tree_.Write(Path(), Bytes());
+    user_.At<CalEditor>([&](CalEditor& screen) {
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+      EXPECT_FALSE(screen.History().canUndo()) << "of the data set before";
+      const Texts opened = Shown(screen);
+      for (int act = 0; act < kActs; ++act) {
+        Act(screen);
+      }
+      ClickCell(GridOf(screen), 1, 1);  // stores an open edit
+      GoToEnd(screen, false);
+      const Texts last = Shown(screen);
+      EXPECT_NE(last, opened);
+      GoToEnd(screen, true);
+      EXPECT_EQ(Shown(screen), opened);
+      GoToEnd(screen, false);
+      EXPECT_EQ(Shown(screen), last);
+      GoToEnd(screen, true);
+      Click(screen, "btnOk");
+    });
+    editor->SetupDat(0, Code());
+    EXPECT_EQ(tree_.Read(Path()), Bytes());
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, RandomActs, testing::Values("PX12A", "RT520C", "RT730A"));
+
+// ---- What the user sees.
+
+class History : public EitherEditor {};
+
+TEST_P(History, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
+  Edit([](CalEditor& editor) {
+    CalGrid& grid = GridOf(editor);
+    Texts others = {"Copy", "Paste"};
+    if (!HasPages()) {
+      others.insert(others.end(), {"Add point...", "Delete points..."});
+    }
+    const auto expectMenu = [&](Texts entries) {
+      entries.insert(entries.end(), others.begin(), others.end());
+      EXPECT_EQ(MenuOf(grid), entries);
+    };
+    expectMenu({"(Undo)", "(Redo)"});
+    TypeCell(editor, 2, 1, "3");
+    TypeCell(editor, 3, 1, "4");
+    expectMenu({"Undo typing \"4\"", "(Redo)"});
+    ClickCell(grid, 1, 1);
+    ChooseInMenu(grid, "Undo");
+    EXPECT_EQ(ColumnOf(grid, 1), (Texts{Values()[0], Stored(2, "3"), Values()[2]}));
+    ExpectBackIn(editor, grid, 3);
+    expectMenu({"Undo typing \"3\"", "Redo typing \"4\""});
+    Press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(grid, 3, 1), Stored(3, "4"));
+    ClickCell(grid, 3, 1);
+    ChooseInMenu(grid, "Copy");
+    ClickCell(grid, 1, 1);
+    ChooseInMenu(grid, "Paste");
+    EXPECT_EQ(CellOf(grid, 1, 1), Stored(1, "4"));
+    expectMenu({"Undo paste", "(Redo)"});
+  });
+}
+
+TEST_P(History, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
+  Edit([this](CalEditor& editor) {
+    CalGrid& grid = GridOf(editor);
+    TypeCell(editor, 1, 1, "3");
+    Fill(editor, "txtComment", "typed");
+    Undo();
+    EXPECT_NE(TextOf(editor, "txtComment"), "typed");
+    for (int i = 0; i < 10; ++i) {
+      Undo();
+    }
+    EXPECT_EQ(TextOf(editor, "txtComment"), header_.comment);
+    Find<QComboBox>(editor, "cmbCalMonth").setFocus();
+    Undo();
+    EXPECT_EQ(CellOf(grid, 1, 1), Stored(1, "3"));
+    ClickCell(grid, 2, 1);
+    Type("45");
+    Undo();
+    EXPECT_TRUE(CellBoxOf(editor).isVisible());
+    EXPECT_EQ(CellOf(grid, 1, 1), Stored(1, "3"));
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Editors, History, testing::Bool(), KindName);
+
+class HistoryOfPages : public TabEditorFixture {
+ protected:
+  HistoryOfPages() { WriteTemplates(); }
+};
+
+TEST_F(HistoryOfPages, ShowsThePageOfEachStep) {
+  EditNew("RT520C", [](frmCalDataTabInput& editor) {
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "N4");
+    TypeCell(editor, 2, 1, "3");
+    Click(editor, "chkCheck");  // goes to the page before
+    ClickTab(editor, 1);
+    GridOf(editor).setFocus();
+    EXPECT_EQ(MenuOf(GridOf(editor))[0], "Undo option");
+    Undo();
+    EXPECT_TRUE(Find<QCheckBox>(editor, "chkCheck").isChecked());
+    EXPECT_EQ(TabsOf(editor).currentIndex(), 3);
+    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), "3.0000uF");
+    ClickTab(editor, 1);
+    GridOf(editor).setFocus();
+    Undo();
+    EXPECT_EQ(TabsOf(editor).currentIndex(), 3);
+    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), "10.0003uF");
+    EXPECT_EQ(MenuOf(GridOf(editor))[0], "Undo serial number of RT528A");
+    // The whole visit of the box is one step, also for the keys in the box itself.
+    Find<QLineEdit>(editor, "txtTabSerial").setFocus();
+    Undo();
+    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "C004");
+    Redo();
+    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "N4");
+  });
+}
+
+// ---- Where values come from.
+
+class Origins : public EitherEditor {
+ protected:
+  static bool LooksEntered(CalEditor& editor, int row, int column = 1) {
+    const QModelIndex cell = GridOf(editor).model()->index(row - 1, column);
+    const bool isItalic = cell.data(Qt::FontRole).value<QFont>().italic();
+    EXPECT_EQ(isItalic, cell.data(Qt::ForegroundRole).isValid());
+    const QString spoken = cell.data(Qt::AccessibleTextRole).toString();
+    EXPECT_EQ(isItalic, spoken.endsWith(" (default value, not entered)")) << spoken.toStdString();
+    return !isItalic;
+  }
+
+  static std::string RemarkOf(CalEditor& editor) {
+    EXPECT_EQ(NoticesOf(editor), Texts());
+    return Find<NoticeLine>(editor, "notices").text().toStdString();
+  }
+
+  static std::string LeftNotice(int count) {
+    return count == 1 ? "1 value is a default that nobody has entered."
+                      : std::to_string(count) + " values are defaults that nobody has entered.";
+  }
+};
+
+TEST_P(Origins, OfNewDataAreTheTemplateUntilTheValuesAreEntered) {
+  New([](CalEditor& editor) {
+    CalGrid& grid = GridOf(editor);
+    const int all = HasPages() ? 7 * 4 : 3;
+    EXPECT_EQ(RemarkOf(editor), LeftNotice(all));
+    EXPECT_FALSE(LooksEntered(editor, 1));
+    EXPECT_TRUE(LooksEntered(editor, 1, 0)) << "a point cannot be typed";
+    // Opening a cell enters nothing; typing the text that it has does.
+    ClickCell(grid, 1, 1);
+    Press(Qt::Key_F2);
+    Press(Qt::Key_Return);
+    EXPECT_FALSE(LooksEntered(editor, 1));
+    Press(Qt::Key_F2);
+    const QString last = CellBoxOf(editor).text().right(1);
+    Press(Qt::Key_Backspace);
+    Type(last);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(CellOf(grid, 1, 1), Values()[0]);
+    EXPECT_TRUE(LooksEntered(editor, 1));
+    TypeCell(editor, 2, 1, ToQt(Numbers()[1]));
+    EXPECT_EQ(CellOf(grid, 2, 1), Values()[1]);
+    EXPECT_TRUE(LooksEntered(editor, 2));
+    EXPECT_EQ(RemarkOf(editor), LeftNotice(all - 2));
+    Undo();
+    EXPECT_FALSE(LooksEntered(editor, 2));
+    EXPECT_EQ(RemarkOf(editor), LeftNotice(all - 1));
+    QGuiApplication::clipboard()->setText("3\n4");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(LooksEntered(editor, 2));
+    if (!HasPages()) {
+      EXPECT_EQ(RemarkOf(editor), "");
+    }
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Editors, Origins, testing::Bool(), KindName);
+
+}  // namespace
+}  // namespace tarvell
