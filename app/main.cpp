@@ -7,6 +7,7 @@
 
 #include "screens/main/frmMain.h"
 #include "screens/widgets/DesktopPlatform.h"
+#include "screens/widgets/UserSettings.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   tarvell::DesktopPlatform platform;
   tarvell::SetCurrentPlatform(&platform);
+  tarvell::KeepUserSettingsIn(tarvell::UsualUserSettings());
   tarvell::frmMain mainMenu;
   mainMenu.Form_Load();
   return QApplication::exec();

@@ -35,6 +35,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/FileTextValidator.cpp screens/widgets/FileTextValidator.h
   screens/widgets/FolderPicker.cpp
   screens/widgets/Guard.cpp
+  screens/widgets/ListHead.cpp screens/widgets/ListHead.h
   screens/widgets/NameList.cpp
   screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h
   screens/widgets/OneLineValidator.cpp screens/widgets/OneLineValidator.h
@@ -43,6 +44,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/ScreenSize.cpp
   screens/widgets/SerialList.cpp
   screens/widgets/UpDown.cpp screens/widgets/UpDown.h
+  screens/widgets/UserSettings.cpp
   screens/widgets/cFileDialog.cpp
   screens/widgets/frmInput.cpp screens/widgets/frmInput.h screens/widgets/frmInput.ui)
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)

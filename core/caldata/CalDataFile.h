@@ -50,6 +50,7 @@ class CalDataFile : public cifCaldata {
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void RememberUnchangedSave() final;
+  void LeaveFile() final { file_ = StoredFile(); }
   [[nodiscard]] const std::vector<std::string>& LoadNotices() const final { return notices_; }
   [[nodiscard]] const LoadedHeader& HeaderOfLoad() const final { return header_; }
   [[nodiscard]] Origin OriginOfLoad(std::int16_t page, Cell cell) const final;

@@ -157,12 +157,17 @@ std::optional<CalFileInfo> TryReadHeader(const FoundEntry& entry, std::string pa
   }
 }
 
-Error TooManyFiles(const std::string& folder, std::size_t listed) {
+Error TooManyFiles(const std::string& folder, std::size_t listed, bool isFiltered) {
   const std::string count = std::to_string(listed);
+  const std::string first = "only the first " + count + " are listed. ";
   return {ErrorKind::Index,
-          "The folder holds more than " + count + " data files; only the first " + count +
-              " are listed. "
-              "Move those of instruments that are no longer used to another folder.",
+          isFiltered
+              ? "More than " + count + " data files match the filter; " + first +
+                    "Type more of the serial number, calibration number or comment."
+              : "The folder holds more than " + count + " data files; " + first +
+                    "To list others, type a part of their serial number, calibration number or "
+                    "comment into the filter above the list. Or move the files of instruments that "
+                    "are no longer used to another folder.",
           folder};
 }
 
@@ -206,8 +211,17 @@ std::vector<std::string> ModelsWithData(std::vector<std::string> names) {
   return names;
 }
 
+bool MatchesFilter(const CalFileInfo& row, std::string_view filter) {
+  const std::string_view part = Trim(filter);
+  return ContainsIgnoringCase(row.SerialNumber, part) ||
+         ContainsIgnoringCase(row.CalibrationNumber, part) ||
+         ContainsIgnoringCase(row.Comment, part);
+}
+
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,
-                          const std::function<void(const CalFileInfo& row)>& rowRead) {
+                          const std::function<void(const CalFileInfo& row)>& rowRead,
+                          std::string_view filter) {
+  const bool isFiltered = !Trim(filter).empty();
   const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
@@ -216,12 +230,20 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
         if (!IsDataFileName(entry.name)) {
           return true;
         }
-        if (count == rows.size()) {
-          unreadable.ReportWith(TooManyFiles(modelFolder, rows.size()));
+        const auto checkRoom = [&] {
+          if (count == rows.size()) {
+            unreadable.ReportWith(TooManyFiles(modelFolder, rows.size(), isFiltered));
+          }
+        };
+        if (!isFiltered) {
+          checkRoom();
         }
+        UnreadableEntries others;
+        const bool isNamed = ContainsIgnoringCase(entry.name, Trim(filter));
         std::optional<CalFileInfo> row =
-            TryReadHeader(entry, Joined(modelFolder, entry.name), unreadable);
-        if (row) {
+            TryReadHeader(entry, Joined(modelFolder, entry.name), isNamed ? unreadable : others);
+        if (row && (!isFiltered || MatchesFilter(*row, filter))) {
+          checkRoom();
           rows[count] = std::move(*row);
           if (rowRead) {
             rowRead(rows[count]);

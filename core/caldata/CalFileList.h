@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
@@ -26,6 +27,10 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 /// Those of the names from ListModelFolders that a list shows.
 [[nodiscard]] std::vector<std::string> ModelsWithData(std::vector<std::string> names);
 
+/// Whether the serial number, the calibration number or the comment holds the text `filter`, in any
+/// case and without the blanks around it.
+[[nodiscard]] bool MatchesFilter(const CalFileInfo& row, std::string_view filter);
+
 /// Reads the header of every data file (a name without a dot that begins with "SN", "Sn" or
 /// "sn") in `modelFolder`, in the platform's order, at most `rows.size()` of them. Calls `rowRead`
 /// after each row that it fills, and returns how many it filled.
@@ -35,8 +40,12 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names);
 /// of the others); it has the kind of the first. A data file for which no row is left ends the
 /// reading with an Index error that names those entries, too. Every row that was read is filled by
 /// then.
+///
+/// With a `filter`, only data files that match it take a row, so that each of more files than rows
+/// can be read. Of the entries that cannot be read, the error names those whose names match.
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,
-                          const std::function<void(const CalFileInfo& row)>& rowRead);
+                          const std::function<void(const CalFileInfo& row)>& rowRead,
+                          std::string_view filter = {});
 
 /// Reads the header of one data file, at the path `path` of the program; nothing when the file is
 /// not a data file.

@@ -3,7 +3,12 @@
 
 #include "core/caldata/OpenedDataSet.h"
 
+#include <cstdint>
+#include <optional>
+
 #include "core/caldata/HeaderLines.h"
+#include "core/dates/DueDate.h"
+#include "core/dates/Months.h"
 #include "core/files/FileNames.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
@@ -38,6 +43,28 @@ void TakeListedSerial(const CalFileInfo& listed, OpenedDataSet& opened) {
                      : "The file has no line \"#SER_NO\" with a serial number. The one that the "
                        "list shows, \"" +
                            serial + "\", was taken.");
+}
+
+/// Dates the data set as a calibration on the day `today`.
+void DateAgain(const FileDate& today, OpenedDataSet& opened) {
+  cifCaldata& data = *opened.data;
+  FileDate calibrated;
+  FileDate due;
+  std::string month;
+  data.GetCalDate(calibrated.year, month, calibrated.day);
+  calibrated.month = MonthToNumber(month);
+  data.GetDueDate(due.year, month, due.day);
+  due.month = MonthToNumber(month);
+  std::optional<FileDate> again = DueAgain(calibrated, due, today);
+  if (!again) {
+    static constexpr FileDate kDay = {2001, 1, 1};
+    again = DueAgain(kDay, OneYearAfter(kDay), today);
+    opened.notices.emplace_back(
+        "The earlier dates do not say after how long the calibration is due again. The due date is "
+        "one year after today; correct it if that is wrong.");
+  }
+  data.SetCalDate(today.year, NumberToMonth(today.month), today.day);
+  data.SetDueDate(again->year, NumberToMonth(again->month), again->day);
 }
 
 }  // namespace
@@ -82,6 +109,27 @@ OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
   const std::vector<std::string>& ofLoad = opened.data->LoadNotices();
   opened.notices.insert(opened.notices.end(), ofLoad.begin(), ofLoad.end());
   opened.data->RememberUnchangedSave();
+  return opened;
+}
+
+OpenedDataSet NewCalibration(const Model& model, const CalFileInfo& listed, const FileDate& today) {
+  OpenedDataSet opened = OpenDataSet(model, listed);
+  opened.fileValues = Origin::Earlier;
+  opened.data->SetCalibrationNumber("");
+  DateAgain(today, opened);
+  return opened;
+}
+
+OpenedDataSet CopyOfDataSet(const Model& model, const CalFileInfo& listed, const FileDate& today) {
+  OpenedDataSet opened = NewCalibration(model, listed, today);
+  opened.isNamedBySerial = false;
+  cifCaldata& data = *opened.data;
+  data.LeaveFile();
+  data.SetSerialNumber("");
+  data.SetComment("");
+  for (std::int16_t page = 0; page < data.GetCalPageCount(); ++page) {
+    data.SetCalPageSerial(page, "");
+  }
   return opened;
 }
 

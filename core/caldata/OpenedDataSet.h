@@ -10,6 +10,7 @@
 
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
+#include "core/dates/FileDate.h"
 
 namespace tarvell {
 
@@ -34,6 +35,18 @@ struct OpenedDataSet {
 ///
 /// Throws the error of a file that cannot be read, and a NotAFile error for one in the old style.
 [[nodiscard]] OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed);
+
+/// The data set of a listed file, to enter a new calibration of its instrument on the day `today`:
+/// calibrated today, due as DueAgain says (after a year where the earlier dates give no interval,
+/// which is reported), without a calibration number, and with earlier values. Everything else, and
+/// the file that it is saved to, is that of OpenDataSet, which also says what is thrown.
+[[nodiscard]] OpenedDataSet NewCalibration(const Model& model, const CalFileInfo& listed,
+                                           const FileDate& today);
+
+/// The same for another instrument: also without a serial number, those of members and a comment.
+/// It does not belong to the listed file: a save asks before it replaces that.
+[[nodiscard]] OpenedDataSet CopyOfDataSet(const Model& model, const CalFileInfo& listed,
+                                          const FileDate& today);
 
 }  // namespace tarvell
 

@@ -75,6 +75,9 @@ class cifCaldata {
   /// recycle bin.
   virtual void RememberUnchangedSave() = 0;
 
+  /// From now on the data set does not belong to the file that it was read from.
+  virtual void LeaveFile() = 0;
+
   /// What the last load found doubtful in its file, to be reported before the data are edited.
   [[nodiscard]] virtual const std::vector<std::string>& LoadNotices() const = 0;
 

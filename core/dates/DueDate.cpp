@@ -33,7 +33,66 @@ std::chrono::sys_days DayOf(const FileDate& date) {
   return std::chrono::year(date.year) / date.month / date.day;
 }
 
+constexpr int kMonthsOfAYear = 12;
+constexpr int kLastYear = 9999;
+
+bool IsMonthEnd(const FileDate& date) {
+  return date.day == DaysInMonth(date.year, date.month);
+}
+
+/// The same day `months` later; the last day of the month where that lacks the day.
+FileDate MonthsAfter(const FileDate& date, int months) {
+  const int month = date.year * kMonthsOfAYear + date.month - 1 + months;
+  return WithinItsMonth({static_cast<std::int16_t>(month / kMonthsOfAYear),
+                         static_cast<std::int16_t>(month % kMonthsOfAYear + 1), date.day});
+}
+
+FileDate DateOf(std::chrono::sys_days day) {
+  const std::chrono::year_month_day date(day);
+  return {static_cast<std::int16_t>(static_cast<int>(date.year())),
+          static_cast<std::int16_t>(static_cast<unsigned>(date.month())),
+          static_cast<std::int16_t>(static_cast<unsigned>(date.day()))};
+}
+
+FileDate LastOfItsMonth(FileDate date) {
+  date.day = DaysInMonth(date.year, date.month);
+  return date;
+}
+
+/// The day that is as much after `today` as `to` is after `from`.
+FileDate AsMuchLater(const FileDate& from, const FileDate& to, const FileDate& today) {
+  const int months = (to.year - from.year) * kMonthsOfAYear + to.month - from.month;
+  if (DayOf(to) == DayOf(MonthsAfter(from, months))) {
+    return MonthsAfter(today, months);
+  }
+  if (IsMonthEnd(from) && IsMonthEnd(to)) {
+    const FileDate again = MonthsAfter(today, months);
+    return IsMonthEnd(today) ? LastOfItsMonth(again) : again;
+  }
+  // The day before the first of a month is in the month before.
+  for (const int most : {months, months + 1}) {
+    if (DayOf(to) == DayOf(MonthsAfter(from, most)) - std::chrono::days(1)) {
+      return DateOf(DayOf(MonthsAfter(today, most)) - std::chrono::days(1));
+    }
+  }
+  return DateOf(DayOf(today) + (DayOf(to) - DayOf(from)));
+}
+
 }  // namespace
+
+std::optional<FileDate> DueAgain(const FileDate& calibrated, const FileDate& due,
+                                 const FileDate& today) {
+  if (!NamesADay(calibrated) || !NamesADay(due)) {
+    return std::nullopt;
+  }
+  const FileDate from = WithinItsMonth(calibrated);
+  const FileDate to = WithinItsMonth(due);
+  if (DayOf(to) <= DayOf(from) || to.year - from.year > kLastYear - today.year) {
+    return std::nullopt;
+  }
+  const FileDate again = AsMuchLater(from, to, today);
+  return again.year > kLastYear ? std::nullopt : std::optional(again);
+}
 
 std::string DateText(const FileDate& date) {
   if (date.year == 0 && date.month == 0 && date.day == 0) {

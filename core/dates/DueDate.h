@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_DATES_DUEDATE_H
 #define TARVELL_CORE_DATES_DUEDATE_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,14 @@ enum class DueState {
 
 /// "past due", "due within 30 days", "" for the other states.
 [[nodiscard]] std::string_view DueWords(DueState state);
+
+/// The due date of a calibration on the existing day `today`, which is as much later as `due` was
+/// after `calibrated`. Where that was a number of months, or a day less, it is again, and a day
+/// that a month lacks is its last day; from the last day of one month to the last of another, it is
+/// the last day of a month again where `today` is one. Any other interval is a number of days.
+/// Nothing when the earlier dates give no interval, or the due date would be after the year 9999.
+[[nodiscard]] std::optional<FileDate> DueAgain(const FileDate& calibrated, const FileDate& due,
+                                               const FileDate& today);
 
 /// "5 MAR 2002"; "(none)" for a date of zeros, "(no such day)" for one that does not exist.
 [[nodiscard]] std::string DateText(const FileDate& date);

@@ -14,10 +14,11 @@ std::string RevisionText(int major, int minor) {
 }
 
 std::int16_t ReadCalFileHeaders(const std::string& modelFolder,
-                                const std::function<void(const CalFileInfo& row)>& rowRead) {
+                                const std::function<void(const CalFileInfo& row)>& rowRead,
+                                std::string_view filter) {
   return modelFolder.empty()
              ? std::int16_t{-1}
-             : static_cast<std::int16_t>(ReadHeadersIn(modelFolder, gCalFiles, rowRead));
+             : static_cast<std::int16_t>(ReadHeadersIn(modelFolder, gCalFiles, rowRead, filter));
 }
 
 std::int16_t FindCalFile(std::string_view serialNumber) {

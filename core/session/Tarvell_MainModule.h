@@ -42,7 +42,8 @@ inline std::string DialogResult;  ///< how the attenuator point dialog was close
 /// held. Throws what ReadHeadersIn throws, after all rows read are filled and reported.
 std::int16_t ReadCalFileHeaders(
     const std::string& modelFolder,
-    const std::function<void(const CalFileInfo& row)>& rowRead = nullptr);
+    const std::function<void(const CalFileInfo& row)>& rowRead = nullptr,
+    std::string_view filter = {});
 
 /// Row of the first of `gCalFiles` with exactly this serial number, kTableRows if none exists.
 [[nodiscard]] std::int16_t FindCalFile(std::string_view serialNumber);

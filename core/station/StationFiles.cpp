@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <sstream>
 #include <system_error>
 
@@ -396,6 +399,16 @@ std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument)
 bool HasValidDueDate(const StationInstrument& instrument) {
   return IsValidDate(NumericInt16(instrument.DueYear), MonthToNumber(instrument.DueMonth),
                      NumericInt16(instrument.DueDay));
+}
+
+FileDate DueDateOf(const StationInstrument& instrument) {
+  const auto number = [](const std::string& text) {
+    const double value = NumericValueOrInfinity(text);
+    return std::abs(value) <= std::numeric_limits<std::int16_t>::max() ? ToInt16(value)
+                                                                       : std::int16_t{0};
+  };
+  return {number(instrument.DueYear), MonthToNumber(instrument.DueMonth),
+          number(instrument.DueDay)};
 }
 
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,

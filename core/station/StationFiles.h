@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/dates/FileDate.h"
 #include "core/files/Replacement.h"
 #include "core/files/StoredFile.h"
 
@@ -67,6 +68,9 @@ struct ReadBackNotice {
 /// Whether the due date exists, with a number for its day and year and a name for its month. Throws
 /// a Type error for a number outside 16 bits.
 [[nodiscard]] bool HasValidDueDate(const StationInstrument& instrument);
+
+/// The due date of an instrument; a part that is not a number or not a month is 0.
+[[nodiscard]] FileDate DueDateOf(const StationInstrument& instrument);
 
 /// Writes the instrument's file to the station's folder. `file` is the one that the instrument was
 /// read from or last saved to. If the save replaces any other content, that goes to the recycle

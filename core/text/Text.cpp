@@ -74,6 +74,10 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return UpperCase(x) == UpperCase(y); });
 }
 
+bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
+  return ToUpper(text).find(ToUpper(part)) != std::string::npos;
+}
+
 std::size_t CharacterCount(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), StartsCharacter));
 }

@@ -22,6 +22,9 @@ namespace tarvell {
 [[nodiscard]] std::string ToUpper(std::string_view text);
 [[nodiscard]] bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 
+/// Whether `text` holds `part`, in any case.
+[[nodiscard]] bool ContainsIgnoringCase(std::string_view text, std::string_view part);
+
 /// Number of characters in `text`.
 [[nodiscard]] std::size_t CharacterCount(std::string_view text);
 

@@ -33,6 +33,7 @@
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
+#include "screens/widgets/SerialList.h"
 
 namespace tarvell {
 
@@ -56,10 +57,21 @@ QString NoteAbout(const MemoryGrid& grid, Cell cell, const QString& note) {
   return QString("%1, %2: %3").arg(ToQt(grid.TextOf({cell.row, 0})), ToQt(caption), note);
 }
 
-OpenedDataSet Opened(std::int16_t index, const Model& model) {
+OpenedDataSet Opened(std::int16_t index, const Model& model, CalEditor::Begin begin) {
   const BusyPointer busy;
-  return index == CalEditor::kNewData ? NewDataSet(model)
-                                      : OpenDataSet(model, ListedDataSet(index));
+  if (index == CalEditor::kNewData) {
+    return NewDataSet(model);
+  }
+  const CalFileInfo listed = ListedDataSet(index);
+  switch (begin) {
+    case CalEditor::Begin::AsSaved:
+      break;
+    case CalEditor::Begin::NewCalibration:
+      return NewCalibration(model, listed, Today());
+    case CalEditor::Begin::Copy:
+      return CopyOfDataSet(model, listed, Today());
+  }
+  return OpenDataSet(model, listed);
 }
 
 }  // namespace
@@ -199,14 +211,14 @@ void CalEditor::RestorePage(const DraftPage& page) {
   ReportCells();
 }
 
-void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
+void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin begin) {
   model_ = FindModel(modelCode);
   if (model_ == nullptr || model_->create == nullptr) {
     throw Error(ErrorKind::Index,
                 "The program cannot edit data of the model \"" + modelCode + "\".");
   }
   const bool isNew = index == kNewData;
-  OpenedDataSet opened = Opened(index, *model_);
+  OpenedDataSet opened = Opened(index, *model_, begin);
   data_ = std::move(opened.data);
 
   const std::string serial =
@@ -221,6 +233,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode) {
   history_.clear();
   marks_.clear();
   fileValues_ = opened.fileValues;
+  controls_.grid->RememberWidthsAs(ToQt(modelCode));
   ShowTables();
   controls_.header->ReportNotices();
   ShowLoadNotices(opened.notices);

@@ -48,10 +48,13 @@ class CalEditor : public QDialog {
   /// The index that means new data.
   static constexpr std::int16_t kNewData = 999;
 
+  /// What to begin with for a data set that is in a file; see OpenedDataSet.h.
+  enum class Begin { AsSaved, NewCalibration, Copy };
+
   /// Shows the data set of row `index` of `gCalFiles`, or new data, and returns when the screen
   /// is closed. Throws an Index error for a row or model that does not exist, and the error of a
   /// load that fails. The screen is not shown then.
-  void SetupDat(std::int16_t index, const std::string& modelCode);
+  void SetupDat(std::int16_t index, const std::string& modelCode, Begin begin = Begin::AsSaved);
 
   /// What has been done to the tables, the serial numbers of the members and the option since the
   /// screen was opened. Its signal indexChanged reports every change.

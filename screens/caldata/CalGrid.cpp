@@ -5,12 +5,15 @@
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHideEvent>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
+#include <numeric>
 
 #include "screens/widgets/PaleSelection.h"
+#include "screens/widgets/UserSettings.h"
 
 namespace tarvell {
 
@@ -32,7 +35,14 @@ CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(thi
   setWordWrap(false);
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kRowPadding);
-  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+    if (!isSharing_) {
+      usersWidths_.clear();
+      for (int column = 0; column < horizontalHeader()->count(); ++column) {
+        usersWidths_.push_back(columnWidth(column));
+      }
+    }
+  });
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setHighlightSections(false);
 }
@@ -45,6 +55,18 @@ void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   ShareWidth();
   if (Data().RowCount() > 1) {
     SetCurrentCell({kFirstDataRow, static_cast<std::int16_t>(model_->FirstEditableColumn())});
+  }
+}
+
+void CalGrid::RememberWidthsAs(const QString& name) {
+  widthsKey_ = "columns/" + name;
+  usersWidths_ = RememberedNumbers(widthsKey_);
+}
+
+void CalGrid::hideEvent(QHideEvent* event) {
+  QTableView::hideEvent(event);
+  if (!event->spontaneous() && !usersWidths_.empty()) {
+    Remember(widthsKey_, usersWidths_);
   }
 }
 
@@ -144,20 +166,34 @@ void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlag
                            command);
 }
 
-void CalGrid::ShareWidth() {
-  const MemoryGrid& grid = Data();
-  const std::int16_t columns = grid.ColumnCount();
-  std::int64_t whole = 0;
-  for (std::int16_t c = 0; c < columns; ++c) {
-    whole += grid.ColumnWidth(c);
+std::vector<int> CalGrid::Proportions() const {
+  const auto isWidth = [](int width) { return width > 0 && width < QWIDGETSIZE_MAX; };
+  const std::int16_t columns = Data().ColumnCount();
+  if (usersWidths_.size() == static_cast<std::size_t>(columns) &&
+      std::ranges::all_of(usersWidths_, isWidth)) {
+    return usersWidths_;
   }
+  std::vector<int> widths;
+  for (std::int16_t c = 0; c < columns; ++c) {
+    widths.push_back(Data().ColumnWidth(c));
+  }
+  return widths;
+}
+
+void CalGrid::ShareWidth() {
+  const QScopedValueRollback<bool> sharing(isSharing_, true);
+  const std::vector<int> proportions = Proportions();
+  const auto columns = static_cast<std::int16_t>(proportions.size());
+  const std::int64_t whole =
+      std::accumulate(proportions.begin(), proportions.end(), std::int64_t{0});
   const int width = viewport()->width();
   std::vector<int> shares;
   std::vector<int> leasts;
   int missing = 0;  // width that captions need beyond their shares
   for (std::int16_t c = 0; c < columns; ++c) {
     const std::int64_t share =
-        whole == 0 ? width / columns : std::int64_t{width} * grid.ColumnWidth(c) / whole;
+        whole == 0 ? width / columns
+                   : std::int64_t{width} * proportions[static_cast<std::size_t>(c)] / whole;
     leasts.push_back(horizontalHeader()->sectionSizeHint(c));
     shares.push_back(std::max(static_cast<int>(share), leasts.back()));
     missing += shares.back() - static_cast<int>(share);

@@ -11,14 +11,16 @@
 #include <cstdint>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "screens/caldata/GridModel.h"
 
 namespace tarvell {
 
 /// The table of the editors. The captions stay in place while it scrolls. The columns share its
-/// width in proportion to the widths that were set for them, or equally if none were set; but each
-/// is at least as wide as its caption. A rectangle of cells can be selected.
+/// width in proportion to the widths that the user gave them, or else that were set for them, or
+/// equally if none were set; but each is at least as wide as its caption. A rectangle of cells can
+/// be selected.
 class CalGrid final : public QTableView {
   Q_OBJECT
 
@@ -32,6 +34,10 @@ class CalGrid final : public QTableView {
   /// Sets the width of the table in twips and lets `fill` change the whole table. Then goes to the
   /// first cell that can be edited.
   void Fill(const std::function<void(MemoryGrid& grid)>& fill);
+
+  /// Takes the widths that the user last gave the columns of a table of this name, and remembers
+  /// those that the user gives them now.
+  void RememberWidthsAs(const QString& name);
 
   /// Shows another state of the same table and goes to `cell`, or to the cell nearest to it.
   void Show(const GridState& state, Cell cell);
@@ -66,14 +72,21 @@ class CalGrid final : public QTableView {
   /// Home and End, with and without Ctrl, go to cells that can be edited.
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
 
  private:
   void ShareWidth();
+  /// What the width is shared by.
+  [[nodiscard]] std::vector<int> Proportions() const;
+
   /// Makes `cell` the current one, or that of the same column in the nearest row.
   void GoNear(Cell cell);
 
   GridModel* model_;
+  QString widthsKey_;
+  std::vector<int> usersWidths_;  ///< of the columns, when the user last changed one
+  bool isSharing_ = false;        ///< whether the program changes the widths, not the user
   /// Where a selection with Shift begins after SetCurrentCell. Invalid when the user has selected
   /// something since.
   QPersistentModelIndex start_;

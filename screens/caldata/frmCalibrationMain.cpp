@@ -8,6 +8,8 @@
 #include <QAction>
 #include <QCursor>
 #include <QEvent>
+#include <QScopeGuard>
+#include <QShortcut>
 
 #include <optional>
 #include <utility>
@@ -25,12 +27,15 @@
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
+#include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/SerialList.h"
+#include "screens/widgets/UserSettings.h"
 #include "screens/widgets/cFileDialog.h"
 
 namespace tarvell {
@@ -40,16 +45,27 @@ namespace {
 constexpr std::int32_t kHideReadOnly = 4;
 constexpr int kDesktopFolder = 0;
 
+// Settings.
+constexpr const char* kLastModel = "last/model";
+constexpr const char* kLastSerial = "last/serial";
+
 }  // namespace
 
 frmCalibrationMain::frmCalibrationMain(QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmCalibrationMain>()),
-      mnuAdd_(new QMenu("Add", this)) {
+      mnuAdd_(new QMenu("Add", this)),
+      mnuMore_(new QMenu(this)) {
   ui_->setupUi(this);
+  modelHead_ = new ListHead(ui_->LstInstrment, tr("S&ort"));
+  serialHead_ = new ListHead(ui_->lstSerialNumber, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
+  serialHead_->ReadByFilter([this] { RefreshSerialList(true); });
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   SetUpAddMenu();
+  SetUpMoreMenu();
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          [this] { Guarded(this, [this] { RefreshLists(); }); });
   setWindowTitle("Calibration Data Menu - " + ToQt(kApplicationTitle));
   ui_->LstInstrment->installEventFilter(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
@@ -59,6 +75,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
+  connect(ui_->btnMore, &QPushButton::clicked, this, &frmCalibrationMain::btnMore_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmCalibrationMain::btnDelete_Click);
   connect(ui_->btnReturn, &QPushButton::clicked, this, &frmCalibrationMain::btnReturn_Click);
 }
@@ -75,12 +92,34 @@ void frmCalibrationMain::SetUpAddMenu() {
   }
 }
 
+void frmCalibrationMain::SetUpMoreMenu() {
+  mnuMore_->setObjectName("mnuMore");
+  const auto add = [this](const char* name, const QString& caption, CalEditor::Begin begin) {
+    QAction* entry = mnuMore_->addAction(caption);
+    entry->setObjectName(name);
+    connect(entry, &QAction::triggered, this,
+            [this, begin] { Guarded(this, [&] { BeginWithData(begin); }); });
+  };
+  add("mnuNewCalibration", tr("&New calibration"), CalEditor::Begin::NewCalibration);
+  add("mnuAddAsCopy", tr("Add as &copy"), CalEditor::Begin::Copy);
+}
+
 void frmCalibrationMain::ShowModally() {
+  modelHead_->ClearFilter();
+  serialHead_->ClearFilter();
   RefreshModelList();
+  // Nothing is selected, but the keyboard is where the user was last.
+  GoToName(ui_->LstInstrment, FromQt(RememberedText(kLastModel)));
   RefreshSerialList();
   ShowEditCaption();
   ui_->LstInstrment->setFocus();
   exec();
+  const std::string model = SelectedName(ui_->LstInstrment);
+  const std::string serial = SelectedName(ui_->lstSerialNumber);
+  if (!model.empty() && !serial.empty()) {
+    Remember(kLastModel, ToQt(model));
+    Remember(kLastSerial, ToQt(serial));
+  }
 }
 
 bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
@@ -94,6 +133,7 @@ void frmCalibrationMain::LstInstrment_Click() {
   Guarded(this, [this] {
     ShowEditCaption();
     RefreshSerialList();
+    GoToName(ui_->lstSerialNumber, FromQt(RememberedText(kLastSerial)));
   });
 }
 
@@ -115,10 +155,25 @@ void frmCalibrationMain::RefreshModelList() {
   for (const std::string& name : ModelsWithData(std::move(names))) {
     AddName(ui_->LstInstrment, name);
   }
+  modelHead_->Apply();
 }
 
-void frmCalibrationMain::RefreshSerialList() {
-  FillSerialList(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment));
+void frmCalibrationMain::RefreshSerialList(bool isTyping) {
+  ListDataSets(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment), *serialHead_, *ui_->notices,
+               isTyping);
+}
+
+void frmCalibrationMain::RefreshLists() {
+  const std::string model = SelectedName(ui_->LstInstrment);
+  const std::string serial = SelectedName(ui_->lstSerialNumber);
+  RefreshModelList();
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    SelectIfShown(ui_->LstInstrment, model);
+  }
+  ShowEditCaption();
+  const auto selected = qScopeGuard([&] { SelectIfShown(ui_->lstSerialNumber, serial); });
+  RefreshSerialList();
 }
 
 void frmCalibrationMain::btnAdd_Click() {
@@ -147,6 +202,9 @@ void frmCalibrationMain::AddData(const Model& model) {
   } else {
     OpenEditor(CalEditor::kNewData, model);
   }
+  // What was added must be seen.
+  modelHead_->ClearFilter();
+  serialHead_->ClearFilter();
   RefreshModelList();
   {
     const QSignalBlocker blocker(ui_->LstInstrment);
@@ -186,9 +244,14 @@ CalEditor& frmCalibrationMain::EditorOf(const Model& model) {
   return *calDataInput_;
 }
 
-bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model) {
+void frmCalibrationMain::btnMore_Click() {
+  mnuMore_->popup(ui_->btnMore->mapToGlobal(ui_->btnMore->rect().bottomLeft()));
+}
+
+bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model,
+                                    CalEditor::Begin begin) {
   CalEditor& editor = EditorOf(model);
-  editor.SetupDat(index, std::string(model.code));
+  editor.SetupDat(index, std::string(model.code), begin);
   return editor.result() == QDialog::Accepted;
 }
 
@@ -226,13 +289,38 @@ void frmCalibrationMain::EditData() {
   if (model->family == ModelFamily::TestKit) {
     AddData(*model);
   } else if (model->create != nullptr) {
-    const std::int16_t row = FindCalFile(serial);
-    const std::string path = ListedDataSet(row).FilePath;
-    // Row k of `gCalFiles` belongs to entry k of the list.
-    QListWidgetItem* entry = ui_->lstSerialNumber->item(row);
-    if (OpenEditor(row, *model)) {
-      ShowSavedData(entry, path);
-    }
+    OpenSelected(*model, serial, CalEditor::Begin::AsSaved);
+  }
+}
+
+void frmCalibrationMain::OpenSelected(const Model& model, const std::string& serial,
+                                      CalEditor::Begin begin) {
+  const std::int16_t row = FindCalFile(serial);
+  const std::string path = ListedDataSet(row).FilePath;
+  // Row k of `gCalFiles` belongs to the entry that was added as number k.
+  QListWidgetItem* entry = EntryAdded(ui_->lstSerialNumber, row);
+  if (OpenEditor(row, model, begin)) {
+    ShowSavedData(entry, path);
+  }
+}
+
+void frmCalibrationMain::BeginWithData(CalEditor::Begin begin) {
+  std::string code;
+  std::string serial;
+  if (!GetSelection(code, serial)) {
+    return;
+  }
+  const Model* model = FindModel(ToUpper(code));
+  if (model == nullptr || model->create == nullptr) {
+    Tell(this, tr("The data of %1 cannot be edited. Use Add or Update to copy a finished file.")
+                   .arg(ToQt(code)));
+    return;
+  }
+  OpenSelected(*model, serial, begin);
+  if (begin == CalEditor::Begin::Copy) {
+    // What was added must be seen.
+    serialHead_->ClearFilter();
+    RefreshSerialList();
   }
 }
 
@@ -267,7 +355,7 @@ void frmCalibrationMain::DeleteData() {
   RefreshModelList();
   {
     const QSignalBlocker blocker(ui_->LstInstrment);
-    ui_->LstInstrment->setCurrentRow(0);
+    SelectFirstShown(ui_->LstInstrment);
   }
   ShowEditCaption();
   RefreshSerialList();

@@ -13,10 +13,11 @@
 #include <string>
 
 #include "core/caldata/Models.h"
+#include "screens/caldata/CalEditor.h"
 
 namespace tarvell {
 
-class CalEditor;
+class ListHead;
 class frmCalDataInput;
 class frmCalDataTabInput;
 
@@ -45,13 +46,18 @@ class frmCalibrationMain final : public QDialog {
   void LstInstrment_Click();
   void btnAdd_Click();
   void btnEdit_Click();
+  void btnMore_Click();
   void btnDelete_Click();
   void btnReturn_Click();
   void mnuAddEntry_Click(const Model& model);
 
   void SetUpAddMenu();
+  void SetUpMoreMenu();
   void RefreshModelList();
-  void RefreshSerialList();
+  /// Lists the data sets that match the filter, see ListDataSets.
+  void RefreshSerialList(bool isTyping = false);
+  /// Reads both lists again and selects what was selected.
+  void RefreshLists();
   void ShowEditCaption();
   /// The selected model and serial number; false, after a message, when one is missing.
   [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);
@@ -61,14 +67,22 @@ class frmCalibrationMain final : public QDialog {
   /// The editor for the data of a model, created when it is first used.
   [[nodiscard]] CalEditor& EditorOf(const Model& model);
   /// Returns whether the data were saved.
-  bool OpenEditor(std::int16_t index, const Model& model);
+  bool OpenEditor(std::int16_t index, const Model& model,
+                  CalEditor::Begin begin = CalEditor::Begin::AsSaved);
   /// Updates an entry in the list of serial numbers from its file.
   static void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
+  /// Opens the selected data set to enter a new calibration, or as a copy.
+  void BeginWithData(CalEditor::Begin begin);
+  /// Opens the editor for the selected data set; the entry shows what was saved.
+  void OpenSelected(const Model& model, const std::string& serial, CalEditor::Begin begin);
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;
   QMenu* mnuAdd_;
+  QMenu* mnuMore_;
+  ListHead* modelHead_;
+  ListHead* serialHead_;
   // Created when they are first used.
   std::unique_ptr<frmCalDataInput> calDataInput_;
   std::unique_ptr<frmCalDataTabInput> calDataTabInput_;

@@ -35,6 +35,7 @@
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/UserSettings.h"
 
 namespace tarvell {
 
@@ -43,6 +44,11 @@ namespace {
 constexpr std::int16_t kVersionLabelLevel = 3;
 constexpr std::int16_t kMinVisibleLevel = 2;
 constexpr int kMaxExposureTime = 200;  // ms
+
+// The setting of the last choice, and its values.
+constexpr const char* kLastChoice = "last/choice";
+constexpr const char* kStations = "stations";
+constexpr const char* kCalibration = "calibration";
 
 /// Runs pending window events until the window system shows `window`, or until kMaxExposureTime has
 /// passed.
@@ -127,6 +133,10 @@ void frmMain::Form_Load(double splashSeconds) {
   ReadProfile(gCalibrationDir, gStationDir);
   ui_->txtCalibrationDir->setText(ToQt(gCalibrationDir));
   ui_->txtStationDir->setText(ToQt(gStationDir));
+  const QString choice = RememberedText(kLastChoice);
+  if (choice == kStations || choice == kCalibration) {
+    (choice == kStations ? ui_->Option1 : ui_->Option2)->setChecked(true);
+  }
   show();
 }
 
@@ -179,6 +189,9 @@ void frmMain::Start() {
                              "If you want to create new folder, then press Ok button."},
                 gCalibrationDir)) {
     return;
+  }
+  if (ui_->Option1->isChecked() || ui_->Option2->isChecked()) {
+    Remember(kLastChoice, QString(ui_->Option1->isChecked() ? kStations : kCalibration));
   }
   if (ui_->Option1->isChecked()) {
     if (!stationMain_) {

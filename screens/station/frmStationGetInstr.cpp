@@ -5,11 +5,17 @@
 
 #include "ui_frmStationGetInstr.h"
 
+#include <QScopeGuard>
+#include <QShortcut>
+#include <QSignalBlocker>
+
 #include <cstddef>
+#include <utility>
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
@@ -20,6 +26,11 @@ namespace tarvell {
 frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
+  modelHead_ = new ListHead(ui_->LstInstrment, tr("S&ort"));
+  serialHead_ = new ListHead(ui_->lstSerialNumber, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
+  serialHead_->ReadByFilter([this] { ListSerials(true); });
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          [this] { Guarded(this, [this] { RefreshLists(); }); });
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
@@ -33,14 +44,46 @@ frmStationGetInstr::frmStationGetInstr(QWidget* parent)
 frmStationGetInstr::~frmStationGetInstr() = default;
 
 void frmStationGetInstr::ShowModally(const std::vector<std::string>& models) {
-  for (const std::string& model : models) {
-    AddName(ui_->LstInstrment, model);
-  }
+  ShowModels(models);
+  ui_->LstInstrment->setFocus();
   exec();
 }
 
+void frmStationGetInstr::ShowModels(const std::vector<std::string>& models) {
+  const QSignalBlocker blocker(ui_->LstInstrment);
+  ui_->LstInstrment->clear();
+  for (const std::string& model : models) {
+    AddName(ui_->LstInstrment, model);
+  }
+  modelHead_->Apply();
+}
+
+void frmStationGetInstr::RefreshLists() {
+  const std::string model = SelectedName(ui_->LstInstrment);
+  const std::string serial = SelectedName(ui_->lstSerialNumber);
+  std::vector<std::string> models;
+  // When there are too many models, those that were read are listed.
+  Guarded(this, [&] { ListModelFolders(gCalibrationDir, models); });
+  ShowModels(ModelsWithData(std::move(models)));
+  {
+    const QSignalBlocker blocker(ui_->LstInstrment);
+    SelectIfShown(ui_->LstInstrment, model);
+  }
+  const auto selected = qScopeGuard([&] { SelectIfShown(ui_->lstSerialNumber, serial); });
+  ListSerials(false);
+}
+
+bool frmStationGetInstr::WasFiltered() const {
+  return !serialHead_->Filter().empty();
+}
+
+void frmStationGetInstr::ListSerials(bool isTyping) {
+  ListDataSets(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment), *serialHead_, *ui_->notices,
+               isTyping);
+}
+
 void frmStationGetInstr::LstInstrment_Click() {
-  Guarded(this, [this] { FillSerialList(ui_->lstSerialNumber, SelectedName(ui_->LstInstrment)); });
+  Guarded(this, [this] { ListSerials(false); });
 }
 
 void frmStationGetInstr::btnAdd_Click() {

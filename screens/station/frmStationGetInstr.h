@@ -16,6 +16,8 @@
 
 namespace tarvell {
 
+class ListHead;
+
 namespace Ui {
 class frmStationGetInstr;
 }
@@ -42,14 +44,23 @@ class frmStationGetInstr final : public QDialog {
   /// Shows the dialog with these models of the calibration data tree, until it is closed.
   void ShowModally(const std::vector<std::string>& models);
 
+  /// Whether only data sets that match a filter were listed when the file was picked.
+  [[nodiscard]] bool WasFiltered() const;
+
   void reject() override;
 
  private:
   void LstInstrment_Click();
+  void ListSerials(bool isTyping);
+  void ShowModels(const std::vector<std::string>& models);
+  /// Reads both lists again and selects what was selected.
+  void RefreshLists();
   void btnAdd_Click();
   void btnCancel_Click();
 
   std::unique_ptr<Ui::frmStationGetInstr> ui_;
+  ListHead* modelHead_;
+  ListHead* serialHead_;
   std::optional<CalFileInfo> pickedFile_;
 };
 

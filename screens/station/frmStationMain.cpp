@@ -5,6 +5,8 @@
 
 #include "ui_frmStationMain.h"
 
+#include <QShortcut>
+
 #include <vector>
 
 #include "core/files/FileIOCommonModule.h"
@@ -16,6 +18,7 @@
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -33,9 +36,12 @@ constexpr const char* kPlaceholder = "No Stations";
 frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
+  head_ = new ListHead(ui_->lstStation, tr("&Sort"));
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          &frmStationMain::RefreshSelecting);
   OnEntry(ui_->lstStation,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationMain::btnAdd_Click);
@@ -51,6 +57,7 @@ void frmStationMain::ShowModally() {
     const BusyPointer busy;
     index_.Begin(gStationDir);
   }
+  head_->ClearFilter();
   RefreshStationList();
   ui_->lstStation->setFocus();
   exec();
@@ -58,6 +65,12 @@ void frmStationMain::ShowModally() {
 
 void frmStationMain::RefreshStationList() {
   Guarded(this, [this] { ReadStationList(); });
+}
+
+void frmStationMain::RefreshSelecting() {
+  const std::string selected = SelectedStation();
+  RefreshStationList();
+  SelectIfShown(ui_->lstStation, selected);
 }
 
 void frmStationMain::ReadStationList() {
@@ -68,6 +81,7 @@ void frmStationMain::ReadStationList() {
   const std::vector<std::string> stations = ListStations(gStationDir);
   index_.WasListed(stations);
   ShowNames(ui_->lstStation, stations, kPlaceholder);
+  head_->Apply();
   isListed_ = true;
 }
 
@@ -114,6 +128,8 @@ void frmStationMain::AddStation() {
     return;
   }
   MakeStation(gStationDir, name);
+  // What was added must be seen.
+  head_->ClearFilter();
 }
 
 void frmStationMain::btnDelete_Click() {

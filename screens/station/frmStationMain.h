@@ -13,6 +13,8 @@
 
 namespace tarvell {
 
+class ListHead;
+
 namespace Ui {
 class frmStationMain;
 }
@@ -39,6 +41,8 @@ class frmStationMain final : public QDialog {
   /// Reads the list of stations; shows the error when the root cannot be read.
   void RefreshStationList();
   void ReadStationList();
+  /// The same for F5, which keeps the selection.
+  void RefreshSelecting();
   void WriteStationIndex();
   void AddStation();
   void DeleteStation();
@@ -46,6 +50,7 @@ class frmStationMain final : public QDialog {
   [[nodiscard]] std::string SelectedStation() const;
 
   std::unique_ptr<Ui::frmStationMain> ui_;
+  ListHead* head_;
   StationIndex index_;     ///< merges the list with what others wrote to INDEX
   bool isListed_ = false;  ///< whether the list shows what the root holds
 };

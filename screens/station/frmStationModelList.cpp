@@ -5,6 +5,7 @@
 
 #include "ui_frmStationModelList.h"
 
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -26,11 +27,13 @@
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FileTextValidator.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/SerialList.h"
 
 namespace tarvell {
 
@@ -41,7 +44,7 @@ constexpr const char* kNoAddressType = "NONE";
 constexpr const char* kEntryNotice = "entry";
 
 /// Number of an entry that is not saved.
-constexpr int kUnsavedRole = Qt::UserRole + 1;
+constexpr int kUnsavedRole = Qt::UserRole + 2;
 
 /// Shows `text` in an editable list and selects the entry with this text, if there is one. The Up
 /// and Down keys then start from that entry, and leaving the list does not count as a choice.
@@ -55,11 +58,23 @@ Error InstrumentGone() {
           "The chosen instrument is not in the calibration data any more. Choose it again."};
 }
 
+/// The row of a data file that was picked from a filtered list. A list without a filter may end
+/// before it; then it is added.
+int RowOfPicked(const CalFileInfo& picked, std::vector<CalFileInfo>& files) {
+  const auto found = std::ranges::find(files, picked.FilePath, &CalFileInfo::FilePath);
+  const auto row = found - files.begin();
+  if (found == files.end()) {
+    files.push_back(picked);
+  }
+  return static_cast<int>(row);
+}
+
 }  // namespace
 
 frmStationModelList::frmStationModelList(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
   ui_->setupUi(this);
+  head_ = new ListHead(ui_->LstInstrment, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   MakeScrollable(ui_->record);
@@ -70,8 +85,9 @@ frmStationModelList::frmStationModelList(QWidget* parent)
               ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
               ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
   SetUpFields();
-  // As tall as the text, so that a marked entry is hardly taller than the others.
-  ui_->LstInstrment->setIconSize(QSize(1, 1) * ui_->LstInstrment->fontMetrics().height());
+  SetUpSerialList(ui_->LstInstrment);
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          &frmStationModelList::RefreshInstrumentList);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment, {.remove = [this] { DeleteByKey(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
@@ -178,7 +194,33 @@ void frmStationModelList::ShowInstruments(const std::vector<std::string>& instru
   for (const auto& [row, number] : unsavedRows) {
     MarkUnsaved(ui_->LstInstrment->item(row), number);
   }
+  MarkDueDates();
+  head_->Apply();
   noticesAreDue_.start();
+}
+
+void frmStationModelList::MarkDueDates() {
+  for (int row = 0; ui_->LstInstrment->isEnabled() && row < ui_->LstInstrment->count(); ++row) {
+    QListWidgetItem* entry = ui_->LstInstrment->item(row);
+    StationInstrument instrument;
+    StoredFile file;
+    const auto read = [&] {
+      LoadInstrumentFile(Joined(stationFolder_, NameOfEntry(entry)), instrument, file);
+      MarkInstrument(entry, instrument);
+    };
+    if (!IsUnsaved(entry)) {
+      // Choosing an entry that cannot be read says why.
+      Guarded(this, read, [](const Error&) {});
+    }
+  }
+}
+
+void frmStationModelList::MarkInstrument(QListWidgetItem* entry,
+                                         const StationInstrument& instrument) {
+  const FileDate due = DueDateOf(instrument);
+  const std::string words(DueWords(DueStateOf(due, Today())));
+  MarkDueDate(entry, due);
+  entry->setToolTip(ToQt("Due: " + DateText(due) + (words.empty() ? "" : ", " + words)));
 }
 
 void frmStationModelList::WriteStationInstrumentIndex() {
@@ -274,6 +316,7 @@ bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
 
 void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {
   entry->setData(kUnsavedRole, number);
+  UnmarkDueDate(entry);
   SetEntryIcon(entry, QStyle::SP_MessageBoxWarning);
   entry->setToolTip("Added and not saved. Press \"Save Instrment Data\".");
   entry->setData(Qt::AccessibleTextRole, entry->text() + ", not saved");
@@ -407,10 +450,13 @@ void frmStationModelList::AddInstrument() {
     return;
   }
   std::vector<CalFileInfo> files = ReadCalFiles(picked.ModelNumber);
-  if (static_cast<std::size_t>(picker.Result) >= files.size()) {
+  int row = picker.Result;
+  if (picker.WasFiltered()) {
+    row = RowOfPicked(*picker.PickedFile(), files);
+  } else if (static_cast<std::size_t>(row) >= files.size()) {
     throw InstrumentGone();
   }
-  ShowAdded(picked, std::move(files), picker.Result);
+  ShowAdded(picked, std::move(files), row);
 }
 
 void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files,
@@ -422,8 +468,11 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFi
   }
   {
     const QSignalBlocker blocker(ui_->LstInstrment);
+    // What was added must be seen.
+    head_->ClearFilter();
     AddName(ui_->LstInstrment, picked.ModelNumber);
     ui_->LstInstrment->setCurrentRow(ui_->LstInstrment->count() - 1);
+    head_->Apply();
   }
   ui_->txtData_0->setText(ToQt(picked.ModelNumber));
   ui_->txtData_4->setText(ToQt(picked.Option));
@@ -471,6 +520,10 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         ui_->btnSave->setEnabled(false);
         if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
           SetSaved(shownEntry_);
+        }
+        QListWidgetItem* saved = EntryOf(ui_->LstInstrment, instrument.ModelNumber);
+        if (saved != nullptr && !IsUnsaved(saved)) {
+          MarkInstrument(saved, instrument);
         }
         result = SaveResult::Saved;
       },

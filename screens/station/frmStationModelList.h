@@ -23,6 +23,8 @@
 
 namespace tarvell {
 
+class ListHead;
+
 namespace Ui {
 class frmStationModelList;
 }
@@ -78,6 +80,9 @@ class frmStationModelList final : public QDialog {
   void LoadInstrument(QListWidgetItem* entry);
   /// Whether the entry's instrument was added and not saved.
   [[nodiscard]] bool IsUnsaved(const QListWidgetItem* entry) const;
+  /// Marks the entries by the due dates in their files.
+  void MarkDueDates();
+  static void MarkInstrument(QListWidgetItem* entry, const StationInstrument& instrument);
   void MarkUnsaved(QListWidgetItem* entry, int number) const;
   void SetSaved(QListWidgetItem* entry);
   /// If the fields show an instrument that is not saved, keeps their contents.
@@ -110,6 +115,7 @@ class frmStationModelList final : public QDialog {
   void EmptyFields();
 
   std::unique_ptr<Ui::frmStationModelList> ui_;
+  ListHead* head_;
   std::array<QLineEdit*, 11> txtData_{};
   QTimer noticesAreDue_;
   std::vector<std::pair<std::string StationInstrument::*, QLineEdit*>> boxes_;

@@ -9,6 +9,9 @@
 #include <QMouseEvent>
 #include <QPixmap>
 
+#include <algorithm>
+#include <cstddef>
+#include <limits>
 #include <utility>
 
 #include "screens/widgets/PaleSelection.h"
@@ -18,14 +21,47 @@ namespace tarvell {
 
 namespace {
 
-/// Row of the first entry with exactly this name, -1 if none exists.
-int RowOf(const QListWidget* list, std::string_view name) {
-  for (int row = 0; row < list->count(); ++row) {
-    if (NameOfEntry(list->item(row)) == name) {
-      return row;
+// What an entry keeps besides its name. The roles up to UserRole + 9 are for other subjects.
+constexpr int kNumberRole = Qt::UserRole + 10;  ///< how many were added before it
+constexpr int kDueRole = Qt::UserRole + 11;
+
+/// The property of a list that holds its order.
+constexpr const char* kOrder = "order";
+
+int NumberOf(const QListWidgetItem* entry) {
+  return entry->data(kNumberRole).toInt();
+}
+
+class NameEntry final : public QListWidgetItem {
+ public:
+  using QListWidgetItem::QListWidgetItem;
+
+  bool operator<(const QListWidgetItem& other) const override {
+    const auto order = static_cast<ListOrder>(listWidget()->property(kOrder).toInt());
+    if (order == ListOrder::DueDate && DueNumber(*this) != DueNumber(other)) {
+      return DueNumber(*this) < DueNumber(other);
     }
+    const int names =
+        order == ListOrder::Folder ? 0 : text().compare(other.text(), Qt::CaseInsensitive);
+    return names != 0 ? names < 0 : NumberOf(this) < NumberOf(&other);
   }
-  return -1;
+
+ private:
+  static int DueNumber(const QListWidgetItem& entry) {
+    const int number = entry.data(kDueRole).toInt();
+    return number == 0 ? std::numeric_limits<int>::max() : number;
+  }
+};
+
+/// The entries in the order in which they were added.
+std::vector<QListWidgetItem*> EntriesAsAdded(const QListWidget* list) {
+  std::vector<QListWidgetItem*> entries;
+  entries.reserve(static_cast<std::size_t>(list->count()));
+  for (int row = 0; row < list->count(); ++row) {
+    entries.push_back(list->item(row));
+  }
+  std::ranges::sort(entries, {}, &NumberOf);
+  return entries;
 }
 
 /// Calls `chosen` once for each choice. The toolkit reports a press that selects another entry
@@ -114,7 +150,9 @@ class EntryEvents : public QObject {
 }  // namespace
 
 void AddName(QListWidget* list, const std::string& name) {
-  auto* item = new QListWidgetItem(ToQt(name), list);  // the list owns it
+  const int number = list->count();
+  auto* item = new NameEntry(ToQt(name), list);  // the list owns it
+  item->setData(kNumberRole, number);
   item->setData(Qt::UserRole, QByteArray::fromStdString(name));
 }
 
@@ -130,14 +168,38 @@ std::string SelectedName(const QListWidget* list) {
 std::vector<std::string> NamesIn(const QListWidget* list) {
   std::vector<std::string> names;
   names.reserve(static_cast<std::size_t>(list->count()));
-  for (int row = 0; row < list->count(); ++row) {
-    names.push_back(NameOfEntry(list->item(row)));
+  for (const QListWidgetItem* entry : EntriesAsAdded(list)) {
+    names.push_back(NameOfEntry(entry));
   }
   return names;
 }
 
+QListWidgetItem* EntryOf(const QListWidget* list, std::string_view name) {
+  const std::vector<QListWidgetItem*> entries = EntriesAsAdded(list);
+  const auto found = std::ranges::find(entries, name, &NameOfEntry);
+  return found == entries.end() ? nullptr : *found;
+}
+
+QListWidgetItem* EntryAdded(const QListWidget* list, int index) {
+  for (int row = 0; row < list->count(); ++row) {
+    if (NumberOf(list->item(row)) == index) {
+      return list->item(row);
+    }
+  }
+  return nullptr;
+}
+
+void SortNames(QListWidget* list, ListOrder order) {
+  list->setProperty(kOrder, static_cast<int>(order));
+  list->sortItems();
+}
+
+void SetDueNumber(QListWidgetItem* entry, int number) {
+  entry->setData(kDueRole, number);
+}
+
 bool HasName(const QListWidget* list, std::string_view name) {
-  return RowOf(list, name) >= 0;
+  return EntryOf(list, name) != nullptr;
 }
 
 void ShowNames(QListWidget* list, const std::vector<std::string>& names,
@@ -184,11 +246,35 @@ void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon) {
 }
 
 bool SelectName(QListWidget* list, std::string_view name) {
-  const int row = RowOf(list, name);
-  if (row >= 0) {
-    list->setCurrentRow(row);
+  QListWidgetItem* entry = EntryOf(list, name);
+  if (entry != nullptr) {
+    list->setCurrentItem(entry);
   }
-  return row >= 0;
+  return entry != nullptr;
+}
+
+void SelectIfShown(QListWidget* list, std::string_view name) {
+  QListWidgetItem* entry = EntryOf(list, name);
+  if (entry != nullptr && !entry->isHidden()) {
+    list->setCurrentItem(entry);
+  }
+}
+
+void SelectFirstShown(QListWidget* list) {
+  for (int row = 0; row < list->count(); ++row) {
+    if (!list->item(row)->isHidden()) {
+      list->setCurrentRow(row);
+      return;
+    }
+  }
+}
+
+void GoToName(QListWidget* list, std::string_view name) {
+  QListWidgetItem* entry = EntryOf(list, name);
+  if (entry != nullptr && !entry->isHidden()) {
+    list->setCurrentItem(entry, QItemSelectionModel::NoUpdate);
+    list->scrollToItem(entry);
+  }
 }
 
 }  // namespace tarvell

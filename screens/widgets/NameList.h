@@ -24,7 +24,24 @@ void AddName(QListWidget* list, const std::string& name);
 /// The selected name, "" when none is.
 [[nodiscard]] std::string SelectedName(const QListWidget* list);
 
+/// The names in the order in which they were added, however the list is sorted.
 [[nodiscard]] std::vector<std::string> NamesIn(const QListWidget* list);
+
+/// The entry with exactly this name that was added first; nullptr when there is none.
+[[nodiscard]] QListWidgetItem* EntryOf(const QListWidget* list, std::string_view name);
+
+/// The entry that was added as number `index`, from 0; nullptr when there is none.
+[[nodiscard]] QListWidgetItem* EntryAdded(const QListWidget* list, int index);
+
+/// The orders that a list can be shown in: as its entries were added, which is that of the folder;
+/// by name, in any case; by due date, without a date at the end.
+enum class ListOrder { Folder, Name, DueDate };
+
+/// Shows the entries in an order. Entries that are added later stay at the end.
+void SortNames(QListWidget* list, ListOrder order);
+
+/// The due date of an entry, for the order by due date: a number such as 20020305, 0 for none.
+void SetDueNumber(QListWidgetItem* entry, int number);
 
 /// Whether the list holds exactly this name.
 [[nodiscard]] bool HasName(const QListWidget* list, std::string_view name);
@@ -69,8 +86,17 @@ void OnEntry(QListWidget* list, EntryActions actions);
 /// keeps its colours when the entry is selected.
 void SetEntryIcon(QListWidgetItem* entry, QStyle::StandardPixmap icon);
 
-/// Selects the first entry with exactly this name; false if none exists.
+/// Selects the entry with exactly this name that was added first; false if none exists.
 bool SelectName(QListWidget* list, std::string_view name);
+
+/// The same, but only an entry that is not hidden.
+void SelectIfShown(QListWidget* list, std::string_view name);
+
+/// Selects the first entry that is not hidden.
+void SelectFirstShown(QListWidget* list);
+
+/// Makes the entry with this name the current one without selecting it, if it is not hidden.
+void GoToName(QListWidget* list, std::string_view name);
 
 }  // namespace tarvell
 

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+#include "screens/widgets/UserSettings.h"
+
 namespace tarvell {
 
 namespace {
@@ -70,13 +72,21 @@ class DisplayFitter : public QObject {
   using QObject::QObject;
 
   bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* window = static_cast<QWidget*>(watched);
+    const QString key = "windows/" + window->objectName();
+    if (event->type() == QEvent::Hide && !event->spontaneous()) {
+      Remember(key, window->saveGeometry());
+    }
     if (event->type() == QEvent::Show && !event->spontaneous()) {
-      auto* window = static_cast<QWidget*>(watched);
+      // The toolkit takes nothing of a damaged setting, and no place on a display that is gone.
+      window->restoreGeometry(RememberedBytes(key));
       const QSize room = window->screen()->availableSize() - kFrame;
       if (window->minimumSizeHint().height() > room.height()) {
         TightenLayouts(*window);
       }
-      window->resize(SizeWithParts(*window).boundedTo(room));
+      if (!window->isMaximized()) {
+        window->resize(SizeWithParts(*window).boundedTo(room));
+      }
     }
     return QObject::eventFilter(watched, event);
   }

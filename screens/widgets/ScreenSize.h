@@ -8,8 +8,9 @@
 
 namespace tarvell {
 
-/// Enlarges a window to suit its font. From then on it never opens larger than the display. Call it
-/// after the window has all its controls.
+/// Enlarges a window to suit its font. From then on it never opens larger than the display. A
+/// screen opens where the user last closed it, in the same size. Call it after the window has all
+/// its controls.
 void FitToDisplay(QWidget* window);
 
 /// Makes this part of a window scroll when the display has no room for it, so that the rest of the

@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QEvent>
 #include <QIcon>
+#include <QScopeGuard>
 #include <QStyle>
 #include <QTextDocument>
 
@@ -16,18 +17,27 @@
 #include "core/caldata/CalFileNotes.h"
 #include "core/files/Paths.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
+#include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 
 namespace tarvell {
 
 namespace {
 
+constexpr const char* kFilterNotice = "filter";
+
 constexpr int kDueStateRole = Qt::UserRole + 1;
 
 // Hues, in degrees.
 constexpr int kRed = 0;
 constexpr int kAmber = 35;
+
+// Numbers of dates only have to be in their order.
+constexpr int kDaysOfAMonth = 100;
+constexpr int kDaysOfAYear = 100 * kDaysOfAMonth;
 
 constexpr int kMaxLightness = 255;
 /// The contrast that WCAG 2.1 requires for text of normal size.
@@ -50,6 +60,10 @@ double Contrast(const QColor& a, const QColor& b) {
 }
 
 void Mark(QListWidgetItem* entry) {
+  if (!entry->data(kDueStateRole).isValid()) {
+    // Its marks are of another kind.
+    return;
+  }
   const auto state = static_cast<DueState>(entry->data(kDueStateRole).toInt());
   if (DueWords(state).empty()) {
     entry->setData(Qt::ForegroundRole, QVariant());
@@ -96,29 +110,65 @@ void SetUpSerialList(QListWidget* list) {
   new MarkUpdater(list);  // the list owns it
 }
 
-void FillSerialList(QListWidget* list, const std::string& model, const FileDate& today) {
+void FillSerialList(QListWidget* list, const std::string& model, const FileDate& today,
+                    const std::string& filter) {
   list->clear();
   if (model.empty()) {
     return;
   }
   const BusyPointer busy;
-  ReadCalFileHeaders(Joined(gCalibrationDir, model), [&](const CalFileInfo& row) {
-    AddName(list, row.SerialNumber);
-    ShowCalFile(list->item(list->count() - 1), row, today);
+  ReadCalFileHeaders(
+      Joined(gCalibrationDir, model),
+      [&](const CalFileInfo& row) {
+        AddName(list, row.SerialNumber);
+        ShowCalFile(list->item(list->count() - 1), row, today);
+      },
+      filter);
+}
+
+void ListDataSets(QListWidget* list, const std::string& model, ListHead& head, NoticeLine& notices,
+                  bool isTyping) {
+  notices.Clear();
+  const auto applied = qScopeGuard([&] { head.Apply(); });
+  const std::string filter = head.Filter();
+  const auto fill = [&] { FillSerialList(list, model, Today(), filter); };
+  if (filter.empty() && !isTyping) {
+    fill();
+    return;
+  }
+  const bool areRead = Guarded(list->window(), fill, [&](const Error& error) {
+    notices.Report(kFilterNotice, ToQt(error.Text()));
   });
+  if (areRead && list->count() == 0 && !filter.empty() && !model.empty()) {
+    notices.Report(kFilterNotice,
+                   ListHead::tr("No data set of %1 matches the filter.").arg(ToQt(model)));
+  }
 }
 
 void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate& today) {
   const DueState state = DueStateOf(DueDateOf(row), today);
   const QString notes = ToQt(CalFileNotes(row, state));
-  const QString words = ToQt(DueWords(state));
   // Converted, so that the tooltip shows any markup in the file as text and wraps long lines.
   entry->setToolTip(Qt::convertFromPlainText(notes, Qt::WhiteSpaceNormal));
   entry->setData(Qt::AccessibleDescriptionRole, notes);
+  MarkDueDate(entry, DueDateOf(row), today);
+}
+
+void MarkDueDate(QListWidgetItem* entry, const FileDate& due, const FileDate& today) {
+  const DueState state = DueStateOf(due, today);
+  const QString words = ToQt(DueWords(state));
   entry->setData(Qt::AccessibleTextRole,
                  words.isEmpty() ? QVariant() : QVariant(entry->text() + ", " + words));
   entry->setData(kDueStateRole, static_cast<int>(state));
+  SetDueNumber(entry, state == DueState::NoDate
+                          ? 0
+                          : due.year * kDaysOfAYear + due.month * kDaysOfAMonth + due.day);
   Mark(entry);
+}
+
+void UnmarkDueDate(QListWidgetItem* entry) {
+  MarkDueDate(entry, FileDate(), FileDate());
+  entry->setData(kDueStateRole, QVariant());
 }
 
 QColor DueColour(DueState state, const QPalette& palette) {

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
   const QTemporaryDir home;
   qputenv("HOME", home.path().toLocal8Bit());
   qputenv("XDG_DATA_HOME", (home.path() + "/data").toLocal8Bit());
+  qputenv("XDG_CONFIG_HOME", (home.path() + "/config").toLocal8Bit());
   qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
   const QByteArray display = qgetenv("TARVELL_TEST_DISPLAY");
   qputenv("QT_QPA_PLATFORM", display.isEmpty() ? "offscreen" : "offscreen:configfile=" + display);

@@ -291,6 +291,44 @@ TEST_F(CalFileHeaders, OfAFiftySecondFileAreAnErrorThatNamesWhatCannotBeReadAsWe
   EXPECT_EQ(gCalFiles[50].SerialNumber, "051");
 }
 
+TEST_F(CalFileHeaders, ThatMatchAFilterAreReadFromAnyNumberOfFiles) {
+  const auto write = [this](const std::string& name, const std::string& serial,
+                            const std::string& number, const std::string& comment) {
+    tree.Write(InModel(name), Lines({"#M : PX12A", "#S : " + serial, "#C : 20010305",
+                                     "#N : " + number, "#D : 20020305", "#C : " + comment, "!"}));
+  };
+  for (int i = 1; i <= 120; ++i) {
+    write("SN" + ThreeDigits(i), "A" + ThreeDigits(i), "C-" + ThreeDigits(1000 - i), "Room 7");
+  }
+  write("SN121", "B121", "C-1", "\xDC, for HALL 9");
+  const auto listed = [this](const std::string& filter) {
+    told.clear();
+    (void)ReadCalFileHeaders(
+        kModel, [this](const CalFileInfo& row) { told.push_back(row.SerialNumber); }, filter);
+    return told;
+  };
+  for (int i = 1; i <= 120; ++i) {
+    EXPECT_EQ(listed("a" + ThreeDigits(i)), Names{"A" + ThreeDigits(i)});
+  }
+  EXPECT_EQ(listed(" c-99"), (Names{"A001", "A002", "A003", "A004", "A005", "A006", "A007", "A008",
+                                    "A009", "A010"}));
+  EXPECT_EQ(listed("Hall 9 "), Names());
+  EXPECT_EQ(listed("hall"), Names());
+  EXPECT_EQ(listed("\u00DC"), Names{"B121"}) << "the header ends at the comma";
+  EXPECT_EQ(listed("A00 "),
+            (Names{"A001", "A002", "A003", "A004", "A005", "A006", "A007", "A008", "A009"}));
+  EXPECT_EQ(gCalFiles[8].SerialNumber, "A009");
+  // Too many, and files that cannot be read.
+  tree.MakeFolders(InModel("SN1000"));
+  const Error error = ErrorOf([&] { (void)listed("Room 7"); });
+  EXPECT_EQ(error.Kind(), ErrorKind::Index);
+  EXPECT_TRUE(error.Text().starts_with("More than 51 data files match the filter")) << error.Text();
+  EXPECT_EQ(told.size(), 51U);
+  EXPECT_EQ(listed("A12"), Names{"A120"}) << "the folder SN1000 does not match";
+  EXPECT_EQ(ErrorOf([&] { (void)listed("00"); }).Kind(), ErrorKind::NotAFile);
+  EXPECT_EQ(ErrorOf([&] { (void)listed("  "); }).Kind(), ErrorKind::Index);
+}
+
 TEST_F(CalFileHeaders, OfAFileThatCannotBeReadAreAnErrorOfItsLine) {
   tree.Write(InModel("SN1"), NewStyle("1"));
   tree.Write(InModel("SN3"), NewStyle("3"));

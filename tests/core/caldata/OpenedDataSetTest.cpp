@@ -264,6 +264,57 @@ TEST_F(OpenedFile, WithALineBeforeItsHeaderIsNotInTheOldStyleAndKeepsItsSerialNu
   EXPECT_EQ(RowsOf(*Open("PX12A", {"*10:91", "!End"}).data), Texts{"10|91"});
 }
 
+TEST_F(OpenedFile, AsANewCalibrationHasTheDayAndNoCalibrationNumber) {
+  const Texts rows = {"*   50.00:     99.0     : (Ref.)    :     0.0    :    0.0    :     0.0  ",
+                      "!End"};
+  tree_.Write(kFile, Lines(Joined({Header("PX12A"), rows})));
+  const OpenedDataSet again = NewCalibration(*FindModel("PX12A"), Listed(), {2026, 11, 22});
+  EXPECT_TRUE(again.isNamedBySerial);
+  EXPECT_EQ(again.fileValues, Origin::Earlier);
+  EXPECT_EQ(again.notices, Texts());
+  EXPECT_EQ(RowsOf(*again.data), Texts{"50.00|99.0"});
+  again.data->SetCalibrationNumber("C-0043");
+  EXPECT_EQ(again.data->WouldReplace(kFile).kind, Replacement::Kind::None);
+  again.data->SaveCalibrationDataToFile(kFile);
+  Texts saved = Header("PX12A");
+  saved[2] = "#CAL_DATE : 20261122";
+  saved[3] = "#CAL_NO   : C-0043";
+  saved[4] = "#DUE_DATE : 20271122";
+  const std::string bytes = tree_.Read(kFile);
+  EXPECT_TRUE(bytes.starts_with(Lines(saved))) << bytes;
+  EXPECT_TRUE(Contains(bytes, rows[0])) << bytes;
+}
+
+TEST_F(OpenedFile, AsACopyHasThePointsAndNothingElseOfTheInstrument) {
+  tree_.InstallTemplate("RT520C");
+  const SetModel& set = CapacitorSetC();
+  Texts header = Header("RT520C");
+  header[4] = "#DUE_DATE : 20010305";
+  const std::string before =
+      Lines(Joined({header, PagesOf(set, Texts(8, "*100 : 10.0nF : 0.5 : 0.1 : 0.2"))}));
+  tree_.Write(kFile, before);
+  const Model& model = *FindModel("RT520C");
+  const OpenedDataSet file = OpenDataSet(model, Listed());
+  const OpenedDataSet copy = CopyOfDataSet(model, Listed(), {2026, 2, 28});
+  EXPECT_FALSE(copy.isNamedBySerial);
+  EXPECT_EQ(copy.fileValues, Origin::Earlier);
+  EXPECT_EQ(file.fileValues, Origin::File);
+  EXPECT_EQ(copy.data->SerialNumber() + copy.data->CalibrationNumber() + copy.data->Comment(), "");
+  EXPECT_EQ(CalDateOf(*copy.data), (Date{2026, "FEB", 28}));
+  EXPECT_EQ(DueDateOf(*copy.data), (Date{2027, "FEB", 28}));
+  ASSERT_FALSE(copy.notices.empty());
+  EXPECT_TRUE(copy.notices.back().starts_with("The earlier dates do not say"));
+  EXPECT_EQ(copy.data->GetCalPageCount(), 4);
+  for (std::int16_t page = 0; page < 4; ++page) {
+    EXPECT_EQ(copy.data->GetCalPageSerial(page), "");
+    EXPECT_EQ(RowsOf(*copy.data, page), RowsOf(*file.data, page));
+  }
+  // It does not replace the file that it was copied from without a question.
+  copy.data->SetSerialNumber("3318A12345");
+  EXPECT_EQ(copy.data->WouldReplace(kFile).kind, Replacement::Kind::NotOpened);
+  EXPECT_EQ(tree_.Read(kFile), before);
+}
+
 TEST(EditedCell, KeepsANumberThatIsTooLarge) {
   struct Case {
     const char* code;

@@ -140,6 +140,46 @@ TEST(DueDate, ADateOutsideEveryMonthIsNoDueDate) {
   }
 }
 
+TEST(DueDate, IsAgainAsMuchLaterAsItWas) {
+  struct Case {
+    FileDate calibrated;
+    FileDate due;
+    FileDate today;
+    std::string again;
+  };
+  for (const Case& each :
+       std::vector<Case>{// Months.
+                         {{2001, 3, 5}, {2002, 3, 5}, {2026, 11, 22}, "22 NOV 2027"},
+                         {{2001, 11, 5}, {2002, 2, 5}, {2026, 11, 22}, "22 FEB 2027"},
+                         // A month without the day, in the earlier dates and in the new ones.
+                         {{2001, 8, 31}, {2002, 2, 28}, {2026, 8, 15}, "15 FEB 2027"},
+                         {{2001, 8, 15}, {2002, 2, 15}, {2026, 8, 31}, "28 FEB 2027"},
+                         {{2001, 8, 31}, {2002, 2, 28}, {2027, 8, 30}, "29 FEB 2028"},
+                         {{2024, 2, 29}, {2025, 2, 28}, {2026, 2, 28}, "28 FEB 2027"},
+                         // From month end to month end.
+                         {{2001, 6, 30}, {2001, 12, 31}, {2026, 4, 30}, "31 OCT 2026"},
+                         {{2001, 6, 30}, {2001, 12, 31}, {2026, 4, 29}, "29 OCT 2026"},
+                         // A day less.
+                         {{2001, 3, 5}, {2002, 3, 4}, {2027, 3, 10}, "9 MAR 2028"},
+                         {{2001, 1, 1}, {2001, 12, 31}, {2027, 3, 10}, "9 MAR 2028"},
+                         // Days: 90 of them, and one.
+                         {{2001, 1, 1}, {2001, 4, 3}, {2026, 12, 1}, "3 MAR 2027"},
+                         {{2001, 2, 28}, {2001, 3, 1}, {2026, 12, 31}, "1 JAN 2027"},
+                         // A day after the end of its month counts as the last of it.
+                         {{2001, 2, 31}, {2002, 2, 28}, {2026, 5, 1}, "1 MAY 2027"},
+                         {{2001, 3, 5}, {9974, 3, 5}, {2026, 3, 5}, "5 MAR 9999"},
+                         // Nothing.
+                         {{2001, 3, 5}, {9975, 3, 5}, {2026, 3, 5}, "(none)"},
+                         {{2001, 3, 5}, {2001, 3, 5}, {2026, 3, 5}, "(none)"},
+                         {{2002, 3, 5}, {2001, 3, 5}, {2026, 3, 5}, "(none)"},
+                         {{2001, 3, 0}, {2002, 3, 5}, {2026, 3, 5}, "(none)"},
+                         {{2001, 3, 5}, {2002, 13, 5}, {2026, 3, 5}, "(none)"}}) {
+    const FileDate again = DueAgain(each.calibrated, each.due, each.today).value_or(FileDate());
+    EXPECT_EQ(DateText(again), each.again)
+        << DateText(each.due) << " after " << DateText(each.calibrated);
+  }
+}
+
 TEST(DateText, NamesTheDayOrSaysThatThereIsNone) {
   EXPECT_EQ(DateText({2002, 3, 5}), "5 MAR 2002");
   EXPECT_EQ(DateText({0, 0, 0}), "(none)");

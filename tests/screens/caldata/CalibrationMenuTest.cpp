@@ -13,6 +13,9 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/frmCalDataTabInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
+#include "screens/widgets/NoticeLine.h"
+#include "support/ClickInMenu.h"
+#include "support/ErrorOf.h"
 #include "support/SensorStage.h"
 #include "support/SetModels.h"
 
@@ -320,6 +323,59 @@ TEST_F(CalibrationMenu, EditOpensTheChosenDataAndLeavesTheLists) {
       EXPECT_TRUE(entry.toolTip().contains("Comment: by")) << entry.toolTip().toStdString();
       gCalFiles = rows;
     }
+  });
+  RunMenu();
+}
+
+// ---- More.
+
+TEST_F(CalibrationMenu, ANewCalibrationSavesToTheFileOfItsInstrumentAndACopyToAnother) {
+  WriteData("PX12A", "SN12345", "3318A12345");
+  WriteData("RT410A", "SN1", "1");
+  const QDate today = QDate::currentDate();
+  AtMenu([&](frmCalibrationMain& menu) {
+    questions_.ExpectNotice("No calibration data is selected.");
+    ClickInMenu(menu, "btnMore", "New calibration");
+    Choose(menu, "RT410A", "1");
+    questions_.ExpectNotice(
+        "The data of RT410A cannot be edited. Use Add or Update to copy a finished file.");
+    ClickInMenu(menu, "btnMore", "Add as copy");
+
+    Choose(menu, "PX12A", "3318A12345");
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").isReadOnly());
+      EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
+      EXPECT_TRUE(Find<QLineEdit>(editor, "txtCalNo").hasFocus());
+      EXPECT_TRUE(Find<NoticeLine>(editor, "notices").text().contains("earlier calibration"));
+      Type("C-0043");
+      Click(editor, "btnOk");
+    });
+    ClickInMenu(menu, "btnMore", "New calibration");
+    SensorFile again{.calDate = today.toString("yyyyMMdd").toStdString(),
+                     .calNo = "C-0043",
+                     .dueDate = today.addYears(1).toString("yyyyMMdd").toStdString(),
+                     .rows = {}};
+    const auto header = [&] { return again.Bytes().substr(0, again.Bytes().find('!')); };
+    const std::string saved = tree_.Read(kRoot + R"(\PX12A\SN12345)");
+    EXPECT_TRUE(saved.starts_with(header())) << saved;
+    EXPECT_EQ(Serials(menu), Texts{"3318A12345"});
+    ExpectSelected(menu, "PX12A", "3318A12345");
+    EXPECT_TRUE(Find<QListWidget>(menu, "lstSerialNumber").currentItem()->toolTip().contains("43"));
+
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      EXPECT_EQ(TextOf(editor, "txtSerial") + TextOf(editor, "txtComment"), "");
+      EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").hasFocus());
+      Type("3318A00007");
+      Click(editor, "btnOk");
+    });
+    ClickInMenu(menu, "btnMore", "Add as copy");
+    EXPECT_EQ(tree_.Read(kRoot + R"(\PX12A\SN12345)"), saved);
+    again.serial = "3318A00007";
+    again.calNo = again.comment = "";
+    const std::string copied = tree_.Read(kRoot + R"(\PX12A\SN00007)");
+    EXPECT_TRUE(copied.starts_with(header())) << copied;
+    EXPECT_TRUE(Contains(copied, saved.substr(saved.find("!FEQ")))) << copied;
+    EXPECT_EQ(Serials(menu).size(), 2U);
   });
   RunMenu();
 }

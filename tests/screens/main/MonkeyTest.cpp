@@ -44,6 +44,7 @@ const std::array kKnownMessages = {
     // The calibration data.
     "Are you (sure (you |to )?want to|want) delete.*\\?.*",
     "Please input serial number",
+    "The data of .+ cannot be edited\\. Use Add or Update to copy a finished file\\.",
     "Cannot add to same calibration point",
     "A calibration point cannot be below zero\\.",
     "\"[*/]\" cannot be the serial number of a member\\. .*",

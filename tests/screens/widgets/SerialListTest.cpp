@@ -8,6 +8,7 @@
 
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
+#include "screens/widgets/NameList.h"
 #include "screens/widgets/SerialList.h"
 
 namespace tarvell {
@@ -136,7 +137,7 @@ TEST_F(SerialList, AtTheMenuMarksWhatIsDueToday) {
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& at) {
     ClickEntry(at, "LstInstrment", "PX13A");
     auto& list = Find<QListWidget>(at, "lstSerialNumber");
-    list.sortItems();
+    SortNames(&list, ListOrder::Name);
     EXPECT_EQ((Texts{SpokenText(list, 0), SpokenText(list, 1), SpokenText(list, 2)}),
               (Texts{"1, past due", "2, due within 30 days", "3"}));
     Click(at, "btnReturn");
