@@ -12,6 +12,8 @@ add_library(tarvell_screens STATIC
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
+  screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
+  screens/caldata/PastePreview.ui
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
   screens/caldata/frmCalDataInput.ui
   screens/caldata/frmCalDataTabInput.cpp screens/caldata/frmCalDataTabInput.h

@@ -104,6 +104,18 @@ PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
   return {PointPlace::Row, EndOf(grid)};
 }
 
+std::optional<GridRow> FindSensorPoint(const CalDataGrid& grid, double frequency,
+                                       std::string_view tableUnit) {
+  const double written = NumericValue(FrequencyText(frequency, tableUnit));
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    const double current = ValueOf(grid, {row, kFirstColumn});
+    if (frequency == current || written == current) {
+      return row;
+    }
+  }
+  return std::nullopt;
+}
+
 std::string SensorPointName(const CalDataGrid& grid, GridRow row, std::string_view tableUnit) {
   return NumberShown(grid, {row, kFirstColumn}) + std::string(tableUnit);
 }
@@ -138,6 +150,18 @@ PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoin
     }
   }
   return {PointPlace::Row, EndOf(grid)};
+}
+
+std::optional<GridRow> FindAttenuatorPoint(const CalDataGrid& grid, const AttenuatorPoint& point) {
+  const double written = NumericValue(kHzPattern.Format(point.frequency));
+  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
+    const double frequency = ValueOf(grid, {row, kHzColumn});
+    if (ValueOf(grid, {row, kFirstColumn}) == point.setting &&
+        (frequency == point.frequency || frequency == written)) {
+      return row;
+    }
+  }
+  return std::nullopt;
 }
 
 std::string AttenuatorPointName(const CalDataGrid& grid, GridRow row) {

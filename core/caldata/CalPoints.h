@@ -5,6 +5,7 @@
 #define TARVELL_CORE_CALDATA_CALPOINTS_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,10 @@ void CheckPlaceForPoint(const CalDataGrid& grid);
 [[nodiscard]] PointPosition PlaceSensorPoint(const CalDataGrid& grid, double frequency,
                                              std::string_view tableUnit);
 
+/// The row of a power sensor's point, which is that of PlaceSensorPoint, in a table of any order.
+[[nodiscard]] std::optional<GridRow> FindSensorPoint(const CalDataGrid& grid, double frequency,
+                                                     std::string_view tableUnit);
+
 /// The point of a data row as the delete question names it: "50MHz".
 [[nodiscard]] std::string SensorPointName(const CalDataGrid& grid, GridRow row,
                                           std::string_view tableUnit);
@@ -69,6 +74,11 @@ struct AttenuatorPoint {
 /// frequency stays so.
 [[nodiscard]] PointPosition PlaceAttenuatorPoint(const CalDataGrid& grid,
                                                  const AttenuatorPoint& point);
+
+/// The row of a step attenuator's point in a table of any order, or the row that a new point with
+/// the decimals of its cells would be the same as.
+[[nodiscard]] std::optional<GridRow> FindAttenuatorPoint(const CalDataGrid& grid,
+                                                         const AttenuatorPoint& point);
 
 /// The point of a data row as the delete question names it: "10dB, 50MHz".
 [[nodiscard]] std::string AttenuatorPointName(const CalDataGrid& grid, GridRow row);

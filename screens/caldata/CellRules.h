@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/caldata/EditedCell.h"
+#include "core/caldata/PastedTable.h"
 
 namespace tarvell {
 
@@ -24,6 +25,8 @@ struct CellRules {
   std::function<std::optional<CellAffixes>(Cell cell, const std::string& unit)> affixes;
   /// The units to choose from in a column, none where there is no choice. May be missing.
   std::function<std::vector<std::string>(std::int16_t column)> units = nullptr;
+  /// The columns of a table of points, whose whole rows can be pasted. Missing for other tables.
+  std::function<PointColumns()> points = nullptr;
 
   [[nodiscard]] std::vector<std::string> UnitsOf(std::int16_t column) const {
     return units ? units(column) : std::vector<std::string>();

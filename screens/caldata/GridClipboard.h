@@ -12,13 +12,16 @@
 
 namespace tarvell {
 
-/// Copies the selected cells to the clipboard: a TAB between columns, a line end between rows. The
-/// clipboard stays as it is when no cell is selected.
+/// Copies the selected cells to the clipboard, as text with a TAB between columns and a line end
+/// between rows, and as an HTML table. Whole rows have the captions above them, which name the
+/// units. The clipboard stays as it is when no cell is selected.
 void CopySelectedCells(const CalGrid& grid);
 
 /// Stores the numbers of the clipboard in the cells from the first selected one downwards and to
-/// the right, each as if it were typed into its cell, and selects these cells. When one number
-/// cannot be stored, reports it and changes no cell. Returns the cells that were stored.
+/// the right, each as if it were typed into its cell, and selects these cells. If the clipboard has
+/// whole rows of a table of points, shows a preview instead, and puts each point in its place when
+/// the user accepts it. When one number cannot be stored, reports it and changes no cell. Returns
+/// the cells that were stored.
 std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules);
 
 }  // namespace tarvell

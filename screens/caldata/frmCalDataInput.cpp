@@ -52,7 +52,8 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
              return Data().SetCalibrationDataFormat(0, cell.column, 0, text, "None");
            },
        .affixes = [this](Cell cell,
-                         const std::string& unit) { return Data().AffixesOf(0, cell, unit); }});
+                         const std::string& unit) { return Data().AffixesOf(0, cell, unit); },
+       .points = [this] { return PointColumns{CurrentModel().frequencyUnit}; }});
   SetUp({.header = ui_->header,
          .grid = ui_->Grid,
          .notices = ui_->notices,

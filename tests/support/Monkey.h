@@ -447,6 +447,14 @@ class Monkey {
     if (Chance(20)) {
       text += AnyOf(kOddCharacters);
     }
+    if (Chance(40)) {
+      // A table of points.
+      text = Chance(30) ? "MHz\t%" : text;
+      for (int line = Below(60); line > 0; --line) {
+        text += QString("\n%1\t%2\t%3").arg(Below(130)).arg(Below(99999) / 10.0).arg(Below(2000));
+        text = Chance(80) ? text.left(text.lastIndexOf('\t')) : text;
+      }
+    }
     Note("clipboard gets " + text.left(60).toStdString());
     QApplication::clipboard()->setText(text);
   }

@@ -41,18 +41,20 @@ class SensorClipboard : public SensorStage {
   }
 
   static constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
+  /// Whole rows are copied with them.
+  const std::string kCaptions = "Frequency  [MHz]\tCalibration factor[%]\n";
   SensorFile file_;
 };
 
 // ---- Copying.
 
 TEST_F(SensorClipboard, CopiesWhatKeysSelect) {
-  Show([](frmCalDataInput& editor) {
+  Show([this](frmCalDataInput& editor) {
     ClickCell(GridOf(editor), 2, 0);
     EXPECT_EQ(Copied(), "50.00");
     Press(Qt::Key_Down, Qt::ShiftModifier);
     Press(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(Copied(), "50.00\t100.0\n100.00\t98.84");
+    EXPECT_EQ(Copied(), kCaptions + "50.00\t100.0\n100.00\t98.84");
     // Without Shift it is one cell again.
     Press(Qt::Key_Up);
     EXPECT_EQ(Copied(), "100.0");
@@ -60,7 +62,7 @@ TEST_F(SensorClipboard, CopiesWhatKeysSelect) {
     ClickCell(GridOf(editor), 4, 1);
     Press(Qt::Key_Up, Qt::ShiftModifier);
     Press(Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_EQ(Copied(), "100.00\t98.84\n1000.00\t97.0");
+    EXPECT_EQ(Copied(), kCaptions + "100.00\t98.84\n1000.00\t97.0");
     // In an open box it is the text of the box.
     ClickCell(GridOf(editor), 1, 1);
     Type("12345");
@@ -81,7 +83,7 @@ TEST_F(SensorClipboard, CopiesWhatTheMouseSelectsAndFromTheCellThatTheProgramMad
     QTest::mouseMove(grid.viewport(), Centre(grid, 2, 0));
     QTest::mouseMove(grid.viewport(), Centre(grid, 3, 1));
     QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, Centre(grid, 3, 1));
-    EXPECT_EQ(Copied(), "0.10\t98.80\n50.00\t100.0\n100.00\t98.84");
+    EXPECT_EQ(Copied(), kCaptions + "0.10\t98.80\n50.00\t100.0\n100.00\t98.84");
     // Typing is for the current cell only.
     Type("7");
     Press(Qt::Key_Down);
@@ -89,7 +91,7 @@ TEST_F(SensorClipboard, CopiesWhatTheMouseSelectsAndFromTheCellThatTheProgramMad
     Press(Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(Copied(), "7.0\n97.0");
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ShiftModifier, Centre(grid, 3, 0));
-    EXPECT_EQ(Copied(), "100.00\t7.0\n1000.00\t97.0");
+    EXPECT_EQ(Copied(), kCaptions + "100.00\t7.0\n1000.00\t97.0");
     // A click begins another selection.
     ClickCell(grid, 3, 0);
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::ShiftModifier, Centre(grid, 4, 0));

@@ -79,6 +79,10 @@ const std::array kKnownMessages = {
     "The (column \".+\" cannot be edited|table has no current cell)\\. .*",
     "(There is no text to paste\\.|The copied text has \\d+ lines, and the table has \\d+ "
     "rows) .*",
+    "(There are no numbers to paste\\.|What is to be pasted has \\d+ points\\.) .*",
+    "\".+\" can be read as .+ or as .+\\.\n\nIs the (point|comma) in it a decimal "
+    "(point|comma)\\?.*",
+    "Line \\d+.*\n\nCorrect them in the spreadsheet, then copy and paste again\\.",
     "Line \\d+: (It has \\d+ columns, and the table has \\d+|The table has no value in this "
     "place\\.|There is no value\\.|The character \".+\" in \".+\" cannot be stored in a data "
     "file\\.|\".+\" is not a number|.+ is too large to be calculated with\\.).*",

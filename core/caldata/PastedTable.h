@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_PASTEDTABLE_H
+#define TARVELL_CORE_CALDATA_PASTEDTABLE_H
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/CalDataGrid.h"
+#include "core/numbers/WrittenNumber.h"
+
+/// A whole table of calibration points from the clipboard: each of its lines is a point and its
+/// value. Lines may be in any order. Caption lines before the points may name their units.
+namespace tarvell {
+
+/// The columns of a table of points: frequency and factor of a power sensor, or setting, frequency
+/// and value of a step attenuator.
+struct PointColumns {
+  std::string_view frequencyUnit;  ///< "MHz" or "GHz" for a power sensor, "" for an attenuator
+
+  [[nodiscard]] bool IsSensor() const { return !frequencyUnit.empty(); }
+  [[nodiscard]] std::size_t Count() const { return IsSensor() ? 2 : 3; }
+};
+
+/// Whether a text has as many columns as a table of points. Otherwise it is a block of values.
+[[nodiscard]] bool IsPointTable(std::string_view text, const PointColumns& columns);
+
+/// A number that can be read with either decimal sign: "12.400" is 12.4 or 12400.
+struct TwoReadings {
+  std::string written;
+  DecimalSign sign = DecimalSign::Point;  ///< the sign in it
+  std::string ifDecimals;                 ///< the number if that is the decimal sign
+  std::string ifThousands;                ///< the number if it separates thousands
+};
+
+/// The first number of a table of points that can be read in two ways, if no other number of the
+/// table shows which one is meant.
+[[nodiscard]] std::optional<TwoReadings> ReadTwoWays(std::string_view text,
+                                                     const PointColumns& columns);
+
+/// What a paste does to one row of a table.
+struct PastedRow {
+  enum class Change {
+    Unchanged,  ///< the clipboard has the value that the row has
+    Updated,    ///< the row gets another value
+    Added,      ///< the table lacks the point
+    Missing     ///< the clipboard lacks the point; the row is kept or removed
+  };
+
+  Change change = Change::Unchanged;
+  std::vector<std::string> before;  ///< the row's cells, none for an added row
+  std::vector<std::string> after;   ///< the row's cells after the paste, if it is kept
+};
+
+/// A table as it would be after a paste, with the rows that the clipboard lacks at their places.
+struct PastedTable {
+  std::vector<PastedRow> rows;
+  std::string_view frequencyUnit;  ///< of frequencies without a unit of their own
+  bool isUnitNamed = false;        ///< whether a caption named that unit
+  DecimalSign sign = DecimalSign::Point;
+
+  [[nodiscard]] std::size_t Count(PastedRow::Change change) const;
+  /// Whether the file has a place for every row.
+  [[nodiscard]] bool HasPlace(bool missingRemoved) const;
+};
+
+/// What a value cell of a row stores when `number` is typed into it.
+using StoreValue = std::function<std::string(const std::string& number)>;
+
+/// What pasting a table of points does to `grid`. Rows are matched as new points are. A row that
+/// holds the pasted number already keeps its text, and a matched row keeps its point. `sign` is the
+/// decimal sign where the text can be read in two ways.
+///
+/// Throws when not every line can be taken; the text of the error names every cell that cannot.
+[[nodiscard]] PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
+                                          const PointColumns& columns, const StoreValue& store,
+                                          std::optional<DecimalSign> sign = std::nullopt);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/PastePreview.h"
+
+#include "ui_PastePreview.h"
+
+#include <QHeaderView>
+
+#include <cstddef>
+#include <string>
+
+#include "core/caldata/TableRows.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/ScreenSize.h"
+
+namespace tarvell {
+
+namespace {
+
+using Change = PastedRow::Change;
+
+/// How much of the selection's colour a changed cell has.
+constexpr float kTint = 0.25F;
+
+QString Points(std::size_t count) {
+  return count == 1 ? PastePreview::tr("1 point") : PastePreview::tr("%1 points").arg(count);
+}
+
+QColor Tinted(const QPalette& palette) {
+  const QColor full = palette.color(QPalette::Highlight);
+  const QColor base = palette.color(QPalette::Base);
+  const auto mixed = [](float part, float other) { return kTint * part + (1 - kTint) * other; };
+  return QColor::fromRgbF(mixed(full.redF(), base.redF()), mixed(full.greenF(), base.greenF()),
+                          mixed(full.blueF(), base.blueF()));
+}
+
+}  // namespace
+
+PastePreview::PastePreview(const PastedTable& table, const QStringList& captions, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::PastePreview>()), table_(table) {
+  ui_->setupUi(this);
+  ui_->lblSummary->setText(Summary());
+  const std::size_t missing = table_.Count(Change::Missing);
+  ui_->chkRemove->setText(
+      tr("&Remove the %1 that the clipboard does not have").arg(Points(missing)));
+  ui_->chkRemove->setVisible(missing > 0);
+  ShowCaptions(captions);
+  chkRemove_Toggled();
+  connect(ui_->chkRemove, &QCheckBox::toggled, this, &PastePreview::chkRemove_Toggled);
+  connect(ui_->btnOk, &QPushButton::clicked, this, &PastePreview::accept);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
+  FitToDisplay(this);
+  EnterPressesFocusedButton(this);
+  if (ui_->btnOk->isEnabled()) {
+    ui_->btnOk->setFocus();
+  } else {
+    ui_->chkRemove->setFocus();
+  }
+}
+
+PastePreview::~PastePreview() = default;
+
+bool PastePreview::RemovesMissing() const {
+  return ui_->chkRemove->isChecked();
+}
+
+QString PastePreview::Summary() const {
+  const std::size_t missing = table_.Count(Change::Missing);
+  return tr("The clipboard has %1: %2 updated, %3 added, %4 unchanged. It does not have %5 of this "
+            "table.\nFrequencies are read in %6, %7, numbers with a decimal %8.")
+      .arg(Points(table_.rows.size() - missing))
+      .arg(table_.Count(Change::Updated))
+      .arg(table_.Count(Change::Added))
+      .arg(table_.Count(Change::Unchanged))
+      .arg(Points(missing), ToQt(table_.frequencyUnit),
+           table_.isUnitNamed ? tr("as the caption says") : tr("the unit of this table"),
+           table_.sign == DecimalSign::Point ? tr("point") : tr("comma"));
+}
+
+void PastePreview::ShowCaptions(const QStringList& captions) {
+  QStringList shown = captions.mid(0, captions.size() - 1);
+  shown << captions.last() + "\n" + tr("before") << captions.last() + "\n" + tr("after")
+        << tr("Change");
+  ui_->tblPreview->setColumnCount(static_cast<int>(shown.size()));
+  ui_->tblPreview->setHorizontalHeaderLabels(shown);
+  ui_->tblPreview->setRowCount(static_cast<int>(table_.rows.size()));
+  ui_->tblPreview->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  ui_->tblPreview->horizontalHeader()->setStretchLastSection(true);
+}
+
+void PastePreview::ShowRows() {
+  int row = 0;
+  for (const PastedRow& pasted : table_.rows) {
+    ShowRow(row++, pasted);
+  }
+}
+
+void PastePreview::ShowRow(int row, const PastedRow& pasted) {
+  const bool isRemoved = pasted.change == Change::Missing && RemovesMissing();
+  const QString words = pasted.change == Change::Unchanged ? tr("unchanged")
+                        : pasted.change == Change::Updated ? tr("updated")
+                        : pasted.change == Change::Added   ? tr("added")
+                        : isRemoved                        ? tr("missing, is removed")
+                                                           : tr("missing, is kept");
+  QStringList texts;
+  for (const std::string& cell : pasted.after) {
+    texts << ToQt(cell);
+  }
+  const QString after = isRemoved ? QString() : texts.last();
+  texts.last() = pasted.before.empty() ? QString() : ToQt(pasted.before.back());
+  texts << after << words;
+  const int columns = static_cast<int>(texts.size());
+  for (int column = 0; column < columns; ++column) {
+    auto* cell = new QTableWidgetItem(texts[column]);
+    const bool isPoint = column < columns - 3;
+    const bool isAfter = column == columns - 2;
+    const bool isChanged = (isAfter && pasted.change != Change::Unchanged &&
+                            (pasted.change != Change::Missing || isRemoved)) ||
+                           (isPoint && pasted.change == Change::Added);
+    cell->setTextAlignment((column == columns - 1 ? Qt::AlignLeft : Qt::AlignRight) |
+                           Qt::AlignVCenter);
+    QFont font = ui_->tblPreview->font();
+    font.setBold(isChanged);
+    font.setStrikeOut(isRemoved && (isPoint || column == columns - 3));
+    cell->setFont(font);
+    if (isChanged) {
+      cell->setBackground(Tinted(ui_->tblPreview->palette()));
+    }
+    ui_->tblPreview->setItem(row, column, cell);
+  }
+}
+
+void PastePreview::chkRemove_Toggled() {
+  const bool hasPlace = table_.HasPlace(RemovesMissing());
+  ui_->btnOk->setEnabled(hasPlace);
+  ui_->lblFull->setText(hasPlace ? QString()
+                                 : tr("A table has room for %1 points. Remove those that "
+                                      "the clipboard does not have, or copy fewer.")
+                                       .arg(kTableRows));
+  ShowRows();
+}
+
+}  // namespace tarvell
