@@ -242,7 +242,8 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   } else {
     controls_.header->FocusCalNo();
   }
-  drafts_->Begin(modelCode, isNew ? std::string() : ListedDataSet(index).FilePath);
+  const bool hasFile = !isNew && begin != Begin::Copy;
+  drafts_->Begin(modelCode, hasFile ? ListedDataSet(index).FilePath : std::string());
   exec();
   drafts_->End();
   data_.reset();

@@ -302,10 +302,10 @@ TEST_F(CalFileHeaders, ThatMatchAFilterAreReadFromAnyNumberOfFiles) {
   }
   write("SN121", "B121", "C-1", "\xDC, for HALL 9");
   const auto listed = [this](const std::string& filter) {
-    told.clear();
+    reported.clear();
     (void)ReadCalFileHeaders(
-        kModel, [this](const CalFileInfo& row) { told.push_back(row.SerialNumber); }, filter);
-    return told;
+        kModel, [this](const CalFileInfo& row) { reported.push_back(row.SerialNumber); }, filter);
+    return reported;
   };
   for (int i = 1; i <= 120; ++i) {
     EXPECT_EQ(listed("a" + ThreeDigits(i)), Names{"A" + ThreeDigits(i)});
@@ -323,7 +323,7 @@ TEST_F(CalFileHeaders, ThatMatchAFilterAreReadFromAnyNumberOfFiles) {
   const Error error = ErrorOf([&] { (void)listed("Room 7"); });
   EXPECT_EQ(error.Kind(), ErrorKind::Index);
   EXPECT_TRUE(error.Text().starts_with("More than 51 data files match the filter")) << error.Text();
-  EXPECT_EQ(told.size(), 51U);
+  EXPECT_EQ(reported.size(), 51U);
   EXPECT_EQ(listed("A12"), Names{"A120"}) << "the folder SN1000 does not match";
   EXPECT_EQ(ErrorOf([&] { (void)listed("00"); }).Kind(), ErrorKind::NotAFile);
   EXPECT_EQ(ErrorOf([&] { (void)listed("  "); }).Kind(), ErrorKind::Index);
