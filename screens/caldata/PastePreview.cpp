@@ -63,7 +63,8 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
 PastePreview::~PastePreview() = default;
 
 bool PastePreview::RemovesMissing() const {
-  return ui_->chkRemove->isChecked();
+  // Alt+R holds the box down for a moment before it ticks it; Enter may be pressed at once.
+  return ui_->chkRemove->isChecked() != ui_->chkRemove->isDown();
 }
 
 QString PastePreview::Summary() const {

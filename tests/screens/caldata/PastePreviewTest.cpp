@@ -40,7 +40,7 @@ class PastingPoints : public SensorStage {
     editor.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
     EXPECT_TRUE(GridOf(editor).hasFocus());
-    Press(Qt::Key_S, Qt::ControlModifier);
+    Click(editor, "btnOk");
   }
   /// The same in the sensor's table.
   void Paste(const QString& text, const ActInPreview& act = nullptr) {
@@ -51,6 +51,13 @@ class PastingPoints : public SensorStage {
     });
   }
 
+  /// Presses Alt+R, which ticks the box a moment later.
+  static void TickRemove(PastePreview& preview) {
+    auto& box = Find<QCheckBox>(preview, "chkRemove");
+    const bool wasTicked = box.isChecked();
+    Press(Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return box.isChecked() != wasTicked; }));
+  }
   /// The rows of the preview. A changed cell has a star.
   static Texts RowsOf(PastePreview& preview) {
     auto& table = Find<QTableWidget>(preview, "tblPreview");
@@ -91,9 +98,9 @@ TEST_F(PastingPoints, ShowsWhatChangesAndPutsEachPointInItsPlace) {
                     (Texts{"0.10|98.84|98.84|unchanged", "50.00|100.0|99.9*|updated",
                            "1000.00|97.0|97.0|missing, is kept", "1500.00*||97.3*|added",
                            "2000.00|96.0|96.0|unchanged"}));
-          Press(Qt::Key_R, Qt::AltModifier);
+          TickRemove(preview);
           EXPECT_EQ(RowsOf(preview).at(2), "1000.00|97.0|*|missing, is removed");
-          Press(Qt::Key_R, Qt::AltModifier);
+          TickRemove(preview);
           Press(Qt::Key_Return);
         });
   ExpectSaved({{"0.10", "98.84"},
@@ -126,7 +133,7 @@ TEST_F(PastingPoints, OfAFullTableHaveToReplaceOthers) {
     EXPECT_FALSE(Find<QPushButton>(preview, "btnOk").isEnabled());
     EXPECT_NE(Find<QLabel>(preview, "lblFull").text().toStdString().find("room for 51 points"),
               std::string::npos);
-    Press(Qt::Key_R, Qt::AltModifier);
+    TickRemove(preview);
     EXPECT_EQ(Find<QLabel>(preview, "lblFull").text().toStdString(), "");
     Click(preview, "btnOk");
   });
