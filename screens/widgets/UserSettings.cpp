@@ -16,8 +16,7 @@ QString& SettingsFile() {
   return file;
 }
 
-/// Everything is kept as text: the toolkit's own notation for other values would let a damaged file
-/// describe objects of any kind and size.
+/// Everything is kept as text; a damaged file may hold anything else.
 QString Kept(const QString& key) {
   if (SettingsFile().isEmpty()) {
     return {};
