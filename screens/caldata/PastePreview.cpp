@@ -49,7 +49,13 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
   ShowCaptions(captions);
   chkRemove_Toggled();
   connect(ui_->chkRemove, &QCheckBox::toggled, this, &PastePreview::chkRemove_Toggled);
-  connect(ui_->btnOk, &QPushButton::clicked, this, &PastePreview::accept);
+  connect(ui_->btnOk, &QPushButton::clicked, this, [this] {
+    // Alt+R holds the box down for a moment before it ticks it; Enter may be pressed at once.
+    if (ui_->chkRemove->isDown()) {
+      ui_->chkRemove->toggle();
+    }
+    accept();
+  });
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
@@ -63,8 +69,7 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
 PastePreview::~PastePreview() = default;
 
 bool PastePreview::RemovesMissing() const {
-  // Alt+R holds the box down for a moment before it ticks it; Enter may be pressed at once.
-  return ui_->chkRemove->isChecked() != ui_->chkRemove->isDown();
+  return ui_->chkRemove->isChecked();
 }
 
 QString PastePreview::Summary() const {
