@@ -6,6 +6,7 @@
 #include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QLayout>
+#include <QShortcut>
 
 #include <algorithm>
 #include <utility>
@@ -73,9 +74,11 @@ CalEditor::~CalEditor() = default;
 void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor) {
   controls_ = controls;
   cellEditor_ = std::move(cellEditor);
-  controls_.ok->setShortcut(QKeySequence::Save);
+  // A shortcut of the button itself would take the place of its Alt key.
+  auto* save = new QShortcut(QKeySequence::Save, this);  // the screen owns it
+  connect(save, &QShortcut::activated, controls_.ok, &QPushButton::click);
   controls_.ok->setToolTip(tr("Saves the data and closes this screen (%1).")
-                               .arg(controls_.ok->shortcut().toString(QKeySequence::NativeText)));
+                               .arg(save->key().toString(QKeySequence::NativeText)));
   controls_.ok->setAccessibleDescription(controls_.ok->toolTip());
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);

@@ -14,6 +14,7 @@
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/frmInputPX60H.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -55,6 +56,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
                          const std::string& unit) { return Data().AffixesOf(0, cell, unit); }});
   SetUp({.header = ui_->header, .grid = ui_->Grid, .notices = ui_->notices, .ok = ui_->btnOk},
         std::move(cellEditor));
+  OfferHandbook(this, chapter::kSingleTables);
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmCalDataInput::btnOk_Click);

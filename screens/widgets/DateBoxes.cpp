@@ -12,8 +12,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr int kFirstYear = 1904;
-constexpr int kLastYear = 2037;
 constexpr int kDayCharacters = 7;  // with room for a warning icon
 constexpr int kYearCharacters = 6;
 
