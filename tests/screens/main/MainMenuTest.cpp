@@ -198,6 +198,7 @@ TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
 
 TEST_F(MainMenu, HelpShowsTheHandbookAndAboutTheVersion) {
   Start();
+  Click(menu_, "Option1");
   questions_.Expect({.text = "Morrand Tarvell\nVersion A.02.61", .title = "About Tarvell"},
                     QMessageBox::Ok);
   Press(Qt::Key_H, Qt::AltModifier);
