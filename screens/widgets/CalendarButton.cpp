@@ -22,6 +22,8 @@ namespace tarvell {
 
 namespace {
 
+constexpr int kIconGap = 4;  // pixels
+
 /// Replaces the text of a box as a user does, so that whatever follows typing follows this too.
 void TypeInto(QLineEdit* box, int number) {
   box->selectAll();
@@ -47,6 +49,9 @@ CalendarButton::CalendarButton(const DateControls& date, const QString& name, QW
   setAccessibleDescription(toolTip());
   // F4 opens the calendar in the boxes themselves.
   setFocusPolicy(Qt::NoFocus);
+  // As high as the boxes beside it, and narrow: small displays have no room to spare.
+  setFixedWidth(iconSize().width() + kIconGap);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
   connect(this, &QToolButton::clicked, this, &CalendarButton::OpenCalendar);
   for (QLineEdit* box : {date.day, date.year}) {
     auto* key = new QShortcut(QKeySequence(Qt::Key_F4), box);  // the box owns it
