@@ -23,7 +23,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr QSize kWindowSize(640, 520);
+constexpr QSize kWindowSize(760, 620);
 
 /// The property of a screen that holds its chapter.
 constexpr const char* kChapter = "chapter";
