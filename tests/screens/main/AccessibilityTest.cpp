@@ -432,7 +432,8 @@ TEST_P(Accessibility, AnAltKeyOfItsOwnReachesEachControl) {
           << Describe(*control) << " has no key";
     }
     for (auto* button : screen.findChildren<QAbstractButton*>()) {
-      QObject::disconnect(button, nullptr, nullptr, nullptr);
+      QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+      QObject::disconnect(button, &QAbstractButton::pressed, nullptr, nullptr);
     }
   });
 }
