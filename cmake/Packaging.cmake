@@ -12,6 +12,8 @@ endforeach()
 install(FILES packaging/tarvell.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES packaging/tarvell.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES images/tarvell.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES images/tarvell-16.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/16x16/apps
+  RENAME tarvell.svg)
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES packaging/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
   RENAME tarvell)

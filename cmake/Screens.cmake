@@ -29,7 +29,9 @@ add_library(tarvell_screens STATIC
   screens/station/frmStationMain.ui
   screens/station/frmStationModelList.cpp screens/station/frmStationModelList.h
   screens/station/frmStationModelList.ui
+  screens/widgets/AltKeys.cpp
   screens/widgets/AskReplacement.cpp
+  screens/widgets/CalendarButton.cpp screens/widgets/CalendarButton.h
   screens/widgets/DateBoxes.cpp
   screens/widgets/DeliberateChoice.cpp
   screens/widgets/DesktopPlatform.cpp
@@ -39,10 +41,12 @@ add_library(tarvell_screens STATIC
   screens/widgets/Guard.cpp
   screens/widgets/ListHead.cpp screens/widgets/ListHead.h
   screens/widgets/NameList.cpp
+  screens/widgets/Handbook.cpp screens/widgets/Handbook.h
   screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h
   screens/widgets/OneLineValidator.cpp screens/widgets/OneLineValidator.h
   screens/widgets/PaleSelection.cpp screens/widgets/PaleSelection.h
   screens/widgets/Questions.cpp
+  screens/widgets/ScreenReaders.cpp
   screens/widgets/ScreenSize.cpp
   screens/widgets/SerialList.cpp
   screens/widgets/UpDown.cpp screens/widgets/UpDown.h
@@ -50,7 +54,8 @@ add_library(tarvell_screens STATIC
   screens/widgets/cFileDialog.cpp
   screens/widgets/frmInput.cpp screens/widgets/frmInput.h screens/widgets/frmInput.ui)
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
-qt_add_resources(tarvell_screens images PREFIX / FILES images/tarvell.svg)
+qt_add_resources(tarvell_screens images PREFIX / FILES
+  images/calendar.svg images/tarvell.svg images/tarvell-16.svg)
 target_link_libraries(tarvell_screens PUBLIC tarvell_core Qt6::Widgets PRIVATE tarvell_warnings)
 target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functional> <memory> <string>
   <string_view> <vector>)
@@ -68,12 +73,27 @@ foreach(template IN LISTS TARVELL_TEMPLATES)
   list(APPEND TARVELL_TEMPLATE_COPIES ${copy})
 endforeach()
 add_custom_target(templates ALL DEPENDS ${TARVELL_TEMPLATE_COPIES})
-add_dependencies(tarvell templates)
+
+# So is the handbook, as pages with pictures.
+find_program(CMARK cmark-gfm REQUIRED)
+file(GLOB TARVELL_DOCUMENTS CONFIGURE_DEPENDS docs/*.md docs/images/*.png)
+set(TARVELL_HANDBOOK ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/handbook)
+add_custom_command(OUTPUT ${TARVELL_HANDBOOK}/handbook.html
+  DEPENDS scripts/handbook ${TARVELL_DOCUMENTS}
+  COMMAND ${CMAKE_SOURCE_DIR}/scripts/handbook ${CMAKE_SOURCE_DIR}/docs ${TARVELL_HANDBOOK}
+  VERBATIM)
+add_custom_target(handbook ALL DEPENDS ${TARVELL_HANDBOOK}/handbook.html)
+add_dependencies(tarvell templates handbook)
 
 # The executable finds the templates in its own folder, links resolved; the link puts it on the
 # path.
 set(TARVELL_PROGRAM_FOLDER ${CMAKE_INSTALL_LIBDIR}/tarvell)
 install(TARGETS tarvell RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(FILES ${TARVELL_TEMPLATES} DESTINATION ${TARVELL_PROGRAM_FOLDER})
+install(DIRECTORY ${TARVELL_HANDBOOK} DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvell)
+file(RELATIVE_PATH handbook /${TARVELL_PROGRAM_FOLDER} /${CMAKE_INSTALL_DATADIR}/tarvell/handbook)
+file(CREATE_LINK ${handbook} ${CMAKE_BINARY_DIR}/handbook.link SYMBOLIC)
+install(FILES ${CMAKE_BINARY_DIR}/handbook.link DESTINATION ${TARVELL_PROGRAM_FOLDER}
+  RENAME handbook)
 file(CREATE_LINK ../${TARVELL_PROGRAM_FOLDER}/tarvell ${CMAKE_BINARY_DIR}/tarvell.link SYMBOLIC)
 install(FILES ${CMAKE_BINARY_DIR}/tarvell.link DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME tarvell)

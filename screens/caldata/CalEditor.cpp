@@ -10,6 +10,7 @@
 #include <QLayout>
 #include <QMenu>
 #include <QTabBar>
+#include <QShortcut>
 
 #include <algorithm>
 #include <utility>
@@ -92,9 +93,11 @@ CalEditor::~CalEditor() = default;
 void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cellEditor) {
   controls_ = controls;
   cellEditor_ = std::move(cellEditor);
-  controls_.ok->setShortcut(QKeySequence::Save);
+  // A shortcut of the button itself would take the place of its Alt key.
+  auto* save = new QShortcut(QKeySequence::Save, this);  // the screen owns it
+  connect(save, &QShortcut::activated, controls_.ok, &QPushButton::click);
   controls_.ok->setToolTip(tr("Saves the data and closes this screen (%1).")
-                               .arg(controls_.ok->shortcut().toString(QKeySequence::NativeText)));
+                               .arg(save->key().toString(QKeySequence::NativeText)));
   controls_.ok->setAccessibleDescription(controls_.ok->toolTip());
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);

@@ -12,6 +12,8 @@
 #include "core/numbers/Numbers.h"
 #include "core/session/CommonStringModule.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/AltKeys.h"
+#include "screens/widgets/CalendarButton.h"
 #include "screens/widgets/DateBoxes.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
@@ -19,6 +21,7 @@
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
+#include "screens/widgets/ScreenReaders.h"
 
 namespace tarvell {
 
@@ -92,6 +95,13 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   SetUpDate(ui_->txtCalYear, ui_->udCalYear, ui_->cmbCalMonth, ui_->txtCalDay, ui_->udCalDay);
   SetUpDate(ui_->txtDueYear, ui_->udDueYear, ui_->cmbDueMonth, ui_->txtDueDay, ui_->udDueDay);
+  ui_->calDate->insertWidget(ui_->calDate->indexOf(ui_->udCalYear) + 1,
+                             new CalendarButton({ui_->txtCalDay, ui_->cmbCalMonth, ui_->txtCalYear},
+                                                tr("the calibration date"), this));
+  ui_->dueDate->insertWidget(ui_->dueDate->indexOf(ui_->udDueYear) + 1,
+                             new CalendarButton({ui_->txtDueDay, ui_->cmbDueMonth, ui_->txtDueYear},
+                                                tr("the due date"), this));
+  LabelDropDownLists(this);
   FileTextValidator::Attach(ui_->txtSerial);
   FileTextValidator::Attach(ui_->txtCalNo);
   FileTextValidator::Attach(ui_->txtComment);
@@ -124,18 +134,19 @@ bool CalHeaderBlock::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void CalHeaderBlock::ReportNotices() {
+  const auto nameOf = [](const QLabel* label) { return FromQt(PlainCaption(label->text())); };
   const auto report = [this](QLineEdit* marked, const QLabel* label, const std::string& notice) {
     MarkBox(marked, ToQt(notice));
-    marked->setProperty(kSubject, label->text());
-    emit Noticed(label->text(), ToQt(notice));
+    marked->setProperty(kSubject, PlainCaption(label->text()));
+    emit Noticed(PlainCaption(label->text()), ToQt(notice));
   };
   const auto readBack = [&](QLineEdit* box, const QLabel* label) {
-    report(box, label, HeaderReadDifferently(FromQt(label->text()), FromQt(box->text())));
+    report(box, label, HeaderReadDifferently(nameOf(label), FromQt(box->text())));
   };
   const auto date = [&](QLineEdit* day, const QComboBox* month, const QLineEdit* year,
                         const QLabel* label) {
     report(day, label,
-           MissingDay(FromQt(label->text()), FromQt(day->text()), FromQt(month->currentText()),
+           MissingDay(nameOf(label), FromQt(day->text()), FromQt(month->currentText()),
                       FromQt(year->text())));
   };
   readBack(ui_->txtSerial, ui_->lblSerial);

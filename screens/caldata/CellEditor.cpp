@@ -18,6 +18,7 @@
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/QtText.h"
+#include "screens/widgets/ScreenReaders.h"
 
 namespace tarvell {
 
@@ -52,6 +53,7 @@ CellEditor::CellEditor(CalGrid* grid)
   txtCellCmb_->setToolTip(txtCellCmb_->accessibleDescription());
   txtCellCmb_->hide();
   ChangeOnlyDeliberately(txtCellCmb_);
+  LabelDropDownLists(grid->viewport());
 
   txtCell_->installEventFilter(this);
   txtCellCmb_->installEventFilter(this);
@@ -169,7 +171,7 @@ bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      ReturnToGrid(0);
+      ReturnToGrid((event.modifiers() & Qt::ShiftModifier) != 0 ? -1 : 0);
       return true;
     case Qt::Key_Down:
       ReturnToGrid(1);
@@ -189,7 +191,7 @@ bool CellEditor::UnitKeyPressed(const QKeyEvent& event) {
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      ReturnToGrid(0);
+      ReturnToGrid((event.modifiers() & Qt::ShiftModifier) != 0 ? -1 : 0);
       return true;
     case Qt::Key_Tab:
       ReturnByTab(true);

@@ -26,8 +26,8 @@ namespace tarvell {
 ///
 /// A typed character, Enter, F2, the space key, Backspace or a double click starts an edit of a
 /// cell that can be edited. Enter, Up, Down, Tab and whatever else moves the focus to the grid
-/// store the text in the cell; Escape does not. When neither the text nor the unit was changed, the
-/// cell stays as it is.
+/// store the text in the cell; Shift+Enter also goes up; Escape does not. When neither the text nor
+/// the unit was changed, the cell stays as it is.
 ///
 /// Tab goes to the unit if there is one, then to the next cell that can be edited; Shift+Tab goes
 /// to the previous one. After that, both keys go on from cell to cell until another key or a mouse

@@ -120,10 +120,13 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+  if (orientation != Qt::Horizontal ||
+      (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)) {
     return {};
   }
-  return ToQt(grid_.TextOf({kCaptionRow, static_cast<std::int16_t>(section)}));
+  const QString caption = ToQt(grid_.TextOf({kCaptionRow, static_cast<std::int16_t>(section)}));
+  // A screen reader would say nothing.
+  return role == Qt::AccessibleTextRole && caption.isEmpty() ? tr("column not used") : caption;
 }
 
 bool GridModel::IsEditable(int column) const {

@@ -14,6 +14,7 @@
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/frmInputPX60H.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -60,6 +61,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
          .ok = ui_->btnOk,
          .draft = ui_->draft},
         std::move(cellEditor));
+  OfferHandbook(this, chapter::kSingleTables);
   connect(ui_->btnAddPoint, &QPushButton::clicked, this, &frmCalDataInput::btnAddPoint_Click);
   connect(ui_->btnDeletePoint, &QPushButton::clicked, this, &frmCalDataInput::btnDeletePoint_Click);
   connect(addPoint_, &QAction::triggered, this, &frmCalDataInput::btnAddPoint_Click);

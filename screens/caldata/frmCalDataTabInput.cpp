@@ -5,7 +5,9 @@
 
 #include "ui_frmCalDataTabInput.h"
 
+#include <QKeySequence>
 #include <QScreen>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QToolButton>
 
@@ -19,9 +21,11 @@
 #include "core/caldata/SetPages.h"
 #include "core/platform/Error.h"
 #include "screens/caldata/CellEditor.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FileTextValidator.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -73,6 +77,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
          .ok = ui_->btnOk,
          .draft = ui_->draft},
         std::move(cellEditor));
+  SetUpKeys();
   ui_->txtTabSerial->installEventFilter(this);
   ui_->chkCheck->installEventFilter(this);
   connect(ui_->txtTabSerial, &QLineEdit::textChanged, this, &frmCalDataTabInput::ReportMember);
@@ -84,6 +89,26 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
 }
 
 frmCalDataTabInput::~frmCalDataTabInput() = default;
+
+void frmCalDataTabInput::SetUpKeys() {
+  OfferHandbook(this, chapter::kSets);
+  GiveAltKey(ui_->grid, Qt::Key_T);
+  GiveAltKey(ui_->tTab, Qt::Key_P);
+  ui_->tTab->installEventFilter(this);
+  const auto turn = [this](const QList<QKeySequence>& keys, int pages) {
+    for (const QKeySequence& key : keys) {
+      auto* shortcut = new QShortcut(key, this);  // the screen owns it
+      connect(shortcut, &QShortcut::activated, this, [this, pages] { TurnPages(pages); });
+    }
+  };
+  turn({Qt::CTRL | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageDown}, 1);
+  turn({Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::Key_PageUp}, -1);
+}
+
+void frmCalDataTabInput::TurnPages(int pages) {
+  const int count = ui_->tTab->count();
+  ui_->tTab->setCurrentIndex((ui_->tTab->currentIndex() + pages + count) % count);
+}
 
 std::int16_t frmCalDataTabInput::SelectedPage() const {
   return static_cast<std::int16_t>(ui_->tTab->currentIndex());
@@ -277,6 +302,13 @@ void frmCalDataTabInput::ReportMember() {
 }
 
 bool frmCalDataTabInput::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->tTab) {
+    // A click leaves the keyboard in the table, unless the edit of a cell could not be stored.
+    if (event->type() == QEvent::MouseButtonRelease && !Cells().IsOpen()) {
+      ui_->grid->setFocus();
+    }
+    return false;
+  }
   if (event->type() == QEvent::KeyPress && IsPlainEnter(*static_cast<QKeyEvent*>(event))) {
     focusNextChild();
     return true;

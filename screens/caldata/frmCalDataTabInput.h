@@ -57,6 +57,10 @@ class frmCalDataTabInput final : public CalEditor {
   void StorePage();
   /// Stores the shown page and shows the one whose tab is selected.
   void ChangePage();
+  void SetUpKeys();
+  /// Selects the page so many pages after the selected one, or before it; the first page follows
+  /// the last one.
+  void TurnPages(int pages);
   void SwitchOption(bool on);
   /// Adds the page of the option, or removes it.
   void ShowOption(bool on);

@@ -23,10 +23,12 @@
 #include "core/text/Text.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/NoticeLine.h"
@@ -73,6 +75,8 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
   SetUpSerialList(ui_->lstSerialNumber);
   OnEntry(ui_->lstSerialNumber,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
+  GiveAltKey(ui_->lstSerialNumber, Qt::Key_S);
+  OfferHandbook(this, chapter::kCalibrationData);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);
   connect(ui_->btnMore, &QPushButton::clicked, this, &frmCalibrationMain::btnMore_Click);
@@ -84,8 +88,18 @@ frmCalibrationMain::~frmCalibrationMain() = default;
 
 void frmCalibrationMain::SetUpAddMenu() {
   mnuAdd_->setObjectName("mnuAdd");
+  QStringList captions;
   for (const Model& model : kModels) {
-    QAction* entry = mnuAdd_->addAction(ToQt(model.code));
+    captions << ToQt(model.code);
+  }
+  captions = WithDistinctKeys(captions);
+  ModelFamily family = kModels.front().family;
+  for (const Model& model : kModels) {
+    if (model.family != family) {
+      mnuAdd_->addSeparator();
+      family = model.family;
+    }
+    QAction* entry = mnuAdd_->addAction(captions.takeFirst());
     entry->setObjectName("mnu" + ToQt(model.code));
     entry->setEnabled(CanAdd(model));
     connect(entry, &QAction::triggered, this, [this, &model] { mnuAddEntry_Click(model); });
@@ -140,7 +154,7 @@ void frmCalibrationMain::LstInstrment_Click() {
 void frmCalibrationMain::ShowEditCaption() {
   const Model* model = FindModel(SelectedName(ui_->LstInstrment));
   const bool isKit = model != nullptr && model->family == ModelFamily::TestKit;
-  ui_->btnEdit->setText(isKit ? "Update" : "Edit");
+  ui_->btnEdit->setText(isKit ? "&Update" : "&Edit");
 }
 
 void frmCalibrationMain::RefreshModelList() {

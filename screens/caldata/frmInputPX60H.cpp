@@ -8,8 +8,11 @@
 #include <QLineEdit>
 
 #include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Handbook.h"
+#include "screens/widgets/ScreenReaders.h"
 #include "screens/widgets/ScreenSize.h"
 
 namespace tarvell {
@@ -40,6 +43,8 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
     combo->setCompleter(nullptr);
     ChangeOnlyDeliberately(combo);
   }
+  LabelDropDownLists(this);
+  OfferHandbook(this);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInputPX60H::btnOk_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmInputPX60H::btnCancel_Click);
 }
@@ -47,7 +52,7 @@ frmInputPX60H::frmInputPX60H(QWidget* parent)
 frmInputPX60H::~frmInputPX60H() = default;
 
 void frmInputPX60H::SetCaption(const QString& caption) {
-  ui_->lblCaption->setText(caption);
+  ui_->lblCaption->setText(WithFirstAsKey(caption));
 }
 
 void frmInputPX60H::SetPoint(const QString& setting, const QString& frequency) {

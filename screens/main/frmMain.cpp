@@ -30,6 +30,7 @@
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FolderPicker.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/OneLineValidator.h"
 #include "screens/widgets/QtText.h"
@@ -71,6 +72,14 @@ std::string WithoutTryAgain(std::string text) {
   return text;
 }
 
+/// The icon, with its own drawing for 16 pixels: the large one would be blurred in that size.
+QIcon ProgramIcon() {
+  constexpr QSize kSmall(16, 16);
+  QIcon icon(":/images/tarvell.svg");
+  icon.addPixmap(QIcon(":/images/tarvell-16.svg").pixmap(kSmall, 1));
+  return icon;
+}
+
 void ShowSplash(double seconds) {
   frmSplash splash;
   splash.show();
@@ -82,7 +91,7 @@ void ShowSplash(double seconds) {
 }  // namespace
 
 frmMain::frmMain() : QDialog(nullptr, Qt::Window), ui_(std::make_unique<Ui::frmMain>()) {
-  QApplication::setWindowIcon(QIcon(":/images/tarvell.svg"));
+  QApplication::setWindowIcon(ProgramIcon());
   QGuiApplication::setDesktopFileName("tarvell");
   ui_->setupUi(this);
   FitToDisplay(this);
@@ -113,11 +122,36 @@ frmMain::~frmMain() {
 
 void frmMain::SetUpMenu() {
   auto* menuBar = new QMenuBar(this);  // the layout takes it
-  QAction* mnuExit = menuBar->addAction("Exit");
+  QAction* mnuExit = menuBar->addAction("&Exit");
   mnuExit->setObjectName("mnuExit");
   mnuExit->setShortcut(Qt::CTRL | Qt::Key_Q);
   connect(mnuExit, &QAction::triggered, this, &frmMain::btnExit_Click);
+  QMenu* mnuHelp = menuBar->addMenu("&Help");
+  mnuHelp->setObjectName("mnuHelp");
+  QAction* mnuHandbook = mnuHelp->addAction(tr("&Handbook"));
+  mnuHandbook->setObjectName("mnuHandbook");
+  mnuHandbook->setShortcut(QKeySequence::HelpContents);
+  connect(mnuHandbook, &QAction::triggered, this, &frmMain::mnuHandbook_Click);
+  QAction* mnuAbout = mnuHelp->addAction(tr("&About Tarvell"));
+  mnuAbout->setObjectName("mnuAbout");
+  connect(mnuAbout, &QAction::triggered, this, &frmMain::mnuAbout_Click);
   layout()->setMenuBar(menuBar);
+}
+
+void frmMain::mnuHandbook_Click() {
+  Guarded(this, [this] { ShowHandbook(this, chapter::kFirstStart); });
+}
+
+void frmMain::mnuAbout_Click() {
+  CurrentQuestions().Ask(
+      this, {.text = ToQt(kApplicationTitle) + "\n" +
+                     tr("Version %1").arg(ToQt(RevisionText(kMajorVersion, kMinorVersion))),
+             .title = tr("About Tarvell"),
+             .icon = QMessageBox::Information,
+             .detail = tr("Copyright the Tarvell authors. Free software under the GNU General "
+                          "Public License, version 3 or later, without any warranty.\n"
+                          "Made with the toolkit Qt; this is Qt %1.")
+                           .arg(qVersion())});
 }
 
 void frmMain::Form_Load(double splashSeconds) {

@@ -45,6 +45,8 @@ class frmMain final : public QDialog {
   void btnBrowseStationDir_Click();
   void btnStart_Click();
   void btnExit_Click();
+  void mnuHandbook_Click();
+  void mnuAbout_Click();
   void Form_Unload();
 
   void SetUpMenu();

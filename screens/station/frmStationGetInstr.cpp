@@ -13,8 +13,10 @@
 #include <utility>
 
 #include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/Questions.h"
@@ -37,6 +39,9 @@ frmStationGetInstr::frmStationGetInstr(QWidget* parent)
   OnEntry(ui_->LstInstrment, {.open = [this] { ui_->lstSerialNumber->setFocus(); }});
   SetUpSerialList(ui_->lstSerialNumber);
   OnEntry(ui_->lstSerialNumber, {.open = [this] { btnAdd_Click(); }});
+  GiveAltKey(ui_->LstInstrment, Qt::Key_M);
+  GiveAltKey(ui_->lstSerialNumber, Qt::Key_S);
+  OfferHandbook(this, chapter::kInstruments);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);
 }

@@ -18,6 +18,7 @@
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/QtText.h"
@@ -44,6 +45,7 @@ frmStationMain::frmStationMain(QWidget* parent)
           &frmStationMain::RefreshSelecting);
   OnEntry(ui_->lstStation,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
+  OfferHandbook(this, chapter::kStations);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmStationMain::btnEdit_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationMain::btnDelete_Click);

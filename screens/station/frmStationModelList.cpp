@@ -20,18 +20,22 @@
 #include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
 #include "screens/station/frmStationGetInstr.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/CalendarButton.h"
 #include "screens/widgets/DateBoxes.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FileTextValidator.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenReaders.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/SerialList.h"
 
@@ -94,6 +98,7 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   // Typing a serial number changes only that field. Without this, leaving the box would count as a
   // choice and replace the other fields as well.
   disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
+  OfferHandbook(this, chapter::kInstruments);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
   connect(ui_->btnClear, &QPushButton::clicked, this, &frmStationModelList::btnClear_Click);
@@ -109,6 +114,12 @@ void frmStationModelList::SetUpFields() {
   ui_->cmbAddressType->addItems({"GP-IB", "GPIO", "SERIAL", kNoAddressType});
   SetUpDayBox(ui_->txtData_8, ui_->UpDown1);
   SetUpYearBox(ui_->txtData_6, ui_->UpDown3);
+  ui_->dueDate->insertWidget(ui_->dueDate->indexOf(ui_->UpDown3) + 1,
+                             new CalendarButton({ui_->txtData_8, ui_->cmbCalMonth, ui_->txtData_6},
+                                                tr("CAL DUE DATE"), ui_->record));
+  LabelDropDownLists(this);
+  // No letter of its caption is free.
+  GiveAltKey(ui_->txtData_12, Qt::Key_F);
   for (QLineEdit* box : txtData_) {
     FileTextValidator::Attach(box);
     connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);

@@ -12,10 +12,8 @@ namespace tarvell {
 
 namespace {
 
-constexpr int kFirstYear = 1904;
-constexpr int kLastYear = 2037;
 constexpr int kDayCharacters = 7;  // with room for a warning icon
-constexpr int kYearCharacters = 6;
+constexpr int kYearCharacters = 5;
 
 void SetUpNumber(QLineEdit* box, UpDown* spinner, int minimum, int maximum, int characters) {
   box->setFixedWidth(box->fontMetrics().horizontalAdvance(QString(characters, u'0')) +

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QShortcutEvent>
 
 namespace tarvell {
 
@@ -16,6 +17,9 @@ class EnterKey : public QObject {
   using QObject::QObject;
 
   bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Shortcut) {
+      return PressByAltKey(watched, *static_cast<QShortcutEvent*>(event));
+    }
     if (event->type() != QEvent::KeyPress) {
       return false;
     }
@@ -32,6 +36,18 @@ class EnterKey : public QObject {
       button->click();
     }
     return button != nullptr;
+  }
+
+ private:
+  /// The toolkit itself presses a button a moment after its Alt key, when another key may have
+  /// closed the screen.
+  static bool PressByAltKey(QObject* watched, const QShortcutEvent& event) {
+    auto* button = qobject_cast<QPushButton*>(watched);
+    if (button == nullptr || event.isAmbiguous()) {
+      return false;
+    }
+    button->click();
+    return true;
   }
 };
 

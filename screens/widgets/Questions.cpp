@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "core/session/Tarvell_MainModule.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 
@@ -72,6 +73,7 @@ QMessageBox::StandardButton Questions::Ask(QWidget* owner, const Question& quest
   box.setIcon(question.icon);
   box.setStandardButtons(question.buttons);
   box.setDefaultButton(question.defaultButton);
+  OfferHandbook(&box, chapter::kMessages);
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

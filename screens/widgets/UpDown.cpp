@@ -35,6 +35,10 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent) {
 
 void UpDown::SetBuddy(QLineEdit* box) {
   box_ = box;
+  for (auto* button : findChildren<QToolButton*>()) {
+    button->setAccessibleName(
+        (button->objectName() == "up" ? tr("%1, up") : tr("%1, down")).arg(box->accessibleName()));
+  }
   box_->installEventFilter(this);
   connect(box_, &QLineEdit::textChanged, this, &UpDown::FollowBox);
 }

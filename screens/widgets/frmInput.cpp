@@ -5,9 +5,12 @@
 
 #include "ui_frmInput.h"
 
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FileTextValidator.h"
+#include "screens/widgets/Handbook.h"
+#include "screens/widgets/ScreenReaders.h"
 #include "screens/widgets/ScreenSize.h"
 
 namespace tarvell {
@@ -19,13 +22,16 @@ frmInput::frmInput(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
   FileTextValidator::Attach(ui_->txtText);
   ChangeOnlyDeliberately(ui_->cmbUnit);
   ui_->cmbUnit->addItems({"GHz", "MHz", "KHz"});
+  GiveAltKey(ui_->cmbUnit, Qt::Key_U);
+  LabelDropDownLists(this);
+  OfferHandbook(this);
   connect(ui_->btnOk, &QPushButton::clicked, this, &frmInput::btnOk_Click);
 }
 
 frmInput::~frmInput() = default;
 
 void frmInput::SetCaption(const QString& caption) {
-  ui_->lblCaption->setText(caption);
+  ui_->lblCaption->setText(WithFirstAsKey(caption));
 }
 
 void frmInput::SetUnit(const QString& unit) {

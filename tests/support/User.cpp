@@ -115,7 +115,7 @@ void ClickModel(QMenu& add, const QString& model) {
     add.close();
     return;
   }
-  EXPECT_EQ(entry->text(), model);
+  EXPECT_EQ(PlainCaption(entry->text()), model);
   EXPECT_TRUE(entry->isEnabled()) << model.toStdString();
   QTest::mouseClick(&add, Qt::LeftButton, {}, add.actionGeometry(entry).center());
 }

@@ -23,6 +23,8 @@
 #include <string>
 #include <vector>
 
+#include "screens/widgets/AltKeys.h"
+
 namespace tarvell::test {
 
 /// The control of this name, which must exist.

@@ -81,7 +81,7 @@ void ExpectSelected(frmCalibrationMain& menu, const std::string& model, const st
 }
 
 std::string Caption(frmCalibrationMain& menu, const QString& button) {
-  return Find<QPushButton>(menu, button).text().toStdString();
+  return PlainCaption(Find<QPushButton>(menu, button).text()).toStdString();
 }
 
 void Choose(frmCalibrationMain& menu, const QString& model, const QString& serial) {
@@ -94,20 +94,27 @@ void Choose(frmCalibrationMain& menu, const QString& model, const QString& seria
 TEST_F(CalibrationMenu, ShowsItsCaptionsAndElevenModelsBesideTheAddButton) {
   AtMenu([&](frmCalibrationMain& menu) {
     EXPECT_EQ(menu.windowTitle(), "Calibration Data Menu - Morrand Tarvell");
-    EXPECT_EQ(Find<QLabel>(menu, "Label1").text(), "Current  Modules Lists");
+    EXPECT_EQ(PlainCaption(Find<QLabel>(menu, "Label1").text()), "Current  Modules Lists");
     EXPECT_EQ(Caption(menu, "btnAdd"), "Add");
     EXPECT_EQ(Caption(menu, "btnEdit"), "Edit");
     EXPECT_EQ(Caption(menu, "btnDelete"), "Delete");
     EXPECT_EQ(Caption(menu, "btnReturn"), "Return to Main");
     user_.At<QMenu>([&menu](QMenu& add) {
       Texts captions;
+      QString keys;
       for (const QAction* entry : add.actions()) {
-        captions.push_back(entry->text().toStdString());
-        EXPECT_EQ(entry->objectName(), "mnu" + entry->text());
+        if (entry->isSeparator()) {
+          captions.emplace_back("-");
+          continue;
+        }
+        captions.push_back(PlainCaption(entry->text()).toStdString());
+        keys += QKeySequence::mnemonic(entry->text()).toString().last(1);
+        EXPECT_EQ(entry->objectName().toStdString(), "mnu" + captions.back());
         EXPECT_TRUE(entry->isEnabled()) << captions.back();
       }
-      EXPECT_EQ(captions, (Texts{"RT410A", "RT410B", "RT520A", "RT520C", "RT730A", "PX11D", "PX12A",
-                                 "PX13A", "PX11A", "PX60G", "PX60H"}));
+      EXPECT_EQ(captions, (Texts{"RT410A", "RT410B", "-", "RT520A", "RT520C", "-", "RT730A", "-",
+                                 "PX11D", "PX12A", "PX13A", "PX11A", "-", "PX60G", "PX60H"}));
+      EXPECT_EQ(keys.toStdString(), "AB0C3D21XGH") << "the last character that is free";
       const auto& button = Find<QPushButton>(menu, "btnAdd");
       const QRect place(button.mapToGlobal(QPoint(0, 0)), button.size());
       EXPECT_TRUE(place.adjusted(-5, -5, 5, 5).contains(add.geometry().topLeft()));

@@ -65,7 +65,7 @@ TEST_P(CellEditing, APrintableKeyStartsAnEditWithItsCharacter) {
 
 TEST_P(CellEditing, TheseKeysAndADoubleClickStartAnEditWithTheNumberAndOthersNone) {
   const std::vector<std::pair<Qt::Key, Qt::KeyboardModifiers>> others = {
-      {Qt::Key_Delete, Qt::NoModifier},     {Qt::Key_F1, Qt::NoModifier},
+      {Qt::Key_Delete, Qt::NoModifier},     {Qt::Key_F3, Qt::NoModifier},
       {Qt::Key_PageDown, Qt::NoModifier},   {Qt::Key_Shift, Qt::ShiftModifier},
       {Qt::Key_7, Qt::ControlModifier},     {Qt::Key_7, Qt::AltModifier},
       {Qt::Key_7, Qt::MetaModifier},        {Qt::Key_Return, Qt::ControlModifier},
@@ -150,6 +150,15 @@ TEST_P(CellEditing, EnterDownAndUpStoreTheNumberInTheFormatOfTheCell) {
       ExpectBackIn(editor, grid, row);
     }
     EXPECT_EQ(ColumnOf(grid, 1), (Texts{Stored(1, "5"), Stored(2, "4"), Stored(3, "3")}));
+    // So does Shift+Enter, upwards.
+    ClickCell(grid, 2, 1);
+    for (const auto& [number, key] :
+         {std::pair("6", Qt::Key_Return), std::pair("7", Qt::Key_Enter)}) {
+      Type(number);
+      Press(key, Qt::ShiftModifier);
+      ExpectBackIn(editor, grid, 1);
+    }
+    EXPECT_EQ(ColumnOf(grid, 1), (Texts{Stored(1, "7"), Stored(2, "6"), Stored(3, "3")}));
   });
 }
 

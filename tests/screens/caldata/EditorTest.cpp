@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QCalendarWidget>
 #include <QPushButton>
 #include <gtest/gtest.h>
 
@@ -65,14 +66,14 @@ TEST_P(Editor, ShowsAFileWithItsSerialNumberLocked) {
     EXPECT_EQ(editor.windowTitle().toStdString(), CaptionOf("3318A12345"));
     Texts captions;
     for (const QLabel* label : editor.findChildren<QLabel*>()) {
-      captions.push_back(label->text().toStdString());
+      captions.push_back(PlainCaption(label->text()).toStdString());
     }
     for (const char* caption : {"Model Number", "Serial Number", "Calibration Number",
                                 "Calibration Date", "Calibration Due Date", "Comment"}) {
       EXPECT_EQ(std::count(captions.begin(), captions.end(), caption), 1) << caption;
     }
-    EXPECT_EQ(Find<QPushButton>(editor, "btnOk").text(), "OK");
-    EXPECT_EQ(Find<QPushButton>(editor, "btnCancel").text(), "Cancel");
+    EXPECT_EQ(PlainCaption(Find<QPushButton>(editor, "btnOk").text()), "OK");
+    EXPECT_EQ(PlainCaption(Find<QPushButton>(editor, "btnCancel").text()), "Cancel");
     ExpectBoxes(editor, {{"txtSerial", "3318A12345"},
                          {"txtCalNo", "C-0042"},
                          {"txtCalYear", "2001"},
@@ -203,6 +204,41 @@ TEST_P(Editor, AChosenMonthLimitsItsDayAndReportsWhenItLowersIt) {
       }
     }
   });
+}
+
+TEST_P(Editor, ACalendarBesideADateReplacesItAsTypingDoes) {
+  const auto press = [](Qt::Key key) {
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), key);
+  };
+  Edit([&](CalEditor& editor) {
+    Fill(editor, "txtDueDay", "31");
+    Click(editor, "calendarOf_txtDueDay");
+    auto& calendar = Find<QCalendarWidget>(*QApplication::activePopupWidget(), "calendar");
+    EXPECT_EQ(calendar.selectedDate(), QDate(2002, 3, 31));
+    press(Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    ExpectBoxes(editor, {{"txtDueYear", "2002"}, {"txtDueDay", "31"}});
+    // From the month with 31 days to one with fewer; F4 opens the calendar, too.
+    Find<QLineEdit>(editor, "txtDueDay").setFocus();
+    Press(Qt::Key_F4);
+    press(Qt::Key_PageUp);
+    press(Qt::Key_Left);
+    press(Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    ExpectBoxes(editor, {{"txtDueYear", "2002"}, {"txtDueDay", "27"}});
+    EXPECT_EQ(ComboText(editor, "cmbDueMonth"), "FEB");
+    EXPECT_EQ(NoticesOf(editor), Texts());
+    EXPECT_TRUE(Find<QLineEdit>(editor, "txtDueDay").hasFocus());
+    EXPECT_EQ(Find<UpDown>(editor, "udDueDay").Maximum(), 28);
+    Click(editor, "calendarOf_txtCalDay");
+    press(Qt::Key_Right);
+    press(Qt::Key_Return);
+    Click(editor, "btnOk");
+  });
+  header_.calDate = "20010306";
+  header_.dueDate = "20020227";
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
 TEST_P(Editor, AMonthThatDoesNotExistSelectsNothing) {

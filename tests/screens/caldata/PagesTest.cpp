@@ -75,7 +75,7 @@ TEST_F(Pages, OfOneModelFollowThoseOfAnotherInTheSameScreen) {
   EditNew(editor, "RT730A", [&](frmCalDataTabInput& screen) { KeyToTab(screen, 6); });
   EditNew(editor, "RT520C", [&](frmCalDataTabInput& screen) {
     EXPECT_TRUE(option.isVisible() && option.isChecked());
-    EXPECT_EQ(option.text(), "Opt 001 (Add 10uF)");
+    EXPECT_EQ(PlainCaption(option.text()), "Opt 001 (Add 10uF)");
     EXPECT_EQ(TabsOf(screen).count(), 4);
     EXPECT_EQ(TabsOf(screen).currentIndex(), 0);
     EXPECT_EQ(Find<QLineEdit>(screen, "txtTabSerial").toolTip(), "");
@@ -113,6 +113,35 @@ TEST_F(Pages, AreStoredWithAnOpenEditWhenTheTabChanges) {
   members[1].rows[1][3] = "0.50000";
   members[3].serial = "N4";
   EXPECT_EQ(tree_.Read(PathOf("RT520A")), SetA(members));
+}
+
+TEST_F(Pages, AreTurnedByKeysFromAnywhereAndByAClickThatLeavesTheKeyboardInTheTable) {
+  WriteTemplates();
+  EditNew("RT520A", [](frmCalDataTabInput& editor) {
+    const QTabBar& tabs = TabsOf(editor);
+    Fill(editor, "txtComment", "x");
+    constexpr auto kBack = Qt::CTRL | Qt::SHIFT;
+    // The first page follows the last one.
+    for (const auto& [key, page] :
+         {std::pair(Qt::CTRL | Qt::Key_Tab, 1), std::pair(Qt::CTRL | Qt::Key_PageDown, 2),
+          std::pair(Qt::CTRL | Qt::Key_PageUp, 1), std::pair(kBack | Qt::Key_Backtab, 0),
+          std::pair(kBack | Qt::Key_Tab, 3), std::pair(Qt::CTRL | Qt::Key_Tab, 0)}) {
+      Press(key.key(), key.keyboardModifiers());
+      EXPECT_EQ(tabs.currentIndex(), page);
+      EXPECT_TRUE(Find<QLineEdit>(editor, "txtComment").hasFocus());
+    }
+    ClickCell(GridOf(editor), 1, 1);
+    Type("1.0000987");
+    Press(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "10.00001pF");
+    Press(Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), "1.000099pF");
+    Find<QLineEdit>(editor, "txtComment").setFocus();
+    for (const int tab : {3, 3, 1}) {
+      ClickTab(editor, tab);
+      EXPECT_TRUE(GridOf(editor).hasFocus()) << tab;
+    }
+  });
 }
 
 // ---- Notices.

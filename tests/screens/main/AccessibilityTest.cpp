@@ -18,6 +18,7 @@
 #include "screens/station/frmStationGetInstr.h"
 #include "screens/station/frmStationMain.h"
 #include "screens/station/frmStationModelList.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/frmInput.h"
 #include "support/DesktopTestPlatform.h"
 #include "support/TestTree.h"
@@ -32,6 +33,7 @@ using Look = std::function<void(QWidget& screen)>;
 /// One screen of the program.
 struct Screen {
   const char* name;
+  const char* chapter;  ///< the heading that F1 opens
   void (*show)(const Look& look);
 };
 
@@ -66,43 +68,43 @@ void LookAtPrompt(const Look& look) {
 }
 
 const std::vector<Screen> kScreens = {
-    {"frmMain",
+    {"frmMain", "First start",
      [](const Look& look) {
        frmMain form;
        form.Form_Load(0);
        look(form);
      }},
-    {"frmSplash",
+    {"frmSplash", nullptr,
      [](const Look& look) {
        frmSplash form;
        form.show();
        look(form);
      }},
-    {"frmCalibrationMain", &LookAtMenu<frmCalibrationMain>},
-    {"frmCalDataInputOfASensor",
+    {"frmCalibrationMain", "Calibration data", &LookAtMenu<frmCalibrationMain>},
+    {"frmCalDataInputOfASensor", "Sensors and attenuators",
      [](const Look& look) { LookAtEditor<frmCalDataInput>("PX12A", look); }},
-    {"frmCalDataInputWithADraft",
+    {"frmCalDataInputWithADraft", "Sensors and attenuators",
      [](const Look& look) {
        const std::int64_t now = QDateTime::currentSecsSinceEpoch();
        DraftFolder("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
        LookAtEditor<frmCalDataInput>("PX12A", look);
      }},
-    {"frmCalDataInputOfAnAttenuator",
+    {"frmCalDataInputOfAnAttenuator", "Sensors and attenuators",
      [](const Look& look) { LookAtEditor<frmCalDataInput>("PX60H", look); }},
-    {"frmCalDataTabInputOfCapacitors",
+    {"frmCalDataTabInputOfCapacitors", "Capacitor and resistor sets",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
-    {"frmCalDataTabInputOfResistors",
+    {"frmCalDataTabInputOfResistors", "Capacitor and resistor sets",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
-    {"frmInput", &LookAtPrompt<frmInput>},
-    {"frmInputPX60H", &LookAtPrompt<frmInputPX60H>},
-    {"frmStationMain", &LookAtMenu<frmStationMain>},
-    {"frmStationModelList",
+    {"frmInput", "Handbook for operators", &LookAtPrompt<frmInput>},
+    {"frmInputPX60H", "Handbook for operators", &LookAtPrompt<frmInputPX60H>},
+    {"frmStationMain", "Stations", &LookAtMenu<frmStationMain>},
+    {"frmStationModelList", "Instruments of a station",
      [](const Look& look) {
        frmStationModelList form(nullptr);
        form.StationName = "ST1";
        LookWithin<frmStationModelList>([&] { form.ShowModally(); }, look);
      }},
-    {"frmStationGetInstr",
+    {"frmStationGetInstr", "Instruments of a station",
      [](const Look& look) {
        frmStationGetInstr form(nullptr);
        LookWithin<frmStationGetInstr>([&] { form.ShowModally({"PX12A"}); }, look);
@@ -177,8 +179,39 @@ std::vector<QWidget*> Walk(QWidget& first, Qt::Key key, std::size_t most) {
 
 bool EndsTheScreen(const QWidget& control) {
   const auto* button = qobject_cast<const QPushButton*>(&control);
-  const QString caption = button == nullptr ? QString() : button->text().toLower();
+  const QString caption = button == nullptr ? QString() : PlainCaption(button->text()).toLower();
   return caption == "ok" || caption == "cancel" || caption == "exit";
+}
+
+/// The controls that a key with Alt reaches.
+std::vector<std::pair<QString, QWidget*>> AltKeysOf(const QWidget& screen) {
+  std::vector<std::pair<QString, QWidget*>> keys;
+  const auto add = [&](const QKeySequence& key, QWidget* control) {
+    if (key.toString().startsWith("Alt+")) {
+      keys.emplace_back(key.toString(), control);
+    }
+  };
+  for (QWidget* control : Shown(screen)) {
+    if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
+      add(button->shortcut(), control);
+    } else if (const auto* label = qobject_cast<QLabel*>(control); label && label->buddy()) {
+      add(QKeySequence::mnemonic(label->text()), label->buddy());
+    } else if (const auto* bar = qobject_cast<QMenuBar*>(control)) {
+      for (const QAction* entry : bar->actions()) {
+        add(QKeySequence::mnemonic(entry->text()), control);
+      }
+    }
+    for (const auto* shortcut : control->findChildren<QShortcut*>(Qt::FindDirectChildrenOnly)) {
+      add(shortcut->key(), control);
+    }
+  }
+  return keys;
+}
+
+/// The day of a date has the key of the date; Tab goes on to these.
+bool IsRestOfADate(const QWidget& control) {
+  return control.accessibleName().startsWith("Month of") ||
+         control.accessibleName().startsWith("Year of");
 }
 
 QRect PlaceOf(const QWidget& control) {
@@ -199,6 +232,8 @@ class Accessibility : public testing::TestWithParam<Screen> {
     for (const char* model : {"PX12A", "PX60H", "RT520C", "RT730A"}) {
       tree_.InstallTemplate(model);
     }
+    std::filesystem::create_directory_symlink(TARVELL_HANDBOOK_FOLDER,
+                                              tree_.ProgramFolder() / "handbook");
     tree_.Write(R"(c:\calfactors\PX12A\SN12345)",
                 Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
                        "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : ", "!End"}));
@@ -320,8 +355,12 @@ TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
 TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
   At([](QWidget& screen) {
     const auto buttons = screen.findChildren<QPushButton*>();
-    const auto isCancel = [](const QPushButton* button) { return button->text() == "Cancel"; };
-    const auto isOk = [](const QPushButton* button) { return button->text().toLower() == "ok"; };
+    const auto isCancel = [](const QPushButton* button) {
+      return PlainCaption(button->text()) == "Cancel";
+    };
+    const auto isOk = [](const QPushButton* button) {
+      return PlainCaption(button->text()).toLower() == "ok";
+    };
     const auto isDefault = [](const QPushButton* button) { return button->isDefault(); };
     // In an editor Enter goes on from field to field.
     const bool isEditor = dynamic_cast<CalEditor*>(&screen) != nullptr;
@@ -362,6 +401,92 @@ TEST_P(Accessibility, EnterPressesTheFocusedButton) {
     }
     for (QPushButton* button : buttons) {
       QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+    }
+  });
+}
+
+// No button does its work here; only which one is pressed counts.
+TEST_P(Accessibility, AnAltKeyOfItsOwnReachesEachControl) {
+  At([](QWidget& screen) {
+    QObject* pressed = nullptr;
+    for (auto* button : screen.findChildren<QAbstractButton*>()) {
+      QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+      // The others do nothing but change their own state, a moment after they are pressed.
+      const auto note = [&, button] { pressed = button; };
+      if (qobject_cast<QPushButton*>(button) != nullptr) {
+        QObject::connect(button, &QAbstractButton::clicked, note);
+      } else {
+        QObject::connect(button, &QAbstractButton::pressed, note);
+      }
+    }
+    std::map<QString, QWidget*> keys;
+    for (const auto& [key, control] : AltKeysOf(screen)) {
+      const auto [other, isNew] = keys.emplace(key, control);
+      EXPECT_TRUE(isNew) << key.toStdString() << " is the key of " << Describe(*control)
+                         << " and of " << Describe(*other->second);
+      if (!isNew || !control->isEnabled() || qobject_cast<QMenuBar*>(control) != nullptr) {
+        continue;
+      }
+      pressed = nullptr;
+      Press(static_cast<Qt::Key>(key.back().unicode()), Qt::AltModifier);
+      QObject* reached =
+          qobject_cast<QAbstractButton*>(control) ? pressed : QApplication::focusWidget();
+      EXPECT_EQ(reached, control) << key.toStdString();
+    }
+    for (QWidget* control : Focusable(screen)) {
+      EXPECT_TRUE(IsRestOfADate(*control) ||
+                  std::ranges::any_of(keys, [&](const auto& key) { return key.second == control; }))
+          << Describe(*control) << " has no key";
+    }
+    for (auto* button : screen.findChildren<QAbstractButton*>()) {
+      QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+      QObject::disconnect(button, &QAbstractButton::pressed, nullptr, nullptr);
+    }
+  });
+}
+
+TEST_P(Accessibility, F1OpensTheHandbookAtTheChapterOfTheScreen) {
+  if (GetParam().chapter == nullptr) {
+    return;
+  }
+  At([](QWidget& screen) {
+    Press(Qt::Key_F1);
+    auto* handbook = screen.findChild<HandbookWindow*>();
+    ASSERT_NE(handbook, nullptr);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(handbook));
+    Settle();
+    auto& pages = Find<QTextBrowser>(*handbook, "pages");
+    // Below the gap above the heading.
+    const QTextCursor top = pages.cursorForPosition({20, pages.fontMetrics().height()});
+    EXPECT_EQ(top.block().text().toStdString(), GetParam().chapter);
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(handbook->isVisible());
+    EXPECT_TRUE(screen.isVisible());
+    screen.activateWindow();
+  });
+}
+
+TEST_P(Accessibility, AScreenReaderNamesEveryButtonListAndColumn) {
+  At([](QWidget& screen) {
+    for (QWidget* control : Shown(screen)) {
+      QAccessibleInterface& accessible = AccessibleOf(*control);
+      if (qobject_cast<QAbstractButton*>(control) != nullptr) {
+        EXPECT_NE(accessible.text(QAccessible::Name), "") << Describe(*control);
+      } else if (qobject_cast<QComboBox*>(control) != nullptr) {
+        const auto labels = accessible.relations(QAccessible::Label);
+        ASSERT_FALSE(labels.isEmpty()) << Describe(*control);
+        EXPECT_NE(labels.first().first->text(QAccessible::Name), "") << Describe(*control);
+      } else if (const auto* table = qobject_cast<QTableView*>(control)) {
+        int captions = 0;
+        for (int child = 0; child < accessible.childCount(); ++child) {
+          QAccessibleInterface& part = *accessible.child(child);
+          if (part.role() == QAccessible::ColumnHeader) {
+            EXPECT_NE(part.text(QAccessible::Name), "") << child;
+            ++captions;
+          }
+        }
+        EXPECT_EQ(captions, table->model()->columnCount());
+      }
     }
   });
 }

@@ -174,11 +174,11 @@ TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
                                               {"btnStart", "Start"},
                                               {"btnExit", "Exit"}}) {
     const auto& control = Find<QWidget>(menu_, name);
-    EXPECT_EQ(control.property("text"), caption) << name;
+    EXPECT_EQ(PlainCaption(control.property("text").toString()), caption) << name;
     EXPECT_TRUE(control.isVisible() && control.isEnabled()) << name;
     EXPECT_FALSE(control.property("checked").toBool()) << name;
   }
-  EXPECT_EQ(Find<QAction>(menu_, "mnuExit").text(), "Exit");
+  EXPECT_EQ(PlainCaption(Find<QAction>(menu_, "mnuExit").text()), "Exit");
   Click(menu_, "Option2");
   Click(menu_, "Option1");
   EXPECT_FALSE(Find<QRadioButton>(menu_, "Option2").isChecked());
@@ -191,6 +191,26 @@ TEST_F(MainMenu, ShowsItsCaptionsAndTheVersionOfTheSystem) {
   const QImage picture = Find<QLabel>(splash, "Picture1").pixmap().toImage();
   ASSERT_FALSE(picture.isNull());
   EXPECT_EQ(menu_.windowIcon().pixmap(picture.size()).toImage(), picture);
+  const QSize small(16, 16);
+  EXPECT_EQ(menu_.windowIcon().pixmap(small, 1).toImage(),
+            QIcon(":/images/tarvell-16.svg").pixmap(small, 1).toImage());
+}
+
+TEST_F(MainMenu, HelpShowsTheHandbookAndAboutTheVersion) {
+  Start();
+  Click(menu_, "Option1");
+  questions_.Expect({.text = "Morrand Tarvell\nVersion A.02.61", .title = "About Tarvell"},
+                    QMessageBox::Ok);
+  Press(Qt::Key_H, Qt::AltModifier);
+  Press(Qt::Key_A);
+  ASSERT_EQ(questions_.details.size(), 1);
+  EXPECT_TRUE(
+      questions_.details.front().contains("GNU General Public License, version 3 or later"));
+  EXPECT_TRUE(questions_.details.front().contains(qVersion()));
+  // The handbook beside the program is missing here.
+  questions_.ExpectError({"The handbook is not installed. Have the program installed again."});
+  Press(Qt::Key_H, Qt::AltModifier);
+  Press(Qt::Key_H);
 }
 
 // ---- The two directories.

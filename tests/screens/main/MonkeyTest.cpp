@@ -187,6 +187,8 @@ class MonkeyTest : public testing::TestWithParam<int> {
     PlaceDataSets();
     PlaceStations();
     RememberFiles(tree_.Root());
+    std::filesystem::create_directory_symlink(TARVELL_HANDBOOK_FOLDER,
+                                              tree_.ProgramFolder() / "handbook");
   }
   ~MonkeyTest() override { qputenv("XDG_DATA_HOME", dataHome_); }
   MonkeyTest(const MonkeyTest&) = delete;

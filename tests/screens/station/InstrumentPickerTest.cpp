@@ -53,9 +53,9 @@ TEST_F(InstrumentPicker, ListsModelsInUpperCaseAndTheFilesThatCanBeRead) {
   AtPicker([&](frmStationGetInstr& picker) {
     EXPECT_EQ(picker.windowTitle(), "Add station instrment from calibration instrment list.");
     EXPECT_TRUE(picker.isModal());
-    EXPECT_EQ(Find<QPushButton>(picker, "btnAdd").text(), "Add");
+    EXPECT_EQ(PlainCaption(Find<QPushButton>(picker, "btnAdd").text()), "Add");
     EXPECT_TRUE(Find<QPushButton>(picker, "btnAdd").isDefault());
-    EXPECT_EQ(Find<QAbstractButton>(picker, "btnCancel").text(), "Cancel");
+    EXPECT_EQ(PlainCaption(Find<QAbstractButton>(picker, "btnCancel").text()), "Cancel");
     Texts models = EntriesOf(picker, "LstInstrment");
     std::sort(models.begin(), models.end());
     EXPECT_EQ(models, (Texts{"PX12A", "PX13A"}));

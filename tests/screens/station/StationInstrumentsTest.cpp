@@ -67,7 +67,7 @@ TEST_F(StationInstruments, TheScreenShowsItsCaptionsAndChoices) {
     EXPECT_EQ(ShownFields(screen), kEmptyFields);
     QStringList captions;
     for (const QWidget* control : screen.findChildren<QWidget*>()) {
-      captions.push_back(control->property("text").toString());
+      captions.push_back(PlainCaption(control->property("text").toString()));
     }
     const QString texts =
         "StationName :  ST1|Current Station Instrments|MODEL NUMBER|SERIAL NUMBER|ADDRESS TYPE|"
