@@ -9,8 +9,8 @@
 #include <QKeySequence>
 #include <QLayout>
 #include <QMenu>
-#include <QTabBar>
 #include <QShortcut>
+#include <QTabBar>
 
 #include <algorithm>
 #include <utility>
