@@ -59,8 +59,9 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
       mnuAdd_(new QMenu("Add", this)),
       mnuMore_(new QMenu(this)) {
   ui_->setupUi(this);
-  modelHead_ = new ListHead(ui_->LstInstrment, tr("S&ort"));
-  serialHead_ = new ListHead(ui_->lstSerialNumber, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
+  modelHead_ = new ListHead(ui_->LstInstrment, {Qt::Key_T, Qt::Key_F});
+  serialHead_ =
+      new ListHead(ui_->lstSerialNumber, {Qt::Key_S, Qt::Key_I}, ListHead::Orders::ByNameOrDueDate);
   serialHead_->ReadByFilter([this] { RefreshSerialList(true); });
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
@@ -75,7 +76,7 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
   SetUpSerialList(ui_->lstSerialNumber);
   OnEntry(ui_->lstSerialNumber,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
-  GiveAltKey(ui_->lstSerialNumber, Qt::Key_S);
+  GiveAltKey(ui_->lstSerialNumber, Qt::Key_N);
   OfferHandbook(this, chapter::kCalibrationData);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmCalibrationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmCalibrationMain::btnEdit_Click);

@@ -28,8 +28,9 @@ namespace tarvell {
 frmStationGetInstr::frmStationGetInstr(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationGetInstr>()) {
   ui_->setupUi(this);
-  modelHead_ = new ListHead(ui_->LstInstrment, tr("S&ort"));
-  serialHead_ = new ListHead(ui_->lstSerialNumber, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
+  modelHead_ = new ListHead(ui_->LstInstrment, {Qt::Key_T, Qt::Key_F});
+  serialHead_ =
+      new ListHead(ui_->lstSerialNumber, {Qt::Key_S, Qt::Key_I}, ListHead::Orders::ByNameOrDueDate);
   serialHead_->ReadByFilter([this] { ListSerials(true); });
   connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
           [this] { Guarded(this, [this] { RefreshLists(); }); });
@@ -40,7 +41,7 @@ frmStationGetInstr::frmStationGetInstr(QWidget* parent)
   SetUpSerialList(ui_->lstSerialNumber);
   OnEntry(ui_->lstSerialNumber, {.open = [this] { btnAdd_Click(); }});
   GiveAltKey(ui_->LstInstrment, Qt::Key_M);
-  GiveAltKey(ui_->lstSerialNumber, Qt::Key_S);
+  GiveAltKey(ui_->lstSerialNumber, Qt::Key_N);
   OfferHandbook(this, chapter::kInstruments);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationGetInstr::btnAdd_Click);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &frmStationGetInstr::btnCancel_Click);

@@ -37,7 +37,7 @@ constexpr const char* kPlaceholder = "No Stations";
 frmStationMain::frmStationMain(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationMain>()) {
   ui_->setupUi(this);
-  head_ = new ListHead(ui_->lstStation, tr("&Sort"));
+  head_ = new ListHead(ui_->lstStation, {Qt::Key_S, Qt::Key_F});
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   setWindowTitle("Station Data Edit - " + ToQt(kApplicationTitle));

@@ -78,7 +78,8 @@ int RowOfPicked(const CalFileInfo& picked, std::vector<CalFileInfo>& files) {
 frmStationModelList::frmStationModelList(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmStationModelList>()) {
   ui_->setupUi(this);
-  head_ = new ListHead(ui_->LstInstrment, tr("&Sort"), ListHead::Orders::ByNameOrDueDate);
+  head_ =
+      new ListHead(ui_->LstInstrment, {Qt::Key_K, Qt::Key_W}, ListHead::Orders::ByNameOrDueDate);
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   MakeScrollable(ui_->record);

@@ -36,6 +36,16 @@ QStringList WithDistinctKeys(QStringList captions) {
 }
 
 void GiveAltKey(QWidget* control, Qt::Key letter) {
+  if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+    QString caption = button->text();
+    if (const qsizetype place = caption.indexOf(QChar(letter), 0, Qt::CaseInsensitive);
+        place >= 0) {
+      button->setText(caption.insert(place, u'&'));
+    } else {
+      button->setShortcut(Qt::ALT | letter);
+    }
+    return;
+  }
   auto* shortcut = new QShortcut(QKeySequence(Qt::ALT | letter), control);  // the control owns it
   QObject::connect(shortcut, &QShortcut::activated, control,
                    [control] { control->setFocus(Qt::ShortcutFocusReason); });

@@ -21,8 +21,9 @@ namespace tarvell {
 /// Each caption with a key that no other one has: its last character that is still free.
 [[nodiscard]] QStringList WithDistinctKeys(QStringList captions);
 
-/// Makes Alt with this letter give the focus to a control that has no caption, or whose caption has
-/// no free letter. The description of the control names the key.
+/// Makes Alt with this letter press a button, or give the focus to a control that has no caption,
+/// or whose caption has no free letter. The letter is underlined in the caption of a button; the
+/// description of another control names the key.
 void GiveAltKey(QWidget* control, Qt::Key letter);
 
 }  // namespace tarvell

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "core/text/Text.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/UserSettings.h"
 
@@ -37,11 +38,11 @@ const char* NameOf(ListOrder order) {
 
 }  // namespace
 
-ListHead::ListHead(QListWidget* list, const QString& sortCaption, Orders orders)
+ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
     : QWidget(list->parentWidget()),
       list_(list),
       filter_(new QLineEdit(this)),
-      sort_(new QPushButton(sortCaption, this)),
+      sort_(new QPushButton(tr("Sort"), this)),
       orders_(new QMenu(sort_)) {
   const QString name = list->accessibleName().toLower();
   filter_->setObjectName(list->objectName() + "Filter");
@@ -62,6 +63,8 @@ ListHead::ListHead(QListWidget* list, const QString& sortCaption, Orders orders)
                "comment. Escape clears it.")
           : tr("Lists only names with this text. Escape clears it."));
   filter_->setToolTip(filter_->accessibleDescription());
+  GiveAltKey(sort_, keys.sort);
+  GiveAltKey(filter_, keys.filter);
 
   // The list and its head take the place of the list.
   auto* both = new QWidget(list->parentWidget());

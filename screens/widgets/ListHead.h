@@ -29,8 +29,14 @@ class ListHead final : public QWidget {
  public:
   enum class Orders { ByName, ByNameOrDueDate };
 
-  /// Puts the line above a list that is in a layout. `sortCaption` is the caption of its button.
-  ListHead(QListWidget* list, const QString& sortCaption, Orders orders = Orders::ByName);
+  /// The letters of the Alt keys.
+  struct Keys {
+    Qt::Key sort;
+    Qt::Key filter;
+  };
+
+  /// Puts the line above a list that is in a layout.
+  ListHead(QListWidget* list, Keys keys, Orders orders = Orders::ByName);
 
   /// When the filter changes, `read` reads the list again, instead of entries being hidden.
   void ReadByFilter(std::function<void()> read) { read_ = std::move(read); }

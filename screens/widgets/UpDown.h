@@ -23,6 +23,7 @@ class UpDown final : public QWidget {
   void SetRange(int minimum, int maximum);
   /// Does not change the text of the box.
   void SetMaximum(int maximum);
+  [[nodiscard]] int Maximum() const { return maximum_; }
 
   [[nodiscard]] int Value() const { return value_; }
   /// Limits `value` to the range and writes it into the box.
