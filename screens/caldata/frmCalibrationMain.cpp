@@ -312,10 +312,9 @@ void frmCalibrationMain::OpenSelected(const Model& model, const std::string& ser
                                       CalEditor::Begin begin) {
   const std::int16_t row = FindCalFile(serial);
   const std::string path = ListedDataSet(row).FilePath;
-  // Row k of `gCalFiles` belongs to the entry that was added as number k.
-  QListWidgetItem* entry = EntryAdded(ui_->lstSerialNumber, row);
   if (OpenEditor(row, model, begin)) {
-    ShowSavedData(entry, path);
+    // Row k of `gCalFiles` belongs to the entry that was added as number k.
+    ShowSavedData(EntryAdded(ui_->lstSerialNumber, row), path);
   }
 }
 

@@ -4,6 +4,7 @@
 #include "screens/widgets/ListHead.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
@@ -88,7 +89,15 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
           [this] { orders_->popup(sort_->mapToGlobal(sort_->rect().bottomLeft())); });
 
   filterIsDue_.setSingleShot(true);
-  connect(&filterIsDue_, &QTimer::timeout, this, &ListHead::ApplyFilter);
+  connect(&filterIsDue_, &QTimer::timeout, this, [this] {
+    // A screen that was opened from the list must find it unchanged when it closes.
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || modal == window()) {
+      ApplyFilter();
+    } else {
+      filterIsDue_.start(kTypingPause);
+    }
+  });
   connect(filter_, &QLineEdit::textChanged, this,
           [this] { filterIsDue_.start(read_ ? kTypingPause : 0); });
   filter_->installEventFilter(this);

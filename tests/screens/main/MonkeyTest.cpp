@@ -41,6 +41,7 @@ const std::array kKnownMessages = {
     "(Input station folder does|Select calibration data folder is) not exist\\.\r\nIf you want to "
     "create new folder, then press Ok button\\.(\n\nIt would be the folder\n.*)?",
     "On this computer, a share is reached through .*",
+    "Morrand Tarvell\nVersion A\\.02\\.61\n.*",  // About
     // The calibration data.
     "Are you (sure (you |to )?want to|want) delete.*\\?.*",
     "Please input serial number",

@@ -154,6 +154,25 @@ TEST_F(ListHeads, TheOrderIsRememberedAndEditAndDeleteStillFindTheFile) {
   });
 }
 
+TEST_F(ListHeads, TheFilterWaitsWhileAnEditorIsOpen) {
+  for (const char* serial : {"A", "b"}) {
+    WriteCalFile("PX12A", std::string("SN") + serial, {.serial = serial});
+  }
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    ClickEntry(menu, "lstSerialNumber", "A");
+    Fill(menu, "lstSerialNumberFilter", "b");
+    user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
+      QTest::qWait(200);  // longer than the filter waits for more typing
+      EXPECT_EQ(Shown(menu, "lstSerialNumber").size(), 2U);
+      Click(editor, "btnOk");
+    });
+    Click(menu, "btnEdit");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Shown(menu, "lstSerialNumber") == Texts{"b"}; }));
+    Click(menu, "btnReturn");
+  });
+}
+
 TEST_F(ListHeads, AnInstrumentPickedByTheFilterIsTheOneThatIsAdded) {
   for (int i = 100; i < 160; ++i) {
     const std::string serial = "A" + std::to_string(i);
