@@ -109,7 +109,8 @@ void DraftFolder::Find(std::int64_t now) {
       Offer(std::move(held));
     }
   }
-  std::ranges::stable_sort(offered_, {}, [](const Held& held) { return held.draft->written; });
+  std::ranges::stable_sort(offered_, {},
+                           [](const Held& held) { return held.draft ? held.draft->written : 0; });
 }
 
 void DraftFolder::Offer(Held held) {
