@@ -69,7 +69,8 @@ void CalendarButton::OpenCalendar() {
   calendar->setAccessibleName(accessibleName());
   calendar->setAccessibleDescription(
       tr("The arrow keys choose a day, Page Up and Page Down a month. Enter takes it."));
-  // Dates are typed into their boxes; the toolkit's own box for that leaks when the calendar closes.
+  // Dates are typed into their boxes; the toolkit's own box for that leaks when the calendar
+  // closes.
   calendar->setDateEditEnabled(false);
   calendar->setDateRange(QDate(kFirstYear, 1, 1), QDate(kLastYear, 12, kMaxDay));
   calendar->setSelectedDate(Shown());
