@@ -100,7 +100,7 @@ QDate CalendarButton::Shown() const {
   return first.addDays(std::clamp(day, 1, first.daysInMonth()) - 1);
 }
 
-void CalendarButton::Take(const QDate& chosen) {
+void CalendarButton::Take(const QDate& chosen) const {
   TypeInto(date_.year, chosen.year());
   // No month is too short for this day, so that it is not lowered when the month is chosen.
   TypeInto(date_.day, 1);

@@ -34,7 +34,7 @@ class CalendarButton final : public QToolButton {
   /// The date in the boxes, limited to the end of its month and to the years of the calendar;
   /// today when the boxes hold none.
   [[nodiscard]] QDate Shown() const;
-  void Take(const QDate& chosen);
+  void Take(const QDate& chosen) const;
 
   DateControls date_;
   QString name_;
