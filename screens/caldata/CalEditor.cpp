@@ -122,6 +122,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   connect(controls_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CalEditor::ReportCells);
   MakeActions();
+  MakeFileMenu();
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -319,6 +320,14 @@ void CalEditor::MakeActions() {
   showBoth();
   addActions({undo_, redo_});
   connect(controls_.grid, &CalGrid::MenuWanted, this, &CalEditor::ShowMenu);
+}
+
+void CalEditor::MakeFileMenu() {
+  fileMenu_ = new QMenu(this);
+  fileMenu_->setObjectName("mnuFile");
+  connect(controls_.file, &QPushButton::clicked, this, [this] {
+    fileMenu_->popup(controls_.file->mapToGlobal(controls_.file->rect().bottomLeft()));
+  });
 }
 
 void CalEditor::ShowMenu(const QPoint& place) {

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QDialog>
 #include <QList>
+#include <QMenu>
 #include <QPushButton>
 #include <QUndoStack>
 
@@ -69,6 +70,7 @@ class CalEditor : public QDialog {
     CalGrid* grid;
     NoticeLine* notices;
     QPushButton* ok;
+    QPushButton* file;
     DraftStrip* draft;
   };
   /// Connects the controls. The constructor calls this once.
@@ -78,6 +80,8 @@ class CalEditor : public QDialog {
   [[nodiscard]] cifCaldata& Data() const { return *data_; }
   [[nodiscard]] CellEditor& Cells() const { return *cellEditor_; }
   [[nodiscard]] NoticeLine& Notices() const { return *controls_.notices; }
+  /// What can be done with the whole data set; each feature adds its entries.
+  [[nodiscard]] QMenu& FileMenu() const { return *fileMenu_; }
   /// The subject of notices about a new point.
   static constexpr const char* kPoint = "point";
 
@@ -141,6 +145,7 @@ class CalEditor : public QDialog {
   [[nodiscard]] CellNotes NotesOf(const MemoryGrid& grid, std::int16_t page) const;
   void MakeActions();
   void ShowMenu(const QPoint& place);
+  void MakeFileMenu();
   /// Shows the page of a step and does `go`. Does nothing when a header field has the keyboard.
   void Go(const PageState& state, const std::function<void()>& go);
 
@@ -170,6 +175,7 @@ class CalEditor : public QDialog {
   QUndoStack history_;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
+  QMenu* fileMenu_ = nullptr;
   DraftKeeper* drafts_ = nullptr;
 };
 

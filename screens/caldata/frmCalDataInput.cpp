@@ -59,6 +59,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
          .grid = ui_->Grid,
          .notices = ui_->notices,
          .ok = ui_->btnOk,
+         .file = ui_->btnFile,
          .draft = ui_->draft},
         std::move(cellEditor));
   OfferHandbook(this, chapter::kSingleTables);

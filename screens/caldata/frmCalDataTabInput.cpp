@@ -75,6 +75,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
          .grid = ui_->grid,
          .notices = ui_->notices,
          .ok = ui_->btnOk,
+         .file = ui_->btnFile,
          .draft = ui_->draft},
         std::move(cellEditor));
   SetUpKeys();
