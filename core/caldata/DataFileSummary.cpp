@@ -78,13 +78,13 @@ std::string_view TakeLoadedLine(std::string_view& rest) {
 }
 
 /// A header line as a load splits it, but the value is the whole text and not only its first word.
-struct HeaderLine {
+struct SplitLine {
   std::string keyword;  ///< in upper case
   std::string_view value;
 };
 
 /// `line` is a header line without its "#".
-HeaderLine HeaderLineOf(std::string_view line) {
+SplitLine SplitHeaderLine(std::string_view line) {
   const std::string keyword = HeaderValueRead(line);
   const std::string_view rest = line.substr(line.find(keyword) + keyword.size());
   const std::size_t start = std::min(rest.find_first_not_of(" \t:"), rest.size());
@@ -108,7 +108,7 @@ class HeaderFields {
  public:
   /// Takes a line without its "#".
   void Take(std::string_view line) {
-    const auto [keyword, value] = HeaderLineOf(line);
+    const auto [keyword, value] = SplitHeaderLine(line);
     if (const std::optional<HeaderField> field = HeaderFieldOf(keyword)) {
       lines_.set(static_cast<std::size_t>(*field));
       TakeField(*field, value);
@@ -189,7 +189,7 @@ FileSummary SummaryOfKitFile(std::string_view bytes) {
   const std::string item = NextItem(reader);
   std::string_view serial = Trim(StripNull(item));
   if (serial.starts_with('#')) {
-    const auto [keyword, value] = HeaderLineOf(serial.substr(1));
+    const auto [keyword, value] = SplitHeaderLine(serial.substr(1));
     serial = HeaderFieldOf(keyword) == HeaderField::SerialNumber ? value : serial;
   }
   FileSummary summary = SummaryOfDataFile(bytes);

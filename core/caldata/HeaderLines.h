@@ -47,9 +47,9 @@ using LineWords = std::array<std::string, kLineWords>;
 /// What a list shows of a header line: everything after its first colon, without blanks around it.
 [[nodiscard]] std::string_view ListedHeaderValue(std::string_view item);
 
-/// Throws a Character error when a header line with this value could not be read back as one line.
-/// Then it has more words before its first comma than a line may have, or the text after a comma
-/// (which ends an item) would be taken for another line. The message calls the value `field`.
+/// Throws a Character error for a value that a header line cannot hold: more words before its first
+/// comma than a line may have, or a text after a comma that a reader would take for the next line.
+/// The message calls the value `field`.
 void CheckHeaderValue(const std::string& field, std::string_view value);
 
 /// The same for a name, which must not hold a comma at all: the lists of data sets take the text

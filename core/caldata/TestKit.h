@@ -19,11 +19,14 @@ namespace tarvell {
 /// its serial number is empty or makes no valid file name, when it is the data file itself, or
 /// when the copy cannot be saved.
 void CopyTestKitFile(const std::filesystem::path& source, const std::string& modelFolder);
+void CopyTestKitFile(const std::string& source, const std::string& modelFolder) = delete;
 
 /// What CopyTestKitFile would replace: the data of another kit, or nothing to ask about. Throws as
 /// it does.
 [[nodiscard]] Replacement TestKitWouldReplace(const std::filesystem::path& source,
                                               const std::string& modelFolder);
+Replacement TestKitWouldReplace(const std::string& source,
+                                const std::string& modelFolder) = delete;
 
 }  // namespace tarvell
 

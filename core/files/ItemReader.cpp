@@ -74,20 +74,20 @@ ItemReader ItemReader::OfBeginning(const FoundEntry& entry, std::string shown) {
   return reader;
 }
 
-void ItemReader::CheckGoesOnWithin() const {
+void ItemReader::ThrowIfCut() const {
   if (isCut_ && UsedAllBytes()) {
     throw SystemError(std::make_error_code(kTooLargeForData), kReading, path_);
   }
 }
 
 bool ItemReader::AtEnd() const {
-  CheckGoesOnWithin();
+  ThrowIfCut();
   return UsedAllBytes();
 }
 
 const std::string& ItemReader::ReadItem() {
   const bool found = Next(item_);
-  CheckGoesOnWithin();
+  ThrowIfCut();
   if (!found) {
     throw Error(ErrorKind::InputPastEnd,
                 "The file ends too early: more lines were expected (input past end of file). "

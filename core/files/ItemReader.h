@@ -34,6 +34,8 @@ class ItemReader {
   /// file that cannot be read.
   ItemReader(const std::filesystem::path& native, std::string shown,
              TextEncoding encoding = TextEncoding::FileCharacters);
+  ItemReader(const std::string& path, std::string shown,
+             TextEncoding encoding = TextEncoding::FileCharacters) = delete;
 
   /// A reader of the content of a file. Errors name the file as `shown`.
   [[nodiscard]] static ItemReader Of(std::string_view bytes, std::string shown = {});
@@ -79,7 +81,7 @@ class ItemReader {
   ItemReader() = default;
 
   /// Throws a NotAFile error if all of `bytes_` is used up but the file goes on after it.
-  void CheckGoesOnWithin() const;
+  void ThrowIfCut() const;
   void Decode(std::string_view bytes, std::string& item) const;
   [[nodiscard]] bool Next(std::string& item);
 

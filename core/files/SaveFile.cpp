@@ -91,7 +91,7 @@ namespace {
     throw Error(ErrorKind::WriteFailed,
                 "Saving failed (" + code.message() +
                     "), and the earlier content could not be put back. Keep this screen open, "
-                    "see to the disk and save again.",
+                    "free or repair the disk, and save again.",
                 PathText(target));
   }
   return code;

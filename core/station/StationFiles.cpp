@@ -234,7 +234,7 @@ std::vector<std::string> NamesIn(const std::filesystem::path& native, const std:
   return names;
 }
 
-std::vector<std::string> NamesButIndex(const std::string& folder, SearchKind kind) {
+std::vector<std::string> NamesWithoutIndex(const std::string& folder, SearchKind kind) {
   const std::filesystem::path native = NativePath(folder);
   std::vector<std::string> names = NamesIn(native, folder, kind);
   LeaveOutIndex(native, names);
@@ -469,11 +469,11 @@ void MakeStation(const std::string& root, const std::string& name) {
 }
 
 std::vector<std::string> ListStations(const std::string& root) {
-  return NamesButIndex(root, SearchKind::NamesWithoutDot);
+  return NamesWithoutIndex(root, SearchKind::NamesWithoutDot);
 }
 
 std::vector<std::string> ListInstruments(const std::string& stationFolder) {
-  return NamesButIndex(stationFolder, SearchKind::OrdinaryFiles);
+  return NamesWithoutIndex(stationFolder, SearchKind::OrdinaryFiles);
 }
 
 void WriteStationIndex(const std::string& root, const std::vector<std::string>& stations) {

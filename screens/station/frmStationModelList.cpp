@@ -157,7 +157,7 @@ void frmStationModelList::ShowModally() {
     index_.Begin(stationFolder_);
   }
   RefreshInstrumentList();
-  editingArmed_ = false;
+  editsEnableSave_ = false;
   ui_->btnSave->setEnabled(false);
   // In an empty station the first step is to add an instrument.
   if (ui_->LstInstrment->isEnabled()) {
@@ -309,7 +309,7 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
     const BusyPointer busy;
     isEmpty = !LoadInstrumentFile(Joined(stationFolder_, name), instrument, file_);
   }
-  editingArmed_ = false;
+  editsEnableSave_ = false;
   if (isEmpty) {
     ui_->lblNotice->Report(kEntryNotice,
                            "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
@@ -319,7 +319,7 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
     ui_->btnSave->setEnabled(false);
     shownEntry_ = entry;
   }
-  editingArmed_ = true;
+  editsEnableSave_ = true;
 }
 
 bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
@@ -354,7 +354,7 @@ void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
   Show(unsaved.instrument);
   file_ = StoredFile();
   shownEntry_ = entry;
-  editingArmed_ = true;
+  editsEnableSave_ = true;
   ui_->btnSave->setEnabled(true);
 }
 
@@ -373,7 +373,7 @@ QString frmStationModelList::OthersUnsaved() const {
 }
 
 void frmStationModelList::Field_Change() {
-  if (editingArmed_) {
+  if (editsEnableSave_) {
     ui_->btnSave->setEnabled(true);
   }
   noticesAreDue_.start();
@@ -496,7 +496,7 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFi
   ui_->cmbSerial->setCurrentIndex(row);
   cmbSerial_Click();
   file_ = StoredFile();
-  editingArmed_ = true;
+  editsEnableSave_ = true;
   ui_->btnSave->setEnabled(true);
   shownEntry_ = SelectedEntry();
   const int number = ++lastUnsaved_;
@@ -654,7 +654,7 @@ void frmStationModelList::reject() {
 }
 
 bool frmStationModelList::MayLeave() {
-  if (!editingArmed_) {
+  if (!editsEnableSave_) {
     return true;
   }
   const auto answer = CurrentQuestions().Ask(

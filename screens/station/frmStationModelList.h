@@ -132,7 +132,7 @@ class frmStationModelList final : public QDialog {
   StoredFile file_;            ///< of the shown instrument
   StationIndex index_;         ///< merges the list with what others wrote to INDEX
   bool isListed_ = false;      ///< whether the list shows what the folder holds
-  bool editingArmed_ = false;  ///< whether an edit enables the Save button
+  bool editsEnableSave_ = false;  ///< whether an edit enables the Save button
 };
 
 }  // namespace tarvell

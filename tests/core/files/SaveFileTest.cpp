@@ -368,7 +368,7 @@ TEST_F(SaveFileInPlaceFaults, AContentThatCannotBePutBackIsReported) {
     EXPECT_EQ(error.Path(), kDataFile);
     EXPECT_EQ(error.Text(),
               "Saving failed (Input/output error), and the earlier content could not be put back. "
-              "Keep this screen open, see to the disk and save again.");
+              "Keep this screen open, free or repair the disk, and save again.");
     EXPECT_EQ(platform.opened, 2) << "to save, and to put back";
     EXPECT_EQ(platform.faults, 2);
     EXPECT_EQ(tree.Names(kDataFolder), Names{"SN1"});
