@@ -252,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(
                                fs::permissions(tree.Native(kTree), fs::perms(0555));
                              },
                              kJournal, "you have no permission"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& place) { return std::string(place.param.name); });
 
 TEST_F(TheHistory, OnAFullDiskLeavesTheFileAsItIs) {
   using Step = test::FaultPlatform::Step;
