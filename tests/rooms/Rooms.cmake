@@ -15,8 +15,9 @@ set(core/history core/dates core/files core/numbers core/platform core/text)
 set(core/caldata core/dates core/files core/history core/numbers core/platform core/text)
 set(core/station core/dates core/files core/history core/numbers core/platform core/text)
 set(core/session core/caldata core/dates core/files core/numbers core/platform core/text)
-set(EVERY_CORE_ROOM core/caldata core/dates core/files core/history core/numbers core/platform
-  core/session core/station core/text)
+set(core/curves core/caldata core/files core/numbers core/platform core/text)
+set(EVERY_CORE_ROOM core/caldata core/curves core/dates core/files core/history core/numbers
+  core/platform core/session core/station core/text)
 set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/caldata ${EVERY_CORE_ROOM} screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
