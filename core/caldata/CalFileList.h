@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
+#include "core/files/ItemReader.h"
 
 /// The lists of the models that have data, and of the headers of a model's data files.
 namespace tarvell {
@@ -50,6 +51,9 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 /// Reads the header of one data file, at the path `path` of the program; nothing when the file is
 /// not a data file.
 [[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path);
+
+/// The same of a reader at the beginning of a data file.
+[[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(ItemReader& reader);
 
 }  // namespace tarvell
 

@@ -38,6 +38,8 @@ enum class ErrorKind {
 /// - UnchangedBytes (StationFiles.cpp) does the same for an instrument.
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
 /// - ReadProfile falls back to the default directories.
+/// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
+///   finding of the survey.
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.
 /// `path` is the file or folder concerned, or "": a path of the program, or of the system for a

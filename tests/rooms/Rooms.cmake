@@ -14,8 +14,10 @@ set(core/files core/dates core/numbers core/platform core/text)
 set(core/caldata core/dates core/files core/numbers core/platform core/text)
 set(core/station core/dates core/files core/numbers core/platform core/text)
 set(core/session core/caldata core/dates core/files core/numbers core/platform core/text)
+set(core/survey core/caldata core/dates core/files core/numbers core/platform core/station
+  core/text)
 set(EVERY_CORE_ROOM core/caldata core/dates core/files core/numbers core/platform core/session
-  core/station core/text)
+  core/station core/survey core/text)
 set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/caldata ${EVERY_CORE_ROOM} screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
