@@ -66,7 +66,7 @@ class Comparison {
 
   /// Whether the calibration tree should have the data set of an instrument.
   [[nodiscard]] bool IsExpected(const SurveyRow& instrument) const {
-    const std::string model = ToUpper(instrument.model);
+    const std::string model = ToUpper(LastNameOf(instrument.path));
     return trees_.hasDataSets && !trees_.unlisted.contains(model) &&
            (trees_.models.contains(model) || FindModel(model) != nullptr);
   }
@@ -76,7 +76,8 @@ class Comparison {
       return;
     }
     const std::string name = UncheckedDataFileName(instrument.serialNumber);
-    const auto found = dataSets_.find(KeyOf(instrument.model, name));
+    // The file of an instrument is named after its model.
+    const auto found = dataSets_.find(KeyOf(LastNameOf(instrument.path), name));
     if (instrument.serialNumber.empty() || found == dataSets_.end()) {
       if (IsExpected(instrument)) {
         NoteMissing(name, instrument);
@@ -100,7 +101,8 @@ class Comparison {
                    instrument.serialNumber.empty()
                        ? "The instrument has no serial number, so that it has no data set. Choose "
                          "its serial number at the station."
-                       : "The calibration data have no " + instrument.model + "\\" + name +
+                       : "The calibration data have no " +
+                             Joined(LastNameOf(instrument.path), name) +
                              ". Enter its data set, or correct the serial number at the station.");
   }
 
@@ -126,7 +128,8 @@ class Comparison {
 
   void NoteUnused() {
     for (SurveyRow& row : rows_) {
-      if (trees_.hasStations && row.kind == SurveyRow::Kind::DataSet && row.stations.empty()) {
+      if (trees_.hasStations && row.kind == SurveyRow::Kind::DataSet && row.stations.empty() &&
+          !IsBroken(row)) {
         row.Add(FindingKind::NotUsed,
                 "No station uses the data set. If a station should, add the instrument there.");
       }
