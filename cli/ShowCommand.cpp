@@ -6,9 +6,9 @@
 #include "cli/Commands.h"
 #include "cli/DataFile.h"
 #include "cli/TextTable.h"
+#include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 #include "core/station/StationFiles.h"
-#include "core/survey/SurveyTable.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 

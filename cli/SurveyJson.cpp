@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/SurveyRun.h"
+#include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/SurveyTable.h"
 

@@ -72,7 +72,7 @@ class Comparison {
   }
 
   void FindDataSet(SurveyRow& instrument) {
-    if (IsBroken(instrument)) {
+    if (IsBroken(instrument) && instrument.serialNumber.empty()) {
       return;
     }
     const std::string name = UncheckedDataFileName(instrument.serialNumber);
@@ -107,7 +107,7 @@ class Comparison {
   }
 
   static void CompareWith(const SurveyRow& dataSet, SurveyRow& instrument) {
-    if (IsBroken(dataSet) || dataSet.Has(FindingKind::OtherSerial)) {
+    if (IsBroken(dataSet) || IsBroken(instrument) || dataSet.Has(FindingKind::OtherSerial)) {
       return;
     }
     if (instrument.serialNumber != dataSet.serialNumber) {

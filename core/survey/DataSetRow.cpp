@@ -9,7 +9,7 @@
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/Models.h"
 #include "core/dates/Calendar.h"
-#include "core/dates/DueDate.h"
+#include "core/dates/FileDate.h"
 #include "core/files/FileNames.h"
 #include "core/files/ItemReader.h"
 #include "core/platform/ProgramPath.h"
@@ -53,10 +53,13 @@ void CheckName(SurveyRow& row) {
 }
 
 void CheckDate(const FileDate& date, const std::string& name, SurveyRow& row) {
-  if (!Exists(date)) {
-    row.Add(FindingKind::NoSuchDate,
-            "The " + name + " date is " + DateText(date) + ". Open the data set and correct it.");
+  if (Exists(date)) {
+    return;
   }
+  const std::string digits = IsoDate(date);
+  row.Add(FindingKind::NoSuchDate,
+          "The " + name + " date " + (digits.empty() ? "is missing" : digits + " does not exist") +
+              ". Open the data set and correct it.");
 }
 
 /// The dates of a test kit's file are wherever its maker has put them.

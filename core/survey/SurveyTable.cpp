@@ -3,7 +3,7 @@
 
 #include "core/survey/SurveyTable.h"
 
-#include "core/numbers/Numbers.h"
+#include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 
 namespace tarvell {
@@ -50,15 +50,6 @@ void AppendCsvLine(std::string& csv, const TextOf& textOf) {
 const std::array<std::string_view, kSurveyColumns> kSurveyCaptions = {
     "Kind",    "Model",    "Serial number", "Calibration number", "Calibrated", "Due", "Days left",
     "Comment", "Stations", "State",         "What to do",         "Path"};
-
-std::string IsoDate(const FileDate& date) {
-  if (date.year == 0 && date.month == 0 && date.day == 0) {
-    return {};
-  }
-  const std::string year = "000" + std::to_string(date.year);
-  return (date.year < 1000 ? year.substr(year.size() - 4) : std::to_string(date.year)) + "-" +
-         AtLeastTwoDigits(date.month) + "-" + AtLeastTwoDigits(date.day);
-}
 
 std::string_view CodeOf(SurveyRow::Kind kind) {
   switch (kind) {

@@ -33,12 +33,9 @@ inline constexpr std::size_t kSurveyColumns = 12;
 /// The captions, in the order of SurveyColumn.
 extern const std::array<std::string_view, kSurveyColumns> kSurveyCaptions;
 
-/// The text of a cell. A date is "2027-03-05", or "" if there is none; stations and states are
+/// The text of a cell. A date is that of IsoDate; stations and states are
 /// separated by ", ".
 [[nodiscard]] std::string SurveyCell(const SurveyRow& row, SurveyColumn column);
-
-/// "2027-03-05"; "" for a date of zeros. The digits of a date that does not exist stay.
-[[nodiscard]] std::string IsoDate(const FileDate& date);
 
 /// "data-set", "instrument" or "place".
 [[nodiscard]] std::string_view CodeOf(SurveyRow::Kind kind);
