@@ -2,7 +2,7 @@
 # `cmake --build --preset release --target package`.
 
 # The version is the same in all texts.
-foreach(name changelog tarvell.1 tarvell.metainfo.xml)
+foreach(name changelog tarvell-cli.1 tarvell.1 tarvell.metainfo.xml)
   file(READ packaging/${name} text)
   if(NOT text MATCHES "[ (\"]${PROJECT_VERSION}[)\"]")
     message(FATAL_ERROR "packaging/${name} does not name version ${PROJECT_VERSION}")
@@ -15,6 +15,15 @@ install(FILES images/tarvell.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hico
 install(FILES images/tarvell-16.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/16x16/apps
   RENAME tarvell.svg)
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# An example does nothing until the administrator copies it.
+install(FILES packaging/examples/tarvell-due.service packaging/examples/tarvell-due.timer
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES packaging/completion/tarvell-cli.bash
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tarvell-cli)
+install(FILES packaging/completion/_tarvell-cli
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES packaging/completion/tarvell-cli.fish
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 install(FILES packaging/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides
   RENAME tarvell)
 
@@ -30,6 +39,7 @@ function(install_compressed source name destination)
   install(FILES ${compressed} DESTINATION ${destination})
 endfunction()
 install_compressed(packaging/tarvell.1 tarvell.1 ${CMAKE_INSTALL_MANDIR}/man1)
+install_compressed(packaging/tarvell-cli.1 tarvell-cli.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install_compressed(packaging/changelog changelog ${CMAKE_INSTALL_DOCDIR})
 
 set(CPACK_GENERATOR DEB)

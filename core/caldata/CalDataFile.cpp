@@ -32,13 +32,16 @@ constexpr std::string_view kEnd = "!End";
 class CalDataFile::Load {
  public:
   /// Reads the whole file; throws what stops the reading.
-  Load(CalDataFile& data, const std::string& fileName)
-      : data_(data), reader_(fileName), notes_(data.holdsDefaults_) {
+  Load(CalDataFile& data, ItemReader reader)
+      : data_(data), reader_(std::move(reader)), notes_(data.holdsDefaults_) {
     data_.notices_.clear();
     body_ = data_.NewBodyReader(notes_);
     ReadItems();
-    data_.header_ = {IsOldStyle(firstItem_, headerLines_),
-                     HasLine(HeaderField::SerialNumber) && !data_.serialNumber_.empty()};
+    data_.header_ = {
+        .isOldStyle = IsOldStyle(firstItem_, headerLines_),
+        .hasSerialNumber = HasLine(HeaderField::SerialNumber) && !data_.serialNumber_.empty(),
+        .isComplete = isComplete_,
+        .otherModel = OtherModel()};
     NoteMissingHeaderLines();
     data_.lackedCells_ = notes_.TakenLackedCells();
     data_.notices_ = std::move(notes_).Taken();
@@ -179,15 +182,24 @@ std::int32_t CalDataFile::LoadCalibrationDataFromFile(const std::string& fileNam
   if (EqualsIgnoringCase(fileName, "NEW")) {
     return SetInitialDefaultData();
   }
-  const Load load(*this, fileName);
-  holdsOnlyDefaults_ = false;
+  const Load load(*this, ItemReader(fileName));
+  TakeLoad(load);
   file_.WasRead(fileName, load.FileBytes(), serialNumber_);
+  return 0;
+}
+
+void CalDataFile::LoadFromBytes(std::string_view bytes, const std::string& fileName) {
+  TakeLoad(Load(*this, ItemReader::Of(bytes, fileName)));
+  LeaveFile();
+}
+
+void CalDataFile::TakeLoad(const Load& load) {
+  holdsOnlyDefaults_ = false;
   if (const std::string other = load.OtherModel(); !other.empty()) {
     notices_.push_back("The file says that it holds data of the model \"" + other +
                        "\". It was read, and will be saved, as data of \"" +
                        std::string(modelCode_) + "\".");
   }
-  return 0;
 }
 
 Origin CalDataFile::OriginOfLoad(std::int16_t page, Cell cell) const {
@@ -200,7 +212,7 @@ Origin CalDataFile::OriginOfLoad(std::int16_t page, Cell cell) const {
   return isLacked && holdsDefaults_ ? Origin::Template : Origin::File;
 }
 
-std::string CalDataFile::Bytes() const {
+std::string CalDataFile::BytesToSave() const {
   FileText text;
   WriteHeader(text);
   WriteBody(text);
@@ -208,19 +220,19 @@ std::string CalDataFile::Bytes() const {
 }
 
 std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) {
-  file_.Save(fileName, serialNumber_, Bytes(), earlier);
+  file_.Save(fileName, serialNumber_, BytesToSave(), earlier);
   return 0;
 }
 
 Replacement CalDataFile::WouldReplace(const std::string& fileName) const {
-  return ReplacementBy(file_, fileName, Bytes(), [this](std::string_view bytes) {
+  return ReplacementBy(file_, fileName, BytesToSave(), [this](std::string_view bytes) {
     return SummaryOfDataFile(bytes, ShownCells());
   });
 }
 
 void CalDataFile::RememberUnchangedSave() {
   try {
-    file_.SetUnchangedBytes(Bytes());
+    file_.SetUnchangedBytes(BytesToSave());
   } catch (const Error&) {
     // Such data cannot be saved; the save reports why.
     file_.SetUnchangedBytes({});
@@ -240,7 +252,7 @@ std::int32_t CalDataFile::SetInitialDefaultData() {
     throw Error(ErrorKind::NotFound, "The template file of the model is missing." + remedy, path);
   }
   holdsDefaults_ = false;
-  const Load load(*this, path);
+  const Load load(*this, ItemReader(path));
   if (const std::string other = load.OtherModel(); !other.empty()) {
     throw Error(ErrorKind::Template,
                 "The template file is for the model \"" + other + "\", not for \"" +

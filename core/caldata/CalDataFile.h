@@ -47,8 +47,10 @@ class CalDataFile : public cifCaldata {
   void SetDueDate(std::int16_t year, const std::string& month, std::int16_t day) final;
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
+  void LoadFromBytes(std::string_view bytes, const std::string& fileName) final;
   using cifCaldata::SaveCalibrationDataToFile;
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) final;
+  [[nodiscard]] std::string BytesToSave() const final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void RememberUnchangedSave() final;
   void LeaveFile() final { file_ = StoredFile(); }
@@ -107,8 +109,7 @@ class CalDataFile : public cifCaldata {
   virtual void WriteBody(FileText& text) const = 0;
 
   void WriteHeader(FileText& text) const;
-  /// What a save writes.
-  [[nodiscard]] std::string Bytes() const;
+  void TakeLoad(const Load& load);
 
   std::string_view modelCode_;
   std::string path_;

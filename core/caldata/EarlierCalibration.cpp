@@ -8,6 +8,7 @@
 
 #include "core/caldata/CalFileList.h"
 #include "core/caldata/OpenedDataSet.h"
+#include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
@@ -20,7 +21,8 @@ namespace {
 void TakeHeader(const std::string& bytes, const std::string& path, Calibration& calibration) {
   calibration.header.FilePath = path;
   try {
-    if (std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, path)) {
+    ItemReader reader = ItemReader::Of(bytes, path);
+    if (std::optional<CalFileInfo> header = ReadCalFileHeader(reader)) {
       calibration.header = *std::move(header);
       calibration.hasHeader = bytes.starts_with('#');
     }

@@ -21,6 +21,8 @@ namespace tarvell {
 struct LoadedHeader {
   bool isOldStyle = false;       ///< the file is from before the header lines
   bool hasSerialNumber = false;  ///< there is a serial number line with a value
+  bool isComplete = false;       ///< there is every line that ends the file or a page
+  std::string otherModel;        ///< the model that the file names, if it is another one
 };
 
 /// The texts around the number of a cell, such as "Ls/" before it and " nH" after it.
@@ -63,6 +65,9 @@ class cifCaldata {
 
   /// Reads a whole file over what the object holds. "NEW", in any case, means the default data.
   virtual std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) = 0;
+  /// Reads the content of a data file in the same way. Errors name it as `fileName`. The object
+  /// does not belong to that file.
+  virtual void LoadFromBytes(std::string_view bytes, const std::string& fileName) = 0;
   /// Writes the whole object, replacing any file of that name, whose content goes into the history.
   /// When it throws, the earlier file is whole; a NotKept error says that only the history failed.
   std::int32_t SaveCalibrationDataToFile(const std::string& fileName) {
@@ -70,6 +75,8 @@ class cifCaldata {
   }
   /// The same, also without the history if the user agrees.
   virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) = 0;
+  /// What a save writes. Throws the error of data that cannot be saved.
+  [[nodiscard]] virtual std::string BytesToSave() const = 0;
 
   /// What saving to this file would replace without the user having seen it. Throws the error of a
   /// save that is not possible, and a WriteFailed error for a file that cannot be read.

@@ -105,15 +105,22 @@ std::string DateText(const FileDate& date) {
          std::to_string(date.year) + (Exists(date) ? "" : " (no such day)");
 }
 
-DueState DueStateOf(const FileDate& due, const FileDate& today) {
+std::optional<int> DaysLeft(const FileDate& due, const FileDate& today) {
   if (!NamesADay(due)) {
+    return std::nullopt;
+  }
+  return static_cast<int>((DayOf(WithinItsMonth(due)) - DayOf(today)).count());
+}
+
+DueState DueStateOf(const FileDate& due, const FileDate& today) {
+  const std::optional<int> daysLeft = DaysLeft(due, today);
+  if (!daysLeft) {
     return DueState::NoDate;
   }
-  const auto daysLeft = (DayOf(WithinItsMonth(due)) - DayOf(today)).count();
-  if (daysLeft < 0) {
+  if (*daysLeft < 0) {
     return DueState::PastDue;
   }
-  return daysLeft <= kDueSoonDays ? DueState::DueSoon : DueState::Fine;
+  return *daysLeft <= kDueSoonDays ? DueState::DueSoon : DueState::Fine;
 }
 
 std::string_view DueWords(DueState state) {

@@ -27,6 +27,10 @@ enum class DueState {
 /// instrument is not past due. A day after the end of its month counts as the last day of it.
 [[nodiscard]] DueState DueStateOf(const FileDate& due, const FileDate& today);
 
+/// The days from the existing day `today` until the due date `due`, negative after it; nothing for
+/// a date that has the state NoDate. A day after the end of its month counts as the last day of it.
+[[nodiscard]] std::optional<int> DaysLeft(const FileDate& due, const FileDate& today);
+
 /// "past due", "due within 30 days", "" for the other states.
 [[nodiscard]] std::string_view DueWords(DueState state);
 

@@ -14,4 +14,13 @@ FileDate FileDate::From(std::string_view text) {
           NumericInt16(LastCharacters(text, 2))};
 }
 
+std::string IsoDate(const FileDate& date) {
+  if (date.year == 0 && date.month == 0 && date.day == 0) {
+    return {};
+  }
+  const std::string year = "000" + std::to_string(date.year);
+  return (date.year < 1000 ? year.substr(year.size() - 4) : std::to_string(date.year)) + "-" +
+         AtLeastTwoDigits(date.month) + "-" + AtLeastTwoDigits(date.day);
+}
+
 }  // namespace tarvell

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_DATES_FILEDATE_H
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tarvell {
@@ -19,6 +20,9 @@ struct FileDate {
 
   [[nodiscard]] static FileDate From(std::string_view text);
 };
+
+/// "2027-03-05"; "" for a date of zeros. The numbers of a date that does not exist stay.
+[[nodiscard]] std::string IsoDate(const FileDate& date);
 
 }  // namespace tarvell
 

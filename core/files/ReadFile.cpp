@@ -21,18 +21,11 @@ constexpr std::size_t kBlockSize = 16384;
   return code;
 }
 
-}  // namespace
-
-std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& bytes,
-                               std::size_t limit) {
-  bytes.clear();
-  std::unique_ptr<InputFile> file;
-  if (const std::error_code code = CurrentPlatform().OpenForReading(path, file)) {
-    return code;
-  }
+/// Reads a file from its beginning to its end.
+[[nodiscard]] std::error_code ReadWhole(InputFile& file, std::string& bytes, std::size_t limit) {
   std::size_t count = 0;
   do {
-    if (const std::error_code code = ReadBlock(*file, bytes, count)) {
+    if (const std::error_code code = ReadBlock(file, bytes, count)) {
       return code;
     }
     if (bytes.size() > limit) {
@@ -41,6 +34,23 @@ std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& b
     }
   } while (count > 0);
   return {};
+}
+
+}  // namespace
+
+std::error_code ReadNativeFile(const std::filesystem::path& path, std::string& bytes,
+                               std::size_t limit) {
+  bytes.clear();
+  std::unique_ptr<InputFile> file;
+  const std::error_code code = CurrentPlatform().OpenForReading(path, file);
+  return code ? code : ReadWhole(*file, bytes, limit);
+}
+
+std::error_code ReadFoundFile(const FoundEntry& entry, std::string& bytes, std::size_t limit) {
+  bytes.clear();
+  std::unique_ptr<InputFile> file;
+  const std::error_code code = CurrentPlatform().OpenFound(entry, file);
+  return code ? code : ReadWhole(*file, bytes, limit);
 }
 
 std::error_code ReadBeginning(InputFile& file, std::string& bytes) {

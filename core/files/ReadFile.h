@@ -28,6 +28,10 @@ inline constexpr std::errc kTooLargeForData = std::errc::value_too_large;
 std::error_code ReadNativeFile(const std::string& path, std::string& bytes,
                                std::size_t limit = 0) = delete;
 
+/// The same of a file that a search has found, perhaps some time ago.
+[[nodiscard]] std::error_code ReadFoundFile(const FoundEntry& entry, std::string& bytes,
+                                            std::size_t limit);
+
 /// Reads the beginning of `file` into `bytes`: more than an ordinary header, in one call to the
 /// system.
 [[nodiscard]] std::error_code ReadBeginning(InputFile& file, std::string& bytes);

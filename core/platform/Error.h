@@ -40,6 +40,8 @@ enum class ErrorKind {
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
 /// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
+/// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
+///   finding of the survey.
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.
 /// `path` is the file or folder concerned, or "": a path of the program, or of the system for a

@@ -298,15 +298,6 @@ FileText NameLines(const std::vector<std::string>& names, const std::string& pat
   return text;
 }
 
-std::string InstrumentBytes(const StationInstrument& instrument) {
-  FileText text;
-  for (const Field& field : kFields) {
-    AddLine(text, field.keyword,
-            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
-  }
-  return text.Bytes();
-}
-
 /// What a save would write if the user changed nothing, "" if it would fail.
 std::string UnchangedBytes(const StationInstrument& instrument) {
   try {
@@ -378,6 +369,25 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   file.WasRead(path, reader.Bytes(), instrument.SerialNumber);
   file.SetUnchangedBytes(UnchangedBytes(instrument));
   return true;
+}
+
+StationInstrument InstrumentIn(std::string_view bytes, const std::string& path) {
+  ItemReader reader = ItemReader::Of(bytes, path);
+  StationInstrument instrument;
+  while (!reader.AtEnd()) {
+    const KeywordLine line = ParseKeywordLine(reader.ReadItem());
+    reader.AtThisLine([&] { ApplyKeywordLine(line, instrument); });
+  }
+  return instrument;
+}
+
+std::string InstrumentBytes(const StationInstrument& instrument) {
+  FileText text;
+  for (const Field& field : kFields) {
+    AddLine(text, field.keyword,
+            field.member == nullptr ? DueDateText(instrument) : instrument.*(field.member));
+  }
+  return text.Bytes();
 }
 
 std::vector<ReadBackNotice> ReadBackNotices(const StationInstrument& instrument) {

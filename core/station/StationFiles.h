@@ -55,6 +55,14 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 /// changes nothing then.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
+/// The instrument in the content of a file, including the last line, which LoadInstrumentFile does
+/// not interpret. Errors name the file as `path`.
+[[nodiscard]] StationInstrument InstrumentIn(std::string_view bytes, const std::string& path);
+
+/// What SaveInstrumentFile writes. Throws a Character error for text that the file cannot hold or
+/// that would be read back as another line.
+[[nodiscard]] std::string InstrumentBytes(const StationInstrument& instrument);
+
 /// A value that will be read back differently from an instrument's file.
 struct ReadBackNotice {
   std::string StationInstrument::*field = nullptr;  ///< of the due date, the part to correct

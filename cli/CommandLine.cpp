@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <functional>
+#include <sstream>
+#include <utility>
+
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "core/dates/Calendar.h"
+#include "core/platform/Error.h"
+#include "core/session/Profiles.h"
+#include "core/session/Version.h"
+
+namespace tarvell::cli {
+
+namespace {
+
+constexpr int kDaysOfAWeek = 7;
+constexpr int kMostDays = 36500;
+
+FileDate LocalDay(std::time_t now) {
+  std::tm local{};
+  localtime_r(&now, &local);
+  return {static_cast<std::int16_t>(local.tm_year + 1900),
+          static_cast<std::int16_t>(local.tm_mon + 1), static_cast<std::int16_t>(local.tm_mday)};
+}
+
+/// The number of days in "30", "30d" or "4w"; throws for any other text.
+int DaysIn(const std::string& text) {
+  const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+  const std::string unit = text.substr(digits);
+  if (digits == 0 || digits > 5 || (!unit.empty() && unit != "d" && unit != "w")) {
+    throw CLI::ValidationError("--within", "give a number of days or weeks, such as 30d or 4w");
+  }
+  const int days = std::stoi(text.substr(0, digits)) * (unit == "w" ? kDaysOfAWeek : 1);
+  if (days > kMostDays) {
+    throw CLI::ValidationError("--within", "give at most 36500 days");
+  }
+  return days;
+}
+
+/// The date in "2026-11-22"; throws for any other text.
+FileDate DateIn(const std::string& text) {
+  static constexpr std::size_t kLength = 10;
+  bool isDate = text.size() == kLength;
+  for (std::size_t i = 0; isDate && i < kLength; ++i) {
+    isDate = i == 4 || i == 7 ? text[i] == '-' : text[i] >= '0' && text[i] <= '9';
+  }
+  FileDate date;
+  if (isDate) {
+    date = {static_cast<std::int16_t>(std::stoi(text.substr(0, 4))),
+            static_cast<std::int16_t>(std::stoi(text.substr(5, 2))),
+            static_cast<std::int16_t>(std::stoi(text.substr(8, 2)))};
+  }
+  if (date.year == 0 || !IsValidDate(date.year, date.month, date.day)) {
+    throw CLI::ValidationError("--today", "give a day that exists, such as 2026-11-22");
+  }
+  return date;
+}
+
+/// The arguments of the program, and the command that they choose.
+class Arguments {
+ public:
+  Arguments(std::time_t now, Console& console) : console_(console) {
+    ReadProfile(options_.calibrationDir, options_.stationDir);
+    options_.now = now;
+    options_.today = LocalDay(now);
+    app_.require_subcommand(1);
+    app_.set_help_all_flag("--help-all", "Show the options of all commands");
+    app_.set_version_flag("--version", "tarvell-cli " + std::to_string(kMajorVersion) + "." +
+                                           std::to_string(kMinorVersion));
+    AddCheck();
+    AddDue();
+    AddShow();
+    AddDiff();
+    AddExport();
+  }
+
+  int Run(std::vector<std::string> arguments) {
+    // The library takes them from the end.
+    std::ranges::reverse(arguments);
+    try {
+      app_.parse(std::move(arguments));
+    } catch (const CLI::ParseError& error) {
+      return Report(error);
+    }
+    return command_();
+  }
+
+ private:
+  CLI::App* Command(const char* name, const char* description, std::function<int()> run) {
+    CLI::App* command = app_.add_subcommand(name, description);
+    command->callback([this, run = std::move(run)] { command_ = run; });
+    return command;
+  }
+
+  void AddTrees(CLI::App* command) {
+    command->add_option("--calfactors", options_.calibrationDir,
+                        "Folder of the calibration data (else that of tarvell.ini)");
+    command->add_option("--stations", options_.stationDir,
+                        "Folder of the stations (else that of tarvell.ini)");
+    command->add_option_function<std::string>(
+        "--today", [this](const std::string& text) { options_.today = DateIn(text); },
+        "Look as on another day, such as 2026-11-22");
+    command->add_option_function<std::string>(
+        "--within", [this](const std::string& text) { options_.dueSoonDays = DaysIn(text); },
+        "Due soon means within this time, such as 30d or 4w (30d)");
+  }
+
+  void AddOutput(CLI::App* command) {
+    command->add_flag("--json", options_.isJson, "Write JSON, for programs");
+    command->add_flag("-q,--quiet", options_.isQuiet, "Write nothing: only the exit status counts");
+  }
+
+  void AddCheck() {
+    CLI::App* command = Command("check", "Report everything that is wrong in both trees",
+                                [this] { return Check(options_, showsUnused_, console_); });
+    AddTrees(command);
+    AddOutput(command);
+    command->add_flag("--unused", showsUnused_, "Report data sets that no station uses, too");
+  }
+
+  void AddDue() {
+    CLI::App* command = Command("due", "List what is past due or due soon",
+                                [this] { return Due(options_, console_); });
+    AddTrees(command);
+    AddOutput(command);
+  }
+
+  void AddShow() {
+    CLI::App* command = Command("show", "Show a data file or an instrument's file",
+                                [this] { return Show(options_, first_, console_); });
+    AddOutput(command);
+    command->add_option("FILE", first_, "The file")->required();
+  }
+
+  void AddDiff() {
+    CLI::App* command = Command("diff", "Compare the values of two data files", [this] {
+      return Diff(options_, first_, second_, comparesBytes_, console_);
+    });
+    AddOutput(command);
+    command->add_flag("--bytes", comparesBytes_, "Compare the bytes");
+    command->add_option("FIRST", first_, "A data file")->required();
+    command->add_option("SECOND", second_, "Another one")->required();
+  }
+
+  void AddExport() {
+    CLI::App* command = Command("export", "Write every data set and instrument as a file",
+                                [this] { return Export(options_, format_, target_, console_); });
+    AddTrees(command);
+    const auto add = [&](const char* name, ExportFormat format, const char* description) {
+      return command->add_flag_callback(
+          name, [this, format] { format_ = format; }, description);
+    };
+    CLI::Option* csv = add("--csv", ExportFormat::Csv, "Comma-separated values");
+    CLI::Option* json = add("--json", ExportFormat::Json, "JSON");
+    CLI::Option* calendar = add("--ics", ExportFormat::Calendar, "A calendar of the due dates");
+    csv->excludes(json)->excludes(calendar);
+    json->excludes(calendar);
+    command->add_option("-o,--output", target_, "Save to this file (else to standard output)");
+  }
+
+  int Report(const CLI::ParseError& error) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const bool isHelp = app_.exit(error, out, err) == 0;
+    console_.Out(out.str());
+    console_.Err(err.str());
+    return isHelp ? kClean : kCouldNotLook;
+  }
+
+  Console& console_;
+  CLI::App app_{"Looks after the calibration data of test stations", "tarvell-cli"};
+  Options options_;
+  std::function<int()> command_;
+  bool showsUnused_ = false;
+  bool comparesBytes_ = false;
+  ExportFormat format_ = ExportFormat::Csv;
+  std::string first_;
+  std::string second_;
+  std::string target_;
+};
+
+}  // namespace
+
+int RunCommandLine(const std::vector<std::string>& arguments, std::time_t now, Console& console) {
+  try {
+    return Arguments(now, console).Run(arguments);
+  } catch (const Error& error) {
+    console.Err("tarvell-cli: " + WithoutControls(error.what()) + "\n");
+    return kCouldNotLook;
+  }
+}
+
+}  // namespace tarvell::cli

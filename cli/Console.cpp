@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/Console.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace tarvell::cli {
+
+namespace {
+
+constexpr int kBarWidth = 40;
+constexpr double kPercent = 100;
+
+}  // namespace
+
+void SystemConsole::Out(std::string_view text) {
+  hasFailed_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || hasFailed_;
+}
+
+void SystemConsole::Err(std::string_view text) {
+  // There is no other place where a failure could be reported.
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+}
+
+bool SystemConsole::ErrIsTerminal() const {
+  return ::isatty(STDERR_FILENO) == 1;
+}
+
+bool SystemConsole::Close() {
+  return std::fflush(stdout) == 0 && !hasFailed_;
+}
+
+ProgressBar::~ProgressBar() {
+  if (shown_ >= 0) {
+    console_.Err("\r" + std::string(kBarWidth + 7, ' ') + "\r");
+  }
+}
+
+void ProgressBar::Show(double done) {
+  const int percent = static_cast<int>(done * kPercent);
+  if (percent == shown_ || (shown_ < 0 && !console_.ErrIsTerminal())) {
+    return;
+  }
+  shown_ = percent;
+  const auto filled = static_cast<std::size_t>(done * kBarWidth);
+  console_.Err("\r[" + std::string(filled, '=') + std::string(kBarWidth - filled, ' ') + "] " +
+               std::to_string(percent) + "%");
+}
+
+}  // namespace tarvell::cli

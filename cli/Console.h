@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CLI_CONSOLE_H
+#define TARVELL_CLI_CONSOLE_H
+
+#include <string>
+#include <string_view>
+
+namespace tarvell::cli {
+
+/// Where a command writes: standard output and standard error. Tests collect both.
+class Console {
+ public:
+  Console() = default;
+  Console(const Console&) = delete;
+  Console& operator=(const Console&) = delete;
+  virtual ~Console() = default;
+
+  virtual void Out(std::string_view text) = 0;
+  virtual void Err(std::string_view text) = 0;
+  /// Whether somebody watches standard error.
+  [[nodiscard]] virtual bool ErrIsTerminal() const = 0;
+};
+
+/// That of the process.
+class SystemConsole final : public Console {
+ public:
+  void Out(std::string_view text) override;
+  void Err(std::string_view text) override;
+  [[nodiscard]] bool ErrIsTerminal() const override;
+  /// Whether everything could be written to standard output.
+  [[nodiscard]] bool Close();
+
+ private:
+  bool hasFailed_ = false;
+};
+
+/// A bar on standard error while a command works, only where somebody watches it.
+class ProgressBar {
+ public:
+  /// `console` must outlive the object.
+  explicit ProgressBar(Console& console) : console_(console) {}
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
+  /// Removes the bar.
+  ~ProgressBar();
+
+  /// Shows how much is done, from 0 to 1.
+  void Show(double done);
+
+ private:
+  Console& console_;
+  int shown_ = -1;
+};
+
+}  // namespace tarvell::cli
+
+#endif

@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/DataFile.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "core/caldata/CalFileList.h"
+#include "core/caldata/HeaderLines.h"
+#include "core/caldata/MemoryGrid.h"
+#include "core/dates/DueDate.h"
+#include "core/files/ItemReader.h"
+#include "core/files/Paths.h"
+#include "core/files/ReadFile.h"
+#include "core/platform/Error.h"
+#include "core/text/Text.h"
+
+namespace tarvell::cli {
+
+namespace {
+
+constexpr std::int16_t kMostColumns = 7;
+
+const Model* ModelOf(std::string_view bytes, const std::string& path) {
+  std::string_view rest = bytes;
+  const std::string_view first = TrimLeft(TakeLine(rest));
+  if (first.starts_with('#')) {
+    const LineWords words = WordsOf(first);
+    if (const Model* model = FindModel(ToUpper(ModelOnLine(words))); model != nullptr) {
+      return model;
+    }
+  }
+  const std::string whole = FullPathText(path);
+  return FindModel(ToUpper(LastNameOf(FolderOf(whole))));
+}
+
+}  // namespace
+
+std::string ReadBytes(const std::string& path) {
+  std::string bytes;
+  if (const std::error_code code = ReadNativeFile(NativePath(path), bytes, kDataFileLimit)) {
+    throw SystemError(code, "read the file", path);
+  }
+  return bytes;
+}
+
+bool IsInstrumentFile(std::string_view bytes) {
+  return bytes.starts_with("MODEL NUMBER");
+}
+
+DataFile ReadDataFile(std::string_view bytes, const std::string& path) {
+  DataFile file;
+  ItemReader reader = ItemReader::Of(bytes, path);
+  std::optional<CalFileInfo> header = ReadCalFileHeader(reader);
+  if (!header) {
+    throw Error(ErrorKind::NotAFile, "The file does not begin like a data file. Name another one.",
+                path);
+  }
+  file.header = std::move(*header);
+  file.model = ModelOf(bytes, path);
+  if (file.model != nullptr && file.model->create != nullptr) {
+    file.data = file.model->create();
+    file.data->LoadFromBytes(bytes, path);
+    if (file.data->HeaderOfLoad().isOldStyle) {
+      file.data.reset();
+    }
+  }
+  return file;
+}
+
+std::vector<NamedValue> HeaderValues(const CalFileInfo& header) {
+  return {{"Model", header.ModelNumber},
+          {"Serial number", header.SerialNumber},
+          {"Calibration number", header.CalibrationNumber},
+          {"Calibrated", DateText({header.CalYear, header.CalMonth, header.CalDay})},
+          {"Due", DateText({header.DueYear, header.DueMonth, header.DueDay})},
+          {"Comment", header.Comment}};
+}
+
+std::vector<PageTexts> PagesOf(const cifCaldata& data) {
+  std::vector<PageTexts> pages;
+  for (std::int16_t number = 0; number < data.GetCalPageCount(); ++number) {
+    MemoryGrid grid(kMostColumns);
+    data.GetCalData(number, grid);
+    PageTexts page;
+    page.name = data.GetCalPageName(number);
+    page.serialNumber = data.GetCalPageSerial(number);
+    page.rows = grid.Rows();
+    // A page has fewer columns than the widest table.
+    std::size_t columns = 0;
+    for (const std::vector<std::string>& row : page.rows) {
+      for (std::size_t column = 0; column < row.size(); ++column) {
+        columns = row[column].empty() ? columns : std::max(columns, column + 1);
+      }
+    }
+    for (std::vector<std::string>& row : page.rows) {
+      row.resize(columns);
+    }
+    page.captions = std::move(page.rows.front());
+    page.rows.erase(page.rows.begin());
+    pages.push_back(std::move(page));
+  }
+  return pages;
+}
+
+}  // namespace tarvell::cli

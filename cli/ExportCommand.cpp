@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/SurveyRun.h"
+#include "core/files/SaveFile.h"
+#include "core/survey/DueCalendar.h"
+#include "core/survey/SurveyTable.h"
+
+namespace tarvell::cli {
+
+namespace {
+
+std::string TextOf(const Options& options, ExportFormat format, const SurveyResult& result) {
+  switch (format) {
+    case ExportFormat::Csv:
+      return SurveyCsv(result.rows);
+    case ExportFormat::Json:
+      return SurveyJson(options, result);
+    case ExportFormat::Calendar:
+      return DueCalendar(result.rows, options.now);
+  }
+  return {};
+}
+
+}  // namespace
+
+int Export(const Options& options, ExportFormat format, const std::string& target,
+           Console& console) {
+  const SurveyResult result = RunSurvey(options, console);
+  ReportPlaces(result, console);
+  if (!result.couldLook) {
+    // A calendar without half of its dates must not replace a whole one.
+    return kCouldNotLook;
+  }
+  const std::string text = TextOf(options, format, result);
+  if (target.empty()) {
+    console.Out(text);
+  } else {
+    SaveFile(target, text);
+  }
+  return kClean;
+}
+
+}  // namespace tarvell::cli

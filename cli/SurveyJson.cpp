@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <nlohmann/json.hpp>
+
+#include "cli/SurveyRun.h"
+#include "core/dates/FileDate.h"
+#include "core/platform/ProgramPath.h"
+#include "core/survey/SurveyTable.h"
+
+namespace tarvell::cli {
+
+namespace {
+
+/// Keeps the order in which the members are added.
+using Json = nlohmann::ordered_json;
+
+Json DateJson(const FileDate& date) {
+  const std::string text = IsoDate(date);
+  return text.empty() ? Json() : Json(text);
+}
+
+Json RowJson(const SurveyRow& row) {
+  Json json;
+  json["kind"] = CodeOf(row.kind);
+  json["path"] = ShownPath(row.path);
+  json["model"] = row.model;
+  json["serialNumber"] = row.serialNumber;
+  json["calibrationNumber"] = row.calibrationNumber;
+  json["calibrated"] = DateJson(row.calibrated);
+  json["due"] = DateJson(row.due);
+  json["daysLeft"] = row.daysLeft ? Json(*row.daysLeft) : Json();
+  json["comment"] = row.comment;
+  json["address"] = row.address;
+  json["stations"] = row.stations;
+  json["dataSet"] = row.dataSet.empty() ? Json() : Json(ShownPath(row.dataSet));
+  json["findings"] = Json::array();
+  for (const Finding& finding : row.findings) {
+    json["findings"].push_back({{"state", CodeOf(finding.kind)}, {"text", finding.text}});
+  }
+  return json;
+}
+
+/// A name on the disk need not be UTF-8; what is not becomes U+FFFD.
+std::string TextOf(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace
+
+std::string SurveyJson(const Options& options, const SurveyResult& result) {
+  Json head;
+  head["format"] = "tarvell-survey";
+  head["version"] = 1;
+  head["today"] = IsoDate(options.today);
+  head["calibrationData"] = ShownPath(options.calibrationDir);
+  head["stationData"] = ShownPath(options.stationDir);
+  head["complete"] = result.couldLook;
+  head["filesRead"] = result.filesRead;
+  std::string text = TextOf(head);
+  // A line for each row: the tree of all rows at once would take many times their memory.
+  text.pop_back();
+  text += ",\"rows\":[";
+  for (std::size_t i = 0; i < result.rows.size(); ++i) {
+    text += (i == 0 ? "\n" : ",\n") + TextOf(RowJson(result.rows[i]));
+  }
+  return text + "\n]}\n";
+}
+
+}  // namespace tarvell::cli

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/SurveyRun.h"
+
+#include "cli/TextTable.h"
+#include "core/platform/ProgramPath.h"
+#include "core/survey/Survey.h"
+
+namespace tarvell::cli {
+
+SurveyResult RunSurvey(const Options& options, Console& console) {
+  Survey survey({.calibrationDir = options.calibrationDir,
+                 .stationDir = options.stationDir,
+                 .today = options.today,
+                 .dueSoonDays = options.dueSoonDays});
+  {
+    ProgressBar bar(console);
+    while (survey.Step()) {
+      bar.Show(survey.Progress());
+    }
+  }
+  SurveyResult result;
+  result.rows = survey.TakenRows();
+  result.filesRead = survey.FilesRead();
+  result.couldLook = survey.CouldLook();
+  return result;
+}
+
+void ReportPlaces(const SurveyResult& result, Console& console) {
+  if (result.couldLook) {
+    return;
+  }
+  for (const SurveyRow& row : result.rows) {
+    if (row.kind == SurveyRow::Kind::Place && row.Has(FindingKind::Unreadable)) {
+      console.Err("tarvell-cli: " + WithoutControls(ShownPath(row.path)) + ": " +
+                  WithoutControls(row.findings.front().text) + "\n");
+    }
+  }
+}
+
+}  // namespace tarvell::cli

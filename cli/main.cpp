@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "cli/Commands.h"
+
+int main(int argc, char** argv) {
+  tarvell::cli::SystemConsole console;
+  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const int status = tarvell::cli::RunCommandLine(arguments, std::time(nullptr), console);
+  // A list that could not be written is no answer.
+  return console.Close() ? status : tarvell::cli::kCouldNotLook;
+}

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "core/caldata/CalFileList.h"
+#include "core/caldata/HeaderLines.h"
+#include "core/caldata/Models.h"
+#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
+#include "core/files/FileNames.h"
+#include "core/files/ItemReader.h"
+#include "core/platform/ProgramPath.h"
+#include "core/survey/FileCheck.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+bool Exists(const FileDate& date) {
+  return date.year > 0 && IsValidDate(date.year, date.month, date.day);
+}
+
+/// Whether the first item of a file begins with "#", as those in the old style do not.
+bool IsNewStyle(std::string_view bytes) {
+  const std::size_t first = bytes.find_first_not_of(" \t");
+  return first != std::string_view::npos && bytes[first] == '#';
+}
+
+void TakeHeader(const CalFileInfo& header, SurveyRow& row) {
+  row.serialNumber = header.SerialNumber;
+  row.calibrationNumber = header.CalibrationNumber;
+  row.calibrated = {header.CalYear, header.CalMonth, header.CalDay};
+  row.due = {header.DueYear, header.DueMonth, header.DueDay};
+  row.comment = header.Comment;
+}
+
+void CheckName(SurveyRow& row) {
+  const std::string_view name = LastNameOf(row.path);
+  if (row.serialNumber.empty()) {
+    row.Add(FindingKind::OtherSerial,
+            "The file holds no serial number. Open it and enter that of the instrument.");
+  } else if (!EqualsIgnoringCase(name, UncheckedDataFileName(row.serialNumber))) {
+    row.Add(FindingKind::OtherSerial, "The file holds the serial number " +
+                                          Quoted(row.serialNumber) + ", whose file name is " +
+                                          UncheckedDataFileName(row.serialNumber) +
+                                          ". Find out which instrument it belongs to, then "
+                                          "correct its serial number or rename it.");
+  }
+}
+
+void CheckDate(const FileDate& date, const std::string& name, SurveyRow& row) {
+  if (Exists(date)) {
+    return;
+  }
+  const std::string digits = IsoDate(date);
+  row.Add(FindingKind::NoSuchDate,
+          "The " + name + " date " + (digits.empty() ? "is missing" : digits + " does not exist") +
+              ". Open the data set and correct it.");
+}
+
+/// The dates of a test kit's file are wherever its maker has put them.
+void LeaveOutOddDates(SurveyRow& row) {
+  if (!Exists(row.calibrated)) {
+    row.calibrated = {};
+    row.due = {};
+  }
+}
+
+void AddOtherModel(const std::string& other, SurveyRow& row) {
+  if (!EqualsIgnoringCase(other, row.model)) {
+    row.Add(FindingKind::OtherModel, "The file holds data of the model " + Quoted(other) +
+                                         ". Move it to the folder of its model, or correct "
+                                         "its model line.");
+  }
+}
+
+/// Checks the model of a file that no class can read.
+void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow& row) {
+  if (!IsNewStyle(bytes)) {
+    AddOtherModel(header.ModelNumber, row);
+    return;
+  }
+  const LineWords words = WordsOf(TrimLeft(TakeLine(bytes)));
+  if (HeaderFieldOf(words[0]) == HeaderField::ModelNumber) {
+    AddOtherModel(ModelOnLine(words), row);
+  }
+}
+
+/// Reads the whole data set as the editors do.
+void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
+  const std::unique_ptr<cifCaldata> data = model.create();
+  data->LoadFromBytes(bytes, row.path);
+  const LoadedHeader& header = data->HeaderOfLoad();
+  if (!header.otherModel.empty()) {
+    AddOtherModel(header.otherModel, row);
+  }
+  CheckRewritten(
+      bytes, [&] { return data->BytesToSave(); }, header.isComplete, row);
+}
+
+void CheckDataSet(std::string_view bytes, SurveyRow& row) {
+  ItemReader reader = ItemReader::Of(bytes, row.path);
+  const std::optional<CalFileInfo> header = ReadCalFileHeader(reader);
+  if (!header) {
+    throw Error(ErrorKind::NotAFile,
+                "The file does not begin like a data file. Put the right file in its place, or "
+                "rename it.",
+                row.path);
+  }
+  TakeHeader(*header, row);
+  CheckName(row);
+  const Model* model = FindModel(ToUpper(row.model));
+  if (model != nullptr && model->family == ModelFamily::TestKit) {
+    LeaveOutOddDates(row);
+    return;
+  }
+  CheckDate(row.calibrated, "calibration", row);
+  if (IsNewStyle(bytes)) {
+    // In the old style the due date is calculated, and may be 29 FEB of a common year.
+    CheckDate(row.due, "due", row);
+  }
+  if (model != nullptr && IsNewStyle(bytes)) {
+    CheckContent(*model, bytes, row);
+  } else {
+    CheckModelLine(bytes, *header, row);
+  }
+}
+
+}  // namespace
+
+SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
+                     std::string_view bytes) {
+  SurveyRow row;
+  row.kind = SurveyRow::Kind::DataSet;
+  row.model = modelFolder;
+  row.path = path;
+  try {
+    CheckDataSet(bytes, row);
+  } catch (const Error& error) {
+    AddUnreadable(error, row);
+  }
+  return row;
+}
+
+}  // namespace tarvell

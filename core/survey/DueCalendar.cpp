@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/survey/DueCalendar.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <set>
+#include <string_view>
+
+#include "core/dates/Calendar.h"
+#include "core/dates/DueDate.h"
+#include "core/numbers/Numbers.h"
+#include "core/platform/ProgramPath.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::size_t kLineBytes = 75;  // without its end
+
+bool IsControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+/// Whether a byte continues a character of UTF-8.
+bool Continues(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+/// Appends a line. A long one goes on in the next line, after a blank; no character is split.
+void AppendLine(std::string& text, std::string_view line) {
+  std::size_t room = kLineBytes;
+  while (line.size() > room) {
+    std::size_t length = room;
+    while (Continues(line[length])) {
+      --length;
+    }
+    text.append(line.substr(0, length)).append("\r\n ");
+    line.remove_prefix(length);
+    room = kLineBytes - 1;
+  }
+  text.append(line).append("\r\n");
+}
+
+/// A value of the type TEXT.
+std::string Escaped(std::string_view value) {
+  std::string text;
+  for (const char c : value) {
+    if (c == '\n') {
+      text += "\\n";
+    } else if (IsControl(c)) {
+      text += ' ';
+    } else {
+      text += c == '\\' || c == ';' || c == ',' ? "\\" : "";
+      text += c;
+    }
+  }
+  return text;
+}
+
+/// A part of an identifier: letters, digits, "-" and "."; every other byte as "%" and its number.
+std::string Identifier(std::string_view value) {
+  static constexpr std::string_view kHex = "0123456789ABCDEF";
+  std::string text;
+  for (const char c : value) {
+    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
+                         (c >= 'a' && c <= 'z') || c == '-' || c == '.';
+    const auto code = static_cast<unsigned char>(c);
+    text += isPlain ? std::string(1, c)
+                    : std::string("%") + kHex[code / kHex.size()] + kHex[code % kHex.size()];
+  }
+  return text;
+}
+
+/// YYYYMMDD. The last day of the month replaces a day after it.
+std::string Digits(const FileDate& date) {
+  const std::string year = "000" + std::to_string(date.year);
+  return year.substr(year.size() - 4) + AtLeastTwoDigits(date.month) +
+         AtLeastTwoDigits(std::min(date.day, DaysInMonth(date.year, date.month)));
+}
+
+std::string StampOf(std::time_t now) {
+  const auto time = std::chrono::system_clock::from_time_t(now);
+  const auto day = std::chrono::floor<std::chrono::days>(time);
+  const std::chrono::year_month_day date(day);
+  const std::chrono::hh_mm_ss clock(std::chrono::floor<std::chrono::seconds>(time - day));
+  return Digits({static_cast<std::int16_t>(static_cast<int>(date.year())),
+                 static_cast<std::int16_t>(static_cast<unsigned>(date.month())),
+                 static_cast<std::int16_t>(static_cast<unsigned>(date.day()))}) +
+         "T" + AtLeastTwoDigits(static_cast<int>(clock.hours().count())) +
+         AtLeastTwoDigits(static_cast<int>(clock.minutes().count())) +
+         AtLeastTwoDigits(static_cast<int>(clock.seconds().count())) + "Z";
+}
+
+bool HasEntry(const SurveyRow& row) {
+  const bool isOwnDate = row.kind == SurveyRow::Kind::DataSet ||
+                         (row.kind == SurveyRow::Kind::Instrument && row.dataSet.empty());
+  return isOwnDate && row.daysLeft && !row.Has(FindingKind::NoSuchDate);
+}
+
+std::string DescriptionOf(const SurveyRow& row) {
+  std::string text;
+  const auto add = [&](std::string_view name, std::string_view value) {
+    if (!value.empty()) {
+      text += (text.empty() ? "" : "\n") + std::string(name) + ": " + std::string(value);
+    }
+  };
+  std::string stations;
+  for (const std::string& station : row.stations) {
+    stations += (stations.empty() ? "" : ", ") + station;
+  }
+  add("Calibration number", row.calibrationNumber);
+  add("Calibrated", row.calibrated.year == 0 ? std::string() : DateText(row.calibrated));
+  add("Comment", row.comment);
+  add("Stations", stations);
+  return text;
+}
+
+/// The identifiers of the entries. Of several with one model and serial number, the later ones are
+/// also named after their folder and file.
+class Identifiers {
+ public:
+  std::string Of(const SurveyRow& row) {
+    std::string id = Identifier(row.model) + "-" + Identifier(row.serialNumber);
+    if (row.serialNumber.empty() || !taken_.insert(id).second) {
+      id +=
+          "-" + Identifier(LastNameOf(FolderOf(row.path))) + "-" + Identifier(LastNameOf(row.path));
+    }
+    return id + "@tarvell";
+  }
+
+ private:
+  std::set<std::string> taken_;
+};
+
+}  // namespace
+
+std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now) {
+  const std::string stamp = StampOf(now);
+  Identifiers identifiers;
+  std::string text;
+  for (const std::string_view line :
+       {"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Tarvell//Due dates//EN"}) {
+    AppendLine(text, line);
+  }
+  for (const SurveyRow& row : rows) {
+    if (!HasEntry(row)) {
+      continue;
+    }
+    AppendLine(text, "BEGIN:VEVENT");
+    AppendLine(text, "UID:" + identifiers.Of(row));
+    AppendLine(text, "DTSTAMP:" + stamp);
+    AppendLine(text, "DTSTART;VALUE=DATE:" + Digits(row.due));
+    AppendLine(text,
+               "SUMMARY:" + Escaped("Calibration due: " + row.model + " " + row.serialNumber));
+    if (const std::string description = DescriptionOf(row); !description.empty()) {
+      AppendLine(text, "DESCRIPTION:" + Escaped(description));
+    }
+    AppendLine(text, "TRANSP:TRANSPARENT");
+    AppendLine(text, "END:VEVENT");
+  }
+  AppendLine(text, "END:VCALENDAR");
+  return text;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_SURVEY_DUECALENDAR_H
+#define TARVELL_CORE_SURVEY_DUECALENDAR_H
+
+#include <ctime>
+#include <span>
+#include <string>
+
+#include "core/survey/SurveyRow.h"
+
+namespace tarvell {
+
+/// An iCalendar file (RFC 5545) with an entry of a whole day for each due date: those of the data
+/// sets, and of the instruments without a data set. Dates that do not exist are left out.
+///
+/// The identifier of an entry is made of model and serial number, so that importing a later file
+/// moves the entry. `now` is the time of writing.
+[[nodiscard]] std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_SURVEY_FILECHECK_H
+#define TARVELL_CORE_SURVEY_FILECHECK_H
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/platform/Error.h"
+#include "core/survey/SurveyRow.h"
+
+/// What a survey finds in the content of one file.
+namespace tarvell {
+
+/// The row of a data set. `modelFolder` is the name of the folder that its file is in. Its days
+/// left and what depends on the day are not in it.
+[[nodiscard]] SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
+                                   std::string_view bytes);
+
+/// The same of an instrument of a station.
+[[nodiscard]] SurveyRow InstrumentRow(const std::string& station, const std::string& path,
+                                      std::string_view bytes);
+
+/// Adds the finding for a file or folder that cannot be read.
+void AddUnreadable(const Error& error, SurveyRow& row);
+
+/// Adds a finding unless a save without changes would write the file as it is. `save` returns what
+/// it would write, `hasEnd` says whether the file has the line that ends it. A row that has a
+/// finding which explains the difference gets no other.
+void CheckRewritten(std::string_view bytes, const std::function<std::string()>& save, bool hasEnd,
+                    SurveyRow& row);
+
+}  // namespace tarvell
+
+#endif

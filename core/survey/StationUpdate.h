@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_SURVEY_STATIONUPDATE_H
+#define TARVELL_CORE_SURVEY_STATIONUPDATE_H
+
+#include <string>
+#include <vector>
+
+#include "core/caldata/mTypeDef.h"
+#include "core/files/StoredFile.h"
+#include "core/station/StationFiles.h"
+
+namespace tarvell {
+
+/// A line of a file that a save changes. `before` is "" for a line that it adds, `after` for one
+/// that it removes.
+struct ChangedLine {
+  std::string before;
+  std::string after;
+
+  bool operator==(const ChangedLine&) const = default;
+};
+
+/// The change of an instrument's file that takes over the due date and the comment of its data set.
+/// All other fields stay, CAL DATA included.
+class StationUpdate {
+ public:
+  /// Reads both files and prepares the change. Throws the error of a file that cannot be read, and
+  /// an error that says what to do first if they do not belong together, if the data set has no due
+  /// date, or if the instrument could not be saved.
+  StationUpdate(const std::string& instrumentPath, const std::string& dataSetPath);
+
+  /// Every line that the save changes, also where the file was not as the program writes it.
+  [[nodiscard]] const std::vector<ChangedLine>& Lines() const { return lines_; }
+
+  /// What the save would replace because the file has changed since it was read.
+  [[nodiscard]] Replacement WouldReplace() const;
+
+  /// Saves the instrument as SaveInstrumentFile does.
+  void Save();
+
+ private:
+  std::string stationFolder_;
+  StationInstrument instrument_;
+  StoredFile file_;
+  std::vector<ChangedLine> lines_;
+};
+
+/// The lines that differ between the contents of two instrument files, by their keywords.
+[[nodiscard]] std::vector<ChangedLine> ChangedLines(std::string_view before,
+                                                    std::string_view after);
+
+}  // namespace tarvell
+
+#endif

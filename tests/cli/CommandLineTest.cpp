@@ -1,0 +1,220 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "support/TestTree.h"
+
+namespace tarvell::cli {
+namespace {
+
+using test::Lines;
+
+constexpr std::time_t kNow = 1795329121;  // 22 NOV 2026 06:32:01 UTC
+constexpr const char* kSensor = R"(c:\calfactors\PX12A\SN12345)";
+constexpr const char* kInstrument = R"(c:\stations\BENCH1\PX12A)";
+
+class TestConsole final : public Console {
+ public:
+  void Out(std::string_view text) override { out += text; }
+  void Err(std::string_view text) override { err += text; }
+  [[nodiscard]] bool ErrIsTerminal() const override { return isTerminal; }
+
+  std::string out;
+  std::string err;
+  bool isTerminal = false;
+};
+
+std::string Sensor(const std::string& due, const std::string& factor,
+                   const std::string& comment = "certificate") {
+  return Lines(
+      {"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20260305", "#CAL_NO   : C-0042",
+       "#DUE_DATE : " + due, "#COMMENT  : " + comment, "!", "!",
+       "!        :              : Reflection Coefficient",
+       "!FEQ(MHz): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)",
+       "*      50:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  ",
+       "*     100:     " + factor + "     :    0.0    :     0.0    :    0.0    :     0.0  ",
+       "!End"});
+}
+
+/// Runs the program in a laboratory with one data set and one station.
+class CommandLine : public testing::Test {
+ protected:
+  CommandLine() {
+    tree_.Write(R"(c:\windows\tarvell.ini)",
+                Lines({";", ";", ";", "[Tarvell]", "SysRevision=A.02.61", "", "[Calfactors]",
+                       "Dir=c:\\calfactors", "", "[Stations]", "Dir=c:\\stations"}));
+    tree_.Write(kSensor, Sensor("20270305", "98.8"));
+    tree_.Write(R"(c:\stations\INDEX)", Lines({"BENCH1"}));
+    tree_.Write(R"(c:\stations\BENCH1\INDEX)", Lines({"PX12A", "INDEX"}));
+    WriteInstrument("5 MAR 2027");
+  }
+
+  void WriteInstrument(const std::string& due) const {
+    tree_.Write(kInstrument, Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345",
+                                    "ADDRESS TYPE GP-IB", "ADDRESS 713", "STATION BENCH1",
+                                    "OPTIONS ", "AVAILABILITY YES", "CAL DUE DATE " + due, "ASSET ",
+                                    "TRACE ", "COMMENT certificate", "CAL DATA "}));
+  }
+
+  int Run(std::vector<std::string> arguments) {
+    console_.out.clear();
+    console_.err.clear();
+    if (arguments.at(0) != "show" && arguments.at(0) != "diff") {
+      arguments.insert(arguments.end(), {"--today", "2026-11-22"});
+    }
+    return RunCommandLine(arguments, kNow, console_);
+  }
+
+  const test::TestTree tree_;
+  TestConsole console_;
+};
+
+TEST_F(CommandLine, CheckReportsFindingsAndEndsWithOne) {
+  EXPECT_EQ(Run({"check"}), kClean);
+  EXPECT_EQ(console_.out, "0 findings in 2 files.\n");
+
+  WriteInstrument("5 MAR 2026");
+  EXPECT_EQ(Run({"check"}), kFindings);
+  EXPECT_EQ(console_.out,
+            "due date differs  c:\\stations\\BENCH1\\PX12A  3318A12345  The station says 5 MAR "
+            "2026, the data set 5 MAR 2027. Update the station.\n"
+            "1 finding in 2 files.\n");
+  EXPECT_EQ(Run({"check", "--quiet"}), kFindings);
+  EXPECT_EQ(console_.out + console_.err, "");
+}
+
+TEST_F(CommandLine, CheckCountsDataSetsThatNoStationUsesAndListsThemWhenAsked) {
+  std::filesystem::remove(tree_.Native(kInstrument));
+  tree_.Write(R"(c:\stations\BENCH1\INDEX)", Lines({"INDEX"}));
+  EXPECT_EQ(Run({"check"}), kClean);
+  EXPECT_EQ(console_.out,
+            "0 findings in 1 file.\n"
+            "1 data set is used by no station; --unused lists them.\n");
+  EXPECT_EQ(Run({"check", "--unused"}), kFindings);
+  EXPECT_EQ(console_.out.find("not used  c:\\calfactors\\PX12A\\SN12345  3318A12345  "), 0U);
+}
+
+TEST_F(CommandLine, CheckEndsWithTwoWhereItCannotLook) {
+  EXPECT_EQ(Run({"check", "--stations", "c:\\gone"}), kCouldNotLook);
+  EXPECT_EQ(console_.err.find("tarvell-cli: c:\\gone: Cannot list the folder"), 0U);
+}
+
+TEST_F(CommandLine, DueListsWhatIsDueWithinTheTime) {
+  EXPECT_EQ(Run({"due"}), kClean);
+  EXPECT_EQ(console_.out, "");
+  EXPECT_EQ(Run({"due", "--within", "102d"}), kClean) << "5 MAR 2027 is in 103 days";
+  for (const char* time : {"103", "103d", "15w"}) {
+    EXPECT_EQ(Run({"due", "--within", time}), kFindings) << time;
+  }
+  EXPECT_EQ(console_.out,
+            "Due         Days left  Model  Serial number  Calibration number  Stations\n"
+            "2027-03-05  103        PX12A  3318A12345     C-0042              BENCH1\n");
+}
+
+TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"due", "--within", "3m"},
+        {"check", "--csv"},
+        {"export", "--csv", "--ics"},
+        {"look"}}) {
+    EXPECT_EQ(Run(arguments), kCouldNotLook) << arguments.back();
+    EXPECT_NE(console_.err, "");
+  }
+  EXPECT_EQ(RunCommandLine({"due", "--today", "2026-02-29"}, kNow, console_), kCouldNotLook);
+  EXPECT_EQ(RunCommandLine({"--help"}, kNow, console_), kClean);
+}
+
+TEST_F(CommandLine, ExportWritesOnlyTheFileThatItWasTold) {
+  EXPECT_EQ(Run({"export", "--ics", "--output", "c:\\due.ics"}), kClean);
+  EXPECT_EQ(console_.out, "");
+  const std::string calendar = tree_.Read("c:\\due.ics");
+  EXPECT_NE(calendar.find("\r\nDTSTART;VALUE=DATE:20270305\r\n"), std::string::npos);
+  EXPECT_EQ(Run({"export", "--ics"}), kClean);
+  EXPECT_EQ(console_.out, calendar);
+  EXPECT_EQ(Run({"export", "--ics", "-o", "c:\\due.ics", "--stations", "c:\\gone"}), kCouldNotLook);
+  EXPECT_EQ(tree_.Read("c:\\due.ics"), calendar) << "half a calendar replaces none";
+}
+
+TEST_F(CommandLine, ExportWritesEveryRowAsJson) {
+  EXPECT_EQ(Run({"export", "--json"}), kClean);
+  EXPECT_EQ(console_.out,
+            R"({"format":"tarvell-survey","version":1,"today":"2026-11-22",)"
+            R"("calibrationData":"c:\\calfactors","stationData":"c:\\stations",)"
+            R"("complete":true,"filesRead":2,"rows":[)"
+            "\n"
+            R"({"kind":"data-set","path":"c:\\calfactors\\PX12A\\SN12345","model":"PX12A",)"
+            R"("serialNumber":"3318A12345","calibrationNumber":"C-0042",)"
+            R"("calibrated":"2026-03-05","due":"2027-03-05","daysLeft":103,)"
+            R"("comment":"certificate","address":"","stations":["BENCH1"],"dataSet":null,)"
+            R"("findings":[]},)"
+            "\n"
+            R"({"kind":"instrument","path":"c:\\stations\\BENCH1\\PX12A","model":"PX12A",)"
+            R"("serialNumber":"3318A12345","calibrationNumber":"","calibrated":null,)"
+            R"("due":"2027-03-05","daysLeft":103,"comment":"certificate","address":"GP-IB 713",)"
+            R"("stations":["BENCH1"],"dataSet":"c:\\calfactors\\PX12A\\SN12345",)"
+            R"("findings":[]})"
+            "\n]}\n");
+}
+
+TEST_F(CommandLine, ShowWritesHeaderAndTable) {
+  EXPECT_EQ(Run({"show", kSensor}), kClean);
+  EXPECT_EQ(console_.out,
+            "Model               PX12A\n"
+            "Serial number       3318A12345\n"
+            "Calibration number  C-0042\n"
+            "Calibrated          5 MAR 2026\n"
+            "Due                 5 MAR 2027\n"
+            "Comment             certificate\n"
+            "\n"
+            "Frequency  [MHz]  Calibration factor[%]\n"
+            "50                100.0\n"
+            "100               98.8\n");
+  EXPECT_EQ(Run({"show", kInstrument}), kClean);
+  EXPECT_EQ(console_.out.find("MODEL NUMBER   PX12A\nSERIAL NUMBER  3318A12345\n"), 0U);
+  EXPECT_EQ(Run({"show", "c:\\gone"}), kCouldNotLook);
+}
+
+TEST_F(CommandLine, DiffComparesValuesNotBytes) {
+  tree_.Write("c:\\a", Sensor("20270305", "98.8"));
+  tree_.Write("c:\\b", Sensor("20270305", " 98.80"));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kClean);
+  EXPECT_EQ(Run({"diff", "--bytes", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "Byte 412, line 12  57  32\n");
+
+  std::string third = Sensor("20280305", "98.9");
+  third.replace(third.find("*      50"), 9, "*      60");
+  tree_.Write("c:\\b", third);
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out,
+            "Due                         5 MAR 2027  5 MAR 2028\n"
+            "100, Calibration factor[%]  98.8        98.9\n"
+            "50                          50 | 100.0  (none)\n"
+            "60                          (none)      60 | 100.0\n");
+}
+
+TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {
+  EXPECT_EQ(Run({"check"}), kClean);
+  EXPECT_EQ(console_.err, "");
+  console_.isTerminal = true;
+  EXPECT_EQ(Run({"check"}), kClean);
+  EXPECT_NE(console_.err.find("\r[====================                    ] 50%"),
+            std::string::npos);
+  EXPECT_TRUE(console_.err.ends_with(" \r"));
+}
+
+TEST(TextTables, PutColumnsBelowEachOtherByCharactersAndDropControls) {
+  TextTable table;
+  table.Add({"Prüfung", "a", ""});
+  table.Add({"\x1B[31m", "b", "c"});
+  EXPECT_EQ(table.Text(), "Prüfung  a\n [31m    b  c\n");
+}
+
+}  // namespace
+}  // namespace tarvell::cli

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/survey/StationUpdate.h"
+#include "support/ErrorOf.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using test::Contains;
+using test::ErrorOf;
+using test::Lines;
+
+constexpr const char* kDataSet = R"(c:\calfactors\PX12A\SN12345)";
+constexpr const char* kInstrument = R"(c:\stations\BENCH1\PX12A)";
+
+std::string DataSet(const std::string& due, const std::string& comment) {
+  return Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20260305",
+                "#CAL_NO   : C-0042", "#DUE_DATE : " + due, "#COMMENT  : " + comment, "!End"});
+}
+
+std::string Instrument(const std::string& due, const std::string& comment) {
+  return Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345", "ADDRESS TYPE GP-IB",
+                "ADDRESS 713", "STATION BENCH1", "OPTIONS H69", "AVAILABILITY YES",
+                "CAL DUE DATE " + due, "ASSET LAB-0193", "TRACE ", "COMMENT " + comment,
+                "CAL DATA own file"});
+}
+
+class StationUpdates : public testing::Test {
+ protected:
+  const test::TestTree tree_;
+};
+
+TEST_F(StationUpdates, TakeDueDateAndCommentAndKeepEveryOtherLine) {
+  tree_.Write(kDataSet, DataSet("20270305", "new certificate"));
+  tree_.Write(kInstrument, Instrument("5 MAR 2026", "factory"));
+  StationUpdate update(kInstrument, kDataSet);
+  const std::vector<ChangedLine> lines = {{"CAL DUE DATE 5 MAR 2026", "CAL DUE DATE 5 MAR 2027"},
+                                          {"COMMENT factory", "COMMENT new certificate"}};
+  EXPECT_EQ(update.Lines(), lines);
+  EXPECT_EQ(tree_.Read(kInstrument), Instrument("5 MAR 2026", "factory")) << "nothing is saved yet";
+  update.Save();
+  EXPECT_EQ(tree_.Read(kInstrument), Instrument("5 MAR 2027", "new certificate"));
+}
+
+TEST_F(StationUpdates, ShowTheLinesThatASaveWouldAddOrRemove) {
+  tree_.Write(kDataSet, DataSet("20270305", ""));
+  tree_.Write(kInstrument,
+              Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345", "ADDRESS TYPE NONE",
+                     "ADDRESS ", "STATION ", "OPTIONS ", "AVAILABILITY ", "OWNER Smith",
+                     "CAL DUE DATE 5 MAR 2027", "ASSET ", "TRACE ", "COMMENT "}));
+  const std::vector<ChangedLine> lines = {{"", "CAL DATA "}, {"OWNER Smith", ""}};
+  EXPECT_EQ(StationUpdate(kInstrument, kDataSet).Lines(), lines);
+}
+
+TEST_F(StationUpdates, ReportAFileThatHasChangedSinceThePreview) {
+  tree_.Write(kDataSet, DataSet("20270305", "new"));
+  tree_.Write(kInstrument, Instrument("5 MAR 2026", "factory"));
+  const StationUpdate update(kInstrument, kDataSet);
+  EXPECT_EQ(update.WouldReplace().kind, Replacement::Kind::None);
+  tree_.Write(kInstrument, Instrument("5 MAR 2026", "typed meanwhile"));
+  EXPECT_EQ(update.WouldReplace().kind, Replacement::Kind::Changed);
+}
+
+TEST_F(StationUpdates, RefuseADataSetOfAnotherInstrumentOrWithoutADueDate) {
+  tree_.Write(kInstrument, Instrument("5 MAR 2026", "factory"));
+  tree_.Write(kDataSet, DataSet("20270229", "new"));
+  const auto update = [] { StationUpdate(kInstrument, kDataSet).Save(); };
+  EXPECT_TRUE(Contains(ErrorOf(update).Text(), "no due date"));
+
+  std::string other = DataSet("20270305", "new");
+  other.replace(other.find("3318A12345"), 4, "4419");
+  tree_.Write(kDataSet, other);
+  EXPECT_TRUE(Contains(ErrorOf(update).Text(), "that of 4419A12345"));
+  EXPECT_EQ(tree_.Read(kInstrument), Instrument("5 MAR 2026", "factory"));
+}
+
+}  // namespace
+}  // namespace tarvell

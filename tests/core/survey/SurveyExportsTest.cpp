@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/survey/DueCalendar.h"
+#include "core/survey/SurveyTable.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using test::Lines;
+
+constexpr std::time_t kNow = 1795329121;  // 22 NOV 2026 06:32:01 UTC
+
+SurveyRow Row(const std::string& model, const std::string& serial, const FileDate& due) {
+  SurveyRow row;
+  row.path = "c:\\calfactors\\" + model + "\\SN" + serial.substr(serial.size() - 5);
+  row.model = model;
+  row.serialNumber = serial;
+  row.due = due;
+  row.daysLeft = 100;
+  return row;
+}
+
+std::string Calendar(const std::vector<std::string>& entries) {
+  std::vector<std::string> lines = {"BEGIN:VCALENDAR", "VERSION:2.0",
+                                    "PRODID:-//Tarvell//Due dates//EN"};
+  lines.insert(lines.end(), entries.begin(), entries.end());
+  lines.emplace_back("END:VCALENDAR");
+  return Lines(lines);
+}
+
+TEST(DueCalendarFile, HasADayForEachDueDate) {
+  SurveyRow row = Row("PX12A", "3318A12345", {2027, 3, 5});
+  row.calibrationNumber = "C-0042";
+  row.calibrated = {2026, 3, 5};
+  row.comment = "Prüflabor; a, b\\c";
+  row.stations = {"BENCH1", "BENCH2"};
+  // 75 bytes to a line, those after the first with a blank; "ü" has two bytes.
+  EXPECT_EQ(DueCalendar(std::vector{row}, kNow),
+            Calendar({"BEGIN:VEVENT", "UID:PX12A-3318A12345@tarvell", "DTSTAMP:20261122T063201Z",
+                      "DTSTART;VALUE=DATE:20270305", "SUMMARY:Calibration due: PX12A 3318A12345",
+                      "DESCRIPTION:Calibration number: C-0042\\nCalibrated: 5 MAR 2026\\nComment: "
+                      "Pr",
+                      " üflabor\\; a\\, b\\\\c\\nStations: BENCH1\\, BENCH2", "TRANSP:TRANSPARENT",
+                      "END:VEVENT"}));
+}
+
+TEST(DueCalendarFile, LeavesOutCopiesAndDatesThatDoNotExist) {
+  SurveyRow copy = Row("PX12A", "3318A12345", {2027, 3, 5});
+  copy.kind = SurveyRow::Kind::Instrument;
+  copy.dataSet = "c:\\calfactors\\PX12A\\SN12345";
+  SurveyRow none = Row("PX12A", "3318A12346", {});
+  none.daysLeft.reset();
+  SurveyRow wrong = Row("PX12A", "3318A12347", {2027, 2, 29});
+  wrong.Add(FindingKind::NoSuchDate, "No.");
+  EXPECT_EQ(DueCalendar(std::vector{copy, none, wrong}, kNow), Calendar({}));
+}
+
+TEST(DueCalendarFile, NamesEveryEntryDifferently) {
+  const SurveyRow first = Row("PX 12A", "3318A12345", {2027, 3, 5});
+  SurveyRow second = first;
+  second.path = R"(c:\calfactors\PX 12A\sn12345)";
+  const std::string text = DueCalendar(std::vector{first, second}, kNow);
+  EXPECT_NE(text.find("\r\nUID:PX%2012A-3318A12345@tarvell\r\n"), std::string::npos);
+  EXPECT_NE(text.find("\r\nUID:PX%2012A-3318A12345-PX%2012A-sn12345@tarvell\r\n"),
+            std::string::npos);
+}
+
+TEST(SurveyCsvFile, QuotesWhatHoldsASeparator) {
+  SurveyRow row = Row("PX12A", "3318A12345", {2027, 3, 5});
+  row.comment = "the \"first\"";
+  row.stations = {"BENCH1", "BENCH2"};
+  row.daysLeft = -3;
+  row.Add(FindingKind::OtherSerial, "Rename it.");
+  row.Add(FindingKind::PastDue, "Calibrate it.");
+  EXPECT_EQ(SurveyCsv(std::vector{row}),
+            Lines({"Kind,Model,Serial number,Calibration number,Calibrated,Due,Days left,Comment,"
+                   "Stations,State,What to do,Path",
+                   "data-set,PX12A,3318A12345,,,2027-03-05,-3,\"the \"\"first\"\"\","
+                   "\"BENCH1, BENCH2\",\"past due, other serial number\","
+                   "Calibrate it. Rename it.,c:\\calfactors\\PX12A\\SN12345"}));
+}
+
+}  // namespace
+}  // namespace tarvell

@@ -1,0 +1,388 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "core/platform/ForwardingPlatform.h"
+#include "core/survey/Survey.h"
+#include "core/survey/SurveyTable.h"
+#include "support/TestTree.h"
+
+namespace tarvell {
+namespace {
+
+using test::Lines;
+using test::TestTree;
+using Texts = std::vector<std::string>;
+
+constexpr const char* kData = "c:\\calfactors\\";
+constexpr const char* kSensor = R"(c:\calfactors\PX12A\SN12345)";
+constexpr const char* kAtPoint = R"(c:\stations\BENCH1\PX12A)";
+constexpr const char* kIndex = R"(c:\stations\BENCH1\INDEX)";
+
+const Texts kSensorLines = {
+    "#MODEL_NO : PX12A",
+    "#SER_NO   : 3318A12345",
+    "#CAL_DATE : 20260305",
+    "#CAL_NO   : C-0042",
+    "#DUE_DATE : 20270305",
+    "#COMMENT  : certificate",
+    "!",
+    "!",
+    "!        :              : Reflection Coefficient",
+    "!FEQ(MHz): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)",
+    "*      50:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  ",
+    "*     100:     98.8     :    0.0    :     0.0    :    0.0    :     0.0  ",
+    "!End"};
+
+const Texts kAttenuatorLines = {"#MODEL_NO : PX60G",
+                                "#SER_NO   : 2908A01106",
+                                "#CAL_DATE : 20260122",
+                                "#CAL_NO   : C-0043",
+                                "#DUE_DATE : 20280122",
+                                "#COMMENT  : ",
+                                "!",
+                                "! Setting  /  Freq  /  CalData ",
+                                "*  0  :   5.00E07   :   0.0105",
+                                "!End"};
+
+Texts InstrumentLines(const std::string& model, const std::string& serial,
+                      const std::string& address, const std::string& due,
+                      const std::string& comment) {
+  return {"MODEL NUMBER " + model,
+          "SERIAL NUMBER " + serial,
+          "ADDRESS TYPE GP-IB",
+          "ADDRESS " + address,
+          "STATION rack 2",
+          "OPTIONS ",
+          "AVAILABILITY YES",
+          "CAL DUE DATE " + due,
+          "ASSET ",
+          "TRACE ",
+          "COMMENT " + comment,
+          "CAL DATA own file"};
+}
+
+const Texts kSensorAtStation =
+    InstrumentLines("PX12A", "3318A12345", "713", "5 MAR 2027", "certificate");
+const Texts kAttenuatorAtStation = InstrumentLines("PX60G", "2908A01106", "728", "22 JAN 2028", "");
+
+/// `lines` with another text in the place of one line.
+Texts With(Texts lines, const std::string& line, const std::string& other) {
+  const auto place = std::ranges::find(lines, line);
+  EXPECT_NE(place, lines.end()) << line;
+  *place = other;
+  return lines;
+}
+
+Texts Without(Texts lines, const std::string& line) {
+  EXPECT_EQ(std::erase(lines, line), 1U) << line;
+  return lines;
+}
+
+std::string WithoutLastEnd(const Texts& lines) {
+  const std::string bytes = Lines(lines);
+  return bytes.substr(0, bytes.size() - 2);
+}
+
+/// Two data sets, and a station that uses both, without any fault on 22 NOV 2026.
+class Laboratory {
+ public:
+  Laboratory() {
+    tree.Write(kSensor, Lines(kSensorLines));
+    tree.Write(R"(c:\calfactors\PX60G\SN01106)", Lines(kAttenuatorLines));
+    tree.Write(R"(c:\stations\INDEX)", Lines({"BENCH1"}));
+    tree.Write(kIndex, Lines({"PX12A", "PX60G", "INDEX"}));
+    tree.Write(kAtPoint, Lines(kSensorAtStation));
+    tree.Write(R"(c:\stations\BENCH1\PX60G)", Lines(kAttenuatorAtStation));
+  }
+
+  const TestTree tree;
+  SurveyOrder order = {
+      .calibrationDir = "c:\\calfactors", .stationDir = "c:\\stations", .today = {2026, 11, 22}};
+};
+
+Survey Surveyed(const Laboratory& laboratory) {
+  Survey survey(laboratory.order);
+  while (survey.Step()) {
+  }
+  return survey;
+}
+
+/// Each finding as "PX12A\SN12345 past-due".
+Texts FindingsIn(const std::vector<SurveyRow>& rows) {
+  Texts texts;
+  for (const SurveyRow& row : rows) {
+    for (const Finding& finding : row.findings) {
+      texts.push_back(row.path.substr(row.path.find('\\', 3) + 1) + " " +
+                      std::string(CodeOf(finding.kind)));
+      EXPECT_TRUE(finding.text.ends_with(".")) << finding.text;
+    }
+  }
+  return texts;
+}
+
+TEST(Survey, FindsNothingWhereNothingIsWrong) {
+  const Laboratory laboratory;
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_EQ(FindingsIn(survey.Rows()), Texts());
+  EXPECT_TRUE(survey.CouldLook());
+  EXPECT_EQ(survey.FilesRead(), 4U);
+  ASSERT_EQ(survey.Rows().size(), 4U);
+
+  const SurveyRow& sensor = survey.Rows()[0];
+  EXPECT_EQ(sensor.kind, SurveyRow::Kind::DataSet);
+  EXPECT_EQ(sensor.model, "PX12A");
+  EXPECT_EQ(sensor.serialNumber, "3318A12345");
+  EXPECT_EQ(sensor.calibrationNumber, "C-0042");
+  EXPECT_EQ(IsoDate(sensor.calibrated), "2026-03-05");
+  EXPECT_EQ(IsoDate(sensor.due), "2027-03-05");
+  EXPECT_EQ(sensor.daysLeft, 8 + 31 + 31 + 28 + 5);
+  EXPECT_EQ(sensor.comment, "certificate");
+  EXPECT_EQ(sensor.stations, Texts{"BENCH1"});
+
+  const SurveyRow& atStation = survey.Rows()[2];
+  EXPECT_EQ(atStation.kind, SurveyRow::Kind::Instrument);
+  EXPECT_EQ(atStation.serialNumber, "3318A12345");
+  EXPECT_EQ(atStation.address, "GP-IB 713");
+  EXPECT_EQ(IsoDate(atStation.due), "2027-03-05");
+  EXPECT_EQ(atStation.dataSet, kSensor);
+}
+
+/// A fault in the laboratory, and everything that the survey finds then.
+struct Fault {
+  const char* name;
+  std::function<void(const TestTree&)> plant;
+  Texts found;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Fault& fault) {
+  return stream << fault.name;
+}
+
+/// Writes a file with these lines.
+std::function<void(const TestTree&)> File(const std::string& path, const Texts& lines) {
+  return [=](const TestTree& tree) { tree.Write(path, Lines(lines)); };
+}
+
+const Texts& Sensor() {
+  return kSensorLines;
+}
+const std::string kDue = "#DUE_DATE : 20270305";
+const std::string kDueAtStation = "CAL DUE DATE 5 MAR 2027";
+const std::string kSerialAtStation = "SERIAL NUMBER 3318A12345";
+
+class OneFault : public testing::TestWithParam<Fault> {};
+
+TEST_P(OneFault, IsFoundAndNothingElse) {
+  const Laboratory laboratory;
+  GetParam().plant(laboratory.tree);
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), GetParam().found);
+}
+
+std::vector<Fault> Faults() {
+  return {
+      {"PastDueAndOnTheStationToo",
+       [](const TestTree& tree) {
+         tree.Write(kSensor, Lines(With(Sensor(), kDue, "#DUE_DATE : 20261121")));
+         tree.Write(kAtPoint,
+                    Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 21 NOV 2026")));
+       },
+       {R"(PX12A\SN12345 past-due)"}},
+      {"DueOnTheLastOfTheDays",
+       [](const TestTree& tree) {
+         tree.Write(kSensor, Lines(With(Sensor(), kDue, "#DUE_DATE : 20261222")));
+         tree.Write(kAtPoint,
+                    Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 22 DEC 2026")));
+       },
+       {R"(PX12A\SN12345 due-soon)"}},
+      {"NoSuchDueDate",
+       File(kSensor, With(Sensor(), kDue, "#DUE_DATE : 20270229")),
+       {R"(PX12A\SN12345 no-such-date)"}},
+      {"NoSuchMonth",
+       File(kSensor, With(Sensor(), "#CAL_DATE : 20260305", "#CAL_DATE : 20261305")),
+       {R"(PX12A\SN12345 no-such-date)"}},
+      {"NoSuchDateAtTheStation",
+       File(kAtPoint, With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 29 FEB 2027")),
+       {R"(BENCH1\PX12A no-such-date)"}},
+      {"OtherDueDateAtTheStation",
+       File(kAtPoint, With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 5 MAR 2026")),
+       {R"(BENCH1\PX12A due-date-differs)"}},
+      {"NoDueDateAtTheStation",
+       File(kAtPoint, With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 1 1 2000")),
+       {R"(BENCH1\PX12A due-date-differs)"}},
+      {"OtherSerialAtTheStation",
+       File(kAtPoint, With(kSensorAtStation, kSerialAtStation, "SERIAL NUMBER 4419B12345")),
+       {R"(BENCH1\PX12A serial-differs)"}},
+      {"DataSetMissing",
+       [](const TestTree& tree) { std::filesystem::remove(tree.Native(kSensor)); },
+       {R"(BENCH1\PX12A data-set-missing)"}},
+      {"DataSetMissingAndPastDue",
+       [](const TestTree& tree) {
+         std::filesystem::remove(tree.Native(kSensor));
+         tree.Write(kAtPoint,
+                    Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 21 NOV 2026")));
+       },
+       {R"(BENCH1\PX12A past-due)", R"(BENCH1\PX12A data-set-missing)"}},
+      {"NotUsed",
+       [](const TestTree& tree) {
+         std::filesystem::remove(tree.Native(kAtPoint));
+         tree.Write(kIndex, Lines({"PX60G", "INDEX"}));
+       },
+       {R"(PX12A\SN12345 not-used)"}},
+      {"TwoSerialsWithOneFileName",
+       File(R"(c:\calfactors\PX12A\sn12345)",
+            With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 4419B12345")),
+       {R"(PX12A\SN12345 shared-file-name)", R"(PX12A\sn12345 not-used)",
+        R"(PX12A\sn12345 shared-file-name)"}},
+      {"OneAddressTwice",
+       File(kAtPoint, With(kSensorAtStation, "ADDRESS 713", "ADDRESS 728")),
+       {R"(BENCH1\PX12A shared-address)", R"(BENCH1\PX60G shared-address)"}},
+      {"IndexLacksAnInstrument",
+       File(kIndex, {"PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-lacks-name)"}},
+      {"NoIndex",
+       [](const TestTree& tree) { std::filesystem::remove(tree.Native(kIndex)); },
+       {R"(BENCH1\INDEX index-lacks-name)"}},
+      {"IndexNamesAnInstrumentThatIsGone",
+       File(kIndex, {"px12a", "PX13A", "PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-names-missing)"}},
+      {"IndexOfTheStationsFitsNeitherWay",
+       File(R"(c:\stations\INDEX)", {"BENCH2"}),
+       {"INDEX index-lacks-name", "INDEX index-names-missing"}},
+      {"FolderInsteadOfAFile",
+       [](const TestTree& tree) { tree.MakeFolders(R"(c:\calfactors\PX12A\SN99999)"); },
+       {R"(PX12A\SN99999 unreadable)"}},
+      {"LinkToNowhere",
+       [](const TestTree& tree) {
+         std::filesystem::remove(tree.Native(kSensor));
+         std::filesystem::create_symlink("nowhere", tree.Native(kSensor));
+       },
+       {R"(PX12A\SN12345 unreadable)"}},
+      {"TooManyRows",
+       [](const TestTree& tree) {
+         Texts lines = Sensor();
+         lines.insert(lines.end() - 2, 50, lines[11]);
+         tree.Write(kSensor, Lines(lines));
+       },
+       {R"(PX12A\SN12345 unreadable)"}},
+      {"CutOffInTheHeader",
+       File(kSensor, {Sensor().begin(), Sensor().begin() + 4}),
+       {R"(PX12A\SN12345 cut-off)"}},
+      {"CutOffInALine",
+       [](const TestTree& tree) { tree.Write(kSensor, WithoutLastEnd(Without(Sensor(), "!End"))); },
+       {R"(PX12A\SN12345 cut-off)"}},
+      {"NoEnd", File(kSensor, Without(Sensor(), "!End")), {R"(PX12A\SN12345 no-end)"}},
+      {"OtherModel",
+       File(kSensor, With(Sensor(), "#MODEL_NO : PX12A", "#MODEL_NO : PX11A")),
+       {R"(PX12A\SN12345 other-model)"}},
+      {"OtherSerial",
+       File(kSensor, With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 3318A12346")),
+       {R"(PX12A\SN12345 other-serial)"}},
+      {"CommentOfTwoWords",
+       File(kSensor, With(Sensor(), "#COMMENT  : certificate", "#COMMENT  : two words")),
+       {R"(PX12A\SN12345 not-rewritten)"}},
+      {"InstrumentIsEmpty",
+       File(kAtPoint, {}),
+       {R"(PX12A\SN12345 not-used)", R"(BENCH1\PX12A cut-off)"}},
+      {"InstrumentIsCutOff",
+       [](const TestTree& tree) { tree.Write(kAtPoint, WithoutLastEnd(kSensorAtStation)); },
+       {R"(BENCH1\PX12A cut-off)"}},
+      {"InstrumentLacksItsEnd",
+       File(kAtPoint, Without(kSensorAtStation, "CAL DATA own file")),
+       {R"(BENCH1\PX12A no-end)"}},
+      {"InstrumentOfAnotherModel",
+       File(kAtPoint, With(kSensorAtStation, "MODEL NUMBER PX12A", "MODEL NUMBER PX13A")),
+       {R"(BENCH1\PX12A other-model)"}},
+      {"InstrumentWithALineOfItsOwn",
+       File(kAtPoint, With(kSensorAtStation, "ASSET ", "ASSET  two  blanks")),
+       {R"(BENCH1\PX12A not-rewritten)"}},
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(Survey, OneFault, testing::ValuesIn(Faults()),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Survey, LooksAtModelsThatTheProgramDoesNotKnow) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(
+      std::string(kData) + "ZZ1\\SN00001",
+      Lines({"#MODEL_NO : QZ ZZ1", "#SER_NO   : 00001", "#CAL_DATE : 20260305", "#CAL_NO   : 7",
+             "#DUE_DATE : 20270305", "#COMMENT  : any words", "*something else"}));
+  laboratory.tree.Write(std::string(kData) + "ZZ1\\SN00002",
+                        Lines({"QZ ZZ2 Opt001", "00002", "05MAR2026"}));
+  EXPECT_EQ(
+      FindingsIn(Surveyed(laboratory).Rows()),
+      (Texts{R"(ZZ1\SN00001 not-used)", R"(ZZ1\SN00002 not-used)", R"(ZZ1\SN00002 other-model)"}));
+}
+
+TEST(Survey, FindsNoFaultInTheFileOfATestKit) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(std::string(kData) + "RT410A\\SN00031",
+                        Lines({"RT410A PERFORMANCE TEST KIT", "2705J00031", "CAL DATE 20251215"}) +
+                            std::string(5U << 20U, ' '));
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts{R"(RT410A\SN00031 not-used)"});
+}
+
+TEST(Survey, LooksAtOneTreeWhereTheOtherIsGone) {
+  Laboratory laboratory;
+  laboratory.order.calibrationDir = "c:\\gone";
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_FALSE(survey.CouldLook());
+  ASSERT_EQ(survey.Rows().size(), 3U);
+  EXPECT_EQ(survey.Rows()[0].path, "c:\\gone");
+  EXPECT_TRUE(survey.Rows()[0].Has(FindingKind::Unreadable));
+  EXPECT_TRUE(survey.Rows()[1].findings.empty()) << "no data set is known to be missing";
+}
+
+/// Counts the files that are opened.
+class CountingPlatform : public ForwardingPlatform {
+ public:
+  CountingPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
+  CountingPlatform(const CountingPlatform&) = delete;
+  CountingPlatform& operator=(const CountingPlatform&) = delete;
+  ~CountingPlatform() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
+                                               std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenForReading(path, file);
+  }
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenFound(entry, file);
+  }
+
+  int opened = 0;
+
+ private:
+  Platform* before_;
+};
+
+TEST(Survey, ReadsEachFileOnceAndShowsItsRowAtOnce) {
+  const Laboratory laboratory;
+  CountingPlatform platform;
+  Survey survey(laboratory.order);
+  double progress = survey.Progress();
+  EXPECT_EQ(progress, 0);
+  while (survey.Rows().empty() && survey.Step()) {
+  }
+  EXPECT_EQ(platform.opened, 2) << "the INDEX of the root, and the first data set";
+  EXPECT_EQ(survey.Rows().size(), 1U);
+  while (survey.Step()) {
+    EXPECT_GE(survey.Progress(), progress);
+    progress = survey.Progress();
+  }
+  EXPECT_EQ(survey.Progress(), 1);
+  EXPECT_EQ(platform.opened, 6);
+}
+
+}  // namespace
+}  // namespace tarvell
