@@ -72,11 +72,15 @@ bool IsDataLine(const DelimitedLine& line) {
   if (NumberIn(line.Cell(0))) {
     return true;
   }
-  bool isRow = width > 2 && !KeyFieldOf(line.Cell(0));
-  for (std::size_t column = 1; isRow && column < width; ++column) {
-    isRow = NumberIn(line.Cell(column)).has_value();
+  std::size_t numbers = 0;
+  for (std::size_t column = 1; column < width; ++column) {
+    const bool isNumber = NumberIn(line.Cell(column)).has_value();
+    if (!isNumber && !line.Cell(column).empty()) {
+      return false;
+    }
+    numbers += isNumber ? 1 : 0;
   }
-  return isRow;
+  return numbers > 1 && !KeyFieldOf(line.Cell(0));
 }
 
 bool IsCaptionLine(const DelimitedLine& line) {
@@ -110,8 +114,11 @@ bool HasOnlyUnits(const DelimitedLine& line) {
 
 class CsvReader {
  public:
-  CsvReader(std::vector<DelimitedLine> lines, const ReadingChoices& choices)
-      : lines_(std::move(lines)), choices_(choices), dates_(choices.dateOrder) {}
+  CsvReader(std::string_view text, char separator, const ReadingChoices& choices)
+      : lines_(DelimitedLines(text, separator)),
+        separator_(separator),
+        choices_(choices),
+        dates_(choices.dateOrder) {}
 
   Certificate Read() {
     FindTables();
@@ -247,8 +254,10 @@ class CsvReader {
   void DecideSign() {
     std::size_t unreadPoint = 0;
     std::size_t unreadComma = 0;
+    bool hasComma = false;
     std::optional<ReadingQuestion> question;
     ForEachNumber([&](std::string_view number) {
+      hasComma = hasComma || number.find(',') != std::string_view::npos;
       const std::optional<std::string> point = PlainNumber(number, DecimalSign::Point);
       const std::optional<std::string> comma = PlainNumber(number, DecimalSign::Comma);
       unreadPoint += point ? 0 : 1;
@@ -258,6 +267,8 @@ class CsvReader {
                                    Normalised(*point), Normalised(*comma)};
       }
     });
+    // Who writes a decimal comma does not separate cells by commas, except with quotes.
+    unreadComma += separator_ == ',' && !hasComma ? 1 : 0;
     const bool isDecided = unreadPoint != unreadComma;
     sign_ = isDecided       ? unreadPoint < unreadComma ? DecimalSign::Point : DecimalSign::Comma
             : choices_.sign ? *choices_.sign
@@ -340,6 +351,7 @@ class CsvReader {
   }
 
   std::vector<DelimitedLine> lines_;
+  char separator_;
   ReadingChoices choices_;
   HeaderDates dates_;
   DecimalSign sign_ = DecimalSign::Point;
@@ -367,7 +379,7 @@ Certificate CsvCertificate(std::string_view bytes, const ReadingChoices& choices
                 "The file is not a text. Save the table as CSV, or choose a DCC file (XML).");
   }
   const char separator = SeparatorOf(decoded.text);
-  Certificate certificate = CsvReader(DelimitedLines(decoded.text, separator), choices).Read();
+  Certificate certificate = CsvReader(decoded.text, separator, choices).Read();
   certificate.kind =
       "Text, " + std::string(decoded.encoding) + ", separated by " + std::string(NameOf(separator));
   return certificate;
