@@ -105,8 +105,12 @@ struct ReadingQuestion {
   std::string second;
 };
 
+/// What the program's own exports name as their format.
+inline constexpr std::string_view kExportFormat = "tarvell-data-set 1";
+
 struct Certificate {
-  std::string kind;  ///< "DCC 3.3", "table of text, separated by semicolons"
+  bool isExport = false;  ///< its texts are those of a data set, digit by digit
+  std::string kind;       ///< "DCC 3.3", "table of text, separated by semicolons"
   CertificateHeader header;
   std::vector<CertificateItem> items;
   std::vector<CertificateTable> tables;

@@ -23,6 +23,8 @@ namespace {
 
 /// So many lines that no field takes are named.
 constexpr std::size_t kNamedLines = 12;
+/// A longer line above a table is not its title.
+constexpr std::size_t kLongestTitle = 80;
 
 /// The number and the unit of a cell.
 struct NumberCell {
@@ -139,6 +141,7 @@ class CsvReader {
     std::size_t captions = 0;  ///< how many lines
     std::string page;
     std::string memberSerial;
+    std::string title;  ///< the last line of one cell above the table
   };
 
   void FindTables() {
@@ -174,6 +177,9 @@ class CsvReader {
     for (std::size_t i = begin; i < end; ++i) {
       const DelimitedLine& line = lines_[i];
       bool isTaken = IsBlank(line);
+      if (line.Width() == 1 && line.Cell(0).size() <= kLongestTitle) {
+        next.title = line.Cell(0);
+      }
       if (line.Width() == 1) {
         // "Serial number: 4711" in one cell.
         const std::string_view cell = line.Cell(0);
@@ -232,6 +238,9 @@ class CsvReader {
         break;
       case KeyField::Option:
         keep(header.option);
+        break;
+      case KeyField::Format:
+        certificate_.isExport = value == kExportFormat;
         break;
       case KeyField::Page:
         next.page = value;
@@ -296,7 +305,9 @@ class CsvReader {
     table.where = "line " + std::to_string(lines_[place.begin].number);
     table.page = place.page;
     table.memberSerial = place.memberSerial;
-    table.name = {{"", place.page.empty() ? "Table of " + table.where : place.page}};
+    table.name = {{"", !place.page.empty()    ? place.page
+                       : !place.title.empty() ? place.title
+                                              : "Table of " + table.where}};
     std::size_t width = 0;
     for (std::size_t i = place.begin - place.captions; i < place.end; ++i) {
       width = std::max(width, lines_[i].Width());

@@ -63,7 +63,7 @@ class TableReader {
     while (!open.empty()) {
       const pugi::xml_node list = open.back();
       open.pop_back();
-      ++lists_;
+      lists_ += std::string_view(list.name()) == "dcc:list" ? 1 : 0;
       AddOwnTable(list);
       if (AddTableOfLists(list)) {
         continue;
@@ -171,7 +171,7 @@ class TableReader {
       rows = std::max(rows, column.series.front().values.size());
     }
     CertificateTable table;
-    table.where = where_ + ", list " + std::to_string(lists_);
+    table.where = where_ + (lists_ == 0 ? "" : ", list " + std::to_string(lists_));
     table.name = NamesOf(list.child("dcc:name"));
     if (table.name.empty()) {
       table.name = resultName_;

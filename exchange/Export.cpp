@@ -15,6 +15,7 @@
 #include "core/dates/Calendar.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
+#include "exchange/Certificate.h"
 #include "exchange/ExportedTable.h"
 #include "exchange/WrittenDate.h"
 
@@ -92,6 +93,7 @@ void AppendKey(std::string& csv, const std::string& key, const std::string& valu
 
 std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState& state) {
   std::string csv;
+  AppendKey(csv, "Format", std::string(kExportFormat));
   for (const auto& [key, value] : HeaderOf(model, state)) {
     AppendKey(csv, key, value);
   }

@@ -196,8 +196,9 @@ ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate
       isChosen = true;
       continue;
     }
-    PagePlan planned = PlanPage({target.model, target.data, page, target.now.pages[i].rows,
-                                 certificate.tables[*choice.table], choice.match});
+    PagePlan planned =
+        PlanPage({target.model, target.data, page, target.now.pages[i].rows,
+                  certificate.tables[*choice.table], choice.match, certificate.isExport});
     AppendAll(plan.doubts, planned.doubts);
     AppendAll(plan.notes, planned.notes);
     if (!planned.IsEmpty()) {

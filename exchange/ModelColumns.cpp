@@ -26,9 +26,9 @@ constexpr std::array<std::string_view, 15> kNotFactor = {
 constexpr std::array<std::string_view, 9> kSetting = {"setting",  "nominal",  "nennwert",
                                                       "sollwert", "einstell", "position",
                                                       "step",     "réglage",  "basic_nominalvalue"};
-constexpr std::array<std::string_view, 10> kAttenuation = {
-    "cal data", "actual", "measured", "attenuation", "dämpfung",
-    "atténu",   "atenua", "messwert", "istwert",     "basic_measuredvalue"};
+constexpr std::array<std::string_view, 12> kAttenuation = {
+    "cal data", "actual",   "measured", "attenuation", "dämpfung", "atténu",
+    "atenua",   "messwert", "istwert",  "mesur",       "affaibl",  "basic_measuredvalue"};
 constexpr std::array<std::string_view, 8> kNotAttenuation = {
     "deviation", "error",       "abweich", "écart",
     "vswr",      "return loss", "setting", "basic_measurementerror"};

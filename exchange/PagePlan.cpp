@@ -46,6 +46,12 @@ bool IsRounded(const std::string& number, std::string_view stored) {
   return ParseNumber(number) != ParseNumber(PartsOfCell(stored).number);
 }
 
+/// A cell's text with another number in it.
+std::string WithNumber(std::string_view cell, const std::string& number) {
+  const CellParts parts = PartsOfCell(cell);
+  return std::string(parts.before) + number + std::string(parts.after);
+}
+
 /// The number that is to be stored in a cell, and the unit that its format needs for it.
 struct CellNumber {
   std::string number;
@@ -160,6 +166,33 @@ class Planning {
         plan_.rows.back().taken.push_back(valueColumn);
       }
     }
+    if (source_.keepsTexts) {
+      KeepTexts();
+    }
+  }
+
+  /// Gives the rows the texts that the data set had, where they are the same numbers.
+  void KeepTexts() {
+    for (PlannedRow& planned : plan_.rows) {
+      PastedRow& row = planned.row;
+      for (std::size_t from = 0; !planned.taken.empty() && from < source_.table.RowCount();
+           ++from) {
+        std::vector<std::string> texts;
+        for (std::size_t column = 0; column < columns_.size(); ++column) {
+          const WrittenValue* value = ValueAt(from, column);
+          texts.push_back(value == nullptr ? std::string() : value->text);
+        }
+        if (std::ranges::equal(texts, row.after, [](const auto& one, const auto& other) {
+              return ParseNumber(one) && ParseNumber(one) == ParseNumber(other);
+            })) {
+          row.after = texts;
+          break;
+        }
+      }
+      if (row.change == PastedRow::Change::Unchanged && row.after != row.before) {
+        row.change = PastedRow::Change::Updated;
+      }
+    }
   }
 
   [[nodiscard]] std::int16_t LastColumn() const {
@@ -269,7 +302,7 @@ class Planning {
         continue;
       }
       const Cell cell = {RowOf(at), static_cast<std::int16_t>(column)};
-      const std::string stored = Store(cell, *number);
+      std::string stored = Store(cell, *number);
       if (*ParseNumber(number->number) != 0 && HoldsZero(stored)) {
         Refuse(row, *value, " would be stored as " + Quoted(stored));
         continue;
@@ -279,6 +312,9 @@ class Planning {
         NoteIfRounded(row, column, number->number, stored);
       }
       planned.taken.push_back(cell.column);
+      if (source_.keepsTexts && !IsRounded(number->number, stored)) {
+        stored = WithNumber(stored, number->number);
+      }
       std::string& text = planned.row.after.at(column);
       if (text != stored) {
         planned.row.change = PastedRow::Change::Updated;

@@ -19,7 +19,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 54> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 55> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -70,6 +70,7 @@ constexpr std::array<Key, 54> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"remarque", KeyField::Comment},
                                         {"observaci", KeyField::Comment},
                                         {"option", KeyField::Option},
+                                        {"format", KeyField::Format},
                                         {"page", KeyField::Page},
                                         {"seite", KeyField::Page},
                                         {"datum", KeyField::CalDate}}};

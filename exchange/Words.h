@@ -28,6 +28,7 @@ enum class KeyField {
   DueDate,
   Comment,
   Option,
+  Format,
   Page,
   MemberSerial
 };
