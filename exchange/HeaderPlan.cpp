@@ -44,7 +44,9 @@ class HeaderPlanning {
     if (item.serialNumber.empty()) {
       plan_.notes.emplace_back("The certificate names no serial number.");
     } else if (item.serialNumber != present) {
-      if (!present.empty()) {
+      // Nobody has entered the serial number of the template.
+      const bool isDefault = !target_.isSerialFixed && present == target_.data.SerialNumber();
+      if (!present.empty() && !isDefault) {
         plan_.doubts.push_back("The certificate is for the serial number " +
                                Quoted(item.serialNumber) + ", and this data set has " +
                                Quoted(present) + "." +
