@@ -8,12 +8,17 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
   screens/caldata/EditHistory.cpp
+  screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
+  screens/caldata/ChangedCell.cpp
   screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
+  screens/caldata/ImportPreview.cpp screens/caldata/ImportPreview.h
+  screens/caldata/ImportPreview.ui
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
+  screens/caldata/WholeStep.cpp
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
   screens/caldata/frmCalDataInput.ui
   screens/caldata/frmCalDataTabInput.cpp screens/caldata/frmCalDataTabInput.h
@@ -56,7 +61,7 @@ add_library(tarvell_screens STATIC
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
 qt_add_resources(tarvell_screens images PREFIX / FILES
   images/calendar.svg images/tarvell.svg images/tarvell-16.svg)
-target_link_libraries(tarvell_screens PUBLIC tarvell_core Qt6::Widgets PRIVATE tarvell_warnings)
+target_link_libraries(tarvell_screens PUBLIC tarvell_core tarvell_exchange Qt6::Widgets PRIVATE tarvell_warnings)
 target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functional> <memory> <string>
   <string_view> <vector>)
 

@@ -25,8 +25,10 @@
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/CalHeaderBlock.h"
 #include "screens/caldata/CellEditor.h"
+#include "screens/caldata/CertificateFiles.h"
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
+#include "screens/caldata/WholeStep.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
@@ -130,6 +132,20 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                              .state = [this] { return Contents(); },
                              .show = [this](const EditorState& draft) { Restore(draft); }});
   WatchChanges();
+  certificates_ = new CertificateFiles(
+      {.screen = this,
+       .grid = controls_.grid,
+       .menu = fileMenu_,
+       .model = [this]() -> const Model& { return *model_; },
+       .data = [this]() -> const cifCaldata& { return *data_; },
+       .contents =
+           [this] {
+             cellEditor_->Commit();
+             return Contents();
+           },
+       .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
+       .take = [this](const QString& what,
+                      const EditorState& after) { TakeContents(what, after); }});
 }
 
 void CalEditor::WatchChanges() {
@@ -177,30 +193,48 @@ EditorState CalEditor::Contents() {
 }
 
 void CalEditor::Restore(const EditorState& draft) {
-  const QString what = tr("restoring the draft");
+  ShowContents(draft, [this](const std::function<void()>& show) {
+    Change(tr("restoring the draft"), show);
+  });
+  if (draft.openCell) {
+    cellEditor_->Reopen(*draft.openCell);
+  }
+}
+
+void CalEditor::TakeContents(const QString& what, const EditorState& contents) {
+  const auto show = [this](const EditorState& state) {
+    ShowContents(state, [](const std::function<void()>& page) { page(); });
+    ReportValuesToEnter();
+  };
+  const EditorState before = Contents();
+  show(contents);
+  history_.push(new WholeStep(
+      what, before, Contents(), [this] { return Contents(); }, show));
+}
+
+void CalEditor::ShowContents(const EditorState& contents,
+                             const std::function<void(const std::function<void()>& show)>& act) {
   cellEditor_->Cancel();
   const EditorState now = Contents();
-  const std::size_t count = std::min(now.pages.size(), draft.pages.size());
+  const std::size_t count = std::min(now.pages.size(), contents.pages.size());
   for (std::size_t index = 0; index < count; ++index) {
     const auto page = static_cast<std::int16_t>(index);
-    if (draft.pages[index] == now.pages[index]) {
+    if (contents.pages[index] == now.pages[index]) {
       continue;
     }
     if (page >= data_->GetCalPageCount()) {
       // The page that the option hides.
-      Change(what, [&] { GoTo(ShownPage(), true); });
+      act([&] { GoTo(ShownPage(), true); });
     }
     GoTo(page, HasOption());
-    Change(what, [&] { RestorePage(draft.pages[index]); });
+    act([&] { RestorePage(contents.pages[index]); });
   }
-  if (model_->hasOption && draft.option && *draft.option != HasOption()) {
-    Change(what, [&] { GoTo(0, *draft.option); });
+  if (model_->hasOption && contents.option && *contents.option != HasOption()) {
+    act([&] { GoTo(0, *contents.option); });
   }
-  GoTo(draft.shownPage < data_->GetCalPageCount() ? draft.shownPage : std::int16_t{0}, HasOption());
-  controls_.header->ShowBoxes(draft.header);
-  if (draft.openCell) {
-    cellEditor_->Reopen(*draft.openCell);
-  }
+  GoTo(contents.shownPage < data_->GetCalPageCount() ? contents.shownPage : std::int16_t{0},
+       HasOption());
+  controls_.header->ShowBoxes(contents.header);
 }
 
 void CalEditor::RestorePage(const DraftPage& page) {
@@ -280,14 +314,14 @@ void CalEditor::ShowState(const PageState& state, const PageState& other) {
 
 void CalEditor::Undo() {
   if (history_.canUndo()) {
-    const auto& step = static_cast<const EditStep&>(*history_.command(history_.index() - 1));
+    const auto& step = static_cast<const HistoryStep&>(*history_.command(history_.index() - 1));
     Go(step.Before(), [this] { history_.undo(); });
   }
 }
 
 void CalEditor::Redo() {
   if (history_.canRedo()) {
-    const auto& step = static_cast<const EditStep&>(*history_.command(history_.index()));
+    const auto& step = static_cast<const HistoryStep&>(*history_.command(history_.index()));
     Go(step.After(), [this] { history_.redo(); });
   }
 }

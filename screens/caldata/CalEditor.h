@@ -30,6 +30,7 @@ namespace tarvell {
 class CalGrid;
 class CalHeaderBlock;
 class CellEditor;
+class CertificateFiles;
 class DraftKeeper;
 class DraftStrip;
 class NoticeLine;
@@ -141,6 +142,11 @@ class CalEditor : public QDialog {
   /// Shows the contents of a draft. Each page that it changes is one step of the history.
   void Restore(const EditorState& draft);
   void RestorePage(const DraftPage& page);
+  /// Shows other contents of the whole data set. Each page is shown inside `act`.
+  void ShowContents(const EditorState& contents,
+                    const std::function<void(const std::function<void()>& show)>& act);
+  /// Makes these the contents, in one step of the history.
+  void TakeContents(const QString& what, const EditorState& contents);
   /// The notes of the cells that will be read back differently after a save.
   [[nodiscard]] CellNotes NotesOf(const MemoryGrid& grid, std::int16_t page) const;
   void MakeActions();
@@ -177,6 +183,7 @@ class CalEditor : public QDialog {
   QAction* redo_ = nullptr;
   QMenu* fileMenu_ = nullptr;
   DraftKeeper* drafts_ = nullptr;
+  CertificateFiles* certificates_ = nullptr;
 };
 
 }  // namespace tarvell

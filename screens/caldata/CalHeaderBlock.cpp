@@ -186,6 +186,10 @@ void CalHeaderBlock::LockSerial(bool locked) {
   ui_->txtSerial->setAccessibleDescription(ui_->txtSerial->toolTip().replace('\n', ' '));
 }
 
+bool CalHeaderBlock::IsSerialLocked() const {
+  return ui_->txtSerial->isReadOnly();
+}
+
 void CalHeaderBlock::Store(cifCaldata& calData) const {
   const auto integer = [](const QLineEdit* box) {
     return IntegerValue(FromQt(box->text()), FromQt(box->accessibleName()));

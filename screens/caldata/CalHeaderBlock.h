@@ -35,6 +35,7 @@ class CalHeaderBlock final : public QWidget {
   /// Locks or unlocks the serial number. The serial number of a file must not change: it names the
   /// file.
   void LockSerial(bool locked);
+  [[nodiscard]] bool IsSerialLocked() const;
 
   /// Stores the boxes in `calData`. Throws a Type error that names a date box without a number, and
   /// stores nothing then.

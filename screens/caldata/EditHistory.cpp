@@ -31,7 +31,7 @@ Cell FirstDifferentKey(const Map& one, const Map& other) {
 }  // namespace
 
 EditStep::EditStep(const QString& what, PageState before, PageState after, Show show, int run)
-    : QUndoCommand(what),
+    : HistoryStep(what),
       before_(std::move(before)),
       after_(std::move(after)),
       show_(std::move(show)),

@@ -24,8 +24,18 @@ struct PageState {
   bool operator==(const PageState&) const = default;
 };
 
+/// A step of the history of an editor. Undo and Redo first go to the page of the state that the
+/// table then has.
+class HistoryStep : public QUndoCommand {
+ public:
+  using QUndoCommand::QUndoCommand;
+
+  [[nodiscard]] virtual const PageState& Before() const = 0;
+  [[nodiscard]] virtual const PageState& After() const = 0;
+};
+
 /// One step of the history of an editor: the page before and after a change.
-class EditStep final : public QUndoCommand {
+class EditStep final : public HistoryStep {
  public:
   /// Shows a page as it was before the change, or after it. `other` is the state that is left.
   using Show = std::function<void(const PageState& state, const PageState& other)>;
@@ -36,8 +46,8 @@ class EditStep final : public QUndoCommand {
   /// The change has been made already.
   EditStep(const QString& what, PageState before, PageState after, Show show, int run);
 
-  [[nodiscard]] const PageState& Before() const { return before_; }
-  [[nodiscard]] const PageState& After() const { return after_; }
+  [[nodiscard]] const PageState& Before() const override { return before_; }
+  [[nodiscard]] const PageState& After() const override { return after_; }
 
   void undo() override { show_(before_, after_); }
   void redo() override;

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "core/caldata/TableRows.h"
+#include "screens/caldata/ChangedCell.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
@@ -21,19 +22,8 @@ namespace {
 
 using Change = PastedRow::Change;
 
-/// How much of the selection's colour a changed cell has.
-constexpr float kTint = 0.25F;
-
 QString Points(std::size_t count) {
   return count == 1 ? PastePreview::tr("1 point") : PastePreview::tr("%1 points").arg(count);
-}
-
-QColor Tinted(const QPalette& palette) {
-  const QColor full = palette.color(QPalette::Highlight);
-  const QColor base = palette.color(QPalette::Base);
-  const auto mixed = [](float part, float other) { return kTint * part + (1 - kTint) * other; };
-  return QColor::fromRgbF(mixed(full.redF(), base.redF()), mixed(full.greenF(), base.greenF()),
-                          mixed(full.blueF(), base.blueF()));
 }
 
 }  // namespace
@@ -119,21 +109,17 @@ void PastePreview::ShowRow(int row, const PastedRow& pasted) {
   texts << after << words;
   const int columns = static_cast<int>(texts.size());
   for (int column = 0; column < columns; ++column) {
-    auto* cell = new QTableWidgetItem(texts[column]);
     const bool isPoint = column < columns - 3;
     const bool isAfter = column == columns - 2;
     const bool isChanged = (isAfter && pasted.change != Change::Unchanged &&
                             (pasted.change != Change::Missing || isRemoved)) ||
                            (isPoint && pasted.change == Change::Added);
+    QTableWidgetItem* cell = ChangedCell(texts[column], ui_->tblPreview, isChanged);
     cell->setTextAlignment((column == columns - 1 ? Qt::AlignLeft : Qt::AlignRight) |
                            Qt::AlignVCenter);
-    QFont font = ui_->tblPreview->font();
-    font.setBold(isChanged);
+    QFont font = cell->font();
     font.setStrikeOut(isRemoved && (isPoint || column == columns - 3));
     cell->setFont(font);
-    if (isChanged) {
-      cell->setBackground(Tinted(ui_->tblPreview->palette()));
-    }
     ui_->tblPreview->setItem(row, column, cell);
   }
 }

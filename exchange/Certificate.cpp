@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/Certificate.h"
+
+#include <algorithm>
+
+namespace tarvell {
+
+std::string NameIn(const Names& names, std::string_view language) {
+  for (const std::string_view wanted : {language, std::string_view(), std::string_view("en")}) {
+    const auto found = std::ranges::find(names, wanted, &LocalText::language);
+    if (found != names.end()) {
+      return found->text;
+    }
+  }
+  return names.empty() ? std::string() : names.front().text;
+}
+
+std::size_t CertificateTable::RowCount() const {
+  std::size_t rows = 0;
+  for (const CertificateColumn& column : columns) {
+    rows = std::max(rows, column.series.front().values.size());
+  }
+  return rows;
+}
+
+}  // namespace tarvell

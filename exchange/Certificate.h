@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_CERTIFICATE_H
+#define TARVELL_EXCHANGE_CERTIFICATE_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/dates/FileDate.h"
+#include "core/numbers/WrittenNumber.h"
+#include "exchange/WrittenDate.h"
+
+/// A calibration certificate as it was read, whatever kind of file it was in. Nothing in it depends
+/// on a model of the program.
+namespace tarvell {
+
+/// A text in one language: "en", "de"; "" for a text that holds for every language.
+struct LocalText {
+  std::string language;
+  std::string text;
+
+  bool operator==(const LocalText&) const = default;
+};
+
+/// One name in several languages.
+using Names = std::vector<LocalText>;
+
+/// The name in this language; else the one for every language, the English one, or the first one.
+[[nodiscard]] std::string NameIn(const Names& names, std::string_view language);
+
+/// A value as it is written: "98.50" keeps its two decimals. The decimal sign is the point.
+struct WrittenValue {
+  std::string text;
+  std::string unit;  ///< as written: "MHz" or "\mega\hertz"; "" where none is given
+  bool isNumber = true;
+
+  bool operator==(const WrittenValue&) const = default;
+};
+
+/// The values of a column, from the first row on.
+struct Series {
+  std::vector<WrittenValue> values;
+  std::vector<WrittenValue> uncertainties;  ///< the expanded ones; empty, or one for each value
+};
+
+struct CertificateColumn {
+  Names caption;
+  std::string refType;         ///< what a DCC calls it, such as "basic_measuredValue"; "" elsewhere
+  std::vector<Series> series;  ///< the same values in several units; at least one
+};
+
+struct CertificateTable {
+  Names name;
+  std::string where;         ///< the place in the file: "line 12", "result 1, list 2"
+  std::string page;          ///< the page that it names itself, "" for none
+  std::string memberSerial;  ///< the serial number of the member on that page, "" for none
+  std::vector<CertificateColumn> columns;
+
+  [[nodiscard]] std::size_t RowCount() const;
+};
+
+/// An instrument that was calibrated.
+struct CertificateItem {
+  Names name;
+  std::string model;
+  std::string serialNumber;
+};
+
+/// A header value and the place where it was found, such as "line 3".
+struct FoundText {
+  std::string text;
+  std::string where;
+};
+struct FoundDate {
+  FileDate date;
+  std::string where;
+};
+
+struct CertificateHeader {
+  std::optional<FoundText> calibrationNumber;
+  std::optional<FoundDate> calDate;
+  std::optional<FoundDate> dueDate;
+  std::optional<FoundText> comment;
+  std::optional<FoundText> option;
+};
+
+/// How to read what can be read in two ways.
+struct ReadingChoices {
+  std::optional<DecimalSign> sign;
+  std::optional<DateOrder> dateOrder;
+};
+
+/// Something that can be read in two ways. The first one is the decimal point or the day before the
+/// month, the second one the decimal comma or the month before the day.
+struct ReadingQuestion {
+  enum class About { DecimalSign, DateOrder };
+
+  About about = About::DecimalSign;
+  std::string written;
+  std::string first;
+  std::string second;
+};
+
+/// What the program's own exports name as their format.
+inline constexpr std::string_view kExportFormat = "tarvell-data-set 1";
+
+struct Certificate {
+  bool isExport = false;  ///< its texts are those of a data set, digit by digit
+  std::string kind;       ///< "DCC 3.3", "table of text, separated by semicolons"
+  CertificateHeader header;
+  std::vector<CertificateItem> items;
+  std::vector<CertificateTable> tables;
+  std::vector<std::string> notes;          ///< what was not used and why, a sentence each
+  std::vector<ReadingQuestion> questions;  ///< must be answered before the values are taken
+};
+
+}  // namespace tarvell
+
+#endif

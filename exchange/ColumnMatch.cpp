@@ -1,0 +1,242 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/ColumnMatch.h"
+
+#include <algorithm>
+
+#include "core/numbers/Numbers.h"
+#include "core/numbers/WrittenNumber.h"
+#include "exchange/Words.h"
+
+namespace tarvell {
+
+namespace {
+
+const std::vector<WrittenValue>& ValuesIn(const Series& series, const ColumnSource& source) {
+  return source.isUncertainty ? series.uncertainties : series.values;
+}
+
+/// The first number with a unit, or else the first number; nullptr for none.
+const WrittenValue* TypicalValue(const std::vector<WrittenValue>& values) {
+  const auto isNumber = [](const WrittenValue& value) { return value.isNumber; };
+  const auto found = std::ranges::find_if(
+      values, [&](const WrittenValue& value) { return isNumber(value) && !value.unit.empty(); });
+  if (found != values.end()) {
+    return &*found;
+  }
+  const auto number = std::ranges::find_if(values, isNumber);
+  return number == values.end() ? nullptr : &*number;
+}
+
+/// Whether all units of these values are ones that the column takes. A missing unit is unknown.
+enum class UnitFit { Wrong, Unknown, Right };
+
+UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column) {
+  const WrittenValue* typical = TypicalValue(values);
+  if (typical == nullptr) {
+    return UnitFit::Wrong;
+  }
+  if (typical->unit.empty()) {
+    return UnitFit::Unknown;
+  }
+  const std::optional<Unit> unit = UnitFrom(typical->unit);
+  return unit && column.Takes(*unit) ? UnitFit::Right : UnitFit::Wrong;
+}
+
+/// A column of names has no numbers.
+bool IsText(const std::vector<WrittenValue>& values) {
+  return std::ranges::none_of(values, [](const WrittenValue& value) { return value.isNumber; });
+}
+
+std::string FoldedNames(const CertificateColumn& column) {
+  std::string text;
+  for (const LocalText& name : column.caption) {
+    text += Folded(name.text) + " ";
+  }
+  return text + Folded(column.refType);
+}
+
+/// Chooses the sources of one table, one column of the model after the other.
+class Matching {
+ public:
+  Matching(const CertificateTable& table, const std::vector<ModelColumn>& columns)
+      : table_(table), columns_(columns), sources_(SourcesOf(table)) {
+    for (const CertificateColumn& column : table.columns) {
+      names_.push_back(FoldedNames(column));
+    }
+  }
+
+  ColumnMatch Run() {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      match_.push_back(columns_[i].IsUncertainty() ? UncertaintyFor(i) : BestFor(columns_[i]));
+    }
+    return match_;
+  }
+
+ private:
+  [[nodiscard]] bool IsUsed(const ColumnSource& source) const {
+    return std::ranges::find(match_, std::optional(source)) != match_.end();
+  }
+
+  [[nodiscard]] std::optional<ColumnSource> BestFor(const ModelColumn& column) const {
+    std::optional<ColumnSource> best;
+    int bestScore = 0;
+    for (const ColumnSource& source : sources_) {
+      const int score = source.isUncertainty || IsUsed(source) ? 0 : Score(source, column);
+      if (score > bestScore) {
+        best = source;
+        bestScore = score;
+      }
+    }
+    return best;
+  }
+
+  /// 0 for a source that cannot be meant.
+  [[nodiscard]] int Score(const ColumnSource& source, const ModelColumn& column) const {
+    const std::string& name = names_[source.column];
+    const bool isNamed = HasWord(name, column.words);
+    const std::vector<WrittenValue>& values = ValuesOf(table_, source, column);
+    if (column.role == ColumnRole::Member) {
+      return IsText(values) ? 1 + (isNamed ? 2 : 0) : 0;
+    }
+    const UnitFit fit = FitOf(values, column);
+    if (fit == UnitFit::Wrong || NamesUncertainty(name) || HasWord(name, column.others)) {
+      return 0;
+    }
+    // Without a unit only the caption can say what a number is.
+    return fit == UnitFit::Unknown ? (isNamed ? 1 : 0) : isNamed ? 4 : 2;
+  }
+
+  /// The expanded uncertainty that is given with the value before the column, or a column of its
+  /// own after that value.
+  [[nodiscard]] std::optional<ColumnSource> UncertaintyFor(std::size_t index) const {
+    const std::optional<ColumnSource>& value = match_[index - 1];
+    if (!value) {
+      return std::nullopt;
+    }
+    const ColumnSource own = {value->column, true};
+    if (std::ranges::find(sources_, own) != sources_.end()) {
+      return own;
+    }
+    for (std::size_t i = value->column + 1; i < table_.columns.size(); ++i) {
+      const ColumnSource source = {i, false};
+      if (!NamesUncertainty(names_[i])) {
+        // The uncertainties after another value belong to that.
+        break;
+      }
+      if (!IsUsed(source) &&
+          FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]) != UnitFit::Wrong) {
+        return source;
+      }
+    }
+    return std::nullopt;
+  }
+
+  const CertificateTable& table_;
+  const std::vector<ModelColumn>& columns_;
+  std::vector<ColumnSource> sources_;
+  std::vector<std::string> names_;
+  ColumnMatch match_;
+};
+
+}  // namespace
+
+std::vector<ColumnSource> SourcesOf(const CertificateTable& table) {
+  std::vector<ColumnSource> sources;
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
+    sources.push_back({i, false});
+    if (!table.columns[i].series.front().uncertainties.empty()) {
+      sources.push_back({i, true});
+    }
+  }
+  return sources;
+}
+
+std::string SourceName(const CertificateTable& table, const ColumnSource& source,
+                       std::string_view language) {
+  const CertificateColumn& column = table.columns.at(source.column);
+  std::string name = NameIn(column.caption, language);
+  if (name.empty()) {
+    name = "Column " + std::to_string(source.column + 1);
+  }
+  if (source.isUncertainty) {
+    name = "Expanded uncertainty of " + name;
+  }
+  const WrittenValue* typical = TypicalValue(ValuesIn(column.series.front(), source));
+  const std::string unit = typical == nullptr ? std::string() : ShownUnit(typical->unit);
+  return unit.empty() || UnitOfCaption(name) == unit ? name : name + " [" + unit + "]";
+}
+
+ColumnMatch MatchedColumns(const CertificateTable& table, const std::vector<ModelColumn>& columns) {
+  return Matching(table, columns).Run();
+}
+
+bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns) {
+  bool hasPoints = match.size() == columns.size();
+  bool hasValue = false;
+  for (std::size_t i = 0; i < columns.size() && hasPoints; ++i) {
+    hasPoints = !columns[i].IsPoint() || match[i];
+    hasValue = hasValue || (!columns[i].IsPoint() && match[i]);
+  }
+  return hasPoints && hasValue;
+}
+
+std::string CaptionsKey(const CertificateTable& table) {
+  std::string key;
+  for (const CertificateColumn& column : table.columns) {
+    key += (key.empty() ? "" : "|") + Folded(NameIn(column.caption, "en"));
+  }
+  return key;
+}
+
+std::string MatchText(const ColumnMatch& match) {
+  std::string text;
+  for (const std::optional<ColumnSource>& source : match) {
+    text += text.empty() ? "" : " ";
+    text += source ? std::to_string(source->column) + (source->isUncertainty ? "u" : "") : "-";
+  }
+  return text;
+}
+
+std::optional<ColumnMatch> MatchFrom(std::string_view text, const CertificateTable& table,
+                                     std::size_t columns) {
+  const std::vector<ColumnSource> sources = SourcesOf(table);
+  ColumnMatch match;
+  while (!text.empty()) {
+    std::string_view word = text.substr(0, text.find(' '));
+    text.remove_prefix(std::min(word.size() + 1, text.size()));
+    if (word == "-") {
+      match.emplace_back();
+      continue;
+    }
+    const auto found = std::ranges::find_if(
+        sources, [&](const ColumnSource& source) { return MatchText({source}) == word; });
+    if (found == sources.end()) {
+      return std::nullopt;
+    }
+    match.emplace_back(*found);
+  }
+  return match.size() == columns ? std::optional(match) : std::nullopt;
+}
+
+const std::vector<WrittenValue>& ValuesOf(const CertificateTable& table, const ColumnSource& source,
+                                          const ModelColumn& column) {
+  const std::vector<Series>& all = table.columns.at(source.column).series;
+  const Series* best = &all.front();
+  for (const Series& series : all) {
+    const WrittenValue* typical = TypicalValue(ValuesIn(series, source));
+    const std::optional<Unit> unit = typical == nullptr ? std::nullopt : UnitFrom(typical->unit);
+    const bool isTaken = FitOf(ValuesIn(series, source), column) == UnitFit::Right;
+    if (isTaken && FitOf(ValuesIn(*best, source), column) != UnitFit::Right) {
+      best = &series;
+    }
+    // The form in the table's own unit needs no conversion.
+    if (isTaken && unit && unit->power == column.unit.power) {
+      return ValuesIn(series, source);
+    }
+  }
+  return ValuesIn(*best, source);
+}
+
+}  // namespace tarvell

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_COLUMNMATCH_H
+#define TARVELL_EXCHANGE_COLUMNMATCH_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "exchange/Certificate.h"
+#include "exchange/ModelColumns.h"
+
+/// Which column of a certificate goes into which column of a model's table.
+namespace tarvell {
+
+/// A column of a certificate's table, or the expanded uncertainties of its values.
+struct ColumnSource {
+  std::size_t column = 0;
+  bool isUncertainty = false;
+
+  bool operator==(const ColumnSource&) const = default;
+};
+
+/// The source of each column of a model's table; nothing for a column that is not filled.
+using ColumnMatch = std::vector<std::optional<ColumnSource>>;
+
+/// The sources that a table offers.
+[[nodiscard]] std::vector<ColumnSource> SourcesOf(const CertificateTable& table);
+
+/// What a source is called: the caption in this language and the unit. "Factor [%]".
+[[nodiscard]] std::string SourceName(const CertificateTable& table, const ColumnSource& source,
+                                     std::string_view language);
+
+/// The sources that fit by their captions, kinds and units.
+[[nodiscard]] ColumnMatch MatchedColumns(const CertificateTable& table,
+                                         const std::vector<ModelColumn>& columns);
+
+/// Whether a match has every point and at least one value.
+[[nodiscard]] bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns);
+
+/// The captions of a table in one text, by which a match that a user chose is remembered.
+[[nodiscard]] std::string CaptionsKey(const CertificateTable& table);
+
+/// A match as a short text, and back; nothing for a text that does not fit the table.
+[[nodiscard]] std::string MatchText(const ColumnMatch& match);
+[[nodiscard]] std::optional<ColumnMatch> MatchFrom(std::string_view text,
+                                                   const CertificateTable& table,
+                                                   std::size_t columns);
+
+/// The values of a source: those in a unit that the column takes first.
+[[nodiscard]] const std::vector<WrittenValue>& ValuesOf(const CertificateTable& table,
+                                                        const ColumnSource& source,
+                                                        const ModelColumn& column);
+
+}  // namespace tarvell
+
+#endif

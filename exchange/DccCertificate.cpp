@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/DccCertificate.h"
+
+#include <pugixml.hpp>
+#include <string>
+
+#include "core/text/Text.h"
+#include "exchange/DccTables.h"
+#include "exchange/DccXml.h"
+
+namespace tarvell {
+
+namespace {
+
+/// The version that the root names; older certificates name it only in the address of the schema,
+/// ".../v2.4.0/dcc.xsd".
+std::string VersionOf(pugi::xml_node root) {
+  std::string_view version = root.attribute("schemaVersion").value();
+  for (const pugi::xml_attribute attribute : root.attributes()) {
+    const std::string_view address = attribute.value();
+    const std::size_t at = address.find("/v");
+    if (version.empty() && std::string_view(attribute.name()).ends_with("schemaLocation") &&
+        at != std::string_view::npos) {
+      version = address.substr(at + 2);
+      version = version.substr(0, version.find_first_not_of("0123456789."));
+    }
+  }
+  return std::string(version);
+}
+
+void TakeDate(pugi::xml_node node, const std::string& where, std::optional<FoundDate>& target,
+              Certificate& certificate) {
+  const std::string text = TextOf(node);
+  if (text.empty()) {
+    return;
+  }
+  if (const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst)) {
+    target = FoundDate{*date, where};
+  } else {
+    certificate.notes.push_back(Quoted(text) + " (" + where +
+                                ") is not used, because it is not a date.");
+  }
+}
+
+CertificateItem ItemOf(pugi::xml_node node) {
+  CertificateItem item = {NamesOf(node.child("dcc:name")), TextOf(node.child("dcc:model")), {}};
+  for (const pugi::xml_node id : node.child("dcc:identifications").children("dcc:identification")) {
+    if (TextOf(id.child("dcc:issuer")) == "manufacturer" && item.serialNumber.empty()) {
+      item.serialNumber = TextOf(id.child("dcc:value"));
+    }
+  }
+  return item;
+}
+
+void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
+  CertificateHeader& header = certificate.header;
+  const pugi::xml_node core = data.child("dcc:coreData");
+  if (const std::string number = TextOf(core.child("dcc:uniqueIdentifier")); !number.empty()) {
+    header.calibrationNumber = FoundText{number, "unique identifier"};
+  }
+  TakeDate(core.child("dcc:beginPerformanceDate"), "begin of the calibration", header.calDate,
+           certificate);
+  TakeDate(core.child("dcc:endPerformanceDate"), "end of the calibration", header.calDate,
+           certificate);
+  for (const pugi::xml_node statement : data.child("dcc:statements").children("dcc:statement")) {
+    if (HasRefType(statement, "basic_recalibration") && !header.dueDate) {
+      TakeDate(statement.child("dcc:date"), "statement on recalibration", header.dueDate,
+               certificate);
+    }
+  }
+  for (const pugi::xml_node item : data.child("dcc:items").children("dcc:item")) {
+    certificate.items.push_back(ItemOf(item));
+  }
+}
+
+}  // namespace
+
+Certificate DccCertificate(std::string_view bytes) {
+  pugi::xml_document document;
+  Certificate certificate;
+  certificate.notes = LoadDcc(bytes, document);
+  const pugi::xml_node root = document.document_element();
+  const std::string version = VersionOf(root);
+  certificate.kind = version.empty() ? "DCC" : "DCC " + version;
+  ReadAdministrativeData(root.child("dcc:administrativeData"), certificate);
+  AddDccTables(root, certificate);
+  return certificate;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_DELIMITEDTEXT_H
+#define TARVELL_EXCHANGE_DELIMITEDTEXT_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text of lines and cells: CSV and TSV.
+namespace tarvell {
+
+struct DelimitedLine {
+  std::size_t number = 0;  ///< of the line in the file, counted from 1
+  std::vector<std::string> cells;
+
+  /// The cell without blanks around it; "" for one that the line does not have.
+  [[nodiscard]] std::string_view Cell(std::size_t column) const;
+  /// The number of cells up to the last one that is not blank.
+  [[nodiscard]] std::size_t Width() const;
+};
+
+/// The character between the cells: tab, semicolon or comma. A first line "sep=;" names it.
+[[nodiscard]] char SeparatorOf(std::string_view text);
+
+/// All lines, blank ones included, without the line "sep=;". A cell in quotes may hold separators,
+/// line ends and doubled quotes; one without its closing quote goes on to the end of the text.
+[[nodiscard]] std::vector<DelimitedLine> DelimitedLines(std::string_view text, char separator);
+
+}  // namespace tarvell
+
+#endif

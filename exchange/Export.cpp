@@ -1,0 +1,186 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/Export.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/caldata/SetPages.h"
+#include "core/dates/Calendar.h"
+#include "core/dates/Months.h"
+#include "core/numbers/Numbers.h"
+#include "exchange/Certificate.h"
+#include "exchange/ExportedTable.h"
+#include "exchange/WrittenDate.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+/// The ISO date of three boxes; "" for a date that does not exist.
+std::string DateOf(const std::string& year, const std::string& month, const std::string& day) {
+  const auto number = [](const std::string& text) {
+    const std::optional<double> parsed = ParseNumber(text);
+    return parsed && *parsed >= 0 && *parsed <= 9999 ? ToInt16(*parsed) : std::int16_t{0};
+  };
+  const FileDate date = {number(year), MonthToNumber(month), number(day)};
+  return date.year > 0 && IsValidDate(date.year, date.month, date.day) ? IsoText(date)
+                                                                       : std::string();
+}
+
+/// The header fields with the names that key lines have.
+std::vector<std::pair<std::string, std::string>> HeaderOf(const Model& model,
+                                                          const EditorState& state) {
+  const DraftHeader& header = state.header;
+  std::vector<std::pair<std::string, std::string>> fields = {
+      {"Model", std::string(model.code)},
+      {"Serial number", header.serialNumber},
+      {"Calibration number", header.calibrationNumber},
+      {"Calibration date", DateOf(header.calYear, header.calMonth, header.calDay)},
+      {"Due date", DateOf(header.dueYear, header.dueMonth, header.dueDay)},
+      {"Comment", header.comment}};
+  if (state.option) {
+    fields.emplace_back("Option", *state.option ? "001" : "none");
+  }
+  return fields;
+}
+
+/// Pages that the option hides are not part of the data set.
+std::vector<std::int16_t> ShownPages(const EditorState& state) {
+  std::vector<std::int16_t> pages;
+  for (std::size_t i = 0; i < state.pages.size(); ++i) {
+    const auto page = static_cast<std::int16_t>(i);
+    if (page != kOptionPage || state.option.value_or(true)) {
+      pages.push_back(page);
+    }
+  }
+  return pages;
+}
+
+std::string Cell(const std::string& text) {
+  if (text.find_first_of("\",\r\n") == std::string::npos) {
+    return text;
+  }
+  std::string quoted = "\"";
+  for (const char c : text) {
+    quoted += c == '"' ? "\"\"" : std::string(1, c);
+  }
+  return quoted + "\"";
+}
+
+void AppendLine(std::string& csv, const std::vector<std::string>& cells) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    csv += (i == 0 ? "" : ",") + Cell(cells[i]);
+  }
+  csv += kLineEnd;
+}
+
+void AppendKey(std::string& csv, const std::string& key, const std::string& value) {
+  if (!value.empty()) {
+    AppendLine(csv, {key, value});
+  }
+}
+
+}  // namespace
+
+std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState& state) {
+  std::string csv;
+  AppendKey(csv, "Format", std::string(kExportFormat));
+  for (const auto& [key, value] : HeaderOf(model, state)) {
+    AppendKey(csv, key, value);
+  }
+  for (const std::int16_t page : ShownPages(state)) {
+    const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
+    const ExportedTable table = ExportedPage(model, data, page, shown);
+    csv += kLineEnd;
+    AppendKey(csv, "Page", data.GetCalPageName(page));
+    AppendKey(csv, "Member serial number", shown.serialNumber);
+    std::vector<std::string> captions;
+    for (const ExportedColumn& column : table.columns) {
+      captions.push_back(column.caption + (column.unit.empty() ? "" : " [" + column.unit + "]"));
+    }
+    AppendLine(csv, captions);
+    for (const std::vector<std::string>& row : table.rows) {
+      AppendLine(csv, row);
+    }
+  }
+  return csv;
+}
+
+std::string JsonOf(const Model& model, const cifCaldata& data, const EditorState& state) {
+  using Json = nlohmann::ordered_json;
+  constexpr std::pair<std::string_view, std::string_view> kNames[] = {
+      {"Model", "model"},
+      {"Serial number", "serialNumber"},
+      {"Calibration number", "calibrationNumber"},
+      {"Calibration date", "calibrationDate"},
+      {"Due date", "dueDate"},
+      {"Comment", "comment"},
+      {"Option", "option"}};
+  Json json = {{"format", "tarvell-data-set"}, {"version", 1}};
+  for (const auto& [key, value] : HeaderOf(model, state)) {
+    const auto* name =
+        std::ranges::find(kNames, key, &std::pair<std::string_view, std::string_view>::first);
+    if (!value.empty()) {
+      json[std::string(name->second)] = value;
+    }
+  }
+  Json pages = Json::array();
+  for (const std::int16_t page : ShownPages(state)) {
+    const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
+    const ExportedTable table = ExportedPage(model, data, page, shown);
+    Json columns = Json::array();
+    for (const ExportedColumn& column : table.columns) {
+      columns.push_back({{"caption", column.caption}, {"unit", column.unit}});
+    }
+    pages.push_back({{"name", data.GetCalPageName(page)},
+                     {"serialNumber", shown.serialNumber},
+                     {"columns", columns},
+                     {"rows", table.rows}});
+  }
+  json["pages"] = pages;
+  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+EditorState StateOf(const Model& model, cifCaldata& data) {
+  EditorState state;
+  std::int16_t year = 0;
+  std::int16_t day = 0;
+  DraftHeader& header = state.header;
+  header.serialNumber = data.SerialNumber();
+  header.calibrationNumber = data.CalibrationNumber();
+  header.comment = data.Comment();
+  data.GetCalDate(year, header.calMonth, day);
+  header.calYear = std::to_string(year);
+  header.calDay = std::to_string(day);
+  data.GetDueDate(year, header.dueMonth, day);
+  header.dueYear = std::to_string(year);
+  header.dueDay = std::to_string(day);
+  if (model.hasOption) {
+    state.option = data.GetCalPageCount() > kOptionPage;
+  }
+  state.pages = PagesOf(data, model.hasOption);
+  return state;
+}
+
+void StoreState(const EditorState& state, const Model& model, cifCaldata& data) {
+  const DraftHeader& header = state.header;
+  data.SetSerialNumber(header.serialNumber);
+  data.SetCalibrationNumber(header.calibrationNumber);
+  data.SetComment(header.comment);
+  data.SetCalDate(IntegerValue(header.calYear, "Calibration year"), header.calMonth,
+                  IntegerValue(header.calDay, "Calibration day"));
+  data.SetDueDate(IntegerValue(header.dueYear, "Due year"), header.dueMonth,
+                  IntegerValue(header.dueDay, "Due day"));
+  RestorePages(state, model.hasOption, data);
+}
+
+}  // namespace tarvell

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/HeaderDates.h"
+
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+void HeaderDates::Add(bool isCalDate, std::string_view written, const std::string& where) {
+  dates_.push_back({isCalDate, std::string(written), where});
+}
+
+std::optional<DateOrder> HeaderDates::OnlyOrder() const {
+  for (const Written& date : dates_) {
+    const bool fitsDay = DateFrom(date.text, DateOrder::DayFirst).has_value();
+    const bool fitsMonth = DateFrom(date.text, DateOrder::MonthFirst).has_value();
+    if (fitsDay != fitsMonth) {
+      return fitsDay ? DateOrder::DayFirst : DateOrder::MonthFirst;
+    }
+  }
+  return std::nullopt;
+}
+
+void HeaderDates::Store(Certificate& certificate) const {
+  const std::optional<DateOrder> only = OnlyOrder();
+  const DateOrder order = only ? *only : chosen_.value_or(DateOrder::DayFirst);
+  bool isAsked = only.has_value();
+  for (const Written& written : dates_) {
+    const std::optional<FileDate> date = DateFrom(written.text, order);
+    std::optional<FoundDate>& target =
+        written.isCalDate ? certificate.header.calDate : certificate.header.dueDate;
+    if (!date) {
+      certificate.notes.push_back(Quoted(written.text) + " (" + written.where +
+                                  ") is not used, because it is not a date with a day, a month "
+                                  "and a year of four digits.");
+      continue;
+    }
+    const std::optional<FileDate> dayFirst = DateFrom(written.text, DateOrder::DayFirst);
+    const std::optional<FileDate> monthFirst = DateFrom(written.text, DateOrder::MonthFirst);
+    if (!isAsked && dayFirst && monthFirst && IsoText(*dayFirst) != IsoText(*monthFirst)) {
+      certificate.questions.push_back({ReadingQuestion::About::DateOrder, written.text,
+                                       IsoText(*dayFirst), IsoText(*monthFirst)});
+      isAsked = true;
+    }
+    if (!target) {
+      target = FoundDate{*date, written.where};
+    }
+  }
+}
+
+}  // namespace tarvell

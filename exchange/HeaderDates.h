@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_HEADERDATES_H
+#define TARVELL_EXCHANGE_HEADERDATES_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "exchange/Certificate.h"
+
+namespace tarvell {
+
+/// The dates of a certificate's header. All of them are read in the same order: a date that only
+/// one order fits decides for all.
+class HeaderDates {
+ public:
+  explicit HeaderDates(std::optional<DateOrder> chosen) : chosen_(chosen) {}
+
+  /// Adds the calibration date, or else the due date.
+  void Add(bool isCalDate, std::string_view written, const std::string& where);
+
+  /// Puts the dates into the header, with a note for each text that is not a date, and a question
+  /// where the order is open.
+  void Store(Certificate& certificate) const;
+
+ private:
+  struct Written {
+    bool isCalDate;
+    std::string text;
+    std::string where;
+  };
+
+  [[nodiscard]] std::optional<DateOrder> OnlyOrder() const;
+
+  std::optional<DateOrder> chosen_;
+  std::vector<Written> dates_;
+};
+
+}  // namespace tarvell
+
+#endif

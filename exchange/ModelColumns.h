@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_MODELCOLUMNS_H
+#define TARVELL_EXCHANGE_MODELCOLUMNS_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/caldata/Models.h"
+#include "exchange/Units.h"
+
+namespace tarvell {
+
+/// What a column of a model's table holds.
+enum class ColumnRole {
+  Frequency,
+  Setting,      ///< of an attenuator
+  Member,       ///< the name of a member of a set, a text
+  Value,        ///< a measured value
+  Uncertainty,  ///< of the value column before it, in the same unit
+  Relative      ///< uncertainty of the value column before it, relative to the value
+};
+
+/// A column of a model's table as certificates have to offer it.
+struct ModelColumn {
+  std::string caption;  ///< as the table shows it
+  ColumnRole role = ColumnRole::Value;
+  Unit unit;  ///< one that its values can be converted to
+  /// Another unit that some of its rows have instead: inductances and capacitances are one column.
+  Unit otherUnit;
+  std::span<const std::string_view> words;   ///< folded words that its captions have
+  std::span<const std::string_view> others;  ///< words of other columns of the same unit
+
+  [[nodiscard]] bool IsUncertainty() const {
+    return role == ColumnRole::Uncertainty || role == ColumnRole::Relative;
+  }
+  /// Whether the column says which row is meant.
+  [[nodiscard]] bool IsPoint() const {
+    return role == ColumnRole::Frequency || role == ColumnRole::Setting ||
+           role == ColumnRole::Member;
+  }
+  /// Whether it takes values in this unit.
+  [[nodiscard]] bool Takes(const Unit& other) const {
+    return unit.IsLike(other) || otherUnit.IsLike(other);
+  }
+};
+
+/// The columns of a page, from column 0 on. `data` must be an object of that model.
+[[nodiscard]] std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
+                                                    std::int16_t page);
+
+/// Whether a folded caption names an uncertainty.
+[[nodiscard]] bool NamesUncertainty(std::string_view folded);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/Words.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "core/numbers/WrittenNumber.h"
+
+namespace tarvell {
+
+namespace {
+
+struct Key {
+  std::string_view word;
+  KeyField field;
+};
+
+/// In the order in which they are compared: "next calibration date" also holds "calibration date".
+constexpr std::array<Key, 55> kKeys = {{{"member serial", KeyField::MemberSerial},
+                                        {"serial", KeyField::SerialNumber},
+                                        {"serien", KeyField::SerialNumber},
+                                        {"série", KeyField::SerialNumber},
+                                        {"serie", KeyField::SerialNumber},
+                                        {"s/n", KeyField::SerialNumber},
+                                        {"due", KeyField::DueDate},
+                                        {"next cal", KeyField::DueDate},
+                                        {"recal", KeyField::DueDate},
+                                        {"nächste", KeyField::DueDate},
+                                        {"rekal", KeyField::DueDate},
+                                        {"fällig", KeyField::DueDate},
+                                        {"prochain", KeyField::DueDate},
+                                        {"échéance", KeyField::DueDate},
+                                        {"próxima", KeyField::DueDate},
+                                        {"vencimiento", KeyField::DueDate},
+                                        {"calibration date", KeyField::CalDate},
+                                        {"cal date", KeyField::CalDate},
+                                        {"cal. date", KeyField::CalDate},
+                                        {"date of cal", KeyField::CalDate},
+                                        {"calibrated on", KeyField::CalDate},
+                                        {"kalibrierdatum", KeyField::CalDate},
+                                        {"datum der kalibrierung", KeyField::CalDate},
+                                        {"kalibriert am", KeyField::CalDate},
+                                        {"date d'étalonnage", KeyField::CalDate},
+                                        {"date d\u2019étalonnage", KeyField::CalDate},
+                                        {"date de l'étalonnage", KeyField::CalDate},
+                                        {"étalonné le", KeyField::CalDate},
+                                        {"fecha de calib", KeyField::CalDate},
+                                        {"certificate", KeyField::CalibrationNumber},
+                                        {"calibration n", KeyField::CalibrationNumber},
+                                        {"cal. n", KeyField::CalibrationNumber},
+                                        {"cal no", KeyField::CalibrationNumber},
+                                        {"cal. no", KeyField::CalibrationNumber},
+                                        {"kalibrierschein", KeyField::CalibrationNumber},
+                                        {"kalibriernummer", KeyField::CalibrationNumber},
+                                        {"zertifikat", KeyField::CalibrationNumber},
+                                        {"certificat", KeyField::CalibrationNumber},
+                                        {"certificado", KeyField::CalibrationNumber},
+                                        {"model", KeyField::Model},
+                                        {"modèle", KeyField::Model},
+                                        {"type", KeyField::Model},
+                                        {"typ", KeyField::Model},
+                                        {"tipo", KeyField::Model},
+                                        {"comment", KeyField::Comment},
+                                        {"remark", KeyField::Comment},
+                                        {"bemerkung", KeyField::Comment},
+                                        {"kommentar", KeyField::Comment},
+                                        {"remarque", KeyField::Comment},
+                                        {"observaci", KeyField::Comment},
+                                        {"option", KeyField::Option},
+                                        {"format", KeyField::Format},
+                                        {"page", KeyField::Page},
+                                        {"seite", KeyField::Page},
+                                        {"datum", KeyField::CalDate}}};
+
+/// A key is short; a sentence that holds one of the words is none.
+constexpr std::size_t kLongestKey = 40;
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) > 0x7F;
+}
+
+/// Where a word begins in a folded text with `word`.
+std::size_t FindWord(std::string_view folded, std::string_view word) {
+  std::size_t at = folded.find(word);
+  while (at != std::string_view::npos && at > 0 && IsLetter(folded[at - 1])) {
+    at = folded.find(word, at + 1);
+  }
+  return at;
+}
+
+}  // namespace
+
+std::string Folded(std::string_view text) {
+  constexpr unsigned char kLatin = 0xC3;  // the first byte of U+00C0 to U+00FF
+  std::string folded;
+  for (const char c : WithoutBlanks(text)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c >= 'A' && c <= 'Z') {
+      folded += static_cast<char>(c - 'A' + 'a');
+    } else if (c == ' ' || c == '_' || c == '\t' || c == '\n' || c == '\r') {
+      folded += folded.ends_with(' ') ? "" : " ";
+    } else if (!folded.empty() && static_cast<unsigned char>(folded.back()) == kLatin &&
+               byte >= 0x80 && byte <= 0x9E) {
+      folded += static_cast<char>(byte + 0x20);
+    } else {
+      folded += c;
+    }
+  }
+  return folded;
+}
+
+bool HasWord(std::string_view folded, std::span<const std::string_view> words) {
+  return std::ranges::any_of(words, [&](std::string_view word) {
+    return FindWord(folded, word) != std::string_view::npos;
+  });
+}
+
+std::optional<KeyField> KeyFieldOf(std::string_view key) {
+  const std::string folded = Folded(key);
+  if (folded.size() > kLongestKey) {
+    return std::nullopt;
+  }
+  for (const Key& known : kKeys) {
+    if (FindWord(folded, known.word) != std::string_view::npos) {
+      return known.field;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_WORDS_H
+#define TARVELL_EXCHANGE_WORDS_H
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// The words by which captions and header lines of certificates are recognised.
+namespace tarvell {
+
+/// `text` in small letters, those with accents included; blanks and underscores in a row become
+/// one blank.
+[[nodiscard]] std::string Folded(std::string_view text);
+
+/// Whether a folded text has one of these words or beginnings of words.
+[[nodiscard]] bool HasWord(std::string_view folded, std::span<const std::string_view> words);
+
+/// What a key line of a certificate names.
+enum class KeyField {
+  Model,
+  SerialNumber,
+  CalibrationNumber,
+  CalDate,
+  DueDate,
+  Comment,
+  Option,
+  Format,
+  Page,
+  MemberSerial
+};
+
+/// The field that a key such as "Serial number:" names in English, German, French or Spanish.
+[[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
+
+}  // namespace tarvell
+
+#endif

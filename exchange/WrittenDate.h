@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_WRITTENDATE_H
+#define TARVELL_EXCHANGE_WRITTENDATE_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/dates/FileDate.h"
+
+/// Dates as people and spreadsheets write them.
+namespace tarvell {
+
+/// Which comes first in "03/05/2026".
+enum class DateOrder { DayFirst, MonthFirst };
+
+/// The existing day that `text` is: "2026-03-05", "20260305", "5.3.2026", "05-03-2026",
+/// "5 MAR 2026", "March 5, 2026", or with slashes in the given order. A time of day may follow the
+/// ISO form. Nothing for any other text, such as a year of two digits.
+[[nodiscard]] std::optional<FileDate> DateFrom(std::string_view text, DateOrder slashOrder);
+
+/// "2026-03-05".
+[[nodiscard]] std::string IsoText(const FileDate& date);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_CALDATA_CERTIFICATEFILES_H
+#define TARVELL_SCREENS_CALDATA_CERTIFICATEFILES_H
+
+#include <QDialog>
+#include <QMenu>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+#include "core/caldata/Draft.h"
+#include "core/caldata/Models.h"
+
+namespace tarvell {
+
+class CalGrid;
+
+/// "Import..." and "Export..." of an editor, and the files that are dropped on its table. An import
+/// goes into the editor and not to the disk.
+class CertificateFiles final : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Editor {
+    QDialog* screen;
+    CalGrid* grid;
+    QMenu* menu;
+    std::function<const Model&()> model;
+    std::function<const cifCaldata&()> data;
+    std::function<EditorState()> contents;  ///< after an open edit of a cell was stored
+    std::function<bool()> isSerialFixed;
+    /// Makes these the contents, in one step of the history.
+    std::function<void(const QString& what, const EditorState& after)> take;
+  };
+
+  /// The screen owns the object.
+  explicit CertificateFiles(Editor editor);
+
+ protected:
+  /// Takes a file that is dropped on the table.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void ChooseFile();
+  void Import(const QString& file);
+  void Export();
+
+  Editor editor_;
+};
+
+}  // namespace tarvell
+
+#endif

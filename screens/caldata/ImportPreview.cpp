@@ -1,0 +1,401 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/ImportPreview.h"
+
+#include "ui_ImportPreview.h"
+
+#include <QCryptographicHash>
+#include <QHeaderView>
+#include <QLocale>
+
+#include <algorithm>
+
+#include "core/text/Text.h"
+#include "exchange/ModelColumns.h"
+#include "exchange/ReadCertificate.h"
+#include "screens/caldata/ChangedCell.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/UserSettings.h"
+
+namespace tarvell {
+
+namespace {
+
+using Change = PastedRow::Change;
+
+void ShowPair(QWidget* label, QWidget* box, bool isShown) {
+  label->setVisible(isShown);
+  box->setVisible(isShown);
+}
+
+/// Shows a table that has no values of its own to edit.
+void ShowCaptions(QTableWidget* table, const QStringList& captions, std::size_t rows) {
+  table->setColumnCount(static_cast<int>(captions.size()));
+  table->setHorizontalHeaderLabels(captions);
+  table->setRowCount(static_cast<int>(rows));
+  table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  table->horizontalHeader()->setStretchLastSection(true);
+}
+
+/// Fills a list with the two readings of a question, after a first entry that chooses none.
+void ShowQuestion(QComboBox* box, const ReadingQuestion& question) {
+  const int chosen = std::max(box->currentIndex(), 0);
+  const QString written = ToQt(question.written);
+  box->clear();
+  box->addItems({ImportPreview::tr("How is %1 meant?").arg(written),
+                 ImportPreview::tr("%1 is %2").arg(written, ToQt(question.first)),
+                 ImportPreview::tr("%1 is %2").arg(written, ToQt(question.second))});
+  box->setCurrentIndex(chosen);
+}
+
+QString Bullets(const QString& heading, const std::vector<std::string>& sentences) {
+  QString text = sentences.empty() ? QString() : heading + "\n";
+  for (const std::string& sentence : sentences) {
+    text += "- " + ToQt(sentence) + "\n";
+  }
+  return text.isEmpty() ? text : text + "\n";
+}
+
+}  // namespace
+
+ImportPreview::ImportPreview(const ImportTarget& target, std::string bytes, Certificate certificate,
+                             const QString& fileName, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::ImportPreview>()),
+      target_(target),
+      bytes_(std::move(bytes)),
+      certificate_(std::move(certificate)),
+      fileName_(fileName),
+      language_(FromQt(QLocale().name().section('_', 0, 0))),
+      page_(target.now.shownPage) {
+  ui_->setupUi(this);
+  columnBoxes_ = {{ui_->lblColumn0, ui_->cmbColumn0},
+                  {ui_->lblColumn1, ui_->cmbColumn1},
+                  {ui_->lblColumn2, ui_->cmbColumn2},
+                  {ui_->lblColumn3, ui_->cmbColumn3},
+                  {ui_->lblColumn4, ui_->cmbColumn4}};
+  Propose();
+  ShowQuestions();
+  ShowItems();
+  ShowPages();
+  ShowTables();
+  ConnectControls();
+  FitToDisplay(this);
+  MakeScrollable(ui_->choices);
+  EnterPressesFocusedButton(this);
+  Plan();
+  if (ui_->btnOk->isEnabled()) {
+    ui_->btnOk->setFocus();
+  }
+}
+
+ImportPreview::~ImportPreview() = default;
+
+void ImportPreview::ConnectControls() {
+  for (QComboBox* box : {ui_->cmbSign, ui_->cmbDates}) {
+    connect(box, &QComboBox::activated, this, &ImportPreview::cmbReading_Activated);
+  }
+  connect(ui_->cmbItem, &QComboBox::activated, this, [this](int index) {
+    choices_.item = static_cast<std::size_t>(index);
+    Plan();
+  });
+  connect(ui_->cmbPage, &QComboBox::activated, this, [this](int index) {
+    page_ = static_cast<std::int16_t>(index);
+    ShowTables();
+    Plan();
+  });
+  connect(ui_->cmbTable, &QComboBox::activated, this, &ImportPreview::cmbTable_Activated);
+  for (const ColumnBox& box : columnBoxes_) {
+    connect(box.second, &QComboBox::activated, this, &ImportPreview::cmbColumn_Activated);
+  }
+  connect(ui_->chkRemove, &QCheckBox::toggled, this, [this] {
+    ShowRows();
+    ShowButtons();
+  });
+  connect(ui_->chkConfirm, &QCheckBox::toggled, this, &ImportPreview::ShowButtons);
+  connect(ui_->btnOk, &QPushButton::clicked, this, [this] {
+    // An Alt key holds a box down for a moment before it ticks it; Enter may be pressed at once.
+    for (QCheckBox* box : {ui_->chkRemove, ui_->chkConfirm}) {
+      if (box->isDown()) {
+        box->toggle();
+      }
+    }
+    if (ui_->btnOk->isEnabled()) {
+      accept();
+    }
+  });
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &ImportPreview::reject);
+}
+
+EditorState ImportPreview::After() const {
+  return AfterImport(target_.now, plan_, RemovesMissing());
+}
+
+// --- What the user chooses
+
+void ImportPreview::Propose() {
+  choices_ = ProposedChoices(target_, certificate_);
+  for (std::size_t page = 0; page < choices_.pages.size(); ++page) {
+    PageChoice& choice = choices_.pages[page];
+    if (choice.table) {
+      const CertificateTable& table = certificate_.tables.at(*choice.table);
+      const std::optional<ColumnMatch> remembered =
+          MatchFrom(FromQt(RememberedText(SettingOf(table))), table, choice.match.size());
+      choice.match = remembered.value_or(choice.match);
+    }
+  }
+}
+
+QString ImportPreview::SettingOf(const CertificateTable& table) const {
+  const QByteArray captions = QCryptographicHash::hash(
+      QByteArray::fromStdString(CaptionsKey(table)), QCryptographicHash::Sha1);
+  return "certificates/" + ToQt(target_.model.code) + "-" + QString(captions.toHex());
+}
+
+void ImportPreview::ShowQuestions() {
+  const auto show = [&](ReadingQuestion::About about, QLabel* label, QComboBox* box) {
+    const auto found = std::ranges::find(certificate_.questions, about, &ReadingQuestion::about);
+    const bool isOpen = found != certificate_.questions.end();
+    ShowPair(label, box, isOpen);
+    if (isOpen) {
+      ShowQuestion(box, *found);
+    }
+  };
+  show(ReadingQuestion::About::DecimalSign, ui_->lblSign, ui_->cmbSign);
+  show(ReadingQuestion::About::DateOrder, ui_->lblDates, ui_->cmbDates);
+}
+
+void ImportPreview::ShowItems() {
+  ShowPair(ui_->lblItem, ui_->cmbItem, certificate_.items.size() > 1);
+  for (const CertificateItem& item : certificate_.items) {
+    ui_->cmbItem->addItem(
+        ToQt(NameIn(item.name, language_) + " " + item.model + ", " + item.serialNumber));
+  }
+  ui_->cmbItem->setCurrentIndex(static_cast<int>(choices_.item.value_or(0)));
+}
+
+void ImportPreview::ShowPages() {
+  ShowPair(ui_->lblPage, ui_->cmbPage, choices_.pages.size() > 1);
+  for (std::size_t page = 0; page < choices_.pages.size(); ++page) {
+    ui_->cmbPage->addItem(ToQt(target_.data.GetCalPageName(static_cast<std::int16_t>(page))));
+  }
+  // The first page that the certificate changes, unless it changes the one in the editor.
+  if (!ShownChoice().table) {
+    const auto found = std::ranges::find_if(
+        choices_.pages, [](const PageChoice& choice) { return choice.table.has_value(); });
+    if (found != choices_.pages.end()) {
+      page_ = static_cast<std::int16_t>(found - choices_.pages.begin());
+    }
+  }
+  ui_->cmbPage->setCurrentIndex(page_);
+}
+
+void ImportPreview::ShowTables() {
+  const std::optional<std::size_t> chosen = ShownChoice().table;
+  ui_->cmbTable->clear();
+  ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
+  for (const CertificateTable& table : certificate_.tables) {
+    ui_->cmbTable->addItem(tr("%1 (%2), %3 rows")
+                               .arg(ToQt(NameIn(table.name, language_)), ToQt(table.where))
+                               .arg(table.RowCount()));
+  }
+  ui_->cmbTable->setCurrentIndex(chosen ? static_cast<int>(*chosen) + 1 : 0);
+  ShowColumns();
+}
+
+void ImportPreview::ShowColumns() {
+  const PageChoice& choice = ShownChoice();
+  const std::vector<ModelColumn> columns = ShownColumns();
+  for (std::size_t i = 0; i < columnBoxes_.size(); ++i) {
+    const auto& [label, box] = columnBoxes_[i];
+    const bool isUsed = choice.table && i < columns.size();
+    ShowPair(label, box, isUsed);
+    box->clear();
+    if (!isUsed) {
+      continue;
+    }
+    label->setText(ToQt(columns[i].caption));
+    box->setAccessibleName(tr("Column for %1").arg(label->text()));
+    box->addItem(tr("(not used)"));
+    const CertificateTable& table = certificate_.tables.at(*choice.table);
+    for (const ColumnSource& source : SourcesOf(table)) {
+      box->addItem(ToQt(SourceName(table, source, language_)));
+      if (choice.match.at(i) == source) {
+        box->setCurrentIndex(box->count() - 1);
+      }
+    }
+  }
+}
+
+void ImportPreview::cmbReading_Activated() {
+  if (ui_->cmbSign->currentIndex() > 0) {
+    reading_.sign = ui_->cmbSign->currentIndex() == 1 ? DecimalSign::Point : DecimalSign::Comma;
+  }
+  if (ui_->cmbDates->currentIndex() > 0) {
+    reading_.dateOrder =
+        ui_->cmbDates->currentIndex() == 1 ? DateOrder::DayFirst : DateOrder::MonthFirst;
+  }
+  Guarded(this, [this] { certificate_ = ReadCertificate(bytes_, reading_); });
+  Plan();
+}
+
+void ImportPreview::cmbTable_Activated(int index) {
+  PageChoice& choice = ShownChoice();
+  choice = {};
+  if (index > 0) {
+    choice.table = static_cast<std::size_t>(index - 1);
+    choice.match = MatchedColumns(certificate_.tables.at(*choice.table), ShownColumns());
+  }
+  ShowColumns();
+  Plan();
+}
+
+void ImportPreview::cmbColumn_Activated() {
+  PageChoice& choice = ShownChoice();
+  const CertificateTable& table = certificate_.tables.at(*choice.table);
+  const std::vector<ColumnSource> sources = SourcesOf(table);
+  for (std::size_t i = 0; i < choice.match.size(); ++i) {
+    const int index = columnBoxes_.at(i).second->currentIndex();
+    choice.match[i] =
+        index > 0 ? std::optional(sources.at(static_cast<std::size_t>(index - 1))) : std::nullopt;
+  }
+  Remember(SettingOf(table), ToQt(MatchText(choice.match)));
+  Plan();
+}
+
+PageChoice& ImportPreview::ShownChoice() {
+  return choices_.pages.at(static_cast<std::size_t>(page_));
+}
+
+std::vector<ModelColumn> ImportPreview::ShownColumns() const {
+  return ModelColumns(target_.model, target_.data, page_);
+}
+
+// --- What it would do
+
+void ImportPreview::Plan() {
+  error_.clear();
+  plan_ = {};
+  Guarded(
+      this, [this] { plan_ = PlanImport(target_, certificate_, choices_); },
+      [this](const Error& error) { error_ = ToQt(error.what()); });
+  const std::size_t missing = plan_.Count(Change::Missing);
+  ui_->chkRemove->setText(
+      tr("&Remove the %1 points that the certificate does not have").arg(missing));
+  ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
+  ui_->chkConfirm->setVisible(!plan_.doubts.empty());
+  ShowSummary();
+  ShowHeader();
+  ShowRows();
+  ShowNotes();
+  ShowButtons();
+}
+
+void ImportPreview::ShowSummary() {
+  QStringList names;
+  for (const CertificateItem& item : certificate_.items) {
+    names << ToQt(Trim(NameIn(item.name, language_) + " " + item.model + " " + item.serialNumber));
+  }
+  ui_->lblSummary->setText(
+      tr("%1 (%2): %3. %4 rows are updated, %5 added, %6 are as they were.")
+          .arg(fileName_, ToQt(certificate_.kind),
+               names.isEmpty() ? tr("no instrument is named") : names.join(", "))
+          .arg(plan_.Count(Change::Updated))
+          .arg(plan_.Count(Change::Added))
+          .arg(plan_.Count(Change::Unchanged)));
+}
+
+void ImportPreview::ShowHeader() {
+  ShowCaptions(ui_->tblHeader, {tr("Field"), tr("Before"), tr("After"), tr("Place")},
+               plan_.fields.size());
+  int row = 0;
+  for (const PlannedField& field : plan_.fields) {
+    const bool isChanged = field.before != field.after;
+    ui_->tblHeader->setItem(row, 0, ChangedCell(ToQt(field.name), ui_->tblHeader, false));
+    ui_->tblHeader->setItem(row, 1, ChangedCell(ToQt(field.before), ui_->tblHeader, false));
+    ui_->tblHeader->setItem(row, 2, ChangedCell(ToQt(field.after), ui_->tblHeader, isChanged));
+    ui_->tblHeader->setItem(row++, 3, ChangedCell(ToQt(field.where), ui_->tblHeader, false));
+  }
+}
+
+const PagePlan* ImportPreview::ShownPlan() const {
+  const auto found = std::ranges::find(plan_.pages, page_, &PagePlan::page);
+  return found == plan_.pages.end() ? nullptr : &*found;
+}
+
+void ImportPreview::ShowRows() {
+  const PagePlan* page = ShownPlan();
+  QStringList captions;
+  for (const ModelColumn& column : ShownColumns()) {
+    captions << ToQt(column.caption);
+  }
+  ShowCaptions(ui_->tblRows, captions << tr("Change"), page == nullptr ? 0 : page->rows.size());
+  for (int row = 0; row < ui_->tblRows->rowCount(); ++row) {
+    ShowRow(row, page->rows[static_cast<std::size_t>(row)]);
+  }
+}
+
+void ImportPreview::ShowRow(int row, const PlannedRow& planned) {
+  const PastedRow& cells = planned.row;
+  const bool isRemoved = cells.change == Change::Missing && RemovesMissing();
+  const QString words = cells.change == Change::Unchanged ? tr("as it was")
+                        : cells.change == Change::Updated ? tr("updated")
+                        : cells.change == Change::Added   ? tr("added")
+                        : isRemoved                       ? tr("not in it, is removed")
+                                                          : tr("not in it, is kept");
+  const int columns = ui_->tblRows->columnCount() - 1;
+  for (int column = 0; column < columns; ++column) {
+    const auto index = static_cast<std::size_t>(column);
+    const QString after = index < cells.after.size() ? ToQt(cells.after[index]) : QString();
+    const QString before = index < cells.before.size() ? ToQt(cells.before[index]) : QString();
+    const bool isChanged = cells.change != Change::Missing && before != after;
+    QTableWidgetItem* item =
+        ChangedCell(isChanged && !before.isEmpty() ? tr("%1 \u2192 %2").arg(before, after) : after,
+                    ui_->tblRows, isChanged);
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QFont font = item->font();
+    font.setStrikeOut(isRemoved);
+    item->setFont(font);
+    ui_->tblRows->setItem(row, column, item);
+  }
+  ui_->tblRows->setItem(row, columns, ChangedCell(words, ui_->tblRows, false));
+}
+
+void ImportPreview::ShowNotes() {
+  QString text = error_.isEmpty() ? QString() : error_ + "\n\n";
+  text += Bullets(tr("Please check:"), plan_.doubts);
+  text += Bullets(tr("The format of the table rounds:"), plan_.Rounded());
+  text += Bullets(tr("Not used:"), plan_.notes);
+  ui_->txtNotes->setPlainText(text.trimmed());
+}
+
+bool ImportPreview::RemovesMissing() const {
+  return !HasPages(target_.model) && ui_->chkRemove->isChecked();
+}
+
+bool ImportPreview::IsAnswered() const {
+  return std::ranges::all_of(certificate_.questions, [this](const ReadingQuestion& question) {
+    return question.about == ReadingQuestion::About::DecimalSign ? reading_.sign.has_value()
+                                                                 : reading_.dateOrder.has_value();
+  });
+}
+
+void ImportPreview::ShowButtons() {
+  const bool isConfirmed = plan_.doubts.empty() || ui_->chkConfirm->isChecked();
+  const QString hint =
+      !error_.isEmpty()    ? tr("These values cannot be imported. The reason is above.")
+      : !IsAnswered()      ? tr("Say how to read what can be read in two ways.")
+      : !plan_.HasValues() ? tr("There is nothing to import into this data set.")
+      : !plan_.HasPlace(RemovesMissing()) ? tr("The table has no room for all points. Remove those "
+                                               "that are not in the certificate.")
+      : !isConfirmed                      ? tr("Check what is said above, then confirm it.")
+                                          : QString();
+  ui_->lblHint->setText(hint);
+  ui_->btnOk->setEnabled(hint.isEmpty());
+}
+
+}  // namespace tarvell

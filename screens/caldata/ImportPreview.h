@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_CALDATA_IMPORTPREVIEW_H
+#define TARVELL_SCREENS_CALDATA_IMPORTPREVIEW_H
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QTableWidgetItem>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "exchange/ImportPlan.h"
+
+namespace tarvell {
+
+namespace Ui {
+class ImportPreview;
+}
+
+/// Shows what importing a certificate would change: the header, each page, what is rounded and what
+/// is not used. The user chooses how to read what can be read in two ways, the instrument, the
+/// tables and the columns. "Import" accepts it.
+class ImportPreview final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// `certificate` was read from `bytes`. `target` must outlive the screen.
+  ImportPreview(const ImportTarget& target, std::string bytes, Certificate certificate,
+                const QString& fileName, QWidget* parent);
+  ImportPreview(const ImportPreview&) = delete;
+  ImportPreview& operator=(const ImportPreview&) = delete;
+  ~ImportPreview() override;
+
+  /// What the editor shows after the import.
+  [[nodiscard]] EditorState After() const;
+
+ private:
+  using ColumnBox = std::pair<QLabel*, QComboBox*>;
+
+  void ConnectControls();
+  /// Proposes what goes where, with the columns that the user chose for the same captions.
+  void Propose();
+  void ShowQuestions();
+  void ShowItems();
+  void ShowPages();
+  void ShowTables();
+  void ShowColumns();
+
+  void cmbReading_Activated();
+  void cmbTable_Activated(int index);
+  void cmbColumn_Activated();
+
+  /// Plans the import again and shows the plan.
+  void Plan();
+  void ShowSummary();
+  void ShowHeader();
+  void ShowRows();
+  void ShowRow(int row, const PlannedRow& planned);
+  void ShowNotes();
+  void ShowButtons();
+
+  [[nodiscard]] bool RemovesMissing() const;
+  [[nodiscard]] bool IsAnswered() const;
+  [[nodiscard]] PageChoice& ShownChoice();
+  [[nodiscard]] std::vector<ModelColumn> ShownColumns() const;
+  /// The plan of the shown page, nullptr where it stays as it is.
+  [[nodiscard]] const PagePlan* ShownPlan() const;
+  /// The name under which the columns of a table are remembered.
+  [[nodiscard]] QString SettingOf(const CertificateTable& table) const;
+
+  std::unique_ptr<Ui::ImportPreview> ui_;
+  const ImportTarget& target_;
+  std::string bytes_;
+  Certificate certificate_;
+  QString fileName_;
+  std::string language_;  ///< of the user, "en"
+  ReadingChoices reading_;
+  ImportChoices choices_;
+  ImportPlan plan_;
+  QString error_;  ///< why the chosen values cannot be taken, "" when they can
+  std::int16_t page_ = 0;
+  std::vector<ColumnBox> columnBoxes_;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/WholeStep.h"
+
+#include <array>
+#include <utility>
+
+namespace tarvell {
+
+namespace {
+
+PageState PlaceOf(const EditorState& state) {
+  PageState place;
+  place.page = state.shownPage;
+  place.hasOption = state.option.value_or(false);
+  return place;
+}
+
+}  // namespace
+
+WholeStep::WholeStep(const QString& what, EditorState before, EditorState after,
+                     std::function<EditorState()> now, Show show)
+    : HistoryStep(what),
+      before_(std::move(before)),
+      after_(std::move(after)),
+      placeBefore_(PlaceOf(before_)),
+      placeAfter_(PlaceOf(after_)),
+      now_(std::move(now)),
+      show_(std::move(show)) {}
+
+void WholeStep::redo() {
+  if (!std::exchange(isMade_, false)) {
+    ShowInstead(before_, after_);
+  }
+}
+
+void WholeStep::ShowInstead(const EditorState& left, EditorState state) {
+  constexpr std::array kBoxes = {&DraftHeader::serialNumber, &DraftHeader::calibrationNumber,
+                                 &DraftHeader::calYear,      &DraftHeader::calMonth,
+                                 &DraftHeader::calDay,       &DraftHeader::dueYear,
+                                 &DraftHeader::dueMonth,     &DraftHeader::dueDay,
+                                 &DraftHeader::comment};
+  const DraftHeader present = now_().header;
+  for (const auto box : kBoxes) {
+    if (present.*box != left.header.*box) {
+      state.header.*box = present.*box;
+    }
+  }
+  show_(state);
+}
+
+}  // namespace tarvell
