@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 #include "core/station/StationFiles.h"
 
 namespace tarvell {
