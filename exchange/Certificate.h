@@ -90,8 +90,8 @@ struct CertificateHeader {
 
 /// How to read what can be read in two ways.
 struct ReadingChoices {
-  std::optional<DecimalSign> sign;
-  std::optional<DateOrder> dateOrder;
+  std::optional<DecimalSign> sign = {};
+  std::optional<DateOrder> dateOrder = {};
 };
 
 /// Something that can be read in two ways. The first one is the decimal point or the day before the

@@ -87,7 +87,7 @@ with_own_state() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-wayland libqt6svg6 fonts-dejavu-core
-  cmark-gfm libcli11-dev nlohmann-json3-dev)
+  cmark-gfm libcli11-dev libpugixml-dev nlohmann-json3-dev)
 TEST_PACKAGES=(libgtest-dev qt6-base-private-dev clang-format appstream desktop-file-utils man-db shellcheck xvfb)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
 PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant)
@@ -95,5 +95,5 @@ PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
 SHARE_PACKAGES=("${TOUR_PACKAGES[@]}" samba smbnetfs iproute2)
 BENCH_PACKAGES=(libbenchmark-dev libxcb1-dev pkg-config xvfb xauth)
-FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev cmake ninja-build libpugixml-dev nlohmann-json3-dev)
 TIDY_PACKAGES=(clang-tidy git)

@@ -140,7 +140,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
        .data = [this]() -> const cifCaldata& { return *data_; },
        .contents =
            [this] {
-             cellEditor_->Commit();
+             Cells().Commit();
              return Contents();
            },
        .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },

@@ -27,7 +27,7 @@ set(ALLOWED_screens/widgets/UserSettings.cpp "QSettings")
 
 set(found 0)
 set(sources 0)
-foreach(folder app cli core screens)
+foreach(folder app cli core exchange screens)
   file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${folder}/*.cpp ${ROOT}/${folder}/*.h)
   foreach(source IN LISTS files)
     math(EXPR sources "${sources} + 1")

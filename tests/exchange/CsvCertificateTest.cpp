@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "exchange/CsvCertificate.h"
+#include "exchange/Units.h"
+#include "exchange/WrittenDate.h"
+#include "support/ErrorOf.h"
+
+namespace tarvell::test {
+
+namespace {
+
+Certificate Read(std::string_view text, const ReadingChoices& choices = {}) {
+  return CsvCertificate(text, choices);
+}
+
+/// The texts of a column of the first table, with their units.
+std::vector<std::string> Column(const Certificate& certificate, std::size_t column) {
+  std::vector<std::string> texts;
+  for (const WrittenValue& value :
+       certificate.tables.at(0).columns.at(column).series.front().values) {
+    texts.push_back(value.text + (value.unit.empty() ? "" : " " + value.unit));
+  }
+  return texts;
+}
+
+using Texts = std::vector<std::string>;
+
+}  // namespace
+
+TEST(CsvCertificate, ValuesKeepTheirDigitsAndGetTheUnitOfTheirCaption) {
+  const Certificate read = Read("f [MHz];KF [%]\n50;98,50\n0,1;97,0 ppm\n");
+  EXPECT_EQ(Column(read, 0), (Texts{"50 MHz", "0.1 MHz"}));
+  EXPECT_EQ(Column(read, 1), (Texts{"98.50 %", "97.0 ppm"}));
+}
+
+TEST(CsvCertificate, UnitsMayBeInALineOfTheirOwn) {
+  const Certificate read = Read("Frequency\tFactor\n(GHz)\t[%]\n0.05\t98.5\n");
+  EXPECT_EQ(Column(read, 0), Texts{"0.05 GHz"});
+  EXPECT_EQ(Column(read, 1), Texts{"98.5 %"});
+}
+
+TEST(CsvCertificate, QuotedCellsHoldSeparatorsQuotesAndLineEnds) {
+  const Certificate read = Read(
+      "Comment,\"a, \"\"b\"\"\nc\"\nSerial no.,4711\n\nf (MHz),\"Factor,\nmean (%)\"\n50,98.5\n");
+  EXPECT_EQ(read.header.comment->text, "a, \"b\"\nc");
+  EXPECT_EQ(read.items.at(0).serialNumber, "4711");
+  EXPECT_EQ(Column(read, 1), Texts{"98.5 %"});
+  EXPECT_EQ(read.tables.at(0).where, "line 7");
+}
+
+TEST(CsvCertificate, ANumberOfTwoReadingsIsAskedForAndReadAsChosen) {
+  const std::string text = "MHz;%\n1,234;98\n";
+  const Certificate open = Read(text);
+  ASSERT_EQ(open.questions.size(), 1U);
+  EXPECT_EQ(open.questions[0].written, "1,234");
+  EXPECT_EQ(open.questions[0].first, "1234");
+  EXPECT_EQ(open.questions[0].second, "1.234");
+  EXPECT_EQ(Column(Read(text, {.sign = DecimalSign::Point}), 0), Texts{"1234 MHz"});
+  EXPECT_EQ(Column(Read(text, {.sign = DecimalSign::Comma}), 0), Texts{"1.234 MHz"});
+}
+
+TEST(CsvCertificate, ANumberOfOneReadingDecidesForAllOthers) {
+  EXPECT_EQ(Column(Read("MHz;%\n1,234;98,5\n"), 0), Texts{"1.234 MHz"});
+  EXPECT_EQ(Column(Read("MHz;%\n1,234;98.5\n"), 0), Texts{"1234 MHz"});
+  EXPECT_TRUE(Read("MHz;%\n1,234;98.5\n").questions.empty());
+}
+
+TEST(CsvCertificate, ADateOfTwoOrdersIsAskedForUnlessAnotherDateShowsTheOrder) {
+  const std::string cal = "Calibration date;03/05/2026\n";
+  const Certificate open = Read(cal);
+  ASSERT_EQ(open.questions.size(), 1U);
+  EXPECT_EQ(open.questions[0].first, "2026-05-03");
+  EXPECT_EQ(open.questions[0].second, "2026-03-05");
+  const auto month = [](const Certificate& read) { return read.header.calDate->date.month; };
+  EXPECT_EQ(month(Read(cal, {.dateOrder = DateOrder::MonthFirst})), 3);
+  const Certificate decided = Read(cal + "Due date;03/25/2027\n");
+  EXPECT_TRUE(decided.questions.empty());
+  EXPECT_EQ(month(decided), 3);
+}
+
+TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
+  const Certificate read =
+      Read("Some Laboratory\nCalibration date;5.3.26\nDue;31.2.2027\n\n50;98\n");
+  EXPECT_EQ(read.notes,
+            (Texts{"\"5.3.26\" (line 2) is not used, because it is not a date with a day, a month "
+                   "and a year of four digits.",
+                   "\"31.2.2027\" (line 3) is not used, because it is not a date with a day, a "
+                   "month and a year of four digits.",
+                   "This line is not used, because no field takes the text: 1."}));
+}
+
+TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
+  EXPECT_TRUE(
+      Contains(ErrorOf([] { Read(std::string("a;b\0c\n1;2\n", 10)); }).Text(), "not a text"));
+  EXPECT_TRUE(Contains(ErrorOf([] { Read(std::string((4U << 20U) + 1, ';')); }).Text(), "larger"));
+}
+
+TEST(WrittenDate, ReadsTheFormsThatPeopleWrite) {
+  for (const std::string_view text :
+       {"2026-03-05", "20260305", "2026/3/5", "2026-03-05T23:00:00Z", "5.3.2026", "05. 03. 2026",
+        "5-3-2026", "5/3/2026", "5 MAR 2026", "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026",
+        "5 mars 2026"}) {
+    const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
+    EXPECT_EQ(date ? IsoText(*date) : "none", "2026-03-05") << text;
+  }
+  for (const std::string_view text :
+       {"", "5.3.26", "29.2.2026", "5 MARCH", "12345678", "a/b/2026"}) {
+    EXPECT_FALSE(DateFrom(text, DateOrder::DayFirst)) << text;
+  }
+}
+
+TEST(Units, AreFoundInCaptions) {
+  for (const auto& [caption, unit] :
+       std::vector<std::pair<std::string, std::string>>{{"Frequency [MHz]", "MHz"},
+                                                        {"Unc. (k=2) (%)", "%"},
+                                                        {"Frequenz / GHz", "GHz"},
+                                                        {"C in F", "F"},
+                                                        {"Cal Factor %", "%"},
+                                                        {"R (\u03A9)", "\u03A9"},
+                                                        {"Channel A", ""},
+                                                        {"Dissipation factor", ""}}) {
+    EXPECT_EQ(UnitOfCaption(caption), unit) << caption;
+  }
+}
+
+TEST(Units, OfOneQuantityDifferByAPowerOfTen) {
+  struct Case {
+    std::string one;
+    std::string other;
+    int power;
+  };
+  for (const Case& each : std::vector<Case>{
+           {"GHz", "Hz", 9},
+           {"mhz", "Hz", 6},
+           {"\u00B5F", "F", -6},
+           {"k\u2126", "ohm", 3},
+           {"%", "ppm", 4},
+           {"\\mega\\hertz", "Hz", 6},
+           {"\\second\\tothe{-1}", "Hz", 0},
+           {"\\kilo\\per\\second", "Hz", -3},
+           {"\\ampere\\tothe{-2}\\kilogram\\metre\\tothe{2}\\second\\tothe{-3}", "ohm", 0},
+           {"\\kilogram\\tothe{-1}\\metre\\tothe{-2}\\second\\tothe{4}\\ampere\\tothe{2}", "F", 0},
+           {"\\degreeCelsius", "\u00B0C", 0}}) {
+    const std::optional<Unit> one = UnitFrom(each.one);
+    const std::optional<Unit> other = UnitFrom(each.other);
+    ASSERT_TRUE(one && other) << each.one;
+    EXPECT_TRUE(one->IsLike(*other)) << each.one;
+    EXPECT_EQ(one->power - other->power, each.power) << each.one;
+  }
+  EXPECT_FALSE(UnitFrom("dB")->IsLike(*UnitFrom("%")));
+  for (const std::string_view text : {"", "xyz", "\\mega", "\\hertz\\tothe{99}", "\\tothe{2}"}) {
+    EXPECT_FALSE(UnitFrom(text)) << text;
+  }
+}
+
+TEST(Units, ConversionKeepsTheDigits) {
+  EXPECT_EQ(Shifted("0.9850", 2), "98.50");
+  EXPECT_EQ(Shifted("-98.5", -2), "-0.985");
+  EXPECT_EQ(Shifted("5.0E7", -6), "50");
+  EXPECT_EQ(Shifted("1.00027E-6", 6), "1.00027");
+  EXPECT_EQ(Shifted("100", 3), "100000");
+  EXPECT_EQ(Shifted("0", 3), "0");
+  EXPECT_EQ(Shifted("1E300", 0), "1E300");
+}
+
+}  // namespace tarvell::test

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "exchange/ReadCertificate.h"
+#include "support/ErrorOf.h"
+
+namespace tarvell::test {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// A certificate with this text inside the only result's data.
+std::string Dcc(const std::string& data, const std::string& administrative = "") {
+  return "<?xml version=\"1.0\"?><c:digitalCalibrationCertificate xmlns:c=\"https://ptb.de/dcc\" "
+         "xmlns:s=\"https://ptb.de/si\" schemaVersion=\"3.2.1\"><c:administrativeData>" +
+         administrative +
+         "</c:administrativeData><c:measurementResults><c:measurementResult><c:results><c:result>"
+         "<c:data>" +
+         data +
+         "</c:data></c:result></c:results></c:measurementResult></c:measurementResults>"
+         "</c:digitalCalibrationCertificate>";
+}
+
+std::string Real(const std::string& value, const std::string& unit) {
+  return "<c:quantity><s:real><s:value>" + value + "</s:value><s:unit>" + unit +
+         "</s:unit></s:real></c:quantity>";
+}
+
+std::string List(const std::string& values, const std::string& unit) {
+  return "<c:quantity><s:realListXMLList><s:valueXMLList>" + values +
+         "</s:valueXMLList><s:unitXMLList>" + unit +
+         "</s:unitXMLList></s:realListXMLList></c:quantity>";
+}
+
+/// The values of each column of a table, joined.
+Texts ColumnsOf(const CertificateTable& table) {
+  Texts columns;
+  for (const CertificateColumn& column : table.columns) {
+    std::string text;
+    for (const WrittenValue& value : column.series.front().values) {
+      text += (text.empty() ? "" : " ") + value.text + value.unit;
+    }
+    columns.push_back(text);
+  }
+  return columns;
+}
+
+std::string RefusalOf(const std::string& bytes) {
+  return ErrorOf([&] { (void)ReadCertificate(bytes); }).Text();
+}
+
+}  // namespace
+
+TEST(DccCertificate, ListsOfSingleValuesAreATableByRowOrByColumn) {
+  const std::string rows = "<c:list><c:list>" + Real("1", "\\hertz") + Real("10.0", "\\decibel") +
+                           "</c:list><c:list>" + Real("2", "\\hertz") + Real("20.0", "\\decibel") +
+                           "</c:list></c:list>";
+  const std::string columns = "<c:list><c:list>" + Real("1", "\\hertz") + Real("2", "\\hertz") +
+                              "</c:list><c:list>" + Real("10.0", "\\decibel") +
+                              Real("20.0", "\\decibel") + "</c:list></c:list>";
+  for (const std::string& data : {rows, columns}) {
+    const Certificate read = ReadCertificate(Dcc(data));
+    ASSERT_EQ(read.tables.size(), 1U) << data;
+    EXPECT_EQ(ColumnsOf(read.tables[0]),
+              (Texts{"1\\hertz 2\\hertz", "10.0\\decibel 20.0\\decibel"}));
+  }
+}
+
+TEST(DccCertificate, EveryListIsATableAndASingleValueHoldsForAllItsRows) {
+  const Certificate read = ReadCertificate(Dcc(
+      "<c:list><c:list>" + Real("10", "\\decibel") + List("1 2", "\\hertz") + "</c:list><c:list>" +
+      List("1 2 3", "\\hertz") + List("4 5", "\\decibel") + "</c:list></c:list>"));
+  ASSERT_EQ(read.tables.size(), 2U);
+  EXPECT_EQ(ColumnsOf(read.tables[0]), (Texts{"10\\decibel 10\\decibel", "1\\hertz 2\\hertz"}));
+  EXPECT_EQ(read.tables[0].where, "result 1, list 2");
+  EXPECT_EQ(ColumnsOf(read.tables[1]), Texts{"1\\hertz 2\\hertz 3\\hertz"});
+  EXPECT_EQ(read.notes, Texts{"The column \"\" (result 1, list 3) is not used, because it does not "
+                              "have a value for each row."});
+}
+
+TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
+  const Certificate read = ReadCertificate(
+      Dcc("",
+          "<c:coreData><c:uniqueIdentifier>N 1</c:uniqueIdentifier><c:beginPerformanceDate>"
+          "2026-01-02</c:beginPerformanceDate><c:endPerformanceDate>2026-01-05"
+          "</c:endPerformanceDate></c:coreData><c:items><c:item><c:identifications>"
+          "<c:identification><c:issuer>customer</c:issuer><c:value>INV</c:value>"
+          "</c:identification><c:identification><c:issuer>manufacturer</c:issuer><c:value>SER"
+          "</c:value></c:identification></c:identifications></c:item></c:items>"));
+  EXPECT_EQ(read.header.calibrationNumber->text, "N 1");
+  EXPECT_EQ(IsoText(read.header.calDate->date), "2026-01-05");
+  EXPECT_FALSE(read.header.dueDate);
+  EXPECT_EQ(read.items.at(0).serialNumber, "SER");
+}
+
+TEST(DccCertificate, ElementsOfOtherNamespacesAreNotTakenForThoseOfACertificate) {
+  EXPECT_TRUE(ReadCertificate(Dcc("<list xmlns=\"urn:x\">" + List("1 2", "\\hertz") +
+                                  List("3 4", "\\one") + "</list>"))
+                  .tables.empty());
+}
+
+TEST(DccCertificate, EntitiesAreNotResolved) {
+  const std::string entities =
+      "<!DOCTYPE x [<!ENTITY a \"aaaa\"><!ENTITY b \"&a;&a;\"><!ENTITY f SYSTEM "
+      "\"file:///etc/passwd\">]>";
+  std::string bytes = Dcc("",
+                          "<c:coreData><c:uniqueIdentifier>&b;&f;</c:uniqueIdentifier>"
+                          "</c:coreData>");
+  bytes.insert(bytes.find("?>") + 2, entities);
+  const Certificate read = ReadCertificate(bytes);
+  EXPECT_EQ(read.header.calibrationNumber->text, "&b;&f;");
+  EXPECT_EQ(read.notes, Texts{"The file declares entities. They were not resolved."});
+}
+
+TEST(DccCertificate, HostileFilesAreRefusedWithAReason) {
+  std::string deep;
+  for (int i = 0; i < 300'000; ++i) {
+    deep += "<a>";
+  }
+  std::string many;
+  for (int i = 0; i < 100'001; ++i) {
+    many += " 1 2";
+  }
+  std::string wide;
+  for (int i = 0; i < 500'001; ++i) {
+    wide += "<a></a>";
+  }
+  EXPECT_TRUE(Contains(RefusalOf(deep), "line 1 is not correct XML"));
+  for (int i = 0; i < 300'000; ++i) {
+    deep += "</a>";
+  }
+  EXPECT_TRUE(Contains(RefusalOf(deep), "nested deeper"));
+  EXPECT_TRUE(Contains(RefusalOf(Dcc(wide)), "more elements"));
+  EXPECT_TRUE(Contains(RefusalOf(Dcc("<c:list>" + List(many, "\\one") + "</c:list>")),
+                       "more than 200000 values"));
+  EXPECT_TRUE(Contains(RefusalOf(Dcc("\xC3(")), "not in UTF-8"));
+  EXPECT_TRUE(Contains(RefusalOf("<html/>"), "not a DCC. Its first element is \"html\""));
+  EXPECT_TRUE(Contains(RefusalOf("\x30\x82\x10signed"), "inside a signature"));
+  EXPECT_TRUE(Contains(RefusalOf("PK\x03\x04"), "workbook"));
+  EXPECT_TRUE(Contains(RefusalOf(" \r\n"), "empty"));
+}
+
+}  // namespace tarvell::test
