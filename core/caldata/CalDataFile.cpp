@@ -219,8 +219,8 @@ std::string CalDataFile::BytesToSave() const {
   return text.Bytes();
 }
 
-std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName) {
-  file_.Save(fileName, serialNumber_, BytesToSave());
+std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) {
+  file_.Save(fileName, serialNumber_, BytesToSave(), earlier);
   return 0;
 }
 

@@ -16,7 +16,7 @@
 #include "core/caldata/LoadNotes.h"
 #include "core/caldata/cifCaldata.h"
 #include "core/files/FileText.h"
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 
 namespace tarvell {
 
@@ -48,7 +48,8 @@ class CalDataFile : public cifCaldata {
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
   void LoadFromBytes(std::string_view bytes, const std::string& fileName) final;
-  std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  using cifCaldata::SaveCalibrationDataToFile;
+  std::int32_t SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) final;
   [[nodiscard]] std::string BytesToSave() const final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void RememberUnchangedSave() final;

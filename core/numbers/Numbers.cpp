@@ -183,6 +183,11 @@ bool BeginsWithNumber(std::string_view text) {
   return !NumberScanner(text).Scan().empty();
 }
 
+std::string_view AfterNumber(std::string_view text) {
+  NumberScanner scanner(text);
+  return scanner.Scan().empty() ? text : text.substr(scanner.Position());
+}
+
 std::optional<double> ParseNumber(std::string_view text) {
   NumberScanner scanner(text);
   const std::string number = scanner.Scan();

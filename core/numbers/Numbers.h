@@ -27,6 +27,10 @@ namespace tarvell {
 /// Whether a text begins with a number that NumericValue would find.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 
+/// What follows the number at the beginning of a text, without the blanks before it; the whole text
+/// where it does not begin with a number.
+[[nodiscard]] std::string_view AfterNumber(std::string_view text);
+
 /// The value of a text that is nothing but a number, with blanks around it allowed. Infinite if it
 /// is too large for a double; nothing for any other text.
 [[nodiscard]] std::optional<double> ParseNumber(std::string_view text);

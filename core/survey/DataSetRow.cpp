@@ -11,7 +11,6 @@
 #include "core/dates/Calendar.h"
 #include "core/dates/FileDate.h"
 #include "core/files/FileNames.h"
-#include "core/files/ItemReader.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/FileCheck.h"
 #include "core/text/Text.h"
@@ -103,8 +102,7 @@ void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
 }
 
 void CheckDataSet(std::string_view bytes, SurveyRow& row) {
-  ItemReader reader = ItemReader::Of(bytes, row.path);
-  const std::optional<CalFileInfo> header = ReadCalFileHeader(reader);
+  const std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, row.path);
   if (!header) {
     throw Error(ErrorKind::NotAFile,
                 "The file does not begin like a data file. Put the right file in its place, or "

@@ -11,13 +11,15 @@ set(core/text core/platform)
 set(core/numbers core/platform core/text)
 set(core/dates core/numbers core/platform core/text)
 set(core/files core/dates core/numbers core/platform core/text)
-set(core/caldata core/dates core/files core/numbers core/platform core/text)
-set(core/station core/dates core/files core/numbers core/platform core/text)
+set(core/history core/dates core/files core/numbers core/platform core/text)
+set(core/caldata core/dates core/files core/history core/numbers core/platform core/text)
+set(core/station core/dates core/files core/history core/numbers core/platform core/text)
 set(core/session core/caldata core/dates core/files core/numbers core/platform core/text)
-set(core/survey core/caldata core/dates core/files core/numbers core/platform core/station
-  core/text)
-set(EVERY_CORE_ROOM core/caldata core/dates core/files core/numbers core/platform core/session
-  core/station core/survey core/text)
+set(core/curves core/caldata core/files core/numbers core/platform core/text)
+set(core/survey core/caldata core/curves core/dates core/files core/history core/numbers
+  core/platform core/station core/text)
+set(EVERY_CORE_ROOM core/caldata core/curves core/dates core/files core/history core/numbers
+  core/platform core/session core/station core/survey core/text)
 set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/caldata ${EVERY_CORE_ROOM} screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
