@@ -13,6 +13,7 @@
 #include "core/files/FileNames.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/FileCheck.h"
+#include "core/survey/ValueCheck.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -90,7 +91,8 @@ void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow
 }
 
 /// Reads the whole data set as the editors do.
-void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
+void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& limits,
+                  SurveyRow& row) {
   const std::unique_ptr<cifCaldata> data = model.create();
   data->LoadFromBytes(bytes, row.path);
   const LoadedHeader& header = data->HeaderOfLoad();
@@ -99,9 +101,10 @@ void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
   }
   CheckRewritten(
       bytes, [&] { return data->BytesToSave(); }, header.isComplete, row);
+  CheckValues(model, *data, limits, row);
 }
 
-void CheckDataSet(std::string_view bytes, SurveyRow& row) {
+void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& row) {
   const std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, row.path);
   if (!header) {
     throw Error(ErrorKind::NotAFile,
@@ -122,7 +125,7 @@ void CheckDataSet(std::string_view bytes, SurveyRow& row) {
     CheckDate(row.due, "due", row);
   }
   if (model != nullptr && IsNewStyle(bytes)) {
-    CheckContent(*model, bytes, row);
+    CheckContent(*model, bytes, limits, row);
   } else {
     CheckModelLine(bytes, *header, row);
   }
@@ -131,13 +134,13 @@ void CheckDataSet(std::string_view bytes, SurveyRow& row) {
 }  // namespace
 
 SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
-                     std::string_view bytes) {
+                     std::string_view bytes, const SlipLimits& limits) {
   SurveyRow row;
   row.kind = SurveyRow::Kind::DataSet;
   row.model = modelFolder;
   row.path = path;
   try {
-    CheckDataSet(bytes, row);
+    CheckDataSet(bytes, limits, row);
   } catch (const Error& error) {
     AddUnreadable(error, row);
   }
