@@ -14,6 +14,7 @@ namespace tarvell::bench {
 void AddFileRows();
 void AddCellRows();
 void AddScreenRows(const std::string& drives);
+void AddSurveyRows();
 void AddGrowthRows();
 
 }  // namespace tarvell::bench
@@ -25,6 +26,7 @@ int main(int argc, char** argv) {
   tarvell::bench::AddFileRows();
   tarvell::bench::AddCellRows();
   tarvell::bench::AddScreenRows(workplace.Drives().string());
+  tarvell::bench::AddSurveyRows();
   tarvell::bench::AddGrowthRows();
   tarvell::bench::PrintTable({argv, argv + argc});
 }

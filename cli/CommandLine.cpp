@@ -79,6 +79,7 @@ class Arguments {
     AddShow();
     AddDiff();
     AddExport();
+    AddHistory();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -163,6 +164,13 @@ class Arguments {
     csv->excludes(json)->excludes(calendar);
     json->excludes(calendar);
     command->add_option("-o,--output", target_, "Save to this file (else to standard output)");
+  }
+
+  void AddHistory() {
+    CLI::App* command = Command("history", "List the earlier contents of a data file",
+                                [this] { return History(options_, first_, console_); });
+    command->add_flag("--json", options_.isJson, "Write JSON, for programs");
+    command->add_option("FILE", first_, "The file")->required();
   }
 
   int Report(const CLI::ParseError& error) {

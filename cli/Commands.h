@@ -42,6 +42,9 @@ int Show(const Options& options, const std::string& path, Console& console);
 int Diff(const Options& options, const std::string& first, const std::string& second,
          bool comparesBytes, Console& console);
 
+/// What the file of a data set holds and has held, the latest first.
+int History(const Options& options, const std::string& path, Console& console);
+
 enum class ExportFormat { Csv, Json, Calendar };
 
 /// Every row of the survey, or the due dates, to standard output or to the file `target`.

@@ -12,7 +12,6 @@
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/dates/DueDate.h"
-#include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
@@ -53,8 +52,7 @@ bool IsInstrumentFile(std::string_view bytes) {
 
 DataFile ReadDataFile(std::string_view bytes, const std::string& path) {
   DataFile file;
-  ItemReader reader = ItemReader::Of(bytes, path);
-  std::optional<CalFileInfo> header = ReadCalFileHeader(reader);
+  std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, path);
   if (!header) {
     throw Error(ErrorKind::NotAFile, "The file does not begin like a data file. Name another one.",
                 path);

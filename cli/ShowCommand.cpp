@@ -51,7 +51,7 @@ std::string TextOf(const DataFile& file) {
 Json JsonOf(const DataFile& file, const std::string& path) {
   const CalFileInfo& header = file.header;
   Json json;
-  json["format"] = "tarvell-data-set";
+  json["format"] = "tarvell-file";
   json["version"] = 1;
   json["path"] = ShownPath(path);
   json["model"] = header.ModelNumber;

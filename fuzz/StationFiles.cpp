@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <sstream>
 #include <string>
 
@@ -99,6 +100,11 @@ void CheckSaving(MemoryPlatform& disk, const StationInstrument& instrument) {
 
 void Run(Input input) {
   const std::string bytes = input.Rest();
+  if (const std::optional<StationInstrument> plain = PlainInstrumentIn(bytes)) {
+    const StationInstrument whole = InstrumentIn(bytes, "");
+    Require(InstrumentBytes(*plain) == bytes && InstrumentBytes(whole) == bytes,
+            "a plain file is read as a whole and written as it was");
+  }
   MemoryPlatform disk;
   disk.Put("root/S1/other", bytes);
   StationInstrument instrument;

@@ -81,6 +81,21 @@ void ReadOldStyleHeader(ItemReader& reader, std::string_view firstItem, CalFileI
   });
 }
 
+/// Reads one file's header; nothing when the file has neither of the two styles.
+std::optional<CalFileInfo> ReadHeader(ItemReader& reader) {
+  CalFileInfo row;
+  row.FilePath = reader.Path();
+  const std::string first = reader.ReadItem();
+  if (!first.empty() && first.front() == '#') {
+    ReadNewStyleHeader(reader, first, row);
+  } else if (first.find_first_of("\r\n") == std::string::npos) {
+    ReadOldStyleHeader(reader, first, row);
+  } else {
+    return std::nullopt;
+  }
+  return row;
+}
+
 /// The entries of a folder that could not be read.
 class UnreadableEntries {
  public:
@@ -134,8 +149,7 @@ class UnreadableEntries {
 std::optional<CalFileInfo> TryReadHeader(const FoundEntry& entry, std::string path,
                                          UnreadableEntries& unreadable) {
   try {
-    return ReadFirstItems(entry, std::move(path),
-                          [](ItemReader& reader) { return ReadCalFileHeader(reader); });
+    return ReadFirstItems(entry, std::move(path), &ReadHeader);
   } catch (const Error& error) {
     // The data sets after it must still be listed: all such files are reported together.
     unreadable.Add(entry.name, error);
@@ -245,23 +259,14 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   return count;
 }
 
-std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
-  ItemReader reader(NativePath(path), path);
-  return ReadCalFileHeader(reader);
+std::optional<CalFileInfo> CalFileHeaderIn(std::string_view bytes, const std::string& path) {
+  ItemReader reader = ItemReader::Of(bytes, path);
+  return ReadHeader(reader);
 }
 
-std::optional<CalFileInfo> ReadCalFileHeader(ItemReader& reader) {
-  CalFileInfo row;
-  row.FilePath = reader.Path();
-  const std::string first = reader.ReadItem();
-  if (!first.empty() && first.front() == '#') {
-    ReadNewStyleHeader(reader, first, row);
-  } else if (first.find_first_of("\r\n") == std::string::npos) {
-    ReadOldStyleHeader(reader, first, row);
-  } else {
-    return std::nullopt;
-  }
-  return row;
+std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
+  ItemReader reader(NativePath(path), path);
+  return ReadHeader(reader);
 }
 
 }  // namespace tarvell

@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
-#include "core/files/ItemReader.h"
 
 /// The lists of the models that have data, and of the headers of a model's data files.
 namespace tarvell {
@@ -52,8 +51,9 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 /// not a data file.
 [[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path);
 
-/// The same of a reader at the beginning of a data file.
-[[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(ItemReader& reader);
+/// The same for the content of a file; errors name it as `path`.
+[[nodiscard]] std::optional<CalFileInfo> CalFileHeaderIn(std::string_view bytes,
+                                                         const std::string& path);
 
 }  // namespace tarvell
 

@@ -8,7 +8,6 @@
 
 #include "core/caldata/CalFileList.h"
 #include "core/caldata/OpenedDataSet.h"
-#include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
@@ -21,8 +20,7 @@ namespace {
 void TakeHeader(const std::string& bytes, const std::string& path, Calibration& calibration) {
   calibration.header.FilePath = path;
   try {
-    ItemReader reader = ItemReader::Of(bytes, path);
-    if (std::optional<CalFileInfo> header = ReadCalFileHeader(reader)) {
+    if (std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, path)) {
       calibration.header = *std::move(header);
       calibration.hasHeader = bytes.starts_with('#');
     }

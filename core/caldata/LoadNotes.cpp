@@ -21,11 +21,14 @@ void LoadNotes::AddRows(const std::string& note, const RowSet& rows) {
 }
 
 void LoadNotes::AddLackedCells(std::int16_t page, TableIndex row, std::size_t column) {
-  lacked_[{page, row}] = column;
+  // Without default data, nothing is shown in their place.
+  if (isReadOverDefaults_) {
+    lacked_[{page, row}] = column;
+  }
 }
 
 void LoadNotes::AddLackedRows(std::int16_t page, TableIndex row) {
-  for (; row.value < kTableRows; ++row.value) {
+  for (; isReadOverDefaults_ && row.value < kTableRows; ++row.value) {
     AddLackedCells(page, row, 0);
   }
 }

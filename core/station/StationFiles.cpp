@@ -11,6 +11,7 @@
 #include <limits>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 #include "core/dates/Calendar.h"
 #include "core/dates/Months.h"
@@ -241,6 +242,41 @@ std::vector<std::string> NamesWithoutIndex(const std::string& folder, SearchKind
   return names;
 }
 
+/// Whether a value in the bytes of a file is read and written as it is: single blanks between its
+/// words, and no more words than a line has besides its keyword.
+bool IsPlainValue(std::string_view value) {
+  static constexpr std::size_t kMostBlanks = 26;
+  std::size_t blanks = 0;
+  char before = ' ';
+  for (const char c : value) {
+    if (c == ',' || static_cast<unsigned char>(c) < ' ' || (c == ' ' && before == ' ')) {
+      return false;
+    }
+    blanks += c == ' ' ? 1U : 0U;
+    before = c;
+  }
+  return value.empty() || (before != ' ' && blanks <= kMostBlanks);
+}
+
+/// Whether a text has at most four digits and no others, the first of which is not 0.
+bool IsPlainNumber(std::string_view text) {
+  return !text.empty() && text.size() <= 4 && text.front() != '0' &&
+         text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool TakePlainDueDate(std::string_view value, StationInstrument& instrument) {
+  const std::size_t month = value.find(' ') + 1;
+  const std::size_t year = value.find(' ', month) + 1;
+  if (month == 0 || year == 0) {
+    return false;
+  }
+  instrument.DueDay = value.substr(0, month - 1);
+  instrument.DueMonth = value.substr(month, year - month - 1);
+  instrument.DueYear = value.substr(year);
+  return IsPlainNumber(instrument.DueDay) && IsPlainNumber(instrument.DueYear) &&
+         MonthToNumber(instrument.DueMonth) != 0;
+}
+
 /// Refuses the name INDEX, because every other file in the folder belongs to an instrument.
 void CheckInstrumentName(const std::string& modelNumber) {
   CheckFileName(modelNumber, "The model number");
@@ -369,6 +405,31 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   file.WasRead(path, reader.Bytes(), instrument.SerialNumber);
   file.SetUnchangedBytes(UnchangedBytes(instrument));
   return true;
+}
+
+std::optional<StationInstrument> PlainInstrumentIn(std::string_view bytes) {
+  StationInstrument instrument;
+  for (const Field& field : kFields) {
+    const std::size_t end = bytes.find("\r\n");
+    const std::size_t start = field.keyword.size() + 1;
+    if (end == std::string_view::npos || end < start || !bytes.starts_with(field.keyword) ||
+        bytes[start - 1] != ' ') {
+      return std::nullopt;
+    }
+    const std::string_view value = bytes.substr(start, end - start);
+    if (!IsPlainValue(value)) {
+      return std::nullopt;
+    }
+    if (field.member != nullptr) {
+      AppendDecoded(instrument.*(field.member), value);
+    } else if (!TakePlainDueDate(value, instrument)) {
+      return std::nullopt;
+    }
+    bytes.remove_prefix(end + 2);
+  }
+  const bool isAsWritten = bytes.empty() && !instrument.Address.starts_with("TYPE") &&
+                           AddressTypeOf(instrument.AddressType) == instrument.AddressType;
+  return isAsWritten ? std::optional(std::move(instrument)) : std::nullopt;
 }
 
 StationInstrument InstrumentIn(std::string_view bytes, const std::string& path) {

@@ -52,14 +52,25 @@ class Comparison {
 
  private:
   void GroupRows() {
+    dataSets_.reserve(rows_.size());
     for (SurveyRow& row : rows_) {
       if (row.kind == SurveyRow::Kind::DataSet) {
         dataSets_[KeyOf(row.model, LastNameOf(row.path))].push_back(&row);
-        if (!row.serialNumber.empty()) {
+        if (row.Has(FindingKind::OtherSerial) && !row.serialNumber.empty()) {
           sameFileName_[KeyOf(row.model, UncheckedDataFileName(row.serialNumber))].push_back(&row);
         }
       } else if (!row.address.empty()) {
         sameAddress_[KeyOf(row.stations.front(), row.address)].push_back(&row);
+      }
+    }
+    // Most data sets have the name that their serial number gives.
+    for (const auto& [key, rows] : dataSets_) {
+      if (rows.size() > 1 || sameFileName_.contains(key)) {
+        for (SurveyRow* row : rows) {
+          if (!row->Has(FindingKind::OtherSerial) && !row->serialNumber.empty()) {
+            sameFileName_[key].push_back(row);
+          }
+        }
       }
     }
   }

@@ -11,9 +11,9 @@
 #include "core/dates/Calendar.h"
 #include "core/dates/FileDate.h"
 #include "core/files/FileNames.h"
-#include "core/files/ItemReader.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/FileCheck.h"
+#include "core/survey/ValueCheck.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -91,7 +91,8 @@ void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow
 }
 
 /// Reads the whole data set as the editors do.
-void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
+void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& limits,
+                  SurveyRow& row) {
   const std::unique_ptr<cifCaldata> data = model.create();
   data->LoadFromBytes(bytes, row.path);
   const LoadedHeader& header = data->HeaderOfLoad();
@@ -100,11 +101,11 @@ void CheckContent(const Model& model, std::string_view bytes, SurveyRow& row) {
   }
   CheckRewritten(
       bytes, [&] { return data->BytesToSave(); }, header.isComplete, row);
+  CheckValues(model, *data, limits, row);
 }
 
-void CheckDataSet(std::string_view bytes, SurveyRow& row) {
-  ItemReader reader = ItemReader::Of(bytes, row.path);
-  const std::optional<CalFileInfo> header = ReadCalFileHeader(reader);
+void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& row) {
+  const std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, row.path);
   if (!header) {
     throw Error(ErrorKind::NotAFile,
                 "The file does not begin like a data file. Put the right file in its place, or "
@@ -124,7 +125,7 @@ void CheckDataSet(std::string_view bytes, SurveyRow& row) {
     CheckDate(row.due, "due", row);
   }
   if (model != nullptr && IsNewStyle(bytes)) {
-    CheckContent(*model, bytes, row);
+    CheckContent(*model, bytes, limits, row);
   } else {
     CheckModelLine(bytes, *header, row);
   }
@@ -133,13 +134,13 @@ void CheckDataSet(std::string_view bytes, SurveyRow& row) {
 }  // namespace
 
 SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
-                     std::string_view bytes) {
+                     std::string_view bytes, const SlipLimits& limits) {
   SurveyRow row;
   row.kind = SurveyRow::Kind::DataSet;
   row.model = modelFolder;
   row.path = path;
   try {
-    CheckDataSet(bytes, row);
+    CheckDataSet(bytes, limits, row);
   } catch (const Error& error) {
     AddUnreadable(error, row);
   }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/curves/SlipLimits.h"
 #include "core/platform/Error.h"
 #include "core/survey/SurveyRow.h"
 
@@ -15,9 +16,9 @@
 namespace tarvell {
 
 /// The row of a data set. `modelFolder` is the name of the folder that its file is in. Its days
-/// left and what depends on the day are not in it.
+/// left and what depends on the day are not in it. `limits` are those of the calibration tree.
 [[nodiscard]] SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
-                                   std::string_view bytes);
+                                   std::string_view bytes, const SlipLimits& limits);
 
 /// The same of an instrument of a station.
 [[nodiscard]] SurveyRow InstrumentRow(const std::string& station, const std::string& path,

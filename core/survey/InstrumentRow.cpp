@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <optional>
+
 #include "core/dates/Calendar.h"
 #include "core/platform/ProgramPath.h"
 #include "core/station/StationFiles.h"
@@ -52,7 +54,8 @@ void CheckDueDate(const StationInstrument& instrument, SurveyRow& row) {
 }
 
 void CheckInstrument(std::string_view bytes, SurveyRow& row) {
-  const StationInstrument instrument = InstrumentIn(bytes, row.path);
+  const std::optional<StationInstrument> plain = PlainInstrumentIn(bytes);
+  const StationInstrument instrument = plain ? *plain : InstrumentIn(bytes, row.path);
   const std::string name(LastNameOf(row.path));
   row.model = instrument.ModelNumber.empty() ? name : instrument.ModelNumber;
   row.serialNumber = instrument.SerialNumber;
@@ -65,8 +68,10 @@ void CheckInstrument(std::string_view bytes, SurveyRow& row) {
                                          ". Save the instrument again at the station, then "
                                          "delete this file there.");
   }
-  CheckRewritten(
-      bytes, [&] { return InstrumentBytes(instrument); }, HasLastLine(bytes), row);
+  if (!plain) {
+    CheckRewritten(
+        bytes, [&] { return InstrumentBytes(instrument); }, HasLastLine(bytes), row);
+  }
 }
 
 }  // namespace

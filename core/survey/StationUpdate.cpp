@@ -115,8 +115,8 @@ Replacement StationUpdate::WouldReplace() const {
   return InstrumentWouldReplace(stationFolder_, instrument_, file_);
 }
 
-void StationUpdate::Save() {
-  SaveInstrumentFile(stationFolder_, instrument_, file_);
+void StationUpdate::Save(Earlier earlier) {
+  SaveInstrumentFile(stationFolder_, instrument_, file_, earlier);
 }
 
 }  // namespace tarvell

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
+#include "core/history/Replacement.h"
 #include "core/history/StoredFile.h"
 #include "core/station/StationFiles.h"
 
@@ -38,7 +39,7 @@ class StationUpdate {
   [[nodiscard]] Replacement WouldReplace() const;
 
   /// Saves the instrument as SaveInstrumentFile does.
-  void Save();
+  void Save(Earlier earlier = Earlier::Keep);
 
  private:
   std::string stationFolder_;

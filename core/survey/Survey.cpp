@@ -118,6 +118,9 @@ void Survey::ListRoots() {
       trees_.models.insert(ToUpper(name.name));
     }
   }
+  if (trees_.hasDataSets) {
+    limits_ = LoadSlipLimits(order_.calibrationDir);
+  }
   trees_.hasStations = List(order_.stationDir, SearchKind::NamesWithoutDot, names);
   LeaveOutIndex(names);
   for (const Name& name : names) {
@@ -177,7 +180,7 @@ SurveyRow Survey::RowOf(const Folder& folder, const std::string& path, std::erro
   if (folder.isStation) {
     return InstrumentRow(folder.name, path, bytes_);
   }
-  return DataSetRow(folder.name, path, bytes_);
+  return DataSetRow(folder.name, path, bytes_, limits_);
 }
 
 std::string Survey::PathOf(const Folder& folder) const {

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/curves/SlipLimits.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
 #include "core/platform/Platform.h"
@@ -88,6 +89,7 @@ class Survey {
   Stage stage_ = Stage::Roots;
   std::vector<SurveyRow> rows_;
   SurveyedTrees trees_;
+  SlipLimits limits_;
   std::vector<Folder> folders_;  ///< the model folders, then the stations
   std::size_t folder_ = 0;       ///< the one that is being read
   std::filesystem::path native_;

@@ -18,18 +18,19 @@ _tarvell_cli() {
       ;;
   esac
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words="check due show diff export --help --help-all --version"
+    words="check due show diff export history --help --help-all --version"
   elif [[ $current == -* ]]; then
     case ${COMP_WORDS[1]} in
       check) words="$trees --unused --json --quiet --help" ;;
       due) words="$trees --json --quiet --help" ;;
+      history) words="--json --help" ;;
       show) words="--json --quiet --help" ;;
       diff) words="--bytes --json --quiet --help" ;;
       export) words="$trees --csv --json --ics --output --help" ;;
     esac
   else
     case ${COMP_WORDS[1]} in
-      show | diff)
+      show | diff | history)
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;

@@ -9,6 +9,7 @@
 
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
+#include "core/caldata/Models.h"
 #include "support/TestTree.h"
 
 namespace tarvell::cli {
@@ -66,7 +67,7 @@ class CommandLine : public testing::Test {
   int Run(std::vector<std::string> arguments) {
     console_.out.clear();
     console_.err.clear();
-    if (arguments.at(0) != "show" && arguments.at(0) != "diff") {
+    if (arguments.at(0) != "show" && arguments.at(0) != "diff" && arguments.at(0) != "history") {
       arguments.insert(arguments.end(), {"--today", "2026-11-22"});
     }
     return RunCommandLine(arguments, kNow, console_);
@@ -197,6 +198,20 @@ TEST_F(CommandLine, DiffComparesValuesNotBytes) {
             "100, Calibration factor[%]  98.8        98.9\n"
             "50                          50 | 100.0  (none)\n"
             "60                          (none)      60 | 100.0\n");
+}
+
+TEST_F(CommandLine, HistoryListsWhatAFileHasHeld) {
+  const auto data = FindModel("PX12A")->create();
+  data->LoadCalibrationDataFromFile(kSensor);
+  data->SetCalDate(2026, "NOV", 20);
+  data->SetCalibrationNumber("C-0099");
+  data->SaveCalibrationDataToFile(kSensor);
+  EXPECT_EQ(Run({"history", kSensor}), kClean);
+  const std::size_t now = console_.out.find("\nnow ");
+  const std::size_t until = console_.out.find("\nuntil 20");
+  ASSERT_NE(until, std::string::npos) << console_.out;
+  EXPECT_LT(now, console_.out.find("2026-11-20  2027-03-05  C-0099  "));
+  EXPECT_LT(until, console_.out.find("2026-03-05  2027-03-05  C-0042  "));
 }
 
 TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {

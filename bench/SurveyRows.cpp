@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <array>
+#include <cstdlib>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <spawn.h>
+#include <stdexcept>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Ratios.h"
+#include "Workplace.h"
+#include "core/files/Paths.h"
+#include "core/survey/Survey.h"
+
+/// The survey of a laboratory, and the start of the shell companion.
+namespace tarvell::bench {
+
+namespace {
+
+constexpr int kRepetitions = 11;
+constexpr int kStarts = 201;
+
+/// Runs a program, whose output is thrown away.
+void Start(const std::string& program, const std::vector<std::string>& arguments) {
+  std::vector<char*> line = {const_cast<char*>(program.c_str())};
+  for (const std::string& argument : arguments) {
+    line.push_back(const_cast<char*>(argument.c_str()));
+  }
+  line.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t process = 0;
+  int status = -1;
+  const bool isStarted =
+      ::posix_spawn(&process, program.c_str(), &actions, nullptr, line.data(), environ) == 0;
+  posix_spawn_file_actions_destroy(&actions);
+  if (!isStarted || ::waitpid(process, &status, 0) != process || !WIFEXITED(status) ||
+      WEXITSTATUS(status) > 1) {
+    throw std::runtime_error("failed: " + program);
+  }
+}
+
+/// A laboratory that scripts/laboratory makes, when the first row that needs it is measured.
+class Laboratory {
+ public:
+  Laboratory(const std::string& name, std::vector<std::string> options)
+      : folder_(DriveFolder() / name), options_(std::move(options)) {}
+
+  [[nodiscard]] std::string Folder() {
+    if (!std::filesystem::exists(folder_)) {
+      std::vector<std::string> arguments = {"make", folder_.string()};
+      arguments.insert(arguments.end(), options_.begin(), options_.end());
+      Start(TARVELL_SOURCE_FOLDER "/scripts/laboratory", arguments);
+    }
+    return folder_.string();
+  }
+
+ private:
+  std::filesystem::path folder_;
+  std::vector<std::string> options_;
+};
+
+/// Opens and reads every file below `path` once.
+void ReadEverything(const std::string& path) {
+  static std::array<char, 16384> buffer;
+  DIR* folder = ::opendir(path.c_str());
+  while (const dirent* entry = ::readdir(folder)) {
+    const auto* name = static_cast<const char*>(entry->d_name);
+    if (name[0] == '.') {
+      continue;
+    }
+    if (entry->d_type == DT_DIR) {
+      ReadEverything(path + "/" + name);
+      continue;
+    }
+    const int file = ::openat(::dirfd(folder), name, O_RDONLY);
+    while (file >= 0 && ::read(file, buffer.data(), buffer.size()) > 0) {
+    }
+    ::close(file);
+  }
+  ::closedir(folder);
+}
+
+Survey NewSurvey(const std::string& folder) {
+  return Survey({.calibrationDir = folder + "/calfactors",
+                 .stationDir = folder + "/stations",
+                 .today = {2026, 11, 22}});
+}
+
+void SurveyAll(const std::string& folder) {
+  Survey survey = NewSurvey(folder);
+  while (survey.Step()) {
+  }
+  Use(survey.Rows());
+}
+
+/// The work until the first row can be shown.
+void SurveyFirstRow(const std::string& folder) {
+  Survey survey = NewSurvey(folder);
+  while (survey.Rows().empty() && survey.Step()) {
+  }
+  Use(survey.Rows());
+}
+
+void AddSurvey(const std::string& name, const std::string& folder,
+               const std::vector<std::string>& options) {
+  const auto laboratory = std::make_shared<Laboratory>(folder, options);
+  const auto in = [laboratory](void (*work)(const std::string&)) -> Measurement {
+    return [laboratory, work] {
+      const std::string path = laboratory->Folder();
+      return Timed([&] { work(path); })();
+    };
+  };
+  AddRow({.name = "survey of " + name,
+          .goal = 1.5,
+          .program = in(&SurveyAll),
+          .limit = in(&ReadEverything),
+          .repetitions = kRepetitions});
+  AddRow({.name = "first row of " + name + ", of the whole survey",
+          .goal = 1,
+          .program = in(&SurveyFirstRow),
+          .limit = in(&SurveyAll),
+          .repetitions = kRepetitions});
+}
+
+}  // namespace
+
+void AddSurveyRows() {
+  AddSurvey("10,000 data sets of 250 models, 5,000 instruments", "laboratory", {"--sound"});
+  AddSurvey("10,000 data sets of the 9 models with editors, 900 instruments", "known",
+            {"--sound", "--known"});
+  AddSurvey("100,000 data sets of 250 models, 5,000 instruments", "large",
+            {"--sound", "--data-sets", "100000"});
+  const std::string file = TARVELL_SOURCE_FOLDER "/docs/examples/PX12A/SN12345";
+  AddRow({.name = "tarvell-cli show of a file",
+          .goal = 1.5,
+          .program = Timed([file] {
+            Start(TARVELL_BENCH_CLI, {"show", file});
+          }),
+          .limit = Timed([file] { Start(TARVELL_BENCH_READFILE, {file}); }),
+          .repetitions = kStarts});
+}  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): std::function frees it
+
+}  // namespace tarvell::bench
