@@ -32,6 +32,7 @@ class CalHeaderBlock;
 class CellEditor;
 class DraftKeeper;
 class DraftStrip;
+class EditorCurve;
 class NoticeLine;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
@@ -177,6 +178,7 @@ class CalEditor : public QDialog {
   QAction* redo_ = nullptr;
   QMenu* fileMenu_ = nullptr;
   DraftKeeper* drafts_ = nullptr;
+  EditorCurve* curve_ = nullptr;
 };
 
 }  // namespace tarvell

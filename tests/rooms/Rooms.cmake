@@ -18,7 +18,8 @@ set(core/curves core/caldata core/files core/numbers core/platform core/text)
 set(EVERY_CORE_ROOM core/caldata core/curves core/dates core/files core/numbers core/platform core/session
   core/station core/text)
 set(screens/widgets ${EVERY_CORE_ROOM})
-set(screens/caldata ${EVERY_CORE_ROOM} screens/widgets)
+set(screens/curve "")
+set(screens/caldata ${EVERY_CORE_ROOM} screens/curve screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
 set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
 
