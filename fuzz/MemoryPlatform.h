@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -62,6 +63,8 @@ class MemoryPlatform final : public Platform {
     return found == entries_.end() ? nullptr : found->second.get();
   }
 
+  std::time_t now = 1772719387;  ///< 2026-03-05T14:03:07Z
+
   /// The largest number of bytes that one read returns.
   std::size_t readAtMost = 4096;
 
@@ -99,9 +102,23 @@ class MemoryPlatform final : public Platform {
                                      : Failure(std::errc::no_such_file_or_directory);
   }
 
+  std::error_code OpenForAppending(const Path& path, std::unique_ptr<OutputFile>& file,
+                                   bool& beginsLine) override {
+    const auto found = entries_.find(path);
+    if (found == entries_.end() || !found->second) {
+      return Failure(std::errc::no_such_file_or_directory);
+    }
+    beginsLine = found->second->empty() || found->second->ends_with('\n');
+    file = std::make_unique<Writer>(found->second);
+    return {};
+  }
+
   /// One program only: nobody else holds a lock.
-  std::error_code Lock(const Path& /*path*/, std::uint32_t /*number*/,
+  std::error_code Lock(const Path& path, std::uint32_t /*number*/,
                        std::unique_ptr<HeldLock>& lock) override {
+    if (auto& bytes = entries_[path]; !bytes) {
+      bytes = std::make_shared<std::string>();
+    }
     lock = std::make_unique<HeldLock>();
     return {};
   }
@@ -146,8 +163,10 @@ class MemoryPlatform final : public Platform {
   std::error_code Recycle(const Path& /*path*/) override {
     return Failure(std::errc::not_supported);
   }
-  std::error_code RecycleCopy(const Path& /*path*/) override { return {}; }
 
+  std::string UserName() override { return "anna"; }
+  std::string HostName() override { return "bench3"; }
+  std::time_t Now() override { return now; }
   Path ProgramFolder() override { return "/program"; }
   Path UserFolder() override { return "/user"; }
   Path DriveFolder() override { return "/drives"; }

@@ -207,8 +207,8 @@ std::string CalDataFile::Bytes() const {
   return text.Bytes();
 }
 
-std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName) {
-  file_.Save(fileName, serialNumber_, Bytes());
+std::int32_t CalDataFile::SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) {
+  file_.Save(fileName, serialNumber_, Bytes(), earlier);
   return 0;
 }
 

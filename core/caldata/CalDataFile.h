@@ -16,7 +16,7 @@
 #include "core/caldata/LoadNotes.h"
 #include "core/caldata/cifCaldata.h"
 #include "core/files/FileText.h"
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 
 namespace tarvell {
 
@@ -47,7 +47,8 @@ class CalDataFile : public cifCaldata {
   void SetDueDate(std::int16_t year, const std::string& month, std::int16_t day) final;
 
   std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) final;
-  std::int32_t SaveCalibrationDataToFile(const std::string& fileName) final;
+  using cifCaldata::SaveCalibrationDataToFile;
+  std::int32_t SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) final;
   [[nodiscard]] Replacement WouldReplace(const std::string& fileName) const final;
   void RememberUnchangedSave() final;
   void LeaveFile() final { file_ = StoredFile(); }

@@ -259,6 +259,11 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
   return count;
 }
 
+std::optional<CalFileInfo> CalFileHeaderIn(std::string_view bytes, const std::string& path) {
+  ItemReader reader = ItemReader::Of(bytes, path);
+  return ReadHeader(reader);
+}
+
 std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
   ItemReader reader(NativePath(path), path);
   return ReadHeader(reader);

@@ -51,6 +51,10 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 /// not a data file.
 [[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path);
 
+/// The same for the content of a file; errors name it as `path`.
+[[nodiscard]] std::optional<CalFileInfo> CalFileHeaderIn(std::string_view bytes,
+                                                         const std::string& path);
+
 }  // namespace tarvell
 
 #endif

@@ -8,7 +8,7 @@
 #include <limits>
 #include <string_view>
 
-#include "core/files/Replacement.h"
+#include "core/history/Replacement.h"
 
 namespace tarvell {
 

@@ -11,7 +11,7 @@
 #include "core/files/ItemReader.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/text/Text.h"
@@ -42,7 +42,8 @@ KitFile Identify(const std::filesystem::path& source) {
 
 }  // namespace
 
-void CopyTestKitFile(const std::filesystem::path& source, const std::string& modelFolder) {
+void CopyTestKitFile(const std::filesystem::path& source, const std::string& modelFolder,
+                     Earlier earlier) {
   const KitFile kit = Identify(source);
   const std::string target = Joined(modelFolder, kit.name);
   if (CurrentPlatform().IsSameFile(source, NativePath(target))) {
@@ -53,7 +54,7 @@ void CopyTestKitFile(const std::filesystem::path& source, const std::string& mod
   if (const std::error_code code = ReadNativeFile(source, bytes)) {
     throw SystemError(code, "read the file", source.string());
   }
-  StoredFile().Save(target, kit.serialNumber, bytes);
+  StoredFile().Save(target, kit.serialNumber, bytes, earlier);
 }
 
 Replacement TestKitWouldReplace(const std::filesystem::path& source,

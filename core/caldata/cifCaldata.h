@@ -12,7 +12,8 @@
 
 #include "core/caldata/CalDataGrid.h"
 #include "core/caldata/Origin.h"
-#include "core/files/Replacement.h"
+#include "core/history/History.h"
+#include "core/history/Replacement.h"
 
 namespace tarvell {
 
@@ -62,17 +63,19 @@ class cifCaldata {
 
   /// Reads a whole file over what the object holds. "NEW", in any case, means the default data.
   virtual std::int32_t LoadCalibrationDataFromFile(const std::string& fileName) = 0;
-  /// Writes the whole object, replacing any file of that name. When it throws, the earlier file
-  /// is whole.
-  virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName) = 0;
+  /// Writes the whole object, replacing any file of that name, whose content goes into the history.
+  /// When it throws, the earlier file is whole; a NotKept error says that only the history failed.
+  std::int32_t SaveCalibrationDataToFile(const std::string& fileName) {
+    return SaveCalibrationDataToFile(fileName, Earlier::Keep);
+  }
+  /// The same, also without the history if the user agrees.
+  virtual std::int32_t SaveCalibrationDataToFile(const std::string& fileName, Earlier earlier) = 0;
 
   /// What saving to this file would replace without the user having seen it. Throws the error of a
   /// save that is not possible, and a WriteFailed error for a file that cannot be read.
   [[nodiscard]] virtual Replacement WouldReplace(const std::string& fileName) const = 0;
 
-  /// Remembers what a save would write if the user changed nothing. If the loaded file holds
-  /// something else, such as remarks that no field takes, the next save puts that file into the
-  /// recycle bin.
+  /// Remembers what a save would write if the user changed nothing.
   virtual void RememberUnchangedSave() = 0;
 
   /// From now on the data set does not belong to the file that it was read from.

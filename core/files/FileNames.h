@@ -14,6 +14,10 @@ namespace tarvell {
 /// device name. The message begins with `what`, and names the character.
 void CheckFileName(std::string_view name, const std::string& what);
 
+/// `text` as a part of a file name after its beginning: "_" stands for every character that
+/// CheckFileName refuses, and for a dot or blank at the end. At most 64 characters of it.
+[[nodiscard]] std::string FileNamePart(std::string_view text);
+
 /// Whether a name is one of those that the lists take for data files: it begins with "SN", "Sn" or
 /// "sn".
 [[nodiscard]] bool IsDataFileName(std::string_view name);

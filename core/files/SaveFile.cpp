@@ -8,6 +8,7 @@
 #include <memory>
 #include <system_error>
 
+#include "core/files/FileText.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
@@ -106,7 +107,7 @@ bool ForbidsReplacement(std::error_code code) {
 }  // namespace
 
 std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_view bytes,
-                               const KeepEarlier& keepEarlier) {
+                               const BeforeSaving& before) {
   Platform& platform = CurrentPlatform();
   std::filesystem::path target;
   EntryFacts facts;
@@ -119,8 +120,8 @@ std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_
   if (facts.kind == EntryKind::Folder) {
     return std::make_error_code(std::errc::is_a_directory);
   }
-  if (facts.kind == EntryKind::File && keepEarlier) {
-    keepEarlier(target);
+  if (before) {
+    before(target, facts.kind);
   }
   if (facts.kind == EntryKind::Other || facts.linkCount > 1) {
     return WriteInPlace(target, facts.kind, bytes);
@@ -156,8 +157,34 @@ std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_
   return removed ? removed : WriteInPlace(target, facts.kind, bytes);
 }
 
-void SaveFile(std::string_view path, std::string_view bytes, const KeepEarlier& keepEarlier) {
-  if (const std::error_code code = SaveNativeFile(NativePath(path), bytes, keepEarlier)) {
+std::error_code AppendLine(const std::filesystem::path& native, std::string_view line) {
+  std::unique_ptr<OutputFile> file;
+  bool beginsLine = true;
+  std::uintmax_t length = 0;
+  std::error_code code = CurrentPlatform().OpenForAppending(native, file, beginsLine);
+  if (!code) {
+    code = file->Length(length);
+  }
+  if (code) {
+    return code;
+  }
+  FileText text;
+  if (!beginsLine) {
+    text.RawLine("");
+  }
+  text.RawLine(line);
+  code = WriteAll(*file, text.Bytes());
+  if (!code) {
+    code = CheckLength(*file, static_cast<std::size_t>(length) + text.Bytes().size());
+  }
+  if (!code) {
+    code = file->Sync();
+  }
+  return code ? code : file->Close();
+}
+
+void SaveFile(std::string_view path, std::string_view bytes, const BeforeSaving& before) {
+  if (const std::error_code code = SaveNativeFile(NativePath(path), bytes, before)) {
     const Error reason = SystemError(code, "save the file", path);
     throw Error(ErrorKind::WriteFailed, reason.Text(), std::string(path));
   }

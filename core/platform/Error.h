@@ -22,6 +22,7 @@ enum class ErrorKind {
   Character,     ///< a text holds a character that the files cannot hold
   Template,      ///< a template file does not fit its model
   WriteFailed,   ///< a file could not be written; its earlier content is still there
+  NotKept,       ///< the history cannot take a file that would be replaced; nothing was changed
   System         ///< any other failure that the operating system reported
 };
 
@@ -30,13 +31,14 @@ enum class ErrorKind {
 /// - ItemReader::AtThisLine throws the error again with the file and line.
 /// - ReadFirstItems reads more of a file whose beginning was not enough.
 /// - TryReadHeader (CalFileList.cpp) collects the errors of the files for one error at the end of
-/// the
-///   list.
+///   the list.
+/// - EarlierCalibration.cpp leaves out what cannot be read of the history.
 /// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
 /// - CalDataFile::RememberUnchangedSave ignores the error of data that have to be corrected before
 ///   they can be saved.
 /// - UnchangedBytes (StationFiles.cpp) does the same for an instrument.
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
+/// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.

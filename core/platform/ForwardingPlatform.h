@@ -5,6 +5,7 @@
 #define TARVELL_CORE_PLATFORM_FORWARDINGPLATFORM_H
 
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -38,6 +39,11 @@ class ForwardingPlatform : public Platform {
   [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override {
     return target_.OpenInPlace(path, file);
+  }
+  [[nodiscard]] std::error_code OpenForAppending(const std::filesystem::path& path,
+                                                 std::unique_ptr<OutputFile>& file,
+                                                 bool& beginsLine) override {
+    return target_.OpenForAppending(path, file, beginsLine);
   }
   [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
                                         const std::filesystem::path& to) override {
@@ -78,13 +84,13 @@ class ForwardingPlatform : public Platform {
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
     return target_.Recycle(path);
   }
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
-    return target_.RecycleCopy(path);
-  }
   [[nodiscard]] std::filesystem::path ProgramFolder() override { return target_.ProgramFolder(); }
   [[nodiscard]] std::filesystem::path DriveFolder() override { return target_.DriveFolder(); }
   [[nodiscard]] std::filesystem::path UserFolder() override { return target_.UserFolder(); }
   [[nodiscard]] std::string WindowsDirectory() override { return target_.WindowsDirectory(); }
+  [[nodiscard]] std::string UserName() override { return target_.UserName(); }
+  [[nodiscard]] std::string HostName() override { return target_.HostName(); }
+  [[nodiscard]] std::time_t Now() override { return target_.Now(); }
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override {
     return target_.QueryOSVersion(record);
   }

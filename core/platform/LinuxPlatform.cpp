@@ -5,11 +5,13 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <pwd.h>
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/utsname.h>
@@ -23,6 +25,7 @@ namespace {
 constexpr std::string_view kTemporaryPrefix = ".tarvell-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr int kLinkLimit = 40;
+constexpr std::size_t kUserBuffer = 16384;  // as large as the longest entry of a user
 constexpr auto kSameOwner = static_cast<uid_t>(-1);
 
 std::error_code LastError() {
@@ -170,6 +173,19 @@ mode_t SharedMode(const std::filesystem::path& folder) {
              : 0U;
 }
 
+/// Opens the file at `path`, or makes an empty one with the permissions of its folder.
+int OpenOrCreate(const std::filesystem::path& path) {
+  const int made = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (made < 0) {
+    return errno == EEXIST ? ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK) : made;
+  }
+  // If this fails, the user can go on, and the others get an error that says why.
+  if (const mode_t shared = SharedMode(FolderHolding(path)) & 0666U; shared != 0) {
+    static_cast<void>(::fchmod(made, shared));
+  }
+  return made;
+}
+
 /// The kind of an entry as its folder records it. None for a link, or if the folder does not record
 /// it.
 EntryKind KindIn(const dirent& entry) {
@@ -281,6 +297,27 @@ std::error_code LinuxPlatform::OpenInPlace(const std::filesystem::path& path,
   return {};
 }
 
+std::error_code LinuxPlatform::OpenForAppending(const std::filesystem::path& path,
+                                                std::unique_ptr<OutputFile>& file,
+                                                bool& beginsLine) {
+  Descriptor descriptor(
+      Retry([&] { return ::open(path.c_str(), O_RDWR | O_APPEND | O_CLOEXEC | O_NONBLOCK); }));
+  struct stat status {};
+  if (descriptor.Number() < 0 || ::fstat(descriptor.Number(), &status) != 0) {
+    return LastError();
+  }
+  if (!S_ISREG(status.st_mode)) {
+    return std::make_error_code(std::errc::not_supported);
+  }
+  char last = '\n';
+  if (status.st_size > 0 && ::pread(descriptor.Number(), &last, 1, status.st_size - 1) != 1) {
+    return std::make_error_code(std::errc::io_error);
+  }
+  beginsLine = last == '\n';
+  file = std::make_unique<LinuxOutputFile>(descriptor.Release());
+  return {};
+}
+
 std::error_code LinuxPlatform::Replace(const std::filesystem::path& from,
                                        const std::filesystem::path& to) {
   return ResultOf(::rename(from.c_str(), to.c_str()));
@@ -302,8 +339,7 @@ std::error_code LinuxPlatform::RemoveFile(const std::filesystem::path& path) {
 
 std::error_code LinuxPlatform::Lock(const std::filesystem::path& path, std::uint32_t number,
                                     std::unique_ptr<HeldLock>& lock) {
-  Descriptor descriptor(
-      Retry([&] { return ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600); }));
+  Descriptor descriptor(Retry([&] { return OpenOrCreate(path); }));
   if (descriptor.Number() < 0) {
     return LastError();
   }
@@ -408,10 +444,6 @@ std::error_code LinuxPlatform::Recycle(const std::filesystem::path& path) {
   return !code && removed == 0 ? std::make_error_code(std::errc::no_such_file_or_directory) : code;
 }
 
-std::error_code LinuxPlatform::RecycleCopy(const std::filesystem::path& /*path*/) {
-  return {};
-}
-
 std::filesystem::path LinuxPlatform::ProgramFolder() {
   std::error_code code;
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);
@@ -433,6 +465,25 @@ std::filesystem::path LinuxPlatform::UserFolder() {
 
 std::string LinuxPlatform::WindowsDirectory() {
   return "c:\\windows";
+}
+
+std::string LinuxPlatform::UserName() {
+  const uid_t user = ::geteuid();
+  std::array<char, kUserBuffer> buffer{};
+  struct passwd entry {};
+  struct passwd* found = nullptr;
+  const bool isKnown =
+      ::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
+  return isKnown ? entry.pw_name : std::to_string(user);
+}
+
+std::string LinuxPlatform::HostName() {
+  struct utsname name {};
+  return ::uname(&name) == 0 ? static_cast<const char*>(name.nodename) : "";
+}
+
+std::time_t LinuxPlatform::Now() {
+  return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
 }
 
 bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {

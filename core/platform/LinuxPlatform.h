@@ -25,6 +25,9 @@ class LinuxPlatform : public Platform {
                                                 std::unique_ptr<OutputFile>& file) override;
   [[nodiscard]] std::error_code OpenInPlace(const std::filesystem::path& path,
                                             std::unique_ptr<OutputFile>& file) override;
+  [[nodiscard]] std::error_code OpenForAppending(const std::filesystem::path& path,
+                                                 std::unique_ptr<OutputFile>& file,
+                                                 bool& beginsLine) override;
   [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
                                         const std::filesystem::path& to) override;
   [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override;
@@ -43,13 +46,15 @@ class LinuxPlatform : public Platform {
   [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                        const SearchVisitor& visit) override;
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override;
 
   [[nodiscard]] std::filesystem::path ProgramFolder() override;
   [[nodiscard]] std::filesystem::path DriveFolder() override;
   /// $XDG_DATA_HOME/tarvell, by default ~/.local/share/tarvell.
   [[nodiscard]] std::filesystem::path UserFolder() override;
   [[nodiscard]] std::string WindowsDirectory() override;
+  [[nodiscard]] std::string UserName() override;
+  [[nodiscard]] std::string HostName() override;
+  [[nodiscard]] std::time_t Now() override;
   [[nodiscard]] bool QueryOSVersion(OSVersionRecord& record) override;
 };
 

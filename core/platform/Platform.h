@@ -136,6 +136,11 @@ class Platform {
   /// Opens what is at `path` for overwriting from its start; never waits for a pipe's reader.
   [[nodiscard]] virtual std::error_code OpenInPlace(const std::filesystem::path& path,
                                                     std::unique_ptr<OutputFile>& file) = 0;
+  /// Opens the ordinary file at `path`, which must exist, for writing after its end. `beginsLine`
+  /// says whether its last byte, if it has one, is the end of a line.
+  [[nodiscard]] virtual std::error_code OpenForAppending(const std::filesystem::path& path,
+                                                         std::unique_ptr<OutputFile>& file,
+                                                         bool& beginsLine) = 0;
   /// Renames the file `from` to `to` in one step. A file that was there is replaced.
   [[nodiscard]] virtual std::error_code Replace(const std::filesystem::path& from,
                                                 const std::filesystem::path& to) = 0;
@@ -143,8 +148,8 @@ class Platform {
   [[nodiscard]] virtual std::error_code SyncFolder(const std::filesystem::path& folder) = 0;
   [[nodiscard]] virtual std::error_code RemoveFile(const std::filesystem::path& path) = 0;
 
-  /// Locks the place `number` of the file at `path`, which is made if it is missing; nothing is
-  /// read or written. Fails at once, with resource_unavailable_try_again, while another lock holds
+  /// Locks the place `number` of the file at `path`, which is made if it is missing, for everybody
+  /// who may use its folder; nothing is read or written. Fails at once, with resource_unavailable_try_again, while another lock holds
   /// that place, in this program or another one.
   [[nodiscard]] virtual std::error_code Lock(const std::filesystem::path& path,
                                              std::uint32_t number,
@@ -172,10 +177,6 @@ class Platform {
   /// bin, deletes it. A link is deleted, never what it leads to.
   [[nodiscard]] virtual std::error_code Recycle(const std::filesystem::path& path) = 0;
 
-  /// Puts a copy of an ordinary file into the recycle bin, from which users can restore it. Links
-  /// are followed. Where there is no recycle bin, does nothing.
-  [[nodiscard]] virtual std::error_code RecycleCopy(const std::filesystem::path& path) = 0;
-
   // The system.
 
   /// Folder of the running program, links resolved, without a trailing separator.
@@ -188,6 +189,12 @@ class Platform {
   [[nodiscard]] virtual std::filesystem::path UserFolder() = 0;
   /// The Windows directory, as a path of the program.
   [[nodiscard]] virtual std::string WindowsDirectory() = 0;
+  /// The name of the user who runs the program, or a number where the user has no name.
+  [[nodiscard]] virtual std::string UserName() = 0;
+  /// The name of this computer, "" where it has none.
+  [[nodiscard]] virtual std::string HostName() = 0;
+  /// Seconds since the beginning of 1970, UTC.
+  [[nodiscard]] virtual std::time_t Now() = 0;
   /// Returns false when the system does not report its version.
   [[nodiscard]] virtual bool QueryOSVersion(OSVersionRecord& record) = 0;
 };

@@ -412,10 +412,10 @@ FileDate DueDateOf(const StationInstrument& instrument) {
 }
 
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
-                        StoredFile& file) {
+                        StoredFile& file, Earlier earlier) {
   CheckInstrumentName(instrument.ModelNumber);
   file.Save(Joined(stationFolder, instrument.ModelNumber), instrument.SerialNumber,
-            InstrumentBytes(instrument));
+            InstrumentBytes(instrument), earlier);
 }
 
 Replacement InstrumentWouldReplace(const std::string& stationFolder,
@@ -425,7 +425,8 @@ Replacement InstrumentWouldReplace(const std::string& stationFolder,
                        InstrumentBytes(instrument), &SummaryOfInstrument);
 }
 
-void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber) {
+void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber,
+                          Earlier earlier) {
   CheckInstrumentName(modelNumber);
   const std::string path = Joined(stationFolder, modelNumber);
   EntryFacts facts;
@@ -435,19 +436,25 @@ void DeleteInstrumentFile(const std::string& stationFolder, const std::string& m
     throw SystemError(code, "delete the instrument", path);
   }
   if (facts.isLink || facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {
-    Recycle(path);
+    // A name in another case means the file that is there.
+    DeleteWithHistory(stationFolder, NativePath(path).filename().string(), earlier);
   } else if (facts.kind == EntryKind::Folder) {
     throw SystemError(std::make_error_code(std::errc::is_a_directory), "delete the instrument",
                       path);
   }
 }
 
-void DeleteAllInstrumentFiles(const std::string& stationFolder) {
+void DeleteAllInstrumentFiles(const std::string& stationFolder, Earlier earlier) {
   const std::vector<std::string> names =
       NamesIn(NativePath(stationFolder), stationFolder, SearchKind::OrdinaryFiles);
   for (const std::string& name : names) {
-    RecycleEntry(stationFolder, name);
+    DeleteWithHistory(stationFolder, name,
+                      EqualsIgnoringCase(name, kIndexName) ? Earlier::LetGo : earlier);
   }
+}
+
+void DeleteStation(const std::string& root, const std::string& name, Earlier earlier) {
+  DeleteFolderWithHistory(root, name, kIndexName, earlier);
 }
 
 void MakeStation(const std::string& root, const std::string& name) {

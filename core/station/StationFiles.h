@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "core/dates/FileDate.h"
-#include "core/files/Replacement.h"
-#include "core/files/StoredFile.h"
+#include "core/history/Replacement.h"
+#include "core/history/StoredFile.h"
 
 /// The files of the stations: the station data root has a folder for each station, which has a
 /// keyword file for each instrument. The root and each station have an INDEX file.
@@ -73,25 +73,29 @@ struct ReadBackNotice {
 [[nodiscard]] FileDate DueDateOf(const StationInstrument& instrument);
 
 /// Writes the instrument's file to the station's folder. `file` is the one that the instrument was
-/// read from or last saved to. If the save replaces any other content, that goes to the recycle
-/// bin. Throws a Name error when the model number is not a valid file name or is that of the INDEX
+/// read from or last saved to. What the save replaces goes into the history. Throws a Name error when the model number is not a valid file name or is that of the INDEX
 /// file, a Character error for text that the file cannot hold or that would be read back as another
 /// line, and the error of a failed save.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
-                        StoredFile& file);
+                        StoredFile& file, Earlier earlier = Earlier::Keep);
 
 /// What SaveInstrumentFile would replace although the user has not seen it. Throws the same errors.
 [[nodiscard]] Replacement InstrumentWouldReplace(const std::string& stationFolder,
                                                  const StationInstrument& instrument,
                                                  const StoredFile& file);
 
-/// Moves an instrument's file to the recycle bin. A missing file is no error. Throws a Name error
+/// Moves an instrument's file to the recycle bin, and keeps it in the history. A missing file is no error. Throws a Name error
 /// when the model number is not a valid file name, and a NotAFile error for a folder, which stays.
-void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber);
+void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber,
+                          Earlier earlier = Earlier::Keep);
 
-/// Moves every file of a station, including INDEX, to the recycle bin. Of a link, only the link is
-/// deleted; folders stay.
-void DeleteAllInstrumentFiles(const std::string& stationFolder);
+/// Moves every file of a station to the recycle bin, and keeps all except INDEX in the history. Of
+/// a link, only the link is deleted; folders stay.
+void DeleteAllInstrumentFiles(const std::string& stationFolder, Earlier earlier = Earlier::Keep);
+
+/// Moves the folder of a station to the recycle bin, and keeps its instrument files in the history.
+void DeleteStation(const std::string& root, const std::string& name,
+                   Earlier earlier = Earlier::Keep);
 
 /// Makes the folder of a new station. Throws a Name error when the name is not a valid folder name
 /// or the station list would not show it, and the error of a folder that cannot be made.

@@ -30,6 +30,7 @@
 #include "screens/caldata/EditorCurve.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
@@ -510,8 +511,12 @@ void CalEditor::SaveAndClose() {
   if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
     return;
   }
-  const BusyPointer busy;
-  data_->SaveCalibrationDataToFile(path);
+  const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
+    data_->SaveCalibrationDataToFile(path, earlier);
+  });
+  if (!isSaved) {
+    return;
+  }
   drafts_->Saved();
   accept();
 }

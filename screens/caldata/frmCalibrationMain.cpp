@@ -26,6 +26,7 @@
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"
@@ -241,8 +242,8 @@ void frmCalibrationMain::CopyFileOfTestKit(const std::string& code, const std::s
   }
   const std::filesystem::path source = SystemPath(dialog.FileName());
   if (UserLetsReplace(this, [&] { return TestKitWouldReplace(source, folder); })) {
-    const BusyPointer busy;
-    CopyTestKitFile(source, folder);
+    static_cast<void>(ChangedWithHistory(
+        this, "save", [&](Earlier earlier) { CopyTestKitFile(source, folder, earlier); }));
   }
 }
 
@@ -357,8 +358,14 @@ void frmCalibrationMain::DeleteData() {
     return;
   }
   const std::string path = ListedDataSet(FindCalFile(serial)).FilePath;
-  const bool deleted = Guarded(
-      this, [&] { RecycleEntry(std::string(FolderOf(path)), std::string(LastNameOf(path))); },
+  bool deleted = false;
+  Guarded(
+      this,
+      [&] {
+        deleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
+          DeleteWithHistory(FolderOf(path), std::string(LastNameOf(path)), earlier);
+        });
+      },
       [this](const Error& error) {
         CurrentQuestions().Ask(this,
                                {.text = "Can't delete cal data", .detail = ToQt(error.what())});

@@ -151,8 +151,9 @@ void frmStationMain::DeleteStation() {
              .defaultButton = QMessageBox::Cancel});
   if (answer == QMessageBox::Ok) {
     Guarded(this, [&] {
-      const BusyPointer busy;
-      RecycleEntry(gStationDir, station);
+      static_cast<void>(ChangedWithHistory(this, "delete", [&](Earlier earlier) {
+        tarvell::DeleteStation(gStationDir, station, earlier);
+      }));
     });
     RefreshStationList();
   }

@@ -526,8 +526,12 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         if (!mayReplace) {
           return;
         }
-        const BusyPointer busy;
-        SaveInstrumentFile(stationFolder_, instrument, file_);
+        const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
+          SaveInstrumentFile(stationFolder_, instrument, file_, earlier);
+        });
+        if (!isSaved) {
+          return;
+        }
         index_.WasListed({instrument.ModelNumber});
         ui_->btnSave->setEnabled(false);
         if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
@@ -579,8 +583,13 @@ void frmStationModelList::DeleteInstrument() {
   // If an instrument that was added here and not saved has a file, another user has saved it: that
   // file is not deleted.
   if (!IsUnsaved(shownEntry_) || NameOfEntry(shownEntry_) != name) {
+    const bool isDeleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
+      DeleteInstrumentFile(stationFolder_, name, earlier);
+    });
+    if (!isDeleted) {
+      return;
+    }
     index_.WasListed({name});
-    DeleteInstrumentFile(stationFolder_, name);
   }
   std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == name; });
   shownEntry_ = nullptr;
@@ -604,9 +613,11 @@ void frmStationModelList::ClearInstruments() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const bool deleted = Guarded(this, [this] {
-    const BusyPointer busy;
-    DeleteAllInstrumentFiles(stationFolder_);
+  bool deleted = false;
+  Guarded(this, [&] {
+    deleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
+      DeleteAllInstrumentFiles(stationFolder_, earlier);
+    });
   });
   if (deleted) {
     unsaved_.clear();

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-#include "core/files/Replacement.h"
+#include "core/history/Replacement.h"
 
 namespace tarvell {
 

@@ -14,7 +14,6 @@
 #include <optional>
 #include <string>
 
-#include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
 #include "screens/widgets/QtPath.h"
 
@@ -94,32 +93,9 @@ std::error_code Move(const std::filesystem::path& from, const std::filesystem::p
   return code;
 }
 
-/// Copies a file and waits until the copy is on the disk, because the file is about to be replaced.
-std::error_code CopyForGood(const std::filesystem::path& from, const std::filesystem::path& to) {
-  std::string bytes;
-  std::error_code code = ReadNativeFile(from, bytes);
-  if (!code) {
-    code = SaveNativeFile(to, bytes);
-  }
-  if (!code) {
-    const std::filesystem::perms mode = std::filesystem::status(from, code).permissions();
-    if (!code) {
-      std::filesystem::permissions(to, mode, code);
-    }
-  }
-  if (code) {
-    std::error_code ignored;
-    std::filesystem::remove(to, ignored);
-  }
-  return code;
-}
-
-/// Puts an entry into the trash under a free name; `take` moves or copies it. The toolkit cannot do
-/// this: it never copies, it cannot move an entry of every name, and it cannot always move from
-/// another disk.
-std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders& trash,
-                          std::error_code (*take)(const std::filesystem::path& from,
-                                                  const std::filesystem::path& to)) {
+/// Moves an entry into the trash under a free name. The toolkit cannot move an entry of every name,
+/// and cannot always move from another disk.
+std::error_code MoveToTrash(const std::filesystem::path& path, const TrashFolders& trash) {
   const std::filesystem::path name = FreeName(trash, PathForQt(path.filename()));
   const std::filesystem::path info = InfoOf(trash, name);
   std::error_code code;
@@ -135,7 +111,7 @@ std::error_code FillTrash(const std::filesystem::path& path, const TrashFolders&
                 .toStdString());
   const std::filesystem::path kept = trash.files / name;
   if (!code) {
-    code = take(path, kept);
+    code = Move(path, kept);
   }
   std::error_code ignored;
   if (code && !std::filesystem::exists(kept, ignored)) {
@@ -167,16 +143,7 @@ std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   if (code || !MayChange(whole.parent_path())) {
     return std::make_error_code(std::errc::permission_denied);
   }
-  return FillTrash(path, *trash, &Move);
-}
-
-std::error_code DesktopPlatform::RecycleCopy(const std::filesystem::path& path) {
-  std::filesystem::path target;
-  if (const std::error_code code = ResolveLinks(path, target)) {
-    return code;
-  }
-  const std::optional<TrashFolders> trash = HomeTrash();
-  return trash ? FillTrash(target, *trash, &CopyForGood) : std::error_code();
+  return MoveToTrash(path, *trash);
 }
 
 }  // namespace tarvell

@@ -14,7 +14,6 @@ namespace tarvell {
 class DesktopPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override;
 };
 
 }  // namespace tarvell

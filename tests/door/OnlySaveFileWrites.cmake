@@ -19,9 +19,9 @@ set(OTHER_WAYS
 
 # The three sources that may use some of them.
 set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")
-# Only for the desktop's trash: deleted files move into it, replaced files are copied into it.
+# Only for the desktop's trash: deleted files move into it.
 set(ALLOWED_screens/widgets/DesktopPlatform.cpp
-  "moveToTrash *\\(|mkpath *\\(|QFile::remove|(filesystem)?::(copy|rename|remove|permissions)\\(?")
+  "moveToTrash *\\(|mkpath *\\(|(filesystem)?::(copy|remove)\\(?")
 # What the program remembers for the user is not data: a loss does no harm.
 set(ALLOWED_screens/widgets/UserSettings.cpp "QSettings")
 

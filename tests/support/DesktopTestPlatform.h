@@ -4,9 +4,12 @@
 #ifndef TARVELL_TESTS_SUPPORT_DESKTOPTESTPLATFORM_H
 #define TARVELL_TESTS_SUPPORT_DESKTOPTESTPLATFORM_H
 
+#include <ctime>
 #include <filesystem>
+#include <string>
 
 #include "screens/widgets/DesktopPlatform.h"
+#include "support/TestTree.h"
 
 namespace tarvell::test {
 
@@ -26,6 +29,9 @@ class DesktopTestPlatform : public DesktopPlatform {
   [[nodiscard]] std::filesystem::path UserFolder() override {
     return programFolder_.parent_path() / "user";
   }
+  [[nodiscard]] std::string UserName() override { return kUser; }
+  [[nodiscard]] std::string HostName() override { return kHost; }
+  [[nodiscard]] std::time_t Now() override { return kNow; }
 
  private:
   std::filesystem::path programFolder_;

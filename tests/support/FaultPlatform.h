@@ -40,7 +40,10 @@ class FaultPlatform : public ForwardingPlatform {
     Replace,
     SyncFolder,
     OpenForReading,
-    Read
+    Read,
+    Append,
+    Lock,
+    MakeFolder
   };
 
   FaultPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
@@ -101,6 +104,22 @@ class FaultPlatform : public ForwardingPlatform {
     const std::error_code code = ForwardingPlatform::OpenInPlace(path, file);
     return Wrapped(code, file);
   }
+  [[nodiscard]] std::error_code OpenForAppending(const std::filesystem::path& path,
+                                                 std::unique_ptr<OutputFile>& file,
+                                                 bool& beginsLine) override {
+    if (Fails(Step::Append)) {
+      return Fault();
+    }
+    const std::error_code code = ForwardingPlatform::OpenForAppending(path, file, beginsLine);
+    return Wrapped(code, file);
+  }
+  [[nodiscard]] std::error_code Lock(const std::filesystem::path& path, std::uint32_t number,
+                                     std::unique_ptr<HeldLock>& lock) override {
+    return Fails(Step::Lock) ? Fault() : ForwardingPlatform::Lock(path, number, lock);
+  }
+  [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
+    return Fails(Step::MakeFolder) ? Fault() : ForwardingPlatform::MakeFolder(path);
+  }
   [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
                                         const std::filesystem::path& to) override {
     return Fails(Step::Replace) ? Fault() : ForwardingPlatform::Replace(from, to);
@@ -131,9 +150,6 @@ class FaultPlatform : public ForwardingPlatform {
   // No recycle bin, so that a save takes only the steps above.
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
     return SystemPlatform().Recycle(path);
-  }
-  [[nodiscard]] std::error_code RecycleCopy(const std::filesystem::path& path) override {
-    return SystemPlatform().RecycleCopy(path);
   }
 
  private:
@@ -237,9 +253,10 @@ class FaultPlatform : public ForwardingPlatform {
 };
 
 inline std::ostream& operator<<(std::ostream& stream, FaultPlatform::Step step) {
-  static constexpr std::array<const char*, 16> kNames = {
+  static constexpr std::array<const char*, 19> kNames = {
       "None",   "Resolve",    "Facts", "Create", "Open",    "Write",      "Nothing",        "Cut",
-      "Length", "Attributes", "Sync",  "Close",  "Replace", "SyncFolder", "OpenForReading", "Read"};
+      "Length", "Attributes", "Sync",  "Close",  "Replace", "SyncFolder", "OpenForReading", "Read",
+      "Append", "Lock",       "MakeFolder"};
   return stream << kNames.at(static_cast<std::size_t>(step));
 }
 

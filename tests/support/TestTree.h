@@ -4,6 +4,7 @@
 #ifndef TARVELL_TESTS_SUPPORT_TESTTREE_H
 #define TARVELL_TESTS_SUPPORT_TESTTREE_H
 
+#include <ctime>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -13,6 +14,11 @@
 
 namespace tarvell::test {
 
+/// Who works in a test, on which computer and when: 5 March 2026, 14:03:07 UTC.
+inline constexpr const char* kUser = "anna";
+inline constexpr const char* kHost = "bench3";
+inline constexpr std::time_t kNow = 1772719387;
+
 /// The system with another program folder and another user's folder.
 class TestPlatform : public ForwardingPlatform {
  public:
@@ -20,8 +26,14 @@ class TestPlatform : public ForwardingPlatform {
 
   [[nodiscard]] std::filesystem::path UserFolder() override { return userFolder; }
 
+  [[nodiscard]] std::string UserName() override { return userName; }
+  [[nodiscard]] std::string HostName() override { return kHost; }
+  [[nodiscard]] std::time_t Now() override { return now; }
+
   std::filesystem::path programFolder;
   std::filesystem::path userFolder;
+  std::string userName = kUser;
+  std::time_t now = kNow;
 };
 
 /// A temporary folder with the drives and an empty program folder of a test. While it lives, every

@@ -76,58 +76,23 @@ TEST_F(Trash, TakesNamesThatAreNoTextOrAsLongAsPossible) {
   }
 }
 
-TEST_F(Trash, WithoutATrashAFileIsDeletedAndNoCopyIsMade) {
+TEST_F(Trash, WithoutATrashAFileIsDeleted) {
   tree_.Write(R"(c:\a\SN1)", "one");
   tree_.Write(R"(c:\a\file)", "no folder");
   qputenv("XDG_DATA_HOME", tree_.Native(R"(c:\a\file)").string().c_str());
   tree_.MakeFolders(R"(c:\current)");
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(tree_.Native(R"(c:\current)"));
-  EXPECT_EQ(platform_.RecycleCopy(tree_.Native(R"(c:\a\SN1)").string()), std::error_code());
-  EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN1", "file"}));
   Recycle(R"(c:\a\SN1)");
   std::filesystem::current_path(before);
   EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"file"}));
   EXPECT_EQ(tree_.Names(R"(c:\current)"), std::vector<std::string>{});
 }
 
-TEST_F(Trash, ACopyKnowsItsOriginAndHasThePermissionsOfTheFile) {
-  tree_.Write(R"(c:\a\SN copy)", "earlier");
-  tree_.Write(R"(c:\b\sn COPY)", "other");  // differs only in case
-  std::filesystem::create_symlink("SN copy", tree_.Native(R"(c:\a\link)"));
-  const std::filesystem::path native = tree_.Native(R"(c:\a\SN copy)");
-  std::filesystem::permissions(native, std::filesystem::perms(0640));
-  EXPECT_EQ(platform_.RecycleCopy(native.string()), std::error_code());
-  EXPECT_EQ(platform_.RecycleCopy(tree_.Native(R"(c:\a\link)").string()), std::error_code());
-  EXPECT_EQ(platform_.RecycleCopy(tree_.Native(R"(c:\b\sn COPY)").string()), std::error_code());
-  EXPECT_EQ(tree_.Read(R"(c:\a\SN copy)"), "earlier");
-  EXPECT_EQ(tree_.Names(R"(c:\a)"), (std::vector<std::string>{"SN copy", "link"}));
-  for (const char* name : {"SN copy", "SN copy.2"}) {
-    EXPECT_EQ(test::ReadNative(trash_ + "/files/" + name), "earlier");
-    EXPECT_EQ(std::filesystem::status(trash_ + "/files/" + name).permissions(),
-              std::filesystem::perms(0640));
-    ExpectOrigin(name, native.parent_path().string() + "/SN%20copy");
-  }
-  EXPECT_EQ(test::ReadNative(trash_ + "/files/sn COPY"), "other");
-  ExpectOrigin("sn COPY", tree_.Native(R"(c:\b)").string() + "/sn%20COPY");
-}
-
-/// A desktop with a folder that takes no new file, a folder that cannot be synced, and a folder
-/// from which nothing can be moved, as if it were on another disk.
+/// A desktop with a folder from which nothing can be moved, as if it were on another disk.
 class FaultyDesktop : public test::DesktopTestPlatform {
  public:
   using DesktopTestPlatform::DesktopTestPlatform;
-
-  [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
-                                                std::filesystem::path& path,
-                                                std::unique_ptr<OutputFile>& file) override {
-    return folder == full ? std::make_error_code(std::errc::no_space_on_device)
-                          : DesktopTestPlatform::CreateTemporary(folder, path, file);
-  }
-  [[nodiscard]] std::error_code SyncFolder(const std::filesystem::path& folder) override {
-    return folder == unsure ? std::make_error_code(std::errc::io_error)
-                            : DesktopTestPlatform::SyncFolder(folder);
-  }
 
   [[nodiscard]] std::error_code Replace(const std::filesystem::path& from,
                                         const std::filesystem::path& to) override {
@@ -136,27 +101,8 @@ class FaultyDesktop : public test::DesktopTestPlatform {
                : DesktopTestPlatform::Replace(from, to);
   }
 
-  std::string full;
-  std::string unsure;
   std::string disk;
 };
-
-TEST_F(Trash, ACopyThatMayNotBeOnTheDiskIsAnErrorAndIsRemoved) {
-  FaultyDesktop desktop(tree_.ProgramFolder());
-  tree_.Write(R"(c:\a\SNfull)", "earlier");
-  const std::string native = tree_.Native(R"(c:\a\SNfull)").string();
-  for (const std::string& half : {trash_ + "/info", trash_ + "/files"}) {
-    desktop.full = half;
-    desktop.unsure.clear();
-    EXPECT_EQ(desktop.RecycleCopy(native), std::errc::no_space_on_device);
-    desktop.full.clear();
-    desktop.unsure = half;
-    EXPECT_EQ(desktop.RecycleCopy(native), std::errc::io_error);
-    EXPECT_FALSE(std::filesystem::exists(trash_ + "/files/SNfull"));
-    EXPECT_FALSE(std::filesystem::exists(trash_ + "/info/SNfull.trashinfo"));
-    EXPECT_EQ(tree_.Read(R"(c:\a\SNfull)"), "earlier");
-  }
-}
 
 TEST_F(Trash, FilesFromAnotherDiskAreCopiedAndRemoved) {
   FaultyDesktop desktop(tree_.ProgramFolder());

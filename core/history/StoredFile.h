@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_CORE_FILES_STOREDFILE_H
-#define TARVELL_CORE_FILES_STOREDFILE_H
+#ifndef TARVELL_CORE_HISTORY_STOREDFILE_H
+#define TARVELL_CORE_HISTORY_STOREDFILE_H
 
 #include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "core/history/History.h"
 
 namespace tarvell {
 
@@ -20,17 +22,12 @@ struct UnseenFile {
 };
 
 /// The file that a data set was read from, or was written to last. It is empty for a new data set.
-///
-/// A save puts the earlier file into the recycle bin if the data set did not come from it, if it
-/// has changed since then, if it holds another serial number, or if it holds something that the
-/// data set does not keep.
 class StoredFile {
  public:
   /// The data set was read from the file at `path`, whose content is `bytes`.
   void WasRead(const std::string& path, std::string bytes, const std::string& serialNumber);
 
-  /// Sets what a save would write if the user changed nothing. If that differs from the file, the
-  /// next save puts the file into the recycle bin.
+  /// Sets what a save would write if the user changed nothing.
   void SetUnchangedBytes(std::string bytes);
 
   /// What a save would write if the user changed nothing, "" if unknown.
@@ -46,23 +43,17 @@ class StoredFile {
   [[nodiscard]] std::optional<UnseenFile> Unseen(const std::string& path,
                                                  std::string_view bytes) const;
 
-  /// Writes `bytes` to the file at `path` by SaveFile; the data set belongs to that file from then
-  /// on. Throws as SaveFile does, and a WriteFailed error, before anything is written, when the
-  /// earlier file cannot be kept.
-  void Save(const std::string& path, const std::string& serialNumber, std::string_view bytes);
+  /// Writes `bytes` to the file at `path` by SaveWithHistory, or without it; the data set belongs
+  /// to that file from then on. Throws the same errors.
+  void Save(const std::string& path, const std::string& serialNumber, std::string_view bytes,
+            Earlier earlier = Earlier::Keep);
 
  private:
-  /// Puts a copy of the file at `native` into the recycle bin, unless its content is `bytes` or was
-  /// read or written by the data set, which keeps all of it.
-  void KeepEarlier(const std::string& path, const std::filesystem::path& native,
-                   std::string_view bytes, const std::string& serialNumber) const;
-
   std::string path_;
   std::string serialNumber_;
   std::string content_;  ///< of the file, as it was read or written
   std::string unchanged_;
   bool rewritesContent_ = false;  ///< whether a save without changes would write `content_`
-  bool isWhollyKept_ = true;
 };
 
 }  // namespace tarvell

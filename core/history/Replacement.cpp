@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "core/files/Replacement.h"
+#include "core/history/Replacement.h"
 
 #include <algorithm>
 #include <cstdint>

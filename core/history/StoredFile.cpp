@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 
-#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -17,8 +16,8 @@ namespace tarvell {
 
 namespace {
 
-[[nodiscard]] Error NotKept(std::error_code code, const std::string& path) {
-  const Error reason = SystemError(code, "keep the earlier file in the recycle bin", path);
+[[nodiscard]] Error NotSaved(std::error_code code, const std::string& path) {
+  const Error reason = SystemError(code, "read the earlier file", path);
   return {ErrorKind::WriteFailed, "Nothing was saved. " + reason.Text(), path};
 }
 
@@ -31,12 +30,10 @@ void StoredFile::WasRead(const std::string& path, std::string bytes,
   content_ = std::move(bytes);
   unchanged_.clear();
   rewritesContent_ = false;
-  isWhollyKept_ = true;
 }
 
 void StoredFile::SetUnchangedBytes(std::string bytes) {
   rewritesContent_ = bytes == content_;
-  isWhollyKept_ = rewritesContent_;
   unchanged_ = rewritesContent_ ? std::string() : std::move(bytes);
 }
 
@@ -61,39 +58,20 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
     return std::nullopt;
   }
   if (code && code != kTooLargeForData) {
-    throw NotKept(code, path);
+    throw NotSaved(code, path);
   }
   return file;
 }
 
 void StoredFile::Save(const std::string& path, const std::string& serialNumber,
-                      std::string_view bytes) {
-  SaveFile(path, bytes, [&](const std::filesystem::path& native) {
-    KeepEarlier(path, native, bytes, serialNumber);
-  });
+                      std::string_view bytes, Earlier earlier) {
+  if (earlier == Earlier::Keep) {
+    SaveWithHistory(path, bytes);
+  } else {
+    SaveFile(path, bytes);
+  }
   WasRead(path, std::string(bytes), serialNumber);
   rewritesContent_ = true;
-}
-
-void StoredFile::KeepEarlier(const std::string& path, const std::filesystem::path& native,
-                             std::string_view bytes, const std::string& serialNumber) const {
-  std::string earlier;
-  const std::error_code code =
-      ReadNativeFile(native, earlier, std::max(bytes.size(), content_.size()));
-  if (code && code != kTooLargeForData) {
-    throw NotKept(code, path);
-  }
-  // A file that is larger than both contents differs from both.
-  if (!code) {
-    const bool isOwn = isWhollyKept_ && earlier == content_ && serialNumber == serialNumber_ &&
-                       !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
-    if (earlier == bytes || isOwn) {
-      return;
-    }
-  }
-  if (const std::error_code kept = CurrentPlatform().RecycleCopy(native)) {
-    throw NotKept(kept, path);
-  }
 }
 
 }  // namespace tarvell

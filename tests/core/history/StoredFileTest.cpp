@@ -13,9 +13,8 @@
 
 #include "core/caldata/TestKit.h"
 #include "core/caldata/cInstrPX12A.h"
-#include "core/files/Replacement.h"
+#include "core/history/Replacement.h"
 #include "core/station/StationFiles.h"
-#include "support/BinPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
 #include "support/SampleInstrument.h"
@@ -91,8 +90,18 @@ class Replacing : public testing::Test {
     fs::last_write_time(tree_.Native(path), std::chrono::file_clock::from_sys(time));
   }
 
+  /// The contents that were kept of a file of this tree, in their order.
+  [[nodiscard]] Texts Kept(const std::string& root = R"(c:\calfactors)",
+                           const std::string& file = R"(PX12A\SN12345)") const {
+    const std::string folder = root + R"(\history.tarvell\)" + file;
+    Texts contents;
+    for (const std::string& name : tree_.Exists(folder) ? tree_.Names(folder) : Texts{}) {
+      contents.push_back(tree_.Read(folder + "\\" + name));
+    }
+    return contents;
+  }
+
   test::TestTree tree_;
-  test::BinPlatform platform_;
 };
 
 TEST_F(Replacing, NothingIsAskedIfTheFileWasOpenedOrIsEqualOrGone) {
@@ -184,7 +193,7 @@ TEST_F(Replacing, OnlyTheChangesOfTheOtherUserAreListed) {
             "Cells of its tables: 2\n\n"
             "No leaves the file as it is.");
   data.SaveCalibrationDataToFile(kFile);
-  EXPECT_EQ(platform_.kept, Texts{others});
+  EXPECT_EQ(Kept().back(), others);
   EXPECT_EQ(data.WouldReplace(kFile).kind, Kind::None);
 }
 
@@ -275,139 +284,82 @@ TEST_F(Replacing, AFileThatChangesDuringTheQuestionNeedsAnotherAnswer) {
                           [](const Replacement&) { return false; }));
 }
 
-constexpr const char* kFolder = "c:\\calfactors\\PX12A";
 constexpr const char* kSerial = "A12345";
 constexpr const char* kInstrument = R"(c:\stations\ST1\PX12A)";
 
-// ---- Which earlier files a save keeps.
+// ---- What a save keeps of the file that it replaces.
 
-class StoredFiles : public Replacing {
- protected:
-  /// A data set that was read from `path`, which holds `bytes`.
-  StoredFile ReadFrom(const std::string& path, const std::string& bytes) {
-    tree_.Write(path, bytes);
-    StoredFile file;
-    file.WasRead(path, bytes, kSerial);
-    return file;
-  }
-};
+class StoredFiles : public Replacing {};
 
-TEST_F(StoredFiles, AreReplacedWithoutACopyIfTheDataSetHoldsTheirContent) {
-  // A file that already holds the bytes, one that was read, and what was written before.
-  tree_.Write(kFile, "same");
-  StoredFile().Save(kFile, kSerial, "same");
-  StoredFile file = ReadFrom(kFile, "old");
-  file.SetUnchangedBytes("old");
+TEST_F(StoredFiles, KeepEveryContentThatIsReplaced) {
+  StoredFile file;
   for (const char* bytes : {"first", "second", "third"}) {
     file.Save(kFile, kSerial, bytes);
     EXPECT_EQ(tree_.Read(kFile), bytes);
   }
-  EXPECT_EQ(platform_.kept, Texts{});
+  EXPECT_EQ(Kept(), (Texts{"first", "second"}));
+  // What others have written, and what was never read.
+  tree_.Write(kFile, "by hand");
+  file.Save(kFile, kSerial, "fourth");
+  StoredFile().Save(kFile, "B12345", "fifth");
+  EXPECT_EQ(Kept(), (Texts{"first", "second", "by hand", "fourth"}));
+  // The same content again replaces nothing.
+  file.Save(kFile, kSerial, "fifth");
+  EXPECT_EQ(Kept().size(), 4U);
 }
 
-TEST_F(StoredFiles, AreCopiedToTheBinIfChangedByOthersOrNotRead) {
-  StoredFile file = ReadFrom(kFile, "old");
-  tree_.Write(kFile, "old and more");
-  file.Save(kFile, kSerial, "new");
-  EXPECT_EQ(platform_.kept, Texts{"old and more"});
-  // Even one of the same length.
-  tree_.Write(kFile, "neu");
-  file.Save(kFile, kSerial, "newest");
-  EXPECT_EQ(platform_.kept, (Texts{"old and more", "neu"}));
-  EXPECT_EQ(tree_.Read(kFile), "newest");
-  // Even one with the content of the one that was read.
-  StoredFile other = ReadFrom(R"(c:\calfactors\PX12A\SN9)", "newest");
-  other.Save(kFile, kSerial, "new");
-  EXPECT_EQ(platform_.kept, (Texts{"old and more", "neu", "newest"}));
-  EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN9)"), "newest");
-}
-
-TEST_F(StoredFiles, AreCopiedOnceIfTheyHoldAnotherSerialNumberOrMoreData) {
-  StoredFile file = ReadFrom(kFile, "old");
-  for (const char* bytes : {"new", "newer"}) {
-    file.Save(kFile, "B12345", bytes);
-    EXPECT_EQ(platform_.kept, Texts{"old"});
-  }
-  file = ReadFrom(kFile, "old and a remark");
-  file.SetUnchangedBytes("old");
-  for (const char* bytes : {"new", "newer"}) {
-    file.Save(kFile, kSerial, bytes);
-    EXPECT_EQ(platform_.kept, (Texts{"old", "old and a remark"}));
-  }
-}
-
-TEST_F(StoredFiles, AreTheSameInAnotherCaseAndThroughALink) {
-  StoredFile file = ReadFrom(kFile, "old");
+TEST_F(StoredFiles, HaveOneHistoryInAnotherCaseToo) {
+  StoredFile file;
+  file.Save(kFile, kSerial, "old");
   file.Save(R"(C:\CALFACTORS\px12a\sn12345)", kSerial, "new");
-  EXPECT_EQ(tree_.Read(kFile), "new");
-  fs::create_symlink("SN12345", tree_.Native(R"(c:\calfactors\PX12A\SN0)"));
-  file.Save(R"(c:\calfactors\PX12A\SN0)", kSerial, "newer");
+  file.Save(kFile, kSerial, "newer");
   EXPECT_EQ(tree_.Read(kFile), "newer");
-  EXPECT_EQ(platform_.kept, Texts{});
+  EXPECT_EQ(Kept(), (Texts{"old", "new"}));
 }
 
-TEST_F(StoredFiles, AreNotReplacedIfTheBinCannotTakeACopy) {
+TEST_F(StoredFiles, BehindALinkAreKeptUnderItsName) {
   tree_.Write(kFile, "old");
-  platform_.failure = std::make_error_code(std::errc::no_space_on_device);
+  fs::create_symlink("SN12345", tree_.Native(R"(c:\calfactors\PX12A\SN0)"));
+  StoredFile().Save(R"(c:\calfactors\PX12A\SN0)", kSerial, "new");
+  EXPECT_EQ(tree_.Read(kFile), "new");
+  EXPECT_EQ(Kept(R"(c:\calfactors)", R"(PX12A\SN0)"), Texts{"old"});
+}
+
+TEST_F(StoredFiles, AreReplacedWithoutTheHistoryOnlyIfTheUserAgrees) {
+  tree_.Write(kFile, "old");
+  tree_.Write(R"(c:\calfactors\history.tarvell)", "a file");
   StoredFile file;
   const Error error = ErrorOf([&] { file.Save(kFile, kSerial, "new"); });
-  EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
-  EXPECT_EQ(error.Path(), kFile);
-  EXPECT_TRUE(test::Contains(error.Text(),
-                             "Nothing was saved. Cannot keep the earlier file in the recycle bin"))
-      << error.Text();
-  EXPECT_TRUE(test::Contains(error.Text(), "the disk is full")) << error.Text();
+  EXPECT_EQ(error.Kind(), ErrorKind::NotKept);
+  EXPECT_EQ(error.Path(), R"(c:\calfactors\history.tarvell)");
   EXPECT_EQ(tree_.Read(kFile), "old");
-  EXPECT_EQ(tree_.Names(kFolder), Texts{"SN12345"});
-  platform_.failure = {};
-  file.Save(kFile, kSerial, "new");
+  file.Save(kFile, kSerial, "new", Earlier::LetGo);
   EXPECT_EQ(tree_.Read(kFile), "new");
-  EXPECT_EQ(platform_.kept, Texts{"old"});
+  EXPECT_EQ(tree_.Read(R"(c:\calfactors\history.tarvell)"), "a file");
 }
 
-TEST_F(StoredFiles, OfDataSetsAreCopiedOnlyIfTheyHoldMoreThanTheDataSet) {
-  const std::string whole = SensorBytes("3318A12345", "factory", kRows);
-  for (const std::string& bytes : {whole, whole + "a remark\r\n"}) {
-    EXPECT_EQ(platform_.kept, Texts{});
-    tree_.Write(kFile, bytes);
-    cInstrPX12A data;
-    Open(data);
-    for (const char* comment : {"first", "second"}) {
-      data.SetComment(comment);
-      data.SaveCalibrationDataToFile(kFile);
-    }
-  }
-  EXPECT_EQ(platform_.kept, Texts{whole + "a remark\r\n"});
-}
+TEST_F(StoredFiles, OfEveryKindAreKept) {
+  tree_.Write(kFile, SensorBytes("3318A12345", "factory", kRows) + "a remark\r\n");
+  const std::string whole = tree_.Read(kFile);
+  cInstrPX12A data;
+  Open(data);
+  data.SaveCalibrationDataToFile(kFile);
+  EXPECT_EQ(Kept(), Texts{whole});
 
-TEST_F(StoredFiles, OfAnInstrumentAreCopiedIfTheyHoldMore) {
-  const std::string sample = test::kSampleInstrumentFile;
-  StationInstrument instrument;
+  StationInstrument instrument = test::SampleInstrument();
   StoredFile file;
-  // The last line is not read back. Here it is empty, so that the instrument holds the whole file.
-  tree_.Write(kInstrument, sample.substr(0, sample.find("own file")) + "\r\n");
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
+  SaveInstrumentFile(kStation, instrument, file);
+  const std::string before = tree_.Read(kInstrument);
   instrument.Comment = "corrected";
   SaveInstrumentFile(kStation, instrument, file);
-  EXPECT_EQ(platform_.kept, Texts{});
-  tree_.Write(kInstrument, sample + "REMARK of the lab\r\n");
-  ASSERT_TRUE(LoadInstrumentFile(kInstrument, instrument, file));
-  for (const char* comment : {"first", "second"}) {
-    instrument.Comment = comment;
-    SaveInstrumentFile(kStation, instrument, file);
-    EXPECT_EQ(platform_.kept, Texts{sample + "REMARK of the lab\r\n"});
-  }
-}
+  EXPECT_EQ(Kept(R"(c:\stations)", R"(ST1\PX12A)"), Texts{before});
 
-TEST_F(StoredFiles, OfATestKitAreCopiedWhenReplaced) {
   const fs::path source = tree_.Root() / "kit.dat";
-  for (const char* kit : {"RT410A\r\nA12345\r\n", "RT410A\r\nA12345\r\n", "RT410A\r\nB12345\r\n"}) {
-    EXPECT_EQ(platform_.kept, Texts{});
+  for (const char* kit : {"RT410A\r\nA54321\r\n", "RT410A\r\nB54321\r\n"}) {
     test::WriteNative(source, kit);
-    CopyTestKitFile(source, kFolder);
-    EXPECT_EQ(tree_.Read(kFile), kit);
+    CopyTestKitFile(source, R"(c:\calfactors\RT410A)");
   }
-  EXPECT_EQ(platform_.kept, Texts{"RT410A\r\nA12345\r\n"});
+  EXPECT_EQ(Kept(R"(c:\calfactors)", R"(RT410A\SN54321)"), Texts{"RT410A\r\nA54321\r\n"});
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_CORE_FILES_REPLACEMENT_H
-#define TARVELL_CORE_FILES_REPLACEMENT_H
+#ifndef TARVELL_CORE_HISTORY_REPLACEMENT_H
+#define TARVELL_CORE_HISTORY_REPLACEMENT_H
 
 #include <cstddef>
 #include <ctime>
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/files/StoredFile.h"
+#include "core/history/StoredFile.h"
 
 /// What a save would replace that the user has not seen, and the question that is asked about it.
 namespace tarvell {

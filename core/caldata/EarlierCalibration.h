@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_EARLIERCALIBRATION_H
+#define TARVELL_CORE_CALDATA_EARLIERCALIBRATION_H
+
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/caldata/Models.h"
+#include "core/caldata/mTypeDef.h"
+#include "core/dates/FileDate.h"
+#include "core/history/KeptVersions.h"
+
+namespace tarvell {
+
+/// A content that the file of a data set has, or had. Its header is what the lists show; the fields
+/// are empty if it has none.
+struct Calibration {
+  bool isCurrent = false;   ///< what the file holds now
+  CalFileInfo header = {};  ///< its FilePath is that of the file, or of the kept version
+  HistoryEvent event = {};  ///< what has replaced it; of the current one, what has written it
+  VersionState state = VersionState::AsKept;
+  bool hasHeader = false;  ///< whether it has the header of a data file, not in the old style
+
+  [[nodiscard]] FileDate Calibrated() const {
+    return {header.CalYear, header.CalMonth, header.CalDay};
+  }
+  [[nodiscard]] FileDate Due() const { return {header.DueYear, header.DueMonth, header.DueDay}; }
+};
+
+/// All that the file of a data set at `path`, a path of the program, holds and has held: the
+/// current content first, then the others, the latest first. Throws the error of a history that
+/// cannot be read.
+[[nodiscard]] std::vector<Calibration> EveryCalibrationOf(const std::string& path);
+
+/// The same from a history that has been read.
+[[nodiscard]] std::vector<Calibration> CalibrationsIn(const FileHistory& history,
+                                                      const std::string& path);
+
+/// Those whose header can be read and is not in the old style. A history that cannot be read counts
+/// as empty.
+[[nodiscard]] std::vector<Calibration> CalibrationsOf(const std::string& path);
+
+/// The data of a calibration; nullptr if they cannot be loaded.
+[[nodiscard]] std::unique_ptr<cifCaldata> LoadCalibration(const Model& model,
+                                                          const Calibration& calibration);
+
+/// The newest of the calibrations, as CalibrationsOf lists them, with another calibration date than
+/// `date`; nullptr if none has.
+[[nodiscard]] const Calibration* EarlierCalibration(const std::vector<Calibration>& calibrations,
+                                                    const FileDate& date);
+
+}  // namespace tarvell
+
+#endif

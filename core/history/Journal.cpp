@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/history/Journal.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <utility>
+
+#include "core/numbers/Numbers.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr char kSeparator = '\t';
+constexpr std::string_view kNothing = "-";
+constexpr std::size_t kFields = 8;
+constexpr std::size_t kHashDigits = 64;
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+
+using Fields = std::array<std::string_view, kFields>;
+
+/// A field as it is on its line. No text can end the field or the line, or look like an empty one.
+std::string Escaped(std::string_view text) {
+  if (text.empty()) {
+    return std::string(kNothing);
+  }
+  std::string escaped;
+  for (const char c : text) {
+    const auto code = static_cast<unsigned char>(c);
+    if (c == '\\') {
+      escaped += "\\\\";
+    } else if (code < 0x20 || code == 0x7F || text == kNothing) {
+      escaped += {'\\', 'x', kHexDigits[code >> 4U], kHexDigits[code & 15U]};
+    } else {
+      escaped += c;
+    }
+  }
+  return escaped;
+}
+
+/// The character that "\\" and `code` stand for, and the length of its code; "" is a bad code.
+std::pair<std::string, std::size_t> Coded(std::string_view code) {
+  if (code.starts_with('\\')) {
+    return {"\\", 1};
+  }
+  constexpr std::size_t kLength = 3;  // xHH
+  const std::size_t high =
+      code.size() < kLength ? std::string_view::npos : kHexDigits.find(code[1]);
+  const std::size_t low = code.size() < kLength ? std::string_view::npos : kHexDigits.find(code[2]);
+  if (high == std::string_view::npos || low == std::string_view::npos) {
+    return {"", 0};
+  }
+  return {std::string(1, static_cast<char>(high * kHexDigits.size() + low)), kLength};
+}
+
+/// The text of a field; nothing if no text is written like this.
+std::optional<std::string> Unescaped(std::string_view field) {
+  if (field == kNothing) {
+    return std::string();
+  }
+  std::string text;
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (field[i] != '\\') {
+      text += field[i];
+      continue;
+    }
+    const auto [character, length] = Coded(field.substr(i + 1));
+    text += character;
+    i += length;
+  }
+  // A text is written in one way only.
+  return Escaped(text) == field ? std::optional(text) : std::nullopt;
+}
+
+/// The fields of a line; false unless there are as many as an event has.
+bool Split(std::string_view line, Fields& fields) {
+  for (std::size_t i = 0; i + 1 < fields.size(); ++i) {
+    const std::size_t end = line.find(kSeparator);
+    if (end == std::string_view::npos) {
+      return false;
+    }
+    fields.at(i) = line.substr(0, end);
+    line.remove_prefix(end + 1);
+  }
+  fields.back() = line;
+  return line.find(kSeparator) == std::string_view::npos;
+}
+
+bool IsHash(std::string_view text) {
+  return text == kNothing || (text.size() == kHashDigits &&
+                              text.find_first_not_of(kHexDigits) == std::string_view::npos);
+}
+
+/// The number of `digits` digits at the beginning of `text`, which loses them and the character
+/// `end` after them; -1 for anything else.
+int TakeNumber(std::string_view& text, std::size_t digits, char end) {
+  int number = 0;
+  const std::string_view field = text.substr(0, digits);
+  const auto [last, code] = std::from_chars(field.data(), field.data() + field.size(), number);
+  if (text.size() <= digits || text[digits] != end || code != std::errc() || number < 0 ||
+      last != field.data() + digits) {
+    return -1;
+  }
+  text.remove_prefix(digits + 1);
+  return number;
+}
+
+std::optional<HistoryEvent> EventOf(const Fields& fields) {
+  const std::optional<std::time_t> time = UtcTimeOf(fields[0]);
+  if (!time || fields[4] == kNothing || !IsHash(fields[6]) || !IsHash(fields[7])) {
+    return std::nullopt;
+  }
+  HistoryEvent event;
+  event.time = *time;
+  const std::array<std::string*, kFields - 1> texts = {
+      &event.user, &event.host, &event.done, &event.file, &event.kept, &event.before, &event.after};
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const std::optional<std::string> text = Unescaped(fields.at(i + 1));
+    if (!text) {
+      return std::nullopt;
+    }
+    *texts.at(i) = *text;
+  }
+  return event;
+}
+
+}  // namespace
+
+std::string UtcText(std::time_t time) {
+  using namespace std::chrono;
+  const sys_seconds seconds = floor<std::chrono::seconds>(system_clock::from_time_t(time));
+  const year_month_day day(floor<days>(seconds));
+  const hh_mm_ss clock(seconds - floor<days>(seconds));
+  const auto two = [](auto number) { return AtLeastTwoDigits(static_cast<int>(number)); };
+  return std::to_string(static_cast<int>(day.year())) + "-" +
+         two(static_cast<unsigned>(day.month())) + "-" + two(static_cast<unsigned>(day.day())) +
+         "T" + two(clock.hours().count()) + ":" + two(clock.minutes().count()) + ":" +
+         two(clock.seconds().count()) + "Z";
+}
+
+std::optional<std::time_t> UtcTimeOf(std::string_view text) {
+  using namespace std::chrono;
+  const std::string_view whole = text;
+  const int year = TakeNumber(text, 4, '-');
+  const int month = TakeNumber(text, 2, '-');
+  const int day = TakeNumber(text, 2, 'T');
+  const int hour = TakeNumber(text, 2, ':');
+  const int minute = TakeNumber(text, 2, ':');
+  const int second = TakeNumber(text, 2, 'Z');
+  const year_month_day date(std::chrono::year(year),
+                            std::chrono::month(static_cast<unsigned>(month)),
+                            std::chrono::day(static_cast<unsigned>(day)));
+  if (!text.empty() || year < 0 || !date.ok()) {
+    return std::nullopt;
+  }
+  const std::time_t time =
+      system_clock::to_time_t(sys_days(date) + hours(hour) + minutes(minute) + seconds(second));
+  return UtcText(time) == whole ? std::optional(time) : std::nullopt;
+}
+
+std::string JournalLine(const HistoryEvent& event) {
+  std::string line = UtcText(event.time);
+  for (const std::string* text : {&event.user, &event.host, &event.done, &event.file, &event.kept,
+                                  &event.before, &event.after}) {
+    line += kSeparator + Escaped(*text);
+  }
+  return line;
+}
+
+std::optional<HistoryEvent> EventOf(std::string_view line) {
+  Fields fields;
+  return Split(line, fields) ? EventOf(fields) : std::nullopt;
+}
+
+Journal ReadJournal(std::string_view bytes, std::string_view file) {
+  Journal journal;
+  const std::string wanted = file.empty() ? std::string() : Escaped(file);
+  while (!bytes.empty()) {
+    const std::string_view line = TakeLine(bytes);
+    Fields fields;
+    if (line.empty()) {
+      continue;
+    }
+    const bool isSplit = Split(line, fields);
+    if (isSplit && !wanted.empty() && !EqualsIgnoringCase(fields[4], wanted)) {
+      continue;
+    }
+    std::optional<HistoryEvent> event = isSplit ? EventOf(fields) : std::nullopt;
+    if (event) {
+      journal.events.push_back(*std::move(event));
+    } else {
+      ++journal.damagedLines;
+    }
+  }
+  return journal;
+}
+
+}  // namespace tarvell

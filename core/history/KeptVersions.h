@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_HISTORY_KEPTVERSIONS_H
+#define TARVELL_CORE_HISTORY_KEPTVERSIONS_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/history/Journal.h"
+
+namespace tarvell {
+
+/// Whether a kept version is what the journal says.
+enum class VersionState {
+  AsKept,
+  Changed,   ///< its content is not the one that was kept or saved
+  Missing,   ///< the journal names it, but nobody finds it
+  NoJournal  ///< no line of the journal is about it, so that nobody knows whether it was changed
+};
+
+/// A sentence for a state that is not AsKept, "" for that.
+[[nodiscard]] std::string_view TextOf(VersionState state);
+
+/// An earlier content of a file.
+struct KeptVersion {
+  std::string path;    ///< of the kept file, a path of the program
+  HistoryEvent event;  ///< what replaced or removed it
+  VersionState state = VersionState::AsKept;
+  std::string bytes;  ///< its content
+};
+
+struct FileHistory {
+  std::optional<std::string> current;  ///< what the file holds now; nothing if it cannot be read
+  VersionState currentState = VersionState::AsKept;
+  HistoryEvent last;                  ///< the last change of the file; its time is 0 if unknown
+  std::vector<KeptVersion> versions;  ///< the one that was replaced last comes first
+  std::size_t damagedLines = 0;       ///< of the journal, see ReadJournal
+};
+
+/// The history of the file at `path`, a path of the program; without versions if nothing is known
+/// of it. What a save kept that was interrupted then, so that the file stayed the same, is left
+/// out. Throws the error of a history that cannot be read.
+[[nodiscard]] FileHistory HistoryOf(const std::string& path);
+
+}  // namespace tarvell
+
+#endif

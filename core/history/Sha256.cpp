@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/history/Sha256.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::size_t kBlockSize = 64;
+constexpr std::size_t kLengthSize = 8;
+constexpr std::size_t kRounds = 64;
+
+/// The names of FIPS 180-4: the round constants K, and the initial hash value H.
+constexpr std::array<std::uint32_t, kRounds> kK = {
+    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
+    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
+    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
+    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
+    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
+    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
+    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
+    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
+
+using State = std::array<std::uint32_t, 8>;
+constexpr State kH = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
+                      0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
+
+std::uint32_t BigEndian(const char* bytes) {
+  std::uint32_t word = 0;
+  for (std::size_t i = 0; i < sizeof word; ++i) {
+    word = (word << 8U) | static_cast<unsigned char>(bytes[i]);
+  }
+  return word;
+}
+
+/// Takes a block of kBlockSize bytes into the state. The letters are those of FIPS 180-4.
+void TakeBlock(const char* block, State& state) {
+  std::array<std::uint32_t, kRounds> w{};
+  for (std::size_t t = 0; t < 16; ++t) {
+    w[t] = BigEndian(block + 4 * t);
+  }
+  for (std::size_t t = 16; t < kRounds; ++t) {
+    const std::uint32_t s0 = std::rotr(w[t - 15], 7) ^ std::rotr(w[t - 15], 18) ^ (w[t - 15] >> 3U);
+    const std::uint32_t s1 = std::rotr(w[t - 2], 17) ^ std::rotr(w[t - 2], 19) ^ (w[t - 2] >> 10U);
+    w[t] = w[t - 16] + s0 + w[t - 7] + s1;
+  }
+  auto [a, b, c, d, e, f, g, h] = state;
+  for (std::size_t t = 0; t < kRounds; ++t) {
+    const std::uint32_t s1 = std::rotr(e, 6) ^ std::rotr(e, 11) ^ std::rotr(e, 25);
+    const std::uint32_t t1 = h + s1 + ((e & f) ^ (~e & g)) + kK[t] + w[t];
+    const std::uint32_t s0 = std::rotr(a, 2) ^ std::rotr(a, 13) ^ std::rotr(a, 22);
+    const std::uint32_t t2 = s0 + ((a & b) ^ (a & c) ^ (b & c));
+    h = g;
+    g = f;
+    f = e;
+    e = d + t1;
+    d = c;
+    c = b;
+    b = a;
+    a = t1 + t2;
+  }
+  const State worked = {a, b, c, d, e, f, g, h};
+  for (std::size_t i = 0; i < state.size(); ++i) {
+    state[i] += worked[i];
+  }
+}
+
+}  // namespace
+
+std::string Sha256(std::string_view bytes) {
+  State state = kH;
+  std::string_view rest = bytes;
+  for (; rest.size() >= kBlockSize; rest.remove_prefix(kBlockSize)) {
+    TakeBlock(rest.data(), state);
+  }
+  // The end: the remaining bytes, a bit 1, bits 0, and the number of bits.
+  std::string end(rest);
+  end += '\x80';
+  while (end.size() % kBlockSize != kBlockSize - kLengthSize) {
+    end += '\0';
+  }
+  const std::uint64_t bits = std::uint64_t{bytes.size()} * 8;
+  for (unsigned shift = 64; shift > 0; shift -= 8) {
+    end += static_cast<char>(bits >> (shift - 8));
+  }
+  for (std::size_t start = 0; start < end.size(); start += kBlockSize) {
+    TakeBlock(end.data() + start, state);
+  }
+  std::string digits;
+  for (const std::uint32_t word : state) {
+    for (unsigned shift = 32; shift > 0; shift -= 4) {
+      digits += "0123456789abcdef"[(word >> (shift - 4)) & 15U];
+    }
+  }
+  return digits;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/history/Journal.h"
+#include "core/history/Sha256.h"
+
+namespace tarvell {
+namespace {
+
+const std::string kEmptyHash = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855";
+const std::string kAbcHash = "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad";
+
+// The examples of FIPS 180-4, and the lengths at which the end needs a block of its own.
+TEST(TheSha256, IsThatOfTheStandard) {
+  EXPECT_EQ(Sha256(""), kEmptyHash);
+  EXPECT_EQ(Sha256("abc"), kAbcHash);
+  EXPECT_EQ(Sha256("abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq"),
+            "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1");
+  EXPECT_EQ(Sha256(std::string(1000000, 'a')),
+            "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
+  // As sha256sum gives them.
+  EXPECT_EQ(Sha256(std::string(55, 'a')),
+            "9f4390f8d30c2dd92ec9f095b65e2b9ae9b0a925a5258e241c9f1e910f734318");
+  EXPECT_EQ(Sha256(std::string(56, 'a')),
+            "b35439a4ac6f0948b6d6f9e3c6af0f5f590ce20f1bde7090ef7970686ec6738a");
+  EXPECT_EQ(Sha256(std::string(64, 'a')),
+            "ffe054fe7ae0cb6dc65c3af9b61d5209f439851db43d0ba5997337df154668eb");
+}
+
+HistoryEvent Sample() {
+  return {.time = 1772719387,
+          .user = "anna",
+          .host = "bench3",
+          .done = "saved",
+          .file = "PX12A/SN12345",
+          .kept = "20260305T140307Z-anna",
+          .before = kEmptyHash,
+          .after = kAbcHash};
+}
+
+const std::string kSampleLine =
+    "2026-03-05T14:03:07Z\tanna\tbench3\tsaved\tPX12A/SN12345\t20260305T140307Z-anna\t" +
+    kEmptyHash + "\t" + kAbcHash;
+
+TEST(AJournalLine, HasEightFields) {
+  EXPECT_EQ(JournalLine(Sample()), kSampleLine);
+  EXPECT_EQ(EventOf(kSampleLine), Sample());
+}
+
+TEST(AJournalLine, StaysOneLineWhateverItsTextsHold) {
+  HistoryEvent event = Sample();
+  event.user = "a\tb\r\nc\\d\x7F";
+  event.host = "-";
+  event.done = "";
+  event.kept = "";
+  event.before = "";
+  event.after = "";
+  const std::string line = JournalLine(event);
+  EXPECT_EQ(line,
+            "2026-03-05T14:03:07Z\ta\\x09b\\x0d\\x0ac\\\\d\\x7f\t\\x2d\t-\tPX12A/SN12345\t-\t-\t-");
+  EXPECT_EQ(EventOf(line), event);
+}
+
+TEST(AJournalLine, ThatIsCutOffOrDamagedHoldsNoEvent) {
+  for (std::size_t length = 0; length < kSampleLine.size(); ++length) {
+    EXPECT_FALSE(EventOf(kSampleLine.substr(0, length))) << length;
+  }
+  EXPECT_FALSE(EventOf(kSampleLine + "\t"));
+  const auto with = [](std::string_view part, const std::string& other) {
+    std::string line = kSampleLine;
+    return line.replace(line.find(part), part.size(), other);
+  };
+  for (const auto& [part, other] :
+       std::vector<std::pair<std::string, std::string>>{{"2026-03-05", "2026-02-30"},
+                                                        {"14:03:07Z", "24:03:07Z"},
+                                                        {"14:03:07Z", "14:03:7Z"},
+                                                        {"anna", ""},
+                                                        {"anna", "an\\na"},
+                                                        {"anna", "an\\x6ea"},
+                                                        {"PX12A/SN12345", "-"},
+                                                        {"e3b0", "E3B0"}}) {
+    EXPECT_FALSE(EventOf(with(part, other))) << other;
+  }
+}
+
+TEST(AJournal, GivesTheEventsOfAFileAndCountsDamagedLines) {
+  HistoryEvent other = Sample();
+  other.file = "PX12A/SN54321";
+  const std::string bytes = kSampleLine + "\r\n" + JournalLine(other) + "\r\n2026-03-05T14:0\r\n" +
+                            kSampleLine.substr(0, 120) + "\r\n\r\n" + kSampleLine;
+  const Journal journal = ReadJournal(bytes, "px12a/sn12345");
+  EXPECT_EQ(journal.events, (std::vector<HistoryEvent>{Sample(), Sample()}));
+  EXPECT_EQ(journal.damagedLines, 2U);
+  EXPECT_EQ(ReadJournal(bytes).events.size(), 3U);
+}
+
+}  // namespace
+}  // namespace tarvell
