@@ -16,9 +16,6 @@ namespace tarvell {
 
 namespace {
 
-/// Up to here, sums and differences of numbers stay finite.
-constexpr double kLargest = 1E300;
-
 constexpr std::array<std::pair<std::string_view, double>, 5> kFactors = {{
     {"MHz", 1E6},
     {"GHz", 1E9},
@@ -38,7 +35,7 @@ std::optional<CellNumber> NumberOfCell(std::string_view cell) {
     return std::nullopt;
   }
   const double value = NumericValueOrInfinity(text);
-  if (std::abs(value) > kLargest) {
+  if (std::abs(value) > kLargestNumber) {
     return std::nullopt;
   }
   const std::string_view after = AfterNumber(text);

@@ -9,6 +9,9 @@
 
 namespace tarvell {
 
+/// Up to here, what is calculated with a few numbers stays finite.
+inline constexpr double kLargestNumber = 1E300;
+
 /// The number of a cell and its unit: "Ls/5.21 nH" has "5.21" and "nH".
 struct CellNumber {
   double value = 0;
@@ -16,7 +19,7 @@ struct CellNumber {
   std::string_view unit;
 };
 
-/// Nothing for a cell without a number, or with one beyond 1E300. The
+/// Nothing for a cell without a number, or with one beyond kLargestNumber. The
 /// texts are parts of `cell`.
 [[nodiscard]] std::optional<CellNumber> NumberOfCell(std::string_view cell);
 

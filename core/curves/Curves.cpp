@@ -4,250 +4,137 @@
 #include "core/curves/Curves.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstddef>
 #include <optional>
 #include <string_view>
 
 #include "core/caldata/Uncertainty.h"
 #include "core/curves/CellNumber.h"
+#include "core/curves/PageRows.h"
 #include "core/numbers/DecimalDifference.h"
 #include "core/numbers/Numbers.h"
-#include "core/text/Text.h"
 
 namespace tarvell {
 
 namespace {
 
-constexpr std::int16_t kFirstColumn = 0;
-constexpr std::int16_t kAttenuatorFrequency = 1;
-constexpr std::int16_t kAttenuation = 2;
-constexpr std::int16_t kNominalPage = 0;  // of the resistor set
-constexpr std::int16_t kNominal = 1;
-constexpr std::int16_t kCalibrated = 2;
 constexpr double kPpmInPercent = 1E4;
-constexpr std::string_view kFrequency = "Frequency";
-constexpr std::string_view kDeviation = "Deviation";
-constexpr std::string_view kUncertainty = "Unc.";
+constexpr double kHundred = 100;
 
-/// Where a row is on the curves, "" for `at` where it is nowhere.
-struct Place {
-  double x = 0;
-  std::string at;
-};
-
-/// What x is on a page.
-struct Axis {
-  std::string_view name;
-  std::string_view unit;
-  std::int16_t column = 0;
-};
-
-/// A frequency as people say it. A table in Hz has too many zeros for that.
-std::string FrequencyText(double number, std::string_view unit) {
-  constexpr double kStep = 1000;
-  if (unit == "Hz") {
-    constexpr std::array<std::string_view, 4> kUnits = {"Hz", "kHz", "MHz", "GHz"};
-    std::size_t order = 0;
-    for (; order + 1 < kUnits.size() && std::abs(number) >= kStep; ++order) {
-      number /= kStep;
-    }
-    unit = kUnits.at(order);
-  }
-  return ShortestText(number) + " " + std::string(unit);
-}
-
-/// The place of a row by a number that its cell holds; the "" of `at` means none.
-Place PlaceOfNumber(const CalDataGrid& grid, GridRow row, const Axis& axis) {
-  const std::string text = grid.TextOf({row, axis.column});
-  const std::optional<CellNumber> number = NumberOfCell(text);
-  if (!number) {
-    return {};
-  }
-  const std::string_view unit = axis.name == kFrequency ? axis.unit : number->unit;
-  const double x = number->value * FactorOfUnit(unit);
-  if (!std::isfinite(x)) {
-    return {};
-  }
-  return {RoundedTo15Digits(x), axis.name == kFrequency
-                                    ? FrequencyText(number->value, unit)
-                                    : std::string(Trim(grid.TextOf({row, kFirstColumn})))};
-}
-
-Place PlaceOf(const CalDataGrid& grid, GridRow row, const Axis& axis) {
-  if (!axis.unit.empty()) {
-    return PlaceOfNumber(grid, row, axis);
-  }
-  return {static_cast<double>(row.number), std::string(Trim(grid.TextOf({row, kFirstColumn})))};
-}
-
-Curve NewCurve(const Axis& axis, std::string_view name, std::string_view unit,
-               std::int16_t column) {
-  Curve curve;
-  curve.name = name;
-  curve.xName = axis.name;
-  curve.xUnit = axis.unit;
-  curve.xFactor = FactorOfUnit(axis.unit);
-  curve.yName = name;
-  curve.yUnit = unit;
-  curve.column = column;
-  return curve;
-}
-
-/// The curve of this name and unit, added where it is missing.
-Curve& CurveFor(std::vector<Curve>& curves, const Curve& wanted) {
-  const auto found = std::ranges::find_if(curves, [&](const Curve& curve) {
-    return curve.column == wanted.column && curve.name == wanted.name &&
-           curve.yUnit == wanted.yUnit;
-  });
-  return found != curves.end() ? *found : curves.emplace_back(wanted);
-}
-
-/// A value that belongs to a curve.
-struct Value {
+/// A value as it is drawn.
+struct Drawn {
   double y = 0;
   std::string text;
   std::string unit;
 };
 
-void AddPoint(std::vector<Curve>& curves, const Curve& wanted, Cell cell, Place place,
-              const Value& value) {
-  if (!place.at.empty() && std::isfinite(value.y)) {
-    CurveFor(curves, wanted)
-        .points.push_back({place.x, value.y, cell, std::move(place.at), value.text});
-  }
-}
-
-/// The difference of two numbers in one unit, exact in its decimals.
-std::optional<Value> DifferenceOf(const std::optional<CellNumber>& number,
-                                  const std::optional<CellNumber>& nominal) {
-  const std::string text =
-      number && nominal ? SignedDifference(number->text, nominal->text) : std::string();
-  if (text.empty()) {
-    return std::nullopt;
-  }
-  return Value{NumericValue(text), text, ""};
-}
-
-std::vector<Curve> SensorCurves(const Model& model, const CalDataGrid& grid) {
-  constexpr std::int16_t kFactor = 1;
-  std::vector<Curve> curves;
-  const Axis axis = {kFrequency, model.frequencyUnit, kFirstColumn};
-  const Curve curve = NewCurve(axis, "Calibration factor", "%", kFactor);
-  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
-    const std::string text = grid.TextOf({row, kFactor});
-    if (const auto number = NumberOfCell(text)) {
-      AddPoint(curves, curve, {row, kFactor}, PlaceOf(grid, row, axis),
-               {number->value, std::string(number->text), ""});
-    }
-  }
-  return curves;
-}
-
-std::vector<Curve> AttenuatorCurves(const CalDataGrid& grid) {
-  std::vector<Curve> curves;
-  const Axis axis = {kFrequency, "Hz", kAttenuatorFrequency};
-  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
-    const std::string settingText = grid.TextOf({row, kFirstColumn});
-    const std::string text = grid.TextOf({row, kAttenuation});
-    const auto setting = NumberOfCell(settingText);
-    if (const auto deviation = DifferenceOf(NumberOfCell(text), setting)) {
-      Curve curve = NewCurve(axis, ShortestText(setting->value) + " dB", "dB", kAttenuation);
-      curve.yName = kDeviation;
-      AddPoint(curves, curve, {row, kAttenuation}, PlaceOf(grid, row, axis), *deviation);
-    }
-  }
-  return curves;
-}
-
-/// What a value of a set is drawn as.
-std::optional<Value> SetValue(const CellNumber& number) {
+/// Uncertainties in ppm are drawn in per cent, so that a column has one curve.
+Drawn DrawnValue(const CellNumber& number) {
   if (number.unit == kPpm) {
     const double percent = RoundedTo15Digits(number.value / kPpmInPercent);
-    return Value{percent, ShortestText(percent), std::string(kPercent)};
+    return {percent, ShortestText(percent), std::string(kPercent)};
   }
-  return Value{number.value, std::string(number.text), std::string(number.unit)};
+  return {number.value, std::string(number.text), std::string(number.unit)};
 }
 
-/// A calibrated resistance as deviation from its nominal value in per cent.
-std::optional<Value> DeviationInPercent(const CellNumber& number,
-                                        const std::optional<CellNumber>& nominal) {
-  constexpr double kHundred = 100;
-  if (!nominal || nominal->value == 0 || nominal->unit != number.unit) {
+/// The deviation of an attenuation, exact in its decimals.
+std::optional<Drawn> DeviationInDecibels(const CellNumber& number, const CellNumber& setting) {
+  const std::string text = SignedDifference(number.text, setting.text);
+  return text.empty() ? std::nullopt : std::optional<Drawn>({NumericValue(text), text, "dB"});
+}
+
+/// The deviation of a resistance. The members differ too much for deviations in ohm.
+std::optional<Drawn> DeviationInPercent(const CellNumber& number, const CellNumber& nominal) {
+  const std::string text = SignedDifference(number.text, nominal.text);
+  if (text.empty() || nominal.value == 0 || nominal.unit != number.unit) {
     return std::nullopt;
   }
-  const auto difference = DifferenceOf(number, nominal);
-  if (!difference || !std::isfinite(difference->y / nominal->value * kHundred)) {
+  const double share = NumericValue(text) / nominal.value * kHundred;
+  if (std::abs(share) > kLargestNumber) {
     return std::nullopt;
   }
-  const double percent = RoundedTo15Digits(difference->y / nominal->value * kHundred);
-  return Value{percent, (percent > 0 ? "+" : "") + ShortestText(percent), std::string(kPercent)};
+  const double percent = RoundedTo15Digits(share);
+  return Drawn{percent, (percent > 0 ? "+" : "") + ShortestText(percent), std::string(kPercent)};
 }
 
-/// Adds a column of a set.
-void AddSetColumn(std::vector<Curve>& curves, const CalDataGrid& grid, const Axis& axis,
-                  std::int16_t column, const std::string& name, bool isDeviation) {
-  for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
-    const std::string text = grid.TextOf({row, column});
-    const auto number = NumberOfCell(text);
-    if (!number) {
-      continue;
+/// The curves of one column, by what their points are.
+class ColumnCurves {
+ public:
+  /// What is given must outlive the object.
+  ColumnCurves(const PageTable& table, const Axis& axis, const ValueColumn& column)
+      : table_(table),
+        axis_(axis),
+        column_(column),
+        isAttenuator_(table.model.family == ModelFamily::StepAttenuator),
+        isDeviation_(IsDeviation(table, column.column)) {}
+
+  /// The curves, in the order of their first points.
+  [[nodiscard]] std::vector<Curve> Curves() {
+    for (GridRow row = kFirstDataRow; row < EndOf(table_.grid); ++row) {
+      AddRow(row);
     }
-    const std::string nominal = grid.TextOf({row, kNominal});
-    const auto value =
-        isDeviation ? DeviationInPercent(*number, NumberOfCell(nominal)) : SetValue(*number);
-    if (value) {
-      Curve curve = NewCurve(axis, name, value->unit, column);
-      curve.yName = isDeviation ? kDeviation : std::string_view(name);
-      curve.isUncertainty = name.starts_with(kUncertainty);
-      AddPoint(curves, curve, {row, column}, PlaceOf(grid, row, axis), *value);
+    return std::move(curves_);
+  }
+
+ private:
+  void AddRow(GridRow row) {
+    const std::string text = table_.grid.TextOf({row, column_.column});
+    const std::optional<CellNumber> number = NumberOfCell(text);
+    Place place = PlaceOf(table_.grid, row, axis_);
+    if (!number || place.at.empty()) {
+      return;
+    }
+    if (!isDeviation_) {
+      Drawn value = DrawnValue(*number);
+      if (table_.model.family == ModelFamily::PowerSensor) {
+        value.unit = kPercent;  // only the caption has it
+      }
+      Add(column_.name, row, std::move(place), value);
+      return;
+    }
+    const std::string nominalText = table_.grid.TextOf({row, NominalColumn(table_)});
+    const std::optional<CellNumber> nominal = NumberOfCell(nominalText);
+    if (!nominal) {
+      return;
+    }
+    const auto deviation = isAttenuator_ ? DeviationInDecibels(*number, *nominal)
+                                         : DeviationInPercent(*number, *nominal);
+    if (deviation) {
+      Add(isAttenuator_ ? ShortestText(nominal->value) + " dB" : column_.name, row,
+          std::move(place), *deviation);
     }
   }
-}
 
-Axis AxisOfSet(bool hasNominal, std::string_view caption) {
-  if (hasNominal) {
-    return {"Nominal Value", "ohm", kNominal};
+  void Add(const std::string& name, GridRow row, Place place, const Drawn& value) {
+    CurveFor(name, value.unit)
+        .points.push_back(
+            {place.x, value.y, {row, column_.column}, std::move(place.at), value.text});
   }
-  const CaptionParts parts = PartsOfCaption(caption);
-  return parts.name == kFrequency ? Axis{kFrequency, parts.unit, kFirstColumn}
-                                  : Axis{parts.name, "", kFirstColumn};
-}
 
-std::vector<Curve> SetCurves(const Model& model, std::int16_t page, const CalDataGrid& grid) {
-  std::vector<Curve> curves;
-  const bool hasNominal = model.family == ModelFamily::ResistorSet && page == kNominalPage;
-  const std::string caption = grid.TextOf({kCaptionRow, kFirstColumn});
-  const Axis axis = AxisOfSet(hasNominal, caption);
-  std::string valueName;
-  for (std::int16_t column = axis.column + 1; column < grid.ColumnCount(); ++column) {
-    const std::string text = grid.TextOf({kCaptionRow, column});
-    std::string name(PartsOfCaption(text).name);
-    if (name == kUncertainty) {
-      name += " of " + valueName;
-    } else {
-      valueName = name;
+  Curve& CurveFor(const std::string& name, const std::string& unit) {
+    const auto found = std::ranges::find_if(
+        curves_, [&](const Curve& curve) { return curve.name == name && curve.yUnit == unit; });
+    if (found != curves_.end()) {
+      return *found;
     }
-    AddSetColumn(curves, grid, axis, column, name, hasNominal && column == kCalibrated);
+    return curves_.emplace_back(Curve{.name = name,
+                                      .xName = axis_.name,
+                                      .xUnit = axis_.unit,
+                                      .xFactor = FactorOfUnit(axis_.unit),
+                                      .yName = isDeviation_ ? "Deviation" : name,
+                                      .yUnit = unit,
+                                      .column = column_.column,
+                                      .isUncertainty = column_.isUncertainty,
+                                      .points = {}});
   }
-  return curves;
-}
 
-std::vector<Curve> UnsortedCurves(const Model& model, std::int16_t page, const CalDataGrid& grid) {
-  switch (model.family) {
-    case ModelFamily::PowerSensor:
-      return SensorCurves(model, grid);
-    case ModelFamily::StepAttenuator:
-      return AttenuatorCurves(grid);
-    case ModelFamily::CapacitorSet:
-    case ModelFamily::ResistorSet:
-      return SetCurves(model, page, grid);
-    case ModelFamily::TestKit:
-      break;
-  }
-  return {};
-}
+  const PageTable& table_;
+  const Axis& axis_;
+  const ValueColumn& column_;
+  bool isAttenuator_;
+  bool isDeviation_;
+  std::vector<Curve> curves_;
+};
 
 std::string Caption(const std::string& name, const std::string& unit) {
   return unit.empty() ? name : name + " [" + unit + "]";
@@ -263,7 +150,7 @@ std::string ChangeText(const Curve& curve, const Curve& earlier) {
   const std::vector<PointPair> pairs = CommonPoints(curve, earlier);
   for (const auto& [now, before] : pairs) {
     const std::string change = SignedDifference(now->value, before->value);
-    if (!change.empty() && std::abs(NumericValue(change)) > std::abs(NumericValue(largest))) {
+    if (std::abs(NumericValue(change)) > std::abs(NumericValue(largest))) {
       largest = change;
       place = now;
     }
@@ -276,9 +163,14 @@ std::string ChangeText(const Curve& curve, const Curve& earlier) {
 }  // namespace
 
 std::vector<Curve> CurvesOf(const Model& model, std::int16_t page, const CalDataGrid& grid) {
-  std::vector<Curve> curves = UnsortedCurves(model, page, grid);
-  for (Curve& curve : curves) {
-    std::ranges::stable_sort(curve.points, {}, &CurvePoint::x);
+  const PageTable table = {model, page, grid};
+  const Axis axis = AxisOf(table);
+  std::vector<Curve> curves;
+  for (const ValueColumn& column : ValueColumnsOf(table)) {
+    for (Curve& curve : ColumnCurves(table, axis, column).Curves()) {
+      std::ranges::stable_sort(curve.points, {}, &CurvePoint::x);
+      curves.push_back(std::move(curve));
+    }
   }
   return curves;
 }

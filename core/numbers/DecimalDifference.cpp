@@ -21,7 +21,13 @@ constexpr std::string_view kExponentLetters = "EeDd";
 /// A double holds this many decimal digits exactly.
 constexpr int kExactDigits = static_cast<int>(DecimalText::kDigits);
 
-/// The decimals that a number is written with: 2 for "1.50", 4 for "1.5E-03".
+/// The digits before the point.
+int WholeDigits(double value) {
+  return value == 0 ? 1 : std::max(DecimalText(value).Exponent() + 1, 1);
+}
+
+}  // namespace
+
 int DecimalsOf(std::string_view text) {
   const std::string_view number = text.substr(0, text.size() - AfterNumber(text).size());
   const std::size_t letter = std::min(number.find_first_of(kExponentLetters), number.size());
@@ -35,13 +41,6 @@ int DecimalsOf(std::string_view text) {
   const double places = static_cast<double>(decimals) - power;
   return static_cast<int>(std::clamp(places, 0.0, static_cast<double>(2 * kExactDigits)));
 }
-
-/// The digits before the point.
-int WholeDigits(double value) {
-  return value == 0 ? 1 : std::max(DecimalText(value).Exponent() + 1, 1);
-}
-
-}  // namespace
 
 std::string SignedDifference(std::string_view later, std::string_view earlier) {
   const double a = NumericValueOrInfinity(later);
