@@ -1,5 +1,6 @@
 # The screens: Qt Widgets over the core.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets)
+find_package(Qt6 6.4 REQUIRED COMPONENTS PrintSupport Widgets)
+find_package(QCustomPlotQt6 REQUIRED)
 
 add_library(tarvell_screens STATIC
   screens/caldata/CalEditor.cpp screens/caldata/CalEditor.h
@@ -7,9 +8,12 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.cpp screens/caldata/CalHeaderBlock.h
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
+  screens/caldata/CurveLibrary.cpp
+  screens/caldata/CurvePane.cpp screens/caldata/CurvePane.h
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/EditorCurve.cpp screens/caldata/EditorCurve.h
   screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
@@ -65,6 +69,14 @@ target_link_libraries(tarvell_screens PUBLIC tarvell_core tarvell_exchange Qt6::
 target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functional> <memory> <string>
   <string_view> <vector>)
 
+# Loaded from the folder of the executable when the first curve is shown.
+add_library(tarvell_curve MODULE screens/curve/PlotView.cpp screens/curve/QcpPlot.cpp)
+set_target_properties(tarvell_curve PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+target_include_directories(tarvell_curve PRIVATE ${CMAKE_SOURCE_DIR})
+target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
+  tarvell_warnings)
+
 add_executable(tarvell app/main.cpp)
 target_link_libraries(tarvell PRIVATE tarvell_screens tarvell_warnings)
 
@@ -88,12 +100,13 @@ add_custom_command(OUTPUT ${TARVELL_HANDBOOK}/handbook.html
   COMMAND ${CMAKE_SOURCE_DIR}/scripts/handbook ${CMAKE_SOURCE_DIR}/docs ${TARVELL_HANDBOOK}
   VERBATIM)
 add_custom_target(handbook ALL DEPENDS ${TARVELL_HANDBOOK}/handbook.html)
-add_dependencies(tarvell templates handbook)
+add_dependencies(tarvell tarvell_curve templates handbook)
 
 # The executable finds the templates in its own folder, links resolved; the link puts it on the
 # path.
 set(TARVELL_PROGRAM_FOLDER ${CMAKE_INSTALL_LIBDIR}/tarvell)
-install(TARGETS tarvell RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER})
+install(TARGETS tarvell tarvell_curve RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER}
+  LIBRARY DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(FILES ${TARVELL_TEMPLATES} DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(DIRECTORY ${TARVELL_HANDBOOK} DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvell)
 file(RELATIVE_PATH handbook /${TARVELL_PROGRAM_FOLDER} /${CMAKE_INSTALL_DATADIR}/tarvell/handbook)

@@ -28,6 +28,7 @@
 #include "screens/caldata/CertificateFiles.h"
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
+#include "screens/caldata/EditorCurve.h"
 #include "screens/caldata/WholeStep.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
@@ -126,6 +127,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
           &CalEditor::ReportCells);
   MakeActions();
   MakeFileMenu();
+  curve_ = new EditorCurve({this, controls_.grid, cellEditor_.get(), fileMenu_});
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -274,6 +276,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   fileValues_ = opened.fileValues;
   controls_.grid->RememberWidthsAs(ToQt(modelCode));
   ShowTables();
+  curve_->Begin(
+      {.curves = [this](const CalDataGrid& grid) { return CurvesOf(*model_, ShownPage(), grid); },
+       .page = [this] { return ShownPage(); }});
   controls_.header->ReportNotices();
   ShowLoadNotices(opened.notices);
   if (!opened.isNamedBySerial) {
@@ -285,6 +290,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   drafts_->Begin(modelCode, hasFile ? ListedDataSet(index).FilePath : std::string());
   exec();
   drafts_->End();
+  curve_->End();
   data_.reset();
 }
 

@@ -33,6 +33,7 @@ class CellEditor;
 class CertificateFiles;
 class DraftKeeper;
 class DraftStrip;
+class EditorCurve;
 class NoticeLine;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
@@ -184,6 +185,7 @@ class CalEditor : public QDialog {
   QMenu* fileMenu_ = nullptr;
   DraftKeeper* drafts_ = nullptr;
   CertificateFiles* certificates_ = nullptr;
+  EditorCurve* curve_ = nullptr;
 };
 
 }  // namespace tarvell

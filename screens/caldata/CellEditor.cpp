@@ -60,6 +60,8 @@ CellEditor::CellEditor(CalGrid* grid)
   grid_->installEventFilter(this);
   grid_->viewport()->installEventFilter(this);
   connect(txtCell_, &QLineEdit::textEdited, this, [this] { touched_ = true; });
+  connect(txtCell_, &QLineEdit::textChanged, this, &CellEditor::Edited);
+  connect(txtCellCmb_, &QComboBox::currentTextChanged, this, &CellEditor::Edited);
   connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
   connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &CellEditor::CommitGuarded);
@@ -296,6 +298,17 @@ std::optional<OpenCell> CellEditor::Edit() const {
   }
   return OpenCell{GridModel::CellAt(cell_), FromQt(txtCell_->text()),
                   FromQt(txtCellCmb_->currentText())};
+}
+
+std::pair<Cell, std::string> CellEditor::Preview() const {
+  const std::optional<OpenCell> edit = Edit();
+  if (!edit) {
+    return {{kCaptionRow, 0}, {}};
+  }
+  const auto affixes = rules_.affixes(edit->cell, edit->unit);
+  return {edit->cell, affixes
+                          ? std::string(affixes->before) + edit->text + std::string(affixes->after)
+                          : edit->text};
 }
 
 void CellEditor::Reopen(const OpenCell& edit) {

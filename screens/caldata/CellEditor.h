@@ -58,6 +58,9 @@ class CellEditor final : public QObject {
   void Cancel();
   /// The open edit as it is.
   [[nodiscard]] std::optional<OpenCell> Edit() const;
+  /// The cell of an open edit, and what it would hold if the text as it is were stored in it; the
+  /// digits may differ. The row is kCaptionRow when no edit is open.
+  [[nodiscard]] std::pair<Cell, std::string> Preview() const;
   /// Opens an edit as it was. Does nothing if the table has no such cell that can be edited.
   void Reopen(const OpenCell& edit);
 
@@ -67,6 +70,8 @@ class CellEditor final : public QObject {
 
  signals:
   void Closed();
+  /// The text or the unit of an open edit has changed.
+  void Edited();
   /// The typed text `text` has been stored in a cell.
   void Typed(Cell cell, const QString& text);
   /// The text that a cell holds was typed again.

@@ -513,7 +513,7 @@ TEST_F(CellBox, LiesOverTheCellAndFollowsIt) {
     // The window, the columns and the rows change their size.
     DoubleClickCell(grid, 10, 1);
     const int before = CellBoxOf(editor).width();
-    editor.resize(1000, 800);
+    editor.resize(1200, 800);
     Settle();
     expectOver(10);
     EXPECT_GT(CellBoxOf(editor).width(), before);
