@@ -9,7 +9,6 @@
 
 #include <vector>
 
-#include "core/files/FileIOCommonModule.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"

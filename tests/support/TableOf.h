@@ -5,6 +5,7 @@
 #define TARVELL_TESTS_SUPPORT_TABLEOF_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,15 +14,16 @@
 namespace tarvell::test {
 
 /// A table of a page: its captions and its rows.
-[[nodiscard]] inline MemoryGrid TableOf(const std::vector<std::vector<std::string>>& rows) {
-  MemoryGrid grid(static_cast<std::int16_t>(rows.front().size()));
-  grid.SetRows(rows);
+[[nodiscard]] inline std::unique_ptr<MemoryGrid> TableOf(
+    const std::vector<std::vector<std::string>>& rows) {
+  auto grid = std::make_unique<MemoryGrid>(static_cast<std::int16_t>(rows.front().size()));
+  grid->SetRows(rows);
   return grid;
 }
 
 /// A table of a power sensor: a frequency and a factor in each row.
-[[nodiscard]] inline MemoryGrid SensorTable(std::vector<std::vector<std::string>> rows,
-                                            const std::string& unit = "GHz") {
+[[nodiscard]] inline std::unique_ptr<MemoryGrid> SensorTable(
+    std::vector<std::vector<std::string>> rows, const std::string& unit = "GHz") {
   rows.insert(rows.begin(), {"Frequency  [" + unit + "]", "Calibration factor[%]"});
   return TableOf(rows);
 }

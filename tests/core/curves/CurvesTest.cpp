@@ -3,7 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-std::vector<Curve> Curves(const char* model, const MemoryGrid& grid, std::int16_t page = 0) {
-  return CurvesOf(*FindModel(model), page, grid);
+std::vector<Curve> Curves(const char* model, const std::unique_ptr<MemoryGrid>& grid,
+                          std::int16_t page = 0) {
+  return CurvesOf(*FindModel(model), page, *grid);
 }
 
 /// A point as "row: x y at value".
