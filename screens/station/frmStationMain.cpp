@@ -15,6 +15,7 @@
 #include "core/text/Text.h"
 #include "screens/station/frmStationModelList.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"
