@@ -30,6 +30,7 @@
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EditorCurve.h"
 #include "screens/caldata/WholeStep.h"
+#include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
@@ -287,7 +288,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
     controls_.header->FocusCalNo();
   }
   const bool hasFile = !isNew && begin != Begin::Copy;
-  drafts_->Begin(modelCode, hasFile ? ListedDataSet(index).FilePath : std::string());
+  filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
+  showHistory_->setEnabled(hasFile);
+  drafts_->Begin(modelCode, filePath_);
   exec();
   drafts_->End();
   curve_->End();
@@ -366,6 +369,12 @@ void CalEditor::MakeActions() {
 void CalEditor::MakeFileMenu() {
   fileMenu_ = new QMenu(this);
   fileMenu_->setObjectName("mnuFile");
+  showHistory_ = fileMenu_->addAction(tr("&History..."));
+  showHistory_->setObjectName("mnuHistory");
+  connect(showHistory_, &QAction::triggered, this, [this] {
+    Guarded(this,
+            [this] { frmHistory(model_, filePath_, frmHistory::Use::LookOnly, this).exec(); });
+  });
   connect(controls_.file, &QPushButton::clicked, this, [this] {
     fileMenu_->popup(controls_.file->mapToGlobal(controls_.file->rect().bottomLeft()));
   });
@@ -545,9 +554,8 @@ void CalEditor::SaveAndClose() {
   if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
     return;
   }
-  const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
-    data_->SaveCalibrationDataToFile(path, earlier);
-  });
+  const bool isSaved = ChangedWithHistory(
+      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }
