@@ -44,6 +44,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/CalendarButton.cpp screens/widgets/CalendarButton.h
   screens/widgets/ChangedWithHistory.cpp
   screens/widgets/DateBoxes.cpp
+  screens/widgets/DefaultDate.cpp
   screens/widgets/DeliberateChoice.cpp
   screens/widgets/DesktopPlatform.cpp
   screens/widgets/EnterKey.cpp

@@ -159,7 +159,7 @@ std::optional<CalFileInfo> TryReadHeader(const FoundEntry& entry, std::string pa
 
 Error TooManyFiles(const std::string& folder, std::size_t listed, bool isFiltered) {
   const std::string count = std::to_string(listed);
-  const std::string first = "only the first " + count + " are listed. ";
+  const std::string first = "only the first " + count + " are listed and sorted. ";
   return {ErrorKind::Index,
           isFiltered
               ? "More than " + count + " data files match the filter; " + first +
@@ -211,8 +211,7 @@ std::vector<std::string> ModelsWithData(std::vector<std::string> names) {
   return names;
 }
 
-bool MatchesFilter(const CalFileInfo& row, std::string_view filter) {
-  const std::string_view part = Trim(filter);
+bool MatchesFilter(const CalFileInfo& row, std::string_view part) {
   return ContainsIgnoringCase(row.SerialNumber, part) ||
          ContainsIgnoringCase(row.CalibrationNumber, part) ||
          ContainsIgnoringCase(row.Comment, part);
@@ -221,7 +220,7 @@ bool MatchesFilter(const CalFileInfo& row, std::string_view filter) {
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,
                           const std::function<void(const CalFileInfo& row)>& rowRead,
                           std::string_view filter) {
-  const bool isFiltered = !Trim(filter).empty();
+  const std::string_view part = Trim(filter);
   const std::filesystem::path native = NativePath(modelFolder);
   std::size_t count = 0;
   UnreadableEntries unreadable;
@@ -230,20 +229,14 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
         if (!IsDataFileName(entry.name)) {
           return true;
         }
-        const auto checkRoom = [&] {
-          if (count == rows.size()) {
-            unreadable.ReportWith(TooManyFiles(modelFolder, rows.size(), isFiltered));
-          }
-        };
-        if (!isFiltered) {
-          checkRoom();
-        }
         UnreadableEntries others;
-        const bool isNamed = ContainsIgnoringCase(entry.name, Trim(filter));
+        const bool isNamed = ContainsIgnoringCase(entry.name, part);
         std::optional<CalFileInfo> row =
             TryReadHeader(entry, Joined(modelFolder, entry.name), isNamed ? unreadable : others);
-        if (row && (!isFiltered || MatchesFilter(*row, filter))) {
-          checkRoom();
+        if (row && MatchesFilter(*row, part)) {
+          if (count == rows.size()) {
+            unreadable.ReportWith(TooManyFiles(modelFolder, rows.size(), !part.empty()));
+          }
           rows[count] = std::move(*row);
           if (rowRead) {
             rowRead(rows[count]);

@@ -17,6 +17,7 @@
 #include "core/caldata/CalDataFile.h"
 #include "core/caldata/Cell.h"
 #include "core/caldata/Table.h"
+#include "core/caldata/TableRows.h"
 #include "core/numbers/NumberPattern.h"
 
 namespace tarvell {
@@ -82,7 +83,7 @@ class CapacitorSet : public CalDataFile {
 
  private:
   static constexpr std::int16_t kPages = 5;
-  static constexpr std::int16_t kColumns = 5;
+  static constexpr std::int16_t kColumns = kTableColumns;
 
   using Row = Table<kColumns>::Row;
   class Reader;

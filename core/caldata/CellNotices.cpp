@@ -143,6 +143,13 @@ std::string HeaderReadDifferently(std::string_view field, std::string_view value
          " will be read back when the file is opened again.";
 }
 
+std::string NameReadDifferently(std::string_view field, std::string_view name) {
+  return name.find(',') == std::string_view::npos
+             ? HeaderReadDifferently(field, name)
+             : std::string(field) +
+                   ": the data file cannot keep a comma here. Remove it before OK.";
+}
+
 std::string MissingDay(std::string_view field, std::string_view day, std::string_view month,
                        std::string_view year) {
   const std::optional<std::int16_t> dayNumber = BoxNumber(day);

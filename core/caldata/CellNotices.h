@@ -41,6 +41,8 @@ struct CellParts {
 /// Reports that only the first word of a header value, or of a member's serial number, is read
 /// back.
 [[nodiscard]] std::string HeaderReadDifferently(std::string_view field, std::string_view value);
+/// The same for a serial or calibration number. Reports a comma, which the save would refuse.
+[[nodiscard]] std::string NameReadDifferently(std::string_view field, std::string_view name);
 
 /// Reports that a date does not exist, or that the file cannot keep its year. Day and year are the
 /// texts of their boxes. If one of them is not a whole number, the save refuses it, and nothing is

@@ -12,10 +12,12 @@
 #include <utility>
 
 #include "core/caldata/MemoryGrid.h"
+#include "core/caldata/ResistorFormats.h"
 #include "core/caldata/SetPages.h"
 #include "core/caldata/TableRows.h"
 #include "core/files/FileText.h"
 #include "core/text/FileCharacters.h"
+#include "core/text/PercentEscapes.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -27,16 +29,11 @@ constexpr std::string_view kLastLine = "End";
 constexpr std::string_view kOn = "on";
 constexpr std::string_view kOff = "off";
 
-// No model has more.
-constexpr std::size_t kMostPages = 7;
-constexpr std::size_t kMostColumns = 5;
+/// No data set has more pages than the resistor set.
+constexpr std::size_t kPageLimit = kResistorPages;
 
 /// The letters of the origins, in the order of their values.
 constexpr std::string_view kOrigins = "TEFO";
-
-constexpr char kEscape = '%';
-constexpr std::string_view kDigits = "0123456789ABCDEF";
-constexpr int kHex = 16;
 
 struct DraftField {
   std::string_view keyword;
@@ -55,24 +52,14 @@ constexpr std::array<DraftField, 9> kFields = {{
     {"Comment", &DraftHeader::comment},
 }};
 
-/// Control characters, which include the TAB between cells and line ends, and the escape itself
-/// become "%" and two digits. So does every byte of a character in a path that is not UTF-8.
+/// Control characters, which include the TAB between cells and line ends, are escaped. So is every
+/// byte of a character in a path that is not UTF-8.
 std::string Escaped(std::string_view text) {
-  constexpr unsigned char kBlank = 0x20;
-  constexpr unsigned char kDelete = 0x7F;
-  const bool isText = IsUtf8(text);
-  std::string escaped;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= kBlank && c != kEscape && (byte < kDelete || (byte > kDelete && isText))) {
-      escaped += c;
-    } else {
-      escaped += kEscape;
-      escaped += kDigits[byte / kHex];
-      escaped += kDigits[byte % kHex];
-    }
-  }
-  return escaped;
+  return PercentEscaped(text, [isText = IsUtf8(text)](unsigned char byte) {
+    constexpr unsigned char kBlank = 0x20;
+    constexpr unsigned char kDelete = 0x7F;
+    return byte >= kBlank && (byte < kDelete || (byte > kDelete && isText));
+  });
 }
 
 std::string EscapedCells(std::span<const std::string> cells) {
@@ -99,7 +86,7 @@ class DraftReader {
 
   [[nodiscard]] std::string Text(std::string_view keyword) { return Decoded(Value(keyword)); }
 
-  [[nodiscard]] std::vector<std::string> Cells(std::string_view keyword, std::size_t most) {
+  [[nodiscard]] std::vector<std::string> Cells(std::string_view keyword, std::size_t limit) {
     std::string_view line = Value(keyword);
     std::vector<std::string> cells;
     while (isRight_) {
@@ -109,7 +96,7 @@ class DraftReader {
         break;
       }
       line.remove_prefix(end + 1);
-      Require(cells.size() < most);
+      Require(cells.size() < limit);
     }
     return cells;
   }
@@ -141,22 +128,10 @@ class DraftReader {
     return line;
   }
 
-  [[nodiscard]] std::string Decoded(std::string_view text) {
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (text[i] != kEscape) {
-        decoded += text[i];
-        continue;
-      }
-      const std::string_view digits = text.substr(i + 1, 2);
-      unsigned byte = 0;
-      const auto [end, code] =
-          std::from_chars(digits.data(), digits.data() + digits.size(), byte, kHex);
-      Require(code == std::errc() && digits.size() == 2 && end == digits.data() + 2);
-      decoded += static_cast<char>(byte);
-      i += 2;
-    }
-    return decoded;
+  [[nodiscard]] std::string Decoded(std::string_view escaped) {
+    const std::optional<std::string> text = WithoutPercentEscapes(escaped);
+    Require(text.has_value());
+    return text.value_or("");
   }
 
   std::string_view rest_;
@@ -197,7 +172,7 @@ DraftPage TakePage(DraftReader& reader) {
   page.serialNumber = reader.Text("Page");
   while (reader.IsNext("Row")) {
     reader.Require(page.rows.size() < kTableRows);
-    page.rows.push_back(reader.Cells("Row", kMostColumns));
+    page.rows.push_back(reader.Cells("Row", kTableColumns));
     if (reader.IsNext("From")) {
       TakeOrigins(reader, page);
     }
@@ -212,7 +187,7 @@ OpenCell TakeOpenCell(DraftReader& reader) {
   reader.Require(parts.size() == kParts);
   parts.resize(kParts);
   open.cell.row.number = static_cast<std::int16_t>(reader.NumberOf(parts[0], kTableRows));
-  open.cell.column = static_cast<std::int16_t>(reader.NumberOf(parts[1], kMostColumns - 1));
+  open.cell.column = static_cast<std::int16_t>(reader.NumberOf(parts[1], kTableColumns - 1));
   open.text = std::move(parts[2]);
   open.unit = std::move(parts[3]);
   return open;
@@ -271,9 +246,9 @@ std::optional<Draft> DraftFrom(std::string_view bytes) {
     reader.Require(option == kOn || option == kOff);
     state.option = option == kOn;
   }
-  state.shownPage = static_cast<std::int16_t>(reader.Number("Shown page", kMostPages - 1));
+  state.shownPage = static_cast<std::int16_t>(reader.Number("Shown page", kPageLimit - 1));
   while (reader.IsNext("Page")) {
-    reader.Require(state.pages.size() < kMostPages);
+    reader.Require(state.pages.size() < kPageLimit);
     state.pages.push_back(TakePage(reader));
   }
   if (reader.IsNext("Open cell")) {
@@ -305,7 +280,7 @@ std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption) {
   std::vector<DraftPage> pages;
   MemoryGrid grid;
   for (std::int16_t page = 0; page < count; ++page) {
-    grid.Clear(kMostColumns);
+    grid.Clear(kTableColumns);
     data.GetCalData(page, grid);
     pages.push_back({.serialNumber = data.GetCalPageSerial(page), .rows = RowsOf(grid)});
   }
@@ -323,7 +298,7 @@ void RestorePages(const EditorState& state, bool hasOption, cifCaldata& data) {
     const auto page = static_cast<std::int16_t>(index);
     const DraftPage& draft = state.pages[index];
     MemoryGrid grid;
-    grid.Clear(kMostColumns);
+    grid.Clear(kTableColumns);
     for (const std::vector<std::string>& row : draft.rows) {
       grid.InsertRow(EndOf(grid), row);
     }

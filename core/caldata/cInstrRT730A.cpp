@@ -8,6 +8,7 @@
 
 #include "core/caldata/ResistorFormats.h"
 #include "core/caldata/SetPages.h"
+#include "core/caldata/TableRows.h"
 #include "core/caldata/Uncertainty.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
@@ -18,7 +19,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::int16_t kShownColumns = 5;
+constexpr std::int16_t kShownColumns = kTableColumns;
 constexpr std::int16_t kHighFrequencyPage = 2;  // the first page of high frequencies
 constexpr NumberPattern kPpmInPercentPattern("0.00000");
 constexpr std::string_view kPpmEnds = "m";

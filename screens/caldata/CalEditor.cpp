@@ -17,6 +17,8 @@
 
 #include "core/caldata/CellNotices.h"
 #include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/TableRows.h"
+#include "core/caldata/ValuesToEnter.h"
 #include "core/files/FileNames.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
@@ -48,9 +50,6 @@ namespace {
 // Subjects of notices.
 constexpr const char* kCell = "cell";
 constexpr const char* kFixedCell = "fixed cell";
-
-/// No table has more columns.
-constexpr std::int16_t kColumnCount = 5;
 
 /// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
 /// belongs to the column before it.
@@ -106,6 +105,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   controls_.ok->setAccessibleDescription(controls_.ok->toolTip());
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
+  connect(controls_.header, &CalHeaderBlock::DateEntered, this, &CalEditor::ReportValuesToEnter);
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   cellEditor_->SetChange(
@@ -266,6 +266,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
+  controls_.header->MarkDates(isNew);
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
   // ShowTables uses the width of the table. The layout has to set it now, because the screen is not
@@ -428,7 +429,7 @@ CalEditor::CellMarks& CalEditor::MarksOf(std::int16_t page) {
 CalEditor::CellMarks CalEditor::FirstMarksOf(std::int16_t page) const {
   CellMarks marks;
   MemoryGrid grid;
-  grid.Clear(kColumnCount);
+  grid.Clear(kTableColumns);
   data_->GetCalData(page, grid);
   marks.notes = NotesOf(grid, page);
   for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
@@ -483,46 +484,54 @@ int CalEditor::CountOf(Origin origin) {
 }
 
 void CalEditor::ReportValuesToEnter() {
-  const int defaults = CountOf(Origin::Template);
-  const int earlier = CountOf(Origin::Earlier);
-  const QStringList sentences = {
-      defaults == 0   ? QString()
-      : defaults == 1 ? tr("1 value is a default that nobody has entered.")
-                      : tr("%1 values are defaults that nobody has entered.").arg(defaults),
-      earlier == 0   ? QString()
-      : earlier == 1 ? tr("1 value is that of the earlier calibration.")
-                     : tr("%1 values are those of the earlier calibration.").arg(earlier)};
-  controls_.notices->SetRemark(sentences.join(' ').trimmed());
+  controls_.notices->SetRemark(
+      ToQt(RemarkOn({.defaults = CountOf(Origin::Template),
+                     .isCalDateDefault = controls_.header->IsCalDateDefault(),
+                     .isDueDateDefault = controls_.header->IsDueDateDefault(),
+                     .earlier = CountOf(Origin::Earlier)})));
+}
+
+std::vector<CalEditor::NotedCell> CalEditor::NotedCells() {
+  std::vector<NotedCell> noted;
+  for (std::int16_t page = 0; page < data_->GetCalPageCount(); ++page) {
+    const CellNotes& notes =
+        page == ShownPage() ? controls_.grid->Model().Notes() : MarksOf(page).notes;
+    for (const auto& [cell, note] : notes) {
+      noted.push_back({page, cell, note});
+    }
+  }
+  return noted;
 }
 
 void CalEditor::ReportCells() {
   controls_.notices->Report(kFixedCell, {});
-  const CalGrid& grid = *controls_.grid;
-  const QString current = grid.Model().NoteAt(grid.CurrentCell());
-  if (!current.isEmpty()) {
-    controls_.notices->Report(kCell, NoteAbout(grid.Data(), grid.CurrentCell(), current));
+  const std::vector<NotedCell> noted = NotedCells();
+  const auto rank = [&](const NotedCell& found) {
+    return found.page != ShownPage()                     ? 0
+           : found.cell == controls_.grid->CurrentCell() ? 3
+           : found.note == latestNote_                   ? 2
+                                                         : 1;
+  };
+  const auto shown = std::ranges::max_element(noted, {}, rank);
+  if (shown == noted.end()) {
+    controls_.notices->Report(kCell, {});
     return;
   }
-  const CellNotes& notes = grid.Model().Notes();
-  if (!notes.empty()) {
-    auto shown = std::ranges::find(notes, latestNote_, &CellNotes::value_type::second);
-    shown = shown == notes.end() ? notes.begin() : shown;
-    controls_.notices->Report(kCell, NoteAbout(grid.Data(), shown->first, shown->second));
-    return;
-  }
-  QString elsewhere;
-  for (std::int16_t other = 0; other < data_->GetCalPageCount() && elsewhere.isEmpty(); ++other) {
-    if (other == ShownPage() || MarksOf(other).notes.empty()) {
-      continue;
-    }
+  QString about;
+  if (shown->page == ShownPage()) {
+    about = NoteAbout(controls_.grid->Data(), shown->cell, shown->note);
+  } else {
     MemoryGrid page;
-    page.Clear(kColumnCount);
-    data_->GetCalData(other, page);
-    const auto& [cell, note] = *MarksOf(other).notes.begin();
-    elsewhere = tr("On the page %1: %2")
-                    .arg(ToQt(data_->GetCalPageName(other)), NoteAbout(page, cell, note));
+    page.Clear(kTableColumns);
+    data_->GetCalData(shown->page, page);
+    about = tr("On the page %1: %2")
+                .arg(ToQt(data_->GetCalPageName(shown->page)),
+                     NoteAbout(page, shown->cell, shown->note));
   }
-  controls_.notices->Report(kCell, elsewhere);
+  if (noted.size() > 1) {
+    about.prepend(tr("Marked cell %1 of %2: ").arg(shown - noted.begin() + 1).arg(noted.size()));
+  }
+  controls_.notices->Report(kCell, about);
 }
 
 void CalEditor::ShowLoadNotices(const std::vector<std::string>& notices) {

@@ -165,6 +165,13 @@ class CalEditor : public QDialog {
   /// not been shown yet.
   [[nodiscard]] CellMarks& MarksOf(std::int16_t page);
   [[nodiscard]] CellMarks FirstMarksOf(std::int16_t page) const;
+  struct NotedCell {
+    std::int16_t page;
+    Cell cell;
+    QString note;
+  };
+  /// The cells of all pages that have notes, from the first page to the last.
+  [[nodiscard]] std::vector<NotedCell> NotedCells();
   /// How many values of this origin the data set holds.
   [[nodiscard]] int CountOf(Origin origin);
   /// Notes whether a cell holds what was typed, and whether that will be read back. `typed` is

@@ -101,6 +101,11 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
   ui_->dueDate->insertWidget(ui_->dueDate->indexOf(ui_->udDueYear) + 1,
                              new CalendarButton({ui_->txtDueDay, ui_->cmbDueMonth, ui_->txtDueYear},
                                                 tr("the due date"), this));
+  calDate_ = new DefaultDate({ui_->txtCalDay, ui_->cmbCalMonth, ui_->txtCalYear}, this);
+  dueDate_ = new DefaultDate({ui_->txtDueDay, ui_->cmbDueMonth, ui_->txtDueYear}, this);
+  for (const DefaultDate* date : {calDate_, dueDate_}) {
+    connect(date, &DefaultDate::Entered, this, &CalHeaderBlock::DateEntered);
+  }
   LabelDropDownLists(this);
   FileTextValidator::Attach(ui_->txtSerial);
   FileTextValidator::Attach(ui_->txtCalNo);
@@ -140,8 +145,8 @@ void CalHeaderBlock::ReportNotices() {
     marked->setProperty(kSubject, PlainCaption(label->text()));
     emit Noticed(PlainCaption(label->text()), ToQt(notice));
   };
-  const auto readBack = [&](QLineEdit* box, const QLabel* label) {
-    report(box, label, HeaderReadDifferently(nameOf(label), FromQt(box->text())));
+  const auto name = [&](QLineEdit* box, const QLabel* label) {
+    report(box, label, NameReadDifferently(nameOf(label), FromQt(box->text())));
   };
   const auto date = [&](QLineEdit* day, const QComboBox* month, const QLineEdit* year,
                         const QLabel* label) {
@@ -149,15 +154,17 @@ void CalHeaderBlock::ReportNotices() {
            MissingDay(nameOf(label), FromQt(day->text()), FromQt(month->currentText()),
                       FromQt(year->text())));
   };
-  readBack(ui_->txtSerial, ui_->lblSerial);
-  readBack(ui_->txtCalNo, ui_->lblCalNo);
+  name(ui_->txtSerial, ui_->lblSerial);
+  name(ui_->txtCalNo, ui_->lblCalNo);
   date(ui_->txtCalDay, ui_->cmbCalMonth, ui_->txtCalYear, ui_->lblCalDate);
   date(ui_->txtDueDay, ui_->cmbDueMonth, ui_->txtDueYear, ui_->lblDueDate);
-  readBack(ui_->txtComment, ui_->lblComment);
+  report(ui_->txtComment, ui_->lblComment,
+         HeaderReadDifferently(nameOf(ui_->lblComment), FromQt(ui_->txtComment->text())));
 }
 
 void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
                           const cifCaldata& calData) {
+  MarkDates(false);
   ResetDate(ui_->udCalYear, kCalStartYear, ui_->udCalDay);
   ResetDate(ui_->udDueYear, kDueStartYear, ui_->udDueDay);
 
@@ -173,6 +180,11 @@ void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
   calData.GetDueDate(year, month, day);
   ShowDate(year, month, day, ui_->txtDueYear, ui_->cmbDueMonth, ui_->txtDueDay);
   ui_->txtComment->setText(ToQt(calData.Comment()));
+}
+
+void CalHeaderBlock::MarkDates(bool areDefaults) {
+  calDate_->Mark(areDefaults);
+  dueDate_->Mark(areDefaults);
 }
 
 void CalHeaderBlock::LockSerial(bool locked) {

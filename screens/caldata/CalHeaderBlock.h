@@ -11,6 +11,7 @@
 
 #include "core/caldata/Draft.h"
 #include "core/caldata/cifCaldata.h"
+#include "screens/widgets/DefaultDate.h"
 
 namespace tarvell {
 
@@ -32,6 +33,10 @@ class CalHeaderBlock final : public QWidget {
   /// Shows the header of `calData` with the serial number `serial`, and sets the ranges of the
   /// spinners. The box of the model code is always locked.
   void Show(const QString& modelCode, const QString& serial, const cifCaldata& calData);
+  /// Marks both dates as values that nobody has entered, or as entered.
+  void MarkDates(bool areDefaults);
+  [[nodiscard]] bool IsCalDateDefault() const { return calDate_->IsDefault(); }
+  [[nodiscard]] bool IsDueDateDefault() const { return dueDate_->IsDefault(); }
   /// Locks or unlocks the serial number. The serial number of a file must not change: it names the
   /// file.
   void LockSerial(bool locked);
@@ -55,6 +60,8 @@ class CalHeaderBlock final : public QWidget {
 
  signals:
   void SerialChanged(const QString& serial);
+  /// A date that was a default has been entered.
+  void DateEntered();
   /// The notice about a field is now `text`; "" for none.
   void Noticed(const QString& field, const QString& text);
   /// This field has got the focus.
@@ -69,6 +76,8 @@ class CalHeaderBlock final : public QWidget {
   void cmbDueMonth_Click();
 
   std::unique_ptr<Ui::CalHeaderBlock> ui_;
+  DefaultDate* calDate_;
+  DefaultDate* dueDate_;
 };
 
 }  // namespace tarvell

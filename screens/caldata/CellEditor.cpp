@@ -18,6 +18,7 @@
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenReaders.h"
 
 namespace tarvell {
@@ -157,6 +158,11 @@ void CellEditor::Paste() {
 }
 
 bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::Paste) && ClipboardHasTable()) {
+    Tell(grid_->window(), tr("A table cannot be pasted into an open cell. Press Enter or Escape to "
+                             "close the cell, then paste again."));
+    return true;
+  }
   switch (event.key()) {
     case Qt::Key_Escape:
       Cancel();

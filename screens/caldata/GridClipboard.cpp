@@ -171,6 +171,11 @@ void CopySelectedCells(const CalGrid& grid) {
   QGuiApplication::clipboard()->setMimeData(data);
 }
 
+bool ClipboardHasTable() {
+  const QString text = QGuiApplication::clipboard()->text();
+  return text.contains('\t') || text.trimmed().contains('\n');
+}
+
 std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
   std::vector<PastedCell> cells;
   std::size_t line = 0;

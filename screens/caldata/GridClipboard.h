@@ -17,6 +17,9 @@ namespace tarvell {
 /// units. The clipboard stays as it is when no cell is selected.
 void CopySelectedCells(const CalGrid& grid);
 
+/// Whether the clipboard has more than one cell.
+[[nodiscard]] bool ClipboardHasTable();
+
 /// Stores the numbers of the clipboard in the cells from the first selected one downwards and to
 /// the right, each as if it were typed into its cell, and selects these cells. If the clipboard has
 /// whole rows of a table of points, shows a preview instead, and puts each point in its place when

@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 
@@ -38,6 +39,13 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
   ui_->chkRemove->setVisible(missing > 0);
   ShowCaptions(captions);
   chkRemove_Toggled();
+  const auto changed = std::ranges::find_if(table_.rows, [](const PastedRow& row) {
+    return row.change == Change::Updated || row.change == Change::Added;
+  });
+  if (changed != table_.rows.end()) {
+    ui_->tblPreview->scrollToItem(
+        ui_->tblPreview->item(static_cast<int>(changed - table_.rows.begin()), 0));
+  }
   connect(ui_->chkRemove, &QCheckBox::toggled, this, &PastePreview::chkRemove_Toggled);
   connect(ui_->btnOk, &QPushButton::clicked, this, [this] {
     // Alt+R holds the box down for a moment before it ticks it; Enter may be pressed at once.
@@ -64,15 +72,18 @@ bool PastePreview::RemovesMissing() const {
 
 QString PastePreview::Summary() const {
   const std::size_t missing = table_.Count(Change::Missing);
-  return tr("The clipboard has %1: %2 updated, %3 added, %4 unchanged. It does not have %5 of this "
-            "table.\nFrequencies are read in %6, %7, numbers with a decimal %8.")
-      .arg(Points(table_.rows.size() - missing))
-      .arg(table_.Count(Change::Updated))
-      .arg(table_.Count(Change::Added))
-      .arg(table_.Count(Change::Unchanged))
-      .arg(Points(missing), ToQt(table_.frequencyUnit),
-           table_.isUnitNamed ? tr("as the caption says") : tr("the unit of this table"),
-           table_.sign == DecimalSign::Point ? tr("point") : tr("comma"));
+  const QString counts = tr("The clipboard has %1: %2 updated, %3 added, %4 unchanged.")
+                             .arg(Points(table_.rows.size() - missing))
+                             .arg(table_.Count(Change::Updated))
+                             .arg(table_.Count(Change::Added))
+                             .arg(table_.Count(Change::Unchanged));
+  const QString lacks =
+      missing == 0 ? QString() : tr(" It does not have %1 of this table.").arg(Points(missing));
+  return counts + lacks +
+         tr("\nFrequencies are read in %1, %2, numbers with a decimal %3.")
+             .arg(ToQt(table_.frequencyUnit),
+                  table_.isUnitNamed ? tr("as the caption says") : tr("the unit of this table"),
+                  table_.sign == DecimalSign::Point ? tr("point") : tr("comma"));
 }
 
 void PastePreview::ShowCaptions(const QStringList& captions) {

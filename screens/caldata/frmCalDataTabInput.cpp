@@ -286,7 +286,7 @@ void frmCalDataTabInput::ReportMember() {
   const std::string shown = FromQt(ui_->txtTabSerial->text());
   const QString name = ToQt(Data().GetCalPageName(currentPage_));
   const QString readBack =
-      isStored ? ToQt(HeaderReadDifferently(FromQt(tr("Serial number of %1").arg(name)), shown))
+      isStored ? ToQt(NameReadDifferently(FromQt(tr("Serial number of %1").arg(name)), shown))
                : QString();
   MarkBox(ui_->txtTabSerial, readBack);
   Notices().Report(MemberSubject(currentPage_), readBack);

@@ -43,6 +43,9 @@ void GiveAltKey(QWidget* control, Qt::Key letter) {
       button->setText(caption.insert(place, u'&'));
     } else {
       button->setShortcut(Qt::ALT | letter);
+      // No letter of the caption can show it.
+      button->setToolTip(QString("%1 (%2)").arg(
+          button->toolTip(), button->shortcut().toString(QKeySequence::NativeText)));
     }
     return;
   }

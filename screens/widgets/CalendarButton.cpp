@@ -16,6 +16,7 @@
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/widgets/DateBoxes.h"
+#include "screens/widgets/DefaultDate.h"
 #include "screens/widgets/QtText.h"
 
 namespace tarvell {
@@ -72,6 +73,10 @@ void CalendarButton::OpenCalendar() {
   // Dates are typed into their boxes; the toolkit's own box for that leaks when the calendar
   // closes.
   calendar->setDateEditEnabled(false);
+  // The toolkit's red is hard to read on a dark background.
+  for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
+    calendar->setWeekdayTextFormat(day, calendar->weekdayTextFormat(Qt::Monday));
+  }
   calendar->setDateRange(QDate(kFirstYear, 1, 1), QDate(kLastYear, 12, kMaxDay));
   calendar->setSelectedDate(Shown());
   auto* layout = new QVBoxLayout(popup);
@@ -94,7 +99,7 @@ QDate CalendarButton::Shown() const {
   const QDate first(date_.year->text().trimmed().toInt(), month, 1);
   bool isNumber = false;
   const int day = date_.day->text().trimmed().toInt(&isNumber);
-  if (!first.isValid() || !isNumber) {
+  if (!first.isValid() || !isNumber || IsDefaultDate(date_.day)) {
     return QDate::currentDate();
   }
   return first.addDays(std::clamp(day, 1, first.daysInMonth()) - 1);

@@ -4,20 +4,13 @@
 #ifndef TARVELL_SCREENS_WIDGETS_CALENDARBUTTON_H
 #define TARVELL_SCREENS_WIDGETS_CALENDARBUTTON_H
 
-#include <QComboBox>
 #include <QDate>
-#include <QLineEdit>
 #include <QString>
 #include <QToolButton>
 
-namespace tarvell {
+#include "screens/widgets/DateBoxes.h"
 
-/// The boxes of a date.
-struct DateControls {
-  QLineEdit* day;
-  QComboBox* month;
-  QLineEdit* year;
-};
+namespace tarvell {
 
 /// A button that opens a calendar beside the boxes of a date; F4 in the day or the year does the
 /// same. A chosen date goes into the boxes as if it were typed. Escape leaves them as they are.
@@ -32,7 +25,7 @@ class CalendarButton final : public QToolButton {
  private:
   void OpenCalendar();
   /// The date in the boxes, limited to the end of its month and to the years of the calendar;
-  /// today when the boxes hold none.
+  /// today when the boxes hold none, or one that nobody has entered.
   [[nodiscard]] QDate Shown() const;
   void Take(const QDate& chosen) const;
 

@@ -17,6 +17,13 @@ inline constexpr int kMaxDay = 31;
 inline constexpr int kFirstYear = 1904;
 inline constexpr int kLastYear = 2037;
 
+/// The boxes of a date.
+struct DateControls {
+  QLineEdit* day;
+  QComboBox* month;
+  QLineEdit* year;
+};
+
 /// Fits the width of the box to its numbers and sets the spinner's range to 1 to kMaxDay.
 void SetUpDayBox(QLineEdit* box, UpDown* spinner);
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "core/text/FileCharacters.h"
 #include "screens/widgets/OneLineValidator.h"
@@ -30,6 +31,22 @@ QString Describe(char32_t character) {
         .arg(static_cast<unsigned>(character));
   }
   return FileTextValidator::tr("The character \"%1\"").arg(QString::fromUcs4(&character, 1));
+}
+
+/// Why this character was refused in a text that was typed or pasted.
+QString RefusalOf(char32_t character, const QString& text) {
+  if (character == U'\t') {
+    const auto lines = text.trimmed().count(u'\n') + 1;
+    return FileTextValidator::tr(
+               "A table of %1 cannot be pasted into a field. The text was left as it was; to paste "
+               "points or values, click a cell of their table, then press Ctrl+V.")
+        .arg(lines == 1 ? FileTextValidator::tr("1 line")
+                        : FileTextValidator::tr("%1 lines").arg(lines));
+  }
+  return FileTextValidator::tr(
+             "%1 cannot be stored in a data file. The text was left as it was; "
+             "use another character.")
+      .arg(Describe(character));
 }
 
 }  // namespace
@@ -64,19 +81,15 @@ QValidator::State FileTextValidator::validate(QString& text, int& position) cons
   if (refused == characters.end()) {
     return Acceptable;
   }
-  refused_ = Describe(*refused);
+  refusal_ = RefusalOf(*refused, text);
   return Invalid;
 }
 
 void FileTextValidator::ShowRefusal() {
-  if (refused_.isEmpty()) {
-    return;
+  if (!refusal_.isEmpty()) {
+    const QString text = std::exchange(refusal_, {});
+    CurrentQuestions().Ask(box_->window(), {.text = text, .icon = QMessageBox::Warning});
   }
-  const QString text =
-      tr("%1 cannot be stored in a data file. The text was left as it was; use another character.")
-          .arg(refused_);
-  refused_.clear();
-  CurrentQuestions().Ask(box_->window(), {.text = text, .icon = QMessageBox::Warning});
 }
 
 }  // namespace tarvell

@@ -26,7 +26,7 @@ class FileTextValidator final : public QValidator {
   void ShowRefusal();
 
   QLineEdit* box_;
-  mutable QString refused_;  ///< describes the refused character
+  mutable QString refusal_;  ///< describes the refused character
   QList<uint> shown_;        ///< the characters in the box
 };
 

@@ -16,7 +16,7 @@
 #include "core/platform/Platform.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
-#include "screens/widgets/QtText.h"
+#include "screens/widgets/QtPath.h"
 #include "screens/widgets/ScreenSize.h"
 
 namespace tarvell {
@@ -31,7 +31,7 @@ constexpr const char* kChapter = "chapter";
 QUrl PageUrl(const QString& chapter) {
   const std::filesystem::path page =
       CurrentPlatform().ProgramFolder() / "handbook" / "handbook.html";
-  const QString path = QString::fromStdString(page.string());
+  const QString path = PathForQt(page);
   if (!QFileInfo(path).isFile()) {
     throw Error(ErrorKind::NotFound,
                 "The handbook is not installed. Have the program installed again.", PathText(page));

@@ -24,6 +24,9 @@ namespace {
 /// Reading a folder takes a while: it waits until the user stops typing.
 constexpr int kTypingPause = 150;  // ms
 
+/// How much of the text's own colour a placeholder has.
+constexpr float kPlaceholderShare = 0.7F;
+
 /// How the settings name an order; also its name in the menu.
 const char* NameOf(ListOrder order) {
   switch (order) {
@@ -48,6 +51,12 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
   const QString name = list->accessibleName().toLower();
   filter_->setObjectName(list->objectName() + "Filter");
   filter_->setPlaceholderText(tr("Filter"));
+  // In dark colours the desktop's own is hardly to be seen.
+  QPalette palette = filter_->palette();
+  QColor placeholder = palette.color(QPalette::Text);
+  placeholder.setAlphaF(kPlaceholderShare);
+  palette.setColor(QPalette::PlaceholderText, placeholder);
+  filter_->setPalette(palette);
   filter_->setClearButtonEnabled(true);
   filter_->setAccessibleName(tr("Filter of %1").arg(name));
   sort_->setObjectName(list->objectName() + "Sort");

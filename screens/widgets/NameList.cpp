@@ -7,7 +7,10 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
 
 #include <algorithm>
 #include <cstddef>
@@ -110,6 +113,10 @@ class EntryEvents : public QObject {
         event->type() == QEvent::MouseButtonRelease) {
       return static_cast<QMouseEvent*>(event)->button() != Qt::LeftButton;
     }
+    if (event->type() == QEvent::Paint && watched != list_ && list_->hasFocus() &&
+        list_->currentItem() == nullptr) {
+      DrawFocus();
+    }
     return event->type() == QEvent::KeyPress && watched == list_ &&
            Press(*static_cast<QKeyEvent*>(event));
   }
@@ -119,6 +126,10 @@ class EntryEvents : public QObject {
   bool Press(const QKeyEvent& key) {
     const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     const bool isDelete = key.key() == Qt::Key_Delete;
+    if (SelectsAtEnd(key)) {
+      list_->currentItem()->setSelected(true);
+      return true;
+    }
     const bool acts = (isEnter && actions_.open) || (isDelete && actions_.remove);
     if (!acts || (key.modifiers() & ~Qt::KeypadModifier) != 0 || list_->currentItem() == nullptr) {
       return false;
@@ -131,6 +142,24 @@ class EntryEvents : public QObject {
       }
     }
     return true;
+  }
+
+  /// Whether this key would go beyond the end of the list from an entry that is not selected: the
+  /// user wants that entry, and no other can be meant.
+  [[nodiscard]] bool SelectsAtEnd(const QKeyEvent& key) const {
+    const int row = list_->currentRow();
+    const bool isEnd = (key.key() == Qt::Key_Down && row == list_->count() - 1) ||
+                       (key.key() == Qt::Key_Up && row == 0);
+    return isEnd && row >= 0 && !list_->isRowHidden(row) && list_->selectedItems().isEmpty();
+  }
+
+  /// Shows that the list has the keyboard, which otherwise an entry shows.
+  void DrawFocus() const {
+    QPainter painter(list_->viewport());
+    QStyleOptionFocusRect ring;
+    ring.initFrom(list_->viewport());
+    ring.state |= QStyle::State_KeyboardFocusChange;
+    list_->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, list_->viewport());
   }
 
   void Open() {

@@ -6,7 +6,9 @@
 #include <QAccessible>
 #include <QAction>
 #include <QFontMetrics>
+#include <QPainter>
 #include <QStyle>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -28,9 +30,7 @@ QAction* MarkActionOf(const QLineEdit* box) {
 
 NoticeLine::NoticeLine(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
-  setWordWrap(true);
   setFocusPolicy(Qt::NoFocus);
-  setAlignment(Qt::AlignLeft | Qt::AlignTop);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
 }
 
@@ -88,25 +88,51 @@ QSize NoticeLine::minimumSizeHint() const {
   return {0, fontMetrics().lineSpacing() + 2 * margin()};
 }
 
-void NoticeLine::resizeEvent(QResizeEvent* event) {
-  QLabel::resizeEvent(event);
-  // Hides a last line that would be shown only in part.
-  setContentsMargins(0, 0, 0, height() % fontMetrics().lineSpacing());
+QStringList NoticeLine::ShownLines() const {
+  const QString whole = text().simplified();
+  const int room = std::max(1, height() / fontMetrics().lineSpacing());
+  QTextLayout layout(whole, font());
+  layout.beginLayout();
+  QStringList lines;
+  for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+    line.setLineWidth(width());
+    const bool isLast = lines.size() + 1 == room;
+    lines << (isLast
+                  ? fontMetrics().elidedText(whole.mid(line.textStart()), Qt::ElideRight, width())
+                  : whole.mid(line.textStart(), line.textLength()));
+    if (isLast) {
+      break;
+    }
+  }
+  layout.endLayout();
+  return lines;
+}
+
+void NoticeLine::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  int top = 0;
+  for (const QString& line : ShownLines()) {
+    style()->drawItemText(&painter, {0, top, width(), fontMetrics().height()}, Qt::AlignLeft,
+                          palette(), isEnabled(), line, foregroundRole());
+    top += fontMetrics().lineSpacing();
+  }
 }
 
 void NoticeLine::ShowNotices() {
   const QStringList texts = Notices();
-  QString shown = texts.value(0, remark_);
+  QString shown = texts.value(0);
   if (texts.size() > 1) {
     // At the front, where it can be seen even if the text is too long.
     shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
   }
+  // The remark says what is left to be done: no notice may hide it.
+  shown = (remark_ + ' ' + shown).trimmed();
   const bool isChanged = shown != text();
   setText(shown);
-  const QStringList all = remark_.isEmpty() ? texts : texts + QStringList(remark_);
+  const QStringList all = remark_.isEmpty() ? texts : QStringList(remark_) + texts;
   setToolTip(!all.isEmpty() ? Qt::convertFromPlainText(all.join("\n\n"), Qt::WhiteSpaceNormal)
                             : QString());
-  setAccessibleDescription(all.mid(1).join(' '));
+  setAccessibleDescription(texts.mid(1).join(' '));
   if (isChanged && !shown.isEmpty()) {
     QAccessibleEvent announcement(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&announcement);

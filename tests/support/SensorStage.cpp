@@ -64,13 +64,7 @@ void SensorStage::ShowNew(const SensorFile& file, const Act& act) {
 }
 
 void SensorStage::Show(std::int16_t index, std::string_view model, const Act& act) {
-  user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
-    // The screen is closed also after a fatal failure within.
-    act(editor);
-    if (editor.isVisible()) {
-      editor.reject();
-    }
-  });
+  user_.Within<frmCalDataInput>(act);
   editor_.SetupDat(index, std::string(model));
 }
 

@@ -93,6 +93,19 @@ class User {
          [act = std::move(act)](QWidget* widget) { act(*dynamic_cast<Screen*>(widget)); }});
   }
 
+  /// The same for a dialog, once it is active. Closes it if `act` leaves it open.
+  template <typename Dialog>
+  void Within(std::function<void(Dialog& dialog)> act) {
+    At<Dialog>([act = std::move(act)](Dialog& dialog) {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+      // After a fatal failure within, it is still open.
+      act(dialog);
+      if (dialog.isVisible()) {
+        dialog.reject();
+      }
+    });
+  }
+
   /// Waits for a real message box, checks all its parts and clicks a button.
   void AnswerBox(const QString& text, QMessageBox::Icon icon, QMessageBox::StandardButtons buttons,
                  QMessageBox::StandardButton defaultButton, QMessageBox::StandardButton answer,

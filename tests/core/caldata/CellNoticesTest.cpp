@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/caldata/CellNotices.h"
+#include "core/caldata/ValuesToEnter.h"
 #include "core/caldata/cInstrPX12A.h"
 #include "core/caldata/cInstrRT520A.h"
 #include "core/caldata/cInstrRT520C.h"
@@ -148,6 +149,10 @@ TEST(CellNotices, OfAHeaderValueOnlyTheFirstWordComesBack) {
             "Comment: only \"a\" will be read back when the file is opened again.");
   EXPECT_EQ(HeaderReadDifferently("Comment", ":"),
             "Comment: only \"\" will be read back when the file is opened again.");
+  EXPECT_EQ(NameReadDifferently("Calibration number", "C 1"),
+            HeaderReadDifferently("Calibration number", "C 1"));
+  EXPECT_EQ(NameReadDifferently("Calibration number", "C 1,2"),
+            "Calibration number: the data file cannot keep a comma here. Remove it before OK.");
 }
 
 TEST(CellNotices, ADayThatDoesNotExistIsReported) {
@@ -170,6 +175,20 @@ TEST(CellNotices, ADayThatDoesNotExistIsReported) {
               "Due: the year " + std::string(year) +
                   " does not have four digits. Another date will be read back from the file.");
   }
+}
+
+TEST(ValuesToEnter, AreReportedInOneSentenceForEachOrigin) {
+  EXPECT_EQ(RemarkOn({}), "");
+  EXPECT_EQ(RemarkOn({.defaults = 1}), "1 value is a default that nobody has entered.");
+  EXPECT_EQ(RemarkOn({.defaults = 18, .isCalDateDefault = true, .isDueDateDefault = true}),
+            "18 values and both dates are defaults that nobody has entered.");
+  EXPECT_EQ(RemarkOn({.defaults = 1, .isDueDateDefault = true}),
+            "1 value and the due date are defaults that nobody has entered.");
+  EXPECT_EQ(RemarkOn({.isCalDateDefault = true}),
+            "The calibration date is a default that nobody has entered.");
+  EXPECT_EQ(RemarkOn({.isCalDateDefault = true, .isDueDateDefault = true, .earlier = 1}),
+            "Both dates are defaults that nobody has entered. 1 value is taken over, not entered.");
+  EXPECT_EQ(RemarkOn({.earlier = 2}), "2 values are taken over, not entered.");
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/text/FileCharacters.h"
+#include "core/text/PercentEscapes.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
 #include "support/ErrorOf.h"
@@ -221,6 +222,15 @@ TEST(FileCharacters, RejectTextThatIsNotUtf8) {
                                  "\xFE", "abc\xFF"}) {
     SCOPED_TRACE(testing::PrintToString(text));
     EXPECT_EQ(ErrorOf([&] { (void)EncodeFileText(text); }).Kind(), ErrorKind::Character);
+  }
+}
+
+TEST(PercentEscapes, StandForTheSignItselfAndForEveryByteThatIsNotKept) {
+  const auto isKept = [](unsigned char byte) { return byte > ' ' && byte < 0x7F; };
+  EXPECT_EQ(PercentEscaped("a b%\xFF/\t", isKept), "a%20b%25%FF/%09");
+  EXPECT_EQ(WithoutPercentEscapes("a%20b%25%FF/%09"), "a b%\xFF/\t");
+  for (const char* wrong : {"%", "a%4", "%G0", "%0x", "%-1", "% 1"}) {
+    EXPECT_EQ(WithoutPercentEscapes(wrong), std::nullopt) << wrong;
   }
 }
 

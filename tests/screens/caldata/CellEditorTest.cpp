@@ -237,6 +237,19 @@ TEST_P(CellEditing, ReportsAndMarksAValueThatIsStoredDifferently) {
 
 // ---- A number that cannot be stored.
 
+TEST_P(CellEditing, TakesNoTableFromTheClipboard) {
+  Edit([&](CalEditor& editor) {
+    ClickCell(GridOf(editor), 1, 1);
+    Press(Qt::Key_F2);
+    QGuiApplication::clipboard()->setText("50\t99\r\n");
+    questions_.ExpectNotice(
+        "A table cannot be pasted into an open cell. Press Enter or Escape to close the cell, then "
+        "paste again.");
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ExpectOpen(editor, Numbers()[0]);
+  });
+}
+
 TEST_P(CellEditing, ANumberThatIsTooLargeStaysInItsBoxWhateverTheUserDoes) {
   using Leave = std::function<void(CalEditor & editor)>;
   std::vector<Leave> ways = {

@@ -98,13 +98,7 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
 
  private:
   void Show(std::int16_t index, const Act& act) {
-    user_.At<CalEditor>([&](CalEditor& editor) {
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
-      act(editor);
-      if (editor.isVisible()) {
-        editor.reject();
-      }
-    });
+    user_.Within<CalEditor>(act);
     editor_->SetupDat(index, Code());
   }
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -350,8 +351,7 @@ class Origins : public EitherEditor {
   }
 
   static std::string LeftNotice(int count) {
-    return count == 1 ? "1 value is a default that nobody has entered."
-                      : std::to_string(count) + " values are defaults that nobody has entered.";
+    return std::to_string(count) + " values and both dates are defaults that nobody has entered.";
   }
 };
 
@@ -385,8 +385,39 @@ TEST_P(Origins, OfNewDataAreTheTemplateUntilTheValuesAreEntered) {
     Press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_TRUE(LooksEntered(editor, 2));
     if (!HasPages()) {
-      EXPECT_EQ(RemarkOf(editor), "");
+      EXPECT_EQ(RemarkOf(editor), "Both dates are defaults that nobody has entered.");
     }
+  });
+}
+
+TEST_P(Origins, OfTheDatesOfNewDataAreTheTemplateUntilTheyAreEntered) {
+  New([](CalEditor& editor) {
+    const auto looksEntered = [&](const char* box) {
+      const auto& day = Find<QLineEdit>(editor, box);
+      EXPECT_EQ(day.font().italic(), day.accessibleName().endsWith("(default value, not entered)"));
+      return !day.font().italic();
+    };
+    EXPECT_FALSE(looksEntered("txtCalDay"));
+    EXPECT_FALSE(looksEntered("txtDueDay"));
+    Choose(editor, "cmbCalMonth", "JUL");
+    EXPECT_TRUE(looksEntered("txtCalDay"));
+    EXPECT_FALSE(looksEntered("txtDueDay"));
+    EXPECT_NE(RemarkOf(editor).find("and the due date are defaults"), std::string::npos);
+    // Nobody looks for the template's year: the calendar begins with today.
+    Find<QLineEdit>(editor, "txtDueDay").setFocus();
+    Press(Qt::Key_F4);
+    QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    const QDate chosen = popup->findChild<QCalendarWidget*>()->selectedDate();
+    Press(Qt::Key_Return);
+    EXPECT_LE(chosen.daysTo(QDate::currentDate()), 1);
+    EXPECT_EQ(TextOf(editor, "txtDueYear"), chosen.toString("yyyy").toStdString());
+    EXPECT_TRUE(looksEntered("txtDueDay"));
+    EXPECT_EQ(RemarkOf(editor).find("date"), std::string::npos);
+  });
+  Edit([](CalEditor& editor) {
+    EXPECT_FALSE(Find<QLineEdit>(editor, "txtCalDay").font().italic());
+    EXPECT_EQ(RemarkOf(editor), "");
   });
 }
 

@@ -10,6 +10,7 @@
 
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/EitherEditor.h"
+#include "screens/caldata/PastePreview.h"
 #include "screens/caldata/frmInputPX60H.h"
 #include "screens/widgets/frmInput.h"
 #include "support/ErrorOf.h"
@@ -382,6 +383,24 @@ TEST_F(AttenuatorPoints, HaveOneColumnThatIsTypedAndOneThatIsEmptyWhenOpened) {
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX60H\SN12345)"),
             AttenuatorFile("PX60H",
                            {"* 10  :   5.00E07   :  10.01235", "* 20  :   1.00E09   :  20.1235"}));
+}
+
+TEST_F(AttenuatorPoints, ArePastedFromThreeColumnsOfASpreadsheet) {
+  Edit("PX60H", kOneRow, [&](frmCalDataInput& editor) {
+    QGuiApplication::clipboard()->setText(
+        "Setting\tFrequency\tAttenuation\r\ndB\tMHz\tdB\r\n20\t1000\t20.5\r\n10\t50\t10.0123\r\n");
+    user_.At<PastePreview>([](PastePreview& preview) {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&preview));
+      EXPECT_EQ(Find<QTableWidget>(preview, "tblPreview").rowCount(), 2);
+      Press(Qt::Key_Return);
+    });
+    ClickCell(GridOf(editor), 1, 2);
+    Press(Qt::Key_V, Qt::ControlModifier);
+    Click(editor, "btnOk");
+  });
+  EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX60H\SN12345)"),
+            AttenuatorFile("PX60H",
+                           {"* 10  :   5.00E07   :  10.0123", "* 20  :   1.00E09   :  20.5000"}));
 }
 
 // ---- One screen for both.

@@ -248,7 +248,7 @@ class TabEditorFixture : public testing::Test {
 
   void EditNew(frmCalDataTabInput& editor, const std::string& model, const Act& act) {
     tree_.MakeFolders(gCalibrationDir + "\\" + model);
-    Await(act);
+    user_.Within<frmCalDataTabInput>(act);
     editor.SetupDat(CalEditor::kNewData, model);
   }
 
@@ -257,26 +257,13 @@ class TabEditorFixture : public testing::Test {
     constexpr std::int16_t kRow = 7;
     frmCalDataTabInput editor(nullptr);
     gCalFiles.at(kRow).FilePath = path;
-    Await(act);
+    user_.Within<frmCalDataTabInput>(act);
     editor.SetupDat(kRow, model);
   }
 
   TestTree tree_;
   ScriptedQuestions questions_;
   User user_;
-
- private:
-  /// Cancels an editor that `act` leaves open.
-  void Await(const Act& act) {
-    user_.At<frmCalDataTabInput>([act](frmCalDataTabInput& editor) {
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
-      act(editor);
-      if (editor.isVisible()) {
-        Click(editor, "btnCancel");
-      }
-      EXPECT_FALSE(editor.isVisible());
-    });
-  }
 };
 
 }  // namespace tarvell::test

@@ -9,6 +9,7 @@
 #include "core/caldata/DraftFolder.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalEditor.h"
+#include "screens/caldata/PastePreview.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
@@ -95,6 +96,16 @@ const std::vector<Screen> kScreens = {
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
     {"frmCalDataTabInputOfResistors", "Capacitor and resistor sets",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
+    {"PastePreview", nullptr,
+     [](const Look& look) {
+       const PastedTable table = {
+           .rows = {{PastedRow::Change::Updated, {"50.00", "100.0"}, {"50.00", "99.9"}},
+                    {PastedRow::Change::Missing, {"1000.00", "97.0"}, {"1000.00", "97.0"}},
+                    {PastedRow::Change::Added, {}, {"2000.00", "96.0"}}},
+           .frequencyUnit = "MHz"};
+       PastePreview form(table, {"Frequency  [MHz]", "Calibration factor[%]"}, nullptr);
+       LookWithin<PastePreview>([&] { form.exec(); }, look);
+     }},
     {"frmInput", "Handbook for operators", &LookAtPrompt<frmInput>},
     {"frmInputPX60H", "Handbook for operators", &LookAtPrompt<frmInputPX60H>},
     {"frmStationMain", "Stations", &LookAtMenu<frmStationMain>},

@@ -251,6 +251,13 @@ class FileTextBox : public testing::Test {
   QLineEdit box_;
 };
 
+TEST_F(FileTextBox, RefusesATableAndSaysWhereItBelongs) {
+  questions_.ExpectError(
+      {"A table of 2 lines cannot be pasted into a field.", "click a cell of their table"});
+  Paste("50\t99\n60\t98\n");
+  ExpectText("ab");
+}
+
 TEST_F(FileTextBox, TakesThePrintableCharactersOfTheFilesInAnyNumber) {
   // The first and the last of ASCII, of the bytes A0 to FF and of the bytes 80 to 9F.
   const QString ends = u" ~\u00a0\u00ff\u20ac\u0178"_qs;
@@ -266,7 +273,6 @@ TEST_F(FileTextBox, RefusesATextWithAnotherCharacterWholeAndNamesThatCharacter) 
   for (const auto& [text, name] : std::vector<std::pair<QString, std::string>>{
            {"5 k\u03a9 \u4e2d", "The character \"\u03a9\""},
            {"\U0001f600", "The character \"\U0001f600\""},
-           {"1\t2", "The control character number 9"},
            {"\x1f", "The control character number 31"},
            {"\x7f", "The control character number 127"},
            {"1\n2", "A line end"},

@@ -112,6 +112,25 @@ TEST(NoticeLine, HasTheSameHeightForEveryText) {
   }
 }
 
+TEST(NoticeLine, EndsInDotsWhereItHasNoRoomForAll) {
+  NoticeLine notice;
+  notice.resize(200, notice.sizeHint().height());
+  notice.Report("subject", "short");
+  EXPECT_EQ(notice.ShownLines(), QStringList("short"));
+  QStringList words;
+  for (int number = 0; number < 60; ++number) {
+    words << QString("word%1").arg(number);
+  }
+  notice.Report("subject", words.join(' '));
+  const QStringList lines = notice.ShownLines();
+  ASSERT_EQ(lines.size(), 2);
+  EXPECT_TRUE(lines[0].startsWith("word0 word1 ")) << lines[0].toStdString();
+  EXPECT_TRUE(lines[1].endsWith(QChar(0x2026))) << lines[1].toStdString();
+  EXPECT_LE(notice.fontMetrics().horizontalAdvance(lines[1]), notice.width());
+  EXPECT_TRUE(notice.toolTip().contains("word59"));
+  EXPECT_TRUE(notice.text().endsWith("word59")) << "a screen reader reads all";
+}
+
 TEST(ScreenSize, GrowsWithTheFontButNotBeyondTheDisplay) {
   QWidget small;
   QWidget large;

@@ -85,6 +85,27 @@ TEST_F(EntryActionsOfAList, EnterOpensAndDeleteRemovesTheSelectedEntryAndOtherKe
   ExpectActions({}, {});
 }
 
+TEST_F(EntryActionsOfAList, AnArrowKeyThatCanGoNoFurtherSelectsTheCurrentEntry) {
+  for (const auto& [row, key, name] :
+       {std::tuple(1, Qt::Key_Down, "two"), std::tuple(0, Qt::Key_Up, "one")}) {
+    list_.clearSelection();
+    list_.setCurrentRow(row, QItemSelectionModel::NoUpdate);
+    Press(key);
+    EXPECT_EQ(SelectedName(&list_), name);
+  }
+}
+
+TEST_F(EntryActionsOfAList, AnEmptyListShowsThatItHasTheKeyboard) {
+  list_.clear();
+  const auto looks = [this] {
+    Settle();
+    return list_.viewport()->grab().toImage();
+  };
+  const QImage focused = looks();
+  list_.clearFocus();
+  EXPECT_NE(looks(), focused);
+}
+
 TEST_F(EntryActionsOfAList, AKeyThatIsHeldActsOnce) {
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Delete}) {
     Send(QEvent::KeyPress, key, false);

@@ -5,6 +5,7 @@
 
 #include "screens/caldata/CalGrid.h"
 #include "screens/main/frmMain.h"
+#include "screens/widgets/QtPath.h"
 #include "screens/widgets/UserSettings.h"
 #include "support/SensorStage.h"
 
@@ -16,7 +17,7 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 /// Settings in a folder of the test's own.
 class UserSettings : public SensorStage {
  protected:
-  UserSettings() { KeepUserSettingsIn(QString::fromStdString(file_.string())); }
+  UserSettings() { KeepUserSettingsIn(PathForQt(file_)); }
   ~UserSettings() override { KeepUserSettingsIn(""); }
   UserSettings(const UserSettings&) = delete;
   UserSettings& operator=(const UserSettings&) = delete;
