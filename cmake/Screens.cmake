@@ -14,6 +14,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
+  screens/caldata/SlipWatch.cpp screens/caldata/SlipWatch.h
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
   screens/caldata/frmCalDataInput.ui
   screens/caldata/frmCalDataTabInput.cpp screens/caldata/frmCalDataTabInput.h

@@ -27,6 +27,7 @@
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
+#include "screens/caldata/SlipWatch.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
@@ -124,6 +125,10 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
           &CalEditor::ReportCells);
   MakeActions();
   MakeFileMenu();
+  slips_ = new SlipWatch({.grid = controls_.grid,
+                          .notices = controls_.notices,
+                          .page = [this] { return ShownPage(); }},
+                         this);
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -248,8 +253,11 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
     controls_.header->FocusCalNo();
   }
   const bool hasFile = !isNew && begin != Begin::Copy;
-  drafts_->Begin(modelCode, hasFile ? ListedDataSet(index).FilePath : std::string());
+  const std::string path = hasFile ? ListedDataSet(index).FilePath : std::string();
+  drafts_->Begin(modelCode, path);
+  slips_->Begin(*data_, *model_, path);
   exec();
+  slips_->End();
   drafts_->End();
   data_.reset();
 }
@@ -505,9 +513,8 @@ void CalEditor::SaveAndClose() {
   if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
     return;
   }
-  const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
-    data_->SaveCalibrationDataToFile(path, earlier);
-  });
+  const bool isSaved = ChangedWithHistory(
+      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }

@@ -33,6 +33,7 @@ class CellEditor;
 class DraftKeeper;
 class DraftStrip;
 class NoticeLine;
+class SlipWatch;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
 [[nodiscard]] CalFileInfo ListedDataSet(std::int16_t index);
@@ -177,6 +178,7 @@ class CalEditor : public QDialog {
   QAction* redo_ = nullptr;
   QMenu* fileMenu_ = nullptr;
   DraftKeeper* drafts_ = nullptr;
+  SlipWatch* slips_ = nullptr;
 };
 
 }  // namespace tarvell
