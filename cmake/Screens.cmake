@@ -23,6 +23,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
   screens/caldata/WholeStep.cpp
+  screens/caldata/SlipWatch.cpp screens/caldata/SlipWatch.h
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
   screens/caldata/frmCalDataInput.ui
   screens/caldata/frmCalDataTabInput.cpp screens/caldata/frmCalDataTabInput.h

@@ -154,15 +154,15 @@ void MeasureKind(const std::vector<Basis>& bases, const NamedSlip& slip, bool ha
     tallies[isPlain ? std::string(slip.name) : "(near zero) " + std::string(slip.name)].Add(
         isMarked);
     tallies["of " + std::string(table.model->code) + (isPlain ? "" : " (near zero)")].Add(isMarked);
-    tallies[table.source == Source::Curve     ? "in curves with ripple"
-            : table.source == Source::Example ? "in examples"
-                                              : "in templates"]
-        .Add(isMarked);
     if (slip.kind == SlipKind::RowLeftOut) {
       tallies["a row left out, by the marks alone"].Add(!slips.marks.empty());
     }
     if (isPlain) {
       tallies["total"].Add(isMarked);
+      tallies[table.source == Source::Curve     ? "in curves with ripple"
+              : table.source == Source::Example ? "in examples"
+                                                : "in templates"]
+          .Add(isMarked);
       if (slip.kind != SlipKind::RowLeftOut) {
         tallies["total of slips in one value"].Add(isMarked);
       }

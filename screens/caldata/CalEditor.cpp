@@ -31,6 +31,7 @@
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EditorCurve.h"
+#include "screens/caldata/SlipWatch.h"
 #include "screens/caldata/WholeStep.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AskReplacement.h"
@@ -129,6 +130,10 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   MakeActions();
   MakeFileMenu();
   curve_ = new EditorCurve({this, controls_.grid, cellEditor_.get(), fileMenu_});
+  slips_ = new SlipWatch({.grid = controls_.grid,
+                          .notices = controls_.notices,
+                          .page = [this] { return ShownPage(); }},
+                         this);
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -292,7 +297,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
   showHistory_->setEnabled(hasFile);
   drafts_->Begin(modelCode, filePath_);
+  slips_->Begin(*data_, *model_, filePath_);
   exec();
+  slips_->End();
   drafts_->End();
   curve_->End();
   data_.reset();

@@ -35,6 +35,7 @@ class DraftKeeper;
 class DraftStrip;
 class EditorCurve;
 class NoticeLine;
+class SlipWatch;
 
 /// Row `index` of `gCalFiles`. Throws an Index error for a row that does not exist.
 [[nodiscard]] CalFileInfo ListedDataSet(std::int16_t index);
@@ -195,6 +196,7 @@ class CalEditor : public QDialog {
   DraftKeeper* drafts_ = nullptr;
   CertificateFiles* certificates_ = nullptr;
   EditorCurve* curve_ = nullptr;
+  SlipWatch* slips_ = nullptr;
 };
 
 }  // namespace tarvell

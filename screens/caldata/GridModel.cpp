@@ -16,11 +16,29 @@ namespace tarvell {
 
 namespace {
 
-/// A font that differs from that of the table only in its slant.
-QFont Italic() {
+/// A font that differs from that of the table in its slant, its weight or its line, so that it can
+/// be seen without colours.
+QVariant FontOf(bool isToEnter, bool isSlip) {
+  if (!isToEnter && !isSlip) {
+    return {};
+  }
   QFont font;
-  font.setItalic(true);
+  if (isToEnter) {
+    font.setItalic(true);
+  }
+  if (isSlip) {
+    font.setBold(true);
+    font.setUnderline(true);
+  }
   return font;
+}
+
+QVariant MarkIcon(bool hasNote, bool isSlip) {
+  if (!hasNote && !isSlip) {
+    return {};
+  }
+  return QApplication::style()->standardIcon(hasNote ? QStyle::SP_MessageBoxWarning
+                                                     : QStyle::SP_MessageBoxQuestion);
 }
 
 /// Paler than other text, and still easy to read on any background.
@@ -92,13 +110,19 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
   const auto note = [&] { return NoteAt(CellAt(index)); };
   const auto origin = [&] { return OriginAt(CellAt(index)); };
+  const auto slip = [&] {
+    const auto found = slips_.find(CellAt(index));
+    return found == slips_.end() ? QString() : found->second;
+  };
   switch (role) {
     case Qt::DisplayRole:
       return ToQt(grid_.TextOf(CellAt(index)));
     case Qt::AccessibleTextRole:
-      return QString(ToQt(grid_.TextOf(CellAt(index))) + SpokenOrigin(origin()));
+      return QString(ToQt(grid_.TextOf(CellAt(index))) +
+                     (slip().isEmpty() ? QString() : tr(" (possible slip)")) +
+                     SpokenOrigin(origin()));
     case Qt::FontRole:
-      return IsToEnter(origin()) ? QVariant(Italic()) : QVariant();
+      return FontOf(IsToEnter(origin()), !slip().isEmpty());
     case Qt::ForegroundRole:
       return IsToEnter(origin()) ? QVariant(PaleText()) : QVariant();
     case Qt::TextAlignmentRole:
@@ -108,12 +132,12 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
                  ? QVariant()
                  : QVariant(QGuiApplication::palette().brush(QPalette::AlternateBase));
     case Qt::DecorationRole:
-      return note().isEmpty()
-                 ? QVariant()
-                 : QVariant(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning));
+      return MarkIcon(!note().isEmpty(), !slip().isEmpty());
     case Qt::ToolTipRole:
     case Qt::AccessibleDescriptionRole:
-      return QStringList({note(), Explanation(origin())}).filter(QRegularExpression(".")).join(' ');
+      return QStringList({note(), slip(), Explanation(origin())})
+          .filter(QRegularExpression("."))
+          .join(' ');
     default:
       return {};
   }
@@ -156,6 +180,13 @@ void GridModel::SetNotes(CellNotes notes) {
   ShowMarksChanged();
 }
 
+void GridModel::SetSlips(CellNotes slips) {
+  if (slips != slips_) {
+    slips_ = std::move(slips);
+    ShowMarksChanged();
+  }
+}
+
 QString GridModel::NoteAt(Cell cell) const {
   const auto found = notes_.find(cell);
   return found == notes_.end() ? QString() : found->second;
@@ -180,6 +211,7 @@ void GridModel::SetState(const GridState& state) {
   beginResetModel();
   grid_.SetRows(state.rows);
   notes_ = state.notes;
+  slips_.clear();
   origins_ = state.origins;
   endResetModel();
 }
@@ -191,6 +223,7 @@ void GridModel::ShowMarksChanged() {
 void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
   beginResetModel();
   notes_.clear();
+  slips_.clear();
   origins_.clear();
   fill(grid_);
   endResetModel();
@@ -204,6 +237,7 @@ void GridModel::SetCellText(Cell cell, std::string_view text) {
 void GridModel::InsertRow(GridRow position, std::span<const std::string> cells, Origin origin) {
   beginInsertRows({}, position.number - 1, position.number - 1);
   grid_.InsertRow(position, cells);
+  slips_.clear();
   MoveRows(notes_, position, 1);
   MoveRows(origins_, position, 1);
   for (int column = firstEditableColumn_; column < columnCount(); ++column) {
@@ -215,6 +249,7 @@ void GridModel::InsertRow(GridRow position, std::span<const std::string> cells, 
 void GridModel::RemoveRow(GridRow row) {
   beginRemoveRows({}, row.number - 1, row.number - 1);
   grid_.RemoveRow(row);
+  slips_.clear();
   MoveRows(notes_, row, -1);
   MoveRows(origins_, row, -1);
   endRemoveRows();

@@ -65,6 +65,11 @@ class GridModel final : public QAbstractTableModel {
   [[nodiscard]] const CellNotes& Notes() const { return notes_; }
   [[nodiscard]] QString NoteAt(Cell cell) const;
 
+  /// Marks the cells whose values may be slips of typing, and only these, each with the reason.
+  /// The marks are those of the table as it is now: a change of rows removes them.
+  void SetSlips(CellNotes slips);
+  [[nodiscard]] const CellNotes& SlipMarks() const { return slips_; }
+
   /// A value that is still to be entered looks different, and a screen reader says so. An origin
   /// moves with its row.
   void SetOrigin(Cell cell, Origin origin);
@@ -88,6 +93,7 @@ class GridModel final : public QAbstractTableModel {
 
   MemoryGrid grid_;
   CellNotes notes_;
+  CellNotes slips_;
   CellOrigins origins_;
   int firstEditableColumn_ = 1;
 };
