@@ -125,7 +125,12 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
           &CalEditor::ReportCells);
   MakeActions();
   MakeFileMenu();
-  curve_ = new EditorCurve({this, controls_.grid, cellEditor_.get(), fileMenu_});
+  curve_ = new EditorCurve({.screen = this,
+                            .grid = controls_.grid,
+                            .cells = cellEditor_.get(),
+                            .menu = fileMenu_,
+                            .notices = controls_.notices,
+                            .page = [this] { return ShownPage(); }});
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -242,9 +247,6 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   fileValues_ = opened.fileValues;
   controls_.grid->RememberWidthsAs(ToQt(modelCode));
   ShowTables();
-  curve_->Begin(
-      {.curves = [this](const CalDataGrid& grid) { return CurvesOf(*model_, ShownPage(), grid); },
-       .page = [this] { return ShownPage(); }});
   controls_.header->ReportNotices();
   ShowLoadNotices(opened.notices);
   if (!opened.isNamedBySerial) {
@@ -253,7 +255,9 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
     controls_.header->FocusCalNo();
   }
   const bool hasFile = !isNew && begin != Begin::Copy;
-  drafts_->Begin(modelCode, hasFile ? ListedDataSet(index).FilePath : std::string());
+  const std::string path = hasFile ? ListedDataSet(index).FilePath : std::string();
+  curve_->Begin(*model_, *data_, path);
+  drafts_->Begin(modelCode, path);
   exec();
   drafts_->End();
   curve_->End();
@@ -511,9 +515,8 @@ void CalEditor::SaveAndClose() {
   if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
     return;
   }
-  const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
-    data_->SaveCalibrationDataToFile(path, earlier);
-  });
+  const bool isSaved = ChangedWithHistory(
+      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }
