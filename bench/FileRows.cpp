@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@
 
 #include "Ratios.h"
 #include "Workplace.h"
+#include "core/caldata/EarlierCalibration.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
 
@@ -28,6 +30,8 @@ namespace {
 constexpr const char* kModelFolder = R"(c:\headers\PX12A)";
 constexpr const char* kModels = "c:\\models";
 constexpr const char* kStation = R"(c:\stations\ST1)";
+constexpr const char* kVersions = R"(c:\versions\PX12A\SN12345)";
+constexpr const char* kVersionFolder = R"(c:\versions\history.tarvell\PX12A\SN12345)";
 constexpr int kLoads = 20;  // in one measurement, so that it is long enough
 
 std::vector<std::string> NamesIn(const std::string& folder) {
@@ -60,8 +64,23 @@ Measurement InTrees(const Measurement& measurement) {
   };
 }
 
-void ReadFiles() {
-  const std::string folder = Native(kModelFolder);
+/// Saves the file whose history is listed, when the first row that needs it is measured.
+Measurement InHistory(const Measurement& measurement) {
+  return [measurement] {
+    static bool isMade = false;
+    if (!std::exchange(isMade, true)) {
+      WriteFile(Native(kVersions), "");
+      const std::unique_ptr<cifCaldata> data = LargestData(*FindModel("PX12A"));
+      for (int i = 0; i < 1000; ++i) {
+        data->SetComment(std::to_string(i));
+        data->SaveCalibrationDataToFile(kVersions);
+      }
+    }
+    return measurement();
+  };
+}
+
+void ReadFiles(const std::string& folder) {
   std::array<char, 16384> buffer{};
   for (const std::string& name : NamesIn(folder)) {
     const int file = ::open((folder + "/" + name).c_str(), O_RDONLY);
@@ -103,14 +122,15 @@ void ReadAndConvert(const std::string& native) {
   ConvertNumbers(bytes.c_str());
 }
 
-/// The steps without which a power cut could leave half a file or another owner's.
-void WriteDurably(const std::string& native, std::string_view bytes) {
+/// The steps without which a power cut could leave half a file or another owner's than that of
+/// `like`.
+void WriteDurably(const std::string& native, std::string_view bytes, const std::string& like) {
   const std::string folder = native.substr(0, native.find_last_of('/'));
   std::string temporary = folder + "/.limit-XXXXXX";
   const int file = ::mkstemp(temporary.data());
   Use(::write(file, bytes.data(), bytes.size()));
   struct stat facts {};
-  ::stat(native.c_str(), &facts);
+  ::stat(like.c_str(), &facts);
   Use(::fchown(file, facts.st_uid, facts.st_gid));
   Use(::fchmod(file, facts.st_mode & 07777U));
   ::fstat(file, &facts);
@@ -147,8 +167,23 @@ void AddRowsOf(const Model& model) {
           .limit = many([native] { ReadAndConvert(native); })});
   AddRow({.name = "save " + name,
           .goal = 1.2,
-          .program = Timed([path, data = load()] { data->SaveCalibrationDataToFile(path); }),
-          .limit = Timed([native, bytes] { WriteDurably(native, bytes); })});
+          .program = Timed(
+              [path, data = load()] { data->SaveCalibrationDataToFile(path, Earlier::LetGo); }),
+          .limit = Timed([native, bytes] { WriteDurably(native, bytes, native); })});
+  // Each save has another content, so that each keeps a version.
+  const auto number = std::make_shared<int>(0);
+  const std::string kept = Native("c:\\data") + "/kept " + name + "/";
+  std::filesystem::create_directories(kept);
+  AddRow({.name = "save " + name + " with the history",
+          .goal = 1.6,
+          .program = Timed([path, number, data = load()] {
+            data->SetComment(std::to_string(++*number));
+            data->SaveCalibrationDataToFile(path);
+          }),
+          .limit = Timed([native, bytes, kept, number] {
+            WriteDurably(kept + std::to_string(++*number), bytes, native);
+            WriteDurably(native, bytes, native);
+          })});
 }  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): std::function frees it
 
 }  // namespace
@@ -157,7 +192,14 @@ void AddFileRows() {
   AddRow({.name = "headers of 51 data files",
           .goal = 1.3,
           .program = InTrees(Timed([] { Use(ReadCalFileHeaders(kModelFolder)); })),
-          .limit = InTrees(Timed(ReadFiles))});
+          .limit = InTrees(Timed([] { ReadFiles(Native(kModelFolder)); }))});
+  AddRow({.name = "history of 1,000 versions",
+          .goal = 1.3,
+          .program = InHistory(Timed([] { Use(EveryCalibrationOf(kVersions)); })),
+          .limit = InHistory(Timed([] {
+            ReadFiles(Native(kVersionFolder));
+            Use(ReadWholeFile(Native(R"(c:\versions\history.tarvell\journal.txt)")));
+          }))});
   AddRow({.name = "model list of 250 folders of 1,000 files",
           .goal = 1.3,
           .program = InTrees(Timed([] {

@@ -27,6 +27,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/frmCalibrationMain.cpp screens/caldata/frmCalibrationMain.h
   screens/caldata/frmCalibrationMain.ui
   screens/caldata/frmInputPX60H.cpp screens/caldata/frmInputPX60H.h screens/caldata/frmInputPX60H.ui
+  screens/caldata/frmHistory.cpp screens/caldata/frmHistory.h screens/caldata/frmHistory.ui
   screens/main/frmMain.cpp screens/main/frmMain.h screens/main/frmMain.ui
   screens/main/frmSplash.cpp screens/main/frmSplash.h screens/main/frmSplash.ui
   screens/station/frmStationGetInstr.cpp screens/station/frmStationGetInstr.h
@@ -38,6 +39,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/AltKeys.cpp
   screens/widgets/AskReplacement.cpp
   screens/widgets/CalendarButton.cpp screens/widgets/CalendarButton.h
+  screens/widgets/ChangedWithHistory.cpp
   screens/widgets/DateBoxes.cpp
   screens/widgets/DeliberateChoice.cpp
   screens/widgets/DesktopPlatform.cpp

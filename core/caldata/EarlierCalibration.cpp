@@ -4,13 +4,19 @@
 #include "core/caldata/EarlierCalibration.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/MemoryGrid.h"
 #include "core/caldata/OpenedDataSet.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
+#include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
 
@@ -27,6 +33,30 @@ void TakeHeader(const std::string& bytes, const std::string& path, Calibration& 
   } catch (const Error&) {
     // It is listed without a header: whoever opens it sees what is wrong with it.
   }
+}
+
+ReadablePage TableOf(const Model& model, const cifCaldata& data, std::int16_t page) {
+  constexpr std::int16_t kColumns = 5;  // no table has more
+  MemoryGrid grid(kColumns);
+  data.GetCalData(page, grid);
+  const bool hasSetting = model.family == ModelFamily::StepAttenuator;
+  return {data.GetCalPageName(page), grid.Rows(), hasSetting ? std::size_t{2} : std::size_t{1}};
+}
+
+ReadablePage LinesOf(const std::string& path) {
+  std::string bytes;
+  const std::error_code code = ReadNativeFile(NativePath(path), bytes, kDataFileLimit);
+  if (code && code != kTooLargeForData) {
+    throw SystemError(code, "read the version", path);
+  }
+  ReadablePage page;
+  page.rows = {{"Line"}};
+  const std::string text = DecodeFileText(bytes);
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    page.rows.push_back({std::string(TakeLine(rest))});
+  }
+  return page;
 }
 
 }  // namespace
@@ -82,6 +112,23 @@ const Calibration* EarlierCalibration(const std::vector<Calibration>& calibratio
            calibrated.day != date.day;
   });
   return found == calibrations.end() ? nullptr : &*found;
+}
+
+ReadableData Readable(const Model* model, const Calibration& calibration) {
+  ReadableData readable;
+  if (model != nullptr && model->create != nullptr) {
+    try {
+      const std::unique_ptr<cifCaldata> data = OpenDataSet(*model, calibration.header).data;
+      for (std::int16_t page = 0; page < data->GetCalPageCount(); ++page) {
+        readable.pages.push_back(TableOf(*model, *data, page));
+      }
+      return readable;
+    } catch (const Error& error) {
+      readable.notice = "The lines of the file are shown. " + error.Text();
+    }
+  }
+  readable.pages = {LinesOf(calibration.header.FilePath)};
+  return readable;
 }
 
 }  // namespace tarvell

@@ -4,12 +4,13 @@
 #ifndef TARVELL_CORE_CALDATA_EARLIERCALIBRATION_H
 #define TARVELL_CORE_CALDATA_EARLIERCALIBRATION_H
 
-#include <ctime>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "core/caldata/ComparedTables.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
 #include "core/dates/FileDate.h"
@@ -53,6 +54,21 @@ struct Calibration {
 /// `date`; nullptr if none has.
 [[nodiscard]] const Calibration* EarlierCalibration(const std::vector<Calibration>& calibrations,
                                                     const FileDate& date);
+
+/// A calibration as it can be read on a screen.
+struct ReadablePage {
+  std::string name;      ///< of a page of a set, otherwise ""
+  TableRowList rows;     ///< the captions first
+  std::size_t keys = 1;  ///< how many cells at the beginning say what a row is about
+};
+struct ReadableData {
+  std::vector<ReadablePage> pages;
+  std::string notice;  ///< why the lines of the file are shown instead of its tables, or ""
+};
+
+/// The tables of a calibration, or the lines of a file that the program cannot edit or load.
+/// `model` is nullptr for an unknown one. Throws the error of a file that cannot be read.
+[[nodiscard]] ReadableData Readable(const Model* model, const Calibration& calibration);
 
 }  // namespace tarvell
 

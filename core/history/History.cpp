@@ -26,8 +26,7 @@ constexpr double kSecondsBetweenLooks = 0.02;
 constexpr int kLooks = 250;  // five seconds
 
 [[nodiscard]] Error NotKept(const std::string& reason, const std::filesystem::path& path) {
-  return {ErrorKind::NotKept, reason,
-          PathText(path)};
+  return {ErrorKind::NotKept, reason, PathText(path)};
 }
 
 void Check(std::error_code code, const std::string& action, const std::filesystem::path& path) {

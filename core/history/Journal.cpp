@@ -126,7 +126,10 @@ std::optional<HistoryEvent> EventOf(const Fields& fields) {
     }
     *texts.at(i) = *text;
   }
-  return event;
+  // Nothing outside the folder of the versions is ever taken for one.
+  const bool isName = event.kept.find_first_of("/\\") == std::string::npos && event.kept != "." &&
+                      event.kept != "..";
+  return isName ? std::optional(event) : std::nullopt;
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
-#include "core/history/History.h"
+#include "core/files/SaveFile.h"
 #include "core/history/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
@@ -80,15 +80,17 @@ KeptVersion Read(const std::filesystem::path& folder, HistoryEvent event, bool i
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
 /// the same after it.
 void LeaveOutUnfinished(FileHistory& history) {
-  const auto repeated = std::ranges::unique(
-      history.versions, [](const KeptVersion& later, const KeptVersion& version) {
-        return later.bytes == version.bytes && later.state == version.state &&
-               version.state != VersionState::Missing;
+  const auto isWhole = [](const KeptVersion& version) {
+    return version.state == VersionState::AsKept || version.state == VersionState::NoJournal;
+  };
+  std::vector<KeptVersion>& versions = history.versions;
+  const auto repeated =
+      std::ranges::unique(versions, [&](const KeptVersion& later, const KeptVersion& version) {
+        return later.bytes == version.bytes && isWhole(later) && isWhole(version);
       });
-  history.versions.erase(repeated.begin(), repeated.end());
-  if (!history.versions.empty() && history.current == history.versions.front().bytes &&
-      history.versions.front().state != VersionState::Missing) {
-    history.versions.erase(history.versions.begin());
+  versions.erase(repeated.begin(), repeated.end());
+  if (!versions.empty() && isWhole(versions.front()) && versions.front().bytes == history.current) {
+    versions.erase(versions.begin());
   }
 }
 
@@ -138,14 +140,16 @@ FileHistory HistoryOf(const std::string& path) {
   ReadCurrent(path, history);
   const std::filesystem::path folder = place.Versions();
   std::set<std::string> names = NamesIn(folder);
-  for (HistoryEvent& event : journal.events) {
-    if (!event.kept.empty()) {
-      names.erase(event.kept);
-      history.versions.push_back(Read(folder, std::move(event), true));
-    }
+  for (const HistoryEvent& event : journal.events) {
+    names.erase(event.kept);
   }
   for (const std::string& name : names) {
     history.versions.push_back(Read(folder, EventNamed(name), false));
+  }
+  for (HistoryEvent& event : journal.events) {
+    if (!event.kept.empty()) {
+      history.versions.push_back(Read(folder, std::move(event), true));
+    }
   }
   // In the same second the journal knows the order.
   std::ranges::stable_sort(history.versions, {},
@@ -153,6 +157,18 @@ FileHistory HistoryOf(const std::string& path) {
   std::ranges::reverse(history.versions);
   LeaveOutUnfinished(history);
   return history;
+}
+
+void PutBack(const std::string& version, const std::string& path, Earlier earlier) {
+  std::string bytes;
+  if (const std::error_code code = ReadNativeFile(NativePath(version), bytes)) {
+    throw SystemError(code, "read the version", version);
+  }
+  if (earlier == Earlier::Keep) {
+    SaveWithHistory(path, bytes, kPutBack);
+  } else {
+    SaveFile(path, bytes);
+  }
 }
 
 }  // namespace tarvell

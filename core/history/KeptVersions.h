@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/history/History.h"
 #include "core/history/Journal.h"
 
 namespace tarvell {
@@ -45,6 +46,11 @@ struct FileHistory {
 /// of it. What a save kept that was interrupted then, so that the file stayed the same, is left
 /// out. Throws the error of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
+
+/// Saves the content of the kept file at `version` as the file at `path` again, byte for byte, by
+/// SaveWithHistory or without it. Throws the same errors, and that of a version that cannot be
+/// read.
+void PutBack(const std::string& version, const std::string& path, Earlier earlier = Earlier::Keep);
 
 }  // namespace tarvell
 

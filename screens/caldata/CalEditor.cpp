@@ -28,6 +28,7 @@
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EditorCurve.h"
+#include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
@@ -255,9 +256,10 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
     controls_.header->FocusCalNo();
   }
   const bool hasFile = !isNew && begin != Begin::Copy;
-  const std::string path = hasFile ? ListedDataSet(index).FilePath : std::string();
-  curve_->Begin(*model_, *data_, path);
-  drafts_->Begin(modelCode, path);
+  filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
+  showHistory_->setEnabled(hasFile);
+  curve_->Begin(*model_, *data_, filePath_);
+  drafts_->Begin(modelCode, filePath_);
   exec();
   drafts_->End();
   curve_->End();
@@ -336,6 +338,12 @@ void CalEditor::MakeActions() {
 void CalEditor::MakeFileMenu() {
   fileMenu_ = new QMenu(this);
   fileMenu_->setObjectName("mnuFile");
+  showHistory_ = fileMenu_->addAction(tr("&History..."));
+  showHistory_->setObjectName("mnuHistory");
+  connect(showHistory_, &QAction::triggered, this, [this] {
+    Guarded(this,
+            [this] { frmHistory(model_, filePath_, frmHistory::Use::LookOnly, this).exec(); });
+  });
   connect(controls_.file, &QPushButton::clicked, this, [this] {
     fileMenu_->popup(controls_.file->mapToGlobal(controls_.file->rect().bottomLeft()));
   });

@@ -177,6 +177,8 @@ class CalEditor : public QDialog {
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;
   QMenu* fileMenu_ = nullptr;
+  QAction* showHistory_ = nullptr;
+  std::string filePath_;  ///< of the data set, "" for one that has no file yet
   DraftKeeper* drafts_ = nullptr;
   EditorCurve* curve_ = nullptr;
 };

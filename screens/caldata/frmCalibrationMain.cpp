@@ -23,6 +23,7 @@
 #include "core/text/Text.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
@@ -118,6 +119,17 @@ void frmCalibrationMain::SetUpMoreMenu() {
   };
   add("mnuNewCalibration", tr("&New calibration"), CalEditor::Begin::NewCalibration);
   add("mnuAddAsCopy", tr("Add as &copy"), CalEditor::Begin::Copy);
+  QAction* history = mnuMore_->addAction(tr("&History..."));
+  history->setObjectName("mnuHistory");
+  connect(history, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowHistory(); }); });
+  // The same by the right mouse button, or the menu key.
+  ui_->lstSerialNumber->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(ui_->lstSerialNumber, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& place) {
+            if (!SelectedName(ui_->lstSerialNumber).empty()) {
+              mnuMore_->popup(ui_->lstSerialNumber->viewport()->mapToGlobal(place));
+            }
+          });
 }
 
 void frmCalibrationMain::ShowModally() {
@@ -337,6 +349,19 @@ void frmCalibrationMain::BeginWithData(CalEditor::Begin begin) {
     serialHead_->ClearFilter();
     RefreshSerialList();
   }
+}
+
+void frmCalibrationMain::ShowHistory() {
+  std::string code;
+  std::string serial;
+  if (!GetSelection(code, serial)) {
+    return;
+  }
+  const std::int16_t row = FindCalFile(serial);
+  const std::string path = ListedDataSet(row).FilePath;
+  frmHistory(FindModel(ToUpper(code)), path, frmHistory::Use::PutBack, this).exec();
+  // Another version may have been put back.
+  ShowSavedData(EntryAdded(ui_->lstSerialNumber, row), path);
 }
 
 void frmCalibrationMain::btnDelete_Click() {

@@ -76,6 +76,8 @@ class frmCalibrationMain final : public QDialog {
   void BeginWithData(CalEditor::Begin begin);
   /// Opens the editor for the selected data set; the entry shows what was saved.
   void OpenSelected(const Model& model, const std::string& serial, CalEditor::Begin begin);
+  /// Shows what the file of the selected data set has held.
+  void ShowHistory();
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;

@@ -9,13 +9,13 @@
 
 #include <vector>
 
-#include "core/files/FileIOCommonModule.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
 #include "core/text/Text.h"
 #include "screens/station/frmStationModelList.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"

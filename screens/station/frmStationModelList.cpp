@@ -23,6 +23,7 @@
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/CalendarButton.h"
 #include "screens/widgets/DateBoxes.h"
 #include "screens/widgets/DeliberateChoice.h"

@@ -101,9 +101,10 @@ TEST_F(TheHistory, KeepsTheFileAndAddsALineForEverySave) {
 }
 
 TEST_F(TheHistory, NamesVersionsDifferentlyWhoeverSavesInTheSameSecond) {
+  std::string content;
   for (const char* user : {"anna", "anna", "LAB\\an:na.", "anna", "\xE9t\xE9"}) {
     const Operator works(user);
-    SaveWithHistory(kFile, std::to_string(JournalLines().size()));
+    SaveWithHistory(kFile, content += "x");
   }
   EXPECT_EQ(tree_.Names(kVersions), (Texts{"20260305T140307Z-LAB_an_na_", "20260305T140307Z-_t_",
                                            "20260305T140307Z-anna", "20260305T140307Z.2-anna"}));
@@ -127,9 +128,9 @@ TEST_F(TheHistory, KeepsWhatADeletionRemoves) {
 }
 
 TEST_F(TheHistory, OfAStationKeepsEveryInstrumentWhateverDeletesIt) {
-  const auto fill = [&] {
+  const auto fill = [&](const std::string& content) {
     for (const char* name : {"INDEX", "PX12A", "PX13A"}) {
-      tree_.Write(std::string(R"(c:\stations\ST1\)") + name, std::string("of ") + name);
+      tree_.Write(std::string(R"(c:\stations\ST1\)") + name, content);
     }
   };
   const auto kept = [&] {
@@ -137,19 +138,18 @@ TEST_F(TheHistory, OfAStationKeepsEveryInstrumentWhateverDeletesIt) {
     EXPECT_EQ(folders, (Texts{"PX12A", "PX13A"}));
     return tree_.Names(R"(c:\stations\history.tarvell\ST1\PX13A)").size();
   };
-  fill();
+  fill("first");
   DeleteAllInstrumentFiles(R"(c:\stations\ST1)");
   EXPECT_EQ(tree_.Names(R"(c:\stations\ST1)"), Texts{});
   EXPECT_EQ(kept(), 1U);
-  fill();
+  fill("second");
   DeleteStation(R"(c:\stations)", "ST1");
   EXPECT_EQ(tree_.Names(R"(c:\stations)"), Texts{"history.tarvell"});
   EXPECT_EQ(kept(), 2U);
-  fill();
+  fill("third");
   DeleteInstrumentFile(R"(c:\stations\ST1)", "px13a");
   EXPECT_EQ(kept(), 3U);
-  EXPECT_EQ(ContentsOf(HistoryOf(R"(c:\stations\ST1\PX13A)")),
-            (Texts{"of PX13A", "of PX13A", "of PX13A"}));
+  EXPECT_EQ(ContentsOf(HistoryOf(R"(c:\stations\ST1\PX13A)")), (Texts{"third", "second", "first"}));
 }
 
 TEST_F(TheHistory, IsInNoListOfModelsOrStations) {
@@ -185,15 +185,15 @@ TEST_F(TheHistory, SaysWhatWasChangedByHand) {
   tree_.Write(kFile, "by hand");
   tree_.Write(kJournal, tree_.Read(kJournal) + "2026-03-0");
   const FileHistory history = HistoryOf(kFile);
-  EXPECT_EQ(ContentsOf(history), (Texts{"unknown", "third", "", "firs"}));
+  EXPECT_EQ(ContentsOf(history), (Texts{"third", "", "firs", "unknown"}));
   std::vector<VersionState> states;
   for (const KeptVersion& each : history.versions) {
     states.push_back(each.state);
   }
-  EXPECT_EQ(states, (std::vector{VersionState::NoJournal, VersionState::AsKept,
-                                 VersionState::Missing, VersionState::Changed}));
-  EXPECT_EQ(history.versions.at(0).event.user, "bert");
-  EXPECT_EQ(UtcText(history.versions.at(0).event.time), "2026-03-05T14:03:07Z");
+  EXPECT_EQ(states, (std::vector{VersionState::AsKept, VersionState::Missing, VersionState::Changed,
+                                 VersionState::NoJournal}));
+  EXPECT_EQ(history.versions.at(3).event.user, "bert");
+  EXPECT_EQ(UtcText(history.versions.at(3).event.time), "2026-03-05T14:03:07Z");
   EXPECT_EQ(history.currentState, VersionState::Changed);
   EXPECT_EQ(history.damagedLines, 1U);
   // The next save ends the cut line.

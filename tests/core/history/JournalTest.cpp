@@ -83,6 +83,8 @@ TEST(AJournalLine, ThatIsCutOffOrDamagedHoldsNoEvent) {
                                                         {"anna", "an\\na"},
                                                         {"anna", "an\\x6ea"},
                                                         {"PX12A/SN12345", "-"},
+                                                        {"20260305T140307Z-anna", ".."},
+                                                        {"20260305T140307Z-anna", "../a"},
                                                         {"e3b0", "E3B0"}}) {
     EXPECT_FALSE(EventOf(with(part, other))) << other;
   }

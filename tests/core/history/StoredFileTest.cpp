@@ -17,6 +17,7 @@
 #include "core/station/StationFiles.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
+#include "support/KeptFiles.h"
 #include "support/SampleInstrument.h"
 #include "support/TestTree.h"
 
@@ -90,15 +91,9 @@ class Replacing : public testing::Test {
     fs::last_write_time(tree_.Native(path), std::chrono::file_clock::from_sys(time));
   }
 
-  /// The contents that were kept of a file of this tree, in their order.
   [[nodiscard]] Texts Kept(const std::string& root = R"(c:\calfactors)",
                            const std::string& file = R"(PX12A\SN12345)") const {
-    const std::string folder = root + R"(\history.tarvell\)" + file;
-    Texts contents;
-    for (const std::string& name : tree_.Exists(folder) ? tree_.Names(folder) : Texts{}) {
-      contents.push_back(tree_.Read(folder + "\\" + name));
-    }
-    return contents;
+    return test::KeptOf(tree_, root, file);
   }
 
   test::TestTree tree_;

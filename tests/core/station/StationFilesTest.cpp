@@ -526,7 +526,7 @@ TEST_F(StationFiles, DeleteOneInstrumentOrNothingAndNothingOutside) {
     EXPECT_EQ(ErrorOf([&] { DeleteInstrumentFile(kStation, model); }).Kind(), ErrorKind::Name);
   }
   EXPECT_EQ(tree_.Names(kStation), (Names{"INDEX", "PX13A", "folder"}));
-  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
+  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1", "history.tarvell"}));
 }
 
 TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
@@ -543,7 +543,7 @@ TEST_F(StationFiles, DeleteEveryFileOfAStationAndNothingElse) {
   EXPECT_EQ(tree_.Names(R"(c:\stations\ST1\folder)"), Names{"inside"});
   EXPECT_EQ(tree_.Read(R"(c:\other\PX60G)"), kOld);
   EXPECT_EQ(tree_.Names("c:\\other"), Names{"PX60G"});
-  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1"}));
+  EXPECT_EQ(tree_.Names(kRoot), (Names{"NOTES", "ST1", "history.tarvell"}));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "screens/caldata/EitherEditor.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
+#include "support/KeptFiles.h"
 
 namespace tarvell {
 namespace {
@@ -17,21 +18,6 @@ namespace {
 namespace fs = std::filesystem;
 
 using namespace test;  // NOLINT(google-build-using-namespace)
-
-fs::path Trash() {
-  return fs::path(qgetenv("XDG_DATA_HOME").toStdString()) / "Trash";
-}
-
-/// Contents of the files in the trash.
-Texts Trashed() {
-  Texts contents;
-  if (fs::exists(Trash() / "files")) {
-    for (const auto& entry : fs::directory_iterator(Trash() / "files")) {
-      contents.push_back(ReadNative(entry.path()));
-    }
-  }
-  return contents;
-}
 
 /// Expects the question whether to replace a file that the user has not seen.
 void ExpectReplaceQuestion(ScriptedQuestions& questions, const QString& text,
@@ -47,17 +33,20 @@ void ExpectReplaceQuestion(ScriptedQuestions& questions, const QString& text,
 
 class ReplacedFile : public EitherEditor {
  protected:
-  ReplacedFile() { fs::remove_all(Trash()); }
+  [[nodiscard]] Texts Kept() const {
+    return KeptOf(tree_, R"(c:\calfactors)", Code() + R"(\SN12345)");
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(Editors, ReplacedFile, testing::Bool(), KindName);
 
-TEST_P(ReplacedFile, GoesToTheTrashWhenNewDataHaveItsName) {
-  // A file that the screen showed whole needs no copy.
+TEST_P(ReplacedFile, IsKeptWhenNewDataHaveItsName) {
+  const std::string first = Bytes(header_);
   Edit([](CalEditor& editor) {
     Fill(editor, "txtComment", "mine");
     Click(editor, "btnOk");
   });
+  EXPECT_EQ(Kept(), Texts{first});
   SetHeader old = header_;
   old.serial = "OLD12345";
   tree_.Write(Path(), Bytes(old));
@@ -66,7 +55,7 @@ TEST_P(ReplacedFile, GoesToTheTrashWhenNewDataHaveItsName) {
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
       EXPECT_TRUE(editor.isVisible());
       EXPECT_EQ(tree_.Read(Path()), Bytes(old));
-      EXPECT_EQ(Trashed(), Texts{});
+      EXPECT_EQ(Kept(), Texts{first});
       ExpectReplaceQuestion(
           questions_, "The file SN12345 holds the data of another serial number, \"OLD12345\".",
           answer);
@@ -76,19 +65,16 @@ TEST_P(ReplacedFile, GoesToTheTrashWhenNewDataHaveItsName) {
   });
   EXPECT_TRUE(questions_.details[0].contains(
       "Calibration number: C-0042\nCalibrated: 5 MAR 2001\nDue: 5 MAR 2002\n"));
-  EXPECT_EQ(Trashed(), Texts{Bytes(old)});
+  EXPECT_EQ(Kept(), (Texts{first, Bytes(old)}));
   header_.serial = "NEW12345";
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
 }
 
 // ---- An instrument of a station.
 
-class ReplacedInstrument : public StationStage {
- protected:
-  ReplacedInstrument() { fs::remove_all(Trash()); }
-};
+using ReplacedInstrument = StationStage;
 
-TEST_F(ReplacedInstrument, GoesToTheTrashWhenItHoldsWhatTheUserHasNotSeen) {
+TEST_F(ReplacedInstrument, IsKeptAfterAQuestionIfTheUserHasNotSeenIt) {
   const InstrumentFile others{.comment = "others", .calData = ""};
   WriteInstrument();
   AtStation([&](frmStationModelList& screen) {
@@ -109,15 +95,14 @@ TEST_F(ReplacedInstrument, GoesToTheTrashWhenItHoldsWhatTheUserHasNotSeen) {
     LeaveUnsaved(screen);
   });
   EXPECT_EQ(ReadInstrument("PX12A"), (InstrumentFile{.comment = "mine", .calData = ""}.Bytes()));
-  EXPECT_EQ(Trashed(), Texts{others.Bytes()});
+  EXPECT_EQ(KeptOf(tree_, R"(c:\stations)", R"(ST1\PX12A)"), Texts{others.Bytes()});
 }
 
 // ---- The file of a test kit.
 
 using ReplacedKitFile = StationStage;
 
-TEST_F(ReplacedKitFile, GoesToTheTrash) {
-  fs::remove_all(Trash());
+TEST_F(ReplacedKitFile, IsKept) {
   const std::string path = R"(c:\calfactors\RT410A\SN12345)";
   const std::string earlier = "QZ RT410A\r\n9999B12345\r\n05MAR2001\r\nearlier\r\n";
   const std::string other = "QZ RT410A\r\n3318A12345\r\n05MAR2001\r\nanother\r\n";
@@ -128,7 +113,7 @@ TEST_F(ReplacedKitFile, GoesToTheTrash) {
     ClickEntry(at, "LstInstrment", "RT410A");
     for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
       EXPECT_EQ(tree_.Read(path), earlier);
-      EXPECT_EQ(Trashed(), Texts());
+      EXPECT_EQ(KeptOf(tree_, R"(c:\calfactors)", R"(RT410A\SN12345)"), Texts());
       ClickEntry(at, "lstSerialNumber", "9999B12345");
       questions_.ExpectFilePicker("Choice RT410A Calibration Data File from Folder",
                                   {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
@@ -143,7 +128,7 @@ TEST_F(ReplacedKitFile, GoesToTheTrash) {
   frmCalibrationMain menu(nullptr);
   menu.ShowModally();
   EXPECT_EQ(tree_.Read(path), other);
-  EXPECT_EQ(Trashed(), Texts{earlier});
+  EXPECT_EQ(KeptOf(tree_, R"(c:\calfactors)", R"(RT410A\SN12345)"), Texts{earlier});
 }
 
 }  // namespace

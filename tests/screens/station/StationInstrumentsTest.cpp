@@ -6,6 +6,7 @@
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/UpDown.h"
+#include "support/KeptFiles.h"
 #include "support/ScreenFaults.h"
 
 namespace tarvell {
@@ -702,7 +703,7 @@ TEST_F(StationInstruments, AnAddedInstrumentThatReplacesTheOpenOneAsksAndKeepsIt
     LeaveUnsaved(screen);
   });
   EXPECT_TRUE(Contains(ReadInstrument("KEPT"), "SERIAL NUMBER 2\r\n"));
-  EXPECT_EQ(ReadNative(InTrash("KEPT")), InstrumentFile({.model = "KEPT"}).Bytes());
+  EXPECT_EQ(KeptOf(tree_, kRoot, R"(ST1\KEPT)"), Texts{InstrumentFile({.model = "KEPT"}).Bytes()});
 }
 
 }  // namespace

@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/frmHistory.h"
+
+#include "ui_frmHistory.h"
+
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "core/dates/DueDate.h"
+#include "core/files/Paths.h"
+#include "core/history/Replacement.h"
+#include "core/text/Text.h"
+#include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+
+namespace tarvell {
+
+namespace {
+
+// Subjects of notices.
+constexpr const char* kJournal = "journal";
+constexpr const char* kVersion = "version";
+
+QString StateText(const Calibration& version) {
+  const std::string_view text = TextOf(version.state);
+  return text.empty() ? frmHistory::tr("As saved.") : ToQt(text);
+}
+
+/// When, or by what, a version came to its end.
+QString EndText(const Calibration& version) {
+  if (version.isCurrent) {
+    return frmHistory::tr("(the present file)");
+  }
+  const QString time = ToQt(LocalTimeText(version.event.time));
+  return version.event.done == kDeleted ? frmHistory::tr("%1, deleted").arg(time) : time;
+}
+
+QStringList Cells(const Calibration& version) {
+  const CalFileInfo& header = version.header;
+  return {version.hasHeader ? ToQt(DateText(version.Calibrated())) : QString(),
+          ToQt(header.CalibrationNumber),
+          version.hasHeader ? ToQt(DateText(version.Due())) : QString(),
+          EndText(version),
+          version.isCurrent ? QString() : ToQt(version.event.user),
+          StateText(version)};
+}
+
+QString HeaderText(const Calibration& version) {
+  const CalFileInfo& header = version.header;
+  return frmHistory::tr(
+             "Serial number %1, calibration number %2, calibrated %3, due %4, comment: %5")
+      .arg(ToQt(TextOrNone(header.SerialNumber)), ToQt(TextOrNone(header.CalibrationNumber)),
+           ToQt(DateText(version.Calibrated())), ToQt(DateText(version.Due())),
+           ToQt(TextOrNone(header.Comment)));
+}
+
+QStringList TextsOf(const TableRow& row) {
+  QStringList texts;
+  for (const std::string& cell : row) {
+    texts << ToQt(cell);
+  }
+  return texts;
+}
+
+QString CellAt(const TableRow& row, std::size_t column) {
+  return column < row.size() ? ToQt(row[column]) : QString();
+}
+
+void SetUpTable(QTableWidget* table) {
+  table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  table->horizontalHeader()->setStretchLastSection(true);
+}
+
+}  // namespace
+
+frmHistory::frmHistory(const Model* model, std::string path, Use use, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmHistory>()),
+      model_(model),
+      path_(std::move(path)),
+      use_(use) {
+  ui_->setupUi(this);
+  setWindowTitle(tr("History of %1").arg(ToQt(path_)));
+  SetUpTable(ui_->tblVersions);
+  SetUpTable(ui_->tblData);
+  FitToDisplay(this);
+  EnterPressesFocusedButton(this);
+  OfferHandbook(this, chapter::kHistory);
+  connect(ui_->tblVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { Guarded(this, [this] { ShowSelected(); }); });
+  connect(ui_->tabPages, &QTabBar::currentChanged, this, &frmHistory::ShowPage);
+  connect(ui_->btnPutBack, &QPushButton::clicked, this, &frmHistory::btnPutBack_Click);
+  connect(ui_->btnClose, &QPushButton::clicked, this, &frmHistory::reject);
+  ui_->btnPutBack->setToolTip(
+      use == Use::PutBack
+          ? tr("Saves the selected version again. The present file stays in this history.")
+          : tr("Close the editor first, then open the history from the menu."));
+  ui_->btnPutBack->setAccessibleDescription(ui_->btnPutBack->toolTip());
+  ShowVersions();
+  ui_->tblVersions->setFocus();
+}
+
+frmHistory::~frmHistory() = default;
+
+const Calibration& frmHistory::At(int row) const {
+  return calibrations_.at(static_cast<std::size_t>(row));
+}
+
+void frmHistory::ShowVersions() {
+  const BusyPointer busy;
+  const FileHistory history = HistoryOf(path_);
+  calibrations_ = CalibrationsIn(history, path_);
+  {
+    const QSignalBlocker blocker(ui_->tblVersions->selectionModel());
+    ui_->tblVersions->setRowCount(static_cast<int>(calibrations_.size()));
+    int row = 0;
+    for (const Calibration& version : calibrations_) {
+      int column = 0;
+      for (const QString& text : Cells(version)) {
+        ui_->tblVersions->setItem(row, column++, new QTableWidgetItem(text));
+      }
+      ++row;
+    }
+    ui_->tblVersions->clearSelection();
+  }
+  const std::size_t damaged = history.damagedLines;
+  ui_->notices->Report(
+      kJournal, damaged == 0 ? QString()
+                : damaged == 1
+                    ? tr("1 line of the journal cannot be read: it was cut off or changed.")
+                    : tr("%1 lines of the journal cannot be read: they were cut off or changed.")
+                          .arg(damaged));
+  ui_->notices->SetRemark(history.versions.empty()
+                              ? tr("No earlier version is known of this file.")
+                              : tr("Select two versions (with Ctrl) to compare them."));
+  ui_->tblVersions->selectRow(0);
+  ShowSelected();
+}
+
+std::vector<int> frmHistory::Selected() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : ui_->tblVersions->selectionModel()->selectedRows()) {
+    rows.push_back(index.row());
+  }
+  std::ranges::sort(rows);
+  return rows;
+}
+
+void frmHistory::ShowSelected() {
+  const std::vector<int> rows = Selected();
+  const bool canPutBack = use_ == Use::PutBack && rows.size() == 1 && !At(rows[0]).isCurrent &&
+                          At(rows[0]).state != VersionState::Missing;
+  ui_->btnPutBack->setEnabled(canPutBack);
+  ui_->notices->Report(kVersion, {});
+  shown_.clear();
+  QStringList headers;
+  if (rows.size() == 1 || rows.size() == 2) {
+    // The earlier one first.
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+      headers << HeaderText(At(*row));
+      shown_.push_back(Readable(model_, At(*row)));
+      if (!shown_.back().notice.empty()) {
+        ui_->notices->Report(kVersion, ToQt(shown_.back().notice));
+      }
+    }
+  }
+  if (headers.size() == 2) {
+    headers = {tr("Earlier: ") + headers[0], tr("Later: ") + headers[1]};
+  }
+  ui_->lblHeader->setText(headers.isEmpty() ? tr("Select one version, or two to compare them.")
+                                            : headers.join('\n'));
+  {
+    const QSignalBlocker blocker(ui_->tabPages);
+    while (ui_->tabPages->count() > 0) {
+      ui_->tabPages->removeTab(0);
+    }
+    for (const ReadablePage& page :
+         shown_.empty() ? std::vector<ReadablePage>() : shown_.back().pages) {
+      ui_->tabPages->addTab(ToQt(page.name));
+    }
+    ui_->tabPages->setVisible(ui_->tabPages->count() > 1);
+  }
+  ShowPage();
+}
+
+void frmHistory::ShowPage() {
+  const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
+  if (shown_.empty() || page >= shown_.back().pages.size()) {
+    ShowTable({}, {});
+    return;
+  }
+  const ReadablePage& later = shown_.back().pages[page];
+  if (shown_.size() == 2) {
+    const std::vector<ReadablePage>& pages = shown_.front().pages;
+    ShowComparison(page < pages.size() ? pages[page] : ReadablePage(), later);
+    return;
+  }
+  std::vector<QStringList> rows;
+  for (std::size_t row = 1; row < later.rows.size(); ++row) {
+    rows.push_back(TextsOf(later.rows[row]));
+  }
+  ShowTable(TextsOf(later.rows.front()), rows);
+}
+
+void frmHistory::ShowComparison(const ReadablePage& earlier, const ReadablePage& later) {
+  const TableRow& names = later.rows.front();
+  const std::size_t keys = std::min(later.keys, names.size());
+  QStringList captions =
+      TextsOf({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(keys)});
+  for (std::size_t column = keys; column < names.size(); ++column) {
+    const QString name = ToQt(names[column]);
+    captions << name + '\n' + tr("earlier") << name + '\n' + tr("later") << tr("Difference");
+  }
+  captions << tr("Row");
+  std::vector<QStringList> rows;
+  for (const auto& [old, now] : ComparedRows(earlier.rows, later.rows, keys)) {
+    QStringList cells;
+    bool isEqual = true;
+    for (std::size_t column = 0; column < names.size(); ++column) {
+      const QString before = CellAt(old, column);
+      const QString after = CellAt(now, column);
+      isEqual = isEqual && before == after;
+      if (column < keys) {
+        cells << (now.empty() ? before : after);
+      } else {
+        cells << before << after << ToQt(CellDifference(FromQt(before), FromQt(after)));
+      }
+    }
+    cells << (old.empty()   ? tr("only later")
+              : now.empty() ? tr("only earlier")
+              : isEqual     ? tr("equal")
+                            : tr("different"));
+    rows.push_back(cells);
+  }
+  ShowTable(captions, rows);
+}
+
+void frmHistory::ShowTable(const QStringList& captions, const std::vector<QStringList>& rows) {
+  ui_->tblData->clear();
+  ui_->tblData->setColumnCount(static_cast<int>(captions.size()));
+  ui_->tblData->setHorizontalHeaderLabels(captions);
+  ui_->tblData->setRowCount(static_cast<int>(rows.size()));
+  for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
+    const QStringList& cells = rows[static_cast<std::size_t>(row)];
+    for (int column = 0; column < static_cast<int>(cells.size()); ++column) {
+      ui_->tblData->setItem(row, column, new QTableWidgetItem(cells[column]));
+    }
+  }
+}
+
+void frmHistory::btnPutBack_Click() {
+  Guarded(this, [this] {
+    const Calibration version = At(Selected().at(0));
+    const std::string name(LastNameOf(path_));
+    const auto answer = CurrentQuestions().Ask(
+        this, {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
+               .icon = QMessageBox::Warning,
+               .buttons = QMessageBox::Yes | QMessageBox::No,
+               .defaultButton = QMessageBox::No,
+               .detail = HeaderText(version) + '\n' + StateText(version) + "\n\n" +
+                         tr("Yes saves it again. What the file holds now stays in the history.")});
+    const bool isSaved =
+        answer == QMessageBox::Yes && ChangedWithHistory(this, tr("save"), [&](Earlier earlier) {
+          PutBack(version.header.FilePath, path_, earlier);
+        });
+    if (isSaved) {
+      ShowVersions();
+    }
+  });
+}
+
+}  // namespace tarvell
