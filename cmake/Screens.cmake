@@ -8,11 +8,13 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.cpp screens/caldata/CalHeaderBlock.h
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
+  screens/caldata/ChangeTable.cpp screens/caldata/ChangeTable.h
   screens/caldata/CurveLibrary.cpp
   screens/caldata/CurvePane.cpp screens/caldata/CurvePane.h
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
   screens/caldata/EditorCurve.cpp screens/caldata/EditorCurve.h
   screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h

@@ -129,7 +129,12 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
           &CalEditor::ReportCells);
   MakeActions();
   MakeFileMenu();
-  curve_ = new EditorCurve({this, controls_.grid, cellEditor_.get(), fileMenu_});
+  curve_ = new EditorCurve({.screen = this,
+                            .grid = controls_.grid,
+                            .cells = cellEditor_.get(),
+                            .menu = fileMenu_,
+                            .notices = controls_.notices,
+                            .page = [this] { return ShownPage(); }});
   slips_ = new SlipWatch({.grid = controls_.grid,
                           .notices = controls_.notices,
                           .page = [this] { return ShownPage(); }},
@@ -283,9 +288,6 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   fileValues_ = opened.fileValues;
   controls_.grid->RememberWidthsAs(ToQt(modelCode));
   ShowTables();
-  curve_->Begin(
-      {.curves = [this](const CalDataGrid& grid) { return CurvesOf(*model_, ShownPage(), grid); },
-       .page = [this] { return ShownPage(); }});
   controls_.header->ReportNotices();
   ShowLoadNotices(opened.notices);
   if (!opened.isNamedBySerial) {
@@ -296,6 +298,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   const bool hasFile = !isNew && begin != Begin::Copy;
   filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
   showHistory_->setEnabled(hasFile);
+  curve_->Begin(*model_, *data_, filePath_);
   drafts_->Begin(modelCode, filePath_);
   slips_->Begin(*data_, *model_, filePath_);
   exec();

@@ -13,18 +13,24 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <vector>
 
-#include "core/curves/Curves.h"
+#include "core/caldata/MemoryGrid.h"
+#include "core/caldata/Models.h"
 #include "screens/caldata/CurvePane.h"
 
 namespace tarvell {
 
 class CalGrid;
 class CellEditor;
+class ChangeTable;
+class EarlierChoice;
+class NoticeLine;
 
-/// The curve beside the table of an editor. It follows what is typed at once. A splitter divides
-/// the room between both; an entry of the menu folds the curve away. Both is remembered.
+/// The curve beside the table of an editor, and the changes since the earlier calibration, where
+/// one exists. Both follow what is typed at once. A splitter divides the room between table and
+/// curve; an entry of the menu folds the curve away. Both is remembered.
 class EditorCurve final : public QObject {
   Q_OBJECT
 
@@ -34,18 +40,17 @@ class EditorCurve final : public QObject {
     CalGrid* grid;
     const CellEditor* cells;
     QMenu* menu;
+    NoticeLine* notices;
+    std::function<std::int16_t()> page;  ///< the page that the table shows
   };
   /// Puts the table of the editor into a splitter, with the curve beside it.
   explicit EditorCurve(const Editor& editor);
 
-  /// Where the curves of the shown page come from.
-  struct Source {
-    std::function<std::vector<Curve>(const CalDataGrid& grid)> curves;
-    std::function<std::int16_t()> page;
-  };
   /// Begins to show the data of a data set, in the sizes of last time. Call it when the table is
   /// filled.
-  void Begin(Source source);
+  ///
+  /// The earlier calibrations are those of the file at `path`; none if it is "".
+  void Begin(const Model& model, const cifCaldata& data, const std::string& path);
   /// Remembers the sizes.
   void End();
 
@@ -56,17 +61,22 @@ class EditorCurve final : public QObject {
   void ShareRoom();
   void Fold(bool isShown);
   void ChangedSoon();
-  void ShowCurves();
-  /// The curves with what is in an open cell.
-  [[nodiscard]] std::vector<Curve> CurvesNow() const;
+  void ShowAll();
+  void ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier);
+  void ShowChange(const MemoryGrid& now, const MemoryGrid* earlier);
+  /// The table with what is in an open cell.
+  [[nodiscard]] std::vector<std::vector<std::string>> RowsNow() const;
   void GoTo(Cell cell);
 
   Editor editor_;
-  Source source_;
+  const Model* model_ = nullptr;
   QSplitter* splitter_;
+  ChangeTable* changes_;
+  EarlierChoice* earlier_;
   CurvePane* pane_;
   QAction* shown_;
-  QList<int> sizes_;  ///< of table and curve, while both are shown
+  QList<int> sizes_;         ///< of table and curve, while both are shown
+  std::int16_t column_ = 1;  ///< whose changes are shown
   QTimer soon_;
 };
 

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/caldata/EarlierChoice.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+#include <cstddef>
+
+#include "core/dates/Months.h"
+#include "screens/widgets/DeliberateChoice.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/ScreenReaders.h"
+
+namespace tarvell {
+
+namespace {
+
+/// No table has more columns.
+constexpr std::int16_t kColumnCount = 5;
+
+QString DateText(const FileDate& date) {
+  return QString("%1 %2 %3").arg(date.day).arg(ToQt(NumberToMonth(date.month))).arg(date.year);
+}
+
+QString NameOf(const Calibration& calibration) {
+  const QString number = ToQt(calibration.header.CalibrationNumber);
+  return DateText(calibration.Calibrated()) + (number.isEmpty() ? "" : ", " + number);
+}
+
+}  // namespace
+
+EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new QComboBox(this)) {
+  setObjectName("earlier");
+  auto* layout = new QHBoxLayout(this);  // the widget owns it
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* label = new QLabel(tr("Earl&ier calibration"), this);
+  label->setObjectName("lblEarlier");
+  label->setBuddy(cmbEarlier_);
+  cmbEarlier_->setObjectName("cmbEarlier");
+  cmbEarlier_->setAccessibleDescription(
+      tr("The calibration that the values are compared with, in the table and on the curve."));
+  cmbEarlier_->setToolTip(cmbEarlier_->accessibleDescription());
+  ChangeOnlyDeliberately(cmbEarlier_);
+  layout->addWidget(label);
+  layout->addWidget(cmbEarlier_);
+  layout->addStretch(1);
+  setFocusProxy(cmbEarlier_);
+  hide();
+  connect(cmbEarlier_, &QComboBox::currentIndexChanged, this, [this] {
+    Load();
+    emit Changed();
+  });
+}
+
+void EarlierChoice::Begin(const Model& model, const std::string& path, const FileDate& shown) {
+  const QSignalBlocker blocker(cmbEarlier_);
+  model_ = &model;
+  cmbEarlier_->clear();
+  calibrations_ = path.empty() ? std::vector<Calibration>() : CalibrationsOf(path);
+  for (const Calibration& calibration : calibrations_) {
+    cmbEarlier_->addItem(NameOf(calibration));
+  }
+  const Calibration* earlier = EarlierCalibration(calibrations_, shown);
+  setVisible(earlier != nullptr);
+  cmbEarlier_->setCurrentIndex(earlier != nullptr ? static_cast<int>(earlier - calibrations_.data())
+                                                  : -1);
+  Load();
+}
+
+void EarlierChoice::End() {
+  chosen_.reset();
+  calibrations_.clear();
+}
+
+void EarlierChoice::Load() {
+  const int index = cmbEarlier_->currentIndex();
+  chosen_.reset();
+  if (index >= 0) {
+    chosen_ = LoadCalibration(*model_, calibrations_.at(static_cast<std::size_t>(index)));
+  }
+}
+
+QString EarlierChoice::Name() const {
+  return chosen_ ? DateText(calibrations_.at(static_cast<std::size_t>(cmbEarlier_->currentIndex()))
+                                .Calibrated())
+                 : QString();
+}
+
+bool EarlierChoice::Fill(std::int16_t page, MemoryGrid& grid) const {
+  if (!chosen_ || page >= chosen_->GetCalPageCount()) {
+    return false;
+  }
+  grid.Clear(kColumnCount);
+  chosen_->GetCalData(page, grid);
+  return true;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_CALDATA_EARLIERCHOICE_H
+#define TARVELL_SCREENS_CALDATA_EARLIERCHOICE_H
+
+#include <QComboBox>
+#include <QWidget>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/caldata/EarlierCalibration.h"
+#include "core/caldata/MemoryGrid.h"
+
+namespace tarvell {
+
+/// The earlier calibration that the data of an editor are compared with: at first the newest with
+/// another calibration date; the user may choose another one. Hidden where none exists.
+class EarlierChoice final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit EarlierChoice(QWidget* parent);
+
+  /// Offers the calibrations of the file at `path`, a path of the program; none if it is "".
+  void Begin(const Model& model, const std::string& path, const FileDate& shown);
+  /// Forgets them.
+  void End();
+
+  /// "5 MAR 2001"; "" if nothing is chosen or it cannot be read.
+  [[nodiscard]] QString Name() const;
+  /// Fills `grid` with a page of the chosen calibration. False if it has no such page.
+  [[nodiscard]] bool Fill(std::int16_t page, MemoryGrid& grid) const;
+
+ signals:
+  void Changed();
+
+ private:
+  void Load();
+
+  QComboBox* cmbEarlier_;
+  const Model* model_ = nullptr;
+  std::vector<Calibration> calibrations_;
+  std::unique_ptr<cifCaldata> chosen_;
+};
+
+}  // namespace tarvell
+
+#endif
