@@ -285,6 +285,22 @@ std::vector<Fault> Faults() {
       {"OtherSerial",
        File(kSensor, With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 3318A12346")),
        {R"(PX12A\SN12345 other-serial)"}},
+      {"ValueThatStandsOut",
+       [](const TestTree& tree) {
+         Texts lines = Sensor();
+         lines.erase(lines.begin() + 10, lines.end() - 1);
+         // 89.7 for 97.9.
+         for (const char* row :
+              {"*    2000:     99.6", "*    4000:     99.1", "*    6000:     98.5",
+               "*    8000:     89.7", "*   10000:     97.1", "*   12000:     96.4",
+               "*   14000:     95.6"}) {
+           lines.insert(lines.end() - 1, std::string(row) +
+                                             "     :    0.0    :     0.0    :    0.0    :     "
+                                             "0.0  ");
+         }
+         tree.Write(kSensor, Lines(lines));
+       },
+       {R"(PX12A\SN12345 doubtful-value)"}},
       {"CommentOfTwoWords",
        File(kSensor, With(Sensor(), "#COMMENT  : certificate", "#COMMENT  : two words")),
        {R"(PX12A\SN12345 not-rewritten)"}},
