@@ -68,7 +68,8 @@ class TableReader {
       if (AddTableOfLists(list)) {
         continue;
       }
-      for (pugi::xml_node child = list.last_child(); child; child = child.previous_sibling()) {
+      for (pugi::xml_node child = list.last_child(); !child.empty();
+           child = child.previous_sibling()) {
         if (std::string_view(child.name()) == "dcc:list") {
           open.push_back(child);
         }
@@ -89,7 +90,7 @@ class TableReader {
     std::vector<std::vector<CertificateColumn>> lists;
     std::vector<pugi::xml_node> nodes;
     for (const pugi::xml_node child : list.children("dcc:list")) {
-      if (child.child("dcc:list")) {
+      if (!child.child("dcc:list").empty()) {
         return false;
       }
       lists.push_back(ColumnsOf(child));

@@ -88,18 +88,18 @@ class Renaming {
   void Run(pugi::xml_node root) {
     pugi::xml_node node = root;
     int depth = 1;
-    while (node) {
+    while (!node.empty()) {
       if (node.type() == pugi::node_element) {
         Take(node, depth);
       }
-      if (node.first_child()) {
+      if (!node.first_child().empty()) {
         node = node.first_child();
         if (++depth > kDeepest) {
           throw NoCertificate("its elements are nested deeper than in any certificate.");
         }
         continue;
       }
-      while (node && node != root && !node.next_sibling()) {
+      while (node != root && node.next_sibling().empty()) {
         node = node.parent();
         --depth;
       }
@@ -166,10 +166,10 @@ std::vector<std::string> LoadDcc(std::string_view bytes, pugi::xml_document& doc
   const auto isDoctype = [](const pugi::xml_node& node) {
     return node.type() == pugi::node_doctype;
   };
-  if (document.find_child(isDoctype)) {
+  if (!document.find_child(isDoctype).empty()) {
     notes.emplace_back("The file declares entities. They were not resolved.");
   }
-  if (root.child("Signature")) {
+  if (!root.child("Signature").empty()) {
     notes.emplace_back("The certificate is signed. The signature was not checked.");
   }
   return notes;

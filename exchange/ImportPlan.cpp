@@ -93,7 +93,7 @@ std::string NoTable(const ImportTarget& target, const Certificate& certificate) 
       columns += (columns.empty() ? "" : ", ") + SourceName(table, {i, false}, "en");
     }
     text += "\n" + NameIn(table.name, "en") + " (" + table.where + "): " + columns + ", " +
-            std::to_string(table.RowCount()) + " rows.";
+            std::to_string(table.RowCount()) + (table.RowCount() == 1 ? " row." : " rows.");
   }
   return text;
 }

@@ -52,6 +52,10 @@ void ShowQuestion(QComboBox* box, const ReadingQuestion& question) {
   box->setCurrentIndex(chosen);
 }
 
+QString Rows(std::size_t count) {
+  return count == 1 ? ImportPreview::tr("1 row") : ImportPreview::tr("%1 rows").arg(count);
+}
+
 QString Bullets(const QString& heading, const std::vector<std::string>& sentences) {
   QString text = sentences.empty() ? QString() : heading + "\n";
   for (const std::string& sentence : sentences) {
@@ -139,13 +143,18 @@ EditorState ImportPreview::After() const {
 
 void ImportPreview::Propose() {
   choices_ = ProposedChoices(target_, certificate_);
-  for (std::size_t page = 0; page < choices_.pages.size(); ++page) {
-    PageChoice& choice = choices_.pages[page];
-    if (choice.table) {
-      const CertificateTable& table = certificate_.tables.at(*choice.table);
+  for (PageChoice& choice : choices_.pages) {
+    const bool isOnlyPage = choices_.pages.size() == 1;
+    for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
+      const CertificateTable& table = certificate_.tables[i];
+      const std::size_t columns = choice.table ? choice.match.size() : ShownColumns().size();
+      const bool isMeant = choice.table ? choice.table == i : isOnlyPage;
       const std::optional<ColumnMatch> remembered =
-          MatchFrom(FromQt(RememberedText(SettingOf(table))), table, choice.match.size());
-      choice.match = remembered.value_or(choice.match);
+          isMeant ? MatchFrom(FromQt(RememberedText(SettingOf(table))), table, columns)
+                  : std::nullopt;
+      if (remembered) {
+        choice = {i, *remembered};
+      }
     }
   }
 }
@@ -199,9 +208,9 @@ void ImportPreview::ShowTables() {
   ui_->cmbTable->clear();
   ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
   for (const CertificateTable& table : certificate_.tables) {
-    ui_->cmbTable->addItem(tr("%1 (%2), %3 rows")
-                               .arg(ToQt(NameIn(table.name, language_)), ToQt(table.where))
-                               .arg(table.RowCount()));
+    ui_->cmbTable->addItem(
+        tr("%1 (%2), %3")
+            .arg(ToQt(NameIn(table.name, language_)), ToQt(table.where), Rows(table.RowCount())));
   }
   ui_->cmbTable->setCurrentIndex(chosen ? static_cast<int>(*chosen) + 1 : 0);
   ShowColumns();
@@ -285,7 +294,8 @@ void ImportPreview::Plan() {
       [this](const Error& error) { error_ = ToQt(error.what()); });
   const std::size_t missing = plan_.Count(Change::Missing);
   ui_->chkRemove->setText(
-      tr("&Remove the %1 points that the certificate does not have").arg(missing));
+      missing == 1 ? tr("&Remove the point that the certificate does not have")
+                   : tr("&Remove the %1 points that the certificate does not have").arg(missing));
   ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
   ui_->chkConfirm->setVisible(!plan_.doubts.empty());
   ShowSummary();
@@ -301,7 +311,7 @@ void ImportPreview::ShowSummary() {
     names << ToQt(Trim(NameIn(item.name, language_) + " " + item.model + " " + item.serialNumber));
   }
   ui_->lblSummary->setText(
-      tr("%1 (%2): %3. %4 rows are updated, %5 added, %6 are as they were.")
+      tr("%1 (%2): %3. Rows: %4 updated, %5 added, %6 as before.")
           .arg(fileName_, ToQt(certificate_.kind),
                names.isEmpty() ? tr("no instrument is named") : names.join(", "))
           .arg(plan_.Count(Change::Updated))

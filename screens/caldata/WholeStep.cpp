@@ -4,7 +4,10 @@
 #include "screens/caldata/WholeStep.h"
 
 #include <array>
+#include <cstddef>
 #include <utility>
+
+#include "core/caldata/SetPages.h"
 
 namespace tarvell {
 
@@ -13,7 +16,8 @@ namespace {
 PageState PlaceOf(const EditorState& state) {
   PageState place;
   place.page = state.shownPage;
-  place.hasOption = state.option.value_or(false);
+  // A set without an option has all its pages.
+  place.hasOption = state.option.value_or(state.pages.size() > std::size_t{kOptionPage});
   return place;
 }
 

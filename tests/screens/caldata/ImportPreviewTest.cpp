@@ -109,8 +109,8 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
       header_ + "f [GHz];KF [%];Gamma\n0,05;100,0;0,01\n1,5;95;0,02\n1;98,47;0,03\n",
       [](ImportPreview& preview) {
         EXPECT_EQ(Find<QLabel>(preview, "lblSummary").text().toStdString(),
-                  "c.csv (Text, UTF-8, separated by semicolons): 3318A12345. 1 rows are updated, 1 "
-                  "added, 1 are as they were.");
+                  "c.csv (Text, UTF-8, separated by semicolons): 3318A12345. Rows: 1 updated, 1 "
+                  "added, 1 as before.");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0|as it was");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "1000.00|97.0 \u2192 98.5*|updated");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "1500.00*|95.0*|added");
@@ -196,7 +196,7 @@ TEST_F(ImportingASensor, OfAnotherInstrumentHasToBeConfirmed) {
 TEST_F(ImportingASensor, OfAnotherKindIsNotPossible) {
   Import("T [K];U [K]\n300;0,1\n", [](ImportPreview& preview) {
     EXPECT_EQ(Hint(preview), "There is nothing to import into this data set.");
-    EXPECT_NE(Notes(preview).find("It has:\nTable of line 2 (line 2): T [K], U [K], 1 rows."),
+    EXPECT_NE(Notes(preview).find("It has:\nTable of line 2 (line 2): T [K], U [K], 1 row."),
               std::string::npos);
     EXPECT_FALSE(CanImport(preview));
     Click(preview, "btnCancel");
@@ -209,7 +209,7 @@ TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) 
   const std::string certificate = "Serial number;3318A12345\n\na;b;c\n50;1,5;99,5\n";
   Import(certificate, [](ImportPreview& preview) {
     EXPECT_FALSE(CanImport(preview));
-    Choose(preview, "cmbTable", "Table of line 4 (line 4), 1 rows");
+    Choose(preview, "cmbTable", "Table of line 4 (line 4), 1 row");
     Choose(preview, "cmbColumn0", "a");
     Choose(preview, "cmbColumn1", "c");
     EXPECT_TRUE(CanImport(preview));
