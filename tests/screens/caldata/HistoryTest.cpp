@@ -409,7 +409,7 @@ TEST_P(Origins, OfTheDatesOfNewDataAreTheTemplateUntilTheyAreEntered) {
     QWidget* popup = QApplication::activePopupWidget();
     ASSERT_NE(popup, nullptr);
     const QDate chosen = popup->findChild<QCalendarWidget*>()->selectedDate();
-    Press(Qt::Key_Return);
+    QTest::keyClick(popup->focusWidget(), Qt::Key_Return);
     EXPECT_LE(chosen.daysTo(QDate::currentDate()), 1);
     EXPECT_EQ(TextOf(editor, "txtDueYear"), chosen.toString("yyyy").toStdString());
     EXPECT_TRUE(looksEntered("txtDueDay"));

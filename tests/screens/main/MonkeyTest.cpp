@@ -305,7 +305,7 @@ class MonkeyReach : public MonkeyTest {};
 
 // Otherwise it would say nothing about them. One run reaches most of these, and few runs all.
 TEST_P(MonkeyReach, HoldsEveryFeature) {
-  constexpr int kMostRuns = 20;
+  constexpr int kRuns = 20;
   std::set<std::string> missing = {"LstInstrmentFilter",
                                    "lstSerialNumberFilter",
                                    "lstSerialNumberdue",
@@ -320,7 +320,7 @@ TEST_P(MonkeyReach, HoldsEveryFeature) {
                                    "tarvell::HandbookWindow",
                                    "calendarOf_txtCalDay",
                                    "qt_calendar_calendarview"};
-  for (int seed = GetParam(); !missing.empty() && seed < GetParam() + kMostRuns; ++seed) {
+  for (int seed = GetParam(); !missing.empty() && seed < GetParam() + kRuns; ++seed) {
     Monkey monkey(static_cast<unsigned>(seed), kDefaultActions, Places());
     EXPECT_EQ(monkey.Run(), std::vector<std::string>{});
     std::erase_if(missing, [&](const std::string& name) { return monkey.Used().contains(name); });
