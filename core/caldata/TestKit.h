@@ -12,8 +12,9 @@
 namespace tarvell {
 
 /// Copies a finished test kit file, byte for byte, to the data file in `modelFolder` that the
-/// serial number in its second item names, replacing an earlier one, which the history keeps. `source` is a system path. The
-/// file may be of any size; its first two items must end within kDataFileLimit.
+/// serial number in its second item names, replacing an earlier one, which the history keeps.
+/// `source` is a system path. The file may be of any size; its first two items must end within
+/// kDataFileLimit.
 ///
 /// Throws, with nothing changed, when the file cannot be read or has fewer than two items, when
 /// its serial number is empty or makes no valid file name, when it is the data file itself, or

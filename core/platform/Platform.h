@@ -149,8 +149,9 @@ class Platform {
   [[nodiscard]] virtual std::error_code RemoveFile(const std::filesystem::path& path) = 0;
 
   /// Locks the place `number` of the file at `path`, which is made if it is missing, for everybody
-  /// who may use its folder; nothing is read or written. Fails at once, with resource_unavailable_try_again, while another lock holds
-  /// that place, in this program or another one.
+  /// who may use its folder; nothing is read or written. Fails at once, with
+  /// resource_unavailable_try_again, while another lock holds that place, in this program or
+  /// another one.
   [[nodiscard]] virtual std::error_code Lock(const std::filesystem::path& path,
                                              std::uint32_t number,
                                              std::unique_ptr<HeldLock>& lock) = 0;

@@ -254,9 +254,10 @@ class FaultPlatform : public ForwardingPlatform {
 
 inline std::ostream& operator<<(std::ostream& stream, FaultPlatform::Step step) {
   static constexpr std::array<const char*, 19> kNames = {
-      "None",   "Resolve",    "Facts", "Create", "Open",    "Write",      "Nothing",        "Cut",
-      "Length", "Attributes", "Sync",  "Close",  "Replace", "SyncFolder", "OpenForReading", "Read",
-      "Append", "Lock",       "MakeFolder"};
+      "None",  "Resolve", "Facts",   "Create",     "Open",
+      "Write", "Nothing", "Cut",     "Length",     "Attributes",
+      "Sync",  "Close",   "Replace", "SyncFolder", "OpenForReading",
+      "Read",  "Append",  "Lock",    "MakeFolder"};
   return stream << kNames.at(static_cast<std::size_t>(step));
 }
 
