@@ -96,17 +96,19 @@ void NoticeLine::resizeEvent(QResizeEvent* event) {
 
 void NoticeLine::ShowNotices() {
   const QStringList texts = Notices();
-  QString shown = texts.value(0, remark_);
+  QString shown = texts.value(0);
   if (texts.size() > 1) {
     // At the front, where it can be seen even if the text is too long.
     shown.prepend(tr("1 of %1 notices (point here to read all): ").arg(texts.size()));
   }
+  // The remark says what is left to be done: no notice may hide it.
+  shown = (remark_ + ' ' + shown).trimmed();
   const bool isChanged = shown != text();
   setText(shown);
-  const QStringList all = remark_.isEmpty() ? texts : texts + QStringList(remark_);
+  const QStringList all = remark_.isEmpty() ? texts : QStringList(remark_) + texts;
   setToolTip(!all.isEmpty() ? Qt::convertFromPlainText(all.join("\n\n"), Qt::WhiteSpaceNormal)
                             : QString());
-  setAccessibleDescription(all.mid(1).join(' '));
+  setAccessibleDescription(texts.mid(1).join(' '));
   if (isChanged && !shown.isEmpty()) {
     QAccessibleEvent announcement(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&announcement);

@@ -16,7 +16,8 @@ namespace tarvell {
 
 /// A line of a screen that shows notices. It takes no focus and no click; a screen reader announces
 /// it. Each notice has a subject, such as a field or a cell, and stays until it is replaced or
-/// removed. The line shows the latest notice and the number of notices; its tooltip shows all.
+/// removed. The line shows its remark, the latest notice and the number of notices; its tooltip
+/// shows all.
 class NoticeLine final : public QLabel {
   Q_OBJECT
 
@@ -25,7 +26,7 @@ class NoticeLine final : public QLabel {
 
   /// Replaces the notice about `subject` by `text`; "" removes it.
   void Report(const QString& subject, const QString& text);
-  /// Sets what is shown when there is no notice. The tooltip ends with it.
+  /// Sets what is shown before the notices, whether there are any or not.
   void SetRemark(const QString& remark);
   [[nodiscard]] const QString& Remark() const { return remark_; }
   /// Shows the notice about `subject`, if there is one, instead of the latest.

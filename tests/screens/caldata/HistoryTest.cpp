@@ -390,6 +390,18 @@ TEST_P(Origins, OfNewDataAreTheTemplateUntilTheValuesAreEntered) {
   });
 }
 
+TEST_P(Origins, AreCountedBesideOtherNotices) {
+  New([](CalEditor& editor) {
+    Fill(editor, "txtCalNo", "C 0042");
+    const std::string count = LeftNotice(HasPages() ? 7 * 4 : 3) + " ";
+    const auto& line = Find<NoticeLine>(editor, "notices");
+    EXPECT_EQ(line.text().toStdString(), count + line.Notices().value(0).toStdString());
+    TypeCell(editor, 1, 1, "1,5");
+    EXPECT_TRUE(line.text().contains("nobody has entered. 1 of 2 notices"))
+        << line.text().toStdString();
+  });
+}
+
 INSTANTIATE_TEST_SUITE_P(Editors, Origins, testing::Bool(), KindName);
 
 }  // namespace
