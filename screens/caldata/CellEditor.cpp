@@ -137,7 +137,8 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   return true;
 }
 
-// The list of units passes the keys for these on to the grid while an edit is open.
+// While an edit is open, the list of units passes these keys on to the grid; they are not meant for
+// it.
 void CellEditor::Copy() {
   if (!IsOpen()) {
     CopySelectedCells(*grid_);
@@ -244,11 +245,16 @@ void CellEditor::Open(const QString& typed) {
   });
 }
 
+bool CellEditor::IsChanged() const {
+  return replaced_ || txtCell_->text() != untouched_ ||
+         txtCellCmb_->currentText() != untouchedUnit_;
+}
+
 void CellEditor::Commit() {
   if (!IsOpen()) {
     return;
   }
-  if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
+  if (IsChanged()) {
     const Cell cell = GridModel::CellAt(cell_);
     const QString typed = txtCell_->text();
     const QString unit = txtCellCmb_->currentText();
@@ -295,7 +301,7 @@ std::optional<OpenCell> CellEditor::Edit() const {
     return std::nullopt;
   }
   return OpenCell{GridModel::CellAt(cell_), FromQt(txtCell_->text()),
-                  FromQt(txtCellCmb_->currentText())};
+                  FromQt(txtCellCmb_->currentText()), touched_ || IsChanged()};
 }
 
 void CellEditor::Reopen(const OpenCell& edit) {
