@@ -74,8 +74,8 @@ class frmCalibrationMain final : public QDialog {
   void EditData();
   /// Opens the selected data set to enter a new calibration, or as a copy.
   void BeginWithData(CalEditor::Begin begin);
-  /// Opens the editor for the selected data set; the entry shows what was saved.
-  void OpenSelected(const Model& model, const std::string& serial, CalEditor::Begin begin);
+  /// Opens the editor for the selected data set; the list shows what was saved.
+  void OpenSelected(const Model& model, CalEditor::Begin begin);
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;
