@@ -32,6 +32,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/AltKeys.cpp
   screens/widgets/AskReplacement.cpp
   screens/widgets/CalendarButton.cpp screens/widgets/CalendarButton.h
+  screens/widgets/Colours.cpp
   screens/widgets/DateBoxes.cpp
   screens/widgets/DeliberateChoice.cpp
   screens/widgets/DesktopPlatform.cpp

@@ -11,7 +11,9 @@
 #include <string>
 
 #include "core/caldata/TableRows.h"
+#include "screens/widgets/Colours.h"
 #include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 
@@ -29,11 +31,7 @@ QString Points(std::size_t count) {
 }
 
 QColor Tinted(const QPalette& palette) {
-  const QColor full = palette.color(QPalette::Highlight);
-  const QColor base = palette.color(QPalette::Base);
-  const auto mixed = [](float part, float other) { return kTint * part + (1 - kTint) * other; };
-  return QColor::fromRgbF(mixed(full.redF(), base.redF()), mixed(full.greenF(), base.greenF()),
-                          mixed(full.blueF(), base.blueF()));
+  return Mixed(palette.color(QPalette::Highlight), palette.color(QPalette::Base), kTint);
 }
 
 }  // namespace
@@ -58,6 +56,7 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
   });
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
   FitToDisplay(this);
+  OfferHandbook(this, chapter::kPastedTables);
   EnterPressesFocusedButton(this);
   if (ui_->btnOk->isEnabled()) {
     ui_->btnOk->setFocus();

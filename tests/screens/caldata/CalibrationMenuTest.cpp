@@ -353,7 +353,7 @@ TEST_F(CalibrationMenu, ANewCalibrationSavesToTheFileOfItsInstrumentAndACopyToAn
       EXPECT_TRUE(Find<QLineEdit>(editor, "txtSerial").isReadOnly());
       EXPECT_EQ(TextOf(editor, "txtComment"), "factory");
       EXPECT_TRUE(Find<QLineEdit>(editor, "txtCalNo").hasFocus());
-      EXPECT_TRUE(Find<NoticeLine>(editor, "notices").text().contains("earlier calibration"));
+      EXPECT_TRUE(Find<NoticeLine>(editor, "notices").text().contains("taken over, not entered"));
       Type("C-0043");
       Click(editor, "btnOk");
     });
