@@ -69,8 +69,8 @@ class frmCalibrationMain final : public QDialog {
   /// Returns whether the data were saved.
   bool OpenEditor(std::int16_t index, const Model& model,
                   CalEditor::Begin begin = CalEditor::Begin::AsSaved);
-  /// Updates an entry in the list of serial numbers from its file.
-  static void ShowSavedData(QListWidgetItem* entry, const std::string& path);
+  /// Updates an entry in the list of serial numbers, and its place, from its file.
+  void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
   /// Opens the selected data set to enter a new calibration, or as a copy.
   void BeginWithData(CalEditor::Begin begin);
