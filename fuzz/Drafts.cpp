@@ -6,8 +6,8 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
-#include "core/caldata/Draft.h"
 #include "core/caldata/DataSetDrafts.h"
+#include "core/caldata/Draft.h"
 #include "core/caldata/Models.h"
 
 /// Drafts. An input is the file of one, as a damaged disk or another program may leave it.

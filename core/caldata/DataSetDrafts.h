@@ -47,8 +47,8 @@ class DataSetDrafts {
   [[nodiscard]] const std::vector<std::string>& Damaged() const { return damaged_; }
 
   /// Sets what the editor shows before anything is typed. Removes the offered drafts of which that
-  /// holds everything: a program may have been killed after it had saved. Throws the error of a file
-  /// that cannot be removed.
+  /// holds everything: a program may have been killed after it had saved. Throws the error of a
+  /// file that cannot be removed.
   void Begin(const EditorState& opened);
 
   /// Makes the offered draft the editor's own. The draft that the editor has written until then is
