@@ -46,6 +46,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/AskReplacement.cpp
   screens/widgets/CalendarButton.cpp screens/widgets/CalendarButton.h
   screens/widgets/ChangedWithHistory.cpp
+  screens/widgets/Colours.cpp
   screens/widgets/DateBoxes.cpp
   screens/widgets/DefaultDate.cpp
   screens/widgets/DeliberateChoice.cpp

@@ -6,8 +6,8 @@
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
+#include "core/caldata/DataSetDrafts.h"
 #include "core/caldata/Draft.h"
-#include "core/caldata/DraftFolder.h"
 #include "core/caldata/Models.h"
 
 /// Drafts. An input is the file of one, as a damaged disk or another program may leave it.
@@ -20,7 +20,7 @@ constexpr const char* kPlace = "/user/drafts/PX12A-new-1.draft";
 void CheckFinding(const std::string& bytes, bool isOfNewData) {
   MemoryPlatform disk;
   disk.PutAt(kPlace, bytes);
-  const DraftFolder folder("PX12A", "", 0);
+  const DataSetDrafts folder("PX12A", "", 0);
   Require(isOfNewData == (folder.OfferedCount() == 1), "exactly a whole draft is offered");
   Require(isOfNewData == folder.Damaged().empty(), "exactly a damaged draft is reported");
   const std::string* kept = disk.FindAt(isOfNewData ? kPlace : "/user/drafts/PX12A-new-1.damaged");

@@ -25,6 +25,9 @@ namespace tarvell {
 namespace {
 
 constexpr std::string_view kVersionLine = "Tarvell draft 1";
+constexpr std::string_view kOpenCell = "Open cell";
+constexpr std::string_view kUntypedCell = "Open cell as it was";
+constexpr std::string_view kOpenedLine = "As opened";
 constexpr std::string_view kLastLine = "End";
 constexpr std::string_view kOn = "on";
 constexpr std::string_view kOff = "off";
@@ -78,6 +81,12 @@ class DraftReader {
   /// Whether the next line is `keyword`, a colon, a blank and a value.
   [[nodiscard]] bool IsNext(std::string_view keyword) const {
     return isRight_ && rest_.starts_with(keyword) && rest_.substr(keyword.size()).starts_with(": ");
+  }
+
+  /// Whether the next line is `text`.
+  [[nodiscard]] bool IsNextLine(std::string_view text) const {
+    std::string_view rest = rest_;
+    return isRight_ && !rest.empty() && TakeLine(rest) == text;
   }
 
   void TakeLineOf(std::string_view text) {
@@ -167,6 +176,19 @@ std::string OriginLetters(const DraftPage& page, std::size_t index) {
   return isOther ? letters : std::string();
 }
 
+/// Takes the notes of the last row.
+void TakeNotes(DraftReader& reader, DraftPage& page) {
+  const GridRow row = RowOf(TableIndex{page.rows.size() - 1});
+  while (reader.IsNext("Note")) {
+    std::vector<std::string> parts = reader.Cells("Note", 2);
+    reader.Require(parts.size() == 2 && !parts.back().empty());
+    parts.resize(2);
+    const auto last = static_cast<std::int64_t>(page.rows.back().size()) - 1;
+    const auto column = static_cast<std::int16_t>(reader.NumberOf(parts.front(), last));
+    page.notes[{row, column}] = std::move(parts.back());
+  }
+}
+
 DraftPage TakePage(DraftReader& reader) {
   DraftPage page;
   page.serialNumber = reader.Text("Page");
@@ -176,14 +198,16 @@ DraftPage TakePage(DraftReader& reader) {
     if (reader.IsNext("From")) {
       TakeOrigins(reader, page);
     }
+    TakeNotes(reader, page);
   }
   return page;
 }
 
-OpenCell TakeOpenCell(DraftReader& reader) {
+OpenCell TakeOpenCell(DraftReader& reader, std::string_view keyword) {
   constexpr std::size_t kParts = 4;
   OpenCell open;
-  std::vector<std::string> parts = reader.Cells("Open cell", kParts);
+  open.isTyped = keyword == kOpenCell;
+  std::vector<std::string> parts = reader.Cells(keyword, kParts);
   reader.Require(parts.size() == kParts);
   parts.resize(kParts);
   open.cell.row.number = static_cast<std::int16_t>(reader.NumberOf(parts[0], kTableRows));
@@ -193,51 +217,8 @@ OpenCell TakeOpenCell(DraftReader& reader) {
   return open;
 }
 
-}  // namespace
-
-std::string DraftBytes(const Draft& draft) {
-  FileText text;
-  const auto line = [&](std::string_view keyword, std::string_view value) {
-    text.RawLine(std::string(keyword) + ": " + std::string(value));
-  };
-  text.RawLine(kVersionLine);
-  line("Written", std::to_string(draft.written));
-  line("Model", Escaped(draft.model));
-  line("File", Escaped(draft.file));
-  for (const DraftField& field : kFields) {
-    line(field.keyword, Escaped(draft.state.header.*field.text));
-  }
-  if (draft.state.option) {
-    line("Option", *draft.state.option ? kOn : kOff);
-  }
-  line("Shown page", std::to_string(draft.state.shownPage));
-  for (const DraftPage& page : draft.state.pages) {
-    line("Page", Escaped(page.serialNumber));
-    for (std::size_t index = 0; index < page.rows.size(); ++index) {
-      line("Row", EscapedCells(page.rows[index]));
-      const std::string origins = OriginLetters(page, index);
-      if (!origins.empty()) {
-        line("From", origins);
-      }
-    }
-  }
-  if (const std::optional<OpenCell>& open = draft.state.openCell) {
-    line("Open cell",
-         EscapedCells(std::array{std::to_string(open->cell.row.number),
-                                 std::to_string(open->cell.column), open->text, open->unit}));
-  }
-  text.RawLine(kLastLine);
-  return text.Bytes();
-}
-
-std::optional<Draft> DraftFrom(std::string_view bytes) {
-  DraftReader reader(bytes);
-  Draft draft;
-  EditorState& state = draft.state;
-  reader.TakeLineOf(kVersionLine);
-  draft.written = reader.Number("Written", std::numeric_limits<std::int32_t>::max() * 2LL);
-  draft.model = reader.Text("Model");
-  draft.file = reader.Text("File");
+EditorState TakeState(DraftReader& reader) {
+  EditorState state;
   for (const DraftField& field : kFields) {
     state.header.*field.text = reader.Text(field.keyword);
   }
@@ -251,8 +232,122 @@ std::optional<Draft> DraftFrom(std::string_view bytes) {
     reader.Require(state.pages.size() < kPageLimit);
     state.pages.push_back(TakePage(reader));
   }
-  if (reader.IsNext("Open cell")) {
-    state.openCell = TakeOpenCell(reader);
+  for (const std::string_view keyword : {kOpenCell, kUntypedCell}) {
+    if (!state.openCell && reader.IsNext(keyword)) {
+      state.openCell = TakeOpenCell(reader, keyword);
+    }
+  }
+  return state;
+}
+
+void AddLine(std::string_view keyword, std::string_view value, FileText& text) {
+  text.RawLine(std::string(keyword) + ": " + std::string(value));
+}
+
+void AddPage(const DraftPage& page, FileText& text) {
+  AddLine("Page", Escaped(page.serialNumber), text);
+  for (std::size_t index = 0; index < page.rows.size(); ++index) {
+    AddLine("Row", EscapedCells(page.rows[index]), text);
+    const std::string origins = OriginLetters(page, index);
+    if (!origins.empty()) {
+      AddLine("From", origins, text);
+    }
+    const GridRow row = RowOf(TableIndex{index});
+    for (auto note = page.notes.lower_bound({row, 0});
+         note != page.notes.end() && note->first.row == row; ++note) {
+      AddLine("Note", EscapedCells(std::array{std::to_string(note->first.column), note->second}),
+              text);
+    }
+  }
+}
+
+void AddState(const EditorState& state, FileText& text) {
+  for (const DraftField& field : kFields) {
+    AddLine(field.keyword, Escaped(state.header.*field.text), text);
+  }
+  if (state.option) {
+    AddLine("Option", *state.option ? kOn : kOff, text);
+  }
+  AddLine("Shown page", std::to_string(state.shownPage), text);
+  for (const DraftPage& page : state.pages) {
+    AddPage(page, text);
+  }
+  if (const std::optional<OpenCell>& open = state.openCell) {
+    AddLine(open->isTyped ? kOpenCell : kUntypedCell,
+            EscapedCells(std::array{std::to_string(open->cell.row.number),
+                                    std::to_string(open->cell.column), open->text, open->unit}),
+            text);
+  }
+}
+
+}  // namespace
+
+bool HaveSameContent(const EditorState& one, const EditorState& other) {
+  const auto typedCell = [](const EditorState& state) {
+    return state.openCell && state.openCell->isTyped ? state.openCell : std::nullopt;
+  };
+  return one.header == other.header && one.option == other.option && one.pages == other.pages &&
+         typedCell(one) == typedCell(other);
+}
+
+bool HoldsAllOf(const EditorState& state, const EditorState& draft) {
+  const auto withoutMarks = [](EditorState marked) {
+    for (DraftPage& page : marked.pages) {
+      page.origins.clear();
+      page.notes.clear();
+    }
+    return marked;
+  };
+  if (!HaveSameContent(withoutMarks(state), withoutMarks(draft))) {
+    return false;
+  }
+  for (std::size_t page = 0; page < state.pages.size(); ++page) {
+    const CellOrigins& entered = draft.pages[page].origins;
+    const bool isEnteredInDraft =
+        std::ranges::any_of(state.pages[page].origins, [&](const auto& cell) {
+          const auto found = entered.find(cell.first);
+          return IsToEnter(cell.second) && found != entered.end() &&
+                 found->second == Origin::Operator;
+        });
+    if (isEnteredInDraft) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string DraftBytes(const Draft& draft) {
+  FileText text;
+  text.RawLine(kVersionLine);
+  AddLine("Written", std::to_string(draft.written), text);
+  AddLine("Model", Escaped(draft.model), text);
+  AddLine("File", Escaped(draft.file), text);
+  if (!draft.fileContent.empty()) {
+    AddLine("Content", Escaped(draft.fileContent), text);
+  }
+  AddState(draft.state, text);
+  if (draft.opened) {
+    text.RawLine(kOpenedLine);
+    AddState(*draft.opened, text);
+  }
+  text.RawLine(kLastLine);
+  return text.Bytes();
+}
+
+std::optional<Draft> DraftFrom(std::string_view bytes) {
+  DraftReader reader(bytes);
+  Draft draft;
+  reader.TakeLineOf(kVersionLine);
+  draft.written = reader.Number("Written", std::numeric_limits<std::int32_t>::max() * 2LL);
+  draft.model = reader.Text("Model");
+  draft.file = reader.Text("File");
+  if (reader.IsNext("Content")) {
+    draft.fileContent = reader.Text("Content");
+  }
+  draft.state = TakeState(reader);
+  if (reader.IsNextLine(kOpenedLine)) {
+    reader.TakeLineOf(kOpenedLine);
+    draft.opened = TakeState(reader);
   }
   reader.TakeLineOf(kLastLine);
   return reader.IsWhole() ? std::optional(std::move(draft)) : std::nullopt;

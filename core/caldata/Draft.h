@@ -5,6 +5,7 @@
 #define TARVELL_CORE_CALDATA_DRAFT_H
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,11 +34,12 @@ struct DraftHeader {
   bool operator==(const DraftHeader&) const = default;
 };
 
-/// The serial number of the member, the cells of each data row, and where their values come from.
+/// The serial number of the member, the cells of each data row, and what is known of them.
 struct DraftPage {
   std::string serialNumber = {};
   std::vector<std::vector<std::string>> rows = {};
-  CellOrigins origins = {};  ///< of the cells that do not come from the file
+  CellOrigins origins = {};                ///< of the cells that do not come from the file
+  std::map<Cell, std::string> notes = {};  ///< of the cells that the user should look at
 
   bool operator==(const DraftPage&) const = default;
 };
@@ -47,6 +49,7 @@ struct OpenCell {
   Cell cell;
   std::string text;
   std::string unit;
+  bool isTyped = true;  ///< whether text or unit was changed
 
   bool operator==(const OpenCell&) const = default;
 };
@@ -62,11 +65,21 @@ struct EditorState {
   bool operator==(const EditorState&) const = default;
 };
 
+/// Whether the user sees the same in two states. Which page is shown does not matter, nor does a
+/// cell that was only opened.
+[[nodiscard]] bool HaveSameContent(const EditorState& one, const EditorState& other);
+
+/// Whether nothing of `draft` is lost when `state` is saved: both hold the same data, and no value
+/// that was entered in the draft is still to be entered in `state`.
+[[nodiscard]] bool HoldsAllOf(const EditorState& state, const EditorState& draft);
+
 struct Draft {
-  std::string model;         ///< model code
-  std::string file;          ///< the full path of the data set, "" for new data
-  std::int64_t written = 0;  ///< seconds since the beginning of 1970, UTC
-  EditorState state;
+  std::string model = {};        ///< model code
+  std::string file = {};         ///< the full path of the data set, "" for new data
+  std::int64_t written = 0;      ///< seconds since the beginning of 1970, UTC
+  std::string fileContent = {};  ///< stands for the bytes of the file when it was opened
+  EditorState state = {};
+  std::optional<EditorState> opened = {};  ///< what was shown before anything was typed
 
   bool operator==(const Draft&) const = default;
 };

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "core/caldata/HeaderLines.h"
+#include "core/caldata/SetPages.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/Months.h"
 #include "core/files/FileNames.h"
@@ -127,8 +128,16 @@ OpenedDataSet CopyOfDataSet(const Model& model, const CalFileInfo& listed, const
   data.LeaveFile();
   data.SetSerialNumber("");
   data.SetComment("");
+  // The page that the option hides has a member, too.
+  const bool isHidden = model.hasOption && data.GetCalPageSerial(kOptionPage) == kOptionOff;
+  if (isHidden) {
+    data.SetCalPageSerial(kOptionPage, std::string(kOptionOn));
+  }
   for (std::int16_t page = 0; page < data.GetCalPageCount(); ++page) {
     data.SetCalPageSerial(page, "");
+  }
+  if (isHidden) {
+    data.SetCalPageSerial(kOptionPage, std::string(kOptionOff));
   }
   return opened;
 }

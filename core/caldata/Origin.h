@@ -13,7 +13,7 @@ namespace tarvell {
 /// Where the value of a cell comes from.
 enum class Origin {
   Template,  ///< a default that nobody has entered: the template's, or that of a new point
-  Earlier,   ///< taken over from an earlier calibration
+  Earlier,   ///< taken over from an earlier calibration, or from another instrument
   File,      ///< read from the data file
   Operator   ///< typed or pasted
 };

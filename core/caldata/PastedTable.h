@@ -12,36 +12,12 @@
 #include <vector>
 
 #include "core/caldata/CalDataGrid.h"
+#include "core/caldata/ClipboardTable.h"
 #include "core/numbers/WrittenNumber.h"
 
 /// A whole table of calibration points from the clipboard: each of its lines is a point and its
 /// value. Lines may be in any order. Caption lines before the points may name their units.
 namespace tarvell {
-
-/// The columns of a table of points: frequency and factor of a power sensor, or setting, frequency
-/// and value of a step attenuator.
-struct PointColumns {
-  std::string_view frequencyUnit;  ///< "MHz" or "GHz" for a power sensor, "" for an attenuator
-
-  [[nodiscard]] bool IsSensor() const { return !frequencyUnit.empty(); }
-  [[nodiscard]] std::size_t Count() const { return IsSensor() ? 2 : 3; }
-};
-
-/// Whether a text has as many columns as a table of points. Otherwise it is a block of values.
-[[nodiscard]] bool IsPointTable(std::string_view text, const PointColumns& columns);
-
-/// A number that can be read with either decimal sign: "12.400" is 12.4 or 12400.
-struct TwoReadings {
-  std::string written;
-  DecimalSign sign = DecimalSign::Point;  ///< the sign in it
-  std::string ifDecimals;                 ///< the number if that is the decimal sign
-  std::string ifThousands;                ///< the number if it separates thousands
-};
-
-/// The first number of a table of points that can be read in two ways, if no other number of the
-/// table shows which one is meant.
-[[nodiscard]] std::optional<TwoReadings> ReadTwoWays(std::string_view text,
-                                                     const PointColumns& columns);
 
 /// What a paste does to one row of a table.
 struct PastedRow {

@@ -37,7 +37,6 @@ void CheckNamesNoShare(std::string_view path);
 
 /// Sets another drive folder; "" sets the system's own again.
 void SetDriveFolder(const std::filesystem::path& folder);
-void SetDriveFolder(const std::string& folder) = delete;
 
 }  // namespace tarvell
 

@@ -63,6 +63,14 @@ QString NoteAbout(const MemoryGrid& grid, Cell cell, const QString& note) {
   return QString("%1, %2: %3").arg(ToQt(grid.TextOf({cell.row, 0})), ToQt(caption), note);
 }
 
+std::map<Cell, std::string> TextsOf(const CellNotes& notes) {
+  std::map<Cell, std::string> texts;
+  for (const auto& [cell, note] : notes) {
+    texts[cell] = FromQt(note);
+  }
+  return texts;
+}
+
 OpenedDataSet Opened(std::int16_t index, const Model& model, CalEditor::Begin begin) {
   const BusyPointer busy;
   if (index == CalEditor::kNewData) {
@@ -143,7 +151,12 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                              .strip = controls_.draft,
                              .notices = controls_.notices,
                              .state = [this] { return Contents(); },
-                             .show = [this](const EditorState& draft) { Restore(draft); }});
+                             .show = [this](const EditorState& draft) { Restore(draft); },
+                             .pointColumns =
+                                 [this] {
+                                   return static_cast<std::size_t>(
+                                       controls_.grid->Model().FirstEditableColumn());
+                                 }});
   WatchChanges();
   certificates_ = new CertificateFiles(
       {.screen = this,
@@ -196,9 +209,11 @@ EditorState CalEditor::Contents() {
     const auto page = static_cast<std::int16_t>(index);
     DraftPage& kept = contents.pages[index];
     if (page == ShownPage()) {
-      kept = {FromQt(MemberSerial()), RowsOf(shown.Grid()), shown.Origins()};
+      kept = {FromQt(MemberSerial()), RowsOf(shown.Grid()), shown.Origins(),
+              TextsOf(shown.Notes())};
     } else if (page < data_->GetCalPageCount() || marks_.contains(page)) {
       kept.origins = MarksOf(page).origins;
+      kept.notes = TextsOf(MarksOf(page).notes);
     }
     std::erase_if(kept.origins, [](const auto& cell) { return cell.second == Origin::File; });
   }
@@ -258,7 +273,11 @@ void CalEditor::RestorePage(const DraftPage& page) {
     }
   });
   controls_.grid->Model().SetOrigins(page.origins);
-  controls_.grid->Model().SetNotes(NotesOf(controls_.grid->Data(), ShownPage()));
+  CellNotes notes = NotesOf(controls_.grid->Data(), ShownPage());
+  for (const auto& [cell, note] : page.notes) {
+    notes[cell] = ToQt(note);
+  }
+  controls_.grid->Model().SetNotes(notes);
   ShowMemberSerial(ToQt(page.serialNumber));
   ReportCells();
 }
@@ -299,7 +318,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
   showHistory_->setEnabled(hasFile);
   curve_->Begin(*model_, *data_, filePath_);
-  drafts_->Begin(modelCode, filePath_);
+  drafts_->Start(modelCode, filePath_);
   slips_->Begin(*data_, *model_, filePath_);
   exec();
   slips_->End();
@@ -325,7 +344,9 @@ PageState CalEditor::State() const {
 }
 
 void CalEditor::ShowState(const PageState& state, const PageState& other) {
-  controls_.grid->Show(state.table, FirstDifference(state.table, other.table));
+  const bool isSame = state.table == other.table;
+  controls_.grid->Show(state.table, isSame ? controls_.grid->CurrentCell()
+                                           : FirstDifference(state.table, other.table));
   ShowMemberSerial(state.memberSerial);
   controls_.notices->Report(kPoint, {});
   ReportValuesToEnter();
@@ -340,6 +361,12 @@ void CalEditor::Undo() {
 }
 
 void CalEditor::Redo() {
+  auto* box = qobject_cast<QLineEdit*>(focusWidget());
+  if (box != nullptr && (cellEditor_->IsOpen() || controls_.header->isAncestorOf(box))) {
+    // Ctrl+Y; a box takes only the key of the desktop.
+    box->redo();
+    return;
+  }
   if (history_.canRedo()) {
     const auto& step = static_cast<const HistoryStep&>(*history_.command(history_.index()));
     Go(step.After(), [this] { history_.redo(); });
@@ -558,6 +585,19 @@ void CalEditor::ShowLoadNotices(const std::vector<std::string>& notices) {
   }
 }
 
+void CalEditor::reject() {
+  QString reason;
+  if (drafts_->Keep(reason) ||
+      CurrentQuestions().Ask(this, {.text = tr("What was typed is not kept as a draft. Close "
+                                               "without saving?"),
+                                    .icon = QMessageBox::Warning,
+                                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                                    .defaultButton = QMessageBox::No,
+                                    .detail = reason}) == QMessageBox::Yes) {
+    QDialog::reject();
+  }
+}
+
 void CalEditor::SaveAndClose() {
   cellEditor_->Commit();
   const std::string serial = FromQt(controls_.header->Serial());
@@ -578,6 +618,7 @@ void CalEditor::SaveAndClose() {
   if (!isSaved) {
     return;
   }
+  savedSerial_ = serial;
   drafts_->Saved();
   accept();
 }

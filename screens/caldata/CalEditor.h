@@ -64,6 +64,13 @@ class CalEditor : public QDialog {
   /// screen was opened. Its signal indexChanged reports every change.
   [[nodiscard]] const QUndoStack& History() const { return history_; }
 
+  /// The serial number that was saved last.
+  [[nodiscard]] const std::string& SavedSerial() const { return savedSerial_; }
+
+  /// Closes the screen without saving; what was typed stays as a draft. If no draft can be written,
+  /// asks first.
+  void reject() override;
+
  protected:
   explicit CalEditor(QWidget* parent);
 
@@ -106,6 +113,7 @@ class CalEditor : public QDialog {
 
   /// Steps back in the history, unless an edit is open.
   void Undo();
+  /// Steps forward again; in an open edit and in a field of the header, in the text of its box.
   void Redo();
 
   /// Stores an open edit of a cell, saves the data set and closes the screen. The screen stays open
@@ -187,6 +195,7 @@ class CalEditor : public QDialog {
   const Model* model_ = nullptr;
   std::unique_ptr<cifCaldata> data_;
   Origin fileValues_ = Origin::File;  ///< where the values come from that the file holds
+  std::string savedSerial_;
   QUndoStack history_;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;

@@ -140,7 +140,8 @@ bool CellEditor::GridKeyPressed(const QKeyEvent& event) {
   return true;
 }
 
-// The list of units passes the keys for these on to the grid while an edit is open.
+// While an edit is open, the list of units passes these keys on to the grid; they are not meant for
+// it.
 void CellEditor::Copy() {
   if (!IsOpen()) {
     CopySelectedCells(*grid_);
@@ -252,11 +253,16 @@ void CellEditor::Open(const QString& typed) {
   });
 }
 
+bool CellEditor::IsChanged() const {
+  return replaced_ || txtCell_->text() != untouched_ ||
+         txtCellCmb_->currentText() != untouchedUnit_;
+}
+
 void CellEditor::Commit() {
   if (!IsOpen()) {
     return;
   }
-  if (replaced_ || txtCell_->text() != untouched_ || txtCellCmb_->currentText() != untouchedUnit_) {
+  if (IsChanged()) {
     const Cell cell = GridModel::CellAt(cell_);
     const QString typed = txtCell_->text();
     const QString unit = txtCellCmb_->currentText();
@@ -303,7 +309,7 @@ std::optional<OpenCell> CellEditor::Edit() const {
     return std::nullopt;
   }
   return OpenCell{GridModel::CellAt(cell_), FromQt(txtCell_->text()),
-                  FromQt(txtCellCmb_->currentText())};
+                  FromQt(txtCellCmb_->currentText()), touched_ || IsChanged()};
 }
 
 std::pair<Cell, std::string> CellEditor::Preview() const {

@@ -92,6 +92,8 @@ class CellEditor final : public QObject {
   /// Opens the box on the current cell with the text `typed`, or with the text of the cell if
   /// `typed` is empty.
   void Open(const QString& typed);
+  /// Whether the open edit has another text or unit than the cell, or began with a typed character.
+  [[nodiscard]] bool IsChanged() const;
   void CommitGuarded();
   /// Stores the edit and goes `rows` rows down, or up when it is negative.
   void ReturnToGrid(int rows);

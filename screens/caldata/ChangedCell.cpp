@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QPalette>
 
+#include "screens/widgets/Colours.h"
+
 namespace tarvell {
 
 namespace {
@@ -15,11 +17,7 @@ namespace {
 constexpr float kTint = 0.25F;
 
 QColor Tinted(const QPalette& palette) {
-  const QColor full = palette.color(QPalette::Highlight);
-  const QColor base = palette.color(QPalette::Base);
-  const auto mixed = [](float part, float other) { return kTint * part + (1 - kTint) * other; };
-  return QColor::fromRgbF(mixed(full.redF(), base.redF()), mixed(full.greenF(), base.greenF()),
-                          mixed(full.blueF(), base.blueF()));
+  return Mixed(palette.color(QPalette::Highlight), palette.color(QPalette::Base), kTint);
 }
 
 }  // namespace

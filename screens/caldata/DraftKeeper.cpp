@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/caldata/DraftMerge.h"
 #include "screens/caldata/DraftStrip.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
@@ -18,9 +19,13 @@ namespace {
 // The subjects of notices.
 constexpr const char* kNotKept = "draft";
 constexpr const char* kDamaged = "damaged draft";
+constexpr const char* kNewer = "newer values";
 
 /// Less than a second, so that there is time for the write itself.
 constexpr qint64 kInterval = 800;  // ms
+
+/// After a draft could not be written, even if nothing more is typed.
+constexpr int kRetryInterval = 5000;  // ms
 
 std::int64_t Now() {
   return QDateTime::currentSecsSinceEpoch();
@@ -31,21 +36,23 @@ std::int64_t Now() {
 DraftKeeper::DraftKeeper(Editor editor) : QObject(editor.screen), editor_(std::move(editor)) {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
-  connect(&timer_, &QTimer::timeout, this, &DraftKeeper::WriteGuarded);
+  retry_.setSingleShot(true);
+  connect(&timer_, &QTimer::timeout, this, &DraftKeeper::WriteAndReport);
+  connect(&retry_, &QTimer::timeout, this, &DraftKeeper::WriteAndReport);
   connect(editor_.strip, &DraftStrip::Restore, this, &DraftKeeper::Restore);
   connect(editor_.strip, &DraftStrip::Discard, this, &DraftKeeper::Discard);
 }
 
-void DraftKeeper::Begin(const std::string& model, const std::string& file) {
+void DraftKeeper::Start(const std::string& model, const std::string& file) {
   timer_.stop();
+  retry_.stop();
   sinceWrite_.invalidate();
   opened_ = editor_.state();
   written_ = opened_;
   drafts_.reset();
   drafts_.emplace(model, file, Now());
-  // A program may have been killed after it had saved.
   Guarded(
-      editor_.screen, [this] { drafts_->RemoveAllOf(opened_); },
+      editor_.screen, [this] { drafts_->Begin(opened_); },
       [](const Error& /*error*/) { /* The draft is only offered once more. */ });
   QStringList paths;
   for (const std::string& path : drafts_->Damaged()) {
@@ -64,7 +71,7 @@ void DraftKeeper::Changed() {
   if (!drafts_ || timer_.isActive()) {
     return;
   }
-  // At once, but after the event: until then, only a part of the change may have been made.
+  // Not before the event has ended: until then only a part of the change may have been made.
   const qint64 wait =
       sinceWrite_.isValid() ? std::max<qint64>(0, kInterval - sinceWrite_.elapsed()) : 0;
   timer_.start(static_cast<int>(wait));
@@ -76,29 +83,38 @@ void DraftKeeper::Write() {
     return;
   }
   sinceWrite_.start();
-  if (state == opened_) {
-    drafts_->RemoveOwn();
+  if (HaveSameContent(state, opened_)) {
+    const std::size_t offered = drafts_->OfferedCount();
+    drafts_->LeaveOwn();
+    if (drafts_->OfferedCount() != offered) {
+      OfferNext();
+    }
   } else {
     drafts_->Write(state, Now());
   }
   written_ = state;
 }
 
-void DraftKeeper::WriteGuarded() {
-  const bool kept = Guarded(
-      editor_.screen, [this] { Write(); },
-      [this](const Error& error) {
-        editor_.notices->Report(
-            kNotKept,
-            tr("What is typed is not kept as a draft. %1").arg(ToQt(error.what()).simplified()));
-      });
-  if (kept) {
+bool DraftKeeper::Keep(QString& reason) {
+  return !drafts_ || Guarded(
+                         editor_.screen, [this] { Write(); },
+                         [&](const Error& error) { reason = ToQt(error.what()).simplified(); });
+}
+
+void DraftKeeper::WriteAndReport() {
+  QString reason;
+  if (Keep(reason)) {
+    retry_.stop();
     editor_.notices->Report(kNotKept, {});
+  } else {
+    retry_.start(kRetryInterval);
+    editor_.notices->Report(kNotKept, tr("What is typed is not kept as a draft. %1").arg(reason));
   }
 }
 
 void DraftKeeper::Saved() {
   timer_.stop();
+  retry_.stop();
   Guarded(
       editor_.screen, [this] { drafts_->RemoveAllOf(editor_.state()); },
       [](const Error& /*error*/) { /* The data are saved. The next editor removes the draft. */ });
@@ -107,8 +123,11 @@ void DraftKeeper::Saved() {
 
 void DraftKeeper::End() {
   timer_.stop();
+  retry_.stop();
   if (drafts_) {
-    WriteGuarded();
+    // The user knows if it fails: see CalEditor::reject.
+    QString reason;
+    static_cast<void>(Keep(reason));
     drafts_.reset();
   }
   editor_.strip->Withdraw();
@@ -126,15 +145,30 @@ void DraftKeeper::OfferNext() {
 
 void DraftKeeper::Restore() {
   Guarded(editor_.screen, [this] {
-    // What has been typed since is offered afterwards.
-    Write();
-    const EditorState draft = drafts_->Offered()->state;
-    editor_.show(draft);
+    const EditorState now = editor_.state();
+    if (!HaveSameContent(now, opened_)) {
+      // It is offered afterwards.
+      Write();
+    }
+    MergedDraft draft = {.state = drafts_->Offered()->state};
+    if (drafts_->IsOfferedOutdated()) {
+      draft = Merged(*drafts_->Offered(), opened_, editor_.pointColumns());
+    }
+    editor_.show(draft.state);
     drafts_->TakeOffered();
-    written_ = draft;
+    written_ = draft.state;
+    ReportNewer(draft.kept);
     Changed();
     OfferNext();
   });
+}
+
+void DraftKeeper::ReportNewer(std::size_t kept) {
+  editor_.notices->Report(
+      kNewer, kept == 0 ? QString()
+              : kept == 1
+                  ? tr("1 value was saved after the draft was begun, and stays.")
+                  : tr("%1 values were saved after the draft was begun, and stay.").arg(kept));
 }
 
 void DraftKeeper::Discard() {

@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 
-#include "core/caldata/DraftFolder.h"
+#include "core/caldata/DataSetDrafts.h"
 
 namespace tarvell {
 
@@ -32,13 +32,17 @@ class DraftKeeper final : public QObject {
     NoticeLine* notices;
     std::function<EditorState()> state;
     std::function<void(const EditorState& state)> show;
+    /// How many columns of a table name its points.
+    std::function<std::size_t()> pointColumns;
   };
   explicit DraftKeeper(Editor editor);
 
   /// The editor shows this data set as it was opened; `file` is "" for new data.
-  void Begin(const std::string& model, const std::string& file);
+  void Start(const std::string& model, const std::string& file);
   /// Something in the editor may have changed.
   void Changed();
+  /// Writes what is not saved. If that fails, returns false and sets `reason`.
+  [[nodiscard]] bool Keep(QString& reason);
   /// The editor has saved what it shows.
   void Saved();
   /// The editor is closed. Writes what is not saved.
@@ -46,17 +50,19 @@ class DraftKeeper final : public QObject {
 
  private:
   void Write();
-  void WriteGuarded();
+  void WriteAndReport();
   void OfferNext();
   void Restore();
+  void ReportNewer(std::size_t kept);
   void Discard();
 
   Editor editor_;
   QTimer timer_;
+  QTimer retry_;
   QElapsedTimer sinceWrite_;  ///< invalid before the first one
-  std::optional<DraftFolder> drafts_;
+  std::optional<DataSetDrafts> drafts_;
   EditorState opened_;
-  EditorState written_;  ///< what the own draft holds, or `opened_` when there is none
+  EditorState written_;  ///< what the own draft holds, or what was opened when there is none
 };
 
 }  // namespace tarvell

@@ -43,7 +43,7 @@ DraftStrip::DraftStrip(QWidget* parent) : QFrame(parent), text_(new QLabel(this)
   connect(
       AddButton(this, "btnRestore", tr("&Restore"), tr("Puts back what was typed and not saved.")),
       &QPushButton::clicked, this, &DraftStrip::Restore);
-  connect(AddButton(this, "btnDiscard", tr("D&iscard"), tr("Removes the draft for good.")),
+  connect(AddButton(this, "btnDiscard", tr("D&iscard"), tr("Moves the draft to the recycle bin.")),
           &QPushButton::clicked, this, &DraftStrip::Discard);
   hide();
 }
@@ -54,7 +54,9 @@ void DraftStrip::Offer(const QDateTime& written, std::size_t count, bool isOutda
   const QString typed =
       count > 1 ? tr("Typed and not saved: %1 drafts, the latest of %2.").arg(count).arg(when)
                 : tr("Typed and not saved: a draft of %1.").arg(when);
-  text_->setText(isOutdated ? typed + tr(" The data have been saved since.") : typed);
+  text_->setText(isOutdated ? typed + tr(" The data have been saved since: Restore puts back only "
+                                         "what was typed, and keeps all newer values.")
+                            : typed);
   setAccessibleName(text_->text());
   show();
   QAccessibleEvent announcement(this, QAccessible::Alert);

@@ -18,7 +18,7 @@ std::size_t CommonBeginning(const std::vector<Item>& one, const std::vector<Item
   return static_cast<std::size_t>(std::ranges::mismatch(one, other).in1 - one.begin());
 }
 
-/// The first place in which two maps differ; both must have one that the other lacks, or differ.
+/// The first place in which two maps differ. They must differ.
 template <typename Map>
 Cell FirstDifferentKey(const Map& one, const Map& other) {
   const auto [left, right] = std::ranges::mismatch(one, other);
@@ -61,7 +61,7 @@ Cell FirstDifference(const GridState& one, const GridState& other) {
   if (one.origins != other.origins) {
     return FirstDifferentKey(one.origins, other.origins);
   }
-  return one.notes == other.notes ? Cell() : FirstDifferentKey(one.notes, other.notes);
+  return FirstDifferentKey(one.notes, other.notes);
 }
 
 }  // namespace tarvell

@@ -62,8 +62,8 @@ class EditStep final : public HistoryStep {
   bool isMade_ = true;  ///< the stack redoes a step when it gets it
 };
 
-/// The first cell in which two states of a table differ; for a row that was added or removed, its
-/// first cell.
+/// The first cell in which two states of a table differ. They must differ. For a row that was added
+/// or removed, its first cell.
 [[nodiscard]] Cell FirstDifference(const GridState& one, const GridState& other);
 
 }  // namespace tarvell

@@ -10,6 +10,7 @@
 
 #include <utility>
 
+#include "screens/widgets/Colours.h"
 #include "screens/widgets/QtText.h"
 
 namespace tarvell {
@@ -44,11 +45,8 @@ QVariant MarkIcon(bool hasNote, bool isSlip) {
 /// Paler than other text, and still easy to read on any background.
 QBrush PaleText() {
   constexpr float kShare = 0.68F;  // of the text's own colour
-  const QColor text = QGuiApplication::palette().color(QPalette::Text);
-  const QColor base = QGuiApplication::palette().color(QPalette::Base);
-  const auto mixed = [](float part, float other) { return kShare * part + (1 - kShare) * other; };
-  return QColor::fromRgbF(mixed(text.redF(), base.redF()), mixed(text.greenF(), base.greenF()),
-                          mixed(text.blueF(), base.blueF()));
+  const QPalette palette = QGuiApplication::palette();
+  return Mixed(palette.color(QPalette::Text), palette.color(QPalette::Base), kShare);
 }
 
 /// What a screen reader says after a value of this origin.
@@ -57,7 +55,7 @@ QString SpokenOrigin(Origin origin) {
     case Origin::Template:
       return GridModel::tr(" (default value, not entered)");
     case Origin::Earlier:
-      return GridModel::tr(" (earlier value, not entered)");
+      return GridModel::tr(" (taken over, not entered)");
     default:
       return {};
   }
@@ -68,7 +66,7 @@ QString Explanation(Origin origin) {
     case Origin::Template:
       return GridModel::tr("This is a default value, which nobody has entered.");
     case Origin::Earlier:
-      return GridModel::tr("This is the value of the earlier calibration.");
+      return GridModel::tr("This value was taken over from earlier data. Nobody has entered it.");
     default:
       return {};
   }

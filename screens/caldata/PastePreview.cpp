@@ -14,6 +14,7 @@
 #include "core/caldata/TableRows.h"
 #include "screens/caldata/ChangedCell.h"
 #include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 
@@ -56,6 +57,7 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
   });
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
   FitToDisplay(this);
+  OfferHandbook(this, chapter::kPastedTables);
   EnterPressesFocusedButton(this);
   if (ui_->btnOk->isEnabled()) {
     ui_->btnOk->setFocus();

@@ -6,6 +6,7 @@
 #include "ui_frmCalDataTabInput.h"
 
 #include <QKeySequence>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -214,17 +215,18 @@ void frmCalDataTabInput::StorePage() {
 }
 
 void frmCalDataTabInput::ChangePage() {
+  // If the page cannot be stored, its tab stays selected.
+  const auto selected = qScopeGuard([this] {
+    const QSignalBlocker blocker(ui_->tTab);
+    ui_->tTab->setCurrentIndex(currentPage_);
+  });
   Cells().Commit();
   StorePage();
   ShowPage(SelectedPage());
 }
 
 void frmCalDataTabInput::tTab_Click() {
-  const bool changed = Guarded(this, [this] { ChangePage(); });
-  if (!changed) {
-    const QSignalBlocker blocker(ui_->tTab);
-    ui_->tTab->setCurrentIndex(currentPage_);
-  }
+  Guarded(this, [this] { ChangePage(); });
 }
 
 void frmCalDataTabInput::chkCheck_Click() {

@@ -53,6 +53,16 @@ constexpr int kDesktopFolder = 0;
 constexpr const char* kLastModel = "last/model";
 constexpr const char* kLastSerial = "last/serial";
 
+/// The row of `gCalFiles` that the selected entry shows. Two files may have the same serial number.
+std::int16_t SelectedRow(const QListWidget* list) {
+  const QListWidgetItem* entry = list->selectedItems().value(0);
+  const auto row = static_cast<std::size_t>(NumberAdded(entry));
+  const std::string serial = NameOfEntry(entry);
+  // Row k of `gCalFiles` belongs to the entry that was added as number k.
+  const bool isItsRow = row < gCalFiles.size() && gCalFiles.at(row).SerialNumber == serial;
+  return isItsRow ? static_cast<std::int16_t>(row) : FindCalFile(serial);
+}
+
 }  // namespace
 
 frmCalibrationMain::frmCalibrationMain(QWidget* parent)
@@ -280,13 +290,19 @@ bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model,
                                     CalEditor::Begin begin) {
   CalEditor& editor = EditorOf(model);
   editor.SetupDat(index, std::string(model.code), begin);
-  return editor.result() == QDialog::Accepted;
+  if (editor.result() != QDialog::Accepted) {
+    return false;
+  }
+  Remember(kLastModel, ToQt(std::string(model.code)));
+  Remember(kLastSerial, ToQt(editor.SavedSerial()));
+  return true;
 }
 
 void frmCalibrationMain::ShowSavedData(QListWidgetItem* entry, const std::string& path) {
   const std::optional<CalFileInfo> saved = ReadCalFileHeader(path);
   if (entry != nullptr && saved) {
     ShowCalFile(entry, *saved);
+    serialHead_->Apply();
   }
 }
 
@@ -317,16 +333,21 @@ void frmCalibrationMain::EditData() {
   if (model->family == ModelFamily::TestKit) {
     AddData(*model);
   } else if (model->create != nullptr) {
-    OpenSelected(*model, serial, CalEditor::Begin::AsSaved);
+    OpenSelected(*model, CalEditor::Begin::AsSaved);
   }
 }
 
-void frmCalibrationMain::OpenSelected(const Model& model, const std::string& serial,
-                                      CalEditor::Begin begin) {
-  const std::int16_t row = FindCalFile(serial);
+void frmCalibrationMain::OpenSelected(const Model& model, CalEditor::Begin begin) {
+  const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
-  if (OpenEditor(row, model, begin)) {
-    // Row k of `gCalFiles` belongs to the entry that was added as number k.
+  if (!OpenEditor(row, model, begin)) {
+    return;
+  }
+  if (begin == CalEditor::Begin::Copy) {
+    // What was added must be seen.
+    serialHead_->ClearFilter();
+    RefreshSerialList();
+  } else {
     ShowSavedData(EntryAdded(ui_->lstSerialNumber, row), path);
   }
 }
@@ -343,12 +364,7 @@ void frmCalibrationMain::BeginWithData(CalEditor::Begin begin) {
                    .arg(ToQt(code)));
     return;
   }
-  OpenSelected(*model, serial, begin);
-  if (begin == CalEditor::Begin::Copy) {
-    // What was added must be seen.
-    serialHead_->ClearFilter();
-    RefreshSerialList();
-  }
+  OpenSelected(*model, begin);
 }
 
 void frmCalibrationMain::ShowHistory() {
@@ -357,7 +373,7 @@ void frmCalibrationMain::ShowHistory() {
   if (!GetSelection(code, serial)) {
     return;
   }
-  const std::int16_t row = FindCalFile(serial);
+  const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
   frmHistory(FindModel(ToUpper(code)), path, frmHistory::Use::PutBack, this).exec();
   // Another version may have been put back.
@@ -382,7 +398,7 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const std::string path = ListedDataSet(FindCalFile(serial)).FilePath;
+  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
   bool deleted = false;
   Guarded(
       this,

@@ -69,13 +69,13 @@ class frmCalibrationMain final : public QDialog {
   /// Returns whether the data were saved.
   bool OpenEditor(std::int16_t index, const Model& model,
                   CalEditor::Begin begin = CalEditor::Begin::AsSaved);
-  /// Updates an entry in the list of serial numbers from its file.
-  static void ShowSavedData(QListWidgetItem* entry, const std::string& path);
+  /// Updates an entry in the list of serial numbers, and its place, from its file.
+  void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
   /// Opens the selected data set to enter a new calibration, or as a copy.
   void BeginWithData(CalEditor::Begin begin);
-  /// Opens the editor for the selected data set; the entry shows what was saved.
-  void OpenSelected(const Model& model, const std::string& serial, CalEditor::Begin begin);
+  /// Opens the editor for the selected data set; the list shows what was saved.
+  void OpenSelected(const Model& model, CalEditor::Begin begin);
   /// Shows what the file of the selected data set has held.
   void ShowHistory();
   void DeleteData();

@@ -95,7 +95,8 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
           &frmStationModelList::RefreshInstrumentList);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
-  OnEntry(ui_->LstInstrment, {.remove = [this] { DeleteByKey(); }});
+  OnEntry(ui_->LstInstrment,
+          {.open = [this] { OpenByKey(); }, .remove = [this] { DeleteByKey(); }});
   connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
   // Typing a serial number changes only that field. Without this, leaving the box would count as a
   // choice and replace the other fields as well.
@@ -541,6 +542,8 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         QListWidgetItem* saved = EntryOf(ui_->LstInstrment, instrument.ModelNumber);
         if (saved != nullptr && !IsUnsaved(saved)) {
           MarkInstrument(saved, instrument);
+          const QSignalBlocker blocker(ui_->LstInstrment);
+          head_->Apply();
         }
         result = SaveResult::Saved;
       },
@@ -556,7 +559,18 @@ void frmStationModelList::btnDelete_Click() {
   Guarded(this, [this] { DeleteInstrument(); });
 }
 
+void frmStationModelList::OpenByKey() {
+  // After a filter, or an entry that could not be read, the current entry is not the shown one.
+  if (ui_->LstInstrment->currentItem() != shownEntry_) {
+    ui_->LstInstrment->currentItem()->setSelected(true);
+  }
+}
+
 void frmStationModelList::DeleteByKey() {
+  if (shownEntry_ != nullptr && shownEntry_->isHidden()) {
+    // The user sees others in the list, and would take the question for one of those.
+    return;
+  }
   // The current entry may be another one, which could not be read.
   if (shownEntry_ != nullptr) {
     const QSignalBlocker blocker(ui_->LstInstrment);

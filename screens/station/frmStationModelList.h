@@ -96,7 +96,10 @@ class frmStationModelList final : public QDialog {
   /// Adds a new instrument to the list and shows it. `files` are the data files of its model;
   /// `row` is the index of the chosen one.
   void ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files, int row);
-  /// Makes the entry of the shown instrument the current one, then deletes as the button does.
+  /// Loads the current entry, unless it is the shown one.
+  void OpenByKey();
+  /// Makes the entry of the shown instrument the current one, then deletes as the button does. Does
+  /// nothing while the filter hides that entry.
   void DeleteByKey();
   /// Deletes the file that the model number names. For an instrument that was added and not saved,
   /// removes only its entry.
@@ -129,9 +132,9 @@ class frmStationModelList final : public QDialog {
   QListWidgetItem* shownEntry_ = nullptr;  ///< the entry whose instrument the fields show
   std::vector<CalFileInfo> serialFiles_;   ///< the data file of each entry of cmbSerial
   std::string stationFolder_;
-  StoredFile file_;            ///< of the shown instrument
-  StationIndex index_;         ///< merges the list with what others wrote to INDEX
-  bool isListed_ = false;      ///< whether the list shows what the folder holds
+  StoredFile file_;               ///< of the shown instrument
+  StationIndex index_;            ///< merges the list with what others wrote to INDEX
+  bool isListed_ = false;         ///< whether the list shows what the folder holds
   bool editsEnableSave_ = false;  ///< whether an edit enables the Save button
 };
 

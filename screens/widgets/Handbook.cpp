@@ -74,6 +74,7 @@ void ShowHandbook(QWidget* screen, const QString& chapter) {
 
 HandbookWindow::HandbookWindow(QWidget* parent)
     : QDialog(parent, Qt::Window), pages_(new QTextBrowser(this)) {
+  setObjectName("Handbook");
   setWindowTitle(tr("Handbook"));
   pages_->setObjectName("pages");
   pages_->setAccessibleName(tr("Handbook"));

@@ -61,18 +61,13 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
   filter_->setAccessibleName(tr("Filter of %1").arg(name));
   sort_->setObjectName(list->objectName() + "Sort");
   sort_->setAutoDefault(false);
-  // Tab goes from list to list, as it would without the line.
+  // Tab goes from list to list: it passes over the line.
   filter_->setFocusPolicy(Qt::ClickFocus);
   sort_->setFocusPolicy(Qt::ClickFocus);
   sort_->setAccessibleName(tr("Sort %1").arg(name));
   sort_->setAccessibleDescription(tr("Shows the orders that the list can have."));
   sort_->setToolTip(sort_->accessibleDescription());
-  filter_->setAccessibleDescription(
-      orders == Orders::ByNameOrDueDate
-          ? tr("Lists only those with this text in the serial number, calibration number or "
-               "comment. Escape clears it.")
-          : tr("Lists only names with this text. Escape clears it."));
-  filter_->setToolTip(filter_->accessibleDescription());
+  SetFilterHelp(tr("Lists only names with this text. Escape clears it."));
   GiveAltKey(sort_, keys.sort);
   GiveAltKey(filter_, keys.filter);
 
@@ -108,7 +103,7 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
     }
   });
   connect(filter_, &QLineEdit::textChanged, this,
-          [this] { filterIsDue_.start(read_ ? kTypingPause : 0); });
+          [this] { filterIsDue_.start(readAgain_ ? kTypingPause : 0); });
   filter_->installEventFilter(this);
   auto* find = new QShortcut(QKeySequence::Find, both);
   find->setContext(Qt::WidgetWithChildrenShortcut);
@@ -116,6 +111,18 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
     filter_->setFocus();
     filter_->selectAll();
   });
+}
+
+void ListHead::SetFilterHelp(const QString& help) {
+  filter_->setAccessibleDescription(help);
+  filter_->setToolTip(help);
+}
+
+void ListHead::ReadByFilter(std::function<void()> read) {
+  readAgain_ = std::move(read);
+  SetFilterHelp(
+      tr("Lists only those with this text in the serial number, calibration number or comment. "
+         "Escape clears it."));
 }
 
 QString ListHead::Key() const {
@@ -161,7 +168,7 @@ void ListHead::Apply() {
     QListWidgetItem* entry = list_->item(row);
     // A disabled list only says that there is nothing.
     const bool isShown =
-        read_ || !list_->isEnabled() || ContainsIgnoringCase(FromQt(entry->text()), filter);
+        readAgain_ || !list_->isEnabled() || ContainsIgnoringCase(FromQt(entry->text()), filter);
     entry->setHidden(!isShown);
     if (!isShown) {
       // Buttons must not act on what is not seen.
@@ -180,8 +187,8 @@ void ListHead::Apply() {
 
 void ListHead::ApplyFilter() {
   filterIsDue_.stop();
-  if (read_) {
-    read_();
+  if (readAgain_) {
+    readAgain_();
   } else {
     Apply();
   }

@@ -39,7 +39,7 @@ class ListHead final : public QWidget {
   ListHead(QListWidget* list, Keys keys, Orders orders = Orders::ByName);
 
   /// When the filter changes, `read` reads the list again, instead of entries being hidden.
-  void ReadByFilter(std::function<void()> read) { read_ = std::move(read); }
+  void ReadByFilter(std::function<void()> read);
 
   /// The text of the filter, without blanks around it.
   [[nodiscard]] std::string Filter() const;
@@ -54,6 +54,7 @@ class ListHead final : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void SetFilterHelp(const QString& help);
   void AddOrder(const QString& caption, ListOrder order);
   void ChooseOrder(ListOrder order);
   void ApplyFilter();
@@ -66,7 +67,7 @@ class ListHead final : public QWidget {
   QMenu* orders_;
   ListOrder order_ = ListOrder::Folder;
   QTimer filterIsDue_;
-  std::function<void()> read_;
+  std::function<void()> readAgain_;
 };
 
 }  // namespace tarvell

@@ -218,6 +218,10 @@ QListWidgetItem* EntryAdded(const QListWidget* list, int index) {
   return nullptr;
 }
 
+int NumberAdded(const QListWidgetItem* entry) {
+  return NumberOf(entry);
+}
+
 void SortNames(QListWidget* list, ListOrder order) {
   list->setProperty(kOrder, static_cast<int>(order));
   list->sortItems();

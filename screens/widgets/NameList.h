@@ -33,6 +33,9 @@ void AddName(QListWidget* list, const std::string& name);
 /// The entry that was added as number `index`, from 0; nullptr when there is none.
 [[nodiscard]] QListWidgetItem* EntryAdded(const QListWidget* list, int index);
 
+/// The number under which an entry was added, from 0.
+[[nodiscard]] int NumberAdded(const QListWidgetItem* entry);
+
 /// The orders that a list can be shown in: as its entries were added, which is that of the folder;
 /// by name, in any case; by due date, without a date at the end.
 enum class ListOrder { Folder, Name, DueDate };

@@ -61,7 +61,7 @@ double Contrast(const QColor& a, const QColor& b) {
 
 void Mark(QListWidgetItem* entry) {
   if (!entry->data(kDueStateRole).isValid()) {
-    // Its marks are of another kind.
+    // The entry has no mark of a due date, but perhaps another one.
     return;
   }
   const auto state = static_cast<DueState>(entry->data(kDueStateRole).toInt());

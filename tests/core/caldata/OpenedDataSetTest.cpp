@@ -11,6 +11,7 @@
 #include "core/caldata/EditedCell.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/SetPages.h"
 #include "support/Dates.h"
 #include "support/ErrorOf.h"
 #include "support/SetStage.h"
@@ -309,6 +310,15 @@ TEST_F(OpenedFile, AsACopyHasThePointsAndNothingElseOfTheInstrument) {
     EXPECT_EQ(copy.data->GetCalPageSerial(page), "");
     EXPECT_EQ(RowsOf(*copy.data, page), RowsOf(*file.data, page));
   }
+  // The member that the option hides is left out, too.
+  file.data->SetCalPageSerial(kOptionPage, "C004");
+  file.data->SetCalPageSerial(kOptionPage, std::string(kOptionOff));
+  file.data->SaveCalibrationDataToFile(kFile);
+  const OpenedDataSet hidden = CopyOfDataSet(model, Listed(), {2026, 2, 28});
+  EXPECT_EQ(hidden.data->GetCalPageCount(), 3);
+  hidden.data->SetCalPageSerial(kOptionPage, std::string(kOptionOn));
+  EXPECT_EQ(hidden.data->GetCalPageSerial(kOptionPage), "");
+  tree_.Write(kFile, before);
   // It does not replace the file that it was copied from without a question.
   copy.data->SetSerialNumber("3318A12345");
   EXPECT_EQ(copy.data->WouldReplace(kFile).kind, Replacement::Kind::NotOpened);

@@ -188,8 +188,25 @@ TEST_F(PastingTables, AreRefusedWholeAndNameEachCellThatCannotBeTaken) {
        "Line 7, column 2: \"0.01\" would be stored as \"0.0\"",
        "Line 8, column 2: \"1E999\" is too large",
        "Line 10: line 9 has the same point with another value", "Line 11: it has 3 columns",
-       "These cannot be taken either: ", "Line 13, column 2", "copy and paste again"});
+       "These cannot be taken either: column 1 in line 12; column 2 in line 13.",
+       "copy and paste again"});
   ExpectRefused("Frequency\tFactor\n", {"no numbers to paste"});
+}
+
+// The box has room for 2,000 characters.
+TEST_F(PastingTables, NameEveryWrongCellBrieflyHoweverManyThereAre) {
+  UseSensorInGHz();
+  std::string text;
+  for (int line = 1; line <= 51; ++line) {
+    text += line == 30 || line == 31 ? "x\ty\n" : line == 40 ? "1\t2\t3\n" : "1\tn. a.\n";
+  }
+  const std::string message = ErrorOf([&] { (void)Paste(text); }).Text();
+  EXPECT_LT(message.size(), 1500U);
+  EXPECT_TRUE(Contains(message, "Line 8, column 2: ")) << message;
+  EXPECT_TRUE(Contains(message,
+                       "These cannot be taken either: line 40; column 1 in lines 30, 31; column 2 "
+                       "in lines 9 to 39, 41 to 51.\n"))
+      << message;
 }
 
 TEST_F(PastingTables, FillAtMostTheRowsOfTheFile) {

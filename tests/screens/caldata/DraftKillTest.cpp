@@ -49,11 +49,13 @@ class KilledEditor : public testing::TestWithParam<int> {
   static std::string File() {
     return GetParam() % 4 < 2 ? "" : "c:\\calfactors\\" + Model() + "\\SN12345";
   }
+  static std::string Begin() { return GetParam() % 8 < 6 ? "saved" : "new"; }
 
   [[nodiscard]] std::filesystem::path Output() const { return tree_.Root() / "output"; }
 
   [[nodiscard]] pid_t Start(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(), {TARVELL_TYPIST, tree_.Root().string(), Model(), File()});
+    arguments.insert(arguments.begin(),
+                     {TARVELL_TYPIST, tree_.Root().string(), Model(), File(), Begin()});
     std::vector<char*> words;
     for (std::string& argument : arguments) {
       words.push_back(argument.data());
@@ -103,7 +105,7 @@ TEST_P(KilledEditor, ShowsAllThatWasTypedWhenItIsRestored) {
   EXPECT_EQ(Restored(), looks.back().shown);
 }
 
-INSTANTIATE_TEST_SUITE_P(Hands, KilledEditor, testing::Range(1, 5));
+INSTANTIATE_TEST_SUITE_P(Hands, KilledEditor, testing::Values(1, 3, 4, 6));
 
 /// Only when TARVELL_KILLS says how many: the program is killed while the user types.
 class EditorKilledAtAnyTime : public KilledEditor {};

@@ -19,6 +19,12 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 
 class DraftOf : public EitherEditor {
  protected:
+  DraftOf() : dataHome_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "home").c_str());
+  }
+  ~DraftOf() override { qputenv("XDG_DATA_HOME", dataHome_); }
+  DraftOf(const DraftOf&) = delete;
+  DraftOf& operator=(const DraftOf&) = delete;
   static bool IsOffered(CalEditor& editor) { return Find<DraftStrip>(editor, "draft").isVisible(); }
   static bool HasNotice(CalEditor& editor, const std::string& part) {
     return std::ranges::any_of(NoticesOf(editor), [&](const std::string& notice) {
@@ -53,6 +59,15 @@ class DraftOf : public EitherEditor {
     // Such a date cannot be saved.
     Find<QLineEdit>(editor, "txtDueDay").clear();
   }
+  /// Types into a cell and closes the editor by Escape.
+  static void TypeAndEscape(CalEditor& editor, int row, const QString& text) {
+    TypeCell(editor, row, 1, text);
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(editor.isVisible());
+  }
+
+ private:
+  QByteArray dataHome_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Editors, DraftOf, testing::Bool(), KindName);
@@ -101,12 +116,81 @@ TEST_P(DraftOf, WhatWasTypedBeforeRestoreIsOfferedNext) {
     EXPECT_TRUE(IsOffered(editor));
     Click(editor, "btnRestore");
     EXPECT_EQ(TextOf(editor, "txtSerial"), "second");
-    EXPECT_EQ(Drafts().size(), 2U);
+    ASSERT_EQ(Drafts().size(), 2U);
     Click(editor, "btnDiscard");
     EXPECT_FALSE(IsOffered(editor));
     EXPECT_EQ(TextOf(editor, "txtSerial"), "second");
   });
   EXPECT_EQ(Drafts().size(), 1U);
+  // A wrong click can be taken back on the desktop.
+  std::string discarded;
+  for (const auto& entry : std::filesystem::directory_iterator(tree_.Root() / "home/Trash/files")) {
+    discarded += ReadNative(entry.path());
+  }
+  EXPECT_NE(discarded.find("Serial number: first\r\n"), std::string::npos) << discarded;
+}
+
+TEST_P(DraftOf, TheEditorIsOfferedAgainWhenRestoringItWasUndone) {
+  Edit([](CalEditor& editor) { TypeAndEscape(editor, 1, "91"); });
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_FALSE(IsOffered(editor));
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Values()[0]);
+    QTRY_VERIFY(IsOffered(editor));
+    Press(Qt::Key_Escape);
+  });
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Stored(1, "91"));
+  });
+  EXPECT_EQ(Drafts().size(), 1U);
+}
+
+TEST_P(DraftOf, TheEditorBringsTheNotesOfTheCellsBack) {
+  Edit([](CalEditor& editor) { TypeAndEscape(editor, 1, "98,57"); });
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_TRUE(Notices(editor).contains("\"98,57\" is not a number"))
+        << Notices(editor).toStdString();
+  });
+}
+
+TEST_P(DraftOf, TheEditorKeepsWhatAColleagueSavedMeanwhile) {
+  Edit([](CalEditor& editor) {
+    Fill(editor, "txtComment", "mine");
+    TypeAndEscape(editor, 1, "91");
+  });
+  SetHeader newer = header_;
+  newer.calNo = "C-0099";
+  newer.comment = "newer";
+  Texts values = Values();
+  values[1] = Stored(2, "92");
+  tree_.Write(Path(), Bytes(newer, values));
+  EditAgain([&](CalEditor& editor) {
+    EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().contains("have been saved since"));
+    Click(editor, "btnRestore");
+    EXPECT_TRUE(Notices(editor).contains("2 values were saved after the draft was begun"))
+        << Notices(editor).toStdString();
+    Click(editor, "btnOk");
+  });
+  newer.comment = "mine";
+  values[0] = Stored(1, "91");
+  EXPECT_EQ(tree_.Read(Path()), Bytes(newer, values));
+}
+
+TEST_P(DraftOf, TheEditorIsNotOfferedAfterAKillBetweenItsSaveAndItsRemoval) {
+  Edit([&](CalEditor& editor) {
+    TypeCell(editor, 1, 1, "91");
+    QTRY_COMPARE(Drafts().size(), std::size_t{1});
+    const std::filesystem::path place = Drafts().at(0);
+    const std::string draft = ReadNative(place);
+    Click(editor, "btnOk");
+    EXPECT_TRUE(Drafts().empty());
+    WriteNative(place, draft);
+  });
+  EditAgain([](CalEditor& editor) { EXPECT_FALSE(IsOffered(editor)); });
+  EXPECT_TRUE(Drafts().empty());
 }
 
 TEST_P(DraftOf, TheEditorIsOnlyWrittenWhenSomethingWasTyped) {
@@ -115,6 +199,9 @@ TEST_P(DraftOf, TheEditorIsOnlyWrittenWhenSomethingWasTyped) {
     ClickCell(GridOf(editor), 2, 1);
     Press(Qt::Key_Return);
     Press(Qt::Key_Return);
+    Press(Qt::Key_PageDown, Qt::ControlModifier);
+    // The cell stays open, but nothing is typed.
+    Press(Qt::Key_F2);
   });
   EXPECT_TRUE(Drafts().empty());
   Edit([&](CalEditor& editor) {
@@ -137,6 +224,25 @@ TEST_P(DraftOf, TheEditorReportsThatItCannotBeKeptAndGoesOn) {
     QTRY_VERIFY(!HasNotice(editor, "draft"));
     EXPECT_NE(ReadNative(Drafts().at(0)).find("Comment: minex\r\n"), std::string::npos);
   });
+  disk.step = FaultPlatform::Step::Write;
+  EditAgain([&](CalEditor& editor) {
+    const Question question = {.text =
+                                   "What was typed is not kept as a draft. Close without "
+                                   "saving?",
+                               .icon = QMessageBox::Warning,
+                               .buttons = QMessageBox::Yes | QMessageBox::No,
+                               .defaultButton = QMessageBox::No};
+    Find<QLineEdit>(editor, "txtComment").setFocus();
+    questions_.Expect(question, QMessageBox::No);
+    Type("y");
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_TRUE(questions_.details.back().contains("the disk is full"));
+    questions_.Expect(question, QMessageBox::Yes);
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(editor.isVisible());
+  });
+  disk.step = FaultPlatform::Step::None;
   WriteNative(Drafts().at(0), "torn");
   EditAgain([&](CalEditor& editor) {
     EXPECT_FALSE(IsOffered(editor));

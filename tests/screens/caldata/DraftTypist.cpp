@@ -20,18 +20,19 @@
 /// A user whose program is killed: a program that opens an editor, and whose random hands then type
 /// into it.
 ///
-/// `draft_typist ROOT MODEL FILE type SEED KEYS` prints what the editor shows, with the time, when
-/// it opens and after each key. After KEYS keys, and the second after which a draft must be
-/// written, it kills itself. `draft_typist ROOT MODEL FILE restore` opens the editor again, presses
-/// Restore if it is offered, and prints what the editor then shows. FILE is "" for new data.
+/// `draft_typist ROOT MODEL FILE BEGIN type SEED KEYS` prints what the editor shows, with the time,
+/// when it opens and after each key. After KEYS keys, and the second after which a draft must be
+/// written, it kills itself. `draft_typist ROOT MODEL FILE BEGIN restore` opens the editor again,
+/// presses Restore if it is offered, and prints what the editor then shows. FILE is "" for new
+/// data; BEGIN is "new" for a new calibration of its instrument.
 namespace tarvell::test {
 namespace {
 
-/// Somebody who presses the first button of every message.
+/// Somebody who presses Yes or OK in every message.
 class AnyAnswer final : public Questions {
  public:
-  QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& /*question*/) override {
-    return QMessageBox::Ok;
+  QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& question) override {
+    return question.buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok;
   }
   QString PickFile(QWidget* /*owner*/, FileRequest& /*request*/) override { return {}; }
   QString PickFolder(QWidget* /*owner*/, const QString& /*title*/,
@@ -173,6 +174,15 @@ void PressAnything(std::mt19937& random) {
     case 10:
       QTest::keyClick(focus, Qt::Key_Z, Qt::ControlModifier);
       break;
+    case 11:
+      QTest::keyClick(focus, Qt::Key_V, Qt::ControlModifier);
+      break;
+    case 12:
+      QTest::keyClick(focus, Qt::Key_Delete);
+      break;
+    case 13:
+      QTest::keyClick(focus, Qt::Key_PageDown, Qt::ControlModifier);
+      break;
     default:
       QTest::keyClick(focus, "0123456789.-eJx"[below(15)]);
   }
@@ -218,7 +228,9 @@ int Main(const QStringList& arguments) {
   const std::filesystem::path root = arguments.at(1).toStdString();
   const std::string model = arguments.at(2).toStdString();
   const std::string file = arguments.at(3).toStdString();
-  const bool types = arguments.at(4) == "type";
+  const auto begin =
+      arguments.at(4) == "new" ? CalEditor::Begin::NewCalibration : CalEditor::Begin::AsSaved;
+  const bool types = arguments.at(5) == "type";
   const DesktopTestPlatform platform(root / "program");
   SetDriveFolder(root / "drives");
   gCalibrationDir = "c:\\calfactors";
@@ -236,12 +248,13 @@ int Main(const QStringList& arguments) {
       return;
     }
     if (types) {
-      TypeAndDie(*editor, arguments.at(5).toUInt(), arguments.at(6).toInt());
+      TypeAndDie(*editor, arguments.at(6).toUInt(), arguments.at(7).toInt());
     } else {
       Restore(*editor);
     }
   });
-  editor->SetupDat(file.empty() ? CalEditor::kNewData : std::int16_t{0}, model);
+  QGuiApplication::clipboard()->setText("3\n4.5");
+  editor->SetupDat(file.empty() ? CalEditor::kNewData : std::int16_t{0}, model, begin);
   return 1;
 }
 

@@ -13,6 +13,8 @@
 #include <string>
 
 #include "screens/caldata/EitherEditor.h"
+#include "screens/caldata/PastePreview.h"
+#include "screens/caldata/frmInputPX60H.h"
 #include "screens/widgets/frmInput.h"
 
 /// Undo and redo, and where values come from.
@@ -90,12 +92,22 @@ class RandomActs : public TabEditorFixture, public testing::WithParamInterface<c
   }
 
   static std::string Code() { return GetParam(); }
-  static bool HasPages() { return Code() != "PX12A"; }
+  static bool HasPages() { return !IsSensor() && !IsAttenuator(); }
+  static bool IsSensor() { return Code() == "PX12A"; }
+  static bool IsAttenuator() { return Code() == "PX60H"; }
   static std::string Path() { return R"(c:\calfactors\)" + Code() + R"(\SN12345)"; }
+  static std::string AttenuatorFile() {
+    return Lines({"#MODEL_NO : PX60H", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
+                  "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : lab", "!",
+                  "! Setting  /  Freq  /  CalData ", "! 50M/1000MHz are calibration points.",
+                  "*  0  :   5.00E07   :   0.0000", "* 10  :   5.00E07   :  10.0000",
+                  "* 10  :   1.00E09   :  10.0100", "!End"});
+  }
   static std::string Bytes() {
     const SetHeader header = {Code(), "3318A12345"};
     return Code() == "RT730A"   ? ResistorFile(header, SetRRows())
            : Code() == "RT520C" ? CapacitorFile(header, SetCMembers())
+           : IsAttenuator()     ? AttenuatorFile()
                                 : SensorFile{.rows = ManyRows(6)}.Bytes();
   }
 
@@ -132,46 +144,93 @@ class RandomActs : public TabEditorFixture, public testing::WithParamInterface<c
     }
   }
 
+  /// A column whose cells can be edited.
+  static int ValueColumn() { return IsAttenuator() ? 2 : 1; }
+
   void Act(CalEditor& editor) {
-    const int act = Below(HasPages() ? 9 : 7);
+    const int act = Below(9);
     if (act < 2) {
       ClickAnyCell(editor, 1 + Below(GridOf(editor).model()->columnCount() - 1));
       Type(QStringList({"7", "98.8", "abc", "1,5", "0.0000001"})[Below(5)]);
       Press(Below(2) == 0 ? Qt::Key_Return : Qt::Key_Down);
     } else if (act < 3) {
       QGuiApplication::clipboard()->setText(Below(2) == 0 ? "3" : "4\n5");
-      ClickAnyCell(editor, 1);
+      ClickAnyCell(editor, ValueColumn());
       Press(Qt::Key_V, Qt::ControlModifier);
     } else if (act < 5) {
       ClickAnyCell(editor, 1);
       for (int steps = Below(8); steps > 0; --steps) {
         act == 3 ? Undo() : Redo();
       }
+    } else if (act < 6) {
+      ClickAnyCell(editor, 1);
+      if (auto& restore = Find<QPushButton>(editor, "btnRestore"); restore.isVisible()) {
+        Click(editor, "btnRestore");
+      }
     } else if (HasPages()) {
-      ActOnPages(editor, act);
-    } else if (act == 5) {
-      user_.At<frmInput>([this](frmInput& dialog) {
-        Type(QString::number(Below(9)) + ".5");
-        Click(dialog, "btnOk");
-      });
-      Click(editor, "btnAddPoint");
-      editor.activateWindow();
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
+      ActOnPages(editor);
     } else {
+      ActOnPoints(editor, act - 6);
+    }
+  }
+
+  void ActOnPoints(CalEditor& editor, int act) {
+    if (act == 0) {
+      AddAnyPoint(editor);
+    } else if (act == 1) {
       ClickAnyCell(editor, 1);
       for (int rows = Below(3); rows > 0; --rows) {
         Press(Qt::Key_Down, Qt::ShiftModifier);
       }
       Press(Qt::Key_Delete);
+    } else {
+      PasteTable(editor);
     }
   }
 
-  void ActOnPages(CalEditor& editor, int act) {
-    if (act == 5) {
+  static void ComeBackTo(CalEditor& editor) {
+    editor.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
+  }
+
+  void AddAnyPoint(CalEditor& editor) {
+    if (IsAttenuator()) {
+      user_.At<frmInputPX60H>([this](frmInputPX60H& dialog) {
+        FillCombo(dialog, "cmbSetting", QString::number(10 * Below(9)));
+        Click(dialog, "btnOk");
+      });
+    } else {
+      user_.At<frmInput>([this](frmInput& dialog) {
+        Type(QString::number(Below(9)) + ".5");
+        Click(dialog, "btnOk");
+      });
+    }
+    Click(editor, "btnAddPoint");
+    ComeBackTo(editor);
+  }
+
+  /// Pastes a whole table, and lets it remove the other points or not.
+  void PasteTable(CalEditor& editor) {
+    QGuiApplication::clipboard()->setText(IsAttenuator() ? "0\t5E7\t0.5\n10\t3E9\t10.5"
+                                                         : "0.2\t91\n50\t92\n7000\t93");
+    ClickAnyCell(editor, 1);
+    user_.At<PastePreview>([this](PastePreview& preview) {
+      if (Below(2) == 0 && Find<QCheckBox>(preview, "chkRemove").isVisible()) {
+        Press(Qt::Key_R, Qt::AltModifier);
+      }
+      Press(Qt::Key_Return);
+    });
+    Press(Qt::Key_V, Qt::ControlModifier);
+    ComeBackTo(editor);
+  }
+
+  void ActOnPages(CalEditor& editor) {
+    const int act = Below(4);
+    if (act == 0) {
       KeyToTab(editor, 1 + Below(TabsOf(editor).count()));
-    } else if (act == 6) {
+    } else if (act == 1) {
       Fill(editor, "txtTabSerial", "N" + QString::number(Below(100)));
-    } else if (act == 7) {
+    } else if (act == 2) {
       ClickAnyCell(editor, 2);
       Press(Qt::Key_F2);
       if (UnitBoxOf(editor).isVisible()) {
@@ -204,6 +263,7 @@ class RandomActs : public TabEditorFixture, public testing::WithParamInterface<c
 TEST_P(RandomActs, CanAllBeUndoneAndRedone) {
   constexpr unsigned kSeeds = 4;
   constexpr int kActs = 40;
+  constexpr int kActsOfDraft = 5;  // which can then be restored
   std::unique_ptr<CalEditor> editor;
   if (HasPages()) {
     editor = std::make_unique<frmCalDataTabInput>(nullptr);
@@ -215,6 +275,14 @@ TEST_P(RandomActs, CanAllBeUndoneAndRedone) {
     SCOPED_TRACE(seed);
     random_.seed(seed);
     tree_.Write(Path(), Bytes());
+    user_.At<CalEditor>([&](CalEditor& screen) {
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+      for (int act = 0; act < kActsOfDraft; ++act) {
+        Act(screen);
+      }
+      screen.reject();
+    });
+    editor->SetupDat(0, Code());
     user_.At<CalEditor>([&](CalEditor& screen) {
       ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
       EXPECT_FALSE(screen.History().canUndo()) << "of the data set before";
@@ -238,7 +306,7 @@ TEST_P(RandomActs, CanAllBeUndoneAndRedone) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, RandomActs, testing::Values("PX12A", "RT520C", "RT730A"));
+INSTANTIATE_TEST_SUITE_P(Models, RandomActs, testing::Values("PX12A", "PX60H", "RT520C", "RT730A"));
 
 // ---- What the user sees.
 
@@ -286,6 +354,10 @@ TEST_P(History, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
       Undo();
     }
     EXPECT_EQ(TextOf(editor, "txtComment"), header_.comment);
+    for (int i = 0; i < 10; ++i) {
+      Press(Qt::Key_Y, Qt::ControlModifier);
+    }
+    EXPECT_EQ(TextOf(editor, "txtComment"), "typed");
     Find<QComboBox>(editor, "cmbCalMonth").setFocus();
     Undo();
     EXPECT_EQ(CellOf(grid, 1, 1), Stored(1, "3"));
@@ -329,6 +401,34 @@ TEST_F(HistoryOfPages, ShowsThePageOfEachStep) {
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "C004");
     Redo();
     EXPECT_EQ(TextOf(editor, "txtTabSerial"), "N4");
+  });
+}
+
+TEST_F(HistoryOfPages, StaysOnThePageThatCannotBeStored) {
+  EditNew("RT520C", [&](frmCalDataTabInput& editor) {
+    TypeCell(editor, 1, 1, "3");
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "*");
+    GridOf(editor).setFocus();
+    questions_.ExpectError({"cannot be the serial number of a member"});
+    Undo();  // of the serial number
+    Undo();
+    EXPECT_EQ(TabsOf(editor).currentIndex(), 0);
+    Redo();
+    Redo();
+    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "*");
+    EXPECT_EQ(TabsOf(editor).currentIndex(), 3);
+  });
+}
+
+TEST_F(HistoryOfPages, StaysInTheCellWhenASerialNumberIsUndone) {
+  EditNew("RT520C", [](frmCalDataTabInput& editor) {
+    ClickTab(editor, 4);
+    Fill(editor, "txtTabSerial", "N4");
+    ClickCell(GridOf(editor), 2, 3);
+    Undo();
+    EXPECT_EQ(TextOf(editor, "txtTabSerial"), "C004");
+    ExpectBackIn(editor, GridOf(editor), 2, 3);
   });
 }
 
@@ -418,6 +518,18 @@ TEST_P(Origins, OfTheDatesOfNewDataAreTheTemplateUntilTheyAreEntered) {
   Edit([](CalEditor& editor) {
     EXPECT_FALSE(Find<QLineEdit>(editor, "txtCalDay").font().italic());
     EXPECT_EQ(RemarkOf(editor), "");
+  });
+}
+
+TEST_P(Origins, AreCountedBesideOtherNotices) {
+  New([](CalEditor& editor) {
+    Fill(editor, "txtCalNo", "C 0042");
+    const std::string count = LeftNotice(HasPages() ? 7 * 4 : 3) + " ";
+    const auto& line = Find<NoticeLine>(editor, "notices");
+    EXPECT_EQ(line.text().toStdString(), count + line.Notices().value(0).toStdString());
+    TypeCell(editor, 1, 1, "1,5");
+    EXPECT_TRUE(line.text().contains("nobody has entered. 1 of 2 notices"))
+        << line.text().toStdString();
   });
 }
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <map>
 
-#include "core/caldata/DraftFolder.h"
+#include "core/caldata/DataSetDrafts.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalEditor.h"
 #include "screens/caldata/PastePreview.h"
@@ -87,7 +87,7 @@ const std::vector<Screen> kScreens = {
     {"frmCalDataInputWithADraft", "Sensors and attenuators",
      [](const Look& look) {
        const std::int64_t now = QDateTime::currentSecsSinceEpoch();
-       DraftFolder("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
+       DataSetDrafts("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
        LookAtEditor<frmCalDataInput>("PX12A", look);
      }},
     {"frmCalDataInputOfAnAttenuator", "Sensors and attenuators",

@@ -219,13 +219,94 @@ TEST_F(ListHeads, InstrumentsThatAreDueAreMarkedAndSortedByTheirDueDates) {
               (Texts{"PAST, past due", "SOON, due within 30 days", "", ""}));
     EXPECT_FALSE(list.item(0)->icon().isNull());
     EXPECT_TRUE(list.item(2)->icon().isNull());
-    // A save updates the mark.
+    // A save updates the mark and the place.
     ClickEntry(screen, "LstInstrment", "PAST");
     Fill(screen, "txtData_6", QString::number(QDate::currentDate().year() + 9));
     Fill(screen, "txtData_8", "1");
     Click(screen, "btnSave");
-    EXPECT_EQ(spoken(0), "");
+    EXPECT_EQ(Shown(screen, "LstInstrment"), (Texts{"SOON", "FINE", "PAST", "EMPTY"}));
+    EXPECT_EQ(spoken(2), "");
+    EXPECT_EQ(Selected(screen, "LstInstrment"), "PAST");
     LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(ListHeads, AnInstrumentThatTheFilterHidesIsNotDeletedAndEnterLoadsTheOther) {
+  WriteInstrument({.model = "PX12A"});
+  WriteInstrument({.model = "PX60H", .serial = "7"});
+  AtStation([&](frmStationModelList& screen) {
+    ClickEntry(screen, "LstInstrment", "PX12A");
+    Press(Qt::Key_F, Qt::ControlModifier);
+    Type("60");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(screen, "LstInstrment"), Texts{"PX60H"});
+    Press(Qt::Key_Delete);  // no question appears
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX12A");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(TextOf(screen, "txtData_0"), "PX60H");
+    EXPECT_EQ(Selected(screen, "LstInstrment"), "PX60H");
+    ExpectDeleteInstrumentQuestion("PX60H", QMessageBox::Cancel);
+    Press(Qt::Key_Delete);
+    LeaveUnsaved(screen);
+  });
+}
+
+TEST_F(ListHeads, AListSortedByDueDateStaysSortedAfterASaveAndFilteredAfterACancel) {
+  WriteCalFile("PX12A", "SNA", {.serial = "A", .dueDate = "20020305"});
+  WriteCalFile("PX12A", "SNb", {.serial = "b", .dueDate = "20030305"});
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    ClickInMenu(menu, "lstSerialNumberSort", "By due date");
+    ClickEntry(menu, "lstSerialNumber", "A");
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      Fill(editor, "txtDueYear", "2004");
+      Click(editor, "btnOk");
+    });
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Shown(menu, "lstSerialNumber"), (Texts{"b", "A"}));
+    EXPECT_EQ(Selected(menu, "lstSerialNumber"), "A");
+    Fill(menu, "lstSerialNumberFilter", "a");
+    Press(Qt::Key_Return);
+    Press(Qt::Key_Space);
+    user_.At<frmCalDataInput>([](frmCalDataInput&) { Press(Qt::Key_Escape); });
+    ClickInMenu(menu, "btnMore", "Add as copy");
+    EXPECT_EQ(Shown(menu, "lstSerialNumber"), Texts{"A"});
+    EXPECT_EQ(Selected(menu, "lstSerialNumber"), "A");
+    EXPECT_EQ(TextOf(menu, "lstSerialNumberFilter"), "a");
+    Click(menu, "btnReturn");
+  });
+}
+
+TEST_F(ListHeads, OfTwoDataSetsWithOneSerialNumberTheSelectedOneIsOpenedAndDeleted) {
+  WriteCalFile("PX12A", "SNA", {.serial = "A", .comment = "one"});
+  WriteCalFile("PX12A", "SNB", {.serial = "A", .comment = "two"});
+  AtMenu([&](frmCalibrationMain& menu) {
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    QListWidget& list = Find<QListWidget>(menu, "lstSerialNumber");
+    const std::string comment = list.item(1)->toolTip().contains("one") ? "one" : "two";
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                      list.visualItemRect(list.item(1)).center());
+    if (comment == "two") {
+      questions_.Expect(
+          {.text = "The serial number that was read, \"A\", is not that of the file's name SNB. "
+                   "Saving writes the file SNA; SNB stays.",
+           .icon = QMessageBox::Warning},
+          QMessageBox::Ok);
+    }
+    user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
+      EXPECT_EQ(TextOf(editor, "txtComment"), comment);
+      editor.reject();
+    });
+    Click(menu, "btnEdit");
+    questions_.Expect({.text = "Are you sure you want to delete PX12A(A)?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      QMessageBox::Yes);
+    Click(menu, "btnDelete");
+    Click(menu, "btnReturn");
+    EXPECT_NE(tree_.Exists(R"(c:\calfactors\PX12A\SNA)"), comment == "one");
+    EXPECT_NE(tree_.Exists(R"(c:\calfactors\PX12A\SNB)"), comment == "two");
   });
 }
 

@@ -87,11 +87,31 @@ TEST_F(UserSettings, HoldTheSizeOfAScreenAndTheWidthsThatTheUserGaveItsColumns) 
   user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
     EXPECT_EQ(editor.size(), size);
     const auto& grid = Find<CalGrid>(editor, "Grid");
-    const double share = width / (1.0 * width + grid.columnWidth(1));
-    EXPECT_GT(grid.columnWidth(0), grid.columnWidth(1)) << share;
+    EXPECT_NEAR(grid.columnWidth(0), width, 1);
     editor.reject();
   });
   other.SetupDat(0, "PX12A");
+}
+
+// Nothing is selected after a data set was added.
+TEST_F(UserSettings, HoldTheDataSetThatWasSavedLast) {
+  tree_.InstallTemplate("PX12A");
+  tree_.Write(R"(c:\calfactors\PX12A\SN1)", SensorFile{.serial = "1", .rows = {}}.Bytes());
+  ChooseAdd("PX12A");
+  user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+    Fill(editor, "txtSerial", "2");
+    Click(editor, "btnOk");
+  });
+  RunMenu();
+  AtMenu([this](frmCalibrationMain&) {
+    Press(Qt::Key_Return);
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      EXPECT_EQ(TextOf(editor, "txtSerial"), "2");
+      editor.reject();
+    });
+    Press(Qt::Key_Return);
+  });
+  RunMenu();
 }
 
 TEST_F(UserSettings, HoldTheLastChoiceOfTheMainMenu) {

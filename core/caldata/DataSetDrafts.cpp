@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "core/caldata/DraftFolder.h"
+#include "core/caldata/DataSetDrafts.h"
 
 #include <algorithm>
 #include <limits>
@@ -60,12 +60,20 @@ void Remove(const std::filesystem::path& path) {
   }
 }
 
+/// A text that stands for the content of a file; "" for none.
+std::string ContentOf(std::string_view file) {
+  std::string bytes;
+  const bool isRead = !file.empty() && !ReadNativeFile(NativePath(file), bytes, kDataFileLimit);
+  return isRead ? Digits(NumberOf(bytes)) : std::string();
+}
+
 }  // namespace
 
-DraftFolder::DraftFolder(std::string model, std::string_view file, std::int64_t now)
+DataSetDrafts::DataSetDrafts(std::string model, std::string_view file, std::int64_t now)
     : model_(std::move(model)) {
   // The same for every way to write the path, in upper or lower case.
   file_ = file.empty() ? std::string() : FullPathText(file);
+  fileContent_ = ContentOf(file_);
   // The serial number could hold any character. The number of the path is a name everywhere.
   name_ = model_ + "-" + (file_.empty() ? "new" : Digits(NumberOf(file_))) + "-";
   const std::filesystem::path user = CurrentPlatform().UserFolder();
@@ -75,12 +83,12 @@ DraftFolder::DraftFolder(std::string model, std::string_view file, std::int64_t 
   }
 }
 
-std::error_code DraftFolder::Lock(Held& held) const {
+std::error_code DataSetDrafts::Lock(Held& held) const {
   const auto number = static_cast<std::uint32_t>(NumberOf(held.path.filename().string()));
   return CurrentPlatform().Lock(folder_ / kLockName, number, held.lock);
 }
 
-void DraftFolder::Find(std::int64_t now) {
+void DataSetDrafts::Find(std::int64_t now) {
   std::vector<std::string> names;
   // A folder that cannot be listed holds no drafts for this user.
   static_cast<void>(
@@ -90,30 +98,35 @@ void DraftFolder::Find(std::int64_t now) {
       }));
   std::ranges::sort(names);
   for (const std::string& name : names) {
-    const bool isDraft = name.ends_with(kDraftEnding);
-    Held held{.path = folder_ / name};
-    EntryFacts facts;
-    if ((!isDraft && !name.ends_with(kDamagedEnding)) ||
-        CurrentPlatform().Facts(held.path, facts) || facts.kind != EntryKind::File) {
-      continue;
-    }
-    const bool isOld = facts.modified != 0 && facts.modified < now - kLifetime;
-    const bool isMeant = isDraft && name.starts_with(name_);
-    if ((!isOld && !isMeant) || Lock(held)) {
-      continue;
-    }
-    if (isOld) {
-      // If this fails, the next editor tries again.
-      static_cast<void>(CurrentPlatform().RemoveFile(held.path));
-    } else {
-      Offer(std::move(held));
-    }
+    Consider(name, now);
   }
   std::ranges::stable_sort(offered_, {},
                            [](const Held& held) { return held.draft ? held.draft->written : 0; });
 }
 
-void DraftFolder::Offer(Held held) {
+void DataSetDrafts::Consider(const std::string& name, std::int64_t now) {
+  Held held{.path = folder_ / name};
+  const bool isDraft = name.ends_with(kDraftEnding);
+  const bool isMeant = isDraft && name.starts_with(name_);
+  EntryFacts facts;
+  const auto isFile = [&] {
+    return !CurrentPlatform().Facts(held.path, facts) && facts.kind == EntryKind::File;
+  };
+  const auto isOld = [&] { return facts.modified != 0 && facts.modified < now - kLifetime; };
+  if ((!isDraft && !name.ends_with(kDamagedEnding)) || !isFile() || (!isMeant && !isOld()) ||
+      Lock(held)) {
+    return;
+  }
+  // Until it was locked, another program may have changed or removed it.
+  if (isFile() && isMeant) {
+    Offer(std::move(held));
+  } else if (isFile() && isOld()) {
+    // If this fails, the next editor tries again.
+    static_cast<void>(CurrentPlatform().RemoveFile(held.path));
+  }
+}
+
+void DataSetDrafts::Offer(Held held) {
   std::string bytes;
   const std::error_code code = ReadNativeFile(held.path, bytes, kDataFileLimit);
   held.draft = code ? std::nullopt : DraftFrom(bytes);
@@ -133,37 +146,45 @@ void DraftFolder::Offer(Held held) {
   damaged_.push_back(PathText(isRenamed ? kept : held.path));
 }
 
-const Draft* DraftFolder::Offered() const {
+const Draft* DataSetDrafts::Offered() const {
   return offered_.empty() ? nullptr : &*offered_.back().draft;
 }
 
-bool DraftFolder::IsOfferedOutdated() const {
-  EntryFacts facts;
-  return Offered() != nullptr && !file_.empty() &&
-         !CurrentPlatform().Facts(NativePath(file_), facts) && facts.kind == EntryKind::File &&
-         facts.modified > Offered()->written;
+bool DataSetDrafts::IsOfferedOutdated() const {
+  return Offered() != nullptr && Offered()->opened && Offered()->fileContent != fileContent_;
 }
 
-void DraftFolder::TakeOffered() {
+void DataSetDrafts::Begin(const EditorState& opened) {
+  begun_ = opened;
+  RemoveAllOf(opened);
+}
+
+void DataSetDrafts::TakeOffered() {
   if (offered_.empty()) {
     return;
   }
+  taken_ = offered_.back().draft;
   std::swap(own_, offered_.back());
   if (!offered_.back().draft) {
     offered_.pop_back();
   }
 }
 
-void DraftFolder::DiscardOffered() {
-  if (!offered_.empty()) {
-    Remove(offered_.back().path);
-    offered_.pop_back();
+void DataSetDrafts::DiscardOffered() {
+  if (offered_.empty()) {
+    return;
   }
+  const std::filesystem::path& path = offered_.back().path;
+  const std::error_code code = CurrentPlatform().Recycle(path);
+  if (code && code != std::errc::no_such_file_or_directory) {
+    throw SystemError(code, "move the draft to the recycle bin", PathText(path));
+  }
+  offered_.pop_back();
 }
 
-void DraftFolder::RemoveAllOf(const EditorState& state) {
+void DataSetDrafts::RemoveAllOf(const EditorState& state) {
   for (auto held = offered_.begin(); held != offered_.end();) {
-    if (held->draft->state == state) {
+    if (HoldsAllOf(state, held->draft->state)) {
       Remove(held->path);
       held = offered_.erase(held);
     } else {
@@ -173,7 +194,7 @@ void DraftFolder::RemoveAllOf(const EditorState& state) {
   RemoveOwn();
 }
 
-void DraftFolder::TakeName() {
+void DataSetDrafts::TakeName() {
   if (own_.lock) {
     return;
   }
@@ -202,16 +223,34 @@ void DraftFolder::TakeName() {
   throw SystemError(code, "write the draft", PathText(folder_ / kLockName));
 }
 
-void DraftFolder::Write(const EditorState& state, std::int64_t now) {
+void DataSetDrafts::Write(const EditorState& state, std::int64_t now) {
+  Draft draft{
+      .model = model_, .file = file_, .written = now, .fileContent = fileContent_, .state = state};
+  if (!fileContent_.empty()) {
+    draft.opened = begun_;
+  }
+  WriteOwn(std::move(draft));
+}
+
+void DataSetDrafts::WriteOwn(Draft draft) {
   TakeName();
-  Draft draft{.model = model_, .file = file_, .written = now, .state = state};
   if (const std::error_code code = SaveNativeFile(own_.path, DraftBytes(draft))) {
     throw SystemError(code, "write the draft", PathText(own_.path));
   }
   own_.draft = std::move(draft);
 }
 
-void DraftFolder::RemoveOwn() {
+void DataSetDrafts::LeaveOwn() {
+  if (!taken_) {
+    RemoveOwn();
+    return;
+  }
+  WriteOwn(*taken_);
+  taken_.reset();
+  offered_.push_back(std::exchange(own_, Held()));
+}
+
+void DataSetDrafts::RemoveOwn() {
   if (own_.draft) {
     Remove(own_.path);
     own_.draft.reset();

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_CORE_CALDATA_DRAFTFOLDER_H
-#define TARVELL_CORE_CALDATA_DRAFTFOLDER_H
+#ifndef TARVELL_CORE_CALDATA_DATASETDRAFTS_H
+#define TARVELL_CORE_CALDATA_DATASETDRAFTS_H
 
 #include <cstddef>
 #include <cstdint>
@@ -25,40 +25,46 @@ namespace tarvell {
 /// An editor writes its own draft. Every draft that it writes or offers is locked, so that another
 /// program of the same user writes one of its own and neither offers nor removes this one. When the
 /// object ends, or the program is killed, the drafts are free again for the next editor.
-class DraftFolder {
+class DataSetDrafts {
  public:
   /// A draft older than this many seconds is removed: 30 days.
   static constexpr std::int64_t kLifetime = 30LL * 24 * 60 * 60;
 
   /// `file` is the path of the data set, a path of the program, or "" for new data. `now` is the
-  /// time of opening, as everywhere here in seconds since the beginning of 1970, UTC. Removes
-  /// drafts that are too old, whatever data set they belong to. Takes the drafts of this data set
-  /// that no other program holds. Renames those that cannot be read, so that they are kept but not
-  /// found again.
-  DraftFolder(std::string model, std::string_view file, std::int64_t now);
+  /// time of opening, as everywhere here in seconds since the beginning of 1970, UTC. Takes the
+  /// drafts of this data set that no other program holds, however old they are: the clock may have
+  /// been wrong. Renames those that cannot be read, so that they are kept but not found again.
+  /// Removes drafts of other data sets that are too old.
+  DataSetDrafts(std::string model, std::string_view file, std::int64_t now);
 
   /// The newest draft that was found and not yet chosen or discarded, nullptr when there is none.
   [[nodiscard]] const Draft* Offered() const;
   /// How many drafts can be offered.
   [[nodiscard]] std::size_t OfferedCount() const { return offered_.size(); }
-  /// Whether the data set has been saved since the offered draft was written.
+  /// Whether the file of the data set is another one than when the offered draft was begun.
   [[nodiscard]] bool IsOfferedOutdated() const;
   /// Paths of the drafts that could not be read, under their new names.
   [[nodiscard]] const std::vector<std::string>& Damaged() const { return damaged_; }
 
+  /// Sets what the editor shows before anything is typed. Removes the offered drafts of which that
+  /// holds everything: a program may have been killed after it had saved. Throws the error of a
+  /// file that cannot be removed.
+  void Begin(const EditorState& opened);
+
   /// Makes the offered draft the editor's own. The draft that the editor has written until then is
   /// offered in its place.
   void TakeOffered();
-  /// Removes the offered draft for good. Throws the error of a file that cannot be removed.
+  /// Moves the offered draft to the recycle bin. Throws the error of a file that cannot be moved.
   void DiscardOffered();
-  /// Removes the offered drafts with this state, and the own draft.
+  /// Removes the offered drafts of which `state` holds everything, and the own draft.
   void RemoveAllOf(const EditorState& state);
 
   /// Writes the editor's own draft. Throws the error of a file that cannot be written.
   void Write(const EditorState& state, std::int64_t now);
-  /// Removes the editor's own draft, if there is one. Throws the error of a file that cannot be
-  /// removed.
-  void RemoveOwn();
+  /// The editor shows nothing that was typed: removes its own draft, if there is one. A draft that
+  /// was made the editor's own by TakeOffered is offered again, as it was then. Throws the error of
+  /// a file that cannot be written or removed.
+  void LeaveOwn();
 
  private:
   struct Held {
@@ -69,7 +75,10 @@ class DraftFolder {
 
   [[nodiscard]] std::error_code Lock(Held& held) const;
   void Find(std::int64_t now);
+  void Consider(const std::string& name, std::int64_t now);
   void Offer(Held held);
+  void WriteOwn(Draft draft);
+  void RemoveOwn();
   /// Reserves a name that has no file.
   void TakeName();
 
@@ -79,6 +88,9 @@ class DraftFolder {
   std::string name_;           ///< what the names of its drafts begin with
   std::vector<Held> offered_;  ///< the newest is the last
   Held own_;
+  std::optional<Draft> taken_;  ///< by TakeOffered, as it was then
+  std::string fileContent_;     ///< as in Draft
+  std::optional<EditorState> begun_;
   std::vector<std::string> damaged_;
 };
 

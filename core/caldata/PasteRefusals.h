@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_CORE_CALDATA_PASTEREFUSALS_H
+#define TARVELL_CORE_CALDATA_PASTEREFUSALS_H
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvell {
+
+/// The cells of the clipboard's table that cannot be taken. Lines count from 1, columns from 0.
+class PasteRefusals {
+ public:
+  /// Refuses a whole line.
+  void Add(std::size_t line, const std::string& sentence);
+  void Add(std::size_t line, std::size_t column, const std::string& sentence);
+
+  /// Throws an error that names every cell. The first ones have sentences of their own; the others
+  /// are named by their columns and lines, so that the text stays short enough for a box.
+  void ThrowIfAny() const;
+
+ private:
+  void Add(const std::string& where, const std::string& sentence, std::size_t line,
+           std::size_t columnNumber);
+  [[nodiscard]] std::string Others() const;
+
+  std::size_t count_ = 0;
+  std::string sentences_;
+  /// Lines without a sentence of their own, by the number of the column; 0 for whole lines.
+  std::map<std::size_t, std::vector<std::size_t>> others_;
+};
+
+}  // namespace tarvell
+
+#endif
