@@ -16,15 +16,15 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::array<Unit, 9> kUnits = {{{"Hz", Quantity::Frequency},
-                                         {"kHz", Quantity::Frequency, 1E3},
-                                         {"MHz", Quantity::Frequency, 1E6},
-                                         {"GHz", Quantity::Frequency, 1E9},
-                                         {"%", Quantity::Percent},
-                                         {"dB", Quantity::Decibel},
-                                         {"THz", Quantity::Other},
-                                         {"dBm", Quantity::Other},
-                                         {"ppm", Quantity::Other}}};
+constexpr std::array<TableUnit, 9> kUnits = {{{"Hz", Quantity::Frequency},
+                                              {"kHz", Quantity::Frequency, 1E3},
+                                              {"MHz", Quantity::Frequency, 1E6},
+                                              {"GHz", Quantity::Frequency, 1E9},
+                                              {"%", Quantity::Percent},
+                                              {"dB", Quantity::Decibel},
+                                              {"THz", Quantity::Other},
+                                              {"dBm", Quantity::Other},
+                                              {"ppm", Quantity::Other}}};
 
 /// Takes the cell at the beginning of `rest`. A spreadsheet puts a cell with line ends in quotes,
 /// and doubles the quotes in it.
@@ -114,9 +114,9 @@ std::vector<std::string_view> WordsOf(std::string_view caption) {
 
 }  // namespace
 
-const Unit* FindUnit(std::string_view name) {
+const TableUnit* FindUnit(std::string_view name) {
   const auto found = std::ranges::find_if(
-      kUnits, [&](const Unit& unit) { return EqualsIgnoringCase(unit.name, name); });
+      kUnits, [&](const TableUnit& unit) { return EqualsIgnoringCase(unit.name, name); });
   return found == kUnits.end() ? nullptr : &*found;
 }
 
@@ -132,7 +132,7 @@ NumberWithUnit SplitNumber(std::string_view cell) {
   if (last == std::string_view::npos) {
     return {cell};
   }
-  const Unit* unit = FindUnit(WithoutBlanks(cell.substr(last + 1)));
+  const TableUnit* unit = FindUnit(WithoutBlanks(cell.substr(last + 1)));
   return unit == nullptr ? NumberWithUnit{cell} : NumberWithUnit{cell.substr(0, last + 1), unit};
 }
 
@@ -152,8 +152,8 @@ Quantity ClipboardTable::QuantityOf(std::size_t column) const {
                                      : Quantity::Decibel;
 }
 
-const Unit* ClipboardTable::CaptionUnit(std::size_t column, PasteRefusals& refusals) const {
-  const Unit* named = nullptr;
+const TableUnit* ClipboardTable::CaptionUnit(std::size_t column, PasteRefusals& refusals) const {
+  const TableUnit* named = nullptr;
   for (const ClipboardLine& line : captions_) {
     if (column >= line.cells.size()) {
       continue;
@@ -162,7 +162,7 @@ const Unit* ClipboardTable::CaptionUnit(std::size_t column, PasteRefusals& refus
     std::string_view foreign;
     bool isOwn = false;
     for (const std::string_view word : WordsOf(caption)) {
-      const Unit* unit = FindUnit(word);
+      const TableUnit* unit = FindUnit(word);
       if (unit != nullptr && unit->quantity == QuantityOf(column)) {
         if (named != nullptr && named != unit) {
           refusals.Add(line.number, column,

@@ -44,14 +44,14 @@ struct TwoReadings {
 
 enum class Quantity { Frequency, Percent, Decibel, Other };
 
-struct Unit {
+struct TableUnit {
   std::string_view name;
   Quantity quantity;
   double scale = 1;  ///< in Hz
 };
 
 /// The unit of this name, in any case; nullptr for none.
-[[nodiscard]] const Unit* FindUnit(std::string_view name);
+[[nodiscard]] const TableUnit* FindUnit(std::string_view name);
 
 /// The names of the units of a quantity, for a message.
 [[nodiscard]] std::string UnitNames(Quantity quantity);
@@ -66,7 +66,7 @@ struct ClipboardLine {
 /// A number with the unit after it.
 struct NumberWithUnit {
   std::string_view number;
-  const Unit* unit = nullptr;  ///< nullptr for none
+  const TableUnit* unit = nullptr;  ///< nullptr for none
 };
 [[nodiscard]] NumberWithUnit SplitNumber(std::string_view cell);
 
@@ -82,7 +82,7 @@ class ClipboardTable {
   [[nodiscard]] std::size_t FrequencyColumn() const { return columns_.Count() - 2; }
 
   /// The unit that the captions name for a column, nullptr for none.
-  const Unit* CaptionUnit(std::size_t column, PasteRefusals& refusals) const;
+  const TableUnit* CaptionUnit(std::size_t column, PasteRefusals& refusals) const;
 
   /// How many numbers cannot be read with this decimal sign.
   [[nodiscard]] std::size_t CountUnread(DecimalSign sign) const;

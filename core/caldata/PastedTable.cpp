@@ -54,9 +54,9 @@ class Paste {
     for (std::size_t column = 0; column < columns_.Count(); ++column) {
       units_.push_back(table_.CaptionUnit(column, refusals_));
     }
-    const Unit* frequencyUnit = units_[table_.FrequencyColumn()];
+    const TableUnit* frequencyUnit = units_[table_.FrequencyColumn()];
     taken_.isUnitNamed = frequencyUnit != nullptr;
-    taken_.frequencyUnit = frequencyUnit != nullptr ? frequencyUnit->name : TableUnit().name;
+    taken_.frequencyUnit = frequencyUnit != nullptr ? frequencyUnit->name : UnitOfTable().name;
     for (const ClipboardLine& line : table_.Lines()) {
       TakeLineOf(line);
     }
@@ -71,7 +71,7 @@ class Paste {
     std::string stored;
   };
 
-  [[nodiscard]] const Unit& TableUnit() const {
+  [[nodiscard]] const TableUnit& UnitOfTable() const {
     return *FindUnit(columns_.IsSensor() ? columns_.frequencyUnit : "Hz");
   }
 
@@ -129,11 +129,11 @@ class Paste {
   bool ReadFrequency(const ClipboardLine& line, const std::string& number, double& frequency) {
     const std::size_t column = table_.FrequencyColumn();
     const std::string& cell = line.cells[column];
-    const Unit* own = SplitNumber(cell).unit;
-    const Unit& unit = own != nullptr              ? *own
-                       : units_[column] != nullptr ? *units_[column]
-                                                   : TableUnit();
-    frequency = *ParseNumber(number) * unit.scale / TableUnit().scale;
+    const TableUnit* own = SplitNumber(cell).unit;
+    const TableUnit& unit = own != nullptr              ? *own
+                            : units_[column] != nullptr ? *units_[column]
+                                                        : UnitOfTable();
+    frequency = *ParseNumber(number) * unit.scale / UnitOfTable().scale;
     if (std::isinf(frequency)) {
       refusals_.Add(line.number, column, Quoted(cell) + " is too large to be calculated with.");
       return false;
@@ -216,8 +216,8 @@ class Paste {
   const StoreValue& store_;
   MemoryGrid grid_;
   PastedTable taken_;
-  std::vector<TakenFrom> sources_;  ///< of each row
-  std::vector<const Unit*> units_;  ///< that the captions name
+  std::vector<TakenFrom> sources_;       ///< of each row
+  std::vector<const TableUnit*> units_;  ///< that the captions name
   PasteRefusals refusals_;
 };
 

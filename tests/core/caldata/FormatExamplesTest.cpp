@@ -50,7 +50,7 @@ TEST(FormatExamples, DataFilesAreOpenedWithoutNoticeAndWrittenBackByteForByte) {
     const std::string name = files.front().filename().string();
     const std::string copy = folder + "\\" + name;
     if (model.create == nullptr) {
-      CopyTestKitFile(files.front().string(), folder);
+      CopyTestKitFile(files.front(), folder);
     } else {
       tree.InstallTemplate(code);
       CalFileInfo listed;

@@ -189,7 +189,7 @@ TEST_F(HugeFile, IsTakenInAsAKitsFileWhenItsSerialNumberIsFound) {
   tree_.Write(target, "earlier");
   for (const char* beginning : {"", "QZ RT410A\r\n", "QZ RT410A\r\n\"3318A12345"}) {
     Make(source.c_str(), beginning);
-    ExpectRefusal([&] { CopyTestKitFile(native.string(), kModel); }, native.string());
+    ExpectRefusal([&] { CopyTestKitFile(native, kModel); }, native.string());
   }
   EXPECT_EQ(tree_.Names(kModel), Names{"SN12345"});
   EXPECT_EQ(tree_.Read(target), "earlier");
@@ -199,7 +199,7 @@ TEST_F(HugeFile, IsTakenInAsAKitsFileWhenItsSerialNumberIsFound) {
   for (int i = 0; i < 2; ++i) {
     kit += '\n';
     tree_.Write(source, kit);
-    CopyTestKitFile(native.string(), kModel);
+    CopyTestKitFile(native, kModel);
     EXPECT_TRUE(tree_.Read(target) == kit);
     EXPECT_EQ(tree_.Names(kModel), Names{"SN12345"});
   }

@@ -35,13 +35,13 @@ class TestKit : public testing::Test {
   void WriteSource(std::string_view bytes) const { WriteNative(Source(), bytes); }
   [[nodiscard]] fs::path Source() const { return tree_.Root() / "kit.dat"; }
 
-  void Copy() const { CopyTestKitFile(Source().string(), kFolder); }
+  void Copy() const { CopyTestKitFile(Source(), kFolder); }
 
   /// An error of this kind and path, whose text has this part; the folder is as it was.
   void ExpectRefusal(const fs::path& source, ErrorKind kind, const std::string& path,
                      const std::string& part) const {
     const Names before = tree_.Names(kFolder);
-    const Error error = ErrorOf([&] { CopyTestKitFile(source.string(), kFolder); });
+    const Error error = ErrorOf([&] { CopyTestKitFile(source, kFolder); });
     EXPECT_EQ(error.Kind(), kind) << error.what();
     EXPECT_EQ(error.Path(), path);
     EXPECT_TRUE(Contains(error.Text(), part)) << error.Text();
@@ -131,7 +131,7 @@ TEST_F(TestKit, TheDataFileItselfIsRefusedAlsoThroughALink) {
 TEST_F(TestKit, AMissingFolderIsAnErrorAndIsNotMade) {
   WriteSource(kKit);
   const Error error =
-      ErrorOf([&] { CopyTestKitFile(Source().string(), "c:\\calfactors\\RT410B"); });
+      ErrorOf([&] { CopyTestKitFile(Source(), "c:\\calfactors\\RT410B"); });
   EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
   EXPECT_EQ(error.Path(), R"(c:\calfactors\RT410B\SN12345)");
   EXPECT_TRUE(Contains(error.Text(), "save")) << error.Text();
