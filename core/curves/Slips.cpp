@@ -139,12 +139,18 @@ class SlipFinder {
 
   /// Marks the values without an earlier one that do not fit their neighbours on the curves.
   void MarkStandingOut(const ValueColumn& column) {
-    std::vector<Curve> curves = CurvesOf(table_.model, table_.page, table_.grid);
-    std::erase_if(curves, [&](const Curve& curve) { return curve.column != column.column; });
+    const bool hasAllEarlier = std::ranges::all_of(values_, [&](const auto& value) {
+      return value.first.column != column.column || EarlierCell(value.first);
+    });
+    if (hasAllEarlier) {
+      return;
+    }
     points_.clear();
     lines_.clear();
-    for (const Curve& curve : curves) {
-      AddLine(curve);
+    for (const Curve& curve : CurvesOf(table_.model, table_.page, table_.grid)) {
+      if (curve.column == column.column) {
+        AddLine(curve);
+      }
     }
     if (table_.model.family == ModelFamily::StepAttenuator) {
       AddLinesOverSettings();
