@@ -13,6 +13,7 @@ namespace tarvell::bench {
 
 void AddFileRows();
 void AddCellRows();
+void AddCurveRows(const std::string& drives);
 void AddScreenRows(const std::string& drives);
 void AddSurveyRows();
 void AddGrowthRows();
@@ -25,6 +26,7 @@ int main(int argc, char** argv) {
   const tarvell::bench::Workplace workplace;
   tarvell::bench::AddFileRows();
   tarvell::bench::AddCellRows();
+  tarvell::bench::AddCurveRows(workplace.Drives().string());
   tarvell::bench::AddScreenRows(workplace.Drives().string());
   tarvell::bench::AddSurveyRows();
   tarvell::bench::AddGrowthRows();

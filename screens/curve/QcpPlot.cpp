@@ -34,13 +34,13 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
     axisRect()->setRangeZoomFactor(kWheelFactor);
     axisRect()->setupFullAxesBox();
+    for (QCPAxis* axis : {xAxis2, yAxis2}) {
+      axis->setTicks(false);
+    }
     for (QCPAxis* axis : {xAxis, yAxis}) {
       connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
               [this, axis] { FitTicks(axis); });
     }
-    // The legend has a row of its own below the curves.
-    plotLayout()->addElement(1, 0, legend);
-    plotLayout()->setRowStretchFactor(1, kLeast);
     legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
     connect(selectionRect(), &QCPSelectionRect::accepted, this, [this] { isZoomed_ = true; });
   }
@@ -160,8 +160,6 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
   }
 
  private:
-  static constexpr double kLeast = 0.001;
-
   void AddCurve(const DrawnCurve& curve) {
     QCPGraph* graph = addGraph();
     graph->setName(curve.name);
@@ -219,9 +217,22 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     const int columns = std::max(1, width() / entry);
     const int rows = (legend->itemCount() + columns - 1) / columns;
     legend->setWrap(columns);
-    legend->setVisible(legend->itemCount() > 1 &&
-                       rows * (fontMetrics().height() + legend->rowSpacing()) < height() / 3);
-    legend->setMaximumSize(QWIDGETSIZE_MAX, legend->visible() ? QWIDGETSIZE_MAX : 0);
+    ShowLegend(legend->itemCount() > 1 &&
+               rows * (fontMetrics().height() + legend->rowSpacing()) < height() / 3);
+  }
+
+  /// The legend has a row of its own below the curves.
+  void ShowLegend(bool isShown) {
+    constexpr double kLeast = 0.001;
+    const bool hasRow = legend->layout() != nullptr;
+    legend->setVisible(isShown);
+    if (isShown && !hasRow) {
+      plotLayout()->addElement(1, 0, legend);
+      plotLayout()->setRowStretchFactor(1, kLeast);
+    } else if (!isShown && hasRow) {
+      legend->layout()->take(legend);
+      plotLayout()->simplify();
+    }
   }
 
   /// Powers of ten are too far apart for a part of a logarithmic axis.

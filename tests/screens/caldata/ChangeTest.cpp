@@ -22,6 +22,7 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 class ChangeOfASensor : public SensorStage {
  protected:
   ChangeOfASensor() {
+    tree_.MakeFolders(R"(c:\calfactors\PX12A)");
     Keep("20010305", "C-1", {{"50.00", "100.0"}, {"100.00", "98.1"}, {"500.00", "90.0"}});
     Keep("20020305", "C-2", {{"50.00", "100.0"}, {"100.00", "98.5"}, {"500.00", "95.0"}});
     Keep("20030305", "C-3", {{"50.00", "100.0"}, {"100.00", "98.4"}, {"300.00", "97.0"}});

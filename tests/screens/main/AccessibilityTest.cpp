@@ -90,6 +90,13 @@ const std::vector<Screen> kScreens = {
        DataSetDrafts("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
        LookAtEditor<frmCalDataInput>("PX12A", look);
      }},
+    {"frmCalDataInputWithAnEarlierCalibration", "Sensors and attenuators",
+     [](const Look& look) {
+       gCalFiles[0].FilePath = R"(c:\calfactors\PX12A\SN12345)";
+       frmCalDataInput form(nullptr);
+       LookWithin<frmCalDataInput>(
+           [&] { form.SetupDat(0, "PX12A", CalEditor::Begin::NewCalibration); }, look);
+     }},
     {"frmCalDataInputOfAnAttenuator", "Sensors and attenuators",
      [](const Look& look) { LookAtEditor<frmCalDataInput>("PX60H", look); }},
     {"frmCalDataTabInputOfCapacitors", "Capacitor and resistor sets",

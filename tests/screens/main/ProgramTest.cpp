@@ -50,5 +50,41 @@ TEST(Program, IsNotEndedByAWriteThatTheSystemRefuses) {
   EXPECT_TRUE(WIFSIGNALED(status)) << "the program did not start";
 }
 
+/// Whether a process has mapped a file whose path contains `name`.
+bool HasLoaded(pid_t process, const std::string& name) {
+  std::ifstream maps("/proc/" + std::to_string(process) + "/maps");
+  std::string line;
+  while (std::getline(maps, line)) {
+    if (line.find(name) != std::string::npos) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// Its start and its main menu do without the memory of the plotting library.
+TEST(Program, StartsWithoutThePlottingLibrary) {
+  const pid_t program = ::fork();
+  ASSERT_GE(program, 0);
+  if (program == 0) {
+    ::execl(TARVELL_PROGRAM, TARVELL_PROGRAM, static_cast<char*>(nullptr));
+    ::_exit(127);
+  }
+  // The picture of the splash screen is loaded after all that the program is linked with. Only this
+  // test, from which the process begins, has Qt's library for tests.
+  const auto isStarted = [program] {
+    return HasLoaded(program, "libqsvg") && !HasLoaded(program, "libQt6Test");
+  };
+  for (int look = 0; look < 1000 && !isStarted(); ++look) {
+    ::usleep(20000);
+  }
+  EXPECT_TRUE(isStarted());
+  EXPECT_FALSE(HasLoaded(program, "QCustomPlot"));
+  EXPECT_FALSE(HasLoaded(program, "tarvell_curve"));
+  EXPECT_EQ(::kill(program, SIGKILL), 0);
+  int status = 0;
+  EXPECT_EQ(::waitpid(program, &status, 0), program);
+}
+
 }  // namespace
 }  // namespace tarvell
