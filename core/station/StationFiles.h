@@ -86,9 +86,10 @@ struct ReadBackNotice {
 [[nodiscard]] FileDate DueDateOf(const StationInstrument& instrument);
 
 /// Writes the instrument's file to the station's folder. `file` is the one that the instrument was
-/// read from or last saved to. What the save replaces goes into the history. Throws a Name error when the model number is not a valid file name or is that of the INDEX
-/// file, a Character error for text that the file cannot hold or that would be read back as another
-/// line, and the error of a failed save.
+/// read from or last saved to. What the save replaces goes into the history. Throws a Name error
+/// when the model number is not a valid file name or is that of the INDEX file, a Character error
+/// for text that the file cannot hold or that would be read back as another line, and the error of
+/// a failed save.
 void SaveInstrumentFile(const std::string& stationFolder, const StationInstrument& instrument,
                         StoredFile& file, Earlier earlier = Earlier::Keep);
 
@@ -97,8 +98,9 @@ void SaveInstrumentFile(const std::string& stationFolder, const StationInstrumen
                                                  const StationInstrument& instrument,
                                                  const StoredFile& file);
 
-/// Moves an instrument's file to the recycle bin, and keeps it in the history. A missing file is no error. Throws a Name error
-/// when the model number is not a valid file name, and a NotAFile error for a folder, which stays.
+/// Moves an instrument's file to the recycle bin, and keeps it in the history. A missing file is no
+/// error. Throws a Name error when the model number is not a valid file name, and a NotAFile error
+/// for a folder, which stays.
 void DeleteInstrumentFile(const std::string& stationFolder, const std::string& modelNumber,
                           Earlier earlier = Earlier::Keep);
 
