@@ -51,7 +51,7 @@ class CommandLine : public testing::Test {
     tree_.Write(R"(c:\windows\tarvell.ini)",
                 Lines({";", ";", ";", "[Tarvell]", "SysRevision=A.02.61", "", "[Calfactors]",
                        "Dir=c:\\calfactors", "", "[Stations]", "Dir=c:\\stations"}));
-    tree_.Write(kSensor, Sensor("20270305", "98.8"));
+    tree_.Write(kSensor, Sensor("20270305", "99.8"));
     tree_.Write(R"(c:\stations\INDEX)", Lines({"BENCH1"}));
     tree_.Write(R"(c:\stations\BENCH1\INDEX)", Lines({"PX12A", "INDEX"}));
     WriteInstrument("5 MAR 2027");
@@ -176,26 +176,26 @@ TEST_F(CommandLine, ShowWritesHeaderAndTable) {
             "\n"
             "Frequency  [MHz]  Calibration factor[%]\n"
             "50                100.0\n"
-            "100               98.8\n");
+            "100               99.8\n");
   EXPECT_EQ(Run({"show", kInstrument}), kClean);
   EXPECT_EQ(console_.out.find("MODEL NUMBER   PX12A\nSERIAL NUMBER  3318A12345\n"), 0U);
   EXPECT_EQ(Run({"show", "c:\\gone"}), kCouldNotLook);
 }
 
 TEST_F(CommandLine, DiffComparesValuesNotBytes) {
-  tree_.Write("c:\\a", Sensor("20270305", "98.8"));
-  tree_.Write("c:\\b", Sensor("20270305", " 98.80"));
+  tree_.Write("c:\\a", Sensor("20270305", "99.8"));
+  tree_.Write("c:\\b", Sensor("20270305", " 99.80"));
   EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kClean);
   EXPECT_EQ(Run({"diff", "--bytes", "c:\\a", "c:\\b"}), kFindings);
-  EXPECT_EQ(console_.out, "Byte 412, line 12  57  32\n");
+  EXPECT_EQ(console_.out, "Byte 355, line 12  57  32\n");
 
-  std::string third = Sensor("20280305", "98.9");
+  std::string third = Sensor("20280305", "99.9");
   third.replace(third.find("*      50"), 9, "*      60");
   tree_.Write("c:\\b", third);
   EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
   EXPECT_EQ(console_.out,
             "Due                         5 MAR 2027  5 MAR 2028\n"
-            "100, Calibration factor[%]  98.8        98.9\n"
+            "100, Calibration factor[%]  99.8        99.9\n"
             "50                          50 | 100.0  (none)\n"
             "60                          (none)      60 | 100.0\n");
 }

@@ -38,7 +38,7 @@ const Texts kSensorLines = {
     "!        :              : Reflection Coefficient",
     "!FEQ(MHz): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)",
     "*      50:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  ",
-    "*     100:     98.8     :    0.0    :     0.0    :    0.0    :     0.0  ",
+    "*     100:     99.8     :    0.0    :     0.0    :    0.0    :     0.0  ",
     "!End"};
 
 const Texts kAttenuatorLines = {"#MODEL_NO : PX60G",
@@ -390,14 +390,14 @@ TEST(Survey, ReadsEachFileOnceAndShowsItsRowAtOnce) {
   EXPECT_EQ(progress, 0);
   while (survey.Rows().empty() && survey.Step()) {
   }
-  EXPECT_EQ(platform.opened, 2) << "the INDEX of the root, and the first data set";
+  EXPECT_EQ(platform.opened, 3) << "the limits, the INDEX of the stations, the first data set";
   EXPECT_EQ(survey.Rows().size(), 1U);
   while (survey.Step()) {
     EXPECT_GE(survey.Progress(), progress);
     progress = survey.Progress();
   }
   EXPECT_EQ(survey.Progress(), 1);
-  EXPECT_EQ(platform.opened, 6);
+  EXPECT_EQ(platform.opened, 7);
 }
 
 }  // namespace
