@@ -243,8 +243,10 @@ class Monkey {
 
   void UseFileDialog(QWidget& dialog) {
     // Only its text box: its lists could rename and delete files outside the test.
-    const bool folders = qobject_cast<QFileDialog*>(&dialog)->fileMode() == QFileDialog::Directory;
-    if (Chance(30)) {
+    const auto* files = qobject_cast<QFileDialog*>(&dialog);
+    const bool folders = files->fileMode() == QFileDialog::Directory;
+    // An export could be written outside the test.
+    if (Chance(30) || files->acceptMode() == QFileDialog::AcceptSave) {
       Key(&dialog, Qt::Key_Escape);
       return;
     }
