@@ -3,12 +3,10 @@
 
 #include "exchange/Export.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "core/caldata/SetPages.h"
@@ -36,19 +34,25 @@ std::string DateOf(const std::string& year, const std::string& month, const std:
                                                                        : std::string();
 }
 
-/// The header fields with the names that key lines have.
-std::vector<std::pair<std::string, std::string>> HeaderOf(const Model& model,
-                                                          const EditorState& state) {
+/// A header field, by its names in CSV and JSON.
+struct ExportedField {
+  std::string key;
+  std::string member;
+  std::string value;
+};
+
+std::vector<ExportedField> HeaderOf(const Model& model, const EditorState& state) {
   const DraftHeader& header = state.header;
-  std::vector<std::pair<std::string, std::string>> fields = {
-      {"Model", std::string(model.code)},
-      {"Serial number", header.serialNumber},
-      {"Calibration number", header.calibrationNumber},
-      {"Calibration date", DateOf(header.calYear, header.calMonth, header.calDay)},
-      {"Due date", DateOf(header.dueYear, header.dueMonth, header.dueDay)},
-      {"Comment", header.comment}};
+  std::vector<ExportedField> fields = {
+      {"Model", "model", std::string(model.code)},
+      {"Serial number", "serialNumber", header.serialNumber},
+      {"Calibration number", "calibrationNumber", header.calibrationNumber},
+      {"Calibration date", "calibrationDate",
+       DateOf(header.calYear, header.calMonth, header.calDay)},
+      {"Due date", "dueDate", DateOf(header.dueYear, header.dueMonth, header.dueDay)},
+      {"Comment", "comment", header.comment}};
   if (state.option) {
-    fields.emplace_back("Option", *state.option ? "001" : "none");
+    fields.push_back({"Option", "option", *state.option ? "001" : "none"});
   }
   return fields;
 }
@@ -94,8 +98,8 @@ void AppendKey(std::string& csv, const std::string& key, const std::string& valu
 std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState& state) {
   std::string csv;
   AppendKey(csv, "Format", std::string(kExportFormat));
-  for (const auto& [key, value] : HeaderOf(model, state)) {
-    AppendKey(csv, key, value);
+  for (const ExportedField& field : HeaderOf(model, state)) {
+    AppendKey(csv, field.key, field.value);
   }
   for (const std::int16_t page : ShownPages(state)) {
     const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
@@ -117,20 +121,10 @@ std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState&
 
 std::string JsonOf(const Model& model, const cifCaldata& data, const EditorState& state) {
   using Json = nlohmann::ordered_json;
-  constexpr std::pair<std::string_view, std::string_view> kNames[] = {
-      {"Model", "model"},
-      {"Serial number", "serialNumber"},
-      {"Calibration number", "calibrationNumber"},
-      {"Calibration date", "calibrationDate"},
-      {"Due date", "dueDate"},
-      {"Comment", "comment"},
-      {"Option", "option"}};
   Json json = {{"format", "tarvell-data-set"}, {"version", 1}};
-  for (const auto& [key, value] : HeaderOf(model, state)) {
-    const auto* name =
-        std::ranges::find(kNames, key, &std::pair<std::string_view, std::string_view>::first);
-    if (!value.empty()) {
-      json[std::string(name->second)] = value;
+  for (const ExportedField& field : HeaderOf(model, state)) {
+    if (!field.value.empty()) {
+      json[field.member] = field.value;
     }
   }
   Json pages = Json::array();

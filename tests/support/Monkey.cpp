@@ -169,8 +169,10 @@ void Monkey::UseBox(QMessageBox& box) {
 
 void Monkey::UseFileDialog(QWidget& dialog) {
   // Only its text box: its lists could rename and delete files outside the test.
-  const bool folders = qobject_cast<QFileDialog*>(&dialog)->fileMode() == QFileDialog::Directory;
-  if (hands_.Chance(30)) {
+  const auto* files = qobject_cast<QFileDialog*>(&dialog);
+  const bool folders = files->fileMode() == QFileDialog::Directory;
+  // An export could be written outside the test.
+  if (hands_.Chance(30) || files->acceptMode() == QFileDialog::AcceptSave) {
     hands_.Key(&dialog, Qt::Key_Escape);
     return;
   }
