@@ -15,6 +15,7 @@
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/NoticeLine.h"
 #include "support/ClickInMenu.h"
+#include "support/ErrorOf.h"
 #include "support/KeptFiles.h"
 
 namespace tarvell {
@@ -33,6 +34,10 @@ std::vector<Texts> CellsOf(QWidget& screen, const QString& name) {
     }
   }
   return rows;
+}
+
+std::string LabelOf(QWidget& screen, const QString& name) {
+  return Find<QLabel>(screen, name).text().toStdString();
 }
 
 void ClickRow(QWidget& screen, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -106,7 +111,7 @@ TEST_P(Versions, AreListedWithDatesNumberAndWhoReplacedThem) {
     Press(Qt::Key_Down);
     Press(Qt::Key_Down);
     EXPECT_EQ(CellsOf(history, "tblData").at(0).at(1), HasPages() ? Values()[0] : "98.00");
-    EXPECT_TRUE(Contains(TextOf(history, "lblHeader"), "calibration number C-1"));
+    EXPECT_TRUE(Contains(LabelOf(history, "lblHeader"), "calibration number C-1"));
   });
 }
 
@@ -114,7 +119,7 @@ TEST_P(Versions, AreComparedWhenTwoAreSelected) {
   AtHistory([&](frmHistory& history) {
     ClickRow(history, 0);
     ClickRow(history, 2, Qt::ControlModifier);
-    EXPECT_TRUE(Contains(TextOf(history, "lblHeader"),
+    EXPECT_TRUE(Contains(LabelOf(history, "lblHeader"),
                          "Earlier: Serial number 3318A12345, "
                          "calibration number C-1"));
     const std::vector<Texts> rows = CellsOf(history, "tblData");
@@ -154,11 +159,11 @@ TEST_P(Versions, ThatWereChangedByHandAreMarked) {
   AtHistory([&](frmHistory& history) {
     EXPECT_EQ(CellsOf(history, "tblVersions").at(1).back(),
               "Changed by hand: it is not what the program saved.");
-    EXPECT_TRUE(Contains(TextOf(history, "notices"),
+    EXPECT_TRUE(Contains(LabelOf(history, "notices"),
                          "1 line of the journal cannot be read: it was cut off or changed."));
     ClickRow(history, 1);
     EXPECT_EQ(CellsOf(history, "tblData"), std::vector<Texts>{{"cut"}});
-    EXPECT_TRUE(Contains(TextOf(history, "notices"), "The lines of the file are shown."));
+    EXPECT_TRUE(Contains(LabelOf(history, "notices"), "The lines of the file are shown."));
   });
 }
 
