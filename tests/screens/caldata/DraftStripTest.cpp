@@ -135,6 +135,7 @@ TEST_P(DraftOf, TheEditorIsOfferedAgainWhenRestoringItWasUndone) {
   EditAgain([](CalEditor& editor) {
     Click(editor, "btnRestore");
     EXPECT_FALSE(IsOffered(editor));
+    GridOf(editor).setFocus();
     Press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Values()[0]);
     QTRY_VERIFY(IsOffered(editor));

@@ -125,7 +125,7 @@ class Onlooker {
 void Print(const QString& text) {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   std::cout << std::chrono::duration_cast<std::chrono::milliseconds>(now).count() << ' '
-            << text.toStdString() << std::endl;
+            << QString(text).replace('\n', "\\n").toStdString() << std::endl;
 }
 
 /// Presses a random key where the keyboard is, but no button: that could save or leave the editor.

@@ -252,8 +252,8 @@ TEST_F(ListHeads, AnInstrumentThatTheFilterHidesIsNotDeletedAndEnterLoadsTheOthe
 }
 
 TEST_F(ListHeads, AListSortedByDueDateStaysSortedAfterASaveAndFilteredAfterACancel) {
-  WriteCalFile("PX12A", "SNA", {.serial = "A", .dueDate = "20020305"});
-  WriteCalFile("PX12A", "SNb", {.serial = "b", .dueDate = "20030305"});
+  WriteCalFile("PX12A", "SNA", {.serial = "A", .dueDate = "20020305", .comment = "x"});
+  WriteCalFile("PX12A", "SNb", {.serial = "b", .dueDate = "20030305", .comment = "x"});
   AtMenu([&](frmCalibrationMain& menu) {
     ClickEntry(menu, "LstInstrment", "PX12A");
     ClickInMenu(menu, "lstSerialNumberSort", "By due date");

@@ -68,7 +68,7 @@ TEST_F(UserSettings, ThatAreDamagedAreIgnoredAndReplaced) {
 
 TEST_F(UserSettings, HoldTheSizeOfAScreenAndTheWidthsThatTheUserGaveItsColumns) {
   QSize size;
-  int width = 0;
+  double share = 0;
   ShowFile({.rows = ManyRows(2)}, [&](frmCalDataInput& editor) {
     editor.resize(editor.size() + QSize(60, 40));
     size = editor.size();
@@ -80,14 +80,15 @@ TEST_F(UserSettings, HoldTheSizeOfAScreenAndTheWidthsThatTheUserGaveItsColumns) 
     QTest::mousePress(view, Qt::LeftButton, {}, edge);
     QTest::mouseMove(view, edge + QPoint(50, 0));
     QTest::mouseRelease(view, Qt::LeftButton, {}, edge + QPoint(50, 0));
-    width = grid.columnWidth(0);
-    EXPECT_NE(width, grid.columnWidth(1));
+    share = grid.columnWidth(0) / (1.0 * grid.columnWidth(0) + grid.columnWidth(1));
+    EXPECT_GT(share, 0.52);
   });
   frmCalDataInput other(nullptr);
   user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
     EXPECT_EQ(editor.size(), size);
     const auto& grid = Find<CalGrid>(editor, "Grid");
-    EXPECT_NEAR(grid.columnWidth(0), width, 1);
+    const double now = grid.columnWidth(0) / (1.0 * grid.columnWidth(0) + grid.columnWidth(1));
+    EXPECT_NEAR(now, share, 0.01);
     editor.reject();
   });
   other.SetupDat(0, "PX12A");
