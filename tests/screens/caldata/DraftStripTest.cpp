@@ -152,8 +152,7 @@ TEST_P(DraftOf, TheEditorBringsTheNotesOfTheCellsBack) {
   Edit([](CalEditor& editor) { TypeAndEscape(editor, 1, "98,57"); });
   EditAgain([](CalEditor& editor) {
     Click(editor, "btnRestore");
-    EXPECT_TRUE(Notices(editor).contains("\"98,57\" is not a number"))
-        << Notices(editor).toStdString();
+    EXPECT_TRUE(HasNotice(editor, "\"98,57\" is not a number"));
   });
 }
 
@@ -171,8 +170,7 @@ TEST_P(DraftOf, TheEditorKeepsWhatAColleagueSavedMeanwhile) {
   EditAgain([&](CalEditor& editor) {
     EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().contains("have been saved since"));
     Click(editor, "btnRestore");
-    EXPECT_TRUE(Notices(editor).contains("2 values were saved after the draft was begun"))
-        << Notices(editor).toStdString();
+    EXPECT_TRUE(HasNotice(editor, "2 values were saved after the draft was begun"));
     Click(editor, "btnOk");
   });
   newer.comment = "mine";
