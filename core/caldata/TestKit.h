@@ -28,8 +28,7 @@ void CopyTestKitFile(const std::string& source, const std::string& modelFolder,
 /// it does.
 [[nodiscard]] Replacement TestKitWouldReplace(const std::filesystem::path& source,
                                               const std::string& modelFolder);
-Replacement TestKitWouldReplace(const std::string& source,
-                                const std::string& modelFolder) = delete;
+Replacement TestKitWouldReplace(const std::string& source, const std::string& modelFolder) = delete;
 
 }  // namespace tarvell
 

@@ -130,8 +130,7 @@ TEST_F(TestKit, TheDataFileItselfIsRefusedAlsoThroughALink) {
 
 TEST_F(TestKit, AMissingFolderIsAnErrorAndIsNotMade) {
   WriteSource(kKit);
-  const Error error =
-      ErrorOf([&] { CopyTestKitFile(Source(), "c:\\calfactors\\RT410B"); });
+  const Error error = ErrorOf([&] { CopyTestKitFile(Source(), "c:\\calfactors\\RT410B"); });
   EXPECT_EQ(error.Kind(), ErrorKind::WriteFailed);
   EXPECT_EQ(error.Path(), R"(c:\calfactors\RT410B\SN12345)");
   EXPECT_TRUE(Contains(error.Text(), "save")) << error.Text();
