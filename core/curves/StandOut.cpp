@@ -192,7 +192,12 @@ class Judge {
 std::vector<OddValue> ValuesThatStandOut(std::span<const CurveValue> values,
                                          std::span<const CurveLine> lines) {
   constexpr std::size_t kShareThatMayStandOut = 4;
+  // Fewer show no curve that one of them could leave.
+  constexpr std::size_t kFewestValues = 5;
   std::vector<OddValue> odd;
+  if (values.size() < kFewestValues) {
+    return odd;
+  }
   Judge judge(values, lines);
   while (odd.size() < (values.size() + kShareThatMayStandOut - 1) / kShareThatMayStandOut) {
     const std::optional<OddValue> worst = judge.TakeWorst();

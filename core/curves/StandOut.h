@@ -33,7 +33,7 @@ struct OddValue {
 /// ways; it stands out when it is further from their median than its tolerance, than some times
 /// what is usual on these curves, and than the ways differ. A value that stands out is then left
 /// out, so that it does not spoil the judgement of its neighbours. Each line must be sorted by x.
-/// Never more than a quarter of the values stand out.
+/// Never more than a quarter of the values stand out, and none of fewer than five.
 [[nodiscard]] std::vector<OddValue> ValuesThatStandOut(std::span<const CurveValue> values,
                                                        std::span<const CurveLine> lines);
 
