@@ -12,6 +12,7 @@
 #include "core/caldata/CalFileList.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/TableRows.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
@@ -36,11 +37,17 @@ void TakeHeader(const std::string& bytes, const std::string& path, Calibration& 
 }
 
 ReadablePage TableOf(const Model& model, const cifCaldata& data, std::int16_t page) {
-  constexpr std::int16_t kColumns = 5;  // no table has more
-  MemoryGrid grid(kColumns);
+  MemoryGrid grid(kTableColumns);
   data.GetCalData(page, grid);
+  TableRowList rows = grid.Rows();
+  // A table may use fewer columns, and only those have captions.
+  const auto unused = std::ranges::find(rows.front(), std::string());
+  const auto columns = static_cast<std::size_t>(unused - rows.front().begin());
+  for (TableRow& row : rows) {
+    row.resize(std::min(row.size(), columns));
+  }
   const bool hasSetting = model.family == ModelFamily::StepAttenuator;
-  return {data.GetCalPageName(page), grid.Rows(), hasSetting ? std::size_t{2} : std::size_t{1}};
+  return {data.GetCalPageName(page), std::move(rows), hasSetting ? std::size_t{2} : std::size_t{1}};
 }
 
 ReadablePage LinesOf(const std::string& path) {

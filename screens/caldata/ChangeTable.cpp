@@ -41,7 +41,7 @@ ChangeTable::ChangeTable(CalGrid* grid, QWidget* parent)
   setWordWrap(false);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(grid->verticalHeader()->defaultSectionSize());
   horizontalHeader()->setSectionsClickable(false);
@@ -78,7 +78,7 @@ void ChangeTable::FitWidth() {
         column, std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)));
     width += columnWidth(column);
   }
-  setFixedWidth(width);
+  setMaximumWidth(width);
 }
 
 }  // namespace tarvell

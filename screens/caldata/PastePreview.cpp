@@ -13,6 +13,7 @@
 
 #include "core/caldata/TableRows.h"
 #include "screens/caldata/ChangedCell.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Handbook.h"
 #include "screens/widgets/QtText.h"
@@ -58,6 +59,7 @@ PastePreview::PastePreview(const PastedTable& table, const QStringList& captions
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
   FitToDisplay(this);
   OfferHandbook(this, chapter::kPastedTables);
+  GiveAltKey(ui_->tblPreview, Qt::Key_T);
   EnterPressesFocusedButton(this);
   if (ui_->btnOk->isEnabled()) {
     ui_->btnOk->setFocus();

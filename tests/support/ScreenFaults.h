@@ -49,6 +49,8 @@ struct ScreenFault {
 template <typename Press, typename PressAgain>
 void PressUnderEachFault(FaultPlatform& platform, const Press& press,
                          const PressAgain& pressAgain) {
+  // A history that fails is another question.
+  platform.sparesHistory = true;
   for (const ScreenFault& fault : ScreenFaults()) {
     SCOPED_TRACE(testing::Message() << fault.step << ": " << fault.reason);
     platform.failAtByte = 3;

@@ -411,7 +411,8 @@ TEST_F(CalibrationMenu, DeleteSelectsTheFirstModelThatIsLeft) {
     }
   });
   RunMenu();
-  EXPECT_EQ(tree_.Names(kRoot), (Texts{"OTHER", "PX12A", "RT410A"})) << "the folders stay";
+  EXPECT_EQ(tree_.Names(kRoot), (Texts{"OTHER", "PX12A", "RT410A", "history.tarvell"}))
+      << "the folders stay";
 }
 
 }  // namespace

@@ -446,7 +446,8 @@ class Origins : public EitherEditor {
   }
 
   static std::string LeftNotice(int count) {
-    return std::to_string(count) + " values and both dates are defaults that nobody has entered.";
+    return std::to_string(count) + (count == 1 ? " value" : " values") +
+           " and both dates are defaults that nobody has entered.";
   }
 };
 

@@ -207,7 +207,6 @@ TEST_F(SensorPoints, KeepTheirMarksWhenRowsComeAndGo) {
     TypeCell(editor, 2, 1, "abc");
     const Texts notices = NoticesOf(editor);
     EXPECT_EQ(notices.size(), 1U);
-    AddPoint(editor, "50.01", "MHz");
     AddPoint(editor, "20", "MHz");
     EXPECT_EQ(marked(), std::vector<int>{3});
     EXPECT_EQ(NoticesOf(editor), notices);
