@@ -71,6 +71,14 @@ const std::array kKnownMessages = {
     "Line \\d+: (It has \\d+ columns, and the table has \\d+|The table has no value in this "
     "place\\.|There is no value\\.|The character \".+\" in \".+\" cannot be stored in a data "
     "file\\.|\".+\" is not a number|.+ is too large to be calculated with\\.).*",
+    // Certificates.
+    "The file is (empty|larger than .+|not a text)[.,] .*",
+    "The file cannot be read as a certificate: .*",
+    "The certificate has more than \\d+ values\\. .*",
+    // Drafts and the history.
+    "What was typed is not kept as a draft\\. Close without saving\\?.*",
+    "The earlier data cannot be kept in the history\\. Do you want to .+ without it\\?.*",
+    "Do you want to put back this version of .+\\?.*",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",

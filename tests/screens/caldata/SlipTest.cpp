@@ -102,6 +102,8 @@ TEST_F(SlipMarks, ARowThatWasLeftOutIsReported) {
         << NoticesOf(editor).join('\n').toStdString();
     // Removing rows moves what is judged, and the marks with it.
     DeletePoint(editor, "200MHz", QMessageBox::Yes);
+    Settle();
+    EXPECT_EQ(grid.model()->rowCount(), 5);
     editor.reject();
   });
   editor_.SetupDat(0, "PX12A", CalEditor::Begin::NewCalibration);

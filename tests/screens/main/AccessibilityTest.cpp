@@ -362,7 +362,8 @@ TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
       const bool ends = EndsTheScreen(*walk[i]);
       const bool endedBefore = EndsTheScreen(*walk[i - 1]);
       EXPECT_TRUE((isInOrder || (ends && !endedBefore)) && (ends || !endedBefore))
-          << Describe(*walk[i]) << " comes after " << Describe(*walk[i - 1]);
+          << Describe(*walk[i]) << " comes after " << Describe(*walk[i - 1]) << " in "
+          << testing::PrintToString(NamesOf(walk));
     }
     std::vector<QWidget*> back = Walk(*first, Qt::Key_Backtab, expected.size());
     std::reverse(back.begin() + 1, back.end());
