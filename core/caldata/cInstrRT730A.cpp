@@ -162,6 +162,7 @@ class cInstrRT730A::Reader final : public SetReader {
  private:
   static std::vector<Page> Sections() {
     std::vector<Page> sections;
+    sections.reserve(kResistorPage.size());
     for (const ResistorPage& page : kResistorPage) {
       sections.push_back(
           {"section \"" + std::string(page.name) + "\"", ", or its title is damaged", false});

@@ -4,6 +4,7 @@
 #include "screens/caldata/GridModel.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QPalette>
 #include <QRegularExpression>
 #include <QStyle>

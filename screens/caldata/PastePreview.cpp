@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "core/caldata/TableRows.h"
 #include "screens/caldata/ChangedCell.h"
@@ -31,8 +32,8 @@ QString Points(std::size_t count) {
 
 }  // namespace
 
-PastePreview::PastePreview(const PastedTable& table, const QStringList& captions, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::PastePreview>()), table_(table) {
+PastePreview::PastePreview(PastedTable table, const QStringList& captions, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::PastePreview>()), table_(std::move(table)) {
   ui_->setupUi(this);
   ui_->lblSummary->setText(Summary());
   const std::size_t missing = table_.Count(Change::Missing);

@@ -23,7 +23,7 @@ class PastePreview final : public QDialog {
 
  public:
   /// `captions` are those of the table's columns.
-  PastePreview(const PastedTable& table, const QStringList& captions, QWidget* parent);
+  PastePreview(PastedTable table, const QStringList& captions, QWidget* parent);
   PastePreview(const PastePreview&) = delete;
   PastePreview& operator=(const PastePreview&) = delete;
   ~PastePreview() override;

@@ -185,7 +185,9 @@ void frmCalDataInput::btnDeletePoint_Click() {
 
 void frmCalDataInput::DeletePoints() {
   Cells().Commit();
-  const auto [first, last] = ui_->Grid->SelectedRows();
+  const auto rows = ui_->Grid->SelectedRows();
+  const GridRow first = rows.first;
+  const GridRow last = rows.second;
   if (first == kCaptionRow) {
     return;
   }

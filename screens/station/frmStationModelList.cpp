@@ -328,7 +328,7 @@ bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
   return entry != nullptr && unsaved_.contains(entry->data(kUnsavedRole).toInt());
 }
 
-void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) const {
+void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) {
   entry->setData(kUnsavedRole, number);
   UnmarkDueDate(entry);
   SetEntryIcon(entry, QStyle::SP_MessageBoxWarning);

@@ -83,7 +83,7 @@ class frmStationModelList final : public QDialog {
   /// Marks the entries by the due dates in their files.
   void MarkDueDates();
   static void MarkInstrument(QListWidgetItem* entry, const StationInstrument& instrument);
-  void MarkUnsaved(QListWidgetItem* entry, int number) const;
+  static void MarkUnsaved(QListWidgetItem* entry, int number);
   void SetSaved(QListWidgetItem* entry);
   /// If the fields show an instrument that is not saved, keeps their contents.
   void KeepUnsaved();

@@ -3,6 +3,7 @@
 
 #include "screens/widgets/AltKeys.h"
 
+#include <QAbstractButton>
 #include <QKeySequence>
 #include <QShortcut>
 

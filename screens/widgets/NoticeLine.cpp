@@ -11,6 +11,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <ranges>
 
 namespace tarvell {
 
@@ -73,8 +74,8 @@ QString NoticeLine::About(const QString& subject) const {
 
 QStringList NoticeLine::Notices() const {
   QStringList texts;
-  for (auto notice = notices_.rbegin(); notice != notices_.rend(); ++notice) {
-    texts << notice->second;
+  for (const auto& [subject, text] : notices_ | std::views::reverse) {
+    texts << text;
   }
   return texts;
 }
