@@ -32,8 +32,8 @@ struct MarkedRow {
 std::vector<MarkedRow> RowsWithMarks(const DraftPage& page) {
   std::vector<MarkedRow> rows;
   for (const Row& cells : page.rows) {
-    MarkedRow& row = rows.emplace_back(cells, std::vector<Origin>(cells.size(), Origin::File),
-                                       Row(cells.size()));
+    rows.push_back({cells, std::vector<Origin>(cells.size(), Origin::File), Row(cells.size())});
+    MarkedRow& row = rows.back();
     for (std::size_t column = 0; column < cells.size(); ++column) {
       const Cell cell = {RowOf(TableIndex{rows.size() - 1}), static_cast<std::int16_t>(column)};
       const auto origin = page.origins.find(cell);

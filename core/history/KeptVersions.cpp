@@ -84,11 +84,11 @@ void LeaveOutUnfinished(FileHistory& history) {
     return version.state == VersionState::AsKept || version.state == VersionState::NoJournal;
   };
   std::vector<KeptVersion>& versions = history.versions;
-  const auto repeated =
-      std::ranges::unique(versions, [&](const KeptVersion& later, const KeptVersion& version) {
+  const auto repeated = std::unique(
+      versions.begin(), versions.end(), [&](const KeptVersion& later, const KeptVersion& version) {
         return later.bytes == version.bytes && isWhole(later) && isWhole(version);
       });
-  versions.erase(repeated.begin(), repeated.end());
+  versions.erase(repeated, versions.end());
   if (!versions.empty() && isWhole(versions.front()) && versions.front().bytes == history.current) {
     versions.erase(versions.begin());
   }

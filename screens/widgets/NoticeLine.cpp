@@ -11,7 +11,6 @@
 #include <QTextLayout>
 
 #include <algorithm>
-#include <ranges>
 
 namespace tarvell {
 
@@ -74,9 +73,8 @@ QString NoticeLine::About(const QString& subject) const {
 
 QStringList NoticeLine::Notices() const {
   QStringList texts;
-  for (const auto& [subject, text] : notices_ | std::views::reverse) {
-    texts << text;
-  }
+  std::for_each(notices_.rbegin(), notices_.rend(),
+                [&](const auto& notice) { texts << notice.second; });
   return texts;
 }
 
