@@ -21,7 +21,7 @@ namespace tarvell::cli {
 namespace {
 
 constexpr int kDaysOfAWeek = 7;
-constexpr int kMostDays = 36500;
+constexpr int kDayLimit = 36500;
 
 FileDate LocalDay(std::time_t now) {
   std::tm local{};
@@ -38,7 +38,7 @@ int DaysIn(const std::string& text) {
     throw CLI::ValidationError("--within", "give a number of days or weeks, such as 30d or 4w");
   }
   const int days = std::stoi(text.substr(0, digits)) * (unit == "w" ? kDaysOfAWeek : 1);
-  if (days > kMostDays) {
+  if (days > kDayLimit) {
     throw CLI::ValidationError("--within", "give at most 36500 days");
   }
   return days;

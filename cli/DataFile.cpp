@@ -21,7 +21,7 @@ namespace tarvell::cli {
 
 namespace {
 
-constexpr std::int16_t kMostColumns = 7;
+constexpr std::int16_t kColumnLimit = 7;
 
 const Model* ModelOf(std::string_view bytes, const std::string& path) {
   std::string_view rest = bytes;
@@ -81,7 +81,7 @@ std::vector<NamedValue> HeaderValues(const CalFileInfo& header) {
 std::vector<PageTexts> PagesOf(const cifCaldata& data) {
   std::vector<PageTexts> pages;
   for (std::int16_t number = 0; number < data.GetCalPageCount(); ++number) {
-    MemoryGrid grid(kMostColumns);
+    MemoryGrid grid(kColumnLimit);
     data.GetCalData(number, grid);
     PageTexts page;
     page.name = data.GetCalPageName(number);

@@ -20,12 +20,12 @@ namespace tarvell {
 namespace {
 
 /// Far more than any certificate has.
-constexpr std::size_t kMostValues = 200'000;
+constexpr std::size_t kValueLimit = 200'000;
 
 std::vector<std::string> WordsIn(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\n";
   std::vector<std::string> words;
-  while (words.size() <= kMostValues) {
+  while (words.size() <= kValueLimit) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     if (text.empty()) {
       break;
@@ -290,8 +290,8 @@ class TableReader {
 
   void Count(std::size_t values) {
     count_ += values;
-    if (count_ > kMostValues) {
-      throw Error(ErrorKind::Type, "The certificate has more than " + std::to_string(kMostValues) +
+    if (count_ > kValueLimit) {
+      throw Error(ErrorKind::Type, "The certificate has more than " + std::to_string(kValueLimit) +
                                        " values. Ask for one with the results only.");
     }
   }

@@ -20,10 +20,10 @@ constexpr std::string_view kDcc = "https://ptb.de/dcc";
 constexpr std::string_view kSi = "https://ptb.de/si";
 
 // Far above every certificate, and small enough to be read at once.
-constexpr std::ptrdiff_t kMostTags = 1'000'000;
-constexpr std::ptrdiff_t kMostAttributes = 2'000'000;
+constexpr std::ptrdiff_t kTagLimit = 1'000'000;
+constexpr std::ptrdiff_t kAttributeLimit = 2'000'000;
 constexpr int kDeepest = 100;
-constexpr std::size_t kMostNamespaces = 64;
+constexpr std::size_t kNamespaceLimit = 64;
 
 Error NoCertificate(const std::string& why) {
   return {ErrorKind::Type, "The file cannot be read as a certificate: " + why};
@@ -61,8 +61,8 @@ std::string AsUtf8(std::string_view bytes) {
 }
 
 void CheckSize(std::string_view text) {
-  if (std::ranges::count(text, '<') > kMostTags ||
-      std::ranges::count(text, '=') > kMostAttributes) {
+  if (std::ranges::count(text, '<') > kTagLimit ||
+      std::ranges::count(text, '=') > kAttributeLimit) {
     throw NoCertificate("it has more elements than any certificate.");
   }
 }
@@ -126,7 +126,7 @@ class Renaming {
             {depth, name.substr(std::min<std::size_t>(name.size(), 6)), attribute.value()});
       }
     }
-    if (declared_.size() > kMostNamespaces) {
+    if (declared_.size() > kNamespaceLimit) {
       throw NoCertificate("it declares more namespaces than any certificate.");
     }
     const std::string name = node.name();

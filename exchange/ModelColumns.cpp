@@ -124,8 +124,8 @@ std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
 
 std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
                                       std::int16_t page) {
-  constexpr std::int16_t kMostColumns = 5;
-  MemoryGrid grid(kMostColumns);
+  constexpr std::int16_t kColumnLimit = 5;
+  MemoryGrid grid(kColumnLimit);
   data.GetCalData(page, grid);
   std::vector<ModelColumn> columns = ColumnsOf(model, page);
   std::int16_t number = 0;

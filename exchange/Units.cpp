@@ -71,7 +71,7 @@ constexpr std::array<Prefix, 16> kPrefixes = {{{"T", "tera", 12},
                                                {"f", "femto", -15}}};
 
 constexpr int kLargestExponent = 9;
-constexpr std::size_t kMostWords = 24;
+constexpr std::size_t kWordLimit = 24;
 
 const KnownUnit* UnitNamed(std::string_view name) {
   if (name == "\u03A9" || name == "\u2126") {
@@ -116,12 +116,12 @@ std::optional<Unit> PlainUnit(std::string_view text) {
 /// The words of a D-SI text without their backslashes; nothing for a text that has no such form.
 std::vector<std::string_view> WordsOfDsi(std::string_view text) {
   std::vector<std::string_view> words;
-  while (text.starts_with('\\') && words.size() <= kMostWords) {
+  while (text.starts_with('\\') && words.size() <= kWordLimit) {
     text.remove_prefix(1);
     words.push_back(WithoutBlanks(text.substr(0, text.find('\\'))));
     text.remove_prefix(std::min(text.find('\\'), text.size()));
   }
-  return text.empty() && words.size() <= kMostWords ? words : std::vector<std::string_view>();
+  return text.empty() && words.size() <= kWordLimit ? words : std::vector<std::string_view>();
 }
 
 template <typename Table>
@@ -286,7 +286,7 @@ std::string ShownUnit(std::string_view unit) {
 }
 
 std::string Shifted(std::string_view number, int power) {
-  constexpr int kMostZeros = 40;
+  constexpr int kZeroLimit = 40;
   const bool isNegative = number.starts_with('-');
   number.remove_prefix(isNegative || number.starts_with('+') ? 1 : 0);
   const std::size_t end = std::min(number.find_first_of("Ee"), number.size());
@@ -296,7 +296,7 @@ std::string Shifted(std::string_view number, int power) {
     exponent += NumericValueOrInfinity(number.substr(end + 1));
   }
   const std::string sign = isNegative ? "-" : "";
-  if (exponent > kMostZeros || exponent < -kMostZeros) {
+  if (exponent > kZeroLimit || exponent < -kZeroLimit) {
     // Too large or too small for any table; without digits of its own it would be read as it was.
     const bool isFinite = exponent > -1E6 && exponent < 1E6;
     return sign + std::string(mantissa) + "E" +

@@ -22,7 +22,7 @@ namespace tarvell {
 namespace {
 
 /// A table that repeats each point has fewer lines.
-constexpr std::size_t kMostLines = 4 * kTableRows;
+constexpr std::size_t kLineLimit = 4 * kTableRows;
 
 /// A point of the clipboard: its line, where it belongs, and the number to store.
 struct Point {
@@ -242,7 +242,7 @@ PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
   }
   const std::string room =
       " points. A table has room for " + std::to_string(kTableRows) + ". Copy fewer.";
-  if (table.Lines().size() > kMostLines) {
+  if (table.Lines().size() > kLineLimit) {
     throw Error(ErrorKind::Index,
                 "What is to be pasted has " + std::to_string(table.Lines().size()) + room);
   }

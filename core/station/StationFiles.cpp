@@ -245,7 +245,7 @@ std::vector<std::string> NamesWithoutIndex(const std::string& folder, SearchKind
 /// Whether a value in the bytes of a file is read and written as it is: single blanks between its
 /// words, and no more words than a line has besides its keyword.
 bool IsPlainValue(std::string_view value) {
-  static constexpr std::size_t kMostBlanks = 26;
+  static constexpr std::size_t kBlankLimit = 26;
   std::size_t blanks = 0;
   char before = ' ';
   for (const char c : value) {
@@ -255,7 +255,7 @@ bool IsPlainValue(std::string_view value) {
     blanks += c == ' ' ? 1U : 0U;
     before = c;
   }
-  return value.empty() || (before != ' ' && blanks <= kMostBlanks);
+  return value.empty() || (before != ' ' && blanks <= kBlankLimit);
 }
 
 /// Whether a text has at most four digits and no others, the first of which is not 0.
