@@ -44,11 +44,13 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
       tr("The calibration that the values are compared with, in the table and on the curve."));
   cmbEarlier_->setToolTip(cmbEarlier_->accessibleDescription());
   ChangeOnlyDeliberately(cmbEarlier_);
+  // As the curve: Tab leads from the table to the buttons, and the Alt key here.
+  cmbEarlier_->setFocusPolicy(Qt::ClickFocus);
   layout->addWidget(label);
   layout->addWidget(cmbEarlier_);
   layout->addStretch(1);
-  setFocusProxy(cmbEarlier_);
   hide();
+  setFocusProxy(cmbEarlier_);
   connect(cmbEarlier_, &QComboBox::currentIndexChanged, this, [this] {
     Load();
     emit Changed();

@@ -65,7 +65,6 @@ EditorCurve::EditorCurve(const Editor& editor)
   earlier_ = new EarlierChoice(side);
   rows->addLayout(tables, 1);
   rows->addWidget(earlier_);
-  QWidget::setTabOrder(editor_.grid, earlier_);
   GiveAltKey(pane_, Qt::Key_V);
   shown_->setObjectName("mnuCurve");
   shown_->setCheckable(true);
