@@ -136,7 +136,8 @@ std::optional<HistoryEvent> EventOf(const Fields& fields) {
 
 std::string UtcText(std::time_t time) {
   using namespace std::chrono;
-  const sys_seconds seconds = floor<std::chrono::seconds>(system_clock::from_time_t(time));
+  // The system's clock counts in nanoseconds, which many years of a journal exceed.
+  const sys_seconds seconds{std::chrono::seconds(time)};
   const year_month_day day(floor<days>(seconds));
   const hh_mm_ss clock(seconds - floor<days>(seconds));
   const auto two = [](auto number) { return AtLeastTwoDigits(static_cast<int>(number)); };
@@ -161,8 +162,8 @@ std::optional<std::time_t> UtcTimeOf(std::string_view text) {
   if (!text.empty() || year < 0 || !date.ok()) {
     return std::nullopt;
   }
-  const std::time_t time =
-      system_clock::to_time_t(sys_days(date) + hours(hour) + minutes(minute) + seconds(second));
+  const sys_seconds moment = sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
+  const std::time_t time = moment.time_since_epoch().count();
   return UtcText(time) == whole ? std::optional(time) : std::nullopt;
 }
 
