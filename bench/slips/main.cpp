@@ -155,7 +155,7 @@ void MeasureKind(const std::vector<Basis>& bases, const NamedSlip& slip, bool ha
         isMarked);
     tallies["of " + std::string(table.model->code) + (isPlain ? "" : " (near zero)")].Add(isMarked);
     if (slip.kind == SlipKind::RowLeftOut) {
-      tallies["a row left out, by the marks alone"].Add(!slips.marks.empty());
+      tallies["a row left out, by the marks only"].Add(!slips.marks.empty());
     }
     if (isPlain) {
       tallies["total"].Add(isMarked);

@@ -9,7 +9,7 @@ namespace tarvell {
 
 namespace {
 
-/// A value alone in the wrong row is more likely a slip in that value.
+/// If only one value is in the wrong row, a slip in that value is more likely.
 constexpr int kLeastWrong = 2;
 
 bool Fits(const std::optional<double>& value, const ShiftRow& row) {

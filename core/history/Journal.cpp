@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "core/numbers/Numbers.h"
+#include "core/text/PercentEscapes.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -29,52 +30,19 @@ std::string Escaped(std::string_view text) {
   if (text.empty()) {
     return std::string(kNothing);
   }
-  std::string escaped;
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    if (c == '\\') {
-      escaped += "\\\\";
-    } else if (code < 0x20 || code == 0x7F || text == kNothing) {
-      escaped += {'\\', 'x', kHexDigits[code >> 4U], kHexDigits[code & 15U]};
-    } else {
-      escaped += c;
-    }
-  }
-  return escaped;
-}
-
-/// The character that "\\" and `code` stand for, and the length of its code; "" is a bad code.
-std::pair<std::string, std::size_t> Coded(std::string_view code) {
-  if (code.starts_with('\\')) {
-    return {"\\", 1};
-  }
-  constexpr std::size_t kLength = 3;  // xHH
-  const std::size_t high =
-      code.size() < kLength ? std::string_view::npos : kHexDigits.find(code[1]);
-  const std::size_t low = code.size() < kLength ? std::string_view::npos : kHexDigits.find(code[2]);
-  if (high == std::string_view::npos || low == std::string_view::npos) {
-    return {"", 0};
-  }
-  return {std::string(1, static_cast<char>(high * kHexDigits.size() + low)), kLength};
+  return PercentEscaped(text, [text](unsigned char byte) {
+    constexpr unsigned char kBlank = 0x20;
+    constexpr unsigned char kDelete = 0x7F;
+    return byte >= kBlank && byte != kDelete && text != kNothing;
+  });
 }
 
 /// The text of a field; nothing if no text is written like this.
 std::optional<std::string> Unescaped(std::string_view field) {
-  if (field == kNothing) {
-    return std::string();
-  }
-  std::string text;
-  for (std::size_t i = 0; i < field.size(); ++i) {
-    if (field[i] != '\\') {
-      text += field[i];
-      continue;
-    }
-    const auto [character, length] = Coded(field.substr(i + 1));
-    text += character;
-    i += length;
-  }
+  std::optional<std::string> text =
+      field == kNothing ? std::string() : WithoutPercentEscapes(field);
   // A text is written in one way only.
-  return Escaped(text) == field ? std::optional(text) : std::nullopt;
+  return text && Escaped(*text) == field ? text : std::nullopt;
 }
 
 /// The fields of a line; false unless there are as many as an event has.

@@ -145,6 +145,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                             .page = [this] { return ShownPage(); }});
   slips_ = new SlipWatch({.grid = controls_.grid,
                           .notices = controls_.notices,
+                          .earlier = &curve_->Earlier(),
                           .page = [this] { return ShownPage(); }},
                          this);
   drafts_ = new DraftKeeper({.screen = this,
@@ -188,11 +189,7 @@ void CalEditor::WatchChanges() {
   for (const QAbstractButton* box : findChildren<QCheckBox*>()) {
     connect(box, &QAbstractButton::toggled, drafts_, changed);
   }
-  const GridModel* model = &controls_.grid->Model();
-  connect(model, &QAbstractItemModel::dataChanged, drafts_, changed);
-  connect(model, &QAbstractItemModel::rowsInserted, drafts_, changed);
-  connect(model, &QAbstractItemModel::rowsRemoved, drafts_, changed);
-  connect(model, &QAbstractItemModel::modelReset, drafts_, changed);
+  connect(&controls_.grid->Model(), &GridModel::Changed, drafts_, changed);
   connect(cellEditor_.get(), &CellEditor::Closed, drafts_, changed);
 }
 
@@ -319,7 +316,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   showHistory_->setEnabled(hasFile);
   curve_->Begin(*model_, *data_, filePath_);
   drafts_->Start(modelCode, filePath_);
-  slips_->Begin(*data_, *model_, filePath_);
+  slips_->Begin(*model_);
   exec();
   slips_->End();
   drafts_->End();

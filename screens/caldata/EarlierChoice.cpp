@@ -9,6 +9,7 @@
 
 #include <cstddef>
 
+#include "core/caldata/TableRows.h"
 #include "core/dates/Months.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/QtText.h"
@@ -17,9 +18,6 @@
 namespace tarvell {
 
 namespace {
-
-/// No table has more columns.
-constexpr std::int16_t kColumnCount = 5;
 
 QString DateText(const FileDate& date) {
   return QString("%1 %2 %3").arg(date.day).arg(ToQt(NumberToMonth(date.month))).arg(date.year);
@@ -57,15 +55,19 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
   });
 }
 
-void EarlierChoice::Begin(const Model& model, const std::string& path, const FileDate& shown) {
+void EarlierChoice::Begin(const Model& model, const cifCaldata& compared, const std::string& path) {
   const QSignalBlocker blocker(cmbEarlier_);
+  FileDate date;
+  std::string month;
+  compared.GetCalDate(date.year, month, date.day);
+  date.month = MonthToNumber(month);
   model_ = &model;
   cmbEarlier_->clear();
   calibrations_ = path.empty() ? std::vector<Calibration>() : CalibrationsOf(path);
   for (const Calibration& calibration : calibrations_) {
     cmbEarlier_->addItem(NameOf(calibration));
   }
-  const Calibration* earlier = EarlierCalibration(calibrations_, shown);
+  const Calibration* earlier = EarlierCalibration(calibrations_, date);
   setVisible(earlier != nullptr);
   cmbEarlier_->setCurrentIndex(earlier != nullptr ? static_cast<int>(earlier - calibrations_.data())
                                                   : -1);
@@ -95,7 +97,7 @@ bool EarlierChoice::Fill(std::int16_t page, MemoryGrid& grid) const {
   if (!chosen_ || page >= chosen_->GetCalPageCount()) {
     return false;
   }
-  grid.Clear(kColumnCount);
+  grid.Clear(kTableColumns);
   chosen_->GetCalData(page, grid);
   return true;
 }

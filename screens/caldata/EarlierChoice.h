@@ -17,16 +17,18 @@
 
 namespace tarvell {
 
-/// The earlier calibration that the data of an editor are compared with: at first the newest with
-/// another calibration date; the user may choose another one. Hidden where none exists.
+/// The earlier calibration that the data of an editor are compared with, in its table, on its curve
+/// and for its marks: at first the newest with another calibration date; the user may choose
+/// another one. Hidden where none exists.
 class EarlierChoice final : public QWidget {
   Q_OBJECT
 
  public:
   explicit EarlierChoice(QWidget* parent);
 
-  /// Offers the calibrations of the file at `path`, a path of the program; none if it is "".
-  void Begin(const Model& model, const std::string& path, const FileDate& shown);
+  /// Offers the calibrations of the file at `path`, a path of the program, to compare these data
+  /// with; none if it is "".
+  void Begin(const Model& model, const cifCaldata& compared, const std::string& path);
   /// Forgets them.
   void End();
 
@@ -36,6 +38,7 @@ class EarlierChoice final : public QWidget {
   [[nodiscard]] bool Fill(std::int16_t page, MemoryGrid& grid) const;
 
  signals:
+  /// The user has chosen another one.
   void Changed();
 
  private:

@@ -12,7 +12,6 @@
 #include "core/curves/Change.h"
 #include "core/curves/Curves.h"
 #include "core/curves/CurvesBeside.h"
-#include "core/dates/Months.h"
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/ChangeTable.h"
@@ -79,11 +78,7 @@ EditorCurve::EditorCurve(const Editor& editor)
 
 void EditorCurve::Watch() {
   connect(&soon_, &QTimer::timeout, this, &EditorCurve::ShowAll);
-  const GridModel* model = &editor_.grid->Model();
-  connect(model, &QAbstractItemModel::dataChanged, this, &EditorCurve::ChangedSoon);
-  connect(model, &QAbstractItemModel::rowsInserted, this, &EditorCurve::ChangedSoon);
-  connect(model, &QAbstractItemModel::rowsRemoved, this, &EditorCurve::ChangedSoon);
-  connect(model, &QAbstractItemModel::modelReset, this, &EditorCurve::ChangedSoon);
+  connect(&editor_.grid->Model(), &GridModel::Changed, this, &EditorCurve::ChangedSoon);
   connect(editor_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &EditorCurve::ChangedSoon);
   connect(editor_.cells, &CellEditor::Edited, this, &EditorCurve::ChangedSoon);
@@ -97,11 +92,7 @@ void EditorCurve::Watch() {
 
 void EditorCurve::Begin(const Model& model, const cifCaldata& data, const std::string& path) {
   model_ = &model;
-  FileDate date;
-  std::string month;
-  data.GetCalDate(date.year, month, date.day);
-  date.month = MonthToNumber(month);
-  earlier_->Begin(model, path, date);
+  earlier_->Begin(model, data, path);
   changes_->setVisible(!earlier_->isHidden());
   const std::vector<int> remembered = RememberedNumbers(SettingOf(*editor_.screen));
   // The setting may be damaged.

@@ -90,6 +90,12 @@ void MoveRows(std::map<Cell, Value>& values, GridRow first, int rows) {
 
 }  // namespace
 
+GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {
+  connect(this, &QAbstractItemModel::rowsInserted, this, &GridModel::Changed);
+  connect(this, &QAbstractItemModel::rowsRemoved, this, &GridModel::Changed);
+  connect(this, &QAbstractItemModel::modelReset, this, &GridModel::Changed);
+}
+
 Cell GridModel::CellAt(const QModelIndex& index) {
   return {{static_cast<std::int16_t>(index.row() + 1)}, static_cast<std::int16_t>(index.column())};
 }
@@ -171,12 +177,13 @@ void GridModel::SetNote(Cell cell, const QString& note) {
   } else {
     notes_[cell] = note;
   }
-  emit dataChanged(IndexAt(cell), IndexAt(cell));
+  CellChanged(cell);
 }
 
 void GridModel::SetNotes(CellNotes notes) {
   notes_ = std::move(notes);
   ShowMarksChanged();
+  emit Changed();
 }
 
 void GridModel::SetSlips(CellNotes slips) {
@@ -193,12 +200,13 @@ QString GridModel::NoteAt(Cell cell) const {
 
 void GridModel::SetOrigin(Cell cell, Origin origin) {
   origins_[cell] = origin;
-  emit dataChanged(IndexAt(cell), IndexAt(cell));
+  CellChanged(cell);
 }
 
 void GridModel::SetOrigins(CellOrigins origins) {
   origins_ = std::move(origins);
   ShowMarksChanged();
+  emit Changed();
 }
 
 Origin GridModel::OriginAt(Cell cell) const {
@@ -213,6 +221,11 @@ void GridModel::SetState(const GridState& state) {
   slips_.clear();
   origins_ = state.origins;
   endResetModel();
+}
+
+void GridModel::CellChanged(Cell cell) {
+  emit dataChanged(IndexAt(cell), IndexAt(cell));
+  emit Changed();
 }
 
 void GridModel::ShowMarksChanged() {
@@ -230,7 +243,7 @@ void GridModel::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
 
 void GridModel::SetCellText(Cell cell, std::string_view text) {
   grid_.SetCellText(cell.row.number, cell.column, text);
-  emit dataChanged(IndexAt(cell), IndexAt(cell));
+  CellChanged(cell);
 }
 
 void GridModel::InsertRow(GridRow position, std::span<const std::string> cells, Origin origin) {

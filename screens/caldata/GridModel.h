@@ -37,7 +37,7 @@ class GridModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  explicit GridModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+  explicit GridModel(QObject* parent = nullptr);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -88,7 +88,12 @@ class GridModel final : public QAbstractTableModel {
   /// The last column that can be edited, -1 if none exists.
   [[nodiscard]] int LastEditableColumn() const;
 
+ signals:
+  /// The table, its notes or its origins have changed. The marks of slips follow from these.
+  void Changed();
+
  private:
+  void CellChanged(Cell cell);
   void ShowMarksChanged();
 
   MemoryGrid grid_;

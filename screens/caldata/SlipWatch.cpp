@@ -4,16 +4,15 @@
 #include "screens/caldata/SlipWatch.h"
 
 #include <QItemSelectionModel>
-#include <QScopedValueRollback>
 #include <QStringList>
 
 #include <optional>
 #include <utility>
 
-#include "core/caldata/EarlierCalibration.h"
-#include "core/dates/Months.h"
+#include "core/caldata/MemoryGrid.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalGrid.h"
+#include "screens/caldata/EarlierChoice.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 
@@ -25,29 +24,19 @@ namespace {
 constexpr const char* kSlips = "slips";
 constexpr const char* kLimits = "limits";
 
-/// No table has more columns.
-constexpr std::int16_t kColumnCount = 5;
-
 }  // namespace
 
 SlipWatch::SlipWatch(const Editor& editor, QObject* parent) : QObject(parent), editor_(editor) {
   soon_.setSingleShot(true);
   connect(&soon_, &QTimer::timeout, this, &SlipWatch::Look);
-  const GridModel* model = &editor_.grid->Model();
-  connect(model, &QAbstractItemModel::dataChanged, this, &SlipWatch::LookSoon);
-  connect(model, &QAbstractItemModel::rowsInserted, this, &SlipWatch::LookSoon);
-  connect(model, &QAbstractItemModel::rowsRemoved, this, &SlipWatch::LookSoon);
-  connect(model, &QAbstractItemModel::modelReset, this, &SlipWatch::LookSoon);
+  connect(&editor_.grid->Model(), &GridModel::Changed, this, &SlipWatch::LookSoon);
+  connect(editor_.earlier, &EarlierChoice::Changed, this, &SlipWatch::LookSoon);
   connect(editor_.grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &SlipWatch::Report);
 }
 
-void SlipWatch::Begin(const cifCaldata& data, const Model& model, const std::string& path) {
+void SlipWatch::Begin(const Model& model) {
   model_ = &model;
-  path_ = path;
-  std::string month;
-  data.GetCalDate(date_.year, month, date_.day);
-  date_.month = MonthToNumber(month);
   isLoaded_ = false;
   slips_ = {};
   LookSoon();
@@ -56,11 +45,10 @@ void SlipWatch::Begin(const cifCaldata& data, const Model& model, const std::str
 void SlipWatch::End() {
   soon_.stop();
   model_ = nullptr;
-  earlier_.reset();
 }
 
 void SlipWatch::LookSoon() {
-  if (model_ != nullptr && !isMarking_) {
+  if (model_ != nullptr) {
     soon_.start(0);
   }
 }
@@ -73,13 +61,6 @@ void SlipWatch::Load() {
     problems << ToQt(problem);
   }
   editor_.notices->Report(kLimits, problems.join(' '));
-  earlier_.reset();
-  if (!path_.empty()) {
-    const std::vector<Calibration> calibrations = CalibrationsOf(path_);
-    if (const Calibration* earlier = EarlierCalibration(calibrations, date_)) {
-      earlier_ = LoadCalibration(*model_, *earlier);
-    }
-  }
   isLoaded_ = true;
 }
 
@@ -87,11 +68,10 @@ void SlipWatch::Look() {
   if (!isLoaded_) {
     Load();
   }
-  MemoryGrid grid(kColumnCount);
+  MemoryGrid before;
   std::optional<PageTable> earlier;
-  if (earlier_ && editor_.page() < earlier_->GetCalPageCount()) {
-    earlier_->GetCalData(editor_.page(), grid);
-    earlier.emplace(PageTable{*model_, editor_.page(), grid});
+  if (editor_.earlier->Fill(editor_.page(), before)) {
+    earlier.emplace(PageTable{*model_, editor_.page(), before});
   }
   GridModel& model = editor_.grid->Model();
   slips_ = FindSlips({.table = ShownTable(),
@@ -102,10 +82,7 @@ void SlipWatch::Look() {
   for (const auto& [cell, why] : slips_.marks) {
     marks[cell] = ToQt(why);
   }
-  {
-    const QScopedValueRollback<bool> marking(isMarking_, true);
-    model.SetSlips(std::move(marks));
-  }
+  model.SetSlips(std::move(marks));
   Report();
 }
 

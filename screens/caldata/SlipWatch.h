@@ -9,18 +9,15 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
-#include <string>
 
-#include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
 #include "core/curves/SlipLimits.h"
 #include "core/curves/Slips.h"
-#include "core/dates/FileDate.h"
 
 namespace tarvell {
 
 class CalGrid;
+class EarlierChoice;
 class NoticeLine;
 
 /// Marks the values of an editor's table that may be slips of typing, and reports them, after each
@@ -32,13 +29,13 @@ class SlipWatch final : public QObject {
   struct Editor {
     CalGrid* grid;
     NoticeLine* notices;
+    const EarlierChoice* earlier;        ///< what the values are compared with
     std::function<std::int16_t()> page;  ///< the page that the table shows
   };
   SlipWatch(const Editor& editor, QObject* parent);
 
-  /// Begins to watch a data set. `path` is its file, whose earlier calibration the values are
-  /// compared with; "" for new data.
-  void Begin(const cifCaldata& data, const Model& model, const std::string& path);
+  /// Begins to watch the data of this model.
+  void Begin(const Model& model);
   void End();
 
  private:
@@ -46,18 +43,14 @@ class SlipWatch final : public QObject {
   void LookSoon();
   void Look();
   void Report();
-  /// Reads the limits and the earlier calibration. This waits until the screen is shown.
+  /// Reads the limits. This waits until the screen is shown.
   void Load();
   [[nodiscard]] PageTable ShownTable() const;
 
   Editor editor_;
   const Model* model_ = nullptr;
-  std::string path_;
-  FileDate date_;
   bool isLoaded_ = false;
-  bool isMarking_ = false;
   SlipLimit limit_;
-  std::unique_ptr<cifCaldata> earlier_;
   Slips slips_;
   QTimer soon_;
 };

@@ -13,8 +13,10 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/files/SaveFile.h"
+#include "core/text/PercentEscapes.h"
 #include "screens/widgets/QtPath.h"
 
 namespace tarvell {
@@ -68,6 +70,15 @@ std::filesystem::path FreeName(const TrashFolders& trash, QString name) {
   return SystemPath(free);
 }
 
+/// A path as the format writes it: as in a URL, with "/" between folders on every system.
+std::string InUrl(std::string_view path) {
+  return PercentEscaped(path, [](unsigned char byte) {
+    constexpr std::string_view kPlain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+    return kPlain.find(static_cast<char>(byte)) != std::string_view::npos;
+  });
+}
+
 std::error_code Copy(const std::filesystem::path& from, const std::filesystem::path& to) {
   std::error_code code;
   std::filesystem::copy(
@@ -103,12 +114,9 @@ std::error_code MoveToTrash(const std::filesystem::path& path, const TrashFolder
   if (code) {
     return code;
   }
-  const QByteArray origin = QByteArray::fromStdString(whole.lexically_normal().string());
-  // The format separates folders by "/" on every system.
   code = SaveNativeFile(
-      info, ("[Trash Info]\nPath=" + origin.toPercentEncoding("/") +
-             "\nDeletionDate=" + QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8() + "\n")
-                .toStdString());
+      info, "[Trash Info]\nPath=" + InUrl(whole.lexically_normal().string()) + "\nDeletionDate=" +
+                QDateTime::currentDateTime().toString(Qt::ISODate).toStdString() + "\n");
   const std::filesystem::path kept = trash.files / name;
   if (!code) {
     code = Move(path, kept);

@@ -54,7 +54,7 @@ TEST(AJournalLine, HasEightFields) {
 
 TEST(AJournalLine, StaysOneLineWhateverItsTextsHold) {
   HistoryEvent event = Sample();
-  event.user = "a\tb\r\nc\\d\x7F";
+  event.user = "a\tb\r\nc%d\x7F";
   event.host = "-";
   event.done = "";
   event.kept = "";
@@ -62,7 +62,7 @@ TEST(AJournalLine, StaysOneLineWhateverItsTextsHold) {
   event.after = "";
   const std::string line = JournalLine(event);
   EXPECT_EQ(line,
-            "2026-03-05T14:03:07Z\ta\\x09b\\x0d\\x0ac\\\\d\\x7f\t\\x2d\t-\tPX12A/SN12345\t-\t-\t-");
+            "2026-03-05T14:03:07Z\ta%09b%0D%0Ac%25d%7F\t%2D\t-\tPX12A/SN12345\t-\t-\t-");
   EXPECT_EQ(EventOf(line), event);
 }
 
@@ -80,8 +80,8 @@ TEST(AJournalLine, ThatIsCutOffOrDamagedHoldsNoEvent) {
                                                         {"14:03:07Z", "24:03:07Z"},
                                                         {"14:03:07Z", "14:03:7Z"},
                                                         {"anna", ""},
-                                                        {"anna", "an\\na"},
-                                                        {"anna", "an\\x6ea"},
+                                                        {"anna", "an%na"},
+                                                        {"anna", "an%6Ea"},
                                                         {"PX12A/SN12345", "-"},
                                                         {"20260305T140307Z-anna", ".."},
                                                         {"20260305T140307Z-anna", "../a"},
