@@ -32,7 +32,8 @@ constexpr const char* kModels = "c:\\models";
 constexpr const char* kStation = R"(c:\stations\ST1)";
 constexpr const char* kVersions = R"(c:\versions\PX12A\SN12345)";
 constexpr const char* kVersionFolder = R"(c:\versions\history.tarvell\PX12A\SN12345)";
-constexpr int kLoads = 20;  // in one measurement, so that it is long enough
+constexpr std::size_t kSeenVersions = 8;  // rows of the list that a screen shows at once
+constexpr int kLoads = 20;                // in one measurement, so that it is long enough
 
 std::vector<std::string> NamesIn(const std::string& folder) {
   std::vector<std::string> names;
@@ -195,7 +196,13 @@ void AddFileRows() {
           .limit = InTrees(Timed([] { ReadFiles(Native(kModelFolder)); }))});
   AddRow({.name = "history of 1,000 versions",
           .goal = 1.3,
-          .program = InHistory(Timed([] { Use(EveryCalibrationOf(kVersions)); })),
+          .program = InHistory(Timed([] {
+            // The screen works out the states of the versions that are seen.
+            const std::vector<Calibration> calibrations = EveryCalibrationOf(kVersions);
+            for (std::size_t row = 0; row < kSeenVersions; ++row) {
+              Use(calibrations.at(row).State());
+            }
+          })),
           .limit = InHistory(Timed([] {
             ReadFiles(Native(kVersionFolder));
             Use(ReadWholeFile(Native(R"(c:\versions\history.tarvell\journal.txt)")));

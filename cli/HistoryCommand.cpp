@@ -42,7 +42,7 @@ std::string JsonOf(const std::vector<Calibration>& calibrations) {
                                 {"done", it.event.done},
                                 {"user", it.event.user},
                                 {"host", it.event.host},
-                                {"doubt", std::string(TextOf(it.state))}});
+                                {"doubt", std::string(TextOf(it.State()))}});
   }
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
@@ -53,7 +53,7 @@ int History(const Options& options, const std::string& path, Console& console) {
   const std::vector<Calibration> calibrations = EveryCalibrationOf(path);
   console.Out(options.isJson ? JsonOf(calibrations) : TableOf(calibrations));
   for (const Calibration& it : calibrations) {
-    if (const std::string_view doubt = TextOf(it.state); !doubt.empty() && !options.isJson) {
+    if (const std::string_view doubt = TextOf(it.State()); !doubt.empty() && !options.isJson) {
       console.Err("tarvell-cli: " + WithoutControls(ShownPath(it.header.FilePath)) + ": " +
                   std::string(doubt) + "\n");
     }

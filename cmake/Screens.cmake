@@ -11,6 +11,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/ChangeTable.cpp screens/caldata/ChangeTable.h
   screens/caldata/CurveLibrary.cpp
   screens/caldata/CurvePane.cpp screens/caldata/CurvePane.h
+  screens/caldata/CurveSplitter.cpp screens/caldata/CurveSplitter.h
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
@@ -24,6 +25,8 @@ add_library(tarvell_screens STATIC
   screens/caldata/ImportPreview.ui
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
+  screens/caldata/VersionCurve.cpp screens/caldata/VersionCurve.h
+  screens/caldata/VersionTexts.cpp
   screens/caldata/WholeStep.cpp
   screens/caldata/SlipWatch.cpp screens/caldata/SlipWatch.h
   screens/caldata/frmCalDataInput.cpp screens/caldata/frmCalDataInput.h
@@ -33,9 +36,11 @@ add_library(tarvell_screens STATIC
   screens/caldata/frmCalibrationMain.cpp screens/caldata/frmCalibrationMain.h
   screens/caldata/frmCalibrationMain.ui
   screens/caldata/frmInputPX60H.cpp screens/caldata/frmInputPX60H.h screens/caldata/frmInputPX60H.ui
+  screens/caldata/frmDeleted.cpp screens/caldata/frmDeleted.h screens/caldata/frmDeleted.ui
   screens/caldata/frmHistory.cpp screens/caldata/frmHistory.h screens/caldata/frmHistory.ui
   screens/main/frmMain.cpp screens/main/frmMain.h screens/main/frmMain.ui
   screens/main/frmSplash.cpp screens/main/frmSplash.h screens/main/frmSplash.ui
+  screens/station/InstrumentHistory.cpp screens/station/InstrumentHistory.h
   screens/station/frmStationGetInstr.cpp screens/station/frmStationGetInstr.h
   screens/station/frmStationGetInstr.ui
   screens/station/frmStationMain.cpp screens/station/frmStationMain.h

@@ -37,7 +37,7 @@ void CheckHistory(const std::string& bytes) {
   disk.Put("data/history.tarvell/journal.txt", bytes);
   const std::size_t before = ReadJournal(bytes).events.size();
   for (const KeptVersion& version : HistoryOf(kFile).versions) {
-    Require(version.state == VersionState::Missing, "no version is invented");
+    Require(version.State() == VersionState::Missing, "no version is invented");
   }
   SaveWithHistory(kFile, "new");
   const std::string* after = disk.Find("data/history.tarvell/journal.txt");

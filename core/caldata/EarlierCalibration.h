@@ -24,8 +24,12 @@ struct Calibration {
   bool isCurrent = false;   ///< what the file holds now
   CalFileInfo header = {};  ///< its FilePath is that of the file, or of the kept version
   HistoryEvent event = {};  ///< what has replaced it; of the current one, what has written it
-  VersionState state = VersionState::AsKept;
-  bool hasHeader = false;  ///< whether it has the header of a data file, not in the old style
+  bool hasHeader = false;   ///< whether it has the header of a data file, not in the old style
+
+  /// Reads its file, and works out a hash.
+  [[nodiscard]] VersionState State() const {
+    return isCurrent ? StateOfCurrent(header.FilePath, event) : StateOfKept(header.FilePath, event);
+  }
 
   [[nodiscard]] FileDate Calibrated() const {
     return {header.CalYear, header.CalMonth, header.CalDay};

@@ -9,21 +9,9 @@
 
 #include "core/curves/CellNumber.h"
 #include "core/numbers/DecimalDifference.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
-
-namespace {
-
-/// "1 GHz", "1 GHz and 2 GHz", "1 GHz, 2 GHz and 3 GHz".
-std::string Listed(const std::vector<std::string>& names) {
-  std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
-  }
-  return text;
-}
-
-}  // namespace
 
 PageChange ChangeOf(const PageTable& now, const PageTable& earlier) {
   PageChange change;

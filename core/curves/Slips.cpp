@@ -298,32 +298,7 @@ class SlipFinder {
   Slips slips_;
 };
 
-/// "12.4 GHz, Calibration factor".
-std::string NameOf(const PageTable& table, Cell cell) {
-  const std::string point = PointName(table, cell.row);
-  for (const ValueColumn& column : ValueColumnsOf(table)) {
-    if (column.column == cell.column) {
-      return point.empty() ? column.name : point + ", " + column.name;
-    }
-  }
-  return point;
-}
-
 }  // namespace
-
-std::string SlipReport(const Slips& slips, const PageTable& table, Cell current) {
-  std::string report = slips.notice;
-  if (slips.marks.empty()) {
-    return report;
-  }
-  const auto marked = slips.marks.find(current);
-  const auto& [cell, why] = marked != slips.marks.end() ? *marked : *slips.marks.begin();
-  const std::size_t count = slips.marks.size();
-  return report + (report.empty() ? "" : " ") +
-         (count == 1 ? "1 value may be a slip of typing. "
-                     : std::to_string(count) + " values may be slips of typing. ") +
-         NameOf(table, cell) + ": " + why;
-}
 
 Slips FindSlips(const SlipInput& input) {
   MemoryGrid entered;

@@ -38,10 +38,6 @@ struct Slips {
 /// values of a column but the last were entered.
 [[nodiscard]] Slips FindSlips(const SlipInput& input);
 
-/// What to report of a page: the notice, and why the cell `current` is marked, or else the first
-/// cell that is; "" if there is nothing.
-[[nodiscard]] std::string SlipReport(const Slips& slips, const PageTable& table, Cell current);
-
 }  // namespace tarvell
 
 #endif

@@ -25,22 +25,31 @@ constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 using Fields = std::array<std::string_view, kFields>;
 
+/// Whether a byte is on the line as it is.
+bool IsPlain(unsigned char byte) {
+  constexpr unsigned char kBlank = 0x20;
+  constexpr unsigned char kDelete = 0x7F;
+  return byte >= kBlank && byte != kDelete && byte != '%';
+}
+
 /// A field as it is on its line. No text can end the field or the line, or look like an empty one.
 std::string Escaped(std::string_view text) {
   if (text.empty()) {
     return std::string(kNothing);
   }
-  return PercentEscaped(text, [text](unsigned char byte) {
-    constexpr unsigned char kBlank = 0x20;
-    constexpr unsigned char kDelete = 0x7F;
-    return byte >= kBlank && byte != kDelete && text != kNothing;
-  });
+  return PercentEscaped(text,
+                        [text](unsigned char byte) { return IsPlain(byte) && text != kNothing; });
 }
 
 /// The text of a field; nothing if no text is written like this.
 std::optional<std::string> Unescaped(std::string_view field) {
-  std::optional<std::string> text =
-      field == kNothing ? std::string() : WithoutPercentEscapes(field);
+  if (field == kNothing) {
+    return std::string();
+  }
+  if (!field.empty() && std::ranges::all_of(field, &IsPlain)) {
+    return std::string(field);
+  }
+  std::optional<std::string> text = WithoutPercentEscapes(field);
   // A text is written in one way only.
   return text && Escaped(*text) == field ? text : std::nullopt;
 }

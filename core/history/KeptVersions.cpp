@@ -5,32 +5,48 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <iterator>
+#include <limits>
+#include <map>
 #include <set>
 #include <system_error>
 #include <utility>
 
+#include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
 #include "core/history/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
 
 namespace {
 
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
 bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
 }
 
+/// What the journal says about the file of the place, or about every file of its tree.
 Journal JournalOf(const HistoryPlace& place) {
   std::string bytes;
   const std::error_code code = ReadNativeFile(place.Journal(), bytes);
   if (code && !MeansMissing(code)) {
     throw SystemError(code, "read the journal of the history", PathText(place.Journal()));
   }
-  return ReadJournal(bytes, place.File());
+  return ReadJournal(bytes, place.name.empty() ? std::string() : place.File());
+}
+
+void CheckListed(std::error_code code, const std::filesystem::path& folder) {
+  if (code && !MeansMissing(code)) {
+    throw SystemError(code, "list the history", PathText(folder));
+  }
 }
 
 std::set<std::string> NamesIn(const std::filesystem::path& folder) {
@@ -40,9 +56,7 @@ std::set<std::string> NamesIn(const std::filesystem::path& folder) {
         names.insert(entry.name);
         return true;
       });
-  if (code && !MeansMissing(code)) {
-    throw SystemError(code, "list the history", PathText(folder));
-  }
+  CheckListed(code, folder);
   return names;
 }
 
@@ -63,25 +77,44 @@ HistoryEvent EventNamed(const std::string& name) {
   return event;
 }
 
-KeptVersion Read(const std::filesystem::path& folder, HistoryEvent event, bool isInJournal) {
-  KeptVersion version;
-  const std::filesystem::path native = folder / event.kept;
-  version.path = PathText(native);
-  const std::error_code code = ReadNativeFile(native, version.bytes);
-  version.state = MeansMissing(code)                      ? VersionState::Missing
-                  : code                                  ? VersionState::Changed
-                  : !isInJournal                          ? VersionState::NoJournal
-                  : Sha256(version.bytes) == event.before ? VersionState::AsKept
-                                                          : VersionState::Changed;
-  version.event = std::move(event);
-  return version;
+/// The content of a file, or why it cannot be read.
+struct Content {
+  std::string bytes;
+  std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
+};
+
+/// The contents of the files in a folder, by their names.
+std::map<std::string, Content> ContentsIn(const std::filesystem::path& folder) {
+  std::map<std::string, Content> contents;
+  const std::error_code code =
+      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry& entry) {
+        Content& content = contents[entry.name];
+        content.error = ReadFoundFile(entry, content.bytes, kNoLimit);
+        return true;
+      });
+  CheckListed(code, folder);
+  return contents;
+}
+
+/// The state of a content that should have one of these hashes.
+VersionState StateBy(const std::string& bytes, std::error_code error,
+                     std::initializer_list<std::string_view> hashes) {
+  if (error) {
+    return MeansMissing(error) ? VersionState::Missing : VersionState::Changed;
+  }
+  if (std::ranges::all_of(hashes, &std::string_view::empty)) {
+    return VersionState::NoJournal;
+  }
+  return std::ranges::find(hashes, Sha256(bytes)) == hashes.end() ? VersionState::Changed
+                                                                  : VersionState::AsKept;
 }
 
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
 /// the same after it.
 void LeaveOutUnfinished(FileHistory& history) {
   const auto isWhole = [](const KeptVersion& version) {
-    return version.state == VersionState::AsKept || version.state == VersionState::NoJournal;
+    const VersionState state = version.State();
+    return state == VersionState::AsKept || state == VersionState::NoJournal;
   };
   std::vector<KeptVersion>& versions = history.versions;
   const auto repeated = std::unique(
@@ -89,7 +122,7 @@ void LeaveOutUnfinished(FileHistory& history) {
         return later.bytes == version.bytes && isWhole(later) && isWhole(version);
       });
   versions.erase(repeated, versions.end());
-  if (!versions.empty() && isWhole(versions.front()) && versions.front().bytes == history.current) {
+  if (!versions.empty() && versions.front().bytes == history.current && isWhole(versions.front())) {
     versions.erase(versions.begin());
   }
 }
@@ -97,17 +130,27 @@ void LeaveOutUnfinished(FileHistory& history) {
 /// Reads the file itself.
 void ReadCurrent(const std::string& path, FileHistory& history) {
   std::string bytes;
-  const std::error_code code = ReadNativeFile(NativePath(path), bytes);
-  if (code) {
+  if (ReadNativeFile(NativePath(path), bytes)) {
     return;
   }
-  const std::string hash = Sha256(bytes);
   // A save that was interrupted leaves the content from before it.
-  const bool isAsSaved = hash == history.last.after || hash == history.last.before;
-  history.currentState = history.last.time == 0 ? VersionState::NoJournal
-                         : isAsSaved            ? VersionState::AsKept
-                                                : VersionState::Changed;
+  history.currentState = StateBy(bytes, {}, {history.last.after, history.last.before});
   history.current = std::move(bytes);
+}
+
+EntryFacts FactsOf(const std::filesystem::path& native) {
+  EntryFacts facts;
+  return CurrentPlatform().Facts(native, facts) ? EntryFacts() : facts;
+}
+
+/// The last event of each file of a tree, by its name in capital letters.
+std::map<std::string, HistoryEvent> LastEvents(const HistoryPlace& tree) {
+  std::map<std::string, HistoryEvent> last;
+  for (HistoryEvent& event : JournalOf(tree).events) {
+    std::string name = ToUpper(event.file);
+    last[std::move(name)] = std::move(event);
+  }
+  return last;
 }
 
 }  // namespace
@@ -126,6 +169,22 @@ std::string_view TextOf(VersionState state) {
   return "";
 }
 
+VersionState KeptVersion::State() const {
+  return StateBy(bytes, error, {event.before});
+}
+
+VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event) {
+  std::string bytes;
+  const std::error_code error = ReadNativeFile(NativePath(path), bytes);
+  return StateBy(bytes, error, {event.after, event.before});
+}
+
+VersionState StateOfKept(const std::string& path, const HistoryEvent& event) {
+  std::string bytes;
+  const std::error_code error = ReadNativeFile(NativePath(path), bytes);
+  return StateBy(bytes, error, {event.before});
+}
+
 FileHistory HistoryOf(const std::string& path) {
   FileHistory history;
   const HistoryPlace place = HistoryPlaceOf(path);
@@ -139,18 +198,23 @@ FileHistory HistoryOf(const std::string& path) {
   }
   ReadCurrent(path, history);
   const std::filesystem::path folder = place.Versions();
-  std::set<std::string> names = NamesIn(folder);
-  for (const HistoryEvent& event : journal.events) {
-    names.erase(event.kept);
-  }
-  for (const std::string& name : names) {
-    history.versions.push_back(Read(folder, EventNamed(name), false));
-  }
+  const std::string text = PathText(folder);
+  std::map<std::string, Content> contents = ContentsIn(folder);
+  std::vector<KeptVersion> known;
   for (HistoryEvent& event : journal.events) {
     if (!event.kept.empty()) {
-      history.versions.push_back(Read(folder, std::move(event), true));
+      const auto found = contents.extract(event.kept);
+      Content content = found ? std::move(found.mapped()) : Content();
+      std::string kept = Joined(text, event.kept);
+      known.push_back({std::move(kept), std::move(event), std::move(content.bytes), content.error});
     }
   }
+  // Those that are left are not in the journal.
+  for (auto& [name, content] : contents) {
+    history.versions.push_back(
+        {Joined(text, name), EventNamed(name), std::move(content.bytes), content.error});
+  }
+  std::ranges::move(known, std::back_inserter(history.versions));
   // In the same second the journal knows the order.
   std::ranges::stable_sort(history.versions, {},
                            [](const KeptVersion& version) { return version.event.time; });
@@ -159,10 +223,42 @@ FileHistory HistoryOf(const std::string& path) {
   return history;
 }
 
+std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string& folder) {
+  HistoryPlace place = {NativePath(root), "", ""};
+  std::vector<DeletedFile> deleted;
+  if (!HasHistory(place.Tree())) {
+    return deleted;
+  }
+  const std::map<std::string, HistoryEvent> events = LastEvents(place);
+  const std::string tree = PathText(place.Tree());
+  for (const std::string& name : NamesIn(place.Tree())) {
+    const bool isWanted = folder.empty() || EqualsIgnoringCase(name, folder);
+    if (!isWanted || FactsOf(place.Tree() / name).kind != EntryKind::Folder) {
+      continue;
+    }
+    for (const std::string& file : NamesIn(place.Tree() / name)) {
+      const std::string path = Joined(Joined(root, name), file);
+      const EntryFacts facts = FactsOf(NativePath(path));
+      const std::set<std::string> kept = NamesIn(place.Tree() / name / file);
+      if (facts.kind == EntryKind::None && !facts.isLink && !kept.empty()) {
+        const auto event = events.find(ToUpper(name + "/" + file));
+        deleted.push_back({path, Joined(Joined(Joined(tree, name), file), *kept.rbegin()),
+                           event == events.end() ? HistoryEvent() : event->second});
+      }
+    }
+  }
+  std::ranges::stable_sort(deleted, std::greater(),
+                           [](const DeletedFile& file) { return file.last.time; });
+  return deleted;
+}
+
 void PutBack(const std::string& version, const std::string& path, Earlier earlier) {
   std::string bytes;
   if (const std::error_code code = ReadNativeFile(NativePath(version), bytes)) {
     throw SystemError(code, "read the version", version);
+  }
+  if (const std::string folder(FolderOf(path)); !FolderExists(folder)) {
+    MakeFolder(folder);
   }
   if (earlier == Earlier::Keep) {
     SaveWithHistory(path, bytes, kPutBack);

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "core/history/History.h"
@@ -28,11 +29,19 @@ enum class VersionState {
 
 /// An earlier content of a file.
 struct KeptVersion {
-  std::string path;    ///< of the kept file, a path of the program
-  HistoryEvent event;  ///< what replaced or removed it
-  VersionState state = VersionState::AsKept;
-  std::string bytes;  ///< its content
+  std::string path;       ///< of the kept file, a path of the program
+  HistoryEvent event;     ///< what replaced or removed it
+  std::string bytes;      ///< its content
+  std::error_code error;  ///< why its content cannot be read
+
+  /// Works out a hash, which takes longer than reading the content.
+  [[nodiscard]] VersionState State() const;
 };
+
+/// The state of the present content of a file, or of a kept one: reads the file at `path`, a path
+/// of the program. `event` is its last change, or what replaced it.
+[[nodiscard]] VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event);
+[[nodiscard]] VersionState StateOfKept(const std::string& path, const HistoryEvent& event);
 
 struct FileHistory {
   std::optional<std::string> current;  ///< what the file holds now; nothing if it cannot be read
@@ -47,9 +56,22 @@ struct FileHistory {
 /// out. Throws the error of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
 
+/// A file that does not exist any more, and of which the history keeps versions.
+struct DeletedFile {
+  std::string path;    ///< of the file, a path of the program
+  std::string newest;  ///< path of the version that was kept last
+  HistoryEvent last;   ///< the last change of the file; its time is 0 if unknown
+};
+
+/// The deleted files of the tree in `root`, a path of the program, or of the folder in it that is
+/// called `folder`. The one that was deleted last comes first. Throws the error of a history that
+/// cannot be read.
+[[nodiscard]] std::vector<DeletedFile> DeletedFiles(const std::string& root,
+                                                    const std::string& folder = "");
+
 /// Saves the content of the kept file at `version` as the file at `path` again, byte for byte, by
-/// SaveWithHistory or without it. Throws the same errors, and that of a version that cannot be
-/// read.
+/// SaveWithHistory or without it. Makes the folder of the file if it was deleted, too. Throws the
+/// same errors, and that of a version that cannot be read.
 void PutBack(const std::string& version, const std::string& path, Earlier earlier = Earlier::Keep);
 
 }  // namespace tarvell

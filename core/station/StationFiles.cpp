@@ -343,23 +343,6 @@ std::string UnchangedBytes(const StationInstrument& instrument) {
   }
 }
 
-FileSummary SummaryOfInstrument(std::string_view bytes) {
-  const std::string text = DecodeFileText(bytes);
-  FileSummary summary;
-  for (const Field& field : kFields) {
-    summary.fields.push_back({std::string(field.keyword), ""});
-  }
-  std::string_view rest = text;
-  while (!rest.empty()) {
-    const KeywordLine line = ParseKeywordLine(TakeLine(rest));
-    if (const Field* field = FindField(line.keyword)) {
-      summary.fields.at(static_cast<std::size_t>(field - kFields.data())).value = line.value;
-    }
-  }
-  summary.serialNumber = summary.fields.at(1).value;
-  return summary;
-}
-
 }  // namespace
 
 KeywordLine ParseKeywordLine(std::string_view item) {
@@ -440,6 +423,23 @@ StationInstrument InstrumentIn(std::string_view bytes, const std::string& path) 
     reader.AtThisLine([&] { ApplyKeywordLine(line, instrument); });
   }
   return instrument;
+}
+
+FileSummary SummaryOfInstrument(std::string_view bytes) {
+  const std::string text = DecodeFileText(bytes);
+  FileSummary summary;
+  for (const Field& field : kFields) {
+    summary.fields.push_back({std::string(field.keyword), ""});
+  }
+  std::string_view rest = text;
+  while (!rest.empty()) {
+    const KeywordLine line = ParseKeywordLine(TakeLine(rest));
+    if (const Field* field = FindField(line.keyword)) {
+      summary.fields.at(static_cast<std::size_t>(field - kFields.data())).value = line.value;
+    }
+  }
+  summary.serialNumber = summary.fields.at(1).value;
+  return summary;
 }
 
 std::string InstrumentBytes(const StationInstrument& instrument) {

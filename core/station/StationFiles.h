@@ -64,6 +64,9 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
 /// values are read back. Nothing for many other files, and perhaps for some of these.
 [[nodiscard]] std::optional<StationInstrument> PlainInstrumentIn(std::string_view bytes);
 
+/// The fields in the content of an instrument file, in its order, each by its keyword.
+[[nodiscard]] FileSummary SummaryOfInstrument(std::string_view bytes);
+
 /// What SaveInstrumentFile writes. Throws a Character error for text that the file cannot hold or
 /// that would be read back as another line.
 [[nodiscard]] std::string InstrumentBytes(const StationInstrument& instrument);

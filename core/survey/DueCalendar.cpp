@@ -13,6 +13,7 @@
 #include "core/dates/DueDate.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/ProgramPath.h"
+#include "core/text/PercentEscapes.h"
 
 namespace tarvell {
 
@@ -62,16 +63,10 @@ std::string Escaped(std::string_view value) {
 
 /// A part of an identifier: letters, digits, "-" and "."; every other byte as "%" and its number.
 std::string Identifier(std::string_view value) {
-  static constexpr std::string_view kHex = "0123456789ABCDEF";
-  std::string text;
-  for (const char c : value) {
-    const bool isPlain = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
-                         (c >= 'a' && c <= 'z') || c == '-' || c == '.';
-    const auto code = static_cast<unsigned char>(c);
-    text += isPlain ? std::string(1, c)
-                    : std::string("%") + kHex[code / kHex.size()] + kHex[code % kHex.size()];
-  }
-  return text;
+  return PercentEscaped(value, [](unsigned char byte) {
+    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+           (byte >= 'a' && byte <= 'z') || byte == '-' || byte == '.';
+  });
 }
 
 /// YYYYMMDD. The last day of the month replaces a day after it.

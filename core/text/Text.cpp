@@ -133,4 +133,12 @@ std::string Replaced(std::string_view text, char from, char to) {
   return result;
 }
 
+std::string Listed(std::span<const std::string> names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  }
+  return text;
+}
+
 }  // namespace tarvell

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_TEXT_TEXT_H
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -53,6 +54,9 @@ void AppendRight(std::string& target, std::string_view text, std::size_t width);
 
 /// `text` with every `from` replaced by `to`.
 [[nodiscard]] std::string Replaced(std::string_view text, char from, char to);
+
+/// "1 GHz", "1 GHz and 2 GHz", "1 GHz, 2 GHz and 3 GHz".
+[[nodiscard]] std::string Listed(std::span<const std::string> names);
 
 }  // namespace tarvell
 

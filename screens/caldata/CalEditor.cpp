@@ -10,7 +10,6 @@
 #include <QLayout>
 #include <QMenu>
 #include <QShortcut>
-#include <QTabBar>
 
 #include <algorithm>
 #include <utility>
@@ -144,10 +143,16 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                             .notices = controls_.notices,
                             .page = [this] { return ShownPage(); }});
   slips_ = new SlipWatch({.grid = controls_.grid,
+                          .tabs = controls_.tabs,
                           .notices = controls_.notices,
                           .earlier = &curve_->Earlier(),
-                          .page = [this] { return ShownPage(); }},
+                          .page = [this] { return ShownPage(); },
+                          .origins = [this](std::int16_t page) -> const CellOrigins& {
+                            return MarksOf(page).origins;
+                          }},
                          this);
+  // The option adds a page without changing the table.
+  connect(&history_, &QUndoStack::indexChanged, slips_, &SlipWatch::LookSoon);
   drafts_ = new DraftKeeper({.screen = this,
                              .strip = controls_.draft,
                              .notices = controls_.notices,
@@ -316,7 +321,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   showHistory_->setEnabled(hasFile);
   curve_->Begin(*model_, *data_, filePath_);
   drafts_->Start(modelCode, filePath_);
-  slips_->Begin(*model_);
+  slips_->Begin(*model_, *data_);
   exec();
   slips_->End();
   drafts_->End();
@@ -407,8 +412,14 @@ void CalEditor::MakeFileMenu() {
   showHistory_ = fileMenu_->addAction(tr("&History..."));
   showHistory_->setObjectName("mnuHistory");
   connect(showHistory_, &QAction::triggered, this, [this] {
-    Guarded(this,
-            [this] { frmHistory(model_, filePath_, frmHistory::Use::LookOnly, this).exec(); });
+    Guarded(this, [this] {
+      frmHistory({.path = filePath_,
+                  .model = model_,
+                  .whyNotPutBack = tr("Close the editor first, then open the history from "
+                                      "the menu.")},
+                 this)
+          .exec();
+    });
   });
   connect(controls_.file, &QPushButton::clicked, this, [this] {
     fileMenu_->popup(controls_.file->mapToGlobal(controls_.file->rect().bottomLeft()));

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 #include <QUndoStack>
 
 #include <cstdint>
@@ -78,6 +79,7 @@ class CalEditor : public QDialog {
   struct Controls {
     CalHeaderBlock* header;
     CalGrid* grid;
+    QTabBar* tabs;  ///< of the pages; nullptr where the data have only one
     NoticeLine* notices;
     QPushButton* ok;
     QPushButton* file;

@@ -4,11 +4,8 @@
 #ifndef TARVELL_SCREENS_CALDATA_EDITORCURVE_H
 #define TARVELL_SCREENS_CALDATA_EDITORCURVE_H
 
-#include <QAction>
-#include <QList>
 #include <QMenu>
 #include <QObject>
-#include <QSplitter>
 #include <QTimer>
 
 #include <cstdint>
@@ -18,19 +15,18 @@
 
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
-#include "screens/caldata/CurvePane.h"
 
 namespace tarvell {
 
 class CalGrid;
 class CellEditor;
 class ChangeTable;
+class CurveSplitter;
 class EarlierChoice;
 class NoticeLine;
 
 /// The curve beside the table of an editor, and the changes since the earlier calibration, where
-/// one exists. Both follow what is typed at once. A splitter divides the room between table and
-/// curve; an entry of the menu folds the curve away. Both is remembered.
+/// one exists. Both follow what is typed at once.
 class EditorCurve final : public QObject {
   Q_OBJECT
 
@@ -43,15 +39,12 @@ class EditorCurve final : public QObject {
     NoticeLine* notices;
     std::function<std::int16_t()> page;  ///< the page that the table shows
   };
-  /// Puts the table of the editor into a splitter, with the curve beside it.
   explicit EditorCurve(const Editor& editor);
 
-  /// Begins to show the data of a data set, in the sizes of last time. Call it when the table is
-  /// filled.
+  /// Begins to show the data of a data set. Call it when the table is filled.
   ///
   /// The earlier calibrations are those of the file at `path`; none if it is "".
   void Begin(const Model& model, const cifCaldata& data, const std::string& path);
-  /// Remembers the sizes.
   void End();
 
   /// The calibration that the data are compared with.
@@ -59,10 +52,6 @@ class EditorCurve final : public QObject {
 
  private:
   void Watch();
-  /// Makes the screen wider for the curve. Where the display is too small for that, the curve
-  /// begins folded away.
-  void ShareRoom();
-  void Fold(bool isShown);
   void ChangedSoon();
   void ShowAll();
   void ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier);
@@ -73,12 +62,9 @@ class EditorCurve final : public QObject {
 
   Editor editor_;
   const Model* model_ = nullptr;
-  QSplitter* splitter_;
+  CurveSplitter* curve_;
   ChangeTable* changes_;
   EarlierChoice* earlier_;
-  CurvePane* pane_;
-  QAction* shown_;
-  QList<int> sizes_;         ///< of table and curve, while both are shown
   std::int16_t column_ = 1;  ///< whose changes are shown
   QTimer soon_;
 };

@@ -39,8 +39,7 @@ QVariant MarkIcon(bool hasNote, bool isSlip) {
   if (!hasNote && !isSlip) {
     return {};
   }
-  return QApplication::style()->standardIcon(hasNote ? QStyle::SP_MessageBoxWarning
-                                                     : QStyle::SP_MessageBoxQuestion);
+  return hasNote ? QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning) : SlipIcon();
 }
 
 /// Paler than other text, and still easy to read on any background.
@@ -89,6 +88,10 @@ void MoveRows(std::map<Cell, Value>& values, GridRow first, int rows) {
 }
 
 }  // namespace
+
+QIcon SlipIcon() {
+  return QApplication::style()->standardIcon(QStyle::SP_MessageBoxQuestion);
+}
 
 GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {
   connect(this, &QAbstractItemModel::rowsInserted, this, &GridModel::Changed);

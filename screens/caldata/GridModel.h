@@ -5,6 +5,7 @@
 #define TARVELL_SCREENS_CALDATA_GRIDMODEL_H
 
 #include <QAbstractTableModel>
+#include <QIcon>
 
 #include <cstdint>
 #include <functional>
@@ -18,6 +19,9 @@
 #include "core/caldata/Origin.h"
 
 namespace tarvell {
+
+/// Marks what may hold a slip of typing.
+[[nodiscard]] QIcon SlipIcon();
 
 /// Notes about cells that the user should look at.
 using CellNotes = std::map<Cell, QString>;

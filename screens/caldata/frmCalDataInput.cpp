@@ -57,6 +57,7 @@ frmCalDataInput::frmCalDataInput(QWidget* parent)
        .points = [this] { return PointColumns{CurrentModel().frequencyUnit}; }});
   SetUp({.header = ui_->header,
          .grid = ui_->Grid,
+         .tabs = nullptr,
          .notices = ui_->notices,
          .ok = ui_->btnOk,
          .file = ui_->btnFile,

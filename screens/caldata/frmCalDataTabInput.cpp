@@ -74,6 +74,7 @@ frmCalDataTabInput::frmCalDataTabInput(QWidget* parent)
        .units = [this](std::int16_t column) { return UnitsOf(Data(), currentPage_, column); }});
   SetUp({.header = ui_->header,
          .grid = ui_->grid,
+         .tabs = ui_->tTab,
          .notices = ui_->notices,
          .ok = ui_->btnOk,
          .file = ui_->btnFile,

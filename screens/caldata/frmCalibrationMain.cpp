@@ -23,6 +23,7 @@
 #include "core/text/Text.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/caldata/frmDeleted.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
@@ -61,6 +62,11 @@ std::int16_t SelectedRow(const QListWidget* list) {
   // Row k of `gCalFiles` belongs to the entry that was added as number k.
   const bool isItsRow = row < gCalFiles.size() && gCalFiles.at(row).SerialNumber == serial;
   return isItsRow ? static_cast<std::int16_t>(row) : FindCalFile(serial);
+}
+
+/// A data file, in the folder of its model.
+HistorySubject SubjectAt(const std::string& path) {
+  return {.path = path, .model = FindModel(ToUpper(LastNameOf(FolderOf(path))))};
 }
 
 }  // namespace
@@ -132,6 +138,9 @@ void frmCalibrationMain::SetUpMoreMenu() {
   QAction* history = mnuMore_->addAction(tr("&History..."));
   history->setObjectName("mnuHistory");
   connect(history, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowHistory(); }); });
+  QAction* deleted = mnuMore_->addAction(tr("&Deleted data..."));
+  deleted->setObjectName("mnuDeleted");
+  connect(deleted, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowDeleted(); }); });
   // The same by the right mouse button, or the menu key.
   ui_->lstSerialNumber->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(ui_->lstSerialNumber, &QWidget::customContextMenuRequested, this,
@@ -375,9 +384,18 @@ void frmCalibrationMain::ShowHistory() {
   }
   const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
-  frmHistory(FindModel(ToUpper(code)), path, frmHistory::Use::PutBack, this).exec();
+  frmHistory(SubjectAt(path), this).exec();
   // Another version may have been put back.
   ShowSavedData(EntryAdded(ui_->lstSerialNumber, row), path);
+}
+
+void frmCalibrationMain::ShowDeleted() {
+  frmDeleted deleted({.root = gCalibrationDir, .folderName = tr("Model"), .subject = SubjectAt},
+                     this);
+  deleted.exec();
+  if (deleted.HasPutBack()) {
+    RefreshLists();
+  }
 }
 
 void frmCalibrationMain::btnDelete_Click() {

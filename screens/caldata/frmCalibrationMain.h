@@ -78,6 +78,8 @@ class frmCalibrationMain final : public QDialog {
   void OpenSelected(const Model& model, CalEditor::Begin begin);
   /// Shows what the file of the selected data set has held.
   void ShowHistory();
+  /// Lists the deleted data sets, and those that are put back.
+  void ShowDeleted();
   void DeleteData();
 
   std::unique_ptr<Ui::frmCalibrationMain> ui_;

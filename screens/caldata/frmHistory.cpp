@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -15,8 +16,8 @@
 
 #include "core/dates/DueDate.h"
 #include "core/files/Paths.h"
-#include "core/history/Replacement.h"
-#include "core/text/Text.h"
+#include "screens/caldata/VersionCurve.h"
+#include "screens/caldata/VersionTexts.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -34,38 +35,10 @@ namespace {
 constexpr const char* kJournal = "journal";
 constexpr const char* kVersion = "version";
 
-QString StateText(const Calibration& version) {
-  const std::string_view text = TextOf(version.state);
-  return text.empty() ? frmHistory::tr("As saved.") : ToQt(text);
-}
-
-/// When, or by what, a version came to its end.
-QString EndText(const Calibration& version) {
-  if (version.isCurrent) {
-    return frmHistory::tr("(the present file)");
-  }
-  const QString time = ToQt(LocalTimeText(version.event.time));
-  return version.event.done == kDeleted ? frmHistory::tr("%1, deleted").arg(time) : time;
-}
-
-QStringList Cells(const Calibration& version) {
-  const CalFileInfo& header = version.header;
-  return {version.hasHeader ? ToQt(DateText(version.Calibrated())) : QString(),
-          ToQt(header.CalibrationNumber),
-          version.hasHeader ? ToQt(DateText(version.Due())) : QString(),
-          EndText(version),
-          version.isCurrent ? QString() : ToQt(version.event.user),
-          StateText(version)};
-}
-
-QString HeaderText(const Calibration& version) {
-  const CalFileInfo& header = version.header;
-  return frmHistory::tr(
-             "Serial number %1, calibration number %2, calibrated %3, due %4, comment: %5")
-      .arg(ToQt(TextOrNone(header.SerialNumber)), ToQt(TextOrNone(header.CalibrationNumber)),
-           ToQt(DateText(version.Calibrated())), ToQt(DateText(version.Due())),
-           ToQt(TextOrNone(header.Comment)));
-}
+// Columns of the list that only data files have.
+constexpr int kCalibrated = 0;
+constexpr int kNumber = 1;
+constexpr int kDue = 2;
 
 QStringList TextsOf(const TableRow& row) {
   QStringList texts;
@@ -81,33 +54,34 @@ QString CellAt(const TableRow& row, std::size_t column) {
 
 void SetUpTable(QTableWidget* table) {
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  table->horizontalHeader()->setResizeContentsPrecision(0);  // only the rows that are seen
   table->horizontalHeader()->setStretchLastSection(true);
 }
 
 }  // namespace
 
-frmHistory::frmHistory(const Model* model, std::string path, Use use, QWidget* parent)
-    : QDialog(parent),
-      ui_(std::make_unique<Ui::frmHistory>()),
-      model_(model),
-      path_(std::move(path)),
-      use_(use) {
+frmHistory::frmHistory(HistorySubject subject, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmHistory>()), subject_(std::move(subject)) {
   ui_->setupUi(this);
-  setWindowTitle(tr("History of %1").arg(ToQt(path_)));
+  setWindowTitle(tr("History of %1").arg(ToQt(subject_.path)));
   SetUpTable(ui_->tblVersions);
+  for (const int column : {kCalibrated, kNumber, kDue}) {
+    ui_->tblVersions->setColumnHidden(column, subject_.read != nullptr);
+  }
   SetUpTable(ui_->tblData);
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   OfferHandbook(this, chapter::kHistory);
+  SetUpFileMenu();
   connect(ui_->tblVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { Guarded(this, [this] { ShowSelected(); }); });
   connect(ui_->tabPages, &QTabBar::currentChanged, this, &frmHistory::ShowPage);
   connect(ui_->btnPutBack, &QPushButton::clicked, this, &frmHistory::btnPutBack_Click);
   connect(ui_->btnClose, &QPushButton::clicked, this, &frmHistory::reject);
   ui_->btnPutBack->setToolTip(
-      use == Use::PutBack
+      subject_.whyNotPutBack.isEmpty()
           ? tr("Saves the selected version again. The present file stays in this history.")
-          : tr("Close the editor first, then open the history from the menu."));
+          : subject_.whyNotPutBack);
   ui_->btnPutBack->setAccessibleDescription(ui_->btnPutBack->toolTip());
   ShowVersions();
   ui_->tblVersions->setFocus();
@@ -115,22 +89,35 @@ frmHistory::frmHistory(const Model* model, std::string path, Use use, QWidget* p
 
 frmHistory::~frmHistory() = default;
 
+void frmHistory::SetUpFileMenu() {
+  auto* menu = new QMenu(this);
+  menu->setObjectName("mnuFile");
+  connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
+    menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
+  });
+  const bool hasCurve = subject_.model != nullptr && subject_.model->create != nullptr;
+  if (hasCurve) {
+    curve_ = new VersionCurve(this, ui_->tblData, menu);
+  }
+  ui_->btnFile->setVisible(hasCurve);
+}
+
 const Calibration& frmHistory::At(int row) const {
   return calibrations_.at(static_cast<std::size_t>(row));
 }
 
 void frmHistory::ShowVersions() {
   const BusyPointer busy;
-  const FileHistory history = HistoryOf(path_);
-  calibrations_ = CalibrationsIn(history, path_);
+  const FileHistory history = HistoryOf(subject_.path);
+  calibrations_ = CalibrationsIn(history, subject_.path);
   {
     const QSignalBlocker blocker(ui_->tblVersions->selectionModel());
     ui_->tblVersions->setRowCount(static_cast<int>(calibrations_.size()));
     int row = 0;
     for (const Calibration& version : calibrations_) {
       int column = 0;
-      for (const QString& text : Cells(version)) {
-        ui_->tblVersions->setItem(row, column++, new QTableWidgetItem(text));
+      for (QTableWidgetItem* cell : CellsOf(version)) {
+        ui_->tblVersions->setItem(row, column++, cell);
       }
       ++row;
     }
@@ -161,8 +148,8 @@ std::vector<int> frmHistory::Selected() const {
 
 void frmHistory::ShowSelected() {
   const std::vector<int> rows = Selected();
-  const bool canPutBack = use_ == Use::PutBack && rows.size() == 1 && !At(rows[0]).isCurrent &&
-                          At(rows[0]).state != VersionState::Missing;
+  const bool canPutBack = subject_.whyNotPutBack.isEmpty() && rows.size() == 1 &&
+                          !At(rows[0]).isCurrent && At(rows[0]).State() != VersionState::Missing;
   ui_->btnPutBack->setEnabled(canPutBack);
   ui_->notices->Report(kVersion, {});
   shown_.clear();
@@ -171,7 +158,7 @@ void frmHistory::ShowSelected() {
     // The earlier one first.
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
       headers << HeaderText(At(*row));
-      shown_.push_back(Readable(model_, At(*row)));
+      shown_.push_back(Read(At(*row)));
       if (!shown_.back().notice.empty()) {
         ui_->notices->Report(kVersion, ToQt(shown_.back().notice));
       }
@@ -200,22 +187,27 @@ void frmHistory::ShowPage() {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
   if (shown_.empty() || page >= shown_.back().pages.size()) {
     ShowTable({}, {});
+    ShowCurve({});
     return;
   }
   const ReadablePage& later = shown_.back().pages[page];
   if (shown_.size() == 2) {
     const std::vector<ReadablePage>& pages = shown_.front().pages;
-    ShowComparison(page < pages.size() ? pages[page] : ReadablePage(), later);
+    ShowCurve(ShowComparison(page < pages.size() ? pages[page] : ReadablePage(), later));
     return;
   }
   std::vector<QStringList> rows;
+  std::vector<GridRow> inTable;
   for (std::size_t row = 1; row < later.rows.size(); ++row) {
     rows.push_back(TextsOf(later.rows[row]));
+    inTable.push_back({static_cast<std::int16_t>(row)});
   }
   ShowTable(TextsOf(later.rows.front()), rows);
+  ShowCurve(std::move(inTable));
 }
 
-void frmHistory::ShowComparison(const ReadablePage& earlier, const ReadablePage& later) {
+std::vector<GridRow> frmHistory::ShowComparison(const ReadablePage& earlier,
+                                                const ReadablePage& later) {
   const TableRow& names = later.rows.front();
   const std::size_t keys = std::min(later.keys, names.size());
   QStringList captions =
@@ -226,6 +218,8 @@ void frmHistory::ShowComparison(const ReadablePage& earlier, const ReadablePage&
   }
   captions << tr("Row");
   std::vector<QStringList> rows;
+  std::vector<GridRow> inTable;
+  GridRow next = kFirstDataRow;
   for (const auto& [old, now] : ComparedRows(earlier.rows, later.rows, keys)) {
     QStringList cells;
     bool isEqual = true;
@@ -244,8 +238,42 @@ void frmHistory::ShowComparison(const ReadablePage& earlier, const ReadablePage&
               : isEqual     ? tr("equal")
                             : tr("different"));
     rows.push_back(cells);
+    inTable.push_back(now.empty() ? kCaptionRow : next);
+    next = now.empty() ? next : next + 1;
   }
   ShowTable(captions, rows);
+  return inTable;
+}
+
+ReadableData frmHistory::Read(const Calibration& version) const {
+  return subject_.read ? subject_.read(version) : Readable(subject_.model, version);
+}
+
+void frmHistory::ShowCurve(std::vector<GridRow> inTable) {
+  if (curve_ == nullptr) {
+    return;
+  }
+  const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
+  const auto pageOf = [page](const ReadableData& version) {
+    // Lines have no curve.
+    return version.notice.empty() && page < version.pages.size() ? &version.pages[page] : nullptr;
+  };
+  VersionCurve::Page shown;
+  const ReadablePage* later = shown_.empty() ? nullptr : pageOf(shown_.back());
+  if (later != nullptr) {
+    shown.model = subject_.model;
+    shown.page = static_cast<std::int16_t>(page);
+    shown.rows = later->rows;
+    shown.isCompared = shown_.size() == 2;
+    shown.keys = later->keys;
+    shown.inTable = std::move(inTable);
+    const ReadablePage* earlier = shown.isCompared ? pageOf(shown_.front()) : nullptr;
+    if (earlier != nullptr) {
+      shown.earlierRows = earlier->rows;
+      shown.earlierName = DateText(At(Selected().back()).Calibrated());
+    }
+  }
+  curve_->Show(std::move(shown));
 }
 
 void frmHistory::ShowTable(const QStringList& captions, const std::vector<QStringList>& rows) {
@@ -264,19 +292,23 @@ void frmHistory::ShowTable(const QStringList& captions, const std::vector<QStrin
 void frmHistory::btnPutBack_Click() {
   Guarded(this, [this] {
     const Calibration version = At(Selected().at(0));
-    const std::string name(LastNameOf(path_));
+    const std::string name(LastNameOf(subject_.path));
     const auto answer = CurrentQuestions().Ask(
-        this, {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
-               .icon = QMessageBox::Warning,
-               .buttons = QMessageBox::Yes | QMessageBox::No,
-               .defaultButton = QMessageBox::No,
-               .detail = HeaderText(version) + '\n' + StateText(version) + "\n\n" +
-                         tr("Yes saves it again. What the file holds now stays in the history.")});
+        this,
+        {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
+         .icon = QMessageBox::Warning,
+         .buttons = QMessageBox::Yes | QMessageBox::No,
+         .defaultButton = QMessageBox::No,
+         .detail = HeaderText(version) + '\n' + StateText(version) + "\n\n" +
+                   (At(0).isCurrent ? tr("Yes saves it again. What the file holds now stays in the "
+                                         "history.")
+                                    : tr("The file was deleted. Yes saves it again."))});
     const bool isSaved =
         answer == QMessageBox::Yes && ChangedWithHistory(this, tr("save"), [&](Earlier earlier) {
-          PutBack(version.header.FilePath, path_, earlier);
+          PutBack(version.header.FilePath, subject_.path, earlier);
         });
     if (isSaved) {
+      hasPutBack_ = true;
       ShowVersions();
     }
   });

@@ -168,8 +168,8 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     }
     const QColor full = ColourOf(curve.look, palette());
     const QColor colour =
-        curve.isEarlier ? Mixed(full, palette().color(QPalette::Base), 0.7F) : full;
-    QPen pen(colour, curve.isEarlier ? 1 : 1.5);
+        curve.isEarlier ? Mixed(full, palette().color(QPalette::Base), 0.85F) : full;
+    const QPen pen(colour, 1.5);
     graph->setPen(QPen(colour, pen.widthF(), curve.isEarlier ? Qt::DashLine : Qt::SolidLine));
     if (!curve.isEarlier) {
       graph->setScatterStyle(QCPScatterStyle(SymbolOf(curve.look), pen, colour, kSymbolSize));

@@ -19,6 +19,7 @@
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
+#include "screens/station/InstrumentHistory.h"
 #include "screens/station/frmStationGetInstr.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
@@ -102,6 +103,13 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   // choice and replace the other fields as well.
   disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
   OfferHandbook(this, chapter::kInstruments);
+  new InstrumentHistory({.screen = this,
+                         .button = ui_->btnHistory,
+                         .list = ui_->LstInstrment,
+                         .station = [this] { return StationName; },
+                         .shown = [this] { return ShownFile(); },
+                         .isChanged = [this] { return ui_->btnSave->isEnabled(); },
+                         .readAgain = [this] { ReadShownAgain(); }});
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationModelList::btnAdd_Click);
   connect(ui_->btnDelete, &QPushButton::clicked, this, &frmStationModelList::btnDelete_Click);
   connect(ui_->btnClear, &QPushButton::clicked, this, &frmStationModelList::btnClear_Click);
@@ -322,6 +330,19 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
     shownEntry_ = entry;
   }
   editsEnableSave_ = true;
+}
+
+std::string frmStationModelList::ShownFile() const {
+  return shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
+}
+
+void frmStationModelList::ReadShownAgain() {
+  ReadInstrumentList();
+  // What is typed and not saved stays.
+  if (shownEntry_ != nullptr && !ui_->btnSave->isEnabled()) {
+    LoadInstrument(shownEntry_);
+    SelectShownEntry();
+  }
 }
 
 bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {

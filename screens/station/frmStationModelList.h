@@ -78,6 +78,10 @@ class frmStationModelList final : public QDialog {
   /// Selects the entry whose instrument the fields show.
   void SelectShownEntry();
   void LoadInstrument(QListWidgetItem* entry);
+  /// Name of the file whose instrument the fields show, "" for none.
+  [[nodiscard]] std::string ShownFile() const;
+  /// Reads the list and the shown instrument again.
+  void ReadShownAgain();
   /// Whether the entry's instrument was added and not saved.
   [[nodiscard]] bool IsUnsaved(const QListWidgetItem* entry) const;
   /// Marks the entries by the due dates in their files.

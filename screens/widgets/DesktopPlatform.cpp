@@ -73,9 +73,9 @@ std::filesystem::path FreeName(const TrashFolders& trash, QString name) {
 /// A path as the format writes it: as in a URL, with "/" between folders on every system.
 std::string InUrl(std::string_view path) {
   return PercentEscaped(path, [](unsigned char byte) {
-    constexpr std::string_view kPlain =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-    return kPlain.find(static_cast<char>(byte)) != std::string_view::npos;
+    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+           (byte >= 'a' && byte <= 'z') || byte == '-' || byte == '.' || byte == '_' ||
+           byte == '~' || byte == '/';
   });
 }
 

@@ -24,7 +24,7 @@ set(exchange core/caldata core/dates core/files core/numbers core/platform core/
 set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/curve "")
 set(screens/caldata ${EVERY_CORE_ROOM} exchange screens/curve screens/widgets)
-set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
+set(screens/station ${EVERY_CORE_ROOM} screens/caldata screens/widgets)
 set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
 set(cli ${EVERY_CORE_ROOM})
 

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/curves/Change.h"
+#include "core/curves/SlipReport.h"
 #include "core/curves/Slips.h"
 #include "support/TableOf.h"
 
@@ -186,11 +188,13 @@ TEST(Slips, NoTableIsTooStrange) {
                                     {{"0", "0"}, {"0", "0.0"}, {"-1", "-0"}, {"1", "1E-300"}},
                                     full};
   for (const Rows& now : tables) {
-    EXPECT_NO_THROW(EXPECT_EQ(SlipReport(SlipsOf("PX13A", SensorTable(now), SensorTable(now)),
-                                         {*FindModel("PX13A"), 0, *SensorTable(now)}, {}),
-                              ""));
+    EXPECT_NO_THROW(
+        EXPECT_EQ(SlipsOf("PX13A", SensorTable(now), SensorTable(now)).marks.size(), 0U));
     for (const Rows& earlier : tables) {
       EXPECT_NO_THROW((void)SlipsOf("PX13A", SensorTable(now), SensorTable(earlier)));
+      EXPECT_NO_THROW(
+          (void)PointsOfOneOnly(ChangeOf({*FindModel("PX13A"), 0, *SensorTable(now)},
+                                         {*FindModel("PX13A"), 0, *SensorTable(earlier)})));
     }
     EXPECT_NO_THROW((void)SlipsOf("PX13A", SensorTable(now), nullptr));
   }
@@ -198,13 +202,33 @@ TEST(Slips, NoTableIsTooStrange) {
 
 TEST(SlipReport, NamesTheCurrentCellOrTheFirst) {
   const Slips slips = {.marks = {{{{1}, 1}, "One."}, {{{2}, 1}, "Two."}}, .notice = "Notice."};
+  const Slips one = {.marks = {{{{1}, 1}, "One."}}, .notice = ""};
+  const Slips none;
   const auto grid = SensorTable({{"1", "95.0"}, {"12.4", "95.0"}});
-  const PageTable table = {*FindModel("PX13A"), 0, *grid};
-  EXPECT_EQ(SlipReport(slips, table, {{2}, 1}),
+  const auto report = [&](const Slips& found) {
+    const std::vector<PageSlips> pages = {{{*FindModel("PX13A"), 0, *grid}, "", found}};
+    return SlipReport(pages, 0, {{2}, 1});
+  };
+  EXPECT_EQ(report(slips),
             "Notice. 2 values may be slips of typing. 12.4 GHz, Calibration factor: Two.");
-  EXPECT_EQ(SlipReport({.marks = {{{{1}, 1}, "One."}}, .notice = ""}, table, {{2}, 1}),
-            "1 value may be a slip of typing. 1 GHz, Calibration factor: One.");
-  EXPECT_EQ(SlipReport({}, table, {{2}, 1}), "");
+  EXPECT_EQ(report(one), "1 value may be a slip of typing. 1 GHz, Calibration factor: One.");
+  EXPECT_EQ(report(none), "");
+}
+
+TEST(SlipReport, CountsThePagesOfASetAndNamesThem) {
+  const Slips slips = {.marks = {{{{1}, 1}, "One."}, {{{2}, 1}, "Two."}}, .notice = "Notice."};
+  const Slips none;
+  const auto grid = SensorTable({{"1", "95.0"}, {"12.4", "95.0"}});
+  const Model& model = *FindModel("PX13A");
+  const std::vector<PageSlips> pages = {{{model, 0, *grid}, "A", slips},
+                                        {{model, 1, *grid}, "B", none},
+                                        {{model, 2, *grid}, "C", slips}};
+  EXPECT_EQ(SlipReport(pages, 2, {{2}, 1}),
+            "On the page A, Notice. Notice. 4 values on the pages A and C may be slips of typing. "
+            "12.4 GHz, Calibration factor: Two.");
+  EXPECT_EQ(SlipReport(std::span(pages).first(2), 1, {{2}, 1}),
+            "On the page A, Notice. 2 values on the page A may be slips of typing. On the page A, "
+            "1 GHz, Calibration factor: One.");
 }
 
 }  // namespace

@@ -127,6 +127,30 @@ TEST_F(TheHistory, KeepsWhatADeletionRemoves) {
   EXPECT_EQ(tree_.Names(kVersions).size(), 1U);
 }
 
+TEST_F(TheHistory, ListsTheFilesThatDoNotExistAnyMoreAndPutsThemBack) {
+  constexpr const char* kFolder = R"(c:\calfactors\PX12A)";
+  EXPECT_TRUE(DeletedFiles(R"(c:\calfactors)").empty());
+  SaveWithHistory(kFile, "old");
+  SaveWithHistory(kFile, "new");
+  tree_.Write(R"(c:\calfactors\PX13A\SN00001)", "other");
+  DeleteWithHistory(R"(c:\calfactors\PX13A)", "SN00001");
+  EXPECT_EQ(DeletedFiles(R"(c:\calfactors)").size(), 1U);
+  DeleteWithHistory(kFolder, "SN12345");
+  const std::vector<DeletedFile> ofModel = DeletedFiles(R"(c:\calfactors)", "px12a");
+  ASSERT_EQ(ofModel.size(), 1U);
+  EXPECT_EQ(ofModel[0].path, kFile);
+  EXPECT_EQ(ofModel[0].newest, std::string(kVersions) + R"(\20260305T140307Z.2-anna)");
+  EXPECT_EQ(ofModel[0].last.done, kDeleted);
+  EXPECT_EQ(ofModel[0].last.user, "anna");
+  // A file that was removed by hand counts, too; a folder that is missing is made again.
+  fs::remove_all(tree_.Native(kFolder));
+  EXPECT_EQ(DeletedFiles(R"(c:\calfactors)").size(), 2U);
+  PutBack(ofModel[0].newest, kFile);
+  EXPECT_EQ(tree_.Read(kFile), "new");
+  EXPECT_TRUE(DeletedFiles(R"(c:\calfactors)", "PX12A").empty());
+  EXPECT_EQ(HistoryOf(kFile).last.done, kPutBack);
+}
+
 TEST_F(TheHistory, OfAStationKeepsEveryInstrumentWhateverDeletesIt) {
   const auto fill = [&](const std::string& content) {
     for (const char* name : {"INDEX", "PX12A", "PX13A"}) {
@@ -188,7 +212,7 @@ TEST_F(TheHistory, SaysWhatWasChangedByHand) {
   EXPECT_EQ(ContentsOf(history), (Texts{"third", "", "firs", "unknown"}));
   std::vector<VersionState> states;
   for (const KeptVersion& each : history.versions) {
-    states.push_back(each.state);
+    states.push_back(each.State());
   }
   EXPECT_EQ(states, (std::vector{VersionState::AsKept, VersionState::Missing, VersionState::Changed,
                                  VersionState::NoJournal}));
@@ -396,7 +420,7 @@ TEST_F(TheHistory, LosesNothingWhenTheProgramIsKilledAtAnyStep) {
     cutLines += static_cast<int>(history.damagedLines);
     EXPECT_EQ(ContentsOf(history), now == "old" ? Texts{} : Texts{"old"});
     if (now == "new") {
-      EXPECT_EQ(history.versions.at(0).state, VersionState::AsKept);
+      EXPECT_EQ(history.versions.at(0).State(), VersionState::AsKept);
     }
     SaveWithHistory(file, "newest");
     EXPECT_EQ(ContentsOf(HistoryOf(file)), now == "old" ? Texts{"old"} : (Texts{"new", "old"}));

@@ -61,8 +61,7 @@ TEST(AJournalLine, StaysOneLineWhateverItsTextsHold) {
   event.before = "";
   event.after = "";
   const std::string line = JournalLine(event);
-  EXPECT_EQ(line,
-            "2026-03-05T14:03:07Z\ta%09b%0D%0Ac%25d%7F\t%2D\t-\tPX12A/SN12345\t-\t-\t-");
+  EXPECT_EQ(line, "2026-03-05T14:03:07Z\ta%09b%0D%0Ac%25d%7F\t%2D\t-\tPX12A/SN12345\t-\t-\t-");
   EXPECT_EQ(EventOf(line), event);
 }
 

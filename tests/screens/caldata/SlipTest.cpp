@@ -5,10 +5,13 @@
 
 #include <string>
 
+#include "core/history/History.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalGrid.h"
+#include "screens/caldata/TabEditorFixture.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
+#include "support/ErrorOf.h"
 #include "support/SensorStage.h"
 
 /// Slips of typing are marked in the editor, and nothing is refused.
@@ -107,6 +110,78 @@ TEST_F(SlipMarks, ARowThatWasLeftOutIsReported) {
     editor.reject();
   });
   editor_.SetupDat(0, "PX12A", CalEditor::Begin::NewCalibration);
+}
+
+TEST_F(SlipMarks, FollowTheEarlierCalibrationThatIsChosen) {
+  tree_.MakeFolders(R"(c:\calfactors\PX12A)");
+  gCalFiles[0].FilePath = R"(c:\calfactors\PX12A\SN12345)";
+  for (const auto& [year, factor] :
+       {std::pair("2001", "98.0"), {"2002", "90.0"}, {"2003", "98.1"}}) {
+    file_.calDate = year + std::string("0305");
+    file_.rows[1].second = factor;
+    SaveWithHistory(gCalFiles[0].FilePath, file_.Bytes());
+  }
+  Show(0, "PX12A", [](frmCalDataInput& editor) {
+    auto& grid = Find<CalGrid>(editor, "Grid");
+    Settle();
+    EXPECT_EQ(Shown(grid, 2),
+              "98.1 (possible slip)! The earlier calibration has 90.0, a change of +8.1; the limit "
+              "is 0.9.");
+    Choose(editor, "cmbEarlier", "5 MAR 2001, C-0042");
+    Settle();
+    EXPECT_EQ(Shown(grid, 2), "98.1 ");
+  });
+}
+
+/// The slips of a set are marked at the tabs of its pages.
+class SlipMarksOfPages : public TabEditorFixture {
+ protected:
+  SlipMarksOfPages() {
+    WriteTemplates();
+    tree_.MakeFolders(R"(c:\calfactors\RT520A)");
+    SaveWithHistory(kPath, CapacitorFile({"RT520A", "3318A12345"}, SetAMembers()));
+  }
+
+  /// What the tab says, "!" if it is marked.
+  static std::string TabOf(QWidget& editor, int tab) {
+    Settle();
+    const QTabBar& tabs = TabsOf(editor);
+    const bool isMarked = !tabs.tabIcon(tab - 1).isNull();
+    EXPECT_EQ(isMarked, !tabs.accessibleTabName(tab - 1).isEmpty());
+    return (isMarked ? "!" : "") + tabs.tabToolTip(tab - 1).toStdString();
+  }
+
+  static constexpr const char* kPath = R"(c:\calfactors\RT520A\SN12345)";
+};
+
+TEST_F(SlipMarksOfPages, AreCountedAndShownAtTheTabs) {
+  std::vector<Member> members = SetAMembers();
+  members[2].rows[0][1] = "100.9001pF";
+  SetHeader header = {"RT520A", "3318A12345"};
+  header.calDate = "20010131";
+  SaveWithHistory(kPath, CapacitorFile(header, members));
+  EditFile("RT520A", kPath, [](frmCalDataTabInput& editor) {
+    EXPECT_EQ(TabOf(editor, 3), "!1 value may be a slip of typing.");
+    EXPECT_EQ(TabOf(editor, 1), "");
+    ASSERT_EQ(NoticesOf(editor).size(), 1U);
+    EXPECT_TRUE(Contains(NoticesOf(editor)[0],
+                         "1 value on the page RT523A may be a slip of typing. On the page RT523A, "
+                         "1 kHz, Capacitance: The earlier calibration has 100.0001pF"))
+        << NoticesOf(editor)[0];
+    TypeCell(editor, 1, 1, "2");
+    EXPECT_EQ(TabOf(editor, 1), "!1 value may be a slip of typing.");
+    EXPECT_TRUE(Contains(NoticesOf(editor)[0],
+                         "2 values on the pages RT521A and RT523A may be slips of typing."))
+        << NoticesOf(editor)[0];
+    ClickTab(editor, 3);
+    TypeCell(editor, 1, 1, "100.0002");
+    EXPECT_EQ(TabOf(editor, 3), "");
+    ClickTab(editor, 1);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TabOf(editor, 3), "!1 value may be a slip of typing.");
+    EXPECT_EQ(TabOf(editor, 1), "");
+  });
 }
 
 }  // namespace

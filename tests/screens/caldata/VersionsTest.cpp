@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "core/history/History.h"
+#include "screens/caldata/CurvePane.h"
 #include "screens/caldata/EitherEditor.h"
 #include "screens/caldata/frmCalibrationMain.h"
+#include "screens/caldata/frmDeleted.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/NoticeLine.h"
 #include "support/ClickInMenu.h"
@@ -179,6 +181,81 @@ TEST_P(Versions, OfAHistoryThatCannotBeReadGiveAMessage) {
   });
   frmCalibrationMain menu(nullptr);
   menu.ShowModally();
+}
+
+TEST_P(Versions, AreDrawnAsCurvesThatLeadToTheirCells) {
+  AtHistory([&](frmHistory& history) {
+    if (!Find<CurvePane>(history, "curve").isVisible()) {
+      Press(Qt::Key_F8);
+    }
+    auto& pane = Find<CurvePane>(history, "curve");
+    auto& data = Find<QTableWidget>(history, "tblData");
+    EXPECT_EQ(LabelOf(history, "lblSummary"),
+              HasPages() ? "3 points, 1.000012 to 1.00003 pF." : "3 points, 98.80 to 100.0 %.");
+    ClickRow(history, 0);
+    ClickRow(history, 2, Qt::ControlModifier);
+    EXPECT_EQ(LabelOf(history, "lblSummary"),
+              HasPages() ? "3 points, 1.000012 to 1.00003 pF, no change."
+                         : "3 points, 98.80 to 100.0 %, largest change +0.80 at 0.1 MHz.");
+    Press(Qt::Key_U, Qt::AltModifier);
+    ASSERT_TRUE(pane.hasFocus());
+    Press(Qt::Key_End);
+    EXPECT_EQ(data.currentRow(), 2);
+    EXPECT_EQ(data.currentColumn(), 2) << "the later value";
+    Press(Qt::Key_Home);
+    EXPECT_EQ(pane.accessibleName(), HasPages() ? "Curve, 1 kHz: 1.000012 pF (earlier 1.000012 pF)"
+                                                : "Curve, 0.1 MHz: 98.80 % (earlier 98.00 %)");
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(data.hasFocus());
+    EXPECT_EQ(data.currentRow(), 0);
+    Press(Qt::Key_F8);
+    EXPECT_FALSE(pane.isVisible());
+  });
+}
+
+TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
+  const std::string present = tree_.Read(Path());
+  DeleteWithHistory(Folder(), "SN12345");
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& menu) {
+    user_.At<frmDeleted>([&](frmDeleted& deleted) {
+      EXPECT_EQ(CellsOf(deleted, "tblDeleted"),
+                (std::vector<Texts>{{Code(), "SN12345", "3318A12345", "5 MAR 2001",
+                                     "5 MAR 2026 14:03:07", "anna"}}));
+      user_.At<frmHistory>([&](frmHistory& history) {
+        EXPECT_EQ(CellsOf(history, "tblVersions").size(), 3U);
+        ExpectPutBackQuestion(QMessageBox::Yes);
+        Click(history, "btnPutBack");
+        Press(Qt::Key_Escape);
+      });
+      Click(deleted, "btnHistory");
+      EXPECT_EQ(CellsOf(deleted, "tblDeleted"), std::vector<Texts>());
+      EXPECT_FALSE(Find<QPushButton>(deleted, "btnHistory").isEnabled());
+      Click(deleted, "btnClose");
+    });
+    ClickInMenu(menu, "btnMore", "Deleted data...");
+    Settle();
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
+    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
+    Click(menu, "btnReturn");
+  });
+  frmCalibrationMain menu(nullptr);
+  menu.ShowModally();
+  EXPECT_EQ(tree_.Read(Path()), present);
+}
+
+TEST(VersionsOfAKit, AreListedAndShownLineByLine) {
+  const TestTree tree;
+  const DesktopTestPlatform platform(tree.ProgramFolder());
+  const std::string path = R"(c:\calfactors\RT410B\SN12345)";
+  tree.MakeFolders(R"(c:\calfactors\RT410B)");
+  SaveWithHistory(path, "QZ RT410B\r\n3318A12345\r\n05MAR2001\r\n");
+  SaveWithHistory(path, "QZ RT410B\r\n3318A12345\r\n05MAR2002\r\n");
+  frmHistory history({.path = path, .model = FindModel("RT410B")}, nullptr);
+  history.show();
+  ClickRow(history, 1);
+  EXPECT_EQ(CellsOf(history, "tblData"),
+            (std::vector<Texts>{{"QZ RT410B"}, {"3318A12345"}, {"05MAR2001"}}));
+  EXPECT_FALSE(Find<QPushButton>(history, "btnFile").isVisible());
 }
 
 // ---- From an editor.

@@ -13,6 +13,8 @@
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
+#include "screens/caldata/frmDeleted.h"
+#include "screens/caldata/frmHistory.h"
 #include "screens/caldata/frmInputPX60H.h"
 #include "screens/main/frmMain.h"
 #include "screens/main/frmSplash.h"
@@ -68,6 +70,8 @@ void LookAtPrompt(const Look& look) {
   LookWithin<Form>([&] { form.exec(); }, look);
 }
 
+constexpr const char* kDataSet = R"(c:\calfactors\PX12A\SN12345)";
+
 const std::vector<Screen> kScreens = {
     {"frmMain", "First start",
      [](const Look& look) {
@@ -92,7 +96,7 @@ const std::vector<Screen> kScreens = {
      }},
     {"frmCalDataInputWithAnEarlierCalibration", "Sensors and attenuators",
      [](const Look& look) {
-       gCalFiles[0].FilePath = R"(c:\calfactors\PX12A\SN12345)";
+       gCalFiles[0].FilePath = kDataSet;
        frmCalDataInput form(nullptr);
        LookWithin<frmCalDataInput>(
            [&] { form.SetupDat(0, "PX12A", CalEditor::Begin::NewCalibration); }, look);
@@ -112,6 +116,18 @@ const std::vector<Screen> kScreens = {
            .frequencyUnit = "MHz"};
        PastePreview form(table, {"Frequency  [MHz]", "Calibration factor[%]"}, nullptr);
        LookWithin<PastePreview>([&] { form.exec(); }, look);
+     }},
+    {"frmHistory", "History",
+     [](const Look& look) {
+       SaveWithHistory(kDataSet, Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "!End"}));
+       frmHistory form({.path = kDataSet, .model = FindModel("PX12A")}, nullptr);
+       LookWithin<frmHistory>([&] { form.exec(); }, look);
+     }},
+    {"frmDeleted", "History",
+     [](const Look& look) {
+       DeleteWithHistory(R"(c:\calfactors\PX12A)", "SN12345");
+       frmDeleted form({.root = R"(c:\calfactors)", .folderName = "Model", .subject = {}}, nullptr);
+       LookWithin<frmDeleted>([&] { form.exec(); }, look);
      }},
     {"frmInput", "Handbook for operators", &LookAtPrompt<frmInput>},
     {"frmInputPX60H", "Handbook for operators", &LookAtPrompt<frmInputPX60H>},
@@ -257,7 +273,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
     }
     std::filesystem::create_directory_symlink(TARVELL_HANDBOOK_FOLDER,
                                               tree_.ProgramFolder() / "handbook");
-    tree_.Write(R"(c:\calfactors\PX12A\SN12345)",
+    tree_.Write(kDataSet,
                 Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
                        "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : ", "!End"}));
     tree_.Write(R"(c:\stations\ST1\PX12A)", Lines({"MODEL NUMBER PX12A", "CAL DATA "}));
