@@ -18,6 +18,7 @@
 #include "core/files/Paths.h"
 #include "screens/caldata/VersionCurve.h"
 #include "screens/caldata/VersionTexts.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -69,6 +70,7 @@ frmHistory::frmHistory(HistorySubject subject, QWidget* parent)
     ui_->tblVersions->setColumnHidden(column, subject_.read != nullptr);
   }
   SetUpTable(ui_->tblData);
+  GiveAltKey(ui_->tblData, Qt::Key_D);
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   OfferHandbook(this, chapter::kHistory);

@@ -125,6 +125,7 @@ const std::vector<Screen> kScreens = {
      }},
     {"frmDeleted", "History",
      [](const Look& look) {
+       SaveWithHistory(kDataSet, Lines({"#MODEL_NO : PX12A", "!End"}));
        DeleteWithHistory(R"(c:\calfactors\PX12A)", "SN12345");
        frmDeleted form({.root = R"(c:\calfactors)", .folderName = "Model", .subject = {}}, nullptr);
        LookWithin<frmDeleted>([&] { form.exec(); }, look);
@@ -214,7 +215,7 @@ std::vector<QWidget*> Walk(QWidget& first, Qt::Key key, std::size_t most) {
 bool EndsTheScreen(const QWidget& control) {
   const auto* button = qobject_cast<const QPushButton*>(&control);
   const QString caption = button == nullptr ? QString() : PlainCaption(button->text()).toLower();
-  return caption == "ok" || caption == "cancel" || caption == "exit";
+  return caption == "ok" || caption == "cancel" || caption == "close" || caption == "exit";
 }
 
 /// Whether a button is for the whole screen: one that ends it, or the menu below those.
