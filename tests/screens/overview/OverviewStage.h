@@ -49,7 +49,7 @@ struct AtStation {
 
 /// The overview of a small laboratory on 22 NOV 2026: a sensor that two stations use, one of them
 /// with an old due date; a sensor that is past due and that no station uses; and an instrument of a
-/// model that the program does not know.
+/// model that the program does not know, which is not calibrated.
 class OverviewStage : public SensorStage {
  protected:
   OverviewStage() {
@@ -63,8 +63,9 @@ class OverviewStage : public SensorStage {
                                                              .rows = {{"50.00", "100.0"}}}
                                                       .Bytes());
     tree_.Write(kAtStation1, AtStation{.due = "5 MAR 2026", .comment = "factory"}.Bytes());
-    tree_.Write(R"(c:\stations\ST1\ZZ9)",
-                AtStation{.model = "ZZ9", .serial = "77", .address = "714", .due = ""}.Bytes());
+    tree_.Write(
+        R"(c:\stations\ST1\ZZ9)",
+        AtStation{.model = "ZZ9", .serial = "77", .address = "714", .due = "1 1 2000"}.Bytes());
     tree_.Write(kAtStation2, AtStation{}.Bytes());
     tree_.Write(R"(c:\stations\INDEX)", Lines({"ST1", "ST2"}));
     tree_.Write(R"(c:\stations\ST1\INDEX)", Lines({"PX12A", "ZZ9", "INDEX"}));

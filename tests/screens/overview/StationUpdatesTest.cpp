@@ -32,7 +32,7 @@ class StationUpdates : public OverviewStage {
       EXPECT_EQ(shown, lines);
       Click(preview, button);
     });
-    Press(Qt::Key_U, Qt::AltModifier);
+    Click(overview, "btnUpdate");
   }
 
   const std::string before1_ = tree_.Read(kAtStation1);
@@ -56,7 +56,7 @@ TEST_F(StationUpdates, TakeTheDueDateAndCommentOfTheDataSetAfterAPreview) {
     questions_.ExpectNotice(
         "Nothing has to be updated: the files of the stations have the due dates and comments of "
         "the data sets.");
-    Press(Qt::Key_U, Qt::AltModifier);
+    Click(overview, "btnUpdate");
   });
   EXPECT_EQ(tree_.Read(kAtStation1), AtStation{}.Bytes());
   EXPECT_EQ(KeptOf(tree_, R"(c:\stations)", R"(ST1\PX12A)"), Texts{before1_});
