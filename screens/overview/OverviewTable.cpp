@@ -69,6 +69,8 @@ void OverviewTable::SetUpColumns() {
   header.setSectionsMovable(true);
   header.setHighlightSections(false);
   header.setStretchLastSection(true);
+  // Captions need room for it.
+  header.setSortIndicatorShown(true);
   header.setSortIndicatorClearable(true);
   header.setSortIndicator(-1, Qt::AscendingOrder);
   for (int column = 0; column < kOverviewColumns; ++column) {

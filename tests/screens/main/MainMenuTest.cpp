@@ -358,9 +358,9 @@ TEST_F(MainMenu, F6OpensTheOverviewFromEveryMenu) {
   user_.At<frmOverview>(atOverview);
   Press(Qt::Key_V, Qt::AltModifier);
   EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
+  Click(menu_, "Option2");
   user_.At<frmOverview>(atOverview);
   Press(Qt::Key_F6);
-  Click(menu_, "Option2");
   user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
     user_.At<frmOverview>(atOverview);
     Press(Qt::Key_F6);
