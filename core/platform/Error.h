@@ -40,6 +40,7 @@ enum class ErrorKind {
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
 /// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
+/// - SurveyThread hands what a survey throws to the thread of the screens.
 /// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
 ///   finding of the survey.
 ///

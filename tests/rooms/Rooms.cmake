@@ -25,7 +25,9 @@ set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/curve "")
 set(screens/caldata ${EVERY_CORE_ROOM} exchange screens/curve screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
-set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
+set(screens/overview ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
+set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/overview screens/station
+  screens/widgets)
 set(cli ${EVERY_CORE_ROOM} exchange)
 
 file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/cli/*.cpp ${ROOT}/cli/*.h
