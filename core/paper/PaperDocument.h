@@ -45,18 +45,18 @@ struct PaperColumn {
 
 /// A table. A row is never split; each sheet that the table goes on to repeats its captions.
 struct PaperTable {
-  std::string caption;  ///< above the table, "" for none
-  std::vector<PaperColumn> columns;
-  std::vector<std::vector<PaperCell>> rows;  ///< a row may have fewer cells than columns
+  std::string caption = {};  ///< above the table, "" for none
+  std::vector<PaperColumn> columns = {};
+  std::vector<std::vector<PaperCell>> rows = {};  ///< a row may have fewer cells than columns
 
   bool operator==(const PaperTable&) const = default;
 };
 
 /// A picture as wide as the sheet. Whoever prints the document has the pictures.
 struct PaperPicture {
-  std::string caption;     ///< above the picture, "" for none
-  std::size_t number = 0;  ///< among the pictures of the document
-  double height = 0;       ///< in points; a sheet that is lower shows it smaller
+  std::string caption = {};  ///< above the picture, "" for none
+  std::size_t number = 0;    ///< among the pictures of the document
+  double height = 0;         ///< in points; a sheet that is lower shows it smaller
 
   bool operator==(const PaperPicture&) const = default;
 };
@@ -71,10 +71,10 @@ struct PaperBlanks {
 using PaperPart = std::variant<PaperFields, PaperParagraph, PaperTable, PaperPicture, PaperBlanks>;
 
 struct PaperDocument {
-  std::string title;    ///< large on the first sheet, small on the others
-  std::string foot;     ///< on every sheet, before "Page 2 of 5"
-  bool isWide = false;  ///< whether the long side of the sheet is its width
-  std::vector<PaperPart> parts;
+  std::string title = {};  ///< large on the first sheet, small on the others
+  std::string foot = {};   ///< on every sheet, before "Page 2 of 5"
+  bool isWide = false;     ///< whether the long side of the sheet is its width
+  std::vector<PaperPart> parts = {};
 };
 
 }  // namespace tarvell
