@@ -41,7 +41,7 @@ constexpr int kLetterPair = 2;
 
 bool TakesLetter() {
   const QString remembered = RememberedText(kSize);
-  return remembered.isEmpty() ? QLocale::system().measurementSystem() == QLocale::ImperialUSSystem
+  return remembered.isEmpty() ? QLocale().measurementSystem() == QLocale::ImperialUSSystem
                               : remembered == kLetter;
 }
 
