@@ -84,6 +84,9 @@ const std::array kKnownMessages = {
     "What was typed is not kept as a draft\\. Close without saving\\?.*",
     "The earlier data cannot be kept in the history\\. Do you want to .+ without it\\?.*",
     "Do you want to put back this version of .+\\?.*",
+    // Paper.
+    "No printer is set up on this computer\\. .*",
+    "Nothing was printed\\. Select one version, or two to compare them\\.",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",
