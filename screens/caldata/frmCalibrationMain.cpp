@@ -141,6 +141,13 @@ void frmCalibrationMain::SetUpMoreMenu() {
   QAction* deleted = mnuMore_->addAction(tr("&Deleted data..."));
   deleted->setObjectName("mnuDeleted");
   connect(deleted, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowDeleted(); }); });
+  mnuMore_->addSeparator();
+  QAction* overview = mnuMore_->addAction(tr("O&verview"));
+  overview->setObjectName("mnuOverview");
+  overview->setShortcut(Qt::Key_F6);
+  // The shortcut of an entry that is only in a menu would not act.
+  addAction(overview);
+  connect(overview, &QAction::triggered, this, &frmCalibrationMain::OverviewWanted);
   // The same by the right mouse button, or the menu key.
   ui_->lstSerialNumber->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(ui_->lstSerialNumber, &QWidget::customContextMenuRequested, this,

@@ -16,6 +16,7 @@
 
 #include "core/dates/DueDate.h"
 #include "core/files/Paths.h"
+#include "screens/caldata/DataSetPrinting.h"
 #include "screens/caldata/VersionCurve.h"
 #include "screens/caldata/VersionTexts.h"
 #include "screens/widgets/AltKeys.h"
@@ -74,7 +75,7 @@ frmHistory::frmHistory(HistorySubject subject, QWidget* parent)
   FitToDisplay(this);
   EnterPressesFocusedButton(this);
   OfferHandbook(this, chapter::kHistory);
-  SetUpFileMenu();
+  MakeFileMenu();
   connect(ui_->tblVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this] { Guarded(this, [this] { ShowSelected(); }); });
   connect(ui_->tabPages, &QTabBar::currentChanged, this, &frmHistory::ShowPage);
@@ -91,17 +92,18 @@ frmHistory::frmHistory(HistorySubject subject, QWidget* parent)
 
 frmHistory::~frmHistory() = default;
 
-void frmHistory::SetUpFileMenu() {
+void frmHistory::MakeFileMenu() {
   auto* menu = new QMenu(this);
   menu->setObjectName("mnuFile");
   connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
     menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
   });
-  const bool hasCurve = subject_.model != nullptr && subject_.model->create != nullptr;
-  if (hasCurve) {
+  if (subject_.model != nullptr && subject_.model->create != nullptr) {
     curve_ = new VersionCurve(this, ui_->tblData, menu);
   }
-  ui_->btnFile->setVisible(hasCurve);
+  AddPaperEntries(menu, this, [this] {
+    return WorkOfVersion(subject_.model, subject_.path, calibrations_, Selected());
+  });
 }
 
 const Calibration& frmHistory::At(int row) const {

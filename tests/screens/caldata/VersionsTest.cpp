@@ -255,7 +255,7 @@ TEST(VersionsOfAKit, AreListedAndShownLineByLine) {
   ClickRow(history, 1);
   EXPECT_EQ(CellsOf(history, "tblData"),
             (std::vector<Texts>{{"QZ RT410B"}, {"3318A12345"}, {"05MAR2001"}}));
-  EXPECT_FALSE(Find<QPushButton>(history, "btnFile").isVisible());
+  EXPECT_EQ(history.findChild<QWidget*>("curve"), nullptr);
 }
 
 // ---- From an editor.
