@@ -21,7 +21,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr qreal kMargin = 15;  // mm
+constexpr qreal kMargin = 12;  // mm
 constexpr qreal kInch = 72;    // points
 
 QFont FontOfSize(qreal points, bool isBold = false) {
