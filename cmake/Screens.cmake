@@ -38,6 +38,16 @@ add_library(tarvell_screens STATIC
   screens/caldata/frmHistory.cpp screens/caldata/frmHistory.h screens/caldata/frmHistory.ui
   screens/main/frmMain.cpp screens/main/frmMain.h screens/main/frmMain.ui
   screens/main/frmSplash.cpp screens/main/frmSplash.h screens/main/frmSplash.ui
+  screens/overview/OpenedRow.cpp
+  screens/overview/OverviewFiles.cpp screens/overview/OverviewFiles.h
+  screens/overview/OverviewFilter.cpp screens/overview/OverviewFilter.h
+  screens/overview/OverviewModel.cpp screens/overview/OverviewModel.h
+  screens/overview/OverviewTable.cpp screens/overview/OverviewTable.h
+  screens/overview/SurveyThread.cpp screens/overview/SurveyThread.h
+  screens/overview/UpdatePreview.cpp screens/overview/UpdatePreview.h
+  screens/overview/UpdatePreview.ui
+  screens/overview/UpdateStations.cpp
+  screens/overview/frmOverview.cpp screens/overview/frmOverview.h screens/overview/frmOverview.ui
   screens/station/frmStationGetInstr.cpp screens/station/frmStationGetInstr.h
   screens/station/frmStationGetInstr.ui
   screens/station/frmStationMain.cpp screens/station/frmStationMain.h

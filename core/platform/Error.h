@@ -41,6 +41,7 @@ enum class ErrorKind {
 /// - EditedFileOnPaper prints the error of data that cannot be saved.
 /// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
+/// - SurveyThread hands what a survey throws to the thread of the screens.
 /// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
 ///   finding of the survey.
 ///

@@ -167,6 +167,7 @@ void frmStationModelList::ShowModally() {
   } else {
     ui_->btnAdd->setFocus();
   }
+  SelectIfShown(ui_->LstInstrment, InstrumentName);
   exec();
 }
 

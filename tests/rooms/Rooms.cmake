@@ -28,8 +28,10 @@ set(screens/paper "")
 set(screens/widgets ${EVERY_CORE_ROOM} screens/paper)
 set(screens/caldata ${EVERY_CORE_ROOM} exchange screens/curve screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
-set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
-set(cli ${EVERY_CORE_ROOM})
+set(screens/overview ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
+set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/overview screens/station
+  screens/widgets)
+set(cli ${EVERY_CORE_ROOM} exchange)
 
 file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/cli/*.cpp ${ROOT}/cli/*.h
   ${ROOT}/core/*.cpp ${ROOT}/core/*.h ${ROOT}/exchange/*.cpp ${ROOT}/exchange/*.h

@@ -43,6 +43,11 @@ const std::array kKnownMessages = {
     "but not saved: .*)?",
     "Error: Invailed Input Date",
     "There is no equipment calibration data\\.\r\nIt's not possible to add it\\.",
+    // The overview.
+    "(Wait until all files|Not all files) have been read.* press F5 to read them again\\.",
+    "(No row is selected|There is no screen for this folder or list)\\..*",
+    "(No station has an instrument that could be|Nothing has to be) updated.*",
+    "The file does not begin like a data file\\. .*",
     // What is chosen, and files that are replaced.
     "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\.",
     "The chosen (data set|instrument) is not in the .+ any more\\. .*",
