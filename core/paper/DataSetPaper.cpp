@@ -104,9 +104,12 @@ class DataSetParts {
   /// Puts the rows of a page below its captions.
   void Fill(MemoryGrid& grid, std::int16_t number, const DraftPage& page) const {
     set_.data.GetCalData(number, grid);
-    std::vector<std::vector<std::string>> rows = {grid.Rows().front()};
-    rows.insert(rows.end(), page.rows.begin(), page.rows.end());
-    grid.SetRows(std::move(rows));
+    grid.SetRowCount(1);
+    for (std::vector<std::string> row : page.rows) {
+      // An editor's table may have fewer columns.
+      row.resize(static_cast<std::size_t>(grid.ColumnCount()));
+      grid.InsertRow(EndOf(grid), row);
+    }
   }
 
   [[nodiscard]] std::string CaptionOf(std::int16_t number, const DraftPage& page) const {

@@ -52,25 +52,34 @@ double TableLayout::WidestLine(std::string_view text, PaperFont font) const {
   return width;
 }
 
+double TableLayout::WidestWord(std::string_view text, PaperFont font) const {
+  std::string words(text);
+  std::ranges::replace(words, ' ', '\n');
+  return WidestLine(words, font);
+}
+
 void TableLayout::FindWidths(double width) {
-  std::vector<double> wanted;
-  for (const PaperColumn& column : table_.columns) {
-    wanted.push_back(WidestLine(column.caption, PaperFont::Strong));
-  }
+  std::vector<double> cells(table_.columns.size());
   for (const std::vector<PaperCell>& row : table_.rows) {
-    for (std::size_t column = 0; column < std::min(row.size(), wanted.size()); ++column) {
+    for (std::size_t column = 0; column < std::min(row.size(), cells.size()); ++column) {
       const PaperCell& cell = row[column];
-      wanted[column] = std::max(wanted[column], WidestLine(cell.text, PaperFont::Text));
+      cells[column] = std::max(cells[column], WidestLine(cell.text, PaperFont::Text));
       if (!cell.mark.empty()) {
         markWidths_[column] =
             std::max(markWidths_[column], kMarkGap + fonts_.WidthOf(cell.mark, PaperFont::Strong));
       }
     }
   }
-  for (std::size_t column = 0; column < wanted.size(); ++column) {
-    wanted[column] += 2 * kPadding + markWidths_[column];
+  std::vector<double> whole;
+  std::vector<double> narrow;  // where the captions take several lines
+  for (std::size_t column = 0; column < cells.size(); ++column) {
+    const std::string& caption = table_.columns[column].caption;
+    const double around = 2 * kPadding + markWidths_[column];
+    whole.push_back(around + std::max(cells[column], WidestLine(caption, PaperFont::Strong)));
+    narrow.push_back(around + std::max(cells[column], WidestWord(caption, PaperFont::Strong)));
   }
-  widths_ = SharedWidths(wanted, width);
+  const bool hasRoom = std::reduce(whole.begin(), whole.end()) <= width;
+  widths_ = SharedWidths(hasRoom ? whole : narrow, width);
 }
 
 double TableLayout::TextWidth(std::size_t column) const {

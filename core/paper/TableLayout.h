@@ -41,6 +41,7 @@ class TableLayout {
  private:
   void FindWidths(double width);
   [[nodiscard]] double WidestLine(std::string_view text, PaperFont font) const;
+  [[nodiscard]] double WidestWord(std::string_view text, PaperFont font) const;
   [[nodiscard]] double TextWidth(std::size_t column) const;
   void Place(const WrappedRow& wrapped, PaperFont font, double y, PaperSheet& sheet) const;
   [[nodiscard]] WrappedRow Wrapped(std::vector<std::string> texts, PaperFont font,

@@ -35,7 +35,9 @@ class Wrapping {
 
  private:
   [[nodiscard]] bool Fits(std::string_view text) const {
-    return fonts_.WidthOf(text, font_) <= width_;
+    // A column that is as wide as its text may be so by a calculation with fractions.
+    constexpr double kSlack = 0.01;
+    return fonts_.WidthOf(text, font_) <= width_ + kSlack;
   }
 
   void AddWord(std::string_view word) {

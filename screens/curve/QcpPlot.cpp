@@ -44,6 +44,8 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
               [this, axis] { FitTicks(axis); });
     }
     legend->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+    // The library puts it over the curves.
+    ShowLegend(false);
     connect(selectionRect(), &QCPSelectionRect::accepted, this, [this] { isZoomed_ = true; });
   }
 

@@ -21,7 +21,7 @@ namespace tarvell {
 
 namespace {
 
-constexpr qreal kMargin = 15;  // mm
+constexpr qreal kMargin = 12;  // mm
 constexpr qreal kInch = 72;    // points
 
 QFont FontOfSize(qreal points, bool isBold = false) {
@@ -96,7 +96,9 @@ class SheetPainter {
     }
     const QPicture& picture = pictures_[number];
     const QRect size = picture.boundingRect();
-    const qreal scale = Dots(std::min(place.width / size.width(), place.height / size.height()));
+    // A picture is drawn in the size of its own dots, whatever those of the device are.
+    const qreal dots = picture.logicalDpiX() / kInch;
+    const qreal scale = dots * std::min(place.width / size.width(), place.height / size.height());
     painter_.save();
     painter_.translate(Dots(place.x), Dots(place.y));
     painter_.scale(scale, scale);

@@ -98,6 +98,10 @@ TEST_F(DataSetPaperTest, HasTheChangesAndTheMarksBesideTheValues) {
   const auto before = Sensor({"50.00", "100.00", "500.00"}, {"100.0", "98.5", "95.0"});
   const Model& model = *FindModel("PX12A");
   EditorState state = StateOf(model, *now);
+  // As the table of the editor has it.
+  for (std::vector<std::string>& row : state.pages[0].rows) {
+    row.resize(2);
+  }
   state.pages[0].origins = {{{{1}, 1}, Origin::Earlier}, {{{3}, 1}, Origin::Template}};
   state.pages[0].notes = {{{{1}, 1}, "Will be read back as 99."}};
   const DataSetPaper paper = PaperOf({.model = model,

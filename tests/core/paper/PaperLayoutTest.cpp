@@ -161,6 +161,16 @@ TEST(PaperLayout, NarrowColumnsKeepTheirWidth) {
   EXPECT_EQ(shared({10, 100, 50}, 90), (std::vector<double>{10, 40, 40}));
 }
 
+TEST(PaperLayout, CaptionsAreBrokenAtTheirBlanksWhereThereIsNoRoom) {
+  const PaperTable table = {.columns = {{"long caption"}, {"x"}}, .rows = {{{"1"}, {"1"}}}};
+  const auto captions = [&](double width) {
+    const Texts texts = TextsOn(SheetsOf({table}, 200, width)[0]);
+    return Texts(texts.begin() + 1, texts.begin() + 4);
+  };
+  EXPECT_EQ(captions(81), (Texts{"4/29.5 long caption", "72/29.5 x", "4/42.5 1"}));
+  EXPECT_EQ(captions(80), (Texts{"4/29.5 long", "4/39.5 caption", "47/29.5 x"}));
+}
+
 // Rules that hold for any table: every row once and in order, nothing below the end of a sheet.
 TEST(PaperLayout, OfAnyTableEveryRowIsOnOneSheet) {
   std::minstd_rand random(1);

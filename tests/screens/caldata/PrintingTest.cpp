@@ -7,6 +7,7 @@
 #include <QTableWidget>
 
 #include "core/history/History.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/PaperPainter.h"
@@ -40,6 +41,7 @@ class Printing : public SensorStage {
   Printing() {
     tree_.MakeFolders(R"(c:\calfactors\PX12A)");
     SaveWithHistory(kPath, SensorFile{.rows = {{"50.00", "100.0"}, {"100.00", "98.5"}}}.Bytes());
+    file_.calDate = "20020305";
     file_.rows = {{"50.00", "100.0"}, {"100.00", "98.4"}};
     SaveWithHistory(kPath, file_.Bytes());
     gCalFiles[0].FilePath = kPath;
@@ -53,9 +55,10 @@ class Printing : public SensorStage {
   }
 
   /// Chooses an entry of the File menu by its letter.
-  void ChooseInFileMenu(QWidget& screen, Qt::Key letter) {
-    user_.At<QMenu>([letter](QMenu& /*menu*/) { Press(letter); });
+  static void ChooseInFileMenu(QWidget& screen, Qt::Key letter) {
     Click(screen, "btnFile");
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+    QTest::keyClick(QApplication::activePopupWidget(), letter);
     Settle();
   }
 
@@ -67,7 +70,7 @@ class Printing : public SensorStage {
   }
 
   static constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
-  SensorFile file_ = {.calDate = "20020305"};
+  SensorFile file_;
 };
 
 TEST_F(Printing, SavesAPdfInTheChosenSizeAndLeavesTheDataAsTheyAre) {
@@ -77,14 +80,14 @@ TEST_F(Printing, SavesAPdfInTheChosenSizeAndLeavesTheDataAsTheyAre) {
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("one.pdf")));
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("two.pdf")));
   Show([this](frmCalDataInput& editor) {
-    ChooseInFileMenu(editor, Qt::Key_S);
-    Remember("paper/size", QString("A4"));
     ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
     Type("97.9");
     ChooseInFileMenu(editor, Qt::Key_S);
     // The open cell was stored, and the change can be undone.
     EXPECT_EQ(CellOf(Find<CalGrid>(editor, "Grid"), 2, 1), "97.9");
     EXPECT_EQ(editor.History().count(), 1);
+    Remember("paper/size", QString("A4"));
+    ChooseInFileMenu(editor, Qt::Key_S);
   });
   EXPECT_EQ(
       questions_.initialDirs,
