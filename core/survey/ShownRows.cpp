@@ -116,6 +116,7 @@ bool ComesBefore(const SurveyRow& a, const SurveyRow& b, SurveyColumn column, bo
 
 void ShownRows::Set(std::vector<SurveyRow> rows) {
   rows_ = std::move(rows);
+  faults_ = static_cast<std::size_t>(std::ranges::count_if(rows_, &SurveyRow::HasFault));
   sorted_.resize(rows_.size());
   std::iota(sorted_.begin(), sorted_.end(), std::size_t{0});
   sortedBefore_ = 0;
@@ -124,6 +125,7 @@ void ShownRows::Set(std::vector<SurveyRow> rows) {
 
 void ShownRows::Append(std::vector<SurveyRow> rows) {
   for (SurveyRow& row : rows) {
+    faults_ += row.HasFault() ? 1 : 0;
     sorted_.push_back(rows_.size());
     if (Matches(row, filter_)) {
       shown_.push_back(rows_.size());

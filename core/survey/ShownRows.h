@@ -39,6 +39,8 @@ class ShownRows {
   [[nodiscard]] const std::vector<SurveyRow>& All() const { return rows_; }
   /// The number of rows that are shown.
   [[nodiscard]] std::size_t Count() const { return shown_.size(); }
+  /// The number of all rows with something to do.
+  [[nodiscard]] std::size_t FaultCount() const { return faults_; }
   /// The row that is shown at `place`.
   [[nodiscard]] const SurveyRow& At(std::size_t place) const { return rows_[shown_.at(place)]; }
   /// The numbers in All of the rows that are shown.
@@ -68,6 +70,7 @@ class ShownRows {
   std::vector<std::size_t> shown_;   ///< of those that match the filter
   std::size_t sortedBefore_ = 0;     ///< how many of each are at their places
   std::size_t shownBefore_ = 0;
+  std::size_t faults_ = 0;
   RowFilter filter_;
   std::optional<SurveyColumn> column_;
   bool isDescending_ = false;

@@ -30,7 +30,7 @@ constexpr const char* kSorting = "overview/sort";
 constexpr int kRowPadding = 3;
 
 /// How many characters a column has room for at first, in the order of the columns.
-constexpr std::array<int, kOverviewColumns> kCharacters = {10, 8, 13, 12, 11, 11, 5, 16, 14, 20};
+constexpr std::array<int, kOverviewColumns> kCharacters = {11, 6, 11, 10, 10, 11, 5, 12, 10, 22};
 
 /// Whether the numbers are 0, 1, 2 ... in any order.
 bool ArePlaces(std::vector<int> numbers) {

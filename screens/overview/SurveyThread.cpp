@@ -4,6 +4,7 @@
 #include "screens/overview/SurveyThread.h"
 
 #include <QMetaObject>
+#include <QTimer>
 
 #include <chrono>
 #include <cstddef>
@@ -15,10 +16,9 @@ namespace tarvell {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-/// How often rows are handed over. The first ones are handed over at once.
-constexpr std::chrono::milliseconds kInterval(50);
+/// How long the screen is left alone after it has shown rows, so that no key waits for more of
+/// them.
+constexpr std::chrono::milliseconds kPause(50);
 
 }  // namespace
 
@@ -35,19 +35,20 @@ SurveyThread::SurveyThread(SurveyOrder order, Reports reports)
 void SurveyThread::Run(const SurveyOrder& order, const std::stop_token& stop) {
   Survey survey(order);
   std::size_t handed = 0;
-  Clock::time_point next = Clock::now();
   while (survey.Step()) {
     if (stop.stop_requested()) {
       return;
     }
-    if (survey.Rows().size() == handed || Clock::now() < next) {
+    if (survey.Rows().size() == handed || !isReady_.exchange(false)) {
       continue;
     }
     const auto first = std::next(survey.Rows().begin(), static_cast<std::ptrdiff_t>(handed));
     const auto rows = std::make_shared<std::vector<SurveyRow>>(first, survey.Rows().end());
-    Hand([this, rows, done = survey.Progress()] { reports_.found(std::move(*rows), done); });
+    Hand([this, rows, done = survey.Progress()] {
+      reports_.found(std::move(*rows), done);
+      QTimer::singleShot(kPause, this, [this] { isReady_ = true; });
+    });
     handed = survey.Rows().size();
-    next = Clock::now() + kInterval;
   }
   const auto result = std::make_shared<SurveyResult>(survey.TakeResult());
   Hand([this, result] { reports_.finished(std::move(*result)); });

@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <exception>
 #include <functional>
 #include <stop_token>
@@ -45,7 +46,8 @@ class SurveyThread final : public QObject {
   void Hand(std::function<void()> report);
 
   Reports reports_;
-  std::jthread thread_;  ///< the last member: it ends before the others are destroyed
+  std::atomic<bool> isReady_ = true;  ///< whether the screen takes more rows now
+  std::jthread thread_;               ///< the last member: it ends before the others are destroyed
 };
 
 }  // namespace tarvell

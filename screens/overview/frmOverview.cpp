@@ -8,8 +8,8 @@
 #include <QMenu>
 #include <QShortcut>
 
-#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "core/platform/ProgramPath.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -237,7 +237,7 @@ void frmOverview::ShowCounts() {
   ui_->lblCount->setText(tr("%1 of %2 rows, %3 with something to do")
                              .arg(rows.Count())
                              .arg(rows.All().size())
-                             .arg(std::ranges::count_if(rows.All(), &SurveyRow::HasFault)));
+                             .arg(rows.FaultCount()));
 }
 
 void frmOverview::ShowToDo() {

@@ -121,6 +121,9 @@ TEST(ShownRows, StayInTheOrderOfTheSurveyWhereTheyAreEqual) {
   EXPECT_EQ(Shown(rows), "acdebf");
   rows.Sort(SurveyColumn::DaysLeft, true);
   EXPECT_EQ(Shown(rows), "beacdf");
+  EXPECT_EQ(rows.FaultCount(), 0U);
+  rows.Append({Row("g", States({FindingKind::PastDue})), Row("h", States({FindingKind::NotUsed}))});
+  EXPECT_EQ(rows.FaultCount(), 1U);
 }
 
 TEST(ShownRows, AreThoseThatMatchTheFilter) {
