@@ -16,6 +16,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/ChangedCell.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
   screens/caldata/EditorCurve.cpp screens/caldata/EditorCurve.h
+  screens/caldata/EditorTable.cpp
   screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
