@@ -257,7 +257,16 @@ bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
   if (!model.empty() && !serial.empty()) {
     return true;
   }
-  Tell(this, "No calibration data is selected.");
+  // After Add, or when the list has just been read, the keyboard is at an entry that is only
+  // outlined.
+  const QListWidgetItem* outlined = ui_->lstSerialNumber->currentItem();
+  CurrentQuestions().Ask(
+      this, {.text = "No calibration data is selected.",
+             .detail = serial.empty() && outlined != nullptr && !outlined->isHidden()
+                           ? tr("%1 has an outline, but is not selected. To select it, press the "
+                                "space key in the list.")
+                                 .arg(outlined->text())
+                           : QString()});
   return false;
 }
 

@@ -44,7 +44,8 @@ const std::array kKnownMessages = {
     "Error: Invailed Input Date",
     "There is no equipment calibration data\\.\r\nIt's not possible to add it\\.",
     // What is chosen, and files that are replaced.
-    "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\.",
+    "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\."
+    "(\n\n.+ has an outline, but is not selected\\. .*)?",
     "The chosen (data set|instrument) is not in the .+ any more\\. .*",
     "The file .+ (holds data without a serial number|holds the data of another serial number, "
     "\".+\"|has changed since it was opened here|with this serial number already exists)\\. Do you "
