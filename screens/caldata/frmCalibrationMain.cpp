@@ -262,7 +262,8 @@ bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
   const QListWidgetItem* outlined = ui_->lstSerialNumber->currentItem();
   CurrentQuestions().Ask(
       this, {.text = "No calibration data is selected.",
-             .detail = serial.empty() && outlined != nullptr && !outlined->isHidden()
+             .detail = serial.empty() && outlined != nullptr && !outlined->isHidden() &&
+                               !outlined->text().isEmpty()
                            ? tr("%1 has an outline, but is not selected. To select it, press the "
                                 "space key in the list.")
                                  .arg(outlined->text())

@@ -68,6 +68,7 @@ const std::array kKnownMessages = {
     "(There are no numbers to paste\\.|What is to be pasted has \\d+ points\\.) .*",
     "\".+\" can be read as .+ or as .+\\.\n\nIs the (point|comma) in it a decimal "
     "(point|comma)\\?.*",
+    "The copied lines have \\d+ columns?(: one is missing)?\\. Copy .*",
     "Line \\d+.*\n\nCorrect them in the spreadsheet, then copy and paste again\\.",
     "Line \\d+: (It has \\d+ columns, and the table has \\d+|The table has no value in this "
     "place\\.|There is no value\\.|The character \".+\" in \".+\" cannot be stored in a data "
