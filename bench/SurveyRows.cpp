@@ -1,21 +1,30 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QEvent>
+#include <QObject>
+#include <QTimer>
+
 #include <array>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
 #include <memory>
 #include <spawn.h>
 #include <stdexcept>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "Ratios.h"
 #include "Workplace.h"
 #include "core/files/Paths.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "core/survey/Survey.h"
+#include "screens/overview/OverviewTable.h"
+#include "screens/overview/frmOverview.h"
 
 /// The survey of a laboratory, and the start of the shell companion.
 namespace tarvell::bench {
@@ -24,6 +33,7 @@ namespace {
 
 constexpr int kRepetitions = 11;
 constexpr int kStarts = 201;
+constexpr double kFirstRow = 0.1;  // seconds
 
 /// Runs a program, whose output is thrown away.
 void Start(const std::string& program, const std::vector<std::string>& arguments) {
@@ -108,6 +118,42 @@ void SurveyFirstRow(const std::string& folder) {
   Use(survey.Rows());
 }
 
+/// Calls `then` when a table has been painted with a row.
+class FirstRowPainted final : public QObject {
+ public:
+  FirstRowPainted(OverviewTable& table, std::function<void()> then)
+      : table_(table), then_(std::move(then)) {
+    table.viewport()->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint && table_.model()->rowCount() > 0) {
+      watched->removeEventFilter(this);
+      QTimer::singleShot(0, this, then_);
+    }
+    return false;
+  }
+
+ private:
+  OverviewTable& table_;
+  std::function<void()> then_;
+};
+
+/// The seconds from the opened overview to its first painted row.
+double OverviewFirstRow(const std::string& folder) {
+  gCalibrationDir = folder + "/calfactors";
+  gStationDir = folder + "/stations";
+  double seconds = 0;
+  const auto start = std::chrono::steady_clock::now();
+  frmOverview overview(nullptr);
+  const FirstRowPainted painted(*overview.findChild<OverviewTable*>(), [&] {
+    seconds = SecondsSince(start);
+    overview.close();
+  });
+  overview.ShowModally({2026, 11, 22});
+  return seconds;
+}
+
 void AddSurvey(const std::string& name, const std::string& folder,
                const std::vector<std::string>& options) {
   const auto laboratory = std::make_shared<Laboratory>(folder, options);
@@ -126,6 +172,11 @@ void AddSurvey(const std::string& name, const std::string& folder,
           .goal = 1,
           .program = in(&SurveyFirstRow),
           .limit = in(&SurveyAll),
+          .repetitions = kRepetitions});
+  AddRow({.name = "F6 to the first painted row of " + name + ", compared with 100 ms",
+          .goal = 1,
+          .program = [laboratory] { return OverviewFirstRow(laboratory->Folder()); },
+          .limit = [] { return kFirstRow; },
           .repetitions = kRepetitions});
 }
 

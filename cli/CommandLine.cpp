@@ -6,6 +6,8 @@
 #include <array>
 #include <chrono>
 #include <functional>
+#include <map>
+#include <optional>
 #include <sstream>
 #include <utility>
 
@@ -45,7 +47,7 @@ int DaysIn(const std::string& text) {
 }
 
 /// The date in "2026-11-22"; throws for any other text.
-FileDate DateIn(const std::string& text) {
+FileDate DateIn(const char* option, const std::string& text) {
   static constexpr std::size_t kLength = 10;
   bool isDate = text.size() == kLength;
   for (std::size_t i = 0; isDate && i < kLength; ++i) {
@@ -58,7 +60,7 @@ FileDate DateIn(const std::string& text) {
             static_cast<std::int16_t>(std::stoi(text.substr(8, 2)))};
   }
   if (date.year == 0 || !IsValidDate(date.year, date.month, date.day)) {
-    throw CLI::ValidationError("--today", "give a day that exists, such as 2026-11-22");
+    throw CLI::ValidationError(option, "give a day that exists, such as 2026-11-22");
   }
   return date;
 }
@@ -80,6 +82,7 @@ class Arguments {
     AddDiff();
     AddExport();
     AddHistory();
+    AddImport();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -106,7 +109,7 @@ class Arguments {
     command->add_option("--stations", options_.stationDir,
                         "Folder of the stations (else that of tarvell.ini)");
     command->add_option_function<std::string>(
-        "--today", [this](const std::string& text) { options_.today = DateIn(text); },
+        "--today", [this](const std::string& text) { options_.today = DateIn("--today", text); },
         "Look as on another day, such as 2026-11-22");
     command->add_option_function<std::string>(
         "--within", [this](const std::string& text) { options_.dueSoonDays = DaysIn(text); },
@@ -173,6 +176,34 @@ class Arguments {
     command->add_option("FILE", first_, "The file")->required();
   }
 
+  void AddImport() {
+    CLI::App* command = Command("import", "Save a certificate as a new data set",
+                                [this] { return Import(options_, order_, console_); });
+    command->add_option("FILE", order_.file, "A DCC, CSV or TSV file")->required();
+    command->add_option("--model", order_.model, "The model of the data set")->required();
+    command->add_option("--calfactors", options_.calibrationDir,
+                        "Folder of the calibration data (else that of tarvell.ini)");
+    command->add_option("--serial", order_.serialNumber,
+                        "The serial number of the instrument (else the certificate's)");
+    const auto addDate = [&](const char* name, std::optional<FileDate>& date, const char* help) {
+      command->add_option_function<std::string>(
+          name, [name, &date](const std::string& text) { date = DateIn(name, text); }, help);
+    };
+    addDate("--calibrated", order_.calibrated, "The calibration date (else the certificate's)");
+    addDate("--due", order_.due, "The due date (else the certificate's)");
+    command
+        ->add_option("--decimal", order_.reading.sign, "The decimal sign, where two are possible")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, DecimalSign>{
+            {"point", DecimalSign::Point}, {"comma", DecimalSign::Comma}}));
+    command
+        ->add_option("--dates", order_.reading.dateOrder,
+                     "What comes first in dates, where two orders are possible")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, DateOrder>{
+            {"day-first", DateOrder::DayFirst}, {"month-first", DateOrder::MonthFirst}}));
+    command->add_flag("--sure", order_.isSure, "Take it in spite of the doubts that are reported");
+    command->add_flag("--replace", order_.replaces, "Replace a data set that exists");
+  }
+
   int Report(const CLI::ParseError& error) {
     std::ostringstream out;
     std::ostringstream err;
@@ -189,6 +220,7 @@ class Arguments {
   bool showsUnused_ = false;
   bool comparesBytes_ = false;
   ExportFormat format_ = ExportFormat::Csv;
+  ImportOrder order_;
   std::string first_;
   std::string second_;
   std::string target_;

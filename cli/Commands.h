@@ -5,11 +5,13 @@
 #define TARVELL_CLI_COMMANDS_H
 
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/Console.h"
 #include "core/dates/FileDate.h"
+#include "exchange/Certificate.h"
 
 /// The commands of the shell companion. Each returns the exit status of the program.
 namespace tarvell::cli {
@@ -50,6 +52,23 @@ enum class ExportFormat { Csv, Json, Calendar };
 /// Every row of the survey, or the due dates, to standard output or to the file `target`.
 int Export(const Options& options, ExportFormat format, const std::string& target,
            Console& console);
+
+/// A certificate to make a new data set of.
+struct ImportOrder {
+  std::string file;
+  std::string model;
+  std::string serialNumber;  ///< "" for the certificate's; else that of the item to take
+  ReadingChoices reading;
+  std::optional<FileDate> calibrated;  ///< in place of the certificate's
+  std::optional<FileDate> due;
+  bool isSure = false;  ///< whether to take a certificate about which there are doubts
+  bool replaces = false;
+};
+
+/// Saves a certificate as a new data set. One that lacks a date, a serial number or values of a
+/// page is not saved, nor is one about which there are doubts, unless the user is sure. A file is
+/// replaced only if the order says so.
+int Import(const Options& options, const ImportOrder& order, Console& console);
 
 /// Runs the program with its arguments, without its own name.
 int RunCommandLine(const std::vector<std::string>& arguments, std::time_t now, Console& console);

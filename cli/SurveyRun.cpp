@@ -5,7 +5,6 @@
 
 #include "cli/TextTable.h"
 #include "core/platform/ProgramPath.h"
-#include "core/survey/Survey.h"
 
 namespace tarvell::cli {
 
@@ -20,11 +19,7 @@ SurveyResult RunSurvey(const Options& options, Console& console) {
       bar.Show(survey.Progress());
     }
   }
-  SurveyResult result;
-  result.rows = survey.TakenRows();
-  result.filesRead = survey.FilesRead();
-  result.couldLook = survey.CouldLook();
-  return result;
+  return survey.TakeResult();
 }
 
 void ReportPlaces(const SurveyResult& result, Console& console) {

@@ -5,19 +5,11 @@
 #define TARVELL_CLI_SURVEYRUN_H
 
 #include <string>
-#include <vector>
 
 #include "cli/Commands.h"
-#include "core/survey/SurveyRow.h"
+#include "core/survey/Survey.h"
 
 namespace tarvell::cli {
-
-/// A finished survey.
-struct SurveyResult {
-  std::vector<SurveyRow> rows;
-  std::size_t filesRead = 0;
-  bool couldLook = true;
-};
 
 /// Looks at both trees, and shows a bar meanwhile.
 [[nodiscard]] SurveyResult RunSurvey(const Options& options, Console& console);

@@ -9,11 +9,13 @@ add_library(tarvell_screens STATIC
   screens/caldata/CalHeaderBlock.ui
   screens/caldata/CellEditor.cpp screens/caldata/CellEditor.h
   screens/caldata/ChangeTable.cpp screens/caldata/ChangeTable.h
+  screens/caldata/CurveDrawing.cpp
   screens/caldata/CurveLibrary.cpp
   screens/caldata/CurvePane.cpp screens/caldata/CurvePane.h
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/DataSetPrinting.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
   screens/caldata/DataSetEditors.cpp
   screens/caldata/EditorCurve.cpp screens/caldata/EditorCurve.h
@@ -42,6 +44,16 @@ add_library(tarvell_screens STATIC
   screens/station/InstrumentFields.cpp screens/station/InstrumentFields.h
   screens/station/InstrumentPick.cpp
   screens/station/UnsavedInstruments.cpp
+  screens/overview/OpenedRow.cpp
+  screens/overview/OverviewFiles.cpp screens/overview/OverviewFiles.h
+  screens/overview/OverviewFilter.cpp screens/overview/OverviewFilter.h
+  screens/overview/OverviewModel.cpp screens/overview/OverviewModel.h
+  screens/overview/OverviewTable.cpp screens/overview/OverviewTable.h
+  screens/overview/SurveyThread.cpp screens/overview/SurveyThread.h
+  screens/overview/UpdatePreview.cpp screens/overview/UpdatePreview.h
+  screens/overview/UpdatePreview.ui
+  screens/overview/UpdateStations.cpp
+  screens/overview/frmOverview.cpp screens/overview/frmOverview.h screens/overview/frmOverview.ui
   screens/station/frmStationGetInstr.cpp screens/station/frmStationGetInstr.h
   screens/station/frmStationGetInstr.ui
   screens/station/frmStationMain.cpp screens/station/frmStationMain.h
@@ -66,7 +78,10 @@ add_library(tarvell_screens STATIC
   screens/widgets/Handbook.cpp screens/widgets/Handbook.h
   screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h
   screens/widgets/OneLineValidator.cpp screens/widgets/OneLineValidator.h
+  screens/widgets/PaperOutput.cpp
+  screens/widgets/PaperPainter.cpp
   screens/widgets/PaleSelection.cpp screens/widgets/PaleSelection.h
+  screens/widgets/ProgramLibrary.cpp
   screens/widgets/Questions.cpp
   screens/widgets/ScreenReaders.cpp
   screens/widgets/ScreenSize.cpp
@@ -89,6 +104,13 @@ set_target_properties(tarvell_curve PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET h
 target_include_directories(tarvell_curve PRIVATE ${CMAKE_SOURCE_DIR})
 target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
   tarvell_warnings)
+
+# Loaded from there when the user prints.
+add_library(tarvell_paper MODULE screens/paper/PrinterDialog.cpp)
+set_target_properties(tarvell_paper PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+target_include_directories(tarvell_paper PRIVATE ${CMAKE_SOURCE_DIR})
+target_link_libraries(tarvell_paper PRIVATE Qt6::PrintSupport Qt6::Widgets tarvell_warnings)
 
 add_executable(tarvell app/main.cpp)
 target_link_libraries(tarvell PRIVATE tarvell_screens tarvell_warnings)
@@ -113,12 +135,12 @@ add_custom_command(OUTPUT ${TARVELL_HANDBOOK}/handbook.html
   COMMAND ${CMAKE_SOURCE_DIR}/scripts/handbook ${CMAKE_SOURCE_DIR}/docs ${TARVELL_HANDBOOK}
   VERBATIM)
 add_custom_target(handbook ALL DEPENDS ${TARVELL_HANDBOOK}/handbook.html)
-add_dependencies(tarvell tarvell_curve templates handbook)
+add_dependencies(tarvell tarvell_curve tarvell_paper templates handbook)
 
 # The executable finds the templates in its own folder, links resolved; the link puts it on the
 # path.
 set(TARVELL_PROGRAM_FOLDER ${CMAKE_INSTALL_LIBDIR}/tarvell)
-install(TARGETS tarvell tarvell_curve RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER}
+install(TARGETS tarvell tarvell_curve tarvell_paper RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER}
   LIBRARY DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(FILES ${TARVELL_TEMPLATES} DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(DIRECTORY ${TARVELL_HANDBOOK} DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvell)

@@ -25,4 +25,14 @@ std::size_t CertificateTable::RowCount() const {
   return rows;
 }
 
+std::vector<ReadingQuestion> OpenQuestions(const Certificate& certificate,
+                                           const ReadingChoices& choices) {
+  std::vector<ReadingQuestion> open = certificate.questions;
+  std::erase_if(open, [&](const ReadingQuestion& question) {
+    return question.about == ReadingQuestion::About::DecimalSign ? choices.sign.has_value()
+                                                                 : choices.dateOrder.has_value();
+  });
+  return open;
+}
+
 }  // namespace tarvell

@@ -118,6 +118,10 @@ struct Certificate {
   std::vector<ReadingQuestion> questions;  ///< must be answered before the values are taken
 };
 
+/// The questions that these choices leave open.
+[[nodiscard]] std::vector<ReadingQuestion> OpenQuestions(const Certificate& certificate,
+                                                         const ReadingChoices& choices);
+
 }  // namespace tarvell
 
 #endif

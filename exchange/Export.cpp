@@ -57,18 +57,6 @@ std::vector<ExportedField> HeaderOf(const Model& model, const EditorState& state
   return fields;
 }
 
-/// Pages that the option hides are not part of the data set.
-std::vector<std::int16_t> ShownPages(const EditorState& state) {
-  std::vector<std::int16_t> pages;
-  for (std::size_t i = 0; i < state.pages.size(); ++i) {
-    const auto page = static_cast<std::int16_t>(i);
-    if (page != kOptionPage || state.option.value_or(true)) {
-      pages.push_back(page);
-    }
-  }
-  return pages;
-}
-
 std::string Cell(const std::string& text) {
   if (text.find_first_of("\",\r\n") == std::string::npos) {
     return text;

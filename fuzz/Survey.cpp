@@ -35,7 +35,7 @@ std::vector<SurveyRow> Surveyed() {
   }
   Require(survey.CouldLook(), "both directories can be listed");
   Require(survey.FilesRead() == kFiles, "every file is read once");
-  return survey.TakenRows();
+  return survey.TakeResult().rows;
 }
 
 /// Whether every line has at most 75 bytes and ends with CR LF.

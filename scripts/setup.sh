@@ -90,7 +90,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev qt6-waylan
   fonts-dejavu-core cmark-gfm libcli11-dev libpugixml-dev nlohmann-json3-dev)
 TEST_PACKAGES=(libgtest-dev qt6-base-private-dev clang-format appstream desktop-file-utils man-db shellcheck xvfb)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
-PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant)
+PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant poppler-utils)
 PACKAGE_PACKAGES=(dpkg-dev file)
 PACKAGE_TEST_PACKAGES=(debootstrap lintian)
 SHARE_PACKAGES=("${TOUR_PACKAGES[@]}" samba smbnetfs iproute2)

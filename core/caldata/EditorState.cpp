@@ -78,6 +78,17 @@ std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption) {
   return pages;
 }
 
+std::vector<std::int16_t> ShownPages(const EditorState& state) {
+  std::vector<std::int16_t> pages;
+  for (std::size_t i = 0; i < state.pages.size(); ++i) {
+    const auto page = static_cast<std::int16_t>(i);
+    if (page != kOptionPage || state.option.value_or(true)) {
+      pages.push_back(page);
+    }
+  }
+  return pages;
+}
+
 void RestorePages(const EditorState& state, bool hasOption, cifCaldata& data) {
   const std::size_t known =
       hasOption ? std::size_t{kOptionPage} + 1 : static_cast<std::size_t>(data.GetCalPageCount());

@@ -79,6 +79,9 @@ struct EditorState {
 /// data set is the same afterwards.
 [[nodiscard]] std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption);
 
+/// The pages of a state without the one that its option hides, which is not part of the data set.
+[[nodiscard]] std::vector<std::int16_t> ShownPages(const EditorState& state);
+
 /// Puts pages and option back into a data set of the same model. What the data set has no place for
 /// is left out.
 void RestorePages(const EditorState& state, bool hasOption, cifCaldata& data);

@@ -38,8 +38,10 @@ enum class ErrorKind {
 ///   they can be saved.
 /// - UnchangedBytes (StationFiles.cpp) does the same for an instrument.
 /// - DueDateNotice (StationFiles.cpp) finds out whether a due date could be read back.
+/// - EditedFileOnPaper prints the error of data that cannot be saved.
 /// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
+/// - SurveyThread hands what a survey throws to the thread of the screens.
 /// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
 ///   finding of the survey.
 ///

@@ -104,8 +104,9 @@ struct OSVersionRecord {
   int servicePackMajor = 0;
 };
 
-/// What the operating system does for the program. Paths of the system are std::filesystem::path;
-/// NativePath in Paths.h makes one from a path of the program. Only its
+/// What the operating system does for the program. A survey reads and searches in a thread of its
+/// own, at the same time as the screens use the object. Paths of the system are
+/// std::filesystem::path; NativePath in Paths.h makes one from a path of the program. Only its
 /// implementations and RootFolder assume a particular system. Tests replace it, to make a step
 /// fail.
 class Platform {

@@ -33,12 +33,27 @@ bool IsBroken(const SurveyRow& row) {
   return row.Has(FindingKind::Unreadable) || row.Has(FindingKind::CutOff);
 }
 
+bool IsOfAComparison(FindingKind kind) {
+  switch (kind) {
+    case FindingKind::DueDateDiffers:
+    case FindingKind::SerialDiffers:
+    case FindingKind::DataSetMissing:
+    case FindingKind::NotUsed:
+    case FindingKind::SharedFileName:
+    case FindingKind::SharedAddress:
+      return true;
+    default:
+      return false;
+  }
+}
+
 class Comparison {
  public:
   Comparison(const SurveyedTrees& trees, std::vector<SurveyRow>& rows)
       : trees_(trees), rows_(rows) {}
 
   void Run() {
+    std::ranges::for_each(rows_, &Forget);
     GroupRows();
     for (SurveyRow& row : rows_) {
       if (row.kind == SurveyRow::Kind::Instrument) {
@@ -51,6 +66,14 @@ class Comparison {
   }
 
  private:
+  static void Forget(SurveyRow& row) {
+    std::erase_if(row.findings, [](const Finding& it) { return IsOfAComparison(it.kind); });
+    row.dataSet.clear();
+    if (row.kind == SurveyRow::Kind::DataSet) {
+      row.stations.clear();
+    }
+  }
+
   void GroupRows() {
     dataSets_.reserve(rows_.size());
     for (SurveyRow& row : rows_) {

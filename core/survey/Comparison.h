@@ -23,6 +23,8 @@ struct SurveyedTrees {
 /// Compares the rows with each other: finds the data set of each instrument and the stations of
 /// each data set, and adds what does not fit.
 ///
+/// What an earlier comparison has found is forgotten.
+///
 /// The data set of an instrument is the file that its model and serial number name. A cause is
 /// reported once: an instrument whose data set cannot be read, or is another one's, is not compared
 /// with it.

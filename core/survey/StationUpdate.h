@@ -35,6 +35,9 @@ class StationUpdate {
   /// Every line that the save changes, also where the file was not as the program writes it.
   [[nodiscard]] const std::vector<ChangedLine>& Lines() const { return lines_; }
 
+  /// The folder of the station.
+  [[nodiscard]] const std::string& Folder() const { return stationFolder_; }
+
   /// What the save would replace because the file has changed since it was read.
   [[nodiscard]] Replacement WouldReplace() const;
 

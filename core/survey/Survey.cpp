@@ -51,9 +51,14 @@ bool IsTestKit(const std::string& modelFolder) {
   return model != nullptr && model->family == ModelFamily::TestKit;
 }
 
-/// Adds what depends on the day.
+/// Adds what depends on the day, in the place of what was found before.
 void CheckDue(const SurveyOrder& order, SurveyRow& row) {
-  if (!row.daysLeft || row.Has(FindingKind::NoSuchDate)) {
+  std::erase_if(row.findings, [](const Finding& it) {
+    return it.kind == FindingKind::PastDue || it.kind == FindingKind::DueSoon;
+  });
+  // The date of an instrument with a data set is a copy.
+  const bool isCopy = row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty();
+  if (isCopy || !row.daysLeft || row.Has(FindingKind::NoSuchDate)) {
     return;
   }
   const int days = *row.daysLeft;
@@ -69,6 +74,12 @@ void CheckDue(const SurveyOrder& order, SurveyRow& row) {
 
 Survey::Survey(SurveyOrder order) : order_(std::move(order)) {}
 
+Survey::Survey(SurveyOrder order, std::string_view folder)
+    : order_(std::move(order)), stage_(Stage::Folders), isOfOneFolder_(true) {
+  folders_.push_back({std::string(LastNameOf(folder)), FolderOf(folder) == order_.stationDir});
+  limits_ = LoadSlipLimits(order_.calibrationDir);
+}
+
 bool Survey::Step() {
   switch (stage_) {
     case Stage::Roots:
@@ -80,7 +91,7 @@ bool Survey::Step() {
         ListFolder();
         stage_ = Stage::Files;
       } else {
-        stage_ = Stage::Compare;
+        stage_ = isOfOneFolder_ ? Stage::Done : Stage::Compare;
       }
       break;
     case Stage::Files:
@@ -233,11 +244,29 @@ void Survey::CheckIndexIn(const std::string& path, const std::vector<Name>& list
 
 void Survey::Compare() {
   CompareRows(trees_, rows_);
-  for (SurveyRow& row : rows_) {
-    // The date of an instrument with a data set is a copy.
-    if (row.kind == SurveyRow::Kind::Instrument && row.dataSet.empty()) {
-      CheckDue(order_, row);
-    }
+  CheckDueDates(order_, rows_);
+}
+
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, SurveyResult& result) {
+  Survey survey(order, folder);
+  while (survey.Step()) {
+  }
+  std::vector<SurveyRow>& rows = result.rows;
+  const auto isIn = [&](const SurveyRow& row) {
+    return row.path == folder || FolderOf(row.path) == folder;
+  };
+  const auto place = std::ranges::find_if(rows, isIn) - rows.begin();
+  std::erase_if(rows, isIn);
+  std::vector<SurveyRow> again = survey.TakeResult().rows;
+  rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
+              std::make_move_iterator(again.end()));
+  CompareRows(result.trees, rows);
+  CheckDueDates(order, rows);
+}
+
+void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows) {
+  for (SurveyRow& row : rows) {
+    CheckDue(order, row);
   }
 }
 

@@ -29,6 +29,14 @@ struct SurveyOrder {
   int dueSoonDays = kDueSoonDays;  ///< how many days before its due date a calibration is due soon
 };
 
+/// A finished survey.
+struct SurveyResult {
+  SurveyedTrees trees;
+  std::vector<SurveyRow> rows;
+  std::size_t filesRead = 0;
+  bool couldLook = true;  ///< whether both directories could be listed
+};
+
 /// A look at every data set of the calibration tree and every instrument of the station tree. It
 /// reads each file once and writes nothing.
 ///
@@ -41,13 +49,18 @@ struct SurveyOrder {
 class Survey {
  public:
   explicit Survey(SurveyOrder order);
+  /// A survey of the rows in one folder, that of a model or a station, without a comparison.
+  Survey(SurveyOrder order, std::string_view folder);
 
   /// Lists a folder, reads a file or compares the rows. Returns whether something is left to do.
   bool Step();
 
   [[nodiscard]] const std::vector<SurveyRow>& Rows() const { return rows_; }
-  /// The rows, which the survey gives away.
-  [[nodiscard]] std::vector<SurveyRow> TakenRows() { return std::move(rows_); }
+  /// What the survey has found, which it gives away.
+  [[nodiscard]] SurveyResult TakeResult() {
+    const bool couldLook = CouldLook();
+    return {std::move(trees_), std::move(rows_), filesRead_, couldLook};
+  }
 
   /// How much of the work is done, from 0 to 1.
   [[nodiscard]] double Progress() const;
@@ -87,6 +100,7 @@ class Survey {
 
   SurveyOrder order_;
   Stage stage_ = Stage::Roots;
+  bool isOfOneFolder_ = false;
   std::vector<SurveyRow> rows_;
   SurveyedTrees trees_;
   SlipLimits limits_;
@@ -98,6 +112,13 @@ class Survey {
   std::string bytes_;
   std::size_t filesRead_ = 0;
 };
+
+/// Looks again at the folder of a model or a station whose files may have changed since a survey,
+/// and compares all rows again.
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, SurveyResult& result);
+
+/// Judges the due dates of all rows again, for another day or another number of days.
+void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows);
 
 }  // namespace tarvell
 

@@ -11,14 +11,22 @@ _tarvell_cli() {
       mapfile -t COMPREPLY < <(compgen -d -- "$current")
       return
       ;;
-    --today | --within) return ;;
+    --today | --within | --serial | --calibrated | --due) return ;;
+    --decimal)
+      mapfile -t COMPREPLY < <(compgen -W "point comma" -- "$current")
+      return
+      ;;
+    --dates)
+      mapfile -t COMPREPLY < <(compgen -W "day-first month-first" -- "$current")
+      return
+      ;;
     -o | --output)
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
   esac
   if [ "$COMP_CWORD" -eq 1 ]; then
-    words="check due show diff export history --help --help-all --version"
+    words="check due show diff export history import --help --help-all --version"
   elif [[ $current == -* ]]; then
     case ${COMP_WORDS[1]} in
       check) words="$trees --unused --json --quiet --help" ;;
@@ -26,11 +34,12 @@ _tarvell_cli() {
       history) words="--json --help" ;;
       show) words="--json --quiet --help" ;;
       diff) words="--bytes --json --quiet --help" ;;
+      import) words="--model --calfactors --serial --calibrated --due --decimal --dates --sure --replace --help" ;;
       export) words="$trees --csv --json --ics --output --help" ;;
     esac
   else
     case ${COMP_WORDS[1]} in
-      show | diff | history)
+      show | diff | history | import)
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;

@@ -28,6 +28,7 @@
 #include "screens/caldata/CalHeaderBlock.h"
 #include "screens/caldata/CellEditor.h"
 #include "screens/caldata/CertificateFiles.h"
+#include "screens/caldata/DataSetPrinting.h"
 #include "screens/caldata/DraftKeeper.h"
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EditorCurve.h"
@@ -172,6 +173,28 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
        .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
        .take = [this](const QString& what,
                       const EditorState& after) { TakeContents(what, after); }});
+  OfferPrinting({.screen = this,
+                 .menu = fileMenu_,
+                 .header = controls_.header,
+                 .earlier = &curve_->Earlier(),
+                 .model = [this]() -> const Model& { return *model_; },
+                 .data = [this]() -> const cifCaldata& { return *data_; },
+                 .contents =
+                     [this] {
+                       Cells().Commit();
+                       return Contents();
+                     },
+                 .bytesToSave =
+                     [this] {
+                       StoreContents();
+                       return data_->BytesToSave();
+                     },
+                 .path = [this] { return filePath_; }});
+}
+
+void CalEditor::StoreContents() {
+  controls_.header->Store(*data_);
+  StoreTables();
 }
 
 void CalEditor::WatchChanges() {
@@ -612,8 +635,7 @@ void CalEditor::SaveAndClose() {
     return;
   }
   const std::string name = DataFileName(serial);
-  controls_.header->Store(*data_);
-  StoreTables();
+  StoreContents();
   const std::string path = Joined(Joined(gCalibrationDir, data_->ModelNumber()), name);
   if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
     return;

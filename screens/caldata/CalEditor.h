@@ -155,6 +155,8 @@ class CalEditor : public QDialog {
   /// Shows other contents of the whole data set. Each page is shown inside `act`.
   void ShowContents(const EditorState& contents,
                     const std::function<void(const std::function<void()>& show)>& act);
+  /// Stores in Data() what is shown. Throws the error of what cannot be stored.
+  void StoreContents();
   /// Makes these the contents, in one step of the history.
   void TakeContents(const QString& what, const EditorState& contents);
   /// The notes of the cells that will be read back differently after a save.

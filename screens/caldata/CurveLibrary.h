@@ -17,9 +17,6 @@ struct LoadedPlot {
 };
 [[nodiscard]] LoadedPlot LoadPlot(QWidget* parent);
 
-/// The library is in this folder, from now on; at first, in that of the program.
-void TakeCurveLibraryFrom(const QString& folder);
-
 }  // namespace tarvell
 
 #endif

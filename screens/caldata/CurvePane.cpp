@@ -16,6 +16,7 @@
 #include <cmath>
 #include <utility>
 
+#include "screens/caldata/CurveDrawing.h"
 #include "screens/caldata/CurveLibrary.h"
 #include "screens/widgets/QtText.h"
 
@@ -26,14 +27,6 @@ namespace {
 constexpr double kZoomFactor = 0.7;
 constexpr int kLeastWidth = 12;  // in line heights
 constexpr int kFrame = 3;        // pixels around the plot, for the frame of the focus
-
-QList<QPointF> PlacesOf(const Curve& curve) {
-  QList<QPointF> places;
-  for (const CurvePoint& point : curve.points) {
-    places << QPointF(point.x, point.y);
-  }
-  return places;
-}
 
 /// The position of the point of this cell, or else of the first one in its row; that of the end if
 /// none exists.
@@ -119,30 +112,7 @@ void CurvePane::Draw(bool keepsView) {
   if (plot_ == nullptr) {
     return;
   }
-  Drawing drawing;
-  bool isFirst = true;
-  auto ownLook = static_cast<int>(shown_.curves.size());
-  for (const Curve& earlier : shown_.earlier) {
-    const Curve* now = FindCurve(shown_.curves, earlier);
-    const int look = now != nullptr ? static_cast<int>(now - shown_.curves.data()) : ownLook++;
-    drawing.curves << DrawnCurve{isFirst ? shown_.earlierName : QString(), PlacesOf(earlier), look,
-                                 true};
-    isFirst = false;
-  }
-  int look = 0;
-  for (const Curve& curve : shown_.curves) {
-    drawing.curves << DrawnCurve{ToQt(curve.name), PlacesOf(curve), look++, false};
-  }
-  if (!shown_.curves.empty()) {
-    const Curve& first = shown_.curves.front();
-    drawing.xCaption = ToQt(XCaption(first));
-    drawing.yCaption = ToQt(YCaption(first));
-    drawing.xFactor = first.xFactor;
-    std::vector<Curve> all = shown_.curves;
-    all.insert(all.end(), shown_.earlier.begin(), shown_.earlier.end());
-    drawing.isLogarithmic = IsLogarithmic(all);
-  }
-  plot_->Show(drawing, keepsView);
+  plot_->Show(DrawingOf(shown_), keepsView);
   ShowMark();
 }
 

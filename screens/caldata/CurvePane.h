@@ -11,17 +11,10 @@
 #include <vector>
 
 #include "core/curves/Curves.h"
+#include "screens/caldata/CurveDrawing.h"
 #include "screens/curve/CurvePlot.h"
 
 namespace tarvell {
-
-/// What a CurvePane shows.
-struct ShownCurves {
-  QString subject;  ///< another one shows the whole curve again
-  std::vector<Curve> curves;
-  std::vector<Curve> earlier;  ///< dashed below them
-  QString earlierName;         ///< for the legend
-};
 
 /// Curves over frequency, with one point marked. The mouse shows the numbers of a point and chooses
 /// it. With the keyboard, Left and Right, Home and End go along the curve, Up and Down to the curve

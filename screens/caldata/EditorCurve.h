@@ -54,6 +54,9 @@ class EditorCurve final : public QObject {
   /// Remembers the sizes.
   void End();
 
+  /// The calibration that the data are compared with.
+  [[nodiscard]] const EarlierChoice& Earlier() const { return *earlier_; }
+
  private:
   void Watch();
   /// Makes the screen wider for the curve. Where the display is too small for that, the curve

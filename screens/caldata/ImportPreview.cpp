@@ -387,19 +387,13 @@ bool ImportPreview::RemovesMissing() const {
   return !HasPages(target_.model) && ui_->chkRemove->isChecked();
 }
 
-bool ImportPreview::IsAnswered() const {
-  return std::ranges::all_of(certificate_.questions, [this](const ReadingQuestion& question) {
-    return question.about == ReadingQuestion::About::DecimalSign ? reading_.sign.has_value()
-                                                                 : reading_.dateOrder.has_value();
-  });
-}
-
 void ImportPreview::ShowButtons() {
   const bool isConfirmed = plan_.doubts.empty() || ui_->chkConfirm->isChecked();
   const QString hint =
-      !error_.isEmpty()    ? tr("These values cannot be imported. The reason is above.")
-      : !IsAnswered()      ? tr("Say how to read what can be read in two ways.")
-      : !plan_.HasValues() ? tr("There is nothing to import into this data set.")
+      !error_.isEmpty() ? tr("These values cannot be imported. The reason is above.")
+      : !OpenQuestions(certificate_, reading_).empty()
+          ? tr("Say how to read what can be read in two ways.")
+      : !plan_.HasValues()                ? tr("There is nothing to import into this data set.")
       : !plan_.HasPlace(RemovesMissing()) ? tr("The table has no room for all points. Remove those "
                                                "that are not in the certificate.")
       : !isConfirmed                      ? tr("Check what is said above, then confirm it.")

@@ -66,7 +66,6 @@ class ImportPreview final : public QDialog {
   void ShowButtons();
 
   [[nodiscard]] bool RemovesMissing() const;
-  [[nodiscard]] bool IsAnswered() const;
   [[nodiscard]] PageChoice& ShownChoice();
   [[nodiscard]] std::vector<ModelColumn> ShownColumns() const;
   /// The plan of the shown page, nullptr where it stays as it is.

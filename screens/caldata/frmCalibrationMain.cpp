@@ -120,6 +120,13 @@ void frmCalibrationMain::SetUpMoreMenu() {
   QAction* history = mnuMore_->addAction(tr("&History..."));
   history->setObjectName("mnuHistory");
   connect(history, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowHistory(); }); });
+  mnuMore_->addSeparator();
+  QAction* overview = mnuMore_->addAction(tr("O&verview"));
+  overview->setObjectName("mnuOverview");
+  overview->setShortcut(Qt::Key_F6);
+  // The shortcut of an entry that is only in a menu would not act.
+  addAction(overview);
+  connect(overview, &QAction::triggered, this, &frmCalibrationMain::OverviewWanted);
   // The same by the right mouse button, or the menu key.
   ui_->lstSerialNumber->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(ui_->lstSerialNumber, &QWidget::customContextMenuRequested, this,

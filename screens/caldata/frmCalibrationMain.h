@@ -37,6 +37,13 @@ class frmCalibrationMain final : public QDialog {
   /// Reads the lists, shows the screen with nothing selected, and returns when it is closed.
   void ShowModally();
 
+  /// Reads both lists again and selects what was selected.
+  void RefreshLists();
+
+ signals:
+  /// The user wants to see the overview, by the menu or F6.
+  void OverviewWanted();
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -54,8 +61,6 @@ class frmCalibrationMain final : public QDialog {
   void RefreshModelList();
   /// Lists the data sets that match the filter, see ListDataSets.
   void RefreshSerialList(bool isTyping = false);
-  /// Reads both lists again and selects what was selected.
-  void RefreshLists();
   void ShowEditCaption();
   /// The selected model and serial number; false, after a message, when one is missing.
   [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);

@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -17,6 +18,7 @@
 #include "core/files/Paths.h"
 #include "core/history/Replacement.h"
 #include "core/text/Text.h"
+#include "screens/caldata/DataSetPrinting.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -109,11 +111,22 @@ frmHistory::frmHistory(const Model* model, std::string path, Use use, QWidget* p
           ? tr("Saves the selected version again. The present file stays in this history.")
           : tr("Close the editor first, then open the history from the menu."));
   ui_->btnPutBack->setAccessibleDescription(ui_->btnPutBack->toolTip());
+  MakeFileMenu();
   ShowVersions();
   ui_->tblVersions->setFocus();
 }
 
 frmHistory::~frmHistory() = default;
+
+void frmHistory::MakeFileMenu() {
+  auto* menu = new QMenu(this);
+  menu->setObjectName("mnuFile");
+  AddPaperEntries(menu, this,
+                  [this] { return WorkOfVersion(model_, path_, calibrations_, Selected()); });
+  connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
+    menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
+  });
+}
 
 const Calibration& frmHistory::At(int row) const {
   return calibrations_.at(static_cast<std::size_t>(row));

@@ -37,6 +37,7 @@ class frmHistory final : public QDialog {
 
  private:
   void btnPutBack_Click();
+  void MakeFileMenu();
   /// Reads the history and lists it.
   void ShowVersions();
   /// Shows the selected version, or the comparison of the two that are selected.

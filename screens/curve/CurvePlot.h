@@ -5,6 +5,7 @@
 #define TARVELL_SCREENS_CURVE_CURVEPLOT_H
 
 #include <QList>
+#include <QPicture>
 #include <QPixmap>
 #include <QPointF>
 #include <QSize>
@@ -67,6 +68,10 @@ class CurvePlot {
 
   /// What is shown, drawn in this size and with so many dots for each of its pixels.
   [[nodiscard]] virtual QPixmap Picture(QSize size, double dots) = 0;
+
+  /// The whole of a drawing for paper, so large in points: black on white, the curves told apart by
+  /// their lines and symbols. The plot is of no use on the screen afterwards.
+  [[nodiscard]] virtual QPicture OnPaper(const Drawing& drawing, QSize points) = 0;
 
  protected:
   ~CurvePlot() = default;

@@ -60,6 +60,10 @@ constexpr std::array<QCPScatterStyle::ScatterShape, 7> kSymbols = {
     QCPScatterStyle::ssDiamond, QCPScatterStyle::ssTriangleInverted, QCPScatterStyle::ssCross,
     QCPScatterStyle::ssPlus};
 
+// For paper. As there is no common divisor of their number and that of the symbols, the first 28
+// looks are different.
+constexpr std::array kLines = {Qt::SolidLine, Qt::DashLine, Qt::DashDotLine, Qt::DashDotDotLine};
+
 template <typename Items>
 auto ItemFor(const Items& items, int look) {
   return items[static_cast<std::size_t>(look) % items.size()];
@@ -94,6 +98,11 @@ QColor ColourOf(int look, const QPalette& palette) {
 
 QCPScatterStyle::ScatterShape SymbolOf(int look) {
   return ItemFor(kSymbols, look);
+}
+
+QPen PaperPenOf(const DrawnCurve& curve) {
+  return curve.isEarlier ? QPen(Qt::black, 0.5, Qt::DotLine)
+                         : QPen(Qt::black, 0.8, ItemFor(kLines, curve.look));
 }
 
 int DigitsFor(const QCPRange& range) {

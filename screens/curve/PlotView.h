@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QPalette>
+#include <QPen>
 #include <qcustomplot.h>
 
 #include "screens/curve/CurvePlot.h"
@@ -28,6 +29,10 @@ struct WholeView {
 [[nodiscard]] QColor ColourOf(int look, const QPalette& palette);
 /// The symbol of a look. Looks of the same colour have different symbols.
 [[nodiscard]] QCPScatterStyle::ScatterShape SymbolOf(int look);
+
+/// The line of a curve on paper. Lines of looks with the same symbol differ, and all of them from
+/// those of earlier curves.
+[[nodiscard]] QPen PaperPenOf(const DrawnCurve& curve);
 
 /// Significant digits that tell the numbers on an axis of this range apart.
 [[nodiscard]] int DigitsFor(const QCPRange& range);

@@ -14,6 +14,8 @@ namespace tarvell {
 namespace {
 
 constexpr double kSymbolSize = 7;
+constexpr double kPaperSymbolSize = 4.5;  // points
+constexpr int kPaperFontSize = 8;         // points
 constexpr double kRingSize = 15;
 constexpr double kNear = 12;          // pixels
 constexpr double kWheelFactor = 0.8;  // of the range, for each step of the wheel
@@ -130,6 +132,26 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     return toPixmap(size.width(), size.height(), dots);
   }
 
+  [[nodiscard]] QPicture OnPaper(const Drawing& drawing, QSize points) override {
+    isOnPaper_ = true;
+    QFont font = this->font();
+    font.setPixelSize(kPaperFontSize);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    setFont(font);
+    setPalette(
+        QPalette(Qt::black, Qt::white, Qt::white, Qt::black, Qt::gray, Qt::black, Qt::white));
+    resize(points);
+    Show(drawing, false);
+    QPicture picture;
+    QCPPainter painter(&picture);
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setMode(QCPPainter::pmNonCosmetic);
+    toPainter(&painter, points.width(), points.height());
+    painter.end();
+    picture.setBoundingRect(QRect(QPoint(), points));
+    return picture;
+  }
+
  protected:
   [[nodiscard]] QSize minimumSizeHint() const override {
     constexpr QSize kLines(12, 4);
@@ -166,19 +188,25 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     if (curve.name.isEmpty()) {
       graph->removeFromLegend();
     }
-    const QColor full = ColourOf(curve.look, palette());
-    const QColor colour =
-        curve.isEarlier ? Mixed(full, palette().color(QPalette::Base), 0.7F) : full;
-    QPen pen(colour, curve.isEarlier ? 1 : 1.5);
-    graph->setPen(QPen(colour, pen.widthF(), curve.isEarlier ? Qt::DashLine : Qt::SolidLine));
+    const QPen pen = isOnPaper_ ? PaperPenOf(curve) : ScreenPenOf(curve);
+    graph->setPen(pen);
     if (!curve.isEarlier) {
-      graph->setScatterStyle(QCPScatterStyle(SymbolOf(curve.look), pen, colour, kSymbolSize));
+      const QPen outline(pen.color(), pen.widthF());
+      graph->setScatterStyle(QCPScatterStyle(SymbolOf(curve.look), outline, pen.color(),
+                                             isOnPaper_ ? kPaperSymbolSize : kSymbolSize));
     }
     for (const QPointF& point : curve.points) {
       if (CanBeDrawn(point.x()) && CanBeDrawn(point.y())) {
         graph->addData(point.x() / drawing_.xFactor, point.y());
       }
     }
+  }
+
+  [[nodiscard]] QPen ScreenPenOf(const DrawnCurve& curve) const {
+    const QColor full = ColourOf(curve.look, palette());
+    return curve.isEarlier
+               ? QPen(Mixed(full, palette().color(QPalette::Base), 0.7F), 1, Qt::DashLine)
+               : QPen(full, 1.5);
   }
 
   /// Takes the colours and the font of the widget.
@@ -253,6 +281,7 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
   Drawing drawing_;
   QCPGraph* ring_ = nullptr;  ///< around the marked point
   bool isZoomed_ = false;     ///< whether the user chose what is shown
+  bool isOnPaper_ = false;
 };
 
 }  // namespace

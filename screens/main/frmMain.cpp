@@ -26,6 +26,7 @@
 #include "core/text/Text.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/main/frmSplash.h"
+#include "screens/overview/frmOverview.h"
 #include "screens/station/frmStationMain.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/FolderPicker.h"
@@ -126,6 +127,10 @@ void frmMain::SetUpMenu() {
   mnuExit->setObjectName("mnuExit");
   mnuExit->setShortcut(Qt::CTRL | Qt::Key_Q);
   connect(mnuExit, &QAction::triggered, this, &frmMain::btnExit_Click);
+  QAction* mnuOverview = menuBar->addAction(tr("O&verview"));
+  mnuOverview->setObjectName("mnuOverview");
+  mnuOverview->setShortcut(Qt::Key_F6);
+  connect(mnuOverview, &QAction::triggered, this, &frmMain::mnuOverview_Click);
   QMenu* mnuHelp = menuBar->addMenu("&Help");
   mnuHelp->setObjectName("mnuHelp");
   QAction* mnuHandbook = mnuHelp->addAction(tr("&Handbook"));
@@ -211,33 +216,68 @@ void frmMain::btnStart_Click() {
   Guarded(this, [this] { Start(); });
 }
 
+bool frmMain::TakeRoots() {
+  return TakeRoot(ui_->txtStationDir,
+                  {.missing = "Station directory does not set.",
+                   .question = "Input station folder does not exist.\r\n"
+                               "If you want to create new folder, then press Ok button."},
+                  gStationDir) &&
+         TakeRoot(ui_->txtCalibrationDir,
+                  {.missing = "Calibration data directory does not set.",
+                   .question = "Select calibration data folder is not exist.\r\n"
+                               "If you want to create new folder, then press Ok button."},
+                  gCalibrationDir);
+}
+
+void frmMain::mnuOverview_Click() {
+  Guarded(this, [this] {
+    if (TakeRoots()) {
+      ShowOverview(this);
+    }
+  });
+}
+
+bool frmMain::ShowOverview(QWidget* screen) {
+  frmOverview overview(screen);
+  overview.ShowModally();
+  return overview.HasChangedFiles();
+}
+
+frmCalibrationMain& frmMain::CalibrationMain() {
+  if (!calibrationMain_) {
+    calibrationMain_ = std::make_unique<frmCalibrationMain>(this);
+    connect(calibrationMain_.get(), &frmCalibrationMain::OverviewWanted, this, [this] {
+      Guarded(calibrationMain_.get(), [this] {
+        if (ShowOverview(calibrationMain_.get())) {
+          calibrationMain_->RefreshLists();
+        }
+      });
+    });
+  }
+  return *calibrationMain_;
+}
+
+frmStationMain& frmMain::StationMain() {
+  if (!stationMain_) {
+    stationMain_ = std::make_unique<frmStationMain>(this);
+    connect(stationMain_.get(), &frmStationMain::OverviewWanted, this,
+            [this] { Guarded(stationMain_.get(), [this] { ShowOverview(stationMain_.get()); }); });
+  }
+  return *stationMain_;
+}
+
 void frmMain::Start() {
-  if (!TakeRoot(ui_->txtStationDir,
-                {.missing = "Station directory does not set.",
-                 .question = "Input station folder does not exist.\r\n"
-                             "If you want to create new folder, then press Ok button."},
-                gStationDir) ||
-      !TakeRoot(ui_->txtCalibrationDir,
-                {.missing = "Calibration data directory does not set.",
-                 .question = "Select calibration data folder is not exist.\r\n"
-                             "If you want to create new folder, then press Ok button."},
-                gCalibrationDir)) {
+  if (!TakeRoots()) {
     return;
   }
   if (ui_->Option1->isChecked() || ui_->Option2->isChecked()) {
     Remember(kLastChoice, QString(ui_->Option1->isChecked() ? kStations : kCalibration));
   }
   if (ui_->Option1->isChecked()) {
-    if (!stationMain_) {
-      stationMain_ = std::make_unique<frmStationMain>(this);
-    }
-    stationMain_->ShowModally();
+    StationMain().ShowModally();
   }
   if (ui_->Option2->isChecked()) {
-    if (!calibrationMain_) {
-      calibrationMain_ = std::make_unique<frmCalibrationMain>(this);
-    }
-    calibrationMain_->ShowModally();
+    CalibrationMain().ShowModally();
   }
 }
 

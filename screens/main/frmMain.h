@@ -47,6 +47,7 @@ class frmMain final : public QDialog {
   void btnExit_Click();
   void mnuHandbook_Click();
   void mnuAbout_Click();
+  void mnuOverview_Click();
   void Form_Unload();
 
   void SetUpMenu();
@@ -58,6 +59,13 @@ class frmMain final : public QDialog {
   /// Shows the notice `text` about a box and marks the box; "" removes both.
   void Notice(QLineEdit* box, const QString& text);
   void Start();
+  /// Makes what is typed in both boxes the data roots. Returns false after a message when one
+  /// cannot be used.
+  [[nodiscard]] bool TakeRoots();
+  /// Shows the overview in front of `screen`. Returns whether files may have been changed there.
+  bool ShowOverview(QWidget* screen);
+  frmCalibrationMain& CalibrationMain();
+  frmStationMain& StationMain();
   /// The messages about a data root.
   struct RootTexts {
     QString missing;   ///< when none is given

@@ -45,6 +45,9 @@ frmStationMain::frmStationMain(QWidget* parent)
           &frmStationMain::RefreshSelecting);
   OnEntry(ui_->lstStation,
           {.open = [this] { btnEdit_Click(); }, .remove = [this] { btnDelete_Click(); }});
+  connect(new QShortcut(Qt::Key_F6, this), &QShortcut::activated, this,
+          &frmStationMain::OverviewWanted);
+  connect(ui_->btnOverview, &QPushButton::clicked, this, &frmStationMain::OverviewWanted);
   OfferHandbook(this, chapter::kStations);
   connect(ui_->btnAdd, &QPushButton::clicked, this, &frmStationMain::btnAdd_Click);
   connect(ui_->btnEdit, &QPushButton::clicked, this, &frmStationMain::btnEdit_Click);

@@ -32,6 +32,10 @@ class frmStationMain final : public QDialog {
   /// Reads the list of stations and shows the screen until it is closed.
   void ShowModally();
 
+ signals:
+  /// The user wants to see the overview, by its button or F6.
+  void OverviewWanted();
+
  private:
   void btnAdd_Click();
   void btnEdit_Click();

@@ -88,6 +88,7 @@ void frmStationModelList::ShowModally() {
   } else {
     ui_->btnAdd->setFocus();
   }
+  SelectIfShown(ui_->LstInstrment, InstrumentName);
   exec();
 }
 

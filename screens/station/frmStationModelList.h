@@ -38,6 +38,8 @@ class frmStationModelList final : public QDialog {
 
   /// Set by the opener before the screen is shown.
   std::string StationName;
+  /// The same: the instrument that is selected at first, "" for none.
+  std::string InstrumentName;
 
   /// Reads the list of the station StationName and shows the screen until it is closed.
   void ShowModally();

@@ -3,6 +3,7 @@
 
 #include "screens/widgets/EnterKey.h"
 
+#include <QAbstractButton>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -42,9 +43,12 @@ class EnterKey : public QObject {
   /// The toolkit itself presses a button a moment after its Alt key, when another key may have
   /// closed the screen.
   static bool PressByAltKey(QObject* watched, const QShortcutEvent& event) {
-    auto* button = qobject_cast<QPushButton*>(watched);
+    auto* button = qobject_cast<QAbstractButton*>(watched);
     if (button == nullptr || event.isAmbiguous()) {
       return false;
+    }
+    if (button->isCheckable() && (button->focusPolicy() & Qt::ClickFocus) != 0) {
+      button->setFocus(Qt::ShortcutFocusReason);
     }
     button->click();
     return true;
@@ -55,7 +59,7 @@ class EnterKey : public QObject {
 
 void EnterPressesFocusedButton(QWidget* screen) {
   auto* keys = new EnterKey(screen);  // the screen owns it
-  for (QPushButton* button : screen->findChildren<QPushButton*>()) {
+  for (auto* button : screen->findChildren<QAbstractButton*>()) {
     button->installEventFilter(keys);
   }
   // A dialog presses its default button for keys that no control takes.

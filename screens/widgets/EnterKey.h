@@ -9,9 +9,9 @@
 
 namespace tarvell {
 
-/// Makes Enter press the focused button, for every button that `screen` has at this time. On many
+/// Makes Enter press the focused push button, for every one that `screen` has at this time. On many
 /// desktops Enter would press the default button instead. A key that is held presses one button
-/// once, even if that opens another screen. An Alt key presses its button at once.
+/// once, even if that opens another screen. An Alt key presses a button of any kind at once.
 void EnterPressesFocusedButton(QWidget* screen);
 
 /// Whether this key is one of the two Enter keys, without Ctrl, Alt or Meta.

@@ -23,6 +23,7 @@ inline constexpr const char* kSets = "capacitor-and-resistor-sets";
 inline constexpr const char* kHistory = "history";
 inline constexpr const char* kStations = "stations";
 inline constexpr const char* kInstruments = "instruments-of-a-station";
+inline constexpr const char* kOverview = "the-overview";
 inline constexpr const char* kMessages = "messages";
 }  // namespace chapter
 

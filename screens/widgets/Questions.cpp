@@ -12,8 +12,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/widgets/Handbook.h"
+#include "screens/widgets/ProgramLibrary.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 
@@ -87,6 +89,7 @@ QString Questions::PickFile(QWidget* owner, FileRequest& request) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilters(request.filters);
   dialog.selectNameFilter(request.filters.value(request.filterIndex));
+  dialog.setDefaultSuffix(request.suffix);
   if (!request.fileName.isEmpty()) {
     dialog.selectFile(request.fileName);
   }
@@ -102,6 +105,25 @@ QString Questions::PickFolder(QWidget* owner, const QString& title, const QStrin
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return RunDialog(dialog);
+}
+
+std::unique_ptr<QPagedPaintDevice> Questions::PickPrinter(QWidget* owner,
+                                                          const PrinterRequest& request) {
+  const LibraryFunction library = FunctionOf("tarvell_paper", kPickPrinter);
+  if (library.function == nullptr) {
+    throw Error(ErrorKind::NotFound,
+                "The program cannot print, because a part of it is missing or damaged. Install it "
+                "again, or use \"Save as PDF\". (" +
+                    FromQt(library.error) + ")");
+  }
+  PickedPrinter picked;
+  reinterpret_cast<PickPrinterFunction>(library.function)(owner, request, picked);
+  if (!picked.isAnySetUp) {
+    throw Error(ErrorKind::NotFound,
+                "No printer is set up on this computer. Add one in the settings of the desktop, or "
+                "use \"Save as PDF\".");
+  }
+  return std::move(picked.printer);
 }
 
 Questions& CurrentQuestions() {

@@ -5,9 +5,14 @@
 #define TARVELL_SCREENS_WIDGETS_QUESTIONS_H
 
 #include <QMessageBox>
+#include <QPagedPaintDevice>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+
+#include <memory>
+
+#include "screens/paper/PrinterDialog.h"
 
 namespace tarvell {
 
@@ -31,6 +36,7 @@ struct FileRequest {
   QString fileName = {};
   QStringList filters = {};  ///< as QFileDialog takes them
   int filterIndex = 0;       ///< of the selected filter, on input and on output
+  QString suffix = {};       ///< of a file to save whose name is typed without one, "" for none
 };
 
 /// Shows every message box and picker of the program. A test replaces it to answer instead of a
@@ -48,6 +54,10 @@ class Questions {
   virtual QString PickFile(QWidget* owner, FileRequest& request);
   /// Native path of the folder that was picked, "" when none was.
   virtual QString PickFolder(QWidget* owner, const QString& title, const QString& initialDir);
+  /// The printer that was chosen, nullptr when none was. Throws a NotFound error where none can be
+  /// chosen.
+  virtual std::unique_ptr<QPagedPaintDevice> PickPrinter(QWidget* owner,
+                                                         const PrinterRequest& request);
 };
 
 [[nodiscard]] Questions& CurrentQuestions();

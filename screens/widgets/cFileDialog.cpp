@@ -58,7 +58,8 @@ bool cFileDialog::Show(FileRequest::Purpose purpose, const QString& functionName
                         .initialDir = initialDir_,
                         .fileName = fileName_,
                         .filters = NameFilters(),
-                        .filterIndex = filterIndex_ - 1};
+                        .filterIndex = filterIndex_ - 1,
+                        .suffix = suffix_};
     chosen = CurrentQuestions().PickFile(ownerWnd_, request);
     filterIndex_ = request.filterIndex + 1;
   };

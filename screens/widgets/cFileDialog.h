@@ -27,6 +27,9 @@ class cFileDialog {
   [[nodiscard]] QString Filter() const { return filter_; }
   void SetFilter(const QString& value);
 
+  /// Added to a file name to save that is typed without one: "pdf"; "" for none.
+  void SetDefaultSuffix(const QString& value) { suffix_ = value; }
+
   /// Number of the selected pair, counted from 1.
   [[nodiscard]] std::int32_t FilterIndex() const { return filterIndex_; }
   void SetFilterIndex(std::int32_t value) { filterIndex_ = value; }
@@ -62,6 +65,7 @@ class cFileDialog {
   QString caption_;
   QString fileName_;
   QString filter_;
+  QString suffix_;
   QString initialDir_;
   std::int32_t filterIndex_ = 1;
   std::int32_t flags_ = 0;

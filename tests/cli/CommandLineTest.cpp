@@ -67,7 +67,7 @@ class CommandLine : public testing::Test {
   int Run(std::vector<std::string> arguments) {
     console_.out.clear();
     console_.err.clear();
-    if (arguments.at(0) != "show" && arguments.at(0) != "diff" && arguments.at(0) != "history") {
+    if (arguments.at(0) == "check" || arguments.at(0) == "due" || arguments.at(0) == "export") {
       arguments.insert(arguments.end(), {"--today", "2026-11-22"});
     }
     return RunCommandLine(arguments, kNow, console_);
@@ -222,6 +222,102 @@ TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {
   EXPECT_NE(console_.err.find("\r[====================                    ] 50%"),
             std::string::npos);
   EXPECT_TRUE(console_.err.ends_with(" \r"));
+}
+
+// ---- Import.
+
+constexpr const char* kCertificate =
+    "Kalibrierschein Nr.;C-7\r\nTyp;PX12A\r\nSeriennummer;3318A12345\r\n"
+    "Kalibrierdatum;05.03.2026\r\nNächste Kalibrierung;05.03.2027\r\n\r\n"
+    "Frequenz [MHz];Kalibrierfaktor [%]\r\n50;100,0\r\n100;99,76\r\n";
+// 99.76 is rounded.
+const std::string kImported =
+    Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20260305", "#CAL_NO   : C-7",
+           "#DUE_DATE : 20270305", "#COMMENT  : ", "!", "!",
+           "!        :              : Reflection Coefficient",
+           "!FEQ(MHz): CAL FACTOR(%): Unc.(%)   : Magnitude  : Unc (%)   :   Phase(deg)",
+           "*   50.00:    100.0     : (Ref.)    :     0.0    :    0.0    :     0.0  ",
+           "*  100.00:     99.8     :    0.0    :     0.0    :    0.0    :     0.0  ", "!End"});
+
+class ImportCommand : public CommandLine {
+ protected:
+  ImportCommand() {
+    tree_.InstallTemplate("PX12A");
+    std::filesystem::remove(tree_.Native(kSensor));
+  }
+  int Import(const std::string& certificate, std::vector<std::string> options = {}) {
+    tree_.Write("c:\\new.csv", certificate);
+    options.insert(options.begin(), {"import", "c:\\new.csv", "--model", "px12a"});
+    return Run(options);
+  }
+  [[nodiscard]] bool HasSaved() const { return std::filesystem::exists(tree_.Native(kSensor)); }
+  [[nodiscard]] bool Reported(const std::string& text) const {
+    return console_.err.find(text) != std::string::npos;
+  }
+};
+
+std::string With(std::string text, const std::string& part, const std::string& other) {
+  return text.replace(text.find(part), part.size(), other);
+}
+
+TEST_F(ImportCommand, SavesACertificateAsANewDataSetAndReplacesOneOnlyIfItIsTold) {
+  EXPECT_EQ(Import(kCertificate), kClean) << console_.err;
+  EXPECT_EQ(console_.out, "Saved c:\\calfactors\\PX12A\\SN12345.\n");
+  EXPECT_TRUE(Reported("99.76"));
+  EXPECT_EQ(tree_.Read(kSensor), kImported);
+
+  const std::string later = With(kCertificate, "99,76", "99,5");
+  EXPECT_EQ(Import(later), kFindings);
+  EXPECT_TRUE(Reported("already exists, with the serial number \"3318A12345\""));
+  EXPECT_EQ(tree_.Read(kSensor), kImported);
+  EXPECT_EQ(Import(later, {"--replace"}), kClean) << console_.err;
+  EXPECT_EQ(tree_.Read(kSensor), With(kImported, " 99.8", " 99.5"));
+  EXPECT_EQ(Run({"history", kSensor}), kClean);
+  EXPECT_NE(console_.out.find("\nuntil 20"), std::string::npos) << "the earlier one is kept";
+}
+
+TEST_F(ImportCommand, SavesNothingThatTheCertificateDoesNotSay) {
+  struct Case {
+    std::string certificate;
+    std::string reported;
+    std::vector<std::string> answer;
+  };
+  for (const auto& [certificate, reported, answer] : std::vector<Case>{
+           {With(kCertificate, "Kalibrierdatum", "Etwas"),
+            "--calibrated",
+            {"--calibrated", "2026-03-05"}},
+           {With(kCertificate, "Nächste Kalibrierung", "Etwas"), "--due", {"--due", "2027-03-05"}},
+           {With(kCertificate, "Seriennummer", "Etwas"), "--serial", {"--serial", "3318A12345"}}}) {
+    EXPECT_EQ(Import(certificate), kCouldNotLook) << reported;
+    EXPECT_TRUE(Reported(reported)) << console_.err;
+    EXPECT_FALSE(HasSaved()) << reported;
+    EXPECT_EQ(Import(certificate, answer), kClean) << console_.err;
+    EXPECT_EQ(tree_.Read(kSensor), kImported) << reported;
+    std::filesystem::remove(tree_.Native(kSensor));
+  }
+}
+
+TEST_F(ImportCommand, AsksHowToReadWhatHasTwoReadings) {
+  const std::string certificate = With(With(kCertificate, "99,76", "99,760"), "100,0", "100,000");
+  EXPECT_EQ(Import(certificate), kCouldNotLook);
+  EXPECT_TRUE(Reported("--decimal point or --decimal comma")) << console_.err;
+  EXPECT_FALSE(HasSaved());
+  EXPECT_EQ(Import(certificate, {"--decimal", "comma"}), kClean) << console_.err;
+  EXPECT_EQ(tree_.Read(kSensor), kImported);
+}
+
+TEST_F(ImportCommand, TakesADoubtfulCertificateOnlyIfItIsSure) {
+  EXPECT_EQ(Import(kCertificate, {"--serial", "3318A99999"}), kFindings);
+  EXPECT_TRUE(Reported("3318A12345") && Reported("--sure")) << console_.err;
+  EXPECT_EQ(tree_.Names("c:\\calfactors\\PX12A"), std::vector<std::string>());
+  EXPECT_EQ(Import(kCertificate, {"--serial", "3318A99999", "--sure"}), kClean) << console_.err;
+  EXPECT_EQ(tree_.Read("c:\\calfactors\\PX12A\\SN99999"),
+            With(kImported, "3318A12345", "3318A99999"));
+}
+
+TEST_F(ImportCommand, NamesTheModelsThatItKnows) {
+  EXPECT_EQ(Run({"import", "c:\\new.csv", "--model", "PX99"}), kCouldNotLook);
+  EXPECT_TRUE(Reported("\"PX99\". Name one of RT520A, ")) << console_.err;
 }
 
 TEST(TextTables, PutColumnsBelowEachOtherByCharactersAndDropControls) {

@@ -18,15 +18,20 @@ set(core/session core/caldata core/dates core/files core/numbers core/platform c
 set(core/curves core/caldata core/files core/numbers core/platform core/text)
 set(core/survey core/caldata core/curves core/dates core/files core/history core/numbers
   core/platform core/station core/text)
+set(core/paper core/caldata core/curves core/dates core/files core/history core/numbers
+  core/platform core/session core/text)
 set(EVERY_CORE_ROOM core/caldata core/curves core/dates core/files core/history core/numbers
-  core/platform core/session core/station core/survey core/text)
+  core/paper core/platform core/session core/station core/survey core/text)
 set(exchange core/caldata core/dates core/files core/numbers core/platform core/text)
-set(screens/widgets ${EVERY_CORE_ROOM})
 set(screens/curve "")
+set(screens/paper "")
+set(screens/widgets ${EVERY_CORE_ROOM} screens/paper)
 set(screens/caldata ${EVERY_CORE_ROOM} exchange screens/curve screens/widgets)
 set(screens/station ${EVERY_CORE_ROOM} screens/widgets)
-set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
-set(cli ${EVERY_CORE_ROOM})
+set(screens/overview ${EVERY_CORE_ROOM} screens/caldata screens/station screens/widgets)
+set(screens/main ${EVERY_CORE_ROOM} screens/caldata screens/overview screens/station
+  screens/widgets)
+set(cli ${EVERY_CORE_ROOM} exchange)
 
 file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/cli/*.cpp ${ROOT}/cli/*.h
   ${ROOT}/core/*.cpp ${ROOT}/core/*.h ${ROOT}/exchange/*.cpp ${ROOT}/exchange/*.h

@@ -43,6 +43,11 @@ const std::array kKnownMessages = {
     "but not saved: .*)?",
     "Error: Invailed Input Date",
     "There is no equipment calibration data\\.\r\nIt's not possible to add it\\.",
+    // The overview.
+    "(Wait until all files|Not all files) have been read.* press F5 to read them again\\.",
+    "(No row is selected|There is no screen for this folder or list)\\..*",
+    "(No station has an instrument that could be|Nothing has to be) updated.*",
+    "The file does not begin like a data file\\. .*",
     // What is chosen, and files that are replaced.
     "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\."
     "(\n\n.+ has an outline, but is not selected\\. .*)?",
@@ -81,6 +86,9 @@ const std::array kKnownMessages = {
     "What was typed is not kept as a draft\\. Close without saving\\?.*",
     "The earlier data cannot be kept in the history\\. Do you want to .+ without it\\?.*",
     "Do you want to put back this version of .+\\?.*",
+    // Paper.
+    "No printer is set up on this computer\\. .*",
+    "Nothing was printed\\. Select one version, or two to compare them\\.",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",

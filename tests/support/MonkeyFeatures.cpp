@@ -65,8 +65,9 @@ bool NarrowList(RandomHands& hands, QWidget& top) {
 }
 
 bool PressFeatureKey(RandomHands& hands, QWidget& top) {
-  static const std::array<QKeyCombination, 8> kFeatureKeys = {
+  static const std::array<QKeyCombination, 9> kFeatureKeys = {
       QKeyCombination(Qt::Key_F5),
+      QKeyCombination(Qt::Key_F6),
       QKeyCombination(Qt::Key_F1),
       Qt::CTRL | Qt::Key_Z,
       QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z),

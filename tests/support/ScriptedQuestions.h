@@ -4,9 +4,12 @@
 #ifndef TARVELL_TESTS_SUPPORT_SCRIPTEDQUESTIONS_H
 #define TARVELL_TESTS_SUPPORT_SCRIPTEDQUESTIONS_H
 
+#include <QIODevice>
+#include <QPdfWriter>
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -45,6 +48,12 @@ class ScriptedQuestions : public Questions {
   void ExpectFilePicker(const QString& title, const QStringList& filters, const QString& picked) {
     expected_.push_back(
         {.kind = Kind::File, .question = {.title = title}, .filters = filters, .picked = picked});
+  }
+
+  /// Expects the choice of a printer for a document with this title. What is printed goes, as a
+  /// PDF, to `paper`, which must live as long.
+  void ExpectPrinter(const QString& title, QIODevice* paper) {
+    expected_.push_back({.kind = Kind::Printer, .question = {.title = title}, .paper = paper});
   }
 
   QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& question) override {
@@ -91,13 +100,23 @@ class ScriptedQuestions : public Questions {
     return expected.picked;
   }
 
+  std::unique_ptr<QPagedPaintDevice> PickPrinter(QWidget* /*owner*/,
+                                                 const PrinterRequest& request) override {
+    Expected expected;
+    if (!Take(Kind::Printer, request.title, expected)) {
+      return nullptr;
+    }
+    EXPECT_EQ(request.title.toStdString(), expected.question.title.toStdString());
+    return std::make_unique<QPdfWriter>(expected.paper);
+  }
+
   /// The folders in which the pickers started, in order.
   std::vector<QString> initialDirs;
   /// The details of the boxes, in order.
   std::vector<QString> details;
 
  private:
-  enum class Kind { Box, Error, Folder, File };
+  enum class Kind { Box, Error, Folder, File, Printer };
 
   struct Expected {
     Kind kind = Kind::Box;
@@ -106,6 +125,7 @@ class ScriptedQuestions : public Questions {
     std::vector<std::string> parts = {};
     QStringList filters = {};
     QString picked = {};
+    QIODevice* paper = nullptr;
   };
 
   /// Takes the next expectation, which must be of this kind. Otherwise the test fails.

@@ -400,5 +400,38 @@ TEST(Survey, ReadsEachFileOnceAndShowsItsRowAtOnce) {
   EXPECT_EQ(platform.opened, 7);
 }
 
+TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
+  const Laboratory laboratory;
+  SurveyResult result = Surveyed(laboratory).TakeResult();
+  laboratory.tree.Write(kSensor, Lines(With(kSensorLines, kDue, "#DUE_DATE : 20280305")));
+  laboratory.tree.Write(R"(c:\calfactors\PX12A\SN00001)",
+                        Lines(With(kSensorLines, "#SER_NO   : 3318A12345", "#SER_NO   : 00001")));
+  SurveyAgain(laboratory.order, R"(c:\calfactors\PX12A)", result);
+  EXPECT_EQ(FindingsIn(result.rows),
+            (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\PX12A due-date-differs)"}));
+  EXPECT_EQ(result.rows.size(), 5U);
+  EXPECT_EQ(result.rows[1].stations, Texts{"BENCH1"});
+
+  laboratory.tree.Write(kAtPoint,
+                        Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 5 MAR 2028")));
+  laboratory.tree.Write(kIndex, Lines({"PX12A"}));
+  CountingPlatform platform;
+  SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result);
+  EXPECT_EQ(platform.opened, 4) << "the limits, the INDEX and the instruments";
+  EXPECT_EQ(FindingsIn(result.rows),
+            (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\INDEX index-lacks-name)"}));
+}
+
+TEST(Survey, JudgesDueDatesAgainByAnotherNumberOfDays) {
+  Laboratory laboratory;
+  SurveyResult result = Surveyed(laboratory).TakeResult();
+  laboratory.order.dueSoonDays = 103;  // until 5 MAR 2027
+  CheckDueDates(laboratory.order, result.rows);
+  EXPECT_EQ(FindingsIn(result.rows), Texts{R"(PX12A\SN12345 due-soon)"});
+  laboratory.order.dueSoonDays = 102;
+  CheckDueDates(laboratory.order, result.rows);
+  EXPECT_EQ(FindingsIn(result.rows), Texts());
+}
+
 }  // namespace
 }  // namespace tarvell

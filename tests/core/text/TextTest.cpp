@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/text/FileCharacters.h"
+#include "core/text/NaturalOrder.h"
 #include "core/text/PercentEscapes.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
@@ -34,6 +35,18 @@ TEST(Text, TrimmingRemovesBlanksAndNothingElse) {
   EXPECT_EQ(Trim("\t a \t"), "\t a \t");
   EXPECT_EQ(Trim("    "), "");
   EXPECT_EQ(Trim(""), "");
+}
+
+TEST(Text, NaturalOrderComparesNumbersByTheirValueInAnyCase) {
+  const std::vector<std::string> sorted = {"",      "9",      "10",     "A",       "a1",
+                                           "A01b",  "A2",     "BENCH2", "bench10", "BENCH10a",
+                                           "C-9.5", "C-9.10", "_"};
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    for (std::size_t j = 0; j < sorted.size(); ++j) {
+      EXPECT_EQ(NaturalOrder(sorted[i], sorted[j]), i <=> j) << sorted[i] << " " << sorted[j];
+    }
+  }
+  EXPECT_EQ(NaturalOrder("Px12A", "pX012a"), std::weak_ordering::equivalent);
 }
 
 TEST(Text, EveryKindOfLineEndEndsALine) {

@@ -8,9 +8,9 @@
 
 #include <cmath>
 
-#include "screens/caldata/CurveLibrary.h"
 #include "screens/caldata/CurvePane.h"
 #include "screens/caldata/EitherEditor.h"
+#include "screens/widgets/ProgramLibrary.h"
 #include "screens/widgets/UserSettings.h"
 #include "support/SensorStage.h"
 
@@ -283,7 +283,7 @@ TEST_F(CurveOfASensor, CanBeFoldedAwayWhichIsRemembered) {
 }
 
 TEST_F(CurveOfASensor, IsMissedWithAMessageWhereItsLibraryIsMissing) {
-  TakeCurveLibraryFrom(QString::fromStdString(tree_.Root().string()));
+  TakeLibrariesFrom(QString::fromStdString(tree_.Root().string()));
   Show([](frmCalDataInput& editor) {
     const auto& message = Find<QLabel>(editor, "lblNoCurve");
     EXPECT_TRUE(message.isVisible());
@@ -296,7 +296,7 @@ TEST_F(CurveOfASensor, IsMissedWithAMessageWhereItsLibraryIsMissing) {
     Type("99");
     Click(editor, "btnOk");
   });
-  TakeCurveLibraryFrom("");
+  TakeLibrariesFrom("");
   file_.rows[1].second = "99.0";
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN12345)"), file_.Bytes());
 }

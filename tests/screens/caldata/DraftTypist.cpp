@@ -203,6 +203,8 @@ void TypeAndDie(QWidget& editor, unsigned seed, int keys) {
   }
   constexpr int kUntilDraftIsWritten = 1000;  // ms
   QTest::qWait(kUntilDraftIsWritten);
+  // What is due by now may have been held up by a busy machine.
+  QApplication::processEvents();
   (void)std::raise(SIGKILL);
 }
 

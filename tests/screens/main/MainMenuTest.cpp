@@ -7,6 +7,7 @@
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/main/frmMain.h"
 #include "screens/main/frmSplash.h"
+#include "screens/overview/frmOverview.h"
 #include "screens/station/frmStationMain.h"
 #include "screens/widgets/NoticeLine.h"
 #include "support/DesktopTestPlatform.h"
@@ -338,6 +339,44 @@ TEST_F(MainMenu, EachOptionOpensItsScreenAndComesBack) {
     EXPECT_TRUE(menu_.isVisible());
   }
   EXPECT_FALSE(tree_.Exists(kIni));
+}
+
+TEST_F(MainMenu, F6OpensTheOverviewFromEveryMenu) {
+  Start();
+  Fill(menu_, "txtStationDir", R"(c:\stations)");
+  Fill(menu_, "txtCalibrationDir", R"(c:\missing)");
+  ExpectCalibrationQuestion(QMessageBox::Cancel);
+  Press(Qt::Key_F6);
+  Fill(menu_, "txtCalibrationDir", R"(c:\calfactors)");
+  int times = 0;
+  const auto atOverview = [&](frmOverview& overview) {
+    EXPECT_TRUE(overview.isModal());
+    ++times;
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(overview.isVisible());
+  };
+  user_.At<frmOverview>(atOverview);
+  Press(Qt::Key_V, Qt::AltModifier);
+  EXPECT_EQ(gCalibrationDir, R"(c:\calfactors)");
+  Click(menu_, "Option2");
+  user_.At<frmOverview>(atOverview);
+  Press(Qt::Key_F6);
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& screen) {
+    user_.At<frmOverview>(atOverview);
+    Press(Qt::Key_F6);
+    Click(screen, "btnReturn");
+  });
+  Click(menu_, "btnStart");
+  Click(menu_, "Option1");
+  user_.At<frmStationMain>([&](frmStationMain& screen) {
+    user_.At<frmOverview>(atOverview);
+    Press(Qt::Key_F6);
+    user_.At<frmOverview>(atOverview);
+    Click(screen, "btnOverview");
+    Click(screen, "btnReturn");
+  });
+  Click(menu_, "btnStart");
+  EXPECT_EQ(times, 5);
 }
 
 TEST_F(MainMenu, EnterPressesStartAndEscapeDoesNotEndTheProgram) {

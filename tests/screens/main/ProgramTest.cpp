@@ -62,8 +62,8 @@ bool HasLoaded(pid_t process, const std::string& name) {
   return false;
 }
 
-// Its start and its main menu do without the memory of the plotting library.
-TEST(Program, StartsWithoutThePlottingLibrary) {
+// Its start and its main menu do without the memory of the libraries that plot and print.
+TEST(Program, StartsWithoutTheLibrariesThatPlotAndPrint) {
   const pid_t program = ::fork();
   ASSERT_GE(program, 0);
   if (program == 0) {
@@ -81,6 +81,8 @@ TEST(Program, StartsWithoutThePlottingLibrary) {
   EXPECT_TRUE(isStarted());
   EXPECT_FALSE(HasLoaded(program, "QCustomPlot"));
   EXPECT_FALSE(HasLoaded(program, "tarvell_curve"));
+  EXPECT_FALSE(HasLoaded(program, "PrintSupport"));
+  EXPECT_FALSE(HasLoaded(program, "tarvell_paper"));
   EXPECT_EQ(::kill(program, SIGKILL), 0);
   int status = 0;
   EXPECT_EQ(::waitpid(program, &status, 0), program);

@@ -184,6 +184,22 @@ TEST_F(FilePicker, SavesUnderANewNameStartingInTheHomeFolderWhenItsFolderDoesNot
   EXPECT_FALSE(QFile::exists(picked)) << "picking a name makes no file";
 }
 
+TEST_F(FilePicker, AddsTheSuffixBeforeItAsksWhetherToReplaceAFile) {
+  request_.purpose = FileRequest::Purpose::Save;
+  request_.suffix = "dat";
+  const QString picked = PickFile(request_, [this](QFileDialog& dialog) {
+    user_.At<QMessageBox>([](QMessageBox& box) {
+      EXPECT_TRUE(box.text().contains("a.dat already exists")) << box.text().toStdString();
+      box.button(QMessageBox::No)->click();
+    });
+    TypeName(dialog, "a");
+    Accept(dialog, QDialogButtonBox::Save);
+    TypeName(dialog, "b");
+    Accept(dialog, QDialogButtonBox::Save);
+  });
+  EXPECT_EQ(picked, Folder() + "/b.dat");
+}
+
 // ---- The picker for folders.
 
 TEST_F(RealQuestions, TheFolderPickerShowsAndGivesOnlyFolders) {

@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/Commands.h"
+#include "cli/TextTable.h"
+#include "core/caldata/Models.h"
+#include "core/caldata/OpenedDataSet.h"
+#include "core/caldata/SetPages.h"
+#include "core/curves/SlipLimits.h"
+#include "core/dates/Months.h"
+#include "core/files/FileNames.h"
+#include "core/files/Paths.h"
+#include "core/history/Replacement.h"
+#include "core/platform/Error.h"
+#include "core/survey/ValueCheck.h"
+#include "core/text/Text.h"
+#include "exchange/Export.h"
+#include "exchange/ImportPlan.h"
+#include "exchange/ReadCertificate.h"
+
+namespace tarvell::cli {
+
+namespace {
+
+using Change = PastedRow::Change;
+
+void Report(Console& console, const std::string& file, const std::string& sentence) {
+  console.Err("tarvell-cli: " + WithoutControls(file + ": " + sentence) + "\n");
+}
+
+void ReportEach(Console& console, const std::string& file,
+                const std::vector<std::string>& sentences) {
+  for (const std::string& sentence : sentences) {
+    Report(console, file, sentence);
+  }
+}
+
+const Model& ModelToFill(const std::string& code) {
+  const Model* model = FindModel(ToUpper(code));
+  if (model != nullptr && model->create != nullptr) {
+    return *model;
+  }
+  std::string known;
+  for (const Model& other : kModels) {
+    if (other.create != nullptr) {
+      known += (known.empty() ? "" : ", ") + std::string(other.code);
+    }
+  }
+  throw Error(ErrorKind::Type,
+              "No certificate can be imported for the model " + Quoted(code) + ". Name one of " +
+                  known + ".",
+              "");
+}
+
+std::vector<std::string> Texts(const std::vector<ReadingQuestion>& questions) {
+  std::vector<std::string> texts;
+  for (const ReadingQuestion& question : questions) {
+    const bool isSign = question.about == ReadingQuestion::About::DecimalSign;
+    texts.push_back(Quoted(question.written) + " can be " + question.first + " or " +
+                    question.second + ". Repeat the command with " +
+                    (isSign ? "--decimal point or --decimal comma."
+                            : "--dates day-first or --dates month-first."));
+  }
+  return texts;
+}
+
+/// What a new data set still lacks, a sentence each. It is not saved with the template's values in
+/// its place: nobody would see that they are no measured ones.
+std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after,
+                               const ImportPlan& plan, const cifCaldata& data) {
+  std::vector<std::string> lacks;
+  if (after.header.serialNumber.empty()) {
+    lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
+  }
+  if (!certificate.header.calDate) {
+    lacks.emplace_back("The certificate names no calibration date. Give it with --calibrated.");
+  }
+  if (!certificate.header.dueDate) {
+    lacks.emplace_back("The certificate names no due date. Give it with --due.");
+  }
+  const bool hasPages = data.GetCalPageCount() > 1;
+  for (std::int16_t page = 0; hasPages && page < data.GetCalPageCount(); ++page) {
+    const bool isHidden = page == kOptionPage && after.option && !*after.option;
+    const auto planned = std::ranges::find(plan.pages, page, &PagePlan::page);
+    const std::size_t missing = planned == plan.pages.end()
+                                    ? after.pages.at(static_cast<std::size_t>(page)).rows.size()
+                                    : static_cast<std::size_t>(std::ranges::count(
+                                          planned->rows, Change::Missing,
+                                          [](const PlannedRow& row) { return row.row.change; }));
+    if (missing > 0 && !isHidden) {
+      lacks.push_back("The certificate has no values for " + std::to_string(missing) +
+                      " rows of the page " + Quoted(data.GetCalPageName(page)) +
+                      ". Import it in the editor of the program, and enter them there.");
+    }
+  }
+  return lacks;
+}
+
+/// The values that the editor would mark.
+std::vector<std::string> Marks(const Options& options, const Model& model, const cifCaldata& data,
+                               const std::string& path) {
+  SurveyRow row;
+  row.path = path;
+  std::string month;
+  data.GetCalDate(row.calibrated.year, month, row.calibrated.day);
+  row.calibrated.month = MonthToNumber(month);
+  CheckValues(model, data, LoadSlipLimits(options.calibrationDir), row);
+  std::vector<std::string> marks;
+  for (const Finding& finding : row.findings) {
+    marks.push_back(finding.text);
+  }
+  return marks;
+}
+
+Certificate CertificateOf(const ImportOrder& order) {
+  Certificate certificate =
+      ReadCertificate(CertificateBytes(NativePath(order.file)), order.reading);
+  if (order.calibrated) {
+    certificate.header.calDate = {*order.calibrated, "--calibrated"};
+  }
+  if (order.due) {
+    certificate.header.dueDate = {*order.due, "--due"};
+  }
+  return certificate;
+}
+
+/// Saves a new data set, unless that would replace a file that may not be replaced.
+bool Save(cifCaldata& data, const std::string& path, bool replaces, Console& console) {
+  const bool mayReplace =
+      MayReplace([&] { return data.WouldReplace(path); },
+                 [&](const Replacement& replacement) {
+                   if (!replaces) {
+                     Report(console, path,
+                            "This file already exists, with the serial number " +
+                                Quoted(replacement.file.serialNumber) +
+                                ". Nothing was saved. To replace it, repeat "
+                                "the command with --replace; the history "
+                                "keeps what it held.");
+                   }
+                   return replaces;
+                 });
+  if (mayReplace) {
+    data.SaveCalibrationDataToFile(path);
+  }
+  return mayReplace;
+}
+
+}  // namespace
+
+int Import(const Options& options, const ImportOrder& order, Console& console) {
+  const Model& model = ModelToFill(order.model);
+  const Certificate certificate = CertificateOf(order);
+  if (const std::vector<ReadingQuestion> open = OpenQuestions(certificate, order.reading);
+      !open.empty()) {
+    ReportEach(console, order.file, Texts(open));
+    return kCouldNotLook;
+  }
+  const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
+  EditorState now = StateOf(model, *data);
+  now.header.serialNumber = order.serialNumber;
+  const ImportTarget target = {model, *data, now, !order.serialNumber.empty()};
+  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  const EditorState after = AfterImport(now, plan, true);
+  std::vector<std::string> lacks;
+  if (plan.HasValues()) {
+    lacks = Lacks(certificate, after, plan, *data);
+  }
+  ReportEach(console, order.file, plan.notes);
+  ReportEach(console, order.file, lacks);
+  if (!plan.HasValues() || !lacks.empty()) {
+    return kCouldNotLook;
+  }
+  if (!plan.doubts.empty() && !order.isSure) {
+    ReportEach(console, order.file, plan.doubts);
+    Report(console, order.file,
+           "Nothing was saved. If this is the right certificate, repeat the command with --sure.");
+    return kFindings;
+  }
+  StoreState(after, model, *data);
+  const std::string path = Joined(Joined(options.calibrationDir, std::string(model.code)),
+                                  DataFileName(data->SerialNumber()));
+  if (!Save(*data, path, order.replaces, console)) {
+    return kFindings;
+  }
+  ReportEach(console, order.file, plan.Rounded());
+  ReportEach(console, path, Marks(options, model, *data, path));
+  console.Out("Saved " + path + ".\n");
+  return kClean;
+}
+
+}  // namespace tarvell::cli

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/overview/OverviewFiles.h"
+
+#include <QAction>
+#include <QFileInfo>
+
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "core/files/SaveFile.h"
+#include "core/platform/Error.h"
+#include "core/platform/Platform.h"
+#include "core/survey/DueCalendar.h"
+#include "core/survey/SurveyTable.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/QtPath.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/UserSettings.h"
+#include "screens/widgets/cFileDialog.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kFolder = "overview/folder";
+constexpr const char* kSaved = "saved";
+
+std::string ShownCsv(const ShownRows& rows) {
+  std::vector<SurveyRow> shown;
+  shown.reserve(rows.Count());
+  for (std::size_t place = 0; place < rows.Count(); ++place) {
+    shown.push_back(rows.At(place));
+  }
+  return SurveyCsv(shown);
+}
+
+}  // namespace
+
+OverviewFiles::OverviewFiles(Overview overview)
+    : QObject(overview.screen), overview_(std::move(overview)) {
+  Add("mnuCsv", tr("Save the table as &CSV..."),
+      {.title = tr("Save the table"),
+       .filter = tr("CSV for spreadsheets|*.csv"),
+       .name = "overview.csv",
+       .bytes = [this] { return ShownCsv(overview_.rows()); }});
+  // All due dates, whatever is shown: the identifiers of the entries must stay the same.
+  Add("mnuCalendar", tr("Save all &due dates as a calendar..."),
+      {.title = tr("Save the due dates"),
+       .filter = tr("Calendars|*.ics"),
+       .name = "due.ics",
+       .bytes = [this] { return DueCalendar(overview_.rows().All(), CurrentPlatform().Now()); }});
+}
+
+void OverviewFiles::Add(const char* name, const QString& caption, const Format& format) {
+  QAction* entry = overview_.menu->addAction(caption);
+  entry->setObjectName(name);
+  connect(entry, &QAction::triggered, this,
+          [this, format] { Guarded(overview_.screen, [&] { Save(format); }); });
+}
+
+void OverviewFiles::Save(const Format& format) {
+  if (!overview_.isWhole()) {
+    Tell(overview_.screen, tr("Not all files have been read: what is saved now would lack rows. "
+                              "Wait until all have been read, or press F5 to read them again."));
+    return;
+  }
+  cFileDialog dialog;
+  dialog.SetCaption(format.title);
+  dialog.SetFilter(format.filter);
+  dialog.SetInitialDir(RememberedText(kFolder));
+  dialog.SetFileName(format.name);
+  dialog.SetOwnerWnd(overview_.screen);
+  if (!dialog.ShowSave()) {
+    return;
+  }
+  const QString file = dialog.FileName();
+  Remember(kFolder, QFileInfo(file).path());
+  if (const std::error_code error = SaveNativeFile(SystemPath(file), format.bytes())) {
+    throw SystemError(error, "write the file", FromQt(file));
+  }
+  overview_.notices->Report(kSaved, tr("Saved as %1.").arg(file));
+}
+
+}  // namespace tarvell

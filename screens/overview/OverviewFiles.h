@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_SCREENS_OVERVIEW_OVERVIEWFILES_H
+#define TARVELL_SCREENS_OVERVIEW_OVERVIEWFILES_H
+
+#include <QMenu>
+#include <QObject>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+
+#include "core/survey/ShownRows.h"
+
+namespace tarvell {
+
+class NoticeLine;
+
+/// The menu of the overview that saves its table as a file.
+class OverviewFiles final : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Overview {
+    QWidget* screen;
+    QMenu* menu;
+    NoticeLine* notices;
+    std::function<const ShownRows&()> rows;
+    /// Whether these are the rows of all files.
+    std::function<bool()> isWhole;
+  };
+  explicit OverviewFiles(Overview overview);
+
+ private:
+  struct Format {
+    QString title;
+    QString filter;
+    QString name;  ///< that is proposed
+    std::function<std::string()> bytes;
+  };
+  void Add(const char* name, const QString& caption, const Format& format);
+  void Save(const Format& format);
+
+  Overview overview_;
+};
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/overview/UpdateStations.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "core/platform/Error.h"
+#include "core/platform/ProgramPath.h"
+#include "core/survey/StationUpdate.h"
+#include "screens/overview/UpdatePreview.h"
+#include "screens/widgets/AskReplacement.h"
+#include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ChangedWithHistory.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+
+namespace tarvell {
+
+namespace {
+
+/// The data set of each instrument, by the paths of both.
+using DataSets = std::map<std::string, std::string>;
+
+DataSets DataSetsOf(const std::vector<SurveyRow>& selected, const std::vector<SurveyRow>& all) {
+  std::set<std::string> paths;
+  for (const SurveyRow& row : selected) {
+    paths.insert(row.path);
+  }
+  DataSets dataSets;
+  for (const SurveyRow& row : all) {
+    const bool isMeant = paths.contains(row.path) || paths.contains(row.dataSet);
+    if (row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty() && isMeant) {
+      dataSets[row.path] = row.dataSet;
+    }
+  }
+  return dataSets;
+}
+
+struct Plan {
+  std::vector<StationUpdate> updates;
+  std::vector<UpdatePreview::Line> lines;
+};
+
+Plan PlanOf(QWidget* owner, const DataSets& dataSets) {
+  const BusyPointer busy;
+  Plan plan;
+  for (const auto& [instrument, dataSet] : dataSets) {
+    const QString file = ToQt(ShownPath(instrument));
+    Guarded(
+        owner,
+        [&, &path = instrument, &source = dataSet] {
+          StationUpdate update(path, source);
+          for (const auto& [before, after] : update.Lines()) {
+            plan.lines.push_back({.file = file, .before = ToQt(before), .after = ToQt(after)});
+          }
+          if (!update.Lines().empty()) {
+            plan.updates.push_back(std::move(update));
+          }
+        },
+        [&](const Error& error) {
+          plan.lines.push_back({.file = file, .problem = ToQt(error.Text())});
+        });
+  }
+  return plan;
+}
+
+/// Whether the file has been saved.
+bool Save(QWidget* owner, StationUpdate& update) {
+  bool isSaved = false;
+  Guarded(owner, [&] {
+    isSaved = UserLetsReplace(owner, [&] { return update.WouldReplace(); }) &&
+              ChangedWithHistory(owner, "save", [&](Earlier earlier) { update.Save(earlier); });
+  });
+  return isSaved;
+}
+
+}  // namespace
+
+std::set<std::string> UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
+                                     const std::vector<SurveyRow>& all) {
+  const DataSets dataSets = DataSetsOf(selected, all);
+  if (dataSets.empty()) {
+    Tell(owner, UpdatePreview::tr("No station has an instrument that could be updated by what is "
+                                  "selected. Select instruments that have a data set, or data sets "
+                                  "that stations use."));
+    return {};
+  }
+  Plan plan = PlanOf(owner, dataSets);
+  if (plan.lines.empty()) {
+    Tell(owner, UpdatePreview::tr("Nothing has to be updated: the files of the stations have the "
+                                  "due dates and comments of the data sets."));
+    return {};
+  }
+  if (UpdatePreview(plan.lines, !plan.updates.empty(), owner).exec() != QDialog::Accepted) {
+    return {};
+  }
+  std::set<std::string> folders;
+  for (StationUpdate& update : plan.updates) {
+    if (Save(owner, update)) {
+      folders.insert(update.Folder());
+    }
+  }
+  return folders;
+}
+
+}  // namespace tarvell

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "screens/overview/frmOverview.h"
+
+#include "ui_frmOverview.h"
+
+#include <QMenu>
+#include <QShortcut>
+
+#include <algorithm>
+#include <utility>
+
+#include "core/platform/ProgramPath.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "screens/overview/OpenedRow.h"
+#include "screens/overview/OverviewFiles.h"
+#include "screens/overview/OverviewFilter.h"
+#include "screens/overview/UpdateStations.h"
+#include "screens/widgets/AltKeys.h"
+#include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/EnterKey.h"
+#include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
+#include "screens/widgets/QtText.h"
+#include "screens/widgets/Questions.h"
+#include "screens/widgets/ScreenSize.h"
+#include "screens/widgets/UserSettings.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr const char* kDueSoonDaysSetting = "overview/due-soon-days";
+constexpr int kPercent = 100;
+
+// Subjects of notices.
+constexpr const char* kSurvey = "survey";
+
+/// Keeps the place of a control in its layout while it is hidden.
+void KeepPlace(QWidget* control) {
+  QSizePolicy policy = control->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  control->setSizePolicy(policy);
+}
+
+}  // namespace
+
+frmOverview::frmOverview(QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmOverview>()) {
+  ui_->setupUi(this);
+  setWindowTitle(tr("Overview") + " - " + ToQt(kApplicationTitle));
+  filter_ = new OverviewFilter(
+      {.text = ui_->txtFilter, .state = ui_->cmbState, .station = ui_->cmbStation}, this);
+  const std::vector<int> days = RememberedNumbers(kDueSoonDaysSetting);
+  ui_->spnDueSoon->setValue(days.size() == 1 ? days[0] : kDueSoonDays);
+  KeepPlace(ui_->prgSurvey);
+  KeepPlace(ui_->btnCancel);
+  SetUpFiles();
+  FitToDisplay(this);
+  EnterPressesFocusedButton(this);
+  OfferHandbook(this, chapter::kOverview);
+  GiveAltKey(ui_->tblRows, Qt::Key_T);
+  const auto find = [this] {
+    ui_->txtFilter->setFocus();
+    ui_->txtFilter->selectAll();
+  };
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, find);
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          [this] { Guarded(this, [this] { StartSurvey(); }); });
+  connect(filter_, &OverviewFilter::Changed, this, [this] {
+    ui_->tblRows->KeepingTheRow([this] { ui_->tblRows->Model().SetFilter(filter_->Filter()); });
+    ShowCounts();
+  });
+  connect(filter_, &OverviewFilter::Left, this, [this] { ui_->tblRows->setFocus(); });
+  connect(ui_->tblRows, &OverviewTable::OpenWanted, this, &frmOverview::btnOpen_Click);
+  connect(ui_->tblRows, &OverviewTable::CurrentChanged, this, &frmOverview::ShowToDo);
+  connect(ui_->spnDueSoon, &QSpinBox::valueChanged, this, &frmOverview::spnDueSoon_Change);
+  connect(ui_->btnOpen, &QPushButton::clicked, this, &frmOverview::btnOpen_Click);
+  connect(ui_->btnUpdate, &QPushButton::clicked, this, &frmOverview::btnUpdate_Click);
+  connect(ui_->btnCancel, &QPushButton::clicked, this, &frmOverview::btnCancel_Click);
+  connect(ui_->btnReturn, &QPushButton::clicked, this, &frmOverview::reject);
+}
+
+frmOverview::~frmOverview() = default;
+
+void frmOverview::SetUpFiles() {
+  auto* menu = new QMenu(this);
+  menu->setObjectName("mnuFile");
+  // The screen owns it.
+  new OverviewFiles({.screen = this,
+                     .menu = menu,
+                     .notices = ui_->notices,
+                     .rows = [this]() -> const ShownRows& { return ui_->tblRows->Model().Rows(); },
+                     .isWhole = [this] { return isFinished_ && couldLook_; }});
+  connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
+    menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
+  });
+}
+
+void frmOverview::ShowModally(const FileDate& today) {
+  order_ = {.calibrationDir = gCalibrationDir, .stationDir = gStationDir, .today = today};
+  ui_->tblRows->Model().SetFilter(filter_->Filter());
+  StartSurvey();
+  ui_->tblRows->setFocus();
+  exec();
+  survey_.reset();
+  ui_->tblRows->RememberColumns();
+  filter_->RememberChoices();
+  Remember(kDueSoonDaysSetting, std::vector<int>{ui_->spnDueSoon->value()});
+}
+
+void frmOverview::StartSurvey() {
+  survey_.reset();
+  isFinished_ = false;
+  folders_.clear();
+  order_.dueSoonDays = ui_->spnDueSoon->value();
+  ui_->notices->Clear();
+  ShowRows({});
+  ShowProgress(true);
+  survey_ = std::make_unique<SurveyThread>(
+      order_, SurveyThread::Reports{
+                  .found = [this](std::vector<SurveyRow> rows,
+                                  double done) { TakeRows(std::move(rows), done); },
+                  .finished = [this](SurveyResult result) { Finish(std::move(result)); },
+                  .failed = [this](const std::exception_ptr& failure) { Fail(failure); }});
+}
+
+void frmOverview::ShowProgress(bool isReading) {
+  if (!isReading && ui_->btnCancel->hasFocus()) {
+    ui_->tblRows->setFocus();
+  }
+  ui_->prgSurvey->setValue(0);
+  ui_->prgSurvey->setVisible(isReading);
+  ui_->btnCancel->setVisible(isReading);
+}
+
+void frmOverview::TakeRows(std::vector<SurveyRow> rows, double done) {
+  filter_->AddStations(rows);
+  ui_->tblRows->Model().Append(std::move(rows));
+  if (ui_->tblRows->Current() == nullptr && ui_->tblRows->Model().rowCount() > 0) {
+    ui_->tblRows->selectRow(0);
+  }
+  ui_->prgSurvey->setValue(static_cast<int>(done * kPercent));
+  ShowCounts();
+}
+
+void frmOverview::Finish(SurveyResult result) {
+  isFinished_ = true;
+  couldLook_ = result.couldLook;
+  trees_ = std::move(result.trees);
+  if (order_.dueSoonDays != ui_->spnDueSoon->value()) {
+    order_.dueSoonDays = ui_->spnDueSoon->value();
+    CheckDueDates(order_, result.rows);
+  }
+  ShowProgress(false);
+  ShowRows(std::move(result.rows));
+  LookAgain(std::exchange(folders_, {}));
+}
+
+void frmOverview::Fail(const std::exception_ptr& failure) {
+  ShowProgress(false);
+  Guarded(this, [&] { std::rethrow_exception(failure); });
+}
+
+void frmOverview::btnCancel_Click() {
+  survey_.reset();
+  ShowProgress(false);
+  ui_->notices->Report(kSurvey,
+                       tr("Not all files were read, and what follows from several files is not "
+                          "shown, such as the stations of a data set. F5 reads them again."));
+}
+
+void frmOverview::spnDueSoon_Change(int days) {
+  if (isFinished_) {
+    order_.dueSoonDays = days;
+    std::vector<SurveyRow> rows = ui_->tblRows->Model().Rows().All();
+    CheckDueDates(order_, rows);
+    ShowRows(std::move(rows));
+  }
+}
+
+void frmOverview::btnOpen_Click() {
+  if (ui_->tblRows->Current() == nullptr) {
+    Tell(this, tr("No row is selected."));
+    return;
+  }
+  // The table may change meanwhile.
+  const SurveyRow row = *ui_->tblRows->Current();
+  Guarded(this, [&] {
+    if (OpenRow(this, row)) {
+      hasChangedFiles_ = true;
+      LookAgain({std::string(FolderOf(row.path))});
+    }
+  });
+}
+
+void frmOverview::btnUpdate_Click() {
+  if (!isFinished_) {
+    Tell(this, tr("Wait until all files have been read, or press F5 to read them again."));
+    return;
+  }
+  Guarded(this, [this] {
+    const std::set<std::string> folders =
+        UpdateStations(this, ui_->tblRows->Selected(), ui_->tblRows->Model().Rows().All());
+    hasChangedFiles_ = hasChangedFiles_ || !folders.empty();
+    LookAgain(folders);
+  });
+}
+
+void frmOverview::LookAgain(const std::set<std::string>& folders) {
+  if (!isFinished_) {
+    folders_.insert(folders.begin(), folders.end());
+    return;
+  }
+  if (folders.empty()) {
+    return;
+  }
+  const BusyPointer busy;
+  SurveyResult result = {.trees = trees_, .rows = ui_->tblRows->Model().Rows().All()};
+  for (const std::string& folder : folders) {
+    SurveyAgain(order_, folder, result);
+  }
+  ShowRows(std::move(result.rows));
+}
+
+void frmOverview::ShowRows(std::vector<SurveyRow> rows) {
+  if (isFinished_) {
+    filter_->ShowSurveyed(rows);
+  }
+  ui_->tblRows->KeepingTheRow([&] { ui_->tblRows->Model().Set(std::move(rows)); });
+  ShowCounts();
+}
+
+void frmOverview::ShowCounts() {
+  const ShownRows& rows = ui_->tblRows->Model().Rows();
+  ui_->lblCount->setText(tr("%1 of %2 rows, %3 with something to do")
+                             .arg(rows.Count())
+                             .arg(rows.All().size())
+                             .arg(std::ranges::count_if(rows.All(), &SurveyRow::HasFault)));
+}
+
+void frmOverview::ShowToDo() {
+  const SurveyRow* row = ui_->tblRows->Current();
+  ui_->notices->SetRemark(row == nullptr ? QString() : ToDoText(*row));
+}
+
+}  // namespace tarvell

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <QBuffer>
+#include <QFileDialog>
+#include <QRegularExpression>
+#include <QTableWidget>
+
+#include "core/history/History.h"
+#include "screens/caldata/CalGrid.h"
+#include "screens/caldata/frmHistory.h"
+#include "screens/widgets/PaperPainter.h"
+#include "screens/widgets/ProgramLibrary.h"
+#include "screens/widgets/UserSettings.h"
+#include "support/ErrorOf.h"
+#include "support/SensorStage.h"
+
+/// "Print..." and "Save as PDF..." by their keys, and the bytes that come out.
+namespace tarvell {
+namespace {
+
+using namespace test;  // NOLINT(google-build-using-namespace)
+
+const QStringList kPdfFilters = {"PDF, A4 (*.pdf)", "PDF, Letter (*.pdf)"};
+
+/// How many sheets a PDF has.
+qsizetype SheetCount(const QByteArray& pdf) {
+  return pdf.count("/Type /Page\n");
+}
+
+/// Width and height of the first sheet in points, "595 842".
+std::string SheetSize(const QByteArray& pdf) {
+  static const QRegularExpression box(R"(/MediaBox \[0 0 (\d+)\S* (\d+)\S*\])");
+  const QRegularExpressionMatch match = box.match(QString::fromLatin1(pdf));
+  return (match.captured(1) + ' ' + match.captured(2)).toStdString();
+}
+
+class Printing : public SensorStage {
+ protected:
+  Printing() {
+    tree_.MakeFolders(R"(c:\calfactors\PX12A)");
+    SaveWithHistory(kPath, SensorFile{.rows = {{"50.00", "100.0"}, {"100.00", "98.5"}}}.Bytes());
+    file_.rows = {{"50.00", "100.0"}, {"100.00", "98.4"}};
+    SaveWithHistory(kPath, file_.Bytes());
+    gCalFiles[0].FilePath = kPath;
+  }
+
+  void Show(const Act& act) {
+    SensorStage::Show(0, "PX12A", [&](frmCalDataInput& editor) {
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+      act(editor);
+    });
+  }
+
+  /// Chooses an entry of the File menu by its letter.
+  void ChooseInFileMenu(QWidget& screen, Qt::Key letter) {
+    user_.At<QMenu>([letter](QMenu& /*menu*/) { Press(letter); });
+    Click(screen, "btnFile");
+    Settle();
+  }
+
+  [[nodiscard]] std::string File(const std::string& name) const {
+    return (tree_.Root() / name).string();
+  }
+  [[nodiscard]] QByteArray Pdf(const std::string& name) const {
+    return QByteArray::fromStdString(ReadNative(File(name)));
+  }
+
+  static constexpr const char* kPath = R"(c:\calfactors\PX12A\SN12345)";
+  SensorFile file_ = {.calDate = "20020305"};
+};
+
+TEST_F(Printing, SavesAPdfInTheChosenSizeAndLeavesTheDataAsTheyAre) {
+  const std::string before = tree_.Read(kPath);
+  KeepUserSettingsIn(QString::fromStdString(File("settings.ini")));
+  Remember("paper/size", QString("Letter"));
+  questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("one.pdf")));
+  questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("two.pdf")));
+  Show([this](frmCalDataInput& editor) {
+    ChooseInFileMenu(editor, Qt::Key_S);
+    Remember("paper/size", QString("A4"));
+    ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
+    Type("97.9");
+    ChooseInFileMenu(editor, Qt::Key_S);
+    // The open cell was stored, and the change can be undone.
+    EXPECT_EQ(CellOf(Find<CalGrid>(editor, "Grid"), 2, 1), "97.9");
+    EXPECT_EQ(editor.History().count(), 1);
+  });
+  EXPECT_EQ(
+      questions_.initialDirs,
+      (std::vector<QString>{"", QString::fromStdString(File("").substr(0, File("").size() - 1))}));
+  KeepUserSettingsIn("");
+  EXPECT_TRUE(Pdf("one.pdf").startsWith("%PDF-1."));
+  EXPECT_EQ(SheetCount(Pdf("one.pdf")), 1);
+  EXPECT_EQ(SheetSize(Pdf("one.pdf")), "612 792");
+  EXPECT_EQ(SheetSize(Pdf("two.pdf")), "595 842");
+  EXPECT_EQ(tree_.Read(kPath), before);
+}
+
+TEST_F(Printing, PrintsOnTheChosenPrinter) {
+  QByteArray pages;
+  QBuffer paper(&pages);
+  paper.open(QIODevice::WriteOnly);
+  file_.rows = ManyRows(51);
+  tree_.Write(kPath, file_.Bytes());
+  questions_.ExpectPrinter("Calibration data of PX12A 3318A12345", &paper);
+  Show([](frmCalDataInput& /*editor*/) {
+    Press(Qt::Key_P, Qt::ControlModifier);
+    Settle();
+  });
+  // 51 rows, the header and a curve.
+  EXPECT_EQ(SheetCount(pages), 2);
+}
+
+TEST_F(Printing, ReportsAFileThatCannotBeWritten) {
+  questions_.ExpectFilePicker("Save as PDF", kPdfFilters,
+                              QString::fromStdString(File("missing/one.pdf")));
+  questions_.ExpectError({"Cannot save the file", "does not exist"});
+  Show([this](frmCalDataInput& editor) {
+    ChooseInFileMenu(editor, Qt::Key_S);
+    EXPECT_TRUE(editor.isVisible());
+  });
+}
+
+TEST_F(Printing, SaysThatNoPrinterIsSetUpOrThatAPartOfTheProgramIsMissing) {
+  const auto pick = [] { static_cast<void>(Questions().PickPrinter(nullptr, {.title = "x"})); };
+  EXPECT_TRUE(Contains(ErrorOf(pick).Text(), "No printer is set up on this computer."));
+  TakeLibrariesFrom(QString::fromStdString(tree_.Root().string()));
+  EXPECT_TRUE(Contains(ErrorOf(pick).Text(), "a part of it is missing or damaged"));
+  TakeLibrariesFrom("");
+}
+
+TEST_F(Printing, PrintsAVersionOfTheHistory) {
+  QByteArray pages;
+  QBuffer paper(&pages);
+  paper.open(QIODevice::WriteOnly);
+  frmHistory history(FindModel("PX12A"), kPath, frmHistory::Use::LookOnly, nullptr);
+  history.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&history));
+  questions_.ExpectPrinter("Calibration data of PX12A 3318A12345", &paper);
+  ChooseInFileMenu(history, Qt::Key_P);
+  EXPECT_EQ(SheetCount(pages), 1);
+  Find<QTableWidget>(history, "tblVersions").clearSelection();
+  questions_.ExpectError({"Select one version, or two"});
+  ChooseInFileMenu(history, Qt::Key_P);
+}
+
+}  // namespace
+}  // namespace tarvell
