@@ -18,10 +18,13 @@ add_library(tarvell_screens STATIC
   screens/caldata/ChangedCell.cpp
   screens/caldata/DataSetPrinting.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
+  screens/caldata/DataSetEditors.cpp
   screens/caldata/EditorCurve.cpp screens/caldata/EditorCurve.h
+  screens/caldata/EditorTable.cpp
   screens/caldata/DraftKeeper.cpp screens/caldata/DraftKeeper.h
   screens/caldata/DraftStrip.cpp screens/caldata/DraftStrip.h
   screens/caldata/GridClipboard.cpp
+  screens/caldata/KitFile.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
   screens/caldata/ImportPreview.cpp screens/caldata/ImportPreview.h
   screens/caldata/ImportPreview.ui
@@ -42,6 +45,9 @@ add_library(tarvell_screens STATIC
   screens/caldata/frmHistory.cpp screens/caldata/frmHistory.h screens/caldata/frmHistory.ui
   screens/main/frmMain.cpp screens/main/frmMain.h screens/main/frmMain.ui
   screens/main/frmSplash.cpp screens/main/frmSplash.h screens/main/frmSplash.ui
+  screens/station/InstrumentFields.cpp screens/station/InstrumentFields.h
+  screens/station/InstrumentPick.cpp
+  screens/station/UnsavedInstruments.cpp
   screens/overview/OpenedRow.cpp
   screens/overview/OverviewFiles.cpp screens/overview/OverviewFiles.h
   screens/overview/OverviewFilter.cpp screens/overview/OverviewFilter.h

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 
 /// Data sets in forms that other programs read.

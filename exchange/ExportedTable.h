@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 
 namespace tarvell {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 #include "exchange/Certificate.h"
 #include "exchange/ColumnMatch.h"

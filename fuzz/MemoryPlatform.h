@@ -137,13 +137,14 @@ class MemoryPlatform final : public Platform {
     resolved = path;
     return {};
   }
-  bool MayChange(const Path& /*folder*/) override { return true; }
+  std::error_code MayChange(const Path& /*folder*/) override { return {}; }
   std::error_code MakeFolder(const Path& path) override {
     if (!IsFolder(path.parent_path())) {
       return Failure(std::errc::no_such_file_or_directory);
     }
     return entries_.try_emplace(path).second ? std::error_code() : Failure(std::errc::file_exists);
   }
+  std::error_code MakePrivateFolder(const Path& path) override { return MakeFolder(path); }
   std::error_code Search(const Path& folder, SearchKind kind, const SearchVisitor& visit) override {
     if (!IsFolder(folder)) {
       return Failure(std::errc::no_such_file_or_directory);

@@ -10,6 +10,7 @@
 
 #include "core/caldata/CellNotices.h"
 #include "core/numbers/Numbers.h"
+#include "core/platform/Error.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -28,9 +29,9 @@ constexpr std::array<TableUnit, 9> kUnits = {{{"Hz", Quantity::Frequency},
 
 /// Takes the cell at the beginning of `rest`. A spreadsheet puts a cell with line ends in quotes,
 /// and doubles the quotes in it.
-std::string TakeCell(std::string_view& rest) {
+std::string TakeCell(std::string_view& rest, char separator) {
   constexpr char kQuote = '"';
-  constexpr std::string_view kEnds = "\t\r\n";
+  const std::string ends = std::string("\r\n") + separator;
   if (rest.starts_with(kQuote)) {
     std::string cell;
     for (std::size_t i = 1; i < rest.size(); ++i) {
@@ -38,7 +39,7 @@ std::string TakeCell(std::string_view& rest) {
         cell += rest[i];
       } else if (rest.substr(i + 1).starts_with(kQuote)) {
         cell += rest[i++];
-      } else if (i + 1 == rest.size() || kEnds.find(rest[i + 1]) != std::string_view::npos) {
+      } else if (i + 1 == rest.size() || ends.find(rest[i + 1]) != std::string::npos) {
         rest.remove_prefix(i + 1);
         return cell;
       } else {
@@ -46,7 +47,7 @@ std::string TakeCell(std::string_view& rest) {
       }
     }
   }
-  const std::size_t end = std::min(rest.find_first_of(kEnds), rest.size());
+  const std::size_t end = std::min(rest.find_first_of(ends), rest.size());
   std::string cell(rest.substr(0, end));
   rest.remove_prefix(end);
   return cell;
@@ -54,13 +55,15 @@ std::string TakeCell(std::string_view& rest) {
 
 /// The lines that are not blank. Blank cells at their ends are left out.
 std::vector<ClipboardLine> LinesOf(std::string_view rest) {
+  // A text file may have semicolons, which no number holds.
+  const char separator = rest.find('\t') == std::string_view::npos ? ';' : '\t';
   std::vector<ClipboardLine> lines;
   for (std::size_t number = 1; !rest.empty(); ++number) {
     ClipboardLine line = {number, {}};
     bool goesOn = true;
     while (goesOn) {
-      line.cells.emplace_back(WithoutBlanks(TakeCell(rest)));
-      goesOn = rest.starts_with('\t');
+      line.cells.emplace_back(WithoutBlanks(TakeCell(rest, separator)));
+      goesOn = rest.starts_with(separator);
       rest.remove_prefix(goesOn ? 1 : 0);
     }
     (void)TakeLine(rest);
@@ -146,6 +149,24 @@ ClipboardTable::ClipboardTable(std::string_view text, const PointColumns& column
   lines_.assign(std::make_move_iterator(points), std::make_move_iterator(lines.end()));
 }
 
+void ClipboardTable::CheckColumns() const {
+  std::size_t most = 0;
+  for (const ClipboardLine& line : lines_) {
+    if (line.cells.size() == columns_.Count()) {
+      return;
+    }
+    most = std::max(most, line.cells.size());
+  }
+  const std::string all = columns_.IsSensor() ? "the frequency and the factor"
+                                              : "the setting, the frequency and the value";
+  const std::string copied =
+      "The copied lines have " + std::to_string(most) + (most == 1 ? " column" : " columns");
+  throw Error(ErrorKind::Type,
+              most > columns_.Count()
+                  ? copied + ". Copy only those of " + all + "."
+                  : copied + ": one is missing. Copy those of " + all + ", or only the values.");
+}
+
 Quantity ClipboardTable::QuantityOf(std::size_t column) const {
   return column == FrequencyColumn() ? Quantity::Frequency
          : columns_.IsSensor()       ? Quantity::Percent
@@ -221,10 +242,9 @@ void ClipboardTable::ForEachNumber(const std::function<void(std::string_view num
   }
 }
 
-bool IsPointTable(std::string_view text, const PointColumns& columns) {
-  return std::ranges::any_of(LinesOf(text), [&](const ClipboardLine& line) {
-    return line.cells.size() >= columns.Count();
-  });
+bool IsPointTable(std::string_view text) {
+  return std::ranges::any_of(LinesOf(text),
+                             [](const ClipboardLine& line) { return line.cells.size() > 1; });
 }
 
 std::optional<TwoReadings> ReadTwoWays(std::string_view text, const PointColumns& columns) {

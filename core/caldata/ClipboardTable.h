@@ -26,8 +26,9 @@ struct PointColumns {
   [[nodiscard]] std::size_t Count() const { return IsSensor() ? 2 : 3; }
 };
 
-/// Whether a text has as many columns as a table of points. Otherwise it is a block of values.
-[[nodiscard]] bool IsPointTable(std::string_view text, const PointColumns& columns);
+/// Whether a text has several columns. Otherwise it is a block of values, which have one column in
+/// a table of points.
+[[nodiscard]] bool IsPointTable(std::string_view text);
 
 /// A number that can be read with either decimal sign: "12.400" is 12.4 or 12400.
 struct TwoReadings {
@@ -70,10 +71,14 @@ struct NumberWithUnit {
 };
 [[nodiscard]] NumberWithUnit SplitNumber(std::string_view cell);
 
-/// The clipboard's table: its points, and the units that its captions name.
+/// The clipboard's table: its points, and the units that its captions name. Its columns are
+/// separated by TAB or, in a text without any, by semicolons.
 class ClipboardTable {
  public:
   ClipboardTable(std::string_view text, const PointColumns& columns);
+
+  /// Throws an error that names the right columns when no line has as many as a point.
+  void CheckColumns() const;
 
   /// The lines of points.
   [[nodiscard]] const std::vector<ClipboardLine>& Lines() const { return lines_; }

@@ -41,6 +41,7 @@ std::string Digits(std::uint64_t number) {
   return digits;
 }
 
+/// Makes the folder and its parents. What it makes, only the user may open.
 void MakeFolders(const std::filesystem::path& folder) {
   EntryFacts facts;
   if (folder.empty() || CurrentPlatform().Facts(folder, facts) || facts.kind == EntryKind::Folder) {
@@ -50,7 +51,7 @@ void MakeFolders(const std::filesystem::path& folder) {
     MakeFolders(folder.parent_path());
   }
   // If this fails, the error of the file that is written next says why.
-  static_cast<void>(CurrentPlatform().MakeFolder(folder));
+  static_cast<void>(CurrentPlatform().MakePrivateFolder(folder));
 }
 
 void Remove(const std::filesystem::path& path) {
@@ -69,13 +70,23 @@ std::string ContentOf(std::string_view file) {
 
 }  // namespace
 
-DataSetDrafts::DataSetDrafts(std::string model, std::string_view file, std::int64_t now)
+DataSetDrafts::DataSetDrafts(std::string model, std::string_view file, std::int64_t now,
+                             DraftKind kind)
     : model_(std::move(model)) {
   // The same for every way to write the path, in upper or lower case.
   file_ = file.empty() ? std::string() : FullPathText(file);
   fileContent_ = ContentOf(file_);
   // The serial number could hold any character. The number of the path is a name everywhere.
-  name_ = model_ + "-" + (file_.empty() ? "new" : Digits(NumberOf(file_))) + "-";
+  if (file_.empty()) {
+    name_ = model_ + "-new-";
+  } else {
+    const std::string number = Digits(NumberOf(file_)) + "-";
+    name_ = model_ + "-" + number;
+    otherName_ = model_ + "-calibration-" + number;
+    if (kind == DraftKind::NewCalibration) {
+      std::swap(name_, otherName_);
+    }
+  }
   const std::filesystem::path user = CurrentPlatform().UserFolder();
   if (!user.empty()) {
     folder_ = user / "drafts";
@@ -108,19 +119,25 @@ void DataSetDrafts::Consider(const std::string& name, std::int64_t now) {
   Held held{.path = folder_ / name};
   const bool isDraft = name.ends_with(kDraftEnding);
   const bool isMeant = isDraft && name.starts_with(name_);
+  const bool isOfOtherKind = isDraft && !otherName_.empty() && name.starts_with(otherName_);
   EntryFacts facts;
   const auto isFile = [&] {
     return !CurrentPlatform().Facts(held.path, facts) && facts.kind == EntryKind::File;
   };
   const auto isOld = [&] { return facts.modified != 0 && facts.modified < now - kLifetime; };
-  if ((!isDraft && !name.ends_with(kDamagedEnding)) || !isFile() || (!isMeant && !isOld()) ||
-      Lock(held)) {
+  if ((!isDraft && !name.ends_with(kDamagedEnding)) || !isFile() ||
+      (!isMeant && !isOfOtherKind && !isOld()) || Lock(held)) {
     return;
   }
   // Until it was locked, another program may have changed or removed it.
-  if (isFile() && isMeant) {
+  if (!isFile()) {
+    return;
+  }
+  if (isMeant) {
     Offer(std::move(held));
-  } else if (isFile() && isOld()) {
+  } else if (isOfOtherKind) {
+    hasOfOtherKind_ = true;
+  } else if (isOld()) {
     // If this fails, the next editor tries again.
     static_cast<void>(CurrentPlatform().RemoveFile(held.path));
   }

@@ -19,8 +19,15 @@
 
 namespace tarvell {
 
+/// What the editor was opened for.
+enum class DraftKind {
+  Data,           ///< the data of a file as they are, or new data
+  NewCalibration  ///< a new calibration of the instrument
+};
+
 /// The drafts of one data set, or of the new data of one model, while an editor shows it. They are
-/// in the folder `drafts` of the user's folder.
+/// in the folder `drafts` of the user's folder. Drafts of a new calibration are apart from those of
+/// the data as they are: each would put the wrong dates into the other.
 ///
 /// An editor writes its own draft. Every draft that it writes or offers is locked, so that another
 /// program of the same user writes one of its own and neither offers nor removes this one. When the
@@ -35,7 +42,8 @@ class DataSetDrafts {
   /// drafts of this data set that no other program holds, however old they are: the clock may have
   /// been wrong. Renames those that cannot be read, so that they are kept but not found again.
   /// Removes drafts of other data sets that are too old.
-  DataSetDrafts(std::string model, std::string_view file, std::int64_t now);
+  DataSetDrafts(std::string model, std::string_view file, std::int64_t now,
+                DraftKind kind = DraftKind::Data);
 
   /// The newest draft that was found and not yet chosen or discarded, nullptr when there is none.
   [[nodiscard]] const Draft* Offered() const;
@@ -43,6 +51,8 @@ class DataSetDrafts {
   [[nodiscard]] std::size_t OfferedCount() const { return offered_.size(); }
   /// Whether the file of the data set is another one than when the offered draft was begun.
   [[nodiscard]] bool IsOfferedOutdated() const;
+  /// Whether the data set has drafts of the other kind, which no other program holds.
+  [[nodiscard]] bool HasDraftsOfOtherKind() const { return hasOfOtherKind_; }
   /// Paths of the drafts that could not be read, under their new names.
   [[nodiscard]] const std::vector<std::string>& Damaged() const { return damaged_; }
 
@@ -85,7 +95,9 @@ class DataSetDrafts {
   std::filesystem::path folder_;
   std::string model_;
   std::string file_;
-  std::string name_;           ///< what the names of its drafts begin with
+  std::string name_;       ///< what the names of its drafts begin with
+  std::string otherName_;  ///< of those of the other kind; "" for new data
+  bool hasOfOtherKind_ = false;
   std::vector<Held> offered_;  ///< the newest is the last
   Held own_;
   std::optional<Draft> taken_;  ///< by TakeOffered, as it was then

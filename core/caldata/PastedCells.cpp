@@ -40,7 +40,21 @@ std::vector<std::string_view> LinesOf(std::string_view text) {
   return lines;
 }
 
-std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& affixes) {
+/// What to do about a value that is not a number.
+std::string Advice(std::string_view value, bool isFirstLine) {
+  if (isFirstLine && value.find_first_of("0123456789") == std::string_view::npos) {
+    return " If it is a caption, copy only the values below it.";
+  }
+  const bool hasSeparator = Trim(value).find_first_of(" ;") != std::string_view::npos;
+  return std::string(
+             " Copy numbers that have a point for their decimals and nothing between their "
+             "digits.") +
+         (hasSeparator ? " Copy several columns from a spreadsheet, which puts a TAB between them."
+                       : "");
+}
+
+std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& affixes,
+                     bool isFirstLine) {
   if (!affixes) {
     throw Error(ErrorKind::Index,
                 "The table has no value in this place. Begin in another cell, or copy less.");
@@ -57,10 +71,9 @@ std::string NumberIn(std::string_view value, const std::optional<CellAffixes>& a
   const std::string unit(Trim(affixes->after));
   const std::optional<double> parsed = ParseNumber(number);
   if (!parsed) {
-    throw Error(ErrorKind::Type,
-                Quoted(value) + " is not a number" + (unit.empty() ? "" : " (in " + unit + ")") +
-                    ". Copy numbers that have a point for their decimals and nothing between "
-                    "their digits.");
+    throw Error(ErrorKind::Type, Quoted(value) + " is not a number" +
+                                     (unit.empty() ? "" : " (in " + unit + ")") + "." +
+                                     Advice(value, isFirstLine));
   }
   if (std::isinf(*parsed)) {
     throw Error(ErrorKind::Type,
@@ -120,7 +133,7 @@ std::vector<PastedCell> PastedCells(const CalDataGrid& grid, const PasteStart& s
                       std::to_string(columnsLeft) + " from the chosen one on. Copy fewer columns.");
     }
     for (const std::string_view value : parts) {
-      const std::string number = NumberIn(value, rules.affixes(cell));
+      const std::string number = NumberIn(value, rules.affixes(cell), line == 1);
       cells.push_back({cell, Stored(number, rules.store(cell, number))});
       ++cell.column;
     }

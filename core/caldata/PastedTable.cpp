@@ -61,6 +61,7 @@ class Paste {
       TakeLineOf(line);
     }
     refusals_.ThrowIfAny();
+    taken_.ownUnits = OwnUnits();
     return std::move(taken_);
   }
 
@@ -70,6 +71,15 @@ class Paste {
     std::size_t line = 0;
     std::string stored;
   };
+
+  [[nodiscard]] PastedTable::OwnUnits OwnUnits() const {
+    const auto own = std::ranges::count_if(table_.Lines(), [&](const ClipboardLine& line) {
+      return SplitNumber(line.cells[table_.FrequencyColumn()]).unit != nullptr;
+    });
+    return own == 0                            ? PastedTable::OwnUnits::None
+           : own == std::ssize(table_.Lines()) ? PastedTable::OwnUnits::All
+                                               : PastedTable::OwnUnits::Some;
+  }
 
   [[nodiscard]] const TableUnit& UnitOfTable() const {
     return *FindUnit(columns_.IsSensor() ? columns_.frequencyUnit : "Hz");
@@ -240,6 +250,7 @@ PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
                 "There are no numbers to paste. Copy the points and their values, then paste "
                 "again.");
   }
+  table.CheckColumns();
   const std::string room =
       " points. A table has room for " + std::to_string(kTableRows) + ". Copy fewer.";
   if (table.Lines().size() > kLineLimit) {

@@ -31,13 +31,19 @@ struct PastedRow {
   Change change = Change::Unchanged;
   std::vector<std::string> before;  ///< the row's cells, none for an added row
   std::vector<std::string> after;   ///< the row's cells after the paste, if it is kept
+  /// Whether nobody has entered the value before; PastedTableFrom does not know it.
+  bool isToEnter = false;
 };
 
 /// A table as it would be after a paste, with the rows that the clipboard lacks at their places.
 struct PastedTable {
+  /// How many frequencies have a unit of their own.
+  enum class OwnUnits { None, Some, All };
+
   std::vector<PastedRow> rows;
   std::string_view frequencyUnit;  ///< of frequencies without a unit of their own
   bool isUnitNamed = false;        ///< whether a caption named that unit
+  OwnUnits ownUnits = OwnUnits::None;
   DecimalSign sign = DecimalSign::Point;
 
   [[nodiscard]] std::size_t Count(PastedRow::Change change) const;

@@ -71,11 +71,14 @@ class ForwardingPlatform : public Platform {
                                              std::filesystem::path& resolved) override {
     return target_.ResolveLinks(path, resolved);
   }
-  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override {
+  [[nodiscard]] std::error_code MayChange(const std::filesystem::path& folder) override {
     return target_.MayChange(folder);
   }
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override {
     return target_.MakeFolder(path);
+  }
+  [[nodiscard]] std::error_code MakePrivateFolder(const std::filesystem::path& path) override {
+    return target_.MakePrivateFolder(path);
   }
   [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                        const SearchVisitor& visit) override {

@@ -173,6 +173,21 @@ mode_t SharedMode(const std::filesystem::path& folder) {
              : 0U;
 }
 
+/// The permissions of a new file in a folder. In a folder that only its owner may open, the file is
+/// the owner's, too.
+mode_t ModeOfNewFile(const std::filesystem::path& folder) {
+  if (const mode_t shared = SharedMode(folder) & 0666U; shared != 0) {
+    return shared;
+  }
+  struct stat status {};
+  if (::stat(folder.c_str(), &status) == 0 && (status.st_mode & 0077U) == 0) {
+    return 0600U;
+  }
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  return 0666U & ~mask;
+}
+
 /// Opens the file at `path`, or makes an empty one with the permissions of its folder.
 int OpenOrCreate(const std::filesystem::path& path) {
   const int made = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -276,10 +291,7 @@ std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& fold
   path = name;
   file = std::make_unique<LinuxOutputFile>(number);
   // mkostemps gives only the owner access; a new data file gets the usual permissions.
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  const mode_t shared = SharedMode(folder) & 0666U;
-  const std::error_code code = ResultOf(::fchmod(number, shared != 0 ? shared : 0666U & ~mask));
+  const std::error_code code = ResultOf(::fchmod(number, ModeOfNewFile(folder)));
   if (code) {
     file.reset();
     ::unlink(path.c_str());
@@ -402,8 +414,8 @@ std::error_code LinuxPlatform::ResolveLinks(const std::filesystem::path& path,
   return std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }
 
-bool LinuxPlatform::MayChange(const std::filesystem::path& folder) {
-  return ::access(folder.c_str(), W_OK) == 0;
+std::error_code LinuxPlatform::MayChange(const std::filesystem::path& folder) {
+  return ResultOf(::access(folder.c_str(), W_OK));
 }
 
 std::error_code LinuxPlatform::MakeFolder(const std::filesystem::path& path) {
@@ -416,6 +428,10 @@ std::error_code LinuxPlatform::MakeFolder(const std::filesystem::path& path) {
     static_cast<void>(::chmod(path.c_str(), shared | S_ISGID));
   }
   return {};
+}
+
+std::error_code LinuxPlatform::MakePrivateFolder(const std::filesystem::path& path) {
+  return ResultOf(::mkdir(path.c_str(), 0700));
 }
 
 std::error_code LinuxPlatform::Search(const std::filesystem::path& folder, SearchKind kind,

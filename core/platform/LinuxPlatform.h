@@ -41,8 +41,9 @@ class LinuxPlatform : public Platform {
                                 const std::filesystem::path& b) override;
   [[nodiscard]] std::error_code ResolveLinks(const std::filesystem::path& path,
                                              std::filesystem::path& resolved) override;
-  [[nodiscard]] bool MayChange(const std::filesystem::path& folder) override;
+  [[nodiscard]] std::error_code MayChange(const std::filesystem::path& folder) override;
   [[nodiscard]] std::error_code MakeFolder(const std::filesystem::path& path) override;
+  [[nodiscard]] std::error_code MakePrivateFolder(const std::filesystem::path& path) override;
   [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                        const SearchVisitor& visit) override;
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;

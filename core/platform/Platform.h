@@ -167,10 +167,12 @@ class Platform {
   /// The path that a link finally leads to, which need not exist; `path` itself if it is no link.
   [[nodiscard]] virtual std::error_code ResolveLinks(const std::filesystem::path& path,
                                                      std::filesystem::path& resolved) = 0;
-  /// Whether the user may add and remove entries of `folder`.
-  [[nodiscard]] virtual bool MayChange(const std::filesystem::path& folder) = 0;
+  /// Why the user may not add and remove entries of `folder`; no error where this is possible.
+  [[nodiscard]] virtual std::error_code MayChange(const std::filesystem::path& folder) = 0;
   /// Makes one folder; its parent must exist.
   [[nodiscard]] virtual std::error_code MakeFolder(const std::filesystem::path& path) = 0;
+  /// Makes one folder that only the user may open.
+  [[nodiscard]] virtual std::error_code MakePrivateFolder(const std::filesystem::path& path) = 0;
   /// Calls `visit` with the names in `folder` in the platform's own order, until it returns false.
   /// Leaves out ".", "..", temporary files, and names that hold a separator of the program's paths.
   [[nodiscard]] virtual std::error_code Search(const std::filesystem::path& folder, SearchKind kind,

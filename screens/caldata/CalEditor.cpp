@@ -249,6 +249,10 @@ void CalEditor::Restore(const EditorState& draft) {
   ShowContents(draft, [this](const std::function<void()>& show) {
     Change(tr("restoring the draft"), show);
   });
+  if (history_.canUndo()) {
+    // In a field of the header, Ctrl+Z would not take the draft back.
+    controls_.grid->setFocus();
+  }
   if (draft.openCell) {
     cellEditor_->Reopen(*draft.openCell);
   }
@@ -343,7 +347,8 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   filePath_ = hasFile ? ListedDataSet(index).FilePath : std::string();
   showHistory_->setEnabled(hasFile);
   curve_->Begin(*model_, *data_, filePath_);
-  drafts_->Start(modelCode, filePath_);
+  drafts_->Start(modelCode, filePath_,
+                 begin == Begin::NewCalibration ? DraftKind::NewCalibration : DraftKind::Data);
   slips_->Begin(*model_, *data_);
   exec();
   slips_->End();

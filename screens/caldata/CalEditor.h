@@ -20,7 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/mTypeDef.h"
 #include "screens/caldata/EditHistory.h"

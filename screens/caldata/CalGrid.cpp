@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHideEvent>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -24,7 +25,7 @@ constexpr int kRowPadding = 6;
 
 }  // namespace
 
-CalGrid::CalGrid(QWidget* parent) : QTableView(parent), model_(new GridModel(this)) {
+CalGrid::CalGrid(QWidget* parent) : EditorTable(parent), model_(new GridModel(this)) {
   setModel(model_);
   // A CellEditor edits the cells: it knows the formats of the models.
   setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -164,6 +165,19 @@ void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlag
   const auto [left, right] = std::minmax({start_.column(), end.column()});
   selectionModel()->select(QItemSelection(model_->index(top, left), model_->index(bottom, right)),
                            command);
+}
+
+QItemSelectionModel::SelectionFlags CalGrid::selectionCommand(const QModelIndex& index,
+                                                              const QEvent* event) const {
+  if (event != nullptr && event->type() == QEvent::KeyPress) {
+    const auto& key = *static_cast<const QKeyEvent*>(event);
+    const bool toEdge = key.key() == Qt::Key_Home || key.key() == Qt::Key_End;
+    // The toolkit would go there and select nothing else.
+    if (toEdge && key.modifiers().testFlags(Qt::ControlModifier | Qt::ShiftModifier)) {
+      return QItemSelectionModel::SelectCurrent;
+    }
+  }
+  return QTableView::selectionCommand(index, event);
 }
 
 std::vector<int> CalGrid::Proportions() const {

@@ -6,13 +6,13 @@
 
 #include <QItemSelectionModel>
 #include <QPersistentModelIndex>
-#include <QTableView>
 
 #include <cstdint>
 #include <functional>
 #include <utility>
 #include <vector>
 
+#include "screens/caldata/EditorTable.h"
 #include "screens/caldata/GridModel.h"
 
 namespace tarvell {
@@ -21,7 +21,7 @@ namespace tarvell {
 /// width in proportion to the widths that the user gave them, or else that were set for them, or
 /// equally if none were set; but each is at least as wide as its caption. A rectangle of cells can
 /// be selected.
-class CalGrid final : public QTableView {
+class CalGrid final : public EditorTable {
   Q_OBJECT
 
  public:
@@ -74,6 +74,9 @@ class CalGrid final : public QTableView {
   void resizeEvent(QResizeEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
+  /// Ctrl+Shift+Home and Ctrl+Shift+End extend the selection to the first and the last row.
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+      const QModelIndex& index, const QEvent* event) const override;
 
  private:
   void ShareWidth();

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/cifCaldata.h"
 #include "screens/widgets/DefaultDate.h"
 

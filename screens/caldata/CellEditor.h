@@ -15,7 +15,7 @@
 #include <string>
 #include <utility>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/CellRules.h"
 

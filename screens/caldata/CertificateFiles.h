@@ -11,7 +11,7 @@
 
 #include <functional>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 
 namespace tarvell {

@@ -20,6 +20,7 @@ namespace {
 constexpr const char* kNotKept = "draft";
 constexpr const char* kDamaged = "damaged draft";
 constexpr const char* kNewer = "newer values";
+constexpr const char* kOthers = "other drafts";
 
 /// Less than a second, so that there is time for the write itself.
 constexpr qint64 kInterval = 800;  // ms
@@ -43,14 +44,14 @@ DraftKeeper::DraftKeeper(Editor editor) : QObject(editor.screen), editor_(std::m
   connect(editor_.strip, &DraftStrip::Discard, this, &DraftKeeper::Discard);
 }
 
-void DraftKeeper::Start(const std::string& model, const std::string& file) {
+void DraftKeeper::Start(const std::string& model, const std::string& file, DraftKind kind) {
   timer_.stop();
   retry_.stop();
   sinceWrite_.invalidate();
   opened_ = editor_.state();
   written_ = opened_;
   drafts_.reset();
-  drafts_.emplace(model, file, Now());
+  drafts_.emplace(model, file, Now(), kind);
   Guarded(
       editor_.screen, [this] { drafts_->Begin(opened_); },
       [](const Error& /*error*/) { /* The draft is only offered once more. */ });
@@ -64,7 +65,18 @@ void DraftKeeper::Start(const std::string& model, const std::string& file) {
                     : tr("A draft of these data cannot be read: it is damaged, or of another "
                          "version of the program. It was kept as %1.")
                           .arg(paths.join(", ")));
+  ReportOthers(kind);
   OfferNext();
+}
+
+/// Nothing that was typed is forgotten because the data set was opened in another way.
+void DraftKeeper::ReportOthers(DraftKind kind) {
+  const QString where = kind == DraftKind::NewCalibration
+                            ? tr("A draft of these data is kept, too. To see it, close this screen "
+                                 "and choose Edit.")
+                            : tr("A draft of a new calibration is kept, too. To see it, close this "
+                                 "screen and choose New calibration.");
+  editor_.notices->Report(kOthers, drafts_->HasDraftsOfOtherKind() ? where : QString());
 }
 
 void DraftKeeper::Changed() {
@@ -138,8 +150,12 @@ void DraftKeeper::OfferNext() {
   if (draft == nullptr) {
     editor_.strip->Withdraw();
   } else {
-    editor_.strip->Offer(QDateTime::fromSecsSinceEpoch(draft->written), drafts_->OfferedCount(),
-                         drafts_->IsOfferedOutdated());
+    // Drafts of a file are all of its serial number.
+    const std::string serial = draft->file.empty() ? draft->state.header.serialNumber : "";
+    editor_.strip->Offer({.written = QDateTime::fromSecsSinceEpoch(draft->written),
+                          .serial = ToQt(serial),
+                          .count = drafts_->OfferedCount(),
+                          .isOutdated = drafts_->IsOfferedOutdated()});
   }
 }
 

@@ -38,7 +38,7 @@ class DraftKeeper final : public QObject {
   explicit DraftKeeper(Editor editor);
 
   /// The editor shows this data set as it was opened; `file` is "" for new data.
-  void Start(const std::string& model, const std::string& file);
+  void Start(const std::string& model, const std::string& file, DraftKind kind);
   /// Something in the editor may have changed.
   void Changed();
   /// Writes what is not saved. If that fails, returns false and sets `reason`.
@@ -51,6 +51,7 @@ class DraftKeeper final : public QObject {
  private:
   void Write();
   void WriteAndReport();
+  void ReportOthers(DraftKind kind);
   void OfferNext();
   void Restore();
   void ReportNewer(std::size_t kept);

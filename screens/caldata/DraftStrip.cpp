@@ -48,15 +48,18 @@ DraftStrip::DraftStrip(QWidget* parent) : QFrame(parent), text_(new QLabel(this)
   hide();
 }
 
-void DraftStrip::Offer(const QDateTime& written, std::size_t count, bool isOutdated) {
+void DraftStrip::Offer(const OfferedDraft& draft) {
   // The screens are in English, whatever the language of the desktop.
-  const QString when = QLocale::c().toString(written, "d MMM yyyy, HH:mm:ss");
+  const QString when = QLocale::c().toString(draft.written, "d MMM yyyy, HH:mm:ss") +
+                       (draft.serial.isEmpty() ? QString() : tr(" for %1").arg(draft.serial));
   const QString typed =
-      count > 1 ? tr("Typed and not saved: %1 drafts, the latest of %2.").arg(count).arg(when)
-                : tr("Typed and not saved: a draft of %1.").arg(when);
-  text_->setText(isOutdated ? typed + tr(" The data have been saved since: Restore puts back only "
-                                         "what was typed, and keeps all newer values.")
-                            : typed);
+      draft.count > 1
+          ? tr("Typed and not saved: %1 drafts, the latest of %2.").arg(draft.count).arg(when)
+          : tr("Typed and not saved: a draft of %1.").arg(when);
+  text_->setText(draft.isOutdated
+                     ? typed + tr(" The data have been saved since: Restore puts back only "
+                                  "what was typed, and keeps all newer values.")
+                     : typed);
   setAccessibleName(text_->text());
   show();
   QAccessibleEvent announcement(this, QAccessible::Alert);

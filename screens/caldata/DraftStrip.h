@@ -9,20 +9,28 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <cstddef>
+
 namespace tarvell {
 
-/// A strip that offers a draft: when it was written, and the buttons Restore and Discard. It is
-/// hidden while there is nothing to offer, takes no focus when it appears, and asks nothing. A
-/// screen reader announces it.
+/// The newest of the drafts that can be restored.
+struct OfferedDraft {
+  QDateTime written;
+  QString serial;  ///< the serial number in it, "" where all drafts have the same
+  std::size_t count = 1;
+  bool isOutdated = false;  ///< whether the data set has been saved since
+};
+
+/// A strip that offers a draft: when it was written, whose it is, and the buttons Restore and
+/// Discard. It is hidden while there is nothing to offer, takes no focus when it appears, and asks
+/// nothing. A screen reader announces it.
 class DraftStrip final : public QFrame {
   Q_OBJECT
 
  public:
   explicit DraftStrip(QWidget* parent = nullptr);
 
-  /// Offers a draft that was written at `written`, the newest of `count`. `isOutdated` is whether
-  /// the data set has been saved since.
-  void Offer(const QDateTime& written, std::size_t count, bool isOutdated);
+  void Offer(const OfferedDraft& draft);
   /// Hides the strip. If it has the focus, the focus goes to the next control.
   void Withdraw();
 

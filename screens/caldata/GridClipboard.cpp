@@ -102,6 +102,17 @@ std::optional<DecimalSign> AskSign(QWidget* owner, const TwoReadings& readings) 
   return isPoint == (answer == QMessageBox::Yes) ? DecimalSign::Point : DecimalSign::Comma;
 }
 
+/// Notes which rows hold values that nobody has entered.
+void NoteValuesToEnter(const CalGrid& grid, std::int16_t valueColumn, PastedTable& table) {
+  GridRow row = kFirstDataRow;
+  for (PastedRow& pasted : table.rows) {
+    if (pasted.change != PastedRow::Change::Added) {
+      pasted.isToEnter = IsToEnter(grid.Model().OriginAt({row, valueColumn}));
+      row = row + 1;
+    }
+  }
+}
+
 /// Makes the table what the preview showed. Returns the cells of the pasted values.
 std::vector<PastedCell> Store(CalGrid& grid, const PastedTable& table, bool removesMissing) {
   std::vector<PastedCell> cells;
@@ -137,9 +148,10 @@ std::vector<PastedCell> PasteTable(CalGrid& grid, std::string_view text, const C
     }
   }
   const Cell value = {kFirstDataRow, static_cast<std::int16_t>(columns.Count() - 1)};
-  const PastedTable table = PastedTableFrom(
+  PastedTable table = PastedTableFrom(
       grid.Data(), text, columns,
       [&](const std::string& number) { return rules.toStore(value, number, {}); }, sign);
+  NoteValuesToEnter(grid, value.column, table);
   PastePreview preview(table, CaptionsOf(grid), grid.window());
   if (preview.exec() != QDialog::Accepted) {
     return {};
@@ -193,7 +205,7 @@ std::vector<PastedCell> PasteIntoCells(CalGrid& grid, const CellRules& rules) {
       grid.window(),
       [&] {
         const std::string text = FromQt(QGuiApplication::clipboard()->text());
-        if (rules.points && IsPointTable(text, rules.points())) {
+        if (rules.points && IsPointTable(text)) {
           cells = PasteTable(grid, text, rules);
         } else {
           cells = PastedCells(grid.Data(), StartIn(grid), text, pasting, line);

@@ -84,11 +84,21 @@ QString PastePreview::Summary() const {
                              .arg(table_.Count(Change::Unchanged));
   const QString lacks =
       missing == 0 ? QString() : tr(" It does not have %1 of this table.").arg(Points(missing));
-  return counts + lacks +
-         tr("\nFrequencies are read in %1, %2, numbers with a decimal %3.")
-             .arg(ToQt(table_.frequencyUnit),
-                  table_.isUnitNamed ? tr("as the caption says") : tr("the unit of this table"),
-                  table_.sign == DecimalSign::Point ? tr("point") : tr("comma"));
+  return counts + lacks + "\n" + UnitSentence() +
+         (table_.sign == DecimalSign::Point ? tr("numbers with a decimal point.")
+                                            : tr("numbers with a decimal comma."));
+}
+
+/// The beginning of the sentence about how the clipboard is read.
+QString PastePreview::UnitSentence() const {
+  if (table_.ownUnits == PastedTable::OwnUnits::All) {
+    return tr("Frequencies are read with the units in their cells, ");
+  }
+  const QString which = table_.ownUnits == PastedTable::OwnUnits::Some
+                            ? tr("Frequencies without a unit are read in %1, %2, ")
+                            : tr("Frequencies are read in %1, %2, ");
+  return which.arg(ToQt(table_.frequencyUnit),
+                   table_.isUnitNamed ? tr("as the caption says") : tr("the unit of this table"));
 }
 
 void PastePreview::ShowCaptions(const QStringList& captions) {
@@ -133,9 +143,15 @@ void PastePreview::ShowRow(int row, const PastedRow& pasted) {
     QTableWidgetItem* cell = ChangedCell(texts[column], ui_->tblPreview, isChanged);
     cell->setTextAlignment((column == columns - 1 ? Qt::AlignLeft : Qt::AlignRight) |
                            Qt::AlignVCenter);
+    const bool isBefore = column == columns - 3;
     QFont font = cell->font();
-    font.setStrikeOut(isRemoved && (isPoint || column == columns - 3));
+    font.setStrikeOut(isRemoved && (isPoint || isBefore));
+    // As in the table itself.
+    font.setItalic(pasted.isToEnter && isBefore);
     cell->setFont(font);
+    if (font.italic()) {
+      cell->setData(Qt::AccessibleTextRole, tr("%1 (not entered)").arg(cell->text()));
+    }
     ui_->tblPreview->setItem(row, column, cell);
   }
 }

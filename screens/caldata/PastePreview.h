@@ -33,6 +33,7 @@ class PastePreview final : public QDialog {
 
  private:
   [[nodiscard]] QString Summary() const;
+  [[nodiscard]] QString UnitSentence() const;
   void ShowCaptions(const QStringList& captions);
   void ShowRows();
   void ShowRow(int row, const PastedRow& pasted);

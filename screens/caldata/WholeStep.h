@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "core/caldata/Draft.h"
+#include "core/caldata/EditorState.h"
 #include "screens/caldata/EditHistory.h"
 
 namespace tarvell {

@@ -15,18 +15,15 @@
 #include <utility>
 #include <vector>
 
-#include "core/caldata/TestKit.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
-#include "screens/caldata/frmCalDataInput.h"
-#include "screens/caldata/frmCalDataTabInput.h"
+#include "screens/caldata/KitFile.h"
 #include "screens/caldata/frmDeleted.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/AltKeys.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -35,24 +32,14 @@
 #include "screens/widgets/ListHead.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/NoticeLine.h"
-#include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/SerialList.h"
-#include "screens/widgets/UserSettings.h"
-#include "screens/widgets/cFileDialog.h"
 
 namespace tarvell {
 
 namespace {
-
-constexpr std::int32_t kHideReadOnly = 4;
-constexpr int kDesktopFolder = 0;
-
-// Settings.
-constexpr const char* kLastModel = "last/model";
-constexpr const char* kLastSerial = "last/serial";
 
 /// The row of `gCalFiles` that the selected entry shows. Two files may have the same serial number.
 std::int16_t SelectedRow(const QListWidget* list) {
@@ -75,7 +62,8 @@ frmCalibrationMain::frmCalibrationMain(QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmCalibrationMain>()),
       mnuAdd_(new QMenu("Add", this)),
-      mnuMore_(new QMenu(this)) {
+      mnuMore_(new QMenu(this)),
+      editors_(this) {
   ui_->setupUi(this);
   modelHead_ = new ListHead(ui_->LstInstrment, {Qt::Key_T, Qt::Key_F});
   serialHead_ =
@@ -163,7 +151,7 @@ void frmCalibrationMain::ShowModally() {
   serialHead_->ClearFilter();
   RefreshModelList();
   // Nothing is selected, but the keyboard is where the user was last.
-  GoToName(ui_->LstInstrment, FromQt(RememberedText(kLastModel)));
+  GoToName(ui_->LstInstrment, RememberedModel());
   RefreshSerialList();
   ShowEditCaption();
   ui_->LstInstrment->setFocus();
@@ -171,8 +159,7 @@ void frmCalibrationMain::ShowModally() {
   const std::string model = SelectedName(ui_->LstInstrment);
   const std::string serial = SelectedName(ui_->lstSerialNumber);
   if (!model.empty() && !serial.empty()) {
-    Remember(kLastModel, ToQt(model));
-    Remember(kLastSerial, ToQt(serial));
+    RememberDataSet(model, serial);
   }
 }
 
@@ -187,7 +174,7 @@ void frmCalibrationMain::LstInstrment_Click() {
   Guarded(this, [this] {
     ShowEditCaption();
     RefreshSerialList();
-    GoToName(ui_->lstSerialNumber, FromQt(RememberedText(kLastSerial)));
+    GoToName(ui_->lstSerialNumber, RememberedSerial());
   });
 }
 
@@ -252,9 +239,9 @@ void frmCalibrationMain::AddData(const Model& model) {
     SelectName(ui_->LstInstrment, selected);
   }
   if (model.family == ModelFamily::TestKit) {
-    CopyFileOfTestKit(code, folder);
+    CopyFileOfTestKit(this, code, folder);
   } else {
-    OpenEditor(CalEditor::kNewData, model);
+    editors_.Open(CalEditor::kNewData, model);
   }
   // What was added must be seen.
   modelHead_->ClearFilter();
@@ -268,50 +255,8 @@ void frmCalibrationMain::AddData(const Model& model) {
   RefreshSerialList();
 }
 
-void frmCalibrationMain::CopyFileOfTestKit(const std::string& code, const std::string& folder) {
-  cFileDialog dialog;
-  dialog.SetOwnerWnd(this);
-  dialog.SetFilter("Calibration Data(*.dat)|*.dat|All files(*.*)|*.*");
-  dialog.SetFlags(kHideReadOnly);
-  dialog.SetCaption("Choice " + ToQt(code) + " Calibration Data File from Folder");
-  dialog.SetInitialDirToSpecialFolder(kDesktopFolder);
-  if (!dialog.ShowOpen()) {
-    return;
-  }
-  const std::filesystem::path source = SystemPath(dialog.FileName());
-  if (UserLetsReplace(this, [&] { return TestKitWouldReplace(source, folder); })) {
-    static_cast<void>(ChangedWithHistory(
-        this, "save", [&](Earlier earlier) { CopyTestKitFile(source, folder, earlier); }));
-  }
-}
-
-CalEditor& frmCalibrationMain::EditorOf(const Model& model) {
-  if (HasPages(model)) {
-    if (!calDataTabInput_) {
-      calDataTabInput_ = std::make_unique<frmCalDataTabInput>(this);
-    }
-    return *calDataTabInput_;
-  }
-  if (!calDataInput_) {
-    calDataInput_ = std::make_unique<frmCalDataInput>(this);
-  }
-  return *calDataInput_;
-}
-
 void frmCalibrationMain::btnMore_Click() {
   mnuMore_->popup(ui_->btnMore->mapToGlobal(ui_->btnMore->rect().bottomLeft()));
-}
-
-bool frmCalibrationMain::OpenEditor(std::int16_t index, const Model& model,
-                                    CalEditor::Begin begin) {
-  CalEditor& editor = EditorOf(model);
-  editor.SetupDat(index, std::string(model.code), begin);
-  if (editor.result() != QDialog::Accepted) {
-    return false;
-  }
-  Remember(kLastModel, ToQt(std::string(model.code)));
-  Remember(kLastSerial, ToQt(editor.SavedSerial()));
-  return true;
 }
 
 void frmCalibrationMain::ShowSavedData(QListWidgetItem* entry, const std::string& path) {
@@ -328,7 +273,17 @@ bool frmCalibrationMain::GetSelection(std::string& model, std::string& serial) {
   if (!model.empty() && !serial.empty()) {
     return true;
   }
-  Tell(this, "No calibration data is selected.");
+  // After Add, or when the list has just been read, the keyboard is at an entry that is only
+  // outlined.
+  const QListWidgetItem* outlined = ui_->lstSerialNumber->currentItem();
+  CurrentQuestions().Ask(
+      this, {.text = "No calibration data is selected.",
+             .detail = serial.empty() && outlined != nullptr && !outlined->isHidden() &&
+                               !outlined->text().isEmpty()
+                           ? tr("%1 has an outline, but is not selected. To select it, press the "
+                                "space key in the list.")
+                                 .arg(outlined->text())
+                           : QString()});
   return false;
 }
 
@@ -356,7 +311,7 @@ void frmCalibrationMain::EditData() {
 void frmCalibrationMain::OpenSelected(const Model& model, CalEditor::Begin begin) {
   const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
-  if (!OpenEditor(row, model, begin)) {
+  if (!editors_.Open(row, model, begin)) {
     return;
   }
   if (begin == CalEditor::Begin::Copy) {

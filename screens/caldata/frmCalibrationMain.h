@@ -13,13 +13,11 @@
 #include <string>
 
 #include "core/caldata/Models.h"
-#include "screens/caldata/CalEditor.h"
+#include "screens/caldata/DataSetEditors.h"
 
 namespace tarvell {
 
 class ListHead;
-class frmCalDataInput;
-class frmCalDataTabInput;
 
 namespace Ui {
 class frmCalibrationMain;
@@ -67,13 +65,6 @@ class frmCalibrationMain final : public QDialog {
   /// The selected model and serial number; false, after a message, when one is missing.
   [[nodiscard]] bool GetSelection(std::string& model, std::string& serial);
   void AddData(const Model& model);
-  /// Lets the user choose a finished file and copies it into the folder of the test kit.
-  void CopyFileOfTestKit(const std::string& code, const std::string& folder);
-  /// The editor for the data of a model, created when it is first used.
-  [[nodiscard]] CalEditor& EditorOf(const Model& model);
-  /// Returns whether the data were saved.
-  bool OpenEditor(std::int16_t index, const Model& model,
-                  CalEditor::Begin begin = CalEditor::Begin::AsSaved);
   /// Updates an entry in the list of serial numbers, and its place, from its file.
   void ShowSavedData(QListWidgetItem* entry, const std::string& path);
   void EditData();
@@ -92,9 +83,7 @@ class frmCalibrationMain final : public QDialog {
   QMenu* mnuMore_;
   ListHead* modelHead_;
   ListHead* serialHead_;
-  // Created when they are first used.
-  std::unique_ptr<frmCalDataInput> calDataInput_;
-  std::unique_ptr<frmCalDataTabInput> calDataTabInput_;
+  DataSetEditors editors_;
 };
 
 }  // namespace tarvell

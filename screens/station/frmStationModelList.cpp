@@ -8,28 +8,21 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
-#include <algorithm>
-#include <string_view>
+#include <optional>
 #include <utility>
 #include <vector>
 
-#include "core/caldata/HeaderLines.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
+#include "screens/station/InstrumentFields.h"
 #include "screens/station/InstrumentHistory.h"
-#include "screens/station/frmStationGetInstr.h"
-#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
-#include "screens/widgets/CalendarButton.h"
 #include "screens/widgets/ChangedWithHistory.h"
-#include "screens/widgets/DateBoxes.h"
-#include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
-#include "screens/widgets/FileTextValidator.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"
 #include "screens/widgets/ListHead.h"
@@ -37,7 +30,6 @@
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
-#include "screens/widgets/ScreenReaders.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/SerialList.h"
 
@@ -46,34 +38,7 @@ namespace tarvell {
 namespace {
 
 constexpr const char* kPlaceholder = "No Model";
-constexpr const char* kNoAddressType = "NONE";
 constexpr const char* kEntryNotice = "entry";
-
-/// Number of an entry that is not saved.
-constexpr int kUnsavedRole = Qt::UserRole + 2;
-
-/// Shows `text` in an editable list and selects the entry with this text, if there is one. The Up
-/// and Down keys then start from that entry, and leaving the list does not count as a choice.
-void ShowText(QComboBox* box, const QString& text) {
-  box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
-  box->setEditText(text);
-}
-
-Error InstrumentGone() {
-  return {ErrorKind::Index,
-          "The chosen instrument is not in the calibration data any more. Choose it again."};
-}
-
-/// The row of a data file that was picked from a filtered list. A list without a filter may end
-/// before it; then it is added.
-int RowOfPicked(const CalFileInfo& picked, std::vector<CalFileInfo>& files) {
-  const auto found = std::ranges::find(files, picked.FilePath, &CalFileInfo::FilePath);
-  const auto row = found - files.begin();
-  if (found == files.end()) {
-    files.push_back(picked);
-  }
-  return static_cast<int>(row);
-}
 
 }  // namespace
 
@@ -88,20 +53,14 @@ frmStationModelList::frmStationModelList(QWidget* parent)
   // One action may change several fields: the notices wait until it has changed all of them.
   noticesAreDue_.setSingleShot(true);
   connect(&noticesAreDue_, &QTimer::timeout, this, &frmStationModelList::ReportNotices);
-  txtData_ = {ui_->txtData_0,  ui_->txtData_2,  ui_->txtData_3, ui_->txtData_4,
-              ui_->txtData_5,  ui_->txtData_6,  ui_->txtData_8, ui_->txtData_9,
-              ui_->txtData_10, ui_->txtData_11, ui_->txtData_12};
-  SetUpFields();
+  fields_ = new InstrumentFields(*ui_, this);
+  connect(fields_, &InstrumentFields::Changed, this, &frmStationModelList::Field_Change);
   SetUpSerialList(ui_->LstInstrment);
   connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
           &frmStationModelList::RefreshInstrumentList);
   OnChoice(ui_->LstInstrment, [this] { LstInstrment_Click(); });
   OnEntry(ui_->LstInstrment,
           {.open = [this] { OpenByKey(); }, .remove = [this] { DeleteByKey(); }});
-  connect(ui_->cmbSerial, &QComboBox::activated, this, &frmStationModelList::cmbSerial_Click);
-  // Typing a serial number changes only that field. Without this, leaving the box would count as a
-  // choice and replace the other fields as well.
-  disconnect(ui_->cmbSerial->lineEdit(), &QLineEdit::editingFinished, ui_->cmbSerial, nullptr);
   OfferHandbook(this, chapter::kInstruments);
   new InstrumentHistory({.screen = this,
                          .button = ui_->btnHistory,
@@ -119,49 +78,11 @@ frmStationModelList::frmStationModelList(QWidget* parent)
 
 frmStationModelList::~frmStationModelList() = default;
 
-void frmStationModelList::SetUpFields() {
-  ui_->cmbCalMonth->addItem("");
-  AddMonths(ui_->cmbCalMonth);
-  ui_->cmbAddressType->addItems({"GP-IB", "GPIO", "SERIAL", kNoAddressType});
-  SetUpDayBox(ui_->txtData_8, ui_->UpDown1);
-  SetUpYearBox(ui_->txtData_6, ui_->UpDown3);
-  ui_->dueDate->insertWidget(ui_->dueDate->indexOf(ui_->UpDown3) + 1,
-                             new CalendarButton({ui_->txtData_8, ui_->cmbCalMonth, ui_->txtData_6},
-                                                tr("CAL DUE DATE"), ui_->record));
-  LabelDropDownLists(this);
-  // No letter of its caption is free.
-  GiveAltKey(ui_->txtData_12, Qt::Key_F);
-  for (QLineEdit* box : txtData_) {
-    FileTextValidator::Attach(box);
-    connect(box, &QLineEdit::textChanged, this, &frmStationModelList::Field_Change);
-  }
-  boxes_ = {{&StationInstrument::ModelNumber, ui_->txtData_0},
-            {&StationInstrument::SerialNumber, ui_->cmbSerial->lineEdit()},
-            {&StationInstrument::AddressType, ui_->cmbAddressType->lineEdit()},
-            {&StationInstrument::Address, ui_->txtData_2},
-            {&StationInstrument::Station, ui_->txtData_3},
-            {&StationInstrument::Options, ui_->txtData_4},
-            {&StationInstrument::Availability, ui_->txtData_5},
-            {&StationInstrument::DueDay, ui_->txtData_8},
-            {&StationInstrument::DueMonth, ui_->cmbCalMonth->lineEdit()},
-            {&StationInstrument::DueYear, ui_->txtData_6},
-            {&StationInstrument::Asset, ui_->txtData_9},
-            {&StationInstrument::Trace, ui_->txtData_10},
-            {&StationInstrument::Comment, ui_->txtData_11}};
-  for (QComboBox* box : {ui_->cmbSerial, ui_->cmbAddressType, ui_->cmbCalMonth}) {
-    FileTextValidator::Attach(box->lineEdit());
-    // Without completion, typed text stays as it was typed.
-    box->setCompleter(nullptr);
-    ChangeOnlyDeliberately(box);
-    connect(box, &QComboBox::editTextChanged, this, &frmStationModelList::Field_Change);
-  }
-}
-
 void frmStationModelList::ShowModally() {
   setWindowTitle(ToQt(StationName) + " - Station Data Edit - " + ToQt(kApplicationTitle));
   ui_->lbStation->setText("StationName :  " + ToQt(StationName));
   stationFolder_ = Joined(gStationDir, StationName);
-  EmptyFields();
+  fields_->Empty();
   {
     const BusyPointer busy;
     index_.Begin(stationFolder_);
@@ -204,19 +125,7 @@ void frmStationModelList::ShowInstruments(const std::vector<std::string>& instru
   const QSignalBlocker blocker(ui_->LstInstrment);
   shownEntry_ = nullptr;
   // An instrument that was added and not saved stays in the list, although it has no file yet.
-  std::vector<std::string> names = instruments;
-  std::vector<std::pair<int, int>> unsavedRows;
-  for (const auto& [number, unsaved] : unsaved_) {
-    const auto listed = std::ranges::find(names, unsaved.name);
-    unsavedRows.emplace_back(static_cast<int>(listed - names.begin()), number);
-    if (listed == names.end()) {
-      names.push_back(unsaved.name);
-    }
-  }
-  ShowNames(ui_->LstInstrment, names, kPlaceholder);
-  for (const auto& [row, number] : unsavedRows) {
-    MarkUnsaved(ui_->LstInstrment->item(row), number);
-  }
+  unsaved_.ShowWith(instruments, ui_->LstInstrment, kPlaceholder);
   MarkDueDates();
   head_->Apply();
   noticesAreDue_.start();
@@ -231,7 +140,7 @@ void frmStationModelList::MarkDueDates() {
       LoadInstrumentFile(Joined(stationFolder_, NameOfEntry(entry)), instrument, file);
       MarkInstrument(entry, instrument);
     };
-    if (!IsUnsaved(entry)) {
+    if (!unsaved_.Contains(entry)) {
       // Choosing an entry that cannot be read says why.
       Guarded(this, read, [](const Error&) {});
     }
@@ -260,29 +169,6 @@ void frmStationModelList::WriteStationInstrumentIndex() {
                                        index_.Merged(shown, ListInstruments(stationFolder_)));
 }
 
-std::vector<CalFileInfo> frmStationModelList::ReadCalFiles(const std::string& model) {
-  std::vector<CalFileInfo> files;
-  if (!model.empty()) {
-    Guarded(this, [&] {
-      const BusyPointer busy;
-      ReadCalFileHeaders(Joined(gCalibrationDir, model),
-                         [&](const CalFileInfo& file) { files.push_back(file); });
-    });
-  }
-  return files;
-}
-
-void frmStationModelList::FillSerialList(std::vector<CalFileInfo> files) {
-  const QSignalBlocker blocker(ui_->cmbSerial);
-  ui_->cmbSerial->clear();
-  for (const CalFileInfo& file : files) {
-    ui_->cmbSerial->addItem(ToQt(file.SerialNumber));
-  }
-  serialFiles_ = std::move(files);
-  ui_->cmbSerial->setCurrentIndex(-1);
-  ui_->cmbSerial->clearEditText();
-}
-
 QListWidgetItem* frmStationModelList::SelectedEntry() const {
   return ui_->LstInstrment->selectedItems().value(0);
 }
@@ -299,7 +185,7 @@ void frmStationModelList::SelectShownEntry() {
 void frmStationModelList::LstInstrment_Click() {
   QListWidgetItem* entry = SelectedEntry();
   // An instrument that was never saved has no file to read again.
-  if (entry != nullptr && !(entry == shownEntry_ && IsUnsaved(entry))) {
+  if (entry != nullptr && !(entry == shownEntry_ && unsaved_.Contains(entry))) {
     ui_->lblNotice->Report(kEntryNotice, "");
     Guarded(this, [&] { LoadInstrument(entry); });
   }
@@ -310,11 +196,11 @@ void frmStationModelList::LstInstrment_Click() {
 void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
   const std::string name = NameOfEntry(entry);
   KeepUnsaved();
-  if (IsUnsaved(entry)) {
+  if (unsaved_.Contains(entry)) {
     ShowUnsaved(entry);
     return;
   }
-  StationInstrument instrument = Shown();
+  StationInstrument instrument = fields_->Values();
   bool isEmpty = false;
   {
     const BusyPointer busy;
@@ -325,8 +211,8 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
     ui_->lblNotice->Report(kEntryNotice,
                            "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
   } else {
-    FillSerialList(ReadCalFiles(instrument.ModelNumber));
-    Show(instrument);
+    fields_->OfferSerials(ReadCalFiles(this, instrument.ModelNumber));
+    fields_->Show(instrument);
     ui_->btnSave->setEnabled(false);
     shownEntry_ = entry;
   }
@@ -346,36 +232,13 @@ void frmStationModelList::ReadShownAgain() {
   }
 }
 
-bool frmStationModelList::IsUnsaved(const QListWidgetItem* entry) const {
-  return entry != nullptr && unsaved_.contains(entry->data(kUnsavedRole).toInt());
-}
-
-void frmStationModelList::MarkUnsaved(QListWidgetItem* entry, int number) {
-  entry->setData(kUnsavedRole, number);
-  UnmarkDueDate(entry);
-  SetEntryIcon(entry, QStyle::SP_MessageBoxWarning);
-  entry->setToolTip("Added and not saved. Press \"Save Instrment Data\".");
-  entry->setData(Qt::AccessibleTextRole, entry->text() + ", not saved");
-}
-
-void frmStationModelList::SetSaved(QListWidgetItem* entry) {
-  unsaved_.erase(entry->data(kUnsavedRole).toInt());
-  for (const int role :
-       {kUnsavedRole, int{Qt::DecorationRole}, int{Qt::ToolTipRole}, int{Qt::AccessibleTextRole}}) {
-    entry->setData(role, QVariant());
-  }
-}
-
 void frmStationModelList::KeepUnsaved() {
-  if (IsUnsaved(shownEntry_)) {
-    unsaved_.at(shownEntry_->data(kUnsavedRole).toInt()).instrument = Shown();
-  }
+  unsaved_.Keep(shownEntry_, fields_->Values());
 }
 
 void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
-  const Unsaved& unsaved = unsaved_.at(entry->data(kUnsavedRole).toInt());
-  FillSerialList(ReadCalFiles(unsaved.name));
-  Show(unsaved.instrument);
+  fields_->OfferSerials(ReadCalFiles(this, unsaved_.NameOf(entry)));
+  fields_->Show(unsaved_.InstrumentOf(entry));
   file_ = StoredFile();
   shownEntry_ = entry;
   editsEnableSave_ = true;
@@ -383,13 +246,7 @@ void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
 }
 
 QString frmStationModelList::OthersUnsaved() const {
-  QStringList names;
-  for (int row = 0; row < ui_->LstInstrment->count(); ++row) {
-    const QListWidgetItem* entry = ui_->LstInstrment->item(row);
-    if (entry != shownEntry_ && IsUnsaved(entry)) {
-      names << entry->text();
-    }
-  }
+  const QStringList names = unsaved_.NamesWithout(shownEntry_, ui_->LstInstrment);
   return names.isEmpty() ? QString()
                          : "These instruments were added but not saved: " + names.join(", ") +
                                ". Yes and No both lose them. To keep them, choose Cancel and save "
@@ -404,15 +261,8 @@ void frmStationModelList::Field_Change() {
 }
 
 void frmStationModelList::ReportNotices() {
-  const StationInstrument shown = Shown();
-  const std::vector<ReadBackNotice> notices = ReadBackNotices(shown);
-  for (std::size_t i = 0; i < boxes_.size(); ++i) {
-    const auto& [field, box] = boxes_[i];
-    const auto found = std::ranges::find(notices, field, &ReadBackNotice::field);
-    const QString text = found == notices.end() ? QString() : ToQt(found->text);
-    MarkBox(box, text);
-    ui_->lblNotice->Report(QString::number(i), text);
-  }
+  fields_->ReportNotices(*ui_->lblNotice);
+  const StationInstrument shown = fields_->Values();
   const std::string entry = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
   const bool isOther =
       !entry.empty() && !shown.ModelNumber.empty() && !EqualsIgnoringCase(entry, shown.ModelNumber);
@@ -423,80 +273,15 @@ void frmStationModelList::ReportNotices() {
                       : QString());
 }
 
-void frmStationModelList::cmbSerial_Click() {
-  const int index = ui_->cmbSerial->currentIndex();
-  if (ui_->cmbSerial->currentText().isEmpty() || index < 0) {
-    return;
-  }
-  ShowCalFile(serialFiles_.at(static_cast<std::size_t>(index)));
-  Field_Change();
-}
-
-void frmStationModelList::ShowCalFile(const CalFileInfo& file) {
-  ui_->txtData_0->setText(ToQt(file.ModelNumber));
-  ui_->txtData_11->setText(ToQt(file.Comment));
-  ui_->txtData_4->setText(ToQt(file.Option));
-  const bool hasDate = file.DueYear != 0 && file.DueMonth != 0 && file.DueDay != 0;
-  ui_->txtData_6->setText(hasDate ? QString::number(file.DueYear) : "2000");
-  ShowText(ui_->cmbCalMonth, hasDate ? ToQt(NumberToMonth(file.DueMonth)) : "JAN");
-  ui_->txtData_8->setText(hasDate ? QString::number(file.DueDay) : "1");
-}
-
 void frmStationModelList::btnAdd_Click() {
-  Guarded(this, [this] { AddInstrument(); });
-}
-
-std::vector<std::string> frmStationModelList::ModelsToPickFrom() {
-  std::vector<std::string> models;
-  // When there are too many models, the user can choose among those that were read.
-  const bool areListed = Guarded(this, [&] {
-    const BusyPointer busy;
-    ListModelFolders(gCalibrationDir, models);
+  Guarded(this, [this] {
+    if (std::optional<PickedInstrument> picked = PickInstrument(this, ui_->LstInstrment)) {
+      ShowAdded(std::move(*picked));
+    }
   });
-  models = ModelsWithData(std::move(models));
-  if (models.empty() && areListed) {
-    CurrentQuestions().Ask(this, {.text = "There is no equipment calibration data.\r\n"
-                                          "It's not possible to add it.",
-                                  .title = "No data is availval."});
-  }
-  return models;
 }
 
-void frmStationModelList::AddInstrument() {
-  const std::vector<std::string> models = ModelsToPickFrom();
-  if (models.empty()) {
-    return;
-  }
-  frmStationGetInstr picker(this);
-  picker.ShowModally(models);
-  if (picker.Result == frmStationGetInstr::kCancelled) {
-    return;
-  }
-  if (!picker.PickedFile()) {
-    throw InstrumentGone();
-  }
-  CalFileInfo picked = *picker.PickedFile();
-  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
-    Tell(this, "This instrment is already exist.");
-    return;
-  }
-  picked.ModelNumber = StationModelOf(picked.ModelNumber);
-  if (HasName(ui_->LstInstrment, picked.ModelNumber)) {
-    Tell(this, "This instrment is already exist.");
-    return;
-  }
-  std::vector<CalFileInfo> files = ReadCalFiles(picked.ModelNumber);
-  int row = picker.Result;
-  if (picker.WasFiltered()) {
-    row = RowOfPicked(*picker.PickedFile(), files);
-  } else if (static_cast<std::size_t>(row) >= files.size()) {
-    throw InstrumentGone();
-  }
-  ShowAdded(picked, std::move(files), row);
-}
-
-void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files,
-                                    int row) {
+void frmStationModelList::ShowAdded(PickedInstrument picked) {
   KeepUnsaved();
   if (!ui_->LstInstrment->isEnabled()) {
     ui_->LstInstrment->clear();
@@ -506,26 +291,16 @@ void frmStationModelList::ShowAdded(const CalFileInfo& picked, std::vector<CalFi
     const QSignalBlocker blocker(ui_->LstInstrment);
     // What was added must be seen.
     head_->ClearFilter();
-    AddName(ui_->LstInstrment, picked.ModelNumber);
+    AddName(ui_->LstInstrment, picked.file.ModelNumber);
     ui_->LstInstrment->setCurrentRow(ui_->LstInstrment->count() - 1);
     head_->Apply();
   }
-  ui_->txtData_0->setText(ToQt(picked.ModelNumber));
-  ui_->txtData_4->setText(ToQt(picked.Option));
-  ui_->txtData_6->setText(QString::number(picked.DueYear));
-  ShowText(ui_->cmbCalMonth, ToQt(NumberToMonth(picked.DueMonth)));
-  ui_->txtData_8->setText(QString::number(picked.DueDay));
-  ui_->txtData_11->setText(ToQt(picked.Comment));
-  FillSerialList(std::move(files));
-  ui_->cmbSerial->setCurrentIndex(row);
-  cmbSerial_Click();
+  fields_->ShowPicked(std::move(picked));
   file_ = StoredFile();
   editsEnableSave_ = true;
   ui_->btnSave->setEnabled(true);
   shownEntry_ = SelectedEntry();
-  const int number = ++lastUnsaved_;
-  unsaved_[number] = {picked.ModelNumber, Shown()};
-  MarkUnsaved(shownEntry_, number);
+  unsaved_.Add(shownEntry_, fields_->Values());
   ui_->lblNotice->Report(kEntryNotice, "");
 }
 
@@ -534,7 +309,7 @@ void frmStationModelList::btnSave_Click() {
 }
 
 frmStationModelList::SaveResult frmStationModelList::Save() {
-  const StationInstrument instrument = Shown();
+  const StationInstrument instrument = fields_->Values();
   SaveResult result = SaveResult::Failed;
   Guarded(
       this,
@@ -558,11 +333,11 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
         }
         index_.WasListed({instrument.ModelNumber});
         ui_->btnSave->setEnabled(false);
-        if (IsUnsaved(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
-          SetSaved(shownEntry_);
+        if (unsaved_.Contains(shownEntry_) && NameOfEntry(shownEntry_) == instrument.ModelNumber) {
+          unsaved_.Saved(shownEntry_);
         }
         QListWidgetItem* saved = EntryOf(ui_->LstInstrment, instrument.ModelNumber);
-        if (saved != nullptr && !IsUnsaved(saved)) {
+        if (saved != nullptr && !unsaved_.Contains(saved)) {
           MarkInstrument(saved, instrument);
           const QSignalBlocker blocker(ui_->LstInstrment);
           head_->Apply();
@@ -619,7 +394,7 @@ void frmStationModelList::DeleteInstrument() {
   KeepUnsaved();
   // If an instrument that was added here and not saved has a file, another user has saved it: that
   // file is not deleted.
-  if (!IsUnsaved(shownEntry_) || NameOfEntry(shownEntry_) != name) {
+  if (!unsaved_.Contains(shownEntry_) || NameOfEntry(shownEntry_) != name) {
     const bool isDeleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
       DeleteInstrumentFile(stationFolder_, name, earlier);
     });
@@ -628,11 +403,11 @@ void frmStationModelList::DeleteInstrument() {
     }
     index_.WasListed({name});
   }
-  std::erase_if(unsaved_, [&](const auto& each) { return each.second.name == name; });
+  unsaved_.Forget(name);
   shownEntry_ = nullptr;
   ui_->lblNotice->Clear();
   RefreshInstrumentList();
-  EmptyFields();
+  fields_->Empty();
 }
 
 void frmStationModelList::btnClear_Click() {
@@ -657,7 +432,7 @@ void frmStationModelList::ClearInstruments() {
     });
   });
   if (deleted) {
-    unsaved_.clear();
+    unsaved_.Clear();
     shownEntry_ = nullptr;
     ui_->lblNotice->Clear();
   }
@@ -665,9 +440,7 @@ void frmStationModelList::ClearInstruments() {
   if (!deleted) {
     return;
   }
-  for (QLineEdit* box : txtData_) {
-    box->clear();
-  }
+  fields_->ClearTexts();
   ui_->btnSave->setEnabled(false);
   Tell(this, "Current station data delete completed.");
 }
@@ -713,51 +486,6 @@ bool frmStationModelList::MayLeave() {
              .detail = OthersUnsaved()});
   // After an invalid date the screen closes without saving; after a failed save it stays open.
   return answer == QMessageBox::No || (answer == QMessageBox::Yes && Save() != SaveResult::Failed);
-}
-
-StationInstrument frmStationModelList::Shown() const {
-  const auto text = [](const QLineEdit* box) { return FromQt(box->text()); };
-  return {.ModelNumber = text(ui_->txtData_0),
-          .SerialNumber = FromQt(ui_->cmbSerial->currentText()),
-          .AddressType = FromQt(ui_->cmbAddressType->currentText()),
-          .Address = text(ui_->txtData_2),
-          .Station = text(ui_->txtData_3),
-          .Options = text(ui_->txtData_4),
-          .Availability = text(ui_->txtData_5),
-          .DueDay = text(ui_->txtData_8),
-          .DueMonth = FromQt(ui_->cmbCalMonth->currentText()),
-          .DueYear = text(ui_->txtData_6),
-          .Asset = text(ui_->txtData_9),
-          .Trace = text(ui_->txtData_10),
-          .Comment = text(ui_->txtData_11),
-          .CalData = text(ui_->txtData_12)};
-}
-
-void frmStationModelList::Show(const StationInstrument& instrument) {
-  ui_->txtData_0->setText(ToQt(instrument.ModelNumber));
-  ShowText(ui_->cmbSerial, ToQt(instrument.SerialNumber));
-  ShowText(ui_->cmbAddressType, ToQt(instrument.AddressType));
-  ui_->txtData_2->setText(ToQt(instrument.Address));
-  ui_->txtData_3->setText(ToQt(instrument.Station));
-  ui_->txtData_4->setText(ToQt(instrument.Options));
-  ui_->txtData_5->setText(ToQt(instrument.Availability));
-  ui_->txtData_8->setText(ToQt(instrument.DueDay));
-  ShowText(ui_->cmbCalMonth, ToQt(instrument.DueMonth));
-  ui_->txtData_6->setText(ToQt(instrument.DueYear));
-  ui_->txtData_9->setText(ToQt(instrument.Asset));
-  ui_->txtData_10->setText(ToQt(instrument.Trace));
-  ui_->txtData_11->setText(ToQt(instrument.Comment));
-  ui_->txtData_12->setText(ToQt(instrument.CalData));
-}
-
-void frmStationModelList::EmptyFields() {
-  for (QLineEdit* box : txtData_) {
-    box->clear();
-  }
-  ShowText(ui_->cmbAddressType, kNoAddressType);
-  ui_->cmbSerial->setCurrentIndex(-1);
-  ui_->cmbSerial->clearEditText();
-  ShowText(ui_->cmbCalMonth, "JAN");
 }
 
 }  // namespace tarvell

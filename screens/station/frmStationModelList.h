@@ -4,25 +4,22 @@
 #ifndef TARVELL_SCREENS_STATION_FRMSTATIONMODELLIST_H
 #define TARVELL_SCREENS_STATION_FRMSTATIONMODELLIST_H
 
-#include <QComboBox>
 #include <QDialog>
-#include <QLineEdit>
 #include <QListWidgetItem>
 #include <QTimer>
 
-#include <array>
-#include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "core/caldata/mTypeDef.h"
 #include "core/station/StationFiles.h"
 #include "core/station/StationIndex.h"
+#include "screens/station/InstrumentPick.h"
+#include "screens/station/UnsavedInstruments.h"
 
 namespace tarvell {
 
+class InstrumentFields;
 class ListHead;
 
 namespace Ui {
@@ -57,14 +54,12 @@ class frmStationModelList final : public QDialog {
 
   void LstInstrment_Click();
   void Field_Change();
-  void cmbSerial_Click();
   void btnAdd_Click();
   void btnDelete_Click();
   void btnClear_Click();
   void btnSave_Click();
   void btnReturn_Click();
 
-  void SetUpFields();
   /// Reports on the notice line which values would be read back differently, and which file Save
   /// and Delete act on when it is not the selected one.
   void ReportNotices();
@@ -73,9 +68,6 @@ class frmStationModelList final : public QDialog {
   void ReadInstrumentList();
   void ShowInstruments(const std::vector<std::string>& instruments);
   void WriteStationInstrumentIndex();
-  /// Reads the headers of a model's data files; shows an error for those that cannot be read.
-  std::vector<CalFileInfo> ReadCalFiles(const std::string& model);
-  void FillSerialList(std::vector<CalFileInfo> files);
   [[nodiscard]] QListWidgetItem* SelectedEntry() const;
   /// Selects the entry whose instrument the fields show.
   void SelectShownEntry();
@@ -84,24 +76,16 @@ class frmStationModelList final : public QDialog {
   [[nodiscard]] std::string ShownFile() const;
   /// Reads the list and the shown instrument again.
   void ReadShownAgain();
-  /// Whether the entry's instrument was added and not saved.
-  [[nodiscard]] bool IsUnsaved(const QListWidgetItem* entry) const;
   /// Marks the entries by the due dates in their files.
   void MarkDueDates();
   static void MarkInstrument(QListWidgetItem* entry, const StationInstrument& instrument);
-  static void MarkUnsaved(QListWidgetItem* entry, int number);
-  void SetSaved(QListWidgetItem* entry);
   /// If the fields show an instrument that is not saved, keeps their contents.
   void KeepUnsaved();
   void ShowUnsaved(QListWidgetItem* entry);
   /// A sentence about the other instruments that are not saved; "" when there are none.
   [[nodiscard]] QString OthersUnsaved() const;
-  /// The models with data files; shows a message when there are none.
-  [[nodiscard]] std::vector<std::string> ModelsToPickFrom();
-  void AddInstrument();
-  /// Adds a new instrument to the list and shows it. `files` are the data files of its model;
-  /// `row` is the index of the chosen one.
-  void ShowAdded(const CalFileInfo& picked, std::vector<CalFileInfo> files, int row);
+  /// Adds a new instrument to the list and shows it.
+  void ShowAdded(PickedInstrument picked);
   /// Loads the current entry, unless it is the shown one.
   void OpenByKey();
   /// Makes the entry of the shown instrument the current one, then deletes as the button does. Does
@@ -118,25 +102,12 @@ class frmStationModelList final : public QDialog {
   bool MayLeave();
   SaveResult Save();
 
-  [[nodiscard]] StationInstrument Shown() const;
-  void Show(const StationInstrument& instrument);
-  void ShowCalFile(const CalFileInfo& file);
-  void EmptyFields();
-
   std::unique_ptr<Ui::frmStationModelList> ui_;
   ListHead* head_;
-  std::array<QLineEdit*, 11> txtData_{};
+  InstrumentFields* fields_;
   QTimer noticesAreDue_;
-  std::vector<std::pair<std::string StationInstrument::*, QLineEdit*>> boxes_;
-  /// An instrument that was added and not saved, and the name of its entry.
-  struct Unsaved {
-    std::string name;
-    StationInstrument instrument;
-  };
-  std::map<int, Unsaved> unsaved_;  ///< by the number stored in the entry
-  int lastUnsaved_ = 0;
+  UnsavedInstruments unsaved_;
   QListWidgetItem* shownEntry_ = nullptr;  ///< the entry whose instrument the fields show
-  std::vector<CalFileInfo> serialFiles_;   ///< the data file of each entry of cmbSerial
   std::string stationFolder_;
   StoredFile file_;               ///< of the shown instrument
   StationIndex index_;            ///< merges the list with what others wrote to INDEX

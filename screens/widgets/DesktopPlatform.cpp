@@ -148,10 +148,11 @@ std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
   }
   std::error_code code;
   const std::filesystem::path whole = std::filesystem::absolute(path, code);
-  if (code || !MayChange(whole.parent_path())) {
-    return std::make_error_code(std::errc::permission_denied);
+  if (!code) {
+    // Otherwise the error would be that of the copy in the trash.
+    code = MayChange(whole.parent_path());
   }
-  return MoveToTrash(path, *trash);
+  return code ? code : MoveToTrash(path, *trash);
 }
 
 }  // namespace tarvell

@@ -49,7 +49,8 @@ const std::array kKnownMessages = {
     "(No station has an instrument that could be|Nothing has to be) updated.*",
     "The file does not begin like a data file\\. .*",
     // What is chosen, and files that are replaced.
-    "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\.",
+    "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\."
+    "(\n\n.+ has an outline, but is not selected\\. .*)?",
     "The chosen (data set|instrument) is not in the .+ any more\\. .*",
     "The file .+ (holds data without a serial number|holds the data of another serial number, "
     "\".+\"|has changed since it was opened here|with this serial number already exists)\\. Do you "
@@ -72,6 +73,7 @@ const std::array kKnownMessages = {
     "(There are no numbers to paste\\.|What is to be pasted has \\d+ points\\.) .*",
     "\".+\" can be read as .+ or as .+\\.\n\nIs the (point|comma) in it a decimal "
     "(point|comma)\\?.*",
+    "The copied lines have \\d+ columns?(: one is missing)?\\. Copy .*",
     "Line \\d+.*\n\nCorrect them in the spreadsheet, then copy and paste again\\.",
     "Line \\d+: (It has \\d+ columns, and the table has \\d+|The table has no value in this "
     "place\\.|There is no value\\.|The character \".+\" in \".+\" cannot be stored in a data "

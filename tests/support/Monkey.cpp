@@ -170,26 +170,37 @@ void Monkey::UseBox(QMessageBox& box) {
 void Monkey::UseFileDialog(QWidget& dialog) {
   // Only its text box: its lists could rename and delete files outside the test.
   const auto* files = qobject_cast<QFileDialog*>(&dialog);
-  const bool folders = files->fileMode() == QFileDialog::Directory;
-  // An export could be written outside the test.
-  if (hands_.Chance(30) || files->acceptMode() == QFileDialog::AcceptSave) {
+  const bool saves = files->acceptMode() == QFileDialog::AcceptSave;
+  if (hands_.Chance(30)) {
     hands_.Key(&dialog, Qt::Key_Escape);
     return;
   }
-  std::string path = hands_.AnyOf(folders ? places_.folders : places_.files);
-  if (folders) {
-    // The two trees must differ, or each would contain files of the other.
-    path += dialog.windowTitle().contains("station") ? "/stations" : "/calfactors";
-  }
+  const std::string path = saves ? NewExport() : FileToChoose(*files);
   hands_.Note("choose " + path);
   dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(path));
-  QPushButton* open =
-      dialog.findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
+  QPushButton* open = dialog.findChild<QDialogButtonBox*>("buttonBox")
+                          ->button(saves ? QDialogButtonBox::Save : QDialogButtonBox::Open);
   if (open->isEnabled()) {
+    hands_.NoteUse(saves ? "a file exported" : "a file chosen");
     hands_.Click(*open, open->rect().center());
   } else {
     hands_.Key(&dialog, Qt::Key_Escape);
   }
+}
+
+std::string Monkey::FileToChoose(const QFileDialog& dialog) {
+  if (dialog.fileMode() != QFileDialog::Directory) {
+    return hands_.AnyOf(places_.files);
+  }
+  // The two trees must differ, or each would contain files of the other.
+  return hands_.AnyOf(places_.folders) +
+         (dialog.windowTitle().contains("station") ? "/stations" : "/calfactors");
+}
+
+/// A file that does not exist: the dialog would ask whether to replace it.
+std::string Monkey::NewExport() {
+  static const std::vector<std::string> kEndings = {".csv", ".json", ""};
+  return places_.exports + "/" + std::to_string(hands_.Done()) + hands_.AnyOf(kEndings);
 }
 
 void Monkey::UseMainMenu(QWidget& menu) {

@@ -4,6 +4,7 @@
 #ifndef TARVELL_TESTS_SUPPORT_MONKEY_H
 #define TARVELL_TESTS_SUPPORT_MONKEY_H
 
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
@@ -24,6 +25,7 @@ struct MonkeyPlaces {
   QString stationDir;
   std::vector<std::string> files;    ///< native, for the file dialog
   std::vector<std::string> folders;  ///< native; their "calfactors" and "stations" are picked
+  std::string exports = {};          ///< native; the folder for what is exported
 };
 
 /// Uses the whole program at random: keys, clicks, wheel, clipboard, closing and resizing windows,
@@ -50,6 +52,8 @@ class Monkey {
   void UsePopup(QWidget& popup);
   void UseBox(QMessageBox& box);
   void UseFileDialog(QWidget& dialog);
+  [[nodiscard]] std::string FileToChoose(const QFileDialog& dialog);
+  [[nodiscard]] std::string NewExport();
   void UseMainMenu(QWidget& menu);
   void UseAnyScreen(QWidget& top);
   void PressButton(QWidget& top);

@@ -77,6 +77,7 @@ bool PressFeatureKey(RandomHands& hands, QWidget& top) {
       Qt::CTRL | Qt::Key_F};
   const QKeyCombination key = hands.AnyOf(kFeatureKeys);
   QWidget* focus = QApplication::focusWidget();
+  hands.NoteUse(QKeySequence(key).toString(QKeySequence::PortableText));
   hands.Key(focus != nullptr ? focus : &top, key.key(), key.keyboardModifiers());
   return true;
 }
@@ -113,6 +114,36 @@ bool PasteTable(RandomHands& hands, QWidget& top) {
   if (IsOnTop(screen)) {
     hands.Key(grid, Qt::Key_V, Qt::ControlModifier);
   }
+  return true;
+}
+
+/// Undoes or redoes a step in the table: in a field of the header, the keys are for its text.
+bool UndoOrRedo(RandomHands& hands, QWidget& top) {
+  const QPointer<CalEditor> editor(qobject_cast<CalEditor*>(&top));
+  CalGrid* grid = TableOf(top);
+  if (!editor || grid == nullptr) {
+    return false;
+  }
+  grid->setFocus();
+  const int before = editor->History().index();
+  hands.Key(grid, Qt::Key_Z,
+            hands.Chance(60) ? Qt::KeyboardModifiers(Qt::ControlModifier)
+                             : Qt::ControlModifier | Qt::ShiftModifier);
+  if (editor && editor->History().index() != before) {
+    hands.NoteUse(editor->History().index() < before ? "a step undone" : "a step redone");
+  }
+  return true;
+}
+
+/// Opens the dialog that chooses a certificate.
+bool ImportCertificate(RandomHands& hands, QWidget& top) {
+  auto* entry = top.findChild<QAction*>("mnuImport");
+  if (entry == nullptr || qobject_cast<CalEditor*>(&top) == nullptr) {
+    return false;
+  }
+  hands.Note("choose " + entry->objectName().toStdString());
+  hands.NoteUse(entry->objectName());
+  entry->trigger();
   return true;
 }
 
@@ -160,9 +191,9 @@ bool LeaveDraft(RandomHands& hands, QWidget& top) {
 }  // namespace
 
 bool UseFeature(RandomHands& hands, QWidget& top) {
-  static constexpr std::array kFeatures = {&ClickFeature, &NarrowList,  &PressFeatureKey,
-                                           &DeletePoints, &PasteTable,  &OpenDataSet,
-                                           &LeaveDraft,   &ClickFeature};
+  static constexpr std::array kFeatures = {
+      &ClickFeature, &NarrowList, &PressFeatureKey,   &DeletePoints, &PasteTable,
+      &OpenDataSet,  &LeaveDraft, &ImportCertificate, &UndoOrRedo,   &ClickFeature};
   bool isUsed = false;
   for (std::size_t tries = 0; !isUsed && tries < kFeatures.size(); ++tries) {
     isUsed = hands.AnyOf(kFeatures)(hands, top);

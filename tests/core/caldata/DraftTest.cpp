@@ -138,6 +138,32 @@ TEST_F(Drafts, AreOfferedForTheirDataSetOnly) {
   EXPECT_EQ(OfferedFactor(DataSetDrafts("PX12A", odd, kNow)), "3");
 }
 
+TEST_F(Drafts, OfANewCalibrationAreApartFromThoseOfTheDataAsTheyAre) {
+  const auto open = [](DraftKind kind) { return DataSetDrafts("PX12A", kFile, kNow, kind); };
+  EXPECT_FALSE(open(DraftKind::Data).HasDraftsOfOtherKind());
+  {
+    DataSetDrafts calibration = open(DraftKind::NewCalibration);
+    calibration.Write(StateOf("2"), kNow);
+    EXPECT_FALSE(open(DraftKind::Data).HasDraftsOfOtherKind()) << "another program shows it";
+  }
+  EXPECT_EQ(open(DraftKind::Data).Offered(), nullptr);
+  EXPECT_TRUE(open(DraftKind::Data).HasDraftsOfOtherKind());
+  EXPECT_FALSE(DataSetDrafts("PX12A", "", kNow).HasDraftsOfOtherKind());
+  EXPECT_EQ(OfferedFactor(open(DraftKind::NewCalibration)), "2");
+  EXPECT_FALSE(open(DraftKind::NewCalibration).HasDraftsOfOtherKind());
+  Leave("1");
+  EXPECT_EQ(OfferedFactor(open(DraftKind::Data)), "1");
+  EXPECT_TRUE(open(DraftKind::NewCalibration).HasDraftsOfOtherKind());
+}
+
+TEST_F(Drafts, CanBeOpenedByTheirUserOnly) {
+  Leave("1");
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(Folder()).permissions(), perms::owner_all);
+  EXPECT_EQ(std::filesystem::status(Folder() / Names().at(0)).permissions(),
+            perms::owner_read | perms::owner_write);
+}
+
 // Not by the times: two computers may have different clocks.
 TEST_F(Drafts, SayWhetherTheFileIsAnotherOne) {
   tree_.Write(kFile, "one");

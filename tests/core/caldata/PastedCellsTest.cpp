@@ -102,6 +102,10 @@ TEST_F(Pasting, RefusesWhatIsNoNumberAndNamesTheLineAndTheValue) {
     ExpectRefused("7\n8\n" + value + "\n9", ErrorKind::Type, 3, {"is not a number (in pF)"});
   }
   ExpectRefused("7\n12,5", ErrorKind::Type, 2, {"\"12,5\""});
+  ExpectRefused("Capacitance\n1", ErrorKind::Type, 1,
+                {"\"Capacitance\" is not a number (in pF). If it is a caption, copy only the "
+                 "values below it."});
+  ExpectRefused("1\n2 98.5", ErrorKind::Type, 2, {"Copy several columns from a spreadsheet"});
   ExpectRefused("1\0"sv, ErrorKind::Type, 1, {"\"1 \""});
   // The beginning of a long value is shown.
   ExpectRefused(std::string(1000, 'x'), ErrorKind::Type, 1,

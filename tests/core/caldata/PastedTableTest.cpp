@@ -77,15 +77,26 @@ class PastingTables : public testing::Test {
 };
 
 TEST_F(PastingTables, AreToldFromBlocksByTheirColumns) {
-  const PointColumns sensor = {"MHz"};
-  EXPECT_TRUE(IsPointTable("50\t100", sensor));
-  EXPECT_TRUE(IsPointTable("Title\n50\t100\n", sensor));
-  EXPECT_TRUE(IsPointTable("50\t100\t0.5", sensor));
-  EXPECT_FALSE(IsPointTable("100\n99\n", sensor));
-  EXPECT_FALSE(IsPointTable("100\t \n99\t\n", sensor));
-  EXPECT_FALSE(IsPointTable("", sensor));
-  EXPECT_TRUE(IsPointTable("10\t5E7\t10.01", {}));
-  EXPECT_FALSE(IsPointTable("10.01\t10.02", {}));
+  EXPECT_TRUE(IsPointTable("50\t100"));
+  EXPECT_TRUE(IsPointTable("Title\n50\t100\n"));
+  EXPECT_TRUE(IsPointTable("10\t5E7\t10.01"));
+  EXPECT_TRUE(IsPointTable("50;100\n"));
+  EXPECT_FALSE(IsPointTable("100\n99\n"));
+  EXPECT_FALSE(IsPointTable("100\t \n99\t\n"));
+  EXPECT_FALSE(IsPointTable(""));
+}
+
+TEST_F(PastingTables, HaveTheColumnsOfAPoint) {
+  UseSensorInGHz();
+  EXPECT_EQ(Shown(Paste("GHz;%\n0,05;99,5\n2;98,5\n")),
+            (Lines{"* 0.0500 99.5 <- 100.0", "? 1.0000 99.0 <- 99.0", "+ 2.0000 98.5",
+                   "? 12.4000 98.84 <- 98.84"}));
+  ExpectRefused("0.05\t100\t0.6\n1\t99\t0.7\t0.8",
+                {"have 4 columns. Copy only those of the frequency and the factor."});
+  Use("PX60H", {});
+  ExpectRefused("5E7\t10.01", {"have 2 columns: one is missing. Copy those of the setting, the "
+                               "frequency and the value, or only the values."});
+  ExpectRefused("10\t5E7\t10.01\t0.1", {"Copy only those of the setting, the frequency and the"});
 }
 
 TEST_F(PastingTables, PutEachPointInItsPlaceInAnyOrder) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -545,6 +546,58 @@ TEST_F(CellBox, LiesOverTheCellAndFollowsIt) {
         bar->setValue(value);
         expectOver(10);
       }
+    }
+  });
+}
+
+// ---- Screen readers.
+
+/// The visible text boxes and drop-down lists in the tree below `part`. Checks on the way that each
+/// part is a child of its parent.
+std::vector<QObject*> BoxesIn(QAccessibleInterface& part) {
+  std::vector<QObject*> boxes;
+  for (int i = 0; i < part.childCount(); ++i) {
+    QAccessibleInterface* child = part.child(i);
+    EXPECT_NE(child, nullptr);
+    // Cells and captions are no objects.
+    if (child == nullptr || child->object() == nullptr || child->state().invisible) {
+      continue;
+    }
+    EXPECT_EQ(child->parent(), &part);
+    EXPECT_EQ(part.indexOfChild(child), i);
+    const bool isBox =
+        child->role() == QAccessible::EditableText || child->role() == QAccessible::ComboBox;
+    if (isBox) {
+      boxes.push_back(child->object());
+    } else {
+      const auto inner = BoxesIn(*child);
+      boxes.insert(boxes.end(), inner.begin(), inner.end());
+    }
+  }
+  return boxes;
+}
+
+TEST_P(CellEditing, AScreenReaderFindsTheOpenBoxesInTheTreeOfTheTable) {
+  Edit([](CalEditor& editor) {
+    CalGrid& grid = GridOf(editor);
+    QAccessibleInterface& table = *QAccessible::queryAccessibleInterface(&grid);
+    EXPECT_EQ(table.role(), QAccessible::Table);
+    const int cells = table.childCount();
+    ClickCell(grid, 2, 1);
+    EXPECT_EQ(BoxesIn(table), std::vector<QObject*>{});
+    Press(Qt::Key_F2);
+    EXPECT_EQ(BoxesIn(table), std::vector<QObject*>{&CellBoxOf(editor)});
+    EXPECT_EQ(table.focusChild()->object(), &CellBoxOf(editor));
+    const QPoint inBox = CellBoxOf(editor).mapToGlobal(QPoint(2, 2));
+    EXPECT_EQ(table.childAt(inBox.x(), inBox.y())->object(), grid.viewport());
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(table.childCount(), cells);
+    EXPECT_EQ(table.tableInterface()->cellAt(1, 1)->text(QAccessible::Name).toStdString(),
+              CellOf(grid, 2, 1));
+    if (HasPages()) {
+      ClickCell(grid, 2, 2);
+      Press(Qt::Key_F2);
+      EXPECT_EQ(BoxesIn(table).size(), 2U) << "the number and its unit";
     }
   });
 }

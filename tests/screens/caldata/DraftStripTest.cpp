@@ -111,9 +111,11 @@ TEST_P(DraftOf, WhatWasTypedBeforeRestoreIsOfferedNext) {
   New([](CalEditor& editor) { Fill(editor, "txtSerial", "first"); });
   New([&](CalEditor& editor) {
     Fill(editor, "txtSerial", "second");
+    EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().endsWith(" for first."));
     Click(editor, "btnRestore");
     EXPECT_EQ(TextOf(editor, "txtSerial"), "first");
     EXPECT_TRUE(IsOffered(editor));
+    EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().endsWith(" for second."));
     Click(editor, "btnRestore");
     EXPECT_EQ(TextOf(editor, "txtSerial"), "second");
     ASSERT_EQ(Drafts().size(), 2U);
@@ -128,6 +130,25 @@ TEST_P(DraftOf, WhatWasTypedBeforeRestoreIsOfferedNext) {
     discarded += ReadNative(entry.path());
   }
   EXPECT_NE(discarded.find("Serial number: first\r\n"), std::string::npos) << discarded;
+}
+
+TEST_P(DraftOf, ANewCalibrationIsOfferedToNewCalibrationsOnly) {
+  tree_.Write(Path(), Bytes(header_));
+  NewCalibration([](CalEditor& editor) { TypeAndEscape(editor, 1, "91"); });
+  EditAgain([](CalEditor& editor) {
+    EXPECT_FALSE(IsOffered(editor));
+    EXPECT_TRUE(HasNotice(editor, "choose New calibration."));
+    TypeAndEscape(editor, 1, "92");
+  });
+  NewCalibration([](CalEditor& editor) {
+    EXPECT_TRUE(HasNotice(editor, "choose Edit."));
+    Find<QLineEdit>(editor, "txtCalNo").setFocus();
+    Click(editor, "btnRestore");
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Stored(1, "91"));
+    EXPECT_TRUE(GridOf(editor).hasFocus()) << "Ctrl+Z takes the draft back";
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(CellOf(GridOf(editor), 1, 1), Stored(1, "91"));
+  });
 }
 
 TEST_P(DraftOf, TheEditorIsOfferedAgainWhenRestoringItWasUndone) {

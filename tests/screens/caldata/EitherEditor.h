@@ -85,6 +85,11 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
     gCalFiles[0].FilePath = Path();
     Show(0, act);
   }
+  /// Begins a new calibration of the file as it is.
+  void NewCalibration(const Act& act) {
+    gCalFiles[0].FilePath = Path();
+    Show(0, act, CalEditor::Begin::NewCalibration);
+  }
   /// Edits new data whose template has the header `header_`. Makes the folder of the model first.
   void New(const Act& act) {
     WriteTemplate(Code(), Bytes(header_));
@@ -97,9 +102,10 @@ class EitherEditor : public TabEditorFixture, public testing::WithParamInterface
   std::unique_ptr<CalEditor> editor_;
 
  private:
-  void Show(std::int16_t index, const Act& act) {
+  void Show(std::int16_t index, const Act& act,
+            CalEditor::Begin begin = CalEditor::Begin::AsSaved) {
     user_.Within<CalEditor>(act);
-    editor_->SetupDat(index, Code());
+    editor_->SetupDat(index, Code(), begin);
   }
 };
 

@@ -121,6 +121,7 @@ TEST_F(Workflow, APowerSensorIsAddedCorrectedAndDeleted) {
     TypeCell(editor, 3, 1, "97.26");
     Press(Qt::Key_Tab);  // Add Calibration Point
     Press(Qt::Key_Tab);  // Delete Calibration Point
+    Press(Qt::Key_Tab);  // File
     Press(Qt::Key_Tab);  // OK
     Press(Qt::Key_Space);
   });

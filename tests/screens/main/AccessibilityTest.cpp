@@ -109,7 +109,7 @@ const std::vector<Screen> kScreens = {
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT520C", look); }},
     {"frmCalDataTabInputOfResistors", "Capacitor and resistor sets",
      [](const Look& look) { LookAtEditor<frmCalDataTabInput>("RT730A", look); }},
-    {"PastePreview", nullptr,
+    {"PastePreview", "A table from a certificate",
      [](const Look& look) {
        const PastedTable table = {
            .rows = {{PastedRow::Change::Updated, {"50.00", "100.0"}, {"50.00", "99.9"}},
@@ -238,7 +238,7 @@ bool EndsTheScreen(const QWidget& control) {
   return caption == "ok" || caption == "cancel" || caption == "close" || caption == "exit";
 }
 
-/// Whether a button is for the whole screen: one that ends it, or the menu below those.
+/// Whether a button is for the whole screen: one that ends it, or the menu before those.
 bool IsForTheWholeScreen(const QWidget& control) {
   return EndsTheScreen(control) || control.objectName() == "btnFile";
 }
@@ -400,7 +400,9 @@ TEST_P(Accessibility, TabGoesThroughEveryControlInReadingOrderAndBack) {
       const QRect before = PlaceOf(*walk[i - 1]);
       const QRect next = PlaceOf(*walk[i]);
       // The buttons for the whole screen come last, wherever they are.
-      const bool isInOrder = next.top() > before.bottom() || next.left() > before.right();
+      // From a table, a Tab too many leads to the menu and not to OK.
+      const bool isInOrder = next.top() > before.bottom() || next.left() > before.right() ||
+                             walk[i - 1]->objectName() == "btnFile";
       const bool ends = IsForTheWholeScreen(*walk[i]);
       const bool endedBefore = IsForTheWholeScreen(*walk[i - 1]);
       EXPECT_TRUE((isInOrder || (ends && !endedBefore)) && (ends || !endedBefore))

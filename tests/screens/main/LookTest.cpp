@@ -8,6 +8,7 @@
 #include <cstdlib>
 
 #include "screens/caldata/CalGrid.h"
+#include "screens/caldata/PastePreview.h"
 #include "screens/widgets/DateBoxes.h"
 #include "screens/widgets/NameList.h"
 #include "screens/widgets/NoticeLine.h"
@@ -91,6 +92,60 @@ TEST(MarkedBox, ShowsItsTextBesideTheMark) {
   MarkBox(&box, "");
   EXPECT_EQ(DarkDots(box), before);
   EXPECT_EQ(box.accessibleDescription(), "The day.");
+}
+
+// ---- The preview of a paste.
+
+QImage PictureOf(QTableWidget& table, int row, int column) {
+  return table.viewport()->grab(table.visualItemRect(table.item(row, column))).toImage();
+}
+
+/// Away from text and lines.
+QColor BackgroundOf(const QImage& cell) {
+  return cell.pixelColor(3, 3);
+}
+
+/// The number of pixels that text or a line covers.
+int Ink(const QImage& cell) {
+  constexpr int kClear = 150;
+  int dots = 0;
+  for (int x = 0; x < cell.width() - 2; ++x) {
+    for (int y = 0; y < cell.height() - 2; ++y) {
+      dots += Distance(cell.pixelColor(x, y), BackgroundOf(cell)) > kClear ? 1 : 0;
+    }
+  }
+  return dots;
+}
+
+// In dark colours, too. The values are the same, so that only their looks differ.
+TEST(PastePreview, PaintsChangedRemovedAndDefaultValuesInTheirOwnWays) {
+  constexpr int kBefore = 1;
+  constexpr int kAfter = 2;
+  using Change = PastedRow::Change;
+  const PastedTable table = {
+      .rows = {{Change::Unchanged, {"1.00", "99.9"}, {"1.00", "99.9"}},
+               {Change::Updated, {"2.00", "98.0"}, {"2.00", "99.9"}},
+               {Change::Missing, {"3.00", "99.9"}, {"3.00", "99.9"}},
+               {Change::Unchanged, {"4.00", "99.9"}, {"4.00", "99.9"}, true}},
+      .frequencyUnit = "MHz"};
+  const QPalette usual = QApplication::palette();
+  for (const QPalette& palette : {usual, QPalette(QColor(0x30, 0x30, 0x30))}) {
+    QApplication::setPalette(palette);
+    PastePreview preview(table, {"Frequency  [MHz]", "Calibration factor[%]"}, nullptr);
+    preview.show();
+    auto& shown = *preview.findChild<QTableWidget*>("tblPreview");
+    const QImage plain = PictureOf(shown, 0, kAfter);
+    const QImage changed = PictureOf(shown, 1, kAfter);
+    EXPECT_GT(Distance(BackgroundOf(changed), BackgroundOf(plain)), 30) << "a tint";
+    EXPECT_GT(Ink(changed), 1.1 * Ink(plain)) << "bold";
+    const QImage kept = PictureOf(shown, 2, kBefore);
+    EXPECT_EQ(Ink(kept), Ink(PictureOf(shown, 0, kBefore)));
+    EXPECT_NE(PictureOf(shown, 3, kBefore), kept) << "italic";
+    EXPECT_EQ(shown.item(3, kBefore)->data(Qt::AccessibleTextRole), "99.9 (not entered)");
+    preview.findChild<QCheckBox*>("chkRemove")->setChecked(true);
+    EXPECT_GT(Ink(PictureOf(shown, 2, kBefore)), 1.1 * Ink(kept)) << "struck out";
+  }
+  QApplication::setPalette(usual);
 }
 
 // ---- Sizes.

@@ -104,8 +104,14 @@ TEST_F(UserSettings, HoldTheDataSetThatWasSavedLast) {
     Click(editor, "btnOk");
   });
   RunMenu();
-  AtMenu([this](frmCalibrationMain&) {
+  AtMenu([this](frmCalibrationMain& at) {
     Press(Qt::Key_Return);
+    questions_.ExpectNotice("No calibration data is selected.");
+    Click(at, "btnEdit");
+    EXPECT_EQ(questions_.details.back().toStdString(),
+              "2 has an outline, but is not selected. To select it, press the space key in the "
+              "list.");
+    Find<QListWidget>(at, "lstSerialNumber").setFocus();
     user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
       EXPECT_EQ(TextOf(editor, "txtSerial"), "2");
       editor.reject();
