@@ -126,9 +126,10 @@ bool UndoOrRedo(RandomHands& hands, QWidget& top) {
   }
   grid->setFocus();
   const int before = editor->History().index();
+  const bool redoes = editor->History().canRedo() && hands.Chance(60);
   hands.Key(grid, Qt::Key_Z,
-            hands.Chance(60) ? Qt::KeyboardModifiers(Qt::ControlModifier)
-                             : Qt::ControlModifier | Qt::ShiftModifier);
+            redoes ? Qt::ControlModifier | Qt::ShiftModifier
+                   : Qt::KeyboardModifiers(Qt::ControlModifier));
   if (editor && editor->History().index() != before) {
     hands.NoteUse(editor->History().index() < before ? "a step undone" : "a step redone");
   }
