@@ -137,7 +137,7 @@ TEST_F(Printing, PrintsAVersionOfTheHistory) {
   QByteArray pages;
   QBuffer paper(&pages);
   paper.open(QIODevice::WriteOnly);
-  frmHistory history(FindModel("PX12A"), kPath, frmHistory::Use::LookOnly, nullptr);
+  frmHistory history({.path = kPath, .model = FindModel("PX12A")}, nullptr);
   history.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&history));
   questions_.ExpectPrinter("Calibration data of PX12A 3318A12345", &paper);
