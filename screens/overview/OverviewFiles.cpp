@@ -11,12 +11,14 @@
 #include <vector>
 
 #include "core/files/SaveFile.h"
+#include "core/paper/SurveyPaper.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/survey/DueCalendar.h"
 #include "core/survey/SurveyTable.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
+#include "screens/widgets/PaperOutput.h"
 #include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
@@ -54,6 +56,11 @@ OverviewFiles::OverviewFiles(Overview overview)
        .filter = tr("Calendars|*.ics"),
        .name = "due.ics",
        .bytes = [this] { return DueCalendar(overview_.rows().All(), CurrentPlatform().Now()); }});
+  AddPaperEntries(overview_.menu, overview_.screen, [this] {
+    CheckIsWhole();
+    return PaperWork{.document = SurveyOnPaper(overview_.rows(), overview_.today()),
+                     .fileName = "overview.pdf"};
+  });
 }
 
 void OverviewFiles::Add(const char* name, const QString& caption, const Format& format) {
@@ -63,12 +70,16 @@ void OverviewFiles::Add(const char* name, const QString& caption, const Format& 
           [this, format] { Guarded(overview_.screen, [&] { Save(format); }); });
 }
 
-void OverviewFiles::Save(const Format& format) {
+void OverviewFiles::CheckIsWhole() const {
   if (!overview_.isWhole()) {
-    Tell(overview_.screen, tr("Not all files have been read: what is saved now would lack rows. "
-                              "Wait until all have been read, or press F5 to read them again."));
-    return;
+    throw Error(ErrorKind::Index,
+                "Not all files have been read: what is saved or printed now would lack rows. Wait "
+                "until all have been read, or press F5 to read them again.");
   }
+}
+
+void OverviewFiles::Save(const Format& format) {
+  CheckIsWhole();
   cFileDialog dialog;
   dialog.SetCaption(format.title);
   dialog.SetFilter(format.filter);

@@ -17,7 +17,7 @@ namespace tarvell {
 
 class NoticeLine;
 
-/// The menu of the overview that saves its table as a file.
+/// The menu of the overview that saves its table as a file and prints it.
 class OverviewFiles final : public QObject {
   Q_OBJECT
 
@@ -29,6 +29,7 @@ class OverviewFiles final : public QObject {
     std::function<const ShownRows&()> rows;
     /// Whether these are the rows of all files.
     std::function<bool()> isWhole;
+    std::function<FileDate()> today;
   };
   explicit OverviewFiles(Overview overview);
 
@@ -40,6 +41,8 @@ class OverviewFiles final : public QObject {
     std::function<std::string()> bytes;
   };
   void Add(const char* name, const QString& caption, const Format& format);
+  /// Throws if rows are missing.
+  void CheckIsWhole() const;
   void Save(const Format& format);
 
   Overview overview_;

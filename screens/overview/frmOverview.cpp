@@ -92,7 +92,8 @@ void frmOverview::SetUpFiles() {
                      .menu = menu,
                      .notices = ui_->notices,
                      .rows = [this]() -> const ShownRows& { return ui_->tblRows->Model().Rows(); },
-                     .isWhole = [this] { return isFinished_ && couldLook_; }});
+                     .isWhole = [this] { return isFinished_ && couldLook_; },
+                     .today = [this] { return order_.today; }});
   connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
     menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
   });

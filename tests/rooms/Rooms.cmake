@@ -19,7 +19,7 @@ set(core/curves core/caldata core/files core/numbers core/platform core/text)
 set(core/survey core/caldata core/curves core/dates core/files core/history core/numbers
   core/platform core/station core/text)
 set(core/paper core/caldata core/curves core/dates core/files core/history core/numbers
-  core/platform core/session core/text)
+  core/platform core/session core/survey core/text)
 set(EVERY_CORE_ROOM core/caldata core/curves core/dates core/files core/history core/numbers
   core/paper core/platform core/session core/station core/survey core/text)
 set(exchange core/caldata core/dates core/files core/numbers core/platform core/text)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QSpinBox>
@@ -271,10 +272,9 @@ TEST_F(Overview, ShowsTheFirstRowAndTakesKeysWhileFilesAreRead) {
     Type("zz");
     Settle();
     EXPECT_EQ(rows.rowCount(), 0);
-    for (const char* button : {"Save the table as CSV...", "Save all due dates as a calendar..."}) {
-      questions_.ExpectNotice(
-          "Not all files have been read: what is saved now would lack rows. Wait until all have "
-          "been read, or press F5 to read them again.");
+    for (const char* button : {"Save the table as CSV...", "Save all due dates as a calendar...",
+                               "Print...", "Save as PDF..."}) {
+      questions_.ExpectError({"Not all files have been read", "press F5 to read them again"});
       ClickInMenu(overview, "btnFile", button);
     }
     questions_.ExpectNotice("Wait until all files have been read, or press F5 to read them again.");
@@ -283,6 +283,17 @@ TEST_F(Overview, ShowsTheFirstRowAndTakesKeysWhileFilesAreRead) {
     AwaitEnd(overview);
     EXPECT_EQ(Column(overview, SurveyColumn::Model), Texts{"ZZ9"});
   });
+}
+
+TEST_F(Overview, PrintsTheRowsThatItShows) {
+  QByteArray pages;
+  QBuffer paper(&pages);
+  paper.open(QIODevice::WriteOnly);
+  AtFilled([&](frmOverview& /*overview*/) {
+    questions_.ExpectPrinter("Overview of the calibrations", &paper);
+    Press(Qt::Key_P, Qt::ControlModifier);
+  });
+  EXPECT_EQ(pages.count("/Type /Page\n"), 1);
 }
 
 TEST_F(Overview, CanBeCancelledAndReadAgain) {
