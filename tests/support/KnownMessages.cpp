@@ -48,6 +48,7 @@ const std::array kKnownMessages = {
     "(No row is selected|There is no screen for this folder or list)\\..*",
     "(No station has an instrument that could be|Nothing has to be) updated.*",
     "The file does not begin like a data file\\. .*",
+    "The file is in the old style, without the header lines of a data file, .*",
     // What is chosen, and files that are replaced.
     "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\."
     "(\n\n.+ has an outline, but is not selected\\. .*)?",

@@ -179,11 +179,13 @@ bool LeaveDraft(RandomHands& hands, QWidget& top) {
   hands.TypeText(*grid, QString::number(90 + hands.Below(20)));
   constexpr int kEscapes = 2;
   for (int pressed = 0; pressed < kEscapes && IsOnTop(screen); ++pressed) {
-    if (hands.Chance(50) && pressed == 0) {
-      hands.Key(QApplication::focusWidget(), Qt::Key_Return);
-    }
-    if (IsOnTop(screen) && QApplication::focusWidget() != nullptr) {
-      hands.Key(QApplication::focusWidget(), Qt::Key_Escape);
+    const bool isStored = hands.Chance(50) && pressed == 0;
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+      // No control has the focus for a moment after a box was closed.
+      QWidget* focus = QApplication::focusWidget();
+      if ((key == Qt::Key_Escape || isStored) && IsOnTop(screen) && focus != nullptr) {
+        hands.Key(focus, key);
+      }
     }
   }
   return true;
