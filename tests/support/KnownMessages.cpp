@@ -112,6 +112,7 @@ constexpr const char* kFailures =
 bool IsKnownMessage(const QString& text) {
   static const std::vector<QRegularExpression> patterns = [] {
     std::vector<QRegularExpression> made;
+    made.reserve(kKnownMessages.size());
     for (const char* pattern : kKnownMessages) {
       made.emplace_back(QRegularExpression::anchoredPattern(kFailures + QString(pattern)),
                         QRegularExpression::DotMatchesEverythingOption);

@@ -17,7 +17,7 @@ namespace {
 
 /// Whether the user still sees this screen: an act may have opened a box or closed the screen.
 bool IsOnTop(const QPointer<QWidget>& screen) {
-  return screen && screen->isVisible() && QApplication::activePopupWidget() == nullptr &&
+  return screen != nullptr && screen->isVisible() && QApplication::activePopupWidget() == nullptr &&
          (QApplication::activeModalWidget() == nullptr ||
           QApplication::activeModalWidget() == screen);
 }
