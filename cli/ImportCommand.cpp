@@ -10,9 +10,9 @@
 
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/OpenedDataSet.h"
-#include "core/caldata/SetPages.h"
 #include "core/curves/SlipLimits.h"
 #include "core/dates/Months.h"
 #include "core/files/FileNames.h"
@@ -73,8 +73,9 @@ std::vector<std::string> Texts(const std::vector<ReadingQuestion>& questions) {
 
 /// What a new data set still lacks, a sentence each. It is not saved with the template's values in
 /// its place: nobody would see that they are no measured ones.
-std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after,
-                               const ImportPlan& plan, const cifCaldata& data) {
+std::vector<std::string> Lacks(const Model& model, const Certificate& certificate,
+                               const EditorState& after, const ImportPlan& plan,
+                               const cifCaldata& data) {
   std::vector<std::string> lacks;
   if (after.header.serialNumber.empty()) {
     lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
@@ -85,16 +86,17 @@ std::vector<std::string> Lacks(const Certificate& certificate, const EditorState
   if (!certificate.header.dueDate) {
     lacks.emplace_back("The certificate names no due date. Give it with --due.");
   }
-  const bool hasPages = data.GetCalPageCount() > 1;
-  for (std::int16_t page = 0; hasPages && page < data.GetCalPageCount(); ++page) {
-    const bool isHidden = page == kOptionPage && after.option && !*after.option;
+  if (!HasPages(model)) {
+    return lacks;
+  }
+  for (const std::int16_t page : ShownPages(after)) {
     const auto planned = std::ranges::find(plan.pages, page, &PagePlan::page);
     const std::size_t missing = planned == plan.pages.end()
                                     ? after.pages.at(static_cast<std::size_t>(page)).rows.size()
                                     : static_cast<std::size_t>(std::ranges::count(
                                           planned->rows, Change::Missing,
                                           [](const PlannedRow& row) { return row.row.change; }));
-    if (missing > 0 && !isHidden) {
+    if (missing > 0) {
       lacks.push_back("The certificate has no values for " + std::to_string(missing) +
                       " rows of the page " + Quoted(data.GetCalPageName(page)) +
                       ". Import it in the editor of the program, and enter them there.");
@@ -170,7 +172,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   const EditorState after = AfterImport(now, plan, true);
   std::vector<std::string> lacks;
   if (plan.HasValues()) {
-    lacks = Lacks(certificate, after, plan, *data);
+    lacks = Lacks(model, certificate, after, plan, *data);
   }
   ReportEach(console, order.file, plan.notes);
   ReportEach(console, order.file, lacks);
