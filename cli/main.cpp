@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "core/platform/Shell.h"
 
 int main(int argc, char** argv) {
   tarvell::cli::SystemConsole console;
-  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const std::vector<std::string> arguments = tarvell::StartInShell(argc, argv);
   const int status = tarvell::cli::RunCommandLine(arguments, std::time(nullptr), console);
   // A list that could not be written is no answer.
   return console.Close() ? status : tarvell::cli::kCouldNotLook;

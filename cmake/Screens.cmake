@@ -86,7 +86,6 @@ add_library(tarvell_screens STATIC
   screens/widgets/PaperOutput.cpp
   screens/widgets/PaperPainter.cpp
   screens/widgets/PaleSelection.cpp screens/widgets/PaleSelection.h
-  screens/widgets/ProgramLibrary.cpp
   screens/widgets/Questions.cpp
   screens/widgets/ScreenReaders.cpp
   screens/widgets/ScreenSize.cpp
@@ -96,29 +95,49 @@ add_library(tarvell_screens STATIC
   screens/widgets/cFileDialog.cpp
   screens/widgets/frmInput.cpp screens/widgets/frmInput.h screens/widgets/frmInput.ui)
 set_target_properties(tarvell_screens PROPERTIES AUTOMOC ON AUTOUIC ON)
-qt_add_resources(tarvell_screens images PREFIX / FILES
-  images/calendar.svg images/tarvell.svg images/tarvell-16.svg)
 target_link_libraries(tarvell_screens PUBLIC tarvell_core tarvell_exchange Qt6::Widgets PRIVATE tarvell_warnings)
 target_precompile_headers(tarvell_screens PRIVATE <QtWidgets> <array> <functional> <memory> <string>
   <string_view> <vector>)
 
-# Loaded from the folder of the executable when the first curve is shown.
-add_library(tarvell_curve MODULE screens/curve/PlotView.cpp screens/curve/QcpPlot.cpp)
-set_target_properties(tarvell_curve PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
-  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_include_directories(tarvell_curve PRIVATE ${CMAKE_SOURCE_DIR})
+# Loaded when the first curve is shown, and when the user prints: from the folder of the executable,
+# unless the toolkit is a part of the executable.
+set(TARVELL_LIBRARIES tarvell_curve tarvell_paper)
+if(WIN32)
+  set(library_type STATIC)
+else()
+  set(library_type MODULE)
+  set(TARVELL_LIBRARY_FILES ${TARVELL_LIBRARIES})
+endif()
+add_library(tarvell_curve ${library_type} screens/curve/PlotView.cpp screens/curve/QcpPlot.cpp)
 target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
   tarvell_warnings)
-
-# Loaded from there when the user prints.
-add_library(tarvell_paper MODULE screens/paper/PrinterDialog.cpp)
-set_target_properties(tarvell_paper PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
-  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-target_include_directories(tarvell_paper PRIVATE ${CMAKE_SOURCE_DIR})
+add_library(tarvell_paper ${library_type} screens/paper/PrinterDialog.cpp)
 target_link_libraries(tarvell_paper PRIVATE Qt6::PrintSupport Qt6::Widgets tarvell_warnings)
+foreach(library IN LISTS TARVELL_LIBRARIES)
+  target_include_directories(${library} PRIVATE ${CMAKE_SOURCE_DIR})
+endforeach()
+foreach(library IN LISTS TARVELL_LIBRARY_FILES)
+  set_target_properties(${library} PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+endforeach()
+
+if(WIN32)
+  target_sources(tarvell_screens PRIVATE app/BuiltInLibraries.cpp)
+  target_link_libraries(tarvell_screens PRIVATE ${TARVELL_LIBRARIES})
+  qt_add_resources(tarvell_screens images PREFIX / FILES ${TARVELL_PIXEL_PICTURES})
+else()
+  target_sources(tarvell_screens PRIVATE screens/widgets/ProgramLibrary.cpp)
+  qt_add_resources(tarvell_screens images PREFIX / FILES
+    images/calendar.svg images/tarvell.svg images/tarvell-16.svg)
+endif()
 
 add_executable(tarvell app/main.cpp)
 target_link_libraries(tarvell PRIVATE tarvell_screens tarvell_warnings)
+if(WIN32)
+  # No console window beside the program's own.
+  set_target_properties(tarvell PROPERTIES WIN32_EXECUTABLE ON)
+  describe_executable(tarvell tarvell "Editor for calibration data")
+endif()
 
 # The templates are beside the executable, both after the build and after installing.
 file(GLOB TARVELL_TEMPLATES CONFIGURE_DEPENDS templates/Temp*)
@@ -140,12 +159,20 @@ add_custom_command(OUTPUT ${TARVELL_HANDBOOK}/handbook.html
   COMMAND ${CMAKE_SOURCE_DIR}/scripts/handbook ${CMAKE_SOURCE_DIR}/docs ${TARVELL_HANDBOOK}
   VERBATIM)
 add_custom_target(handbook ALL DEPENDS ${TARVELL_HANDBOOK}/handbook.html)
-add_dependencies(tarvell tarvell_curve tarvell_paper templates handbook)
+add_dependencies(tarvell ${TARVELL_LIBRARIES} templates handbook)
+
+if(WIN32)
+  # One folder holds everything.
+  install(TARGETS tarvell RUNTIME DESTINATION .)
+  install(FILES ${TARVELL_TEMPLATES} DESTINATION .)
+  install(DIRECTORY ${TARVELL_HANDBOOK} DESTINATION .)
+  return()
+endif()
 
 # The executable finds the templates in its own folder, links resolved; the link puts it on the
 # path.
 set(TARVELL_PROGRAM_FOLDER ${CMAKE_INSTALL_LIBDIR}/tarvell)
-install(TARGETS tarvell tarvell_curve tarvell_paper RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER}
+install(TARGETS tarvell ${TARVELL_LIBRARY_FILES} RUNTIME DESTINATION ${TARVELL_PROGRAM_FOLDER}
   LIBRARY DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(FILES ${TARVELL_TEMPLATES} DESTINATION ${TARVELL_PROGRAM_FOLDER})
 install(DIRECTORY ${TARVELL_HANDBOOK} DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvell)

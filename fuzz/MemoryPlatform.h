@@ -164,6 +164,7 @@ class MemoryPlatform final : public Platform {
   std::error_code Recycle(const Path& /*path*/) override {
     return Failure(std::errc::not_supported);
   }
+  bool HasRecycleBin() override { return false; }
 
   std::string UserName() override { return "anna"; }
   std::string HostName() override { return "bench3"; }
@@ -172,6 +173,7 @@ class MemoryPlatform final : public Platform {
   Path UserFolder() override { return "/user"; }
   Path DriveFolder() override { return "/drives"; }
   std::string WindowsDirectory() override { return "c:\\windows"; }
+  std::string OwnWindowsDirectory() override { return {}; }
   bool QueryOSVersion(OSVersionRecord& /*record*/) override { return false; }
 
  private:

@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
   }
   for (const std::filesystem::path& path : files) {
     // When a run ends here, its last line names the input.
-    std::puts(path.c_str());
+    std::puts(path.string().c_str());
     static_cast<void>(std::fflush(stdout));
     std::ifstream file(path, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

@@ -13,6 +13,7 @@
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -187,7 +188,7 @@ bool ListModelFolders(const std::string& root, std::vector<std::string>& names) 
       });
   names.clear();
   for (const std::string& entry : entries) {
-    names.push_back(HoldsEntries(native / entry) ? ToUpper(entry) : "*");
+    names.push_back(HoldsEntries(native / SystemName(entry)) ? ToUpper(entry) : "*");
   }
   if (names.empty()) {
     names.emplace_back("*");

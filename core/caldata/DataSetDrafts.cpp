@@ -12,6 +12,7 @@
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
 #include "core/platform/Error.h"
+#include "core/platform/SystemName.h"
 
 namespace tarvell {
 
@@ -116,7 +117,7 @@ void DataSetDrafts::Find(std::int64_t now) {
 }
 
 void DataSetDrafts::Consider(const std::string& name, std::int64_t now) {
-  Held held{.path = folder_ / name};
+  Held held{.path = folder_ / SystemName(name)};
   const bool isDraft = name.ends_with(kDraftEnding);
   const bool isMeant = isDraft && name.starts_with(name_);
   const bool isOfOtherKind = isDraft && !otherName_.empty() && name.starts_with(otherName_);
@@ -223,7 +224,8 @@ void DataSetDrafts::TakeName() {
   MakeFolders(folder_);
   std::error_code code;
   for (int number = 1; number <= std::numeric_limits<std::int16_t>::max(); ++number) {
-    Held held{.path = folder_ / (name_ + std::to_string(number) + std::string(kDraftEnding))};
+    Held held{.path =
+                  folder_ / SystemName(name_ + std::to_string(number) + std::string(kDraftEnding))};
     code = Lock(held);
     EntryFacts facts;
     if (!code) {

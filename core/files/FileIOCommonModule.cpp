@@ -6,6 +6,7 @@
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 
 namespace tarvell {
 
@@ -36,7 +37,7 @@ void Recycle(std::string_view path) {
 }
 
 void RecycleEntry(std::string_view folder, const std::string& name) {
-  RecycleNative(NativePath(folder) / name, Joined(folder, name));
+  RecycleNative(NativePath(folder) / SystemName(name), Joined(folder, name));
 }
 
 }  // namespace tarvell

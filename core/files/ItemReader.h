@@ -12,6 +12,7 @@
 
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 
 namespace tarvell {
 
@@ -111,7 +112,7 @@ auto ReadFirstItems(const FoundEntry& entry, std::string shown, const Read& read
       throw;
     }
   }
-  ItemReader whole(entry.folder / entry.name, beginning.Path());
+  ItemReader whole(entry.folder / SystemName(entry.name), beginning.Path());
   return read(whole);
 }
 

@@ -10,6 +10,7 @@
 
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -73,14 +74,14 @@ std::string NameInFolder(const std::filesystem::path& folder, const std::string&
 }  // namespace
 
 std::filesystem::path NativePath(std::string_view path) {
-  std::filesystem::path native;
+  std::filesystem::path native = DriveFolder();
+  if (native.empty()) {
+    // A system with drive letters takes the path as it is: its names have no case, too.
+    return SystemName(path.empty() ? "." : path);
+  }
   bool rooted = true;
   const bool onDrive = BeginsWithDrive(path);
   if (onDrive) {
-    native = DriveFolder();
-    if (native.empty()) {
-      return path;
-    }
     native /= std::string(1, LowerCase(path[0]));
     path.remove_prefix(2);
   } else if (IsRelative(path)) {
@@ -92,7 +93,7 @@ std::filesystem::path NativePath(std::string_view path) {
   const std::vector<std::string> components = Components(path, rooted);
   std::filesystem::path exact = native;
   for (const std::string& component : components) {
-    exact /= component;
+    exact /= SystemName(component);
   }
   if (EntryExists(exact)) {
     return exact;
@@ -102,8 +103,8 @@ std::filesystem::path NativePath(std::string_view path) {
     static_cast<void>(CurrentPlatform().MakeFolder(native));
   }
   for (const std::string& component : components) {
-    const bool isExact = EntryExists(native / component);
-    native /= isExact ? component : NameInFolder(native, component);
+    const std::filesystem::path name = SystemName(component);
+    native /= EntryExists(native / name) ? name : SystemName(NameInFolder(native, component));
   }
   return native;
 }

@@ -15,6 +15,7 @@
 #include "core/files/SaveFile.h"
 #include "core/history/Sha256.h"
 #include "core/platform/Error.h"
+#include "core/platform/SystemName.h"
 #include "core/platform/Waiting.h"
 #include "core/text/Text.h"
 
@@ -58,7 +59,7 @@ std::string FreeName(const std::filesystem::path& versions, const HistoryEvent& 
   const std::string user = "-" + FileNamePart(event.user);
   std::string name = time + user;
   EntryFacts facts;
-  for (int number = 2; !CurrentPlatform().Facts(versions / name, facts) &&
+  for (int number = 2; !CurrentPlatform().Facts(versions / SystemName(name), facts) &&
                        (facts.kind != EntryKind::None || facts.isLink);
        ++number) {
     name = time + "." + std::to_string(number) + user;
@@ -176,7 +177,8 @@ void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
     MakeLastingFolder(versions.parent_path());
     MakeLastingFolder(versions);
     event.kept = FreeName(versions, event);
-    Check(SaveNativeFile(versions / event.kept, *before), "write the file", versions / event.kept);
+    const std::filesystem::path kept = versions / SystemName(event.kept);
+    Check(SaveNativeFile(kept, *before), "write the file", kept);
   }
   const std::filesystem::path journal = place.Journal();
   Check(AppendLine(journal, JournalLine(event)), "write the journal", journal);
@@ -198,7 +200,7 @@ void SaveWithHistory(const std::string& path, std::string_view bytes, std::strin
 
 void DeleteWithHistory(std::string_view folder, const std::string& name, Earlier earlier) {
   std::optional<HistoryWriter> writer;
-  const std::filesystem::path native = NativePath(folder) / name;
+  const std::filesystem::path native = NativePath(folder) / SystemName(name);
   if (earlier == Earlier::Keep) {
     const HistoryPlace place = {native.parent_path().parent_path(),
                                 native.parent_path().filename().string(), name};
@@ -212,13 +214,13 @@ void DeleteFolderWithHistory(std::string_view root, const std::string& name,
                              std::string_view except, Earlier earlier) {
   std::optional<HistoryWriter> writer;
   HistoryPlace place = {NativePath(root), name, ""};
-  const std::filesystem::path folder = place.root / name;
+  const std::filesystem::path folder = place.root / SystemName(name);
   const EntryFacts facts = FactsOf(folder);
   if (earlier == Earlier::Keep && facts.kind == EntryKind::Folder && !facts.isLink) {
     writer.emplace(place);
     for (std::string& file : NamesIn(folder, except)) {
       place.name = std::move(file);
-      NoteDeletion(*writer, place, folder / place.name);
+      NoteDeletion(*writer, place, folder / SystemName(place.name));
     }
   }
   RecycleEntry(root, name);

@@ -21,6 +21,7 @@
 #include "core/history/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -233,13 +234,14 @@ std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string
   const std::string tree = PathText(place.Tree());
   for (const std::string& name : NamesIn(place.Tree())) {
     const bool isWanted = folder.empty() || EqualsIgnoringCase(name, folder);
-    if (!isWanted || FactsOf(place.Tree() / name).kind != EntryKind::Folder) {
+    const std::filesystem::path files = place.Tree() / SystemName(name);
+    if (!isWanted || FactsOf(files).kind != EntryKind::Folder) {
       continue;
     }
-    for (const std::string& file : NamesIn(place.Tree() / name)) {
+    for (const std::string& file : NamesIn(files)) {
       const std::string path = Joined(Joined(root, name), file);
       const EntryFacts facts = FactsOf(NativePath(path));
-      const std::set<std::string> kept = NamesIn(place.Tree() / name / file);
+      const std::set<std::string> kept = NamesIn(files / SystemName(file));
       if (facts.kind == EntryKind::None && !facts.isLink && !kept.empty()) {
         const auto event = events.find(ToUpper(name + "/" + file));
         deleted.push_back({path, Joined(Joined(Joined(tree, name), file), *kept.rbegin()),

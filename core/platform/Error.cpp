@@ -38,7 +38,7 @@ constexpr std::string_view kRefused =
 constexpr std::string_view kDevice =
     "it is a device or a pipe, not a file. Rename or remove it, then try again.";
 
-constexpr std::array<Explanation, 14> kExplanations = {{
+constexpr std::array<Explanation, 15> kExplanations = {{
     {std::errc::not_a_directory, ErrorKind::NotFound,
      "where a folder is expected, there is something else. Check the folder, then try again."},
     {std::errc::no_such_file_or_directory, ErrorKind::NotFound,
@@ -66,6 +66,8 @@ constexpr std::array<Explanation, 14> kExplanations = {{
      "it is larger than any data file. Put the right file in its place, then try again."},
     {std::errc::too_many_symbolic_link_levels, ErrorKind::NotAFile,
      "a link on the way to it leads to itself. Remove that link, then try again."},
+    {std::errc::device_or_resource_busy, ErrorKind::System,
+     "another program has it open. Close it there, then try again."},
     {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},
 }};
 

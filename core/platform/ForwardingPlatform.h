@@ -87,10 +87,12 @@ class ForwardingPlatform : public Platform {
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override {
     return target_.Recycle(path);
   }
+  [[nodiscard]] bool HasRecycleBin() override { return target_.HasRecycleBin(); }
   [[nodiscard]] std::filesystem::path ProgramFolder() override { return target_.ProgramFolder(); }
   [[nodiscard]] std::filesystem::path DriveFolder() override { return target_.DriveFolder(); }
   [[nodiscard]] std::filesystem::path UserFolder() override { return target_.UserFolder(); }
   [[nodiscard]] std::string WindowsDirectory() override { return target_.WindowsDirectory(); }
+  [[nodiscard]] std::string OwnWindowsDirectory() override { return target_.OwnWindowsDirectory(); }
   [[nodiscard]] std::string UserName() override { return target_.UserName(); }
   [[nodiscard]] std::string HostName() override { return target_.HostName(); }
   [[nodiscard]] std::time_t Now() override { return target_.Now(); }

@@ -5,27 +5,21 @@
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <climits>
-#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <pwd.h>
-#include <sstream>
 #include <sys/stat.h>
-#include <sys/utsname.h>
 #include <unistd.h>
 #include <utility>
+
+#include "core/platform/SharedNames.h"
 
 namespace tarvell {
 
 namespace {
 
-constexpr std::string_view kTemporaryPrefix = ".tarvell-";
-constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr int kLinkLimit = 40;
-constexpr std::size_t kUserBuffer = 16384;  // as large as the longest entry of a user
 constexpr auto kSameOwner = static_cast<uid_t>(-1);
 
 std::error_code LastError() {
@@ -145,23 +139,10 @@ class LinuxLock : public HeldLock {
   Descriptor descriptor_;
 };
 
-/// The value of an environment variable that names a folder, "" unless that is a whole path.
-std::filesystem::path FolderFrom(const char* variable) {
-  const char* value = std::getenv(variable);  // NOLINT(concurrency-mt-unsafe): one thread
-  const std::filesystem::path folder = value == nullptr ? "" : value;
-  return folder.is_absolute() ? folder : std::filesystem::path();
-}
-
 /// The folder that an entry is in, "." for a path without a separator.
 std::filesystem::path FolderHolding(const std::filesystem::path& path) {
   const std::filesystem::path folder = path.parent_path();
   return folder.empty() ? "." : folder;
-}
-
-bool IsTemporary(std::string_view name) {
-  return name.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
-         name.substr(0, kTemporaryPrefix.size()) == kTemporaryPrefix &&
-         name.substr(name.size() - kTemporarySuffix.size()) == kTemporarySuffix;
 }
 
 /// The permissions of a folder that a group shares (set-group-ID), 0 for any other folder. New
@@ -358,7 +339,7 @@ std::error_code LinuxPlatform::Lock(const std::filesystem::path& path, std::uint
   struct flock place {};
   place.l_type = F_WRLCK;
   place.l_whence = SEEK_SET;
-  place.l_start = static_cast<off_t>(number);
+  place.l_start = static_cast<off_t>(kFirstLockedByte + number);
   place.l_len = 1;
   // Such a lock belongs to the open file, not to the process: it ends when the file is closed.
   if (::fcntl(descriptor.Number(), F_OFD_SETLK, &place) != 0) {
@@ -460,60 +441,8 @@ std::error_code LinuxPlatform::Recycle(const std::filesystem::path& path) {
   return !code && removed == 0 ? std::make_error_code(std::errc::no_such_file_or_directory) : code;
 }
 
-std::filesystem::path LinuxPlatform::ProgramFolder() {
-  std::error_code code;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", code);
-  return program.parent_path();
-}
-
-std::filesystem::path LinuxPlatform::DriveFolder() {
-  return "/var/lib/tarvell/drives";
-}
-
-std::filesystem::path LinuxPlatform::UserFolder() {
-  const std::filesystem::path data = FolderFrom("XDG_DATA_HOME");
-  if (!data.empty()) {
-    return data / "tarvell";
-  }
-  const std::filesystem::path home = FolderFrom("HOME");
-  return home.empty() ? home : home / ".local" / "share" / "tarvell";
-}
-
-std::string LinuxPlatform::WindowsDirectory() {
-  return "c:\\windows";
-}
-
-std::string LinuxPlatform::UserName() {
-  const uid_t user = ::geteuid();
-  std::array<char, kUserBuffer> buffer{};
-  struct passwd entry {};
-  struct passwd* found = nullptr;
-  const bool isKnown =
-      ::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr;
-  return isKnown ? entry.pw_name : std::to_string(user);
-}
-
-std::string LinuxPlatform::HostName() {
-  struct utsname name {};
-  return ::uname(&name) == 0 ? static_cast<const char*>(name.nodename) : "";
-}
-
-std::time_t LinuxPlatform::Now() {
-  return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-}
-
-bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
-  struct utsname name {};
-  if (::uname(&name) != 0) {
-    return false;
-  }
-  record = OSVersionRecord();
-  record.systemName = static_cast<const char*>(name.sysname);
-  std::istringstream release(static_cast<const char*>(name.release));
-  char dot = '.';
-  const bool isKnown = static_cast<bool>(release >> record.major >> dot >> record.minor);
-  release >> dot >> record.build;
-  return isKnown;
+bool LinuxPlatform::HasRecycleBin() {
+  return false;
 }
 
 }  // namespace tarvell

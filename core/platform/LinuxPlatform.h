@@ -47,12 +47,14 @@ class LinuxPlatform : public Platform {
   [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
                                        const SearchVisitor& visit) override;
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;
+  [[nodiscard]] bool HasRecycleBin() override;
 
   [[nodiscard]] std::filesystem::path ProgramFolder() override;
   [[nodiscard]] std::filesystem::path DriveFolder() override;
   /// $XDG_DATA_HOME/tarvell, by default ~/.local/share/tarvell.
   [[nodiscard]] std::filesystem::path UserFolder() override;
   [[nodiscard]] std::string WindowsDirectory() override;
+  [[nodiscard]] std::string OwnWindowsDirectory() override;
   [[nodiscard]] std::string UserName() override;
   [[nodiscard]] std::string HostName() override;
   [[nodiscard]] std::time_t Now() override;

@@ -5,8 +5,6 @@
 
 #include <utility>
 
-#include "core/platform/LinuxPlatform.h"
-
 namespace tarvell {
 
 namespace {
@@ -17,15 +15,6 @@ Platform*& ChosenPlatform() {
 }
 
 }  // namespace
-
-std::filesystem::path RootFolder() {
-  return "/";
-}
-
-Platform& SystemPlatform() {
-  static LinuxPlatform system;
-  return system;
-}
 
 Platform& CurrentPlatform() {
   Platform* chosen = ChosenPlatform();

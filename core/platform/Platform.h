@@ -14,6 +14,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "core/platform/SystemName.h"
+
 namespace tarvell {
 
 /// An ordinary file open for reading from its start.
@@ -107,8 +109,8 @@ struct OSVersionRecord {
 /// What the operating system does for the program. A survey reads and searches in a thread of its
 /// own, at the same time as the screens use the object. Paths of the system are
 /// std::filesystem::path; NativePath in Paths.h makes one from a path of the program. Only its
-/// implementations and RootFolder assume a particular system. Tests replace it, to make a step
-/// fail.
+/// implementations, SystemName.h and Shell.h assume a particular system. Tests replace it, to make
+/// a step fail.
 class Platform {
  public:
   Platform() = default;
@@ -126,7 +128,7 @@ class Platform {
   /// again.
   [[nodiscard]] virtual std::error_code OpenFound(const FoundEntry& entry,
                                                   std::unique_ptr<InputFile>& file) {
-    return OpenForReading(entry.folder / entry.name, file);
+    return OpenForReading(entry.folder / SystemName(entry.name), file);
   }
   /// Creates an empty temporary file with a unique name in `folder`. Searches leave it out. A
   /// killed program may leave one. Nobody removes it, because it could belong to another operator's
@@ -180,6 +182,8 @@ class Platform {
   /// Moves a file, or a folder with its contents, to the recycle bin. Where there is no recycle
   /// bin, deletes it. A link is deleted, never what it leads to.
   [[nodiscard]] virtual std::error_code Recycle(const std::filesystem::path& path) = 0;
+  /// Whether this system has a recycle bin of its own. If not, the desktop may have one.
+  [[nodiscard]] virtual bool HasRecycleBin() = 0;
 
   // The system.
 
@@ -193,6 +197,9 @@ class Platform {
   [[nodiscard]] virtual std::filesystem::path UserFolder() = 0;
   /// The Windows directory, as a path of the program.
   [[nodiscard]] virtual std::string WindowsDirectory() = 0;
+  /// The folder that takes its place for a user who may not write there, as a path of the program.
+  /// It may not exist. "" where every user needs the Windows directory.
+  [[nodiscard]] virtual std::string OwnWindowsDirectory() = 0;
   /// The name of the user who runs the program, or a number where the user has no name.
   [[nodiscard]] virtual std::string UserName() = 0;
   /// The name of this computer, "" where it has none.

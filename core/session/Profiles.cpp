@@ -24,12 +24,32 @@ namespace {
 
 constexpr const char* kDefaultCalibrationDir = "c:\\calfactors";
 constexpr const char* kDefaultStationDir = "c:\\stations";
+constexpr const char* kIniName = "tarvell.ini";
 constexpr int kCalibrationItem = 8;
 constexpr int kStationItem = 11;
 constexpr std::size_t kKeyLength = 4;  // "Dir="
 
+/// The file in the folder of a user who may not write into the Windows directory; "" where there is
+/// no such folder.
+std::string OwnIniPath() {
+  const std::string folder = CurrentPlatform().OwnWindowsDirectory();
+  return folder.empty() ? folder : Joined(folder, kIniName);
+}
+
+bool IsThere(const std::string& path) {
+  EntryFacts facts;
+  return !path.empty() && !CurrentPlatform().Facts(NativePath(path), facts) &&
+         facts.kind == EntryKind::File;
+}
+
+/// The file to read: a user's own is newer.
 std::string IniPath() {
-  return Joined(GetWindowsDir(), "tarvell.ini");
+  const std::string own = OwnIniPath();
+  return IsThere(own) ? own : Joined(GetWindowsDir(), kIniName);
+}
+
+bool MayWriteInto(const std::string& folder) {
+  return !CurrentPlatform().MayChange(NativePath(folder));
 }
 
 /// The directory in an item of the file. The file is in UTF-8 or, if it is from an older system, in
@@ -95,10 +115,14 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir) {
   stationDir = DirectoryOf(item, areUtf8, kDefaultStationDir);
 }
 
-void WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {
-  // On a system without drive letters the directory may be missing.
-  if (!FolderExists(GetWindowsDir())) {
-    MakeFolder(GetWindowsDir());
+std::string WriteProfile(const std::string& calibrationDir, const std::string& stationDir) {
+  const std::string own = OwnIniPath();
+  const bool ownIsFirst = !own.empty() && !IsThere(own) && !MayWriteInto(GetWindowsDir());
+  const std::string path = ownIsFirst ? own : IniPath();
+  const std::string folder(FolderOf(path));
+  // On a system without drive letters the Windows directory may be missing, too.
+  if (!FolderExists(folder)) {
+    MakeFolder(folder);
   }
   FileText text;
   for (const std::string& line :
@@ -108,7 +132,10 @@ void WriteProfile(const std::string& calibrationDir, const std::string& stationD
         std::string("[Stations]"), "Dir=" + stationDir}) {
     text.RawLine(line);
   }
-  SaveFile(IniPath(), text.Bytes());
+  SaveFile(path, text.Bytes());
+  return ownIsFirst ? "You have no permission to write into " + GetWindowsDir() +
+                          ", so the two directories are remembered for you alone, in " + own + "."
+                    : std::string();
 }
 
 }  // namespace tarvell

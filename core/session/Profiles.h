@@ -23,8 +23,10 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir);
 [[nodiscard]] std::string CalibrationDirNotice(std::string_view directory);
 [[nodiscard]] std::string StationDirNotice(std::string_view directory);
 
-/// Writes the whole file with the roots exactly as given. Throws the error of a failed save.
-void WriteProfile(const std::string& calibrationDir, const std::string& stationDir);
+/// Writes the whole file with the roots exactly as given. Throws the error of a failed save. Where
+/// the system has another place for users who may not write into the Windows directory, it is used
+/// then; the first time, this returns a notice that says so, otherwise "".
+std::string WriteProfile(const std::string& calibrationDir, const std::string& stationDir);
 
 }  // namespace tarvell
 

@@ -24,6 +24,7 @@
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/platform/SystemName.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
@@ -213,7 +214,7 @@ void LeaveOutIndex(const std::filesystem::path& folder, std::vector<std::string>
     index = std::ranges::find_if(
         names, [](const std::string& name) { return EqualsIgnoringCase(name, kIndexName); });
     EntryFacts facts;
-    if (index == names.end() || CurrentPlatform().Facts(folder / *index, facts) ||
+    if (index == names.end() || CurrentPlatform().Facts(folder / SystemName(*index), facts) ||
         facts.kind == EntryKind::Folder) {
       return;
     }

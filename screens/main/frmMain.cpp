@@ -337,7 +337,13 @@ void frmMain::Form_Unload() {
   gCalibrationDir = FromQt(ui_->txtCalibrationDir->text());
   gStationDir = FromQt(ui_->txtStationDir->text());
   Guarded(
-      this, [] { WriteProfile(gCalibrationDir, gStationDir); },
+      this,
+      [this] {
+        const std::string notice = WriteProfile(gCalibrationDir, gStationDir);
+        if (!notice.empty()) {
+          Tell(this, ToQt(notice));
+        }
+      },
       [this](const Error& error) {
         ShowError(this, Error(error.Kind(),
                               "The two directories are not remembered for the next start. " +

@@ -131,6 +131,9 @@ std::error_code MoveToTrash(const std::filesystem::path& path, const TrashFolder
 }  // namespace
 
 std::error_code DesktopPlatform::Recycle(const std::filesystem::path& path) {
+  if (HasRecycleBin()) {
+    return ForwardingPlatform::Recycle(path);
+  }
   EntryFacts facts;
   if (const std::error_code code = Facts(path, facts)) {
     return code;

@@ -10,7 +10,7 @@
 
 namespace tarvell {
 
-/// The operating system, with the desktop's trash as its recycle bin.
+/// The operating system, with the desktop's trash as its recycle bin if it has none of its own.
 class DesktopPlatform : public ForwardingPlatform {
  public:
   [[nodiscard]] std::error_code Recycle(const std::filesystem::path& path) override;

@@ -4,20 +4,31 @@
 #ifndef TARVELL_SCREENS_WIDGETS_QTPATH_H
 #define TARVELL_SCREENS_WIDGETS_QTPATH_H
 
+#include <QDir>
 #include <QFile>
 #include <QString>
 
 #include <filesystem>
 
+#include "core/platform/SystemName.h"
+
 /// Paths of the system and those of the toolkit. The bytes of a name in another encoding are kept.
 namespace tarvell {
 
+/// The texts that paths consist of: bytes on one system, UTF-16 on another.
+[[nodiscard]] inline QString NativeText(const char* text) {
+  return QFile::decodeName(text);
+}
+[[nodiscard]] inline QString NativeText(const wchar_t* text) {
+  return QDir::fromNativeSeparators(QString::fromWCharArray(text));
+}
+
 [[nodiscard]] inline QString PathForQt(const std::filesystem::path& path) {
-  return QFile::decodeName(path.c_str());
+  return NativeText(path.c_str());
 }
 
 [[nodiscard]] inline std::filesystem::path SystemPath(const QString& path) {
-  return QFile::encodeName(path).toStdString();
+  return SystemName(QFile::encodeName(path).toStdString());
 }
 
 }  // namespace tarvell

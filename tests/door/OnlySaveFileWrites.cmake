@@ -13,12 +13,15 @@ set(OTHER_WAYS
   "O_(CREAT|WRONLY|RDWR|TRUNC|APPEND|TMPFILE)" "::(open|openat|creat|write|rename|link|symlink)\\("
   "::(unlink|mkdir|rmdir|truncate|ftruncate|mkos?temps?|chmod|chown)\\(" "mkos?temps?\\("
   "(popen|system|execl[pe]?|execv[pe]*) *\\("
+  "::(Create|Write|Move|Copy|Delete|Replace)(File|Directory)" "::RemoveDirectory"
   # the toolkit
   "QFile( +[a-z]|[({]|::(copy|rename|remove|link|setPermissions))" "QSaveFile" "QTemporary" "QSettings" "QTextStream" "QDataStream" "QLockFile"
   "QProcess" "(mkpath|mkdir|rmdir|rmpath|removeRecursively|moveToTrash) *\\(")
 
-# The three sources that may use some of them.
+# The five sources that may use some of them.
 set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")
+set(ALLOWED_core/platform/WindowsFile.cpp ".*")
+set(ALLOWED_core/platform/WindowsPlatform.cpp ".*")
 # Only for the desktop's trash: deleted files move into it.
 set(ALLOWED_screens/widgets/DesktopPlatform.cpp
   "moveToTrash *\\(|mkpath *\\(|(filesystem)?::(copy|remove)\\(?")

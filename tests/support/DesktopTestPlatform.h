@@ -29,6 +29,8 @@ class DesktopTestPlatform : public DesktopPlatform {
   [[nodiscard]] std::filesystem::path UserFolder() override {
     return programFolder_.parent_path() / "user";
   }
+  [[nodiscard]] std::string WindowsDirectory() override { return "c:\\windows"; }
+  [[nodiscard]] std::string OwnWindowsDirectory() override { return {}; }
   [[nodiscard]] std::string UserName() override { return kUser; }
   [[nodiscard]] std::string HostName() override { return kHost; }
   [[nodiscard]] std::time_t Now() override { return kNow; }

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp is POSIX
+#include <random>
 
 #include "core/files/Paths.h"
 #include "core/platform/Platform.h"
@@ -16,8 +16,10 @@
 namespace tarvell::test {
 
 TestTree::TestTree() {
-  std::string name = (std::filesystem::temp_directory_path() / "tarvell-test-XXXXXX").string();
-  root_ = ::mkdtemp(name.data());
+  std::random_device random;
+  do {
+    root_ = std::filesystem::temp_directory_path() / ("tarvell-test-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(root_));
   std::filesystem::create_directories(root_ / "drives" / "c");
   std::filesystem::create_directories(ProgramFolder());
   platform_.programFolder = ProgramFolder();
@@ -37,7 +39,8 @@ std::filesystem::path TestTree::Native(std::string_view path) const {
   // Worked out here, not by the code under test.
   std::string native(path.substr(2));
   std::replace(native.begin(), native.end(), '\\', '/');
-  return root_ / "drives" / std::string(1, path[0]) / std::filesystem::path(native).relative_path();
+  const std::filesystem::path whole = std::u8string(native.begin(), native.end());
+  return root_ / "drives" / std::string(1, path[0]) / whole.relative_path();
 }
 
 void TestTree::MakeFolders(std::string_view path) const {
@@ -71,6 +74,15 @@ void TestTree::InstallTemplate(std::string_view modelCode) const {
   std::filesystem::copy_file(std::filesystem::path(TARVELL_TEMPLATE_FOLDER) / name,
                              ProgramFolder() / name,
                              std::filesystem::copy_options::overwrite_existing);
+}
+
+void TestTree::InstallHandbook(const std::filesystem::path& source) const {
+  const std::filesystem::path installed = ProgramFolder() / "handbook";
+  std::error_code code;
+  std::filesystem::create_directory_symlink(source, installed, code);
+  if (code) {
+    std::filesystem::copy(source, installed, std::filesystem::copy_options::recursive);
+  }
 }
 
 void WriteNative(const std::filesystem::path& path, std::string_view bytes) {

@@ -26,6 +26,9 @@ class TestPlatform : public ForwardingPlatform {
 
   [[nodiscard]] std::filesystem::path UserFolder() override { return userFolder; }
 
+  [[nodiscard]] std::string WindowsDirectory() override { return "c:\\windows"; }
+  [[nodiscard]] std::string OwnWindowsDirectory() override { return {}; }
+
   [[nodiscard]] std::string UserName() override { return userName; }
   [[nodiscard]] std::string HostName() override { return kHost; }
   [[nodiscard]] std::time_t Now() override { return now; }
@@ -66,6 +69,8 @@ class TestTree {
 
   /// Copies a template of the program into the program folder.
   void InstallTemplate(std::string_view modelCode) const;
+  /// Puts the handbook into the program folder: by a link, where the system has links.
+  void InstallHandbook(const std::filesystem::path& source) const;
 
  private:
   std::filesystem::path root_;

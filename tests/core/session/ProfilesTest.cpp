@@ -11,6 +11,7 @@
 #include "core/session/Profiles.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/session/Version.h"
+#include "core/text/Text.h"
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
@@ -69,7 +70,7 @@ Roots RootsOfLines(const TestTree& tree, const std::string& line8, const std::st
 
 TEST(WriteProfile, WritesElevenLinesToTheWindowsDirectoryWhichItMakes) {
   const TestTree tree;
-  EXPECT_EQ(GetWindowsDir(), "c:\\windows");
+  EXPECT_EQ(ToUpper(SystemPlatform().WindowsDirectory()), "C:\\WINDOWS");
   for (const std::string calibration : {"c:\\a longer directory", "c:\\calfactors"}) {
     WriteProfile(calibration, "d:\\my stations");
     std::vector<std::string> lines = IniLines(calibration, "d:\\my stations");
@@ -77,6 +78,43 @@ TEST(WriteProfile, WritesElevenLinesToTheWindowsDirectoryWhichItMakes) {
     EXPECT_EQ(tree.Read(kIni), Lines(lines));
     EXPECT_EQ(tree.Names("c:\\windows"), std::vector<std::string>{"tarvell.ini"});
   }
+}
+
+/// A system on which this user may not write into the Windows directory.
+class OrdinaryWindowsUser : public test::TestPlatform {
+ public:
+  OrdinaryWindowsUser() : before_(SetCurrentPlatform(this)) {}
+  ~OrdinaryWindowsUser() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::string OwnWindowsDirectory() override { return R"(c:\users\anna\tarvell)"; }
+  [[nodiscard]] std::error_code MayChange(const fs::path& folder) override {
+    return mayWrite || folder.filename() != "windows"
+               ? TestPlatform::MayChange(folder)
+               : std::make_error_code(std::errc::permission_denied);
+  }
+
+  bool mayWrite = false;
+
+ private:
+  Platform* before_;
+};
+
+TEST(WriteProfile, KeepsTheRootsForOneUserWhoMayNotWriteIntoTheWindowsDirectory) {
+  const TestTree tree;
+  const Roots ofAll{"d:\\all", "d:\\stations"};
+  WriteProfile(ofAll.calibration, ofAll.stations);
+  tree.MakeFolders(R"(c:\users\anna)");
+  OrdinaryWindowsUser user;
+  EXPECT_EQ(ReadRoots(), ofAll);
+  EXPECT_EQ(WriteProfile("d:\\mine", ofAll.stations),
+            "You have no permission to write into c:\\windows, so the two directories are "
+            R"(remembered for you alone, in c:\users\anna\tarvell\tarvell.ini.)");
+  EXPECT_EQ(ReadRoots(), (Roots{"d:\\mine", ofAll.stations}));
+  // It is said once, and the user's own file stays in use.
+  user.mayWrite = true;
+  EXPECT_EQ(WriteProfile("d:\\other", ofAll.stations), "");
+  EXPECT_EQ(ReadRoots(), (Roots{"d:\\other", ofAll.stations}));
+  EXPECT_EQ(tree.Read(kIni), Lines(IniLines(ofAll.calibration, ofAll.stations)));
 }
 
 TEST(ReadProfile, ReadsWhatWasWritten) {

@@ -292,8 +292,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
     for (const char* model : {"PX12A", "PX60H", "RT520C", "RT730A"}) {
       tree_.InstallTemplate(model);
     }
-    std::filesystem::create_directory_symlink(TARVELL_HANDBOOK_FOLDER,
-                                              tree_.ProgramFolder() / "handbook");
+    tree_.InstallHandbook(TARVELL_HANDBOOK_FOLDER);
     tree_.Write(kDataSet,
                 Lines({"#MODEL_NO : PX12A", "#SER_NO   : 3318A12345", "#CAL_DATE : 20010305",
                        "#CAL_NO   : C-0042", "#DUE_DATE : 20020305", "#COMMENT  : ", "!End"}));

@@ -102,8 +102,7 @@ class MonkeyTest : public testing::TestWithParam<int> {
     PlaceDataSets();
     PlaceStations();
     RememberFiles(tree_.Root());
-    std::filesystem::create_directory_symlink(TARVELL_HANDBOOK_FOLDER,
-                                              tree_.ProgramFolder() / "handbook");
+    tree_.InstallHandbook(TARVELL_HANDBOOK_FOLDER);
   }
   ~MonkeyTest() override {
     KeepUserSettingsIn({});

@@ -1,0 +1,29 @@
+# SPDX-FileCopyrightText: the Tarvell authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# Functions that run programs for Windows on this computer, in a Windows of their own below
+# build/windows. Sourced from the project's root after scripts/setup.sh.
+#
+# shellcheck shell=bash
+
+# use_windows NAME: makes an empty Windows, and starts it.
+use_windows() {
+  local home=$PWD/build/windows/$1
+  stop_windows
+  rm -rf "$home"
+  mkdir -p "$home"
+  # No window asks to install anything more, and nothing of the user's own home is used.
+  export HOME=$home WINEPREFIX=$home/wine WINEARCH=win64 WINEDEBUG=-all LC_ALL=C.UTF-8
+  export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+  unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME
+  wine wineboot --init >"$home/wineboot.log" 2>&1
+  wineserver --wait
+}
+
+# Ends the Windows that is in use, if there is one.
+stop_windows() {
+  [ -z "${WINEPREFIX:-}" ] || wineserver --kill 2>/dev/null || true
+}
+
+# The folder that is C:\ there.
+drive_c() { echo "$WINEPREFIX/drive_c"; }
