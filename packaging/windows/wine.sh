@@ -8,7 +8,7 @@
 
 # use_windows NAME: makes an empty Windows, and starts it.
 use_windows() {
-  local home=$PWD/build/windows/$1
+  local variable home=$PWD/build/windows/$1
   stop_windows
   rm -rf "$home"
   mkdir -p "$home"
@@ -17,6 +17,11 @@ use_windows() {
   export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
   unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_CACHE_HOME
   wine wineboot --init >"$home/wineboot.log" 2>&1
+  # The temporary folder is on the drive of the project.
+  mkdir -p "$home/tmp"
+  for variable in TMP TEMP; do
+    wine reg add 'HKCU\Environment' /v "$variable" /d "Z:${home//\//\\}\\tmp" /f >/dev/null 2>&1
+  done
   wineserver --wait
 }
 

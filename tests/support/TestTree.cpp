@@ -16,9 +16,12 @@
 namespace tarvell::test {
 
 TestTree::TestTree() {
+  // Without the letter of its drive, if it has one: such a path leads into the drives of the test.
+  std::filesystem::path temporary = std::filesystem::temp_directory_path();
+  temporary = temporary.root_directory() / temporary.relative_path();
   std::random_device random;
   do {
-    root_ = std::filesystem::temp_directory_path() / ("tarvell-test-" + std::to_string(random()));
+    root_ = temporary / ("tarvell-test-" + std::to_string(random()));
   } while (!std::filesystem::create_directory(root_));
   std::filesystem::create_directories(root_ / "drives" / "c");
   std::filesystem::create_directories(ProgramFolder());

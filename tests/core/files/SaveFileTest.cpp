@@ -228,7 +228,7 @@ TEST_F(SavedFile, NoSearchFindsTheTemporaryFile) {
   std::unique_ptr<OutputFile> file;
   Platform& platform = CurrentPlatform();
   ASSERT_FALSE(platform.CreateTemporary(tree.Native(kDataFolder), path, file));
-  EXPECT_EQ(tree.Names(kDataFolder), Names{path.filename()});
+  EXPECT_EQ(tree.Names(kDataFolder), Names{path.filename().string()});
   const auto fail = [](const FoundEntry& entry) {
     ADD_FAILURE() << entry.name;
     return true;

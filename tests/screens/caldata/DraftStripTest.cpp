@@ -20,7 +20,7 @@ using namespace test;  // NOLINT(google-build-using-namespace)
 class DraftOf : public EitherEditor {
  protected:
   DraftOf() : dataHome_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", (tree_.Root() / "home").c_str());
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "home").string().c_str());
   }
   ~DraftOf() override { qputenv("XDG_DATA_HOME", dataHome_); }
   DraftOf(const DraftOf&) = delete;

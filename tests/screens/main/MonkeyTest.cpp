@@ -93,7 +93,7 @@ class MonkeyTest : public testing::TestWithParam<int> {
  protected:
   MonkeyTest()
       : platform_(tree_.Root(), tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", DataHome().c_str());
+    qputenv("XDG_DATA_HOME", DataHome().string().c_str());
     KeepUserSettingsIn(PathForQt(tree_.UserFolder() / "settings.ini"));
     gStationDir.clear();
     gCalibrationDir.clear();
@@ -101,8 +101,8 @@ class MonkeyTest : public testing::TestWithParam<int> {
     DialogResult.clear();
     PlaceDataSets();
     PlaceStations();
-    RememberFiles(tree_.Root());
     tree_.InstallHandbook(TARVELL_HANDBOOK_FOLDER);
+    RememberFiles(tree_.Root());
   }
   ~MonkeyTest() override {
     KeepUserSettingsIn({});

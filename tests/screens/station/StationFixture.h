@@ -72,7 +72,7 @@ struct InstrumentFile {
 class StationStage : public testing::Test {
  protected:
   StationStage() : platform_(tree_.ProgramFolder()), dataHome_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", (tree_.Root() / "data").c_str());
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "data").string().c_str());
     tree_.MakeFolders(kRoot);
     tree_.MakeFolders("c:\\calfactors");
     gStationDir = kRoot;

@@ -21,7 +21,7 @@ class Trash : public testing::Test {
       : platform_(tree_.ProgramFolder()),
         trash_((tree_.Root() / "home" / "Trash").string()),
         before_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", (tree_.Root() / "home").c_str());
+    qputenv("XDG_DATA_HOME", (tree_.Root() / "home").string().c_str());
   }
   ~Trash() override { qputenv("XDG_DATA_HOME", before_); }
   Trash(const Trash&) = delete;
