@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_CALDATA_EDITORSTATE_H
 #define TARVELL_CORE_CALDATA_EDITORSTATE_H
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -32,6 +33,14 @@ struct DraftHeader {
 
   bool operator==(const DraftHeader&) const = default;
 };
+
+/// Every box of the header, in the order of the screen.
+inline constexpr std::array kHeaderBoxes = {
+    &DraftHeader::serialNumber, &DraftHeader::calibrationNumber,
+    &DraftHeader::calYear,      &DraftHeader::calMonth,
+    &DraftHeader::calDay,       &DraftHeader::dueYear,
+    &DraftHeader::dueMonth,     &DraftHeader::dueDay,
+    &DraftHeader::comment};
 
 /// The serial number of the member, the cells of each data row, and what is known of them.
 struct DraftPage {

@@ -34,7 +34,7 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
   setObjectName("earlier");
   auto* layout = new QHBoxLayout(this);  // the widget owns it
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* label = new QLabel(tr("Earl&ier calibration"), this);
+  auto* label = new QLabel(tr("Compare &with"), this);
   label->setObjectName("lblEarlier");
   label->setBuddy(cmbEarlier_);
   cmbEarlier_->setObjectName("cmbEarlier");
