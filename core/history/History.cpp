@@ -94,6 +94,16 @@ void NoteDeletion(HistoryWriter& writer, const HistoryPlace& place,
   }
 }
 
+/// Removes the version that was kept just now, because its line could not be added. If the line is
+/// in the journal after all, or nobody can tell, the version stays.
+void TakeBack(const HistoryPlace& place, const std::string& kept, const std::string& line) {
+  std::string journal;
+  if (!ReadNativeFile(place.Journal(), journal) && journal.find(line) == std::string::npos) {
+    // One that stays is listed as a version that is not in the journal.
+    static_cast<void>(CurrentPlatform().RemoveFile(place.Versions() / kept));
+  }
+}
+
 /// The names in a folder, except one.
 std::vector<std::string> NamesIn(const std::filesystem::path& folder, std::string_view except) {
   std::vector<std::string> names;
@@ -171,7 +181,8 @@ void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
                         .kept = "",
                         .before = before ? Sha256(*before) : "",
                         .after = after ? Sha256(*after) : ""};
-  if (before && event.before != event.after) {
+  const bool isKept = before && event.before != event.after;
+  if (isKept) {
     const std::filesystem::path versions = place.Versions();
     MakeLastingFolder(versions.parent_path());
     MakeLastingFolder(versions);
@@ -179,7 +190,12 @@ void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
     Check(SaveNativeFile(versions / event.kept, *before), "write the file", versions / event.kept);
   }
   const std::filesystem::path journal = place.Journal();
-  Check(AppendLine(journal, JournalLine(event)), "write the journal", journal);
+  const std::string line = JournalLine(event);
+  const std::error_code code = AppendLine(journal, line);
+  if (code && isKept) {
+    TakeBack(place, event.kept, line);
+  }
+  Check(code, "write the journal", journal);
 }
 
 void SaveWithHistory(const std::string& path, std::string_view bytes, std::string_view done) {

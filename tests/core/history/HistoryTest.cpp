@@ -292,6 +292,20 @@ TEST_F(TheHistory, OnAFullDiskLeavesTheFileAsItIs) {
   }
 }
 
+TEST_F(TheHistory, KeepsNothingOfASaveThatItCouldNotNote) {
+  using Step = test::FaultPlatform::Step;
+  SaveWithHistory(kFile, "old");
+  test::FaultPlatform platform;
+  platform.Set(Step::Append);
+  EXPECT_EQ(ErrorOf([] { SaveWithHistory(kFile, "new"); }).Kind(), ErrorKind::NotKept);
+  EXPECT_EQ(tree_.Names(kVersions), Texts{});
+  // Its line is in the journal, though perhaps not for long: the version stays.
+  platform.Set(Step::Sync);
+  platform.passes = 1;
+  EXPECT_EQ(ErrorOf([] { SaveWithHistory(kFile, "new"); }).Kind(), ErrorKind::NotKept);
+  EXPECT_EQ(tree_.Names(kVersions).size(), 1U);
+}
+
 TEST_F(TheHistory, InUseByAnotherProgramIsWaitedFor) {
   std::unique_ptr<HeldLock> lock;
   tree_.MakeFolders(kTree);
