@@ -35,11 +35,23 @@ void Check(std::error_code code, const std::string& action, const std::filesyste
   }
 }
 
+/// What is at `native`, where the history has a file or a folder. Throws for a link: the history
+/// would grow, and be looked for, somewhere else.
+EntryFacts OwnFacts(const std::filesystem::path& native, const std::string& what) {
+  EntryFacts facts;
+  Check(CurrentPlatform().Facts(native, facts), "use the " + what, native);
+  if (facts.isLink) {
+    throw NotKept("In the place of its " + what +
+                      " there is a link, which may lead anywhere. Replace the link by a " + what +
+                      ", then try again.",
+                  native);
+  }
+  return facts;
+}
+
 /// Makes a folder that is still there after a power cut.
 void MakeLastingFolder(const std::filesystem::path& folder) {
-  EntryFacts facts;
-  Check(CurrentPlatform().Facts(folder, facts), "use the folder", folder);
-  if (facts.kind == EntryKind::Folder) {
+  if (OwnFacts(folder, "folder").kind == EntryKind::Folder) {
     return;
   }
   const std::error_code code = CurrentPlatform().MakeFolder(folder);
@@ -132,14 +144,7 @@ HistoryPlace HistoryPlaceOf(std::string_view path) {
 }
 
 bool HasHistory(const std::filesystem::path& tree) {
-  EntryFacts facts;
-  Check(CurrentPlatform().Facts(tree, facts), "use the folder", tree);
-  if (facts.isLink) {
-    throw NotKept(
-        "In the place of its folder there is a link, which may lead anywhere. Replace the link by "
-        "a folder, then try again.",
-        tree);
-  }
+  const EntryFacts facts = OwnFacts(tree, "folder");
   if (facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {
     throw NotKept(
         "In the place of its folder there is a file. Move the file elsewhere, then try again.",
@@ -152,11 +157,9 @@ HistoryWriter::HistoryWriter(const HistoryPlace& place) {
   if (!HasHistory(place.Tree())) {
     MakeLastingFolder(place.Tree());
   }
-  EntryFacts journal;
-  std::error_code code = CurrentPlatform().Facts(place.Journal(), journal);
-  Check(code, "use the journal", place.Journal());
+  const EntryFacts journal = OwnFacts(place.Journal(), "file");
   for (int look = 0; look < kLooks; ++look) {
-    code = CurrentPlatform().Lock(place.Journal(), 0, lock_);
+    const std::error_code code = CurrentPlatform().Lock(place.Journal(), 0, lock_);
     if (code != std::errc::resource_unavailable_try_again) {
       Check(code, "use the journal", place.Journal());
       if (journal.kind == EntryKind::None) {

@@ -262,6 +262,24 @@ INSTANTIATE_TEST_SUITE_P(
                                                             tree.Native(kTree));
                              },
                              kTree, "In the place of its folder there is a link"},
+                    BadPlace{"ALinkForTheJournal",
+                             [](const test::TestTree& tree) {
+                               tree.MakeFolders(kTree);
+                               tree.Write(R"(c:\elsewhere)", "");
+                               fs::create_symlink(tree.Native(R"(c:\elsewhere)"),
+                                                  tree.Native(kJournal));
+                             },
+                             kJournal, "In the place of its file there is a link"},
+                    BadPlace{"ALinkForTheVersions",
+                             [](const test::TestTree& tree) {
+                               tree.MakeFolders(kTree);
+                               tree.MakeFolders(R"(c:\elsewhere)");
+                               fs::create_directory_symlink(
+                                   tree.Native(R"(c:\elsewhere)"),
+                                   tree.Native(R"(c:\calfactors\history.tarvell\PX12A)"));
+                             },
+                             R"(c:\calfactors\history.tarvell\PX12A)",
+                             "In the place of its folder there is a link"},
                     BadPlace{"AFolderForTheJournal",
                              [](const test::TestTree& tree) { tree.MakeFolders(kJournal); },
                              kJournal, "it is a folder, not a file"},
