@@ -75,12 +75,12 @@ std::vector<Calibration> EveryCalibrationOf(const std::string& path) {
 std::vector<Calibration> CalibrationsIn(const FileHistory& history, const std::string& path) {
   std::vector<Calibration> calibrations;
   if (history.current) {
-    Calibration current{.isCurrent = true, .event = history.last};
+    Calibration current{.isCurrent = true, .event = history.written};
     TakeHeader(*history.current, path, current);
     calibrations.push_back(std::move(current));
   }
   for (const KeptVersion& version : history.versions) {
-    Calibration earlier{.event = version.event};
+    Calibration earlier{.event = version.event, .wasSaved = version.wasSaved};
     TakeHeader(version.bytes, version.path, earlier);
     calibrations.push_back(std::move(earlier));
   }

@@ -25,10 +25,12 @@ struct Calibration {
   CalFileInfo header = {};  ///< its FilePath is that of the file, or of the kept version
   HistoryEvent event = {};  ///< what has replaced it; of the current one, what has written it
   bool hasHeader = false;   ///< whether it has the header of a data file, not in the old style
+  bool wasSaved = true;     ///< that of a KeptVersion
 
   /// Reads its file, and works out a hash.
   [[nodiscard]] VersionState State() const {
-    return isCurrent ? StateOfCurrent(header.FilePath, event) : StateOfKept(header.FilePath, event);
+    return isCurrent ? StateOfCurrent(header.FilePath, event)
+                     : StateOfKept(header.FilePath, event, wasSaved);
   }
 
   [[nodiscard]] FileDate Calibrated() const {
