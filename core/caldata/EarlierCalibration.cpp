@@ -104,7 +104,7 @@ std::vector<Calibration> CalibrationsOf(const std::string& path) {
 
 std::unique_ptr<cifCaldata> LoadCalibration(const Model& model, const Calibration& calibration) {
   try {
-    return OpenDataSet(model, calibration.header).data;
+    return OpenVersion(model, calibration.header).data;
   } catch (const Error&) {
     // Nothing can be compared with such data; the screen of the history says what is wrong.
     return nullptr;
@@ -125,12 +125,16 @@ ReadableData Readable(const Model* model, const Calibration& calibration) {
   ReadableData readable;
   if (model != nullptr && model->create != nullptr) {
     try {
-      const std::unique_ptr<cifCaldata> data = OpenDataSet(*model, calibration.header).data;
-      for (std::int16_t page = 0; page < data->GetCalPageCount(); ++page) {
-        readable.pages.push_back(TableOf(*model, *data, page));
+      const OpenedDataSet opened = OpenVersion(*model, calibration.header);
+      for (std::int16_t page = 0; page < opened.data->GetCalPageCount(); ++page) {
+        readable.pages.push_back(TableOf(*model, *opened.data, page));
+      }
+      for (const std::string& notice : opened.notices) {
+        readable.notice += (readable.notice.empty() ? "" : " ") + notice;
       }
       return readable;
     } catch (const Error& error) {
+      readable.isLines = true;
       readable.notice = "The lines of the file are shown. " + error.Text();
     }
   }

@@ -69,7 +69,8 @@ struct ReadablePage {
 };
 struct ReadableData {
   std::vector<ReadablePage> pages;
-  std::string notice;  ///< why the lines of the file are shown instead of its tables, or ""
+  std::string notice;    ///< what is doubtful, or why lines are shown; "" for none
+  bool isLines = false;  ///< whether the lines of the file are shown instead of its tables
 };
 
 /// The tables of a calibration, or the lines of a file that the program cannot edit or load.

@@ -260,7 +260,7 @@ void frmHistory::ShowCurve(std::vector<GridRow> inTable) {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
   const auto pageOf = [page](const ReadableData& version) {
     // Lines have no curve.
-    return version.notice.empty() && page < version.pages.size() ? &version.pages[page] : nullptr;
+    return !version.isLines && page < version.pages.size() ? &version.pages[page] : nullptr;
   };
   VersionCurve::Page shown;
   const ReadablePage* later = shown_.empty() ? nullptr : pageOf(shown_.back());
