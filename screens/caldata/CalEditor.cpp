@@ -34,7 +34,6 @@
 #include "screens/caldata/SlipWatch.h"
 #include "screens/caldata/WholeStep.h"
 #include "screens/caldata/frmHistory.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -645,11 +644,9 @@ void CalEditor::SaveAndClose() {
   const std::string name = DataFileName(serial);
   StoreContents();
   const std::string path = Joined(Joined(gCalibrationDir, data_->ModelNumber()), name);
-  if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
-    return;
-  }
-  const bool isSaved = ChangedWithHistory(
-      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
+  const bool isSaved = SavedWithHistory(
+      this, [&] { return data_->WouldReplace(path); },
+      [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }

@@ -302,6 +302,7 @@ void frmHistory::btnPutBack_Click() {
   Guarded(this, [this] {
     const Calibration version = At(Selected().at(0));
     const std::string name(LastNameOf(subject_.path));
+    const auto mayLetGo = UnlessChanged(this, subject_.path);
     const auto answer = CurrentQuestions().Ask(
         this,
         {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
@@ -313,9 +314,11 @@ void frmHistory::btnPutBack_Click() {
                                          "history.")
                                     : tr("The file was deleted. Yes saves it again."))});
     const bool isSaved =
-        answer == QMessageBox::Yes && ChangedWithHistory(this, tr("save"), [&](Earlier earlier) {
-          PutBack(version.header.FilePath, subject_.path, earlier);
-        });
+        answer == QMessageBox::Yes &&
+        ChangedWithHistory(
+            this, tr("save"),
+            [&](Earlier earlier) { PutBack(version.header.FilePath, subject_.path, earlier); },
+            mayLetGo);
     if (isSaved) {
       hasPutBack_ = true;
       ShowVersions();
