@@ -87,12 +87,13 @@ std::vector<Calibration> CalibrationsIn(const FileHistory& history, const std::s
   return calibrations;
 }
 
-std::vector<Calibration> CalibrationsOf(const std::string& path) {
+std::vector<Calibration> CalibrationsOf(const std::string& path, std::string& problem) {
   std::vector<Calibration> calibrations;
   try {
     calibrations = EveryCalibrationOf(path);
-  } catch (const Error&) {
-    // The data set can be edited without its history, whose own screen says what is wrong.
+  } catch (const Error& error) {
+    // The data set can be edited without its history.
+    problem = error.what();
     FileHistory history;
     history.current.emplace();
     static_cast<void>(ReadNativeFile(NativePath(path), *history.current, kDataFileLimit));

@@ -49,10 +49,16 @@ struct Calibration {
                                                       const std::string& path);
 
 /// Those whose header can be read and is not in the old style. A history that cannot be read counts
-/// as empty.
-[[nodiscard]] std::vector<Calibration> CalibrationsOf(const std::string& path);
+/// as empty; `problem` says then what is wrong with it.
+[[nodiscard]] std::vector<Calibration> CalibrationsOf(const std::string& path,
+                                                      std::string& problem);
+[[nodiscard]] inline std::vector<Calibration> CalibrationsOf(const std::string& path) {
+  std::string problem;
+  return CalibrationsOf(path, problem);
+}
 
-/// The data of a calibration; nullptr if they cannot be loaded.
+/// The data of a calibration, without any value that its file lacks; nullptr if they cannot be
+/// loaded.
 [[nodiscard]] std::unique_ptr<cifCaldata> LoadCalibration(const Model& model,
                                                           const Calibration& calibration);
 

@@ -12,6 +12,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "core/caldata/CellNotices.h"
@@ -114,6 +115,11 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::DateEntered, this, &CalEditor::ReportValuesToEnter);
+  connect(controls_.header, &CalHeaderBlock::CalDateChanged, this, [this] {
+    if (const std::optional<FileDate> date = controls_.header->CalDate()) {
+      curve_->SetDate(*date);
+    }
+  });
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   cellEditor_->SetChange(
