@@ -240,6 +240,7 @@ FileHistory HistoryOf(const std::string& path) {
   }
   // Those that are left are not in the journal.
   std::vector<KeptVersion> unknown;
+  unknown.reserve(contents.size());
   for (auto& [name, content] : contents) {
     unknown.push_back(
         {Joined(text, name), EventNamed(name), std::move(content.bytes), content.error});

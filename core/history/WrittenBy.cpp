@@ -7,16 +7,20 @@ namespace tarvell {
 
 HistoryEvent WrittenBy(std::span<const HistoryEvent> events, const std::string& hash) {
   HistoryEvent unknown;
-  for (auto event = events.rbegin(); event != events.rend(); ++event) {
-    if (event->after == hash) {
-      return *event;
+  if (events.empty()) {
+    return unknown;
+  }
+  unknown.after = hash;
+  for (; !events.empty(); events = events.first(events.size() - 1)) {
+    const HistoryEvent& latest = events.back();
+    if (latest.after == hash) {
+      return latest;
     }
-    if (event->before != hash) {
-      unknown.after = event->after;
-      return unknown;
+    if (latest.before != hash) {
+      unknown.after = latest.after;
+      break;
     }
   }
-  unknown.after = events.empty() ? std::string() : hash;
   return unknown;
 }
 
