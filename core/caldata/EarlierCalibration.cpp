@@ -75,24 +75,25 @@ std::vector<Calibration> EveryCalibrationOf(const std::string& path) {
 std::vector<Calibration> CalibrationsIn(const FileHistory& history, const std::string& path) {
   std::vector<Calibration> calibrations;
   if (history.current) {
-    Calibration current{.isCurrent = true, .event = history.last};
+    Calibration current{.isCurrent = true, .event = history.written};
     TakeHeader(*history.current, path, current);
     calibrations.push_back(std::move(current));
   }
   for (const KeptVersion& version : history.versions) {
-    Calibration earlier{.event = version.event};
+    Calibration earlier{.event = version.event, .wasSaved = version.wasSaved};
     TakeHeader(version.bytes, version.path, earlier);
     calibrations.push_back(std::move(earlier));
   }
   return calibrations;
 }
 
-std::vector<Calibration> CalibrationsOf(const std::string& path) {
+std::vector<Calibration> CalibrationsOf(const std::string& path, std::string& problem) {
   std::vector<Calibration> calibrations;
   try {
     calibrations = EveryCalibrationOf(path);
-  } catch (const Error&) {
-    // The data set can be edited without its history, whose own screen says what is wrong.
+  } catch (const Error& error) {
+    // The data set can be edited without its history.
+    problem = error.what();
     FileHistory history;
     history.current.emplace();
     static_cast<void>(ReadNativeFile(NativePath(path), *history.current, kDataFileLimit));
@@ -104,7 +105,7 @@ std::vector<Calibration> CalibrationsOf(const std::string& path) {
 
 std::unique_ptr<cifCaldata> LoadCalibration(const Model& model, const Calibration& calibration) {
   try {
-    return OpenDataSet(model, calibration.header).data;
+    return OpenVersion(model, calibration.header).data;
   } catch (const Error&) {
     // Nothing can be compared with such data; the screen of the history says what is wrong.
     return nullptr;
@@ -125,12 +126,16 @@ ReadableData Readable(const Model* model, const Calibration& calibration) {
   ReadableData readable;
   if (model != nullptr && model->create != nullptr) {
     try {
-      const std::unique_ptr<cifCaldata> data = OpenDataSet(*model, calibration.header).data;
-      for (std::int16_t page = 0; page < data->GetCalPageCount(); ++page) {
-        readable.pages.push_back(TableOf(*model, *data, page));
+      const OpenedDataSet opened = OpenVersion(*model, calibration.header);
+      for (std::int16_t page = 0; page < opened.data->GetCalPageCount(); ++page) {
+        readable.pages.push_back(TableOf(*model, *opened.data, page));
+      }
+      for (const std::string& notice : opened.notices) {
+        readable.notice += (readable.notice.empty() ? "" : " ") + notice;
       }
       return readable;
     } catch (const Error& error) {
+      readable.isLines = true;
       readable.notice = "The lines of the file are shown. " + error.Text();
     }
   }

@@ -49,6 +49,10 @@ CaptionParts PartsOfCaption(std::string_view caption) {
           Trim(rest.substr(0, std::min(rest.find_first_of("])"), rest.size())))};
 }
 
+std::string WithUnit(const std::string& number, const std::string& unit) {
+  return unit.empty() ? number : number + " " + unit;
+}
+
 double FactorOfUnit(std::string_view unit) {
   const auto* found =
       std::ranges::find(kFactors, unit, &std::pair<std::string_view, double>::first);

@@ -18,7 +18,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr double kPpmInPercent = 1E4;
 constexpr double kHundred = 100;
 
 /// A value as it is drawn.
@@ -138,10 +137,6 @@ class ColumnCurves {
 
 std::string Caption(const std::string& name, const std::string& unit) {
   return unit.empty() ? name : name + " [" + unit + "]";
-}
-
-std::string WithUnit(const std::string& number, const std::string& unit) {
-  return unit.empty() ? number : number + " " + unit;
 }
 
 std::string ChangeText(const Curve& curve, const Curve& earlier) {

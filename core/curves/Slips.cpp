@@ -38,10 +38,6 @@ std::string Rounded(double value) {
   return ShortestText(unit > 0 ? std::round(value / unit) * unit : value);
 }
 
-std::string WithUnit(const std::string& number, const std::string& unit) {
-  return unit.empty() ? number : number + " " + unit;
-}
-
 /// A copy of a table in which defaults that nobody has entered are empty.
 void CopyEntered(const SlipInput& input, MemoryGrid& entered) {
   const CalDataGrid& grid = input.table.grid;
@@ -57,7 +53,7 @@ void CopyEntered(const SlipInput& input, MemoryGrid& entered) {
   }
 }
 
-/// A curve with what is needed to judge its points: a value is `base` plus `scale` times what is
+/// A point with what is needed to judge it: a value is `base` plus `scale` times what is
 /// compared with the neighbours.
 struct JudgedPoint {
   Cell cell;

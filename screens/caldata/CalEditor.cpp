@@ -12,6 +12,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "core/caldata/CellNotices.h"
@@ -34,7 +35,6 @@
 #include "screens/caldata/SlipWatch.h"
 #include "screens/caldata/WholeStep.h"
 #include "screens/caldata/frmHistory.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -114,6 +114,11 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::DateEntered, this, &CalEditor::ReportValuesToEnter);
+  connect(controls_.header, &CalHeaderBlock::CalDateChanged, this, [this] {
+    if (const std::optional<FileDate> date = controls_.header->CalDate()) {
+      curve_->SetDate(*date);
+    }
+  });
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   cellEditor_->SetChange(
@@ -640,11 +645,9 @@ void CalEditor::SaveAndClose() {
   const std::string name = DataFileName(serial);
   StoreContents();
   const std::string path = Joined(Joined(gCalibrationDir, data_->ModelNumber()), name);
-  if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
-    return;
-  }
-  const bool isSaved = ChangedWithHistory(
-      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
+  const bool isSaved = SavedWithHistory(
+      this, [&] { return data_->WouldReplace(path); },
+      [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }

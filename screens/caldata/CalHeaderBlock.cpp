@@ -9,6 +9,8 @@
 #include <string>
 
 #include "core/caldata/CellNotices.h"
+#include "core/dates/DueDate.h"
+#include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
 #include "core/session/CommonStringModule.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -107,6 +109,9 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     connect(date, &DefaultDate::Entered, this, &CalHeaderBlock::DateEntered);
   }
   LabelDropDownLists(this);
+  connect(ui_->txtCalYear, &QLineEdit::textChanged, this, &CalHeaderBlock::CalDateChanged);
+  connect(ui_->cmbCalMonth, &QComboBox::currentIndexChanged, this, &CalHeaderBlock::CalDateChanged);
+  connect(ui_->txtCalDay, &QLineEdit::textChanged, this, &CalHeaderBlock::CalDateChanged);
   FileTextValidator::Attach(ui_->txtSerial);
   FileTextValidator::Attach(ui_->txtCalNo);
   FileTextValidator::Attach(ui_->txtComment);
@@ -229,6 +234,13 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
   calData.SetComment(FromQt(ui_->txtComment->text()));
   calData.SetCalDate(calYear, FromQt(ui_->cmbCalMonth->currentText()), calDay);
   calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
+}
+
+std::optional<FileDate> CalHeaderBlock::CalDate() const {
+  const FileDate date = {ui_->txtCalYear->text().toShort(),
+                         MonthToNumber(FromQt(ui_->cmbCalMonth->currentText())),
+                         ui_->txtCalDay->text().toShort()};
+  return DueStateOf(date, date) == DueState::NoDate ? std::nullopt : std::optional(date);
 }
 
 DraftHeader CalHeaderBlock::Boxes() const {

@@ -18,8 +18,8 @@
 namespace tarvell {
 
 /// The earlier calibration that the data of an editor are compared with, in its table, on its curve
-/// and for its marks: at first the newest with another calibration date; the user may choose
-/// another one. Hidden where none exists.
+/// and for its marks: the newest with another calibration date, until the user chooses another one.
+/// Hidden where none exists.
 class EarlierChoice final : public QWidget {
   Q_OBJECT
 
@@ -31,6 +31,13 @@ class EarlierChoice final : public QWidget {
   void Begin(const Model& model, const cifCaldata& compared, const std::string& path);
   /// Forgets them.
   void End();
+  /// The data are now dated `date`. Chooses the earlier calibration for it, unless the user has
+  /// chosen one.
+  void SetDate(const FileDate& date);
+
+  /// Why the history cannot be read, in which only the file itself can be compared with; otherwise
+  /// "".
+  [[nodiscard]] const std::string& Problem() const { return problem_; }
 
   /// "5 MAR 2001"; "" if nothing is chosen or it cannot be read.
   [[nodiscard]] QString Name() const;
@@ -38,16 +45,20 @@ class EarlierChoice final : public QWidget {
   [[nodiscard]] bool Fill(std::int16_t page, MemoryGrid& grid) const;
 
  signals:
-  /// The user has chosen another one.
+  /// Another one has been chosen, by the user or by the date.
   void Changed();
 
  private:
+  /// Chooses the newest with another date.
+  void ChooseFor(const FileDate& date);
   void Load();
 
   QComboBox* cmbEarlier_;
   const Model* model_ = nullptr;
   std::vector<Calibration> calibrations_;
   std::unique_ptr<cifCaldata> chosen_;
+  std::string problem_;
+  bool isChosenByUser_ = false;
 };
 
 }  // namespace tarvell

@@ -15,6 +15,7 @@
 
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
+#include "core/dates/FileDate.h"
 
 namespace tarvell {
 
@@ -46,6 +47,8 @@ class EditorCurve final : public QObject {
   /// The earlier calibrations are those of the file at `path`; none if it is "".
   void Begin(const Model& model, const cifCaldata& data, const std::string& path);
   void End();
+  /// The data are now dated `date`.
+  void SetDate(const FileDate& date);
 
   /// The calibration that the data are compared with.
   [[nodiscard]] const EarlierChoice& Earlier() const { return *earlier_; }
@@ -53,6 +56,8 @@ class EditorCurve final : public QObject {
  private:
   void Watch();
   void ChangedSoon();
+  /// Shows the columns of the earlier calibration where there is one.
+  void ShowChanges();
   void ShowAll();
   void ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier);
   void ShowChange(const MemoryGrid& now, const MemoryGrid* earlier);

@@ -83,8 +83,7 @@ void VersionCurve::Draw() {
     shown.earlierName = tr("earlier: %1").arg(ToQt(page_.earlierName));
   }
   shown.subject = QString::number(shownPages_);
-  curve_->Pane().SetCurrent(Current());
-  curve_->Pane().Show(shown);
+  curve_->Pane().Show(shown, Current());
 }
 
 void VersionCurve::GoTo(Cell cell, bool takesKeyboard) {

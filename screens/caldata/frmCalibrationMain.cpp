@@ -370,6 +370,8 @@ void frmCalibrationMain::DeleteData() {
   if (!GetSelection(model, serial)) {
     return;
   }
+  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
+  const auto mayLetGo = UnlessChanged(this, path);
   const auto answer = CurrentQuestions().Ask(
       this, {.text = "Are you sure you want to delete " + ToQt(model) + "(" + ToQt(serial) + ")?",
              .icon = QMessageBox::Warning,
@@ -378,14 +380,16 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
   bool deleted = false;
   Guarded(
       this,
       [&] {
-        deleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
-          DeleteWithHistory(FolderOf(path), std::string(LastNameOf(path)), earlier);
-        });
+        deleted = ChangedWithHistory(
+            this, "delete",
+            [&](Earlier earlier) {
+              DeleteWithHistory(FolderOf(path), std::string(LastNameOf(path)), earlier);
+            },
+            mayLetGo);
       },
       [this](const Error& error) {
         CurrentQuestions().Ask(this,

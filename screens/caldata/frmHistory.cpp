@@ -178,9 +178,11 @@ void frmHistory::ShowSelected() {
     while (ui_->tabPages->count() > 0) {
       ui_->tabPages->removeTab(0);
     }
-    for (const ReadablePage& page :
-         shown_.empty() ? std::vector<ReadablePage>() : shown_.back().pages) {
-      ui_->tabPages->addTab(ToQt(page.name));
+    // One of two versions may have a page more, that of the option.
+    const auto most = std::ranges::max_element(
+        shown_, {}, [](const ReadableData& version) { return version.pages.size(); });
+    for (std::size_t page = 0; most != shown_.end() && page < most->pages.size(); ++page) {
+      ui_->tabPages->addTab(ToQt(most->pages[page].name));
     }
     ui_->tabPages->setVisible(ui_->tabPages->count() > 1);
   }
@@ -189,15 +191,17 @@ void frmHistory::ShowSelected() {
 
 void frmHistory::ShowPage() {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
-  if (shown_.empty() || page >= shown_.back().pages.size()) {
-    ShowTable({}, {});
-    ShowCurve({});
+  const auto pageOf = [page](const ReadableData& version) {
+    return page < version.pages.size() ? version.pages[page] : ReadablePage();
+  };
+  if (shown_.size() == 2) {
+    ShowCurve(ShowComparison(pageOf(shown_.front()), pageOf(shown_.back())));
     return;
   }
-  const ReadablePage& later = shown_.back().pages[page];
-  if (shown_.size() == 2) {
-    const std::vector<ReadablePage>& pages = shown_.front().pages;
-    ShowCurve(ShowComparison(page < pages.size() ? pages[page] : ReadablePage(), later));
+  const ReadablePage later = shown_.empty() ? ReadablePage() : pageOf(shown_.back());
+  if (later.rows.empty()) {
+    ShowTable({}, {});
+    ShowCurve({});
     return;
   }
   std::vector<QStringList> rows;
@@ -212,8 +216,9 @@ void frmHistory::ShowPage() {
 
 std::vector<GridRow> frmHistory::ShowComparison(const ReadablePage& earlier,
                                                 const ReadablePage& later) {
-  const TableRow& names = later.rows.front();
-  const std::size_t keys = std::min(later.keys, names.size());
+  const ReadablePage& named = later.rows.empty() ? earlier : later;
+  const TableRow names = named.rows.empty() ? TableRow() : named.rows.front();
+  const std::size_t keys = std::min(named.keys, names.size());
   QStringList captions =
       TextsOf({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(keys)});
   for (std::size_t column = keys; column < names.size(); ++column) {
@@ -260,7 +265,7 @@ void frmHistory::ShowCurve(std::vector<GridRow> inTable) {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
   const auto pageOf = [page](const ReadableData& version) {
     // Lines have no curve.
-    return version.notice.empty() && page < version.pages.size() ? &version.pages[page] : nullptr;
+    return !version.isLines && page < version.pages.size() ? &version.pages[page] : nullptr;
   };
   VersionCurve::Page shown;
   const ReadablePage* later = shown_.empty() ? nullptr : pageOf(shown_.back());
@@ -297,6 +302,7 @@ void frmHistory::btnPutBack_Click() {
   Guarded(this, [this] {
     const Calibration version = At(Selected().at(0));
     const std::string name(LastNameOf(subject_.path));
+    const auto mayLetGo = UnlessChanged(this, subject_.path);
     const auto answer = CurrentQuestions().Ask(
         this,
         {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
@@ -308,9 +314,11 @@ void frmHistory::btnPutBack_Click() {
                                          "history.")
                                     : tr("The file was deleted. Yes saves it again."))});
     const bool isSaved =
-        answer == QMessageBox::Yes && ChangedWithHistory(this, tr("save"), [&](Earlier earlier) {
-          PutBack(version.header.FilePath, subject_.path, earlier);
-        });
+        answer == QMessageBox::Yes &&
+        ChangedWithHistory(
+            this, tr("save"),
+            [&](Earlier earlier) { PutBack(version.header.FilePath, subject_.path, earlier); },
+            mayLetGo);
     if (isSaved) {
       hasPutBack_ = true;
       ShowVersions();

@@ -85,6 +85,7 @@ const std::array kKnownMessages = {
     "The certificate has more than \\d+ values\\. .*",
     // Drafts and the history.
     "What was typed is not kept as a draft\\. Close without saving\\?.*",
+    "The file .+ has changed in the meantime\\. Nothing was done\\..*",
     "The earlier data cannot be kept in the history\\. Do you want to .+ without it\\?.*",
     "Do you want to put back this version of .+\\?.*",
     // Paper.

@@ -134,8 +134,7 @@ TEST(Slips, DefaultsAreNotJudgedAndJudgeNothing) {
   const auto now = Sensor({"94.0", "93.0", "92.0", "100.0", "91.0", "100.0"});
   CellOrigins origins = {{{{4}, 1}, Origin::Template}, {{{6}, 1}, Origin::Template}};
   EXPECT_EQ(Marked(SlipsOf("PX13A", now, nullptr, origins)), Texts());
-  EXPECT_EQ(Marked(SlipsOf("PX13A", now, kSmooth.empty() ? nullptr : Sensor({"94.0"}), origins)),
-            Texts());
+  EXPECT_EQ(Marked(SlipsOf("PX13A", now, Sensor({"94.0"}), origins)), Texts());
   origins.erase({{4}, 1});
   EXPECT_EQ(Marked(SlipsOf("PX13A", now, nullptr, origins)), (Texts{"4/1"}));
 }

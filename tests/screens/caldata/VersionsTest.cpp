@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "screens/widgets/NoticeLine.h"
 #include "support/ClickInMenu.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/KeptFiles.h"
 
 namespace tarvell {
@@ -243,6 +245,31 @@ TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
   EXPECT_EQ(tree_.Read(Path()), present);
 }
 
+class VersionsOfAnOption : public TabEditorFixture {};
+
+TEST_F(VersionsOfAnOption, AreComparedOnThePageThatOnlyTheEarlierOneHas) {
+  const std::string path = R"(c:\calfactors\RT520C\SN12345)";
+  tree_.MakeFolders(R"(c:\calfactors\RT520C)");
+  std::vector<Member> members = SetCMembers();
+  SaveWithHistory(path, CapacitorFile({"RT520C", "3318A12345"}, members));
+  members.pop_back();
+  SaveWithHistory(path, CapacitorFile({"RT520C", "3318A12345"}, members));
+  frmHistory history({.path = path, .model = FindModel("RT520C")}, nullptr);
+  history.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&history));
+  auto& pages = Find<QTabBar>(history, "tabPages");
+  EXPECT_EQ(pages.count(), 3);
+  ClickRow(history, 0);
+  ClickRow(history, 1, Qt::ControlModifier);
+  ASSERT_EQ(pages.count(), 4);
+  QTest::mouseClick(&pages, Qt::LeftButton, {}, pages.tabRect(3).center());
+  const std::vector<Texts> rows = CellsOf(history, "tblData");
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].at(1), "10.0002uF");
+  EXPECT_EQ(rows[0].at(2), "");
+  EXPECT_EQ(rows[0].back(), "only earlier");
+}
+
 TEST(VersionsOfAKit, AreListedAndShownLineByLine) {
   const TestTree tree;
   const DesktopTestPlatform platform(tree.ProgramFolder());
@@ -296,6 +323,50 @@ TEST_P(Versions, AreNotLostWithoutAnAnswerWhenASaveCannotKeepThem) {
   EXPECT_TRUE(questions_.details[0].startsWith("In the place of its folder there is a file."));
   header_.comment = "mine";
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
+}
+
+TEST_P(Versions, AreNotLostWhenAnotherUserSavesWhileTheQuestionIsOpen) {
+  header_.comment = "theirs";
+  const std::string theirs = Bytes(header_);
+  const auto expect = [&](const QString& text, QMessageBox::StandardButton answer,
+                          const std::function<void()>& meanwhile = {}) {
+    questions_.Expect({.text = text,
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      answer, meanwhile);
+  };
+  const auto whileAnotherUserSaves = [&](const std::function<void()>& act) {
+    FaultPlatform platform;
+    platform.Set(FaultPlatform::Step::Append);
+    expect("The earlier data cannot be kept in the history. Do you want to save without it?",
+           QMessageBox::Yes, [&] { tree_.Write(Path(), theirs); });
+    act();
+    EXPECT_EQ(platform.faults, 1);
+    EXPECT_EQ(tree_.Read(Path()), theirs);
+  };
+  EditAgain([&](CalEditor& editor) {
+    Fill(editor, "txtComment", "mine");
+    whileAnotherUserSaves([&] {
+      expect("The file SN12345 has changed since it was opened here. Do you want to replace it?",
+             QMessageBox::No);
+      Press(Qt::Key_S, Qt::ControlModifier);
+    });
+    EXPECT_EQ(TextOf(editor, "txtComment"), "mine");
+    Press(Qt::Key_Escape);
+  });
+  header_.comment = "present";
+  SaveWithHistory(Path(), Bytes(header_));
+  AtHistory([&](frmHistory& history) {
+    ClickRow(history, 2);
+    ExpectPutBackQuestion(QMessageBox::Yes);
+    whileAnotherUserSaves([&] {
+      questions_.ExpectNotice(
+          "The file SN12345 has changed in the meantime. Nothing was done. Look at what it holds "
+          "now, then try again.");
+      Click(history, "btnPutBack");
+    });
+  });
 }
 
 }  // namespace
