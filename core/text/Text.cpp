@@ -75,7 +75,7 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
-  return ToUpper(text).find(ToUpper(part)) != std::string::npos;
+  return part.empty() || !std::ranges::search(text, part, {}, &UpperCase, &UpperCase).empty();
 }
 
 std::size_t CharacterCount(std::string_view text) {
