@@ -109,6 +109,7 @@ set_target_properties(tarvell_curve PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET h
 target_include_directories(tarvell_curve PRIVATE ${CMAKE_SOURCE_DIR})
 target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
   tarvell_warnings)
+target_precompile_headers(tarvell_curve PRIVATE <qcustomplot.h>)
 
 # Loaded from there when the user prints.
 add_library(tarvell_paper MODULE screens/paper/PrinterDialog.cpp)

@@ -310,8 +310,9 @@ TEST_F(CurveOfASensor, IsDrawnOfAnyTable) {
       {{{"0.00", "99.0"}, {"50.00", "99.0"}}, "2 points, 99.0 to 99.0 %."},
       {{{"-1.00", "99.0"}, {"50.00", "1E300"}}, "2 points, 99.0 to 1E300 %."},
       {{{"1E300", "99.0"}, {"50.00", "1E-300"}}, "1 point, 1E-300 %."}};
-  for (const auto& [rows, summary] : tables) {
-    file_.rows = rows;
+  for (const auto& table : tables) {
+    const std::string& summary = table.second;
+    file_.rows = table.first;
     file_.reference = "none";
     Show([&](frmCalDataInput& editor) {
       const QCustomPlot& plot = PlotOf(editor);

@@ -79,7 +79,7 @@ TEST_F(Printing, SavesAPdfInTheChosenSizeAndLeavesTheDataAsTheyAre) {
   Remember("paper/size", QString("Letter"));
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("one.pdf")));
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("two.pdf")));
-  Show([this](frmCalDataInput& editor) {
+  Show([](frmCalDataInput& editor) {
     ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
     Type("97.9");
     ChooseInFileMenu(editor, Qt::Key_S);
@@ -119,7 +119,7 @@ TEST_F(Printing, ReportsAFileThatCannotBeWritten) {
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters,
                               QString::fromStdString(File("missing/one.pdf")));
   questions_.ExpectError({"Cannot save the file", "does not exist"});
-  Show([this](frmCalDataInput& editor) {
+  Show([](frmCalDataInput& editor) {
     ChooseInFileMenu(editor, Qt::Key_S);
     EXPECT_TRUE(editor.isVisible());
   });
