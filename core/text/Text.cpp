@@ -75,7 +75,9 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
-  return ToUpper(text).find(ToUpper(part)) != std::string::npos;
+  const auto isSame = [](char x, char y) { return UpperCase(x) == UpperCase(y); };
+  return part.empty() ||
+         std::search(text.begin(), text.end(), part.begin(), part.end(), isSame) != text.end();
 }
 
 std::size_t CharacterCount(std::string_view text) {
