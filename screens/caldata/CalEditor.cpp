@@ -169,6 +169,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
       {.screen = this,
        .grid = controls_.grid,
        .menu = fileMenu_,
+       .earlier = &curve_->Earlier(),
        .model = [this]() -> const Model& { return *model_; },
        .data = [this]() -> const cifCaldata& { return *data_; },
        .contents =
@@ -261,6 +262,7 @@ void CalEditor::Restore(const EditorState& draft) {
 void CalEditor::TakeContents(const QString& what, const EditorState& contents) {
   const auto show = [this](const EditorState& state) {
     ShowContents(state, [](const std::function<void()>& page) { page(); });
+    curve_->HeaderChanged(controls_.header->Boxes());
     ReportValuesToEnter();
   };
   const EditorState before = Contents();

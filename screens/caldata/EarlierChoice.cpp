@@ -28,6 +28,12 @@ QString NameOf(const Calibration& calibration) {
   return DateText(calibration.Calibrated()) + (number.isEmpty() ? "" : ", " + number);
 }
 
+/// The calibration date of a header; a box without a number counts as 0.
+FileDate DateOf(const DraftHeader& header) {
+  return {ToQt(header.calYear).toShort(), MonthToNumber(header.calMonth),
+          ToQt(header.calDay).toShort()};
+}
+
 }  // namespace
 
 EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new QComboBox(this)) {
@@ -50,6 +56,7 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
   hide();
   setFocusProxy(cmbEarlier_);
   connect(cmbEarlier_, &QComboBox::currentIndexChanged, this, [this] {
+    isChosen_ = true;
     Load();
     emit Changed();
   });
@@ -67,11 +74,34 @@ void EarlierChoice::Begin(const Model& model, const cifCaldata& compared, const 
   for (const Calibration& calibration : calibrations_) {
     cmbEarlier_->addItem(NameOf(calibration));
   }
+  isChosen_ = false;
+  ShowRow(RowFor(date));
+}
+
+int EarlierChoice::RowFor(const FileDate& date) const {
   const Calibration* earlier = EarlierCalibration(calibrations_, date);
-  setVisible(earlier != nullptr);
-  cmbEarlier_->setCurrentIndex(earlier != nullptr ? static_cast<int>(earlier - calibrations_.data())
-                                                  : -1);
+  return earlier == nullptr ? -1 : static_cast<int>(earlier - calibrations_.data());
+}
+
+void EarlierChoice::ShowRow(int row) {
+  const QSignalBlocker blocker(cmbEarlier_);
+  setVisible(row >= 0);
+  cmbEarlier_->setCurrentIndex(row);
   Load();
+}
+
+void EarlierChoice::HeaderChanged(const DraftHeader& header) {
+  const int row = RowFor(DateOf(header));
+  if (!isChosen_ && row != cmbEarlier_->currentIndex()) {
+    ShowRow(row);
+    emit Changed();
+  }
+}
+
+std::unique_ptr<cifCaldata> EarlierChoice::DataFor(const DraftHeader& header) const {
+  const int row = isChosen_ ? cmbEarlier_->currentIndex() : RowFor(DateOf(header));
+  return row < 0 ? nullptr
+                 : LoadCalibration(*model_, calibrations_.at(static_cast<std::size_t>(row)));
 }
 
 void EarlierChoice::End() {

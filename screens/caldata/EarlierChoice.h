@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/caldata/EarlierCalibration.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 
 namespace tarvell {
@@ -32,6 +33,13 @@ class EarlierChoice final : public QWidget {
   /// Forgets them.
   void End();
 
+  /// The header of the data is now this one. Unless the user has chosen a calibration, the data are
+  /// compared with the newest that has another date.
+  void HeaderChanged(const DraftHeader& header);
+  /// The calibration that data with this header are compared with; nullptr if there is none, or it
+  /// cannot be read.
+  [[nodiscard]] std::unique_ptr<cifCaldata> DataFor(const DraftHeader& header) const;
+
   /// "5 MAR 2001"; "" if nothing is chosen or it cannot be read.
   [[nodiscard]] QString Name() const;
   /// Fills `grid` with a page of the chosen calibration. False if it has no such page.
@@ -43,10 +51,14 @@ class EarlierChoice final : public QWidget {
 
  private:
   void Load();
+  /// The row of the newest calibration with another date, -1 for none.
+  [[nodiscard]] int RowFor(const FileDate& date) const;
+  void ShowRow(int row);
 
   QComboBox* cmbEarlier_;
   const Model* model_ = nullptr;
   std::vector<Calibration> calibrations_;
+  bool isChosen_ = false;  ///< by the user
   std::unique_ptr<cifCaldata> chosen_;
 };
 

@@ -69,6 +69,11 @@ void EditorCurve::Begin(const Model& model, const cifCaldata& data, const std::s
   ChangedSoon();
 }
 
+void EditorCurve::HeaderChanged(const DraftHeader& header) {
+  earlier_->HeaderChanged(header);
+  changes_->setVisible(!earlier_->isHidden());
+}
+
 void EditorCurve::End() {
   soon_.stop();
   model_ = nullptr;

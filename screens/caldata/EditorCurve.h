@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
 
@@ -49,6 +50,8 @@ class EditorCurve final : public QObject {
 
   /// The calibration that the data are compared with.
   [[nodiscard]] const EarlierChoice& Earlier() const { return *earlier_; }
+  /// The data may have to be compared with another calibration now.
+  void HeaderChanged(const DraftHeader& header);
 
  private:
   void Watch();
