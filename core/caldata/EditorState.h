@@ -88,6 +88,9 @@ struct EditorState {
 /// data set is the same afterwards.
 [[nodiscard]] std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption);
 
+/// Fills `grid` with a page as an editor shows it: the captions of `data`, and the rows of `shown`.
+void FillPage(const cifCaldata& data, std::int16_t page, const DraftPage& shown, CalDataGrid& grid);
+
 /// The pages of a state without the one that its option hides, which is not part of the data set.
 [[nodiscard]] std::vector<std::int16_t> ShownPages(const EditorState& state);
 

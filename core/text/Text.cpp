@@ -109,7 +109,10 @@ void AppendRight(std::string& target, std::string_view text, std::size_t width) 
 }
 
 std::string_view TakeLine(std::string_view& rest) {
-  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+  // A search for several characters, find_first_of, calls a function for each character of the
+  // line.
+  const auto* end = std::ranges::find_if(rest, [](char c) { return c == '\r' || c == '\n'; });
+  const std::string_view line = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
   rest.remove_prefix(line.size());
   rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
   return line;

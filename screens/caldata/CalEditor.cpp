@@ -173,6 +173,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
       {.screen = this,
        .grid = controls_.grid,
        .menu = fileMenu_,
+       .earlier = &curve_->Earlier(),
        .model = [this]() -> const Model& { return *model_; },
        .data = [this]() -> const cifCaldata& { return *data_; },
        .contents =
