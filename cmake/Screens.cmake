@@ -16,6 +16,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/DataSetExport.cpp
   screens/caldata/DataSetPrinting.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
   screens/caldata/DataSetEditors.cpp

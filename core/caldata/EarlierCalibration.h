@@ -19,13 +19,14 @@
 namespace tarvell {
 
 /// A content that the file of a data set has, or had. Its header is what the lists show; the fields
-/// are empty if it has none.
+/// are empty if it has none, or has not been read yet.
 struct Calibration {
   bool isCurrent = false;   ///< what the file holds now
   CalFileInfo header = {};  ///< its FilePath is that of the file, or of the kept version
   HistoryEvent event = {};  ///< what has replaced it; of the current one, what has written it
   bool hasHeader = false;   ///< whether it has the header of a data file, not in the old style
   bool wasSaved = true;     ///< that of a KeptVersion
+  bool isRead = false;      ///< whether its header, if any, has been read
 
   /// Reads its file, and works out a hash.
   [[nodiscard]] VersionState State() const {
@@ -44,9 +45,10 @@ struct Calibration {
 /// cannot be read.
 [[nodiscard]] std::vector<Calibration> EveryCalibrationOf(const std::string& path);
 
-/// The same from a history that has been read.
-[[nodiscard]] std::vector<Calibration> CalibrationsIn(const FileHistory& history,
-                                                      const std::string& path);
+/// The same from a history that has been read. Only the header of the current content has been
+/// read; ReadHeader reads that of another one, unless it has been read.
+[[nodiscard]] std::vector<Calibration> CalibrationsIn(FileHistory history, const std::string& path);
+void ReadHeader(Calibration& calibration);
 
 /// Those whose header can be read and is not in the old style. A history that cannot be read counts
 /// as empty; `problem` says then what is wrong with it.

@@ -31,15 +31,12 @@ std::optional<CellNumber> NumberOfCell(std::string_view cell) {
   const std::size_t slash = cell.find('/');
   const std::string_view text =
       Trim(slash == std::string_view::npos ? cell : cell.substr(slash + 1));
-  if (!BeginsWithNumber(text)) {
+  const std::optional<LeadingNumber> number = LeadingNumberOf(text);
+  if (!number || std::abs(number->value) > kLargestNumber) {
     return std::nullopt;
   }
-  const double value = NumericValueOrInfinity(text);
-  if (std::abs(value) > kLargestNumber) {
-    return std::nullopt;
-  }
-  const std::string_view after = AfterNumber(text);
-  return CellNumber{value, TrimRight(text.substr(0, text.size() - after.size())), Trim(after)};
+  const std::size_t end = text.size() - number->after.size();
+  return CellNumber{number->value, TrimRight(text.substr(0, end)), Trim(number->after)};
 }
 
 CaptionParts PartsOfCaption(std::string_view caption) {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "core/caldata/MemoryGrid.h"
@@ -72,7 +73,7 @@ struct JudgedPoint {
 class SlipFinder {
  public:
   /// `input` and `entered`, its table without defaults, must outlive the object.
-  SlipFinder(const SlipInput& input, const MemoryGrid& entered)
+  SlipFinder(const SlipInput& input, const CalDataGrid& entered)
       : input_(input),
         table_{input.table.model, input.table.page, entered},
         columns_(ValueColumnsOf(table_)),
@@ -115,6 +116,9 @@ class SlipFinder {
   }
 
   void MarkChanges(const ValueColumn& column) {
+    if (input_.earlier == nullptr) {
+      return;
+    }
     for (GridRow row = kFirstDataRow; row < EndOf(table_.grid); ++row) {
       const Cell cell = {row, column.column};
       const auto now = values_.find(cell);
@@ -143,10 +147,8 @@ class SlipFinder {
     }
     points_.clear();
     lines_.clear();
-    for (const Curve& curve : CurvesOf(table_.model, table_.page, table_.grid)) {
-      if (curve.column == column.column) {
-        AddLine(curve);
-      }
+    for (const Curve& curve : CurvesOf(table_, std::span(&column, 1))) {
+      AddLine(curve);
     }
     if (table_.model.family == ModelFamily::StepAttenuator) {
       AddLinesOverSettings();
@@ -234,6 +236,9 @@ class SlipFinder {
   }
 
   void NoteShift(const ValueColumn& column) {
+    if (input_.earlier == nullptr && input_.origins.empty()) {
+      return;  // nothing that could show it
+    }
     std::vector<ShiftRow> rows;
     for (GridRow row = kFirstDataRow; row < EndOf(table_.grid); ++row) {
       rows.push_back(RowOfShift(column, {row, column.column}));
@@ -297,6 +302,9 @@ class SlipFinder {
 }  // namespace
 
 Slips FindSlips(const SlipInput& input) {
+  if (input.origins.empty()) {
+    return SlipFinder(input, input.table.grid).Find();
+  }
   MemoryGrid entered;
   CopyEntered(input, entered);
   return SlipFinder(input, entered).Find();

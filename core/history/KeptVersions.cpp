@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <functional>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <set>
 #include <span>
@@ -27,8 +26,6 @@
 namespace tarvell {
 
 namespace {
-
-constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
@@ -78,25 +75,6 @@ HistoryEvent EventNamed(const std::string& name) {
   return event;
 }
 
-/// The content of a file, or why it cannot be read.
-struct Content {
-  std::string bytes;
-  std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
-};
-
-/// The contents of the files in a folder, by their names.
-std::map<std::string, Content> ContentsIn(const std::filesystem::path& folder) {
-  std::map<std::string, Content> contents;
-  const std::error_code code =
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry& entry) {
-        Content& content = contents[entry.name];
-        content.error = ReadFoundFile(entry, content.bytes, kNoLimit);
-        return true;
-      });
-  CheckListed(code, folder);
-  return contents;
-}
-
 /// The state of a content that should have this hash, "" if nobody knows.
 VersionState StateBy(const std::string& bytes, std::error_code error, std::string_view hash) {
   if (error) {
@@ -127,20 +105,37 @@ void InsertByTime(std::vector<KeptVersion> unknown, std::vector<KeptVersion>& ve
   std::move(next, unknown.end(), std::back_inserter(versions));
 }
 
+/// The content of a version that is as it was kept, as far as anybody knows; nothing for others.
+std::optional<std::string> WholeContent(const KeptVersion& version) {
+  std::string bytes;
+  const std::error_code error = ReadNativeFile(NativePath(version.path), bytes);
+  const VersionState state = StateBy(bytes, error, version.event.before);
+  const bool isWhole = state == VersionState::AsKept || state == VersionState::NoJournal;
+  return isWhole ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+/// Whether the journal rules out that a whole version has the content with this hash, "" if
+/// unknown.
+bool RulesOut(const KeptVersion& version, std::string_view hash) {
+  return !hash.empty() && !version.event.before.empty() && version.event.before != hash;
+}
+
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
 /// the same after it.
 void LeaveOutUnfinished(FileHistory& history) {
-  const auto isWhole = [](const KeptVersion& version) {
-    const VersionState state = StateBy(version.bytes, version.error, version.event.before);
-    return state == VersionState::AsKept || state == VersionState::NoJournal;
-  };
   std::vector<KeptVersion>& versions = history.versions;
   const auto repeated = std::unique(
-      versions.begin(), versions.end(), [&](const KeptVersion& later, const KeptVersion& version) {
-        return later.bytes == version.bytes && isWhole(later) && isWhole(version);
+      versions.begin(), versions.end(), [](const KeptVersion& later, const KeptVersion& version) {
+        if (RulesOut(later, version.event.before)) {
+          return false;
+        }
+        const std::optional<std::string> content = WholeContent(version);
+        return content && content == WholeContent(later);
       });
   versions.erase(repeated, versions.end());
-  if (!versions.empty() && versions.front().bytes == history.current && isWhole(versions.front())) {
+  if (!versions.empty() && history.current &&
+      !RulesOut(versions.front(), Sha256(*history.current)) &&
+      WholeContent(versions.front()) == history.current) {
     versions.erase(versions.begin());
   }
 }
@@ -200,10 +195,6 @@ std::string_view TextOf(VersionState state) {
   return "";
 }
 
-VersionState KeptVersion::State() const {
-  return StateByCopy(StateBy(bytes, error, event.before), wasSaved);
-}
-
 VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event) {
   std::string bytes;
   const std::error_code error = ReadNativeFile(NativePath(path), bytes);
@@ -227,23 +218,20 @@ FileHistory HistoryOf(const std::string& path) {
   ReadCurrent(path, journal.events, history);
   const std::filesystem::path folder = place.Versions();
   const std::string text = PathText(folder);
-  std::map<std::string, Content> contents = ContentsIn(folder);
+  std::set<std::string> names = NamesIn(folder);
   const std::span<const HistoryEvent> events = journal.events;
+  history.versions.reserve(events.size());
   for (std::size_t i = 0; i < events.size(); ++i) {
     const HistoryEvent& event = events[i];
     if (!event.kept.empty()) {
-      const auto found = contents.extract(event.kept);
-      Content content = found ? std::move(found.mapped()) : Content();
-      history.versions.push_back({Joined(text, event.kept), event, std::move(content.bytes),
-                                  content.error, WasSaved(events.first(i + 1))});
+      names.erase(event.kept);
+      history.versions.push_back({Joined(text, event.kept), event, WasSaved(events.first(i + 1))});
     }
   }
   // Those that are left are not in the journal.
   std::vector<KeptVersion> unknown;
-  unknown.reserve(contents.size());
-  for (auto& [name, content] : contents) {
-    unknown.push_back(
-        {Joined(text, name), EventNamed(name), std::move(content.bytes), content.error});
+  for (const std::string& name : names) {
+    unknown.push_back({Joined(text, name), EventNamed(name)});
   }
   InsertByTime(std::move(unknown), history.versions);
   std::ranges::reverse(history.versions);

@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "core/history/History.h"
@@ -29,24 +28,21 @@ enum class VersionState {
 /// A sentence for a state that is not AsKept, "" for that.
 [[nodiscard]] std::string_view TextOf(VersionState state);
 
-/// An earlier content of a file.
-struct KeptVersion {
-  std::string path;       ///< of the kept file, a path of the program
-  HistoryEvent event;     ///< what replaced or removed it
-  std::string bytes;      ///< its content
-  std::error_code error;  ///< why its content cannot be read
-  bool wasSaved = true;   ///< false if the journal knows that no change had written it
-
-  /// Works out a hash, which takes longer than reading the content.
-  [[nodiscard]] VersionState State() const;
-};
-
 /// The state of the present content of a file, or of a kept one: reads the file at `path`, a path
-/// of the program. `event` is what has written the present content, or what replaced the kept one;
-/// `wasSaved` is that of the version.
+/// of the program, and works out a hash. `event` is what has written the present content, or what
+/// replaced the kept one; `wasSaved` is that of the version.
 [[nodiscard]] VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event);
 [[nodiscard]] VersionState StateOfKept(const std::string& path, const HistoryEvent& event,
                                        bool wasSaved);
+
+/// An earlier content of a file.
+struct KeptVersion {
+  std::string path;      ///< of the kept file, a path of the program
+  HistoryEvent event;    ///< what replaced or removed it
+  bool wasSaved = true;  ///< false if the journal knows that no change had written it
+
+  [[nodiscard]] VersionState State() const { return StateOfKept(path, event, wasSaved); }
+};
 
 struct FileHistory {
   std::optional<std::string> current;  ///< what the file holds now; nothing if it cannot be read
@@ -57,7 +53,8 @@ struct FileHistory {
 
 /// The history of the file at `path`, a path of the program; without versions if nothing is known
 /// of it. What a save kept that was interrupted then, so that the file stayed the same, is left
-/// out. Throws the error of a history that cannot be read.
+/// out. Reads the journal and the file; a version only where it may be left out. Throws the error
+/// of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
 
 /// A file that does not exist any more, and of which the history keeps versions.

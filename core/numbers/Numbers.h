@@ -24,6 +24,15 @@ namespace tarvell {
 /// otherwise "".
 [[nodiscard]] std::string_view TooLargeNumber(std::string_view text);
 
+/// The number at the beginning of a text that NumericValueOrInfinity would find, and what follows
+/// it, without the blanks before that.
+struct LeadingNumber {
+  double value = 0;
+  std::string_view after;
+};
+/// Nothing for a text that does not begin with a number.
+[[nodiscard]] std::optional<LeadingNumber> LeadingNumberOf(std::string_view text);
+
 /// Whether a text begins with a number that NumericValue would find.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 

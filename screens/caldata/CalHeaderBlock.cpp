@@ -188,8 +188,20 @@ void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
 }
 
 void CalHeaderBlock::MarkDates(bool areDefaults) {
+  defaults_ = areDefaults ? std::optional(Boxes()) : std::nullopt;
   calDate_->Mark(areDefaults);
   dueDate_->Mark(areDefaults);
+}
+
+void CalHeaderBlock::MarkDefaultDates(const DraftHeader& boxes) {
+  if (!defaults_) {
+    return;
+  }
+  const auto isDefault = [&](auto... texts) {
+    return ((boxes.*texts == (*defaults_).*texts) && ...);
+  };
+  calDate_->Mark(isDefault(&DraftHeader::calYear, &DraftHeader::calMonth, &DraftHeader::calDay));
+  dueDate_->Mark(isDefault(&DraftHeader::dueYear, &DraftHeader::dueMonth, &DraftHeader::dueDay));
 }
 
 void CalHeaderBlock::LockSerial(bool locked) {
@@ -255,6 +267,7 @@ void CalHeaderBlock::ShowBoxes(const DraftHeader& boxes) {
   ui_->cmbDueMonth->setCurrentIndex(ui_->cmbDueMonth->findText(ToQt(boxes.dueMonth)));
   ui_->txtDueDay->setText(ToQt(boxes.dueDay));
   ui_->txtComment->setText(ToQt(boxes.comment));
+  MarkDefaultDates(boxes);
 }
 
 QString CalHeaderBlock::Serial() const {

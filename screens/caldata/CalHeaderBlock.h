@@ -81,10 +81,13 @@ class CalHeaderBlock final : public QWidget {
  private:
   void cmbCalMonth_Click();
   void cmbDueMonth_Click();
+  /// Marks the dates of `boxes` that are still those of the template.
+  void MarkDefaultDates(const DraftHeader& boxes);
 
   std::unique_ptr<Ui::CalHeaderBlock> ui_;
   DefaultDate* calDate_;
   DefaultDate* dueDate_;
+  std::optional<DraftHeader> defaults_;  ///< the boxes with the dates of the template, if any
 };
 
 }  // namespace tarvell

@@ -95,6 +95,8 @@ void CurvePane::Load() {
   }
   plot_ = loaded.plot;
   plot_->Widget().installEventFilter(this);
+  plot_->Widget().addActions(actions());
+  plot_->Widget().setContextMenuPolicy(Qt::ActionsContextMenu);
   parts_->insertWidget(0, &plot_->Widget(), 1);
 }
 

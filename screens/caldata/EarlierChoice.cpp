@@ -25,13 +25,19 @@ QString NameOf(const Calibration& calibration) {
   return ToQt(DateText(calibration.Calibrated())) + (number.isEmpty() ? "" : ", " + number);
 }
 
+/// The calibration date of a header; a box without a number counts as 0.
+FileDate DateOf(const DraftHeader& header) {
+  return {ToQt(header.calYear).toShort(), MonthToNumber(header.calMonth),
+          ToQt(header.calDay).toShort()};
+}
+
 }  // namespace
 
 EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new QComboBox(this)) {
   setObjectName("earlier");
   auto* layout = new QHBoxLayout(this);  // the widget owns it
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* label = new QLabel(tr("Earl&ier calibration"), this);
+  auto* label = new QLabel(tr("Compare &with"), this);
   label->setObjectName("lblEarlier");
   label->setBuddy(cmbEarlier_);
   cmbEarlier_->setObjectName("cmbEarlier");
@@ -86,10 +92,20 @@ void EarlierChoice::SetDate(const FileDate& date) {
 
 void EarlierChoice::ChooseFor(const FileDate& date) {
   const QSignalBlocker blocker(cmbEarlier_);
+  const int row = RowFor(date);
+  setVisible(row >= 0);
+  cmbEarlier_->setCurrentIndex(row);
+}
+
+int EarlierChoice::RowFor(const FileDate& date) const {
   const Calibration* earlier = EarlierCalibration(calibrations_, date);
-  setVisible(earlier != nullptr);
-  cmbEarlier_->setCurrentIndex(earlier != nullptr ? static_cast<int>(earlier - calibrations_.data())
-                                                  : -1);
+  return earlier == nullptr ? -1 : static_cast<int>(earlier - calibrations_.data());
+}
+
+std::unique_ptr<cifCaldata> EarlierChoice::DataFor(const DraftHeader& header) const {
+  const int row = isChosenByUser_ ? cmbEarlier_->currentIndex() : RowFor(DateOf(header));
+  return row < 0 ? nullptr
+                 : LoadCalibration(*model_, calibrations_.at(static_cast<std::size_t>(row)));
 }
 
 void EarlierChoice::End() {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/caldata/EarlierCalibration.h"
+#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 
 namespace tarvell {
@@ -39,6 +40,10 @@ class EarlierChoice final : public QWidget {
   /// "".
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
+  /// The calibration that data with this header are compared with; nullptr if there is none, or it
+  /// cannot be read.
+  [[nodiscard]] std::unique_ptr<cifCaldata> DataFor(const DraftHeader& header) const;
+
   /// "5 MAR 2001"; "" if nothing is chosen or it cannot be read.
   [[nodiscard]] QString Name() const;
   /// Fills `grid` with a page of the chosen calibration. False if it has no such page.
@@ -52,6 +57,8 @@ class EarlierChoice final : public QWidget {
   /// Chooses the newest with another date.
   void ChooseFor(const FileDate& date);
   void Load();
+  /// The row of the newest calibration with another date, -1 for none.
+  [[nodiscard]] int RowFor(const FileDate& date) const;
 
   QComboBox* cmbEarlier_;
   const Model* model_ = nullptr;

@@ -65,6 +65,7 @@ void EditorCurve::Watch() {
 
 void EditorCurve::Begin(const Model& model, const cifCaldata& data, const std::string& path) {
   model_ = &model;
+  ++opened_;
   earlier_->Begin(model, data, path);
   editor_.notices->Report(
       kHistory, earlier_->Problem().empty()
@@ -130,8 +131,11 @@ void EditorCurve::ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier) {
   shown.curves = CurvesBeside(CurvesOf(*model_, editor_.page(), now), current);
   if (!shown.curves.empty()) {
     const Curve& curve = shown.curves.front();
-    shown.subject =
-        QString("%1 %2 %3").arg(editor_.page()).arg(curve.column).arg(ToQt(curve.yUnit));
+    shown.subject = QString("%1 %2 %3 %4")
+                        .arg(opened_)
+                        .arg(editor_.page())
+                        .arg(curve.column)
+                        .arg(ToQt(curve.yUnit));
     column_ = curve.column;
     if (earlier != nullptr) {
       shown.earlier = CurvesOf(*model_, editor_.page(), *earlier);

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
 #include "core/dates/FileDate.h"
@@ -71,6 +72,7 @@ class EditorCurve final : public QObject {
   ChangeTable* changes_;
   EarlierChoice* earlier_;
   std::int16_t column_ = 1;  ///< whose changes are shown
+  int opened_ = 0;           ///< how many data sets were; each is shown whole at first
   QTimer soon_;
 };
 

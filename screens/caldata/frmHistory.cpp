@@ -14,8 +14,12 @@
 #include <cstddef>
 #include <utility>
 
+#include "core/caldata/OpenedDataSet.h"
 #include "core/dates/DueDate.h"
 #include "core/files/Paths.h"
+#include "core/platform/Error.h"
+#include "exchange/Export.h"
+#include "screens/caldata/DataSetExport.h"
 #include "screens/caldata/DataSetPrinting.h"
 #include "screens/caldata/VersionCurve.h"
 #include "screens/caldata/VersionTexts.h"
@@ -100,43 +104,68 @@ void frmHistory::MakeFileMenu() {
   });
   if (subject_.model != nullptr && subject_.model->create != nullptr) {
     curve_ = new VersionCurve(this, ui_->tblData, menu);
+    menu->addAction(tr("&Export..."), this, &frmHistory::Export)->setObjectName("mnuExport");
   }
-  AddPaperEntries(menu, this, [this] {
-    return WorkOfVersion(subject_.model, subject_.path, calibrations_, Selected());
+  AddPaperEntries(menu, this, [this] { return Paper(); });
+}
+
+PaperWork frmHistory::Paper() {
+  // The earlier calibration is found by the headers.
+  std::ranges::for_each(calibrations_, &ReadHeader);
+  return WorkOfVersion(subject_.model, subject_.path, calibrations_, Selected());
+}
+
+void frmHistory::Export() {
+  Guarded(this, [this] {
+    const std::vector<int> rows = Selected();
+    if (rows.size() != 1) {
+      throw Error(ErrorKind::Index, "Nothing was exported. Select one version.");
+    }
+    const std::unique_ptr<cifCaldata> version =
+        OpenDataSet(*subject_.model, At(rows[0]).header).data;
+    ExportDataSet(this, *subject_.model, *version, StateOf(*subject_.model, *version));
+    // Where a version of a set lacks data, those of the template are exported.
+    QStringList notices;
+    for (const std::string& notice : version->LoadNotices()) {
+      notices << ToQt(notice);
+    }
+    ui_->notices->Report(kVersion, notices.join(' '));
   });
 }
 
-const Calibration& frmHistory::At(int row) const {
-  return calibrations_.at(static_cast<std::size_t>(row));
+const Calibration& frmHistory::At(int row) {
+  Calibration& version = calibrations_.at(static_cast<std::size_t>(row));
+  ReadHeader(version);
+  return version;
 }
 
 void frmHistory::ShowVersions() {
   const BusyPointer busy;
-  const FileHistory history = HistoryOf(subject_.path);
-  calibrations_ = CalibrationsIn(history, subject_.path);
+  FileHistory history = HistoryOf(subject_.path);
+  const std::size_t damaged = history.damagedLines;
+  const bool hasVersions = !history.versions.empty();
   {
     const QSignalBlocker blocker(ui_->tblVersions->selectionModel());
+    ui_->tblVersions->setRowCount(0);  // no cell may ask for a version that is gone
+    calibrations_ = CalibrationsIn(std::move(history), subject_.path);
     ui_->tblVersions->setRowCount(static_cast<int>(calibrations_.size()));
-    int row = 0;
-    for (const Calibration& version : calibrations_) {
+    for (int row = 0; row < ui_->tblVersions->rowCount(); ++row) {
       int column = 0;
-      for (QTableWidgetItem* cell : CellsOf(version)) {
+      for (QTableWidgetItem* cell :
+           CellsOf([this, row]() -> const Calibration& { return At(row); })) {
         ui_->tblVersions->setItem(row, column++, cell);
       }
-      ++row;
     }
     ui_->tblVersions->clearSelection();
   }
-  const std::size_t damaged = history.damagedLines;
   ui_->notices->Report(
       kJournal, damaged == 0 ? QString()
                 : damaged == 1
                     ? tr("1 line of the journal cannot be read: it was cut off or changed.")
                     : tr("%1 lines of the journal cannot be read: they were cut off or changed.")
                           .arg(damaged));
-  ui_->notices->SetRemark(history.versions.empty()
-                              ? tr("No earlier version is known of this file.")
-                              : tr("Select two versions (with Ctrl) to compare them."));
+  ui_->notices->SetRemark(hasVersions ? tr("Select two versions (with Ctrl) to compare them.")
+                                      : tr("No earlier version is known of this file."));
   ui_->tblVersions->selectRow(0);
   ShowSelected();
 }

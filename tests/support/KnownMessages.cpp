@@ -91,6 +91,7 @@ const std::array kKnownMessages = {
     // Paper.
     "No printer is set up on this computer\\. .*",
     "Nothing was printed\\. Select one version, or two to compare them\\.",
+    "Nothing was exported\\. Select one version\\.",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",

@@ -75,10 +75,11 @@ class TheHistory : public testing::Test {
     }
     return lines;
   }
-  [[nodiscard]] static Texts ContentsOf(const FileHistory& history) {
+  /// What the versions hold, "" for one whose file is missing.
+  [[nodiscard]] Texts ContentsOf(const FileHistory& history) const {
     Texts contents;
     for (const KeptVersion& version : history.versions) {
-      contents.push_back(version.bytes);
+      contents.push_back(tree_.Exists(version.path) ? tree_.Read(version.path) : "");
     }
     return contents;
   }
@@ -200,6 +201,40 @@ TEST_F(TheHistory, ListsTheVersionReplacedLastFirst) {
   EXPECT_EQ(history.versions.at(0).event.user, "anna");
   EXPECT_EQ(history.versions.at(0).event.after, Sha256("third"));
   EXPECT_EQ(history.versions.at(0).path, std::string(kVersions) + R"(\20260305T140307Z.2-anna)");
+}
+
+/// Counts the files that are opened.
+class CountingPlatform : public ForwardingPlatform {
+ public:
+  CountingPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
+  CountingPlatform(const CountingPlatform&) = delete;
+  CountingPlatform& operator=(const CountingPlatform&) = delete;
+  ~CountingPlatform() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code OpenForReading(const fs::path& path,
+                                               std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenForReading(path, file);
+  }
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenFound(entry, file);
+  }
+
+  int opened = 0;
+
+ private:
+  Platform* before_;
+};
+
+TEST_F(TheHistory, IsListedWithoutReadingItsVersions) {
+  for (const char* bytes : {"first", "second", "third", "fourth"}) {
+    SaveWithHistory(kFile, bytes);
+  }
+  CountingPlatform platform;
+  EXPECT_EQ(HistoryOf(kFile).versions.size(), 3U);
+  EXPECT_EQ(platform.opened, 2) << "the journal and the file itself";
 }
 
 TEST_F(TheHistory, SaysWhatWasChangedByHand) {

@@ -155,6 +155,45 @@ TEST_P(Versions, ArePutBackAsANewSave) {
   EXPECT_EQ(Kept().back(), present);
 }
 
+TEST_P(Versions, AreExportedAsTheyWere) {
+  const std::string file = (tree_.Root() / "old.csv").string();
+  const auto exportByKeys = [](QWidget& history) {
+    Click(history, "btnFile");
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_E);
+    Settle();
+    // As a window manager does when the menu is gone.
+    history.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&history));
+    Find<QTableWidget>(history, "tblVersions").setFocus();
+  };
+  AtHistory([&](frmHistory& history) {
+    ClickRow(history, 2);
+    questions_.ExpectFilePicker("Export the calibration data",
+                                {"CSV for spreadsheets (*.csv)", "JSON for programs (*.json)"},
+                                QString::fromStdString(file));
+    exportByKeys(history);
+    ClickRow(history, 1, Qt::ControlModifier);
+    questions_.ExpectError({"Nothing was exported. Select one version."});
+    exportByKeys(history);
+  });
+  const std::string header = "Format,tarvell-data-set 1\r\nModel," + Code() +
+                             "\r\nSerial number,3318A12345\r\nCalibration number,C-1\r\n"
+                             "Calibration date,2001-03-05\r\nDue date,2002-03-05\r\n"
+                             "Comment,factory\r\n\r\n";
+  if (HasPages()) {
+    EXPECT_TRUE(ReadNative(file).starts_with(header +
+                                             "Page,RT521A\r\nMember serial number,M001\r\n"
+                                             "Frequency [Hz],Capacitance [pF],Unc. of Capacitance,"
+                                             "Disspation Factor,Unc. of Disspation Factor\r\n"
+                                             "1000,1.000012,12 ppm,0.00001,0.00002\r\n"));
+  } else {
+    EXPECT_EQ(ReadNative(file), header +
+                                    "Frequency [MHz],Calibration factor [%]\r\n0.10,98.00\r\n"
+                                    "50.00,100.0\r\n1000.00,98.84\r\n");
+  }
+}
+
 TEST_P(Versions, ThatWereChangedByHandAreMarked) {
   const std::string folder = R"(c:\calfactors\history.tarvell\)" + Code() + R"(\SN12345)";
   tree_.Write(folder + "\\" + tree_.Names(folder).at(1), "cut");
