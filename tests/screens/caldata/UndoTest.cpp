@@ -310,9 +310,9 @@ INSTANTIATE_TEST_SUITE_P(Models, RandomActs, testing::Values("PX12A", "PX60H", "
 
 // ---- What the user sees.
 
-class Undo : public EitherEditor {};
+class UndoInBothEditors : public EitherEditor {};
 
-TEST_P(Undo, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
+TEST_P(UndoInBothEditors, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
   Edit([](CalEditor& editor) {
     CalGrid& grid = GridOf(editor);
     Texts others = {"Copy", "Paste"};
@@ -343,7 +343,7 @@ TEST_P(Undo, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
   });
 }
 
-TEST_P(Undo, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
+TEST_P(UndoInBothEditors, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
   Edit([this](CalEditor& editor) {
     CalGrid& grid = GridOf(editor);
     TypeCell(editor, 1, 1, "3");
@@ -369,7 +369,7 @@ TEST_P(Undo, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Editors, Undo, testing::Bool(), KindName);
+INSTANTIATE_TEST_SUITE_P(Editors, UndoInBothEditors, testing::Bool(), KindName);
 
 class UndoOnPages : public TabEditorFixture {
  protected:
