@@ -57,9 +57,10 @@ bool CertificateFiles::eventFilter(QObject* watched, QEvent* event) {
   }
   auto& drop = static_cast<QDropEvent&>(*event);  // the base of all of them
   const QString file = FileIn(*drop.mimeData());
+  // The file stays where it is, even if the other program proposes to move it.
+  drop.setDropAction(Qt::CopyAction);
   drop.setAccepted(!file.isEmpty());
   if (event->type() == QEvent::Drop && !file.isEmpty()) {
-    drop.setDropAction(Qt::CopyAction);
     // The other program waits until the drop is done.
     QTimer::singleShot(0, this, [this, file] { Import(file); });
   }

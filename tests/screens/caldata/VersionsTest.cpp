@@ -161,11 +161,12 @@ TEST_P(Versions, AreExportedAsTheyWere) {
     Click(history, "btnFile");
     ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_E);
-    Settle();
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() == nullptr; }));
     // As a window manager does when the menu is gone.
     history.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&history));
-    Find<QTableWidget>(history, "tblVersions").setFocus();
+    auto& table = Find<QTableWidget>(history, "tblVersions");
+    table.setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table.hasFocus(); }));
   };
   AtHistory([&](frmHistory& history) {
     ClickRow(history, 2);
