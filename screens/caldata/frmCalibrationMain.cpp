@@ -370,8 +370,6 @@ void frmCalibrationMain::DeleteData() {
   if (!GetSelection(model, serial)) {
     return;
   }
-  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
-  const auto mayLetGo = UnlessChanged(this, path);
   const auto answer = CurrentQuestions().Ask(
       this, {.text = "Are you sure you want to delete " + ToQt(model) + "(" + ToQt(serial) + ")?",
              .icon = QMessageBox::Warning,
@@ -380,6 +378,8 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
+  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
+  const auto mayLetGo = UnlessChanged(this, path);
   bool deleted = false;
   Guarded(
       this,
