@@ -16,6 +16,7 @@ void AddCellRows();
 void AddCurveRows(const std::string& drives);
 void AddScreenRows(const std::string& drives);
 void AddSurveyRows();
+void AddOverviewRows();
 void AddGrowthRows();
 
 }  // namespace tarvell::bench
@@ -29,6 +30,7 @@ int main(int argc, char** argv) {
   tarvell::bench::AddCurveRows(workplace.Drives().string());
   tarvell::bench::AddScreenRows(workplace.Drives().string());
   tarvell::bench::AddSurveyRows();
+  tarvell::bench::AddOverviewRows();
   tarvell::bench::AddGrowthRows();
   tarvell::bench::PrintTable({argv, argv + argc});
 }

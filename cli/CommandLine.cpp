@@ -68,7 +68,8 @@ FileDate DateIn(const char* option, const std::string& text) {
 /// The arguments of the program, and the command that they choose.
 class Arguments {
  public:
-  Arguments(std::time_t now, Console& console) : console_(console) {
+  /// `first` is the first argument, "" without one.
+  Arguments(const std::string& first, std::time_t now, Console& console) : console_(console) {
     ReadProfile(options_.calibrationDir, options_.stationDir);
     options_.now = now;
     options_.today = LocalDay(now);
@@ -76,13 +77,13 @@ class Arguments {
     app_.set_help_all_flag("--help-all", "Show the options of all commands");
     app_.set_version_flag("--version", "tarvell-cli " + std::to_string(kMajorVersion) + "." +
                                            std::to_string(kMinorVersion));
-    AddCheck();
-    AddDue();
-    AddShow();
-    AddDiff();
-    AddExport();
-    AddHistory();
-    AddImport();
+    // Setting up all commands takes longer than most of them, and only help and errors need it.
+    const auto* used = std::ranges::find(kCommands, first, &Addition::name);
+    for (const Addition& addition : kCommands) {
+      if (used == kCommands.end() || used == &addition) {
+        (this->*addition.add)();
+      }
+    }
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -213,6 +214,18 @@ class Arguments {
     return isHelp ? kClean : kCouldNotLook;
   }
 
+  struct Addition {
+    std::string_view name;
+    void (Arguments::*add)();
+  };
+  static constexpr std::array<Addition, 7> kCommands = {{{"check", &Arguments::AddCheck},
+                                                         {"due", &Arguments::AddDue},
+                                                         {"show", &Arguments::AddShow},
+                                                         {"diff", &Arguments::AddDiff},
+                                                         {"export", &Arguments::AddExport},
+                                                         {"history", &Arguments::AddHistory},
+                                                         {"import", &Arguments::AddImport}}};
+
   Console& console_;
   CLI::App app_{"Looks after the calibration data of test stations", "tarvell-cli"};
   Options options_;
@@ -230,7 +243,8 @@ class Arguments {
 
 int RunCommandLine(const std::vector<std::string>& arguments, std::time_t now, Console& console) {
   try {
-    return Arguments(now, console).Run(arguments);
+    const std::string first = arguments.empty() ? std::string() : arguments.front();
+    return Arguments(first, now, console).Run(arguments);
   } catch (const Error& error) {
     console.Err("tarvell-cli: " + WithoutControls(error.what()) + "\n");
     return kCouldNotLook;

@@ -65,9 +65,9 @@ struct ImportOrder {
   bool replaces = false;
 };
 
-/// Saves a certificate as a new data set. One that lacks a date, a serial number or values of a
-/// page is not saved, nor is one about which there are doubts, unless the user is sure. A file is
-/// replaced only if the order says so.
+/// Saves a certificate as a new data set. One that lacks a date or a serial number is not saved,
+/// nor is one about which there are doubts or that lacks values of a page, unless the user is sure.
+/// A file is replaced only if the order says so.
 int Import(const Options& options, const ImportOrder& order, Console& console);
 
 /// Runs the program with its arguments, without its own name.

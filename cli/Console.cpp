@@ -40,7 +40,7 @@ ProgressBar::~ProgressBar() {
 
 void ProgressBar::Show(double done) {
   const int percent = static_cast<int>(done * kPercent);
-  if (percent == shown_ || (shown_ < 0 && !console_.ErrIsTerminal())) {
+  if (percent == shown_ || !isWatched_) {
     return;
   }
   shown_ = percent;

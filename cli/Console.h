@@ -40,7 +40,7 @@ class SystemConsole final : public Console {
 class ProgressBar {
  public:
   /// `console` must outlive the object.
-  explicit ProgressBar(Console& console) : console_(console) {}
+  explicit ProgressBar(Console& console) : console_(console), isWatched_(console.ErrIsTerminal()) {}
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
   /// Removes the bar.
@@ -51,6 +51,7 @@ class ProgressBar {
 
  private:
   Console& console_;
+  bool isWatched_;
   int shown_ = -1;
 };
 

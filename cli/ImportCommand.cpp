@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "core/caldata/OpenedDataSet.h"
 #include "core/curves/SlipLimits.h"
 #include "core/dates/Months.h"
+#include "core/files/FileIOCommonModule.h"
 #include "core/files/FileNames.h"
 #include "core/files/Paths.h"
 #include "core/history/Replacement.h"
@@ -23,13 +25,12 @@
 #include "core/text/Text.h"
 #include "exchange/Export.h"
 #include "exchange/ImportPlan.h"
+#include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
 
 namespace tarvell::cli {
 
 namespace {
-
-using Change = PastedRow::Change;
 
 void Report(Console& console, const std::string& file, const std::string& sentence) {
   console.Err("tarvell-cli: " + WithoutControls(file + ": " + sentence) + "\n");
@@ -71,11 +72,8 @@ std::vector<std::string> Texts(const std::vector<ReadingQuestion>& questions) {
   return texts;
 }
 
-/// What a new data set still lacks, a sentence each. It is not saved with the template's values in
-/// its place: nobody would see that they are no measured ones.
-std::vector<std::string> Lacks(const Model& model, const Certificate& certificate,
-                               const EditorState& after, const ImportPlan& plan,
-                               const cifCaldata& data) {
+/// What a new data set still lacks, a sentence each.
+std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after) {
   std::vector<std::string> lacks;
   if (after.header.serialNumber.empty()) {
     lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
@@ -86,23 +84,38 @@ std::vector<std::string> Lacks(const Model& model, const Certificate& certificat
   if (!certificate.header.dueDate) {
     lacks.emplace_back("The certificate names no due date. Give it with --due.");
   }
+  return lacks;
+}
+
+/// The pages of a set that keep values of the template, a sentence each. In the file nobody sees
+/// that these are no measured ones.
+std::vector<std::string> PagesWithDefaults(const Model& model, const cifCaldata& data,
+                                           const EditorState& after, const ImportPlan& plan) {
+  std::vector<std::string> sentences;
   if (!HasPages(model)) {
-    return lacks;
+    return sentences;
   }
   for (const std::int16_t page : ShownPages(after)) {
+    const std::size_t rows = after.pages.at(static_cast<std::size_t>(page)).rows.size();
+    const auto values = static_cast<std::size_t>(
+        std::ranges::count_if(ModelColumns(model, data, page),
+                              [](const ModelColumn& column) { return !column.IsPoint(); }));
+    const std::size_t all = rows * values;
+    std::size_t taken = 0;
     const auto planned = std::ranges::find(plan.pages, page, &PagePlan::page);
-    const std::size_t missing = planned == plan.pages.end()
-                                    ? after.pages.at(static_cast<std::size_t>(page)).rows.size()
-                                    : static_cast<std::size_t>(std::ranges::count(
-                                          planned->rows, Change::Missing,
-                                          [](const PlannedRow& row) { return row.row.change; }));
-    if (missing > 0) {
-      lacks.push_back("The certificate has no values for " + std::to_string(missing) +
-                      " rows of the page " + Quoted(data.GetCalPageName(page)) +
-                      ". Import it in the editor of the program, and enter them there.");
+    if (planned != plan.pages.end()) {
+      for (const PlannedRow& row : planned->rows) {
+        taken += row.taken.size();
+      }
+    }
+    if (taken < all) {
+      sentences.push_back("The certificate has " + std::to_string(taken) + " of the " +
+                          std::to_string(all) + " values of the page " +
+                          Quoted(data.GetCalPageName(page)) +
+                          ". The others are those of the template, which nobody has measured.");
     }
   }
-  return lacks;
+  return sentences;
 }
 
 /// The values that the editor would mark.
@@ -133,7 +146,8 @@ Certificate CertificateOf(const ImportOrder& order) {
   return certificate;
 }
 
-/// Saves a new data set, unless that would replace a file that may not be replaced.
+/// Saves a new data set, unless that would replace a file that may not be replaced. Makes the
+/// folder of the model if the data set is its first.
 bool Save(cifCaldata& data, const std::string& path, bool replaces, Console& console) {
   const bool mayReplace =
       MayReplace([&] { return data.WouldReplace(path); },
@@ -149,6 +163,9 @@ bool Save(cifCaldata& data, const std::string& path, bool replaces, Console& con
                    return replaces;
                  });
   if (mayReplace) {
+    if (const std::string folder(FolderOf(path)); !FolderExists(folder)) {
+      MakeFolder(folder);
+    }
     data.SaveCalibrationDataToFile(path);
   }
   return mayReplace;
@@ -170,19 +187,20 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   const ImportTarget target = {model, *data, now, !order.serialNumber.empty()};
   const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
   const EditorState after = AfterImport(now, plan, true);
-  std::vector<std::string> lacks;
-  if (plan.HasValues()) {
-    lacks = Lacks(model, certificate, after, plan, *data);
-  }
   ReportEach(console, order.file, plan.notes);
-  ReportEach(console, order.file, lacks);
-  if (!plan.HasValues() || !lacks.empty()) {
+  if (!plan.HasValues()) {
     return kCouldNotLook;
   }
-  if (!plan.doubts.empty() && !order.isSure) {
-    ReportEach(console, order.file, plan.doubts);
+  if (const std::vector<std::string> lacks = Lacks(certificate, after); !lacks.empty()) {
+    ReportEach(console, order.file, lacks);
+    return kCouldNotLook;
+  }
+  std::vector<std::string> doubts = plan.doubts;
+  std::ranges::move(PagesWithDefaults(model, *data, after, plan), std::back_inserter(doubts));
+  ReportEach(console, order.file, doubts);
+  if (!doubts.empty() && !order.isSure) {
     Report(console, order.file,
-           "Nothing was saved. If this is the right certificate, repeat the command with --sure.");
+           "Nothing was saved. To save it all the same, repeat the command with --sure.");
     return kFindings;
   }
   StoreState(after, model, *data);

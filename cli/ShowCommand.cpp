@@ -6,11 +6,11 @@
 #include "cli/Commands.h"
 #include "cli/DataFile.h"
 #include "cli/TextTable.h"
-#include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 #include "core/station/StationFiles.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
+#include "exchange/Export.h"
 
 namespace tarvell::cli {
 
@@ -48,29 +48,9 @@ std::string TextOf(const DataFile& file) {
   return text;
 }
 
-Json JsonOf(const DataFile& file, const std::string& path) {
-  const CalFileInfo& header = file.header;
-  Json json;
-  json["format"] = "tarvell-file";
-  json["version"] = 1;
-  json["path"] = ShownPath(path);
-  json["model"] = header.ModelNumber;
-  json["serialNumber"] = header.SerialNumber;
-  json["calibrationNumber"] = header.CalibrationNumber;
-  json["calibrated"] = IsoDate({header.CalYear, header.CalMonth, header.CalDay});
-  json["due"] = IsoDate({header.DueYear, header.DueMonth, header.DueDay});
-  json["comment"] = header.Comment;
-  json["pages"] = Json::array();
-  if (!file.data) {
-    return json;
-  }
-  for (PageTexts& page : PagesOf(*file.data)) {
-    json["pages"].push_back({{"name", page.name},
-                             {"serialNumber", page.serialNumber},
-                             {"columns", page.captions},
-                             {"rows", page.rows}});
-  }
-  return json;
+std::string JsonTextOf(const DataFile& file) {
+  return file.data ? JsonOf(*file.model, *file.data, StateOf(*file.model, *file.data))
+                   : JsonOf(file.header);
 }
 
 /// The keywords of an instrument's file with their values, in its order.
@@ -102,7 +82,7 @@ int Show(const Options& options, const std::string& path, Console& console) {
     return kClean;
   }
   const DataFile file = ReadDataFile(bytes, path);
-  console.Out(options.isJson ? TextOf(JsonOf(file, path)) : TextOf(file));
+  console.Out(options.isJson ? JsonTextOf(file) : TextOf(file));
   if (file.data && !options.isQuiet) {
     for (const std::string& notice : file.data->LoadNotices()) {
       console.Err("tarvell-cli: " + WithoutControls(notice) + "\n");

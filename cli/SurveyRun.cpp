@@ -3,23 +3,22 @@
 
 #include "cli/SurveyRun.h"
 
+#include <algorithm>
+#include <thread>
+
 #include "cli/TextTable.h"
 #include "core/platform/ProgramPath.h"
 
 namespace tarvell::cli {
 
 SurveyResult RunSurvey(const Options& options, Console& console) {
-  Survey survey({.calibrationDir = options.calibrationDir,
-                 .stationDir = options.stationDir,
-                 .today = options.today,
-                 .dueSoonDays = options.dueSoonDays});
-  {
-    ProgressBar bar(console);
-    while (survey.Step()) {
-      bar.Show(survey.Progress());
-    }
-  }
-  return survey.TakeResult();
+  ProgressBar bar(console);
+  const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
+  return SurveyInThreads({.calibrationDir = options.calibrationDir,
+                          .stationDir = options.stationDir,
+                          .today = options.today,
+                          .dueSoonDays = options.dueSoonDays},
+                         threads, [&bar](double done) { bar.Show(done); });
 }
 
 void ReportPlaces(const SurveyResult& result, Console& console) {

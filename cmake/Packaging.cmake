@@ -14,7 +14,7 @@ install(FILES packaging/tarvell.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR
 install(FILES images/tarvell.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES images/tarvell-16.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/16x16/apps
   RENAME tarvell.svg)
-install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES packaging/copyright docs/data-set.schema.json DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # An example does nothing until the administrator copies it.
 install(FILES packaging/examples/tarvell-due.service packaging/examples/tarvell-due.timer
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -16,6 +16,7 @@ add_library(tarvell_screens STATIC
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/DataSetExport.cpp
   screens/caldata/DataSetPrinting.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
   screens/caldata/DataSetEditors.cpp
@@ -111,6 +112,7 @@ endif()
 add_library(tarvell_curve ${library_type} screens/curve/PlotView.cpp screens/curve/QcpPlot.cpp)
 target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
   tarvell_warnings)
+target_precompile_headers(tarvell_curve PRIVATE <qcustomplot.h>)
 add_library(tarvell_paper ${library_type} screens/paper/PrinterDialog.cpp)
 target_link_libraries(tarvell_paper PRIVATE Qt6::PrintSupport Qt6::Widgets tarvell_warnings)
 foreach(library IN LISTS TARVELL_LIBRARIES)

@@ -21,17 +21,23 @@ namespace tarvell {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr std::string_view kLineEnd = "\r\n";
 
-/// The ISO date of three boxes; "" for a date that does not exist.
+/// "" for a date that does not exist.
+std::string IsoTextOrNone(const FileDate& date) {
+  return date.year > 0 && IsValidDate(date.year, date.month, date.day) ? IsoText(date)
+                                                                       : std::string();
+}
+
+/// The ISO date of three boxes.
 std::string DateOf(const std::string& year, const std::string& month, const std::string& day) {
   const auto number = [](const std::string& text) {
     const std::optional<double> parsed = ParseNumber(text);
     return parsed && *parsed >= 0 && *parsed <= 9999 ? ToInt16(*parsed) : std::int16_t{0};
   };
-  const FileDate date = {number(year), MonthToNumber(month), number(day)};
-  return date.year > 0 && IsValidDate(date.year, date.month, date.day) ? IsoText(date)
-                                                                       : std::string();
+  return IsoTextOrNone({number(year), MonthToNumber(month), number(day)});
 }
 
 /// A header field, by its names in CSV and JSON.
@@ -41,16 +47,34 @@ struct ExportedField {
   std::string value;
 };
 
-std::vector<ExportedField> HeaderOf(const Model& model, const EditorState& state) {
+/// The values of a header; dates are ISO dates.
+struct ExportedHeader {
+  std::string model;
+  std::string serialNumber;
+  std::string calibrationNumber;
+  std::string calibrationDate;
+  std::string dueDate;
+  std::string comment;
+};
+
+std::vector<ExportedField> FieldsOf(const ExportedHeader& header) {
+  return {{"Model", "model", header.model},
+          {"Serial number", "serialNumber", header.serialNumber},
+          {"Calibration number", "calibrationNumber", header.calibrationNumber},
+          {"Calibration date", "calibrationDate", header.calibrationDate},
+          {"Due date", "dueDate", header.dueDate},
+          {"Comment", "comment", header.comment}};
+}
+
+std::vector<ExportedField> FieldsOf(const Model& model, const EditorState& state) {
   const DraftHeader& header = state.header;
-  std::vector<ExportedField> fields = {
-      {"Model", "model", std::string(model.code)},
-      {"Serial number", "serialNumber", header.serialNumber},
-      {"Calibration number", "calibrationNumber", header.calibrationNumber},
-      {"Calibration date", "calibrationDate",
-       DateOf(header.calYear, header.calMonth, header.calDay)},
-      {"Due date", "dueDate", DateOf(header.dueYear, header.dueMonth, header.dueDay)},
-      {"Comment", "comment", header.comment}};
+  std::vector<ExportedField> fields =
+      FieldsOf({.model = std::string(model.code),
+                .serialNumber = header.serialNumber,
+                .calibrationNumber = header.calibrationNumber,
+                .calibrationDate = DateOf(header.calYear, header.calMonth, header.calDay),
+                .dueDate = DateOf(header.dueYear, header.dueMonth, header.dueDay),
+                .comment = header.comment});
   if (state.option) {
     fields.push_back({"Option", "option", *state.option ? "001" : "none"});
   }
@@ -81,12 +105,23 @@ void AppendKey(std::string& csv, const std::string& key, const std::string& valu
   }
 }
 
+std::string JsonText(const std::vector<ExportedField>& fields, const Json& pages) {
+  Json json = {{"format", "tarvell-data-set"}, {"version", 1}};
+  for (const ExportedField& field : fields) {
+    if (!field.value.empty() || field.member == "model") {
+      json[field.member] = field.value;
+    }
+  }
+  json["pages"] = pages;
+  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace
 
 std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState& state) {
   std::string csv;
   AppendKey(csv, "Format", std::string(kExportFormat));
-  for (const ExportedField& field : HeaderOf(model, state)) {
+  for (const ExportedField& field : FieldsOf(model, state)) {
     AppendKey(csv, field.key, field.value);
   }
   for (const std::int16_t page : ShownPages(state)) {
@@ -108,13 +143,6 @@ std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState&
 }
 
 std::string JsonOf(const Model& model, const cifCaldata& data, const EditorState& state) {
-  using Json = nlohmann::ordered_json;
-  Json json = {{"format", "tarvell-data-set"}, {"version", 1}};
-  for (const ExportedField& field : HeaderOf(model, state)) {
-    if (!field.value.empty()) {
-      json[field.member] = field.value;
-    }
-  }
   Json pages = Json::array();
   for (const std::int16_t page : ShownPages(state)) {
     const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
@@ -128,8 +156,18 @@ std::string JsonOf(const Model& model, const cifCaldata& data, const EditorState
                      {"columns", columns},
                      {"rows", table.rows}});
   }
-  json["pages"] = pages;
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return JsonText(FieldsOf(model, state), pages);
+}
+
+std::string JsonOf(const CalFileInfo& header) {
+  return JsonText(
+      FieldsOf({.model = header.ModelNumber,
+                .serialNumber = header.SerialNumber,
+                .calibrationNumber = header.CalibrationNumber,
+                .calibrationDate = IsoTextOrNone({header.CalYear, header.CalMonth, header.CalDay}),
+                .dueDate = IsoTextOrNone({header.DueYear, header.DueMonth, header.DueDay}),
+                .comment = header.Comment}),
+      Json::array());
 }
 
 EditorState StateOf(const Model& model, cifCaldata& data) {

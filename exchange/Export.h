@@ -8,6 +8,7 @@
 
 #include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
+#include "core/caldata/mTypeDef.h"
 
 /// Data sets in forms that other programs read.
 namespace tarvell {
@@ -19,9 +20,12 @@ namespace tarvell {
 [[nodiscard]] std::string CsvOf(const Model& model, const cifCaldata& data,
                                 const EditorState& state);
 
-/// The same as JSON, in UTF-8; docs/file-formats.md has its schema.
+/// The same as JSON, in UTF-8, as docs/data-set.schema.json describes it.
 [[nodiscard]] std::string JsonOf(const Model& model, const cifCaldata& data,
                                  const EditorState& state);
+
+/// The same of a file whose values the program cannot read: only its header.
+[[nodiscard]] std::string JsonOf(const CalFileInfo& header);
 
 /// The header and pages of a data set as an editor shows them. The data set is the same afterwards.
 [[nodiscard]] EditorState StateOf(const Model& model, cifCaldata& data);

@@ -90,10 +90,10 @@ std::string NoTable(const ImportTarget& target, const Certificate& certificate) 
   for (const CertificateTable& table : certificate.tables) {
     std::string columns;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-      columns += (columns.empty() ? "" : ", ") + SourceName(table, {i, false}, "en");
+      columns += (columns.empty() ? "" : ", ") + SourceName(table, {i, false}, target.language);
     }
-    text += "\n" + NameIn(table.name, "en") + " (" + table.where + "): " + columns + ", " +
-            std::to_string(table.RowCount()) + (table.RowCount() == 1 ? " row." : " rows.");
+    text += "\n" + NameIn(table.name, target.language) + " (" + table.where + "): " + columns +
+            ", " + std::to_string(table.RowCount()) + (table.RowCount() == 1 ? " row." : " rows.");
   }
   return text;
 }
@@ -196,9 +196,9 @@ ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate
       isChosen = true;
       continue;
     }
-    PagePlan planned =
-        PlanPage({target.model, target.data, page, target.now.pages[i].rows,
-                  certificate.tables[*choice.table], choice.match, certificate.isExport});
+    PagePlan planned = PlanPage({target.model, target.data, page, target.now.pages[i].rows,
+                                 certificate.tables[*choice.table], choice.match, target.language,
+                                 certificate.isExport});
     AppendAll(plan.doubts, planned.doubts);
     AppendAll(plan.notes, planned.notes);
     if (!planned.IsEmpty()) {

@@ -24,7 +24,8 @@ struct ImportTarget {
   const Model& model;
   const cifCaldata& data;
   const EditorState& now;
-  bool isSerialFixed = false;  ///< whether the serial number must not change
+  bool isSerialFixed = false;   ///< whether the serial number must not change
+  std::string language = "en";  ///< of the user; names in several languages are shown in it
 };
 
 /// Which table goes into a page, and how its columns do.

@@ -19,10 +19,10 @@ constexpr std::array<std::string_view, 3> kFrequency = {"freq", "fréq", "frec"}
 constexpr std::array<std::string_view, 9> kFactor = {
     "factor",     "faktor", "facteur", "kf", "cf", "efficiency", "wirkungs", "basic_measuredvalue",
     "calibration"};
-constexpr std::array<std::string_view, 15> kNotFactor = {
-    "reflect", "reflex", "réflex", "gamma",     "vswr",    "swr",   "magnitude",
-    "phase",   "rho",    "linear", "deviation", "abweich", "écart", "basic_measurementerror",
-    "mismatch"};
+constexpr std::array<std::string_view, 20> kNotFactor = {
+    "reflect",  "reflex", "réflex",  "gamma",     "vswr",    "swr",   "magnitude",
+    "phase",    "rho",    "linear",  "deviation", "abweich", "écart", "basic_measurementerror",
+    "mismatch", "diss",   "verlust", "pertes",    "pérdida", "loss"};
 constexpr std::array<std::string_view, 9> kSetting = {"setting",  "nominal",  "nennwert",
                                                       "sollwert", "einstell", "position",
                                                       "step",     "réglage",  "basic_nominalvalue"};

@@ -110,7 +110,8 @@ class Planning {
     std::string unused;
     for (const ColumnSource& each : SourcesOf(source_.table)) {
       if (std::ranges::find(source_.match, std::optional(each)) == source_.match.end()) {
-        unused += (unused.empty() ? "" : ", ") + Quoted(SourceName(source_.table, each, "en"));
+        unused += (unused.empty() ? "" : ", ") +
+                  Quoted(SourceName(source_.table, each, source_.language));
       }
     }
     if (!unused.empty()) {
@@ -142,8 +143,17 @@ class Planning {
 
   void TakePoints() {
     std::string text;
+    std::size_t points = 0;
     for (std::size_t row = 0; row < source_.table.RowCount(); ++row) {
-      text += LineOf(row) + "\n";
+      const std::string line = LineOf(row);
+      points += line.empty() ? 0 : 1;
+      if (points > kTableRows) {
+        throw Error(ErrorKind::Type, "The table of the certificate (" + source_.table.where +
+                                         ") has more than " + std::to_string(kTableRows) +
+                                         " points, which is all that a data set has room for. "
+                                         "Choose another table.");
+      }
+      text += line + "\n";
     }
     if (text.find_first_not_of('\n') == std::string::npos) {
       return;

@@ -43,6 +43,7 @@ struct PageSource {
   const std::vector<std::vector<std::string>>& rows;  ///< the data rows of the page
   const CertificateTable& table;
   const ColumnMatch& match;
+  std::string language = "en";  ///< of the user
   bool keepsTexts = false;  ///< a number that needs no rounding keeps the digits it is written with
 };
 

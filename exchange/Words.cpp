@@ -19,7 +19,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 55> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 56> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -69,6 +69,7 @@ constexpr std::array<Key, 55> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"kommentar", KeyField::Comment},
                                         {"remarque", KeyField::Comment},
                                         {"observaci", KeyField::Comment},
+                                        {"comentari", KeyField::Comment},
                                         {"option", KeyField::Option},
                                         {"format", KeyField::Format},
                                         {"page", KeyField::Page},

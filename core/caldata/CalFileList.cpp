@@ -167,7 +167,8 @@ Error TooManyFiles(const std::string& folder, std::size_t listed, bool isFiltere
                     "Type more of the serial number, calibration number or comment."
               : "The folder holds more than " + count + " data files; " + first +
                     "To list others, type a part of their serial number, calibration number or "
-                    "comment into the filter above the list. Or move the files of instruments that "
+                    "comment into the filter above the serial numbers, in the menu of calibration "
+                    "data or where you pick an instrument. Or move the files of instruments that "
                     "are no longer used to another folder.",
           folder};
 }

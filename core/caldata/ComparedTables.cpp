@@ -77,12 +77,13 @@ std::vector<ComparedRow> ComparedRows(const TableRowList& earlier, const TableRo
 std::string CellDifference(std::string_view earlier, std::string_view later) {
   const CellParts old = PartsOf(Trim(earlier));
   const CellParts now = PartsOf(Trim(later));
-  const bool canSubtract = !old.number.empty() && !now.number.empty() && old.before == now.before &&
-                           old.after == now.after;
-  if (!canSubtract || old.number == now.number) {
+  const bool isEqual = old.number == now.number && old.after == now.after;
+  if (old.number.empty() || now.number.empty() || old.before != now.before || isEqual) {
     return "";
   }
-  return SignedDifference(now.number, old.number) + std::string(now.after);
+  const std::string difference =
+      SignedDifference({now.number, Trim(now.after)}, {old.number, Trim(old.after)});
+  return difference.empty() ? difference : difference + std::string(now.after);
 }
 
 }  // namespace tarvell

@@ -27,8 +27,8 @@ struct ComparedRow {
 [[nodiscard]] std::vector<ComparedRow> ComparedRows(const TableRowList& earlier,
                                                     const TableRowList& later, std::size_t keys);
 
-/// What a cell has become larger or smaller by, in its unit: "+0.4", "-0.02 pF". "" if the two
-/// cells are equal, or differ in more than a number.
+/// What a cell has become larger or smaller by, in the unit of the later one: "+0.4", "-0.02 pF".
+/// "" if the two cells are equal, or differ in more than a number, or per cent and ppm.
 [[nodiscard]] std::string CellDifference(std::string_view earlier, std::string_view later);
 
 }  // namespace tarvell

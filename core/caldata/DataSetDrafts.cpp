@@ -200,6 +200,13 @@ void DataSetDrafts::DiscardOffered() {
   offered_.pop_back();
 }
 
+void DataSetDrafts::RemoveOffered() {
+  if (!offered_.empty()) {
+    Remove(offered_.back().path);
+    offered_.pop_back();
+  }
+}
+
 void DataSetDrafts::RemoveAllOf(const EditorState& state) {
   for (auto held = offered_.begin(); held != offered_.end();) {
     if (HoldsAllOf(state, held->draft->state)) {

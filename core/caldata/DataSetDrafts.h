@@ -66,6 +66,8 @@ class DataSetDrafts {
   void TakeOffered();
   /// Moves the offered draft to the recycle bin. Throws the error of a file that cannot be moved.
   void DiscardOffered();
+  /// Removes the offered draft. Throws the error of a file that cannot be removed.
+  void RemoveOffered();
   /// Removes the offered drafts of which `state` holds everything, and the own draft.
   void RemoveAllOf(const EditorState& state);
 

@@ -41,7 +41,7 @@ struct DraftField {
   std::string DraftHeader::*text;
 };
 
-constexpr std::array<DraftField, 9> kFields = {{
+constexpr std::array<DraftField, kHeaderBoxes.size()> kFields = {{
     {"Serial number", &DraftHeader::serialNumber},
     {"Calibration number", &DraftHeader::calibrationNumber},
     {"Calibration year", &DraftHeader::calYear},

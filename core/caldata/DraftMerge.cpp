@@ -16,23 +16,32 @@ namespace {
 
 using Row = std::vector<std::string>;
 
-bool AreSamePoint(const Row& one, const Row& other, std::size_t pointColumns) {
-  const auto count = static_cast<std::ptrdiff_t>(pointColumns);
-  return one.size() >= pointColumns && other.size() >= pointColumns &&
-         std::equal(one.begin(), one.begin() + count, other.begin());
-}
+/// What two rows share that belong together: their point, and how many rows of the page before have
+/// it, too.
+struct RowKey {
+  Row point;
+  std::ptrdiff_t earlier = 0;
+
+  bool operator==(const RowKey&) const = default;
+};
 
 /// A row of a page with what is known of its cells.
 struct MarkedRow {
+  RowKey key;
   Row cells;
   std::vector<Origin> origins;
   Row notes;
 };
 
-std::vector<MarkedRow> RowsWithMarks(const DraftPage& page) {
+std::vector<MarkedRow> RowsWithMarks(const DraftPage& page, std::size_t pointColumns) {
   std::vector<MarkedRow> rows;
   for (const Row& cells : page.rows) {
-    rows.push_back({cells, std::vector<Origin>(cells.size(), Origin::File), Row(cells.size())});
+    RowKey key = {Row(cells.begin(), cells.begin() + static_cast<std::ptrdiff_t>(
+                                                         std::min(pointColumns, cells.size())))};
+    key.earlier = std::ranges::count(rows, key.point,
+                                     [](const MarkedRow& before) { return before.key.point; });
+    rows.push_back({std::move(key), cells, std::vector<Origin>(cells.size(), Origin::File),
+                    Row(cells.size())});
     MarkedRow& row = rows.back();
     for (std::size_t column = 0; column < cells.size(); ++column) {
       const Cell cell = {RowOf(TableIndex{rows.size() - 1}), static_cast<std::int16_t>(column)};
@@ -67,38 +76,42 @@ void SetRows(const std::vector<MarkedRow>& rows, DraftPage& page) {
 /// Puts the typed rows of one page into the newer ones.
 class PageMerge {
  public:
+  /// `open` is the row of the open cell among the typed ones, if anything was typed in it.
   PageMerge(const DraftPage& opened, const DraftPage& typed, const DraftPage& now,
-            std::size_t pointColumns)
-      : opened_(opened.rows),
-        typed_(RowsWithMarks(typed)),
-        rows_(RowsWithMarks(now)),
-        pointColumns_(pointColumns) {}
+            std::size_t pointColumns, std::optional<std::size_t> open)
+      : opened_(RowsWithMarks(opened, pointColumns)),
+        typed_(RowsWithMarks(typed, pointColumns)),
+        rows_(RowsWithMarks(now, pointColumns)),
+        open_(open) {}
 
-  /// Returns how many newer values stay that the draft has otherwise.
-  std::size_t Merge() {
-    for (const Row& opened : opened_) {
+  void Merge() {
+    for (const MarkedRow& opened : opened_) {
       TakeDeletion(opened);
     }
     for (const MarkedRow& typed : typed_) {
       TakeRow(typed);
     }
-    return kept_;
   }
 
   [[nodiscard]] const std::vector<MarkedRow>& Rows() const { return rows_; }
+  [[nodiscard]] std::size_t Kept() const { return kept_; }
+  [[nodiscard]] std::size_t WithoutRoom() const { return withoutRoom_; }
 
  private:
-  [[nodiscard]] auto Find(std::vector<MarkedRow>& rows, const Row& point) const {
-    return std::ranges::find_if(
-        rows, [&](const MarkedRow& row) { return AreSamePoint(row.cells, point, pointColumns_); });
+  static std::vector<MarkedRow>::iterator Find(std::vector<MarkedRow>& rows, const RowKey& key) {
+    return std::ranges::find(rows, key, &MarkedRow::key);
   }
 
-  void TakeDeletion(const Row& opened) {
-    if (Find(typed_, opened) != typed_.end()) {
+  [[nodiscard]] bool IsOpen(const MarkedRow& typed) const {
+    return open_ && &typed == &typed_[*open_];
+  }
+
+  void TakeDeletion(const MarkedRow& opened) {
+    if (Find(typed_, opened.key) != typed_.end()) {
       return;
     }
-    const auto newer = Find(rows_, opened);
-    if (newer != rows_.end() && newer->cells == opened) {
+    const auto newer = Find(rows_, opened.key);
+    if (newer != rows_.end() && newer->cells == opened.cells) {
       rows_.erase(newer);
     } else if (newer != rows_.end()) {
       ++kept_;
@@ -106,13 +119,12 @@ class PageMerge {
   }
 
   void TakeRow(const MarkedRow& typed) {
-    const auto opened = std::ranges::find_if(
-        opened_, [&](const Row& row) { return AreSamePoint(row, typed.cells, pointColumns_); });
-    const auto newer = Find(rows_, typed.cells);
+    const auto opened = Find(opened_, typed.key);
+    const auto newer = Find(rows_, typed.key);
     if (newer != rows_.end()) {
-      TakeCells(typed, opened == opened_.end() ? nullptr : &*opened, *newer);
+      TakeCells(typed, opened == opened_.end() ? nullptr : &opened->cells, *newer);
       next_ = newer - rows_.begin() + 1;
-    } else if (opened == opened_.end() || *opened != typed.cells) {
+    } else if (opened == opened_.end() || opened->cells != typed.cells || IsOpen(typed)) {
       TakeNewRow(typed);
     }
   }
@@ -123,7 +135,7 @@ class PageMerge {
       rows_.insert(rows_.begin() + next_, typed);
       ++next_;
     } else {
-      ++kept_;
+      ++withoutRoom_;
     }
   }
 
@@ -143,12 +155,13 @@ class PageMerge {
     }
   }
 
-  std::vector<Row> opened_;
+  std::vector<MarkedRow> opened_;
   std::vector<MarkedRow> typed_;
   std::vector<MarkedRow> rows_;
-  std::size_t pointColumns_;
+  std::optional<std::size_t> open_;
   std::ptrdiff_t next_ = 0;  ///< where a row goes that follows the one that was merged last
   std::size_t kept_ = 0;
+  std::size_t withoutRoom_ = 0;
 };
 
 /// Takes a text that was typed. Returns 1 if the newer one stays, and is another.
@@ -161,32 +174,38 @@ std::size_t TakeText(const std::string& opened, const std::string& typed, std::s
 
 std::size_t TakeHeader(const DraftHeader& opened, const DraftHeader& typed, DraftHeader& now) {
   std::size_t kept = 0;
-  for (std::string DraftHeader::*text :
-       {&DraftHeader::serialNumber, &DraftHeader::calibrationNumber, &DraftHeader::calYear,
-        &DraftHeader::calMonth, &DraftHeader::calDay, &DraftHeader::dueYear, &DraftHeader::dueMonth,
-        &DraftHeader::dueDay, &DraftHeader::comment}) {
-    kept += TakeText(opened.*text, typed.*text, now.*text);
+  for (const auto box : kHeaderBoxes) {
+    kept += TakeText(opened.*box, typed.*box, now.*box);
   }
   return kept;
 }
 
-/// The open cell of a draft at its new place; none if nothing was typed in it, or its row is gone.
-std::optional<OpenCell> OpenCellIn(const EditorState& now, const EditorState& typed,
-                                   std::size_t pointColumns) {
-  std::optional<OpenCell> open = typed.openCell;
-  const auto page = static_cast<std::size_t>(typed.shownPage);
-  if (!open || !open->isTyped || page >= std::min(typed.pages.size(), now.pages.size()) ||
-      open->cell.row < kFirstDataRow ||
+/// The row of a page of the draft that has the open cell; none if nothing was typed in it.
+std::optional<std::size_t> OpenRowOf(const EditorState& typed, std::size_t page) {
+  const std::optional<OpenCell>& open = typed.openCell;
+  if (!open || !open->isTyped || static_cast<std::size_t>(typed.shownPage) != page ||
+      page >= typed.pages.size() || open->cell.row < kFirstDataRow ||
       IndexOf(open->cell.row).value >= typed.pages[page].rows.size()) {
     return std::nullopt;
   }
-  const Row& row = typed.pages[page].rows[IndexOf(open->cell.row).value];
-  const std::vector<Row>& rows = now.pages[page].rows;
-  const auto found = std::ranges::find_if(
-      rows, [&](const Row& other) { return AreSamePoint(other, row, pointColumns); });
+  return IndexOf(open->cell.row).value;
+}
+
+/// The open cell of a draft at its new place; none if nothing was typed in it.
+std::optional<OpenCell> OpenCellIn(const EditorState& now, const EditorState& typed,
+                                   std::size_t pointColumns) {
+  const auto page = static_cast<std::size_t>(typed.shownPage);
+  const std::optional<std::size_t> row = OpenRowOf(typed, page);
+  if (!row || page >= now.pages.size()) {
+    return std::nullopt;
+  }
+  const std::vector<MarkedRow> rows = RowsWithMarks(now.pages[page], pointColumns);
+  const auto found = std::ranges::find(
+      rows, RowsWithMarks(typed.pages[page], pointColumns)[*row].key, &MarkedRow::key);
   if (found == rows.end()) {
     return std::nullopt;
   }
+  std::optional<OpenCell> open = typed.openCell;
   open->cell.row = RowOf(TableIndex{static_cast<std::size_t>(found - rows.begin())});
   return open;
 }
@@ -208,8 +227,11 @@ MergedDraft Merged(const Draft& draft, const EditorState& now, std::size_t point
       std::min({opened.pages.size(), typed.pages.size(), merged.state.pages.size()});
   for (std::size_t index = 0; index < count; ++index) {
     DraftPage& page = merged.state.pages[index];
-    PageMerge rows(opened.pages[index], typed.pages[index], page, pointColumns);
-    merged.kept += rows.Merge();
+    PageMerge rows(opened.pages[index], typed.pages[index], page, pointColumns,
+                   OpenRowOf(typed, index));
+    rows.Merge();
+    merged.kept += rows.Kept();
+    merged.withoutRoom += rows.WithoutRoom();
     SetRows(rows.Rows(), page);
     merged.kept += TakeText(opened.pages[index].serialNumber, typed.pages[index].serialNumber,
                             page.serialNumber);

@@ -19,16 +19,19 @@
 namespace tarvell {
 
 /// A content that the file of a data set has, or had. Its header is what the lists show; the fields
-/// are empty if it has none.
+/// are empty if it has none, or has not been read yet.
 struct Calibration {
   bool isCurrent = false;   ///< what the file holds now
   CalFileInfo header = {};  ///< its FilePath is that of the file, or of the kept version
   HistoryEvent event = {};  ///< what has replaced it; of the current one, what has written it
   bool hasHeader = false;   ///< whether it has the header of a data file, not in the old style
+  bool wasSaved = true;     ///< that of a KeptVersion
+  bool isRead = false;      ///< whether its header, if any, has been read
 
   /// Reads its file, and works out a hash.
   [[nodiscard]] VersionState State() const {
-    return isCurrent ? StateOfCurrent(header.FilePath, event) : StateOfKept(header.FilePath, event);
+    return isCurrent ? StateOfCurrent(header.FilePath, event)
+                     : StateOfKept(header.FilePath, event, wasSaved);
   }
 
   [[nodiscard]] FileDate Calibrated() const {
@@ -42,15 +45,22 @@ struct Calibration {
 /// cannot be read.
 [[nodiscard]] std::vector<Calibration> EveryCalibrationOf(const std::string& path);
 
-/// The same from a history that has been read.
-[[nodiscard]] std::vector<Calibration> CalibrationsIn(const FileHistory& history,
-                                                      const std::string& path);
+/// The same from a history that has been read. Only the header of the current content has been
+/// read; ReadHeader reads that of another one, unless it has been read.
+[[nodiscard]] std::vector<Calibration> CalibrationsIn(FileHistory history, const std::string& path);
+void ReadHeader(Calibration& calibration);
 
 /// Those whose header can be read and is not in the old style. A history that cannot be read counts
-/// as empty.
-[[nodiscard]] std::vector<Calibration> CalibrationsOf(const std::string& path);
+/// as empty; `problem` says then what is wrong with it.
+[[nodiscard]] std::vector<Calibration> CalibrationsOf(const std::string& path,
+                                                      std::string& problem);
+[[nodiscard]] inline std::vector<Calibration> CalibrationsOf(const std::string& path) {
+  std::string problem;
+  return CalibrationsOf(path, problem);
+}
 
-/// The data of a calibration; nullptr if they cannot be loaded.
+/// The data of a calibration, without any value that its file lacks; nullptr if they cannot be
+/// loaded.
 [[nodiscard]] std::unique_ptr<cifCaldata> LoadCalibration(const Model& model,
                                                           const Calibration& calibration);
 
@@ -67,7 +77,8 @@ struct ReadablePage {
 };
 struct ReadableData {
   std::vector<ReadablePage> pages;
-  std::string notice;  ///< why the lines of the file are shown instead of its tables, or ""
+  std::string notice;    ///< what is doubtful, or why lines are shown; "" for none
+  bool isLines = false;  ///< whether the lines of the file are shown instead of its tables
 };
 
 /// The tables of a calibration, or the lines of a file that the program cannot edit or load.

@@ -78,6 +78,15 @@ std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption) {
   return pages;
 }
 
+void FillPage(const cifCaldata& data, std::int16_t page, const DraftPage& shown,
+              CalDataGrid& grid) {
+  data.GetCalData(page, grid);
+  grid.SetRowCount(1);
+  for (const std::vector<std::string>& row : shown.rows) {
+    AddCells(grid, row);
+  }
+}
+
 std::vector<std::int16_t> ShownPages(const EditorState& state) {
   std::vector<std::int16_t> pages;
   for (std::size_t i = 0; i < state.pages.size(); ++i) {

@@ -4,6 +4,7 @@
 #ifndef TARVELL_CORE_CALDATA_EDITORSTATE_H
 #define TARVELL_CORE_CALDATA_EDITORSTATE_H
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -32,6 +33,14 @@ struct DraftHeader {
 
   bool operator==(const DraftHeader&) const = default;
 };
+
+/// Every box of the header, in the order of the screen.
+inline constexpr std::array kHeaderBoxes = {
+    &DraftHeader::serialNumber, &DraftHeader::calibrationNumber,
+    &DraftHeader::calYear,      &DraftHeader::calMonth,
+    &DraftHeader::calDay,       &DraftHeader::dueYear,
+    &DraftHeader::dueMonth,     &DraftHeader::dueDay,
+    &DraftHeader::comment};
 
 /// The serial number of the member, the cells of each data row, and what is known of them.
 struct DraftPage {
@@ -78,6 +87,9 @@ struct EditorState {
 /// All pages of a data set, without the origins, with the one that its option hides at present. The
 /// data set is the same afterwards.
 [[nodiscard]] std::vector<DraftPage> PagesOf(cifCaldata& data, bool hasOption);
+
+/// Fills `grid` with a page as an editor shows it: the captions of `data`, and the rows of `shown`.
+void FillPage(const cifCaldata& data, std::int16_t page, const DraftPage& shown, CalDataGrid& grid);
 
 /// The pages of a state without the one that its option hides, which is not part of the data set.
 [[nodiscard]] std::vector<std::int16_t> ShownPages(const EditorState& state);

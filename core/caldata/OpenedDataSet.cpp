@@ -68,6 +68,19 @@ void DateAgain(const FileDate& today, OpenedDataSet& opened) {
   data.SetDueDate(again->year, NumberToMonth(again->month), again->day);
 }
 
+/// Reads the listed file into `opened`, which may hold the data of the template.
+void TakeFile(const CalFileInfo& listed, OpenedDataSet& opened) {
+  opened.data->LoadCalibrationDataFromFile(listed.FilePath);
+  if (opened.data->HeaderOfLoad().isOldStyle) {
+    throw Error(ErrorKind::NotAFile,
+                "The file is in the old style, without the header lines of a data file, which this "
+                "editor cannot read. It was not opened, and stays as it is. To edit these data, "
+                "add new data of the model, enter the serial number and the values from the file, "
+                "and save them.",
+                listed.FilePath);
+  }
+}
+
 }  // namespace
 
 OpenedDataSet NewDataSet(const Model& model) {
@@ -78,22 +91,22 @@ OpenedDataSet NewDataSet(const Model& model) {
   return opened;
 }
 
+OpenedDataSet OpenVersion(const Model& model, const CalFileInfo& listed) {
+  OpenedDataSet opened;
+  opened.data = model.create();
+  TakeFile(listed, opened);
+  opened.notices = opened.data->LoadNotices();
+  return opened;
+}
+
 OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed) {
   OpenedDataSet opened;
   opened.data = model.create();
   if (HasPages(model)) {
     TakeTemplate(model, opened);
   }
-  opened.data->LoadCalibrationDataFromFile(listed.FilePath);
+  TakeFile(listed, opened);
   const LoadedHeader& header = opened.data->HeaderOfLoad();
-  if (header.isOldStyle) {
-    throw Error(ErrorKind::NotAFile,
-                "The file is in the old style, without the header lines of a data file, which this "
-                "editor cannot read. It was not opened, and stays as it is. To edit these data, "
-                "add new data of the model, enter the serial number and the values from the file, "
-                "and save them.",
-                listed.FilePath);
-  }
   if (!header.hasSerialNumber) {
     TakeListedSerial(listed, opened);
   }

@@ -36,6 +36,10 @@ struct OpenedDataSet {
 /// Throws the error of a file that cannot be read, and a NotAFile error for one in the old style.
 [[nodiscard]] OpenedDataSet OpenDataSet(const Model& model, const CalFileInfo& listed);
 
+/// The same to be looked at, not edited: without the template, so that a value which the file lacks
+/// is not there.
+[[nodiscard]] OpenedDataSet OpenVersion(const Model& model, const CalFileInfo& listed);
+
 /// The data set of a listed file, to enter a new calibration of its instrument on the day `today`:
 /// calibrated today, due as DueAgain says (after a year where the earlier dates give no interval,
 /// which is reported), without a calibration number, and with earlier values. Everything else, and

@@ -31,15 +31,12 @@ std::optional<CellNumber> NumberOfCell(std::string_view cell) {
   const std::size_t slash = cell.find('/');
   const std::string_view text =
       Trim(slash == std::string_view::npos ? cell : cell.substr(slash + 1));
-  if (!BeginsWithNumber(text)) {
+  const std::optional<LeadingNumber> number = LeadingNumberOf(text);
+  if (!number || std::abs(number->value) > kLargestNumber) {
     return std::nullopt;
   }
-  const double value = NumericValueOrInfinity(text);
-  if (std::abs(value) > kLargestNumber) {
-    return std::nullopt;
-  }
-  const std::string_view after = AfterNumber(text);
-  return CellNumber{value, TrimRight(text.substr(0, text.size() - after.size())), Trim(after)};
+  const std::size_t end = text.size() - number->after.size();
+  return CellNumber{number->value, TrimRight(text.substr(0, end)), Trim(number->after)};
 }
 
 CaptionParts PartsOfCaption(std::string_view caption) {
@@ -47,6 +44,10 @@ CaptionParts PartsOfCaption(std::string_view caption) {
   const std::string_view rest = caption.substr(std::min(open + 1, caption.size()));
   return {Trim(caption.substr(0, open)),
           Trim(rest.substr(0, std::min(rest.find_first_of("])"), rest.size())))};
+}
+
+std::string WithUnit(const std::string& number, const std::string& unit) {
+  return unit.empty() ? number : number + " " + unit;
 }
 
 double FactorOfUnit(std::string_view unit) {

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_CURVES_CELLNUMBER_H
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tarvell {
@@ -23,12 +24,15 @@ struct CellNumber {
 /// texts are parts of `cell`.
 [[nodiscard]] std::optional<CellNumber> NumberOfCell(std::string_view cell);
 
-/// A unit and a caption in brackets after a name: "Capacitance[pF]" has "Capacitance" and "pF".
+/// A caption's name, and the unit in brackets: "Capacitance[pF]" has "Capacitance" and "pF".
 struct CaptionParts {
   std::string_view name;
   std::string_view unit;
 };
 [[nodiscard]] CaptionParts PartsOfCaption(std::string_view caption);
+
+/// "12.4 GHz"; the number alone where it has no unit.
+[[nodiscard]] std::string WithUnit(const std::string& number, const std::string& unit);
 
 /// How many Hz, or ohm, one of a unit is: 1E9 for "GHz", 1E3 for "kohm", 1 for any other.
 [[nodiscard]] double FactorOfUnit(std::string_view unit);

@@ -44,11 +44,12 @@ PageChange ChangeOf(const PageTable& now, const PageTable& earlier) {
 std::string DifferenceText(std::string_view now, std::string_view earlier) {
   const std::optional<CellNumber> later = NumberOfCell(now);
   const std::optional<CellNumber> before = NumberOfCell(earlier);
-  if (!later || !before || later->unit != before->unit) {
+  if (!later || !before) {
     return {};
   }
-  const std::string difference = SignedDifference(later->text, before->text);
-  return later->unit.empty() ? difference : difference + " " + std::string(later->unit);
+  const std::string difference =
+      SignedDifference({later->text, later->unit}, {before->text, before->unit});
+  return difference.empty() ? difference : WithUnit(difference, std::string(later->unit));
 }
 
 std::string PointsOfOneOnly(const PageChange& change) {

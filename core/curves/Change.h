@@ -32,7 +32,7 @@ struct PageChange {
 [[nodiscard]] PageChange ChangeOf(const PageTable& now, const PageTable& earlier);
 
 /// `now` minus `earlier`, the texts of two cells: with the unit of the table, and with the decimals
-/// of the one that has more. "" unless both hold a number in the same unit.
+/// of the one that has more. "" unless both hold a number, in the same unit or in per cent and ppm.
 [[nodiscard]] std::string DifferenceText(std::string_view now, std::string_view earlier);
 
 /// The points that only one of the two has, in sentences; "" if there are none.

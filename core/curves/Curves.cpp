@@ -18,7 +18,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr double kPpmInPercent = 1E4;
 constexpr double kHundred = 100;
 
 /// A value as it is drawn.
@@ -61,9 +60,11 @@ std::optional<Drawn> DeviationInPercent(const CellNumber& number, const CellNumb
 class ColumnCurves {
  public:
   /// What is given must outlive the object.
-  ColumnCurves(const PageTable& table, const Axis& axis, const ValueColumn& column)
+  ColumnCurves(const PageTable& table, const Axis& axis, std::span<const Place> places,
+               const ValueColumn& column)
       : table_(table),
         axis_(axis),
+        places_(places),
         column_(column),
         isAttenuator_(table.model.family == ModelFamily::StepAttenuator),
         isDeviation_(IsDeviation(table, column.column)) {}
@@ -80,7 +81,7 @@ class ColumnCurves {
   void AddRow(GridRow row) {
     const std::string text = table_.grid.TextOf({row, column_.column});
     const std::optional<CellNumber> number = NumberOfCell(text);
-    Place place = PlaceOf(table_.grid, row, axis_);
+    const Place& place = places_[IndexOf(row).value];
     if (!number || place.at.empty()) {
       return;
     }
@@ -89,7 +90,7 @@ class ColumnCurves {
       if (table_.model.family == ModelFamily::PowerSensor) {
         value.unit = kPercent;  // only the caption has it
       }
-      Add(column_.name, row, std::move(place), value);
+      Add(column_.name, row, place, value);
       return;
     }
     const std::string nominalText = table_.grid.TextOf({row, NominalColumn(table_)});
@@ -100,15 +101,14 @@ class ColumnCurves {
     const auto deviation = isAttenuator_ ? DeviationInDecibels(*number, *nominal)
                                          : DeviationInPercent(*number, *nominal);
     if (deviation) {
-      Add(isAttenuator_ ? ShortestText(nominal->value) + " dB" : column_.name, row,
-          std::move(place), *deviation);
+      Add(isAttenuator_ ? ShortestText(nominal->value) + " dB" : column_.name, row, place,
+          *deviation);
     }
   }
 
-  void Add(const std::string& name, GridRow row, Place place, const Drawn& value) {
+  void Add(const std::string& name, GridRow row, const Place& place, const Drawn& value) {
     CurveFor(name, value.unit)
-        .points.push_back(
-            {place.x, value.y, {row, column_.column}, std::move(place.at), value.text});
+        .points.push_back({place.x, value.y, {row, column_.column}, place.at, value.text});
   }
 
   Curve& CurveFor(const std::string& name, const std::string& unit) {
@@ -130,6 +130,7 @@ class ColumnCurves {
 
   const PageTable& table_;
   const Axis& axis_;
+  std::span<const Place> places_;  ///< of the data rows
   const ValueColumn& column_;
   bool isAttenuator_;
   bool isDeviation_;
@@ -138,10 +139,6 @@ class ColumnCurves {
 
 std::string Caption(const std::string& name, const std::string& unit) {
   return unit.empty() ? name : name + " [" + unit + "]";
-}
-
-std::string WithUnit(const std::string& number, const std::string& unit) {
-  return unit.empty() ? number : number + " " + unit;
 }
 
 std::string ChangeText(const Curve& curve, const Curve& earlier) {
@@ -164,10 +161,18 @@ std::string ChangeText(const Curve& curve, const Curve& earlier) {
 
 std::vector<Curve> CurvesOf(const Model& model, std::int16_t page, const CalDataGrid& grid) {
   const PageTable table = {model, page, grid};
+  return CurvesOf(table, ValueColumnsOf(table));
+}
+
+std::vector<Curve> CurvesOf(const PageTable& table, std::span<const ValueColumn> columns) {
   const Axis axis = AxisOf(table);
+  std::vector<Place> places;
+  for (GridRow row = kFirstDataRow; row < EndOf(table.grid); ++row) {
+    places.push_back(PlaceOf(table.grid, row, axis));
+  }
   std::vector<Curve> curves;
-  for (const ValueColumn& column : ValueColumnsOf(table)) {
-    for (Curve& curve : ColumnCurves(table, axis, column).Curves()) {
+  for (const ValueColumn& column : columns) {
+    for (Curve& curve : ColumnCurves(table, axis, places, column).Curves()) {
       std::ranges::stable_sort(curve.points, {}, &CurvePoint::x);
       curves.push_back(std::move(curve));
     }

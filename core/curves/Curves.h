@@ -13,6 +13,7 @@
 #include "core/caldata/CalDataGrid.h"
 #include "core/caldata/Cell.h"
 #include "core/caldata/Models.h"
+#include "core/curves/PageRows.h"
 
 /// The values of a page as curves: over frequency, or over what its rows are.
 namespace tarvell {
@@ -50,6 +51,9 @@ struct Curve {
 /// point no curve.
 [[nodiscard]] std::vector<Curve> CurvesOf(const Model& model, std::int16_t page,
                                           const CalDataGrid& grid);
+/// Only those of some columns of the page.
+[[nodiscard]] std::vector<Curve> CurvesOf(const PageTable& table,
+                                          std::span<const ValueColumn> columns);
 
 /// The one of `curves` that is the same curve of another calibration; nullptr if none is.
 [[nodiscard]] const Curve* FindCurve(std::span<const Curve> curves, const Curve& curve);

@@ -71,9 +71,9 @@ Axis AxisOf(const PageTable& table) {
 }
 
 Place PlaceOf(const CalDataGrid& grid, GridRow row, const Axis& axis) {
-  const std::string member(Trim(grid.TextOf({row, kFirstColumn})));
+  const auto member = [&] { return std::string(Trim(grid.TextOf({row, kFirstColumn}))); };
   if (axis.unit.empty()) {
-    return {static_cast<double>(row.number), member};
+    return {static_cast<double>(row.number), member()};
   }
   const std::string text = grid.TextOf({row, axis.column});
   const std::optional<CellNumber> number = NumberOfCell(text);
@@ -86,7 +86,7 @@ Place PlaceOf(const CalDataGrid& grid, GridRow row, const Axis& axis) {
   if (std::abs(x) > kLargestNumber) {
     return {};
   }
-  return {RoundedTo15Digits(x), isFrequency ? FrequencyText(number->value, unit) : member};
+  return {RoundedTo15Digits(x), isFrequency ? FrequencyText(number->value, unit) : member()};
 }
 
 std::string PointName(const PageTable& table, GridRow row) {

@@ -15,7 +15,6 @@ namespace tarvell {
 
 namespace {
 
-constexpr double kPpmInPercent = 1E4;
 constexpr double kHundred = 100;
 /// Two roundings can make up a unit of the last digit.
 constexpr double kLastDigits = 2;

@@ -24,7 +24,9 @@ struct Shift {
 };
 
 /// Where the values from some row on to the last that was entered all fit the earlier calibration
-/// one row later or earlier; nothing unless at least two of them do not fit in their own rows.
+/// one row later or earlier. At least two of them must be outside the limit in their own rows.
+/// Where neighbours differ by less than the limit, at least four must fit the other rows several
+/// times better than their own, while the rows before them fit their own.
 [[nodiscard]] std::optional<Shift> FindShift(const std::vector<ShiftRow>& rows);
 
 }  // namespace tarvell

@@ -78,4 +78,16 @@ std::string SlipReport(std::span<const PageSlips> pages, std::int16_t page, Cell
          why;
 }
 
+std::vector<std::string> SlipSentences(const PageSlips& found) {
+  const std::string page = found.name.empty() ? std::string() : found.name + ": ";
+  std::vector<std::string> sentences;
+  if (!found.slips.notice.empty()) {
+    sentences.push_back(page + found.slips.notice);
+  }
+  for (const auto& [cell, why] : found.slips.marks) {
+    sentences.push_back(page + NameOf(found.table, cell) + ": " + why);
+  }
+  return sentences;
+}
+
 }  // namespace tarvell

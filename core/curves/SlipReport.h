@@ -6,6 +6,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "core/caldata/Cell.h"
 #include "core/curves/PageRows.h"
@@ -25,6 +26,9 @@ struct PageSlips {
 /// on the shown page if possible. "" if there is nothing.
 [[nodiscard]] std::string SlipReport(std::span<const PageSlips> pages, std::int16_t page,
                                      Cell current);
+
+/// Everything that was found on a page, a sentence each: "RT521A: 1 kHz, Capacitance: ...".
+[[nodiscard]] std::vector<std::string> SlipSentences(const PageSlips& found);
 
 }  // namespace tarvell
 

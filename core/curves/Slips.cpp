@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "core/caldata/MemoryGrid.h"
@@ -35,11 +36,7 @@ std::string Rounded(double value) {
   }
   const double place = std::floor(std::log10(std::abs(value))) - (kDigits - 1);
   const double unit = std::pow(10.0, place);
-  return ShortestText(unit > 0 ? std::round(value / unit) * unit : value);
-}
-
-std::string WithUnit(const std::string& number, const std::string& unit) {
-  return unit.empty() ? number : number + " " + unit;
+  return ShortestText(unit > 0 ? RoundedToWhole(value / unit) * unit : value);
 }
 
 /// A copy of a table in which defaults that nobody has entered are empty.
@@ -57,7 +54,7 @@ void CopyEntered(const SlipInput& input, MemoryGrid& entered) {
   }
 }
 
-/// A curve with what is needed to judge its points: a value is `base` plus `scale` times what is
+/// A point with what is needed to judge it: a value is `base` plus `scale` times what is
 /// compared with the neighbours.
 struct JudgedPoint {
   Cell cell;
@@ -76,7 +73,7 @@ struct JudgedPoint {
 class SlipFinder {
  public:
   /// `input` and `entered`, its table without defaults, must outlive the object.
-  SlipFinder(const SlipInput& input, const MemoryGrid& entered)
+  SlipFinder(const SlipInput& input, const CalDataGrid& entered)
       : input_(input),
         table_{input.table.model, input.table.page, entered},
         columns_(ValueColumnsOf(table_)),
@@ -119,6 +116,9 @@ class SlipFinder {
   }
 
   void MarkChanges(const ValueColumn& column) {
+    if (input_.earlier == nullptr) {
+      return;
+    }
     for (GridRow row = kFirstDataRow; row < EndOf(table_.grid); ++row) {
       const Cell cell = {row, column.column};
       const auto now = values_.find(cell);
@@ -147,10 +147,8 @@ class SlipFinder {
     }
     points_.clear();
     lines_.clear();
-    for (const Curve& curve : CurvesOf(table_.model, table_.page, table_.grid)) {
-      if (curve.column == column.column) {
-        AddLine(curve);
-      }
+    for (const Curve& curve : CurvesOf(table_, std::span(&column, 1))) {
+      AddLine(curve);
     }
     if (table_.model.family == ModelFamily::StepAttenuator) {
       AddLinesOverSettings();
@@ -172,7 +170,7 @@ class SlipFinder {
     const PageValue& value = values_.at(point.cell);
     const double suggested = point.ValueOf(expected);
     const double digit = value.lastDigit > 0 ? value.lastDigit : 1;
-    const double shown = std::round(suggested / digit) * digit;
+    const double shown = RoundedToWhole(suggested / digit) * digit;
     slips_.marks[point.cell] =
         "The value stands out from its neighbours on the curve" +
         (std::isfinite(shown) ? ", which suggest about " + WithUnit(ShortestText(shown), value.unit)
@@ -238,6 +236,9 @@ class SlipFinder {
   }
 
   void NoteShift(const ValueColumn& column) {
+    if (input_.earlier == nullptr && input_.origins.empty()) {
+      return;  // nothing that could show it
+    }
     std::vector<ShiftRow> rows;
     for (GridRow row = kFirstDataRow; row < EndOf(table_.grid); ++row) {
       rows.push_back(RowOfShift(column, {row, column.column}));
@@ -301,6 +302,9 @@ class SlipFinder {
 }  // namespace
 
 Slips FindSlips(const SlipInput& input) {
+  if (input.origins.empty()) {
+    return SlipFinder(input, input.table.grid).Find();
+  }
   MemoryGrid entered;
   CopyEntered(input, entered);
   return SlipFinder(input, entered).Find();

@@ -20,6 +20,8 @@ constexpr double kShareOfSpread = 0.5;
 constexpr double kShareOfSpreadAtEnd = 1;
 /// A suggestion whose weights are larger would magnify the noise of its neighbours too much.
 constexpr double kLargestWeights = 3.5;
+/// Most values are on two lines, with three suggestions on each.
+constexpr std::size_t kUsualSuggestions = 6;
 
 double MedianOf(std::vector<double> numbers) {
   const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
@@ -60,18 +62,32 @@ std::optional<double> Suggested(double x, const std::array<Neighbour, Count>& ne
 class Judge {
  public:
   Judge(std::span<const CurveValue> values, std::span<const CurveLine> lines)
-      : values_(values), lines_(lines), isLeftOut_(values.size(), false) {}
+      : values_(values),
+        lines_(lines),
+        isLeftOut_(values.size(), false),
+        suggestions_(values.size()) {
+    for (std::vector<double>& suggestions : suggestions_) {
+      suggestions.reserve(kUsualSuggestions);
+    }
+  }
 
   /// The value that stands out most, nothing if none does. It is left out from now on.
   std::optional<OddValue> TakeWorst() {
     Suggest();
     std::optional<std::size_t> worst;
+    double worstShare = 0;
     for (std::size_t index = 0; index < values_.size(); ++index) {
-      if (IsJudged(index) && (!worst || Share(index, 1) > Share(*worst, 1))) {
+      if (!IsJudged(index)) {
+        continue;
+      }
+      const double share = Share(index, 1);
+      if (!worst || share > worstShare) {
         worst = index;
+        worstShare = share;
       }
     }
-    if (!worst) {
+    // The judgement below allows at least this much.
+    if (!worst || ShareOf(*worst, 1, kShareOfSpread) <= 1) {
       return std::nullopt;
     }
     // In a short table one wrong value makes most of the others look unusual.
@@ -98,8 +114,11 @@ class Judge {
 
   /// How far a value is from what its neighbours suggest, as a share of what is allowed.
   [[nodiscard]] double Share(std::size_t index, double tolerances) const {
+    return ShareOf(index, tolerances, isAtEnd_[index] ? kShareOfSpreadAtEnd : kShareOfSpread);
+  }
+
+  [[nodiscard]] double ShareOf(std::size_t index, double tolerances, double ofSpread) const {
     const auto [low, high] = std::ranges::minmax(suggestions_[index]);
-    const double ofSpread = isAtEnd_[index] ? kShareOfSpreadAtEnd : kShareOfSpread;
     return std::abs(Residual(index)) / (tolerances * Tolerance(index) + ofSpread * (high - low));
   }
 
@@ -120,7 +139,7 @@ class Judge {
   }
 
   void Suggest() {
-    suggestions_.assign(values_.size(), {});
+    std::ranges::for_each(suggestions_, &std::vector<double>::clear);
     vaguest_.assign(values_.size(), 0);
     isAtEnd_.assign(values_.size(), false);
     for (const CurveLine& line : lines_) {

@@ -36,11 +36,23 @@ void Check(std::error_code code, const std::string& action, const std::filesyste
   }
 }
 
+/// What is at `native`, where the history has a file or a folder. Throws for a link: the history
+/// would grow, and be looked for, somewhere else.
+EntryFacts OwnFacts(const std::filesystem::path& native, const std::string& what) {
+  EntryFacts facts;
+  Check(CurrentPlatform().Facts(native, facts), "use the " + what, native);
+  if (facts.isLink) {
+    throw NotKept("In the place of its " + what +
+                      " there is a link, which may lead anywhere. Replace the link by a " + what +
+                      ", then try again.",
+                  native);
+  }
+  return facts;
+}
+
 /// Makes a folder that is still there after a power cut.
 void MakeLastingFolder(const std::filesystem::path& folder) {
-  EntryFacts facts;
-  Check(CurrentPlatform().Facts(folder, facts), "use the folder", folder);
-  if (facts.kind == EntryKind::Folder) {
+  if (OwnFacts(folder, "folder").kind == EntryKind::Folder) {
     return;
   }
   const std::error_code code = CurrentPlatform().MakeFolder(folder);
@@ -95,6 +107,16 @@ void NoteDeletion(HistoryWriter& writer, const HistoryPlace& place,
   }
 }
 
+/// Removes the version that was kept just now, because its line could not be added. If the line is
+/// in the journal after all, or nobody can tell, the version stays.
+void TakeBack(const HistoryPlace& place, const std::string& kept, const std::string& line) {
+  std::string journal;
+  if (!ReadNativeFile(place.Journal(), journal) && journal.find(line) == std::string::npos) {
+    // One that stays is listed as a version that is not in the journal.
+    static_cast<void>(CurrentPlatform().RemoveFile(place.Versions() / kept));
+  }
+}
+
 /// The names in a folder, except one.
 std::vector<std::string> NamesIn(const std::filesystem::path& folder, std::string_view except) {
   std::vector<std::string> names;
@@ -123,14 +145,7 @@ HistoryPlace HistoryPlaceOf(std::string_view path) {
 }
 
 bool HasHistory(const std::filesystem::path& tree) {
-  EntryFacts facts;
-  Check(CurrentPlatform().Facts(tree, facts), "use the folder", tree);
-  if (facts.isLink) {
-    throw NotKept(
-        "In the place of its folder there is a link, which may lead anywhere. Replace the link by "
-        "a folder, then try again.",
-        tree);
-  }
+  const EntryFacts facts = OwnFacts(tree, "folder");
   if (facts.kind == EntryKind::File || facts.kind == EntryKind::Other) {
     throw NotKept(
         "In the place of its folder there is a file. Move the file elsewhere, then try again.",
@@ -143,11 +158,9 @@ HistoryWriter::HistoryWriter(const HistoryPlace& place) {
   if (!HasHistory(place.Tree())) {
     MakeLastingFolder(place.Tree());
   }
-  EntryFacts journal;
-  std::error_code code = CurrentPlatform().Facts(place.Journal(), journal);
-  Check(code, "use the journal", place.Journal());
+  const EntryFacts journal = OwnFacts(place.Journal(), "file");
   for (int look = 0; look < kLooks; ++look) {
-    code = CurrentPlatform().Lock(place.Journal(), 0, lock_);
+    const std::error_code code = CurrentPlatform().Lock(place.Journal(), 0, lock_);
     if (code != std::errc::resource_unavailable_try_again) {
       Check(code, "use the journal", place.Journal());
       if (journal.kind == EntryKind::None) {
@@ -172,7 +185,8 @@ void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
                         .kept = "",
                         .before = before ? Sha256(*before) : "",
                         .after = after ? Sha256(*after) : ""};
-  if (before && event.before != event.after) {
+  const bool isKept = before && event.before != event.after;
+  if (isKept) {
     const std::filesystem::path versions = place.Versions();
     MakeLastingFolder(versions.parent_path());
     MakeLastingFolder(versions);
@@ -181,7 +195,12 @@ void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
     Check(SaveNativeFile(kept, *before), "write the file", kept);
   }
   const std::filesystem::path journal = place.Journal();
-  Check(AppendLine(journal, JournalLine(event)), "write the journal", journal);
+  const std::string line = JournalLine(event);
+  const std::error_code code = AppendLine(journal, line);
+  if (code && isKept) {
+    TakeBack(place, event.kept, line);
+  }
+  Check(code, "write the journal", journal);
 }
 
 void SaveWithHistory(const std::string& path, std::string_view bytes, std::string_view done) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <utility>
 
@@ -21,7 +20,6 @@ constexpr char kSeparator = '\t';
 constexpr std::string_view kNothing = "-";
 constexpr std::size_t kFields = 8;
 constexpr std::size_t kHashDigits = 64;
-constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 using Fields = std::array<std::string_view, kFields>;
 
@@ -69,19 +67,21 @@ bool Split(std::string_view line, Fields& fields) {
 }
 
 bool IsHash(std::string_view text) {
-  return text == kNothing || (text.size() == kHashDigits &&
-                              text.find_first_not_of(kHexDigits) == std::string_view::npos);
+  const auto isDigit = [](char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f'); };
+  return text == kNothing || (text.size() == kHashDigits && std::ranges::all_of(text, isDigit));
 }
 
 /// The number of `digits` digits at the beginning of `text`, which loses them and the character
 /// `end` after them; -1 for anything else.
 int TakeNumber(std::string_view& text, std::size_t digits, char end) {
-  int number = 0;
   const std::string_view field = text.substr(0, digits);
-  const auto [last, code] = std::from_chars(field.data(), field.data() + field.size(), number);
-  if (text.size() <= digits || text[digits] != end || code != std::errc() || number < 0 ||
-      last != field.data() + digits) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  if (text.size() <= digits || text[digits] != end || !std::ranges::all_of(field, isDigit)) {
     return -1;
+  }
+  int number = 0;
+  for (const char c : field) {
+    number = 10 * number + (c - '0');
   }
   text.remove_prefix(digits + 1);
   return number;
@@ -126,7 +126,6 @@ std::string UtcText(std::time_t time) {
 
 std::optional<std::time_t> UtcTimeOf(std::string_view text) {
   using namespace std::chrono;
-  const std::string_view whole = text;
   const int year = TakeNumber(text, 4, '-');
   const int month = TakeNumber(text, 2, '-');
   const int day = TakeNumber(text, 2, 'T');
@@ -136,12 +135,14 @@ std::optional<std::time_t> UtcTimeOf(std::string_view text) {
   const year_month_day date(std::chrono::year(year),
                             std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day)));
-  if (!text.empty() || year < 0 || !date.ok()) {
+  constexpr int kFirstYear = 1000;  // four digits
+  const auto isBelow = [](int number, int limit) { return number >= 0 && number < limit; };
+  if (!text.empty() || year < kFirstYear || !date.ok() || !isBelow(hour, 24) ||
+      !isBelow(minute, 60) || !isBelow(second, 60)) {
     return std::nullopt;
   }
   const sys_seconds moment = sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
-  const std::time_t time = moment.time_since_epoch().count();
-  return UtcText(time) == whole ? std::optional(time) : std::nullopt;
+  return moment.time_since_epoch().count();
 }
 
 std::string JournalLine(const HistoryEvent& event) {

@@ -6,11 +6,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <initializer_list>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <set>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -19,6 +18,7 @@
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
 #include "core/history/Sha256.h"
+#include "core/history/WrittenBy.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/platform/SystemName.h"
@@ -27,8 +27,6 @@
 namespace tarvell {
 
 namespace {
-
-constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 bool MeansMissing(std::error_code code) {
   return code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory;
@@ -78,65 +76,88 @@ HistoryEvent EventNamed(const std::string& name) {
   return event;
 }
 
-/// The content of a file, or why it cannot be read.
-struct Content {
-  std::string bytes;
-  std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
-};
-
-/// The contents of the files in a folder, by their names.
-std::map<std::string, Content> ContentsIn(const std::filesystem::path& folder) {
-  std::map<std::string, Content> contents;
-  const std::error_code code =
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry& entry) {
-        Content& content = contents[entry.name];
-        content.error = ReadFoundFile(entry, content.bytes, kNoLimit);
-        return true;
-      });
-  CheckListed(code, folder);
-  return contents;
-}
-
-/// The state of a content that should have one of these hashes.
-VersionState StateBy(const std::string& bytes, std::error_code error,
-                     std::initializer_list<std::string_view> hashes) {
+/// The state of a content that should have this hash, "" if nobody knows.
+VersionState StateBy(const std::string& bytes, std::error_code error, std::string_view hash) {
   if (error) {
-    return MeansMissing(error) ? VersionState::Missing : VersionState::Changed;
+    return MeansMissing(error) ? VersionState::Missing : VersionState::Unreadable;
   }
-  if (std::ranges::all_of(hashes, &std::string_view::empty)) {
+  if (hash.empty()) {
     return VersionState::NoJournal;
   }
-  return std::ranges::find(hashes, Sha256(bytes)) == hashes.end() ? VersionState::Changed
-                                                                  : VersionState::AsKept;
+  return Sha256(bytes) == hash ? VersionState::AsKept : VersionState::Changed;
+}
+
+/// The state of a version whose copy has this one.
+VersionState StateByCopy(VersionState copy, bool wasSaved) {
+  return copy == VersionState::AsKept && !wasSaved ? VersionState::NotSaved : copy;
+}
+
+/// Adds versions that the journal does not know, in the order of their times, to those that it
+/// knows. These stay in its order: the clocks of two hosts may differ.
+void InsertByTime(std::vector<KeptVersion> unknown, std::vector<KeptVersion>& versions) {
+  std::vector<KeptVersion> known = std::exchange(versions, {});
+  auto next = unknown.begin();
+  for (KeptVersion& version : known) {
+    for (; next != unknown.end() && next->event.time <= version.event.time; ++next) {
+      versions.push_back(std::move(*next));
+    }
+    versions.push_back(std::move(version));
+  }
+  std::move(next, unknown.end(), std::back_inserter(versions));
+}
+
+/// The content of a version that is as it was kept, as far as anybody knows; nothing for others.
+std::optional<std::string> WholeContent(const KeptVersion& version) {
+  std::string bytes;
+  const std::error_code error = ReadNativeFile(NativePath(version.path), bytes);
+  const VersionState state = StateBy(bytes, error, version.event.before);
+  const bool isWhole = state == VersionState::AsKept || state == VersionState::NoJournal;
+  return isWhole ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+/// Whether the journal rules out that a whole version has the content with this hash, "" if
+/// unknown.
+bool RulesOut(const KeptVersion& version, std::string_view hash) {
+  return !hash.empty() && !version.event.before.empty() && version.event.before != hash;
 }
 
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
 /// the same after it.
 void LeaveOutUnfinished(FileHistory& history) {
-  const auto isWhole = [](const KeptVersion& version) {
-    const VersionState state = version.State();
-    return state == VersionState::AsKept || state == VersionState::NoJournal;
-  };
   std::vector<KeptVersion>& versions = history.versions;
   const auto repeated = std::unique(
-      versions.begin(), versions.end(), [&](const KeptVersion& later, const KeptVersion& version) {
-        return later.bytes == version.bytes && isWhole(later) && isWhole(version);
+      versions.begin(), versions.end(), [](const KeptVersion& later, const KeptVersion& version) {
+        if (RulesOut(later, version.event.before)) {
+          return false;
+        }
+        const std::optional<std::string> content = WholeContent(version);
+        return content && content == WholeContent(later);
       });
   versions.erase(repeated, versions.end());
-  if (!versions.empty() && versions.front().bytes == history.current && isWhole(versions.front())) {
+  if (!versions.empty() && history.current &&
+      !RulesOut(versions.front(), Sha256(*history.current)) &&
+      WholeContent(versions.front()) == history.current) {
     versions.erase(versions.begin());
   }
 }
 
 /// Reads the file itself.
-void ReadCurrent(const std::string& path, FileHistory& history) {
+void ReadCurrent(const std::string& path, std::span<const HistoryEvent> events,
+                 FileHistory& history) {
   std::string bytes;
   if (ReadNativeFile(NativePath(path), bytes)) {
     return;
   }
-  // A save that was interrupted leaves the content from before it.
-  history.currentState = StateBy(bytes, {}, {history.last.after, history.last.before});
+  history.written = WrittenBy(events, Sha256(bytes));
   history.current = std::move(bytes);
+}
+
+/// Whether a change had written what the last of these events has kept. The first event keeps what
+/// was there before it.
+bool WasSaved(std::span<const HistoryEvent> events) {
+  const std::string& kept = events.back().before;
+  const std::span<const HistoryEvent> earlier = events.first(events.size() - 1);
+  return earlier.empty() || WrittenBy(earlier, kept).after == kept;
 }
 
 EntryFacts FactsOf(const std::filesystem::path& native) {
@@ -162,28 +183,29 @@ std::string_view TextOf(VersionState state) {
       break;
     case VersionState::Changed:
       return "Changed by hand: it is not what the program saved.";
+    case VersionState::NotSaved:
+      return "Not saved as the journal says: it was changed by hand before it was replaced, or "
+             "saved without the history.";
     case VersionState::Missing:
       return "Missing: its file was removed by hand.";
+    case VersionState::Unreadable:
+      return "Unreadable: its file is there, but it cannot be read.";
     case VersionState::NoJournal:
       return "Not in the journal: whether it was changed is unknown.";
   }
   return "";
 }
 
-VersionState KeptVersion::State() const {
-  return StateBy(bytes, error, {event.before});
-}
-
 VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event) {
   std::string bytes;
   const std::error_code error = ReadNativeFile(NativePath(path), bytes);
-  return StateBy(bytes, error, {event.after, event.before});
+  return StateBy(bytes, error, event.after);
 }
 
-VersionState StateOfKept(const std::string& path, const HistoryEvent& event) {
+VersionState StateOfKept(const std::string& path, const HistoryEvent& event, bool wasSaved) {
   std::string bytes;
   const std::error_code error = ReadNativeFile(NativePath(path), bytes);
-  return StateBy(bytes, error, {event.before});
+  return StateByCopy(StateBy(bytes, error, event.before), wasSaved);
 }
 
 FileHistory HistoryOf(const std::string& path) {
@@ -194,31 +216,25 @@ FileHistory HistoryOf(const std::string& path) {
     journal = JournalOf(place);
   }
   history.damagedLines = journal.damagedLines;
-  if (!journal.events.empty()) {
-    history.last = journal.events.back();
-  }
-  ReadCurrent(path, history);
+  ReadCurrent(path, journal.events, history);
   const std::filesystem::path folder = place.Versions();
   const std::string text = PathText(folder);
-  std::map<std::string, Content> contents = ContentsIn(folder);
-  std::vector<KeptVersion> known;
-  for (HistoryEvent& event : journal.events) {
+  std::set<std::string> names = NamesIn(folder);
+  const std::span<const HistoryEvent> events = journal.events;
+  history.versions.reserve(events.size());
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    const HistoryEvent& event = events[i];
     if (!event.kept.empty()) {
-      const auto found = contents.extract(event.kept);
-      Content content = found ? std::move(found.mapped()) : Content();
-      std::string kept = Joined(text, event.kept);
-      known.push_back({std::move(kept), std::move(event), std::move(content.bytes), content.error});
+      names.erase(event.kept);
+      history.versions.push_back({Joined(text, event.kept), event, WasSaved(events.first(i + 1))});
     }
   }
   // Those that are left are not in the journal.
-  for (auto& [name, content] : contents) {
-    history.versions.push_back(
-        {Joined(text, name), EventNamed(name), std::move(content.bytes), content.error});
+  std::vector<KeptVersion> unknown;
+  for (const std::string& name : names) {
+    unknown.push_back({Joined(text, name), EventNamed(name)});
   }
-  std::ranges::move(known, std::back_inserter(history.versions));
-  // In the same second the journal knows the order.
-  std::ranges::stable_sort(history.versions, {},
-                           [](const KeptVersion& version) { return version.event.time; });
+  InsertByTime(std::move(unknown), history.versions);
   std::ranges::reverse(history.versions);
   LeaveOutUnfinished(history);
   return history;
@@ -243,9 +259,10 @@ std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string
       const EntryFacts facts = FactsOf(NativePath(path));
       const std::set<std::string> kept = NamesIn(files / SystemName(file));
       if (facts.kind == EntryKind::None && !facts.isLink && !kept.empty()) {
-        const auto event = events.find(ToUpper(name + "/" + file));
-        deleted.push_back({path, Joined(Joined(Joined(tree, name), file), *kept.rbegin()),
-                           event == events.end() ? HistoryEvent() : event->second});
+        const auto found = events.find(ToUpper(name + "/" + file));
+        const HistoryEvent event = found == events.end() ? HistoryEvent() : found->second;
+        const std::string& newest = kept.contains(event.kept) ? event.kept : *kept.rbegin();
+        deleted.push_back({path, Joined(Joined(Joined(tree, name), file), newest), event});
       }
     }
   }

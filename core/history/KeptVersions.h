@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "core/history/History.h"
@@ -19,41 +18,43 @@ namespace tarvell {
 /// Whether a kept version is what the journal says.
 enum class VersionState {
   AsKept,
-  Changed,   ///< its content is not the one that was kept or saved
-  Missing,   ///< the journal names it, but nobody finds it
-  NoJournal  ///< no line of the journal is about it, so that nobody knows whether it was changed
+  Changed,     ///< its content is not the one that was kept or saved
+  NotSaved,    ///< it is as it was kept, but no change in the journal had written that
+  Missing,     ///< the journal names it, but nobody finds it
+  Unreadable,  ///< its file is there, and cannot be read
+  NoJournal    ///< no line of the journal is about it, so that nobody knows whether it was changed
 };
 
 /// A sentence for a state that is not AsKept, "" for that.
 [[nodiscard]] std::string_view TextOf(VersionState state);
 
+/// The state of the present content of a file, or of a kept one: reads the file at `path`, a path
+/// of the program, and works out a hash. `event` is what has written the present content, or what
+/// replaced the kept one; `wasSaved` is that of the version.
+[[nodiscard]] VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event);
+[[nodiscard]] VersionState StateOfKept(const std::string& path, const HistoryEvent& event,
+                                       bool wasSaved);
+
 /// An earlier content of a file.
 struct KeptVersion {
-  std::string path;       ///< of the kept file, a path of the program
-  HistoryEvent event;     ///< what replaced or removed it
-  std::string bytes;      ///< its content
-  std::error_code error;  ///< why its content cannot be read
+  std::string path;      ///< of the kept file, a path of the program
+  HistoryEvent event;    ///< what replaced or removed it
+  bool wasSaved = true;  ///< false if the journal knows that no change had written it
 
-  /// Works out a hash, which takes longer than reading the content.
-  [[nodiscard]] VersionState State() const;
+  [[nodiscard]] VersionState State() const { return StateOfKept(path, event, wasSaved); }
 };
-
-/// The state of the present content of a file, or of a kept one: reads the file at `path`, a path
-/// of the program. `event` is its last change, or what replaced it.
-[[nodiscard]] VersionState StateOfCurrent(const std::string& path, const HistoryEvent& event);
-[[nodiscard]] VersionState StateOfKept(const std::string& path, const HistoryEvent& event);
 
 struct FileHistory {
   std::optional<std::string> current;  ///< what the file holds now; nothing if it cannot be read
-  VersionState currentState = VersionState::AsKept;
-  HistoryEvent last;                  ///< the last change of the file; its time is 0 if unknown
-  std::vector<KeptVersion> versions;  ///< the one that was replaced last comes first
-  std::size_t damagedLines = 0;       ///< of the journal, see ReadJournal
+  HistoryEvent written;                ///< what has written `current`, see WrittenBy
+  std::vector<KeptVersion> versions;   ///< the one that was replaced last comes first
+  std::size_t damagedLines = 0;        ///< of the journal, see ReadJournal
 };
 
 /// The history of the file at `path`, a path of the program; without versions if nothing is known
 /// of it. What a save kept that was interrupted then, so that the file stayed the same, is left
-/// out. Throws the error of a history that cannot be read.
+/// out. Reads the journal and the file; a version only where it may be left out. Throws the error
+/// of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
 
 /// A file that does not exist any more, and of which the history keeps versions.

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
@@ -186,8 +185,8 @@ ReplacementQuestion QuestionOf(const Replacement& replacement) {
 }
 
 bool MayReplace(const std::function<Replacement()>& look,
-                const std::function<bool(const Replacement&)>& agrees) {
-  std::optional<std::string> agreed;
+                const std::function<bool(const Replacement&)>& agrees,
+                std::optional<std::string>& agreed) {
   while (true) {
     const Replacement replacement = look();
     if (replacement.kind == Replacement::Kind::None || replacement.bytes == agreed) {
@@ -198,6 +197,12 @@ bool MayReplace(const std::function<Replacement()>& look,
     }
     agreed = replacement.bytes;
   }
+}
+
+bool MayReplace(const std::function<Replacement()>& look,
+                const std::function<bool(const Replacement&)>& agrees) {
+  std::optional<std::string> agreed;
+  return MayReplace(look, agrees, agreed);
 }
 
 }  // namespace tarvell

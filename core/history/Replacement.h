@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <ctime>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,6 +67,11 @@ struct ReplacementQuestion {
 
 /// Whether a save may go on. `look` finds what it would replace, `agrees` asks the user about it.
 /// If the file changes while the question is open, the user is asked again.
+///
+/// `agreed` is the content that the user has agreed to replace, and about which nobody asks again.
+[[nodiscard]] bool MayReplace(const std::function<Replacement()>& look,
+                              const std::function<bool(const Replacement&)>& agrees,
+                              std::optional<std::string>& agreed);
 [[nodiscard]] bool MayReplace(const std::function<Replacement()>& look,
                               const std::function<bool(const Replacement&)>& agrees);
 

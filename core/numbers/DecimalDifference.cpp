@@ -61,4 +61,19 @@ std::string SignedDifference(std::string_view later, std::string_view earlier) {
   return plus + std::string(buffer.data(), end.ptr);
 }
 
+std::string SignedDifference(const Quantity& later, const Quantity& earlier) {
+  if (later.unit == earlier.unit) {
+    return SignedDifference(later.number, earlier.number);
+  }
+  double value = NumericValueOrInfinity(earlier.number);
+  if (later.unit == "%" && earlier.unit == "ppm") {
+    value /= kPpmInPercent;
+  } else if (later.unit == "ppm" && earlier.unit == "%") {
+    value *= kPpmInPercent;
+  } else {
+    return {};
+  }
+  return std::isfinite(value) ? SignedDifference(later.number, ShortestText(value)) : std::string();
+}
+
 }  // namespace tarvell

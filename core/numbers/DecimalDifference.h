@@ -19,6 +19,19 @@ namespace tarvell {
 /// is too large.
 [[nodiscard]] std::string SignedDifference(std::string_view later, std::string_view earlier);
 
+/// How many ppm one per cent is.
+inline constexpr double kPpmInPercent = 1E4;
+
+/// A number and the unit after it.
+struct Quantity {
+  std::string_view number;
+  std::string_view unit;
+};
+
+/// The same for two numbers with units, in the unit of `later`: "0.1" % and "950" ppm give
+/// "+0.005". "" where the units differ, except per cent and ppm.
+[[nodiscard]] std::string SignedDifference(const Quantity& later, const Quantity& earlier);
+
 }  // namespace tarvell
 
 #endif

@@ -23,6 +23,33 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+bool IsIgnored(char c) {
+  return c == ' ' || c == '\t' || c == '\n';
+}
+
+/// The end of the number at the beginning of a text, if it is one of digits with perhaps a "-" and
+/// a point, as nearly all are; 0 for any other text.
+std::size_t EndOfPlainNumber(std::string_view text) {
+  const std::size_t first = text.starts_with('-') ? 1 : 0;
+  std::size_t end = first;
+  bool hasPoint = false;
+  bool hasDigit = false;
+  for (; end < text.size(); ++end) {
+    if (IsDigit(text[end])) {
+      hasDigit = true;
+    } else if (text[end] == '.' && !hasPoint) {
+      hasPoint = true;
+    } else {
+      break;
+    }
+  }
+  // After blanks, or with an exponent, the number could go on.
+  constexpr std::string_view kMore = "0123456789.eEdD";
+  const std::size_t next = std::min(text.find_first_not_of(" \t\n", end), text.size());
+  const bool isWhole = next == text.size() || kMore.find(text[next]) == std::string_view::npos;
+  return hasDigit && isWhole ? end : 0;
+}
+
 /// Collects the leading numeric part of a text in the form that std::from_chars reads.
 class NumberScanner {
  public:
@@ -59,8 +86,7 @@ class NumberScanner {
 
  private:
   char Peek() {
-    while (position_ < text_.size() &&
-           (text_[position_] == ' ' || text_[position_] == '\t' || text_[position_] == '\n')) {
+    while (position_ < text_.size() && IsIgnored(text_[position_])) {
       ++position_;
     }
     return position_ < text_.size() ? text_[position_] : '\0';
@@ -121,7 +147,7 @@ bool IsTooLarge(std::string_view number) {
 }
 
 /// The value of `number`, infinite when it is too large for a double.
-double ParsedNumber(const std::string& number) {
+double ParsedNumber(std::string_view number) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   double value = 0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
@@ -146,9 +172,21 @@ bool HasBlanksInside(std::string_view text) {
 
 }  // namespace
 
+std::optional<LeadingNumber> LeadingNumberOf(std::string_view text) {
+  if (const std::size_t end = EndOfPlainNumber(text); end > 0) {
+    const std::size_t next = std::min(text.find_first_not_of(" \t\n", end), text.size());
+    return LeadingNumber{ParsedNumber(text.substr(0, end)), text.substr(next)};
+  }
+  NumberScanner scanner(text);
+  const std::string number = scanner.Scan();
+  return number.empty()
+             ? std::nullopt
+             : std::optional(LeadingNumber{ParsedNumber(number), text.substr(scanner.Position())});
+}
+
 double NumericValueOrInfinity(std::string_view text) {
-  const std::string number = NumberScanner(text).Scan();
-  return number.empty() ? 0.0 : ParsedNumber(number);
+  const std::optional<LeadingNumber> number = LeadingNumberOf(text);
+  return number ? number->value : 0.0;
 }
 
 std::string_view TooLargeNumber(std::string_view text) {
@@ -180,12 +218,12 @@ double NumericValue(std::string_view text) {
 }
 
 bool BeginsWithNumber(std::string_view text) {
-  return !NumberScanner(text).Scan().empty();
+  return LeadingNumberOf(text).has_value();
 }
 
 std::string_view AfterNumber(std::string_view text) {
-  NumberScanner scanner(text);
-  return scanner.Scan().empty() ? text : text.substr(scanner.Position());
+  const std::optional<LeadingNumber> number = LeadingNumberOf(text);
+  return number ? number->after : text;
 }
 
 std::optional<double> ParseNumber(std::string_view text) {
@@ -197,8 +235,14 @@ std::optional<double> ParseNumber(std::string_view text) {
   return ParsedNumber(number);
 }
 
+double RoundedToWhole(double value) {
+  constexpr double kHalf = 0.5;
+  const double whole = std::trunc(value);
+  return std::abs(value - whole) >= kHalf ? whole + std::copysign(1.0, value) : whole;
+}
+
 std::int16_t ToInt16(double value) {
-  const double rounded = std::round(value);
+  const double rounded = RoundedToWhole(value);
   if (!FitsInt16(rounded)) {
     throw Error(ErrorKind::Type, "The number " + ShortestText(value) +
                                      " is outside the range -32768 to 32767. Correct it.");
@@ -221,7 +265,7 @@ std::int16_t IntegerValue(std::string_view text, std::string_view field) {
     throw Error(ErrorKind::Type,
                 where + "\"" + std::string(text) + "\" is not a number. Enter a whole number.");
   }
-  const double rounded = std::round(*number);
+  const double rounded = RoundedToWhole(*number);
   if (!FitsInt16(rounded)) {
     throw Error(ErrorKind::Type, where + std::string(Trim(text)) +
                                      " is outside the range -32768 to 32767. Correct it.");
@@ -264,6 +308,10 @@ std::string AtLeastTwoDigits(int number) {
 }
 
 double RoundedTo15Digits(double value) {
+  constexpr double kLargest = 1E15;
+  if (std::abs(value) < kLargest && value == std::trunc(value)) {
+    return value + 0.0;  // zero is never negative
+  }
   return NumericValue(ShortestText(value));
 }
 

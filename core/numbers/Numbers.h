@@ -24,6 +24,15 @@ namespace tarvell {
 /// otherwise "".
 [[nodiscard]] std::string_view TooLargeNumber(std::string_view text);
 
+/// The number at the beginning of a text that NumericValueOrInfinity would find, and what follows
+/// it, without the blanks before that.
+struct LeadingNumber {
+  double value = 0;
+  std::string_view after;
+};
+/// Nothing for a text that does not begin with a number.
+[[nodiscard]] std::optional<LeadingNumber> LeadingNumberOf(std::string_view text);
+
 /// Whether a text begins with a number that NumericValue would find.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 
@@ -34,6 +43,10 @@ namespace tarvell {
 /// The value of a text that is nothing but a number, with blanks around it allowed. Infinite if it
 /// is too large for a double; nothing for any other text.
 [[nodiscard]] std::optional<double> ParseNumber(std::string_view text);
+
+/// `value` rounded half away from zero. The one of the language's library is not exact on every
+/// system: just below a half it may round up.
+[[nodiscard]] double RoundedToWhole(double value);
 
 /// `value` rounded half away from zero. Throws a Type error if that does not fit into 16 bits.
 [[nodiscard]] std::int16_t ToInt16(double value);

@@ -81,7 +81,7 @@ class DataSetParts {
   void AddPage(std::int16_t number) {
     const DraftPage& page = set_.state.pages.at(static_cast<std::size_t>(number));
     MemoryGrid grid(kTableColumns);
-    Fill(grid, number, page);
+    FillPage(set_.data, number, page, grid);
     const PageTable table = {set_.model, number, grid};
     MemoryGrid earlierGrid(kTableColumns);
     std::optional<PageTable> earlier;
@@ -99,17 +99,6 @@ class DataSetParts {
     }
     std::ranges::move(parts, std::back_inserter(paper_.document.parts));
     AddCurves(table, earlier);
-  }
-
-  /// Puts the rows of a page below its captions.
-  void Fill(MemoryGrid& grid, std::int16_t number, const DraftPage& page) const {
-    set_.data.GetCalData(number, grid);
-    grid.SetRowCount(1);
-    for (std::vector<std::string> row : page.rows) {
-      // An editor's table may have fewer columns.
-      row.resize(static_cast<std::size_t>(grid.ColumnCount()));
-      grid.InsertRow(EndOf(grid), row);
-    }
   }
 
   [[nodiscard]] std::string CaptionOf(std::int16_t number, const DraftPage& page) const {

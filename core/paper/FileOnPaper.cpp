@@ -31,10 +31,11 @@ std::string ShortHash(const std::string& hash) {
   return std::string(kHash) + " " + hash.substr(0, kDigits) + "...";
 }
 
+/// What matters most comes first: a foot has only one line.
 std::string FootOf(const std::string& path, const std::string& hash, bool isSaved) {
-  std::string foot = path.empty() ? "(no file)" : path;
-  foot += hash.empty() ? "" : ", " + ShortHash(hash);
-  return foot + (isSaved ? "" : ", NOT SAVED");
+  std::string foot = isSaved ? "" : "NOT SAVED, ";
+  foot += path.empty() ? "(no file)" : path;
+  return foot + (hash.empty() ? "" : ", " + ShortHash(hash));
 }
 
 /// Who has done something, and when: "5 MAR 2026 14:03:07 by anna on bench3".

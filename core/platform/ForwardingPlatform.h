@@ -31,6 +31,9 @@ class ForwardingPlatform : public Platform {
                                           std::unique_ptr<InputFile>& file) override {
     return target_.OpenFound(entry, file);
   }
+  [[nodiscard]] std::unique_ptr<OpenFolder> KeepOpen(const std::filesystem::path& folder) override {
+    return target_.KeepOpen(folder);
+  }
   [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                 std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override {

@@ -72,6 +72,16 @@ class LinuxInputFile : public InputFile {
   Descriptor descriptor_;
 };
 
+class LinuxOpenFolder : public OpenFolder {
+ public:
+  explicit LinuxOpenFolder(int descriptor) : descriptor_(descriptor) {}
+
+  [[nodiscard]] int Number() const override { return descriptor_.Number(); }
+
+ private:
+  Descriptor descriptor_;
+};
+
 class LinuxOutputFile : public OutputFile {
  public:
   explicit LinuxOutputFile(int descriptor) : descriptor_(descriptor) {}
@@ -257,6 +267,12 @@ std::error_code LinuxPlatform::OpenFound(const FoundEntry& entry,
   return entry.openFolder < 0
              ? Platform::OpenFound(entry, file)
              : OpenOrdinary(entry.openFolder, entry.name.c_str(), entry.kind, file);
+}
+
+std::unique_ptr<OpenFolder> LinuxPlatform::KeepOpen(const std::filesystem::path& folder) {
+  const int number =
+      Retry([&] { return ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); });
+  return number < 0 ? nullptr : std::make_unique<LinuxOpenFolder>(number);
 }
 
 std::error_code LinuxPlatform::CreateTemporary(const std::filesystem::path& folder,

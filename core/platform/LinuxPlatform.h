@@ -20,6 +20,7 @@ class LinuxPlatform : public Platform {
                                                std::unique_ptr<InputFile>& file) override;
   [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
                                           std::unique_ptr<InputFile>& file) override;
+  [[nodiscard]] std::unique_ptr<OpenFolder> KeepOpen(const std::filesystem::path& folder) override;
   [[nodiscard]] std::error_code CreateTemporary(const std::filesystem::path& folder,
                                                 std::filesystem::path& path,
                                                 std::unique_ptr<OutputFile>& file) override;

@@ -63,6 +63,18 @@ class HeldLock {
   virtual ~HeldLock() = default;
 };
 
+/// A folder that stays open as long as the object lives.
+class OpenFolder {
+ public:
+  OpenFolder() = default;
+  OpenFolder(const OpenFolder&) = delete;
+  OpenFolder& operator=(const OpenFolder&) = delete;
+  virtual ~OpenFolder() = default;
+
+  /// See FoundEntry::openFolder.
+  [[nodiscard]] virtual int Number() const = 0;
+};
+
 enum class EntryKind { None, File, Folder, Other };
 
 /// What is at a path. Links are followed, and `isLink` is then true. The kind of a broken link is
@@ -129,6 +141,12 @@ class Platform {
   [[nodiscard]] virtual std::error_code OpenFound(const FoundEntry& entry,
                                                   std::unique_ptr<InputFile>& file) {
     return OpenForReading(entry.folder / SystemName(entry.name), file);
+  }
+  /// Keeps a folder open, from which many files are opened. nullptr if that cannot be done, or
+  /// would save nothing.
+  [[nodiscard]] virtual std::unique_ptr<OpenFolder> KeepOpen(
+      const std::filesystem::path& /*folder*/) {
+    return nullptr;
   }
   /// Creates an empty temporary file with a unique name in `folder`. Searches leave it out. A
   /// killed program may leave one. Nobody removes it, because it could belong to another operator's

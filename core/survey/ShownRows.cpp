@@ -4,7 +4,7 @@
 #include "core/survey/ShownRows.h"
 
 #include <algorithm>
-#include <compare>
+#include <cstdint>
 #include <iterator>
 #include <numeric>
 #include <string_view>
@@ -23,75 +23,77 @@ bool HoldsText(const SurveyRow& row, std::string_view text) {
          holds(row.comment) || std::ranges::any_of(row.stations, holds);
 }
 
-bool HasValue(const SurveyRow& row, SurveyColumn column) {
+/// Bytes in the order of the numbers.
+void AppendNumber(std::string& key, std::int32_t number) {
+  constexpr unsigned kByte = 8;
+  // Negative numbers come first.
+  const std::uint32_t bits = static_cast<std::uint32_t>(number) ^ 0x80000000U;
+  for (unsigned shift = 4 * kByte; shift > 0; shift -= kByte) {
+    key += static_cast<char>(bits >> (shift - kByte));
+  }
+}
+
+std::string KeyOf(const FileDate& date) {
+  std::string key;
+  if (date.year != 0 || date.month != 0 || date.day != 0) {
+    for (const std::int16_t number : {date.year, date.month, date.day}) {
+      AppendNumber(key, number);
+    }
+  }
+  return key;
+}
+
+/// The keys of some texts, one after the other.
+std::string KeyOf(const std::vector<std::string>& texts) {
+  std::string key;
+  for (const std::string& text : texts) {
+    // A text that goes on comes after one that ends.
+    key += NaturalKey(text) + '\0';
+  }
+  return key;
+}
+
+std::string KeyOf(const std::vector<Finding>& findings) {
+  std::string key;
+  for (const Finding& finding : findings) {
+    key += static_cast<char>(finding.kind);
+  }
+  return key;
+}
+
+/// Bytes in the order of a column's values; "" for a row without a value.
+std::string KeyOf(const SurveyRow& row, SurveyColumn column) {
+  std::string key;
   switch (column) {
     case SurveyColumn::Kind:
-    case SurveyColumn::Path:
-      return true;
+      key = static_cast<char>(row.kind);
+      break;
     case SurveyColumn::Model:
-      return !row.model.empty();
+      return NaturalKey(row.model);
     case SurveyColumn::SerialNumber:
-      return !row.serialNumber.empty();
+      return NaturalKey(row.serialNumber);
     case SurveyColumn::CalibrationNumber:
-      return !row.calibrationNumber.empty();
+      return NaturalKey(row.calibrationNumber);
     case SurveyColumn::Calibrated:
-      return !IsoDate(row.calibrated).empty();
+      return KeyOf(row.calibrated);
     case SurveyColumn::Due:
-      return !IsoDate(row.due).empty();
+      return KeyOf(row.due);
     case SurveyColumn::DaysLeft:
-      return row.daysLeft.has_value();
+      if (row.daysLeft) {
+        AppendNumber(key, *row.daysLeft);
+      }
+      break;
     case SurveyColumn::Comment:
-      return !row.comment.empty();
+      return NaturalKey(row.comment);
     case SurveyColumn::Stations:
-      return !row.stations.empty();
+      return KeyOf(row.stations);
     case SurveyColumn::State:
     case SurveyColumn::ToDo:
-      return !row.findings.empty();
-  }
-  return false;
-}
-
-std::weak_ordering OrderOf(const FileDate& a, const FileDate& b) {
-  const auto years = a.year <=> b.year;
-  const auto months = a.month <=> b.month;
-  return years != 0 ? years : months != 0 ? months : a.day <=> b.day;
-}
-
-/// The order of two lists: that of the first entries that differ, as `orderOf` says.
-template <typename List, typename Order>
-std::weak_ordering OrderOf(const List& a, const List& b, const Order& orderOf) {
-  return std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end(), orderOf);
-}
-
-std::weak_ordering OrderOf(const SurveyRow& a, const SurveyRow& b, SurveyColumn column) {
-  switch (column) {
-    case SurveyColumn::Kind:
-      return a.kind <=> b.kind;
-    case SurveyColumn::Model:
-      return NaturalOrder(a.model, b.model);
-    case SurveyColumn::SerialNumber:
-      return NaturalOrder(a.serialNumber, b.serialNumber);
-    case SurveyColumn::CalibrationNumber:
-      return NaturalOrder(a.calibrationNumber, b.calibrationNumber);
-    case SurveyColumn::Calibrated:
-      return OrderOf(a.calibrated, b.calibrated);
-    case SurveyColumn::Due:
-      return OrderOf(a.due, b.due);
-    case SurveyColumn::DaysLeft:
-      return *a.daysLeft <=> *b.daysLeft;
-    case SurveyColumn::Comment:
-      return NaturalOrder(a.comment, b.comment);
-    case SurveyColumn::Stations:
-      return OrderOf(a.stations, b.stations, &NaturalOrder);
-    case SurveyColumn::State:
-    case SurveyColumn::ToDo:
-      return OrderOf(a.findings, b.findings, [](const Finding& first, const Finding& second) {
-        return std::weak_ordering(first.kind <=> second.kind);
-      });
+      return KeyOf(row.findings);
     case SurveyColumn::Path:
-      return NaturalOrder(a.path, b.path);
+      return NaturalKey(row.path);
   }
-  return std::weak_ordering::equivalent;
+  return key;
 }
 
 }  // namespace
@@ -104,23 +106,19 @@ bool Matches(const SurveyRow& row, const RowFilter& filter) {
          (text.empty() || HoldsText(row, text));
 }
 
-bool ComesBefore(const SurveyRow& a, const SurveyRow& b, SurveyColumn column, bool isDescending) {
-  const bool isFirstThere = HasValue(a, column);
-  const bool isSecondThere = HasValue(b, column);
-  if (!isFirstThere || !isSecondThere) {
-    return isFirstThere && !isSecondThere;
-  }
-  const std::weak_ordering order = OrderOf(a, b, column);
-  return isDescending ? order > 0 : order < 0;
-}
-
 void ShownRows::Set(std::vector<SurveyRow> rows) {
   rows_ = std::move(rows);
+  Refresh();
+}
+
+void ShownRows::Change(const std::function<void(std::vector<SurveyRow>& rows)>& change) {
+  change(rows_);
+  Refresh();
+}
+
+void ShownRows::Refresh() {
   faults_ = static_cast<std::size_t>(std::ranges::count_if(rows_, &SurveyRow::HasFault));
-  sorted_.resize(rows_.size());
-  std::iota(sorted_.begin(), sorted_.end(), std::size_t{0});
-  sortedBefore_ = 0;
-  Narrow();
+  Sort(column_, isDescending_);
 }
 
 void ShownRows::Append(std::vector<SurveyRow> rows) {
@@ -129,6 +127,9 @@ void ShownRows::Append(std::vector<SurveyRow> rows) {
     sorted_.push_back(rows_.size());
     if (Matches(row, filter_)) {
       shown_.push_back(rows_.size());
+    }
+    if (column_) {
+      keys_.push_back(KeyOf(row, *column_));
     }
     rows_.push_back(std::move(row));
   }
@@ -139,10 +140,20 @@ void ShownRows::Arrange() {
   ArrangeFrom(std::exchange(shownBefore_, shown_.size()), shown_);
 }
 
+bool ShownRows::ComesBefore(std::size_t a, std::size_t b) const {
+  if (!column_) {
+    return a < b;
+  }
+  const std::string& first = keys_[a];
+  const std::string& second = keys_[b];
+  if (first.empty() || second.empty()) {
+    return !first.empty() && second.empty();
+  }
+  return isDescending_ ? second < first : first < second;
+}
+
 void ShownRows::ArrangeFrom(std::size_t arranged, std::vector<std::size_t>& numbers) const {
-  const auto isBefore = [this](std::size_t a, std::size_t b) {
-    return column_ ? ComesBefore(rows_[a], rows_[b], *column_, isDescending_) : a < b;
-  };
+  const auto isBefore = [this](std::size_t a, std::size_t b) { return ComesBefore(a, b); };
   const auto middle = std::next(numbers.begin(), static_cast<std::ptrdiff_t>(arranged));
   std::stable_sort(middle, numbers.end(), isBefore);
   std::inplace_merge(numbers.begin(), middle, numbers.end(), isBefore);
@@ -156,8 +167,13 @@ void ShownRows::SetFilter(RowFilter filter) {
 void ShownRows::Sort(std::optional<SurveyColumn> column, bool isDescending) {
   column_ = column;
   isDescending_ = isDescending;
-  std::ranges::sort(sorted_);
-  sortedBefore_ = 0;
+  keys_.clear();
+  for (std::size_t number = 0; column && number < rows_.size(); ++number) {
+    keys_.push_back(KeyOf(rows_[number], *column));
+  }
+  sorted_.resize(rows_.size());
+  std::iota(sorted_.begin(), sorted_.end(), std::size_t{0});
+  sortedBefore_ = column ? 0 : sorted_.size();
   Narrow();
 }
 

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_SURVEY_SHOWNROWS_H
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,13 +28,9 @@ struct RowFilter {
 /// model, serial number, calibration number, comment or a station, in any case.
 [[nodiscard]] bool Matches(const SurveyRow& row, const RowFilter& filter);
 
-/// Whether a row comes before another one in the order of a column. Dates and days are compared as
-/// such, texts by NaturalOrder. Rows without a value come last in both directions.
-[[nodiscard]] bool ComesBefore(const SurveyRow& a, const SurveyRow& b, SurveyColumn column,
-                               bool isDescending);
-
-/// The rows of a survey, and those of them that a table shows, in its order. Rows that are equal in
-/// the column that they are sorted by stay in the order of the survey.
+/// The rows of a survey, and those of them that a table shows, in its order. In a sorted column,
+/// dates and days are compared as such, and texts by NaturalKey; rows without a value come last in
+/// both directions, and rows that are equal stay in the order of the survey.
 class ShownRows {
  public:
   [[nodiscard]] const std::vector<SurveyRow>& All() const { return rows_; }
@@ -48,6 +45,8 @@ class ShownRows {
 
   /// Replaces all rows.
   void Set(std::vector<SurveyRow> rows);
+  /// Lets `change` change the rows where they are.
+  void Change(const std::function<void(std::vector<SurveyRow>& rows)>& change);
   /// Adds rows. Those that are shown come last, whatever the order, until Arrange.
   void Append(std::vector<SurveyRow> rows);
   /// Puts the rows of Append at their places.
@@ -60,12 +59,16 @@ class ShownRows {
   [[nodiscard]] bool IsSorted() const { return column_.has_value(); }
 
  private:
+  /// Works everything out again for other rows.
+  void Refresh();
+  [[nodiscard]] bool ComesBefore(std::size_t a, std::size_t b) const;
   /// Puts the numbers at their places, of which those before `arranged` already are.
   void ArrangeFrom(std::size_t arranged, std::vector<std::size_t>& numbers) const;
   /// Finds the rows that match the filter.
   void Narrow();
 
   std::vector<SurveyRow> rows_;
+  std::vector<std::string> keys_;    ///< of all rows, whose order is theirs; none if not sorted
   std::vector<std::size_t> sorted_;  ///< the numbers of all rows
   std::vector<std::size_t> shown_;   ///< of those that match the filter
   std::size_t sortedBefore_ = 0;     ///< how many of each are at their places

@@ -4,52 +4,19 @@
 #include "core/survey/Survey.h"
 
 #include <algorithm>
+#include <atomic>
+#include <future>
 #include <iterator>
-#include <system_error>
+#include <span>
 
-#include "core/caldata/Models.h"
-#include "core/files/FileNames.h"
-#include "core/files/Paths.h"
-#include "core/files/ReadFile.h"
-#include "core/station/StationFiles.h"
-#include "core/survey/FileCheck.h"
-#include "core/survey/IndexCheck.h"
+#include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
 
 namespace {
 
-constexpr std::string_view kStationRemedy =
-    "Open the instruments of the station and leave them with Return";
-constexpr std::string_view kRootRemedy =
-    "Open the list of stations and leave it with Return to Main";
-
-SurveyRow PlaceRow(const std::string& path) {
-  SurveyRow row;
-  row.kind = SurveyRow::Kind::Place;
-  row.path = path;
-  return row;
-}
-
-/// Removes the INDEX: the name itself or, without one, the first that differs only in case.
-template <typename Names>
-void LeaveOutIndex(Names& names) {
-  auto index =
-      std::ranges::find_if(names, [](const auto& name) { return name.name == kIndexName; });
-  if (index == names.end()) {
-    index = std::ranges::find_if(
-        names, [](const auto& name) { return EqualsIgnoringCase(name.name, kIndexName); });
-  }
-  if (index != names.end()) {
-    names.erase(index);
-  }
-}
-
-bool IsTestKit(const std::string& modelFolder) {
-  const Model* model = FindModel(ToUpper(modelFolder));
-  return model != nullptr && model->family == ModelFamily::TestKit;
-}
+constexpr std::string_view kRemedy = "Open the list of stations and leave it with Return to Main";
 
 /// Adds what depends on the day, in the place of what was found before.
 void CheckDue(const SurveyOrder& order, SurveyRow& row) {
@@ -61,24 +28,25 @@ void CheckDue(const SurveyOrder& order, SurveyRow& row) {
   if (isCopy || !row.daysLeft || row.Has(FindingKind::NoSuchDate)) {
     return;
   }
-  const int days = *row.daysLeft;
-  const std::string text = "The calibration is due on " + DateText(row.due) + ".";
-  if (days < 0) {
-    row.Add(FindingKind::PastDue, text + " Have the instrument calibrated.");
-  } else if (days <= order.dueSoonDays) {
-    row.Add(FindingKind::DueSoon, text + " Plan the calibration.");
+  const auto due = [&] { return "The calibration is due on " + DateText(row.due) + "."; };
+  if (*row.daysLeft < 0) {
+    row.Add(FindingKind::PastDue, due() + " Have the instrument calibrated.");
+  } else if (*row.daysLeft <= order.dueSoonDays) {
+    row.Add(FindingKind::DueSoon, due() + " Plan the calibration.");
+  }
+}
+
+void JudgeDate(const SurveyOrder& order, SurveyRow& row) {
+  row.daysLeft = DaysLeft(row.due, order.today);
+  // Whether the date of an instrument counts is not known before the comparison.
+  if (row.kind == SurveyRow::Kind::DataSet) {
+    CheckDue(order, row);
   }
 }
 
 }  // namespace
 
 Survey::Survey(SurveyOrder order) : order_(std::move(order)) {}
-
-Survey::Survey(SurveyOrder order, std::string_view folder)
-    : order_(std::move(order)), stage_(Stage::Folders), isOfOneFolder_(true) {
-  folders_.push_back({std::string(LastNameOf(folder)), FolderOf(folder) == order_.stationDir});
-  limits_ = LoadSlipLimits(order_.calibrationDir);
-}
 
 bool Survey::Step() {
   switch (stage_) {
@@ -87,15 +55,8 @@ bool Survey::Step() {
       stage_ = Stage::Folders;
       break;
     case Stage::Folders:
-      if (folder_ < folders_.size()) {
-        ListFolder();
-        stage_ = Stage::Files;
-      } else {
-        stage_ = isOfOneFolder_ ? Stage::Done : Stage::Compare;
-      }
-      break;
-    case Stage::Files:
-      ReadNextFile();
+      StepInFolder();
+      stage_ = folder_ < folders_.size() ? Stage::Folders : Stage::Compare;
       break;
     case Stage::Compare:
       Compare();
@@ -111,134 +72,58 @@ double Survey::Progress() const {
   if (stage_ == Stage::Roots) {
     return 0;
   }
-  if (stage_ == Stage::Done || folders_.empty()) {
+  if (folder_ == folders_.size()) {
     return 1;
   }
-  const double part = files_.empty() || stage_ != Stage::Files
-                          ? 0.0
-                          : static_cast<double>(file_) / static_cast<double>(files_.size());
-  return (static_cast<double>(folder_) + part) / static_cast<double>(folders_.size());
+  return (static_cast<double>(folder_) + folders_[folder_].Progress()) /
+         static_cast<double>(folders_.size());
 }
 
 void Survey::ListRoots() {
-  std::vector<Name> names;
-  trees_.hasDataSets = List(order_.calibrationDir, SearchKind::NamesWithoutDot, names);
-  for (const Name& name : names) {
-    if (name.kind != EntryKind::File) {
-      folders_.push_back({name.name, false});
-      trees_.models.insert(ToUpper(name.name));
+  const auto add = [this](FolderSurvey::Kind kind, const ListedFolder& root) {
+    for (const ListedFolder::Name& name : root.Names()) {
+      if (name.kind != EntryKind::File) {
+        folders_.emplace_back(kind, ListedFolder(root, name.name));
+      }
     }
-  }
+  };
+  ListedFolder dataSets(order_.calibrationDir);
+  trees_.hasDataSets = dataSets.List(SearchKind::NamesWithoutDot, rows_);
   if (trees_.hasDataSets) {
     limits_ = LoadSlipLimits(order_.calibrationDir);
   }
-  trees_.hasStations = List(order_.stationDir, SearchKind::NamesWithoutDot, names);
-  LeaveOutIndex(names);
-  for (const Name& name : names) {
-    if (name.kind != EntryKind::File) {
-      folders_.push_back({name.name, true});
-    }
+  add(FolderSurvey::Kind::Model, dataSets);
+  for (const FolderSurvey& folder : folders_) {
+    trees_.models.insert(ToUpper(folder.Name()));
   }
+  ListedFolder stations(order_.stationDir);
+  trees_.hasStations = stations.List(SearchKind::NamesWithoutDot, rows_);
   if (trees_.hasStations) {
-    CheckIndexIn(order_.stationDir, names, kRootRemedy, {});
+    stations.CheckIndex(kRemedy, {}, rows_);
   }
+  add(FolderSurvey::Kind::Station, stations);
 }
 
-void Survey::ListFolder() {
-  const Folder& folder = folders_[folder_];
-  const std::string path = PathOf(folder);
-  file_ = 0;
-  if (folder.isStation) {
-    if (List(path, SearchKind::OrdinaryFiles, files_)) {
-      LeaveOutIndex(files_);
-      CheckIndexIn(path, files_, kStationRemedy, {folder.name});
-    }
-  } else if (List(path, SearchKind::NamesWithoutDot, files_)) {
-    std::erase_if(files_, [](const Name& file) { return !IsDataFileName(file.name); });
-  } else {
-    trees_.unlisted.insert(ToUpper(folder.name));
-  }
-}
-
-void Survey::ReadNextFile() {
-  if (file_ == files_.size()) {
-    ++folder_;
-    stage_ = Stage::Folders;
+void Survey::StepInFolder() {
+  if (folder_ == folders_.size()) {
     return;
   }
-  const Folder& folder = folders_[folder_];
-  const Name& file = files_[file_++];
-  const std::string path = Joined(PathOf(folder), file.name);
-  const std::error_code code =
-      ReadFoundFile({native_, file.name, file.kind}, bytes_, kDataFileLimit);
-  ++filesRead_;
-  AddRow(RowOf(folder, path, code));
+  FolderSurvey& folder = folders_[folder_];
+  const std::size_t first = rows_.size();
+  const bool goesOn = folder.Step(limits_, rows_);
+  for (SurveyRow& row : std::span(rows_).subspan(first)) {
+    JudgeDate(order_, row);
+  }
+  if (!goesOn) {
+    EndFolder(folder);
+    ++folder_;
+  }
 }
 
-SurveyRow Survey::RowOf(const Folder& folder, const std::string& path, std::error_code code) const {
-  // The file of a test kit may have any size.
-  if (code && (folder.isStation || code != kTooLargeForData || !IsTestKit(folder.name))) {
-    SurveyRow row;
-    row.kind = folder.isStation ? SurveyRow::Kind::Instrument : SurveyRow::Kind::DataSet;
-    row.path = path;
-    row.model = folder.isStation ? std::string(LastNameOf(path)) : folder.name;
-    if (folder.isStation) {
-      row.stations = {folder.name};
-    }
-    AddUnreadable(SystemError(code, "read the file", path), row);
-    return row;
-  }
-  if (folder.isStation) {
-    return InstrumentRow(folder.name, path, bytes_);
-  }
-  return DataSetRow(folder.name, path, bytes_, limits_);
-}
-
-std::string Survey::PathOf(const Folder& folder) const {
-  return Joined(folder.isStation ? order_.stationDir : order_.calibrationDir, folder.name);
-}
-
-void Survey::AddRow(SurveyRow row) {
-  row.daysLeft = DaysLeft(row.due, order_.today);
-  if (row.kind == SurveyRow::Kind::DataSet) {
-    CheckDue(order_, row);
-  }
-  rows_.push_back(std::move(row));
-}
-
-bool Survey::List(const std::string& path, SearchKind kind, std::vector<Name>& names) {
-  names.clear();
-  native_ = NativePath(path);
-  const std::error_code code =
-      CurrentPlatform().Search(native_, kind, [&](const FoundEntry& entry) {
-        names.push_back({entry.name, entry.kind});
-        return true;
-      });
-  std::ranges::sort(names, {}, &Name::name);
-  if (code) {
-    SurveyRow row = PlaceRow(path);
-    AddUnreadable(SystemError(code, "list the folder", path), row);
-    rows_.push_back(std::move(row));
-    return false;
-  }
-  return true;
-}
-
-void Survey::CheckIndexIn(const std::string& path, const std::vector<Name>& listed,
-                          std::string_view remedy, const std::vector<std::string>& stations) {
-  std::vector<std::string> names;
-  std::ranges::transform(listed, std::back_inserter(names), &Name::name);
-  SurveyRow row = PlaceRow(Joined(path, kIndexName));
-  row.stations = stations;
-  const std::error_code code = ReadNativeFile(NativePath(row.path), bytes_, kDataFileLimit);
-  if (code && code != std::errc::no_such_file_or_directory) {
-    AddUnreadable(SystemError(code, "read the file", row.path), row);
-  } else {
-    // Without an INDEX, every name lacks.
-    CheckIndex(bytes_, names, remedy, row);
-  }
-  if (!row.findings.empty()) {
-    rows_.push_back(std::move(row));
+void Survey::EndFolder(const FolderSurvey& folder) {
+  filesRead_ += folder.FilesRead();
+  if (folder.KindOfFolder() == FolderSurvey::Kind::Model && !folder.IsListed()) {
+    trees_.unlisted.insert(ToUpper(folder.Name()));
   }
 }
 
@@ -247,20 +132,59 @@ void Survey::Compare() {
   CheckDueDates(order_, rows_);
 }
 
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, SurveyResult& result) {
-  Survey survey(order, folder);
-  while (survey.Step()) {
+SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
+                             const std::function<void(double done)>& report) {
+  Survey survey(std::move(order));
+  survey.ListRoots();
+  std::vector<FolderSurvey>& folders = survey.folders_;
+  std::vector<std::vector<SurveyRow>> found(folders.size());
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&](const std::function<void(double done)>& reportHere) {
+    for (std::size_t i = next++; i < folders.size(); i = next++) {
+      while (folders[i].Step(survey.limits_, found[i])) {
+      }
+      for (SurveyRow& row : found[i]) {
+        JudgeDate(survey.order_, row);
+      }
+      reportHere(static_cast<double>(i) / static_cast<double>(folders.size()));
+    }
+  };
+  std::vector<std::future<void>> others;
+  for (std::size_t thread = 1; thread < threads; ++thread) {
+    others.push_back(std::async(std::launch::async, work, [](double) {}));
   }
-  std::vector<SurveyRow>& rows = result.rows;
+  work(report);
+  for (std::future<void>& other : others) {
+    other.get();
+  }
+  for (std::size_t i = 0; i < folders.size(); ++i) {
+    std::ranges::move(found[i], std::back_inserter(survey.rows_));
+    survey.EndFolder(folders[i]);
+  }
+  survey.Compare();
+  return survey.TakeResult();
+}
+
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
+                 std::vector<SurveyRow>& rows) {
+  const auto kind = FolderOf(folder) == order.stationDir ? FolderSurvey::Kind::Station
+                                                         : FolderSurvey::Kind::Model;
+  FolderSurvey survey(kind, ListedFolder(folder));
+  const SlipLimits limits = LoadSlipLimits(order.calibrationDir);
+  std::vector<SurveyRow> again;
+  while (survey.Step(limits, again)) {
+  }
+  for (SurveyRow& row : again) {
+    JudgeDate(order, row);
+  }
   const auto isIn = [&](const SurveyRow& row) {
     return row.path == folder || FolderOf(row.path) == folder;
   };
   const auto place = std::ranges::find_if(rows, isIn) - rows.begin();
   std::erase_if(rows, isIn);
-  std::vector<SurveyRow> again = survey.TakeResult().rows;
   rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
               std::make_move_iterator(again.end()));
-  CompareRows(result.trees, rows);
+  CompareRows(trees, rows);
   CheckDueDates(order, rows);
 }
 

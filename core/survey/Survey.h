@@ -5,18 +5,16 @@
 #define TARVELL_CORE_SURVEY_SURVEY_H
 
 #include <cstddef>
-#include <filesystem>
+#include <functional>
 #include <string>
-#include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "core/curves/SlipLimits.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
-#include "core/platform/Platform.h"
 #include "core/survey/Comparison.h"
+#include "core/survey/FolderSurvey.h"
 #include "core/survey/SurveyRow.h"
 
 namespace tarvell {
@@ -49,8 +47,6 @@ struct SurveyResult {
 class Survey {
  public:
   explicit Survey(SurveyOrder order);
-  /// A survey of the rows in one folder, that of a model or a station, without a comparison.
-  Survey(SurveyOrder order, std::string_view folder);
 
   /// Lists a folder, reads a file or compares the rows. Returns whether something is left to do.
   bool Step();
@@ -70,52 +66,36 @@ class Survey {
   [[nodiscard]] bool CouldLook() const { return trees_.hasDataSets && trees_.hasStations; }
 
  private:
-  struct Name {
-    std::string name;
-    EntryKind kind;
-  };
-  struct Folder {
-    std::string name;
-    bool isStation;
-  };
+  friend SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
+                                      const std::function<void(double done)>& report);
 
   void ListRoots();
-  void ListFolder();
-  void ReadNextFile();
+  void StepInFolder();
+  /// Takes over what the survey of a folder has found, besides its rows.
+  void EndFolder(const FolderSurvey& folder);
   void Compare();
 
-  /// The row of the file whose content is in `bytes_`, unless reading it failed with `code`.
-  [[nodiscard]] SurveyRow RowOf(const Folder& folder, const std::string& path,
-                                std::error_code code) const;
-  void AddRow(SurveyRow row);
-  /// Finds the names in a folder, and sorts them. If it cannot be listed, adds a row and returns
-  /// false.
-  bool List(const std::string& path, SearchKind kind, std::vector<Name>& names);
-  /// Adds a row for the INDEX in the folder `path`, if there is something to report.
-  void CheckIndexIn(const std::string& path, const std::vector<Name>& listed,
-                    std::string_view remedy, const std::vector<std::string>& stations);
-  [[nodiscard]] std::string PathOf(const Folder& folder) const;
-
-  enum class Stage { Roots, Folders, Files, Compare, Done };
+  enum class Stage { Roots, Folders, Compare, Done };
 
   SurveyOrder order_;
   Stage stage_ = Stage::Roots;
-  bool isOfOneFolder_ = false;
   std::vector<SurveyRow> rows_;
   SurveyedTrees trees_;
   SlipLimits limits_;
-  std::vector<Folder> folders_;  ///< the model folders, then the stations
-  std::size_t folder_ = 0;       ///< the one that is being read
-  std::filesystem::path native_;
-  std::vector<Name> files_;  ///< of that folder
-  std::size_t file_ = 0;     ///< the next one
-  std::string bytes_;
+  std::vector<FolderSurvey> folders_;  ///< those of the models, then the stations
+  std::size_t folder_ = 0;             ///< the one that is being read
   std::size_t filesRead_ = 0;
 };
 
+/// A whole survey, with the folders shared among several threads, of which the caller's is one.
+/// Calls `report` in that one.
+[[nodiscard]] SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
+                                           const std::function<void(double done)>& report);
+
 /// Looks again at the folder of a model or a station whose files may have changed since a survey,
 /// and compares all rows again.
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, SurveyResult& result);
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
+                 std::vector<SurveyRow>& rows);
 
 /// Judges the due dates of all rows again, for another day or another number of days.
 void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows);

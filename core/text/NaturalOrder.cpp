@@ -4,6 +4,7 @@
 #include "core/text/NaturalOrder.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace tarvell {
 
@@ -13,38 +14,37 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-unsigned char Folded(char c) {
-  return static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+char Folded(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-/// Removes the digits at the beginning of `text`, and returns them without leading zeros.
-std::string_view TakeNumber(std::string_view& text) {
-  const auto end = std::ranges::find_if_not(text, &IsDigit);
-  std::string_view digits = text.substr(0, static_cast<std::size_t>(end - text.begin()));
-  text.remove_prefix(digits.size());
+/// Appends a number: a longer one is the larger one. One digit says that it is a number, since
+/// every digit has the same place among the other characters.
+void AppendNumber(std::string& key, std::string_view digits) {
+  constexpr std::size_t kMost = 0xFF;
+  key += '0';
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
-  return digits;
+  key.append(digits.size() / kMost, static_cast<char>(kMost));
+  key += static_cast<char>(digits.size() % kMost);
+  key += digits;
 }
 
 }  // namespace
 
-std::weak_ordering NaturalOrder(std::string_view a, std::string_view b) {
-  while (!a.empty() && !b.empty()) {
-    std::weak_ordering order = std::weak_ordering::equivalent;
-    if (IsDigit(a.front()) && IsDigit(b.front())) {
-      const std::string_view first = TakeNumber(a);
-      const std::string_view second = TakeNumber(b);
-      order = first.size() != second.size() ? first.size() <=> second.size() : first <=> second;
+std::string NaturalKey(std::string_view text) {
+  std::string key;
+  while (!text.empty()) {
+    const auto end = std::ranges::find_if_not(text, &IsDigit);
+    const auto digits = static_cast<std::size_t>(end - text.begin());
+    if (digits == 0) {
+      key += Folded(text.front());
+      text.remove_prefix(1);
     } else {
-      order = Folded(a.front()) <=> Folded(b.front());
-      a.remove_prefix(1);
-      b.remove_prefix(1);
-    }
-    if (order != 0) {
-      return order;
+      AppendNumber(key, text.substr(0, digits));
+      text.remove_prefix(digits);
     }
   }
-  return a.size() <=> b.size();
+  return key;
 }
 
 }  // namespace tarvell

@@ -4,14 +4,15 @@
 #ifndef TARVELL_CORE_TEXT_NATURALORDER_H
 #define TARVELL_CORE_TEXT_NATURALORDER_H
 
-#include <compare>
+#include <string>
 #include <string_view>
 
 namespace tarvell {
 
-/// The order of two texts as people expect it: upper and lower case make no difference, and digits
-/// that follow each other count as one number, so that "BENCH2" comes before "BENCH10".
-[[nodiscard]] std::weak_ordering NaturalOrder(std::string_view a, std::string_view b);
+/// Bytes by which texts are in the order that people expect: upper and lower case make no
+/// difference, and digits that follow each other count as one number, so that "BENCH2" comes before
+/// "BENCH10". Many texts are sorted faster by their keys than by themselves.
+[[nodiscard]] std::string NaturalKey(std::string_view text);
 
 }  // namespace tarvell
 

@@ -75,7 +75,9 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool ContainsIgnoringCase(std::string_view text, std::string_view part) {
-  return ToUpper(text).find(ToUpper(part)) != std::string::npos;
+  const auto isSame = [](char x, char y) { return UpperCase(x) == UpperCase(y); };
+  return part.empty() ||
+         std::search(text.begin(), text.end(), part.begin(), part.end(), isSame) != text.end();
 }
 
 std::size_t CharacterCount(std::string_view text) {
@@ -107,7 +109,10 @@ void AppendRight(std::string& target, std::string_view text, std::size_t width) 
 }
 
 std::string_view TakeLine(std::string_view& rest) {
-  const std::string_view line = rest.substr(0, rest.find_first_of("\r\n"));
+  // A search for several characters, find_first_of, calls a function for each character of the
+  // line.
+  const auto* end = std::ranges::find_if(rest, [](char c) { return c == '\r' || c == '\n'; });
+  const std::string_view line = rest.substr(0, static_cast<std::size_t>(end - rest.begin()));
   rest.remove_prefix(line.size());
   rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
   return line;

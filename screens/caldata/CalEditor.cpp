@@ -12,6 +12,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "core/caldata/CellNotices.h"
@@ -34,7 +35,6 @@
 #include "screens/caldata/SlipWatch.h"
 #include "screens/caldata/WholeStep.h"
 #include "screens/caldata/frmHistory.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -49,7 +49,6 @@ namespace tarvell {
 namespace {
 
 // Subjects of notices.
-constexpr const char* kCell = "cell";
 constexpr const char* kFixedCell = "fixed cell";
 
 /// A cell's note with the cell's row and column. Two columns of a set are called "Unc.": each
@@ -115,6 +114,11 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
   EnterPressesFocusedButton(this);
   connect(controls_.header, &CalHeaderBlock::SerialChanged, this, &CalEditor::ShowCaption);
   connect(controls_.header, &CalHeaderBlock::DateEntered, this, &CalEditor::ReportValuesToEnter);
+  connect(controls_.header, &CalHeaderBlock::CalDateChanged, this, [this] {
+    if (const std::optional<FileDate> date = controls_.header->CalDate()) {
+      curve_->SetDate(*date);
+    }
+  });
   connect(controls_.header, &CalHeaderBlock::Noticed, controls_.notices, &NoticeLine::Report);
   connect(controls_.header, &CalHeaderBlock::Entered, controls_.notices, &NoticeLine::ShowAbout);
   cellEditor_->SetChange(
@@ -169,6 +173,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
       {.screen = this,
        .grid = controls_.grid,
        .menu = fileMenu_,
+       .earlier = &curve_->Earlier(),
        .model = [this]() -> const Model& { return *model_; },
        .data = [this]() -> const cifCaldata& { return *data_; },
        .contents =
@@ -246,31 +251,26 @@ EditorState CalEditor::Contents() {
 }
 
 void CalEditor::Restore(const EditorState& draft) {
-  ShowContents(draft, [this](const std::function<void()>& show) {
-    Change(tr("restoring the draft"), show);
-  });
-  if (history_.canUndo()) {
-    // In a field of the header, Ctrl+Z would not take the draft back.
-    controls_.grid->setFocus();
-  }
+  TakeContents(tr("restoring the draft"), draft);
+  // In a field of the header, Ctrl+Z would not take the draft back.
+  controls_.grid->setFocus();
   if (draft.openCell) {
     cellEditor_->Reopen(*draft.openCell);
   }
 }
 
 void CalEditor::TakeContents(const QString& what, const EditorState& contents) {
-  const auto show = [this](const EditorState& state) {
-    ShowContents(state, [](const std::function<void()>& page) { page(); });
-    ReportValuesToEnter();
-  };
   const EditorState before = Contents();
-  show(contents);
-  history_.push(new WholeStep(
-      what, before, Contents(), [this] { return Contents(); }, show));
+  ShowContents(contents);
+  const EditorState after = Contents();
+  if (!HaveSameContent(after, before)) {
+    history_.push(new WholeStep(
+        what, before, after, [this] { return Contents(); },
+        [this](const EditorState& state) { ShowContents(state); }));
+  }
 }
 
-void CalEditor::ShowContents(const EditorState& contents,
-                             const std::function<void(const std::function<void()>& show)>& act) {
+void CalEditor::ShowContents(const EditorState& contents) {
   cellEditor_->Cancel();
   const EditorState now = Contents();
   const std::size_t count = std::min(now.pages.size(), contents.pages.size());
@@ -281,17 +281,18 @@ void CalEditor::ShowContents(const EditorState& contents,
     }
     if (page >= data_->GetCalPageCount()) {
       // The page that the option hides.
-      act([&] { GoTo(ShownPage(), true); });
+      GoTo(ShownPage(), true);
     }
     GoTo(page, HasOption());
-    act([&] { RestorePage(contents.pages[index]); });
+    RestorePage(contents.pages[index]);
   }
   if (model_->hasOption && contents.option && *contents.option != HasOption()) {
-    act([&] { GoTo(0, *contents.option); });
+    GoTo(0, *contents.option);
   }
   GoTo(contents.shownPage < data_->GetCalPageCount() ? contents.shownPage : std::int16_t{0},
        HasOption());
   controls_.header->ShowBoxes(contents.header);
+  ReportValuesToEnter();
 }
 
 void CalEditor::RestorePage(const DraftPage& page) {
@@ -587,7 +588,7 @@ void CalEditor::ReportCells() {
   };
   const auto shown = std::ranges::max_element(noted, {}, rank);
   if (shown == noted.end()) {
-    controls_.notices->Report(kCell, {});
+    controls_.notices->Report(kCellNotice, {});
     return;
   }
   QString about;
@@ -604,7 +605,7 @@ void CalEditor::ReportCells() {
   if (noted.size() > 1) {
     about.prepend(tr("Marked cell %1 of %2: ").arg(shown - noted.begin() + 1).arg(noted.size()));
   }
-  controls_.notices->Report(kCell, about);
+  controls_.notices->Report(kCellNotice, about);
 }
 
 void CalEditor::ShowLoadNotices(const std::vector<std::string>& notices) {
@@ -645,11 +646,9 @@ void CalEditor::SaveAndClose() {
   const std::string name = DataFileName(serial);
   StoreContents();
   const std::string path = Joined(Joined(gCalibrationDir, data_->ModelNumber()), name);
-  if (!UserLetsReplace(this, [&] { return data_->WouldReplace(path); })) {
-    return;
-  }
-  const bool isSaved = ChangedWithHistory(
-      this, "save", [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
+  const bool isSaved = SavedWithHistory(
+      this, [&] { return data_->WouldReplace(path); },
+      [&](Earlier earlier) { data_->SaveCalibrationDataToFile(path, earlier); });
   if (!isSaved) {
     return;
   }

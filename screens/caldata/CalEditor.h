@@ -151,12 +151,11 @@ class CalEditor : public QDialog {
   void WatchChanges();
   /// Everything that is in the editor, as a draft keeps it.
   [[nodiscard]] EditorState Contents();
-  /// Shows the contents of a draft. Each page that it changes is one step of the history.
+  /// Shows the contents of a draft, in one step of the history.
   void Restore(const EditorState& draft);
   void RestorePage(const DraftPage& page);
-  /// Shows other contents of the whole data set. Each page is shown inside `act`.
-  void ShowContents(const EditorState& contents,
-                    const std::function<void(const std::function<void()>& show)>& act);
+  /// Shows other contents of the whole data set.
+  void ShowContents(const EditorState& contents);
   /// Stores in Data() what is shown. Throws the error of what cannot be stored.
   void StoreContents();
   /// Makes these the contents, in one step of the history.

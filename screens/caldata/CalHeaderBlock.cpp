@@ -9,6 +9,8 @@
 #include <string>
 
 #include "core/caldata/CellNotices.h"
+#include "core/dates/DueDate.h"
+#include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
 #include "core/session/CommonStringModule.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -107,6 +109,9 @@ CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     connect(date, &DefaultDate::Entered, this, &CalHeaderBlock::DateEntered);
   }
   LabelDropDownLists(this);
+  connect(ui_->txtCalYear, &QLineEdit::textChanged, this, &CalHeaderBlock::CalDateChanged);
+  connect(ui_->cmbCalMonth, &QComboBox::currentIndexChanged, this, &CalHeaderBlock::CalDateChanged);
+  connect(ui_->txtCalDay, &QLineEdit::textChanged, this, &CalHeaderBlock::CalDateChanged);
   FileTextValidator::Attach(ui_->txtSerial);
   FileTextValidator::Attach(ui_->txtCalNo);
   FileTextValidator::Attach(ui_->txtComment);
@@ -183,8 +188,20 @@ void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
 }
 
 void CalHeaderBlock::MarkDates(bool areDefaults) {
+  defaults_ = areDefaults ? std::optional(Boxes()) : std::nullopt;
   calDate_->Mark(areDefaults);
   dueDate_->Mark(areDefaults);
+}
+
+void CalHeaderBlock::MarkDefaultDates(const DraftHeader& boxes) {
+  if (!defaults_) {
+    return;
+  }
+  const auto isDefault = [&](auto... texts) {
+    return ((boxes.*texts == (*defaults_).*texts) && ...);
+  };
+  calDate_->Mark(isDefault(&DraftHeader::calYear, &DraftHeader::calMonth, &DraftHeader::calDay));
+  dueDate_->Mark(isDefault(&DraftHeader::dueYear, &DraftHeader::dueMonth, &DraftHeader::dueDay));
 }
 
 void CalHeaderBlock::LockSerial(bool locked) {
@@ -219,6 +236,13 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
   calData.SetDueDate(dueYear, FromQt(ui_->cmbDueMonth->currentText()), dueDay);
 }
 
+std::optional<FileDate> CalHeaderBlock::CalDate() const {
+  const FileDate date = {ui_->txtCalYear->text().toShort(),
+                         MonthToNumber(FromQt(ui_->cmbCalMonth->currentText())),
+                         ui_->txtCalDay->text().toShort()};
+  return DueStateOf(date, date) == DueState::NoDate ? std::nullopt : std::optional(date);
+}
+
 DraftHeader CalHeaderBlock::Boxes() const {
   return {.serialNumber = FromQt(ui_->txtSerial->text()),
           .calibrationNumber = FromQt(ui_->txtCalNo->text()),
@@ -243,6 +267,7 @@ void CalHeaderBlock::ShowBoxes(const DraftHeader& boxes) {
   ui_->cmbDueMonth->setCurrentIndex(ui_->cmbDueMonth->findText(ToQt(boxes.dueMonth)));
   ui_->txtDueDay->setText(ToQt(boxes.dueDay));
   ui_->txtComment->setText(ToQt(boxes.comment));
+  MarkDefaultDates(boxes);
 }
 
 QString CalHeaderBlock::Serial() const {

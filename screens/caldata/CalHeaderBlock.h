@@ -8,9 +8,11 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 #include "core/caldata/EditorState.h"
 #include "core/caldata/cifCaldata.h"
+#include "core/dates/FileDate.h"
 #include "screens/widgets/DefaultDate.h"
 
 namespace tarvell {
@@ -46,6 +48,9 @@ class CalHeaderBlock final : public QWidget {
   /// stores nothing then.
   void Store(cifCaldata& calData) const;
 
+  /// The calibration date in the boxes; nothing while they hold none.
+  [[nodiscard]] std::optional<FileDate> CalDate() const;
+
   /// The boxes as they are, even if they could not be stored.
   [[nodiscard]] DraftHeader Boxes() const;
   /// Shows these texts. A locked serial number stays.
@@ -62,6 +67,8 @@ class CalHeaderBlock final : public QWidget {
   void SerialChanged(const QString& serial);
   /// A date that was a default has been entered.
   void DateEntered();
+  /// The calibration date is now another one.
+  void CalDateChanged();
   /// The notice about a field is now `text`; "" for none.
   void Noticed(const QString& field, const QString& text);
   /// This field has got the focus.
@@ -74,10 +81,13 @@ class CalHeaderBlock final : public QWidget {
  private:
   void cmbCalMonth_Click();
   void cmbDueMonth_Click();
+  /// Marks the dates of `boxes` that are still those of the template.
+  void MarkDefaultDates(const DraftHeader& boxes);
 
   std::unique_ptr<Ui::CalHeaderBlock> ui_;
   DefaultDate* calDate_;
   DefaultDate* dueDate_;
+  std::optional<DraftHeader> defaults_;  ///< the boxes with the dates of the template, if any
 };
 
 }  // namespace tarvell

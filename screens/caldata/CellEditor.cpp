@@ -333,6 +333,7 @@ void CellEditor::Reopen(const OpenCell& edit) {
   if (IsOpen()) {
     txtCell_->setText(ToQt(edit.text));
     txtCellCmb_->setCurrentText(ToQt(edit.unit));
+    touched_ = edit.isTyped;
   }
 }
 

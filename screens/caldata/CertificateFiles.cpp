@@ -7,6 +7,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QLocale>
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
@@ -14,11 +15,9 @@
 #include <string>
 #include <utility>
 
-#include "core/files/SaveFile.h"
-#include "core/platform/Error.h"
-#include "exchange/Export.h"
 #include "exchange/ReadCertificate.h"
 #include "screens/caldata/CalGrid.h"
+#include "screens/caldata/DataSetExport.h"
 #include "screens/caldata/ImportPreview.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/Guard.h"
@@ -32,7 +31,6 @@ namespace tarvell {
 namespace {
 
 constexpr const char* kImportFolder = "certificates/import-folder";
-constexpr const char* kExportFolder = "certificates/export-folder";
 
 /// The only file of a drag, "" if it has another number of files.
 QString FileIn(const QMimeData& data) {
@@ -59,9 +57,10 @@ bool CertificateFiles::eventFilter(QObject* watched, QEvent* event) {
   }
   auto& drop = static_cast<QDropEvent&>(*event);  // the base of all of them
   const QString file = FileIn(*drop.mimeData());
+  // The file stays where it is, even if the other program proposes to move it.
+  drop.setDropAction(Qt::CopyAction);
   drop.setAccepted(!file.isEmpty());
   if (event->type() == QEvent::Drop && !file.isEmpty()) {
-    drop.setDropAction(Qt::CopyAction);
     // The other program waits until the drop is done.
     QTimer::singleShot(0, this, [this, file] { Import(file); });
   }
@@ -83,7 +82,11 @@ void CertificateFiles::ChooseFile() {
 void CertificateFiles::Import(const QString& file) {
   Guarded(editor_.screen, [&] {
     const EditorState now = editor_.contents();
-    const ImportTarget target = {editor_.model(), editor_.data(), now, editor_.isSerialFixed()};
+    const ImportTarget target = {.model = editor_.model(),
+                                 .data = editor_.data(),
+                                 .now = now,
+                                 .isSerialFixed = editor_.isSerialFixed(),
+                                 .language = FromQt(QLocale().name().section('_', 0, 0))};
     std::string bytes;
     Certificate certificate;
     {
@@ -91,7 +94,7 @@ void CertificateFiles::Import(const QString& file) {
       bytes = CertificateBytes(SystemPath(file));
       certificate = ReadCertificate(bytes);
     }
-    ImportPreview preview(target, std::move(bytes), std::move(certificate),
+    ImportPreview preview(target, *editor_.earlier, std::move(bytes), std::move(certificate),
                           QFileInfo(file).fileName(), editor_.screen);
     if (preview.exec() == QDialog::Accepted) {
       editor_.take(tr("importing %1").arg(QFileInfo(file).fileName()), preview.After());
@@ -102,24 +105,7 @@ void CertificateFiles::Import(const QString& file) {
 void CertificateFiles::Export() {
   Guarded(editor_.screen, [&] {
     const EditorState now = editor_.contents();
-    const Model& model = editor_.model();
-    cFileDialog dialog;
-    dialog.SetCaption(tr("Export the calibration data"));
-    dialog.SetFilter(tr("CSV for spreadsheets|*.csv|JSON for programs|*.json"));
-    dialog.SetInitialDir(RememberedText(kExportFolder));
-    dialog.SetFileName(ToQt(model.code) + " " + ToQt(now.header.serialNumber) + ".csv");
-    dialog.SetOwnerWnd(editor_.screen);
-    if (!dialog.ShowSave()) {
-      return;
-    }
-    const bool isJson = dialog.FileName().endsWith(".json", Qt::CaseInsensitive);
-    const QString file = dialog.FileName();
-    Remember(kExportFolder, QFileInfo(file).path());
-    const std::string bytes =
-        isJson ? JsonOf(model, editor_.data(), now) : CsvOf(model, editor_.data(), now);
-    if (const std::error_code error = SaveNativeFile(SystemPath(file), bytes)) {
-      throw SystemError(error, "write the file", FromQt(file));
-    }
+    ExportDataSet(editor_.screen, editor_.model(), editor_.data(), now);
   });
 }
 

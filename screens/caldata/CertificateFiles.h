@@ -17,6 +17,7 @@
 namespace tarvell {
 
 class CalGrid;
+class EarlierChoice;
 
 /// "Import..." and "Export..." of an editor, and the files that are dropped on its table. An import
 /// goes into the editor and not to the disk.
@@ -28,6 +29,7 @@ class CertificateFiles final : public QObject {
     QDialog* screen;
     CalGrid* grid;
     QMenu* menu;
+    const EarlierChoice* earlier;  ///< what the values are compared with
     std::function<const Model&()> model;
     std::function<const cifCaldata&()> data;
     std::function<EditorState()> contents;  ///< after an open edit of a cell was stored

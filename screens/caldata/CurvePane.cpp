@@ -95,16 +95,18 @@ void CurvePane::Load() {
   }
   plot_ = loaded.plot;
   plot_->Widget().installEventFilter(this);
+  plot_->Widget().addActions(actions());
+  plot_->Widget().setContextMenuPolicy(Qt::ActionsContextMenu);
   parts_->insertWidget(0, &plot_->Widget(), 1);
 }
 
-void CurvePane::Show(const ShownCurves& shown, bool keepsView) {
+void CurvePane::Show(const ShownCurves& shown, Cell current, bool keepsView) {
   const bool isOther = shown.subject != shown_.subject;
   shown_ = shown;
   if (isOther && plot_ != nullptr) {
     plot_->ShowWhole();
   }
-  SetCurrent(cell_);
+  SetCurrent(current);
   Draw(keepsView && !isOther);
 }
 
@@ -117,7 +119,6 @@ void CurvePane::Draw(bool keepsView) {
 }
 
 void CurvePane::SetCurrent(Cell cell) {
-  cell_ = cell;
   isMarked_ = false;
   DrawnPoint found;
   for (const Curve& curve : shown_.curves) {

@@ -27,7 +27,7 @@ class CurvePane final : public QWidget {
   explicit CurvePane(QWidget* parent = nullptr);
 
   /// With `keepsView`, the axes stay as they are even if a point is outside.
-  void Show(const ShownCurves& shown, bool keepsView = false);
+  void Show(const ShownCurves& shown, Cell current, bool keepsView = false);
   /// Marks the point of this cell, or else the first point of its row.
   void SetCurrent(Cell cell);
 
@@ -71,7 +71,6 @@ class CurvePane final : public QWidget {
   [[nodiscard]] bool HasPoints() const { return PointAt(current_) != nullptr; }
 
   ShownCurves shown_;
-  Cell cell_;
   DrawnPoint current_;  ///< the point of the cell; its curve counts only `shown_.curves`
   bool isMarked_ = false;
   bool isLoaded_ = false;

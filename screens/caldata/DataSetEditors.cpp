@@ -38,6 +38,10 @@ CalEditor& DataSetEditors::EditorOf(const Model& model) {
 bool DataSetEditors::Open(std::int16_t index, const Model& model, CalEditor::Begin begin) {
   CalEditor& editor = EditorOf(model);
   const std::string code(model.code);
+  if (index != CalEditor::kNewData) {
+    // Now, because the program may be killed while the editor is open.
+    RememberDataSet(code, ListedDataSet(index).SerialNumber);
+  }
   editor.SetupDat(index, code, begin);
   if (editor.result() != QDialog::Accepted) {
     return false;

@@ -107,13 +107,16 @@ PaperWork WorkOfVersion(const Model* model, const std::string& path,
   }
   const BusyPointer busy;
   const Calibration& version = versions.at(static_cast<std::size_t>(selected.front()));
-  const FileOnPaper file = VersionOnPaper(path, version);
+  FileOnPaper file = VersionOnPaper(path, version);
   const std::string code = HistoryPlaceOf(path).folder;
   const QString name = NameOf(code, version.header.SerialNumber);
   const std::unique_ptr<cifCaldata> data =
       model == nullptr || model->create == nullptr ? nullptr : LoadCalibration(*model, version);
   if (data == nullptr) {
     return WorkOf({PaperOfText(code, version, Readable(model, version), file), {}}, name);
+  }
+  for (const std::string& notice : data->LoadNotices()) {
+    file.fields.push_back({"Doubtful", notice});
   }
   const std::optional<Calibration> earlier = ComparedWith(versions, selected);
   const std::unique_ptr<cifCaldata> before = earlier ? LoadCalibration(*model, *earlier) : nullptr;

@@ -161,14 +161,21 @@ void DraftKeeper::OfferNext() {
 
 void DraftKeeper::Restore() {
   Guarded(editor_.screen, [this] {
-    const EditorState now = editor_.state();
-    if (!HaveSameContent(now, opened_)) {
-      // It is offered afterwards.
-      Write();
-    }
     MergedDraft draft = {.state = drafts_->Offered()->state};
     if (drafts_->IsOfferedOutdated()) {
       draft = Merged(*drafts_->Offered(), opened_, editor_.pointColumns());
+    }
+    RequireRoom(draft.withoutRoom);
+    if (HoldsAllOf(opened_, draft.state)) {
+      drafts_->RemoveOffered();
+      editor_.notices->Report(kNewer,
+                              tr("Everything that was typed in the draft is saved already."));
+      OfferNext();
+      return;
+    }
+    if (!HaveSameContent(editor_.state(), opened_)) {
+      // It is offered afterwards.
+      Write();
     }
     editor_.show(draft.state);
     drafts_->TakeOffered();
@@ -177,6 +184,18 @@ void DraftKeeper::Restore() {
     Changed();
     OfferNext();
   });
+}
+
+void DraftKeeper::RequireRoom(std::size_t withoutRoom) {
+  if (withoutRoom > 0) {
+    throw Error(ErrorKind::Index,
+                "The draft holds " + std::to_string(withoutRoom) +
+                    (withoutRoom == 1 ? " point" : " points") +
+                    " for which the table has no row left, because points were added to the data "
+                    "after the draft was begun. Nothing was restored, and the draft stays. Delete "
+                    "points that the data set does not need, save it, open it again, and choose "
+                    "Restore.");
+  }
 }
 
 void DraftKeeper::ReportNewer(std::size_t kept) {

@@ -54,6 +54,8 @@ class DraftKeeper final : public QObject {
   void ReportOthers(DraftKind kind);
   void OfferNext();
   void Restore();
+  /// Throws an error if there are points without room.
+  static void RequireRoom(std::size_t withoutRoom);
   void ReportNewer(std::size_t kept);
   void Discard();
 

@@ -10,6 +10,7 @@
 #include <cstddef>
 
 #include "core/caldata/TableRows.h"
+#include "core/dates/DueDate.h"
 #include "core/dates/Months.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/QtText.h"
@@ -19,13 +20,15 @@ namespace tarvell {
 
 namespace {
 
-QString DateText(const FileDate& date) {
-  return QString("%1 %2 %3").arg(date.day).arg(ToQt(NumberToMonth(date.month))).arg(date.year);
-}
-
 QString NameOf(const Calibration& calibration) {
   const QString number = ToQt(calibration.header.CalibrationNumber);
-  return DateText(calibration.Calibrated()) + (number.isEmpty() ? "" : ", " + number);
+  return ToQt(DateText(calibration.Calibrated())) + (number.isEmpty() ? "" : ", " + number);
+}
+
+/// The calibration date of a header; a box without a number counts as 0.
+FileDate DateOf(const DraftHeader& header) {
+  return {ToQt(header.calYear).toShort(), MonthToNumber(header.calMonth),
+          ToQt(header.calDay).toShort()};
 }
 
 }  // namespace
@@ -34,7 +37,7 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
   setObjectName("earlier");
   auto* layout = new QHBoxLayout(this);  // the widget owns it
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* label = new QLabel(tr("Earl&ier calibration"), this);
+  auto* label = new QLabel(tr("Compare &with"), this);
   label->setObjectName("lblEarlier");
   label->setBuddy(cmbEarlier_);
   cmbEarlier_->setObjectName("cmbEarlier");
@@ -50,28 +53,59 @@ EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new
   hide();
   setFocusProxy(cmbEarlier_);
   connect(cmbEarlier_, &QComboBox::currentIndexChanged, this, [this] {
+    isChosenByUser_ = true;
     Load();
     emit Changed();
   });
 }
 
 void EarlierChoice::Begin(const Model& model, const cifCaldata& compared, const std::string& path) {
-  const QSignalBlocker blocker(cmbEarlier_);
   FileDate date;
   std::string month;
   compared.GetCalDate(date.year, month, date.day);
   date.month = MonthToNumber(month);
   model_ = &model;
-  cmbEarlier_->clear();
-  calibrations_ = path.empty() ? std::vector<Calibration>() : CalibrationsOf(path);
-  for (const Calibration& calibration : calibrations_) {
-    cmbEarlier_->addItem(NameOf(calibration));
+  isChosenByUser_ = false;
+  problem_.clear();
+  calibrations_ = path.empty() ? std::vector<Calibration>() : CalibrationsOf(path, problem_);
+  {
+    const QSignalBlocker blocker(cmbEarlier_);
+    cmbEarlier_->clear();
+    for (const Calibration& calibration : calibrations_) {
+      cmbEarlier_->addItem(NameOf(calibration));
+    }
   }
-  const Calibration* earlier = EarlierCalibration(calibrations_, date);
-  setVisible(earlier != nullptr);
-  cmbEarlier_->setCurrentIndex(earlier != nullptr ? static_cast<int>(earlier - calibrations_.data())
-                                                  : -1);
+  ChooseFor(date);
   Load();
+}
+
+void EarlierChoice::SetDate(const FileDate& date) {
+  const int before = cmbEarlier_->currentIndex();
+  if (!isChosenByUser_) {
+    ChooseFor(date);
+  }
+  if (cmbEarlier_->currentIndex() != before) {
+    Load();
+    emit Changed();
+  }
+}
+
+void EarlierChoice::ChooseFor(const FileDate& date) {
+  const QSignalBlocker blocker(cmbEarlier_);
+  const int row = RowFor(date);
+  setVisible(row >= 0);
+  cmbEarlier_->setCurrentIndex(row);
+}
+
+int EarlierChoice::RowFor(const FileDate& date) const {
+  const Calibration* earlier = EarlierCalibration(calibrations_, date);
+  return earlier == nullptr ? -1 : static_cast<int>(earlier - calibrations_.data());
+}
+
+std::unique_ptr<cifCaldata> EarlierChoice::DataFor(const DraftHeader& header) const {
+  const int row = isChosenByUser_ ? cmbEarlier_->currentIndex() : RowFor(DateOf(header));
+  return row < 0 ? nullptr
+                 : LoadCalibration(*model_, calibrations_.at(static_cast<std::size_t>(row)));
 }
 
 void EarlierChoice::End() {
@@ -88,9 +122,8 @@ void EarlierChoice::Load() {
 }
 
 QString EarlierChoice::Name() const {
-  return chosen_ ? DateText(calibrations_.at(static_cast<std::size_t>(cmbEarlier_->currentIndex()))
-                                .Calibrated())
-                 : QString();
+  const auto index = static_cast<std::size_t>(cmbEarlier_->currentIndex());
+  return chosen_ ? ToQt(DateText(calibrations_.at(index).Calibrated())) : QString();
 }
 
 bool EarlierChoice::Fill(std::int16_t page, MemoryGrid& grid) const {

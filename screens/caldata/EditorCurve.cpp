@@ -26,6 +26,8 @@ namespace {
 
 /// The subject of the notice about points that only one calibration has.
 constexpr const char* kPoints = "points of one calibration";
+/// The subject of the notice about a history that cannot be read.
+constexpr const char* kHistory = "history";
 
 }  // namespace
 
@@ -57,15 +59,34 @@ void EditorCurve::Watch() {
   connect(editor_.cells, &CellEditor::Closed, this, &EditorCurve::ChangedSoon);
   connect(curve_, &CurveSplitter::Folded, this, &EditorCurve::ChangedSoon);
   connect(&curve_->Pane(), &CurvePane::Reached, editor_.grid, &CalGrid::SetCurrentCell);
-  connect(earlier_, &EarlierChoice::Changed, this, &EditorCurve::ChangedSoon);
+  connect(earlier_, &EarlierChoice::Changed, this, &EditorCurve::ShowChanges);
   connect(&curve_->Pane(), &CurvePane::Chosen, this, &EditorCurve::GoTo);
 }
 
 void EditorCurve::Begin(const Model& model, const cifCaldata& data, const std::string& path) {
   model_ = &model;
+  ++opened_;
   earlier_->Begin(model, data, path);
-  changes_->setVisible(!earlier_->isHidden());
+  editor_.notices->Report(
+      kHistory, earlier_->Problem().empty()
+                    ? QString()
+                    : tr("Earlier calibrations are not compared: the history cannot be read. %1")
+                          .arg(ToQt(earlier_->Problem())));
   curve_->Begin();
+  ShowChanges();
+}
+
+void EditorCurve::SetDate(const FileDate& date) {
+  if (model_ != nullptr) {
+    earlier_->SetDate(date);
+  }
+}
+
+void EditorCurve::ShowChanges() {
+  changes_->setVisible(!earlier_->isHidden());
+  if (earlier_->isHidden()) {
+    editor_.notices->Report(kPoints, {});
+  }
   ChangedSoon();
 }
 
@@ -110,8 +131,11 @@ void EditorCurve::ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier) {
   shown.curves = CurvesBeside(CurvesOf(*model_, editor_.page(), now), current);
   if (!shown.curves.empty()) {
     const Curve& curve = shown.curves.front();
-    shown.subject =
-        QString("%1 %2 %3").arg(editor_.page()).arg(curve.column).arg(ToQt(curve.yUnit));
+    shown.subject = QString("%1 %2 %3 %4")
+                        .arg(opened_)
+                        .arg(editor_.page())
+                        .arg(curve.column)
+                        .arg(ToQt(curve.yUnit));
     column_ = curve.column;
     if (earlier != nullptr) {
       shown.earlier = CurvesOf(*model_, editor_.page(), *earlier);
@@ -121,8 +145,7 @@ void EditorCurve::ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier) {
       shown.earlierName = tr("earlier: %1").arg(earlier_->Name());
     }
   }
-  curve_->Pane().SetCurrent(current);
-  curve_->Pane().Show(shown, editor_.cells->IsOpen());
+  curve_->Pane().Show(shown, current, editor_.cells->IsOpen());
 }
 
 void EditorCurve::ShowChange(const MemoryGrid& now, const MemoryGrid* earlier) {

@@ -13,8 +13,10 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
+#include "core/dates/FileDate.h"
 
 namespace tarvell {
 
@@ -46,6 +48,8 @@ class EditorCurve final : public QObject {
   /// The earlier calibrations are those of the file at `path`; none if it is "".
   void Begin(const Model& model, const cifCaldata& data, const std::string& path);
   void End();
+  /// The data are now dated `date`.
+  void SetDate(const FileDate& date);
 
   /// The calibration that the data are compared with.
   [[nodiscard]] const EarlierChoice& Earlier() const { return *earlier_; }
@@ -53,6 +57,8 @@ class EditorCurve final : public QObject {
  private:
   void Watch();
   void ChangedSoon();
+  /// Shows the columns of the earlier calibration where there is one.
+  void ShowChanges();
   void ShowAll();
   void ShowCurves(const MemoryGrid& now, const MemoryGrid* earlier);
   void ShowChange(const MemoryGrid& now, const MemoryGrid* earlier);
@@ -66,6 +72,7 @@ class EditorCurve final : public QObject {
   ChangeTable* changes_;
   EarlierChoice* earlier_;
   std::int16_t column_ = 1;  ///< whose changes are shown
+  int opened_ = 0;           ///< how many data sets were; each is shown whole at first
   QTimer soon_;
 };
 

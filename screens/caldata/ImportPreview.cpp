@@ -7,14 +7,17 @@
 
 #include <QCryptographicHash>
 #include <QHeaderView>
-#include <QLocale>
 
 #include <algorithm>
 
+#include "core/curves/SlipLimits.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
 #include "screens/caldata/ChangedCell.h"
+#include "screens/caldata/EarlierChoice.h"
+#include "screens/caldata/GridModel.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/QtText.h"
@@ -64,17 +67,30 @@ QString Bullets(const QString& heading, const std::vector<std::string>& sentence
   return text.isEmpty() ? text : text + "\n";
 }
 
+/// Marks a value as the table of an editor does.
+void MarkAsSlip(QTableWidgetItem* item, const QString& why) {
+  QFont font = item->font();
+  font.setUnderline(true);
+  item->setFont(font);
+  item->setIcon(SlipIcon());
+  item->setToolTip(why);
+  item->setData(Qt::AccessibleTextRole, ImportPreview::tr("%1 (possible slip)").arg(item->text()));
+  item->setData(Qt::AccessibleDescriptionRole, why);
+}
+
 }  // namespace
 
-ImportPreview::ImportPreview(const ImportTarget& target, std::string bytes, Certificate certificate,
-                             const QString& fileName, QWidget* parent)
+ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& earlier,
+                             std::string bytes, Certificate certificate, const QString& fileName,
+                             QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::ImportPreview>()),
       target_(target),
+      earlier_(earlier),
+      limit_(LoadSlipLimits(gCalibrationDir).Of(target.model)),
       bytes_(std::move(bytes)),
       certificate_(std::move(certificate)),
       fileName_(fileName),
-      language_(FromQt(QLocale().name().section('_', 0, 0))),
       page_(target.now.shownPage) {
   ui_->setupUi(this);
   columnBoxes_ = {{ui_->lblColumn0, ui_->cmbColumn0},
@@ -117,7 +133,9 @@ void ImportPreview::ConnectControls() {
     connect(box.second, &QComboBox::activated, this, &ImportPreview::cmbColumn_Activated);
   }
   connect(ui_->chkRemove, &QCheckBox::toggled, this, [this] {
+    Judge();
     ShowRows();
+    ShowNotes();
     ShowButtons();
   });
   connect(ui_->chkConfirm, &QCheckBox::toggled, this, &ImportPreview::ShowButtons);
@@ -182,7 +200,7 @@ void ImportPreview::ShowItems() {
   ShowPair(ui_->lblItem, ui_->cmbItem, certificate_.items.size() > 1);
   for (const CertificateItem& item : certificate_.items) {
     ui_->cmbItem->addItem(
-        ToQt(NameIn(item.name, language_) + " " + item.model + ", " + item.serialNumber));
+        ToQt(NameIn(item.name, target_.language) + " " + item.model + ", " + item.serialNumber));
   }
   ui_->cmbItem->setCurrentIndex(static_cast<int>(choices_.item.value_or(0)));
 }
@@ -208,9 +226,9 @@ void ImportPreview::ShowTables() {
   ui_->cmbTable->clear();
   ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
   for (const CertificateTable& table : certificate_.tables) {
-    ui_->cmbTable->addItem(
-        tr("%1 (%2), %3")
-            .arg(ToQt(NameIn(table.name, language_)), ToQt(table.where), Rows(table.RowCount())));
+    ui_->cmbTable->addItem(tr("%1 (%2), %3")
+                               .arg(ToQt(NameIn(table.name, target_.language)), ToQt(table.where),
+                                    Rows(table.RowCount())));
   }
   ui_->cmbTable->setCurrentIndex(chosen ? static_cast<int>(*chosen) + 1 : 0);
   ShowColumns();
@@ -232,7 +250,7 @@ void ImportPreview::ShowColumns() {
     box->addItem(tr("(not used)"));
     const CertificateTable& table = certificate_.tables.at(*choice.table);
     for (const ColumnSource& source : SourcesOf(table)) {
-      box->addItem(ToQt(SourceName(table, source, language_)));
+      box->addItem(ToQt(SourceName(table, source, target_.language)));
       if (choice.match.at(i) == source) {
         box->setCurrentIndex(box->count() - 1);
       }
@@ -298,6 +316,7 @@ void ImportPreview::Plan() {
                    : tr("&Remove the %1 points that the certificate does not have").arg(missing));
   ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
   ui_->chkConfirm->setVisible(!plan_.doubts.empty());
+  Judge();
   ShowSummary();
   ShowHeader();
   ShowRows();
@@ -305,10 +324,25 @@ void ImportPreview::Plan() {
   ShowButtons();
 }
 
+void ImportPreview::Judge() {
+  judged_.clear();
+  const EditorState after = After();
+  const std::unique_ptr<cifCaldata> earlier = earlier_.DataFor(after.header);
+  for (const PagePlan& page : plan_.pages) {
+    judged_[page.page] = JudgePage({.model = target_.model,
+                                    .data = target_.data,
+                                    .state = after,
+                                    .earlier = earlier.get(),
+                                    .limit = limit_},
+                                   page.page);
+  }
+}
+
 void ImportPreview::ShowSummary() {
   QStringList names;
   for (const CertificateItem& item : certificate_.items) {
-    names << ToQt(Trim(NameIn(item.name, language_) + " " + item.model + " " + item.serialNumber));
+    names << ToQt(
+        Trim(NameIn(item.name, target_.language) + " " + item.model + " " + item.serialNumber));
   }
   ui_->lblSummary->setText(
       tr("%1 (%2): %3. Rows: %4 updated, %5 added, %6 as before.")
@@ -344,14 +378,19 @@ void ImportPreview::ShowRows() {
     captions << ToQt(column.caption);
   }
   ShowCaptions(ui_->tblRows, captions << tr("Change"), page == nullptr ? 0 : page->rows.size());
+  GridRow next = kFirstDataRow;
   for (int row = 0; row < ui_->tblRows->rowCount(); ++row) {
-    ShowRow(row, page->rows[static_cast<std::size_t>(row)]);
+    const PlannedRow& planned = page->rows[static_cast<std::size_t>(row)];
+    const bool isRemoved = planned.row.change == Change::Missing && RemovesMissing();
+    ShowRow(row, planned, isRemoved ? kCaptionRow : next);
+    next = isRemoved ? next : next + 1;
   }
 }
 
-void ImportPreview::ShowRow(int row, const PlannedRow& planned) {
+void ImportPreview::ShowRow(int row, const PlannedRow& planned, GridRow inTable) {
   const PastedRow& cells = planned.row;
-  const bool isRemoved = cells.change == Change::Missing && RemovesMissing();
+  const bool isRemoved = inTable == kCaptionRow;
+  const std::map<Cell, std::string>& marks = judged_.at(page_).slips.marks;
   const QString words = cells.change == Change::Unchanged ? tr("as it was")
                         : cells.change == Change::Updated ? tr("updated")
                         : cells.change == Change::Added   ? tr("added")
@@ -370,6 +409,10 @@ void ImportPreview::ShowRow(int row, const PlannedRow& planned) {
     QFont font = item->font();
     font.setStrikeOut(isRemoved);
     item->setFont(font);
+    const auto mark = marks.find({inTable, static_cast<std::int16_t>(column)});
+    if (mark != marks.end()) {
+      MarkAsSlip(item, ToQt(mark->second));
+    }
     ui_->tblRows->setItem(row, column, item);
   }
   ui_->tblRows->setItem(row, columns, ChangedCell(words, ui_->tblRows, false));
@@ -378,6 +421,11 @@ void ImportPreview::ShowRow(int row, const PlannedRow& planned) {
 void ImportPreview::ShowNotes() {
   QString text = error_.isEmpty() ? QString() : error_ + "\n\n";
   text += Bullets(tr("Please check:"), plan_.doubts);
+  std::vector<std::string> slips;
+  for (const auto& [page, judged] : judged_) {
+    slips.insert(slips.end(), judged.sentences.begin(), judged.sentences.end());
+  }
+  text += Bullets(tr("These values may be slips of typing:"), slips);
   text += Bullets(tr("The format of the table rounds:"), plan_.Rounded());
   text += Bullets(tr("Not used:"), plan_.notes);
   ui_->txtNotes->setPlainText(text.trimmed());

@@ -10,29 +10,34 @@
 #include <QTableWidgetItem>
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "core/curves/JudgedPage.h"
 #include "exchange/ImportPlan.h"
 
 namespace tarvell {
+
+class EarlierChoice;
 
 namespace Ui {
 class ImportPreview;
 }
 
 /// Shows what importing a certificate would change: the header, each page, what is rounded and what
-/// is not used. The user chooses how to read what can be read in two ways, the instrument, the
-/// tables and the columns. "Import" accepts it.
+/// is not used, and which values the editor will mark. The user chooses how to read what can be
+/// read in two ways, the instrument, the tables and the columns. "Import" accepts it.
 class ImportPreview final : public QDialog {
   Q_OBJECT
 
  public:
-  /// `certificate` was read from `bytes`. `target` must outlive the screen.
-  ImportPreview(const ImportTarget& target, std::string bytes, Certificate certificate,
-                const QString& fileName, QWidget* parent);
+  /// `certificate` was read from `bytes`. `target` and `earlier` must outlive the screen.
+  ImportPreview(const ImportTarget& target, const EarlierChoice& earlier, std::string bytes,
+                Certificate certificate, const QString& fileName, QWidget* parent);
   ImportPreview(const ImportPreview&) = delete;
   ImportPreview& operator=(const ImportPreview&) = delete;
   ~ImportPreview() override;
@@ -58,10 +63,13 @@ class ImportPreview final : public QDialog {
 
   /// Plans the import again and shows the plan.
   void Plan();
+  /// Finds the values that may be slips of typing.
+  void Judge();
   void ShowSummary();
   void ShowHeader();
   void ShowRows();
-  void ShowRow(int row, const PlannedRow& planned);
+  /// `inTable` is the row of the table after the import, the caption row if it has none.
+  void ShowRow(int row, const PlannedRow& planned, GridRow inTable);
   void ShowNotes();
   void ShowButtons();
 
@@ -75,13 +83,15 @@ class ImportPreview final : public QDialog {
 
   std::unique_ptr<Ui::ImportPreview> ui_;
   const ImportTarget& target_;
+  const EarlierChoice& earlier_;
+  SlipLimit limit_;
   std::string bytes_;
   Certificate certificate_;
   QString fileName_;
-  std::string language_;  ///< of the user, "en"
   ReadingChoices reading_;
   ImportChoices choices_;
   ImportPlan plan_;
+  std::map<std::int16_t, JudgedPage> judged_;  ///< the pages that change
   QString error_;  ///< why the chosen values cannot be taken, "" when they can
   std::int16_t page_ = 0;
   std::vector<ColumnBox> columnBoxes_;

@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "core/caldata/TestKit.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
@@ -33,10 +32,9 @@ void CopyFileOfTestKit(QWidget* owner, const std::string& model, const std::stri
     return;
   }
   const std::filesystem::path source = SystemPath(dialog.FileName());
-  if (UserLetsReplace(owner, [&] { return TestKitWouldReplace(source, folder); })) {
-    static_cast<void>(ChangedWithHistory(
-        owner, "save", [&](Earlier earlier) { CopyTestKitFile(source, folder, earlier); }));
-  }
+  static_cast<void>(SavedWithHistory(
+      owner, [&] { return TestKitWouldReplace(source, folder); },
+      [&](Earlier earlier) { CopyTestKitFile(source, folder, earlier); }));
 }
 
 }  // namespace tarvell

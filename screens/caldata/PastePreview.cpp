@@ -42,21 +42,8 @@ PastePreview::PastePreview(PastedTable table, const QStringList& captions, QWidg
   ui_->chkRemove->setVisible(missing > 0);
   ShowCaptions(captions);
   chkRemove_Toggled();
-  const auto changed = std::ranges::find_if(table_.rows, [](const PastedRow& row) {
-    return row.change == Change::Updated || row.change == Change::Added;
-  });
-  if (changed != table_.rows.end()) {
-    ui_->tblPreview->scrollToItem(
-        ui_->tblPreview->item(static_cast<int>(changed - table_.rows.begin()), 0));
-  }
   connect(ui_->chkRemove, &QCheckBox::toggled, this, &PastePreview::chkRemove_Toggled);
-  connect(ui_->btnOk, &QPushButton::clicked, this, [this] {
-    // Alt+R holds the box down for a moment before it ticks it; Enter may be pressed at once.
-    if (ui_->chkRemove->isDown()) {
-      ui_->chkRemove->toggle();
-    }
-    accept();
-  });
+  connect(ui_->btnOk, &QPushButton::clicked, this, &PastePreview::accept);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
   FitToDisplay(this);
   OfferHandbook(this, chapter::kPastedTables);
@@ -70,6 +57,19 @@ PastePreview::PastePreview(PastedTable table, const QStringList& captions, QWidg
 }
 
 PastePreview::~PastePreview() = default;
+
+void PastePreview::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Before it is shown, the table does not know its height.
+  const auto changed = std::ranges::find_if(table_.rows, [](const PastedRow& row) {
+    return row.change == Change::Updated || row.change == Change::Added;
+  });
+  if (changed != table_.rows.end()) {
+    ui_->tblPreview->scrollToItem(
+        ui_->tblPreview->item(static_cast<int>(changed - table_.rows.begin()), 0),
+        QAbstractItemView::PositionAtCenter);
+  }
+}
 
 bool PastePreview::RemovesMissing() const {
   return ui_->chkRemove->isChecked();
@@ -147,7 +147,8 @@ void PastePreview::ShowRow(int row, const PastedRow& pasted) {
     QFont font = cell->font();
     font.setStrikeOut(isRemoved && (isPoint || isBefore));
     // As in the table itself.
-    font.setItalic(pasted.isToEnter && isBefore);
+    const bool isKept = isAfter && pasted.change == Change::Missing && !isRemoved;
+    font.setItalic(pasted.isToEnter && (isBefore || isKept));
     cell->setFont(font);
     if (font.italic()) {
       cell->setData(Qt::AccessibleTextRole, tr("%1 (not entered)").arg(cell->text()));

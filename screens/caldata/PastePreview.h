@@ -31,6 +31,9 @@ class PastePreview final : public QDialog {
   /// Whether the user wants the points that the clipboard lacks to be removed.
   [[nodiscard]] bool RemovesMissing() const;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   [[nodiscard]] QString Summary() const;
   [[nodiscard]] QString UnitSentence() const;

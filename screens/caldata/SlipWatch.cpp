@@ -156,6 +156,8 @@ void SlipWatch::Report() {
   }
   editor_.notices->Report(kSlips,
                           ToQt(SlipReport(found, editor_.page(), editor_.grid->CurrentCell())));
+  // What a cell does not hold as it was typed is certain; a slip is only likely.
+  editor_.notices->ShowAbout(kCellNotice);
 }
 
 }  // namespace tarvell

@@ -24,6 +24,9 @@ class CalGrid;
 class EarlierChoice;
 class NoticeLine;
 
+/// The subject of the notice about a cell that is stored or read otherwise than it was typed.
+inline constexpr const char* kCellNotice = "cell";
+
 /// Marks the values of an editor's tables that may be slips of typing, and reports them, after each
 /// change. A page that is not shown is marked at its tab. It changes no value and asks nothing.
 class SlipWatch final : public QObject {

@@ -55,6 +55,7 @@ VersionCurve::VersionCurve(QDialog* screen, QTableWidget* table, QMenu* menu)
 
 void VersionCurve::Show(Page page) {
   page_ = std::move(page);
+  ++shownPages_;
   Draw();
 }
 
@@ -81,8 +82,8 @@ void VersionCurve::Draw() {
     });
     shown.earlierName = tr("earlier: %1").arg(ToQt(page_.earlierName));
   }
-  curve_->Pane().SetCurrent(Current());
-  curve_->Pane().Show(shown);
+  shown.subject = QString::number(shownPages_);
+  curve_->Pane().Show(shown, Current());
 }
 
 void VersionCurve::GoTo(Cell cell, bool takesKeyboard) {

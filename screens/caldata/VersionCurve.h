@@ -52,6 +52,7 @@ class VersionCurve final : public QObject {
   QTableWidget* table_;
   CurveSplitter* curve_;
   Page page_;
+  int shownPages_ = 0;  ///< another page is shown whole, whatever was zoomed
 };
 
 }  // namespace tarvell

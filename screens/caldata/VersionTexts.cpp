@@ -5,6 +5,9 @@
 
 #include <QCoreApplication>
 
+#include <optional>
+#include <utility>
+
 #include "core/dates/DueDate.h"
 #include "core/history/Replacement.h"
 #include "core/text/Text.h"
@@ -18,25 +21,45 @@ QString Tr(const char* text) {
   return QCoreApplication::translate("frmHistory", text);
 }
 
-/// The cell with the state of a version.
-class StateItem final : public QTableWidgetItem {
+using TextOfVersion = QString (*)(const Calibration& version);
+
+/// A cell of the row of a version.
+class VersionItem final : public QTableWidgetItem {
  public:
-  explicit StateItem(const Calibration& version) : version_(version) {}
+  VersionItem(std::function<const Calibration&()> version, TextOfVersion textOf)
+      : version_(std::move(version)), textOf_(textOf) {}
 
   [[nodiscard]] QVariant data(int role) const override {
     if (role != Qt::DisplayRole) {
       return QTableWidgetItem::data(role);
     }
-    if (text_.isEmpty()) {
-      text_ = StateText(version_);
+    if (!text_) {
+      text_ = textOf_(version_());
     }
-    return text_;
+    return *text_;
   }
 
  private:
-  Calibration version_;
-  mutable QString text_;
+  std::function<const Calibration&()> version_;
+  TextOfVersion textOf_;
+  mutable std::optional<QString> text_;
 };
+
+QString CalibratedText(const Calibration& version) {
+  return version.hasHeader ? ToQt(DateText(version.Calibrated())) : QString();
+}
+
+QString NumberText(const Calibration& version) {
+  return ToQt(version.header.CalibrationNumber);
+}
+
+QString DueText(const Calibration& version) {
+  return version.hasHeader ? ToQt(DateText(version.Due())) : QString();
+}
+
+QString UserText(const Calibration& version) {
+  return version.isCurrent ? QString() : ToQt(version.event.user);
+}
 
 /// When, or by what, a version came to its end.
 QString EndText(const Calibration& version) {
@@ -65,16 +88,12 @@ QString HeaderText(const Calibration& version) {
            ToQt(TextOrNone(header.Comment)));
 }
 
-std::vector<QTableWidgetItem*> CellsOf(const Calibration& version) {
-  const QString calibrated = version.hasHeader ? ToQt(DateText(version.Calibrated())) : QString();
-  const QString due = version.hasHeader ? ToQt(DateText(version.Due())) : QString();
+std::vector<QTableWidgetItem*> CellsOf(const std::function<const Calibration&()>& version) {
   std::vector<QTableWidgetItem*> cells;
-  for (const QString& text :
-       {calibrated, ToQt(version.header.CalibrationNumber), due, EndText(version),
-        version.isCurrent ? QString() : ToQt(version.event.user)}) {
-    cells.push_back(new QTableWidgetItem(text));  // the list takes it
+  for (const TextOfVersion text :
+       {CalibratedText, NumberText, DueText, EndText, UserText, StateText}) {
+    cells.push_back(new VersionItem(version, text));  // the list takes it
   }
-  cells.push_back(new StateItem(version));
   return cells;
 }
 

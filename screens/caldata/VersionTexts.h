@@ -7,6 +7,7 @@
 #include <QString>
 #include <QTableWidgetItem>
 
+#include <functional>
 #include <vector>
 
 #include "core/caldata/EarlierCalibration.h"
@@ -20,9 +21,11 @@ namespace tarvell {
 /// Its header; of a file without one, when it was replaced.
 [[nodiscard]] QString HeaderText(const Calibration& version);
 
-/// Its row in the list of versions; the list must take them. The state is worked out when its cell
-/// is first seen: for a thousand versions that takes much longer than listing them.
-[[nodiscard]] std::vector<QTableWidgetItem*> CellsOf(const Calibration& version);
+/// The row of a version in the list of versions; the list must take the cells. `version` gives it
+/// while the list exists. It is called when a cell is first seen: to read a thousand versions takes
+/// much longer than to list them.
+[[nodiscard]] std::vector<QTableWidgetItem*> CellsOf(
+    const std::function<const Calibration&()>& version);
 
 }  // namespace tarvell
 

@@ -3,7 +3,6 @@
 
 #include "screens/caldata/WholeStep.h"
 
-#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -40,13 +39,8 @@ void WholeStep::redo() {
 }
 
 void WholeStep::ShowInstead(const EditorState& left, EditorState state) {
-  constexpr std::array kBoxes = {&DraftHeader::serialNumber, &DraftHeader::calibrationNumber,
-                                 &DraftHeader::calYear,      &DraftHeader::calMonth,
-                                 &DraftHeader::calDay,       &DraftHeader::dueYear,
-                                 &DraftHeader::dueMonth,     &DraftHeader::dueDay,
-                                 &DraftHeader::comment};
   const DraftHeader present = now_().header;
-  for (const auto box : kBoxes) {
+  for (const auto box : kHeaderBoxes) {
     if (present.*box != left.header.*box) {
       state.header.*box = present.*box;
     }

@@ -20,6 +20,7 @@ class WholeStep final : public HistoryStep {
   WholeStep(const QString& what, EditorState before, EditorState after,
             std::function<EditorState()> now, Show show);
 
+  // The step goes to the page of its state itself. Until then the editor stays where it is.
   [[nodiscard]] const PageState& Before() const override { return placeAfter_; }
   [[nodiscard]] const PageState& After() const override { return placeBefore_; }
   void undo() override { ShowInstead(after_, before_); }

@@ -379,13 +379,17 @@ void frmCalibrationMain::DeleteData() {
     return;
   }
   const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
+  const auto mayLetGo = UnlessChanged(this, path);
   bool deleted = false;
   Guarded(
       this,
       [&] {
-        deleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
-          DeleteWithHistory(FolderOf(path), std::string(LastNameOf(path)), earlier);
-        });
+        deleted = ChangedWithHistory(
+            this, "delete",
+            [&](Earlier earlier) {
+              DeleteWithHistory(FolderOf(path), std::string(LastNameOf(path)), earlier);
+            },
+            mayLetGo);
       },
       [this](const Error& error) {
         CurrentQuestions().Ask(this,

@@ -14,8 +14,12 @@
 #include <cstddef>
 #include <utility>
 
+#include "core/caldata/OpenedDataSet.h"
 #include "core/dates/DueDate.h"
 #include "core/files/Paths.h"
+#include "core/platform/Error.h"
+#include "exchange/Export.h"
+#include "screens/caldata/DataSetExport.h"
 #include "screens/caldata/DataSetPrinting.h"
 #include "screens/caldata/VersionCurve.h"
 #include "screens/caldata/VersionTexts.h"
@@ -100,43 +104,68 @@ void frmHistory::MakeFileMenu() {
   });
   if (subject_.model != nullptr && subject_.model->create != nullptr) {
     curve_ = new VersionCurve(this, ui_->tblData, menu);
+    menu->addAction(tr("&Export..."), this, &frmHistory::Export)->setObjectName("mnuExport");
   }
-  AddPaperEntries(menu, this, [this] {
-    return WorkOfVersion(subject_.model, subject_.path, calibrations_, Selected());
+  AddPaperEntries(menu, this, [this] { return Paper(); });
+}
+
+PaperWork frmHistory::Paper() {
+  // The earlier calibration is found by the headers.
+  std::ranges::for_each(calibrations_, &ReadHeader);
+  return WorkOfVersion(subject_.model, subject_.path, calibrations_, Selected());
+}
+
+void frmHistory::Export() {
+  Guarded(this, [this] {
+    const std::vector<int> rows = Selected();
+    if (rows.size() != 1) {
+      throw Error(ErrorKind::Index, "Nothing was exported. Select one version.");
+    }
+    const std::unique_ptr<cifCaldata> version =
+        OpenDataSet(*subject_.model, At(rows[0]).header).data;
+    ExportDataSet(this, *subject_.model, *version, StateOf(*subject_.model, *version));
+    // Where a version of a set lacks data, those of the template are exported.
+    QStringList notices;
+    for (const std::string& notice : version->LoadNotices()) {
+      notices << ToQt(notice);
+    }
+    ui_->notices->Report(kVersion, notices.join(' '));
   });
 }
 
-const Calibration& frmHistory::At(int row) const {
-  return calibrations_.at(static_cast<std::size_t>(row));
+const Calibration& frmHistory::At(int row) {
+  Calibration& version = calibrations_.at(static_cast<std::size_t>(row));
+  ReadHeader(version);
+  return version;
 }
 
 void frmHistory::ShowVersions() {
   const BusyPointer busy;
-  const FileHistory history = HistoryOf(subject_.path);
-  calibrations_ = CalibrationsIn(history, subject_.path);
+  FileHistory history = HistoryOf(subject_.path);
+  const std::size_t damaged = history.damagedLines;
+  const bool hasVersions = !history.versions.empty();
   {
     const QSignalBlocker blocker(ui_->tblVersions->selectionModel());
+    ui_->tblVersions->setRowCount(0);  // no cell may ask for a version that is gone
+    calibrations_ = CalibrationsIn(std::move(history), subject_.path);
     ui_->tblVersions->setRowCount(static_cast<int>(calibrations_.size()));
-    int row = 0;
-    for (const Calibration& version : calibrations_) {
+    for (int row = 0; row < ui_->tblVersions->rowCount(); ++row) {
       int column = 0;
-      for (QTableWidgetItem* cell : CellsOf(version)) {
+      for (QTableWidgetItem* cell :
+           CellsOf([this, row]() -> const Calibration& { return At(row); })) {
         ui_->tblVersions->setItem(row, column++, cell);
       }
-      ++row;
     }
     ui_->tblVersions->clearSelection();
   }
-  const std::size_t damaged = history.damagedLines;
   ui_->notices->Report(
       kJournal, damaged == 0 ? QString()
                 : damaged == 1
                     ? tr("1 line of the journal cannot be read: it was cut off or changed.")
                     : tr("%1 lines of the journal cannot be read: they were cut off or changed.")
                           .arg(damaged));
-  ui_->notices->SetRemark(history.versions.empty()
-                              ? tr("No earlier version is known of this file.")
-                              : tr("Select two versions (with Ctrl) to compare them."));
+  ui_->notices->SetRemark(hasVersions ? tr("Select two versions (with Ctrl) to compare them.")
+                                      : tr("No earlier version is known of this file."));
   ui_->tblVersions->selectRow(0);
   ShowSelected();
 }
@@ -178,9 +207,11 @@ void frmHistory::ShowSelected() {
     while (ui_->tabPages->count() > 0) {
       ui_->tabPages->removeTab(0);
     }
-    for (const ReadablePage& page :
-         shown_.empty() ? std::vector<ReadablePage>() : shown_.back().pages) {
-      ui_->tabPages->addTab(ToQt(page.name));
+    // One of two versions may have a page more, that of the option.
+    const auto most = std::ranges::max_element(
+        shown_, {}, [](const ReadableData& version) { return version.pages.size(); });
+    for (std::size_t page = 0; most != shown_.end() && page < most->pages.size(); ++page) {
+      ui_->tabPages->addTab(ToQt(most->pages[page].name));
     }
     ui_->tabPages->setVisible(ui_->tabPages->count() > 1);
   }
@@ -189,15 +220,17 @@ void frmHistory::ShowSelected() {
 
 void frmHistory::ShowPage() {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
-  if (shown_.empty() || page >= shown_.back().pages.size()) {
-    ShowTable({}, {});
-    ShowCurve({});
+  const auto pageOf = [page](const ReadableData& version) {
+    return page < version.pages.size() ? version.pages[page] : ReadablePage();
+  };
+  if (shown_.size() == 2) {
+    ShowCurve(ShowComparison(pageOf(shown_.front()), pageOf(shown_.back())));
     return;
   }
-  const ReadablePage& later = shown_.back().pages[page];
-  if (shown_.size() == 2) {
-    const std::vector<ReadablePage>& pages = shown_.front().pages;
-    ShowCurve(ShowComparison(page < pages.size() ? pages[page] : ReadablePage(), later));
+  const ReadablePage later = shown_.empty() ? ReadablePage() : pageOf(shown_.back());
+  if (later.rows.empty()) {
+    ShowTable({}, {});
+    ShowCurve({});
     return;
   }
   std::vector<QStringList> rows;
@@ -212,8 +245,9 @@ void frmHistory::ShowPage() {
 
 std::vector<GridRow> frmHistory::ShowComparison(const ReadablePage& earlier,
                                                 const ReadablePage& later) {
-  const TableRow& names = later.rows.front();
-  const std::size_t keys = std::min(later.keys, names.size());
+  const ReadablePage& named = later.rows.empty() ? earlier : later;
+  const TableRow names = named.rows.empty() ? TableRow() : named.rows.front();
+  const std::size_t keys = std::min(named.keys, names.size());
   QStringList captions =
       TextsOf({names.begin(), names.begin() + static_cast<std::ptrdiff_t>(keys)});
   for (std::size_t column = keys; column < names.size(); ++column) {
@@ -260,7 +294,7 @@ void frmHistory::ShowCurve(std::vector<GridRow> inTable) {
   const auto page = static_cast<std::size_t>(std::max(ui_->tabPages->currentIndex(), 0));
   const auto pageOf = [page](const ReadableData& version) {
     // Lines have no curve.
-    return version.notice.empty() && page < version.pages.size() ? &version.pages[page] : nullptr;
+    return !version.isLines && page < version.pages.size() ? &version.pages[page] : nullptr;
   };
   VersionCurve::Page shown;
   const ReadablePage* later = shown_.empty() ? nullptr : pageOf(shown_.back());
@@ -297,6 +331,7 @@ void frmHistory::btnPutBack_Click() {
   Guarded(this, [this] {
     const Calibration version = At(Selected().at(0));
     const std::string name(LastNameOf(subject_.path));
+    const auto mayLetGo = UnlessChanged(this, subject_.path);
     const auto answer = CurrentQuestions().Ask(
         this,
         {.text = tr("Do you want to put back this version of %1?").arg(ToQt(name)),
@@ -308,9 +343,11 @@ void frmHistory::btnPutBack_Click() {
                                          "history.")
                                     : tr("The file was deleted. Yes saves it again."))});
     const bool isSaved =
-        answer == QMessageBox::Yes && ChangedWithHistory(this, tr("save"), [&](Earlier earlier) {
-          PutBack(version.header.FilePath, subject_.path, earlier);
-        });
+        answer == QMessageBox::Yes &&
+        ChangedWithHistory(
+            this, tr("save"),
+            [&](Earlier earlier) { PutBack(version.header.FilePath, subject_.path, earlier); },
+            mayLetGo);
     if (isSaved) {
       hasPutBack_ = true;
       ShowVersions();

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/caldata/EarlierCalibration.h"
+#include "screens/widgets/PaperOutput.h"
 
 namespace tarvell {
 
@@ -48,6 +49,8 @@ class frmHistory final : public QDialog {
  private:
   void btnPutBack_Click();
   void MakeFileMenu();
+  /// Exports the selected version.
+  void Export();
   /// Reads the history and lists it.
   void ShowVersions();
   /// Shows the selected version, or the comparison of the two that are selected.
@@ -58,16 +61,19 @@ class frmHistory final : public QDialog {
   std::vector<GridRow> ShowComparison(const ReadablePage& earlier, const ReadablePage& later);
   void ShowCurve(std::vector<GridRow> inTable);
   [[nodiscard]] ReadableData Read(const Calibration& version) const;
+  /// The printed form of what is selected.
+  [[nodiscard]] PaperWork Paper();
 
   /// The selected rows, in the order of the list: the latest first.
   [[nodiscard]] std::vector<int> Selected() const;
-  [[nodiscard]] const Calibration& At(int row) const;
+  /// The version in a row of the list, with its header.
+  const Calibration& At(int row);
 
   std::unique_ptr<Ui::frmHistory> ui_;
   HistorySubject subject_;
   VersionCurve* curve_ = nullptr;  ///< only of a model whose data can be drawn
   bool hasPutBack_ = false;
-  std::vector<Calibration> calibrations_;
+  std::vector<Calibration> calibrations_;  ///< At reads the header of each when it is needed
   std::vector<ReadableData> shown_;  ///< the selected version, or the earlier one and the later
 };
 

@@ -106,10 +106,12 @@ QPen PaperPenOf(const DrawnCurve& curve) {
 }
 
 int DigitsFor(const QCPRange& range) {
+  constexpr double kLeast = 4;
   constexpr double kMost = 15;
   const double largest = std::max(std::abs(range.lower), std::abs(range.upper));
-  const double digits = std::ceil(std::log10(largest / range.size())) + 2;
-  return std::isfinite(digits) ? static_cast<int>(std::clamp(digits, 3.0, kMost)) : 3;
+  // A step between two numbers may be a quarter of a power of ten.
+  const double digits = std::ceil(std::log10(largest / range.size())) + 3;
+  return static_cast<int>(std::isfinite(digits) ? std::clamp(digits, kLeast, kMost) : kLeast);
 }
 
 }  // namespace tarvell

@@ -247,6 +247,8 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
     const int columns = std::max(1, width() / entry);
     const int rows = (legend->itemCount() + columns - 1) / columns;
     legend->setWrap(columns);
+    // The entries are in the rows of the wrap with which they were added.
+    legend->setFillOrder(QCPLayoutGrid::foColumnsFirst, true);
     ShowLegend(legend->itemCount() > 1 &&
                rows * (fontMetrics().height() + legend->rowSpacing()) < height() / 3);
   }
@@ -277,7 +279,8 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
       axis->setTicker(QSharedPointer<QCPAxisTicker>::create());
     }
     axis->setNumberFormat("gb");
-    axis->setNumberPrecision(powers ? 6 : DigitsFor(range));
+    // With more than one digit, some of the powers would be written out.
+    axis->setNumberPrecision(powers ? 1 : DigitsFor(range));
   }
 
   Drawing drawing_;

@@ -124,9 +124,9 @@ int OverviewModel::PlaceOf(const std::string& path) const {
   return -1;
 }
 
-void OverviewModel::Set(std::vector<SurveyRow> rows) {
+void OverviewModel::Change(const std::function<void(std::vector<SurveyRow>& rows)>& change) {
   beginResetModel();
-  rows_.Set(std::move(rows));
+  rows_.Change(change);
   endResetModel();
 }
 

@@ -46,8 +46,8 @@ class OverviewModel final : public QAbstractTableModel {
   /// Where the row of this file or folder is shown, or -1.
   [[nodiscard]] int PlaceOf(const std::string& path) const;
 
-  /// Replaces all rows, and forgets what is selected.
-  void Set(std::vector<SurveyRow> rows);
+  /// Lets `change` change the rows where they are, and forgets what is selected.
+  void Change(const std::function<void(std::vector<SurveyRow>& rows)>& change);
   /// Adds rows. What is selected stays selected.
   void Append(std::vector<SurveyRow> rows);
   /// Forgets what is selected.

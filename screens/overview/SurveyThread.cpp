@@ -16,8 +16,7 @@ namespace tarvell {
 
 namespace {
 
-/// How long the screen is left alone after it has shown rows, so that no key waits for more of
-/// them.
+/// The time between two reports of rows, in which the screen handles keys.
 constexpr std::chrono::milliseconds kPause(50);
 
 }  // namespace

@@ -11,7 +11,6 @@
 #include "core/platform/ProgramPath.h"
 #include "core/survey/StationUpdate.h"
 #include "screens/overview/UpdatePreview.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/Guard.h"
@@ -72,8 +71,9 @@ Plan PlanOf(QWidget* owner, const DataSets& dataSets) {
 bool Save(QWidget* owner, StationUpdate& update) {
   bool isSaved = false;
   Guarded(owner, [&] {
-    isSaved = UserLetsReplace(owner, [&] { return update.WouldReplace(); }) &&
-              ChangedWithHistory(owner, "save", [&](Earlier earlier) { update.Save(earlier); });
+    isSaved = SavedWithHistory(
+        owner, [&] { return update.WouldReplace(); },
+        [&](Earlier earlier) { update.Save(earlier); });
   });
   return isSaved;
 }

@@ -117,7 +117,7 @@ void frmOverview::StartSurvey() {
   folders_.clear();
   order_.dueSoonDays = ui_->spnDueSoon->value();
   ui_->notices->Clear();
-  ShowRows({});
+  ChangeRows([](std::vector<SurveyRow>& rows) { rows.clear(); });
   ShowProgress(true);
   survey_ = std::make_unique<SurveyThread>(
       order_, SurveyThread::Reports{
@@ -155,7 +155,7 @@ void frmOverview::Finish(SurveyResult result) {
     CheckDueDates(order_, result.rows);
   }
   ShowProgress(false);
-  ShowRows(std::move(result.rows));
+  ChangeRows([&](std::vector<SurveyRow>& rows) { rows = std::move(result.rows); });
   LookAgain(std::exchange(folders_, {}));
 }
 
@@ -175,9 +175,7 @@ void frmOverview::btnCancel_Click() {
 void frmOverview::spnDueSoon_Change(int days) {
   if (isFinished_) {
     order_.dueSoonDays = days;
-    std::vector<SurveyRow> rows = ui_->tblRows->Model().Rows().All();
-    CheckDueDates(order_, rows);
-    ShowRows(std::move(rows));
+    ChangeRows([this](std::vector<SurveyRow>& rows) { CheckDueDates(order_, rows); });
   }
 }
 
@@ -218,18 +216,18 @@ void frmOverview::LookAgain(const std::set<std::string>& folders) {
     return;
   }
   const BusyPointer busy;
-  SurveyResult result = {.trees = trees_, .rows = ui_->tblRows->Model().Rows().All()};
-  for (const std::string& folder : folders) {
-    SurveyAgain(order_, folder, result);
-  }
-  ShowRows(std::move(result.rows));
+  ChangeRows([&](std::vector<SurveyRow>& rows) {
+    for (const std::string& folder : folders) {
+      SurveyAgain(order_, folder, trees_, rows);
+    }
+  });
 }
 
-void frmOverview::ShowRows(std::vector<SurveyRow> rows) {
+void frmOverview::ChangeRows(const std::function<void(std::vector<SurveyRow>& rows)>& change) {
+  ui_->tblRows->KeepingTheRow([&] { ui_->tblRows->Model().Change(change); });
   if (isFinished_) {
-    filter_->ShowSurveyed(rows);
+    filter_->ShowSurveyed(ui_->tblRows->Model().Rows().All());
   }
-  ui_->tblRows->KeepingTheRow([&] { ui_->tblRows->Model().Set(std::move(rows)); });
   ShowCounts();
 }
 

@@ -7,6 +7,7 @@
 #include <QDialog>
 
 #include <exception>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -59,8 +60,8 @@ class frmOverview final : public QDialog {
   /// Reads folders again whose files may have been changed; while the survey runs, when it has
   /// ended.
   void LookAgain(const std::set<std::string>& folders);
-  /// Shows other contents of the rows.
-  void ShowRows(std::vector<SurveyRow> rows);
+  /// Lets `change` change the rows, and shows them.
+  void ChangeRows(const std::function<void(std::vector<SurveyRow>& rows)>& change);
   void ShowCounts();
   void ShowToDo();
 

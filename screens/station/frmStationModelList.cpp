@@ -19,7 +19,6 @@
 #include "core/text/Text.h"
 #include "screens/station/InstrumentFields.h"
 #include "screens/station/InstrumentHistory.h"
-#include "screens/widgets/AskReplacement.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
 #include "screens/widgets/EnterKey.h"
@@ -320,14 +319,11 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
           result = SaveResult::InvalidDate;
           return;
         }
-        const bool mayReplace = UserLetsReplace(
-            this, [&] { return InstrumentWouldReplace(stationFolder_, instrument, file_); });
-        if (!mayReplace) {
-          return;
-        }
-        const bool isSaved = ChangedWithHistory(this, "save", [&](Earlier earlier) {
-          SaveInstrumentFile(stationFolder_, instrument, file_, earlier);
-        });
+        const bool isSaved = SavedWithHistory(
+            this, [&] { return InstrumentWouldReplace(stationFolder_, instrument, file_); },
+            [&](Earlier earlier) {
+              SaveInstrumentFile(stationFolder_, instrument, file_, earlier);
+            });
         if (!isSaved) {
           return;
         }
@@ -382,6 +378,8 @@ void frmStationModelList::DeleteInstrument() {
     Tell(this, "No model is selected.");
     return;
   }
+  const std::string name = FromQt(model);
+  const auto mayLetGo = UnlessChanged(this, Joined(stationFolder_, name));
   const auto answer =
       CurrentQuestions().Ask(this, {.text = "Are you sure to want to delete " + model + "?",
                                     .icon = QMessageBox::Warning,
@@ -390,14 +388,13 @@ void frmStationModelList::DeleteInstrument() {
   if (answer != QMessageBox::Ok) {
     return;
   }
-  const std::string name = FromQt(model);
   KeepUnsaved();
   // If an instrument that was added here and not saved has a file, another user has saved it: that
   // file is not deleted.
   if (!unsaved_.Contains(shownEntry_) || NameOfEntry(shownEntry_) != name) {
-    const bool isDeleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
-      DeleteInstrumentFile(stationFolder_, name, earlier);
-    });
+    const bool isDeleted = ChangedWithHistory(
+        this, "delete",
+        [&](Earlier earlier) { DeleteInstrumentFile(stationFolder_, name, earlier); }, mayLetGo);
     if (!isDeleted) {
       return;
     }

@@ -9,7 +9,8 @@
 
 namespace tarvell {
 
-bool UserLetsReplace(QWidget* owner, const std::function<Replacement()>& look) {
+bool UserLetsReplace(QWidget* owner, const std::function<Replacement()>& look,
+                     std::optional<std::string>& agreed) {
   return MayReplace(
       [&] {
         const BusyPointer busy;
@@ -22,7 +23,8 @@ bool UserLetsReplace(QWidget* owner, const std::function<Replacement()>& look) {
                                               .buttons = QMessageBox::Yes | QMessageBox::No,
                                               .defaultButton = QMessageBox::No,
                                               .detail = ToQt(question.detail)}) == QMessageBox::Yes;
-      });
+      },
+      agreed);
 }
 
 }  // namespace tarvell

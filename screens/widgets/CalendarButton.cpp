@@ -25,12 +25,6 @@ namespace {
 
 constexpr int kIconGap = 4;  // pixels
 
-/// Replaces the text of a box as a user does, so that whatever follows typing follows this too.
-void TypeInto(QLineEdit* box, int number) {
-  box->selectAll();
-  box->insert(QString::number(number));
-}
-
 /// The place of a pop-up below `button`, moved so that all of it is on the display.
 QPoint PlaceBelow(const QWidget& button, const QSize& popup) {
   const QRect room = button.screen()->availableGeometry();
@@ -107,8 +101,6 @@ QDate CalendarButton::Shown() const {
 
 void CalendarButton::Take(const QDate& chosen) const {
   TypeInto(date_.year, chosen.year());
-  // No month is too short for this day, so that it is not lowered when the month is chosen.
-  TypeInto(date_.day, 1);
   const int month =
       date_.month->findText(ToQt(NumberToMonth(static_cast<std::int16_t>(chosen.month()))));
   date_.month->setCurrentIndex(month);

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QShortcutEvent>
 
@@ -25,6 +26,9 @@ class EnterKey : public QObject {
       return false;
     }
     const auto& key = *static_cast<QKeyEvent*>(event);
+    if (qobject_cast<QLineEdit*>(watched) != nullptr) {
+      return IsUnknownAltKey(key);
+    }
     if (!IsPlainEnter(key)) {
       return false;
     }
@@ -40,6 +44,13 @@ class EnterKey : public QObject {
   }
 
  private:
+  /// An Alt key that the screen does not have. The toolkit would type its letter into the box.
+  /// AltGr, which types characters, is Ctrl+Alt on some systems.
+  static bool IsUnknownAltKey(const QKeyEvent& key) {
+    return (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier &&
+           !key.text().isEmpty() && key.text().at(0).isPrint();
+  }
+
   /// The toolkit itself presses a button a moment after its Alt key, when another key may have
   /// closed the screen.
   static bool PressByAltKey(QObject* watched, const QShortcutEvent& event) {
@@ -61,6 +72,9 @@ void EnterPressesFocusedButton(QWidget* screen) {
   auto* keys = new EnterKey(screen);  // the screen owns it
   for (auto* button : screen->findChildren<QAbstractButton*>()) {
     button->installEventFilter(keys);
+  }
+  for (auto* box : screen->findChildren<QLineEdit*>()) {
+    box->installEventFilter(keys);
   }
   // A dialog presses its default button for keys that no control takes.
   screen->installEventFilter(keys);

@@ -12,6 +12,11 @@
 
 namespace tarvell {
 
+void TypeInto(QLineEdit* box, int number) {
+  box->selectAll();
+  box->insert(QString::number(number));
+}
+
 UpDown::UpDown(QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -56,7 +61,7 @@ void UpDown::SetMaximum(int maximum) {
 void UpDown::SetValue(int value) {
   value_ = std::clamp(value, minimum_, maximum_);
   if (box_ != nullptr) {
-    box_->setText(QString::number(value_));
+    TypeInto(box_, value_);
   }
 }
 

@@ -9,6 +9,10 @@
 
 namespace tarvell {
 
+/// Replaces the text of a box as a user does: whatever follows typing follows this too, and the box
+/// can undo it.
+void TypeInto(QLineEdit* box, int number);
+
 /// Two arrow buttons for a text box with a number, the buddy. An arrow button, or the Up or Down
 /// key in the box, writes the next number into the box. A number typed into the box becomes the
 /// value, limited to the range. The typed text is never corrected.

@@ -315,6 +315,34 @@ TEST_F(ImportCommand, TakesADoubtfulCertificateOnlyIfItIsSure) {
             With(kImported, "3318A12345", "3318A99999"));
 }
 
+TEST_F(ImportCommand, TakesASetWithoutAllItsValuesOnlyIfItIsSure) {
+  struct Case {
+    std::string file;
+    std::string model;
+    std::string saved;
+    std::string reported;
+  };
+  const auto examples = std::filesystem::path(TARVELL_EXAMPLE_FOLDER) / "certificates";
+  for (const auto& [file, model, saved, reported] :
+       std::vector<Case>{{"capacitors-switzerland.csv", "RT520A", "SN00217",
+                          "12 of the 32 values of the page \"RT521A\""},
+                         {"resistors-usa.tsv", "RT730A", "SN00154",
+                          "9 of the 27 values of the page \"DC Registance\""},
+                         {"capacitors-3.3.xml", "RT520C", "SN00093",
+                          "12 of the 20 values of the page \"RT525A\""}}) {
+    tree_.InstallTemplate(model);
+    const std::string path = "c:\\calfactors\\" + model + "\\" + saved;
+    const std::string certificate = (examples / file).string();
+    EXPECT_EQ(Run({"import", certificate, "--model", model}), kFindings) << file;
+    EXPECT_TRUE(Reported(reported) && Reported("--sure")) << console_.err;
+    EXPECT_FALSE(tree_.Exists(path)) << file;
+    EXPECT_EQ(Run({"import", certificate, "--model", model, "--sure"}), kClean) << console_.err;
+    EXPECT_TRUE(Reported(reported)) << console_.err;
+    EXPECT_EQ(tree_.Read(path),
+              test::ReadNative(examples / "expected" / std::filesystem::path(file).stem()));
+  }
+}
+
 TEST_F(ImportCommand, NamesTheModelsThatItKnows) {
   EXPECT_EQ(Run({"import", "c:\\new.csv", "--model", "PX99"}), kCouldNotLook);
   EXPECT_TRUE(Reported("\"PX99\". Name one of RT520A, ")) << console_.err;

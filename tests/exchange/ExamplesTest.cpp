@@ -15,6 +15,7 @@
 #include "exchange/Export.h"
 #include "exchange/ImportPlan.h"
 #include "exchange/ReadCertificate.h"
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell::test {
@@ -90,6 +91,22 @@ TEST(OtherCertificates, AThermometerHasNoTableForASensorAndIsNamedWithWhatItHas)
                 "The certificate has no table for the model PX11A, which has the columns Frequency "
                 " [MHz], Calibration factor[%]. It has:\nMeasuring results (result 1, list 1): "
                 "Reference value [K], Indicated value [K], 3 rows."});
+}
+
+TEST(OtherCertificates, AreDescribedInTheLanguageOfTheUser) {
+  const Model& model = *FindModel("PX11A");
+  const TestTree tree;
+  tree.InstallTemplate(model.code);
+  const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
+  const EditorState now = StateOf(model, *data);
+  const ImportTarget target = {.model = model, .data = *data, .now = now, .language = "de"};
+  const Certificate certificate =
+      ReadCertificate(CertificateBytes(Folder() / "capacitors-3.3.xml"));
+  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  EXPECT_TRUE(Contains(plan.notes.at(0),
+                       "\nNormal RT525A (result 1, list 1): Frequenz [Hz], "
+                       "Kapazit\u00E4t [nF], Verlustfaktor, 3 rows."))
+      << plan.notes.at(0);
 }
 
 }  // namespace tarvell::test

@@ -85,11 +85,13 @@ const std::array kKnownMessages = {
     "The certificate has more than \\d+ values\\. .*",
     // Drafts and the history.
     "What was typed is not kept as a draft\\. Close without saving\\?.*",
+    "The file .+ has changed in the meantime\\. Nothing was done\\..*",
     "The earlier data cannot be kept in the history\\. Do you want to .+ without it\\?.*",
     "Do you want to put back this version of .+\\?.*",
     // Paper.
     "No printer is set up on this computer\\. .*",
     "Nothing was printed\\. Select one version, or two to compare them\\.",
+    "Nothing was exported\\. Select one version\\.",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",

@@ -9,11 +9,14 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "screens/widgets/Questions.h"
+#include "support/RecordedPaper.h"
 
 namespace tarvell::test {
 
@@ -33,8 +36,13 @@ class ScriptedQuestions : public Questions {
   /// Expects a notice with exactly this text: information icon, OK.
   void ExpectNotice(const QString& text) { Expect({.text = text}, QMessageBox::Ok); }
   /// Expects a box with exactly these properties; an empty title means the application title.
-  void Expect(const Question& question, QMessageBox::StandardButton answer) {
-    expected_.push_back({.kind = Kind::Box, .question = question, .answer = answer});
+  /// While it is open, `meanwhile` happens.
+  void Expect(const Question& question, QMessageBox::StandardButton answer,
+              std::function<void()> meanwhile = {}) {
+    expected_.push_back({.kind = Kind::Box,
+                         .question = question,
+                         .answer = answer,
+                         .meanwhile = std::move(meanwhile)});
   }
   /// Expects an error message (exclamation icon, OK) that contains these parts.
   void ExpectError(const std::vector<std::string>& parts) {
@@ -54,6 +62,12 @@ class ScriptedQuestions : public Questions {
   /// PDF, to `paper`, which must live as long.
   void ExpectPrinter(const QString& title, QIODevice* paper) {
     expected_.push_back({.kind = Kind::Printer, .question = {.title = title}, .paper = paper});
+  }
+
+  /// The same, but takes down what is painted.
+  void ExpectPrinter(const QString& title, QIODevice* unused, Painted* painted) {
+    ExpectPrinter(title, unused);
+    expected_.back().painted = painted;
   }
 
   QMessageBox::StandardButton Ask(QWidget* /*owner*/, const Question& question) override {
@@ -78,6 +92,9 @@ class ScriptedQuestions : public Questions {
     EXPECT_EQ(question.buttons, expected.question.buttons);
     EXPECT_EQ(question.defaultButton, expected.question.defaultButton);
     EXPECT_TRUE(question.buttons.testFlag(expected.answer)) << "the box has no such button";
+    if (expected.meanwhile) {
+      expected.meanwhile();
+    }
     return expected.answer;
   }
   QString PickFile(QWidget* /*owner*/, FileRequest& request) override {
@@ -107,6 +124,9 @@ class ScriptedQuestions : public Questions {
       return nullptr;
     }
     EXPECT_EQ(request.title.toStdString(), expected.question.title.toStdString());
+    if (expected.painted != nullptr) {
+      return std::make_unique<RecordedPaper>(expected.paper, *expected.painted);
+    }
     return std::make_unique<QPdfWriter>(expected.paper);
   }
 
@@ -126,6 +146,8 @@ class ScriptedQuestions : public Questions {
     QStringList filters = {};
     QString picked = {};
     QIODevice* paper = nullptr;
+    Painted* painted = nullptr;
+    std::function<void()> meanwhile = {};
   };
 
   /// Takes the next expectation, which must be of this kind. Otherwise the test fails.

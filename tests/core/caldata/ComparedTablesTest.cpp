@@ -43,7 +43,9 @@ TEST(ComparedTables, GiveTheDifferenceOfTheNumbersInACell) {
   EXPECT_EQ(CellDifference("1.00002pF", "1.00001pF"), "-0.00001pF");
   EXPECT_EQ(CellDifference("-0.5 ppm", "0.5 ppm"), "+1.0 ppm");
   EXPECT_EQ(CellDifference("98.0", "98.0"), "");
-  EXPECT_EQ(CellDifference("10 ppm", "10 %"), "");
+  EXPECT_EQ(CellDifference("950 ppm", "0.1 %"), "+0.005 %");
+  EXPECT_EQ(CellDifference("0.1 %", "950 ppm"), "-50 ppm");
+  EXPECT_EQ(CellDifference("10 ppm", "10 pF"), "");
   EXPECT_EQ(CellDifference("", "98.0"), "");
   EXPECT_EQ(CellDifference("none", "98.0"), "");
 }

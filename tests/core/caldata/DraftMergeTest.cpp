@@ -107,7 +107,28 @@ TEST(MergedDraft, FillsAtMostTheRowsOfATable) {
   }
   const MergedDraft merged = Put(StateOf({}), StateOf({{"99", "90"}}), StateOf(full));
   EXPECT_EQ(merged.state.pages[0].rows, full);
-  EXPECT_EQ(merged.kept, 1U);
+  EXPECT_EQ(merged.kept, 0U);
+  EXPECT_EQ(merged.withoutRoom, 1U);
+}
+
+TEST(MergedDraft, BringsTheRowOfTheOpenCellBack) {
+  EditorState typed = StateOf(kOpened);
+  typed.openCell = OpenCell{{{2}, 1}, "9", ""};
+  const MergedDraft merged = Put(StateOf(kOpened), typed, StateOf({{"1", "100"}}));
+  EXPECT_EQ(merged.state.pages[0].rows, (Rows{{"1", "100"}, {"2", "100"}}));
+  EXPECT_EQ(merged.state.openCell, typed.openCell);
+}
+
+TEST(MergedDraft, KeepsRowsOfTheSamePointApart) {
+  const Rows opened = {{"50", "100"}, {"50", "98"}, {"99", "97"}};
+  MergedDraft merged =
+      Put(StateOf(opened), StateOf({{"50", "100"}, {"50", "98"}, {"99", "96"}}), StateOf(opened));
+  EXPECT_EQ(merged.state.pages[0].rows, (Rows{{"50", "100"}, {"50", "98"}, {"99", "96"}}));
+  EditorState typed = StateOf({{"50", "100"}, {"50", "95"}, {"99", "97"}});
+  typed.openCell = OpenCell{{{2}, 1}, "9", ""};
+  merged = Put(StateOf(opened), typed, StateOf({{"50", "91"}, {"50", "98"}, {"99", "97"}}));
+  EXPECT_EQ(merged.state.pages[0].rows, (Rows{{"50", "91"}, {"50", "95"}, {"99", "97"}}));
+  EXPECT_EQ(merged.state.openCell, typed.openCell) << "in the second of the two rows";
 }
 
 }  // namespace

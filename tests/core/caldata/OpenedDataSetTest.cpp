@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/caldata/EarlierCalibration.h"
 #include "core/caldata/EditedCell.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/OpenedDataSet.h"
@@ -130,6 +131,22 @@ TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
   EXPECT_EQ(FromTemplate(opened, 1), Texts(8, all));
   EXPECT_EQ(FromTemplate(opened, 2), Texts(8));
   EXPECT_EQ(FromTemplate(NewDataSet(*FindModel("RT520A")), 2), Texts(8, all));
+}
+
+TEST_F(OpenedFile, ThatIsOnlyLookedAtHasNothingOfTheTemplate) {
+  tree_.InstallTemplate("RT520A");
+  const std::string row = "*1000 : 1.5pF : 0.5 : 0.1 : 0.2";
+  tree_.Write(kFile, Lines(Joined({Header("RT520A"), PageOf(CapacitorSetA(), 0, {row, row})})));
+  const Calibration version = {.header = Listed()};
+  const ReadableData shown = Readable(FindModel("RT520A"), version);
+  ASSERT_EQ(shown.pages.size(), 4U);
+  EXPECT_EQ(shown.pages[0].rows.size(), 3U) << "the captions and two rows";
+  EXPECT_EQ(shown.pages[1].rows.at(1), Texts(5));
+  EXPECT_FALSE(shown.isLines);
+  EXPECT_TRUE(Contains(shown.notice, "no page RT522A. It is empty.")) << shown.notice;
+  const auto earlier = LoadCalibration(*FindModel("RT520A"), version);
+  EXPECT_EQ(RowsOf(*earlier, 0).size(), 2U);
+  EXPECT_EQ(RowsOf(*earlier, 1), Texts{"||||"});
 }
 
 TEST_F(OpenedFile, OfAResistorSetNamesTheRowsOfTheTemplatesCells) {

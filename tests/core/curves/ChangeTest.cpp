@@ -48,7 +48,10 @@ TEST(Change, APointThatOccursTwiceHasTwoPartners) {
 TEST(Change, ADifferenceHasTheUnitOfItsCells) {
   EXPECT_EQ(DifferenceText("10.002 ohm", "10.001 ohm"), "+0.001 ohm");
   EXPECT_EQ(DifferenceText("Ls/5.2 nH", "Ls/5.21 nH"), "-0.01 nH");
-  EXPECT_EQ(DifferenceText("0.1 %", "950 ppm"), "");
+  EXPECT_EQ(DifferenceText("0.1 %", "950 ppm"), "+0.005 %");
+  EXPECT_EQ(DifferenceText("950 ppm", "0.1 %"), "-50 ppm");
+  EXPECT_EQ(DifferenceText("1000 ppm", "0.1 %"), "0 ppm");
+  EXPECT_EQ(DifferenceText("1 nF", "950 pF"), "");
   EXPECT_EQ(DifferenceText("", "1"), "");
   EXPECT_EQ(DifferenceText("1E301", "1"), "");
 }

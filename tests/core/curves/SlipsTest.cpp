@@ -134,8 +134,7 @@ TEST(Slips, DefaultsAreNotJudgedAndJudgeNothing) {
   const auto now = Sensor({"94.0", "93.0", "92.0", "100.0", "91.0", "100.0"});
   CellOrigins origins = {{{{4}, 1}, Origin::Template}, {{{6}, 1}, Origin::Template}};
   EXPECT_EQ(Marked(SlipsOf("PX13A", now, nullptr, origins)), Texts());
-  EXPECT_EQ(Marked(SlipsOf("PX13A", now, kSmooth.empty() ? nullptr : Sensor({"94.0"}), origins)),
-            Texts());
+  EXPECT_EQ(Marked(SlipsOf("PX13A", now, Sensor({"94.0"}), origins)), Texts());
   origins.erase({{4}, 1});
   EXPECT_EQ(Marked(SlipsOf("PX13A", now, nullptr, origins)), (Texts{"4/1"}));
 }
@@ -162,6 +161,30 @@ TEST(Slips, ARowThatWasEnteredTwiceIsReported) {
   EXPECT_EQ(SlipsOf("PX13A", now, Sensor(kSmooth)).notice,
             "Calibration factor: from 5 GHz on, all values fit the earlier calibration one row "
             "earlier. A row was probably entered twice.");
+}
+
+TEST(Slips, AShiftIsReportedWhereNeighboursDifferByLessThanTheLimit) {
+  const auto earlier = Sensor({"99.0", "99.2", "98.9", "99.1", "98.8", "99.0", "98.7", "98.9"});
+  const std::string leftOut =
+      "Calibration factor: from 3 GHz on, all values fit the earlier calibration one row later. A "
+      "row was probably left out.";
+  EXPECT_EQ(
+      SlipsOf("PX13A", Sensor({"99.0", "99.2", "99.1", "98.8", "99.0", "98.7", "98.9", "98.9"}),
+              earlier)
+          .notice,
+      leftOut);
+  EXPECT_EQ(
+      SlipsOf("PX13A", Sensor({"99.0", "99.2", "98.9", "98.9", "99.1", "98.8", "99.0", "98.7"}),
+              earlier)
+          .notice,
+      "Calibration factor: from 4 GHz on, all values fit the earlier calibration one row "
+      "earlier. A row was probably entered twice.");
+  // All values went down by the difference of two neighbours.
+  EXPECT_EQ(
+      SlipsOf("PX13A", Sensor({"98.8", "98.6", "98.4", "98.2", "98.0", "97.8", "97.6", "97.4"}),
+              Sensor({"99.0", "98.8", "98.6", "98.4", "98.2", "98.0", "97.8", "97.6"}))
+          .notice,
+      "");
 }
 
 TEST(Slips, WithoutAnEarlierCalibrationALastDefaultIsReported) {

@@ -75,12 +75,17 @@ class TheHistory : public testing::Test {
     }
     return lines;
   }
-  [[nodiscard]] static Texts ContentsOf(const FileHistory& history) {
+  /// What the versions hold, "" for one whose file is missing.
+  [[nodiscard]] Texts ContentsOf(const FileHistory& history) const {
     Texts contents;
     for (const KeptVersion& version : history.versions) {
-      contents.push_back(version.bytes);
+      contents.push_back(tree_.Exists(version.path) ? tree_.Read(version.path) : "");
     }
     return contents;
+  }
+
+  [[nodiscard]] static VersionState StateOfPresent(const FileHistory& history) {
+    return StateOfCurrent(kFile, history.written);
   }
 
   test::TestTree tree_;
@@ -148,7 +153,7 @@ TEST_F(TheHistory, ListsTheFilesThatDoNotExistAnyMoreAndPutsThemBack) {
   PutBack(ofModel[0].newest, kFile);
   EXPECT_EQ(tree_.Read(kFile), "new");
   EXPECT_TRUE(DeletedFiles(R"(c:\calfactors)", "PX12A").empty());
-  EXPECT_EQ(HistoryOf(kFile).last.done, kPutBack);
+  EXPECT_EQ(HistoryOf(kFile).written.done, kPutBack);
 }
 
 TEST_F(TheHistory, OfAStationKeepsEveryInstrumentWhateverDeletesIt) {
@@ -190,12 +195,46 @@ TEST_F(TheHistory, ListsTheVersionReplacedLastFirst) {
   }
   const FileHistory history = HistoryOf(R"(C:\calfactors\px12a\sn12345)");
   EXPECT_EQ(history.current, "third");
-  EXPECT_EQ(history.currentState, VersionState::AsKept);
-  EXPECT_EQ(history.last.after, Sha256("third"));
+  EXPECT_EQ(history.written.after, Sha256("third"));
+  EXPECT_EQ(history.written.user, "anna");
   EXPECT_EQ(ContentsOf(history), (Texts{"second", "first"}));
   EXPECT_EQ(history.versions.at(0).event.user, "anna");
   EXPECT_EQ(history.versions.at(0).event.after, Sha256("third"));
   EXPECT_EQ(history.versions.at(0).path, std::string(kVersions) + R"(\20260305T140307Z.2-anna)");
+}
+
+/// Counts the files that are opened.
+class CountingPlatform : public ForwardingPlatform {
+ public:
+  CountingPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
+  CountingPlatform(const CountingPlatform&) = delete;
+  CountingPlatform& operator=(const CountingPlatform&) = delete;
+  ~CountingPlatform() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code OpenForReading(const fs::path& path,
+                                               std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenForReading(path, file);
+  }
+  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
+                                          std::unique_ptr<InputFile>& file) override {
+    ++opened;
+    return ForwardingPlatform::OpenFound(entry, file);
+  }
+
+  int opened = 0;
+
+ private:
+  Platform* before_;
+};
+
+TEST_F(TheHistory, IsListedWithoutReadingItsVersions) {
+  for (const char* bytes : {"first", "second", "third", "fourth"}) {
+    SaveWithHistory(kFile, bytes);
+  }
+  CountingPlatform platform;
+  EXPECT_EQ(HistoryOf(kFile).versions.size(), 3U);
+  EXPECT_EQ(platform.opened, 2) << "the journal and the file itself";
 }
 
 TEST_F(TheHistory, SaysWhatWasChangedByHand) {
@@ -218,12 +257,64 @@ TEST_F(TheHistory, SaysWhatWasChangedByHand) {
                                  VersionState::NoJournal}));
   EXPECT_EQ(history.versions.at(3).event.user, "bert");
   EXPECT_EQ(UtcText(history.versions.at(3).event.time), "2026-03-05T14:03:07Z");
-  EXPECT_EQ(history.currentState, VersionState::Changed);
+  EXPECT_EQ(StateOfPresent(history), VersionState::Changed);
+  EXPECT_EQ(history.written.user, "");
   EXPECT_EQ(history.damagedLines, 1U);
   // The next save ends the cut line.
   SaveWithHistory(kFile, "fifth");
   EXPECT_EQ(HistoryOf(kFile).damagedLines, 1U);
-  EXPECT_EQ(HistoryOf(kFile).currentState, VersionState::AsKept);
+  EXPECT_EQ(StateOfPresent(HistoryOf(kFile)), VersionState::AsKept);
+}
+
+TEST_F(TheHistory, KnowsWhoWroteAFileWhateverWasNotedAndThenFailed) {
+  SaveWithHistory(kFile, "first");
+  {
+    const Operator bert("bert");
+    test::FaultPlatform platform;
+    platform.sparesHistory = true;
+    platform.Set(test::FaultPlatform::Step::Create);
+    EXPECT_EQ(ErrorOf([] { SaveWithHistory(kFile, "second"); }).Kind(), ErrorKind::WriteFailed);
+  }
+  EXPECT_EQ(JournalLines().size(), 2U);
+  FileHistory history = HistoryOf(kFile);
+  EXPECT_EQ(history.written.user, "anna");
+  EXPECT_EQ(StateOfPresent(history), VersionState::AsKept);
+  EXPECT_EQ(history.versions.size(), 0U);
+  const Operator carl("carl");
+  SaveWithHistory(kFile, "third");
+  tree_.Write(kFile, "by hand");
+  SaveWithHistory(kFile, "fourth");
+  history = HistoryOf(kFile);
+  EXPECT_EQ(history.written.user, "carl");
+  EXPECT_EQ(ContentsOf(history), (Texts{"by hand", "first"}));
+  EXPECT_EQ(history.versions.at(0).State(), VersionState::NotSaved);
+  EXPECT_EQ(history.versions.at(1).State(), VersionState::AsKept);
+}
+
+TEST_F(TheHistory, TellsAVersionThatCannotBeReadFromOneThatWasChanged) {
+  SaveWithHistory(kFile, "first");
+  SaveWithHistory(kFile, "second");
+  const KeptVersion version = HistoryOf(kFile).versions.at(0);
+  test::FaultPlatform platform;
+  platform.Set(test::FaultPlatform::Step::OpenForReading, std::errc::permission_denied);
+  EXPECT_EQ(StateOfKept(version.path, version.event, version.wasSaved), VersionState::Unreadable);
+}
+
+TEST_F(TheHistory, IsInTheOrderOfTheJournalWhateverTheClocksSay) {
+  /// A host whose clock is a day slow.
+  class SlowClock : public Operator {
+   public:
+    using Operator::Operator;
+    [[nodiscard]] std::time_t Now() override { return Operator::Now() - 24 * 60 * 60; }
+  };
+  SaveWithHistory(kFile, "first");
+  SaveWithHistory(kFile, "second");
+  const SlowClock slow(test::kUser);
+  SaveWithHistory(kFile, "third");
+  EXPECT_EQ(ContentsOf(HistoryOf(kFile)), (Texts{"second", "first"}));
+  DeleteWithHistory(R"(c:\calfactors\PX12A)", "SN12345");
+  const std::string newest = DeletedFiles(R"(c:\calfactors)").at(0).newest;
+  EXPECT_EQ(tree_.Read(newest), "third");
 }
 
 /// Something that is wrong with the place of the history, and a part of the message about it.
@@ -262,6 +353,24 @@ INSTANTIATE_TEST_SUITE_P(
                                                             tree.Native(kTree));
                              },
                              kTree, "In the place of its folder there is a link"},
+                    BadPlace{"ALinkForTheJournal",
+                             [](const test::TestTree& tree) {
+                               tree.MakeFolders(kTree);
+                               tree.Write(R"(c:\elsewhere)", "");
+                               fs::create_symlink(tree.Native(R"(c:\elsewhere)"),
+                                                  tree.Native(kJournal));
+                             },
+                             kJournal, "In the place of its file there is a link"},
+                    BadPlace{"ALinkForTheVersions",
+                             [](const test::TestTree& tree) {
+                               tree.MakeFolders(kTree);
+                               tree.MakeFolders(R"(c:\elsewhere)");
+                               fs::create_directory_symlink(
+                                   tree.Native(R"(c:\elsewhere)"),
+                                   tree.Native(R"(c:\calfactors\history.tarvell\PX12A)"));
+                             },
+                             R"(c:\calfactors\history.tarvell\PX12A)",
+                             "In the place of its folder there is a link"},
                     BadPlace{"AFolderForTheJournal",
                              [](const test::TestTree& tree) { tree.MakeFolders(kJournal); },
                              kJournal, "it is a folder, not a file"},
@@ -290,6 +399,20 @@ TEST_F(TheHistory, OnAFullDiskLeavesTheFileAsItIs) {
     EXPECT_TRUE(test::Contains(error.Text(), "the disk is full")) << error.Text();
     EXPECT_EQ(tree_.Read(kFile), "old");
   }
+}
+
+TEST_F(TheHistory, KeepsNothingOfASaveThatItCouldNotNote) {
+  using Step = test::FaultPlatform::Step;
+  SaveWithHistory(kFile, "old");
+  test::FaultPlatform platform;
+  platform.Set(Step::Append);
+  EXPECT_EQ(ErrorOf([] { SaveWithHistory(kFile, "new"); }).Kind(), ErrorKind::NotKept);
+  EXPECT_EQ(tree_.Names(kVersions), Texts{});
+  // Its line is in the journal, though perhaps not for long: the version stays.
+  platform.Set(Step::Sync);
+  platform.passes = 1;
+  EXPECT_EQ(ErrorOf([] { SaveWithHistory(kFile, "new"); }).Kind(), ErrorKind::NotKept);
+  EXPECT_EQ(tree_.Names(kVersions).size(), 1U);
 }
 
 TEST_F(TheHistory, InUseByAnotherProgramIsWaitedFor) {
@@ -424,7 +547,7 @@ TEST_F(TheHistory, LosesNothingWhenTheProgramIsKilledAtAnyStep) {
     }
     SaveWithHistory(file, "newest");
     EXPECT_EQ(ContentsOf(HistoryOf(file)), now == "old" ? Texts{"old"} : (Texts{"new", "old"}));
-    EXPECT_EQ(HistoryOf(file).currentState, VersionState::AsKept);
+    EXPECT_EQ(HistoryOf(file).written.after, Sha256("newest"));
   }
   EXPECT_EQ(cutLines, 1);
   EXPECT_GT(steps, 15);

@@ -191,7 +191,7 @@ TEST_F(DataSetPaperTest, SaysWhetherTheFileHoldsThePrintedData) {
                          {"State", "NOT SAVED. The file holds other data than those printed here."},
                          {"SHA-256 if saved", empty},
                          {"SHA-256 of the file", hash}}));
-  EXPECT_EQ(other.foot, std::string(kPath) + ", SHA-256 e3b0c44298fc1c14..., NOT SAVED");
+  EXPECT_EQ(other.foot, "NOT SAVED, " + std::string(kPath) + ", SHA-256 e3b0c44298fc1c14...");
   EXPECT_EQ(EditedFileOnPaper("", abc).fields,
             (PaperFields{{"File", "(none)"},
                          {"State", "NOT SAVED. These data have no file yet."},
@@ -201,7 +201,7 @@ TEST_F(DataSetPaperTest, SaysWhetherTheFileHoldsThePrintedData) {
   EXPECT_EQ(refused.fields[2],
             (PaperField{"SHA-256 if saved",
                         "none, because these data cannot be saved. It holds a comma."}));
-  EXPECT_EQ(refused.foot, std::string(kPath) + ", NOT SAVED");
+  EXPECT_EQ(refused.foot, "NOT SAVED, " + std::string(kPath));
   EXPECT_EQ(EditedFileOnPaper(R"(c:\calfactors\none)", abc).fields[1].value,
             "NOT SAVED. Cannot read the file: it, or the folder it belongs in, does not exist (any "
             "more). Check the folder, then try again.");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/platform/ForwardingPlatform.h"
+#include "core/platform/ProgramPath.h"
 #include "core/survey/Survey.h"
 #include "core/survey/SurveyTable.h"
 #include "support/TestTree.h"
@@ -400,13 +401,35 @@ TEST(Survey, ReadsEachFileOnceAndShowsItsRowAtOnce) {
   EXPECT_EQ(platform.opened, 7);
 }
 
+TEST(Survey, FindsTheSameInSeveralThreads) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(kSensor, Lines(With(kSensorLines, kDue, "#DUE_DATE : 20261121")));
+  laboratory.tree.MakeFolders(R"(c:\calfactors\PX13A\SN99999)");
+  laboratory.tree.Write(kIndex, Lines({"PX12A"}));
+  for (const char* station : {"BENCH2", "BENCH3", "BENCH4", "BENCH5"}) {
+    laboratory.tree.Write(Joined("c:\\stations", station) + R"(\PX12A)", Lines(kSensorAtStation));
+  }
+  const SurveyResult inSteps = Surveyed(laboratory).TakeResult();
+  double progress = 0;
+  const SurveyResult inThreads = SurveyInThreads(laboratory.order, 4, [&](double done) {
+    EXPECT_GE(done, progress);
+    EXPECT_LT(done, 1);
+    progress = done;
+  });
+  EXPECT_EQ(SurveyCsv(inThreads.rows), SurveyCsv(inSteps.rows));
+  EXPECT_EQ(inThreads.rows.size(), 15U) << "3 data sets, 6 instruments, 6 lists";
+  EXPECT_EQ(inThreads.filesRead, inSteps.filesRead);
+  EXPECT_EQ(inThreads.trees.models, inSteps.trees.models);
+  EXPECT_TRUE(inThreads.couldLook);
+}
+
 TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   const Laboratory laboratory;
   SurveyResult result = Surveyed(laboratory).TakeResult();
   laboratory.tree.Write(kSensor, Lines(With(kSensorLines, kDue, "#DUE_DATE : 20280305")));
   laboratory.tree.Write(R"(c:\calfactors\PX12A\SN00001)",
                         Lines(With(kSensorLines, "#SER_NO   : 3318A12345", "#SER_NO   : 00001")));
-  SurveyAgain(laboratory.order, R"(c:\calfactors\PX12A)", result);
+  SurveyAgain(laboratory.order, R"(c:\calfactors\PX12A)", result.trees, result.rows);
   EXPECT_EQ(FindingsIn(result.rows),
             (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\PX12A due-date-differs)"}));
   EXPECT_EQ(result.rows.size(), 5U);
@@ -416,7 +439,7 @@ TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
                         Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 5 MAR 2028")));
   laboratory.tree.Write(kIndex, Lines({"PX12A"}));
   CountingPlatform platform;
-  SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result);
+  SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result.trees, result.rows);
   EXPECT_EQ(platform.opened, 4) << "the limits, the INDEX and the instruments";
   EXPECT_EQ(FindingsIn(result.rows),
             (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\INDEX index-lacks-name)"}));

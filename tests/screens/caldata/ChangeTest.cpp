@@ -5,6 +5,8 @@
 #include <QHeaderView>
 #include <QScrollBar>
 
+#include <filesystem>
+
 #include "core/history/History.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalGrid.h"
@@ -98,6 +100,35 @@ TEST_F(ChangeOfASensor, IsThatToTheCalibrationWhichTheUserChooses) {
     Choose(editor, "cmbEarlier", "5 MAR 2001, C-1");
     EXPECT_EQ(Changes(editor, 0), (Texts{"100.0", "98.1", ""}));
     EXPECT_EQ(Changes(editor, 1), (Texts{"0.0", "+0.3", ""}));
+  });
+}
+
+TEST_F(ChangeOfASensor, FollowsACalibrationDateThatIsTyped) {
+  std::filesystem::remove_all(tree_.Native(R"(c:\calfactors\history.tarvell)"));
+  Show([](frmCalDataInput& editor) {
+    EXPECT_FALSE(Find<QComboBox>(editor, "cmbEarlier").isVisible()) << "never calibrated again";
+    Fill(editor, "txtCalYear", "2004");
+    EXPECT_EQ(Changes(editor, 0), (Texts{"100.0", "98.4", "97.0"}));
+    EXPECT_EQ(ComboText(editor, "cmbEarlier"), "5 MAR 2003, C-3");
+    ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
+    Type("9.8");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Changes(editor, 1)[1], "-88.6");
+    const std::string notices = NoticesOf(editor);
+    EXPECT_NE(notices.find("a change of -88.6"), std::string::npos) << notices;
+    Fill(editor, "txtCalYear", "2003");
+    EXPECT_FALSE(Find<ChangeTable>(editor, "changes").isVisible());
+  });
+}
+
+TEST_F(ChangeOfASensor, IsNotMadeWithoutTheHistoryButThatIsSaid) {
+  std::filesystem::remove_all(tree_.Native(R"(c:\calfactors\history.tarvell)"));
+  tree_.Write(R"(c:\calfactors\history.tarvell)", "a file");
+  Show([](frmCalDataInput& editor) {
+    const std::string notices = NoticesOf(editor);
+    EXPECT_NE(notices.find("the history cannot be read. In the place of its folder"),
+              std::string::npos)
+        << notices;
   });
 }
 

@@ -232,6 +232,24 @@ TEST_F(CurveOfASensor, ZoomsByTheMouseAndByKeys) {
   });
 }
 
+TEST_F(CurveOfASensor, IsWholeWhenAnotherDataSetIsOpened) {
+  frmCalDataInput form(nullptr);
+  gCalFiles[0].FilePath = R"(c:\calfactors\PX12A\SN12345)";
+  tree_.Write(gCalFiles[0].FilePath, file_.Bytes());
+  QCPRange whole;
+  user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
+    Unfold(editor);
+    whole = PlotOf(editor).yAxis->range();
+    Press(Qt::Key_V, Qt::AltModifier);
+    Press(Qt::Key_Plus);
+    EXPECT_LT(PlotOf(editor).yAxis->range().size(), whole.size());
+  });
+  form.SetupDat(0, "PX12A");
+  user_.At<frmCalDataInput>(
+      [&](frmCalDataInput& editor) { EXPECT_EQ(PlotOf(editor).yAxis->range(), whole); });
+  form.SetupDat(0, "PX12A");
+}
+
 TEST_F(CurveOfASensor, IsCopiedAsAPictureAtTwiceItsSize) {
   Show([this](frmCalDataInput& editor) {
     const QSize size = PlotOf(editor).size();
@@ -301,17 +319,31 @@ TEST_F(CurveOfASensor, IsMissedWithAMessageWhereItsLibraryIsMissing) {
   EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN12345)"), file_.Bytes());
 }
 
+/// Expects that the numbers on an axis are those of its ticks, as far as can be seen.
+void ExpectTrueNumbers(const QCPAxis& axis) {
+  QVector<double> ticks;
+  QVector<QString> texts;
+  axis.ticker()->generate(axis.range(), QLocale::c(), 'g', axis.numberPrecision(), ticks, nullptr,
+                          &texts);
+  for (qsizetype tick = 0; tick < ticks.size(); ++tick) {
+    EXPECT_NEAR(texts[tick].toDouble(), ticks[tick], axis.range().size() / 1000)
+        << texts[tick].toStdString();
+  }
+}
+
 TEST_F(CurveOfASensor, IsDrawnOfAnyTable) {
   const std::vector<std::pair<SensorRows, std::string>> tables = {
       {{}, "The table has no values to draw."},
       {{{"50.00", "x"}}, "The table has no values to draw."},
       {{{"50.00", "100.0"}}, "1 point, 100.0 %."},
+      {{{"50.00", "103.0"}, {"60.00", "92.0"}}, "2 points, 92.0 to 103.0 %."},
       {{{"50.00", "99.0"}, {"50.00", "100.0"}}, "2 points, 99.0 to 100.0 %."},
       {{{"0.00", "99.0"}, {"50.00", "99.0"}}, "2 points, 99.0 to 99.0 %."},
       {{{"-1.00", "99.0"}, {"50.00", "1E300"}}, "2 points, 99.0 to 1E300 %."},
       {{{"1E300", "99.0"}, {"50.00", "1E-300"}}, "1 point, 1E-300 %."}};
-  for (const auto& [rows, summary] : tables) {
-    file_.rows = rows;
+  for (const auto& table : tables) {
+    const std::string& summary = table.second;
+    file_.rows = table.first;
     file_.reference = "none";
     Show([&](frmCalDataInput& editor) {
       const QCustomPlot& plot = PlotOf(editor);
@@ -319,6 +351,7 @@ TEST_F(CurveOfASensor, IsDrawnOfAnyTable) {
       for (const QCPRange& range : {plot.xAxis->range(), plot.yAxis->range()}) {
         EXPECT_TRUE(std::isfinite(range.size()) && range.size() > 0) << summary;
       }
+      ExpectTrueNumbers(*plot.yAxis);
       Press(Qt::Key_V, Qt::AltModifier);
       Press(Qt::Key_End);
       Press(Qt::Key_Return);

@@ -10,6 +10,7 @@
 
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EitherEditor.h"
+#include "screens/widgets/DefaultDate.h"
 #include "support/FaultPlatform.h"
 
 namespace tarvell {
@@ -108,7 +109,10 @@ TEST_P(DraftOf, TheEditorBringsEverythingBackAfterEscape) {
 }
 
 TEST_P(DraftOf, WhatWasTypedBeforeRestoreIsOfferedNext) {
-  New([](CalEditor& editor) { Fill(editor, "txtSerial", "first"); });
+  New([](CalEditor& editor) {
+    Fill(editor, "txtSerial", "first");
+    Fill(editor, "txtCalDay", "9");
+  });
   New([&](CalEditor& editor) {
     Fill(editor, "txtSerial", "second");
     EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().endsWith(" for first."));
@@ -116,8 +120,10 @@ TEST_P(DraftOf, WhatWasTypedBeforeRestoreIsOfferedNext) {
     EXPECT_EQ(TextOf(editor, "txtSerial"), "first");
     EXPECT_TRUE(IsOffered(editor));
     EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().endsWith(" for second."));
+    EXPECT_FALSE(IsDefaultDate(&Find<QLineEdit>(editor, "txtCalDay")));
     Click(editor, "btnRestore");
     EXPECT_EQ(TextOf(editor, "txtSerial"), "second");
+    EXPECT_TRUE(IsDefaultDate(&Find<QLineEdit>(editor, "txtCalDay"))) << "as when it was typed";
     ASSERT_EQ(Drafts().size(), 2U);
     Click(editor, "btnDiscard");
     EXPECT_FALSE(IsOffered(editor));
@@ -197,6 +203,61 @@ TEST_P(DraftOf, TheEditorKeepsWhatAColleagueSavedMeanwhile) {
   newer.comment = "mine";
   values[0] = Stored(1, "91");
   EXPECT_EQ(tree_.Read(Path()), Bytes(newer, values));
+}
+
+TEST_P(DraftOf, TheEditorIsRemovedWhenAColleagueHasSavedTheSame) {
+  Edit([](CalEditor& editor) {
+    Fill(editor, "txtComment", "mine");
+    Press(Qt::Key_Escape);
+  });
+  SetHeader newer = header_;
+  newer.calNo = "C-0099";
+  newer.comment = "mine";
+  tree_.Write(Path(), Bytes(newer));
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_TRUE(HasNotice(editor, "is saved already"));
+    EXPECT_FALSE(IsOffered(editor));
+  });
+  EXPECT_TRUE(Drafts().empty());
+}
+
+TEST_P(DraftOf, TheEditorIsUndoneWithItsHeaderInOneStep) {
+  Edit([](CalEditor& editor) {
+    Fill(editor, "txtComment", "mine");
+    TypeAndEscape(editor, 1, "91");
+  });
+  EditAgain([this](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_EQ(TextOf(editor, "txtComment"), "mine");
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TextOf(editor, "txtComment"), header_.comment);
+    Click(editor, "btnOk");
+  });
+  EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
+}
+
+TEST_P(DraftOf, TheEditorHoldsTheDefaultThatWasBeingTypedAgain) {
+  tree_.Write(Path(), Bytes(header_));
+  const auto mark = [](CalEditor& editor) {
+    return GridOf(editor).model()->index(0, 1).data(Qt::AccessibleTextRole).toString();
+  };
+  NewCalibration([](CalEditor& editor) {
+    ClickCell(GridOf(editor), 1, 1);
+    Press(Qt::Key_F2);
+    const QString same = CellBoxOf(editor).text();
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Type(same);
+    editor.reject();
+  });
+  NewCalibration([&](CalEditor& editor) {
+    const QString marked = mark(editor);
+    Click(editor, "btnRestore");
+    Press(Qt::Key_Return);
+    EXPECT_NE(mark(editor), marked) << "the value is entered";
+    QTest::qWait(0);
+    EXPECT_FALSE(IsOffered(editor));
+  });
 }
 
 TEST_P(DraftOf, TheEditorIsNotOfferedAfterAKillBetweenItsSaveAndItsRemoval) {

@@ -104,22 +104,22 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
   imported.calDate = "20260807";
   imported.calNo = "C-0099";
   imported.rows = {
-      {"50.00", "100.0"}, {"1000.00", "98.5"}, {"1500.00", "95.0"}, {"2000.00", "96.0"}};
+      {"50.00", "100.0"}, {"1000.00", "97.5"}, {"1500.00", "96.8"}, {"2000.00", "96.0"}};
   Import(
-      header_ + "f [GHz];KF [%];Gamma\n0,05;100,0;0,01\n1,5;95;0,02\n1;98,47;0,03\n",
+      header_ + "f [GHz];KF [%];Gamma\n0,05;100,0;0,01\n1,5;96,8;0,02\n1;97,47;0,03\n",
       [](ImportPreview& preview) {
         EXPECT_EQ(Find<QLabel>(preview, "lblSummary").text().toStdString(),
                   "c.csv (Text, UTF-8, separated by semicolons): 3318A12345. Rows: 1 updated, 1 "
                   "added, 1 as before.");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0|as it was");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "1000.00|97.0 \u2192 98.5*|updated");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "1500.00*|95.0*|added");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "1000.00|97.0 \u2192 97.5*|updated");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "1500.00*|96.8*|added");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 3), "2000.00|96.0|not in it, is kept");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 0), "Calibration number|C-0042|C-0099*|line 2");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 1),
                   "Calibration date|5 MAR 2001|7 AUG 2026*|line 3");
         EXPECT_EQ(Notes(preview),
-                  "The format of the table rounds:\n- 1 GHz: 98.47 % becomes 98.5.\n\nNot used:\n- "
+                  "The format of the table rounds:\n- 1 GHz: 97.47 % becomes 97.5.\n\nNot used:\n- "
                   "These columns are not used: \"Gamma\".");
         Press(Qt::Key_Return);
       },
@@ -132,6 +132,44 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
         Press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
       });
   ExpectSaved(imported);
+}
+
+/// Whether a cell of the preview's table is marked as a possible slip.
+bool IsMarked(ImportPreview& preview, int row, int column) {
+  const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(row, column);
+  EXPECT_EQ(cell.font().underline(), !cell.icon().isNull());
+  return cell.font().underline();
+}
+
+TEST_F(ImportingASensor, ShowsBeforehandWhichValuesTheEditorWillMark) {
+  const std::string why = "The earlier calibration has 97.0, a change of -17.3; the limit is 0.97.";
+  Import(
+      header_ + "f [MHz];KF [%]\n1000;79,7\n2000;96,1\n",
+      [&](ImportPreview& preview) {
+        EXPECT_EQ(Notes(preview),
+                  "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why);
+        const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(1, 1);
+        EXPECT_EQ(FromQt(cell.data(Qt::AccessibleTextRole).toString()),
+                  "97.0 \u2192 79.7 (possible slip)");
+        EXPECT_EQ(FromQt(cell.toolTip()), why);
+        EXPECT_TRUE(IsMarked(preview, 1, 1));
+        EXPECT_FALSE(IsMarked(preview, 2, 1));
+        Press(Qt::Key_R, Qt::AltModifier);
+        EXPECT_TRUE(IsMarked(preview, 1, 1)) << "the row above it is removed";
+        EXPECT_FALSE(IsMarked(preview, 2, 1));
+        Press(Qt::Key_Return);
+      },
+      [&](QWidget& editor) {
+        Settle();
+        // The file is the earlier calibration, now that the date is another one.
+        EXPECT_EQ(ComboText(editor, "cmbEarlier"), "5 MAR 2001, C-0042");
+        EXPECT_EQ(FromQt(GridOf(editor).model()->index(0, 1).data(Qt::ToolTipRole).toString()),
+                  why);
+        GridOf(editor).setFocus();
+        Press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_FALSE(Find<QComboBox>(editor, "cmbEarlier").isVisible());
+      });
+  ExpectSaved(file_);
 }
 
 TEST_F(ImportingASensor, AnUndoKeepsWhatWasTypedIntoTheHeaderSince) {

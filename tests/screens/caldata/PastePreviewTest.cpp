@@ -51,13 +51,6 @@ class PastingPoints : public SensorStage {
     });
   }
 
-  /// Presses Alt+R, which ticks the box a moment later.
-  static void TickRemove(PastePreview& preview) {
-    auto& box = Find<QCheckBox>(preview, "chkRemove");
-    const bool wasTicked = box.isChecked();
-    Press(Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return box.isChecked() != wasTicked; }));
-  }
   /// The rows of the preview. A changed cell has a star.
   static Texts RowsOf(PastePreview& preview) {
     auto& table = Find<QTableWidget>(preview, "tblPreview");
@@ -98,9 +91,9 @@ TEST_F(PastingPoints, ShowsWhatChangesAndPutsEachPointInItsPlace) {
                     (Texts{"0.10|98.84|98.84|unchanged", "50.00|100.0|99.9*|updated",
                            "1000.00|97.0|97.0|missing, is kept", "1500.00*||97.3*|added",
                            "2000.00|96.0|96.0|unchanged"}));
-          TickRemove(preview);
+          Press(Qt::Key_R, Qt::AltModifier);
           EXPECT_EQ(RowsOf(preview).at(2), "1000.00|97.0|*|missing, is removed");
-          TickRemove(preview);
+          Press(Qt::Key_R, Qt::AltModifier);
           Press(Qt::Key_Return);
         });
   ExpectSaved({{"0.10", "98.84"},
@@ -133,11 +126,26 @@ TEST_F(PastingPoints, OfAFullTableHaveToReplaceOthers) {
     EXPECT_FALSE(Find<QPushButton>(preview, "btnOk").isEnabled());
     EXPECT_NE(Find<QLabel>(preview, "lblFull").text().toStdString().find("room for 51 points"),
               std::string::npos);
-    TickRemove(preview);
+    Press(Qt::Key_R, Qt::AltModifier);
     EXPECT_EQ(Find<QLabel>(preview, "lblFull").text().toStdString(), "");
     Click(preview, "btnOk");
   });
   ExpectSaved({{"100.00", "99.0"}});
+}
+
+TEST_F(PastingPoints, ShowTheFirstChangeAndWhatStaysADefault) {
+  ShowNew({.rows = ManyRows(50)}, [&](frmCalDataInput& editor) {
+    Fill(editor, "txtSerial", "12345");
+    ClickCell(GridOf(editor), 1, 1);
+    QApplication::clipboard()->setText("49\t97\n");
+    PasteAndSave(editor, [](PastePreview& preview) {
+      auto& table = Find<QTableWidget>(preview, "tblPreview");
+      EXPECT_TRUE(table.viewport()->rect().contains(table.visualItemRect(table.item(48, 0))));
+      EXPECT_TRUE(table.item(47, 2)->font().italic()) << "is kept, and is still to be entered";
+      EXPECT_FALSE(table.item(48, 2)->font().italic());
+      Press(Qt::Key_Return);
+    });
+  });
 }
 
 TEST_F(PastingPoints, AreNotGuessedAndNotTakenInPart) {

@@ -276,12 +276,12 @@ class AttenuatorPoints : public SensorStage {
 
 TEST_F(AttenuatorPoints, AreOfferedInListsWithPresets) {
   const struct {
-    const char* model;
+    const char* name;
     const char* preset;
     const char* next;
   } models[] = {{"PX60H", "5.00E07", "1.00E08"}, {"PX60G", "1.00E05", "3.00E05"}};
-  for (const auto& [model, preset, next] : models) {
-    Edit(model, {}, [&](frmCalDataInput& editor) {
+  for (const auto& model : models) {
+    Edit(model.name, {}, [&](frmCalDataInput& editor) {
       AskPoint(editor, [&](frmInputPX60H& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Select calibration point...");
         EXPECT_EQ(PlainCaption(Find<QLabel>(dialog, "lblCaption").text()),
@@ -305,7 +305,7 @@ TEST_F(AttenuatorPoints, AreOfferedInListsWithPresets) {
         }
         Click(dialog, "btnOk");
       });
-      ExpectRows(editor, {"0", "10"}, {preset, next}, {"0.0000", "10.0000"});
+      ExpectRows(editor, {"0", "10"}, {model.preset, model.next}, {"0.0000", "10.0000"});
     });
   }
 }

@@ -6,9 +6,12 @@
 #include <QRegularExpression>
 #include <QTableWidget>
 
+#include <algorithm>
+
 #include "core/history/History.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/caldata/CalGrid.h"
+#include "screens/caldata/TabEditorFixture.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/PaperPainter.h"
 #include "screens/widgets/ProgramLibrary.h"
@@ -79,7 +82,7 @@ TEST_F(Printing, SavesAPdfInTheChosenSizeAndLeavesTheDataAsTheyAre) {
   Remember("paper/size", QString("Letter"));
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("one.pdf")));
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters, QString::fromStdString(File("two.pdf")));
-  Show([this](frmCalDataInput& editor) {
+  Show([](frmCalDataInput& editor) {
     ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
     Type("97.9");
     ChooseInFileMenu(editor, Qt::Key_S);
@@ -119,7 +122,7 @@ TEST_F(Printing, ReportsAFileThatCannotBeWritten) {
   questions_.ExpectFilePicker("Save as PDF", kPdfFilters,
                               QString::fromStdString(File("missing/one.pdf")));
   questions_.ExpectError({"Cannot save the file", "does not exist"});
-  Show([this](frmCalDataInput& editor) {
+  Show([](frmCalDataInput& editor) {
     ChooseInFileMenu(editor, Qt::Key_S);
     EXPECT_TRUE(editor.isVisible());
   });
@@ -131,6 +134,84 @@ TEST_F(Printing, SaysThatNoPrinterIsSetUpOrThatAPartOfTheProgramIsMissing) {
   TakeLibrariesFrom(QString::fromStdString(tree_.Root().string()));
   EXPECT_TRUE(Contains(ErrorOf(pick).Text(), "a part of it is missing or damaged"));
   TakeLibrariesFrom("");
+}
+
+/// Whether one of the texts is this one.
+bool Has(const Painted& painted, const std::string& text) {
+  return std::ranges::find(painted.texts, text) != painted.texts.end();
+}
+
+/// Whether one of the texts begins with this.
+bool HasBeginning(const Painted& painted, const std::string& text) {
+  return std::ranges::any_of(painted.texts,
+                             [&](const std::string& each) { return each.starts_with(text); });
+}
+
+TEST_F(Printing, PutsWhatTheEditorShowsOnPaper) {
+  QBuffer unused;
+  Painted painted;
+  questions_.ExpectPrinter("Calibration data of PX12A 3318A12345", &unused, &painted);
+  Show([](frmCalDataInput& editor) {
+    ClickCell(Find<CalGrid>(editor, "Grid"), 2, 1);
+    Type("9.8");
+    Press(Qt::Key_P, Qt::ControlModifier);
+    Settle();
+  });
+  EXPECT_TRUE(Has(painted, "9.8"));
+  EXPECT_TRUE(Has(painted, "?")) << "the mark";
+  EXPECT_TRUE(HasBeginning(painted, "? 100 MHz, ")) << "why it is there";
+  EXPECT_TRUE(Has(painted, "98.5")) << "the earlier value";
+  EXPECT_TRUE(Has(painted, "-88.7")) << "the change";
+  EXPECT_TRUE(HasBeginning(painted, "NOT SAVED, c:"));
+  EXPECT_TRUE(Has(painted, "earlier: 5 MAR 2001")) << "the legend of the curve";
+  EXPECT_GE(painted.polylines, 2) << "the curve and the earlier one";
+}
+
+class PrintingOfASet : public TabEditorFixture {
+ protected:
+  PrintingOfASet() {
+    WriteTemplates();
+    tree_.MakeFolders(R"(c:\calfactors\RT520A)");
+    gCalFiles.fill(CalFileInfo());
+  }
+};
+
+TEST_F(PrintingOfASet, PutsEachPageOnPaper) {
+  const std::string path = R"(c:\calfactors\RT520A\SN12345)";
+  std::vector<Member> members = SetAMembers();
+  SaveWithHistory(path, CapacitorFile({"RT520A", "3318A12345"}, members));
+  members[2].rows[0][1] = "100.9001pF";
+  SetHeader header = {"RT520A", "3318A12345"};
+  header.calDate = "20030131";
+  SaveWithHistory(path, CapacitorFile(header, members));
+  QBuffer unused;
+  Painted painted;
+  questions_.ExpectPrinter("Calibration data of RT520A 3318A12345", &unused, &painted);
+  EditFile("RT520A", path, [](frmCalDataTabInput& /*editor*/) {
+    Press(Qt::Key_P, Qt::ControlModifier);
+    Settle();
+  });
+  for (const char* value : {"1.000012pF", "10.00001pF", "100.9001pF", "1000.001pF"}) {
+    EXPECT_TRUE(Has(painted, value)) << value;
+  }
+  EXPECT_TRUE(Has(painted, "?")) << "the mark";
+  EXPECT_TRUE(Has(painted, "100.0001pF")) << "the earlier value";
+  EXPECT_GE(painted.polylines, 2) << "the curves";
+}
+
+TEST_F(Printing, PrintsTheSelectedVersion) {
+  QBuffer unused;
+  Painted painted;
+  frmHistory history({.path = kPath, .model = FindModel("PX12A")}, nullptr);
+  history.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&history));
+  Press(Qt::Key_Down);
+  questions_.ExpectPrinter("Calibration data of PX12A 3318A12345", &unused, &painted);
+  ChooseInFileMenu(history, Qt::Key_P);
+  EXPECT_TRUE(Has(painted, "98.5"));
+  EXPECT_FALSE(Has(painted, "98.4")) << "the present file";
+  EXPECT_TRUE(HasBeginning(painted, "replaced 5 MAR 2026"));
+  EXPECT_TRUE(Has(painted, "As saved."));
 }
 
 TEST_F(Printing, PrintsAVersionOfTheHistory) {

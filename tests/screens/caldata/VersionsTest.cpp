@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "screens/widgets/NoticeLine.h"
 #include "support/ClickInMenu.h"
 #include "support/ErrorOf.h"
+#include "support/FaultPlatform.h"
 #include "support/KeptFiles.h"
 
 namespace tarvell {
@@ -153,6 +155,46 @@ TEST_P(Versions, ArePutBackAsANewSave) {
   EXPECT_EQ(Kept().back(), present);
 }
 
+TEST_P(Versions, AreExportedAsTheyWere) {
+  const std::string file = (tree_.Root() / "old.csv").string();
+  const auto exportByKeys = [](QWidget& history) {
+    Click(history, "btnFile");
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_E);
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() == nullptr; }));
+    // As a window manager does when the menu is gone.
+    history.activateWindow();
+    auto& table = Find<QTableWidget>(history, "tblVersions");
+    table.setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table.hasFocus(); }));
+  };
+  AtHistory([&](frmHistory& history) {
+    ClickRow(history, 2);
+    questions_.ExpectFilePicker("Export the calibration data",
+                                {"CSV for spreadsheets (*.csv)", "JSON for programs (*.json)"},
+                                QString::fromStdString(file));
+    exportByKeys(history);
+    ClickRow(history, 1, Qt::ControlModifier);
+    questions_.ExpectError({"Nothing was exported. Select one version."});
+    exportByKeys(history);
+  });
+  const std::string header = "Format,tarvell-data-set 1\r\nModel," + Code() +
+                             "\r\nSerial number,3318A12345\r\nCalibration number,C-1\r\n"
+                             "Calibration date,2001-03-05\r\nDue date,2002-03-05\r\n"
+                             "Comment,factory\r\n\r\n";
+  if (HasPages()) {
+    EXPECT_TRUE(ReadNative(file).starts_with(header +
+                                             "Page,RT521A\r\nMember serial number,M001\r\n"
+                                             "Frequency [Hz],Capacitance [pF],Unc. of Capacitance,"
+                                             "Disspation Factor,Unc. of Disspation Factor\r\n"
+                                             "1000,1.000012,12 ppm,0.00001,0.00002\r\n"));
+  } else {
+    EXPECT_EQ(ReadNative(file), header +
+                                    "Frequency [MHz],Calibration factor [%]\r\n0.10,98.00\r\n"
+                                    "50.00,100.0\r\n1000.00,98.84\r\n");
+  }
+}
+
 TEST_P(Versions, ThatWereChangedByHandAreMarked) {
   const std::string folder = R"(c:\calfactors\history.tarvell\)" + Code() + R"(\SN12345)";
   tree_.Write(folder + "\\" + tree_.Names(folder).at(1), "cut");
@@ -243,6 +285,31 @@ TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
   EXPECT_EQ(tree_.Read(Path()), present);
 }
 
+class VersionsOfAnOption : public TabEditorFixture {};
+
+TEST_F(VersionsOfAnOption, AreComparedOnThePageThatOnlyTheEarlierOneHas) {
+  const std::string path = R"(c:\calfactors\RT520C\SN12345)";
+  tree_.MakeFolders(R"(c:\calfactors\RT520C)");
+  std::vector<Member> members = SetCMembers();
+  SaveWithHistory(path, CapacitorFile({"RT520C", "3318A12345"}, members));
+  members.pop_back();
+  SaveWithHistory(path, CapacitorFile({"RT520C", "3318A12345"}, members));
+  frmHistory history({.path = path, .model = FindModel("RT520C")}, nullptr);
+  history.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&history));
+  auto& pages = Find<QTabBar>(history, "tabPages");
+  EXPECT_EQ(pages.count(), 3);
+  ClickRow(history, 0);
+  ClickRow(history, 1, Qt::ControlModifier);
+  ASSERT_EQ(pages.count(), 4);
+  QTest::mouseClick(&pages, Qt::LeftButton, {}, pages.tabRect(3).center());
+  const std::vector<Texts> rows = CellsOf(history, "tblData");
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].at(1), "10.0002uF");
+  EXPECT_EQ(rows[0].at(2), "");
+  EXPECT_EQ(rows[0].back(), "only earlier");
+}
+
 TEST(VersionsOfAKit, AreListedAndShownLineByLine) {
   const TestTree tree;
   const DesktopTestPlatform platform(tree.ProgramFolder());
@@ -296,6 +363,50 @@ TEST_P(Versions, AreNotLostWithoutAnAnswerWhenASaveCannotKeepThem) {
   EXPECT_TRUE(questions_.details[0].startsWith("In the place of its folder there is a file."));
   header_.comment = "mine";
   EXPECT_EQ(tree_.Read(Path()), Bytes(header_));
+}
+
+TEST_P(Versions, AreNotLostWhenAnotherUserSavesWhileTheQuestionIsOpen) {
+  header_.comment = "theirs";
+  const std::string theirs = Bytes(header_);
+  const auto expect = [&](const QString& text, QMessageBox::StandardButton answer,
+                          const std::function<void()>& meanwhile = {}) {
+    questions_.Expect({.text = text,
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      answer, meanwhile);
+  };
+  const auto whileAnotherUserSaves = [&](const std::function<void()>& act) {
+    FaultPlatform platform;
+    platform.Set(FaultPlatform::Step::Append);
+    expect("The earlier data cannot be kept in the history. Do you want to save without it?",
+           QMessageBox::Yes, [&] { tree_.Write(Path(), theirs); });
+    act();
+    EXPECT_EQ(platform.faults, 1);
+    EXPECT_EQ(tree_.Read(Path()), theirs);
+  };
+  EditAgain([&](CalEditor& editor) {
+    Fill(editor, "txtComment", "mine");
+    whileAnotherUserSaves([&] {
+      expect("The file SN12345 has changed since it was opened here. Do you want to replace it?",
+             QMessageBox::No);
+      Press(Qt::Key_S, Qt::ControlModifier);
+    });
+    EXPECT_EQ(TextOf(editor, "txtComment"), "mine");
+    Press(Qt::Key_Escape);
+  });
+  header_.comment = "present";
+  SaveWithHistory(Path(), Bytes(header_));
+  AtHistory([&](frmHistory& history) {
+    ClickRow(history, 2);
+    ExpectPutBackQuestion(QMessageBox::Yes);
+    whileAnotherUserSaves([&] {
+      questions_.ExpectNotice(
+          "The file SN12345 has changed in the meantime. Nothing was done. Look at what it holds "
+          "now, then try again.");
+      Click(history, "btnPutBack");
+    });
+  });
 }
 
 }  // namespace

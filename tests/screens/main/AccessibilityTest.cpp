@@ -96,8 +96,11 @@ const std::vector<Screen> kScreens = {
        DataSetDrafts("PX12A", "", now).Write({.header = {.serialNumber = "1"}}, now);
        LookAtEditor<frmCalDataInput>("PX12A", look);
      }},
-    {"frmCalDataInputWithAnEarlierCalibration", "Sensors and attenuators",
+    {"frmCalDataInputWithAnEarlierCalibrationAndADraft", "Sensors and attenuators",
      [](const Look& look) {
+       const std::int64_t now = QDateTime::currentSecsSinceEpoch();
+       DataSetDrafts("PX12A", kDataSet, now, DraftKind::NewCalibration)
+           .Write({.header = {.comment = "typed"}}, now);
        gCalFiles[0].FilePath = kDataSet;
        frmCalDataInput form(nullptr);
        LookWithin<frmCalDataInput>(
@@ -435,6 +438,19 @@ TEST_P(Accessibility, EnterAndEscapeEndAScreenWithACancelButton) {
     if (std::ranges::any_of(buttons, isCancel)) {
       Press(Qt::Key_Escape);
       EXPECT_FALSE(screen.isVisible()) << "Escape does not cancel";
+    }
+  });
+}
+
+TEST_P(Accessibility, AnAltKeyThatTheScreenLacksTypesNothing) {
+  At([](QWidget& screen) {
+    for (auto* box : screen.findChildren<QLineEdit*>()) {
+      const QString text = box->text();
+      box->setFocus();
+      box->selectAll();
+      QKeyEvent key(QEvent::KeyPress, Qt::Key_7, Qt::AltModifier, "7");
+      QApplication::sendEvent(box, &key);
+      EXPECT_EQ(box->text(), text) << Describe(*box);
     }
   });
 }

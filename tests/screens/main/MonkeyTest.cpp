@@ -23,7 +23,7 @@ namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
 
-constexpr int kDefaultSeeds = 65;
+constexpr int kDefaultSeeds = TARVELL_DEFAULT_SEEDS;
 constexpr int kDefaultActions = 600;
 
 int NumberFrom(const char* variable, int otherwise) {

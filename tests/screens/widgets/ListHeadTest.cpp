@@ -53,7 +53,7 @@ TEST_F(ListHeads, TheFilterReachesEveryDataSetOfALargeFolder) {
     WriteCalFile("PX12A", "SN" + serial, {.serial = serial, .comment = "Rack 1"});
   }
   AtMenu([&](frmCalibrationMain& menu) {
-    questions_.ExpectError({"more than 51 data files", "filter above the list"});
+    questions_.ExpectError({"more than 51 data files", "filter above the serial numbers"});
     ClickEntry(menu, "LstInstrment", "PX12A");
     EXPECT_EQ(Shown(menu, "lstSerialNumber").size(), 51U);
     Press(Qt::Key_Tab);

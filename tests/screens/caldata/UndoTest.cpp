@@ -310,9 +310,9 @@ INSTANTIATE_TEST_SUITE_P(Models, RandomActs, testing::Values("PX12A", "PX60H", "
 
 // ---- What the user sees.
 
-class History : public EitherEditor {};
+class UndoInBothEditors : public EitherEditor {};
 
-TEST_P(History, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
+TEST_P(UndoInBothEditors, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
   Edit([](CalEditor& editor) {
     CalGrid& grid = GridOf(editor);
     Texts others = {"Copy", "Paste"};
@@ -343,7 +343,7 @@ TEST_P(History, IsInTheMenuOfTheTableWithTheNamesOfTheSteps) {
   });
 }
 
-TEST_P(History, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
+TEST_P(UndoInBothEditors, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
   Edit([this](CalEditor& editor) {
     CalGrid& grid = GridOf(editor);
     TypeCell(editor, 1, 1, "3");
@@ -369,14 +369,14 @@ TEST_P(History, LeavesTheKeysToTheFieldsOfTheHeaderAndToAnOpenCell) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(Editors, History, testing::Bool(), KindName);
+INSTANTIATE_TEST_SUITE_P(Editors, UndoInBothEditors, testing::Bool(), KindName);
 
-class HistoryOfPages : public TabEditorFixture {
+class UndoOnPages : public TabEditorFixture {
  protected:
-  HistoryOfPages() { WriteTemplates(); }
+  UndoOnPages() { WriteTemplates(); }
 };
 
-TEST_F(HistoryOfPages, ShowsThePageOfEachStep) {
+TEST_F(UndoOnPages, ShowsThePageOfEachStep) {
   EditNew("RT520C", [](frmCalDataTabInput& editor) {
     ClickTab(editor, 4);
     Fill(editor, "txtTabSerial", "N4");
@@ -404,7 +404,7 @@ TEST_F(HistoryOfPages, ShowsThePageOfEachStep) {
   });
 }
 
-TEST_F(HistoryOfPages, ADraftStaysOnThePageThatCannotBeStored) {
+TEST_F(UndoOnPages, ADraftStaysOnThePageThatCannotBeStored) {
   EditNew("RT520C", [](frmCalDataTabInput& editor) { TypeCell(editor, 1, 1, "3"); });
   EditNew("RT520C", [&](frmCalDataTabInput& editor) {
     ClickTab(editor, 4);
@@ -416,7 +416,7 @@ TEST_F(HistoryOfPages, ADraftStaysOnThePageThatCannotBeStored) {
   });
 }
 
-TEST_F(HistoryOfPages, StaysInTheCellWhenASerialNumberIsUndone) {
+TEST_F(UndoOnPages, StaysInTheCellWhenASerialNumberIsUndone) {
   EditNew("RT520C", [](frmCalDataTabInput& editor) {
     ClickTab(editor, 4);
     Fill(editor, "txtTabSerial", "N4");

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/survey/FolderSurvey.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "core/caldata/Models.h"
+#include "core/files/FileNames.h"
+#include "core/files/ReadFile.h"
+#include "core/platform/ProgramPath.h"
+#include "core/survey/FileCheck.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+constexpr std::string_view kRemedy =
+    "Open the instruments of the station and leave them with Return";
+
+bool IsTestKit(std::string_view modelFolder) {
+  const Model* model = FindModel(ToUpper(modelFolder));
+  return model != nullptr && model->family == ModelFamily::TestKit;
+}
+
+}  // namespace
+
+bool FolderSurvey::Step(const SlipLimits& limits, std::vector<SurveyRow>& rows) {
+  if (!std::exchange(hasBegun_, true)) {
+    List(rows);
+  } else if (file_ < files_.size()) {
+    ReadNextFile(limits, rows);
+  }
+  const bool isDone = file_ == files_.size();
+  if (isDone) {
+    bytes_ = {};
+    open_.reset();
+  }
+  return !isDone;
+}
+
+std::string FolderSurvey::Name() const {
+  return std::string(LastNameOf(folder_.Path()));
+}
+
+double FolderSurvey::Progress() const {
+  return files_.empty() ? 0 : static_cast<double>(file_) / static_cast<double>(files_.size());
+}
+
+void FolderSurvey::List(std::vector<SurveyRow>& rows) {
+  if (kind_ == Kind::Station) {
+    isListed_ = folder_.List(SearchKind::OrdinaryFiles, rows);
+    if (isListed_) {
+      folder_.CheckIndex(kRemedy, {Name()}, rows);
+    }
+    files_ = folder_.Names();
+  } else {
+    isListed_ = folder_.List(SearchKind::NamesWithoutDot, rows);
+    std::ranges::copy_if(folder_.Names(), std::back_inserter(files_),
+                         [](const ListedFolder::Name& file) { return IsDataFileName(file.name); });
+  }
+  open_ = CurrentPlatform().KeepOpen(folder_.Native());
+}
+
+void FolderSurvey::ReadNextFile(const SlipLimits& limits, std::vector<SurveyRow>& rows) {
+  const ListedFolder::Name& file = files_[file_++];
+  const std::string path = Joined(folder_.Path(), file.name);
+  const int open = open_ ? open_->Number() : -1;
+  const std::error_code code =
+      ReadFoundFile({folder_.Native(), file.name, file.kind, open}, bytes_, kDataFileLimit);
+  // The file of a test kit may have any size.
+  const bool isRead =
+      !code || (code == kTooLargeForData && kind_ == Kind::Model && IsTestKit(Name()));
+  rows.push_back(!isRead                  ? UnreadableRow(path, code)
+                 : kind_ == Kind::Station ? InstrumentRow(Name(), path, bytes_)
+                                          : DataSetRow(Name(), path, bytes_, limits));
+}
+
+SurveyRow FolderSurvey::UnreadableRow(const std::string& path, std::error_code code) const {
+  SurveyRow row;
+  row.path = path;
+  if (kind_ == Kind::Station) {
+    row.kind = SurveyRow::Kind::Instrument;
+    row.model = LastNameOf(path);
+    row.stations = {Name()};
+  } else {
+    row.kind = SurveyRow::Kind::DataSet;
+    row.model = Name();
+  }
+  AddUnreadable(SystemError(code, "read the file", path), row);
+  return row;
+}
+
+}  // namespace tarvell
