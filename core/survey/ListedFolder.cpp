@@ -40,7 +40,7 @@ std::vector<ListedFolder::Name>::iterator FindIndex(std::vector<ListedFolder::Na
 ListedFolder::ListedFolder(std::string path) : path_(std::move(path)), native_(NativePath(path_)) {}
 
 ListedFolder::ListedFolder(const ListedFolder& parent, const std::string& name)
-    : path_(Joined(parent.path_, name)), native_(parent.native_ / name) {}
+    : path_(Joined(parent.path_, name)), native_(parent.native_ / SystemName(name)) {}
 
 bool ListedFolder::List(SearchKind kind, std::vector<SurveyRow>& rows) {
   const std::error_code code =
