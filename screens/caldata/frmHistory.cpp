@@ -121,12 +121,10 @@ void frmHistory::Export() {
     if (rows.size() != 1) {
       throw Error(ErrorKind::Index, "Nothing was exported. Select one version.");
     }
-    const std::unique_ptr<cifCaldata> version =
-        OpenDataSet(*subject_.model, At(rows[0]).header).data;
-    ExportDataSet(this, *subject_.model, *version, StateOf(*subject_.model, *version));
-    // Where a version of a set lacks data, those of the template are exported.
+    const OpenedDataSet version = OpenVersion(*subject_.model, At(rows[0]).header);
+    ExportDataSet(this, *subject_.model, *version.data, StateOf(*subject_.model, *version.data));
     QStringList notices;
-    for (const std::string& notice : version->LoadNotices()) {
+    for (const std::string& notice : version.notices) {
       notices << ToQt(notice);
     }
     ui_->notices->Report(kVersion, notices.join(' '));
