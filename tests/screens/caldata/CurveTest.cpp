@@ -233,21 +233,14 @@ TEST_F(CurveOfASensor, ZoomsByTheMouseAndByKeys) {
 }
 
 TEST_F(CurveOfASensor, IsWholeWhenAnotherDataSetIsOpened) {
-  frmCalDataInput form(nullptr);
-  gCalFiles[0].FilePath = R"(c:\calfactors\PX12A\SN12345)";
-  tree_.Write(gCalFiles[0].FilePath, file_.Bytes());
   QCPRange whole;
-  user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
-    Unfold(editor);
+  Show([&](frmCalDataInput& editor) {
     whole = PlotOf(editor).yAxis->range();
     Press(Qt::Key_V, Qt::AltModifier);
     Press(Qt::Key_Plus);
     EXPECT_LT(PlotOf(editor).yAxis->range().size(), whole.size());
   });
-  form.SetupDat(0, "PX12A");
-  user_.At<frmCalDataInput>(
-      [&](frmCalDataInput& editor) { EXPECT_EQ(PlotOf(editor).yAxis->range(), whole); });
-  form.SetupDat(0, "PX12A");
+  Show([&](frmCalDataInput& editor) { EXPECT_EQ(PlotOf(editor).yAxis->range(), whole); });
 }
 
 TEST_F(CurveOfASensor, IsCopiedAsAPictureAtTwiceItsSize) {
