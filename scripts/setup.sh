@@ -39,6 +39,21 @@ install_packages() {
   mv "$seen.new" "$seen"
 }
 
+# configure ARGUMENTS...: runs CMake. Where the compiler of a build folder has changed, CMake forgets
+# the options of the preset, and has to run again.
+configure() {
+  local output
+  output=$(cmake "$@" 2>&1) || {
+    printf '%s\n' "$output"
+    return 1
+  }
+  if [[ $output == *"require your cache to be deleted"* ]]; then
+    cmake "$@" 2>&1
+    return
+  fi
+  printf '%s\n' "$output"
+}
+
 # Makes the folder of the program's drives for the current user. An existing one is not changed.
 make_state_folder() {
   local state=/var/lib/tarvell
