@@ -289,7 +289,7 @@ std::string Shifted(std::string_view number, int power) {
   constexpr int kZeroLimit = 40;
   const bool isNegative = number.starts_with('-');
   number.remove_prefix(isNegative || number.starts_with('+') ? 1 : 0);
-  const std::size_t end = std::min(number.find_first_of("Ee"), number.size());
+  const std::size_t end = std::min(number.find_first_of("EeDd"), number.size());
   const std::string_view mantissa = number.substr(0, end);
   double exponent = power;
   if (end < number.size()) {

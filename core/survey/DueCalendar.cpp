@@ -35,9 +35,11 @@ void AppendLine(std::string& text, std::string_view line) {
   std::size_t room = kLineBytes;
   while (line.size() > room) {
     std::size_t length = room;
-    while (Continues(line[length])) {
+    while (length > 0 && Continues(line[length])) {
       --length;
     }
+    // Bytes that are no UTF-8 have no characters to keep together.
+    length = length == 0 ? room : length;
     text.append(line.substr(0, length)).append("\r\n ");
     line.remove_prefix(length);
     room = kLineBytes - 1;

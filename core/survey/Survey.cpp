@@ -167,8 +167,9 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
 
 void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
                  std::vector<SurveyRow>& rows) {
-  const auto kind = FolderOf(folder) == order.stationDir ? FolderSurvey::Kind::Station
-                                                         : FolderSurvey::Kind::Model;
+  // The root of a drive ends in a separator.
+  const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
+  const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
   FolderSurvey survey(kind, ListedFolder(folder));
   const SlipLimits limits = LoadSlipLimits(order.calibrationDir);
   std::vector<SurveyRow> again;

@@ -165,6 +165,7 @@ TEST(Units, ConversionKeepsTheDigits) {
   EXPECT_EQ(Shifted("5.0E7", -6), "50");
   EXPECT_EQ(Shifted("1.00027E-6", 6), "1.00027");
   EXPECT_EQ(Shifted("100", 3), "100000");
+  EXPECT_EQ(Shifted("1.5D3", 2), "150000");
   EXPECT_EQ(Shifted("0", 3), "0");
   EXPECT_EQ(Shifted("1E300", 0), "1E300");
 }

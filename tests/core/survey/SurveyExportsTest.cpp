@@ -51,6 +51,12 @@ TEST(DueCalendarFile, HasADayForEachDueDate) {
                       "END:VEVENT"}));
 }
 
+TEST(DueCalendarFile, EndsAlsoWithANameThatIsNoText) {
+  SurveyRow row = Row("PX12A", "3318A12345", {2027, 3, 5});
+  row.stations = {std::string(200, '\x9F')};
+  EXPECT_TRUE(DueCalendar(std::vector{row}, kNow).ends_with("\r\nEND:VCALENDAR\r\n"));
+}
+
 TEST(DueCalendarFile, LeavesOutCopiesAndDatesThatDoNotExist) {
   SurveyRow copy = Row("PX12A", "3318A12345", {2027, 3, 5});
   copy.kind = SurveyRow::Kind::Instrument;

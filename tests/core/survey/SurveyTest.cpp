@@ -424,7 +424,7 @@ TEST(Survey, FindsTheSameInSeveralThreads) {
 }
 
 TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
-  const Laboratory laboratory;
+  Laboratory laboratory;
   SurveyResult result = Surveyed(laboratory).TakeResult();
   laboratory.tree.Write(kSensor, Lines(With(kSensorLines, kDue, "#DUE_DATE : 20280305")));
   laboratory.tree.Write(R"(c:\calfactors\PX12A\SN00001)",
@@ -438,6 +438,7 @@ TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   laboratory.tree.Write(kAtPoint,
                         Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 5 MAR 2028")));
   laboratory.tree.Write(kIndex, Lines({"PX12A"}));
+  laboratory.order.stationDir += '\\';  // as of the root of a drive
   CountingPlatform platform;
   SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result.trees, result.rows);
   EXPECT_EQ(platform.opened, 4) << "the limits, the INDEX and the instruments";
