@@ -153,6 +153,8 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   for (std::size_t thread = 1; thread < threads; ++thread) {
     others.push_back(std::async(std::launch::async, work, [](double) {}));
   }
+  // The other threads may take every folder.
+  report(0);
   work(report);
   for (std::future<void>& other : others) {
     other.get();

@@ -167,8 +167,11 @@ void CurvePane::SayPoint() {
   setAccessibleName(says ? tr("Curve, %1").arg(TextOf(current_)) : tr("Curve"));
   if (says && plot_ != nullptr) {
     const CurvePoint& point = *PointAt(current_);
-    const QPoint place = plot_->PlaceOf({point.x, point.y}).toPoint();
-    QToolTip::showText(plot_->Widget().mapToGlobal(place), TextOf(current_), this);
+    const QPointF place = plot_->PlaceOf({point.x, point.y});
+    // A point that cannot be drawn may be farther away than any pixel.
+    if (QRectF(plot_->Widget().rect()).contains(place)) {
+      QToolTip::showText(plot_->Widget().mapToGlobal(place.toPoint()), TextOf(current_), this);
+    }
   }
 }
 

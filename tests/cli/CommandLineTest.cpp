@@ -219,8 +219,7 @@ TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {
   EXPECT_EQ(console_.err, "");
   console_.isTerminal = true;
   EXPECT_EQ(Run({"check"}), kClean);
-  EXPECT_NE(console_.err.find("\r[====================                    ] 50%"),
-            std::string::npos);
+  EXPECT_TRUE(console_.err.starts_with("\r[" + std::string(40, ' ') + "] 0%")) << console_.err;
   EXPECT_TRUE(console_.err.ends_with(" \r"));
 }
 
