@@ -134,7 +134,7 @@ std::string WriteProfile(const std::string& calibrationDir, const std::string& s
   }
   SaveFile(path, text.Bytes());
   return ownIsFirst ? "You have no permission to write into " + GetWindowsDir() +
-                          ", so the two directories are remembered for you alone, in " + own + "."
+                          ", so the two directories are remembered only for you, in " + own + "."
                     : std::string();
 }
 

@@ -108,7 +108,7 @@ TEST(WriteProfile, KeepsTheRootsForOneUserWhoMayNotWriteIntoTheWindowsDirectory)
   EXPECT_EQ(ReadRoots(), ofAll);
   EXPECT_EQ(WriteProfile("d:\\mine", ofAll.stations),
             "You have no permission to write into c:\\windows, so the two directories are "
-            R"(remembered for you alone, in c:\users\anna\tarvell\tarvell.ini.)");
+            R"(remembered only for you, in c:\users\anna\tarvell\tarvell.ini.)");
   EXPECT_EQ(ReadRoots(), (Roots{"d:\\mine", ofAll.stations}));
   // It is said once, and the user's own file stays in use.
   user.mayWrite = true;
