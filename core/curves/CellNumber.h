@@ -31,7 +31,7 @@ struct CaptionParts {
 };
 [[nodiscard]] CaptionParts PartsOfCaption(std::string_view caption);
 
-/// "12.4 GHz"; the number alone where it has no unit.
+/// "12.4 GHz"; only the number where it has no unit.
 [[nodiscard]] std::string WithUnit(const std::string& number, const std::string& unit);
 
 /// How many Hz, or ohm, one of a unit is: 1E9 for "GHz", 1E3 for "kohm", 1 for any other.

@@ -20,8 +20,8 @@ inline constexpr std::string_view kTemporarySuffix = ".tmp";
          name.starts_with(kTemporaryPrefix) && name.ends_with(kTemporarySuffix);
 }
 
-/// The byte of a file that its lock 0 holds. It is far behind the content: on some systems nobody
-/// else may read a locked byte.
+/// The byte of a file that its lock 0 holds, far after the end of the content: on some systems
+/// nobody else may read a locked byte.
 inline constexpr std::uint64_t kFirstLockedByte = std::uint64_t{1} << 40U;
 
 }  // namespace tarvell

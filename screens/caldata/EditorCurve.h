@@ -13,7 +13,6 @@
 #include <string>
 #include <vector>
 
-#include "core/caldata/EditorState.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/caldata/Models.h"
 #include "core/dates/FileDate.h"

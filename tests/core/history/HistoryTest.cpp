@@ -25,6 +25,7 @@
 #include "core/history/KeptVersions.h"
 #include "core/history/Sha256.h"
 #include "core/station/StationFiles.h"
+#include "support/CountingPlatform.h"
 #include "support/ErrorOf.h"
 #include "support/FaultPlatform.h"
 #include "support/OrdinaryUser.h"
@@ -203,36 +204,11 @@ TEST_F(TheHistory, ListsTheVersionReplacedLastFirst) {
   EXPECT_EQ(history.versions.at(0).path, std::string(kVersions) + R"(\20260305T140307Z.2-anna)");
 }
 
-/// Counts the files that are opened.
-class CountingPlatform : public ForwardingPlatform {
- public:
-  CountingPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
-  CountingPlatform(const CountingPlatform&) = delete;
-  CountingPlatform& operator=(const CountingPlatform&) = delete;
-  ~CountingPlatform() override { SetCurrentPlatform(before_); }
-
-  [[nodiscard]] std::error_code OpenForReading(const fs::path& path,
-                                               std::unique_ptr<InputFile>& file) override {
-    ++opened;
-    return ForwardingPlatform::OpenForReading(path, file);
-  }
-  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
-                                          std::unique_ptr<InputFile>& file) override {
-    ++opened;
-    return ForwardingPlatform::OpenFound(entry, file);
-  }
-
-  int opened = 0;
-
- private:
-  Platform* before_;
-};
-
 TEST_F(TheHistory, IsListedWithoutReadingItsVersions) {
   for (const char* bytes : {"first", "second", "third", "fourth"}) {
     SaveWithHistory(kFile, bytes);
   }
-  CountingPlatform platform;
+  test::CountingPlatform platform;
   EXPECT_EQ(HistoryOf(kFile).versions.size(), 3U);
   EXPECT_EQ(platform.opened, 2) << "the journal and the file itself";
 }

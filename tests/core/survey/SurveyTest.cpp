@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "core/platform/ForwardingPlatform.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/Survey.h"
 #include "core/survey/SurveyTable.h"
+#include "support/CountingPlatform.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -358,34 +358,9 @@ TEST(Survey, LooksAtOneTreeWhereTheOtherIsGone) {
   EXPECT_TRUE(survey.Rows()[1].findings.empty()) << "no data set is known to be missing";
 }
 
-/// Counts the files that are opened.
-class CountingPlatform : public ForwardingPlatform {
- public:
-  CountingPlatform() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
-  CountingPlatform(const CountingPlatform&) = delete;
-  CountingPlatform& operator=(const CountingPlatform&) = delete;
-  ~CountingPlatform() override { SetCurrentPlatform(before_); }
-
-  [[nodiscard]] std::error_code OpenForReading(const std::filesystem::path& path,
-                                               std::unique_ptr<InputFile>& file) override {
-    ++opened;
-    return ForwardingPlatform::OpenForReading(path, file);
-  }
-  [[nodiscard]] std::error_code OpenFound(const FoundEntry& entry,
-                                          std::unique_ptr<InputFile>& file) override {
-    ++opened;
-    return ForwardingPlatform::OpenFound(entry, file);
-  }
-
-  int opened = 0;
-
- private:
-  Platform* before_;
-};
-
 TEST(Survey, ReadsEachFileOnceAndShowsItsRowAtOnce) {
   const Laboratory laboratory;
-  CountingPlatform platform;
+  test::CountingPlatform platform;
   Survey survey(laboratory.order);
   double progress = survey.Progress();
   EXPECT_EQ(progress, 0);
@@ -439,7 +414,7 @@ TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
                         Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 5 MAR 2028")));
   laboratory.tree.Write(kIndex, Lines({"PX12A"}));
   laboratory.order.stationDir += '\\';  // as of the root of a drive
-  CountingPlatform platform;
+  test::CountingPlatform platform;
   SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result.trees, result.rows);
   EXPECT_EQ(platform.opened, 4) << "the limits, the INDEX and the instruments";
   EXPECT_EQ(FindingsIn(result.rows),
