@@ -91,6 +91,11 @@ QString FollowMonth(const QString& year, const QString& month, const QLineEdit* 
 
 }  // namespace
 
+FileDate CalDateOf(const DraftHeader& boxes) {
+  return {ToQt(boxes.calYear).toShort(), MonthToNumber(boxes.calMonth),
+          ToQt(boxes.calDay).toShort()};
+}
+
 CalHeaderBlock::CalHeaderBlock(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::CalHeaderBlock>()) {
   ui_->setupUi(this);
@@ -237,9 +242,7 @@ void CalHeaderBlock::Store(cifCaldata& calData) const {
 }
 
 std::optional<FileDate> CalHeaderBlock::CalDate() const {
-  const FileDate date = {ui_->txtCalYear->text().toShort(),
-                         MonthToNumber(FromQt(ui_->cmbCalMonth->currentText())),
-                         ui_->txtCalDay->text().toShort()};
+  const FileDate date = CalDateOf(Boxes());
   return DueStateOf(date, date) == DueState::NoDate ? std::nullopt : std::optional(date);
 }
 

@@ -21,6 +21,9 @@ namespace Ui {
 class CalHeaderBlock;
 }
 
+/// The calibration date in the boxes of a header; a box without a number counts as 0.
+[[nodiscard]] FileDate CalDateOf(const DraftHeader& boxes);
+
 /// The header of a data set, in both editors: model, serial and calibration number, calibration and
 /// due date, comment.
 class CalHeaderBlock final : public QWidget {

@@ -12,6 +12,7 @@
 #include "core/caldata/TableRows.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/Months.h"
+#include "screens/caldata/CalHeaderBlock.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenReaders.h"
@@ -23,12 +24,6 @@ namespace {
 QString NameOf(const Calibration& calibration) {
   const QString number = ToQt(calibration.header.CalibrationNumber);
   return ToQt(DateText(calibration.Calibrated())) + (number.isEmpty() ? "" : ", " + number);
-}
-
-/// The calibration date of a header; a box without a number counts as 0.
-FileDate DateOf(const DraftHeader& header) {
-  return {ToQt(header.calYear).toShort(), MonthToNumber(header.calMonth),
-          ToQt(header.calDay).toShort()};
 }
 
 }  // namespace
@@ -103,7 +98,7 @@ int EarlierChoice::RowFor(const FileDate& date) const {
 }
 
 std::unique_ptr<cifCaldata> EarlierChoice::DataFor(const DraftHeader& header) const {
-  const int row = isChosenByUser_ ? cmbEarlier_->currentIndex() : RowFor(DateOf(header));
+  const int row = isChosenByUser_ ? cmbEarlier_->currentIndex() : RowFor(CalDateOf(header));
   return row < 0 ? nullptr
                  : LoadCalibration(*model_, calibrations_.at(static_cast<std::size_t>(row)));
 }
