@@ -21,6 +21,9 @@ struct FileDate {
   [[nodiscard]] static FileDate From(std::string_view text);
 };
 
+/// Whether there is such a day.
+[[nodiscard]] bool Exists(const FileDate& date);
+
 /// "2027-03-05"; "" for a date of zeros. The numbers of a date that does not exist stay.
 [[nodiscard]] std::string IsoDate(const FileDate& date);
 

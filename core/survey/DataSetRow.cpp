@@ -6,9 +6,9 @@
 #include <optional>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/DataFileSummary.h"
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/Models.h"
-#include "core/dates/Calendar.h"
 #include "core/dates/FileDate.h"
 #include "core/files/FileNames.h"
 #include "core/platform/ProgramPath.h"
@@ -19,10 +19,6 @@
 namespace tarvell {
 
 namespace {
-
-bool Exists(const FileDate& date) {
-  return date.year > 0 && IsValidDate(date.year, date.month, date.day);
-}
 
 /// Whether the first item of a file begins with "#", as those in the old style do not.
 bool IsNewStyle(std::string_view bytes) {
@@ -36,6 +32,25 @@ void TakeHeader(const CalFileInfo& header, SurveyRow& row) {
   row.calibrated = {header.CalYear, header.CalMonth, header.CalDay};
   row.due = {header.DueYear, header.DueMonth, header.DueDay};
   row.comment = header.Comment;
+}
+
+/// Takes the serial number and the due date of a header that cannot be read as a whole: what is due
+/// stays due, whatever is wrong with the other lines.
+void TakeRestOfHeader(std::string_view bytes, SurveyRow& row) {
+  static constexpr std::size_t kDateDigits = 8;
+  row.serialNumber = SummaryOfDataFile(bytes, 0).serialNumber;
+  while (!bytes.empty()) {
+    const std::string_view line = TrimLeft(TakeLine(bytes));
+    if (!line.starts_with('#') ||
+        HeaderFieldOf(HeaderValueRead(line.substr(1))) != HeaderField::DueDate) {
+      continue;
+    }
+    const std::string_view date = ListedHeaderValue(line);
+    if (date.size() == kDateDigits && date.find_first_not_of("0123456789") == date.npos) {
+      row.due = FileDate::From(date);
+    }
+    return;
+  }
 }
 
 void CheckName(SurveyRow& row) {
@@ -143,6 +158,9 @@ SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
     CheckDataSet(bytes, limits, row);
   } catch (const Error& error) {
     AddUnreadable(error, row);
+    if (row.serialNumber.empty()) {
+      TakeRestOfHeader(bytes, row);
+    }
   }
   return row;
 }

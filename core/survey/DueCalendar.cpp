@@ -94,7 +94,7 @@ std::string StampOf(std::time_t now) {
 bool HasEntry(const SurveyRow& row) {
   const bool isOwnDate = row.kind == SurveyRow::Kind::DataSet ||
                          (row.kind == SurveyRow::Kind::Instrument && row.dataSet.empty());
-  return isOwnDate && row.daysLeft && !row.Has(FindingKind::NoSuchDate);
+  return isOwnDate && row.daysLeft;
 }
 
 std::string DescriptionOf(const SurveyRow& row) {

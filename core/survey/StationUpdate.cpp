@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
@@ -33,8 +33,7 @@ std::string ReadInstrument(const std::string& path) {
 /// The header of a data set with a due date.
 CalFileInfo ReadDataSet(const std::string& path) {
   const std::optional<CalFileInfo> header = ReadCalFileHeader(path);
-  if (!header || header->DueYear <= 0 ||
-      !IsValidDate(header->DueYear, header->DueMonth, header->DueDay)) {
+  if (!header || !Exists({header->DueYear, header->DueMonth, header->DueDay})) {
     throw Error(ErrorKind::Type,
                 "The data set has no due date that the station could take. Open it and correct "
                 "the date first.",

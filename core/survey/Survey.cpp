@@ -20,12 +20,13 @@ constexpr std::string_view kRemedy = "Open the list of stations and leave it wit
 
 /// Adds what depends on the day, in the place of what was found before.
 void CheckDue(const SurveyOrder& order, SurveyRow& row) {
+  row.daysLeft = DaysLeft(row.due, order.today);
   std::erase_if(row.findings, [](const Finding& it) {
     return it.kind == FindingKind::PastDue || it.kind == FindingKind::DueSoon;
   });
   // The date of an instrument with a data set is a copy.
   const bool isCopy = row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty();
-  if (isCopy || !row.daysLeft || row.Has(FindingKind::NoSuchDate)) {
+  if (isCopy || !row.daysLeft) {
     return;
   }
   const auto due = [&] { return "The calibration is due on " + DateText(row.due) + "."; };

@@ -63,9 +63,14 @@ TEST(DueCalendarFile, LeavesOutCopiesAndDatesThatDoNotExist) {
   copy.dataSet = "c:\\calfactors\\PX12A\\SN12345";
   SurveyRow none = Row("PX12A", "3318A12346", {});
   none.daysLeft.reset();
-  SurveyRow wrong = Row("PX12A", "3318A12347", {2027, 2, 29});
-  wrong.Add(FindingKind::NoSuchDate, "No.");
-  EXPECT_EQ(DueCalendar(std::vector{copy, none, wrong}, kNow), Calendar({}));
+  EXPECT_EQ(DueCalendar(std::vector{copy, none}, kNow), Calendar({}));
+}
+
+TEST(DueCalendarFile, HasTheDueDateOfADataSetWithoutACalibrationDate) {
+  SurveyRow row = Row("PX12A", "3318A12345", {2027, 3, 5});
+  row.Add(FindingKind::NoSuchDate, "The calibration date does not exist.");
+  EXPECT_NE(DueCalendar(std::vector{row}, kNow).find("\r\nDTSTART;VALUE=DATE:20270305\r\n"),
+            std::string::npos);
 }
 
 TEST(DueCalendarFile, NamesEveryEntryDifferently) {

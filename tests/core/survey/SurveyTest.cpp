@@ -203,6 +203,20 @@ std::vector<Fault> Faults() {
                     Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 22 DEC 2026")));
        },
        {R"(PX12A\SN12345 due-soon)"}},
+      {"PastDueWithAnImpossibleCalibrationDate",
+       [](const TestTree& tree) {
+         tree.Write(kSensor, Lines(With(With(Sensor(), kDue, "#DUE_DATE : 20261121"),
+                                        "#CAL_DATE : 20260305", "#CAL_DATE : 20260230")));
+       },
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 no-such-date)",
+        R"(BENCH1\PX12A due-date-differs)"}},
+      {"PastDueWithACalibrationDateThatCannotBeRead",
+       File(kSensor, With(With(Sensor(), kDue, "#DUE_DATE : 20261121"), "#CAL_DATE : 20260305",
+                          "#CAL_DATE : 9E99")),
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 unreadable)"}},
+      {"PastDueSinceTheLastDayOfFebruary",
+       File(kSensor, With(Sensor(), kDue, "#DUE_DATE : 20260229")),
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 no-such-date)"}},
       {"NoSuchDueDate",
        File(kSensor, With(Sensor(), kDue, "#DUE_DATE : 20270229")),
        {R"(PX12A\SN12345 no-such-date)"}},
