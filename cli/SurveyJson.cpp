@@ -48,14 +48,14 @@ std::string TextOf(const Json& json) {
 
 }  // namespace
 
-std::string SurveyJson(const Options& options, const SurveyResult& result) {
+std::string SurveyJson(const Options& options, const SurveyResult& result, bool isWhole) {
   Json head;
   head["format"] = "tarvell-survey";
   head["version"] = 1;
   head["today"] = IsoDate(options.today);
   head["calibrationData"] = ShownPath(options.calibrationDir);
   head["stationData"] = ShownPath(options.stationDir);
-  head["complete"] = result.couldLook;
+  head["complete"] = isWhole;
   head["filesRead"] = result.filesRead;
   std::string text = TextOf(head);
   // A line for each row: the tree of all rows at once would take many times their memory.
