@@ -19,6 +19,8 @@ struct FileDate {
   std::int16_t day = 0;
 
   [[nodiscard]] static FileDate From(std::string_view text);
+
+  bool operator==(const FileDate&) const = default;
 };
 
 /// Whether there is such a day.

@@ -24,10 +24,6 @@ std::string KeyOf(std::string_view model, std::string_view fileName) {
   return ToUpper(model) + "\\" + ToUpper(fileName);
 }
 
-bool SameDate(const FileDate& a, const FileDate& b) {
-  return a.year == b.year && a.month == b.month && a.day == b.day;
-}
-
 /// Whether the due date of a row can be compared. In the old style it may be 29 FEB of a common
 /// year.
 bool HasRightDueDate(const SurveyRow& row) {
@@ -157,7 +153,7 @@ class Comparison {
       return;
     }
     const bool areDates = HasRightDueDate(instrument) && HasRightDueDate(dataSet);
-    if (areDates && DaysLeft(dataSet.due, kAnyDay) && !SameDate(instrument.due, dataSet.due)) {
+    if (areDates && DaysLeft(dataSet.due, kAnyDay) && instrument.due != dataSet.due) {
       instrument.Add(FindingKind::DueDateDiffers, "The station says " + DateText(instrument.due) +
                                                       ", the data set " + DateText(dataSet.due) +
                                                       ". Update the station.");

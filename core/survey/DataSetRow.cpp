@@ -7,6 +7,7 @@
 
 #include "core/caldata/CalFileList.h"
 #include "core/caldata/DataFileSummary.h"
+#include "core/caldata/EarlierCalibration.h"
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/Models.h"
 #include "core/dates/FileDate.h"
@@ -107,7 +108,7 @@ void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow
 
 /// Reads the whole data set as the editors do.
 void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& limits,
-                  SurveyRow& row) {
+                  const std::vector<KeptVersion>& versions, SurveyRow& row) {
   const std::unique_ptr<cifCaldata> data = model.create();
   data->LoadFromBytes(bytes, row.path);
   const LoadedHeader& header = data->HeaderOfLoad();
@@ -116,10 +117,11 @@ void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& 
   }
   CheckRewritten(
       bytes, [&] { return data->BytesToSave(); }, header.isComplete, row);
-  CheckValues(model, *data, limits, row);
+  CheckValues(model, *data, LoadEarlier(model, versions, row.calibrated).get(), limits, row);
 }
 
-void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& row) {
+void CheckDataSet(std::string_view bytes, const SlipLimits& limits,
+                  const std::vector<KeptVersion>& versions, SurveyRow& row) {
   const std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, row.path);
   if (!header) {
     throw Error(ErrorKind::NotAFile,
@@ -140,7 +142,7 @@ void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& r
     CheckDate(row.due, "due", row);
   }
   if (model != nullptr && IsNewStyle(bytes)) {
-    CheckContent(*model, bytes, limits, row);
+    CheckContent(*model, bytes, limits, versions, row);
   } else {
     CheckModelLine(bytes, *header, row);
   }
@@ -149,13 +151,14 @@ void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& r
 }  // namespace
 
 SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
-                     std::string_view bytes, const SlipLimits& limits) {
+                     std::string_view bytes, const SlipLimits& limits,
+                     const std::vector<KeptVersion>& versions) {
   SurveyRow row;
   row.kind = SurveyRow::Kind::DataSet;
   row.model = modelFolder;
   row.path = path;
   try {
-    CheckDataSet(bytes, limits, row);
+    CheckDataSet(bytes, limits, versions, row);
   } catch (const Error& error) {
     AddUnreadable(error, row);
     if (row.serialNumber.empty()) {

@@ -90,9 +90,7 @@ void Survey::ListRoots() {
   };
   ListedFolder dataSets(order_.calibrationDir);
   trees_.hasDataSets = dataSets.List(SearchKind::NamesWithoutDot, rows_);
-  if (trees_.hasDataSets) {
-    limits_ = LoadSlipLimits(order_.calibrationDir);
-  }
+  rules_ = std::make_unique<ValueRules>(order_.calibrationDir);
   add(FolderSurvey::Kind::Model, dataSets);
   for (const FolderSurvey& folder : folders_) {
     trees_.models.insert(ToUpper(folder.Name()));
@@ -111,7 +109,7 @@ void Survey::StepInFolder() {
   }
   FolderSurvey& folder = folders_[folder_];
   const std::size_t first = rows_.size();
-  const bool goesOn = folder.Step(limits_, rows_);
+  const bool goesOn = folder.Step(*rules_, rows_);
   for (SurveyRow& row : std::span(rows_).subspan(first)) {
     JudgeDate(order_, row);
   }
@@ -142,7 +140,7 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   std::atomic<std::size_t> next = 0;
   const auto work = [&](const std::function<void(double done)>& reportHere) {
     for (std::size_t i = next++; i < folders.size(); i = next++) {
-      while (folders[i].Step(survey.limits_, found[i])) {
+      while (folders[i].Step(*survey.rules_, found[i])) {
       }
       for (SurveyRow& row : found[i]) {
         JudgeDate(survey.order_, row);
@@ -174,9 +172,9 @@ void SurveyAgain(const SurveyOrder& order, const std::string& folder, const Surv
   const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
   const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
   FolderSurvey survey(kind, ListedFolder(folder));
-  const SlipLimits limits = LoadSlipLimits(order.calibrationDir);
+  const ValueRules rules(order.calibrationDir);
   std::vector<SurveyRow> again;
-  while (survey.Step(limits, again)) {
+  while (survey.Step(rules, again)) {
   }
   for (SurveyRow& row : again) {
     JudgeDate(order, row);

@@ -6,11 +6,11 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "core/curves/SlipLimits.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
 #include "core/survey/Comparison.h"
@@ -81,7 +81,7 @@ class Survey {
   Stage stage_ = Stage::Roots;
   std::vector<SurveyRow> rows_;
   SurveyedTrees trees_;
-  SlipLimits limits_;
+  std::unique_ptr<ValueRules> rules_;  ///< once the roots are listed
   std::vector<FolderSurvey> folders_;  ///< those of the models, then the stations
   std::size_t folder_ = 0;             ///< the one that is being read
   std::size_t filesRead_ = 0;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/history/History.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/Survey.h"
 #include "core/survey/SurveyTable.h"
@@ -80,6 +81,13 @@ Texts With(Texts lines, const std::string& line, const std::string& other) {
   EXPECT_NE(place, lines.end()) << line;
   *place = other;
   return lines;
+}
+
+/// `text` with another part in the place of one.
+std::string Replaced(std::string text, const std::string& part, const std::string& other) {
+  const std::size_t place = text.find(part);
+  EXPECT_NE(place, std::string::npos) << part;
+  return text.replace(place, part.size(), other);
 }
 
 Texts Without(Texts lines, const std::string& line) {
@@ -178,6 +186,19 @@ const Texts& Sensor() {
 const std::string kDue = "#DUE_DATE : 20270305";
 const std::string kDueAtStation = "CAL DUE DATE 5 MAR 2027";
 const std::string kSerialAtStation = "SERIAL NUMBER 3318A12345";
+
+/// A sensor with 89.7 for 97.9.
+Texts OddSensor() {
+  Texts lines = Sensor();
+  lines.erase(lines.begin() + 10, lines.end() - 1);
+  for (const char* row :
+       {"*    2000:     99.6", "*    4000:     99.1", "*    6000:     98.5", "*    8000:     89.7",
+        "*   10000:     97.1", "*   12000:     96.4", "*   14000:     95.6"}) {
+    lines.insert(lines.end() - 1,
+                 std::string(row) + "     :    0.0    :     0.0    :    0.0    :     0.0  ");
+  }
+  return lines;
+}
 
 class OneFault : public testing::TestWithParam<Fault> {};
 
@@ -300,22 +321,7 @@ std::vector<Fault> Faults() {
       {"OtherSerial",
        File(kSensor, With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 3318A12346")),
        {R"(PX12A\SN12345 other-serial)"}},
-      {"ValueThatStandsOut",
-       [](const TestTree& tree) {
-         Texts lines = Sensor();
-         lines.erase(lines.begin() + 10, lines.end() - 1);
-         // 89.7 for 97.9.
-         for (const char* row :
-              {"*    2000:     99.6", "*    4000:     99.1", "*    6000:     98.5",
-               "*    8000:     89.7", "*   10000:     97.1", "*   12000:     96.4",
-               "*   14000:     95.6"}) {
-           lines.insert(lines.end() - 1, std::string(row) +
-                                             "     :    0.0    :     0.0    :    0.0    :     "
-                                             "0.0  ");
-         }
-         tree.Write(kSensor, Lines(lines));
-       },
-       {R"(PX12A\SN12345 doubtful-value)"}},
+      {"ValueThatStandsOut", File(kSensor, OddSensor()), {R"(PX12A\SN12345 doubtful-value)"}},
       {"CommentOfTwoWords",
        File(kSensor, With(Sensor(), "#COMMENT  : certificate", "#COMMENT  : two words")),
        {R"(PX12A\SN12345 not-rewritten)"}},
@@ -339,6 +345,42 @@ std::vector<Fault> Faults() {
 
 INSTANTIATE_TEST_SUITE_P(Survey, OneFault, testing::ValuesIn(Faults()),
                          [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Survey, JudgesValuesByTheEarlierCalibrationAsTheEditorsDo) {
+  const Laboratory laboratory;
+  const std::string now = Lines(Sensor());
+  const std::string earlier = Replaced(Replaced(now, "20260305", "20250305"), "99.8", "97.8");
+  laboratory.tree.Write(kSensor, earlier);
+  SaveWithHistory(kSensor, Replaced(now, "certificate", "provisional"));
+  SaveWithHistory(kSensor, now);
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_EQ(FindingsIn(survey.Rows()), Texts{R"(PX12A\SN12345 doubtful-value)"});
+  EXPECT_NE(survey.Rows()[0].findings.front().text.find("The earlier calibration has 97.8"),
+            std::string::npos)
+      << survey.Rows()[0].findings.front().text;
+}
+
+TEST(Survey, AcceptsAValueThatStandsOutIfTheEarlierCalibrationHasIt) {
+  const Laboratory laboratory;
+  const std::string now = Lines(OddSensor());
+  laboratory.tree.Write(kSensor, Replaced(now, "20260305", "20250305"));
+  SaveWithHistory(kSensor, now);
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts());
+}
+
+TEST(Survey, ReadsTheJournalOnceAndOnlyTheVersionsThatItNeeds) {
+  const Laboratory laboratory;
+  const std::string other = R"(c:\calfactors\PX12A\SN00001)";
+  const std::string now = Lines(Sensor());
+  for (const char* day : {"20230305", "20240305", "20250305", "20260305"}) {
+    SaveWithHistory(kSensor, Replaced(now, "20260305", day));
+    SaveWithHistory(other, Replaced(Replaced(now, "20260305", day), "3318A12345", "00001"));
+  }
+  test::CountingPlatform platform;
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts{R"(PX12A\SN00001 not-used)"});
+  EXPECT_EQ(platform.opened, 8 + 1 + 2 * 2)
+      << "limits, two lists and five files; the journal; twice the latest version of each sensor";
+}
 
 TEST(Survey, LooksAtModelsThatTheProgramDoesNotKnow) {
   const Laboratory laboratory;
