@@ -10,6 +10,7 @@
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "core/caldata/Models.h"
+#include "core/text/FileCharacters.h"
 #include "support/TestTree.h"
 
 namespace tarvell::cli {
@@ -190,6 +191,23 @@ TEST_F(CommandLine, ExportWritesEveryRowAsJson) {
             R"("stations":["BENCH1"],"dataSet":"c:\\calfactors\\PX12A\\SN12345",)"
             R"("findings":[]})"
             "\n]}\n");
+}
+
+TEST_F(CommandLine, WritesUtf8AlsoOfNamesThatAreNot) {
+  tree_.Write("c:\\stations\\B\xC4NK\\PX12A", tree_.Read(kInstrument));
+  tree_.Write("c:\\stations\\B\xC4NK\\INDEX", Lines({"PX12A", "INDEX"}));
+  EXPECT_EQ(Run({"check"}), kFindings);
+  EXPECT_EQ(
+      console_.out,
+      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks BÄNK. Open the list of stations and "
+      "leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
+  tree_.Write("c:\\stations\\INDEX", Lines({"BENCH1", "B\xC4NK"}));
+  EXPECT_EQ(Run({"check"}), kClean);
+  for (const char* format : {"--csv", "--json", "--ics"}) {
+    EXPECT_EQ(Run({"export", format}), kClean);
+    EXPECT_TRUE(IsUtf8(console_.out)) << format;
+    EXPECT_NE(console_.out.find("BÄNK"), std::string::npos) << format;
+  }
 }
 
 TEST_F(CommandLine, ShowWritesHeaderAndTable) {
