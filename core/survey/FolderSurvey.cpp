@@ -4,12 +4,14 @@
 #include "core/survey/FolderSurvey.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 
 #include "core/caldata/Models.h"
 #include "core/files/FileNames.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/ProgramPath.h"
+#include "core/platform/SystemName.h"
 #include "core/survey/FileCheck.h"
 #include "core/text/Text.h"
 
@@ -23,6 +25,14 @@ constexpr std::string_view kRemedy =
 bool IsTestKit(std::string_view modelFolder) {
   const Model* model = FindModel(ToUpper(modelFolder));
   return model != nullptr && model->family == ModelFamily::TestKit;
+}
+
+/// Whether an entry could not be used because somebody has deleted it since it was found. What a
+/// link leads to may have been missing all the time.
+bool IsGone(std::error_code code, const std::filesystem::path& native) {
+  EntryFacts facts;
+  return code == std::errc::no_such_file_or_directory && !CurrentPlatform().Facts(native, facts) &&
+         facts.kind == EntryKind::None && !facts.isLink;
 }
 
 }  // namespace
@@ -50,14 +60,20 @@ double FolderSurvey::Progress() const {
 }
 
 void FolderSurvey::List(const ValueRules& rules, std::vector<SurveyRow>& rows) {
-  if (kind_ == Kind::Station) {
-    isListed_ = folder_.List(SearchKind::OrdinaryFiles, rows);
-    if (isListed_) {
-      folder_.CheckIndex(kRemedy, {Name()}, rows);
-    }
+  const bool isStation = kind_ == Kind::Station;
+  const std::error_code code =
+      folder_.List(isStation ? SearchKind::OrdinaryFiles : SearchKind::NamesWithoutDot);
+  isListed_ = !code || IsGone(code, folder_.Native());
+  if (!isListed_) {
+    rows.push_back(folder_.UnlistedRow(code));
+  }
+  if (code) {
+    return;
+  }
+  if (isStation) {
+    folder_.CheckIndex(kRemedy, {Name()}, rows);
     files_ = folder_.Names();
   } else {
-    isListed_ = folder_.List(SearchKind::NamesWithoutDot, rows);
     std::ranges::copy_if(folder_.Names(), std::back_inserter(files_),
                          [](const ListedFolder::Name& file) { return IsDataFileName(file.name); });
     if (const Model* model = FindModel(ToUpper(Name())); model != nullptr && model->create) {
@@ -73,6 +89,10 @@ void FolderSurvey::ReadNextFile(const ValueRules& rules, std::vector<SurveyRow>&
   const int open = open_ ? open_->Number() : -1;
   const std::error_code code =
       ReadFoundFile({folder_.Native(), file.name, file.kind, open}, bytes_, kDataFileLimit);
+  if (IsGone(code, folder_.Native() / SystemName(file.name))) {
+    return;
+  }
+  ++filesRead_;
   // The file of a test kit may have any size.
   const bool isRead =
       !code || (code == kTooLargeForData && kind_ == Kind::Model && IsTestKit(Name()));

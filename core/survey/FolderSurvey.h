@@ -35,16 +35,16 @@ class FolderSurvey {
   enum class Kind { Model, Station };
   FolderSurvey(Kind kind, ListedFolder folder) : kind_(kind), folder_(std::move(folder)) {}
 
-  /// Lists the folder or reads a file, and adds what it finds to `rows`. Returns whether something
-  /// is left to do.
+  /// Lists the folder or reads a file, and adds what it finds to `rows`. What somebody has deleted
+  /// meanwhile has no row. Returns whether something is left to do.
   bool Step(const ValueRules& rules, std::vector<SurveyRow>& rows);
 
   [[nodiscard]] Kind KindOfFolder() const { return kind_; }
   /// The name of the folder.
   [[nodiscard]] std::string Name() const;
-  /// Whether the folder could be listed.
+  /// Whether the folder could be listed, or was deleted meanwhile.
   [[nodiscard]] bool IsListed() const { return isListed_; }
-  [[nodiscard]] std::size_t FilesRead() const { return file_; }
+  [[nodiscard]] std::size_t FilesRead() const { return filesRead_; }
   /// How much of the work is done, from 0 to 1.
   [[nodiscard]] double Progress() const;
 
@@ -62,6 +62,7 @@ class FolderSurvey {
   std::vector<ListedFolder::Name> files_;
   std::set<std::string> withVersions_;  ///< names in capital letters of those with kept versions
   std::size_t file_ = 0;                ///< the next one
+  std::size_t filesRead_ = 0;
   std::string bytes_;
 };
 

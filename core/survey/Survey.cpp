@@ -80,6 +80,14 @@ double Survey::Progress() const {
          static_cast<double>(folders_.size());
 }
 
+bool Survey::ListRoot(ListedFolder& root) {
+  const std::error_code code = root.List(SearchKind::NamesWithoutDot);
+  if (code) {
+    rows_.push_back(root.UnlistedRow(code));
+  }
+  return !code;
+}
+
 void Survey::ListRoots() {
   const auto add = [this](FolderSurvey::Kind kind, const ListedFolder& root) {
     for (const ListedFolder::Name& name : root.Names()) {
@@ -89,14 +97,14 @@ void Survey::ListRoots() {
     }
   };
   ListedFolder dataSets(order_.calibrationDir);
-  trees_.hasDataSets = dataSets.List(SearchKind::NamesWithoutDot, rows_);
+  trees_.hasDataSets = ListRoot(dataSets);
   rules_ = std::make_unique<ValueRules>(order_.calibrationDir);
   add(FolderSurvey::Kind::Model, dataSets);
   for (const FolderSurvey& folder : folders_) {
     trees_.models.insert(ToUpper(folder.Name()));
   }
   ListedFolder stations(order_.stationDir);
-  trees_.hasStations = stations.List(SearchKind::NamesWithoutDot, rows_);
+  trees_.hasStations = ListRoot(stations);
   if (trees_.hasStations) {
     stations.CheckIndex(kRemedy, {}, rows_);
   }

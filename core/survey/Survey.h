@@ -70,6 +70,8 @@ class Survey {
                                       const std::function<void(double done)>& report);
 
   void ListRoots();
+  /// Returns whether the folder could be listed.
+  bool ListRoot(ListedFolder& root);
   void StepInFolder();
   /// Takes over what the survey of a folder has found, besides its rows.
   void EndFolder(const FolderSurvey& folder);

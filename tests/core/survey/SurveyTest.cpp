@@ -4,12 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "core/history/History.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/Survey.h"
 #include "core/survey/SurveyTable.h"
@@ -401,6 +404,47 @@ TEST(Survey, FindsNoFaultInTheFileOfATestKit) {
                         Lines({"RT410A PERFORMANCE TEST KIT", "2705J00031", "CAL DATE 20251215"}) +
                             std::string(5U << 20U, ' '));
   EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts{R"(RT410A\SN00031 not-used)"});
+}
+
+/// Deletes something when a folder has just been listed.
+class Vanishing final : public ForwardingPlatform {
+ public:
+  Vanishing() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
+  Vanishing(const Vanishing&) = delete;
+  Vanishing& operator=(const Vanishing&) = delete;
+  ~Vanishing() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override {
+    const std::error_code code = ForwardingPlatform::Search(folder, kind, visit);
+    if (const auto found = deleted.find(folder); found != deleted.end()) {
+      std::filesystem::remove_all(found->second);
+    }
+    return code;
+  }
+
+  std::map<std::filesystem::path, std::filesystem::path> deleted;  ///< by folder
+
+ private:
+  Platform* before_;
+};
+
+TEST(Survey, FindsNothingAboutWhatIsDeletedWhileItLooks) {
+  const Laboratory laboratory;
+  const std::string other = R"(c:\calfactors\PX12A\SN00001)";
+  laboratory.tree.Write(other, Lines(Sensor()));
+  laboratory.tree.Write(R"(c:\calfactors\PX13A\SN00001)", Lines(Sensor()));
+  laboratory.tree.Write(R"(c:\stations\INDEX)", Lines({"BENCH1", "BENCH2"}));
+  laboratory.tree.MakeFolders(R"(c:\stations\BENCH2)");
+  Vanishing platform;
+  const auto native = [&](const std::string& path) { return laboratory.tree.Native(path); };
+  platform.deleted = {{native(R"(c:\calfactors\PX12A)"), native(other)},
+                      {native(R"(c:\calfactors)"), native(R"(c:\calfactors\PX13A)")},
+                      {native(R"(c:\stations)"), native(R"(c:\stations\BENCH2)")}};
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_FALSE(laboratory.tree.Exists(other));
+  EXPECT_EQ(FindingsIn(survey.Rows()), Texts());
+  EXPECT_EQ(survey.FilesRead(), 4U);
 }
 
 TEST(Survey, LooksAtOneTreeWhereTheOtherIsGone) {
