@@ -144,7 +144,9 @@ void CheckDataSet(std::string_view bytes, const SlipLimits& limits,
   if (model != nullptr && IsNewStyle(bytes)) {
     CheckContent(*model, bytes, limits, versions, row);
   } else {
+    // No save could change it: only what every format has in common can be checked.
     CheckModelLine(bytes, *header, row);
+    CheckLastLine(bytes, "put a whole copy in its place", row);
   }
 }
 

@@ -31,6 +31,10 @@ namespace tarvell {
 /// Adds the finding for a file or folder that cannot be read.
 void AddUnreadable(const Error& error, SurveyRow& row);
 
+/// Adds a finding unless the last line of a file has an end; `remedy` completes the sentence
+/// "Compare it with its source, then ...". Returns whether it has.
+bool CheckLastLine(std::string_view bytes, std::string_view remedy, SurveyRow& row);
+
 /// Adds a finding unless a save without changes would write the file as it is. `save` returns what
 /// it would write, `hasEnd` says whether the file has the line that ends it. A row that has a
 /// finding which explains the difference gets no other.

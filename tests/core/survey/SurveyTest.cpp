@@ -317,6 +317,19 @@ std::vector<Fault> Faults() {
       {"CutOffInALine",
        [](const TestTree& tree) { tree.Write(kSensor, WithoutLastEnd(Without(Sensor(), "!End"))); },
        {R"(PX12A\SN12345 cut-off)"}},
+      {"OldStyleCutOffInALine",
+       [](const TestTree& tree) {
+         tree.Write(kSensor,
+                    Lines({"QZ PX12A", "3318A12345", "05MAR2026"}) + "  50.0  100.0\r\n 10");
+         tree.Write(kAtPoint, Lines(kSensorAtStation));
+       },
+       {R"(PX12A\SN12345 cut-off)"}},
+      {"UnknownModelCutOffInALine",
+       [](const TestTree& tree) {
+         tree.Write(R"(c:\calfactors\ZZ1\SN12345)",
+                    WithoutLastEnd(With(Sensor(), "#MODEL_NO : PX12A", "#MODEL_NO : ZZ1")));
+       },
+       {R"(ZZ1\SN12345 cut-off)"}},
       {"NoEnd", File(kSensor, Without(Sensor(), "!End")), {R"(PX12A\SN12345 no-end)"}},
       {"OtherModel",
        File(kSensor, With(Sensor(), "#MODEL_NO : PX12A", "#MODEL_NO : PX11A")),
@@ -393,9 +406,11 @@ TEST(Survey, LooksAtModelsThatTheProgramDoesNotKnow) {
              "#DUE_DATE : 20270305", "#COMMENT  : any words", "*something else"}));
   laboratory.tree.Write(std::string(kData) + "ZZ1\\SN00002",
                         Lines({"QZ ZZ2 Opt001", "00002", "05MAR2026"}));
-  EXPECT_EQ(
-      FindingsIn(Surveyed(laboratory).Rows()),
-      (Texts{R"(ZZ1\SN00001 not-used)", R"(ZZ1\SN00002 not-used)", R"(ZZ1\SN00002 other-model)"}));
+  laboratory.tree.Write(std::string(kData) + "PX12A\\SN00003",
+                        Lines({"QZ PX12A Opt001", "00003", "29FEB2028", " 50.0  100.0", "END"}));
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()),
+            (Texts{R"(PX12A\SN00003 not-used)", R"(ZZ1\SN00001 not-used)",
+                   R"(ZZ1\SN00002 not-used)", R"(ZZ1\SN00002 other-model)"}));
 }
 
 TEST(Survey, FindsNoFaultInTheFileOfATestKit) {
