@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <future>
 #include <iterator>
 #include <span>
+#include <system_error>
 
 #include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
@@ -139,8 +139,13 @@ void Survey::Compare() {
   CheckDueDates(order_, rows_);
 }
 
+std::future<void> StartThread(const std::function<void()>& work) {
+  return std::async(std::launch::async, work);
+}
+
 SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
-                             const std::function<void(double done)>& report) {
+                             const std::function<void(double done)>& report,
+                             const ThreadStarter& start) {
   Survey survey(std::move(order));
   survey.ListRoots();
   std::vector<FolderSurvey>& folders = survey.folders_;
@@ -157,8 +162,12 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
     }
   };
   std::vector<std::future<void>> others;
-  for (std::size_t thread = 1; thread < threads; ++thread) {
-    others.push_back(std::async(std::launch::async, work, [](double) {}));
+  try {
+    for (std::size_t thread = 1; thread < threads; ++thread) {
+      others.push_back(start([&work] { work([](double) {}); }));
+    }
+  } catch (const std::system_error&) {
+    // The threads that run do all the work.
   }
   // The other threads may take every folder.
   report(0);
@@ -174,8 +183,7 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   return survey.TakeResult();
 }
 
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
-                 std::vector<SurveyRow>& rows) {
+void ReadAgain(const SurveyOrder& order, const std::string& folder, std::vector<SurveyRow>& rows) {
   // The root of a drive ends in a separator.
   const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
   const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
@@ -194,13 +202,18 @@ void SurveyAgain(const SurveyOrder& order, const std::string& folder, const Surv
   std::erase_if(rows, isIn);
   rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
               std::make_move_iterator(again.end()));
+}
+
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
+                 std::vector<SurveyRow>& rows) {
+  ReadAgain(order, folder, rows);
   CompareRows(trees, rows);
   CheckDueDates(order, rows);
 }
 
-void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows) {
+void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows, Compared compared) {
   for (SurveyRow& row : rows) {
-    CheckDue(order, row);
+    compared == Compared::Yes ? CheckDue(order, row) : JudgeDate(order, row);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <map>
 #include <ostream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "core/history/History.h"
@@ -321,7 +322,6 @@ std::vector<Fault> Faults() {
        [](const TestTree& tree) {
          tree.Write(kSensor,
                     Lines({"QZ PX12A", "3318A12345", "05MAR2026"}) + "  50.0  100.0\r\n 10");
-         tree.Write(kAtPoint, Lines(kSensorAtStation));
        },
        {R"(PX12A\SN12345 cut-off)"}},
       {"UnknownModelCutOffInALine",
@@ -513,6 +513,21 @@ TEST(Survey, FindsTheSameInSeveralThreads) {
   EXPECT_TRUE(inThreads.couldLook);
 }
 
+TEST(Survey, DoesWithoutThreadsThatTheSystemDoesNotStart) {
+  const Laboratory laboratory;
+  int started = 0;
+  const SurveyResult result = SurveyInThreads(
+      laboratory.order, 4, [](double) {},
+      [&](const std::function<void()>& work) {
+        if (++started > 1) {
+          throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+        }
+        return StartThread(work);
+      });
+  EXPECT_EQ(started, 2);
+  EXPECT_EQ(SurveyCsv(result.rows), SurveyCsv(Surveyed(laboratory).Rows()));
+}
+
 TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   Laboratory laboratory;
   SurveyResult result = Surveyed(laboratory).TakeResult();
@@ -545,6 +560,25 @@ TEST(Survey, JudgesDueDatesAgainByAnotherNumberOfDays) {
   laboratory.order.dueSoonDays = 102;
   CheckDueDates(laboratory.order, result.rows);
   EXPECT_EQ(FindingsIn(result.rows), Texts());
+  laboratory.order.today = {2026, 11, 23};
+  CheckDueDates(laboratory.order, result.rows);
+  EXPECT_EQ(FindingsIn(result.rows), Texts{R"(PX12A\SN12345 due-soon)"});
+  EXPECT_EQ(result.rows[0].daysLeft, 102);
+}
+
+TEST(Survey, JudgesOnlyDataSetsBeforeTheRowsAreCompared) {
+  Laboratory laboratory;
+  Survey survey(laboratory.order);
+  while (survey.Rows().size() < 4 && survey.Step()) {
+  }
+  std::vector<SurveyRow> rows = survey.Rows();
+  laboratory.tree.Write(R"(c:\calfactors\PX60G\SN01106)",
+                        Replaced(Lines(kAttenuatorLines), "C-0043", "C-0044"));
+  ReadAgain(laboratory.order, R"(c:\calfactors\PX60G)", rows);
+  EXPECT_EQ(rows[1].calibrationNumber, "C-0044");
+  laboratory.order.today = {2029, 1, 1};
+  CheckDueDates(laboratory.order, rows, Compared::No);
+  EXPECT_EQ(FindingsIn(rows), (Texts{R"(PX12A\SN12345 past-due)", R"(PX60G\SN01106 past-due)"}));
 }
 
 }  // namespace
