@@ -64,11 +64,12 @@ std::string DueLines(const SurveyResult& result) {
 
 int Check(const Options& options, bool showUnused, Console& console) {
   SurveyResult result = RunSurvey(options, console);
+  const bool isWhole = ReportUnread(result, Unread::Folders, console);
   const std::size_t unused = showUnused ? 0 : KeepFaults(result);
   std::erase_if(result.rows, [](const SurveyRow& row) { return row.findings.empty(); });
   const std::size_t findings = CountFindings(result);
   if (options.isJson) {
-    console.Out(SurveyJson(options, result));
+    console.Out(SurveyJson(options, result, isWhole));
   } else if (!options.isQuiet) {
     console.Out(FindingLines(result));
     console.Out(Counted(findings, "finding", "findings") + " in " +
@@ -78,8 +79,7 @@ int Check(const Options& options, bool showUnused, Console& console) {
                   " used by no station; --unused lists them.\n");
     }
   }
-  ReportPlaces(result, console);
-  if (!result.couldLook) {
+  if (!isWhole) {
     return kCouldNotLook;
   }
   return findings > 0 ? kFindings : kClean;
@@ -87,15 +87,15 @@ int Check(const Options& options, bool showUnused, Console& console) {
 
 int Due(const Options& options, Console& console) {
   SurveyResult result = RunSurvey(options, console);
-  ReportPlaces(result, console);
+  const bool isWhole = ReportUnread(result, Unread::DueDates, console);
   std::erase_if(result.rows, [](const SurveyRow& row) { return !IsDue(row); });
   std::ranges::stable_sort(result.rows, {}, &SurveyRow::daysLeft);
   if (options.isJson) {
-    console.Out(SurveyJson(options, result));
+    console.Out(SurveyJson(options, result, isWhole));
   } else if (!options.isQuiet) {
     console.Out(DueLines(result));
   }
-  if (!result.couldLook) {
+  if (!isWhole) {
     return kCouldNotLook;
   }
   return result.rows.empty() ? kClean : kFindings;

@@ -118,8 +118,11 @@ class Arguments {
   }
 
   void AddOutput(CLI::App* command) {
-    command->add_flag("--json", options_.isJson, "Write JSON, for programs");
-    command->add_flag("-q,--quiet", options_.isQuiet, "Write nothing: only the exit status counts");
+    CLI::Option* json = command->add_flag("--json", options_.isJson, "Write JSON, for programs");
+    command
+        ->add_flag("-q,--quiet", options_.isQuiet,
+                   "Write nothing but errors: the exit status counts")
+        ->excludes(json);
   }
 
   void AddCheck() {
@@ -173,7 +176,7 @@ class Arguments {
   void AddHistory() {
     CLI::App* command = Command("history", "List the earlier contents of a data file",
                                 [this] { return History(options_, first_, console_); });
-    command->add_flag("--json", options_.isJson, "Write JSON, for programs");
+    AddOutput(command);
     command->add_option("FILE", first_, "The file")->required();
   }
 

@@ -39,8 +39,9 @@ class SystemConsole final : public Console {
 /// A bar on standard error while a command works, only where somebody watches it.
 class ProgressBar {
  public:
-  /// `console` must outlive the object.
-  explicit ProgressBar(Console& console) : console_(console), isWatched_(console.ErrIsTerminal()) {}
+  /// `console` must outlive the object. No bar is shown unless `isWanted`.
+  ProgressBar(Console& console, bool isWanted)
+      : console_(console), isWatched_(isWanted && console.ErrIsTerminal()) {}
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
   /// Removes the bar.

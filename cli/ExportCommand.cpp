@@ -10,12 +10,13 @@ namespace tarvell::cli {
 
 namespace {
 
-std::string TextOf(const Options& options, ExportFormat format, const SurveyResult& result) {
+std::string TextOf(const Options& options, ExportFormat format, const SurveyResult& result,
+                   bool isWhole) {
   switch (format) {
     case ExportFormat::Csv:
       return SurveyCsv(result.rows);
     case ExportFormat::Json:
-      return SurveyJson(options, result);
+      return SurveyJson(options, result, isWhole);
     case ExportFormat::Calendar:
       return DueCalendar(result.rows, options.now);
   }
@@ -27,18 +28,19 @@ std::string TextOf(const Options& options, ExportFormat format, const SurveyResu
 int Export(const Options& options, ExportFormat format, const std::string& target,
            Console& console) {
   const SurveyResult result = RunSurvey(options, console);
-  ReportPlaces(result, console);
+  const Unread missing = format == ExportFormat::Calendar ? Unread::DueDates : Unread::Folders;
+  const bool isWhole = ReportUnread(result, missing, console);
   if (!result.couldLook) {
     // A calendar without half of its dates must not replace a whole one.
     return kCouldNotLook;
   }
-  const std::string text = TextOf(options, format, result);
+  const std::string text = TextOf(options, format, result, isWhole);
   if (target.empty()) {
     console.Out(text);
   } else {
     SaveFile(target, text);
   }
-  return kClean;
+  return isWhole ? kClean : kCouldNotLook;
 }
 
 }  // namespace tarvell::cli

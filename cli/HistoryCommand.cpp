@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Commands.h"
+#include "cli/DataFile.h"
 #include "cli/TextTable.h"
 #include "core/caldata/EarlierCalibration.h"
 #include "core/dates/FileDate.h"
@@ -51,6 +52,13 @@ std::string JsonOf(const std::vector<Calibration>& calibrations) {
 
 int History(const Options& options, const std::string& path, Console& console) {
   const std::vector<Calibration> calibrations = EveryCalibrationOf(path);
+  if (calibrations.empty()) {
+    // The file has neither a content nor a history: the error says why.
+    static_cast<void>(ReadBytes(path));
+  }
+  if (options.isQuiet) {
+    return kClean;
+  }
   console.Out(options.isJson ? JsonOf(calibrations) : TableOf(calibrations));
   for (const Calibration& it : calibrations) {
     if (const std::string_view doubt = TextOf(it.State()); !doubt.empty() && !options.isJson) {

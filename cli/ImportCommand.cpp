@@ -11,6 +11,7 @@
 
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
+#include "core/caldata/EarlierCalibration.h"
 #include "core/caldata/EditorState.h"
 #include "core/caldata/Models.h"
 #include "core/caldata/OpenedDataSet.h"
@@ -121,12 +122,15 @@ std::vector<std::string> PagesWithDefaults(const Model& model, const cifCaldata&
 /// The values that the editor would mark.
 std::vector<std::string> Marks(const Options& options, const Model& model, const cifCaldata& data,
                                const std::string& path) {
-  SurveyRow row;
-  row.path = path;
+  FileDate date;
   std::string month;
-  data.GetCalDate(row.calibrated.year, month, row.calibrated.day);
-  row.calibrated.month = MonthToNumber(month);
-  CheckValues(model, data, LoadSlipLimits(options.calibrationDir), row);
+  data.GetCalDate(date.year, month, date.day);
+  date.month = MonthToNumber(month);
+  const std::vector<Calibration> calibrations = CalibrationsOf(path);
+  const Calibration* calibration = EarlierCalibration(calibrations, date);
+  const auto earlier = calibration == nullptr ? nullptr : LoadCalibration(model, *calibration);
+  SurveyRow row;
+  CheckValues(model, data, earlier.get(), LoadSlipLimits(options.calibrationDir), row);
   std::vector<std::string> marks;
   for (const Finding& finding : row.findings) {
     marks.push_back(finding.text);

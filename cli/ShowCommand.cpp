@@ -70,7 +70,9 @@ void ShowInstrument(const Options& options, std::string_view bytes, const std::s
     table.Add({line.keyword, line.value});
     json["fields"].push_back({{"keyword", line.keyword}, {"value", line.value}});
   }
-  console.Out(options.isJson ? TextOf(json) : table.Text());
+  if (!options.isQuiet) {
+    console.Out(options.isJson ? TextOf(json) : table.Text());
+  }
 }
 
 }  // namespace
@@ -82,8 +84,11 @@ int Show(const Options& options, const std::string& path, Console& console) {
     return kClean;
   }
   const DataFile file = ReadDataFile(bytes, path);
+  if (options.isQuiet) {
+    return kClean;
+  }
   console.Out(options.isJson ? JsonTextOf(file) : TextOf(file));
-  if (file.data && !options.isQuiet) {
+  if (file.data) {
     for (const std::string& notice : file.data->LoadNotices()) {
       console.Err("tarvell-cli: " + WithoutControls(notice) + "\n");
     }

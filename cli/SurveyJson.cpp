@@ -7,6 +7,7 @@
 #include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/SurveyTable.h"
+#include "core/text/FileCharacters.h"
 
 namespace tarvell::cli {
 
@@ -23,8 +24,8 @@ Json DateJson(const FileDate& date) {
 Json RowJson(const SurveyRow& row) {
   Json json;
   json["kind"] = CodeOf(row.kind);
-  json["path"] = ShownPath(row.path);
-  json["model"] = row.model;
+  json["path"] = NameText(ShownPath(row.path));
+  json["model"] = NameText(row.model);
   json["serialNumber"] = row.serialNumber;
   json["calibrationNumber"] = row.calibrationNumber;
   json["calibrated"] = DateJson(row.calibrated);
@@ -32,30 +33,32 @@ Json RowJson(const SurveyRow& row) {
   json["daysLeft"] = row.daysLeft ? Json(*row.daysLeft) : Json();
   json["comment"] = row.comment;
   json["address"] = row.address;
-  json["stations"] = row.stations;
-  json["dataSet"] = row.dataSet.empty() ? Json() : Json(ShownPath(row.dataSet));
+  json["stations"] = Json::array();
+  for (const std::string& station : row.stations) {
+    json["stations"].push_back(NameText(station));
+  }
+  json["dataSet"] = row.dataSet.empty() ? Json() : Json(NameText(ShownPath(row.dataSet)));
   json["findings"] = Json::array();
   for (const Finding& finding : row.findings) {
-    json["findings"].push_back({{"state", CodeOf(finding.kind)}, {"text", finding.text}});
+    json["findings"].push_back({{"state", CodeOf(finding.kind)}, {"text", NameText(finding.text)}});
   }
   return json;
 }
 
-/// A name on the disk need not be UTF-8; what is not becomes U+FFFD.
 std::string TextOf(const Json& json) {
   return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace
 
-std::string SurveyJson(const Options& options, const SurveyResult& result) {
+std::string SurveyJson(const Options& options, const SurveyResult& result, bool isWhole) {
   Json head;
   head["format"] = "tarvell-survey";
   head["version"] = 1;
   head["today"] = IsoDate(options.today);
-  head["calibrationData"] = ShownPath(options.calibrationDir);
-  head["stationData"] = ShownPath(options.stationDir);
-  head["complete"] = result.couldLook;
+  head["calibrationData"] = NameText(ShownPath(options.calibrationDir));
+  head["stationData"] = NameText(ShownPath(options.stationDir));
+  head["complete"] = isWhole;
   head["filesRead"] = result.filesRead;
   std::string text = TextOf(head);
   // A line for each row: the tree of all rows at once would take many times their memory.

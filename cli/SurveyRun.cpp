@@ -4,15 +4,41 @@
 #include "cli/SurveyRun.h"
 
 #include <algorithm>
+#include <string>
 #include <thread>
 
 #include "cli/TextTable.h"
 #include "core/platform/ProgramPath.h"
+#include "core/station/StationFiles.h"
+#include "core/text/Text.h"
 
 namespace tarvell::cli {
 
+namespace {
+
+bool IsDamage(const Finding& finding) {
+  return finding.kind == FindingKind::Unreadable || finding.kind == FindingKind::CutOff;
+}
+
+bool IsUnlistedFolder(const SurveyRow& row) {
+  return row.kind == SurveyRow::Kind::Place && row.Has(FindingKind::Unreadable) &&
+         !EqualsIgnoringCase(LastNameOf(row.path), kIndexName);
+}
+
+/// Whether nobody knows when an instrument is due, because its file is damaged.
+bool LacksDueDate(const SurveyRow& row) {
+  return row.kind != SurveyRow::Kind::Place && !row.daysLeft && row.dataSet.empty() &&
+         std::ranges::any_of(row.findings, &IsDamage);
+}
+
+std::string TextOfDamage(const SurveyRow& row) {
+  return std::ranges::find_if(row.findings, &IsDamage)->text;
+}
+
+}  // namespace
+
 SurveyResult RunSurvey(const Options& options, Console& console) {
-  ProgressBar bar(console);
+  ProgressBar bar(console, !options.isQuiet);
   const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
   return SurveyInThreads({.calibrationDir = options.calibrationDir,
                           .stationDir = options.stationDir,
@@ -21,16 +47,16 @@ SurveyResult RunSurvey(const Options& options, Console& console) {
                          threads, [&bar](double done) { bar.Show(done); });
 }
 
-void ReportPlaces(const SurveyResult& result, Console& console) {
-  if (result.couldLook) {
-    return;
-  }
+bool ReportUnread(const SurveyResult& result, Unread unread, Console& console) {
+  bool isWhole = true;
   for (const SurveyRow& row : result.rows) {
-    if (row.kind == SurveyRow::Kind::Place && row.Has(FindingKind::Unreadable)) {
+    if (IsUnlistedFolder(row) || (unread == Unread::DueDates && LacksDueDate(row))) {
       console.Err("tarvell-cli: " + WithoutControls(ShownPath(row.path)) + ": " +
-                  WithoutControls(row.findings.front().text) + "\n");
+                  WithoutControls(TextOfDamage(row)) + "\n");
+      isWhole = false;
     }
   }
+  return isWhole;
 }
 
 }  // namespace tarvell::cli

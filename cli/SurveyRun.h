@@ -14,11 +14,19 @@ namespace tarvell::cli {
 /// Looks at both trees, and shows a bar meanwhile.
 [[nodiscard]] SurveyResult RunSurvey(const Options& options, Console& console);
 
-/// Reports the directories that could not be listed.
-void ReportPlaces(const SurveyResult& result, Console& console);
+/// What is missing where not everything could be read.
+enum class Unread {
+  Folders,  ///< only what is in the folders that could not be listed: every file has a row
+  DueDates  ///< also the due dates of the files that could not be read
+};
 
-/// Rows as JSON text, as docs/file-formats.md describes it.
-[[nodiscard]] std::string SurveyJson(const Options& options, const SurveyResult& result);
+/// Reports what is missing on standard error. Returns whether nothing is.
+[[nodiscard]] bool ReportUnread(const SurveyResult& result, Unread unread, Console& console);
+
+/// Rows as JSON text, as docs/file-formats.md describes it. `isWhole` is what ReportUnread
+/// returned.
+[[nodiscard]] std::string SurveyJson(const Options& options, const SurveyResult& result,
+                                     bool isWhole);
 
 }  // namespace tarvell::cli
 

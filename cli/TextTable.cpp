@@ -6,13 +6,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell::cli {
 
 void TextTable::Add(std::vector<std::string> cells) {
   for (std::string& cell : cells) {
-    cell = WithoutControls(std::move(cell));
+    cell = WithoutControls(cell);
   }
   lines_.push_back(std::move(cells));
 }
@@ -37,7 +38,8 @@ std::string TextTable::Text() const {
   return text;
 }
 
-std::string WithoutControls(std::string text) {
+std::string WithoutControls(const std::string& name) {
+  std::string text = NameText(name);
   std::ranges::replace_if(
       text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
   return text;

@@ -22,8 +22,8 @@ class TextTable {
   std::vector<std::vector<std::string>> lines_;
 };
 
-/// `text` with a blank for each control character.
-[[nodiscard]] std::string WithoutControls(std::string text);
+/// `name` as NameText returns it, with a blank for each control character.
+[[nodiscard]] std::string WithoutControls(const std::string& name);
 
 }  // namespace tarvell::cli
 

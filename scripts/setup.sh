@@ -104,7 +104,7 @@ with_own_state() {
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev qt6-wayland libqt6svg6
   fonts-dejavu-core cmark-gfm libcli11-dev libpugixml-dev nlohmann-json3-dev)
 TEST_PACKAGES=(clang libclang-rt-14-dev libgtest-dev qt6-base-private-dev clang-format appstream desktop-file-utils
-  man-db python3-jsonschema shellcheck xvfb)
+  man-db python3-icalendar python3-jsonschema shellcheck xvfb)
 TOUR_PACKAGES=(xvfb xauth xdotool openbox scrot)
 PICTURE_PACKAGES=("${TOUR_PACKAGES[@]}" pngquant poppler-utils)
 PACKAGE_PACKAGES=(dpkg-dev file)

@@ -157,12 +157,23 @@ std::unique_ptr<cifCaldata> LoadCalibration(const Model& model, const Calibratio
 
 const Calibration* EarlierCalibration(const std::vector<Calibration>& calibrations,
                                       const FileDate& date) {
-  const auto found = std::ranges::find_if(calibrations, [&](const Calibration& each) {
-    const FileDate calibrated = each.Calibrated();
-    return calibrated.year != date.year || calibrated.month != date.month ||
-           calibrated.day != date.day;
-  });
+  const auto found = std::ranges::find_if(
+      calibrations, [&](const Calibration& each) { return each.Calibrated() != date; });
   return found == calibrations.end() ? nullptr : &*found;
+}
+
+std::unique_ptr<cifCaldata> LoadEarlier(const Model& model,
+                                        const std::vector<KeptVersion>& versions,
+                                        const FileDate& date) {
+  for (const KeptVersion& version : versions) {
+    Calibration calibration;
+    calibration.header.FilePath = version.path;
+    ReadHeader(calibration);
+    if (calibration.hasHeader && calibration.Calibrated() != date) {
+      return LoadCalibration(model, calibration);
+    }
+  }
+  return nullptr;
 }
 
 ReadableData Readable(const Model* model, const Calibration& calibration) {

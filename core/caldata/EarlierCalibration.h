@@ -69,6 +69,12 @@ void ReadHeader(Calibration& calibration);
 [[nodiscard]] const Calibration* EarlierCalibration(const std::vector<Calibration>& calibrations,
                                                     const FileDate& date);
 
+/// The data that EarlierCalibration would choose among the kept versions of a file, the latest
+/// first; nullptr if none. Reads no more versions than it needs.
+[[nodiscard]] std::unique_ptr<cifCaldata> LoadEarlier(const Model& model,
+                                                      const std::vector<KeptVersion>& versions,
+                                                      const FileDate& date);
+
 /// A calibration as it can be read on a screen.
 struct ReadablePage {
   std::string name;      ///< of a page of a set, otherwise ""

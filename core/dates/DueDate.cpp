@@ -13,10 +13,6 @@ namespace tarvell {
 
 namespace {
 
-bool Exists(const FileDate& date) {
-  return date.year > 0 && IsValidDate(date.year, date.month, date.day);
-}
-
 /// Whether the date has a month and a positive day, which may be after the month's end.
 bool NamesADay(const FileDate& date) {
   return date.year > 0 && date.day > 0 && DaysInMonth(date.year, date.month) > 0;

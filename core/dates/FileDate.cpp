@@ -3,6 +3,7 @@
 
 #include "core/dates/FileDate.h"
 
+#include "core/dates/Calendar.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
 
@@ -12,6 +13,10 @@ FileDate FileDate::From(std::string_view text) {
   return {NumericInt16(FirstCharacters(text, 4)),
           NumericInt16(FirstCharacters(WithoutFirst(text, 4), 2)),
           NumericInt16(LastCharacters(text, 2))};
+}
+
+bool Exists(const FileDate& date) {
+  return date.year > 0 && IsValidDate(date.year, date.month, date.day);
 }
 
 std::string IsoDate(const FileDate& date) {

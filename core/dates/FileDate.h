@@ -19,7 +19,12 @@ struct FileDate {
   std::int16_t day = 0;
 
   [[nodiscard]] static FileDate From(std::string_view text);
+
+  bool operator==(const FileDate&) const = default;
 };
+
+/// Whether there is such a day.
+[[nodiscard]] bool Exists(const FileDate& date);
 
 /// "2027-03-05"; "" for a date of zeros. The numbers of a date that does not exist stay.
 [[nodiscard]] std::string IsoDate(const FileDate& date);

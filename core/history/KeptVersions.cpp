@@ -217,16 +217,23 @@ FileHistory HistoryOf(const std::string& path) {
   }
   history.damagedLines = journal.damagedLines;
   ReadCurrent(path, journal.events, history);
+  history.versions = VersionsIn(place, journal.events);
+  LeaveOutUnfinished(history);
+  return history;
+}
+
+std::vector<KeptVersion> VersionsIn(const HistoryPlace& place,
+                                    std::span<const HistoryEvent> events) {
   const std::filesystem::path folder = place.Versions();
   const std::string text = PathText(folder);
   std::set<std::string> names = NamesIn(folder);
-  const std::span<const HistoryEvent> events = journal.events;
-  history.versions.reserve(events.size());
+  std::vector<KeptVersion> versions;
+  versions.reserve(events.size());
   for (std::size_t i = 0; i < events.size(); ++i) {
     const HistoryEvent& event = events[i];
     if (!event.kept.empty()) {
       names.erase(event.kept);
-      history.versions.push_back({Joined(text, event.kept), event, WasSaved(events.first(i + 1))});
+      versions.push_back({Joined(text, event.kept), event, WasSaved(events.first(i + 1))});
     }
   }
   // Those that are left are not in the journal.
@@ -234,10 +241,9 @@ FileHistory HistoryOf(const std::string& path) {
   for (const std::string& name : names) {
     unknown.push_back({Joined(text, name), EventNamed(name)});
   }
-  InsertByTime(std::move(unknown), history.versions);
-  std::ranges::reverse(history.versions);
-  LeaveOutUnfinished(history);
-  return history;
+  InsertByTime(std::move(unknown), versions);
+  std::ranges::reverse(versions);
+  return versions;
 }
 
 std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string& folder) {

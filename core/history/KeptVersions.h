@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,6 +57,12 @@ struct FileHistory {
 /// out. Reads the journal and the file; a version only where it may be left out. Throws the error
 /// of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
+
+/// The versions of the file of `place`, the one that was replaced last comes first. `events` are
+/// those of its journal; a version that none of them names is put at the time in its own name.
+/// Throws the error of a folder that cannot be listed.
+[[nodiscard]] std::vector<KeptVersion> VersionsIn(const HistoryPlace& place,
+                                                  std::span<const HistoryEvent> events);
 
 /// A file that does not exist any more, and of which the history keeps versions.
 struct DeletedFile {

@@ -8,7 +8,6 @@
 #include <unordered_map>
 
 #include "core/caldata/Models.h"
-#include "core/dates/Calendar.h"
 #include "core/dates/DueDate.h"
 #include "core/files/FileNames.h"
 #include "core/platform/ProgramPath.h"
@@ -25,8 +24,10 @@ std::string KeyOf(std::string_view model, std::string_view fileName) {
   return ToUpper(model) + "\\" + ToUpper(fileName);
 }
 
-bool SameDate(const FileDate& a, const FileDate& b) {
-  return a.year == b.year && a.month == b.month && a.day == b.day;
+/// Whether the due date of a row can be compared. In the old style it may be 29 FEB of a common
+/// year.
+bool HasRightDueDate(const SurveyRow& row) {
+  return Exists(row.due) || !row.Has(FindingKind::NoSuchDate);
 }
 
 bool IsBroken(const SurveyRow& row) {
@@ -151,9 +152,8 @@ class Comparison {
                                                      ". Choose the right one at the station.");
       return;
     }
-    const bool areDates =
-        !instrument.Has(FindingKind::NoSuchDate) && !dataSet.Has(FindingKind::NoSuchDate);
-    if (areDates && DaysLeft(dataSet.due, kAnyDay) && !SameDate(instrument.due, dataSet.due)) {
+    const bool areDates = HasRightDueDate(instrument) && HasRightDueDate(dataSet);
+    if (areDates && DaysLeft(dataSet.due, kAnyDay) && instrument.due != dataSet.due) {
       instrument.Add(FindingKind::DueDateDiffers, "The station says " + DateText(instrument.due) +
                                                       ", the data set " + DateText(dataSet.due) +
                                                       ". Update the station.");

@@ -6,9 +6,10 @@
 #include <optional>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/DataFileSummary.h"
+#include "core/caldata/EarlierCalibration.h"
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/Models.h"
-#include "core/dates/Calendar.h"
 #include "core/dates/FileDate.h"
 #include "core/files/FileNames.h"
 #include "core/platform/ProgramPath.h"
@@ -19,10 +20,6 @@
 namespace tarvell {
 
 namespace {
-
-bool Exists(const FileDate& date) {
-  return date.year > 0 && IsValidDate(date.year, date.month, date.day);
-}
 
 /// Whether the first item of a file begins with "#", as those in the old style do not.
 bool IsNewStyle(std::string_view bytes) {
@@ -36,6 +33,25 @@ void TakeHeader(const CalFileInfo& header, SurveyRow& row) {
   row.calibrated = {header.CalYear, header.CalMonth, header.CalDay};
   row.due = {header.DueYear, header.DueMonth, header.DueDay};
   row.comment = header.Comment;
+}
+
+/// Takes the serial number and the due date of a header that cannot be read as a whole: what is due
+/// stays due, whatever is wrong with the other lines.
+void TakeRestOfHeader(std::string_view bytes, SurveyRow& row) {
+  static constexpr std::size_t kDateDigits = 8;
+  row.serialNumber = SummaryOfDataFile(bytes, 0).serialNumber;
+  while (!bytes.empty()) {
+    const std::string_view line = TrimLeft(TakeLine(bytes));
+    if (!line.starts_with('#') ||
+        HeaderFieldOf(HeaderValueRead(line.substr(1))) != HeaderField::DueDate) {
+      continue;
+    }
+    const std::string_view date = ListedHeaderValue(line);
+    if (date.size() == kDateDigits && date.find_first_not_of("0123456789") == date.npos) {
+      row.due = FileDate::From(date);
+    }
+    return;
+  }
 }
 
 void CheckName(SurveyRow& row) {
@@ -92,7 +108,7 @@ void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow
 
 /// Reads the whole data set as the editors do.
 void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& limits,
-                  SurveyRow& row) {
+                  const std::vector<KeptVersion>& versions, SurveyRow& row) {
   const std::unique_ptr<cifCaldata> data = model.create();
   data->LoadFromBytes(bytes, row.path);
   const LoadedHeader& header = data->HeaderOfLoad();
@@ -101,10 +117,11 @@ void CheckContent(const Model& model, std::string_view bytes, const SlipLimits& 
   }
   CheckRewritten(
       bytes, [&] { return data->BytesToSave(); }, header.isComplete, row);
-  CheckValues(model, *data, limits, row);
+  CheckValues(model, *data, LoadEarlier(model, versions, row.calibrated).get(), limits, row);
 }
 
-void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& row) {
+void CheckDataSet(std::string_view bytes, const SlipLimits& limits,
+                  const std::vector<KeptVersion>& versions, SurveyRow& row) {
   const std::optional<CalFileInfo> header = CalFileHeaderIn(bytes, row.path);
   if (!header) {
     throw Error(ErrorKind::NotAFile,
@@ -125,24 +142,30 @@ void CheckDataSet(std::string_view bytes, const SlipLimits& limits, SurveyRow& r
     CheckDate(row.due, "due", row);
   }
   if (model != nullptr && IsNewStyle(bytes)) {
-    CheckContent(*model, bytes, limits, row);
+    CheckContent(*model, bytes, limits, versions, row);
   } else {
+    // No save could change it: only what every format has in common can be checked.
     CheckModelLine(bytes, *header, row);
+    CheckLastLine(bytes, "put a whole copy in its place", row);
   }
 }
 
 }  // namespace
 
 SurveyRow DataSetRow(const std::string& modelFolder, const std::string& path,
-                     std::string_view bytes, const SlipLimits& limits) {
+                     std::string_view bytes, const SlipLimits& limits,
+                     const std::vector<KeptVersion>& versions) {
   SurveyRow row;
   row.kind = SurveyRow::Kind::DataSet;
   row.model = modelFolder;
   row.path = path;
   try {
-    CheckDataSet(bytes, limits, row);
+    CheckDataSet(bytes, limits, versions, row);
   } catch (const Error& error) {
     AddUnreadable(error, row);
+    if (row.serialNumber.empty()) {
+      TakeRestOfHeader(bytes, row);
+    }
   }
   return row;
 }

@@ -6,13 +6,14 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <set>
 #include <string_view>
 
 #include "core/dates/Calendar.h"
 #include "core/dates/DueDate.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/ProgramPath.h"
+#include "core/survey/SurveyTable.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/PercentEscapes.h"
 
 namespace tarvell {
@@ -30,16 +31,15 @@ bool Continues(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-/// Appends a line. A long one goes on in the next line, after a blank; no character is split.
+/// Appends a line of UTF-8. A long one goes on in the next line, after a blank; no character is
+/// split.
 void AppendLine(std::string& text, std::string_view line) {
   std::size_t room = kLineBytes;
   while (line.size() > room) {
     std::size_t length = room;
-    while (length > 0 && Continues(line[length])) {
+    while (Continues(line[length])) {
       --length;
     }
-    // Bytes that are no UTF-8 have no characters to keep together.
-    length = length == 0 ? room : length;
     text.append(line.substr(0, length)).append("\r\n ");
     line.remove_prefix(length);
     room = kLineBytes - 1;
@@ -94,19 +94,19 @@ std::string StampOf(std::time_t now) {
 bool HasEntry(const SurveyRow& row) {
   const bool isOwnDate = row.kind == SurveyRow::Kind::DataSet ||
                          (row.kind == SurveyRow::Kind::Instrument && row.dataSet.empty());
-  return isOwnDate && row.daysLeft && !row.Has(FindingKind::NoSuchDate);
+  return isOwnDate && row.daysLeft;
 }
 
 std::string DescriptionOf(const SurveyRow& row) {
   std::string text;
   const auto add = [&](std::string_view name, std::string_view value) {
     if (!value.empty()) {
-      text += (text.empty() ? "" : "\n") + std::string(name) + ": " + std::string(value);
+      text += (text.empty() ? "" : "\n") + std::string(name) + ": " + NameText(value);
     }
   };
   std::string stations;
   for (const std::string& station : row.stations) {
-    stations += (stations.empty() ? "" : ", ") + station;
+    stations += (stations.empty() ? "" : ", ") + NameText(station);
   }
   add("Calibration number", row.calibrationNumber);
   add("Calibrated", row.calibrated.year == 0 ? std::string() : DateText(row.calibrated));
@@ -115,28 +115,17 @@ std::string DescriptionOf(const SurveyRow& row) {
   return text;
 }
 
-/// The identifiers of the entries. Of several with one model and serial number, the later ones are
-/// also named after their folder and file.
-class Identifiers {
- public:
-  std::string Of(const SurveyRow& row) {
-    std::string id = Identifier(row.model) + "-" + Identifier(row.serialNumber);
-    if (row.serialNumber.empty() || !taken_.insert(id).second) {
-      id +=
-          "-" + Identifier(LastNameOf(FolderOf(row.path))) + "-" + Identifier(LastNameOf(row.path));
-    }
-    return id + "@tarvell";
-  }
-
- private:
-  std::set<std::string> taken_;
-};
+/// The identifier of an entry: the place of its file, which neither a new calibration nor another
+/// file changes. A "_" in a name would be escaped.
+std::string IdentifierOf(const SurveyRow& row) {
+  return std::string(CodeOf(row.kind)) + "_" + Identifier(LastNameOf(FolderOf(row.path))) + "_" +
+         Identifier(LastNameOf(row.path)) + "@tarvell";
+}
 
 }  // namespace
 
 std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now) {
   const std::string stamp = StampOf(now);
-  Identifiers identifiers;
   std::string text;
   for (const std::string_view line :
        {"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Tarvell//Due dates//EN"}) {
@@ -147,11 +136,11 @@ std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now) {
       continue;
     }
     AppendLine(text, "BEGIN:VEVENT");
-    AppendLine(text, "UID:" + identifiers.Of(row));
+    AppendLine(text, "UID:" + IdentifierOf(row));
     AppendLine(text, "DTSTAMP:" + stamp);
     AppendLine(text, "DTSTART;VALUE=DATE:" + Digits(row.due));
-    AppendLine(text,
-               "SUMMARY:" + Escaped("Calibration due: " + row.model + " " + row.serialNumber));
+    AppendLine(text, "SUMMARY:" + Escaped("Calibration due: " + NameText(row.model) + " " +
+                                          row.serialNumber));
     if (const std::string description = DescriptionOf(row); !description.empty()) {
       AppendLine(text, "DESCRIPTION:" + Escaped(description));
     }

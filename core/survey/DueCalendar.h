@@ -13,10 +13,11 @@
 namespace tarvell {
 
 /// An iCalendar file (RFC 5545) with an entry of a whole day for each due date: those of the data
-/// sets, and of the instruments without a data set. Dates that do not exist are left out.
+/// sets, and of the instruments without a data set. A day after the end of its month counts as the
+/// last day of it; any other date that does not exist is left out.
 ///
-/// The identifier of an entry is made of model and serial number, so that importing a later file
-/// moves the entry. `now` is the time of writing.
+/// The identifier of an entry is made of the names of its file and folder, so that importing a
+/// later file moves the entry. `now` is the time of writing.
 [[nodiscard]] std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now);
 
 }  // namespace tarvell

@@ -10,10 +10,6 @@ namespace tarvell {
 
 namespace {
 
-bool EndsInLineEnd(std::string_view bytes) {
-  return bytes.ends_with('\n') || bytes.ends_with('\r');
-}
-
 /// The first line that a save would change.
 std::string ChangedLine(std::string_view bytes, std::string_view saved) {
   for (int line = 1; !bytes.empty() || !saved.empty(); ++line) {
@@ -36,6 +32,17 @@ void AddUnreadable(const Error& error, SurveyRow& row) {
           line + error.Text());
 }
 
+bool CheckLastLine(std::string_view bytes, std::string_view remedy, SurveyRow& row) {
+  const bool hasEnd = bytes.ends_with('\n') || bytes.ends_with('\r');
+  if (!hasEnd) {
+    row.Add(FindingKind::CutOff,
+            "The last line of the file has no line end: the file may be cut off. Compare it with "
+            "its source, then " +
+                std::string(remedy) + ".");
+  }
+  return hasEnd;
+}
+
 void CheckRewritten(std::string_view bytes, const std::function<std::string()>& save, bool hasEnd,
                     SurveyRow& row) {
   std::string saved;
@@ -48,11 +55,10 @@ void CheckRewritten(std::string_view bytes, const std::function<std::string()>& 
   if (saved == bytes) {
     return;
   }
-  if (!EndsInLineEnd(bytes)) {
-    row.Add(FindingKind::CutOff,
-            "The last line of the file has no line end: the file may be cut off. Compare it with "
-            "its source, then save it again.");
-  } else if (!hasEnd) {
+  if (!CheckLastLine(bytes, "save it again", row)) {
+    return;
+  }
+  if (!hasEnd) {
     row.Add(FindingKind::NoEnd,
             "The line that ends the file, or one of its pages, is missing. Compare it with its "
             "source, then save it again.");

@@ -4,12 +4,14 @@
 #include "core/survey/FolderSurvey.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 
 #include "core/caldata/Models.h"
 #include "core/files/FileNames.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/ProgramPath.h"
+#include "core/platform/SystemName.h"
 #include "core/survey/FileCheck.h"
 #include "core/text/Text.h"
 
@@ -25,13 +27,21 @@ bool IsTestKit(std::string_view modelFolder) {
   return model != nullptr && model->family == ModelFamily::TestKit;
 }
 
+/// Whether an entry could not be used because somebody has deleted it since it was found. What a
+/// link leads to may have been missing all the time.
+bool IsGone(std::error_code code, const std::filesystem::path& native) {
+  EntryFacts facts;
+  return code == std::errc::no_such_file_or_directory && !CurrentPlatform().Facts(native, facts) &&
+         facts.kind == EntryKind::None && !facts.isLink;
+}
+
 }  // namespace
 
-bool FolderSurvey::Step(const SlipLimits& limits, std::vector<SurveyRow>& rows) {
+bool FolderSurvey::Step(const ValueRules& rules, std::vector<SurveyRow>& rows) {
   if (!std::exchange(hasBegun_, true)) {
-    List(rows);
+    List(rules, rows);
   } else if (file_ < files_.size()) {
-    ReadNextFile(limits, rows);
+    ReadNextFile(rules, rows);
   }
   const bool isDone = file_ == files_.size();
   if (isDone) {
@@ -49,33 +59,53 @@ double FolderSurvey::Progress() const {
   return files_.empty() ? 0 : static_cast<double>(file_) / static_cast<double>(files_.size());
 }
 
-void FolderSurvey::List(std::vector<SurveyRow>& rows) {
-  if (kind_ == Kind::Station) {
-    isListed_ = folder_.List(SearchKind::OrdinaryFiles, rows);
-    if (isListed_) {
-      folder_.CheckIndex(kRemedy, {Name()}, rows);
-    }
+void FolderSurvey::List(const ValueRules& rules, std::vector<SurveyRow>& rows) {
+  const bool isStation = kind_ == Kind::Station;
+  const std::error_code code =
+      folder_.List(isStation ? SearchKind::OrdinaryFiles : SearchKind::NamesWithoutDot);
+  isListed_ = !code || IsGone(code, folder_.Native());
+  if (!isListed_) {
+    rows.push_back(folder_.UnlistedRow(code));
+  }
+  if (code) {
+    return;
+  }
+  if (isStation) {
+    folder_.CheckIndex(kRemedy, {Name()}, rows);
     files_ = folder_.Names();
   } else {
-    isListed_ = folder_.List(SearchKind::NamesWithoutDot, rows);
     std::ranges::copy_if(folder_.Names(), std::back_inserter(files_),
                          [](const ListedFolder::Name& file) { return IsDataFileName(file.name); });
+    if (const Model* model = FindModel(ToUpper(Name())); model != nullptr && model->create) {
+      withVersions_ = rules.versions.FilesIn(Name());
+    }
   }
   open_ = CurrentPlatform().KeepOpen(folder_.Native());
 }
 
-void FolderSurvey::ReadNextFile(const SlipLimits& limits, std::vector<SurveyRow>& rows) {
+void FolderSurvey::ReadNextFile(const ValueRules& rules, std::vector<SurveyRow>& rows) {
   const ListedFolder::Name& file = files_[file_++];
   const std::string path = Joined(folder_.Path(), file.name);
   const int open = open_ ? open_->Number() : -1;
   const std::error_code code =
       ReadFoundFile({folder_.Native(), file.name, file.kind, open}, bytes_, kDataFileLimit);
+  if (IsGone(code, folder_.Native() / SystemName(file.name))) {
+    return;
+  }
+  ++filesRead_;
   // The file of a test kit may have any size.
   const bool isRead =
       !code || (code == kTooLargeForData && kind_ == Kind::Model && IsTestKit(Name()));
-  rows.push_back(!isRead                  ? UnreadableRow(path, code)
-                 : kind_ == Kind::Station ? InstrumentRow(Name(), path, bytes_)
-                                          : DataSetRow(Name(), path, bytes_, limits));
+  if (!isRead) {
+    rows.push_back(UnreadableRow(path, code));
+  } else if (kind_ == Kind::Station) {
+    rows.push_back(InstrumentRow(Name(), path, bytes_));
+  } else {
+    const bool hasVersions = withVersions_.contains(ToUpper(file.name));
+    rows.push_back(DataSetRow(
+        Name(), path, bytes_, rules.limits,
+        hasVersions ? rules.versions.Of(Name(), file.name) : std::vector<KeptVersion>()));
+  }
 }
 
 SurveyRow FolderSurvey::UnreadableRow(const std::string& path, std::error_code code) const {

@@ -30,8 +30,7 @@ Names NamesInIndex(std::string_view bytes) {
 Names NamesOf(const std::vector<std::string>& listed) {
   Names names;
   for (const std::string& name : listed) {
-    // A name from an older system may be in the characters of the files.
-    const std::string text = IsUtf8(name) ? name : DecodeFileText(name);
+    const std::string text = NameText(name);
     names.emplace(ToUpper(text), text);
   }
   return names;

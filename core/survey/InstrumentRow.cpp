@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
 #include "core/station/StationFiles.h"
 #include "core/survey/FileCheck.h"
@@ -45,7 +45,7 @@ void CheckDueDate(const StationInstrument& instrument, SurveyRow& row) {
     return;
   }
   row.due = DueDateOf(instrument);
-  if (row.due.year <= 0 || !IsValidDate(row.due.year, row.due.month, row.due.day)) {
+  if (!Exists(row.due)) {
     row.Add(FindingKind::NoSuchDate,
             "The due date " +
                 Quoted(instrument.DueDay + " " + instrument.DueMonth + " " + instrument.DueYear) +

@@ -42,19 +42,20 @@ ListedFolder::ListedFolder(std::string path) : path_(std::move(path)), native_(N
 ListedFolder::ListedFolder(const ListedFolder& parent, const std::string& name)
     : path_(Joined(parent.path_, name)), native_(parent.native_ / SystemName(name)) {}
 
-bool ListedFolder::List(SearchKind kind, std::vector<SurveyRow>& rows) {
+std::error_code ListedFolder::List(SearchKind kind) {
   const std::error_code code =
       CurrentPlatform().Search(native_, kind, [this](const FoundEntry& entry) {
         names_.push_back({entry.name, entry.kind});
         return true;
       });
   std::ranges::sort(names_, {}, &Name::name);
-  if (code) {
-    SurveyRow row = PlaceRow(path_);
-    AddUnreadable(SystemError(code, "list the folder", path_), row);
-    rows.push_back(std::move(row));
-  }
-  return !code;
+  return code;
+}
+
+SurveyRow ListedFolder::UnlistedRow(std::error_code code) const {
+  SurveyRow row = PlaceRow(path_);
+  AddUnreadable(SystemError(code, "list the folder", path_), row);
+  return row;
 }
 
 void ListedFolder::CheckIndex(std::string_view remedy, const std::vector<std::string>& stations,

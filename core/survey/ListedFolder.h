@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "core/platform/Platform.h"
@@ -27,8 +28,10 @@ class ListedFolder {
   /// A folder with a name that `parent` has.
   ListedFolder(const ListedFolder& parent, const std::string& name);
 
-  /// Finds the names, and sorts them. If the folder cannot be listed, adds a row and returns false.
-  [[nodiscard]] bool List(SearchKind kind, std::vector<SurveyRow>& rows);
+  /// Finds the names, and sorts them.
+  [[nodiscard]] std::error_code List(SearchKind kind);
+  /// The row of a folder that cannot be listed for this reason.
+  [[nodiscard]] SurveyRow UnlistedRow(std::error_code code) const;
 
   /// Takes the INDEX out of the names. Adds a row for it if there is something to report. `remedy`
   /// says how a new INDEX is saved; `stations` is the row's.

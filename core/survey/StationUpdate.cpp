@@ -4,13 +4,14 @@
 #include "core/survey/StationUpdate.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
@@ -33,8 +34,7 @@ std::string ReadInstrument(const std::string& path) {
 /// The header of a data set with a due date.
 CalFileInfo ReadDataSet(const std::string& path) {
   const std::optional<CalFileInfo> header = ReadCalFileHeader(path);
-  if (!header || header->DueYear <= 0 ||
-      !IsValidDate(header->DueYear, header->DueMonth, header->DueDay)) {
+  if (!header || !Exists({header->DueYear, header->DueMonth, header->DueDay})) {
     throw Error(ErrorKind::Type,
                 "The data set has no due date that the station could take. Open it and correct "
                 "the date first.",
@@ -62,40 +62,131 @@ void TakeDataSet(const CalFileInfo& dataSet, StationInstrument& instrument) {
   instrument.Comment = dataSet.Comment;
 }
 
-std::vector<std::string> LinesOf(std::string_view bytes) {
-  std::vector<std::string> lines;
+/// A line of an instrument's file.
+struct FileLine {
+  std::string text;
+  std::string keyword;
+  std::string_view end;  ///< CR LF, CR or LF; "" for a last line without an end
+};
+using FileLines = std::vector<FileLine>;
+
+FileLines LinesOf(std::string_view bytes) {
+  FileLines lines;
   while (!bytes.empty()) {
-    lines.push_back(DecodeFileText(TakeLine(bytes)));
+    std::string_view end = bytes;
+    const std::string_view line = TakeLine(bytes);
+    end.remove_suffix(bytes.size());
+    end.remove_prefix(line.size());
+    std::string text = DecodeFileText(line);
+    std::string keyword = ParseKeywordLine(text).keyword;
+    lines.push_back({std::move(text), std::move(keyword), end});
   }
   return lines;
 }
 
-std::string KeywordOf(const std::string& line) {
-  return ParseKeywordLine(line).keyword;
+/// How much two lines have in common; 0 if one cannot have become the other.
+std::size_t Likeness(const FileLine& before, const FileLine& after) {
+  if (before.text == after.text) {
+    return before.end == after.end ? 3 : 2;
+  }
+  return before.keyword == after.keyword ? 1 : 0;
+}
+
+/// Pairs the lines of two files, in the order of both, so that the pairs have as much in common as
+/// possible.
+class PairedLines {
+ public:
+  /// Both must outlive the object.
+  PairedLines(const FileLines& before, const FileLines& after)
+      : before_(before),
+        after_(after),
+        width_(after.size() + 1),
+        best_((before.size() + 1) * width_) {
+    for (std::size_t i = before.size(); i-- > 0;) {
+      for (std::size_t j = after.size(); j-- > 0;) {
+        const std::size_t likeness = Likeness(before[i], after[j]);
+        best_[i * width_ + j] = std::max(
+            {Best(i + 1, j), Best(i, j + 1), likeness == 0 ? 0 : likeness + Best(i + 1, j + 1)});
+      }
+    }
+  }
+
+  /// Calls `visit` with each pair, and with nullptr beside a line that has no other.
+  template <typename Visit>
+  void Each(const Visit& visit) const {
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < before_.size() || j < after_.size()) {
+      // Of several lines with one keyword, a reader takes the last.
+      if (i < before_.size() && Best(i, j) == Best(i + 1, j)) {
+        visit(&before_[i++], nullptr);
+      } else if (j < after_.size() && Best(i, j) == Best(i, j + 1)) {
+        visit(nullptr, &after_[j++]);
+      } else {
+        visit(&before_[i++], &after_[j++]);
+      }
+    }
+  }
+
+ private:
+  /// What the lines from these two on have in common.
+  [[nodiscard]] std::size_t Best(std::size_t i, std::size_t j) const {
+    return best_[i * width_ + j];
+  }
+
+  const FileLines& before_;
+  const FileLines& after_;
+  std::size_t width_;
+  std::vector<std::size_t> best_;
+};
+
+std::string ShownText(const FileLine& line) {
+  return line.text.empty() ? "(empty line)" : line.text;
+}
+
+/// A line whose end changes.
+std::string TextWithEnd(const FileLine& line) {
+  const std::string_view end = line.end == "\r\n" ? " (line end CR LF)"
+                               : line.end == "\n" ? " (line end LF)"
+                               : line.end == "\r" ? " (line end CR)"
+                                                  : " (no line end)";
+  return ShownText(line) + std::string(end);
+}
+
+ChangedLine ChangeOf(const FileLine& before, const FileLine& after) {
+  return before.end == after.end ? ChangedLine{ShownText(before), ShownText(after)}
+                                 : ChangedLine{TextWithEnd(before), TextWithEnd(after)};
+}
+
+/// Whether a file with these lines has the due date and the comment that it should have.
+bool IsUpToDate(const FileLines& lines, const FileLines& wanted) {
+  return std::ranges::all_of(wanted, [&](const FileLine& line) {
+    const auto last = std::find_if(lines.rbegin(), lines.rend(), [&](const FileLine& other) {
+      return other.keyword == line.keyword;
+    });
+    return (line.keyword != "CAL DUE DATE" && line.keyword != "COMMENT") ||
+           (last != lines.rend() && last->text == line.text);
+  });
 }
 
 }  // namespace
 
 std::vector<ChangedLine> ChangedLines(std::string_view before, std::string_view after) {
-  std::vector<std::string> earlier = LinesOf(before);
+  const FileLines earlier = LinesOf(before);
+  const FileLines later = LinesOf(after);
   std::vector<ChangedLine> changed;
-  for (const std::string& line : LinesOf(after)) {
-    // Of several lines with one keyword, a reader takes the last.
-    const auto last = std::find_if(earlier.rbegin(), earlier.rend(), [&](const std::string& other) {
-      return KeywordOf(other) == KeywordOf(line);
-    });
-    if (last == earlier.rend()) {
-      changed.push_back({"", line});
-      continue;
-    }
-    if (*last != line) {
-      changed.push_back({*last, line});
-    }
-    earlier.erase(std::next(last).base());
+  if (IsUpToDate(earlier, later)) {
+    return changed;
   }
-  for (const std::string& line : earlier) {
-    changed.push_back({line, ""});
-  }
+  PairedLines(earlier, later).Each([&](const FileLine* from, const FileLine* to) {
+    if (from == nullptr) {
+      changed.push_back({"", ShownText(*to)});
+    } else if (to == nullptr) {
+      changed.push_back({ShownText(*from), ""});
+    } else if (from->text != to->text || from->end != to->end) {
+      changed.push_back(ChangeOf(*from, *to));
+    }
+  });
   return changed;
 }
 

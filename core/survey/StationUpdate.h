@@ -32,7 +32,8 @@ class StationUpdate {
   /// date, or if the instrument could not be saved.
   StationUpdate(const std::string& instrumentPath, const std::string& dataSetPath);
 
-  /// Every line that the save changes, also where the file was not as the program writes it.
+  /// Every line that the save changes, also where the file was not as the program writes it. None
+  /// if the file has the due date and the comment of the data set already.
   [[nodiscard]] const std::vector<ChangedLine>& Lines() const { return lines_; }
 
   /// The folder of the station.
@@ -51,7 +52,9 @@ class StationUpdate {
   std::vector<ChangedLine> lines_;
 };
 
-/// The lines that differ between the contents of two instrument files, by their keywords.
+/// The lines that differ between the contents of two instrument files, in their order: also a line
+/// at another place, which is removed and added, and a line with another end. None if the due date
+/// and the comment are the same.
 [[nodiscard]] std::vector<ChangedLine> ChangedLines(std::string_view before,
                                                     std::string_view after);
 

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <atomic>
-#include <future>
 #include <iterator>
 #include <span>
+#include <system_error>
 
 #include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
@@ -20,12 +20,13 @@ constexpr std::string_view kRemedy = "Open the list of stations and leave it wit
 
 /// Adds what depends on the day, in the place of what was found before.
 void CheckDue(const SurveyOrder& order, SurveyRow& row) {
+  row.daysLeft = DaysLeft(row.due, order.today);
   std::erase_if(row.findings, [](const Finding& it) {
     return it.kind == FindingKind::PastDue || it.kind == FindingKind::DueSoon;
   });
   // The date of an instrument with a data set is a copy.
   const bool isCopy = row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty();
-  if (isCopy || !row.daysLeft || row.Has(FindingKind::NoSuchDate)) {
+  if (isCopy || !row.daysLeft) {
     return;
   }
   const auto due = [&] { return "The calibration is due on " + DateText(row.due) + "."; };
@@ -79,6 +80,14 @@ double Survey::Progress() const {
          static_cast<double>(folders_.size());
 }
 
+bool Survey::ListRoot(ListedFolder& root) {
+  const std::error_code code = root.List(SearchKind::NamesWithoutDot);
+  if (code) {
+    rows_.push_back(root.UnlistedRow(code));
+  }
+  return !code;
+}
+
 void Survey::ListRoots() {
   const auto add = [this](FolderSurvey::Kind kind, const ListedFolder& root) {
     for (const ListedFolder::Name& name : root.Names()) {
@@ -88,16 +97,14 @@ void Survey::ListRoots() {
     }
   };
   ListedFolder dataSets(order_.calibrationDir);
-  trees_.hasDataSets = dataSets.List(SearchKind::NamesWithoutDot, rows_);
-  if (trees_.hasDataSets) {
-    limits_ = LoadSlipLimits(order_.calibrationDir);
-  }
+  trees_.hasDataSets = ListRoot(dataSets);
+  rules_ = std::make_unique<ValueRules>(order_.calibrationDir);
   add(FolderSurvey::Kind::Model, dataSets);
   for (const FolderSurvey& folder : folders_) {
     trees_.models.insert(ToUpper(folder.Name()));
   }
   ListedFolder stations(order_.stationDir);
-  trees_.hasStations = stations.List(SearchKind::NamesWithoutDot, rows_);
+  trees_.hasStations = ListRoot(stations);
   if (trees_.hasStations) {
     stations.CheckIndex(kRemedy, {}, rows_);
   }
@@ -110,7 +117,7 @@ void Survey::StepInFolder() {
   }
   FolderSurvey& folder = folders_[folder_];
   const std::size_t first = rows_.size();
-  const bool goesOn = folder.Step(limits_, rows_);
+  const bool goesOn = folder.Step(*rules_, rows_);
   for (SurveyRow& row : std::span(rows_).subspan(first)) {
     JudgeDate(order_, row);
   }
@@ -132,8 +139,13 @@ void Survey::Compare() {
   CheckDueDates(order_, rows_);
 }
 
+std::future<void> StartThread(const std::function<void()>& work) {
+  return std::async(std::launch::async, work);
+}
+
 SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
-                             const std::function<void(double done)>& report) {
+                             const std::function<void(double done)>& report,
+                             const ThreadStarter& start) {
   Survey survey(std::move(order));
   survey.ListRoots();
   std::vector<FolderSurvey>& folders = survey.folders_;
@@ -141,7 +153,7 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   std::atomic<std::size_t> next = 0;
   const auto work = [&](const std::function<void(double done)>& reportHere) {
     for (std::size_t i = next++; i < folders.size(); i = next++) {
-      while (folders[i].Step(survey.limits_, found[i])) {
+      while (folders[i].Step(*survey.rules_, found[i])) {
       }
       for (SurveyRow& row : found[i]) {
         JudgeDate(survey.order_, row);
@@ -150,8 +162,12 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
     }
   };
   std::vector<std::future<void>> others;
-  for (std::size_t thread = 1; thread < threads; ++thread) {
-    others.push_back(std::async(std::launch::async, work, [](double) {}));
+  try {
+    for (std::size_t thread = 1; thread < threads; ++thread) {
+      others.push_back(start([&work] { work([](double) {}); }));
+    }
+  } catch (const std::system_error&) {
+    // The threads that run do all the work.
   }
   // The other threads may take every folder.
   report(0);
@@ -167,15 +183,14 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   return survey.TakeResult();
 }
 
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
-                 std::vector<SurveyRow>& rows) {
+void ReadAgain(const SurveyOrder& order, const std::string& folder, std::vector<SurveyRow>& rows) {
   // The root of a drive ends in a separator.
   const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
   const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
   FolderSurvey survey(kind, ListedFolder(folder));
-  const SlipLimits limits = LoadSlipLimits(order.calibrationDir);
+  const ValueRules rules(order.calibrationDir);
   std::vector<SurveyRow> again;
-  while (survey.Step(limits, again)) {
+  while (survey.Step(rules, again)) {
   }
   for (SurveyRow& row : again) {
     JudgeDate(order, row);
@@ -187,13 +202,18 @@ void SurveyAgain(const SurveyOrder& order, const std::string& folder, const Surv
   std::erase_if(rows, isIn);
   rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
               std::make_move_iterator(again.end()));
+}
+
+void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
+                 std::vector<SurveyRow>& rows) {
+  ReadAgain(order, folder, rows);
   CompareRows(trees, rows);
   CheckDueDates(order, rows);
 }
 
-void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows) {
+void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows, Compared compared) {
   for (SurveyRow& row : rows) {
-    CheckDue(order, row);
+    compared == Compared::Yes ? CheckDue(order, row) : JudgeDate(order, row);
   }
 }
 

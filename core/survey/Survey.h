@@ -6,11 +6,12 @@
 
 #include <cstddef>
 #include <functional>
+#include <future>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "core/curves/SlipLimits.h"
 #include "core/dates/DueDate.h"
 #include "core/dates/FileDate.h"
 #include "core/survey/Comparison.h"
@@ -34,6 +35,10 @@ struct SurveyResult {
   std::size_t filesRead = 0;
   bool couldLook = true;  ///< whether both directories could be listed
 };
+
+/// Starts a thread that does `work`. Throws std::system_error where the system starts no more.
+using ThreadStarter = std::function<std::future<void>(const std::function<void()>& work)>;
+[[nodiscard]] std::future<void> StartThread(const std::function<void()>& work);
 
 /// A look at every data set of the calibration tree and every instrument of the station tree. It
 /// reads each file once and writes nothing.
@@ -67,9 +72,12 @@ class Survey {
 
  private:
   friend SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
-                                      const std::function<void(double done)>& report);
+                                      const std::function<void(double done)>& report,
+                                      const ThreadStarter& start);
 
   void ListRoots();
+  /// Returns whether the folder could be listed.
+  bool ListRoot(ListedFolder& root);
   void StepInFolder();
   /// Takes over what the survey of a folder has found, besides its rows.
   void EndFolder(const FolderSurvey& folder);
@@ -81,24 +89,33 @@ class Survey {
   Stage stage_ = Stage::Roots;
   std::vector<SurveyRow> rows_;
   SurveyedTrees trees_;
-  SlipLimits limits_;
+  std::unique_ptr<ValueRules> rules_;  ///< once the roots are listed
   std::vector<FolderSurvey> folders_;  ///< those of the models, then the stations
   std::size_t folder_ = 0;             ///< the one that is being read
   std::size_t filesRead_ = 0;
 };
 
-/// A whole survey, with the folders shared among several threads, of which the caller's is one.
-/// Calls `report` in that one.
+/// A whole survey, with the folders shared among several threads, of which the caller's is one; it
+/// does without those that cannot be started. Calls `report` in that one.
 [[nodiscard]] SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
-                                           const std::function<void(double done)>& report);
+                                           const std::function<void(double done)>& report,
+                                           const ThreadStarter& start = &StartThread);
 
-/// Looks again at the folder of a model or a station whose files may have changed since a survey,
-/// and compares all rows again.
+/// Looks again at the folder of a model or a station whose files may have changed. The other rows
+/// stay as they are: this is for a survey that was ended before it has compared its rows.
+void ReadAgain(const SurveyOrder& order, const std::string& folder, std::vector<SurveyRow>& rows);
+
+/// The same after a whole survey: compares all rows again.
 void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
                  std::vector<SurveyRow>& rows);
 
+/// Whether the rows of a survey have been compared. Before that, nobody knows whether the due date
+/// of an instrument is a copy, and it is not judged.
+enum class Compared { No, Yes };
+
 /// Judges the due dates of all rows again, for another day or another number of days.
-void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows);
+void CheckDueDates(const SurveyOrder& order, std::vector<SurveyRow>& rows,
+                   Compared compared = Compared::Yes);
 
 }  // namespace tarvell
 

@@ -5,6 +5,7 @@
 
 #include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
+#include "core/text/FileCharacters.h"
 
 namespace tarvell {
 
@@ -68,7 +69,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
     case SurveyColumn::Kind:
       return std::string(CodeOf(row.kind));
     case SurveyColumn::Model:
-      return row.model;
+      return NameText(row.model);
     case SurveyColumn::SerialNumber:
       return row.serialNumber;
     case SurveyColumn::CalibrationNumber:
@@ -82,13 +83,13 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
     case SurveyColumn::Comment:
       return row.comment;
     case SurveyColumn::Stations:
-      return JoinedTexts(row.stations, ", ", [](const std::string& station) { return station; });
+      return JoinedTexts(row.stations, ", ", &NameText);
     case SurveyColumn::State:
       return JoinedTexts(row.findings, ", ", [](const Finding& it) { return WordsOf(it.kind); });
     case SurveyColumn::ToDo:
-      return JoinedTexts(row.findings, " ", [](const Finding& it) { return it.text; });
+      return JoinedTexts(row.findings, " ", [](const Finding& it) { return NameText(it.text); });
     case SurveyColumn::Path:
-      return ShownPath(row.path);
+      return NameText(ShownPath(row.path));
   }
   return {};
 }

@@ -33,7 +33,7 @@ inline constexpr std::size_t kSurveyColumns = 12;
 /// The captions, in the order of SurveyColumn.
 extern const std::array<std::string_view, kSurveyColumns> kSurveyCaptions;
 
-/// The text of a cell. A date is that of IsoDate; stations and states are
+/// The text of a cell, in UTF-8. A date is that of IsoDate; stations and states are
 /// separated by ", ".
 [[nodiscard]] std::string SurveyCell(const SurveyRow& row, SurveyColumn column);
 

@@ -10,11 +10,11 @@
 
 namespace tarvell {
 
-/// Adds a finding when a value of the data set stands out from its neighbours and the editor would
-/// mark it. Only then, the earlier calibration is looked up in the history: a value that this
-/// explains is none. A value that fits its neighbours is not compared with an earlier one.
-void CheckValues(const Model& model, const cifCaldata& data, const SlipLimits& limits,
-                 SurveyRow& row);
+/// Adds a finding when the editor would mark a value of the data set, or say that a row may be left
+/// out: by the earlier calibration, nullptr if there is none, as far as that has the values,
+/// otherwise by their neighbours.
+void CheckValues(const Model& model, const cifCaldata& data, const cifCaldata* earlier,
+                 const SlipLimits& limits, SurveyRow& row);
 
 }  // namespace tarvell
 

@@ -68,10 +68,12 @@ char32_t NextCharacter(std::string_view text, std::size_t& position) {
     }
     character = (character << 6U) | (static_cast<unsigned char>(text[position++]) & 0x3FU);
   }
-  // UTF-8 forbids more bytes than a character needs.
+  // UTF-8 forbids more bytes than a character needs, halves of a pair of UTF-16, and what is not in
+  // Unicode.
   const bool tooLong =
       (trailing == 2 && character < 0x800) || (trailing == 3 && character < 0x10000);
-  return tooLong ? kNoCharacter : character;
+  const bool isHalf = character >= 0xD800 && character <= 0xDFFF;
+  return tooLong || isHalf || character > 0x10FFFF ? kNoCharacter : character;
 }
 
 /// Number of ASCII bytes at the beginning of a text.
@@ -150,6 +152,10 @@ bool IsUtf8(std::string_view text) {
     }
   }
   return true;
+}
+
+std::string NameText(std::string_view name) {
+  return IsUtf8(name) ? std::string(name) : DecodeFileText(name);
 }
 
 std::string EncodeFileText(std::string_view text) {

@@ -29,6 +29,10 @@ void AppendDecoded(std::string& target, std::string_view bytes);
 
 [[nodiscard]] bool IsUtf8(std::string_view text);
 
+/// The name of a file or folder, or a text with such names, as UTF-8. Whatever is not UTF-8 comes
+/// from an older system and has the characters of the files.
+[[nodiscard]] std::string NameText(std::string_view name);
+
 /// UTF-8 text as bytes of a file. Throws a Character error that names the first character that a
 /// file cannot hold, or the bytes there that are not UTF-8.
 [[nodiscard]] std::string EncodeFileText(std::string_view text);

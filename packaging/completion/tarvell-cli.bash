@@ -31,8 +31,7 @@ _tarvell_cli() {
     case ${COMP_WORDS[1]} in
       check) words="$trees --unused --json --quiet --help" ;;
       due) words="$trees --json --quiet --help" ;;
-      history) words="--json --help" ;;
-      show) words="--json --quiet --help" ;;
+      show | history) words="--json --quiet --help" ;;
       diff) words="--bytes --json --quiet --help" ;;
       import) words="--model --calfactors --serial --calibrated --due --decimal --dates --sure --replace --help" ;;
       export) words="$trees --csv --json --ics --output --help" ;;

@@ -18,7 +18,7 @@ complete -c tarvell-cli -n $trees -l stations -x -a '(__fish_complete_directorie
 complete -c tarvell-cli -n $trees -l today -x -d 'Look as on another day'
 complete -c tarvell-cli -n $trees -l within -x -a '30d 4w' -d 'Due soon means within this time'
 complete -c tarvell-cli -n '__fish_seen_subcommand_from check due show diff export history' -l json -d 'Write JSON'
-complete -c tarvell-cli -n '__fish_seen_subcommand_from check due show diff' -s q -l quiet -d 'Write nothing'
+complete -c tarvell-cli -n '__fish_seen_subcommand_from check due show diff history' -s q -l quiet -d 'Write nothing but errors'
 complete -c tarvell-cli -n '__fish_seen_subcommand_from check' -l unused -d 'Data sets that no station uses, too'
 complete -c tarvell-cli -n '__fish_seen_subcommand_from show diff history import' -F
 complete -c tarvell-cli -n '__fish_seen_subcommand_from diff' -l bytes -d 'Compare the bytes'

@@ -50,7 +50,7 @@ OverviewFiles::OverviewFiles(Overview overview)
        .filter = tr("CSV for spreadsheets|*.csv"),
        .name = "overview.csv",
        .bytes = [this] { return ShownCsv(overview_.rows()); }});
-  // All due dates, whatever is shown: the identifiers of the entries must stay the same.
+  // All due dates, whatever is shown: an import leaves entries that it lacks as they were.
   Add("mnuCalendar", tr("Save all &due dates as a calendar..."),
       {.title = tr("Save the due dates"),
        .filter = tr("Calendars|*.ics"),

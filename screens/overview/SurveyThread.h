@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <cstddef>
 #include <exception>
 #include <functional>
 #include <stop_token>
@@ -17,9 +18,16 @@
 
 namespace tarvell {
 
+/// Starts a thread; throws std::system_error where the system starts no more.
+using SurveyThreadStarter =
+    std::function<std::jthread(const std::function<void(std::stop_token stop)>& work)>;
+[[nodiscard]] std::jthread StartSurveyThread(const std::function<void(std::stop_token stop)>& work);
+
 /// Runs a survey in a thread of its own and reports to the thread of the screens, in which the
 /// object lives. The two threads share nothing: the survey only reads files, and what it has found
 /// is copied or given away.
+///
+/// Where the system starts no more threads, the survey goes on between the events of the screens.
 ///
 /// The destructor ends the survey. It waits for the file that is being read.
 class SurveyThread final : public QObject {
@@ -38,14 +46,22 @@ class SurveyThread final : public QObject {
     std::function<void(std::exception_ptr failure)> failed;
   };
 
-  SurveyThread(SurveyOrder order, Reports reports);
+  SurveyThread(SurveyOrder order, Reports reports,
+               const SurveyThreadStarter& start = &StartSurveyThread);
 
  private:
-  void Run(const SurveyOrder& order, const std::stop_token& stop);
+  /// Goes on with the survey until `isEnough`, which is asked after each step, or until its end.
+  /// Returns whether something is left to do.
+  bool Run(const std::function<bool()>& isEnough);
+  void RunBetweenEvents();
+  /// Reports the rows that have not been reported, if the screen takes more.
+  void HandRows();
   /// Calls `report` in the thread of the screens, unless the object is gone by then.
   void Hand(std::function<void()> report);
 
   Reports reports_;
+  Survey survey_;
+  std::size_t handed_ = 0;            ///< how many of its rows have been reported
   std::atomic<bool> isReady_ = true;  ///< whether the screen takes more rows now
   std::jthread thread_;               ///< the last member: it ends before the others are destroyed
 };

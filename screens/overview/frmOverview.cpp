@@ -7,7 +7,9 @@
 
 #include <QMenu>
 #include <QShortcut>
+#include <QTimer>
 
+#include <chrono>
 #include <utility>
 #include <vector>
 
@@ -33,6 +35,7 @@ namespace {
 
 constexpr const char* kDueSoonDaysSetting = "overview/due-soon-days";
 constexpr int kPercent = 100;
+constexpr std::chrono::seconds kLookAtTheDay(30);
 
 // Subjects of notices.
 constexpr const char* kSurvey = "survey";
@@ -92,18 +95,22 @@ void frmOverview::SetUpFiles() {
                      .menu = menu,
                      .notices = ui_->notices,
                      .rows = [this]() -> const ShownRows& { return ui_->tblRows->Model().Rows(); },
-                     .isWhole = [this] { return isFinished_ && couldLook_; },
+                     .isWhole = [this] { return read_ == Read::Whole && couldLook_; },
                      .today = [this] { return order_.today; }});
   connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
     menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
   });
 }
 
-void frmOverview::ShowModally(const FileDate& today) {
-  order_ = {.calibrationDir = gCalibrationDir, .stationDir = gStationDir, .today = today};
+void frmOverview::ShowModally(std::function<FileDate()> today) {
+  today_ = std::move(today);
+  order_ = {.calibrationDir = gCalibrationDir, .stationDir = gStationDir};
   ui_->tblRows->Model().SetFilter(filter_->Filter());
   StartSurvey();
   ui_->tblRows->setFocus();
+  QTimer days;
+  connect(&days, &QTimer::timeout, this, &frmOverview::LookAtTheDay);
+  days.start(kLookAtTheDay);
   exec();
   survey_.reset();
   ui_->tblRows->RememberColumns();
@@ -113,8 +120,9 @@ void frmOverview::ShowModally(const FileDate& today) {
 
 void frmOverview::StartSurvey() {
   survey_.reset();
-  isFinished_ = false;
+  read_ = Read::Partly;
   folders_.clear();
+  order_.today = today_();
   order_.dueSoonDays = ui_->spnDueSoon->value();
   ui_->notices->Clear();
   ChangeRows([](std::vector<SurveyRow>& rows) { rows.clear(); });
@@ -147,36 +155,55 @@ void frmOverview::TakeRows(std::vector<SurveyRow> rows, double done) {
 }
 
 void frmOverview::Finish(SurveyResult result) {
-  isFinished_ = true;
+  read_ = Read::Whole;
   couldLook_ = result.couldLook;
   trees_ = std::move(result.trees);
-  if (order_.dueSoonDays != ui_->spnDueSoon->value()) {
-    order_.dueSoonDays = ui_->spnDueSoon->value();
-    CheckDueDates(order_, result.rows);
-  }
+  // The day or the number of days may have changed meanwhile.
+  order_.dueSoonDays = ui_->spnDueSoon->value();
+  CheckDueDates(order_, result.rows);
   ShowProgress(false);
   ChangeRows([&](std::vector<SurveyRow>& rows) { rows = std::move(result.rows); });
   LookAgain(std::exchange(folders_, {}));
 }
 
 void frmOverview::Fail(const std::exception_ptr& failure) {
-  ShowProgress(false);
+  EndEarly();
   Guarded(this, [&] { std::rethrow_exception(failure); });
 }
 
 void frmOverview::btnCancel_Click() {
   survey_.reset();
-  ShowProgress(false);
+  EndEarly();
   ui_->notices->Report(kSurvey,
                        tr("Not all files were read, and what follows from several files is not "
                           "shown, such as the stations of a data set. F5 reads them again."));
 }
 
-void frmOverview::spnDueSoon_Change(int days) {
-  if (isFinished_) {
-    order_.dueSoonDays = days;
-    ChangeRows([this](std::vector<SurveyRow>& rows) { CheckDueDates(order_, rows); });
+void frmOverview::EndEarly() {
+  read_ = Read::Ended;
+  ShowProgress(false);
+  LookAgain(std::exchange(folders_, {}));
+  JudgeDueDates();
+}
+
+void frmOverview::spnDueSoon_Change() {
+  if (read_ != Read::Partly) {
+    JudgeDueDates();
   }
+}
+
+void frmOverview::LookAtTheDay() {
+  const FileDate today = today_();
+  if (today != order_.today) {
+    order_.today = today;
+    spnDueSoon_Change();
+  }
+}
+
+void frmOverview::JudgeDueDates() {
+  order_.dueSoonDays = ui_->spnDueSoon->value();
+  const Compared compared = read_ == Read::Whole ? Compared::Yes : Compared::No;
+  ChangeRows([&](std::vector<SurveyRow>& rows) { CheckDueDates(order_, rows, compared); });
 }
 
 void frmOverview::btnOpen_Click() {
@@ -195,7 +222,7 @@ void frmOverview::btnOpen_Click() {
 }
 
 void frmOverview::btnUpdate_Click() {
-  if (!isFinished_) {
+  if (read_ != Read::Whole) {
     Tell(this, tr("Wait until all files have been read, or press F5 to read them again."));
     return;
   }
@@ -208,7 +235,7 @@ void frmOverview::btnUpdate_Click() {
 }
 
 void frmOverview::LookAgain(const std::set<std::string>& folders) {
-  if (!isFinished_) {
+  if (read_ == Read::Partly) {
     folders_.insert(folders.begin(), folders.end());
     return;
   }
@@ -218,14 +245,18 @@ void frmOverview::LookAgain(const std::set<std::string>& folders) {
   const BusyPointer busy;
   ChangeRows([&](std::vector<SurveyRow>& rows) {
     for (const std::string& folder : folders) {
-      SurveyAgain(order_, folder, trees_, rows);
+      if (read_ == Read::Whole) {
+        SurveyAgain(order_, folder, trees_, rows);
+      } else {
+        ReadAgain(order_, folder, rows);
+      }
     }
   });
 }
 
 void frmOverview::ChangeRows(const std::function<void(std::vector<SurveyRow>& rows)>& change) {
   ui_->tblRows->KeepingTheRow([&] { ui_->tblRows->Model().Change(change); });
-  if (isFinished_) {
+  if (read_ == Read::Whole) {
     filter_->ShowSurveyed(ui_->tblRows->Model().Rows().All());
   }
   ShowCounts();

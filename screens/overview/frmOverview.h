@@ -36,8 +36,12 @@ class frmOverview final : public QDialog {
   frmOverview& operator=(const frmOverview&) = delete;
   ~frmOverview() override;
 
-  /// Surveys the two directories of the session, and returns when the screen is closed.
-  void ShowModally(const FileDate& today = Today());
+  /// Surveys the two directories of the session, and returns when the screen is closed. `today` is
+  /// asked again from time to time, because the screen may stay open for days.
+  void ShowModally(std::function<FileDate()> today = &Today);
+
+  /// Judges the due dates by the present day, if another one has begun.
+  void LookAtTheDay();
 
   /// Whether files may have been changed from this screen.
   [[nodiscard]] bool HasChangedFiles() const { return hasChangedFiles_; }
@@ -46,16 +50,27 @@ class frmOverview final : public QDialog {
   void btnOpen_Click();
   void btnUpdate_Click();
   void btnCancel_Click();
-  void spnDueSoon_Change(int days);
+  void spnDueSoon_Change();
 
   void SetUpFiles();
+
+  /// How much has been read.
+  enum class Read {
+    Partly,  ///< reading goes on
+    Ended,   ///< reading ended before all files were read and compared
+    Whole
+  };
 
   /// Begins to read all files.
   void StartSurvey();
   void TakeRows(std::vector<SurveyRow> rows, double done);
   void Finish(SurveyResult result);
   void Fail(const std::exception_ptr& failure);
+  /// Goes on with the rows that there are.
+  void EndEarly();
   void ShowProgress(bool isReading);
+  /// Judges the due dates of all rows again.
+  void JudgeDueDates();
 
   /// Reads folders again whose files may have been changed; while the survey runs, when it has
   /// ended.
@@ -67,9 +82,10 @@ class frmOverview final : public QDialog {
 
   std::unique_ptr<Ui::frmOverview> ui_;
   OverviewFilter* filter_ = nullptr;
+  std::function<FileDate()> today_;
   SurveyOrder order_;
-  SurveyedTrees trees_;            ///< of the survey that has ended
-  bool isFinished_ = false;        ///< whether all files were read and compared
+  SurveyedTrees trees_;  ///< of the survey that has ended
+  Read read_ = Read::Partly;
   bool couldLook_ = false;         ///< whether both directories could be listed then
   std::set<std::string> folders_;  ///< those to be read again then
   bool hasChangedFiles_ = false;

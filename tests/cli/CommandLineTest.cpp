@@ -10,6 +10,7 @@
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
 #include "core/caldata/Models.h"
+#include "core/text/FileCharacters.h"
 #include "support/TestTree.h"
 
 namespace tarvell::cli {
@@ -107,6 +108,33 @@ TEST_F(CommandLine, CheckEndsWithTwoWhereItCannotLook) {
   EXPECT_EQ(console_.err.find("tarvell-cli: c:\\gone: Cannot list the folder"), 0U);
 }
 
+TEST_F(CommandLine, ReportsAFolderThatItCannotListAndPrintsWhatItHasRead) {
+  tree_.Write(kSensor, Sensor("20261121", "99.8"));
+  std::filesystem::create_directory_symlink("nowhere", tree_.Native("c:\\calfactors\\PX13A"));
+  for (const auto& [command, printed] :
+       std::vector<std::pair<std::vector<std::string>, std::string>>{
+           {{"check"}, "past due"},
+           {{"due"}, "2026-11-21  -1 "},
+           {{"due", "--json"}, "\"complete\":false"},
+           {{"export", "--csv"}, ",2026-11-21,"},
+           {{"export", "--ics"}, "DATE:20261121\r\n"}}) {
+    EXPECT_EQ(Run(command), kCouldNotLook) << printed;
+    EXPECT_NE(console_.out.find(printed), std::string::npos) << console_.out;
+    EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\PX13A: Cannot list the folder"), 0U);
+  }
+}
+
+TEST_F(CommandLine, ReportsAFileWhoseDueDateItCannotRead) {
+  tree_.Write(kSensor, Sensor("20270305", "99.8").substr(0, 60));
+  for (const std::vector<std::string>& command :
+       {std::vector<std::string>{"due"}, {"due", "-q"}, {"export", "--ics"}}) {
+    EXPECT_EQ(Run(command), kCouldNotLook);
+    EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\PX12A\\SN12345: "), 0U);
+  }
+  EXPECT_EQ(Run({"check"}), kFindings);
+  EXPECT_EQ(Run({"export", "--csv"}), kClean) << "the table has a row for the file";
+}
+
 TEST_F(CommandLine, DueListsWhatIsDueWithinTheTime) {
   EXPECT_EQ(Run({"due"}), kClean);
   EXPECT_EQ(console_.out, "");
@@ -123,6 +151,7 @@ TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
   for (const std::vector<std::string>& arguments :
        {std::vector<std::string>{"due", "--within", "3m"},
         {"check", "--csv"},
+        {"check", "--json", "--quiet"},
         {"export", "--csv", "--ics"},
         {"look"}}) {
     EXPECT_EQ(Run(arguments), kCouldNotLook) << arguments.back();
@@ -164,6 +193,23 @@ TEST_F(CommandLine, ExportWritesEveryRowAsJson) {
             "\n]}\n");
 }
 
+TEST_F(CommandLine, WritesUtf8AlsoOfNamesThatAreNot) {
+  tree_.Write("c:\\stations\\B\xC4NK\\PX12A", tree_.Read(kInstrument));
+  tree_.Write("c:\\stations\\B\xC4NK\\INDEX", Lines({"PX12A", "INDEX"}));
+  EXPECT_EQ(Run({"check"}), kFindings);
+  EXPECT_EQ(
+      console_.out,
+      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks BÄNK. Open the list of stations and "
+      "leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
+  tree_.Write("c:\\stations\\INDEX", Lines({"BENCH1", "B\xC4NK"}));
+  EXPECT_EQ(Run({"check"}), kClean);
+  for (const char* format : {"--csv", "--json", "--ics"}) {
+    EXPECT_EQ(Run({"export", format}), kClean);
+    EXPECT_TRUE(IsUtf8(console_.out)) << format;
+    EXPECT_NE(console_.out.find("BÄNK"), std::string::npos) << format;
+  }
+}
+
 TEST_F(CommandLine, ShowWritesHeaderAndTable) {
   EXPECT_EQ(Run({"show", kSensor}), kClean);
   EXPECT_EQ(console_.out,
@@ -180,6 +226,8 @@ TEST_F(CommandLine, ShowWritesHeaderAndTable) {
   EXPECT_EQ(Run({"show", kInstrument}), kClean);
   EXPECT_EQ(console_.out.find("MODEL NUMBER   PX12A\nSERIAL NUMBER  3318A12345\n"), 0U);
   EXPECT_EQ(Run({"show", "c:\\gone"}), kCouldNotLook);
+  EXPECT_EQ(Run({"show", "-q", kInstrument}), kClean);
+  EXPECT_EQ(console_.out, "");
 }
 
 TEST_F(CommandLine, DiffComparesValuesNotBytes) {
@@ -212,6 +260,13 @@ TEST_F(CommandLine, HistoryListsWhatAFileHasHeld) {
   ASSERT_NE(until, std::string::npos) << console_.out;
   EXPECT_LT(now, console_.out.find("2026-11-20  2027-03-05  C-0099  "));
   EXPECT_LT(until, console_.out.find("2026-03-05  2027-03-05  C-0042  "));
+  EXPECT_EQ(Run({"history", "-q", kSensor}), kClean);
+  EXPECT_EQ(console_.out + console_.err, "");
+  for (const char* wrong : {R"(c:\calfactors\PX12A\SN99999)", R"(c:\calfactors\PX99)"}) {
+    EXPECT_EQ(Run({"history", wrong}), kCouldNotLook);
+    EXPECT_EQ(console_.out, "");
+    EXPECT_NE(console_.err.find(wrong), std::string::npos) << console_.err;
+  }
 }
 
 TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {
@@ -221,6 +276,8 @@ TEST_F(CommandLine, ShowsABarOnlyToSomebodyWhoWatches) {
   EXPECT_EQ(Run({"check"}), kClean);
   EXPECT_TRUE(console_.err.starts_with("\r[" + std::string(40, ' ') + "] 0%")) << console_.err;
   EXPECT_TRUE(console_.err.ends_with(" \r"));
+  EXPECT_EQ(Run({"check", "-q"}), kClean);
+  EXPECT_EQ(console_.err, "");
 }
 
 // ---- Import.

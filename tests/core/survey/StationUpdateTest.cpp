@@ -53,9 +53,36 @@ TEST_F(StationUpdates, ShowTheLinesThatASaveWouldAddOrRemove) {
   tree_.Write(kInstrument,
               Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345", "ADDRESS TYPE NONE",
                      "ADDRESS ", "STATION ", "OPTIONS ", "AVAILABILITY ", "OWNER Smith",
-                     "CAL DUE DATE 5 MAR 2027", "ASSET ", "TRACE ", "COMMENT "}));
-  const std::vector<ChangedLine> lines = {{"", "CAL DATA "}, {"OWNER Smith", ""}};
+                     "CAL DUE DATE 5 MAR 2026", "ASSET ", "TRACE ", "COMMENT "}));
+  const std::vector<ChangedLine> lines = {{"OWNER Smith", ""},
+                                          {"CAL DUE DATE 5 MAR 2026", "CAL DUE DATE 5 MAR 2027"},
+                                          {"", "CAL DATA "}};
   EXPECT_EQ(StationUpdate(kInstrument, kDataSet).Lines(), lines);
+}
+
+TEST(ChangedLinesOfAFile, AreAlsoThoseWithAnotherPlaceOrEnd) {
+  const std::string after = "TRACE a\r\nCOMMENT new\r\nASSET 7\r\n";
+  const std::vector<ChangedLine> ends = {
+      {"TRACE a (line end LF)", "TRACE a (line end CR LF)"},
+      {"COMMENT old (line end CR)", "COMMENT new (line end CR LF)"},
+      {"ASSET 7 (no line end)", "ASSET 7 (line end CR LF)"}};
+  EXPECT_EQ(ChangedLines("TRACE a\nCOMMENT old\rASSET 7", after), ends);
+
+  const std::vector<ChangedLine> places = {{"COMMENT older", ""},
+                                           {"ASSET 7", ""},
+                                           {"(empty line)", ""},
+                                           {"COMMENT old", "COMMENT new"},
+                                           {"", "ASSET 7"}};
+  EXPECT_EQ(ChangedLines("COMMENT older\r\nASSET 7\r\n\r\nTRACE a\r\nCOMMENT old\r\n", after),
+            places);
+}
+
+TEST_F(StationUpdates, LeaveAFileThatHasDueDateAndComment) {
+  tree_.Write(kDataSet, DataSet("20270305", "factory"));
+  std::string unixLines = Instrument("5 MAR 2027", "factory");
+  std::erase(unixLines, '\r');
+  tree_.Write(kInstrument, unixLines);
+  EXPECT_EQ(StationUpdate(kInstrument, kDataSet).Lines(), std::vector<ChangedLine>());
 }
 
 TEST_F(StationUpdates, ReportAFileThatHasChangedSinceThePreview) {

@@ -4,11 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <ostream>
 #include <string>
+#include <system_error>
 #include <vector>
 
+#include "core/history/History.h"
+#include "core/platform/ForwardingPlatform.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/Survey.h"
 #include "core/survey/SurveyTable.h"
@@ -80,6 +85,13 @@ Texts With(Texts lines, const std::string& line, const std::string& other) {
   EXPECT_NE(place, lines.end()) << line;
   *place = other;
   return lines;
+}
+
+/// `text` with another part in the place of one.
+std::string Replaced(std::string text, const std::string& part, const std::string& other) {
+  const std::size_t place = text.find(part);
+  EXPECT_NE(place, std::string::npos) << part;
+  return text.replace(place, part.size(), other);
 }
 
 Texts Without(Texts lines, const std::string& line) {
@@ -179,6 +191,19 @@ const std::string kDue = "#DUE_DATE : 20270305";
 const std::string kDueAtStation = "CAL DUE DATE 5 MAR 2027";
 const std::string kSerialAtStation = "SERIAL NUMBER 3318A12345";
 
+/// A sensor with 89.7 for 97.9.
+Texts OddSensor() {
+  Texts lines = Sensor();
+  lines.erase(lines.begin() + 10, lines.end() - 1);
+  for (const char* row :
+       {"*    2000:     99.6", "*    4000:     99.1", "*    6000:     98.5", "*    8000:     89.7",
+        "*   10000:     97.1", "*   12000:     96.4", "*   14000:     95.6"}) {
+    lines.insert(lines.end() - 1,
+                 std::string(row) + "     :    0.0    :     0.0    :    0.0    :     0.0  ");
+  }
+  return lines;
+}
+
 class OneFault : public testing::TestWithParam<Fault> {};
 
 TEST_P(OneFault, IsFoundAndNothingElse) {
@@ -203,6 +228,20 @@ std::vector<Fault> Faults() {
                     Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 22 DEC 2026")));
        },
        {R"(PX12A\SN12345 due-soon)"}},
+      {"PastDueWithAnImpossibleCalibrationDate",
+       [](const TestTree& tree) {
+         tree.Write(kSensor, Lines(With(With(Sensor(), kDue, "#DUE_DATE : 20261121"),
+                                        "#CAL_DATE : 20260305", "#CAL_DATE : 20260230")));
+       },
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 no-such-date)",
+        R"(BENCH1\PX12A due-date-differs)"}},
+      {"PastDueWithACalibrationDateThatCannotBeRead",
+       File(kSensor, With(With(Sensor(), kDue, "#DUE_DATE : 20261121"), "#CAL_DATE : 20260305",
+                          "#CAL_DATE : 9E99")),
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 unreadable)"}},
+      {"PastDueSinceTheLastDayOfFebruary",
+       File(kSensor, With(Sensor(), kDue, "#DUE_DATE : 20260229")),
+       {R"(PX12A\SN12345 past-due)", R"(PX12A\SN12345 no-such-date)"}},
       {"NoSuchDueDate",
        File(kSensor, With(Sensor(), kDue, "#DUE_DATE : 20270229")),
        {R"(PX12A\SN12345 no-such-date)"}},
@@ -279,6 +318,18 @@ std::vector<Fault> Faults() {
       {"CutOffInALine",
        [](const TestTree& tree) { tree.Write(kSensor, WithoutLastEnd(Without(Sensor(), "!End"))); },
        {R"(PX12A\SN12345 cut-off)"}},
+      {"OldStyleCutOffInALine",
+       [](const TestTree& tree) {
+         tree.Write(kSensor,
+                    Lines({"QZ PX12A", "3318A12345", "05MAR2026"}) + "  50.0  100.0\r\n 10");
+       },
+       {R"(PX12A\SN12345 cut-off)"}},
+      {"UnknownModelCutOffInALine",
+       [](const TestTree& tree) {
+         tree.Write(R"(c:\calfactors\ZZ1\SN12345)",
+                    WithoutLastEnd(With(Sensor(), "#MODEL_NO : PX12A", "#MODEL_NO : ZZ1")));
+       },
+       {R"(ZZ1\SN12345 cut-off)"}},
       {"NoEnd", File(kSensor, Without(Sensor(), "!End")), {R"(PX12A\SN12345 no-end)"}},
       {"OtherModel",
        File(kSensor, With(Sensor(), "#MODEL_NO : PX12A", "#MODEL_NO : PX11A")),
@@ -286,22 +337,7 @@ std::vector<Fault> Faults() {
       {"OtherSerial",
        File(kSensor, With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 3318A12346")),
        {R"(PX12A\SN12345 other-serial)"}},
-      {"ValueThatStandsOut",
-       [](const TestTree& tree) {
-         Texts lines = Sensor();
-         lines.erase(lines.begin() + 10, lines.end() - 1);
-         // 89.7 for 97.9.
-         for (const char* row :
-              {"*    2000:     99.6", "*    4000:     99.1", "*    6000:     98.5",
-               "*    8000:     89.7", "*   10000:     97.1", "*   12000:     96.4",
-               "*   14000:     95.6"}) {
-           lines.insert(lines.end() - 1, std::string(row) +
-                                             "     :    0.0    :     0.0    :    0.0    :     "
-                                             "0.0  ");
-         }
-         tree.Write(kSensor, Lines(lines));
-       },
-       {R"(PX12A\SN12345 doubtful-value)"}},
+      {"ValueThatStandsOut", File(kSensor, OddSensor()), {R"(PX12A\SN12345 doubtful-value)"}},
       {"CommentOfTwoWords",
        File(kSensor, With(Sensor(), "#COMMENT  : certificate", "#COMMENT  : two words")),
        {R"(PX12A\SN12345 not-rewritten)"}},
@@ -326,6 +362,42 @@ std::vector<Fault> Faults() {
 INSTANTIATE_TEST_SUITE_P(Survey, OneFault, testing::ValuesIn(Faults()),
                          [](const auto& test) { return std::string(test.param.name); });
 
+TEST(Survey, JudgesValuesByTheEarlierCalibrationAsTheEditorsDo) {
+  const Laboratory laboratory;
+  const std::string now = Lines(Sensor());
+  const std::string earlier = Replaced(Replaced(now, "20260305", "20250305"), "99.8", "97.8");
+  laboratory.tree.Write(kSensor, earlier);
+  SaveWithHistory(kSensor, Replaced(now, "certificate", "provisional"));
+  SaveWithHistory(kSensor, now);
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_EQ(FindingsIn(survey.Rows()), Texts{R"(PX12A\SN12345 doubtful-value)"});
+  EXPECT_NE(survey.Rows()[0].findings.front().text.find("The earlier calibration has 97.8"),
+            std::string::npos)
+      << survey.Rows()[0].findings.front().text;
+}
+
+TEST(Survey, AcceptsAValueThatStandsOutIfTheEarlierCalibrationHasIt) {
+  const Laboratory laboratory;
+  const std::string now = Lines(OddSensor());
+  laboratory.tree.Write(kSensor, Replaced(now, "20260305", "20250305"));
+  SaveWithHistory(kSensor, now);
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts());
+}
+
+TEST(Survey, ReadsTheJournalOnceAndOnlyTheVersionsThatItNeeds) {
+  const Laboratory laboratory;
+  const std::string other = R"(c:\calfactors\PX12A\SN00001)";
+  const std::string now = Lines(Sensor());
+  for (const char* day : {"20230305", "20240305", "20250305", "20260305"}) {
+    SaveWithHistory(kSensor, Replaced(now, "20260305", day));
+    SaveWithHistory(other, Replaced(Replaced(now, "20260305", day), "3318A12345", "00001"));
+  }
+  test::CountingPlatform platform;
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts{R"(PX12A\SN00001 not-used)"});
+  EXPECT_EQ(platform.opened, 8 + 1 + 2 * 2)
+      << "limits, two lists and five files; the journal; twice the latest version of each sensor";
+}
+
 TEST(Survey, LooksAtModelsThatTheProgramDoesNotKnow) {
   const Laboratory laboratory;
   laboratory.tree.Write(
@@ -334,9 +406,11 @@ TEST(Survey, LooksAtModelsThatTheProgramDoesNotKnow) {
              "#DUE_DATE : 20270305", "#COMMENT  : any words", "*something else"}));
   laboratory.tree.Write(std::string(kData) + "ZZ1\\SN00002",
                         Lines({"QZ ZZ2 Opt001", "00002", "05MAR2026"}));
-  EXPECT_EQ(
-      FindingsIn(Surveyed(laboratory).Rows()),
-      (Texts{R"(ZZ1\SN00001 not-used)", R"(ZZ1\SN00002 not-used)", R"(ZZ1\SN00002 other-model)"}));
+  laboratory.tree.Write(std::string(kData) + "PX12A\\SN00003",
+                        Lines({"QZ PX12A Opt001", "00003", "29FEB2028", " 50.0  100.0", "END"}));
+  EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()),
+            (Texts{R"(PX12A\SN00003 not-used)", R"(ZZ1\SN00001 not-used)",
+                   R"(ZZ1\SN00002 not-used)", R"(ZZ1\SN00002 other-model)"}));
 }
 
 TEST(Survey, FindsNoFaultInTheFileOfATestKit) {
@@ -345,6 +419,47 @@ TEST(Survey, FindsNoFaultInTheFileOfATestKit) {
                         Lines({"RT410A PERFORMANCE TEST KIT", "2705J00031", "CAL DATE 20251215"}) +
                             std::string(5U << 20U, ' '));
   EXPECT_EQ(FindingsIn(Surveyed(laboratory).Rows()), Texts{R"(RT410A\SN00031 not-used)"});
+}
+
+/// Deletes something when a folder has just been listed.
+class Vanishing final : public ForwardingPlatform {
+ public:
+  Vanishing() : ForwardingPlatform(CurrentPlatform()), before_(SetCurrentPlatform(this)) {}
+  Vanishing(const Vanishing&) = delete;
+  Vanishing& operator=(const Vanishing&) = delete;
+  ~Vanishing() override { SetCurrentPlatform(before_); }
+
+  [[nodiscard]] std::error_code Search(const std::filesystem::path& folder, SearchKind kind,
+                                       const SearchVisitor& visit) override {
+    const std::error_code code = ForwardingPlatform::Search(folder, kind, visit);
+    if (const auto found = deleted.find(folder); found != deleted.end()) {
+      std::filesystem::remove_all(found->second);
+    }
+    return code;
+  }
+
+  std::map<std::filesystem::path, std::filesystem::path> deleted;  ///< by folder
+
+ private:
+  Platform* before_;
+};
+
+TEST(Survey, FindsNothingAboutWhatIsDeletedWhileItLooks) {
+  const Laboratory laboratory;
+  const std::string other = R"(c:\calfactors\PX12A\SN00001)";
+  laboratory.tree.Write(other, Lines(Sensor()));
+  laboratory.tree.Write(R"(c:\calfactors\PX13A\SN00001)", Lines(Sensor()));
+  laboratory.tree.Write(R"(c:\stations\INDEX)", Lines({"BENCH1", "BENCH2"}));
+  laboratory.tree.MakeFolders(R"(c:\stations\BENCH2)");
+  Vanishing platform;
+  const auto native = [&](const std::string& path) { return laboratory.tree.Native(path); };
+  platform.deleted = {{native(R"(c:\calfactors\PX12A)"), native(other)},
+                      {native(R"(c:\calfactors)"), native(R"(c:\calfactors\PX13A)")},
+                      {native(R"(c:\stations)"), native(R"(c:\stations\BENCH2)")}};
+  const Survey survey = Surveyed(laboratory);
+  EXPECT_FALSE(laboratory.tree.Exists(other));
+  EXPECT_EQ(FindingsIn(survey.Rows()), Texts());
+  EXPECT_EQ(survey.FilesRead(), 4U);
 }
 
 TEST(Survey, LooksAtOneTreeWhereTheOtherIsGone) {
@@ -398,6 +513,21 @@ TEST(Survey, FindsTheSameInSeveralThreads) {
   EXPECT_TRUE(inThreads.couldLook);
 }
 
+TEST(Survey, DoesWithoutThreadsThatTheSystemDoesNotStart) {
+  const Laboratory laboratory;
+  int started = 0;
+  const SurveyResult result = SurveyInThreads(
+      laboratory.order, 4, [](double) {},
+      [&](const std::function<void()>& work) {
+        if (++started > 1) {
+          throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+        }
+        return StartThread(work);
+      });
+  EXPECT_EQ(started, 2);
+  EXPECT_EQ(SurveyCsv(result.rows), SurveyCsv(Surveyed(laboratory).Rows()));
+}
+
 TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   Laboratory laboratory;
   SurveyResult result = Surveyed(laboratory).TakeResult();
@@ -430,6 +560,25 @@ TEST(Survey, JudgesDueDatesAgainByAnotherNumberOfDays) {
   laboratory.order.dueSoonDays = 102;
   CheckDueDates(laboratory.order, result.rows);
   EXPECT_EQ(FindingsIn(result.rows), Texts());
+  laboratory.order.today = {2026, 11, 23};
+  CheckDueDates(laboratory.order, result.rows);
+  EXPECT_EQ(FindingsIn(result.rows), Texts{R"(PX12A\SN12345 due-soon)"});
+  EXPECT_EQ(result.rows[0].daysLeft, 102);
+}
+
+TEST(Survey, JudgesOnlyDataSetsBeforeTheRowsAreCompared) {
+  Laboratory laboratory;
+  Survey survey(laboratory.order);
+  while (survey.Rows().size() < 4 && survey.Step()) {
+  }
+  std::vector<SurveyRow> rows = survey.Rows();
+  laboratory.tree.Write(R"(c:\calfactors\PX60G\SN01106)",
+                        Replaced(Lines(kAttenuatorLines), "C-0043", "C-0044"));
+  ReadAgain(laboratory.order, R"(c:\calfactors\PX60G)", rows);
+  EXPECT_EQ(rows[1].calibrationNumber, "C-0044");
+  laboratory.order.today = {2029, 1, 1};
+  CheckDueDates(laboratory.order, rows, Compared::No);
+  EXPECT_EQ(FindingsIn(rows), (Texts{R"(PX12A\SN12345 past-due)", R"(PX60G\SN01106 past-due)"}));
 }
 
 }  // namespace

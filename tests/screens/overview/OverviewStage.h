@@ -79,7 +79,7 @@ class OverviewStage : public SensorStage {
       overview.close();
     });
     frmOverview overview(nullptr);
-    overview.ShowModally({2026, 11, 22});
+    overview.ShowModally([this] { return today_; });
   }
 
   /// The same, when all files have been read.
@@ -113,6 +113,7 @@ class OverviewStage : public SensorStage {
     return Find<QLabel>(overview, "lblCount").text().toStdString();
   }
 
+  FileDate today_ = {2026, 11, 22};
   SensorFile sensor_ = {.calDate = "20260305",
                         .dueDate = "20270305",
                         .comment = "certificate",

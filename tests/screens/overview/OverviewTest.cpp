@@ -6,8 +6,12 @@
 #include <QHeaderView>
 #include <QSpinBox>
 
+#include <algorithm>
 #include <atomic>
+#include <iterator>
 #include <latch>
+#include <optional>
+#include <system_error>
 
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/overview/OverviewStage.h"
@@ -178,6 +182,19 @@ TEST_F(Overview, CountsAsDueSoonWhatTheUserSays) {
   });
 }
 
+TEST_F(Overview, JudgesTheDueDatesAgainWhenAnotherDayBegins) {
+  AtFilled([this](frmOverview& overview) {
+    today_ = {2027, 3, 6};
+    overview.LookAtTheDay();
+    EXPECT_EQ(Column(overview, SurveyColumn::DaysLeft), (Texts{"-105", "-1", "-366", "", "-1"}));
+    EXPECT_EQ(Cell(overview, kSensorRow, SurveyColumn::State), "past due");
+    today_ = {2027, 3, 5};
+    Press(Qt::Key_F5);
+    AwaitEnd(overview);
+    EXPECT_EQ(Cell(overview, kSensorRow, SurveyColumn::State), "due soon");
+  });
+}
+
 // ---- Opening a row.
 
 TEST_F(Overview, EnterOpensADataSetAndReadsItAgain) {
@@ -312,6 +329,44 @@ TEST_F(Overview, CanBeCancelledAndReadAgain) {
     EXPECT_EQ(rows.rowCount(), 5);
     EXPECT_FALSE(Contains(ToDo(overview), "Not all files were read"));
   });
+}
+
+TEST_F(Overview, FollowsTheDaysAndWhatIsEditedAlsoAfterCancel) {
+  Gate gate;
+  AtOverview([&](frmOverview& overview) {
+    const QAbstractItemModel& rows = *TableOf(overview).model();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows.rowCount() == 1; }));
+    gate.Open();
+    Press(Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(Column(overview, SurveyColumn::State), Texts{"past due"});
+    ClickRow(overview, kUnusedSensorRow);
+    user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
+      Fill(editor, "txtComment", "again");
+      Press(Qt::Key_S, Qt::ControlModifier);
+    });
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Column(overview, SurveyColumn::Comment), (Texts{"again", "certificate"}));
+    EXPECT_EQ(Column(overview, SurveyColumn::State), (Texts{"past due", ""}));
+    Fill(overview, "qt_spinbox_lineedit", "103");
+    EXPECT_EQ(Column(overview, SurveyColumn::State), (Texts{"past due", "due soon"}));
+  });
+}
+
+TEST_F(Overview, FillsWithoutAThreadWhereTheSystemStartsNone) {
+  std::vector<SurveyRow> found;
+  std::optional<SurveyResult> result;
+  const SurveyThread survey(
+      {.calibrationDir = gCalibrationDir, .stationDir = gStationDir, .today = today_},
+      {.found = [&](std::vector<SurveyRow> rows,
+                    double /*done*/) { std::ranges::move(rows, std::back_inserter(found)); },
+       .finished = [&](SurveyResult whole) { result = std::move(whole); },
+       .failed = [](const std::exception_ptr& failure) { std::rethrow_exception(failure); }},
+      [](const auto& /*work*/) -> std::jthread {
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+      });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return result.has_value(); }));
+  EXPECT_EQ(result->rows.size(), 5U);
+  EXPECT_FALSE(found.empty()) << "rows are shown before the end";
 }
 
 TEST_F(Overview, CanBeClosedWhileItFills) {

@@ -144,9 +144,9 @@ TEST_F(StationUpdates, TheTableAndTheDueDatesAreSavedAsFiles) {
                    "instrument,ZZ9,77,,,,,certificate,ST1,,,c:\\stations\\ST1\\ZZ9"}));
   const std::string entries = ReadNative(calendar);
   EXPECT_TRUE(Contains(entries,
-                       "UID:PX12A-3318A00001@tarvell\r\nDTSTAMP:20260305T140307Z\r\n"
+                       "UID:data-set_PX12A_SN00001@tarvell\r\nDTSTAMP:20260305T140307Z\r\n"
                        "DTSTART;VALUE=DATE:20261121\r\n"));
-  EXPECT_TRUE(Contains(entries, "UID:PX12A-3318A12345@tarvell\r\n"));
+  EXPECT_TRUE(Contains(entries, "UID:data-set_PX12A_SN12345@tarvell\r\n"));
 }
 
 }  // namespace
