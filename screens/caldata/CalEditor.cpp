@@ -325,7 +325,10 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
-  controls_.header->MarkDates(isNew);
+  const LoadedHeader& header = data_->HeaderOfLoad();
+  const bool isAsSaved = begin == Begin::AsSaved;
+  controls_.header->MarkDates(isNew || (isAsSaved && header.lacksCalDate),
+                              isNew || (isAsSaved && header.lacksDueDate));
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
   // ShowTables uses the width of the table. The layout has to set it now, because the screen is not
