@@ -182,6 +182,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
              return Contents();
            },
        .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
+       .templateSerial = [this] { return templateSerial_; },
        .take = [this](const QString& what,
                       const EditorState& after) { TakeContents(what, after); }});
   OfferPrinting({.screen = this,
@@ -324,6 +325,7 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
 
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
+  templateSerial_ = isNew ? serial : std::string();
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
   const LoadedHeader& header = data_->HeaderOfLoad();
   const bool isAsSaved = begin == Begin::AsSaved;
