@@ -25,8 +25,8 @@ struct DeletedTree {
   std::string root;         ///< a path of the program
   std::string folder = "";  ///< only the files of this folder; "" for those of all
   QString folderName;       ///< what a folder of the tree is: "Model", "Station"
-  DamageCheck isDamaged = nullptr;
   std::function<HistorySubject(const std::string& path)> subject;
+  DamageCheck isDamaged = nullptr;  ///< without it, damaged files are not listed
 };
 
 /// Lists files that were deleted or damaged, and shows the history of one, which can put it back.
