@@ -4,9 +4,9 @@
 #include "Laboratory.h"
 
 #include <fcntl.h>
+#include <fstream>
 #include <spawn.h>
 #include <stdexcept>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -15,7 +15,7 @@
 
 namespace tarvell::bench {
 
-double Start(const std::string& program, const std::vector<std::string>& arguments) {
+void Start(const std::string& program, const std::vector<std::string>& arguments) {
   std::vector<char*> line = {const_cast<char*>(program.c_str())};
   for (const std::string& argument : arguments) {
     line.push_back(const_cast<char*>(argument.c_str()));
@@ -26,15 +26,24 @@ double Start(const std::string& program, const std::vector<std::string>& argumen
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t process = 0;
   int status = -1;
-  rusage used{};
   const bool isStarted =
       ::posix_spawn(&process, program.c_str(), &actions, nullptr, line.data(), environ) == 0;
   posix_spawn_file_actions_destroy(&actions);
-  if (!isStarted || ::wait4(process, &status, 0, &used) != process || !WIFEXITED(status) ||
+  if (!isStarted || ::waitpid(process, &status, 0) != process || !WIFEXITED(status) ||
       WEXITSTATUS(status) > 1) {
     throw std::runtime_error("failed: " + program);
   }
-  return static_cast<double>(used.ru_maxrss);
+}
+
+double PeakMemory(const std::string& program, const std::vector<std::string>& arguments) {
+  // A program inherits the peak of the one that starts it: that of GNU time is small.
+  const std::string result = (DriveFolder() / "peak").string();
+  std::vector<std::string> line = {"--quiet", "--format=%M", "--output=" + result, program};
+  line.insert(line.end(), arguments.begin(), arguments.end());
+  Start("/usr/bin/time", line);
+  double kilobytes = 0;
+  std::ifstream(result) >> kilobytes;
+  return kilobytes;
 }
 
 Laboratory::Laboratory(const std::string& folder, std::vector<std::string> options)

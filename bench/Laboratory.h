@@ -10,9 +10,12 @@
 
 namespace tarvell::bench {
 
-/// Runs a program, whose output is thrown away. Its status must be 0 or 1. Returns its peak memory
-/// in kilobytes.
-double Start(const std::string& program, const std::vector<std::string>& arguments);
+/// Runs a program, whose output is thrown away. Its status must be 0 or 1.
+void Start(const std::string& program, const std::vector<std::string>& arguments);
+
+/// The same; returns the program's peak memory in kilobytes.
+[[nodiscard]] double PeakMemory(const std::string& program,
+                                const std::vector<std::string>& arguments);
 
 /// A laboratory without faults that scripts/laboratory makes, when the first row that needs it is
 /// measured.

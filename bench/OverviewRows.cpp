@@ -140,7 +140,8 @@ void AddOverview(const std::string& name, const Laboratory& laboratory) {
       [](const std::string& folder) { return LongestHold(folder, &Narrow); });
   AddRow({.name = "peak memory of the overview, " + name + ", compared with 200 MB",
           .goal = 1,
-          .program = [laboratory] { return Start(TARVELL_BENCH_OVERVIEW, {laboratory.Folder()}); },
+          .program =
+              [laboratory] { return PeakMemory(TARVELL_BENCH_OVERVIEW, {laboratory.Folder()}); },
           .limit = [] { return kMemory; },
           .repetitions = 3,
           .isMemory = true});

@@ -63,9 +63,15 @@ void SurveyFirstRow(const std::string& folder) {
   Use(survey.Rows());
 }
 
-double Check(const std::string& folder) {
-  return Start(TARVELL_BENCH_CLI, {"check", "--quiet", "--calfactors", folder + "/calfactors",
-                                   "--stations", folder + "/stations", "--today", "2026-11-22"});
+std::vector<std::string> CheckOf(const std::string& folder) {
+  return {"check",        "--quiet",
+          "--calfactors", folder + "/calfactors",
+          "--stations",   folder + "/stations",
+          "--today",      "2026-11-22"};
+}
+
+void Check(const std::string& folder) {
+  Start(TARVELL_BENCH_CLI, CheckOf(folder));
 }
 
 /// A measurement of `work` in the folder of a laboratory, which is made before.
@@ -95,7 +101,8 @@ void AddSurvey(const std::string& name, const Laboratory& laboratory) {
           .repetitions = kRepetitions});
   AddRow({.name = "peak memory of the check of " + name + ", compared with 200 MB",
           .goal = 1,
-          .program = [laboratory] { return Check(laboratory.Folder()); },
+          .program =
+              [laboratory] { return PeakMemory(TARVELL_BENCH_CLI, CheckOf(laboratory.Folder())); },
           .limit = [] { return kMemory; },
           .repetitions = 3,
           .isMemory = true});

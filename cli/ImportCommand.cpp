@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "core/caldata/Models.h"
 #include "core/caldata/OpenedDataSet.h"
 #include "core/curves/SlipLimits.h"
+#include "core/dates/Calendar.h"
 #include "core/dates/Months.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/FileNames.h"
@@ -73,16 +75,22 @@ std::vector<std::string> Texts(const std::vector<ReadingQuestion>& questions) {
   return texts;
 }
 
+/// An export may have a date that does not exist.
+bool IsDay(const std::optional<FoundDate>& found) {
+  return found && found->date.year > 0 &&
+         IsValidDate(found->date.year, found->date.month, found->date.day);
+}
+
 /// What a new data set still lacks, a sentence each.
 std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after) {
   std::vector<std::string> lacks;
   if (after.header.serialNumber.empty()) {
     lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
   }
-  if (!certificate.header.calDate) {
+  if (!IsDay(certificate.header.calDate)) {
     lacks.emplace_back("The certificate names no calibration date. Give it with --calibrated.");
   }
-  if (!certificate.header.dueDate) {
+  if (!IsDay(certificate.header.dueDate)) {
     lacks.emplace_back("The certificate names no due date. Give it with --due.");
   }
   return lacks;
@@ -188,10 +196,18 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
   EditorState now = StateOf(model, *data);
   now.header.serialNumber = order.serialNumber;
-  const ImportTarget target = {model, *data, now, !order.serialNumber.empty()};
+  const ImportTarget target = {
+      .model = model, .data = *data, .now = now, .isSerialFixed = !order.serialNumber.empty()};
   const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
   const EditorState after = AfterImport(now, plan, true);
   ReportEach(console, order.file, plan.notes);
+  ReportEach(console, order.file, plan.open);
+  if (!plan.open.empty()) {
+    Report(console, order.file,
+           "Nothing was saved. Import the certificate in the editor, where the column can be "
+           "chosen, or delete the other column.");
+    return kCouldNotLook;
+  }
   if (!plan.HasValues()) {
     return kCouldNotLook;
   }
@@ -201,20 +217,20 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   }
   std::vector<std::string> doubts = plan.doubts;
   std::ranges::move(PagesWithDefaults(model, *data, after, plan), std::back_inserter(doubts));
+  StoreState(after, model, *data);
+  const std::string path = Joined(Joined(options.calibrationDir, std::string(model.code)),
+                                  DataFileName(data->SerialNumber()));
+  std::ranges::move(Marks(options, model, *data, path), std::back_inserter(doubts));
+  ReportEach(console, order.file, plan.Rounded());
   ReportEach(console, order.file, doubts);
   if (!doubts.empty() && !order.isSure) {
     Report(console, order.file,
            "Nothing was saved. To save it all the same, repeat the command with --sure.");
     return kFindings;
   }
-  StoreState(after, model, *data);
-  const std::string path = Joined(Joined(options.calibrationDir, std::string(model.code)),
-                                  DataFileName(data->SerialNumber()));
   if (!Save(*data, path, order.replaces, console)) {
     return kFindings;
   }
-  ReportEach(console, order.file, plan.Rounded());
-  ReportEach(console, path, Marks(options, model, *data, path));
   console.Out("Saved " + path + ".\n");
   return kClean;
 }

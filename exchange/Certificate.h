@@ -55,9 +55,13 @@ struct CertificateColumn {
 
 struct CertificateTable {
   Names name;
-  std::string where;         ///< the place in the file: "line 12", "result 1, list 2"
-  std::string page;          ///< the page that it names itself, "" for none
-  std::string memberSerial;  ///< the serial number of the member on that page, "" for none
+  std::string where;  ///< the place in the file: "line 12", "result 1, list 2"
+  std::string page;   ///< the page that it names itself, "" for none
+  /// The serial number of the member on that page; nothing where the table does not give it.
+  std::optional<std::string> memberSerial;
+  std::optional<std::size_t> item;    ///< the instrument that it is about, if it says so
+  bool isItemOpen = false;            ///< whether it is about one of several, and does not say so
+  std::vector<std::size_t> rowLines;  ///< the line of the file of each row; none for a DCC
   std::vector<CertificateColumn> columns;
 
   [[nodiscard]] std::size_t RowCount() const;
@@ -68,6 +72,7 @@ struct CertificateItem {
   Names name;
   std::string model;
   std::string serialNumber;
+  std::string where = "item";  ///< the place of the serial number
 };
 
 /// A header value and the place where it was found, such as "line 3".
@@ -114,6 +119,7 @@ struct Certificate {
   CertificateHeader header;
   std::vector<CertificateItem> items;
   std::vector<CertificateTable> tables;
+  std::vector<std::string> doubts;         ///< what the user has to confirm, a sentence each
   std::vector<std::string> notes;          ///< what was not used and why, a sentence each
   std::vector<ReadingQuestion> questions;  ///< must be answered before the values are taken
 };

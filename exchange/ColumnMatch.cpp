@@ -7,6 +7,8 @@
 
 #include "core/numbers/Numbers.h"
 #include "core/numbers/WrittenNumber.h"
+#include "core/text/Text.h"
+#include "exchange/CaptionUnit.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -29,12 +31,28 @@ const WrittenValue* TypicalValue(const std::vector<WrittenValue>& values) {
   return number == values.end() ? nullptr : &*number;
 }
 
+/// The first value in a unit that is not a known one; nullptr for none.
+const WrittenValue* FirstUnknownUnit(const std::vector<WrittenValue>& values) {
+  // The values of a column mostly have the same unit.
+  const std::string* last = nullptr;
+  for (const WrittenValue& value : values) {
+    if (!value.isNumber || value.unit.empty() || (last != nullptr && value.unit == *last)) {
+      continue;
+    }
+    if (!UnitFrom(value.unit)) {
+      return &value;
+    }
+    last = &value.unit;
+  }
+  return nullptr;
+}
+
 /// Whether all units of these values are ones that the column takes. A missing unit is unknown.
 enum class UnitFit { Wrong, Unknown, Right };
 
 UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column) {
   const WrittenValue* typical = TypicalValue(values);
-  if (typical == nullptr) {
+  if (typical == nullptr || FirstUnknownUnit(values) != nullptr) {
     return UnitFit::Wrong;
   }
   if (typical->unit.empty()) {
@@ -46,7 +64,8 @@ UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column
 
 /// A column of names has no numbers.
 bool IsText(const std::vector<WrittenValue>& values) {
-  return std::ranges::none_of(values, [](const WrittenValue& value) { return value.isNumber; });
+  return std::ranges::none_of(values, [](const WrittenValue& value) { return value.isNumber; }) &&
+         std::ranges::any_of(values, [](const WrittenValue& value) { return !value.text.empty(); });
 }
 
 std::string FoldedNames(const CertificateColumn& column) {
@@ -54,7 +73,7 @@ std::string FoldedNames(const CertificateColumn& column) {
   for (const LocalText& name : column.caption) {
     text += Folded(name.text) + " ";
   }
-  return text + Folded(column.refType);
+  return text;
 }
 
 /// Chooses the sources of one table, one column of the model after the other.
@@ -64,80 +83,107 @@ class Matching {
       : table_(table), columns_(columns), sources_(SourcesOf(table)) {
     for (const CertificateColumn& column : table.columns) {
       names_.push_back(FoldedNames(column));
+      kinds_.push_back(Folded(column.refType));
     }
   }
 
-  ColumnMatch Run() {
+  ProposedMatch Run() {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-      match_.push_back(columns_[i].IsUncertainty() ? UncertaintyFor(i) : BestFor(columns_[i]));
+      std::vector<ColumnSource> best =
+          columns_[i].IsUncertainty() ? UncertaintiesFor(i) : BestFor(columns_[i]);
+      proposed_.match.push_back(best.size() == 1 ? std::optional(best.front()) : std::nullopt);
+      if (best.size() > 1) {
+        proposed_.asked.push_back({i, std::move(best)});
+      }
     }
-    return match_;
+    return std::move(proposed_);
   }
 
  private:
-  [[nodiscard]] bool IsUsed(const ColumnSource& source) const {
-    return std::ranges::find(match_, std::optional(source)) != match_.end();
-  }
-
-  [[nodiscard]] std::optional<ColumnSource> BestFor(const ModelColumn& column) const {
-    std::optional<ColumnSource> best;
-    int bestScore = 0;
-    for (const ColumnSource& source : sources_) {
-      const int score = source.isUncertainty || IsUsed(source) ? 0 : Score(source, column);
-      if (score > bestScore) {
-        best = source;
-        bestScore = score;
+  /// The sources with the highest score.
+  class Best {
+   public:
+    void Add(const ColumnSource& source, int score) {
+      if (score > score_) {
+        sources_.clear();
+        score_ = score;
+      }
+      if (score > 0 && score == score_) {
+        sources_.push_back(source);
       }
     }
-    return best;
+    [[nodiscard]] const std::vector<ColumnSource>& Sources() const { return sources_; }
+
+   private:
+    int score_ = 0;
+    std::vector<ColumnSource> sources_;
+  };
+
+  [[nodiscard]] bool IsUsed(const ColumnSource& source) const {
+    return std::ranges::find(proposed_.match, std::optional(source)) != proposed_.match.end();
+  }
+
+  [[nodiscard]] std::vector<ColumnSource> BestFor(const ModelColumn& column) const {
+    Best best;
+    for (const ColumnSource& source : sources_) {
+      if (!source.isUncertainty && !IsUsed(source)) {
+        best.Add(source, Score(source, column));
+      }
+    }
+    return best.Sources();
   }
 
   /// 0 for a source that cannot be meant.
   [[nodiscard]] int Score(const ColumnSource& source, const ModelColumn& column) const {
     const std::string& name = names_[source.column];
+    const std::string& kind = kinds_[source.column];
     const bool isNamed = HasWord(name, column.words);
+    const bool isOfKind = HasWord(kind, column.words);
     const std::vector<WrittenValue>& values = ValuesOf(table_, source, column);
     if (column.role == ColumnRole::Member) {
       return IsText(values) ? 1 + (isNamed ? 2 : 0) : 0;
     }
     const UnitFit fit = FitOf(values, column);
-    if (fit == UnitFit::Wrong || NamesUncertainty(name) || HasWord(name, column.others)) {
+    if (fit == UnitFit::Wrong || NamesUncertainty(name) || NamesUncertainty(kind) ||
+        HasWord(name, column.others) || HasWord(kind, column.others)) {
       return 0;
     }
     // Without a unit only the caption can say what a number is.
-    return fit == UnitFit::Unknown ? (isNamed ? 1 : 0) : isNamed ? 4 : 2;
+    return fit == UnitFit::Unknown ? (isNamed ? 1 : 0) : 2 + (isNamed ? 2 : 0) + (isOfKind ? 1 : 0);
   }
 
-  /// The expanded uncertainty that is given with the value before the column, or a column of its
-  /// own after that value.
-  [[nodiscard]] std::optional<ColumnSource> UncertaintyFor(std::size_t index) const {
-    const std::optional<ColumnSource>& value = match_[index - 1];
+  /// The expanded uncertainty that is given with the value before the column, or the columns of
+  /// their own after that value.
+  [[nodiscard]] std::vector<ColumnSource> UncertaintiesFor(std::size_t index) const {
+    const std::optional<ColumnSource>& value = proposed_.match[index - 1];
     if (!value) {
-      return std::nullopt;
+      return {};
     }
     const ColumnSource own = {value->column, true};
     if (std::ranges::find(sources_, own) != sources_.end()) {
-      return own;
+      return {own};
     }
+    Best best;
     for (std::size_t i = value->column + 1; i < table_.columns.size(); ++i) {
       const ColumnSource source = {i, false};
-      if (!NamesUncertainty(names_[i])) {
+      if (!NamesUncertainty(names_[i]) && !NamesUncertainty(kinds_[i])) {
         // The uncertainties after another value belong to that.
         break;
       }
-      if (!IsUsed(source) &&
-          FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]) != UnitFit::Wrong) {
-        return source;
+      const UnitFit fit = FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]);
+      if (!IsUsed(source) && fit != UnitFit::Wrong) {
+        best.Add(source, (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
       }
     }
-    return std::nullopt;
+    return best.Sources();
   }
 
   const CertificateTable& table_;
   const std::vector<ModelColumn>& columns_;
   std::vector<ColumnSource> sources_;
-  std::vector<std::string> names_;
-  ColumnMatch match_;
+  std::vector<std::string> names_;  ///< the captions of each column
+  std::vector<std::string> kinds_;  ///< and its refType
+  ProposedMatch proposed_;
 };
 
 }  // namespace
@@ -165,11 +211,33 @@ std::string SourceName(const CertificateTable& table, const ColumnSource& source
   }
   const WrittenValue* typical = TypicalValue(ValuesIn(column.series.front(), source));
   const std::string unit = typical == nullptr ? std::string() : ShownUnit(typical->unit);
-  return unit.empty() || UnitOfCaption(name) == unit ? name : name + " [" + unit + "]";
+  const bool isNamed = UnitOfCaption(name) == unit || UnknownUnitOf(name) == unit;
+  return unit.empty() || isNamed ? name : name + " [" + unit + "]";
 }
 
-ColumnMatch MatchedColumns(const CertificateTable& table, const std::vector<ModelColumn>& columns) {
+ProposedMatch MatchedColumns(const CertificateTable& table,
+                             const std::vector<ModelColumn>& columns) {
   return Matching(table, columns).Run();
+}
+
+std::string UnknownUnitIn(const std::vector<WrittenValue>& values) {
+  const WrittenValue* value = FirstUnknownUnit(values);
+  return value == nullptr ? std::string() : value->unit;
+}
+
+std::vector<std::string> UnknownUnits(const CertificateTable& table, const ColumnMatch& used,
+                                      std::string_view language) {
+  std::vector<std::string> sentences;
+  for (const ColumnSource& source : SourcesOf(table)) {
+    const std::string unit =
+        UnknownUnitIn(ValuesIn(table.columns[source.column].series.front(), source));
+    if (!unit.empty() && std::ranges::find(used, std::optional(source)) == used.end()) {
+      sentences.push_back("The column " + Quoted(SourceName(table, source, language)) + " (" +
+                          table.where + ") is not used, because its unit " + Quoted(unit) +
+                          " is not known. If it is right all the same, choose the column by hand.");
+    }
+  }
+  return sentences;
 }
 
 bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns) {

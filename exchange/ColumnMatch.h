@@ -34,9 +34,28 @@ using ColumnMatch = std::vector<std::optional<ColumnSource>>;
 [[nodiscard]] std::string SourceName(const CertificateTable& table, const ColumnSource& source,
                                      std::string_view language);
 
-/// The sources that fit by their captions, kinds and units.
-[[nodiscard]] ColumnMatch MatchedColumns(const CertificateTable& table,
-                                         const std::vector<ModelColumn>& columns);
+/// A column of a model's table for which several sources fit equally well.
+struct AskedColumn {
+  std::size_t column = 0;
+  std::vector<ColumnSource> sources;
+};
+
+/// The sources that fit by their captions, kinds and units. Where several fit equally well, the
+/// column has none, and the user has to choose. A source in a unit that is not known never fits.
+struct ProposedMatch {
+  ColumnMatch match;
+  std::vector<AskedColumn> asked;
+};
+[[nodiscard]] ProposedMatch MatchedColumns(const CertificateTable& table,
+                                           const std::vector<ModelColumn>& columns);
+
+/// The first unit of these values that is not a known one, as it is written; "" for none.
+[[nodiscard]] std::string UnknownUnitIn(const std::vector<WrittenValue>& values);
+
+/// The columns of a table that do not fit because of their units, a sentence each.
+[[nodiscard]] std::vector<std::string> UnknownUnits(const CertificateTable& table,
+                                                    const ColumnMatch& used,
+                                                    std::string_view language);
 
 /// Whether a match has every point and at least one value.
 [[nodiscard]] bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns);

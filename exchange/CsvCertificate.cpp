@@ -11,10 +11,12 @@
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionUnit.h"
+#include "exchange/CsvLines.h"
+#include "exchange/CsvPlaces.h"
 #include "exchange/DecodedText.h"
 #include "exchange/DelimitedText.h"
 #include "exchange/HeaderDates.h"
-#include "exchange/Units.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -25,94 +27,7 @@ namespace {
 constexpr std::size_t kNamedLines = 12;
 /// A longer line above a table is not its title.
 constexpr std::size_t kLongestTitle = 80;
-
-/// The number and the unit of a cell.
-struct NumberCell {
-  std::string_view number;
-  std::string_view unit;
-};
-
-/// A certificate may mark the reference point, as the data file does.
-std::string_view WithoutReferenceMark(std::string_view cell) {
-  constexpr std::array<std::string_view, 2> kMarks = {"(REF.)", "(REF)"};
-  for (const std::string_view mark : kMarks) {
-    if (ToUpper(cell).ends_with(mark)) {
-      return WithoutBlanks(cell.substr(0, cell.size() - mark.size()));
-    }
-  }
-  return cell;
-}
-
-/// Nothing for a cell that is no number in either way.
-std::optional<NumberCell> NumberIn(std::string_view cell) {
-  cell = WithoutReferenceMark(cell);
-  const std::size_t last = cell.find_last_of("0123456789");
-  if (last == std::string_view::npos) {
-    return std::nullopt;
-  }
-  const NumberCell parts = {cell.substr(0, last + 1), WithoutBlanks(cell.substr(last + 1))};
-  const bool isNumber = PlainNumber(parts.number, DecimalSign::Point) ||
-                        PlainNumber(parts.number, DecimalSign::Comma);
-  return isNumber && (parts.unit.empty() || UnitFrom(parts.unit)) ? std::optional(parts)
-                                                                  : std::nullopt;
-}
-
-bool IsBlank(const DelimitedLine& line) {
-  return line.Width() == 0;
-}
-
-bool IsKeyLine(const DelimitedLine& line) {
-  return line.Width() == 2 && KeyFieldOf(line.Cell(0));
-}
-
-/// A row of a table begins with a number, or with a name and then has nothing but numbers.
-bool IsDataLine(const DelimitedLine& line) {
-  const std::size_t width = line.Width();
-  if (width < 2 || line.Cell(0).empty()) {
-    return false;
-  }
-  if (NumberIn(line.Cell(0))) {
-    return true;
-  }
-  std::size_t numbers = 0;
-  for (std::size_t column = 1; column < width; ++column) {
-    const bool isNumber = NumberIn(line.Cell(column)).has_value();
-    if (!isNumber && !line.Cell(column).empty()) {
-      return false;
-    }
-    numbers += isNumber ? 1 : 0;
-  }
-  return numbers > 1 && !KeyFieldOf(line.Cell(0));
-}
-
-bool IsCaptionLine(const DelimitedLine& line) {
-  if (line.Width() < 2 || IsKeyLine(line) || IsDataLine(line)) {
-    return false;
-  }
-  for (std::size_t column = 0; column < line.Width(); ++column) {
-    if (NumberIn(line.Cell(column)) && line.Cell(column) != "1") {
-      return false;
-    }
-  }
-  return true;
-}
-
-/// A unit in a line of its own, which may be in brackets.
-std::string_view UnitOnly(std::string_view cell) {
-  if (cell.size() > 2 && (cell.front() == '[' || cell.front() == '(')) {
-    cell = WithoutBlanks(cell.substr(1, cell.size() - 2));
-  }
-  return UnitFrom(cell) ? cell : std::string_view();
-}
-
-bool HasOnlyUnits(const DelimitedLine& line) {
-  for (std::size_t column = 0; column < line.Width(); ++column) {
-    if (!line.Cell(column).empty() && UnitOnly(line.Cell(column)).empty()) {
-      return false;
-    }
-  }
-  return true;
-}
+constexpr std::size_t kItemLimit = 100;
 
 class CsvReader {
  public:
@@ -123,10 +38,16 @@ class CsvReader {
         dates_(choices.dateOrder) {}
 
   Certificate Read() {
-    FindTables();
+    std::size_t done = 0;
+    for (const TablePlace& place : TablePlaces(lines_)) {
+      TakeHead(place.head);
+      tables_.push_back({place, std::exchange(head_, {})});
+      done = place.rows.back() + 1;
+    }
+    TakeHead({done, lines_.size()});
     DecideSign();
-    for (const Place& place : places_) {
-      certificate_.tables.push_back(TableOf(place));
+    for (const Table& table : tables_) {
+      certificate_.tables.push_back(TableOf(table));
     }
     dates_.Store(certificate_);
     NoteLines();
@@ -134,76 +55,61 @@ class CsvReader {
   }
 
  private:
-  /// The lines of a table, from `begin` to before `end`. Its captions are above it.
-  struct Place {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-    std::size_t captions = 0;  ///< how many lines
+  /// What the lines above a table say about it.
+  struct Head {
     std::string page;
-    std::string memberSerial;
-    std::string title;  ///< the last line of one cell above the table
+    std::optional<std::string> memberSerial;
+    std::string title;               ///< the last line of one cell
+    std::vector<std::size_t> items;  ///< the instruments whose serial numbers they have
+  };
+  struct Table {
+    TablePlace place;
+    Head head;
   };
 
-  void FindTables() {
-    Place next;
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-      if (!IsDataLine(lines_[i])) {
-        continue;
-      }
-      next.captions = CaptionsAbove(i);
-      TakeKeys(done_, i - next.captions, next);
-      next.begin = i;
-      while (i < lines_.size() && IsDataLine(lines_[i])) {
-        ++i;
-      }
-      next.end = done_ = i;
-      places_.push_back(std::exchange(next, {}));
-    }
-    TakeKeys(done_, lines_.size(), next);
-  }
-
-  [[nodiscard]] std::size_t CaptionsAbove(std::size_t data) const {
-    const auto isCaption = [&](std::size_t above) {
-      return data >= done_ + above && IsCaptionLine(lines_[data - above]);
-    };
-    if (!isCaption(1)) {
-      return 0;
-    }
-    return HasOnlyUnits(lines_[data - 1]) && isCaption(2) ? 2 : 1;
-  }
-
-  /// Takes the key and value lines from `begin` to before `end`.
-  void TakeKeys(std::size_t begin, std::size_t end, Place& next) {
-    for (std::size_t i = begin; i < end; ++i) {
-      const DelimitedLine& line = lines_[i];
-      bool isTaken = IsBlank(line);
-      if (line.Width() == 1 && line.Cell(0).size() <= kLongestTitle) {
-        next.title = line.Cell(0);
-      }
-      if (line.Width() == 1) {
-        // "Serial number: 4711" in one cell.
-        const std::string_view cell = line.Cell(0);
-        const std::size_t colon = std::min(cell.find(':'), cell.size());
-        isTaken = colon < cell.size() &&
-                  Take(line, cell.substr(0, colon), WithoutBlanks(cell.substr(colon + 1)), next);
-      }
-      for (std::size_t column = 0; column + 1 < line.Width(); ++column) {
-        std::size_t value = column + 1;
-        while (line.Cell(value).empty()) {
-          ++value;
-        }
-        if (Take(line, line.Cell(column), line.Cell(value), next)) {
-          isTaken = true;
-          column = value;
-        }
-      }
-      if (!isTaken) {
-        unused_.push_back(line.number);
+  void TakeHead(LineRange lines) {
+    for (std::size_t i = lines.begin; i < lines.end; ++i) {
+      if (!IsBlank(lines_[i]) && !TakeLine(lines_[i])) {
+        unused_.push_back(lines_[i].number);
       }
     }
   }
 
-  bool Take(const DelimitedLine& line, std::string_view key, std::string_view value, Place& next) {
+  bool TakeLine(const DelimitedLine& line) {
+    if (certificate_.isExport && line.cells.size() <= 2 && KeyFieldOf(line.Cell(0))) {
+      // An export has the value as it is, even if it is empty.
+      return Take(line, line.Cell(0), line.cells.size() > 1 ? line.cells[1] : std::string());
+    }
+    return line.Width() == 1 ? TakeCell(line) : TakePairs(line);
+  }
+
+  /// A title, or "Serial number: 4711" in one cell.
+  bool TakeCell(const DelimitedLine& line) {
+    const std::string_view cell = line.Cell(0);
+    if (cell.size() <= kLongestTitle) {
+      head_.title = cell;
+    }
+    const std::size_t colon = std::min(cell.find(':'), cell.size());
+    return colon < cell.size() &&
+           Take(line, cell.substr(0, colon), WithoutBlanks(cell.substr(colon + 1)));
+  }
+
+  bool TakePairs(const DelimitedLine& line) {
+    bool isTaken = false;
+    for (std::size_t column = 0; column + 1 < line.Width(); ++column) {
+      std::size_t value = column + 1;
+      while (line.Cell(value).empty()) {
+        ++value;
+      }
+      if (Take(line, line.Cell(column), line.Cell(value))) {
+        isTaken = true;
+        column = value;
+      }
+    }
+    return isTaken;
+  }
+
+  bool Take(const DelimitedLine& line, std::string_view key, std::string_view value) {
     const std::optional<KeyField> field = KeyFieldOf(key);
     if (!field) {
       return false;
@@ -221,17 +127,20 @@ class CsvReader {
     };
     switch (*field) {
       case KeyField::Model:
-        Item().model = value;
+        (void)ItemWith(&CertificateItem::model, value);
         break;
-      case KeyField::SerialNumber:
-        Item().serialNumber = value;
+      case KeyField::SerialNumber: {
+        const std::size_t item = ItemWith(&CertificateItem::serialNumber, value);
+        certificate_.items[item].where = where;
+        head_.items.push_back(item);
         break;
+      }
       case KeyField::CalibrationNumber:
         keep(header.calibrationNumber);
         break;
       case KeyField::CalDate:
       case KeyField::DueDate:
-        dates_.Add(*field == KeyField::CalDate, value, where);
+        TakeDate(*field == KeyField::CalDate, value, where);
         break;
       case KeyField::Comment:
         keep(header.comment);
@@ -243,20 +152,44 @@ class CsvReader {
         certificate_.isExport = value == kExportFormat;
         break;
       case KeyField::Page:
-        next.page = value;
+        head_.page = value;
         break;
       case KeyField::MemberSerial:
-        next.memberSerial = value;
+        head_.memberSerial = value;
         break;
     }
     return true;
   }
 
-  CertificateItem& Item() {
-    if (certificate_.items.empty()) {
-      certificate_.items.emplace_back();
+  void TakeDate(bool isCalDate, std::string_view value, const std::string& where) {
+    const std::optional<FileDate> exported =
+        certificate_.isExport ? ExportedDate(value) : std::nullopt;
+    if (!exported) {
+      dates_.Add(isCalDate, value, where);
+      return;
     }
-    return certificate_.items.front();
+    CertificateHeader& header = certificate_.header;
+    (isCalDate ? header.calDate : header.dueDate) = FoundDate{*exported, where};
+  }
+
+  /// The index of the instrument with this model or serial number. Another one than that of the
+  /// instrument before begins the next instrument.
+  std::size_t ItemWith(std::string CertificateItem::*field, std::string_view value) {
+    std::vector<CertificateItem>& items = certificate_.items;
+    const auto known = std::ranges::find(items, value, field);
+    if (known != items.end()) {
+      return static_cast<std::size_t>(known - items.begin());
+    }
+    const bool isNext = items.empty() || !(items.back().*field).empty();
+    if (isNext && items.size() == kItemLimit) {
+      throw Error(ErrorKind::Type, "The file names more than " + std::to_string(kItemLimit) +
+                                       " instruments, which no certificate does.");
+    }
+    if (isNext) {
+      items.emplace_back();
+    }
+    items.back().*field = value;
+    return items.size() - 1;
   }
 
   /// A number that only one sign fits decides for all: a file is written with one of them.
@@ -289,10 +222,10 @@ class CsvReader {
 
   template <typename Act>
   void ForEachNumber(const Act& act) const {
-    for (const Place& place : places_) {
-      for (std::size_t i = place.begin; i < place.end; ++i) {
-        for (std::size_t column = 0; column < lines_[i].Width(); ++column) {
-          if (const std::optional<NumberCell> cell = NumberIn(lines_[i].Cell(column))) {
+    for (const Table& table : tables_) {
+      for (const std::size_t row : table.place.rows) {
+        for (std::size_t column = 0; column < lines_[row].Width(); ++column) {
+          if (const std::optional<NumberCell> cell = NumberIn(lines_[row].Cell(column))) {
             act(cell->number);
           }
         }
@@ -300,17 +233,27 @@ class CsvReader {
     }
   }
 
-  [[nodiscard]] CertificateTable TableOf(const Place& place) const {
+  [[nodiscard]] CertificateTable TableOf(const Table& from) {
     CertificateTable table;
-    table.where = "line " + std::to_string(lines_[place.begin].number);
-    table.page = place.page;
-    table.memberSerial = place.memberSerial;
-    table.name = {{"", !place.page.empty()    ? place.page
-                       : !place.title.empty() ? place.title
-                                              : "Table of " + table.where}};
+    const auto& [place, head] = from;
+    table.where = "line " + std::to_string(lines_[place.rows.front()].number);
+    table.page = head.page;
+    table.memberSerial = head.memberSerial;
+    table.name = {{"", !head.page.empty()    ? head.page
+                       : !head.title.empty() ? head.title
+                                             : "Table of " + table.where}};
+    // A table without a serial number above it is about the same instrument as the one before.
+    item_ = head.items.empty()       ? item_
+            : head.items.size() == 1 ? std::optional(head.items.front())
+                                     : std::nullopt;
+    table.item = item_;
     std::size_t width = 0;
-    for (std::size_t i = place.begin - place.captions; i < place.end; ++i) {
+    for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
       width = std::max(width, lines_[i].Width());
+    }
+    for (const std::size_t row : place.rows) {
+      table.rowLines.push_back(lines_[row].number);
+      width = std::max(width, lines_[row].Width());
     }
     for (std::size_t column = 0; column < width; ++column) {
       table.columns.push_back(ColumnOf(place, column));
@@ -318,31 +261,46 @@ class CsvReader {
     return table;
   }
 
-  [[nodiscard]] CertificateColumn ColumnOf(const Place& place, std::size_t column) const {
+  [[nodiscard]] CertificateColumn ColumnOf(const TablePlace& place, std::size_t column) {
     std::string caption;
-    std::string unit;
-    for (std::size_t i = place.begin - place.captions; i < place.begin; ++i) {
+    for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
       const std::string_view cell = lines_[i].Cell(column);
-      const bool isUnit = i > place.begin - place.captions;
+      const bool isUnit = i > place.captions.begin;
       caption +=
           isUnit && !cell.empty() ? " [" + std::string(UnitOnly(cell)) + "]" : std::string(cell);
     }
-    unit = UnitOfCaption(caption);
+    const std::string known = UnitOfCaption(caption);
+    const std::string unit = known.empty() ? UnknownUnitOf(caption) : Meant(known);
     Series series;
-    for (std::size_t i = place.begin; i < place.end; ++i) {
-      series.values.push_back(ValueOf(lines_[i].Cell(column), unit));
+    for (const std::size_t row : place.rows) {
+      series.values.push_back(ValueOf(lines_[row].Cell(column), unit));
     }
     return {{{"", caption}}, "", {std::move(series)}};
   }
 
-  [[nodiscard]] WrittenValue ValueOf(std::string_view cell, const std::string& captionUnit) const {
+  [[nodiscard]] WrittenValue ValueOf(std::string_view cell, const std::string& captionUnit) {
     const std::optional<NumberCell> parts = NumberIn(cell);
-    const std::optional<std::string> number =
-        parts ? PlainNumber(parts->number, sign_) : std::nullopt;
+    std::optional<std::string> number = parts ? PlainNumber(parts->number, sign_) : std::nullopt;
     if (!number) {
       return {std::string(cell), "", false};
     }
-    return {*number, parts->unit.empty() ? captionUnit : std::string(parts->unit)};
+    if (certificate_.isExport && ParseNumber(parts->number)) {
+      number = parts->number;
+    }
+    return {*number, parts->unit.empty() ? captionUnit : Meant(std::string(parts->unit))};
+  }
+
+  /// Nobody calibrates in millihertz, and many write "mHz" for megahertz; but the user has to know.
+  std::string Meant(std::string unit) {
+    if (unit != "mHz") {
+      return unit;
+    }
+    constexpr std::string_view kDoubt =
+        "The file has frequencies in \"mHz\", which is millihertz. They are read as MHz.";
+    if (std::ranges::find(certificate_.doubts, kDoubt) == certificate_.doubts.end()) {
+      certificate_.doubts.emplace_back(kDoubt);
+    }
+    return "MHz";
   }
 
   void NoteLines() {
@@ -366,8 +324,9 @@ class CsvReader {
   ReadingChoices choices_;
   HeaderDates dates_;
   DecimalSign sign_ = DecimalSign::Point;
-  std::vector<Place> places_;
-  std::size_t done_ = 0;  ///< the lines before this one belong to earlier tables
+  Head head_;  ///< of the next table
+  std::vector<Table> tables_;
+  std::optional<std::size_t> item_;  ///< the instrument of the table before
   std::vector<std::size_t> unused_;
   Certificate certificate_;
 };

@@ -6,6 +6,7 @@
 #include <pugixml.hpp>
 #include <string>
 
+#include "core/platform/Error.h"
 #include "core/text/Text.h"
 #include "exchange/DccTables.h"
 #include "exchange/DccXml.h"
@@ -13,6 +14,8 @@
 namespace tarvell {
 
 namespace {
+
+constexpr std::size_t kItemLimit = 200;
 
 /// The version that the root names; older certificates name it only in the address of the schema,
 /// ".../v2.4.0/dcc.xsd".
@@ -45,7 +48,9 @@ void TakeDate(pugi::xml_node node, const std::string& where, std::optional<Found
 }
 
 CertificateItem ItemOf(pugi::xml_node node) {
-  CertificateItem item = {NamesOf(node.child("dcc:name")), TextOf(node.child("dcc:model")), {}};
+  CertificateItem item;
+  item.name = NamesOf(node.child("dcc:name"));
+  item.model = TextOf(node.child("dcc:model"));
   for (const pugi::xml_node id : node.child("dcc:identifications").children("dcc:identification")) {
     if (TextOf(id.child("dcc:issuer")) == "manufacturer" && item.serialNumber.empty()) {
       item.serialNumber = TextOf(id.child("dcc:value"));
@@ -71,7 +76,12 @@ void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
     }
   }
   for (const pugi::xml_node item : data.child("dcc:items").children("dcc:item")) {
+    if (certificate.items.size() == kItemLimit) {
+      throw Error(ErrorKind::Type, "The certificate names more than " + std::to_string(kItemLimit) +
+                                       " instruments. Ask for one about this instrument only.");
+    }
     certificate.items.push_back(ItemOf(item));
+    certificate.items.back().where = "item " + std::to_string(certificate.items.size());
   }
 }
 

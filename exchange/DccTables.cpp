@@ -5,13 +5,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "core/numbers/Numbers.h"
-#include "core/platform/Error.h"
 #include "core/text/Text.h"
+#include "exchange/DccItems.h"
+#include "exchange/DccValues.h"
 #include "exchange/DccXml.h"
 #include "exchange/Units.h"
 
@@ -19,40 +20,12 @@ namespace tarvell {
 
 namespace {
 
-/// Far more than any certificate has.
-constexpr std::size_t kValueLimit = 200'000;
-
-std::vector<std::string> WordsIn(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  std::vector<std::string> words;
-  while (words.size() <= kValueLimit) {
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    if (text.empty()) {
-      break;
-    }
-    words.emplace_back(text.substr(0, text.find_first_of(kBlanks)));
-    text.remove_prefix(words.back().size());
-  }
-  return words;
-}
-
-/// The element at the end of this path below `node`.
-pugi::xml_node Below(pugi::xml_node node, std::initializer_list<const char*> path) {
-  for (const char* name : path) {
-    node = node.child(name);
-  }
-  return node;
-}
-
-std::string TextBelow(pugi::xml_node node, std::initializer_list<const char*> older,
-                      std::initializer_list<const char*> newer) {
-  const std::string text = TextOf(Below(node, older));
-  return text.empty() ? TextOf(Below(node, newer)) : text;
-}
+constexpr std::size_t kNoteLimit = 100;
 
 class TableReader {
  public:
-  explicit TableReader(Certificate& certificate) : certificate_(certificate) {}
+  TableReader(pugi::xml_node root, Certificate& certificate)
+      : items_(root, certificate.items), certificate_(certificate) {}
 
   /// Adds the tables of a result, in the order of the file.
   void TakeResult(pugi::xml_node result, const std::string& where) {
@@ -65,7 +38,7 @@ class TableReader {
       open.pop_back();
       lists_ += std::string_view(list.name()) == "dcc:list" ? 1 : 0;
       AddOwnTable(list);
-      if (AddTableOfLists(list)) {
+      if (TakeLists(list)) {
         continue;
       }
       for (pugi::xml_node child = list.last_child(); !child.empty();
@@ -80,9 +53,25 @@ class TableReader {
  private:
   void AddOwnTable(pugi::xml_node list) {
     std::vector<CertificateColumn> columns = ColumnsOf(list);
+    NoteProblems();
     if (columns.size() > 1) {
       Add(list, std::move(columns));
+    } else if (!columns.empty()) {
+      Note(columns.front(), "it is not a column of a table");
     }
+  }
+
+  /// Takes the lists in a list as one table. False if they are tables of their own.
+  bool TakeLists(pugi::xml_node list) {
+    for (const auto add : {&TableReader::AddTableOfLists, &TableReader::AddTableOfColumns}) {
+      if ((this->*add)(list)) {
+        NoteProblems();
+        return true;
+      }
+      // Whoever reads these lists again names them.
+      problems_.clear();
+    }
+    return false;
   }
 
   /// Older certificates have one list of single values for each row, or for each column.
@@ -127,15 +116,49 @@ class TableReader {
       for (std::size_t i = 1; i < lists[l].size(); ++i) {
         Append(columns.back(), lists[l][i]);
       }
-      if (Names name = NamesOf(nodes[l].child("dcc:name")); !name.empty()) {
-        columns.back().caption = std::move(name);
-      }
-      if (const std::string refType = nodes[l].attribute("refType").value(); !refType.empty()) {
-        columns.back().refType = refType;
-      }
+      TakeNames(nodes[l], columns.back());
     }
     Add(list, std::move(columns));
     return true;
+  }
+
+  /// One list for each column, with all values of it.
+  bool AddTableOfColumns(pugi::xml_node list) {
+    std::vector<CertificateColumn> columns;
+    std::size_t rows = 1;
+    for (const pugi::xml_node child : list.children("dcc:list")) {
+      const pugi::xml_node only = child.child("dcc:quantity");
+      if (only.empty() || !only.next_sibling("dcc:quantity").empty() ||
+          !child.child("dcc:list").empty()) {
+        return false;
+      }
+      std::vector<CertificateColumn> own = ColumnsOf(child);
+      if (own.empty()) {
+        return false;
+      }
+      TakeNames(child, own.front());
+      rows = std::max(rows, own.front().series.front().values.size());
+      columns.push_back(std::move(own.front()));
+    }
+    const bool fits = std::ranges::all_of(columns, [&](const CertificateColumn& column) {
+      const std::size_t values = column.series.front().values.size();
+      return values == rows || values == 1;
+    });
+    if (columns.size() < 2 || rows == 1 || !fits) {
+      return false;
+    }
+    Add(list, std::move(columns));
+    return true;
+  }
+
+  /// A list of one column may have the names instead of its quantities.
+  static void TakeNames(pugi::xml_node list, CertificateColumn& column) {
+    if (Names name = NamesOf(list.child("dcc:name")); !name.empty()) {
+      column.caption = std::move(name);
+    }
+    if (const std::string refType = list.attribute("refType").value(); !refType.empty()) {
+      column.refType = refType;
+    }
   }
 
   /// Whether every quantity is in a unit like that of the one which `other` names.
@@ -158,11 +181,10 @@ class TableReader {
   static void Append(CertificateColumn& column, const CertificateColumn& value) {
     for (std::size_t i = 0; i < column.series.size(); ++i) {
       const Series& from = value.series[std::min(i, value.series.size() - 1)];
-      Series& to = column.series[i];
-      to.values.push_back(from.values.front());
-      if (!from.uncertainties.empty() && to.uncertainties.size() + 1 == to.values.size()) {
-        to.uncertainties.push_back(from.uncertainties.front());
-      }
+      AppendValue(
+          from.values.front(),
+          from.uncertainties.empty() ? std::nullopt : std::optional(from.uncertainties.front()),
+          column.series[i]);
     }
   }
 
@@ -172,39 +194,53 @@ class TableReader {
       rows = std::max(rows, column.series.front().values.size());
     }
     CertificateTable table;
-    table.where = where_ + (lists_ == 0 ? "" : ", list " + std::to_string(lists_));
+    table.where = Where();
     table.name = NamesOf(list.child("dcc:name"));
     if (table.name.empty()) {
       table.name = resultName_;
     }
     for (CertificateColumn& column : columns) {
       if (!FitTo(rows, column)) {
-        certificate_.notes.push_back(
-            "The column " + Quoted(NameIn(column.caption, "")) + " (" + table.where +
-            ") is not used, because it does not have a value for each row.");
+        Note(column, "it does not have a value for each row");
         continue;
       }
       table.columns.push_back(std::move(column));
     }
+    table.item = items_.Of(list, table.name);
+    table.isItemOpen = !table.item && certificate_.items.size() > 1;
     certificate_.tables.push_back(std::move(table));
+  }
+
+  [[nodiscard]] std::string Where() const {
+    return where_ + (lists_ == 0 ? "" : ", list " + std::to_string(lists_));
+  }
+
+  void Note(const CertificateColumn& column, const std::string& why) {
+    if (certificate_.notes.size() < kNoteLimit) {
+      certificate_.notes.push_back("The column " + Quoted(NameIn(column.caption, "")) + " (" +
+                                   Where() + ") is not used, because " + why + ".");
+    }
+  }
+
+  void NoteProblems() {
+    for (const auto& [column, why] : problems_) {
+      Note(column, why);
+    }
+    problems_.clear();
   }
 
   /// A single value holds for every row. False for a column with another number of values.
   bool FitTo(std::size_t rows, CertificateColumn& column) {
     for (Series& series : column.series) {
       if (series.values.size() == 1 && rows > 1) {
-        Count(rows);
+        count_.Add(rows * 2);
         series.values.resize(rows, series.values.front());
+        if (!series.uncertainties.empty()) {
+          series.uncertainties.resize(rows, series.uncertainties.front());
+        }
       }
       if (series.values.size() != rows) {
         return false;
-      }
-      if (series.uncertainties.size() == 1 && rows > 1) {
-        Count(rows);
-        series.uncertainties.resize(rows, series.uncertainties.front());
-      }
-      if (series.uncertainties.size() != rows) {
-        series.uncertainties.clear();
       }
     }
     return true;
@@ -215,8 +251,9 @@ class TableReader {
     for (const pugi::xml_node quantity : list.children("dcc:quantity")) {
       CertificateColumn column = {
           NamesOf(quantity.child("dcc:name")), quantity.attribute("refType").value(), {}};
-      for (const pugi::xml_node value : quantity.children()) {
-        AddSeries(value, column.series);
+      const std::string problem = AddSeries(quantity, column.series, count_);
+      if (!problem.empty() && column.series.empty()) {
+        problems_.emplace_back(column, problem);
       }
       if (!column.series.empty()) {
         columns.push_back(std::move(column));
@@ -225,88 +262,20 @@ class TableReader {
     return columns;
   }
 
-  void AddSeries(pugi::xml_node value, std::vector<Series>& series) {
-    const std::string_view name = value.name();
-    Series read;
-    if (name == "si:hybrid") {
-      for (const pugi::xml_node form : value.children()) {
-        if (std::string_view(form.name()) != "si:hybrid") {
-          AddSeries(form, series);
-        }
-      }
-    } else if (name == "si:realListXMLList") {
-      read = ListOf(value);
-    } else if (name == "si:real" || name == "si:constant") {
-      AddSingle(value, read);
-    } else if (name == "si:list") {
-      for (const pugi::xml_node single : value.children("si:real")) {
-        AddSingle(single, read);
-      }
-    } else if (name == "dcc:charsXMLList") {
-      for (std::string& word : WordsIn(TextOf(value))) {
-        read.values.push_back({std::move(word), "", false});
-      }
-    }
-    if (!read.values.empty()) {
-      Count(read.values.size());
-      series.push_back(std::move(read));
-    }
-  }
-
-  static WrittenValue ValueOf(std::string text, std::string unit) {
-    const bool isNumber = ParseNumber(text).has_value();
-    return {std::move(text), std::move(unit), isNumber};
-  }
-
-  static Series ListOf(pugi::xml_node list) {
-    Series series;
-    const std::vector<std::string> units = WordsIn(TextOf(list.child("si:unitXMLList")));
-    const auto unitAt = [&](std::size_t index) {
-      return units.empty() ? std::string() : units[std::min(index, units.size() - 1)];
-    };
-    const auto read = [&](const std::string& text, std::vector<WrittenValue>& values) {
-      for (std::string& word : WordsIn(text)) {
-        values.push_back(ValueOf(std::move(word), unitAt(values.size())));
-      }
-    };
-    read(TextOf(list.child("si:valueXMLList")), series.values);
-    read(TextBelow(list, {"si:expandedUncXMLList", "si:uncertaintyXMLList"},
-                   {"si:measurementUncertaintyUnivariateXMLList", "si:expandedMUXMLList",
-                    "si:valueExpandedMUXMLList"}),
-         series.uncertainties);
-    return series;
-  }
-
-  static void AddSingle(pugi::xml_node single, Series& series) {
-    const std::string unit = TextOf(single.child("si:unit"));
-    series.values.push_back(ValueOf(TextOf(single.child("si:value")), unit));
-    const std::string uncertainty =
-        TextBelow(single, {"si:expandedUnc", "si:uncertainty"},
-                  {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:valueExpandedMU"});
-    if (!uncertainty.empty() && series.uncertainties.size() + 1 == series.values.size()) {
-      series.uncertainties.push_back(ValueOf(uncertainty, unit));
-    }
-  }
-
-  void Count(std::size_t values) {
-    count_ += values;
-    if (count_ > kValueLimit) {
-      throw Error(ErrorKind::Type, "The certificate has more than " + std::to_string(kValueLimit) +
-                                       " values. Ask for one with the results only.");
-    }
-  }
-
+  DccItems items_;
   Certificate& certificate_;
   std::string where_;
   Names resultName_;
   std::size_t lists_ = 0;
-  std::size_t count_ = 0;
+  ValueCount count_;
+  /// The quantities of the lists that are being read whose values cannot be used, and why.
+  std::vector<std::pair<CertificateColumn, std::string>> problems_;
 };
 
 }  // namespace
 
 void AddDccTables(pugi::xml_node root, Certificate& certificate) {
-  TableReader reader(certificate);
+  TableReader reader(root, certificate);
   std::size_t number = 0;
   for (const pugi::xml_node measured :
        root.child("dcc:measurementResults").children("dcc:measurementResult")) {

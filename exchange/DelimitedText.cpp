@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "core/numbers/WrittenNumber.h"
+#include "core/platform/Error.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -15,6 +17,7 @@ namespace {
 
 constexpr char kQuote = '"';
 constexpr std::string_view kNamed = "sep=";
+constexpr std::size_t kCellLimit = 500'000;
 
 /// In the order of preference: a decimal comma or a sentence may add commas to a file with tabs.
 constexpr std::array<char, 3> kSeparators = {'\t', ';', ','};
@@ -76,6 +79,17 @@ std::string TakeCell(std::string_view& rest, char separator) {
   return cell;
 }
 
+/// Takes cells and lines off what a file may have, so that a small file cannot fill the memory.
+void Count(std::size_t cells, std::size_t line, std::size_t& left) {
+  if (cells > left) {
+    throw Error(ErrorKind::Type, "Up to line " + std::to_string(line) +
+                                     ", the file has more than " + std::to_string(kCellLimit) +
+                                     " cells and lines, which no certificate has. Export only the "
+                                     "certificate, then try again.");
+  }
+  left -= cells;
+}
+
 }  // namespace
 
 std::string_view DelimitedLine::Cell(std::size_t column) const {
@@ -111,11 +125,20 @@ std::vector<DelimitedLine> DelimitedLines(std::string_view text, char separator)
     (void)TakeLine(text);
     ++number;
   }
+  std::size_t left = kCellLimit;
   while (!text.empty()) {
     DelimitedLine line = {number, {}};
+    std::size_t empty = 0;
     while (true) {
-      line.cells.push_back(TakeCell(text, separator));
-      number += static_cast<std::size_t>(std::ranges::count(line.cells.back(), '\n'));
+      std::string cell = TakeCell(text, separator);
+      number += static_cast<std::size_t>(std::ranges::count(cell, '\n'));
+      ++empty;
+      if (!cell.empty()) {
+        Count(empty, line.number, left);
+        line.cells.resize(line.cells.size() + empty);
+        line.cells.back() = std::move(cell);
+        empty = 0;
+      }
       if (!text.starts_with(separator)) {
         break;
       }
@@ -123,6 +146,7 @@ std::vector<DelimitedLine> DelimitedLines(std::string_view text, char separator)
     }
     (void)TakeLine(text);
     ++number;
+    Count(1, line.number, left);
     lines.push_back(std::move(line));
   }
   return lines;

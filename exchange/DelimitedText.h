@@ -25,8 +25,10 @@ struct DelimitedLine {
 /// The character between the cells: tab, semicolon or comma. A first line "sep=;" names it.
 [[nodiscard]] char SeparatorOf(std::string_view text);
 
-/// All lines, blank ones included, without the line "sep=;". A cell in quotes may hold separators,
-/// line ends and doubled quotes; one without its closing quote goes on to the end of the text.
+/// All lines, blank ones included, without the line "sep=;" and without the empty cells at the end
+/// of a line. A cell in quotes may hold separators, line ends and doubled quotes; one without its
+/// closing quote goes on to the end of the text. Throws a Type error for more cells or lines than
+/// any certificate has.
 [[nodiscard]] std::vector<DelimitedLine> DelimitedLines(std::string_view text, char separator);
 
 }  // namespace tarvell

@@ -25,19 +25,19 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-/// "" for a date that does not exist.
-std::string IsoTextOrNone(const FileDate& date) {
-  return date.year > 0 && IsValidDate(date.year, date.month, date.day) ? IsoText(date)
-                                                                       : std::string();
-}
-
-/// The ISO date of three boxes.
+/// The numbers of three boxes as a date, even if no such day exists; "" for zeros.
 std::string DateOf(const std::string& year, const std::string& month, const std::string& day) {
   const auto number = [](const std::string& text) {
     const std::optional<double> parsed = ParseNumber(text);
     return parsed && *parsed >= 0 && *parsed <= 9999 ? ToInt16(*parsed) : std::int16_t{0};
   };
-  return IsoTextOrNone({number(year), MonthToNumber(month), number(day)});
+  return IsoDate({number(year), MonthToNumber(month), number(day)});
+}
+
+/// Whether JSON can have a date: it has only days that exist.
+bool IsDay(const std::string& iso) {
+  const std::optional<FileDate> date = ExportedDate(iso);
+  return date && date->year > 0 && IsValidDate(date->year, date->month, date->day);
 }
 
 /// A header field, by its names in CSV and JSON.
@@ -45,6 +45,7 @@ struct ExportedField {
   std::string key;
   std::string member;
   std::string value;
+  bool isDate = false;
 };
 
 /// The values of a header; dates are ISO dates.
@@ -61,8 +62,8 @@ std::vector<ExportedField> FieldsOf(const ExportedHeader& header) {
   return {{"Model", "model", header.model},
           {"Serial number", "serialNumber", header.serialNumber},
           {"Calibration number", "calibrationNumber", header.calibrationNumber},
-          {"Calibration date", "calibrationDate", header.calibrationDate},
-          {"Due date", "dueDate", header.dueDate},
+          {"Calibration date", "calibrationDate", header.calibrationDate, true},
+          {"Due date", "dueDate", header.dueDate, true},
           {"Comment", "comment", header.comment}};
 }
 
@@ -100,15 +101,14 @@ void AppendLine(std::string& csv, const std::vector<std::string>& cells) {
 }
 
 void AppendKey(std::string& csv, const std::string& key, const std::string& value) {
-  if (!value.empty()) {
-    AppendLine(csv, {key, value});
-  }
+  AppendLine(csv, {key, value});
 }
 
 std::string JsonText(const std::vector<ExportedField>& fields, const Json& pages) {
   Json json = {{"format", "tarvell-data-set"}, {"version", 1}};
   for (const ExportedField& field : fields) {
-    if (!field.value.empty() || field.member == "model") {
+    const bool isShown = field.isDate ? IsDay(field.value) : !field.value.empty();
+    if (isShown || field.member == "model") {
       json[field.member] = field.value;
     }
   }
@@ -128,8 +128,12 @@ std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState&
     const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
     const ExportedTable table = ExportedPage(model, data, page, shown);
     csv += kLineEnd;
-    AppendKey(csv, "Page", data.GetCalPageName(page));
-    AppendKey(csv, "Member serial number", shown.serialNumber);
+    if (HasPages(model)) {
+      AppendKey(csv, "Page", data.GetCalPageName(page));
+    }
+    if (model.family == ModelFamily::CapacitorSet) {
+      AppendKey(csv, "Member serial number", shown.serialNumber);
+    }
     std::vector<std::string> captions;
     for (const ExportedColumn& column : table.columns) {
       captions.push_back(column.caption + (column.unit.empty() ? "" : " [" + column.unit + "]"));
@@ -164,8 +168,8 @@ std::string JsonOf(const CalFileInfo& header) {
       FieldsOf({.model = header.ModelNumber,
                 .serialNumber = header.SerialNumber,
                 .calibrationNumber = header.CalibrationNumber,
-                .calibrationDate = IsoTextOrNone({header.CalYear, header.CalMonth, header.CalDay}),
-                .dueDate = IsoTextOrNone({header.DueYear, header.DueMonth, header.DueDay}),
+                .calibrationDate = IsoDate({header.CalYear, header.CalMonth, header.CalDay}),
+                .dueDate = IsoDate({header.DueYear, header.DueMonth, header.DueDay}),
                 .comment = header.Comment}),
       Json::array());
 }

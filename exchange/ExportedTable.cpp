@@ -8,6 +8,7 @@
 
 #include "core/caldata/CellNotices.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionUnit.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/Units.h"
 

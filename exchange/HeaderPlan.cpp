@@ -3,8 +3,11 @@
 
 #include "exchange/HeaderPlan.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
+#include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
@@ -31,9 +34,7 @@ std::string DateShown(const std::string& day, const std::string& month, const st
 class HeaderPlanning {
  public:
   HeaderPlanning(const ImportTarget& target, const Certificate& certificate, ImportPlan& plan)
-      : target_(target), header_(certificate.header), plan_(plan) {
-    plan_.header = target.now.header;
-  }
+      : target_(target), header_(certificate.header), plan_(plan) {}
 
   void TakeItem(const CertificateItem& item) {
     if (!item.model.empty() && !NamesModel(item.model, target_.model.code)) {
@@ -45,7 +46,7 @@ class HeaderPlanning {
       plan_.notes.emplace_back("The certificate names no serial number.");
     } else if (item.serialNumber != present) {
       // Nobody has entered the serial number of the template.
-      const bool isDefault = !target_.isSerialFixed && present == target_.data.SerialNumber();
+      const bool isDefault = present == target_.templateSerial;
       if (!present.empty() && !isDefault) {
         plan_.doubts.push_back("The certificate is for the serial number " +
                                Quoted(item.serialNumber) + ", and this data set has " +
@@ -53,14 +54,14 @@ class HeaderPlanning {
                                (target_.isSerialFixed ? " The serial number stays as it is." : ""));
       }
       if (!target_.isSerialFixed) {
-        Text("Serial number", {item.serialNumber, "item"}, plan_.header.serialNumber);
+        (void)Text("Serial number", {item.serialNumber, item.where}, plan_.header.serialNumber);
       }
     }
   }
 
   void TakeFields() {
     if (header_.calibrationNumber) {
-      Text("Calibration number", *header_.calibrationNumber, plan_.header.calibrationNumber);
+      (void)Text("Calibration number", *header_.calibrationNumber, plan_.header.calibrationNumber);
     }
     if (header_.calDate) {
       Date("Calibration date", *header_.calDate, plan_.header.calDay, plan_.header.calMonth,
@@ -71,24 +72,79 @@ class HeaderPlanning {
            plan_.header.dueYear);
     }
     if (header_.comment) {
-      Text("Comment", *header_.comment, plan_.header.comment);
+      (void)Text("Comment", *header_.comment, plan_.header.comment);
     }
     if (header_.option && target_.now.option) {
       plan_.option = !EqualsIgnoringCase(header_.option->text, kNoOption);
     }
   }
 
+  /// `items` are the instruments that the certificate names.
+  void DoubtSerials(const std::vector<CertificateItem>& items) {
+    const std::string& present = target_.now.header.serialNumber;
+    const bool isPresent =
+        std::ranges::find(items, present, &CertificateItem::serialNumber) != items.end();
+    if (items.size() < 2 || (isPresent && !present.empty())) {
+      return;
+    }
+    std::string names;
+    for (const CertificateItem& item : items) {
+      names += (names.empty() ? "" : ", ") + Quoted(item.serialNumber) + " (" + item.where + ")";
+    }
+    plan_.doubts.push_back("The certificate names several serial numbers: " + names +
+                           ". Choose that of this instrument.");
+  }
+
+  void TakeMember(PagePlan& page, const CertificateItem* member, const std::string& where) {
+    if (!HasPages(target_.model)) {
+      page.memberSerial.reset();
+      return;
+    }
+    if (!page.memberSerial && member != nullptr) {
+      page.memberSerial = member->serialNumber;
+    }
+    std::string box = target_.now.pages.at(static_cast<std::size_t>(page.page)).serialNumber;
+    if (!page.memberSerial || (page.memberSerial->empty() && box.empty())) {
+      return;
+    }
+    const std::string name = "Serial number of " + page.name;
+    if (target_.model.family == ModelFamily::ResistorSet) {
+      plan_.notes.push_back(name + ": " + Quoted(*page.memberSerial) +
+                            " is not used, because the data file has no place for it.");
+      page.memberSerial.reset();
+    } else if (!Text(name, {*page.memberSerial, where}, box)) {
+      page.memberSerial.reset();
+    }
+  }
+
+  void TakeOption() {
+    if (!target_.now.option) {
+      return;
+    }
+    const auto page = std::ranges::find(plan_.pages, kOptionPage, &PagePlan::page);
+    if (!plan_.option && page != plan_.pages.end()) {
+      plan_.option = true;
+    }
+    const auto words = [](bool isOn) { return std::string(isOn ? "with" : "without"); };
+    if (plan_.option) {
+      plan_.fields.push_back({"Option 001", words(*target_.now.option), words(*plan_.option),
+                              header_.option ? header_.option->where : page->name});
+    }
+  }
+
  private:
-  void Text(const std::string& name, const FoundText& found, std::string& box) {
+  /// False for a text that cannot be used.
+  bool Text(const std::string& name, const FoundText& found, std::string& box) {
     const std::string_view foreign = FirstForeignCharacter(found.text);
     if (!foreign.empty() || found.text.find_first_of("\r\n\t") != std::string::npos) {
       plan_.notes.push_back(
           name + ": " + Quoted(found.text) + " is not used, because a data file cannot hold " +
           (foreign.empty() ? "its line ends or tabs" : "the character " + Quoted(foreign)) + ".");
-      return;
+      return false;
     }
     plan_.fields.push_back({name, box, found.text, found.where});
     box = found.text;
+    return true;
   }
 
   void Date(const std::string& name, const FoundDate& found, std::string& day, std::string& month,
@@ -97,13 +153,37 @@ class HeaderPlanning {
     day = std::to_string(found.date.day);
     month = NumberToMonth(found.date.month);
     year = std::to_string(found.date.year);
-    plan_.fields.push_back({name, before, DateShown(day, month, year), found.where});
+    const bool isNone = found.date.year == 0 && found.date.month == 0 && found.date.day == 0;
+    plan_.fields.push_back(
+        {name, before, isNone ? std::string() : DateShown(day, month, year), found.where});
   }
 
   const ImportTarget& target_;
   const CertificateHeader& header_;
   ImportPlan& plan_;
 };
+
+/// The instruments with different serial numbers, without members of the set.
+std::vector<CertificateItem> InstrumentsOf(const ImportTarget& target,
+                                           const Certificate& certificate) {
+  std::vector<CertificateItem> instruments;
+  for (const CertificateItem& item : certificate.items) {
+    const bool isKnown = std::ranges::find(instruments, item.serialNumber,
+                                           &CertificateItem::serialNumber) != instruments.end();
+    if (!item.serialNumber.empty() && !isKnown && !IsMember(target, item)) {
+      instruments.push_back(item);
+    }
+  }
+  return instruments;
+}
+
+/// Whether an item is the member that a page is about.
+bool IsMemberOf(const CertificateItem& item, std::string_view page) {
+  return !page.empty() && (NamesModel(item.model, page) ||
+                           std::ranges::any_of(item.name, [&](const LocalText& name) {
+                             return ContainsIgnoringCase(name.text, page);
+                           }));
+}
 
 }  // namespace
 
@@ -113,13 +193,44 @@ bool NamesModel(std::string_view named, std::string_view code) {
 
 void PlanHeader(const ImportTarget& target, const Certificate& certificate,
                 const ImportChoices& choices, ImportPlan& plan) {
+  plan.header = target.now.header;
   HeaderPlanning planning(target, certificate, plan);
   if (choices.item && *choices.item < certificate.items.size()) {
     planning.TakeItem(certificate.items[*choices.item]);
   } else {
     planning.TakeItem({});
   }
+  planning.DoubtSerials(InstrumentsOf(target, certificate));
   planning.TakeFields();
+}
+
+bool IsMember(const ImportTarget& target, const CertificateItem& item) {
+  for (std::size_t page = 0; HasPages(target.model) && page < target.now.pages.size(); ++page) {
+    if (IsMemberOf(item, target.data.GetCalPageName(static_cast<std::int16_t>(page)))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool HasSeveralInstruments(const ImportTarget& target, const Certificate& certificate) {
+  return InstrumentsOf(target, certificate).size() > 1;
+}
+
+void PlanMembers(const ImportTarget& target, const Certificate& certificate,
+                 const ImportChoices& choices, ImportPlan& plan) {
+  HeaderPlanning planning(target, certificate, plan);
+  for (PagePlan& page : plan.pages) {
+    const PageChoice& choice = choices.pages.at(static_cast<std::size_t>(page.page));
+    const auto member = std::ranges::find_if(certificate.items, [&](const CertificateItem& item) {
+      return !item.serialNumber.empty() && IsMemberOf(item, page.name);
+    });
+    const bool isItem = member != certificate.items.end();
+    planning.TakeMember(
+        page, isItem ? &*member : nullptr,
+        isItem ? member->where : certificate.tables.at(choice.tables.front()).where);
+  }
+  planning.TakeOption();
 }
 
 }  // namespace tarvell

@@ -14,9 +14,20 @@ namespace tarvell {
 /// before it or an option after it, and with other blanks and hyphens.
 [[nodiscard]] bool NamesModel(std::string_view named, std::string_view code);
 
+/// Whether an item of a certificate is a member of the set, not the set itself.
+[[nodiscard]] bool IsMember(const ImportTarget& target, const CertificateItem& item);
+
+/// Whether the certificate is about several instruments, apart from members of the set.
+[[nodiscard]] bool HasSeveralInstruments(const ImportTarget& target,
+                                         const Certificate& certificate);
+
 /// Fills in the header fields of the plan, and the doubts about the instrument.
 void PlanHeader(const ImportTarget& target, const Certificate& certificate,
                 const ImportChoices& choices, ImportPlan& plan);
+
+/// Fills in the serial numbers of the members and the option, when the pages are planned.
+void PlanMembers(const ImportTarget& target, const Certificate& certificate,
+                 const ImportChoices& choices, ImportPlan& plan);
 
 }  // namespace tarvell
 

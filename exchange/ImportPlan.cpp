@@ -4,76 +4,22 @@
 #include "exchange/ImportPlan.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "core/caldata/SetPages.h"
 #include "core/text/Text.h"
 #include "exchange/HeaderPlan.h"
+#include "exchange/JoinedTables.h"
 #include "exchange/ModelColumns.h"
-#include "exchange/Words.h"
 
 namespace tarvell {
 
 namespace {
 
-bool NamesPage(const CertificateTable& table, std::string_view page) {
-  return std::ranges::any_of(
-      table.name, [&](const LocalText& name) { return ContainsIgnoringCase(name.text, page); });
+std::string Rows(const CertificateTable& table) {
+  return std::to_string(table.RowCount()) + (table.RowCount() == 1 ? " row" : " rows");
 }
-
-/// Proposes the tables of the pages.
-class Proposal {
- public:
-  Proposal(const ImportTarget& target, const Certificate& certificate)
-      : target_(target), certificate_(certificate) {}
-
-  [[nodiscard]] PageChoice For(std::int16_t page) const {
-    const std::vector<ModelColumn> columns = ModelColumns(target_.model, target_.data, page);
-    PageChoice best;
-    int bestScore = 0;
-    for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
-      ColumnMatch match = MatchedColumns(certificate_.tables[i], columns);
-      const int score = Score(page, certificate_.tables[i], match, columns);
-      if (score > bestScore) {
-        best = {i, std::move(match)};
-        bestScore = score;
-      }
-    }
-    return best;
-  }
-
- private:
-  /// 0 for a table that is not meant for the page.
-  [[nodiscard]] int Score(std::int16_t page, const CertificateTable& table,
-                          const ColumnMatch& match, const std::vector<ModelColumn>& columns) const {
-    if (!IsUsable(match, columns)) {
-      return 0;
-    }
-    int score = static_cast<int>(
-        std::ranges::count_if(match, [](const auto& source) { return source.has_value(); }));
-    if (!HasPages(target_.model)) {
-      return score + NamedBonus(table, target_.now.header.serialNumber);
-    }
-    const std::string name = target_.data.GetCalPageName(page);
-    if (!table.page.empty()) {
-      return EqualsIgnoringCase(table.page, name) ? kNamed + score : 0;
-    }
-    const bool isNamed = NamesPage(table, name);
-    const PageSource source = {
-        target_.model, target_.data,
-        page,          target_.now.pages.at(static_cast<std::size_t>(page)).rows,
-        table,         match};
-    return isNamed ? kNamed + score : IsNearPage(source) ? score : 0;
-  }
-
-  static int NamedBonus(const CertificateTable& table, const std::string& serial) {
-    return !serial.empty() && NamesPage(table, serial) ? kNamed : 0;
-  }
-
-  static constexpr int kNamed = 100;
-
-  const ImportTarget& target_;
-  const Certificate& certificate_;
-};
 
 /// What a certificate without a table for the model has instead.
 std::string NoTable(const ImportTarget& target, const Certificate& certificate) {
@@ -93,25 +39,13 @@ std::string NoTable(const ImportTarget& target, const Certificate& certificate) 
       columns += (columns.empty() ? "" : ", ") + SourceName(table, {i, false}, target.language);
     }
     text += "\n" + NameIn(table.name, target.language) + " (" + table.where + "): " + columns +
-            ", " + std::to_string(table.RowCount()) + (table.RowCount() == 1 ? " row." : " rows.");
+            ", " + Rows(table) + ".";
   }
   return text;
 }
 
-std::optional<std::size_t> ProposedItem(const ImportTarget& target,
-                                        const Certificate& certificate) {
-  const std::vector<CertificateItem>& items = certificate.items;
-  auto found =
-      std::ranges::find(items, target.now.header.serialNumber, &CertificateItem::serialNumber);
-  if (found == items.end()) {
-    found = std::ranges::find_if(items, [&](const CertificateItem& item) {
-      return NamesModel(item.model, target.model.code);
-    });
-  }
-  if (items.empty()) {
-    return std::nullopt;
-  }
-  return found == items.end() ? 0 : static_cast<std::size_t>(found - items.begin());
+std::string TableName(const ImportTarget& target, const CertificateTable& table) {
+  return Quoted(NameIn(table.name, target.language)) + " (" + table.where + ")";
 }
 
 void AppendAll(std::vector<std::string>& all, const std::vector<std::string>& more) {
@@ -121,7 +55,7 @@ void AppendAll(std::vector<std::string>& all, const std::vector<std::string>& mo
 /// The rows of a page after the import, and where their values come from.
 DraftPage AfterPage(const DraftPage& now, const PagePlan& plan, bool removesMissing,
                     bool hasFixedRows) {
-  DraftPage page = {plan.memberSerial.empty() ? now.serialNumber : plan.memberSerial, {}, {}};
+  DraftPage page = {plan.memberSerial.value_or(now.serialNumber), {}, {}};
   GridRow before = kFirstDataRow;
   for (const PlannedRow& planned : plan.rows) {
     const bool isOld = planned.row.change != PastedRow::Change::Added;
@@ -146,16 +80,152 @@ DraftPage AfterPage(const DraftPage& now, const PagePlan& plan, bool removesMiss
   return page;
 }
 
-}  // namespace
+/// Builds the plan of an import.
+class Planning {
+ public:
+  Planning(const ImportTarget& target, const Certificate& certificate, const ImportChoices& choices)
+      : target_(target), certificate_(certificate), choices_(choices) {}
 
-ImportChoices ProposedChoices(const ImportTarget& target, const Certificate& certificate) {
-  ImportChoices choices = {ProposedItem(target, certificate), {}};
-  const Proposal proposal(target, certificate);
-  for (std::size_t page = 0; page < target.now.pages.size(); ++page) {
-    choices.pages.push_back(proposal.For(static_cast<std::int16_t>(page)));
+  ImportPlan Run() {
+    PlanHeader(target_, certificate_, choices_, plan_);
+    const std::size_t pages = std::min(choices_.pages.size(), target_.now.pages.size());
+    for (std::size_t i = 0; i < pages; ++i) {
+      if (!choices_.pages[i].tables.empty()) {
+        Take(static_cast<std::int16_t>(i), choices_.pages[i]);
+      }
+    }
+    PlanMembers(target_, certificate_, choices_, plan_);
+    if (used_.empty()) {
+      plan_.notes.insert(plan_.notes.begin(), NoTable(target_, certificate_));
+    }
+    NoteUnused();
+    AppendAll(plan_.doubts, certificate_.doubts);
+    AppendAll(plan_.notes, certificate_.notes);
+    return std::move(plan_);
   }
-  return choices;
-}
+
+ private:
+  void Take(std::int16_t page, const PageChoice& choice) {
+    std::vector<const CertificateTable*> tables;
+    for (const std::size_t table : choice.tables) {
+      tables.push_back(&certificate_.tables.at(table));
+      used_.insert(table);
+      DoubtItem(*tables.back());
+    }
+    const CertificateTable joined = Joined(tables);
+    const std::vector<ModelColumn> columns = ModelColumns(target_.model, target_.data, page);
+    const std::string where =
+        HasPages(target_.model) ? target_.data.GetCalPageName(page) + ": " : std::string();
+    for (const AskedColumn& asked : choice.asked) {
+      plan_.open.push_back(where + columns.at(asked.column).caption + " can be " +
+                           SourceNames(joined, asked) + ". Choose the column.");
+    }
+    if (!IsUsable(choice.match, columns)) {
+      if (choice.asked.empty()) {
+        plan_.notes.push_back(where + "Choose the columns of the point and of at least one value.");
+      }
+      AppendAll(plan_.notes, UnknownUnits(joined, choice.match, target_.language));
+      return;
+    }
+    DoubtRivals(where, joined, choice);
+    PagePlan planned = PlanPage({target_.model, target_.data, page,
+                                 target_.now.pages.at(static_cast<std::size_t>(page)).rows, joined,
+                                 choice.match, target_.language, certificate_.isExport});
+    AppendAll(plan_.doubts, planned.doubts);
+    AppendAll(plan_.notes, planned.notes);
+    if (!planned.IsEmpty()) {
+      plan_.pages.push_back(std::move(planned));
+    }
+  }
+
+  [[nodiscard]] std::string SourceNames(const CertificateTable& table,
+                                        const AskedColumn& asked) const {
+    std::string names;
+    for (std::size_t i = 0; i < asked.sources.size(); ++i) {
+      names += i == 0 ? "" : i + 1 == asked.sources.size() ? " or " : ", ";
+      names += Quoted(SourceName(table, asked.sources[i], target_.language));
+    }
+    return names;
+  }
+
+  void DoubtItem(const CertificateTable& table) {
+    const bool isOther = table.item && choices_.item && *table.item != *choices_.item &&
+                         !IsMember(target_, certificate_.items.at(*table.item));
+    if (isOther) {
+      plan_.doubts.push_back("The table " + TableName(target_, table) +
+                             " is about the instrument " +
+                             Quoted(certificate_.items[*table.item].serialNumber) + ".");
+    } else if (table.isItemOpen && HasSeveralInstruments(target_, certificate_)) {
+      plan_.doubts.push_back(
+          "The certificate is about several instruments, and does not say to "
+          "which of them the table " +
+          TableName(target_, table) + " belongs.");
+    }
+  }
+
+  void DoubtRivals(const std::string& where, const CertificateTable& used,
+                   const PageChoice& choice) {
+    for (const std::size_t rival : choice.rivals) {
+      const bool isUsed = std::ranges::any_of(choices_.pages, [&](const PageChoice& page) {
+        return std::ranges::find(page.tables, rival) != page.tables.end();
+      });
+      if (!isUsed) {
+        plan_.doubts.push_back(where + "The table " +
+                               TableName(target_, certificate_.tables.at(rival)) +
+                               " fits as well as " + TableName(target_, used) + ", which is used.");
+      }
+    }
+  }
+
+  /// Names the tables of which no page takes anything.
+  void NoteUnused() {
+    std::size_t more = 0;
+    std::size_t named = 0;
+    for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
+      const CertificateTable& table = certificate_.tables[i];
+      if (used_.contains(i)) {
+        continue;
+      }
+      if (++named > kNamedTables) {
+        ++more;
+        continue;
+      }
+      if (!used_.empty()) {
+        plan_.notes.push_back("The table " + TableName(target_, table) + ", " + Rows(table) +
+                              ", is not used, because " + WhyUnused(table) + ".");
+      }
+      AppendAll(plan_.notes, UnknownUnits(table, {}, target_.language));
+    }
+    if (more > 0 && !used_.empty()) {
+      plan_.notes.push_back(std::to_string(more) + " more tables are not used.");
+    }
+  }
+
+  [[nodiscard]] std::string WhyUnused(const CertificateTable& table) const {
+    if (table.item && choices_.item && *table.item != *choices_.item) {
+      return "it is about another instrument";
+    }
+    for (std::size_t page = 0; page < target_.now.pages.size(); ++page) {
+      const std::vector<ModelColumn> columns =
+          ModelColumns(target_.model, target_.data, static_cast<std::int16_t>(page));
+      if (IsUsable(MatchedColumns(table, columns).match, columns)) {
+        return HasPages(target_.model) ? "neither its name nor its values are those of a free page"
+                                       : "another table is used";
+      }
+    }
+    return "its columns are not those of the model";
+  }
+
+  static constexpr std::size_t kNamedTables = 20;
+
+  const ImportTarget& target_;
+  const Certificate& certificate_;
+  const ImportChoices& choices_;
+  std::set<std::size_t> used_;
+  ImportPlan plan_;
+};
+
+}  // namespace
 
 std::vector<std::string> ImportPlan::Rounded() const {
   std::vector<std::string> all;
@@ -181,35 +251,7 @@ bool ImportPlan::HasPlace(bool missingRemoved) const {
 
 ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate,
                       const ImportChoices& choices) {
-  ImportPlan plan;
-  PlanHeader(target, certificate, choices, plan);
-  bool isChosen = false;
-  for (std::size_t i = 0; i < std::min(choices.pages.size(), target.now.pages.size()); ++i) {
-    const PageChoice& choice = choices.pages[i];
-    const auto page = static_cast<std::int16_t>(i);
-    if (!choice.table || *choice.table >= certificate.tables.size()) {
-      continue;
-    }
-    if (!IsUsable(choice.match, ModelColumns(target.model, target.data, page))) {
-      plan.notes.push_back(target.data.GetCalPageName(page) + (HasPages(target.model) ? ": " : "") +
-                           "Choose the columns of the point and of at least one value.");
-      isChosen = true;
-      continue;
-    }
-    PagePlan planned = PlanPage({target.model, target.data, page, target.now.pages[i].rows,
-                                 certificate.tables[*choice.table], choice.match, target.language,
-                                 certificate.isExport});
-    AppendAll(plan.doubts, planned.doubts);
-    AppendAll(plan.notes, planned.notes);
-    if (!planned.IsEmpty()) {
-      plan.pages.push_back(std::move(planned));
-    }
-  }
-  if (plan.pages.empty() && !isChosen) {
-    plan.notes.insert(plan.notes.begin(), NoTable(target, certificate));
-  }
-  AppendAll(plan.notes, certificate.notes);
-  return plan;
+  return Planning(target, certificate, choices).Run();
 }
 
 EditorState AfterImport(const EditorState& now, const ImportPlan& plan, bool removesMissing) {
@@ -220,9 +262,6 @@ EditorState AfterImport(const EditorState& now, const ImportPlan& plan, bool rem
   for (const PagePlan& page : plan.pages) {
     DraftPage& target = after.pages.at(static_cast<std::size_t>(page.page));
     target = AfterPage(target, page, removesMissing, hasFixedRows);
-    if (now.option && page.page == kOptionPage) {
-      after.option = true;
-    }
   }
   if (plan.option) {
     after.option = plan.option;

@@ -5,6 +5,8 @@
 #define TARVELL_EXCHANGE_IMPORTPLAN_H
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,14 +26,17 @@ struct ImportTarget {
   const Model& model;
   const cifCaldata& data;
   const EditorState& now;
-  bool isSerialFixed = false;   ///< whether the serial number must not change
-  std::string language = "en";  ///< of the user; names in several languages are shown in it
+  bool isSerialFixed = false;       ///< whether the serial number must not change
+  std::string language = "en";      ///< of the user; names in several languages are shown in it
+  std::string templateSerial = {};  ///< the serial number that nobody has entered; "" for none
 };
 
-/// Which table goes into a page, and how its columns do.
+/// Which tables go into a page, and how their columns do.
 struct PageChoice {
-  std::optional<std::size_t> table;  ///< nothing: the page stays as it is
+  std::vector<std::size_t> tables;  ///< joined to one; none: the page stays as it is
   ColumnMatch match;
+  std::vector<AskedColumn> asked;   ///< columns for which the user has to choose first
+  std::vector<std::size_t> rivals;  ///< tables that fit equally well and cannot be joined
 };
 
 struct ImportChoices {
@@ -39,10 +44,20 @@ struct ImportChoices {
   std::vector<PageChoice> pages;    ///< of each page of the data set
 };
 
+/// The columns of a table that the user chose before for a page, as MatchText gives them; "" for
+/// none.
+using RememberedMatch =
+    std::function<std::string(const CertificateTable& table, std::int16_t page)>;
+
 /// The item with the serial number of the editor, or the first one of the model; for each page the
-/// table that fits it by name, columns and values.
+/// tables of that item that fit it by name, columns and values.
 [[nodiscard]] ImportChoices ProposedChoices(const ImportTarget& target,
-                                            const Certificate& certificate);
+                                            const Certificate& certificate,
+                                            const RememberedMatch& remembered = nullptr);
+/// The same for an item that the user chose.
+[[nodiscard]] ImportChoices ProposedChoices(const ImportTarget& target,
+                                            const Certificate& certificate, std::size_t item,
+                                            const RememberedMatch& remembered = nullptr);
 
 /// A header field that changes.
 struct PlannedField {
@@ -57,6 +72,7 @@ struct ImportPlan {
   std::vector<PlannedField> fields;  ///< those that the certificate names
   std::optional<bool> option;        ///< what the certificate says about the option
   std::vector<PagePlan> pages;
+  std::vector<std::string> open;    ///< what the user has to choose, before anything is taken
   std::vector<std::string> doubts;  ///< what the user has to confirm
   std::vector<std::string> notes;   ///< what is not taken and why
 

@@ -14,44 +14,75 @@ namespace {
 
 using Words = std::span<const std::string_view>;
 
-// Folded words in English, German, French and Spanish, and those of a DCC's refType.
-constexpr std::array<std::string_view, 3> kFrequency = {"freq", "fréq", "frec"};
-constexpr std::array<std::string_view, 9> kFactor = {
-    "factor",     "faktor", "facteur", "kf", "cf", "efficiency", "wirkungs", "basic_measuredvalue",
-    "calibration"};
-constexpr std::array<std::string_view, 20> kNotFactor = {
-    "reflect",  "reflex", "réflex",  "gamma",     "vswr",    "swr",   "magnitude",
-    "phase",    "rho",    "linear",  "deviation", "abweich", "écart", "basic_measurementerror",
-    "mismatch", "diss",   "verlust", "pertes",    "pérdida", "loss"};
-constexpr std::array<std::string_view, 9> kSetting = {"setting",  "nominal",  "nennwert",
-                                                      "sollwert", "einstell", "position",
-                                                      "step",     "réglage",  "basic_nominalvalue"};
-constexpr std::array<std::string_view, 12> kAttenuation = {
-    "cal data", "actual",   "measured", "attenuation", "dämpfung", "atténu",
-    "atenua",   "messwert", "istwert",  "mesur",       "affaibl",  "basic_measuredvalue"};
-constexpr std::array<std::string_view, 8> kNotAttenuation = {
-    "deviation", "error",       "abweich", "écart",
-    "vswr",      "return loss", "setting", "basic_measurementerror"};
-constexpr std::array<std::string_view, 5> kCapacitance = {"capacit", "kapazit", "capacid", "cp",
-                                                          "basic_measuredvalue"};
-constexpr std::array<std::string_view, 8> kDissipation = {"diss", "verlust", "pertes",   "tan",
-                                                          "loss", "pérdida", "d-factor", "df"};
-constexpr std::array<std::string_view, 5> kMember = {"model", "member", "standard", "type",
-                                                     "modell"};
-constexpr std::array<std::string_view, 5> kNominal = {"nominal", "nennwert", "valeur nominale",
-                                                      "sollwert", "basic_nominalvalue"};
-constexpr std::array<std::string_view, 8> kCalibrated = {
-    "calibrated", "measured", "actual",     "kalibriert",
-    "messwert",   "istwert",  "resistance", "basic_measuredvalue"};
-constexpr std::array<std::string_view, 6> kResistance = {"resistance",  "widerstand", "résistance",
-                                                         "resistencia", "rs",         "rp"};
-constexpr std::array<std::string_view, 6> kReactance = {"react",   "reakt",   "réact",
-                                                        "suscept", "suszept", "blind"};
-constexpr std::array<std::string_view, 4> kDeviations = {"deviation", "abweich", "error",
-                                                         "basic_measurementerror"};
-constexpr std::array<std::string_view, 8> kUncertainty = {
-    "unc",         "uncertainty",   "unsicherheit", "messunsicherheit",
-    "incertitude", "incertidumbre", "u(",           "basic_measurementuncertainty"};
+// Folded words in English, German, French, Spanish and Italian, and those of a DCC's refType.
+// German joins words, so that "frequenz" alone does not find "messfrequenz".
+constexpr std::array<std::string_view, 6> kFrequency = {"freq",     "fréq",     "frec",
+                                                        "messfreq", "prüffreq", "kalibrierfreq"};
+constexpr std::array<std::string_view, 12> kFactor = {
+    "factor", "faktor", "facteur",    "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
+    "kf",     "cf",     "efficiency", "wirkungs", "calibration",     "basic measuredvalue"};
+constexpr std::array<std::string_view, 22> kNotFactor = {
+    "reflect", "reflex",   "réflex",   "gamma",     "vswr",    "swr",    "magnitude",
+    "phase",   "rho",      "linear",   "deviation", "abweich", "écart",  "basic measurementerror",
+    "scart",   "mismatch", "desviaci", "diss",      "verlust", "pertes", "pérdida",
+    "loss"};
+constexpr std::array<std::string_view, 12> kSetting = {
+    "setting",  "nominal", "nennwert", "nenndämpf", "sollwert", "einstell",
+    "position", "step",    "réglage",  "ajuste",    "impost",   "basic nominalvalue"};
+constexpr std::array<std::string_view, 14> kNotSetting = {
+    "actual", "measured", "cal data", "messwert", "istwert",   "mesur", "misur",
+    "medid",  "gemessen", "abweich",  "écart",    "deviation", "error", "basic measuredvalue"};
+constexpr std::array<std::string_view, 17> kAttenuation = {"cal data",
+                                                           "actual",
+                                                           "measured",
+                                                           "attenuation",
+                                                           "dämpfung",
+                                                           "einfügedämpf",
+                                                           "atténu",
+                                                           "atenua",
+                                                           "attenuaz",
+                                                           "messwert",
+                                                           "istwert",
+                                                           "gemessen",
+                                                           "mesur",
+                                                           "misur",
+                                                           "medid",
+                                                           "affaibl",
+                                                           "basic measuredvalue"};
+constexpr std::array<std::string_view, 10> kNotAttenuation = {
+    "deviation", "error", "abweich",     "écart",   "desviaci",
+    "scart",     "vswr",  "return loss", "setting", "basic measurementerror"};
+constexpr std::array<std::string_view, 7> kCapacitance = {
+    "capacit", "kapazit", "capacid", "parallelkapaz", "serienkapaz", "cp", "basic measuredvalue"};
+constexpr std::array<std::string_view, 9> kDissipation = {
+    "diss", "verlust", "pertes", "tan", "loss", "pérdida", "perdit", "d-factor", "df"};
+constexpr std::array<std::string_view, 10> kMember = {"model",  "member",  "standard", "type",
+                                                      "modèle", "modelo",  "normal",   "étalon",
+                                                      "patrón", "campione"};
+constexpr std::array<std::string_view, 6> kNominal = {"nominal",  "nennwert", "valeur nominale",
+                                                      "sollwert", "nennwid",  "basic nominalvalue"};
+constexpr std::array<std::string_view, 14> kCalibrated = {"calibrated", "measured",
+                                                          "actual",     "kalibriert",
+                                                          "messwert",   "istwert",
+                                                          "gemessen",   "mesur",
+                                                          "misur",      "medid",
+                                                          "resist",     "résist",
+                                                          "widerstand", "basic measuredvalue"};
+constexpr std::array<std::string_view, 8> kResistance = {
+    "resist",        "résist",          "widerstand", "wirkwiderst",
+    "serienwiderst", "parallelwiderst", "rs",         "rp"};
+constexpr std::array<std::string_view, 8> kReactance = {"react",   "reakt",   "réact",   "reatt",
+                                                        "suscept", "suszept", "suscett", "blind"};
+constexpr std::array<std::string_view, 8> kDeviations = {
+    "deviation", "abweich", "error",  "écart",
+    "desviaci",  "scart",   "erreur", "basic measurementerror"};
+constexpr std::array<std::string_view, 12> kUncertainty = {
+    "unc",         "unsicherheit",  "messunsicherheit",
+    "incertitude", "incertidumbre", "incertezza",
+    "u(",          "u (",           "u [",
+    "u/",          "u in ",         "basic measurementuncertainty"};
+constexpr std::array<std::string_view, 7> kExpanded = {
+    "expanded", "erweitert", "élargi", "expandida", "estesa", "k=2", "k = 2"};
 
 constexpr Unit kHertz = {.bases = {0, 0, -1, 0, 0}};
 constexpr Unit kDecibel = {.special = "decibel"};
@@ -103,7 +134,7 @@ std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
                      kFrequency),
               Column(ColumnRole::Value, kPerCent, kFactor, kNotFactor)};
     case ModelFamily::StepAttenuator:
-      return {Column(ColumnRole::Setting, kDecibel, kSetting),
+      return {Column(ColumnRole::Setting, kDecibel, kSetting, kNotSetting),
               Column(ColumnRole::Frequency, kHertz, kFrequency),
               Column(ColumnRole::Value, kDecibel, kAttenuation, kNotAttenuation)};
     case ModelFamily::CapacitorSet:
@@ -137,6 +168,10 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
 
 bool NamesUncertainty(std::string_view folded) {
   return HasWord(folded, kUncertainty);
+}
+
+bool NamesExpanded(std::string_view folded) {
+  return HasWord(folded, kExpanded);
 }
 
 }  // namespace tarvell

@@ -56,6 +56,9 @@ struct ModelColumn {
 /// Whether a folded caption names an uncertainty.
 [[nodiscard]] bool NamesUncertainty(std::string_view folded);
 
+/// Whether a folded caption says that an uncertainty is the expanded one.
+[[nodiscard]] bool NamesExpanded(std::string_view folded);
+
 }  // namespace tarvell
 
 #endif

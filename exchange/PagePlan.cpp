@@ -21,8 +21,8 @@ namespace tarvell {
 
 namespace {
 
-/// A number in another unit; nothing where the units cannot be converted. A value without a unit is
-/// in the wanted one.
+/// A number in another unit; nothing where the units cannot be converted. A value without a unit,
+/// or in one that is not known, is in the wanted one.
 std::optional<std::string> Converted(const WrittenValue& value, const Unit& wanted) {
   if (!value.isNumber) {
     return std::nullopt;
@@ -31,10 +31,12 @@ std::optional<std::string> Converted(const WrittenValue& value, const Unit& want
     return value.text;
   }
   const std::optional<Unit> unit = UnitFrom(value.unit);
-  if (!unit || !unit->IsLike(wanted)) {
+  if (unit && !unit->IsLike(wanted)) {
     return std::nullopt;
   }
-  return Shifted(value.text, unit->power - wanted.power);
+  const int power = unit ? unit->power - wanted.power : 0;
+  const bool isPlain = value.text.find_first_not_of("-.0123456789") == std::string::npos;
+  return power == 0 && isPlain ? value.text : Shifted(value.text, power);
 }
 
 std::string ShownValue(const WrittenValue& value) {
@@ -74,6 +76,7 @@ class Planning {
 
   PagePlan Run() {
     NoteUnusedColumns();
+    DoubtUnknownUnits();
     if (HasPages(source_.model)) {
       TakeIntoRows();
     } else {
@@ -117,6 +120,22 @@ class Planning {
     if (!unused.empty()) {
       plan_.notes.push_back(Where() + "These columns are not used: " + unused + ".");
     }
+    for (const std::string& unit : UnknownUnits(source_.table, source_.match, source_.language)) {
+      plan_.notes.push_back(Where() + unit);
+    }
+  }
+
+  /// Only a user who chose such a column has it taken.
+  void DoubtUnknownUnits() {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      const std::string unit = values_[i] == nullptr ? std::string() : UnknownUnitIn(*values_[i]);
+      if (!unit.empty()) {
+        plan_.doubts.push_back(
+            Where() + "The unit " + Quoted(unit) + " of the column " +
+            Quoted(SourceName(source_.table, *source_.match.at(i), source_.language)) +
+            " is not known. Its numbers are taken as they are, for " + columns_[i].caption + ".");
+      }
+    }
   }
 
   [[nodiscard]] std::string Where() const {
@@ -144,6 +163,7 @@ class Planning {
   void TakePoints() {
     std::string text;
     std::size_t points = 0;
+    std::size_t written = 1;
     for (std::size_t row = 0; row < source_.table.RowCount(); ++row) {
       const std::string line = LineOf(row);
       points += line.empty() ? 0 : 1;
@@ -153,7 +173,11 @@ class Planning {
                                          " points, which is all that a data set has room for. "
                                          "Choose another table.");
       }
-      text += line + "\n";
+      // Refusals name the lines of the text: they are those of the file.
+      for (const std::size_t place = LineInFile(row); written < place; ++written) {
+        text += '\n';
+      }
+      text += line;
     }
     if (text.find_first_not_of('\n') == std::string::npos) {
       return;
@@ -179,6 +203,12 @@ class Planning {
     if (source_.keepsTexts) {
       KeepTexts();
     }
+  }
+
+  /// The rows of a DCC, which are in no lines, are counted.
+  [[nodiscard]] std::size_t LineInFile(std::size_t row) const {
+    const std::vector<std::size_t>& lines = source_.table.rowLines;
+    return row < lines.size() ? lines[row] : row + 1;
   }
 
   /// Gives the rows the texts that the data set had, where they are the same numbers.

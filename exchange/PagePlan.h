@@ -24,7 +24,7 @@ struct PlannedRow {
 struct PagePlan {
   std::int16_t page = 0;
   std::string name;
-  std::string memberSerial;  ///< "" where the certificate names none
+  std::optional<std::string> memberSerial;  ///< nothing where the certificate does not give it
   std::vector<PlannedRow> rows;
   std::vector<std::string> rounded;  ///< what the formats of the table round, a sentence each
   std::vector<std::string> doubts;   ///< what the user has to confirm

@@ -103,8 +103,8 @@ std::optional<Unit> PlainUnit(std::string_view text) {
     const KnownUnit* known = UnitNamed(text.substr(prefix.sign.size()));
     if (known != nullptr && TakesPrefix(*known)) {
       Unit unit = known->unit;
-      // Nobody means millihertz, and captions are often in small letters.
-      unit.power += known->name == "Hz" && prefix.sign == "m" ? 6 : prefix.power;
+      // Captions are often in small letters, and nobody means millihertz then.
+      unit.power += text == "mhz" ? 6 : prefix.power;
       return unit;
     }
   }
@@ -222,46 +222,11 @@ std::optional<Unit> DsiUnit(std::string_view text) {
   return product.Result();
 }
 
-/// The text in the last brackets that holds a unit, "" for none.
-std::string_view InBrackets(std::string_view caption) {
-  while (true) {
-    const std::size_t end = caption.find_last_of(")]");
-    const std::size_t begin = caption.substr(0, end).find_last_of("([");
-    if (end == std::string_view::npos || begin == std::string_view::npos) {
-      return {};
-    }
-    const std::string_view inside = WithoutBlanks(caption.substr(begin + 1, end - begin - 1));
-    if (UnitFrom(inside)) {
-      return inside;
-    }
-    caption = caption.substr(0, begin);
-  }
-}
-
 }  // namespace
 
 std::optional<Unit> UnitFrom(std::string_view text) {
   text = WithoutBlanks(text);
   return text.starts_with('\\') ? DsiUnit(text) : PlainUnit(text);
-}
-
-std::string UnitOfCaption(std::string_view caption) {
-  if (const std::string_view inside = InBrackets(caption); !inside.empty()) {
-    return std::string(inside);
-  }
-  constexpr std::string_view kEnds = " /,\t\n";
-  const std::string_view trimmed = WithoutBlanks(caption);
-  const std::size_t before = trimmed.find_last_of(kEnds);
-  const std::string_view word =
-      before == std::string_view::npos ? trimmed : trimmed.substr(before + 1);
-  const std::string_view rest = before == std::string_view::npos
-                                    ? std::string_view()
-                                    : WithoutBlanks(trimmed.substr(0, before + 1));
-  // "Channel A" ends with a name, "Capacitance / F" and "C in F" with a unit.
-  const bool isMarked = rest.ends_with('/') || rest.ends_with(" in");
-  return (word.size() > 1 || word == "%" || isMarked) && word != "1" && UnitFrom(word)
-             ? std::string(word)
-             : std::string();
 }
 
 std::string ShownUnit(std::string_view unit) {

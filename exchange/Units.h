@@ -32,10 +32,6 @@ struct Unit {
 /// "MHz", "kΩ", "%" or the D-SI form "\mega\hertz"; nothing for a text that is not a known unit.
 [[nodiscard]] std::optional<Unit> UnitFrom(std::string_view text);
 
-/// The text of the unit that a caption names: "Frequency [MHz]", "Frequenz / MHz", "f in MHz"; ""
-/// for none.
-[[nodiscard]] std::string UnitOfCaption(std::string_view caption);
-
 /// `unit` as a reader sees it: "MHz" for "\mega\hertz"; any other text is as it is.
 [[nodiscard]] std::string ShownUnit(std::string_view unit);
 

@@ -19,12 +19,13 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 56> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
                                         {"serie", KeyField::SerialNumber},
                                         {"s/n", KeyField::SerialNumber},
+                                        {"matricola", KeyField::SerialNumber},
                                         {"due", KeyField::DueDate},
                                         {"next cal", KeyField::DueDate},
                                         {"recal", KeyField::DueDate},
@@ -35,6 +36,8 @@ constexpr std::array<Key, 56> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"échéance", KeyField::DueDate},
                                         {"próxima", KeyField::DueDate},
                                         {"vencimiento", KeyField::DueDate},
+                                        {"prossima", KeyField::DueDate},
+                                        {"scadenza", KeyField::DueDate},
                                         {"calibration date", KeyField::CalDate},
                                         {"cal date", KeyField::CalDate},
                                         {"cal. date", KeyField::CalDate},
@@ -48,6 +51,7 @@ constexpr std::array<Key, 56> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"date de l'étalonnage", KeyField::CalDate},
                                         {"étalonné le", KeyField::CalDate},
                                         {"fecha de calib", KeyField::CalDate},
+                                        {"data di taratura", KeyField::CalDate},
                                         {"certificate", KeyField::CalibrationNumber},
                                         {"calibration n", KeyField::CalibrationNumber},
                                         {"cal. n", KeyField::CalibrationNumber},

@@ -33,7 +33,8 @@ enum class KeyField {
   MemberSerial
 };
 
-/// The field that a key such as "Serial number:" names in English, German, French or Spanish.
+/// The field that a key such as "Serial number:" names in English, German, French, Spanish or
+/// Italian.
 [[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
 
 }  // namespace tarvell

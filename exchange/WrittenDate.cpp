@@ -123,4 +123,17 @@ std::string IsoText(const FileDate& date) {
   return year + "-" + AtLeastTwoDigits(date.month) + "-" + AtLeastTwoDigits(date.day);
 }
 
+std::optional<FileDate> ExportedDate(std::string_view text) {
+  constexpr std::string_view kForm = "0000-00-00";
+  const auto hasForm = [](char form, char c) { return form == '-' ? c == '-' : IsDigit(c); };
+  if (text.empty()) {
+    return FileDate();
+  }
+  if (!std::ranges::equal(kForm, text, hasForm)) {
+    return std::nullopt;
+  }
+  return FileDate{NumericInt16(text.substr(0, 4)), NumericInt16(text.substr(5, 2)),
+                  NumericInt16(text.substr(8))};
+}
+
 }  // namespace tarvell

@@ -24,6 +24,10 @@ enum class DateOrder { DayFirst, MonthFirst };
 /// "2026-03-05".
 [[nodiscard]] std::string IsoText(const FileDate& date);
 
+/// The date of a text such as "2026-02-31", even if no such day exists, and zeros for ""; nothing
+/// for any other text.
+[[nodiscard]] std::optional<FileDate> ExportedDate(std::string_view text);
+
 }  // namespace tarvell
 
 #endif

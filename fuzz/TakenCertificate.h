@@ -39,7 +39,7 @@ inline void CheckTaking(const Certificate& certificate) {
     for (DraftPage& page : now.pages) {
       page.rows = {{"1000", "1", "1", "1", "1"}, {"10000", "1", "1", "1", "1"}};
     }
-    const ImportTarget target = {model, *data, now};
+    const ImportTarget target = {.model = model, .data = *data, .now = now};
     const bool isTaken = Accepts([&] {
       const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
       const EditorState after = AfterImport(now, plan, true);

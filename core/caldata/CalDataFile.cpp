@@ -41,6 +41,8 @@ class CalDataFile::Load {
         .isOldStyle = IsOldStyle(firstItem_, headerLines_),
         .hasSerialNumber = HasLine(HeaderField::SerialNumber) && !data_.serialNumber_.empty(),
         .isComplete = isComplete_,
+        .lacksCalDate = IsFromTemplate(HeaderField::CalDate),
+        .lacksDueDate = IsFromTemplate(HeaderField::DueDate),
         .otherModel = OtherModel()};
     NoteMissingHeaderLines();
     data_.lackedCells_ = notes_.TakenLackedCells();
@@ -117,14 +119,15 @@ class CalDataFile::Load {
     }
   }
 
+  [[nodiscard]] bool IsFromTemplate(HeaderField field) const {
+    return notes_.IsReadOverDefaults() && !HasLine(field);
+  }
+
   void NoteMissingHeaderLines() {
-    if (!notes_.IsReadOverDefaults()) {
-      return;
-    }
     std::string missing;
     for (const HeaderField field : {HeaderField::CalDate, HeaderField::CalNumber,
                                     HeaderField::DueDate, HeaderField::Comment}) {
-      if (!HasLine(field)) {
+      if (IsFromTemplate(field)) {
         missing += (missing.empty() ? "#" : ", #") + std::string(KeywordOf(field));
       }
     }

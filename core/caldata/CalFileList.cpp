@@ -264,4 +264,16 @@ std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path) {
   return ReadHeader(reader);
 }
 
+std::optional<CalFileInfo> ReadableCalFileHeader(const std::string& path) {
+  try {
+    return ReadCalFileHeader(path);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+bool IsDamagedDataFile(const std::string& path, const std::string& earlier) {
+  return !ReadableCalFileHeader(path) && ReadableCalFileHeader(earlier);
+}
+
 }  // namespace tarvell

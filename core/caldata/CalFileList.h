@@ -51,6 +51,13 @@ std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo>
 /// not a data file.
 [[nodiscard]] std::optional<CalFileInfo> ReadCalFileHeader(const std::string& path);
 
+/// The same; nothing also when the file cannot be read.
+[[nodiscard]] std::optional<CalFileInfo> ReadableCalFileHeader(const std::string& path);
+
+/// Whether the file at `path` is not a data file, or cannot be read, although the one at `earlier`
+/// is a data file.
+[[nodiscard]] bool IsDamagedDataFile(const std::string& path, const std::string& earlier);
+
 /// The same for the content of a file; errors name it as `path`.
 [[nodiscard]] std::optional<CalFileInfo> CalFileHeaderIn(std::string_view bytes,
                                                          const std::string& path);

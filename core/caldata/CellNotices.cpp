@@ -68,8 +68,10 @@ CellParts PartsOfCell(std::string_view text) {
     return {text, {}, {}};
   }
   std::size_t first = text.find_first_of(kDigits);
-  if (first > 0 && text[first - 1] == '-') {
-    --first;
+  for (const char sign : {'.', '-'}) {
+    if (first > 0 && text[first - 1] == sign) {
+      --first;
+    }
   }
   return {text.substr(0, first), text.substr(first, last + 1 - first), text.substr(last + 1)};
 }

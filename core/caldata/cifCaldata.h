@@ -22,6 +22,8 @@ struct LoadedHeader {
   bool isOldStyle = false;       ///< the file is from before the header lines
   bool hasSerialNumber = false;  ///< there is a serial number line with a value
   bool isComplete = false;       ///< there is every line that ends the file or a page
+  bool lacksCalDate = false;     ///< the calibration date is that of the template
+  bool lacksDueDate = false;     ///< the same for the due date
   std::string otherModel;        ///< the model that the file names, if it is another one
 };
 

@@ -246,11 +246,12 @@ std::vector<KeptVersion> VersionsIn(const HistoryPlace& place,
   return versions;
 }
 
-std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string& folder) {
+std::vector<LostFile> LostFiles(const std::string& root, const std::string& folder,
+                                const DamageCheck& isDamaged) {
   HistoryPlace place = {NativePath(root), "", ""};
-  std::vector<DeletedFile> deleted;
+  std::vector<LostFile> lost;
   if (!HasHistory(place.Tree())) {
-    return deleted;
+    return lost;
   }
   const std::map<std::string, HistoryEvent> events = LastEvents(place);
   const std::string tree = PathText(place.Tree());
@@ -262,19 +263,25 @@ std::vector<DeletedFile> DeletedFiles(const std::string& root, const std::string
     }
     for (const std::string& file : NamesIn(files)) {
       const std::string path = Joined(Joined(root, name), file);
-      const EntryFacts facts = FactsOf(NativePath(path));
       const std::set<std::string> kept = NamesIn(files / SystemName(file));
-      if (facts.kind == EntryKind::None && !facts.isLink && !kept.empty()) {
-        const auto found = events.find(ToUpper(name + "/" + file));
-        const HistoryEvent event = found == events.end() ? HistoryEvent() : found->second;
-        const std::string& newest = kept.contains(event.kept) ? event.kept : *kept.rbegin();
-        deleted.push_back({path, Joined(Joined(Joined(tree, name), file), newest), event});
+      if (kept.empty()) {
+        continue;
+      }
+      const auto found = events.find(ToUpper(name + "/" + file));
+      const HistoryEvent event = found == events.end() ? HistoryEvent() : found->second;
+      const std::string& last = kept.contains(event.kept) ? event.kept : *kept.rbegin();
+      const std::string newest = Joined(Joined(Joined(tree, name), file), last);
+      const EntryFacts facts = FactsOf(NativePath(path));
+      if (facts.kind == EntryKind::None && !facts.isLink) {
+        lost.push_back({path, newest, event});
+      } else if (facts.kind == EntryKind::File && isDamaged && isDamaged(path, newest)) {
+        lost.push_back({path, newest, event, true});
       }
     }
   }
-  std::ranges::stable_sort(deleted, std::greater(),
-                           [](const DeletedFile& file) { return file.last.time; });
-  return deleted;
+  std::ranges::stable_sort(lost, std::greater(),
+                           [](const LostFile& file) { return file.last.time; });
+  return lost;
 }
 
 void PutBack(const std::string& version, const std::string& path, Earlier earlier) {

@@ -5,6 +5,7 @@
 #define TARVELL_CORE_HISTORY_KEPTVERSIONS_H
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -64,18 +65,25 @@ struct FileHistory {
 [[nodiscard]] std::vector<KeptVersion> VersionsIn(const HistoryPlace& place,
                                                   std::span<const HistoryEvent> events);
 
-/// A file that does not exist any more, and of which the history keeps versions.
-struct DeletedFile {
-  std::string path;    ///< of the file, a path of the program
-  std::string newest;  ///< path of the version that was kept last
-  HistoryEvent last;   ///< the last change of the file; its time is 0 if unknown
+/// A file that does not exist any more, or that is damaged, and of which the history keeps
+/// versions.
+struct LostFile {
+  std::string path;        ///< of the file, a path of the program
+  std::string newest;      ///< path of the version that was kept last
+  HistoryEvent last;       ///< the last change of the file; its time is 0 if unknown
+  bool isDamaged = false;  ///< there still is a file
 };
 
-/// The deleted files of the tree in `root`, a path of the program, or of the folder in it that is
-/// called `folder`. The one that was deleted last comes first. Throws the error of a history that
+/// Whether the file at `path` is so damaged that no list shows it; `newest` is the path of the
+/// version that was kept last.
+using DamageCheck = std::function<bool(const std::string& path, const std::string& newest)>;
+
+/// The lost files of the tree in `root`, a path of the program, or of the folder in it that is
+/// called `folder`. The one that was changed last comes first. Throws the error of a history that
 /// cannot be read.
-[[nodiscard]] std::vector<DeletedFile> DeletedFiles(const std::string& root,
-                                                    const std::string& folder = "");
+[[nodiscard]] std::vector<LostFile> LostFiles(const std::string& root,
+                                              const std::string& folder = "",
+                                              const DamageCheck& isDamaged = nullptr);
 
 /// Saves the content of the kept file at `version` as the file at `path` again, byte for byte, by
 /// SaveWithHistory or without it. Makes the folder of the file if it was deleted, too. Throws the

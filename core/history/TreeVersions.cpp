@@ -73,8 +73,9 @@ void TreeVersions::ReadJournalOnce() const {
   while (!rest.empty()) {
     std::optional<HistoryEvent> event = EventOf(TakeLine(rest));
     if (event && !event->kept.empty()) {
-      events_[ToUpper(event->file)].push_back(
-          {.time = event->time, .kept = std::move(event->kept)});
+      HistoryEvent& kept = events_[ToUpper(event->file)].emplace_back();
+      kept.time = event->time;
+      kept.kept = std::move(event->kept);
     }
   }
 }

@@ -42,10 +42,11 @@ source_line() {
     installed && $2 ~ /:/ { split($3, part, "/"); print "deb-src", $2, part[1], part[2]; exit }'
 }
 
-# fetch_source PACKAGE FOLDER: unpacks Debian's source of an installed package into FOLDER, which
-# must not exist. The machine's own list of package sources stays as it is.
+# fetch_source PACKAGE FOLDER: unpacks Debian's source of an installed package into FOLDER, unless it
+# is there. The machine's own list of package sources stays as it is.
 fetch_source() {
   local source apt options
+  [ -e "$2" ] && return
   source=$(dpkg-query -W -f='${source:Package}=${source:Version}' "$1")
   apt=$(mktemp -d)
   mkdir -p "$apt/lists" "$apt/work"
@@ -63,45 +64,44 @@ fetch_source() {
 # build_for_windows SOURCE OPTIONS...: builds with CMake and installs into $toolkit.
 build_for_windows() {
   local build
-  build=$(mktemp -d)
+  build=$work/build-$(basename "$1")
   TARVELL_WINDOWS_TOOLKIT=$toolkit cmake -S "$1" -B "$build" -G Ninja \
     -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/windows.toolchain.cmake" -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_INSTALL_PREFIX="$toolkit" "${@:2}" &&
     cmake --build "$build" && cmake --install "$build"
-  local result=$?
-  rm -rf "$build"
-  return "$result"
 }
 
 # The libraries without the toolkit, which the core and its tests need.
 build_small_libraries() {
   build_for_windows /usr/src/googletest -DBUILD_GMOCK=OFF &&
-    fetch_source libpugixml-dev "$sources/pugixml" &&
-    build_for_windows "$sources/pugixml" -DBUILD_SHARED_LIBS=OFF &&
+    fetch_source libpugixml-dev "$work/pugixml" &&
+    build_for_windows "$work/pugixml" -DBUILD_SHARED_LIBS=OFF &&
     mkdir -p "$toolkit/include" "$toolkit/share/cmake" &&
     cp -r /usr/include/CLI /usr/include/nlohmann "$toolkit/include/" &&
     cp -r /usr/share/cmake/CLI11 /usr/share/cmake/nlohmann_json "$toolkit/share/cmake/"
 }
 
 build_toolkit() {
-  fetch_source qt6-base-dev "$sources/qtbase" &&
-    build_for_windows "$sources/qtbase" "${QTBASE_OPTIONS[@]}" &&
-    fetch_source libqcustomplot-dev "$sources/plot" &&
-    build_for_windows packaging/windows/plot -DSOURCE="$sources/plot" \
+  fetch_source qt6-base-dev "$work/qtbase" &&
+    build_for_windows "$work/qtbase" "${QTBASE_OPTIONS[@]}" &&
+    fetch_source libqcustomplot-dev "$work/plot" &&
+    build_for_windows packaging/windows/plot -DSOURCE="$work/plot" \
       -DCMAKE_BUILD_TYPE=MinSizeRel
 }
 
-# Builds everything that is not there yet. The log is kept beside the result.
+# Builds everything that is not there yet; a build that was interrupted goes on where it stopped. The
+# log is kept beside the result.
 make_windows_toolkit() {
-  local toolkit sources
+  local toolkit work
   toolkit=$(windows_toolkit_folder)
+  work=$toolkit/work
   has_windows_toolkit && return
-  echo "Building the libraries for Windows into $toolkit (once, some 15 minutes) ..."
-  rm -rf "$toolkit"
-  mkdir -p "$toolkit"
-  sources=$(mktemp -d)
-  { build_small_libraries && build_toolkit && touch "$toolkit/complete"; } >"$toolkit/build.log" 2>&1 ||
+  echo "Building the libraries for Windows into $toolkit (once, some 25 minutes) ..."
+  mkdir -p "$work"
+  { build_small_libraries && build_toolkit; } >>"$toolkit/build.log" 2>&1 || {
     tail -n 40 "$toolkit/build.log" >&2
-  rm -rf "$sources"
-  has_windows_toolkit
+    return 1
+  }
+  rm -rf "$work"
+  touch "$toolkit/complete"
 }

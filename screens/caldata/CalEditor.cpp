@@ -182,6 +182,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
              return Contents();
            },
        .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
+       .templateSerial = [this] { return templateSerial_; },
        .take = [this](const QString& what,
                       const EditorState& after) { TakeContents(what, after); }});
   OfferPrinting({.screen = this,
@@ -324,8 +325,12 @@ void CalEditor::SetupDat(std::int16_t index, const std::string& modelCode, Begin
 
   const std::string serial =
       isNew && !TakesTemplateSerial() ? std::string() : data_->SerialNumber();
+  templateSerial_ = isNew ? serial : std::string();
   controls_.header->Show(ToQt(modelCode), ToQt(serial), *data_);
-  controls_.header->MarkDates(isNew);
+  const LoadedHeader& header = data_->HeaderOfLoad();
+  const bool isAsSaved = begin == Begin::AsSaved;
+  controls_.header->MarkDates(isNew || (isAsSaved && header.lacksCalDate),
+                              isNew || (isAsSaved && header.lacksDueDate));
   controls_.header->LockSerial(opened.isNamedBySerial);
   ShowCaption(ToQt(data_->SerialNumber()));
   // ShowTables uses the width of the table. The layout has to set it now, because the screen is not

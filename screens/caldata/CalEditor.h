@@ -204,7 +204,8 @@ class CalEditor : public QDialog {
   QAction* redo_ = nullptr;
   QMenu* fileMenu_ = nullptr;
   QAction* showHistory_ = nullptr;
-  std::string filePath_;  ///< of the data set, "" for one that has no file yet
+  std::string filePath_;        ///< of the data set, "" for one that has no file yet
+  std::string templateSerial_;  ///< the serial number of new data that nobody has entered
   DraftKeeper* drafts_ = nullptr;
   CertificateFiles* certificates_ = nullptr;
   EditorCurve* curve_ = nullptr;

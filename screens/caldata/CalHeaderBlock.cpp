@@ -174,7 +174,7 @@ void CalHeaderBlock::ReportNotices() {
 
 void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
                           const cifCaldata& calData) {
-  MarkDates(false);
+  MarkDates(false, false);
   ResetDate(ui_->udCalYear, kCalStartYear, ui_->udCalDay);
   ResetDate(ui_->udDueYear, kDueStartYear, ui_->udDueDay);
 
@@ -192,21 +192,20 @@ void CalHeaderBlock::Show(const QString& modelCode, const QString& serial,
   ui_->txtComment->setText(ToQt(calData.Comment()));
 }
 
-void CalHeaderBlock::MarkDates(bool areDefaults) {
-  defaults_ = areDefaults ? std::optional(Boxes()) : std::nullopt;
-  calDate_->Mark(areDefaults);
-  dueDate_->Mark(areDefaults);
+void CalHeaderBlock::MarkDates(bool isCalDateDefault, bool isDueDateDefault) {
+  calDefaults_ = isCalDateDefault ? std::optional(Boxes()) : std::nullopt;
+  dueDefaults_ = isDueDateDefault ? std::optional(Boxes()) : std::nullopt;
+  calDate_->Mark(isCalDateDefault);
+  dueDate_->Mark(isDueDateDefault);
 }
 
 void CalHeaderBlock::MarkDefaultDates(const DraftHeader& boxes) {
-  if (!defaults_) {
-    return;
-  }
-  const auto isDefault = [&](auto... texts) {
-    return ((boxes.*texts == (*defaults_).*texts) && ...);
+  const auto mark = [&](DefaultDate* date, const std::optional<DraftHeader>& defaults,
+                        auto... texts) {
+    date->Mark(defaults && ((boxes.*texts == (*defaults).*texts) && ...));
   };
-  calDate_->Mark(isDefault(&DraftHeader::calYear, &DraftHeader::calMonth, &DraftHeader::calDay));
-  dueDate_->Mark(isDefault(&DraftHeader::dueYear, &DraftHeader::dueMonth, &DraftHeader::dueDay));
+  mark(calDate_, calDefaults_, &DraftHeader::calYear, &DraftHeader::calMonth, &DraftHeader::calDay);
+  mark(dueDate_, dueDefaults_, &DraftHeader::dueYear, &DraftHeader::dueMonth, &DraftHeader::dueDay);
 }
 
 void CalHeaderBlock::LockSerial(bool locked) {

@@ -38,8 +38,8 @@ class CalHeaderBlock final : public QWidget {
   /// Shows the header of `calData` with the serial number `serial`, and sets the ranges of the
   /// spinners. The box of the model code is always locked.
   void Show(const QString& modelCode, const QString& serial, const cifCaldata& calData);
-  /// Marks both dates as values that nobody has entered, or as entered.
-  void MarkDates(bool areDefaults);
+  /// Marks the dates as values that nobody has entered, or as entered.
+  void MarkDates(bool isCalDateDefault, bool isDueDateDefault);
   [[nodiscard]] bool IsCalDateDefault() const { return calDate_->IsDefault(); }
   [[nodiscard]] bool IsDueDateDefault() const { return dueDate_->IsDefault(); }
   /// Locks or unlocks the serial number. The serial number of a file must not change: it names the
@@ -90,7 +90,8 @@ class CalHeaderBlock final : public QWidget {
   std::unique_ptr<Ui::CalHeaderBlock> ui_;
   DefaultDate* calDate_;
   DefaultDate* dueDate_;
-  std::optional<DraftHeader> defaults_;  ///< the boxes with the dates of the template, if any
+  std::optional<DraftHeader> calDefaults_;  ///< with the calibration date of the template, if any
+  std::optional<DraftHeader> dueDefaults_;  ///< the same for the due date
 };
 
 }  // namespace tarvell

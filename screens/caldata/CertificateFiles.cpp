@@ -86,7 +86,8 @@ void CertificateFiles::Import(const QString& file) {
                                  .data = editor_.data(),
                                  .now = now,
                                  .isSerialFixed = editor_.isSerialFixed(),
-                                 .language = FromQt(QLocale().name().section('_', 0, 0))};
+                                 .language = FromQt(QLocale().name().section('_', 0, 0)),
+                                 .templateSerial = editor_.templateSerial()};
     std::string bytes;
     Certificate certificate;
     {

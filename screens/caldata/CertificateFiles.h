@@ -34,6 +34,7 @@ class CertificateFiles final : public QObject {
     std::function<const cifCaldata&()> data;
     std::function<EditorState()> contents;  ///< after an open edit of a cell was stored
     std::function<bool()> isSerialFixed;
+    std::function<std::string()> templateSerial;  ///< that nobody has entered, "" for none
     /// Makes these the contents, in one step of the history.
     std::function<void(const QString& what, const EditorState& after)> take;
   };

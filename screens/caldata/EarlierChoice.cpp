@@ -26,6 +26,23 @@ QString NameOf(const Calibration& calibration) {
   return ToQt(DateText(calibration.Calibrated())) + (number.isEmpty() ? "" : ", " + number);
 }
 
+/// The names of calibrations; the same name does not stand for two.
+QStringList NamesOf(const std::vector<Calibration>& calibrations) {
+  QStringList names;
+  for (const Calibration& calibration : calibrations) {
+    names << NameOf(calibration);
+  }
+  QStringList different = names;
+  for (qsizetype index = 0; index < names.size(); ++index) {
+    const Calibration& calibration = calibrations.at(static_cast<std::size_t>(index));
+    if (names.count(names[index]) > 1 && !calibration.isCurrent) {
+      different[index] +=
+          EarlierChoice::tr(", replaced %1").arg(ToQt(LocalTimeText(calibration.event.time)));
+    }
+  }
+  return different;
+}
+
 }  // namespace
 
 EarlierChoice::EarlierChoice(QWidget* parent) : QWidget(parent), cmbEarlier_(new QComboBox(this)) {
@@ -66,9 +83,7 @@ void EarlierChoice::Begin(const Model& model, const cifCaldata& compared, const 
   {
     const QSignalBlocker blocker(cmbEarlier_);
     cmbEarlier_->clear();
-    for (const Calibration& calibration : calibrations_) {
-      cmbEarlier_->addItem(NameOf(calibration));
-    }
+    cmbEarlier_->addItems(NamesOf(calibrations_));
   }
   ChooseFor(date);
   Load();

@@ -35,15 +35,13 @@ EditorCurve::EditorCurve(const Editor& editor)
     : QObject(editor.screen),
       editor_(editor),
       curve_(new CurveSplitter(editor.screen, editor.grid, editor.menu)),
-      changes_(new ChangeTable(editor.grid, curve_->Side())),
+      tables_(new QHBoxLayout),
       earlier_(new EarlierChoice(curve_->Side())) {
   auto* rows = new QVBoxLayout(curve_->Side());  // the side owns the layouts
-  auto* tables = new QHBoxLayout;
   rows->setContentsMargins(0, 0, 0, 0);
-  tables->setSpacing(0);
-  tables->addWidget(editor_.grid, 1);
-  tables->addWidget(changes_);
-  rows->addLayout(tables, 1);
+  tables_->setSpacing(0);
+  tables_->addWidget(editor_.grid, 1);
+  rows->addLayout(tables_, 1);
   rows->addWidget(earlier_);
   GiveAltKey(&curve_->Pane(), Qt::Key_V);
   soon_.setSingleShot(true);
@@ -83,8 +81,15 @@ void EditorCurve::SetDate(const FileDate& date) {
 }
 
 void EditorCurve::ShowChanges() {
-  changes_->setVisible(!earlier_->isHidden());
-  if (earlier_->isHidden()) {
+  const bool hasEarlier = !earlier_->isHidden();
+  if (hasEarlier && changes_ == nullptr) {
+    changes_ = new ChangeTable(editor_.grid, curve_->Side());
+    tables_->addWidget(changes_);
+  }
+  if (changes_ != nullptr) {
+    changes_->setVisible(hasEarlier);
+  }
+  if (!hasEarlier) {
     editor_.notices->Report(kPoints, {});
   }
   ChangedSoon();

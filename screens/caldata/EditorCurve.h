@@ -4,6 +4,7 @@
 #ifndef TARVELL_SCREENS_CALDATA_EDITORCURVE_H
 #define TARVELL_SCREENS_CALDATA_EDITORCURVE_H
 
+#include <QHBoxLayout>
 #include <QMenu>
 #include <QObject>
 #include <QTimer>
@@ -68,7 +69,8 @@ class EditorCurve final : public QObject {
   Editor editor_;
   const Model* model_ = nullptr;
   CurveSplitter* curve_;
-  ChangeTable* changes_;
+  QHBoxLayout* tables_;
+  ChangeTable* changes_ = nullptr;  ///< made when it is first needed
   EarlierChoice* earlier_;
   std::int16_t column_ = 1;  ///< whose changes are shown
   int opened_ = 0;           ///< how many data sets were; each is shown whole at first

@@ -30,6 +30,10 @@ namespace {
 
 using Change = PastedRow::Change;
 
+/// The data of the entries of a column's box that are no columns.
+constexpr int kNotUsed = -1;
+constexpr int kAsked = -2;
+
 void ShowPair(QWidget* label, QWidget* box, bool isShown) {
   label->setVisible(isShown);
   box->setVisible(isShown);
@@ -57,6 +61,10 @@ void ShowQuestion(QComboBox* box, const ReadingQuestion& question) {
 
 QString Rows(std::size_t count) {
   return count == 1 ? ImportPreview::tr("1 row") : ImportPreview::tr("%1 rows").arg(count);
+}
+
+QString ItemName(const CertificateItem& item, const std::string& language) {
+  return ToQt(Trim(NameIn(item.name, language) + " " + item.model + " " + item.serialNumber));
 }
 
 QString Bullets(const QString& heading, const std::vector<std::string>& sentences) {
@@ -119,10 +127,7 @@ void ImportPreview::ConnectControls() {
   for (QComboBox* box : {ui_->cmbSign, ui_->cmbDates}) {
     connect(box, &QComboBox::activated, this, &ImportPreview::cmbReading_Activated);
   }
-  connect(ui_->cmbItem, &QComboBox::activated, this, [this](int index) {
-    choices_.item = static_cast<std::size_t>(index);
-    Plan();
-  });
+  connect(ui_->cmbItem, &QComboBox::activated, this, &ImportPreview::cmbItem_Activated);
   connect(ui_->cmbPage, &QComboBox::activated, this, [this](int index) {
     page_ = static_cast<std::int16_t>(index);
     ShowTables();
@@ -160,27 +165,50 @@ EditorState ImportPreview::After() const {
 // --- What the user chooses
 
 void ImportPreview::Propose() {
-  choices_ = ProposedChoices(target_, certificate_);
-  for (PageChoice& choice : choices_.pages) {
-    const bool isOnlyPage = choices_.pages.size() == 1;
-    for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
-      const CertificateTable& table = certificate_.tables[i];
-      const std::size_t columns = choice.table ? choice.match.size() : ShownColumns().size();
-      const bool isMeant = choice.table ? choice.table == i : isOnlyPage;
-      const std::optional<ColumnMatch> remembered =
-          isMeant ? MatchFrom(FromQt(RememberedText(SettingOf(table))), table, columns)
-                  : std::nullopt;
-      if (remembered) {
-        choice = {i, *remembered};
-      }
-    }
+  const RememberedMatch remembered = [this](const CertificateTable& table, std::int16_t page) {
+    return ChosenColumns(table, page);
+  };
+  ImportChoices proposed = chosenItem_
+                               ? ProposedChoices(target_, certificate_, *chosenItem_, remembered)
+                               : ProposedChoices(target_, certificate_, remembered);
+  for (const std::int16_t page : chosenPages_) {
+    const auto index = static_cast<std::size_t>(page);
+    proposed.pages.at(index) = choices_.pages.at(index);
   }
+  choices_ = std::move(proposed);
 }
 
-QString ImportPreview::SettingOf(const CertificateTable& table) const {
-  const QByteArray captions = QCryptographicHash::hash(
-      QByteArray::fromStdString(CaptionsKey(table)), QCryptographicHash::Sha1);
-  return "certificates/" + ToQt(target_.model.code) + "-" + QString(captions.toHex());
+PageChoice ImportPreview::ChoiceOf(const std::vector<std::size_t>& tables) const {
+  if (tables.empty()) {
+    return {};
+  }
+  const CertificateTable& table = certificate_.tables.at(tables.front());
+  const std::vector<ModelColumn> columns = ShownColumns();
+  if (const std::optional<ColumnMatch> chosen =
+          MatchFrom(ChosenColumns(table, page_), table, columns.size())) {
+    return {tables, *chosen, {}, {}};
+  }
+  ProposedMatch proposed = MatchedColumns(table, columns);
+  return {tables, std::move(proposed.match), std::move(proposed.asked), {}};
+}
+
+std::string ImportPreview::ChosenColumns(const CertificateTable& table, std::int16_t page) const {
+  const QString setting = SettingOf(table, page);
+  const auto known = chosenColumns_.find(setting);
+  return known == chosenColumns_.end() ? FromQt(RememberedText(setting)) : known->second;
+}
+
+QString ImportPreview::SettingOf(const CertificateTable& table, std::int16_t page) const {
+  std::string captions = CaptionsKey(table);
+  if (HasPages(target_.model)) {
+    // Pages with the same columns share what the user chose.
+    for (const ModelColumn& column : ModelColumns(target_.model, target_.data, page)) {
+      captions += "|" + column.caption;
+    }
+  }
+  const QByteArray hash =
+      QCryptographicHash::hash(QByteArray::fromStdString(captions), QCryptographicHash::Sha1);
+  return "certificates/" + ToQt(target_.model.code) + "-" + QString(hash.toHex());
 }
 
 void ImportPreview::ShowQuestions() {
@@ -199,8 +227,7 @@ void ImportPreview::ShowQuestions() {
 void ImportPreview::ShowItems() {
   ShowPair(ui_->lblItem, ui_->cmbItem, certificate_.items.size() > 1);
   for (const CertificateItem& item : certificate_.items) {
-    ui_->cmbItem->addItem(
-        ToQt(NameIn(item.name, target_.language) + " " + item.model + ", " + item.serialNumber));
+    ui_->cmbItem->addItem(ItemName(item, target_.language));
   }
   ui_->cmbItem->setCurrentIndex(static_cast<int>(choices_.item.value_or(0)));
 }
@@ -211,9 +238,9 @@ void ImportPreview::ShowPages() {
     ui_->cmbPage->addItem(ToQt(target_.data.GetCalPageName(static_cast<std::int16_t>(page))));
   }
   // The first page that the certificate changes, unless it changes the one in the editor.
-  if (!ShownChoice().table) {
+  if (ShownChoice().tables.empty()) {
     const auto found = std::ranges::find_if(
-        choices_.pages, [](const PageChoice& choice) { return choice.table.has_value(); });
+        choices_.pages, [](const PageChoice& choice) { return !choice.tables.empty(); });
     if (found != choices_.pages.end()) {
       page_ = static_cast<std::int16_t>(found - choices_.pages.begin());
     }
@@ -222,15 +249,27 @@ void ImportPreview::ShowPages() {
 }
 
 void ImportPreview::ShowTables() {
-  const std::optional<std::size_t> chosen = ShownChoice().table;
+  const std::vector<std::size_t>& chosen = ShownChoice().tables;
+  offered_ = {{}};
   ui_->cmbTable->clear();
   ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
-  for (const CertificateTable& table : certificate_.tables) {
+  if (chosen.size() > 1) {
+    std::size_t rows = 0;
+    for (const std::size_t table : chosen) {
+      rows += certificate_.tables.at(table).RowCount();
+    }
+    offered_.push_back(chosen);
+    ui_->cmbTable->addItem(tr("%1 tables together, %2").arg(chosen.size()).arg(Rows(rows)));
+  }
+  for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
+    const CertificateTable& table = certificate_.tables[i];
+    offered_.push_back({i});
     ui_->cmbTable->addItem(tr("%1 (%2), %3")
                                .arg(ToQt(NameIn(table.name, target_.language)), ToQt(table.where),
                                     Rows(table.RowCount())));
   }
-  ui_->cmbTable->setCurrentIndex(chosen ? static_cast<int>(*chosen) + 1 : 0);
+  ui_->cmbTable->setCurrentIndex(
+      static_cast<int>(std::ranges::find(offered_, chosen) - offered_.begin()));
   ShowColumns();
 }
 
@@ -239,7 +278,7 @@ void ImportPreview::ShowColumns() {
   const std::vector<ModelColumn> columns = ShownColumns();
   for (std::size_t i = 0; i < columnBoxes_.size(); ++i) {
     const auto& [label, box] = columnBoxes_[i];
-    const bool isUsed = choice.table && i < columns.size();
+    const bool isUsed = !choice.tables.empty() && i < columns.size();
     ShowPair(label, box, isUsed);
     box->clear();
     if (!isUsed) {
@@ -247,10 +286,14 @@ void ImportPreview::ShowColumns() {
     }
     label->setText(ToQt(columns[i].caption));
     box->setAccessibleName(tr("Column for %1").arg(label->text()));
-    box->addItem(tr("(not used)"));
-    const CertificateTable& table = certificate_.tables.at(*choice.table);
+    if (std::ranges::find(choice.asked, i, &AskedColumn::column) != choice.asked.end()) {
+      box->addItem(tr("(choose a column)"), kAsked);
+    }
+    box->addItem(tr("(not used)"), kNotUsed);
+    const CertificateTable& table = certificate_.tables.at(choice.tables.front());
+    int number = 0;
     for (const ColumnSource& source : SourcesOf(table)) {
-      box->addItem(ToQt(SourceName(table, source, target_.language)));
+      box->addItem(ToQt(SourceName(table, source, target_.language)), number++);
       if (choice.match.at(i) == source) {
         box->setCurrentIndex(box->count() - 1);
       }
@@ -267,30 +310,48 @@ void ImportPreview::cmbReading_Activated() {
         ui_->cmbDates->currentIndex() == 1 ? DateOrder::DayFirst : DateOrder::MonthFirst;
   }
   Guarded(this, [this] { certificate_ = ReadCertificate(bytes_, reading_); });
+  // Which page a table is meant for depends on its numbers.
+  Propose();
+  ShowTables();
+  Plan();
+}
+
+void ImportPreview::cmbItem_Activated(int index) {
+  chosenItem_ = static_cast<std::size_t>(index);
+  // Another instrument has other results.
+  chosenPages_.clear();
+  Propose();
+  ShowTables();
   Plan();
 }
 
 void ImportPreview::cmbTable_Activated(int index) {
-  PageChoice& choice = ShownChoice();
-  choice = {};
-  if (index > 0) {
-    choice.table = static_cast<std::size_t>(index - 1);
-    choice.match = MatchedColumns(certificate_.tables.at(*choice.table), ShownColumns());
-  }
+  ShownChoice() = ChoiceOf(offered_.at(static_cast<std::size_t>(index)));
+  chosenPages_.insert(page_);
   ShowColumns();
   Plan();
 }
 
 void ImportPreview::cmbColumn_Activated() {
   PageChoice& choice = ShownChoice();
-  const CertificateTable& table = certificate_.tables.at(*choice.table);
+  const CertificateTable& table = certificate_.tables.at(choice.tables.front());
   const std::vector<ColumnSource> sources = SourcesOf(table);
   for (std::size_t i = 0; i < choice.match.size(); ++i) {
-    const int index = columnBoxes_.at(i).second->currentIndex();
+    const int chosen = columnBoxes_.at(i).second->currentData().toInt();
     choice.match[i] =
-        index > 0 ? std::optional(sources.at(static_cast<std::size_t>(index - 1))) : std::nullopt;
+        chosen >= 0 ? std::optional(sources.at(static_cast<std::size_t>(chosen))) : std::nullopt;
+    if (chosen != kAsked) {
+      std::erase_if(choice.asked, [&](const AskedColumn& asked) { return asked.column == i; });
+    }
   }
-  Remember(SettingOf(table), ToQt(MatchText(choice.match)));
+  chosenPages_.insert(page_);
+  if (choice.asked.empty()) {
+    const QString setting = SettingOf(table, page_);
+    chosenColumns_[setting] = MatchText(choice.match);
+    Remember(setting, ToQt(chosenColumns_[setting]));
+    // Other pages may have tables with the same captions.
+    Propose();
+  }
   Plan();
 }
 
@@ -341,8 +402,7 @@ void ImportPreview::Judge() {
 void ImportPreview::ShowSummary() {
   QStringList names;
   for (const CertificateItem& item : certificate_.items) {
-    names << ToQt(
-        Trim(NameIn(item.name, target_.language) + " " + item.model + " " + item.serialNumber));
+    names << ItemName(item, target_.language);
   }
   ui_->lblSummary->setText(
       tr("%1 (%2): %3. Rows: %4 updated, %5 added, %6 as before.")
@@ -420,6 +480,7 @@ void ImportPreview::ShowRow(int row, const PlannedRow& planned, GridRow inTable)
 
 void ImportPreview::ShowNotes() {
   QString text = error_.isEmpty() ? QString() : error_ + "\n\n";
+  text += Bullets(tr("Please choose:"), plan_.open);
   text += Bullets(tr("Please check:"), plan_.doubts);
   std::vector<std::string> slips;
   for (const auto& [page, judged] : judged_) {
@@ -441,7 +502,8 @@ void ImportPreview::ShowButtons() {
       !error_.isEmpty() ? tr("These values cannot be imported. The reason is above.")
       : !OpenQuestions(certificate_, reading_).empty()
           ? tr("Say how to read what can be read in two ways.")
-      : !plan_.HasValues()                ? tr("There is nothing to import into this data set.")
+      : !plan_.open.empty() ? tr("Choose the columns that can be meant in several ways.")
+      : !plan_.HasValues()  ? tr("There is nothing to import into this data set.")
       : !plan_.HasPlace(RemovesMissing()) ? tr("The table has no room for all points. Remove those "
                                                "that are not in the certificate.")
       : !isConfirmed                      ? tr("Check what is said above, then confirm it.")

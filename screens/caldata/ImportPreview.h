@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,7 +51,8 @@ class ImportPreview final : public QDialog {
   using ColumnBox = std::pair<QLabel*, QComboBox*>;
 
   void ConnectControls();
-  /// Proposes what goes where, with the columns that the user chose for the same captions.
+  /// Proposes what goes where, with the columns that the user chose for the same captions. What the
+  /// user chose in this preview stays.
   void Propose();
   void ShowQuestions();
   void ShowItems();
@@ -58,6 +61,7 @@ class ImportPreview final : public QDialog {
   void ShowColumns();
 
   void cmbReading_Activated();
+  void cmbItem_Activated(int index);
   void cmbTable_Activated(int index);
   void cmbColumn_Activated();
 
@@ -78,8 +82,12 @@ class ImportPreview final : public QDialog {
   [[nodiscard]] std::vector<ModelColumn> ShownColumns() const;
   /// The plan of the shown page, nullptr where it stays as it is.
   [[nodiscard]] const PagePlan* ShownPlan() const;
-  /// The name under which the columns of a table are remembered.
-  [[nodiscard]] QString SettingOf(const CertificateTable& table) const;
+  /// These tables with the columns that the user chose for them, or that fit.
+  [[nodiscard]] PageChoice ChoiceOf(const std::vector<std::size_t>& tables) const;
+  /// The columns that the user chose for a table, as MatchText gives them; "" for none.
+  [[nodiscard]] std::string ChosenColumns(const CertificateTable& table, std::int16_t page) const;
+  /// The name under which the columns of a table are remembered for a page.
+  [[nodiscard]] QString SettingOf(const CertificateTable& table, std::int16_t page) const;
 
   std::unique_ptr<Ui::ImportPreview> ui_;
   const ImportTarget& target_;
@@ -90,6 +98,10 @@ class ImportPreview final : public QDialog {
   QString fileName_;
   ReadingChoices reading_;
   ImportChoices choices_;
+  std::optional<std::size_t> chosenItem_;          ///< by the user
+  std::set<std::int16_t> chosenPages_;             ///< whose tables or columns the user chose
+  std::map<QString, std::string> chosenColumns_;   ///< in this preview, by their settings
+  std::vector<std::vector<std::size_t>> offered_;  ///< the tables of each entry of the list
   ImportPlan plan_;
   std::map<std::int16_t, JudgedPage> judged_;  ///< the pages that change
   QString error_;  ///< why the chosen values cannot be taken, "" when they can

@@ -126,7 +126,7 @@ void frmCalibrationMain::SetUpMoreMenu() {
   QAction* history = mnuMore_->addAction(tr("&History..."));
   history->setObjectName("mnuHistory");
   connect(history, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowHistory(); }); });
-  QAction* deleted = mnuMore_->addAction(tr("&Deleted data..."));
+  QAction* deleted = mnuMore_->addAction(tr("&Deleted or damaged data..."));
   deleted->setObjectName("mnuDeleted");
   connect(deleted, &QAction::triggered, this, [this] { Guarded(this, [this] { ShowDeleted(); }); });
   mnuMore_->addSeparator();
@@ -352,7 +352,10 @@ void frmCalibrationMain::ShowHistory() {
 }
 
 void frmCalibrationMain::ShowDeleted() {
-  frmDeleted deleted({.root = gCalibrationDir, .folderName = tr("Model"), .subject = SubjectAt},
+  frmDeleted deleted({.root = gCalibrationDir,
+                      .folderName = tr("Model"),
+                      .subject = SubjectAt,
+                      .isDamaged = IsDamagedDataFile},
                      this);
   deleted.exec();
   if (deleted.HasPutBack()) {

@@ -28,26 +28,19 @@ namespace tarvell {
 
 namespace {
 
-/// What the lists would show of the version that was kept last; empty if it is not a data file.
-CalFileInfo HeaderOf(const DeletedFile& file) {
-  try {
-    return ReadCalFileHeader(file.newest).value_or(CalFileInfo());
-  } catch (const Error&) {
-    // Its history says what is wrong with it.
-    return {};
-  }
-}
-
-QStringList Cells(const DeletedFile& file) {
-  const CalFileInfo header = HeaderOf(file);
+QStringList Cells(const LostFile& file) {
+  // The history says what is wrong with a version that cannot be read.
+  const CalFileInfo header = ReadableCalFileHeader(file.newest).value_or(CalFileInfo());
   const FileDate calibrated = {header.CalYear, header.CalMonth, header.CalDay};
   const bool isKnown = file.last.done == kDeleted;
   return {ToQt(std::string(LastNameOf(FolderOf(file.path)))),
           ToQt(std::string(LastNameOf(file.path))),
           ToQt(header.SerialNumber),
           calibrated.year == 0 ? QString() : ToQt(DateText(calibrated)),
-          isKnown ? ToQt(LocalTimeText(file.last.time)) : frmDeleted::tr("not by this program"),
-          isKnown ? ToQt(file.last.user) : QString()};
+          file.isDamaged ? frmDeleted::tr("no, but damaged")
+          : isKnown      ? ToQt(LocalTimeText(file.last.time))
+                         : frmDeleted::tr("not by this program"),
+          isKnown && !file.isDamaged ? ToQt(file.last.user) : QString()};
 }
 
 }  // namespace
@@ -74,10 +67,10 @@ frmDeleted::~frmDeleted() = default;
 
 void frmDeleted::ShowFiles() {
   const BusyPointer busy;
-  files_ = DeletedFiles(tree_.root, tree_.folder);
+  files_ = LostFiles(tree_.root, tree_.folder, tree_.isDamaged);
   ui_->tblDeleted->setRowCount(static_cast<int>(files_.size()));
   int row = 0;
-  for (const DeletedFile& file : files_) {
+  for (const LostFile& file : files_) {
     int column = 0;
     for (const QString& text : Cells(file)) {
       ui_->tblDeleted->setItem(row, column++, new QTableWidgetItem(text));
@@ -86,7 +79,9 @@ void frmDeleted::ShowFiles() {
   }
   ui_->tblDeleted->selectRow(0);
   ui_->btnHistory->setEnabled(!files_.empty());
-  ui_->notices->SetRemark(files_.empty() ? tr("No deleted file is known.")
+  ui_->notices->SetRemark(files_.empty() ? tree_.isDamaged
+                                               ? tr("No deleted or damaged file is known.")
+                                               : tr("No deleted file is known.")
                                          : tr("The history of a file puts it back."));
 }
 

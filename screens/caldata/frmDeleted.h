@@ -20,15 +20,16 @@ namespace Ui {
 class frmDeleted;
 }
 
-/// The deleted files of a tree, and how they are shown.
+/// The lost files of a tree, and how they are shown.
 struct DeletedTree {
   std::string root;         ///< a path of the program
   std::string folder = "";  ///< only the files of this folder; "" for those of all
   QString folderName;       ///< what a folder of the tree is: "Model", "Station"
   std::function<HistorySubject(const std::string& path)> subject;
+  DamageCheck isDamaged = nullptr;  ///< without it, damaged files are not listed
 };
 
-/// Lists files that were deleted, and shows the history of one, which can put it back.
+/// Lists files that were deleted or damaged, and shows the history of one, which can put it back.
 class frmDeleted final : public QDialog {
   Q_OBJECT
 
@@ -48,7 +49,7 @@ class frmDeleted final : public QDialog {
 
   std::unique_ptr<Ui::frmDeleted> ui_;
   DeletedTree tree_;
-  std::vector<DeletedFile> files_;
+  std::vector<LostFile> files_;
   bool hasPutBack_ = false;
 };
 

@@ -58,6 +58,14 @@ QString CellAt(const TableRow& row, std::size_t column) {
   return column < row.size() ? ToQt(row[column]) : QString();
 }
 
+void MakeBold(const QTableWidget& table, int row) {
+  for (int column = 0; column < table.columnCount(); ++column) {
+    QFont font = table.item(row, column)->font();
+    font.setBold(true);
+    table.item(row, column)->setFont(font);
+  }
+}
+
 void SetUpTable(QTableWidget* table) {
   table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table->horizontalHeader()->setResizeContentsPrecision(0);  // only the rows that are seen
@@ -255,6 +263,7 @@ std::vector<GridRow> frmHistory::ShowComparison(const ReadablePage& earlier,
   captions << tr("Row");
   std::vector<QStringList> rows;
   std::vector<GridRow> inTable;
+  std::vector<int> differing;
   GridRow next = kFirstDataRow;
   for (const auto& [old, now] : ComparedRows(earlier.rows, later.rows, keys)) {
     QStringList cells;
@@ -273,11 +282,17 @@ std::vector<GridRow> frmHistory::ShowComparison(const ReadablePage& earlier,
               : now.empty() ? tr("only earlier")
               : isEqual     ? tr("equal")
                             : tr("different"));
+    if (!isEqual) {
+      differing.push_back(static_cast<int>(rows.size()));
+    }
     rows.push_back(cells);
     inTable.push_back(now.empty() ? kCaptionRow : next);
     next = now.empty() ? next : next + 1;
   }
   ShowTable(captions, rows);
+  for (const int row : differing) {
+    MakeBold(*ui_->tblData, row);
+  }
   return inTable;
 }
 
@@ -328,6 +343,7 @@ void frmHistory::ShowTable(const QStringList& captions, const std::vector<QStrin
 void frmHistory::btnPutBack_Click() {
   Guarded(this, [this] {
     const Calibration version = At(Selected().at(0));
+    const QString notice = ToQt(shown_.at(0).notice);
     const std::string name(LastNameOf(subject_.path));
     const auto mayLetGo = UnlessChanged(this, subject_.path);
     const auto answer = CurrentQuestions().Ask(
@@ -336,7 +352,8 @@ void frmHistory::btnPutBack_Click() {
          .icon = QMessageBox::Warning,
          .buttons = QMessageBox::Yes | QMessageBox::No,
          .defaultButton = QMessageBox::No,
-         .detail = HeaderText(version) + '\n' + StateText(version) + "\n\n" +
+         .detail = HeaderText(version) + '\n' + StateText(version) +
+                   (notice.isEmpty() ? "" : '\n' + notice) + "\n\n" +
                    (At(0).isCurrent ? tr("Yes saves it again. What the file holds now stays in the "
                                          "history.")
                                     : tr("The file was deleted. Yes saves it again."))});

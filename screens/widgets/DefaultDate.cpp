@@ -32,8 +32,11 @@ void DefaultDate::Mark(bool isDefault) {
   const QString spoken = tr(" (default value, not entered)");
   for (QWidget* box : std::initializer_list<QWidget*>{date_.day, date_.month, date_.year}) {
     QFont font = box->font();
-    font.setItalic(isDefault);
-    box->setFont(font);
+    if (font.italic() != isDefault) {
+      // The toolkit takes its time for this, even when nothing changes.
+      font.setItalic(isDefault);
+      box->setFont(font);
+    }
     const QString name = box->accessibleName().remove(spoken);
     box->setAccessibleName(isDefault ? name + spoken : name);
   }

@@ -57,7 +57,6 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
   placeholder.setAlphaF(kPlaceholderShare);
   palette.setColor(QPalette::PlaceholderText, placeholder);
   filter_->setPalette(palette);
-  filter_->setClearButtonEnabled(true);
   filter_->setAccessibleName(tr("Filter of %1").arg(name));
   sort_->setObjectName(list->objectName() + "Sort");
   sort_->setAutoDefault(false);
@@ -102,8 +101,11 @@ ListHead::ListHead(QListWidget* list, Keys keys, Orders orders)
       filterIsDue_.start(kTypingPause);
     }
   });
-  connect(filter_, &QLineEdit::textChanged, this,
-          [this] { filterIsDue_.start(readAgain_ ? kTypingPause : 0); });
+  connect(filter_, &QLineEdit::textChanged, this, [this] {
+    // Not earlier: its picture takes longer than the rest of the list.
+    filter_->setClearButtonEnabled(true);
+    filterIsDue_.start(readAgain_ ? kTypingPause : 0);
+  });
   filter_->installEventFilter(this);
   auto* find = new QShortcut(QKeySequence::Find, both);
   find->setContext(Qt::WidgetWithChildrenShortcut);

@@ -371,6 +371,26 @@ TEST_F(ImportCommand, TakesADoubtfulCertificateOnlyIfItIsSure) {
             With(kImported, "3318A12345", "3318A99999"));
 }
 
+TEST_F(ImportCommand, ReportsAValueThatStandsOutBeforeItSavesIt) {
+  const std::string certificate =
+      With(kCertificate, "100;99,76\r\n",
+           "100;99,8\r\n200;99,6\r\n300;79,4\r\n400;99,2\r\n500;99,0\r\n");
+  EXPECT_EQ(Import(certificate), kFindings);
+  EXPECT_TRUE(Reported("300 MHz, value \"79.4\"") && Reported("--sure")) << console_.err;
+  EXPECT_FALSE(HasSaved());
+  EXPECT_EQ(Import(certificate, {"--sure"}), kClean) << console_.err;
+  EXPECT_TRUE(HasSaved());
+}
+
+TEST_F(ImportCommand, ChoosesNoColumnForTheUser) {
+  const std::string certificate =
+      With(With(With(kCertificate, "faktor [%]", "faktor 1 [%];kf 2 [%]"), "100,0", "100,0;100,0"),
+           "99,76", "99,76;99,9");
+  EXPECT_EQ(Import(certificate, {"--sure"}), kCouldNotLook);
+  EXPECT_TRUE(Reported("\"Kalibrierfaktor 1 [%]\" or \"kf 2 [%]\"")) << console_.err;
+  EXPECT_FALSE(HasSaved());
+}
+
 TEST_F(ImportCommand, TakesASetWithoutAllItsValuesOnlyIfItIsSure) {
   struct Case {
     std::string file;

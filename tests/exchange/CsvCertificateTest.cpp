@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "exchange/CaptionUnit.h"
 #include "exchange/CsvCertificate.h"
 #include "exchange/Units.h"
 #include "exchange/WrittenDate.h"
@@ -95,6 +96,59 @@ TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
                    "This line is not used, because no field takes the text: 1."}));
 }
 
+TEST(CsvCertificate, BlankLinesDoNotEndATable) {
+  const Certificate read = Read("f [MHz];KF [%]\n\n50;98\n;\n\n100;97\n200;\"96\"\n");
+  ASSERT_EQ(read.tables.size(), 1U);
+  EXPECT_EQ(Column(read, 0), (Texts{"50 MHz", "100 MHz", "200 MHz"}));
+  EXPECT_EQ(read.tables[0].rowLines, (std::vector<std::size_t>{3, 6, 7}));
+}
+
+TEST(CsvCertificate, ATableThatBeginsAgainHasTheCaptionsAboveIt) {
+  const Certificate read =
+      Read("f [kHz];C [pF]\n1;1.0\n10;1.1\n\n1;10.0\n\nRT523A\n1;100\n\nx;y;z\n1;1000\n");
+  ASSERT_EQ(read.tables.size(), 4U);
+  const auto caption = [&](std::size_t table) {
+    return read.tables[table].columns[1].caption.front().text;
+  };
+  EXPECT_EQ(caption(1), "C [pF]");
+  EXPECT_EQ(caption(2), "C [pF]");
+  EXPECT_EQ(read.tables[2].name.front().text, "RT523A");
+  EXPECT_EQ(caption(3), "y");
+}
+
+TEST(CsvCertificate, EachSerialNumberIsThatOfAnInstrumentWithTheTablesBelowIt) {
+  const Certificate read = Read(
+      "Model;M\nSerial number;A\nMHz;%\n1;98\n\nSerial number;B\nMHz;%\n2;98\n\nSerial number;A\n"
+      "Standard, serial;C\nMHz;%\n3;98\n");
+  Texts serials;
+  for (const CertificateItem& item : read.items) {
+    serials.push_back(item.serialNumber + item.model + ", " + item.where);
+  }
+  EXPECT_EQ(serials, (Texts{"AM, line 10", "B, line 6", "C, line 11"}));
+  ASSERT_EQ(read.tables.size(), 3U);
+  EXPECT_EQ(read.tables[0].item, 0U);
+  EXPECT_EQ(read.tables[1].item, 1U);
+  EXPECT_FALSE(read.tables[2].item) << "two serial numbers are above it";
+}
+
+TEST(CsvCertificate, MillihertzAreReadAsMegahertzOnlyWithADoubt) {
+  const Certificate read = Read("f [mHz];KF [%]\n50;98\n60 mHz;97\n");
+  EXPECT_EQ(Column(read, 0), (Texts{"50 MHz", "60 MHz"}));
+  EXPECT_EQ(read.doubts, Texts{"The file has frequencies in \"mHz\", which is millihertz. They are "
+                               "read as MHz."});
+  EXPECT_TRUE(Read("f [mhz];KF [%]\n50;98\n").doubts.empty());
+}
+
+TEST(CsvCertificate, AFileOfSeparatorsNeedsNoMemoryAndOneOfCellsIsRefused) {
+  EXPECT_TRUE(Read(std::string(4U << 20U, ';')).tables.empty());
+  std::string cells = "f;KF\n";
+  for (int i = 0; i < 250'000; ++i) {
+    cells += i % 1000 == 999 ? "1;2\n" : "1;2;";
+  }
+  EXPECT_TRUE(Contains(ErrorOf([&] { Read(cells); }).Text(),
+                       "Up to line 251, the file has more than 500000 cells and lines"));
+}
+
 TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
   EXPECT_TRUE(
       Contains(ErrorOf([] { Read(std::string("a;b\0c\n1;2\n", 10)); }).Text(), "not a text"));
@@ -126,6 +180,23 @@ TEST(Units, AreFoundInCaptions) {
                                                         {"Channel A", ""},
                                                         {"Dissipation factor", ""}}) {
     EXPECT_EQ(UnitOfCaption(caption), unit) << caption;
+    EXPECT_EQ(UnknownUnitOf(caption), "") << caption;
+  }
+}
+
+TEST(Units, ThatAreNotKnownAreFoundInTheirPlace) {
+  for (const auto& [caption, unit] :
+       std::vector<std::pair<std::string, std::string>>{{"f [xHz]", "xHz"},
+                                                        {"f (k=2) [cycles]", "cycles"},
+                                                        {"Frequency / xyz", "xyz"},
+                                                        {"Frequency in kc", "kc"},
+                                                        {"Frequency (kHz/s)", "kHz/s"},
+                                                        {"Frequency (qHz)", "qHz"},
+                                                        {"Factor (mean)", ""},
+                                                        {"Factor (k=2)", ""},
+                                                        {"Cal factor (CF)", ""},
+                                                        {"Frequency", ""}}) {
+    EXPECT_EQ(UnknownUnitOf(caption), unit) << caption;
   }
 }
 
@@ -138,6 +209,8 @@ TEST(Units, OfOneQuantityDifferByAPowerOfTen) {
   for (const Case& each : std::vector<Case>{
            {"GHz", "Hz", 9},
            {"mhz", "Hz", 6},
+           {"mHz", "Hz", -3},
+           {"\\milli\\hertz", "Hz", -3},
            {"\u00B5F", "F", -6},
            {"k\u2126", "ohm", 3},
            {"%", "ppm", 4},

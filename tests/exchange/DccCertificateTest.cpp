@@ -84,6 +84,74 @@ TEST(DccCertificate, EveryListIsATableAndASingleValueHoldsForAllItsRows) {
                               "have a value for each row."});
 }
 
+TEST(DccCertificate, AListForEachColumnIsATable) {
+  const Certificate read =
+      ReadCertificate(Dcc("<c:list><c:list>" + List("1 2", "\\hertz") + "</c:list><c:list>" +
+                          List("3 4", "\\decibel") + "</c:list></c:list>"));
+  ASSERT_EQ(read.tables.size(), 1U);
+  EXPECT_EQ(ColumnsOf(read.tables[0]), (Texts{"1\\hertz 2\\hertz", "3\\decibel 4\\decibel"}));
+}
+
+TEST(DccCertificate, AValueWithoutAnUncertaintyDoesNotGetThatOfAnother) {
+  const auto row = [](const std::string& value, const std::string& uncertainty) {
+    return "<c:list>" + Real(value, "\\hertz") + "<c:quantity><s:real><s:value>" + value +
+           "0</s:value><s:unit>\\decibel</s:unit>" +
+           (uncertainty.empty() ? ""
+                                : "<s:expandedUnc><s:uncertainty>" + uncertainty +
+                                      "</s:uncertainty></s:expandedUnc>") +
+           "</s:real></c:quantity></c:list>";
+  };
+  for (const Texts& uncertainties : {Texts{"0.1", "", "0.3"}, Texts{"", "0.2", ""}}) {
+    const Certificate read =
+        ReadCertificate(Dcc("<c:list>" + row("1", uncertainties[0]) + row("2", uncertainties[1]) +
+                            row("3", uncertainties[2]) + "</c:list>"));
+    Texts texts;
+    for (const WrittenValue& each : read.tables.at(0).columns.at(1).series.front().uncertainties) {
+      texts.push_back(each.text);
+    }
+    EXPECT_EQ(texts, uncertainties);
+  }
+}
+
+TEST(DccCertificate, AListWithTooFewUnitsOrUncertaintiesIsNotUsed) {
+  const std::string three = List("7 8 9", "\\decibel");
+  const std::string uncertain =
+      "<c:quantity><s:realListXMLList><s:valueXMLList>4 5 6</s:valueXMLList><s:unitXMLList>\\one"
+      "</s:unitXMLList><s:expandedUncXMLList><s:uncertaintyXMLList>1 2</s:uncertaintyXMLList>"
+      "</s:expandedUncXMLList></s:realListXMLList></c:quantity>";
+  const Certificate read = ReadCertificate(
+      Dcc("<c:list>" + List("1 2 3", "\\hertz \\hertz") + uncertain + three + three + "</c:list>"));
+  EXPECT_EQ(ColumnsOf(read.tables.at(0)).size(), 2U);
+  const std::string begin = "The column \"\" (result 1, list 1) is not used, because it has ";
+  EXPECT_EQ(read.notes,
+            (Texts{begin + "2 units for 3 values.", begin + "2 uncertainties for 3 values."}));
+}
+
+TEST(DccCertificate, AQuantityOutsideATableIsNamed) {
+  EXPECT_EQ(ReadCertificate(Dcc("<c:list>" + List("1 2", "\\hertz") + "</c:list>")).notes,
+            Texts{"The column \"\" (result 1, list 1) is not used, because it is not a column of a "
+                  "table."});
+}
+
+TEST(DccCertificate, ResultsBelongToTheItemThatTheyReferToOrName) {
+  const auto item = [](const std::string& id, const std::string& serial) {
+    return "<c:item id=\"" + id +
+           "\"><c:identifications><c:identification><c:issuer>manufacturer</c:issuer><c:value>" +
+           serial + "</c:value></c:identification></c:identifications></c:item>";
+  };
+  const std::string columns = List("1 2", "\\hertz") + List("3 4", "\\one");
+  const Certificate read =
+      ReadCertificate(Dcc("<c:list refId=\"x two\">" + columns +
+                              "</c:list><c:list><c:name><c:content>Head SER1</c:content></c:name>" +
+                              columns + "</c:list><c:list>" + columns + "</c:list>",
+                          "<c:items>" + item("one", "SER1") + item("two", "SER2") + "</c:items>"));
+  ASSERT_EQ(read.tables.size(), 3U);
+  EXPECT_EQ(read.tables[0].item, 1U);
+  EXPECT_EQ(read.tables[1].item, 0U);
+  EXPECT_FALSE(read.tables[2].item);
+  EXPECT_TRUE(read.tables[2].isItemOpen);
+}
+
 TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
   const Certificate read = ReadCertificate(
       Dcc("",

@@ -48,7 +48,7 @@ TEST_P(Certificates, AreImportedIntoNewData) {
   const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
   EditorState now = StateOf(model, *data);
   now.header.serialNumber.clear();
-  const ImportTarget target = {model, *data, now};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
   const Certificate certificate = ReadCertificate(CertificateBytes(Folder() / example.file));
   EXPECT_EQ(certificate.kind, example.kind);
   EXPECT_TRUE(certificate.questions.empty());
@@ -70,7 +70,8 @@ INSTANTIATE_TEST_SUITE_P(
         Example{"resistors-usa.tsv", "RT730A", "Text, UTF-16, separated by tabs"},
         Example{"sensor-2.4.xml", "PX13A", "DCC 2.4.0"},
         Example{"attenuator-3.1.xml", "PX60H", "DCC 3.1.2"},
-        Example{"capacitors-3.3.xml", "RT520C", "DCC 3.3.0"}));
+        Example{"capacitors-3.3.xml", "RT520C", "DCC 3.3.0"},
+        Example{"resistors-3.2.xml", "RT730A", "DCC 3.2.1"}));
 
 TEST(OtherCertificates, AThermometerHasNoTableForASensorAndIsNamedWithWhatItHas) {
   const Model& model = *FindModel("PX11A");
@@ -78,7 +79,8 @@ TEST(OtherCertificates, AThermometerHasNoTableForASensorAndIsNamedWithWhatItHas)
   tree.InstallTemplate(model.code);
   const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
   const EditorState now = StateOf(model, *data);
-  const ImportTarget target = {model, *data, now};
+  const ImportTarget target = {
+      .model = model, .data = *data, .now = now, .templateSerial = now.header.serialNumber};
   const Certificate certificate =
       ReadCertificate(CertificateBytes(Folder() / "thermometer-3.3.xml"));
   const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));

@@ -9,6 +9,7 @@
 
 #include "exchange/Export.h"
 #include "exchange/ImportPlan.h"
+#include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
 #include "support/ErrorOf.h"
 
@@ -35,7 +36,8 @@ class SensorImport : public testing::Test {
   }
 
   [[nodiscard]] ImportTarget Target() const {
-    return {*FindModel("PX11A"), *data_, now_, isSerialFixed_};
+    return {
+        .model = *FindModel("PX11A"), .data = *data_, .now = now_, .isSerialFixed = isSerialFixed_};
   }
 
   /// "frequency factor" of each row after the import, with a star for a default.
@@ -103,7 +105,7 @@ TEST_F(SensorImport, ColumnsCanBeMatchedByHandAndRemembered) {
   const std::optional<ColumnMatch> match = MatchFrom("0 1", table, 2);
   ASSERT_TRUE(match);
   EXPECT_EQ(MatchText(*match), "0 1");
-  choices_.pages.front() = {0, *match};
+  choices_.pages.front() = {{0}, *match, {}, {}};
   plan_ = PlanImport(Target(), certificate_, choices_);
   EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.5"});
   EXPECT_EQ(CaptionsKey(table), "a|b|c");
@@ -111,9 +113,95 @@ TEST_F(SensorImport, ColumnsCanBeMatchedByHandAndRemembered) {
   EXPECT_FALSE(MatchFrom("0", table, 2));
 }
 
+TEST_F(SensorImport, TablesWithTheSameColumnsAndOtherPointsGoInTogether) {
+  Read(
+      "f [MHz];KF [%]\n50;100\n1000;98.5\n\nf [GHz];KF [1]\n2;0.971\n0.05;1\n\n"
+      "Frequency [MHz];KF [%]\n4000;96\n");
+  EXPECT_EQ(choices_.pages.front().tables, std::vector<std::size_t>({0, 1}));
+  EXPECT_EQ(RowsAfter(true), (Texts{"50.00 100.0", "1000.00 98.5", "2000.00 97.1"}));
+  EXPECT_EQ(
+      plan_.notes.back(),
+      "The table \"Table of line 10\" (line 10), 1 row, is not used, because another table is "
+      "used.");
+}
+
+TEST_F(SensorImport, NamesTheTablesThatAreNotTakenAndDoubtsWhichOneIsMeant) {
+  Read("f [MHz];KF [%]\n50;100\n\nf [MHz];KF [%]\n50;99\n\nT [K];U [K]\n1;2\n");
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 100.0"});
+  EXPECT_EQ(plan_.doubts, Texts{"The table \"Table of line 5\" (line 5) fits as well as \"Table of "
+                                "line 2\" (line 2), which is used."});
+  EXPECT_EQ(
+      plan_.notes,
+      (Texts{"The certificate names no serial number.",
+             "The table \"Table of line 5\" (line 5), 1 row, is not used, because another "
+             "table is used.",
+             "The table \"Table of line 8\" (line 8), 1 row, is not used, because its columns "
+             "are not those of the model."}));
+}
+
+TEST_F(SensorImport, AsksWhichOfTwoColumnsIsMeantAndTakesNeither) {
+  Read("f [MHz];KF 2025 [%];KF 2026 [%]\n50;99;98\n");
+  EXPECT_EQ(plan_.open, Texts{"Calibration factor[%] can be \"KF 2025 [%]\" or \"KF 2026 [%]\". "
+                              "Choose the column."});
+  EXPECT_FALSE(plan_.HasValues());
+  choices_.pages.front() = {{0}, *MatchFrom("0 2", certificate_.tables.front(), 2), {}, {}};
+  plan_ = PlanImport(Target(), certificate_, choices_);
+  EXPECT_TRUE(plan_.open.empty());
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.0"});
+}
+
+TEST_F(SensorImport, AColumnInAnUnknownUnitIsTakenOnlyByHandAndWithADoubt) {
+  Read("f [xHz];KF [%]\n50;98.5\n");
+  EXPECT_FALSE(plan_.HasValues());
+  EXPECT_EQ(
+      plan_.notes.back(),
+      "The column \"f [xHz]\" (line 2) is not used, because its unit \"xHz\" is not known. If "
+      "it is right all the same, choose the column by hand.");
+  choices_.pages.front() = {{0}, *MatchFrom("0 1", certificate_.tables.front(), 2), {}, {}};
+  plan_ = PlanImport(Target(), certificate_, choices_);
+  EXPECT_EQ(plan_.doubts, Texts{"The unit \"xHz\" of the column \"f [xHz]\" is not known. Its "
+                                "numbers are taken as they are, for Frequency  [MHz]."});
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.5"});
+}
+
+TEST_F(SensorImport, OfSeveralSerialNumbersTakesThatOfTheEditorOrDoubts) {
+  const std::string table = "\nf [MHz];KF [%]\n50;98.5\n";
+  Read("Serial number;A\nStandard, serial;B\n" + table);
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"The certificate is for the serial number \"A\", and this data set has "
+                   "\"2702A00417\".",
+                   "The certificate names several serial numbers: \"A\" (line 1), \"B\" (line 2). "
+                   "Choose that of this instrument."}));
+  Read("Serial number;A\nSerial no.;2702A00417\n" + table);
+  EXPECT_EQ(choices_.item, 1U);
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, TakesTheResultsOfTheChosenInstrument) {
+  const std::string table = "\nf [MHz];KF [%]\n50;";
+  Read("Serial number;A\n" + table + "98\n\nSerial number;2702A00417\n" + table + "97\n");
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 97.0"});
+  EXPECT_EQ(plan_.notes,
+            Texts{"The table \"Table of line 4\" (line 4), 1 row, is not used, because "
+                  "it is about another instrument."});
+  plan_ = PlanImport(Target(), certificate_, ProposedChoices(Target(), certificate_, 0));
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.0"});
+  ImportChoices byHand = choices_;
+  byHand.pages.front().tables = {0};
+  EXPECT_EQ(PlanImport(Target(), certificate_, byHand).doubts,
+            Texts{"The table \"Table of line 4\" (line 4) is about the instrument \"A\"."});
+}
+
+TEST_F(SensorImport, ASerialNumberThatSomebodyTypedIsNotTakenForThatOfTheTemplate) {
+  data_->SetSerialNumber(now_.header.serialNumber);
+  Read("Serial number;A\nf [MHz];KF [%]\n50;98.5\n");
+  EXPECT_EQ(plan_.doubts.size(), 1U);
+}
+
 TEST_F(SensorImport, APointWithTwoValuesIsRefusedWithItsRows) {
   const Error error = ErrorOf([&] { Read("f [MHz];KF [%]\n50;98.5\n50;98.9\n"); });
-  EXPECT_TRUE(Contains(error.Text(), "Line 2: line 1 has the same point with another value."));
+  EXPECT_TRUE(Contains(error.Text(), "Line 3: line 2 has the same point with another value."))
+      << "the lines are those of the file";
 }
 
 TEST_F(SensorImport, ATextThatADataFileCannotHoldIsNotTaken) {
@@ -133,7 +221,7 @@ TEST(SetImport, ChangesOnlyTheRowsOfTheMemberWhoseValuesFit) {
   now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
   now.pages[1].rows = {{"1000", "10.00000pF", "0.0030 %", "0.00000", "0.00010"},
                        {"10000", "10.00000pF", "0.0030 %", "0.00000", "0.00010"}};
-  const ImportTarget target = {model, *data, now};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
   const Certificate certificate = ReadCertificate(
       "f [kHz],C [nF],Unc. "
       "[ppm],Dissipation,Unc.\n1,0.010000437,31,0.000001,0.0002\n3,0.01,1,1,1\n");
@@ -148,6 +236,73 @@ TEST(SetImport, ChangesOnlyTheRowsOfTheMemberWhoseValuesFit) {
                                "RT522A: 1 kHz: \"0.000001\" would be stored as \"0.00000\".",
                                "RT522A: Not used, because the table has no such row: 3 kHz."}));
 }
+
+TEST(SetImport, UsesColumnsThatWereChosenBeforeOnEveryPageAndShowsTheMembers) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0] = {"M0", {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}}, {}};
+  now.pages[1].rows = {{"1000", "10.00000pF", "0.0030 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "Serial number;S\n\nMember serial number;M1\na;b\n1000;1.0001\n\nc;d\n1;1\n\n"
+      "a;b\n1000;10.001\n");
+  const RememberedMatch remembered = [](const CertificateTable& table, std::int16_t) {
+    return std::string(CaptionsKey(table) == "a|b" ? "0 1 - - -" : "");
+  };
+  const ImportPlan plan =
+      PlanImport(target, certificate, ProposedChoices(target, certificate, remembered));
+  const EditorState after = AfterImport(now, plan, true);
+  EXPECT_EQ(after.pages[0].rows[0][1], "1.000100pF");
+  EXPECT_EQ(after.pages[1].rows[0][1], "10.00100pF");
+  EXPECT_EQ(after.pages[0].serialNumber, "M1");
+  ASSERT_EQ(plan.fields.size(), 2U);
+  EXPECT_EQ(plan.fields[1].name, "Serial number of RT521A");
+  EXPECT_EQ(plan.fields[1].before, "M0");
+  EXPECT_EQ(plan.fields[1].after, "M1");
+}
+
+/// The captions of a table in several languages, without units.
+struct Captions {
+  std::string model;
+  std::int16_t page;
+  std::string captions;
+};
+
+class CaptionWords : public testing::TestWithParam<Captions> {};
+
+TEST_P(CaptionWords, AreRecognisedInSeveralLanguages) {
+  const Model& model = *FindModel(GetParam().model);
+  const std::unique_ptr<cifCaldata> data = model.create();
+  const std::vector<ModelColumn> columns = ModelColumns(model, *data, GetParam().page);
+  const Certificate read = ReadCertificate(GetParam().captions + "\n1;2;3;4;5\n");
+  const std::string all = "0 1 2 3 4";
+  EXPECT_EQ(MatchText(MatchedColumns(read.tables.at(0), columns).match),
+            all.substr(0, 2 * columns.size() - 1));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CaptionWords,
+    testing::Values(
+        Captions{"PX11A", 0, "Frequency;Calibration factor"},
+        Captions{"PX11A", 0, "Messfrequenz;Kalibrierfaktor"},
+        Captions{"PX11A", 0, "Fréquence;Facteur d'étalonnage"},
+        Captions{"PX11A", 0, "Frecuencia;Factor de calibración"},
+        Captions{"PX11A", 0, "Frequenza;Fattore di taratura"},
+        Captions{"PX60G", 0, "Nenndämpfung;Frequenz;Dämpfung"},
+        Captions{"PX60G", 0, "Affaiblissement nominal;Fréquence;Affaiblissement mesuré"},
+        Captions{"PX60G", 0, "Atenuación nominal;Frecuencia;Atenuación medida"},
+        Captions{"PX60G", 0, "Attenuazione nominale;Frequenza;Attenuazione misurata"},
+        Captions{"RT520A", 0, "Frequenz;Kapazität;Unsicherheit;Verlustfaktor;Unsicherheit"},
+        Captions{"RT520A", 0, "Fréquence;Capacité;Incertitude;Facteur de pertes;Incertitude"},
+        Captions{"RT520A", 0,
+                 "Frecuencia;Capacidad;Incertidumbre;Factor de pérdidas;Incertidumbre"},
+        Captions{"RT520A", 0, "Frequenza;Capacità;Incertezza;Fattore di perdita;Incertezza"},
+        Captions{"RT730A", 2, "Frequenz;Widerstand;Unsicherheit;Blindwiderstand;Unsicherheit"},
+        Captions{"RT730A", 2, "Fréquence;Résistance;Incertitude;Réactance;Incertitude"},
+        Captions{"RT730A", 2, "Frecuencia;Resistencia;Incertidumbre;Reactancia;Incertidumbre"},
+        Captions{"RT730A", 4, "Frequenza;Resistenza;Incertezza;Suscettanza;Incertezza"}));
 
 TEST(JsonExport, HoldsTheTextsOfTheDataSet) {
   const Model& model = *FindModel("PX11A");
@@ -187,7 +342,7 @@ TEST(JsonExport, HoldsTheTextsOfTheDataSet) {
 )");
   EXPECT_EQ(CsvOf(model, *data, state),
             "Format,tarvell-data-set 1\r\nModel,PX11A\r\nSerial number,4711\r\n"
-            "Calibration date,2026-03-05\r\n\r\n"
+            "Calibration number,\r\nCalibration date,2026-03-05\r\nDue date,\r\nComment,\r\n\r\n"
             "Frequency [MHz],Calibration factor [%]\r\n50.00,98.50\r\n");
 }
 

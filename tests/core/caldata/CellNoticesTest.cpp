@@ -25,6 +25,7 @@ TEST(CellNotices, ACellIsTakenApartAroundItsNumber) {
   const std::vector<std::pair<const char*, Parts>> cells = {{"-0.5000", {"", "-0.5000", ""}},
                                                             {"12.346 ppm", {"", "12.346", " ppm"}},
                                                             {"Ls/-0.5 nH", {"Ls/", "-0.5", " nH"}},
+                                                            {"-.05 %", {"", "-.05", " %"}},
                                                             {"pF", {"pF", "", ""}}};
   for (const auto& [text, expected] : cells) {
     const CellParts parts = PartsOfCell(text);

@@ -126,6 +126,8 @@ TEST_F(OpenedFile, OfASetNamesWhatComesFromItsTemplate) {
                    "template, and would be saved: rows 1 to 8.",
                    "The file lacks header lines. The values shown for them come from the "
                    "template, and would be saved: #CAL_DATE, #CAL_NO, #COMMENT."}));
+  EXPECT_TRUE(opened.data->HeaderOfLoad().lacksCalDate);
+  EXPECT_FALSE(opened.data->HeaderOfLoad().lacksDueDate);
   const std::string all = "01234";
   EXPECT_EQ(FromTemplate(opened, 0), (Texts{"", "", all, all, all, all, all, all}));
   EXPECT_EQ(FromTemplate(opened, 1), Texts(8, all));

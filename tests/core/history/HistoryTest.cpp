@@ -135,14 +135,14 @@ TEST_F(TheHistory, KeepsWhatADeletionRemoves) {
 
 TEST_F(TheHistory, ListsTheFilesThatDoNotExistAnyMoreAndPutsThemBack) {
   constexpr const char* kFolder = R"(c:\calfactors\PX12A)";
-  EXPECT_TRUE(DeletedFiles(R"(c:\calfactors)").empty());
+  EXPECT_TRUE(LostFiles(R"(c:\calfactors)").empty());
   SaveWithHistory(kFile, "old");
   SaveWithHistory(kFile, "new");
   tree_.Write(R"(c:\calfactors\PX13A\SN00001)", "other");
   DeleteWithHistory(R"(c:\calfactors\PX13A)", "SN00001");
-  EXPECT_EQ(DeletedFiles(R"(c:\calfactors)").size(), 1U);
+  EXPECT_EQ(LostFiles(R"(c:\calfactors)").size(), 1U);
   DeleteWithHistory(kFolder, "SN12345");
-  const std::vector<DeletedFile> ofModel = DeletedFiles(R"(c:\calfactors)", "px12a");
+  const std::vector<LostFile> ofModel = LostFiles(R"(c:\calfactors)", "px12a");
   ASSERT_EQ(ofModel.size(), 1U);
   EXPECT_EQ(ofModel[0].path, kFile);
   EXPECT_EQ(ofModel[0].newest, std::string(kVersions) + R"(\20260305T140307Z.2-anna)");
@@ -150,11 +150,27 @@ TEST_F(TheHistory, ListsTheFilesThatDoNotExistAnyMoreAndPutsThemBack) {
   EXPECT_EQ(ofModel[0].last.user, "anna");
   // A file that was removed by hand counts, too; a folder that is missing is made again.
   fs::remove_all(tree_.Native(kFolder));
-  EXPECT_EQ(DeletedFiles(R"(c:\calfactors)").size(), 2U);
+  EXPECT_EQ(LostFiles(R"(c:\calfactors)").size(), 2U);
   PutBack(ofModel[0].newest, kFile);
   EXPECT_EQ(tree_.Read(kFile), "new");
-  EXPECT_TRUE(DeletedFiles(R"(c:\calfactors)", "PX12A").empty());
+  EXPECT_TRUE(LostFiles(R"(c:\calfactors)", "PX12A").empty());
   EXPECT_EQ(HistoryOf(kFile).written.done, kPutBack);
+}
+
+TEST_F(TheHistory, ListsADamagedFileOfWhichItKeepsVersions) {
+  SaveWithHistory(kFile, "old");
+  SaveWithHistory(kFile, "new");
+  std::vector<std::string> asked;
+  const auto isDamaged = [&](const std::string& path, const std::string& newest) {
+    asked = {path, tree_.Read(newest)};
+    return tree_.Read(path).empty();
+  };
+  EXPECT_TRUE(LostFiles(R"(c:\calfactors)", "", isDamaged).empty());
+  EXPECT_EQ(asked, (std::vector<std::string>{kFile, "old"}));
+  tree_.Write(kFile, "");
+  const std::vector<LostFile> lost = LostFiles(R"(c:\calfactors)", "", isDamaged);
+  ASSERT_EQ(lost.size(), 1U);
+  EXPECT_TRUE(lost[0].isDamaged);
 }
 
 TEST_F(TheHistory, OfAStationKeepsEveryInstrumentWhateverDeletesIt) {
@@ -289,7 +305,7 @@ TEST_F(TheHistory, IsInTheOrderOfTheJournalWhateverTheClocksSay) {
   SaveWithHistory(kFile, "third");
   EXPECT_EQ(ContentsOf(HistoryOf(kFile)), (Texts{"second", "first"}));
   DeleteWithHistory(R"(c:\calfactors\PX12A)", "SN12345");
-  const std::string newest = DeletedFiles(R"(c:\calfactors)").at(0).newest;
+  const std::string newest = LostFiles(R"(c:\calfactors)").at(0).newest;
   EXPECT_EQ(tree_.Read(newest), "third");
 }
 

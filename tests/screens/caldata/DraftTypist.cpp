@@ -47,6 +47,13 @@ class Onlooker {
   explicit Onlooker(QWidget& editor) : editor_(editor) {
     grid_ = editor.findChild<CalGrid*>();
     tabs_ = editor.findChild<QTabBar*>("tTab");
+    // A page that is left stores its open cell first.
+    QObject::connect(grid_->model(), &QAbstractItemModel::modelAboutToBeReset, [this] {
+      if (!isLeft_) {
+        LookAtPage();
+        isLeft_ = true;
+      }
+    });
   }
 
   /// Looks at every page, also at the one that the option hides.
@@ -62,7 +69,7 @@ class Onlooker {
     const int shown = tabs_->currentIndex();
     for (int page = 0; page < tabs_->count(); ++page) {
       tabs_->setCurrentIndex(page);
-      LookAtPage();
+      LookAtNewPage();
     }
     tabs_->setCurrentIndex(shown);
     if (isHidden) {
@@ -88,8 +95,8 @@ class Onlooker {
                   .arg(grid_->currentIndex().column())
                   .arg(cell->text(), unit->isHidden() ? QString() : unit->currentText());
     }
-    LookAtPage();
-    return text + QString("page %1|").arg(Page());
+    LookAtNewPage();
+    return text + QString("page %1|").arg(page_);
   }
 
   [[nodiscard]] QString Pages() const {
@@ -102,7 +109,11 @@ class Onlooker {
   }
 
  private:
-  [[nodiscard]] int Page() const { return tabs_ == nullptr ? 0 : tabs_->currentIndex(); }
+  void LookAtNewPage() {
+    page_ = tabs_ == nullptr ? 0 : tabs_->currentIndex();
+    isLeft_ = false;
+    LookAtPage();
+  }
 
   void LookAtPage() {
     QString text;
@@ -113,12 +124,14 @@ class Onlooker {
       }
     }
     const auto* serial = editor_.findChild<QLineEdit*>("txtTabSerial");
-    pages_[Page()] = text + (serial == nullptr ? QString() : serial->text());
+    pages_[page_] = text + (serial == nullptr ? QString() : serial->text());
   }
 
   QWidget& editor_;
   CalGrid* grid_;
   QTabBar* tabs_;
+  int page_ = 0;
+  bool isLeft_ = false;  ///< whether another page may be shown since then
   std::map<int, QString> pages_;
 };
 

@@ -262,6 +262,37 @@ TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) 
   ExpectSaved(file_);
 }
 
+TEST_F(ImportingASensor, AsksWhichOfTwoColumnsIsMeant) {
+  Import("Serial number;3318A12345\nf [MHz];KF 1 [%];KF 2 [%]\n50;99,5;98,5\n",
+         [](ImportPreview& preview) {
+           EXPECT_EQ(Hint(preview), "Choose the columns that can be meant in several ways.");
+           EXPECT_EQ(ComboEntries(preview, "cmbColumn1"),
+                     (Texts{"(choose a column)", "(not used)", "f [MHz]", "KF 1 [%]", "KF 2 [%]"}));
+           EXPECT_FALSE(CanImport(preview));
+           Choose(preview, "cmbColumn1", "KF 2 [%]");
+           EXPECT_TRUE(CanImport(preview));
+           Click(preview, "btnOk");
+         });
+  file_.rows[0].second = "98.5";
+  ExpectSaved(file_);
+}
+
+TEST_F(ImportingASensor, AnotherInstrumentOfTheCertificateHasItsOwnTables) {
+  Import(
+      "Serial number;X1\nf [MHz];KF [%]\n50;99,5\n\nSerial number;3318A12345\nf [MHz];KF [%]\n"
+      "50;98,5\n",
+      [](ImportPreview& preview) {
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0 \u2192 98.5*|updated");
+        Choose(preview, "cmbItem", "X1");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0 \u2192 99.5*|updated");
+        EXPECT_FALSE(CanImport(preview));
+        Choose(preview, "cmbItem", "3318A12345");
+        Click(preview, "btnOk");
+      });
+  file_.rows[0].second = "98.5";
+  ExpectSaved(file_);
+}
+
 TEST_F(ImportingASensor, AFileThatIsNoCertificateIsRefusedAndTheEditorIsAsItWas) {
   ShowFile(file_, [&](frmCalDataInput& editor) {
     questions_.ExpectFilePicker("Import a certificate", kFilters,
@@ -329,6 +360,7 @@ TEST_F(ImportingASet, ChangesEveryPageInOneActThatCanBeUndone) {
     user_.At<ImportPreview>([](ImportPreview& preview) {
       EXPECT_EQ(PreviewRow(preview, "tblRows", 0),
                 "1000|1.000012pF \u2192 1.000345pF*|12 ppm|0.00001|0.00002|updated");
+      EXPECT_EQ(PreviewRow(preview, "tblHeader", 0), "Serial number of RT522A|M002|M9*|line 10");
       Choose(preview, "cmbPage", "RT522A");
       EXPECT_EQ(PreviewRow(preview, "tblRows", 1),
                 "2000|10.00002pF \u2192 10.00070pF*|200 ppm|0.00013|0.00014|updated");
@@ -349,6 +381,28 @@ TEST_F(ImportingASet, ChangesEveryPageInOneActThatCanBeUndone) {
   members[0].rows[0][1] = "1.000345pF";
   members[1].serial = "M9";
   members[1].rows[1][1] = "10.00070pF";
+  EXPECT_EQ(tree_.Read(path), CapacitorFile(header, members));
+}
+
+TEST_F(ImportingASet, TakesTheAnswerAboutTheDecimalSignForEveryPage) {
+  WriteTemplates();
+  std::vector<Member> members = SetAMembers();
+  const std::string path = R"(c:\calfactors\RT520A\SN54321)";
+  const SetHeader header = {"RT520A", "2519J54321"};
+  tree_.Write(path, CapacitorFile(header, members));
+  EditFile("RT520A", path, [&](frmCalDataTabInput& editor) {
+    user_.At<ImportPreview>([](ImportPreview& preview) {
+      EXPECT_FALSE(CanImport(preview));
+      Choose(preview, "cmbSign", "1,001 is 1.001");
+      Click(preview, "btnOk");
+    });
+    ImportFile(editor, questions_, tree_.Root() / "set.csv",
+               "Serial number;2519J54321\nf [kHz];C [pF]\n1;1,001\n\nf [kHz];C [pF]\n1;10,001\n");
+    ActivateAgain(editor);
+    Click(editor, "btnOk");
+  });
+  members[0].rows[0][1] = "1.001000pF";
+  members[1].rows[0][1] = "10.00100pF";
   EXPECT_EQ(tree_.Read(path), CapacitorFile(header, members));
 }
 

@@ -274,7 +274,7 @@ TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
       EXPECT_FALSE(Find<QPushButton>(deleted, "btnHistory").isEnabled());
       Click(deleted, "btnClose");
     });
-    ClickInMenu(menu, "btnMore", "Deleted data...");
+    ClickInMenu(menu, "btnMore", "Deleted or damaged data...");
     Settle();
     ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
     EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
@@ -283,6 +283,34 @@ TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
   frmCalibrationMain menu(nullptr);
   menu.ShowModally();
   EXPECT_EQ(tree_.Read(Path()), present);
+}
+
+TEST_P(Versions, OfADamagedDataSetAreFoundAndPutBack) {
+  tree_.Write(Path(), "");
+  user_.At<frmCalibrationMain>([&](frmCalibrationMain& menu) {
+    questions_.ExpectError({"The file ends too early", Path()});
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
+    user_.At<frmDeleted>([&](frmDeleted& deleted) {
+      EXPECT_EQ(CellsOf(deleted, "tblDeleted"),
+                (std::vector<Texts>{
+                    {Code(), "SN12345", "3318A12345", "5 MAR 2001", "no, but damaged", ""}}));
+      user_.At<frmHistory>([&](frmHistory& history) {
+        ClickRow(history, 1);
+        ExpectPutBackQuestion(QMessageBox::Yes);
+        Click(history, "btnPutBack");
+        Press(Qt::Key_Escape);
+      });
+      Click(deleted, "btnHistory");
+      Click(deleted, "btnClose");
+    });
+    ClickInMenu(menu, "btnMore", "Deleted or damaged data...");
+    Settle();
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
+    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
+    Click(menu, "btnReturn");
+  });
+  frmCalibrationMain menu(nullptr);
+  menu.ShowModally();
 }
 
 class VersionsOfAnOption : public TabEditorFixture {};

@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/CaptionUnit.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "core/numbers/WrittenNumber.h"
+#include "core/text/Text.h"
+#include "exchange/Units.h"
+
+namespace tarvell {
+
+namespace {
+
+/// The text in the last brackets that holds a unit, "" for none.
+std::string_view InBrackets(std::string_view caption) {
+  while (true) {
+    const std::size_t end = caption.find_last_of(")]");
+    const std::size_t begin = caption.substr(0, end).find_last_of("([");
+    if (end == std::string_view::npos || begin == std::string_view::npos) {
+      return {};
+    }
+    const std::string_view inside = WithoutBlanks(caption.substr(begin + 1, end - begin - 1));
+    if (UnitFrom(inside)) {
+      return inside;
+    }
+    caption = caption.substr(0, begin);
+  }
+}
+
+/// The last word of a caption, and whether "/" or "in" before it says that it is a unit.
+struct LastWord {
+  std::string_view word;
+  bool isMarked = false;
+};
+
+LastWord LastWordOf(std::string_view caption) {
+  constexpr std::string_view kEnds = " /,\t\n";
+  const std::string_view trimmed = WithoutBlanks(caption);
+  const std::size_t before = trimmed.find_last_of(kEnds);
+  if (before == std::string_view::npos) {
+    return {trimmed};
+  }
+  const std::string_view rest = WithoutBlanks(trimmed.substr(0, before + 1));
+  return {trimmed.substr(before + 1), rest.ends_with('/') || rest.ends_with(" in")};
+}
+
+/// Whether a text ends as a unit does, as in "xHz", or names one that no table of the program has.
+bool LooksLikeUnit(std::string_view text) {
+  constexpr std::array<std::string_view, 4> kEnds = {"hz", "db", "ohm", "\u03A9"};
+  constexpr std::array<std::string_view, 9> kOthers = {"cps", "kc",  "mc",  "mho",   "np",
+                                                       "ppb", "mmf", "dbc", "\u2030"};
+  return text.find(' ') == std::string_view::npos &&
+         (text.find('/') != std::string_view::npos ||
+          std::ranges::any_of(kEnds,
+                              [&](std::string_view end) {
+                                return text.size() > end.size() &&
+                                       EqualsIgnoringCase(text.substr(text.size() - end.size()),
+                                                          end);
+                              }) ||
+          std::ranges::any_of(
+              kOthers, [&](std::string_view other) { return EqualsIgnoringCase(text, other); }));
+}
+
+/// What the last brackets of this kind hold, "" without any.
+std::string_view Inside(std::string_view caption, char open, char close) {
+  const std::size_t end = caption.find_last_of(close);
+  const std::size_t begin = caption.substr(0, end).find_last_of(open);
+  return end == std::string_view::npos || begin == std::string_view::npos
+             ? std::string_view()
+             : WithoutBlanks(caption.substr(begin + 1, end - begin - 1));
+}
+
+}  // namespace
+
+std::string UnitOfCaption(std::string_view caption) {
+  if (const std::string_view inside = InBrackets(caption); !inside.empty()) {
+    return std::string(inside);
+  }
+  // "Channel A" ends with a name, "Capacitance / F" and "C in F" with a unit.
+  const auto [word, isMarked] = LastWordOf(caption);
+  return (word.size() > 1 || word == "%" || isMarked) && word != "1" && UnitFrom(word)
+             ? std::string(word)
+             : std::string();
+}
+
+std::string UnknownUnitOf(std::string_view caption) {
+  constexpr std::size_t kLongestUnit = 6;
+  if (!UnitOfCaption(caption).empty()) {
+    return {};
+  }
+  if (const std::string_view square = Inside(caption, '[', ']'); !square.empty()) {
+    return std::string(square);
+  }
+  if (const std::string_view round = Inside(caption, '(', ')'); LooksLikeUnit(round)) {
+    return std::string(round);
+  }
+  const auto [word, isMarked] = LastWordOf(caption);
+  return isMarked && !word.empty() && word.size() <= kLongestUnit && word.back() != ')'
+             ? std::string(word)
+             : std::string();
+}
+
+}  // namespace tarvell

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_CSVPLACES_H
+#define TARVELL_EXCHANGE_CSVPLACES_H
+
+#include <cstddef>
+#include <vector>
+
+#include "exchange/DelimitedText.h"
+
+/// Where the tables of a CSV file are.
+namespace tarvell {
+
+/// Lines from `begin` to before `end`, by their indexes.
+struct LineRange {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+
+  [[nodiscard]] bool IsEmpty() const { return begin == end; }
+};
+
+struct TablePlace {
+  LineRange head;                 ///< the lines after the table before it, without the captions
+  LineRange captions;             ///< one line, or one and the units below it; empty without any
+  std::vector<std::size_t> rows;  ///< the indexes of the rows' lines
+};
+
+/// The tables of the lines. Blank lines do not end a table if the rows after them have its columns.
+/// A table without captions has those of the table above it, if it has the same columns and at most
+/// a title between them.
+[[nodiscard]] std::vector<TablePlace> TablePlaces(const std::vector<DelimitedLine>& lines);
+
+}  // namespace tarvell
+
+#endif

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/DccValues.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <string_view>
+#include <utility>
+
+#include "core/numbers/Numbers.h"
+#include "core/platform/Error.h"
+#include "exchange/DccXml.h"
+
+namespace tarvell {
+
+namespace {
+
+/// Far more than any certificate has.
+constexpr std::size_t kValueLimit = 200'000;
+
+std::vector<std::string> WordsIn(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  std::vector<std::string> words;
+  while (words.size() <= kValueLimit) {
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    if (text.empty()) {
+      break;
+    }
+    words.emplace_back(text.substr(0, text.find_first_of(kBlanks)));
+    text.remove_prefix(words.back().size());
+  }
+  return words;
+}
+
+/// The element at the end of this path below `node`.
+pugi::xml_node Below(pugi::xml_node node, std::initializer_list<const char*> path) {
+  for (const char* name : path) {
+    node = node.child(name);
+  }
+  return node;
+}
+
+std::string TextBelow(pugi::xml_node node, std::initializer_list<const char*> older,
+                      std::initializer_list<const char*> newer) {
+  const std::string text = TextOf(Below(node, older));
+  return text.empty() ? TextOf(Below(node, newer)) : text;
+}
+
+WrittenValue ValueOf(std::string text, std::string unit) {
+  const bool isNumber = ParseNumber(text).has_value();
+  return {std::move(text), std::move(unit), isNumber};
+}
+
+/// Even a ratio has a unit in a DCC: "\\one".
+bool IsWithoutUnit(const WrittenValue& value) {
+  return value.isNumber && value.unit.empty();
+}
+
+/// One unit holds for all values, and one uncertainty, too. Returns why the list cannot be used.
+std::string ReadList(pugi::xml_node list, Series& series) {
+  std::vector<std::string> units = WordsIn(TextOf(list.child("si:unitXMLList")));
+  std::vector<std::string> values = WordsIn(TextOf(list.child("si:valueXMLList")));
+  std::vector<std::string> uncertainties =
+      WordsIn(TextBelow(list, {"si:expandedUncXMLList", "si:uncertaintyXMLList"},
+                        {"si:measurementUncertaintyUnivariateXMLList", "si:expandedMUXMLList",
+                         "si:valueExpandedMUXMLList"}));
+  const std::string counts = " for " + std::to_string(values.size()) + " values";
+  if (units.size() > 1 && units.size() != values.size()) {
+    return "it has " + std::to_string(units.size()) + " units" + counts;
+  }
+  if (uncertainties.size() > 1 && uncertainties.size() != values.size()) {
+    return "it has " + std::to_string(uncertainties.size()) + " uncertainties" + counts;
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const std::string unit = units.empty() ? std::string() : units[units.size() == 1 ? 0 : i];
+    series.values.push_back(ValueOf(std::move(values[i]), unit));
+    if (!uncertainties.empty()) {
+      series.uncertainties.push_back(
+          ValueOf(uncertainties[uncertainties.size() == 1 ? 0 : i], unit));
+    }
+  }
+  return {};
+}
+
+void AddSingle(pugi::xml_node single, Series& series) {
+  const std::string unit = TextOf(single.child("si:unit"));
+  const std::string uncertainty =
+      TextBelow(single, {"si:expandedUnc", "si:uncertainty"},
+                {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:valueExpandedMU"});
+  AppendValue(ValueOf(TextOf(single.child("si:value")), unit),
+              uncertainty.empty() ? std::nullopt : std::optional(ValueOf(uncertainty, unit)),
+              series);
+}
+
+/// Adds one form of the values of a quantity. Returns why it cannot be used, "" if it can.
+std::string AddForm(pugi::xml_node value, std::vector<Series>& series, ValueCount& count) {
+  const std::string_view name = value.name();
+  std::string problem;
+  Series read;
+  if (name == "si:hybrid") {
+    for (const pugi::xml_node form : value.children()) {
+      if (std::string_view(form.name()) != "si:hybrid") {
+        const std::string other = AddForm(form, series, count);
+        problem = other.empty() ? problem : other;
+      }
+    }
+  } else if (name == "si:realListXMLList") {
+    problem = ReadList(value, read);
+  } else if (name == "si:real" || name == "si:constant") {
+    AddSingle(value, read);
+  } else if (name == "si:list") {
+    for (const pugi::xml_node single : value.children("si:real")) {
+      AddSingle(single, read);
+    }
+  } else if (name == "dcc:charsXMLList") {
+    for (std::string& word : WordsIn(TextOf(value))) {
+      read.values.push_back({std::move(word), "", false});
+    }
+  }
+  if (problem.empty() && std::ranges::any_of(read.values, IsWithoutUnit)) {
+    problem = "it has a number without a unit";
+  }
+  if (problem.empty() && !read.values.empty()) {
+    count.Add(read.values.size());
+    series.push_back(std::move(read));
+  }
+  return problem;
+}
+
+}  // namespace
+
+void ValueCount::Add(std::size_t values) {
+  count_ += values;
+  if (count_ > kValueLimit) {
+    throw Error(ErrorKind::Type, "The certificate has more than " + std::to_string(kValueLimit) +
+                                     " values. Ask for one with the results only.");
+  }
+}
+
+void AppendValue(const WrittenValue& value, const std::optional<WrittenValue>& uncertainty,
+                 Series& series) {
+  if (uncertainty || !series.uncertainties.empty()) {
+    series.uncertainties.resize(series.values.size(), {.text = {}, .unit = {}, .isNumber = false});
+    series.uncertainties.push_back(
+        uncertainty.value_or(WrittenValue{.text = {}, .unit = {}, .isNumber = false}));
+  }
+  series.values.push_back(value);
+}
+
+std::string AddSeries(pugi::xml_node quantity, std::vector<Series>& series, ValueCount& count) {
+  std::string problem;
+  for (const pugi::xml_node value : quantity.children()) {
+    const std::string other = AddForm(value, series, count);
+    problem = other.empty() ? problem : other;
+  }
+  return problem;
+}
+
+}  // namespace tarvell
