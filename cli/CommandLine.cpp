@@ -70,9 +70,7 @@ class Arguments {
  public:
   /// `first` is the first argument, "" without one.
   Arguments(const std::string& first, std::time_t now, Console& console) : console_(console) {
-    ReadProfile(options_.calibrationDir, options_.stationDir);
     options_.now = now;
-    options_.today = LocalDay(now);
     app_.require_subcommand(1);
     app_.set_help_all_flag("--help-all", "Show the options of all commands");
     app_.set_version_flag("--version", "tarvell-cli " + std::to_string(kMajorVersion) + "." +
@@ -104,7 +102,16 @@ class Arguments {
     return command;
   }
 
+  /// Takes the two folders of tarvell.ini. A command that needs neither starts sooner without it.
+  void KnowTrees() {
+    if (options_.calibrationDir.empty()) {
+      ReadProfile(options_.calibrationDir, options_.stationDir);
+    }
+  }
+
   void AddTrees(CLI::App* command) {
+    KnowTrees();
+    options_.today = LocalDay(options_.now);
     command->add_option("--calfactors", options_.calibrationDir,
                         "Folder of the calibration data (else that of tarvell.ini)");
     command->add_option("--stations", options_.stationDir,
@@ -183,6 +190,7 @@ class Arguments {
   void AddImport() {
     CLI::App* command = Command("import", "Save a certificate as a new data set",
                                 [this] { return Import(options_, order_, console_); });
+    KnowTrees();
     command->add_option("FILE", order_.file, "A DCC, CSV or TSV file")->required();
     command->add_option("--model", order_.model, "The model of the data set")->required();
     command->add_option("--calfactors", options_.calibrationDir,

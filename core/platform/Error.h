@@ -32,7 +32,7 @@ enum class ErrorKind {
 /// - ReadFirstItems reads more of a file whose beginning was not enough.
 /// - TryReadHeader (CalFileList.cpp) collects the errors of the files for one error at the end of
 ///   the list.
-/// - EarlierCalibration.cpp leaves out what cannot be read of the history.
+/// - EarlierCalibration.cpp and TreeVersions.cpp leave out what cannot be read of the history.
 /// - TakeTemplate (OpenedDataSet.cpp) turns the error of a template into a notice.
 /// - CalDataFile::RememberUnchangedSave ignores the error of data that have to be corrected before
 ///   they can be saved.

@@ -47,7 +47,8 @@ void TakeRestOfHeader(std::string_view bytes, SurveyRow& row) {
       continue;
     }
     const std::string_view date = ListedHeaderValue(line);
-    if (date.size() == kDateDigits && date.find_first_not_of("0123456789") == date.npos) {
+    if (date.size() == kDateDigits &&
+        date.find_first_not_of("0123456789") == std::string_view::npos) {
       row.due = FileDate::From(date);
     }
     return;
