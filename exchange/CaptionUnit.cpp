@@ -65,6 +65,11 @@ bool LooksLikeUnit(std::string_view text) {
               kOthers, [&](std::string_view other) { return EqualsIgnoringCase(text, other); }));
 }
 
+/// "k=2" is not a unit.
+bool IsEquation(std::string_view text) {
+  return text.find('=') != std::string_view::npos;
+}
+
 /// What the last brackets of this kind hold, "" without any.
 std::string_view Inside(std::string_view caption, char open, char close) {
   const std::size_t end = caption.find_last_of(close);
@@ -92,16 +97,17 @@ std::string UnknownUnitOf(std::string_view caption) {
   if (!UnitOfCaption(caption).empty()) {
     return {};
   }
-  if (const std::string_view square = Inside(caption, '[', ']'); !square.empty()) {
+  if (const std::string_view square = Inside(caption, '[', ']');
+      !square.empty() && !IsEquation(square)) {
     return std::string(square);
   }
   if (const std::string_view round = Inside(caption, '(', ')'); LooksLikeUnit(round)) {
     return std::string(round);
   }
   const auto [word, isMarked] = LastWordOf(caption);
-  return isMarked && !word.empty() && word.size() <= kLongestUnit && word.back() != ')'
-             ? std::string(word)
-             : std::string();
+  const bool isUnit = isMarked && !word.empty() && word.size() <= kLongestUnit &&
+                      word.find_first_of(")]") == std::string_view::npos && !IsEquation(word);
+  return isUnit ? std::string(word) : std::string();
 }
 
 }  // namespace tarvell

@@ -63,15 +63,17 @@ class TableReader {
 
   /// Takes the lists in a list as one table. False if they are tables of their own.
   bool TakeLists(pugi::xml_node list) {
-    for (const auto add : {&TableReader::AddTableOfLists, &TableReader::AddTableOfColumns}) {
-      if ((this->*add)(list)) {
-        NoteProblems();
-        return true;
-      }
+    bool isTaken = AddTableOfLists(list);
+    if (!isTaken) {
       // Whoever reads these lists again names them.
       problems_.clear();
+      isTaken = AddTableOfColumns(list);
     }
-    return false;
+    if (isTaken) {
+      NoteProblems();
+    }
+    problems_.clear();
+    return isTaken;
   }
 
   /// Older certificates have one list of single values for each row, or for each column.

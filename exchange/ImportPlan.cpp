@@ -155,11 +155,13 @@ class Planning {
       plan_.doubts.push_back("The table " + TableName(target_, table) +
                              " is about the instrument " +
                              Quoted(certificate_.items[*table.item].serialNumber) + ".");
-    } else if (table.isItemOpen && HasSeveralInstruments(target_, certificate_)) {
+    } else if (table.isItemOpen && !isOpenDoubted_ &&
+               HasSeveralInstruments(target_, certificate_)) {
+      isOpenDoubted_ = true;
       plan_.doubts.push_back(
-          "The certificate is about several instruments, and does not say to "
-          "which of them the table " +
-          TableName(target_, table) + " belongs.");
+          "The certificate is about several instruments, and does not say which "
+          "of them its results are about, such as the table " +
+          TableName(target_, table) + ".");
     }
   }
 
@@ -222,6 +224,7 @@ class Planning {
   const Certificate& certificate_;
   const ImportChoices& choices_;
   std::set<std::size_t> used_;
+  bool isOpenDoubted_ = false;
   ImportPlan plan_;
 };
 

@@ -84,8 +84,9 @@ bool JoinedPoints::Add(const CertificateTable& table) {
     std::string values;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       if (match_.at(i)) {
+        const std::vector<WrittenValue>& column = ValuesOf(table, *match_[i], columns_[i]);
         (columns_[i].IsPoint() ? point : values) +=
-            Comparable(ValuesOf(table, *match_[i], columns_[i]).at(row)) + "\t";
+            (row < column.size() ? Comparable(column[row]) : std::string()) + "\t";
       }
     }
     const auto known = values_.find(point);

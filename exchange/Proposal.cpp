@@ -42,7 +42,7 @@ class Proposal {
       }
       if (IsPart(*best, other) && points.Add(certificate_.tables[other.table])) {
         choice.tables.push_back(other.table);
-      } else if (other.score == best->score) {
+      } else if (other.score == best->score && choice.rivals.size() < kRivals) {
         choice.rivals.push_back(other.table);
       }
     }
@@ -125,6 +125,7 @@ class Proposal {
   }
 
   static constexpr int kNamed = 100;
+  static constexpr std::size_t kRivals = 20;  ///< more are not worth naming
 
   const ImportTarget& target_;
   const Certificate& certificate_;

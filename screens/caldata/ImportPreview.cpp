@@ -89,7 +89,7 @@ void MarkAsSlip(QTableWidgetItem* item, const QString& why) {
 }  // namespace
 
 ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& earlier,
-                             std::string bytes, Certificate certificate, const QString& fileName,
+                             std::string bytes, Certificate certificate, QString fileName,
                              QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::ImportPreview>()),
@@ -98,7 +98,7 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
       limit_(LoadSlipLimits(gCalibrationDir).Of(target.model)),
       bytes_(std::move(bytes)),
       certificate_(std::move(certificate)),
-      fileName_(fileName),
+      fileName_(std::move(fileName)),
       page_(target.now.shownPage) {
   ui_->setupUi(this);
   columnBoxes_ = {{ui_->lblColumn0, ui_->cmbColumn0},

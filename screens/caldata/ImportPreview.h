@@ -39,7 +39,7 @@ class ImportPreview final : public QDialog {
  public:
   /// `certificate` was read from `bytes`. `target` and `earlier` must outlive the screen.
   ImportPreview(const ImportTarget& target, const EarlierChoice& earlier, std::string bytes,
-                Certificate certificate, const QString& fileName, QWidget* parent);
+                Certificate certificate, QString fileName, QWidget* parent);
   ImportPreview(const ImportPreview&) = delete;
   ImportPreview& operator=(const ImportPreview&) = delete;
   ~ImportPreview() override;

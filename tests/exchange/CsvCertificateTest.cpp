@@ -194,6 +194,8 @@ TEST(Units, ThatAreNotKnownAreFoundInTheirPlace) {
                                                         {"Frequency (qHz)", "qHz"},
                                                         {"Factor (mean)", ""},
                                                         {"Factor (k=2)", ""},
+                                                        {"Uncertainty [k=2]", ""},
+                                                        {"Uncertainty / k=2", ""},
                                                         {"Cal factor (CF)", ""},
                                                         {"Frequency", ""}}) {
     EXPECT_EQ(UnknownUnitOf(caption), unit) << caption;

@@ -263,6 +263,47 @@ TEST(SetImport, UsesColumnsThatWereChosenBeforeOnEveryPageAndShowsTheMembers) {
   EXPECT_EQ(plan.fields[1].after, "M1");
 }
 
+/// A DCC about these instruments, a model and a serial number each, with a table of one row.
+Certificate DccAbout(const std::vector<std::pair<std::string, std::string>>& items) {
+  std::string text =
+      "<d:digitalCalibrationCertificate xmlns:d=\"https://ptb.de/dcc\" xmlns=\"https://ptb.de/si\">"
+      "<d:administrativeData><d:items>";
+  for (const auto& [model, serial] : items) {
+    text += "<d:item><d:model>" + model +
+            "</d:model><d:identifications><d:identification><d:issuer>manufacturer</d:issuer>"
+            "<d:value>" +
+            serial + "</d:value></d:identification></d:identifications></d:item>";
+  }
+  text +=
+      "</d:items></d:administrativeData><d:measurementResults><d:measurementResult><d:results>"
+      "<d:result><d:data><d:list>";
+  for (const std::string unit : {"\\kilo\\hertz", "\\pico\\farad"}) {
+    text += "<d:quantity><real><value>1</value><unit>" + unit + "</unit></real></d:quantity>";
+  }
+  return ReadCertificate(text +
+                         "</d:list></d:data></d:result></d:results></d:measurementResult>"
+                         "</d:measurementResults></d:digitalCalibrationCertificate>");
+}
+
+TEST(SetImport, AnItemOfADccIsAMemberOrAnotherInstrument) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.header.serialNumber = "S";
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.100000pF", "0.0050 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate members = DccAbout({{"RT520A", "S"}, {"RT521A", "M1"}});
+  const ImportPlan plan = PlanImport(target, members, ProposedChoices(target, members));
+  EXPECT_EQ(plan.doubts, Texts());
+  EXPECT_EQ(AfterImport(now, plan, true).pages[0].serialNumber, "M1");
+  const Certificate several = DccAbout({{"RT520A", "S"}, {"RT520A", "T"}});
+  EXPECT_EQ(
+      PlanImport(target, several, ProposedChoices(target, several)).doubts,
+      Texts{"The certificate is about several instruments, and does not say which of them its "
+            "results are about, such as the table \"\" (result 1, list 1)."});
+}
+
 /// The captions of a table in several languages, without units.
 struct Captions {
   std::string model;
