@@ -104,7 +104,7 @@ void frmOverview::SetUpFiles() {
 
 void frmOverview::ShowModally(std::function<FileDate()> today) {
   today_ = std::move(today);
-  order_ = {.calibrationDir = gCalibrationDir, .stationDir = gStationDir};
+  order_ = {.calibrationDir = gCalibrationDir, .stationDir = gStationDir, .today = today_()};
   ui_->tblRows->Model().SetFilter(filter_->Filter());
   StartSurvey();
   ui_->tblRows->setFocus();
