@@ -61,6 +61,7 @@ void DraftStrip::Offer(const OfferedDraft& draft) {
                                   "what was typed, and keeps all newer values.")
                      : typed);
   setAccessibleName(text_->text());
+  setEnabled(true);
   show();
   QAccessibleEvent announcement(this, QAccessible::Alert);
   QAccessible::updateAccessibility(&announcement);
@@ -68,6 +69,8 @@ void DraftStrip::Offer(const OfferedDraft& draft) {
 
 void DraftStrip::Withdraw() {
   hide();
+  // A screen reader can press a button that is hidden.
+  setEnabled(false);
 }
 
 }  // namespace tarvell
