@@ -238,6 +238,7 @@ std::vector<KeptVersion> VersionsIn(const HistoryPlace& place,
   }
   // Those that are left are not in the journal.
   std::vector<KeptVersion> unknown;
+  unknown.reserve(names.size());
   for (const std::string& name : names) {
     unknown.push_back({Joined(text, name), EventNamed(name)});
   }
