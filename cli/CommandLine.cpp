@@ -109,13 +109,21 @@ class Arguments {
     }
   }
 
+  /// A variable that is not set must not look like a folder without faults.
+  static void AddFolder(CLI::App* command, const std::string& name, std::string& folder,
+                        const std::string& help) {
+    command->add_option(name, folder, help)->check([](const std::string& text) {
+      return std::string(text.empty() ? "give a folder" : "");
+    });
+  }
+
   void AddTrees(CLI::App* command) {
     KnowTrees();
     options_.today = LocalDay(options_.now);
-    command->add_option("--calfactors", options_.calibrationDir,
-                        "Folder of the calibration data (else that of tarvell.ini)");
-    command->add_option("--stations", options_.stationDir,
-                        "Folder of the stations (else that of tarvell.ini)");
+    AddFolder(command, "--calfactors", options_.calibrationDir,
+              "Folder of the calibration data (else that of tarvell.ini)");
+    AddFolder(command, "--stations", options_.stationDir,
+              "Folder of the stations (else that of tarvell.ini)");
     command->add_option_function<std::string>(
         "--today", [this](const std::string& text) { options_.today = DateIn("--today", text); },
         "Look as on another day, such as 2026-11-22");
@@ -193,8 +201,8 @@ class Arguments {
     KnowTrees();
     command->add_option("FILE", order_.file, "A DCC, CSV or TSV file")->required();
     command->add_option("--model", order_.model, "The model of the data set")->required();
-    command->add_option("--calfactors", options_.calibrationDir,
-                        "Folder of the calibration data (else that of tarvell.ini)");
+    AddFolder(command, "--calfactors", options_.calibrationDir,
+              "Folder of the calibration data (else that of tarvell.ini)");
     command->add_option("--serial", order_.serialNumber,
                         "The serial number of the instrument (else the certificate's)");
     const auto addDate = [&](const char* name, std::optional<FileDate>& date, const char* help) {

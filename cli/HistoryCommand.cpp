@@ -19,13 +19,18 @@ std::string TimeOf(const HistoryEvent& event) {
   return event.time == 0 ? std::string() : UtcText(event.time);
 }
 
+/// "" for a file without the dates of a data set.
+std::string DateText(const Calibration& calibration, const FileDate& date) {
+  return calibration.hasHeader ? IsoDate(date) : std::string();
+}
+
 std::string TableOf(const std::vector<Calibration>& calibrations) {
   TextTable table;
   table.Add({"Content", "Changed by", "Calibrated", "Due", "Calibration number", "File"});
   for (const Calibration& it : calibrations) {
     const std::string time = TimeOf(it.event);
-    table.Add({it.isCurrent ? "now" : "until " + time, it.event.user, IsoDate(it.Calibrated()),
-               IsoDate(it.Due()), it.header.CalibrationNumber, ShownPath(it.header.FilePath)});
+    table.Add({it.isCurrent ? "now" : "until " + time, it.event.user, DateText(it, it.Calibrated()),
+               DateText(it, it.Due()), it.header.CalibrationNumber, ShownPath(it.header.FilePath)});
   }
   return table.Text();
 }
@@ -36,8 +41,8 @@ std::string JsonOf(const std::vector<Calibration>& calibrations) {
   for (const Calibration& it : calibrations) {
     json["contents"].push_back({{"isCurrent", it.isCurrent},
                                 {"path", ShownPath(it.header.FilePath)},
-                                {"calibrated", IsoDate(it.Calibrated())},
-                                {"due", IsoDate(it.Due())},
+                                {"calibrated", DateText(it, it.Calibrated())},
+                                {"due", DateText(it, it.Due())},
                                 {"calibrationNumber", it.header.CalibrationNumber},
                                 {"changed", TimeOf(it.event)},
                                 {"done", it.event.done},

@@ -16,6 +16,7 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
+#include "core/platform/Platform.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -191,7 +192,7 @@ std::vector<ChangedLine> ChangedLines(std::string_view before, std::string_view 
 }
 
 StationUpdate::StationUpdate(const std::string& instrumentPath, const std::string& dataSetPath)
-    : stationFolder_(FolderOf(instrumentPath)) {
+    : stationFolder_(FolderOf(instrumentPath)), path_(instrumentPath) {
   const std::string bytes = ReadInstrument(instrumentPath);
   const CalFileInfo dataSet = ReadDataSet(dataSetPath);
   instrument_ = InstrumentIn(bytes, instrumentPath);
@@ -207,6 +208,13 @@ Replacement StationUpdate::WouldReplace() const {
 }
 
 void StationUpdate::Save(Earlier earlier) {
+  EntryFacts facts;
+  if (!CurrentPlatform().Facts(NativePath(path_), facts) && facts.kind == EntryKind::None) {
+    throw Error(ErrorKind::NotFound,
+                "The instrument was not updated: somebody has deleted its file meanwhile. If the "
+                "station still uses it, add it to the station again.",
+                path_);
+  }
   SaveInstrumentFile(stationFolder_, instrument_, file_, earlier);
 }
 

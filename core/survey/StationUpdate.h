@@ -42,11 +42,13 @@ class StationUpdate {
   /// What the save would replace because the file has changed since it was read.
   [[nodiscard]] Replacement WouldReplace() const;
 
-  /// Saves the instrument as SaveInstrumentFile does.
+  /// Saves the instrument as SaveInstrumentFile does. Throws a NotFound error if its file was
+  /// deleted after it was read.
   void Save(Earlier earlier = Earlier::Keep);
 
  private:
   std::string stationFolder_;
+  std::string path_;
   StationInstrument instrument_;
   StoredFile file_;
   std::vector<ChangedLine> lines_;

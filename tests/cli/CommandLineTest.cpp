@@ -153,6 +153,7 @@ TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
         {"check", "--csv"},
         {"check", "--json", "--quiet"},
         {"export", "--csv", "--ics"},
+        {"check", "--stations", ""},
         {"look"}}) {
     EXPECT_EQ(Run(arguments), kCouldNotLook) << arguments.back();
     EXPECT_NE(console_.err, "");

@@ -94,6 +94,15 @@ TEST_F(StationUpdates, ReportAFileThatHasChangedSinceThePreview) {
   EXPECT_EQ(update.WouldReplace().kind, Replacement::Kind::Changed);
 }
 
+TEST_F(StationUpdates, DoNotBringBackAnInstrumentThatWasDeletedSinceThePreview) {
+  tree_.Write(kDataSet, DataSet("20270305", "new"));
+  tree_.Write(kInstrument, Instrument("5 MAR 2026", "factory"));
+  StationUpdate update(kInstrument, kDataSet);
+  std::filesystem::remove(tree_.Native(kInstrument));
+  EXPECT_THROW(update.Save(), Error);
+  EXPECT_FALSE(std::filesystem::exists(tree_.Native(kInstrument)));
+}
+
 TEST_F(StationUpdates, RefuseADataSetOfAnotherInstrumentOrWithoutADueDate) {
   tree_.Write(kInstrument, Instrument("5 MAR 2026", "factory"));
   tree_.Write(kDataSet, DataSet("20270229", "new"));
