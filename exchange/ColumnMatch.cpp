@@ -212,7 +212,14 @@ std::string SourceName(const CertificateTable& table, const ColumnSource& source
   const WrittenValue* typical = TypicalValue(ValuesIn(column.series.front(), source));
   const std::string unit = typical == nullptr ? std::string() : ShownUnit(typical->unit);
   const bool isNamed = UnitOfCaption(name) == unit || UnknownUnitOf(name) == unit;
-  return unit.empty() || isNamed ? name : name + " [" + unit + "]";
+  if (!unit.empty() && !isNamed) {
+    name += " [" + unit + "]";
+  }
+  const auto isAlike = [&](const CertificateColumn& other) {
+    return NameIn(other.caption, language) == NameIn(column.caption, language);
+  };
+  const bool isAlone = std::ranges::count_if(table.columns, isAlike) == 1;
+  return isAlone ? name : name + " (column " + std::to_string(source.column + 1) + ")";
 }
 
 ProposedMatch MatchedColumns(const CertificateTable& table,

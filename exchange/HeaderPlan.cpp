@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "core/caldata/CellNotices.h"
 #include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
 #include "core/text/FileCharacters.h"
@@ -55,6 +57,7 @@ class HeaderPlanning {
       }
       if (!target_.isSerialFixed) {
         (void)Text("Serial number", {item.serialNumber, item.where}, plan_.header.serialNumber);
+        DoubtReading("Serial number", plan_.header.serialNumber);
       }
     }
   }
@@ -133,6 +136,13 @@ class HeaderPlanning {
   }
 
  private:
+  /// Doubts a name of which only a part would be read back.
+  void DoubtReading(const std::string& field, const std::string& name) {
+    if (std::string notice = NameReadDifferently(field, name); !notice.empty()) {
+      plan_.doubts.push_back(std::move(notice));
+    }
+  }
+
   /// False for a text that cannot be used.
   bool Text(const std::string& name, const FoundText& found, std::string& box) {
     const std::string_view foreign = FirstForeignCharacter(found.text);

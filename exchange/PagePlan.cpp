@@ -77,6 +77,7 @@ class Planning {
   PagePlan Run() {
     NoteUnusedColumns();
     DoubtUnknownUnits();
+    DoubtRatios();
     if (HasPages(source_.model)) {
       TakeIntoRows();
     } else {
@@ -138,6 +139,26 @@ class Planning {
     }
   }
 
+  /// Numbers around 1 are taken as per cent only if the user says so.
+  void DoubtRatios() {
+    constexpr double kLargestRatio = 2;
+    const auto isRatio = [](const WrittenValue& value) {
+      return value.isNumber && value.unit.empty() &&
+             std::abs(NumericValueOrInfinity(value.text)) < kLargestRatio;
+    };
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      const bool isPercent = columns_[i].role == ColumnRole::Value &&
+                             columns_[i].unit.IsLike(Unit()) && columns_[i].unit.power == -2;
+      if (isPercent && values_[i] != nullptr && std::ranges::all_of(*values_[i], isRatio)) {
+        plan_.doubts.push_back(
+            Where() + "The column " +
+            Quoted(SourceName(source_.table, *source_.match.at(i), source_.language)) +
+            " names no unit, and all its numbers are below 2, as ratios are. They would be taken "
+            "as per cent. For ratios, multiply them by 100 first, or add the unit to the caption.");
+      }
+    }
+  }
+
   [[nodiscard]] std::string Where() const {
     return plan_.name.empty() ? std::string() : plan_.name + ": ";
   }
@@ -152,10 +173,15 @@ class Planning {
     return name;
   }
 
-  void Refuse(std::size_t row, const WrittenValue& value, const std::string& why) {
+  [[nodiscard]] std::string Refusal(std::size_t row, const WrittenValue& value,
+                                    const std::string& why) const {
     const std::string shown = ShownValue(value);
-    plan_.notes.push_back(Where() + PointName(row) + ": " +
-                          (shown.empty() ? "there is no value" : Quoted(shown) + why) + ".");
+    return Where() + PointName(row) + ": " +
+           (shown.empty() ? "there is no value" : Quoted(shown) + why) + ".";
+  }
+
+  void Refuse(std::size_t row, const WrittenValue& value, const std::string& why) {
+    plan_.notes.push_back(Refusal(row, value, why));
   }
 
   // --- Sensors and attenuators: the rows are points, and go through the paste of a whole table.
@@ -248,8 +274,9 @@ class Planning {
       const std::optional<std::string> number =
           value == nullptr ? std::nullopt : Converted(*value, columns_[i].unit);
       if (!number) {
-        Refuse(row, value == nullptr ? WrittenValue() : *value,
-               " cannot be taken for " + columns_[i].caption);
+        // Without its row, the table would look as if the certificate did not have the point.
+        plan_.doubts.push_back(Refusal(row, value == nullptr ? WrittenValue() : *value,
+                                       " cannot be taken for " + columns_[i].caption));
         return {};
       }
       numbers.push_back(*number);

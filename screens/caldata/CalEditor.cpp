@@ -169,22 +169,27 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                                        controls_.grid->Model().FirstEditableColumn());
                                  }});
   WatchChanges();
-  certificates_ = new CertificateFiles(
-      {.screen = this,
-       .grid = controls_.grid,
-       .menu = fileMenu_,
-       .earlier = &curve_->Earlier(),
-       .model = [this]() -> const Model& { return *model_; },
-       .data = [this]() -> const cifCaldata& { return *data_; },
-       .contents =
-           [this] {
-             Cells().Commit();
-             return Contents();
-           },
-       .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
-       .templateSerial = [this] { return templateSerial_; },
-       .take = [this](const QString& what,
-                      const EditorState& after) { TakeContents(what, after); }});
+  certificates_ =
+      new CertificateFiles({.screen = this,
+                            .grid = controls_.grid,
+                            .menu = fileMenu_,
+                            .earlier = &curve_->Earlier(),
+                            .model = [this]() -> const Model& { return *model_; },
+                            .data = [this]() -> const cifCaldata& { return *data_; },
+                            .contents =
+                                [this] {
+                                  Cells().Commit();
+                                  return Contents();
+                                },
+                            .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
+                            .templateSerial = [this] { return templateSerial_; },
+                            .take =
+                                [this](const QString& what, const EditorState& after) {
+                                  TakeContents(what, after);
+                                  // In a field of the header, Ctrl+Z would not take the import
+                                  // back.
+                                  controls_.grid->setFocus();
+                                }});
   OfferPrinting({.screen = this,
                  .menu = fileMenu_,
                  .header = controls_.header,

@@ -152,6 +152,9 @@ void ImportPreview::ConnectControls() {
       }
     }
     if (ui_->btnOk->isEnabled()) {
+      for (const auto& [setting, columns] : chosenColumns_) {
+        Remember(setting, ToQt(columns));
+      }
       accept();
     }
   });
@@ -348,7 +351,6 @@ void ImportPreview::cmbColumn_Activated() {
   if (choice.asked.empty()) {
     const QString setting = SettingOf(table, page_);
     chosenColumns_[setting] = MatchText(choice.match);
-    Remember(setting, ToQt(chosenColumns_[setting]));
     // Other pages may have tables with the same captions.
     Propose();
   }

@@ -75,8 +75,8 @@ TEST_F(SensorImport, SaysWhatTheFormatRoundsAndWhatIsNotTaken) {
   EXPECT_EQ(plan_.Rounded(), (Texts{"1000.004 MHz: 98.47 % becomes 98.5.",
                                     "1000.004 MHz: 1000.004 MHz becomes 1000.00."}));
   EXPECT_EQ(plan_.notes, (Texts{"The certificate names no serial number.",
-                                "These columns are not used: \"Gamma\", \"U [%]\".",
-                                "2000 MHz: \"n/a\" cannot be taken for Calibration factor[%]."}));
+                                "These columns are not used: \"Gamma\", \"U [%]\"."}));
+  EXPECT_EQ(plan_.doubts, Texts{"2000 MHz: \"n/a\" cannot be taken for Calibration factor[%]."});
 }
 
 TEST_F(SensorImport, AsksAboutAnotherInstrument) {
@@ -90,6 +90,21 @@ TEST_F(SensorImport, AsksAboutAnotherInstrument) {
   plan_ = PlanImport(Target(), certificate_, choices_);
   EXPECT_EQ(plan_.header.serialNumber, "2702A00417");
   EXPECT_TRUE(Contains(plan_.doubts.back(), "The serial number stays as it is."));
+}
+
+TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
+  Read("f [MHz];KF\n50;0.999\n1000;0.985\n");
+  ASSERT_EQ(plan_.doubts.size(), 1U);
+  EXPECT_TRUE(Contains(plan_.doubts[0], "\"KF\" names no unit, and all its numbers are below 2"));
+  Read("f [MHz];KF\n50;99.9\n1000;1.5\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksAboutASerialNumberOfWhichOnlyAPartIsReadBack) {
+  now_.header.serialNumber.clear();
+  Read("Serial number;3318 A12345\n\nf [MHz];KF [%]\n50;98.5\n");
+  ASSERT_EQ(plan_.doubts.size(), 1U);
+  EXPECT_TRUE(Contains(plan_.doubts[0], "3318"));
 }
 
 TEST_F(SensorImport, ChoosesTheInstrumentOfTheEditorAmongSeveral) {
