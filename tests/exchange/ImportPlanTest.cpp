@@ -93,10 +93,11 @@ TEST_F(SensorImport, AsksAboutAnotherInstrument) {
 }
 
 TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
-  Read("f [MHz];KF\n50;0.999\n1000;0.985\n");
+  Read("f [MHz];Calibration factor\n50;0.999\n1000;0.985\n");
   ASSERT_EQ(plan_.doubts.size(), 1U);
-  EXPECT_TRUE(Contains(plan_.doubts[0], "\"KF\" names no unit, and all its numbers are below 2"));
-  Read("f [MHz];KF\n50;99.9\n1000;1.5\n");
+  EXPECT_TRUE(Contains(plan_.doubts[0],
+                       "\"Calibration factor\" names no unit, and all its numbers are below 2"));
+  Read("f [MHz];Calibration factor\n50;99.9\n1000;1.5\n");
   EXPECT_EQ(plan_.doubts, Texts());
 }
 

@@ -243,7 +243,7 @@ TEST_F(ImportingASensor, OfAnotherKindIsNotPossible) {
 
 TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) {
   KeepUserSettingsIn(QString::fromStdString((tree_.Root() / "settings.ini").string()));
-  const std::string certificate = "Serial number;3318A12345\n\na;b;c\n50;1,5;99,5\n";
+  const std::string certificate = "Serial number;3318A12345\n\na;b;c\n50;91,5;99,5\n";
   Import(certificate, [](ImportPreview& preview) {
     EXPECT_FALSE(CanImport(preview));
     Choose(preview, "cmbTable", "Table of line 4 (line 4), 1 row");
