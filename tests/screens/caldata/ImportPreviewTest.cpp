@@ -261,7 +261,7 @@ TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) 
   });
   Import(certificate, [](ImportPreview& preview) {
     EXPECT_EQ(ComboText(preview, "cmbColumn1"), "c");
-    Press(Qt::Key_Escape);
+    Press(Qt::Key_Return);
   });
   KeepUserSettingsIn("");
   file_.rows[0].second = "99.5";
