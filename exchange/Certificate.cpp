@@ -5,7 +5,13 @@
 
 #include <algorithm>
 
+#include "core/text/Sha256.h"
+
 namespace tarvell {
+
+std::string ExportFormat(std::string_view lines) {
+  return std::string(kExportFormat) + " " + Sha256(lines);
+}
 
 std::string NameIn(const Names& names, std::string_view language) {
   for (const std::string_view wanted : {language, std::string_view(), std::string_view("en")}) {

@@ -110,12 +110,15 @@ struct ReadingQuestion {
   std::string second;
 };
 
-/// What the program's own exports name as their format.
+/// What the program's own exports name as their format, before their SHA-256.
 inline constexpr std::string_view kExportFormat = "tarvell-data-set 1";
+/// What an export names as its format: the SHA-256 is that of all lines after the first.
+[[nodiscard]] std::string ExportFormat(std::string_view lines);
 
 struct Certificate {
-  bool isExport = false;  ///< its texts are those of a data set, digit by digit
-  std::string kind;       ///< "DCC 3.3", "table of text, separated by semicolons"
+  bool isExport = false;     ///< it has the form of the program's own exports
+  bool isUnchanged = false;  ///< of an export: its texts are those of a data set, digit by digit
+  std::string kind;          ///< "DCC 3.3", "table of text, separated by semicolons"
   CertificateHeader header;
   std::vector<CertificateItem> items;
   std::vector<CertificateTable> tables;

@@ -32,7 +32,8 @@ constexpr std::size_t kItemLimit = 100;
 class CsvReader {
  public:
   CsvReader(std::string_view text, char separator, const ReadingChoices& choices)
-      : lines_(DelimitedLines(text, separator)),
+      : text_(text),
+        lines_(DelimitedLines(text, separator)),
         separator_(separator),
         choices_(choices),
         dates_(choices.dateOrder) {}
@@ -149,7 +150,7 @@ class CsvReader {
         keep(header.option);
         break;
       case KeyField::Format:
-        certificate_.isExport = value == kExportFormat;
+        TakeFormat(value);
         break;
       case KeyField::Page:
         head_.page = value;
@@ -159,6 +160,17 @@ class CsvReader {
         break;
     }
     return true;
+  }
+
+  /// A spreadsheet writes numbers with other digits than the data set.
+  void TakeFormat(std::string_view value) {
+    certificate_.isExport = value.starts_with(kExportFormat);
+    const std::size_t firstEnd = std::min(text_.find('\n'), text_.size() - 1);
+    certificate_.isUnchanged = value == ExportFormat(text_.substr(firstEnd + 1));
+    if (certificate_.isExport && !certificate_.isUnchanged) {
+      certificate_.notes.emplace_back(
+          "This export was changed after it was written. Its numbers get the digits of the table.");
+    }
   }
 
   void TakeDate(bool isCalDate, std::string_view value, const std::string& where) {
@@ -319,6 +331,7 @@ class CsvReader {
         " not used, because no field takes the text: " + numbers + more + ".");
   }
 
+  std::string_view text_;
   std::vector<DelimitedLine> lines_;
   char separator_;
   ReadingChoices choices_;

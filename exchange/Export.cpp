@@ -120,7 +120,6 @@ std::string JsonText(const std::vector<ExportedField>& fields, const Json& pages
 
 std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState& state) {
   std::string csv;
-  AppendKey(csv, "Format", std::string(kExportFormat));
   for (const ExportedField& field : FieldsOf(model, state)) {
     AppendKey(csv, field.key, field.value);
   }
@@ -143,7 +142,9 @@ std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState&
       AppendLine(csv, row);
     }
   }
-  return csv;
+  std::string format;
+  AppendKey(format, "Format", ExportFormat(csv));
+  return format + csv;
 }
 
 std::string JsonOf(const Model& model, const cifCaldata& data, const EditorState& state) {

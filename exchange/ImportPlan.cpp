@@ -130,7 +130,7 @@ class Planning {
     DoubtRivals(where, joined, choice);
     PagePlan planned = PlanPage({target_.model, target_.data, page,
                                  target_.now.pages.at(static_cast<std::size_t>(page)).rows, joined,
-                                 choice.match, target_.language, certificate_.isExport});
+                                 choice.match, target_.language, certificate_.isUnchanged});
     AppendAll(plan_.doubts, planned.doubts);
     AppendAll(plan_.notes, planned.notes);
     if (!planned.IsEmpty()) {

@@ -13,7 +13,7 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
-#include "core/history/Sha256.h"
+#include "core/text/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/SystemName.h"
 #include "core/platform/Waiting.h"

@@ -17,7 +17,7 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
-#include "core/history/Sha256.h"
+#include "core/text/Sha256.h"
 #include "core/history/WrittenBy.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"

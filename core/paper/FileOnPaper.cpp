@@ -11,7 +11,7 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/history/Replacement.h"
-#include "core/history/Sha256.h"
+#include "core/text/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/session/Tarvell_MainModule.h"

@@ -397,10 +397,25 @@ TEST(JsonExport, HoldsTheTextsOfTheDataSet) {
   ]
 }
 )");
-  EXPECT_EQ(CsvOf(model, *data, state),
-            "Format,tarvell-data-set 1\r\nModel,PX11A\r\nSerial number,4711\r\n"
-            "Calibration number,\r\nCalibration date,2026-03-05\r\nDue date,\r\nComment,\r\n\r\n"
-            "Frequency [MHz],Calibration factor [%]\r\n50.00,98.50\r\n");
+  EXPECT_EQ(
+      CsvOf(model, *data, state),
+      "Format,tarvell-data-set 1 e777346b28673479770eb0cea290ccc4070b0e2c2f1d2d9fab5634062e85581b"
+      "\r\nModel,PX11A\r\nSerial number,4711\r\n"
+      "Calibration number,\r\nCalibration date,2026-03-05\r\nDue date,\r\nComment,\r\n\r\n"
+      "Frequency [MHz],Calibration factor [%]\r\n50.00,98.50\r\n");
+}
+
+TEST_F(SensorImport, GivesTheDigitsOfTheTableToAnExportThatASpreadsheetHasSaved) {
+  const std::string lines =
+      "Model,PX11A\r\n\r\nFrequency [MHz],Calibration factor [%]\r\n50,98\r\n.5,97.5\r\n";
+  now_.pages.front().rows.clear();
+  Read("Format," + ExportFormat(lines) + "\r\n" + lines);
+  EXPECT_EQ(RowsAfter(false), (Texts{".5 97.5", "50 98"}));
+  std::string saved = lines;
+  saved.replace(saved.find(".5,"), 1, "0.");
+  Read("Format," + ExportFormat(lines) + "\r\n" + saved);
+  EXPECT_EQ(RowsAfter(false), (Texts{"0.50 97.5", "50.00 98.0"}));
+  EXPECT_TRUE(Contains(plan_.notes.back(), "This export was changed after it was written."));
 }
 
 }  // namespace tarvell::test

@@ -23,7 +23,7 @@
 #include "core/files/SaveFile.h"
 #include "core/history/History.h"
 #include "core/history/KeptVersions.h"
-#include "core/history/Sha256.h"
+#include "core/text/Sha256.h"
 #include "core/station/StationFiles.h"
 #include "support/CountingPlatform.h"
 #include "support/ErrorOf.h"

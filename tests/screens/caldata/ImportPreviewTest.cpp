@@ -344,11 +344,13 @@ TEST_F(ImportingASensor, AnExportIsWrittenAsTheNameOfTheFileSays) {
       ClickInMenu(editor, "btnFile", "Export...");
     }
   });
-  EXPECT_EQ(ReadNative(csv), Lines({"Format,tarvell-data-set 1", "Model,PX12A",
-                                    "Serial number,3318A12345", "Calibration number,C-0042",
-                                    "Calibration date,2001-03-05", "Due date,2002-03-05",
-                                    "Comment,factory", "", "Frequency [MHz],Calibration factor [%]",
-                                    "50.00,100.0", "1000.00,97.0", "2000.00,96.0"}));
+  EXPECT_EQ(ReadNative(csv),
+            Lines({"Format,tarvell-data-set 1 "
+                   "c45e2ded6ada0b0aaff82fa0064e1fdfa68154bc7d62078ccafda4ce9bec12ce",
+                   "Model,PX12A", "Serial number,3318A12345", "Calibration number,C-0042",
+                   "Calibration date,2001-03-05", "Due date,2002-03-05", "Comment,factory", "",
+                   "Frequency [MHz],Calibration factor [%]", "50.00,100.0", "1000.00,97.0",
+                   "2000.00,96.0"}));
   EXPECT_TRUE(ReadNative(json).starts_with("{\n  \"format\": \"tarvell-data-set\""));
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/history/History.h"
+#include "exchange/Certificate.h"
 #include "screens/caldata/CurvePane.h"
 #include "screens/caldata/EitherEditor.h"
 #include "screens/caldata/frmCalibrationMain.h"
@@ -178,20 +179,22 @@ TEST_P(Versions, AreExportedAsTheyWere) {
     questions_.ExpectError({"Nothing was exported. Select one version."});
     exportByKeys(history);
   });
-  const std::string header = "Format,tarvell-data-set 1\r\nModel," + Code() +
+  const std::string header = "\r\nModel," + Code() +
                              "\r\nSerial number,3318A12345\r\nCalibration number,C-1\r\n"
                              "Calibration date,2001-03-05\r\nDue date,2002-03-05\r\n"
                              "Comment,factory\r\n\r\n";
+  const std::string csv = ReadNative(file);
+  const std::string lines = csv.substr(csv.find('\r'));
+  EXPECT_EQ(csv.substr(0, csv.size() - lines.size()), "Format," + ExportFormat(lines.substr(2)));
   if (HasPages()) {
-    EXPECT_TRUE(ReadNative(file).starts_with(header +
-                                             "Page,RT521A\r\nMember serial number,M001\r\n"
-                                             "Frequency [Hz],Capacitance [pF],Unc. of Capacitance,"
-                                             "Disspation Factor,Unc. of Disspation Factor\r\n"
-                                             "1000,1.000012,12 ppm,0.00001,0.00002\r\n"));
+    EXPECT_TRUE(lines.starts_with(header + "Page,RT521A\r\nMember serial number,M001\r\n"
+                                           "Frequency [Hz],Capacitance [pF],Unc. of Capacitance,"
+                                           "Disspation Factor,Unc. of Disspation Factor\r\n"
+                                           "1000,1.000012,12 ppm,0.00001,0.00002\r\n"));
   } else {
-    EXPECT_EQ(ReadNative(file), header +
-                                    "Frequency [MHz],Calibration factor [%]\r\n0.10,98.00\r\n"
-                                    "50.00,100.0\r\n1000.00,98.84\r\n");
+    EXPECT_EQ(lines, header +
+                         "Frequency [MHz],Calibration factor [%]\r\n0.10,98.00\r\n"
+                         "50.00,100.0\r\n1000.00,98.84\r\n");
   }
 }
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#ifndef TARVELL_CORE_HISTORY_SHA256_H
-#define TARVELL_CORE_HISTORY_SHA256_H
+#ifndef TARVELL_CORE_TEXT_SHA256_H
+#define TARVELL_CORE_TEXT_SHA256_H
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "core/history/Sha256.h"
+#include "core/text/Sha256.h"
 
 #include <array>
 #include <bit>
