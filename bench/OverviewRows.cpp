@@ -84,7 +84,7 @@ double FirstRow(const std::string& folder) {
     seconds = SecondsSince(start);
     overview.close();
   });
-  overview.ShowModally({2026, 11, 22});
+  overview.ShowModally([] { return FileDate{2026, 11, 22}; });
   return seconds;
 }
 
@@ -110,7 +110,7 @@ double LongestHold(const std::string& folder,
     QTimer::singleShot(100, &overview, &QDialog::close);
   });
   look.start(20);
-  overview.ShowModally({2026, 11, 22});
+  overview.ShowModally([] { return FileDate{2026, 11, 22}; });
   return holds.Longest();
 }
 

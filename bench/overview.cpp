@@ -23,6 +23,6 @@ int main(int argc, char** argv) {
     }
   });
   look.start(100);
-  overview.ShowModally({2026, 11, 22});
+  overview.ShowModally([] { return tarvell::FileDate{2026, 11, 22}; });
   return 0;
 }
