@@ -13,10 +13,10 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
-#include "core/text/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/SystemName.h"
 #include "core/platform/Waiting.h"
+#include "core/text/Sha256.h"
 #include "core/text/Text.h"
 
 namespace tarvell {

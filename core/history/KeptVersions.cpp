@@ -17,11 +17,11 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
-#include "core/text/Sha256.h"
 #include "core/history/WrittenBy.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/platform/SystemName.h"
+#include "core/text/Sha256.h"
 #include "core/text/Text.h"
 
 namespace tarvell {

@@ -11,11 +11,11 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/history/Replacement.h"
-#include "core/text/Sha256.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/session/Version.h"
+#include "core/text/Sha256.h"
 
 namespace tarvell {
 
