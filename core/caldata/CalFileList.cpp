@@ -213,10 +213,10 @@ std::vector<std::string> ModelsWithData(std::vector<std::string> names) {
   return names;
 }
 
-bool MatchesFilter(const CalFileInfo& row, std::string_view part) {
-  return ContainsIgnoringCase(row.SerialNumber, part) ||
-         ContainsIgnoringCase(row.CalibrationNumber, part) ||
-         ContainsIgnoringCase(row.Comment, part);
+bool MatchesFilter(const CalFileInfo& row, std::string_view filter) {
+  return ContainsIgnoringCase(row.SerialNumber, filter) ||
+         ContainsIgnoringCase(row.CalibrationNumber, filter) ||
+         ContainsIgnoringCase(row.Comment, filter);
 }
 
 std::size_t ReadHeadersIn(const std::string& modelFolder, std::span<CalFileInfo> rows,

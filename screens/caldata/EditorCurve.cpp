@@ -164,7 +164,7 @@ void EditorCurve::ShowChange(const MemoryGrid& now, const MemoryGrid* earlier) {
   editor_.notices->Report(kPoints, notice);
 }
 
-void EditorCurve::GoTo(Cell cell) {
+void EditorCurve::GoTo(Cell cell) const {
   CalGrid& grid = *editor_.grid;
   // This stores an open edit, unless it cannot be stored.
   grid.setFocus();

@@ -64,7 +64,7 @@ class EditorCurve final : public QObject {
   void ShowChange(const MemoryGrid& now, const MemoryGrid* earlier);
   /// The table with what is in an open cell.
   [[nodiscard]] std::vector<std::vector<std::string>> RowsNow() const;
-  void GoTo(Cell cell);
+  void GoTo(Cell cell) const;
 
   Editor editor_;
   const Model* model_ = nullptr;

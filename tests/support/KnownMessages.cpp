@@ -30,6 +30,7 @@ const std::array kKnownMessages = {
     "Cannot add to same calibration point",
     "(The folder holds m|M)ore than 51 data files.*; only the first 51 are listed and sorted\\. .*",
     "A calibration point cannot be below zero\\.",
+    "This calibration point is too small: its row would show zero\\. Check its unit\\.",
     "\"[*/]\" cannot be the serial number of a member\\. .*",
     "A table holds at most 51 rows\\. .*",
     ".*\n\nThe file is as it was\\. Check the data before you save them with OK\\.",
