@@ -43,6 +43,9 @@ const std::array kKnownMessages = {
     "Instruemnt Data was changed\\. Do you want to save it\\?(\n\nThese instruments were added "
     "but not saved: .*)?",
     "Error: Invailed Input Date",
+    "The folder of this station is not there any more\\. Leave the station without writing its "
+    "list "
+    "INDEX\\?.*",
     "There is no equipment calibration data\\.\r\nIt's not possible to add it\\.",
     // The overview.
     "(Wait until all files|Not all files) have been read.* press F5 to read them again\\.",
