@@ -15,7 +15,7 @@ namespace {
 using Words = std::span<const std::string_view>;
 
 // Folded words in English, German, French, Spanish and Italian, and those of a DCC's refType.
-// German joins words, so that "frequenz" alone does not find "messfrequenz".
+// German joins words: the word "frequenz" does not find "messfrequenz".
 constexpr std::array<std::string_view, 6> kFrequency = {"freq",     "fréq",     "frec",
                                                         "messfreq", "prüffreq", "kalibrierfreq"};
 constexpr std::array<std::string_view, 12> kFactor = {
