@@ -13,10 +13,11 @@
 
 #include "cli/Commands.h"
 #include "cli/TextTable.h"
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/platform/Error.h"
 #include "core/session/Profiles.h"
 #include "core/session/Version.h"
+#include "exchange/WrittenDate.h"
 
 namespace tarvell::cli {
 
@@ -48,21 +49,11 @@ int DaysIn(const std::string& text) {
 
 /// The date in "2026-11-22"; throws for any other text.
 FileDate DateIn(const char* option, const std::string& text) {
-  static constexpr std::size_t kLength = 10;
-  bool isDate = text.size() == kLength;
-  for (std::size_t i = 0; isDate && i < kLength; ++i) {
-    isDate = i == 4 || i == 7 ? text[i] == '-' : text[i] >= '0' && text[i] <= '9';
-  }
-  FileDate date;
-  if (isDate) {
-    date = {static_cast<std::int16_t>(std::stoi(text.substr(0, 4))),
-            static_cast<std::int16_t>(std::stoi(text.substr(5, 2))),
-            static_cast<std::int16_t>(std::stoi(text.substr(8, 2)))};
-  }
-  if (date.year == 0 || !IsValidDate(date.year, date.month, date.day)) {
+  const std::optional<FileDate> date = ExportedDate(text);
+  if (!date || !Exists(*date)) {
     throw CLI::ValidationError(option, "give a day that exists, such as 2026-11-22");
   }
-  return date;
+  return *date;
 }
 
 /// The arguments of the program, and the command that they choose.

@@ -17,7 +17,7 @@
 #include "core/caldata/Models.h"
 #include "core/caldata/OpenedDataSet.h"
 #include "core/curves/SlipLimits.h"
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/FileIOCommonModule.h"
 #include "core/files/FileNames.h"
@@ -77,8 +77,7 @@ std::vector<std::string> Texts(const std::vector<ReadingQuestion>& questions) {
 
 /// An export may have a date that does not exist.
 bool IsDay(const std::optional<FoundDate>& found) {
-  return found && found->date.year > 0 &&
-         IsValidDate(found->date.year, found->date.month, found->date.day);
+  return found && Exists(found->date);
 }
 
 /// What a new data set still lacks, a sentence each.

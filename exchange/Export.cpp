@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/caldata/SetPages.h"
-#include "core/dates/Calendar.h"
+#include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
 #include "exchange/Certificate.h"
@@ -37,7 +37,7 @@ std::string DateOf(const std::string& year, const std::string& month, const std:
 /// Whether JSON can have a date: it has only days that exist.
 bool IsDay(const std::string& iso) {
   const std::optional<FileDate> date = ExportedDate(iso);
-  return date && date->year > 0 && IsValidDate(date->year, date->month, date->day);
+  return date && Exists(*date);
 }
 
 /// A header field, by its names in CSV and JSON.

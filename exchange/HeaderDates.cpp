@@ -38,9 +38,9 @@ void HeaderDates::Store(Certificate& certificate) const {
     }
     const std::optional<FileDate> dayFirst = DateFrom(written.text, DateOrder::DayFirst);
     const std::optional<FileDate> monthFirst = DateFrom(written.text, DateOrder::MonthFirst);
-    if (!isAsked && dayFirst && monthFirst && IsoText(*dayFirst) != IsoText(*monthFirst)) {
+    if (!isAsked && dayFirst && monthFirst && *dayFirst != *monthFirst) {
       certificate.questions.push_back({ReadingQuestion::About::DateOrder, written.text,
-                                       IsoText(*dayFirst), IsoText(*monthFirst)});
+                                       IsoDate(*dayFirst), IsoDate(*monthFirst)});
       isAsked = true;
     }
     if (!target) {

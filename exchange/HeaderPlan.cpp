@@ -163,7 +163,7 @@ class HeaderPlanning {
     day = std::to_string(found.date.day);
     month = NumberToMonth(found.date.month);
     year = std::to_string(found.date.year);
-    const bool isNone = found.date.year == 0 && found.date.month == 0 && found.date.day == 0;
+    const bool isNone = found.date == FileDate();
     plan_.fields.push_back(
         {name, before, isNone ? std::string() : DateShown(day, month, year), found.where});
   }

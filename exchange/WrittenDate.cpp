@@ -117,12 +117,6 @@ std::optional<FileDate> DateFrom(std::string_view text, DateOrder slashOrder) {
   return OfName(PartsOf(text, " .,-/\t"));
 }
 
-std::string IsoText(const FileDate& date) {
-  std::string year = std::to_string(date.year);
-  year.insert(0, year.size() < kYearDigits ? kYearDigits - year.size() : 0, '0');
-  return year + "-" + AtLeastTwoDigits(date.month) + "-" + AtLeastTwoDigits(date.day);
-}
-
 std::optional<FileDate> ExportedDate(std::string_view text) {
   constexpr std::string_view kForm = "0000-00-00";
   const auto hasForm = [](char form, char c) { return form == '-' ? c == '-' : IsDigit(c); };

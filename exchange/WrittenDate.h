@@ -21,9 +21,6 @@ enum class DateOrder { DayFirst, MonthFirst };
 /// ISO form. Nothing for any other text, such as a year of two digits.
 [[nodiscard]] std::optional<FileDate> DateFrom(std::string_view text, DateOrder slashOrder);
 
-/// "2026-03-05".
-[[nodiscard]] std::string IsoText(const FileDate& date);
-
 /// The date of a text such as "2026-02-31", even if no such day exists, and zeros for ""; nothing
 /// for any other text.
 [[nodiscard]] std::optional<FileDate> ExportedDate(std::string_view text);

@@ -91,7 +91,7 @@ std::optional<FileDate> DueAgain(const FileDate& calibrated, const FileDate& due
 }
 
 std::string DateText(const FileDate& date) {
-  if (date.year == 0 && date.month == 0 && date.day == 0) {
+  if (date == FileDate()) {
     return "(none)";
   }
   if (!NamesADay(date)) {

@@ -20,7 +20,7 @@ bool Exists(const FileDate& date) {
 }
 
 std::string IsoDate(const FileDate& date) {
-  if (date.year == 0 && date.month == 0 && date.day == 0) {
+  if (date == FileDate()) {
     return {};
   }
   const std::string year = "000" + std::to_string(date.year);

@@ -35,7 +35,7 @@ void AppendNumber(std::string& key, std::int32_t number) {
 
 std::string KeyOf(const FileDate& date) {
   std::string key;
-  if (date.year != 0 || date.month != 0 || date.day != 0) {
+  if (date != FileDate()) {
     for (const std::int16_t number : {date.year, date.month, date.day}) {
       AppendNumber(key, number);
     }

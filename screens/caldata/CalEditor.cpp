@@ -169,18 +169,20 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                                        controls_.grid->Model().FirstEditableColumn());
                                  }});
   WatchChanges();
+  const auto model = [this]() -> const Model& { return *model_; };
+  const auto data = [this]() -> const cifCaldata& { return *data_; };
+  const auto contents = [this] {
+    Cells().Commit();
+    return Contents();
+  };
   certificates_ =
       new CertificateFiles({.screen = this,
                             .grid = controls_.grid,
                             .menu = fileMenu_,
                             .earlier = &curve_->Earlier(),
-                            .model = [this]() -> const Model& { return *model_; },
-                            .data = [this]() -> const cifCaldata& { return *data_; },
-                            .contents =
-                                [this] {
-                                  Cells().Commit();
-                                  return Contents();
-                                },
+                            .model = model,
+                            .data = data,
+                            .contents = contents,
                             .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
                             .templateSerial = [this] { return templateSerial_; },
                             .take =
@@ -194,13 +196,9 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                  .menu = fileMenu_,
                  .header = controls_.header,
                  .earlier = &curve_->Earlier(),
-                 .model = [this]() -> const Model& { return *model_; },
-                 .data = [this]() -> const cifCaldata& { return *data_; },
-                 .contents =
-                     [this] {
-                       Cells().Commit();
-                       return Contents();
-                     },
+                 .model = model,
+                 .data = data,
+                 .contents = contents,
                  .bytesToSave =
                      [this] {
                        StoreContents();

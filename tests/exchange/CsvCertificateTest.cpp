@@ -161,7 +161,7 @@ TEST(WrittenDate, ReadsTheFormsThatPeopleWrite) {
         "5-3-2026", "5/3/2026", "5 MAR 2026", "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026",
         "5 mars 2026"}) {
     const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
-    EXPECT_EQ(date ? IsoText(*date) : "none", "2026-03-05") << text;
+    EXPECT_EQ(date ? IsoDate(*date) : "none", "2026-03-05") << text;
   }
   for (const std::string_view text :
        {"", "5.3.26", "29.2.2026", "5 MARCH", "12345678", "a/b/2026"}) {

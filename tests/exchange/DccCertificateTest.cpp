@@ -162,7 +162,7 @@ TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
           "</c:identification><c:identification><c:issuer>manufacturer</c:issuer><c:value>SER"
           "</c:value></c:identification></c:identifications></c:item></c:items>"));
   EXPECT_EQ(read.header.calibrationNumber->text, "N 1");
-  EXPECT_EQ(IsoText(read.header.calDate->date), "2026-01-05");
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-01-05");
   EXPECT_FALSE(read.header.dueDate);
   EXPECT_EQ(read.items.at(0).serialNumber, "SER");
 }

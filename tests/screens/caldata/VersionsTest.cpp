@@ -92,6 +92,15 @@ class Versions : public EitherEditor {
                       answer);
   }
 
+  /// Opens the deleted and damaged data, after which the data set is listed again.
+  void ExpectFoundAgain(frmCalibrationMain& menu) {
+    ClickInMenu(menu, "btnMore", "Deleted or damaged data...");
+    Settle();
+    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
+    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
+    Click(menu, "btnReturn");
+  }
+
   [[nodiscard]] Texts Kept() const {
     return KeptOf(tree_, R"(c:\calfactors)", Code() + R"(\SN12345)");
   }
@@ -277,11 +286,7 @@ TEST_P(Versions, OfADeletedDataSetAreFoundAndPutBack) {
       EXPECT_FALSE(Find<QPushButton>(deleted, "btnHistory").isEnabled());
       Click(deleted, "btnClose");
     });
-    ClickInMenu(menu, "btnMore", "Deleted or damaged data...");
-    Settle();
-    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
-    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
-    Click(menu, "btnReturn");
+    ExpectFoundAgain(menu);
   });
   frmCalibrationMain menu(nullptr);
   menu.ShowModally();
@@ -306,11 +311,7 @@ TEST_P(Versions, OfADamagedDataSetAreFoundAndPutBack) {
       Click(deleted, "btnHistory");
       Click(deleted, "btnClose");
     });
-    ClickInMenu(menu, "btnMore", "Deleted or damaged data...");
-    Settle();
-    ClickEntry(menu, "LstInstrment", QString::fromStdString(Code()));
-    EXPECT_EQ(EntriesOf(menu, "lstSerialNumber"), Texts{"3318A12345"});
-    Click(menu, "btnReturn");
+    ExpectFoundAgain(menu);
   });
   frmCalibrationMain menu(nullptr);
   menu.ShowModally();

@@ -278,6 +278,13 @@ class Gate : public ForwardingPlatform {
   std::latch gate_{1};
 };
 
+/// Cancels the filling when the first row is shown.
+void CancelAfterTheFirstRow(const QAbstractItemModel& rows, Gate& gate) {
+  EXPECT_TRUE(QTest::qWaitFor([&] { return rows.rowCount() == 1; }));
+  gate.Open();
+  Press(Qt::Key_C, Qt::AltModifier);
+}
+
 TEST_F(Overview, ShowsTheFirstRowAndTakesKeysWhileFilesAreRead) {
   Gate gate;
   AtOverview([&](frmOverview& overview) {
@@ -317,9 +324,7 @@ TEST_F(Overview, CanBeCancelledAndReadAgain) {
   Gate gate;
   AtOverview([&](frmOverview& overview) {
     const QAbstractItemModel& rows = *TableOf(overview).model();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rows.rowCount() == 1; }));
-    gate.Open();
-    Press(Qt::Key_C, Qt::AltModifier);
+    CancelAfterTheFirstRow(rows, gate);
     EXPECT_FALSE(Find<QProgressBar>(overview, "prgSurvey").isVisible());
     EXPECT_EQ(rows.rowCount(), 1);
     EXPECT_TRUE(Contains(ToDo(overview), "Not all files were read"));
@@ -334,10 +339,7 @@ TEST_F(Overview, CanBeCancelledAndReadAgain) {
 TEST_F(Overview, FollowsTheDaysAndWhatIsEditedAlsoAfterCancel) {
   Gate gate;
   AtOverview([&](frmOverview& overview) {
-    const QAbstractItemModel& rows = *TableOf(overview).model();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return rows.rowCount() == 1; }));
-    gate.Open();
-    Press(Qt::Key_C, Qt::AltModifier);
+    CancelAfterTheFirstRow(*TableOf(overview).model(), gate);
     EXPECT_EQ(Column(overview, SurveyColumn::State), Texts{"past due"});
     ClickRow(overview, kUnusedSensorRow);
     user_.At<frmCalDataInput>([](frmCalDataInput& editor) {
