@@ -295,6 +295,12 @@ std::optional<ColumnMatch> MatchFrom(std::string_view text, const CertificateTab
   return match.size() == columns ? std::optional(match) : std::nullopt;
 }
 
+ProposedMatch ChosenOrMatched(std::string_view chosen, const CertificateTable& table,
+                              const std::vector<ModelColumn>& columns) {
+  std::optional<ColumnMatch> match = MatchFrom(chosen, table, columns.size());
+  return match ? ProposedMatch{std::move(*match), {}} : MatchedColumns(table, columns);
+}
+
 const std::vector<WrittenValue>& ValuesOf(const CertificateTable& table, const ColumnSource& source,
                                           const ModelColumn& column) {
   const std::vector<Series>& all = table.columns.at(source.column).series;

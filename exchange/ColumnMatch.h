@@ -69,6 +69,10 @@ struct ProposedMatch {
                                                    const CertificateTable& table,
                                                    std::size_t columns);
 
+/// The match of a text that MatchText wrote, or else the one that MatchedColumns proposes.
+[[nodiscard]] ProposedMatch ChosenOrMatched(std::string_view chosen, const CertificateTable& table,
+                                            const std::vector<ModelColumn>& columns);
+
 /// The values of a source: those in a unit that the column takes first.
 [[nodiscard]] const std::vector<WrittenValue>& ValuesOf(const CertificateTable& table,
                                                         const ColumnSource& source,

@@ -63,14 +63,8 @@ class Proposal {
     std::vector<Candidate> candidates;
     for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
       const CertificateTable& table = certificate_.tables[i];
-      Candidate candidate = {i, {}, 0};
-      const std::optional<ColumnMatch> chosen =
-          remembered_ ? MatchFrom(remembered_(table, page), table, columns.size()) : std::nullopt;
-      if (chosen) {
-        candidate.proposed.match = *chosen;
-      } else {
-        candidate.proposed = MatchedColumns(table, columns);
-      }
+      const std::string chosen = remembered_ ? remembered_(table, page) : std::string();
+      Candidate candidate = {i, ChosenOrMatched(chosen, table, columns), 0};
       candidate.score = Score(page, table, candidate.proposed, columns);
       if (candidate.score > 0) {
         candidates.push_back(std::move(candidate));

@@ -186,12 +186,7 @@ PageChoice ImportPreview::ChoiceOf(const std::vector<std::size_t>& tables) const
     return {};
   }
   const CertificateTable& table = certificate_.tables.at(tables.front());
-  const std::vector<ModelColumn> columns = ShownColumns();
-  if (const std::optional<ColumnMatch> chosen =
-          MatchFrom(ChosenColumns(table, page_), table, columns.size())) {
-    return {tables, *chosen, {}, {}};
-  }
-  ProposedMatch proposed = MatchedColumns(table, columns);
+  ProposedMatch proposed = ChosenOrMatched(ChosenColumns(table, page_), table, ShownColumns());
   return {tables, std::move(proposed.match), std::move(proposed.asked), {}};
 }
 
