@@ -169,9 +169,9 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                                        controls_.grid->Model().FirstEditableColumn());
                                  }});
   WatchChanges();
-  const auto model = [this]() -> const Model& { return *model_; };
-  const auto data = [this]() -> const cifCaldata& { return *data_; };
-  const auto contents = [this] {
+  const auto modelNow = [this]() -> const Model& { return *model_; };
+  const auto dataNow = [this]() -> const cifCaldata& { return *data_; };
+  const auto contentsNow = [this] {
     Cells().Commit();
     return Contents();
   };
@@ -180,9 +180,9 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                             .grid = controls_.grid,
                             .menu = fileMenu_,
                             .earlier = &curve_->Earlier(),
-                            .model = model,
-                            .data = data,
-                            .contents = contents,
+                            .model = modelNow,
+                            .data = dataNow,
+                            .contents = contentsNow,
                             .isSerialFixed = [this] { return controls_.header->IsSerialLocked(); },
                             .templateSerial = [this] { return templateSerial_; },
                             .take =
@@ -196,9 +196,9 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                  .menu = fileMenu_,
                  .header = controls_.header,
                  .earlier = &curve_->Earlier(),
-                 .model = model,
-                 .data = data,
-                 .contents = contents,
+                 .model = modelNow,
+                 .data = dataNow,
+                 .contents = contentsNow,
                  .bytesToSave =
                      [this] {
                        StoreContents();
