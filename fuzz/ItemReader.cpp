@@ -4,6 +4,7 @@
 #include "core/files/ItemReader.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -22,14 +23,14 @@ constexpr const char* kPath = "c:\\file";
 
 struct Item {
   std::string bytes;
-  long line = 0;
+  std::ptrdiff_t line = 0;
   bool isLast = false;
 
   bool operator==(const Item&) const = default;
 };
 
 /// The line of a position, which does not lie between CR and LF.
-long LineAt(std::string bytes, std::size_t position) {
+std::ptrdiff_t LineAt(std::string bytes, std::size_t position) {
   bytes.resize(position);
   for (std::size_t i = bytes.find("\r\n"); i != std::string::npos; i = bytes.find("\r\n", i)) {
     bytes.erase(i, 1);
@@ -67,7 +68,7 @@ std::vector<Item> ReadItems(std::size_t limit, TextEncoding encoding) {
   while (!reader.AtEnd()) {
     Require(items.size() < limit, "every item takes at least a byte");
     const std::string item = reader.ReadItem();
-    const int line = reader.Line();
+    const std::ptrdiff_t line = reader.Line();
     items.push_back(
         {encoding == TextEncoding::Utf8 ? item : EncodeFileText(item), line, reader.AtEnd()});
   }

@@ -63,6 +63,14 @@ std::error_code OpeningError(const std::filesystem::path& path) {
              : code;
 }
 
+/// A failure to use `folder` as a folder. Windows has one code for a file in its place and for
+/// nothing there.
+std::error_code FolderError(const std::filesystem::path& folder, std::error_code code) {
+  const bool isFile = code == std::errc::no_such_file_or_directory && !IsFolder(folder) &&
+                      ::GetFileAttributesW(LongPath(folder).c_str()) != INVALID_FILE_ATTRIBUTES;
+  return isFile ? std::make_error_code(std::errc::not_a_directory) : code;
+}
+
 std::uint64_t Number(DWORD high, DWORD low) {
   return (std::uint64_t{high} << 32U) | low;
 }
@@ -310,7 +318,8 @@ std::error_code WindowsPlatform::MayChange(const std::filesystem::path& folder) 
 }
 
 std::error_code WindowsPlatform::MakeFolder(const std::filesystem::path& path) {
-  return ResultOf(::CreateDirectoryW(LongPath(path).c_str(), nullptr));
+  const std::error_code code = ResultOf(::CreateDirectoryW(LongPath(path).c_str(), nullptr));
+  return FolderError(path.parent_path(), code);
 }
 
 std::error_code WindowsPlatform::MakePrivateFolder(const std::filesystem::path& path) {
@@ -324,7 +333,7 @@ std::error_code WindowsPlatform::Search(const std::filesystem::path& folder, Sea
   HANDLE search = ::FindFirstFileExW(LongPath(folder / L"*").c_str(), FindExInfoBasic, &entry,
                                      FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
   if (search == INVALID_HANDLE_VALUE) {
-    const std::error_code code = LastError();
+    const std::error_code code = FolderError(folder, LastError());
     // An empty drive has not even "." in it.
     return code == std::errc::no_such_file_or_directory && IsFolder(folder) ? std::error_code()
                                                                             : code;

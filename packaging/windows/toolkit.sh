@@ -10,7 +10,7 @@
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix dpkg-dev cmake ninja-build qt6-base-dev
   libqcustomplot-dev libpugixml-dev googletest libcli11-dev nlohmann-json3-dev cmark-gfm
   librsvg2-bin icoutils nsis zip)
-WINDOWS_TEST_PACKAGES=(wine wine64 unzip bc "${TOUR_PACKAGES[@]}")
+WINDOWS_TEST_PACKAGES=(wine wine64 unzip bc fonts-dejavu-core "${TOUR_PACKAGES[@]}")
 
 # The toolkit without what the program does not use. Nothing in its sources is changed.
 QTBASE_OPTIONS=(-DBUILD_SHARED_LIBS=OFF -DFEATURE_optimize_size=ON -DQT_BUILD_EXAMPLES=OFF

@@ -66,7 +66,8 @@ inline bool WriteText(const char* path, const std::string& text) {
   if (file < 0) {
     return false;
   }
-  const bool written = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  const bool written = ::write(file, text.data(), static_cast<unsigned>(text.size())) ==
+                       static_cast<ssize_t>(text.size());
   return ::close(file) == 0 && written;
 }
 
@@ -101,7 +102,7 @@ inline bool WriteText(const char* path, const std::string& text) {
     return false;
   }
   const std::string block(4096, 'f');
-  std::size_t size = block.size();
+  auto size = static_cast<unsigned>(block.size());
   bool full = false;
   for (int i = 0; i < 10000 && !full; ++i) {
     const ssize_t count = ::write(file, block.data(), size);

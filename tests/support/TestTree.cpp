@@ -16,9 +16,7 @@
 namespace tarvell::test {
 
 TestTree::TestTree() {
-  // Without the letter of its drive, if it has one: such a path leads into the drives of the test.
-  std::filesystem::path temporary = std::filesystem::temp_directory_path();
-  temporary = temporary.root_directory() / temporary.relative_path();
+  const std::filesystem::path temporary = std::filesystem::temp_directory_path();
   std::random_device random;
   do {
     root_ = temporary / ("tarvell-test-" + std::to_string(random()));

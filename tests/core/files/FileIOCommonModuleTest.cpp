@@ -47,7 +47,7 @@ TEST(MakeFolder, MakesOneFolderAndGivesAccessToTheGroupThatSharesItsParent) {
   const TestTree tree;
   tree.MakeFolders("c:\\calfactors");
   ASSERT_EQ(::chmod(tree.Native("c:\\calfactors").c_str(), 02775), 0);
-  const mode_t before = ::umask(077);
+  const auto before = ::umask(077);
   MakeFolder("c:\\CALFACTORS\\PX12A");
   (void)::umask(before);
   EXPECT_EQ(tree.Names("c:\\"), Names{"calfactors"});

@@ -100,7 +100,7 @@ TEST_F(SavedFile, ANewFileHasTheModeOfTheMaskOrOfASharedFolder) {
        {std::tuple(mode_t{027}, mode_t{0755}, mode_t{0640}),
         std::tuple(mode_t{077}, mode_t{02770}, mode_t{0660})}) {
     ASSERT_EQ(::chmod(tree.Native(kDataFolder).c_str(), folderMode), 0);
-    const mode_t before = ::umask(mask);
+    const auto before = ::umask(mask);
     SaveFile(kDataFile, kNewBytes);
     (void)::umask(before);
     EXPECT_EQ(StatOf(native).st_mode & 07777, expected);
@@ -134,7 +134,7 @@ TEST_F(SavedFile, ReplacesAnotherOperatorsFileUnlessItMayNotBeWritten) {
 
   ASSERT_EQ(::chmod(native.c_str(), 0644), 0);
   GiveAway(native);
-  if (StatOf(native).st_uid != ::geteuid()) {  // only root can give it away
+  if (static_cast<uid_t>(StatOf(native).st_uid) != ::geteuid()) {  // only root can give it away
     EXPECT_TRUE(Contains(ErrorOf([] { SaveFile(kDataFile, kOldBytes); }).Text(),
                          "Cannot save the file: you have no permission to do so."));
     EXPECT_EQ(tree.Read(kDataFile), kNewBytes);

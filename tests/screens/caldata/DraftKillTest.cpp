@@ -1,19 +1,17 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QtCore>
+
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <cstdint>
-#include <fcntl.h>
 #include <random>
 #include <sstream>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
-#include <utility>
 
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -53,29 +51,30 @@ class KilledEditor : public testing::TestWithParam<int> {
 
   [[nodiscard]] std::filesystem::path Output() const { return tree_.Root() / "output"; }
 
-  [[nodiscard]] pid_t Start(std::vector<std::string> arguments) const {
-    arguments.insert(arguments.begin(),
-                     {TARVELL_TYPIST, tree_.Root().string(), Model(), File(), Begin()});
-    std::vector<char*> words;
-    for (std::string& argument : arguments) {
-      words.push_back(argument.data());
-    }
-    words.push_back(nullptr);
-    const std::string output = Output().string();
-    const pid_t program = ::fork();
-    if (program == 0) {
-      const int file = ::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-      ::dup2(file, STDOUT_FILENO);
-      ::execv(words[0], words.data());
-      ::_exit(127);
-    }
-    return program;
+  void Start(const QStringList& arguments) {
+    program_.setStandardOutputFile(QString::fromStdString(Output().string()));
+    program_.start(
+        TARVELL_TYPIST,
+        QStringList{QString::fromStdString(tree_.Root().string()), QString::fromStdString(Model()),
+                    QString::fromStdString(File()), QString::fromStdString(Begin())} +
+            arguments);
+    ASSERT_TRUE(program_.waitForStarted());
   }
-  /// Waits for the end of a program, which must have been killed.
-  static void Await(pid_t program) {
-    int status = 0;
-    EXPECT_EQ(::waitpid(program, &status, 0), program);
-    EXPECT_TRUE(WIFSIGNALED(status)) << "the typist has ended";
+  /// Waits for what `isPrinted` looks for.
+  template <typename Condition>
+  void Await(Condition isPrinted) const {
+    for (int wait = 0; wait < 6000 && !isPrinted(); ++wait) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ASSERT_TRUE(isPrinted());
+  }
+  void AwaitEnd() const {
+    Await([this] { return Contains(ReadNative(Output()), "\nend"); });
+  }
+  void Kill() {
+    program_.kill();
+    ASSERT_TRUE(program_.waitForFinished());
+    EXPECT_EQ(program_.exitStatus(), QProcess::CrashExit) << "the typist has ended";
   }
   /// What the program has printed, without a line that is not finished.
   [[nodiscard]] std::vector<Look> Looks() const {
@@ -87,18 +86,23 @@ class KilledEditor : public testing::TestWithParam<int> {
     }
     return looks;
   }
-  [[nodiscard]] std::string Restored() const {
-    Await(Start({"restore"}));
+  [[nodiscard]] std::string Restored() {
+    Start({"restore"});
+    AwaitEnd();
+    Kill();
     const std::vector<Look> looks = Looks();
     EXPECT_EQ(looks.size(), 1U);
     return looks.empty() ? "" : looks[0].shown;
   }
 
   TestTree tree_;
+  QProcess program_;
 };
 
 TEST_P(KilledEditor, ShowsAllThatWasTypedWhenItIsRestored) {
-  Await(Start({"type", std::to_string(GetParam()), "40"}));
+  Start({"type", QString::number(GetParam()), "40"});
+  AwaitEnd();
+  Kill();
   const std::vector<Look> looks = Looks();
   ASSERT_EQ(looks.size(), 41U);
   EXPECT_NE(looks.front().shown, looks.back().shown);
@@ -112,14 +116,11 @@ class EditorKilledAtAnyTime : public KilledEditor {};
 
 TEST_P(EditorKilledAtAnyTime, RestoresEverythingOlderThanASecond) {
   std::mt19937 random(static_cast<unsigned>(GetParam()));
-  const pid_t program = Start({"type", std::to_string(GetParam()), "100000"});
-  for (int wait = 0; wait < 6000 && Looks().empty(); ++wait) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  Start({"type", QString::number(GetParam()), "100000"});
+  Await([this] { return !Looks().empty(); });
   std::this_thread::sleep_for(std::chrono::milliseconds(random() % 3000));
   const std::int64_t killed = Now();
-  ASSERT_EQ(::kill(program, SIGKILL), 0);
-  Await(program);
+  Kill();
   const std::vector<Look> looks = Looks();
   ASSERT_FALSE(looks.empty());
   const std::string restored = Restored();

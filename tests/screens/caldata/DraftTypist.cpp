@@ -4,10 +4,11 @@
 #include <QTest>
 #include <QtWidgets>
 
-#include <csignal>
+#include <chrono>
 #include <iostream>
 #include <map>
 #include <random>
+#include <thread>
 
 #include "core/files/Paths.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -21,10 +22,12 @@
 /// into it.
 ///
 /// `draft_typist ROOT MODEL FILE BEGIN type SEED KEYS` prints what the editor shows, with the time,
-/// when it opens and after each key. After KEYS keys, and the second after which a draft must be
-/// written, it kills itself. `draft_typist ROOT MODEL FILE BEGIN restore` opens the editor again,
-/// presses Restore if it is offered, and prints what the editor then shows. FILE is "" for new
-/// data; BEGIN is "new" for a new calibration of its instrument.
+/// when it opens and after each key. `draft_typist ROOT MODEL FILE BEGIN restore` opens the editor
+/// again, presses Restore if it is offered, and prints what the editor then shows. FILE is "" for
+/// new data; BEGIN is "new" for a new calibration of its instrument.
+///
+/// After KEYS keys and the second after which a draft must be written, or after Restore, it prints
+/// "end" and waits: an exit would write the draft again.
 namespace tarvell::test {
 namespace {
 
@@ -141,6 +144,11 @@ void Print(const QString& text) {
             << QString(text).replace('\n', "\\n").toStdString() << std::endl;
 }
 
+void WaitToBeKilled() {
+  std::cout << "end" << std::endl;
+  std::this_thread::sleep_for(std::chrono::hours(1));
+}
+
 /// Presses a random key where the keyboard is, but no button: that could save or leave the editor.
 void PressAnything(std::mt19937& random) {
   QWidget* focus = QApplication::focusWidget();
@@ -201,7 +209,7 @@ void PressAnything(std::mt19937& random) {
   }
 }
 
-void TypeAndDie(QWidget& editor, unsigned seed, int keys) {
+void Type(QWidget& editor, unsigned seed, int keys) {
   std::mt19937 random(seed);
   Onlooker onlooker(editor);
   onlooker.Walk();
@@ -218,7 +226,7 @@ void TypeAndDie(QWidget& editor, unsigned seed, int keys) {
   QTest::qWait(kUntilDraftIsWritten);
   // What is due by now may have been held up by a busy machine.
   QApplication::processEvents();
-  (void)std::raise(SIGKILL);
+  WaitToBeKilled();
 }
 
 void Restore(QWidget& editor) {
@@ -235,8 +243,7 @@ void Restore(QWidget& editor) {
   }
   onlooker.Walk();
   Print(shown + onlooker.Pages());
-  // Without an exit, because that would write the draft again.
-  (void)std::raise(SIGKILL);
+  WaitToBeKilled();
 }
 
 int Main(const QStringList& arguments) {
@@ -263,7 +270,7 @@ int Main(const QStringList& arguments) {
       return;
     }
     if (types) {
-      TypeAndDie(*editor, arguments.at(6).toUInt(), arguments.at(7).toInt());
+      Type(*editor, arguments.at(6).toUInt(), arguments.at(7).toInt());
     } else {
       Restore(*editor);
     }

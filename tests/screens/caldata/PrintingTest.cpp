@@ -66,7 +66,7 @@ class Printing : public SensorStage {
   }
 
   [[nodiscard]] std::string File(const std::string& name) const {
-    return (tree_.Root() / name).string();
+    return (tree_.Root() / name).generic_string();
   }
   [[nodiscard]] QByteArray Pdf(const std::string& name) const {
     return QByteArray::fromStdString(ReadNative(File(name)));

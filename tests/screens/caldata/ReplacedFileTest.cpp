@@ -56,9 +56,10 @@ TEST_P(ReplacedFile, IsKeptWhenNewDataHaveItsName) {
       EXPECT_TRUE(editor.isVisible());
       EXPECT_EQ(tree_.Read(Path()), Bytes(old));
       EXPECT_EQ(Kept(), Texts{first});
-      ExpectReplaceQuestion(
-          questions_, "The file SN12345 holds the data of another serial number, \"OLD12345\".",
-          answer);
+      ExpectReplaceQuestion(questions_,
+                            QString::fromStdString("The file " + Code() + R"(\SN12345)") +
+                                " holds the data of another serial number, \"OLD12345\".",
+                            answer);
       Click(editor, "btnOk");
     }
     EXPECT_FALSE(editor.isVisible());
@@ -81,7 +82,7 @@ TEST_F(ReplacedInstrument, IsKeptAfterAQuestionIfTheUserHasNotSeenIt) {
     ClickEntry(screen, "LstInstrment", "PX12A");
     WriteInstrument(others);
     Fill(screen, "txtData_11", "mine");
-    const QString question = "The file PX12A has changed since it was opened here.";
+    const QString question = "The file ST1\\PX12A has changed since it was opened here.";
     // After No the user stays at the instrument, on leaving as well.
     ExpectReturnQuestion(QMessageBox::Yes);
     ExpectReplaceQuestion(questions_, question, QMessageBox::No);
@@ -119,7 +120,8 @@ TEST_F(ReplacedKitFile, IsKept) {
                                   {"Calibration Data(*.dat) (*.dat)", "All files(*.*) (*)"},
                                   QString::fromStdString(source.string()));
       ExpectReplaceQuestion(
-          questions_, "The file SN12345 holds the data of another serial number, \"9999B12345\".",
+          questions_,
+          "The file RT410A\\SN12345 holds the data of another serial number, \"9999B12345\".",
           answer);
       Click(at, "btnEdit");
     }

@@ -408,6 +408,7 @@ TEST_P(Versions, AreNotLostWhenAnotherUserSavesWhileTheQuestionIsOpen) {
                        .defaultButton = QMessageBox::No},
                       answer, meanwhile);
   };
+  const QString file = QString::fromStdString("The file " + Code() + R"(\SN12345)");
   const auto whileAnotherUserSaves = [&](const std::function<void()>& act) {
     FaultPlatform platform;
     platform.Set(FaultPlatform::Step::Append);
@@ -420,7 +421,7 @@ TEST_P(Versions, AreNotLostWhenAnotherUserSavesWhileTheQuestionIsOpen) {
   EditAgain([&](CalEditor& editor) {
     Fill(editor, "txtComment", "mine");
     whileAnotherUserSaves([&] {
-      expect("The file SN12345 has changed since it was opened here. Do you want to replace it?",
+      expect(file + " has changed since it was opened here. Do you want to replace it?",
              QMessageBox::No);
       Press(Qt::Key_S, Qt::ControlModifier);
     });
@@ -433,9 +434,9 @@ TEST_P(Versions, AreNotLostWhenAnotherUserSavesWhileTheQuestionIsOpen) {
     ClickRow(history, 2);
     ExpectPutBackQuestion(QMessageBox::Yes);
     whileAnotherUserSaves([&] {
-      questions_.ExpectNotice(
-          "The file SN12345 has changed in the meantime. Nothing was done. Look at what it holds "
-          "now, then try again.");
+      questions_.ExpectNotice(file +
+                              " has changed in the meantime. Nothing was done. Look at what it "
+                              "holds now, then try again.");
       Click(history, "btnPutBack");
     });
   });

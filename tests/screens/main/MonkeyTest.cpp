@@ -68,7 +68,7 @@ class ConfinedPlatform final : public DesktopTestPlatform {
   }
 
  private:
-  [[nodiscard]] bool MayUse(const std::string& path) const {
+  [[nodiscard]] bool MayUse(const std::filesystem::path& path) const {
     const std::filesystem::path whole = std::filesystem::absolute(path).lexically_normal();
     const std::filesystem::path relative = whole.lexically_relative(root_);
     return !relative.empty() && *relative.begin() != "..";

@@ -44,7 +44,7 @@ class RealQuestions : public testing::Test {
   }
 
   [[nodiscard]] QString Folder() const {
-    return QString::fromStdString(tree_.Native("c:\\files").string());
+    return QString::fromStdString(tree_.Native("c:\\files").generic_string());
   }
 
   /// Types a name into the line of a picker.

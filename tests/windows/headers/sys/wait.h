@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Everything is in Posix.h.
+// Everything else is in Posix.h.
+#define SIGPIPE 13
