@@ -6,7 +6,9 @@
 #include <array>
 #include <chrono>
 #include <functional>
+#include <iterator>
 #include <map>
+#include <numeric>
 #include <optional>
 #include <sstream>
 #include <utility>
@@ -17,6 +19,7 @@
 #include "core/platform/Error.h"
 #include "core/session/Profiles.h"
 #include "core/session/Version.h"
+#include "core/text/Text.h"
 #include "exchange/WrittenDate.h"
 
 namespace tarvell::cli {
@@ -56,12 +59,29 @@ FileDate DateIn(const char* option, const std::string& text) {
   return *date;
 }
 
+/// How many letters have to be inserted, removed or replaced to make one word of the other.
+std::size_t EditsBetween(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> edits(b.size() + 1);
+  std::iota(edits.begin(), edits.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t diagonal = std::exchange(edits[0], i + 1);
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+      diagonal = edits[j + 1];
+      edits[j + 1] = std::min({replaced, diagonal + 1, edits[j] + 1});
+    }
+  }
+  return edits.back();
+}
+
 /// The arguments of the program, and the command that they choose.
 class Arguments {
  public:
   /// `first` is the first argument, "" without one.
   Arguments(const std::string& first, std::time_t now, Console& console) : console_(console) {
     options_.now = now;
+    // The library's default on Windows would take a path such as "/data/PX12A" for an option.
+    app_.allow_windows_style_options(false);
     app_.require_subcommand(1);
     app_.set_help_all_flag("--help-all", "Show the options of all commands");
     app_.set_version_flag("--version", "tarvell-cli " + std::to_string(kMajorVersion) + "." +
@@ -76,6 +96,11 @@ class Arguments {
   }
 
   int Run(std::vector<std::string> arguments) {
+    if (!arguments.empty() && !arguments.front().starts_with('-') &&
+        std::ranges::find(kCommands, arguments.front(), &Addition::name) == kCommands.end()) {
+      console_.Err(TextOfUnknownCommand(arguments.front()));
+      return kCouldNotLook;
+    }
     // The library takes them from the end.
     std::ranges::reverse(arguments);
     try {
@@ -87,6 +112,19 @@ class Arguments {
   }
 
  private:
+  /// The library would say only that a command is missing.
+  static std::string TextOfUnknownCommand(std::string_view word) {
+    const auto* nearest = std::ranges::min_element(
+        kCommands, {}, [word](const Addition& it) { return EditsBetween(word, it.name); });
+    const bool isNear = EditsBetween(word, nearest->name) <= nearest->name.size() / 2;
+    std::vector<std::string> names;
+    std::ranges::transform(kCommands, std::back_inserter(names),
+                           [](const Addition& it) { return std::string(it.name); });
+    return "tarvell-cli: " + Quoted(word) + " is not a command." +
+           (isNear ? " Did you mean " + Quoted(nearest->name) + "?" : "") + " The commands are " +
+           Listed(names) + "; \"tarvell-cli --help\" explains them.\n";
+  }
+
   CLI::App* Command(const char* name, const char* description, std::function<int()> run) {
     CLI::App* command = app_.add_subcommand(name, description);
     command->callback([this, run = std::move(run)] { command_ = run; });

@@ -208,6 +208,8 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
     return kCouldNotLook;
   }
   if (!plan.HasValues()) {
+    // They may say that it is about another model.
+    ReportEach(console, order.file, plan.doubts);
     return kCouldNotLook;
   }
   if (const std::vector<std::string> lacks = Lacks(certificate, after); !lacks.empty()) {

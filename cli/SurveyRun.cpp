@@ -17,7 +17,8 @@ namespace tarvell::cli {
 namespace {
 
 bool IsDamage(const Finding& finding) {
-  return finding.kind == FindingKind::Unreadable || finding.kind == FindingKind::CutOff;
+  return finding.kind == FindingKind::Unreadable || finding.kind == FindingKind::CutOff ||
+         finding.kind == FindingKind::NoSuchDate;
 }
 
 bool IsUnlistedFolder(const SurveyRow& row) {
@@ -25,7 +26,7 @@ bool IsUnlistedFolder(const SurveyRow& row) {
          !EqualsIgnoringCase(LastNameOf(row.path), kIndexName);
 }
 
-/// Whether nobody knows when an instrument is due, because its file is damaged.
+/// Whether nobody knows when an instrument is due, because its file or the date is damaged.
 bool LacksDueDate(const SurveyRow& row) {
   return row.kind != SurveyRow::Kind::Place && !row.daysLeft && row.dataSet.empty() &&
          std::ranges::any_of(row.findings, &IsDamage);

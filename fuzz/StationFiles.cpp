@@ -90,6 +90,7 @@ void CheckSaving(MemoryPlatform& disk, const StationInstrument& instrument) {
   StoredFile file;
   Require(LoadInstrumentFile("c:\\root\\S1\\" + instrument.ModelNumber, again, file),
           "a saved file is loaded");
+  Require(file.Unread().empty(), "a saved file has its end", file.Unread());
   const std::string second = Saved(disk, again);
   Require(HoldsComma(instrument) ? CutAtCommas(first) == CutAtCommas(second) : first == second,
           "a saved file is saved again as it was, up to the first comma of each line",

@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <system_error>
 #include <utility>
 
+#include "core/files/FolderNames.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
@@ -101,14 +103,9 @@ std::error_code DataSetDrafts::Lock(Held& held) const {
 }
 
 void DataSetDrafts::Find(std::int64_t now) {
-  std::vector<std::string> names;
+  std::set<std::string> names;
   // A folder that cannot be listed holds no drafts for this user.
-  static_cast<void>(
-      CurrentPlatform().Search(folder_, SearchKind::EveryName, [&](const FoundEntry& entry) {
-        names.push_back(entry.name);
-        return true;
-      }));
-  std::ranges::sort(names);
+  static_cast<void>(ListNames(folder_, names));
   for (const std::string& name : names) {
     Consider(name, now);
   }

@@ -12,8 +12,9 @@ namespace tarvell {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kBlanksAndColon = " \t:";
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
 
 }  // namespace
 
@@ -52,11 +53,11 @@ RowSet RowsBetween(std::size_t first, std::size_t end) {
 bool HasEmptyField(std::string_view line, std::size_t columns) {
   std::string_view rest = WithoutFirst(line, 1);
   for (std::size_t column = 0; column < columns; ++column) {
-    if (rest.find_first_not_of(kBlanksAndColon) == std::string_view::npos) {
+    if (std::ranges::all_of(rest, [](char c) { return IsBlank(c) || c == ':'; })) {
       return false;
     }
     const std::size_t colon = std::min(rest.find(':'), rest.size());
-    if (rest.substr(0, colon).find_first_not_of(kBlanks) == std::string_view::npos) {
+    if (std::ranges::all_of(rest.substr(0, colon), &IsBlank)) {
       return true;
     }
     rest.remove_prefix(std::min(colon + 1, rest.size()));

@@ -94,11 +94,13 @@ class Judge {
     const OddValue odd = {*worst, MedianOf(suggestions_[*worst])};
     const auto suggestions = suggestions_[*worst];
     const double vaguest = vaguest_[*worst];
+    const bool isAtEnd = isAtEnd_[*worst];
     isLeftOut_[*worst] = true;
     Suggest();
     const double usual = std::max(1.0, kTimesUsual * UsualShare());
     suggestions_[*worst] = suggestions;
     vaguest_[*worst] = vaguest;
+    isAtEnd_[*worst] = isAtEnd;
     return Share(*worst, usual) > 1 ? std::optional<OddValue>(odd) : std::nullopt;
   }
 

@@ -9,7 +9,8 @@
 namespace tarvell {
 
 void FileText::Line(std::string_view line) {
-  if (line.find_first_of("\r\n") != std::string_view::npos) {
+  // A search for several characters, find_first_of, calls a function for each character.
+  if (line.find('\r') != std::string_view::npos || line.find('\n') != std::string_view::npos) {
     throw Error(ErrorKind::Character,
                 "A line end cannot be stored within a field. Remove it, then save again.");
   }

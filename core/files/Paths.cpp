@@ -11,6 +11,7 @@
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/platform/SystemName.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -55,12 +56,18 @@ std::vector<std::string> Components(std::string_view path, bool rooted) {
   return components;
 }
 
-/// The name of the first entry of `folder` that differs from `name` only in case; `name` if there
-/// is none.
+/// Whether the name of an entry differs from `name` only in case, or in that it has the characters
+/// of an older system.
+bool IsMeant(std::string_view entry, std::string_view name) {
+  return EqualsIgnoringCase(entry, name) ||
+         (!IsUtf8(entry) && EqualsIgnoringCase(NameText(entry), name));
+}
+
+/// The name of the first entry of `folder` that `name` means; `name` if there is none.
 std::string NameInFolder(const std::filesystem::path& folder, const std::string& name) {
   std::string meant = name;
   const auto visit = [&](const FoundEntry& entry) {
-    if (!EqualsIgnoringCase(entry.name, name)) {
+    if (!IsMeant(entry.name, name)) {
       return true;
     }
     meant = entry.name;
@@ -81,6 +88,10 @@ std::filesystem::path NativePath(std::string_view path) {
   }
   bool rooted = true;
   const bool onDrive = BeginsWithDrive(path);
+  if (onDrive && EqualsIgnoringCase(native.root_name().string(), path.substr(0, 2))) {
+    // The folder of the drives is itself on this drive of the system.
+    return SystemName(path);
+  }
   if (onDrive) {
     native /= std::string(1, LowerCase(path[0]));
     path.remove_prefix(2);

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "core/files/FileIOCommonModule.h"
+#include "core/files/FolderNames.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
@@ -50,12 +51,7 @@ void CheckListed(std::error_code code, const std::filesystem::path& folder) {
 
 std::set<std::string> NamesIn(const std::filesystem::path& folder) {
   std::set<std::string> names;
-  const std::error_code code =
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry& entry) {
-        names.insert(entry.name);
-        return true;
-      });
-  CheckListed(code, folder);
+  CheckListed(ListNames(folder, names), folder);
   return names;
 }
 

@@ -10,6 +10,7 @@
 #include "core/dates/FileDate.h"
 #include "core/files/Paths.h"
 #include "core/numbers/Numbers.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -118,6 +119,10 @@ std::string DifferenceText(const Replacement& replacement) {
 
 }  // namespace
 
+std::string NameWithFolder(std::string_view path) {
+  return NameText(Joined(LastNameOf(FolderOf(path)), LastNameOf(path)));
+}
+
 std::string LocalTimeText(std::time_t time) {
   const std::tm* local =
       time == 0 ? nullptr : std::localtime(&time);  // NOLINT(concurrency-mt-unsafe): one thread
@@ -151,15 +156,17 @@ Replacement ReplacementBy(const StoredFile& file, const std::string& path, std::
   // The user may have corrected the serial number of the same instrument.
   const bool isSame =
       serial == saved.serialNumber || (unseen->wasRead && serial == file.SerialNumber());
-  replacement.kind = !isSame           ? Replacement::Kind::AnotherSerialNumber
+  replacement.kind = unseen->isAsRead  ? Replacement::Kind::ReadInPart
+                     : !isSame         ? Replacement::Kind::AnotherSerialNumber
                      : unseen->wasRead ? Replacement::Kind::Changed
                                        : Replacement::Kind::NotOpened;
   Compare(replacement, saved, before);
-  return replacement;
+  const bool isNothingLost = replacement.fields.empty() && replacement.cells == 0;
+  return unseen->isAsRead && isNothingLost ? Replacement() : replacement;
 }
 
 ReplacementQuestion QuestionOf(const Replacement& replacement) {
-  const std::string file = "The file " + std::string(LastNameOf(replacement.path));
+  const std::string file = "The file " + NameWithFolder(replacement.path);
   const std::string time = LocalTimeText(replacement.modified);
   const std::string question = "Do you want to replace it?";
   const std::string no = "No leaves the file as it is.";
@@ -174,6 +181,10 @@ ReplacementQuestion QuestionOf(const Replacement& replacement) {
       return {file + holds + question,
               Lines(replacement.file.fields) + "Last changed: " + time + "\n\n" + no};
     }
+    case Replacement::Kind::ReadInPart:
+      return {"The end of the file " + NameWithFolder(replacement.path) +
+                  " is missing, and its last line was not read. " + question,
+              "Last changed: " + time + "\n" + DifferenceText(replacement) + "\n" + no};
     case Replacement::Kind::Changed:
       return {file + " has changed since it was opened here. " + question,
               "Last changed: " + time + "\n" + DifferenceText(replacement) + "\n" + no};

@@ -38,6 +38,7 @@ struct Replacement {
   enum class Kind {
     None,                 ///< no question is needed
     AnotherSerialNumber,  ///< the file holds the data of another instrument
+    ReadInPart,           ///< a part of the file was not read, and would be lost
     Changed,              ///< the file has changed since it was read
     NotOpened             ///< the file holds the same serial number, and was not opened
   };
@@ -74,6 +75,10 @@ struct ReplacementQuestion {
                               std::optional<std::string>& agreed);
 [[nodiscard]] bool MayReplace(const std::function<Replacement()>& look,
                               const std::function<bool(const Replacement&)>& agrees);
+
+/// A file as questions name it: with the folder of its model or station, because many folders have
+/// a file of one name.
+[[nodiscard]] std::string NameWithFolder(std::string_view path);
 
 /// "5 MAR 2026 14:03:07" in local time, "(unknown)" for 0.
 [[nodiscard]] std::string LocalTimeText(std::time_t time);

@@ -29,6 +29,7 @@ void StoredFile::WasRead(const std::string& path, std::string bytes,
   serialNumber_ = serialNumber;
   content_ = std::move(bytes);
   unchanged_.clear();
+  unread_.clear();
   rewritesContent_ = false;
 }
 
@@ -50,7 +51,9 @@ std::optional<UnseenFile> StoredFile::Unseen(const std::string& path,
   file.modified = facts.modified;
   file.wasRead = !path_.empty() && CurrentPlatform().IsSameFile(NativePath(path_), native);
   const std::error_code code = ReadNativeFile(native, file.bytes, kDataFileLimit);
-  if (!code && (file.bytes == bytes || (file.wasRead && file.bytes == content_))) {
+  const bool isUnchanged = !code && file.wasRead && file.bytes == content_;
+  file.isAsRead = isUnchanged && !unread_.empty();
+  if ((!code && file.bytes == bytes) || (isUnchanged && !file.isAsRead)) {
     return std::nullopt;
   }
   if (code == std::errc::no_such_file_or_directory) {

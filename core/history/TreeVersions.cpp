@@ -9,10 +9,10 @@
 #include <string_view>
 #include <utility>
 
+#include "core/files/FolderNames.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
-#include "core/platform/Platform.h"
 #include "core/platform/SystemName.h"
 #include "core/text/Text.h"
 
@@ -22,11 +22,7 @@ namespace {
 
 std::set<std::string> NamesIn(const std::filesystem::path& folder) {
   std::set<std::string> names;
-  static_cast<void>(
-      CurrentPlatform().Search(folder, SearchKind::EveryName, [&](const FoundEntry& entry) {
-        names.insert(entry.name);
-        return true;
-      }));
+  static_cast<void>(ListNames(folder, names));
   return names;
 }
 

@@ -19,7 +19,7 @@ bool IsDriveLetter(char c) {
 }
 
 bool IsPathSeparator(char c) {
-  return kSeparators.find(c) != std::string_view::npos;
+  return c == kSeparators[0] || c == kSeparators[1];
 }
 
 bool BeginsWithDrive(std::string_view path) {
@@ -45,7 +45,9 @@ std::string_view FolderOf(std::string_view path) {
 }
 
 std::string_view LastNameOf(std::string_view path) {
-  return path.substr(path.find_last_of(kSeparators) + 1);
+  // A search for several characters, find_last_of, calls a function for each character.
+  const auto separator = std::find_if(path.rbegin(), path.rend(), &IsPathSeparator);
+  return path.substr(static_cast<std::size_t>(path.rend() - separator));
 }
 
 std::string ShownPath(std::string_view path) {

@@ -25,6 +25,7 @@
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/platform/SystemName.h"
+#include "core/station/InstrumentEnd.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 #include "core/text/Words.h"
@@ -388,6 +389,7 @@ bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, 
   instrument = loaded;
   file.WasRead(path, reader.Bytes(), instrument.SerialNumber);
   file.SetUnchangedBytes(UnchangedBytes(instrument));
+  file.SetUnread(NoticeOfMissingEnd(reader.Bytes()));
   return true;
 }
 

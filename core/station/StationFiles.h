@@ -51,9 +51,9 @@ void ApplyKeywordLine(const KeywordLine& line, StationInstrument& instrument);
 
 /// Reads an instrument file into `instrument`. Fields without a line keep their value, except the
 /// serial number, which is cleared first. The last item is never interpreted. Therefore a file that
-/// the program wrote sets every field except CalData. `file` is set to this file. Returns false for
-/// an empty file, which changes nothing. Throws the error of a file that cannot be read, and
-/// changes nothing then.
+/// the program wrote sets every field except CalData. `file` is set to this file, and says what a
+/// file without its end did not give. Returns false for an empty file, which changes nothing.
+/// Throws the error of a file that cannot be read, and changes nothing then.
 bool LoadInstrumentFile(const std::string& path, StationInstrument& instrument, StoredFile& file);
 
 /// The instrument in the content of a file, including the last line, which LoadInstrumentFile does

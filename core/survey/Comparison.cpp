@@ -4,8 +4,11 @@
 #include "core/survey/Comparison.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <span>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 
 #include "core/caldata/Models.h"
 #include "core/dates/DueDate.h"
@@ -17,11 +20,64 @@ namespace tarvell {
 
 namespace {
 
-/// Rows by a text that some of them share.
-using RowGroups = std::unordered_map<std::string, std::vector<SurveyRow*>>;
+/// A row with a text that others may share.
+struct KeyedRow {
+  std::string key;
+  SurveyRow* row;
+};
+using RowGroup = std::span<const KeyedRow>;
 
-std::string KeyOf(std::string_view model, std::string_view fileName) {
-  return ToUpper(model) + "\\" + ToUpper(fileName);
+/// Rows by their keys. Most come sorted, and have a key of their own: then a table is filled and
+/// searched more quickly than a map.
+class RowGroups {
+ public:
+  void Reserve(std::size_t count) { rows_.reserve(count); }
+  void Add(std::string key, SurveyRow& row) { rows_.push_back({std::move(key), &row}); }
+  void Add(const std::vector<KeyedRow>& rows) {
+    rows_.insert(rows_.end(), rows.begin(), rows.end());
+  }
+
+  /// To be called after Add and before the functions below. Rows with the same key keep their
+  /// order.
+  void Sort() {
+    if (!std::ranges::is_sorted(rows_, {}, &KeyedRow::key)) {
+      std::ranges::stable_sort(rows_, {}, &KeyedRow::key);
+    }
+  }
+
+  [[nodiscard]] RowGroup Of(std::string_view key) const {
+    const auto first = std::ranges::lower_bound(rows_, key, {}, &KeyedRow::key);
+    return {first, EndOfGroup(first, key)};
+  }
+
+  /// Calls `visit` with the rows of each key.
+  template <typename Visit>
+  void ForEach(const Visit& visit) const {
+    for (auto first = rows_.begin(); first != rows_.end();) {
+      const auto end = EndOfGroup(first, first->key);
+      visit(RowGroup(first, end));
+      first = end;
+    }
+  }
+
+ private:
+  using Place = std::vector<KeyedRow>::const_iterator;
+
+  [[nodiscard]] Place EndOfGroup(Place first, std::string_view key) const {
+    return std::find_if(first, rows_.end(), [key](const KeyedRow& it) { return it.key != key; });
+  }
+
+  std::vector<KeyedRow> rows_;
+};
+
+/// A separator before all characters of names: what is sorted by folder and name has sorted keys.
+std::string KeyOf(std::string_view folder, std::string_view name) {
+  std::string key;
+  key.reserve(folder.size() + 1 + name.size());
+  key += folder;
+  key += '\0';
+  key += name;
+  return ToUpper(key);
 }
 
 /// Whether the due date of a row can be compared. In the old style it may be 29 FEB of a common
@@ -76,27 +132,35 @@ class Comparison {
   }
 
   void GroupRows() {
-    dataSets_.reserve(rows_.size());
+    dataSets_.Reserve(rows_.size());
     for (SurveyRow& row : rows_) {
       if (row.kind == SurveyRow::Kind::DataSet) {
-        dataSets_[KeyOf(row.model, LastNameOf(row.path))].push_back(&row);
+        dataSets_.Add(KeyOf(row.model, LastNameOf(row.path)), row);
         if (row.Has(FindingKind::OtherSerial) && !row.serialNumber.empty()) {
-          sameFileName_[KeyOf(row.model, UncheckedDataFileName(row.serialNumber))].push_back(&row);
+          sameFileName_.Add(KeyOf(row.model, UncheckedDataFileName(row.serialNumber)), row);
         }
       } else if (!row.address.empty()) {
-        sameAddress_[KeyOf(row.stations.front(), row.address)].push_back(&row);
+        sameAddress_.Add(KeyOf(row.stations.front(), row.address), row);
       }
     }
-    // Most data sets have the name that their serial number gives.
-    for (const auto& [key, rows] : dataSets_) {
-      if (rows.size() > 1 || sameFileName_.contains(key)) {
-        for (SurveyRow* row : rows) {
-          if (!row->Has(FindingKind::OtherSerial) && !row->serialNumber.empty()) {
-            sameFileName_[key].push_back(row);
-          }
-        }
+    dataSets_.Sort();
+    sameAddress_.Sort();
+    AddRightNames();
+  }
+
+  /// Most data sets have the name that their serial number gives.
+  void AddRightNames() {
+    sameFileName_.Sort();
+    std::vector<KeyedRow> shared;
+    dataSets_.ForEach([&](RowGroup group) {
+      if (group.size() > 1 || !sameFileName_.Of(group.front().key).empty()) {
+        std::ranges::copy_if(group, std::back_inserter(shared), [](const KeyedRow& it) {
+          return !it.row->Has(FindingKind::OtherSerial) && !it.row->serialNumber.empty();
+        });
       }
-    }
+    });
+    sameFileName_.Add(shared);
+    sameFileName_.Sort();
   }
 
   /// Whether the calibration tree should have the data set of an instrument.
@@ -112,17 +176,15 @@ class Comparison {
     }
     const std::string name = UncheckedDataFileName(instrument.serialNumber);
     // The file of an instrument is named after its model.
-    const auto found = dataSets_.find(KeyOf(LastNameOf(instrument.path), name));
-    if (instrument.serialNumber.empty() || found == dataSets_.end()) {
+    const RowGroup candidates = dataSets_.Of(KeyOf(LastNameOf(instrument.path), name));
+    if (instrument.serialNumber.empty() || candidates.empty()) {
       if (IsExpected(instrument)) {
         NoteMissing(name, instrument);
       }
       return;
     }
-    const std::vector<SurveyRow*>& candidates = found->second;
-    const auto same =
-        std::ranges::find(candidates, instrument.serialNumber, &SurveyRow::serialNumber);
-    SurveyRow& dataSet = same == candidates.end() ? *candidates.front() : **same;
+    const auto same = std::ranges::find(candidates, instrument.serialNumber, &SerialNumberOf);
+    SurveyRow& dataSet = *(same == candidates.end() ? candidates.front() : *same).row;
     instrument.dataSet = dataSet.path;
     const std::string& station = instrument.stations.front();
     if (dataSet.stations.empty() || dataSet.stations.back() != station) {
@@ -130,6 +192,8 @@ class Comparison {
     }
     CompareWith(dataSet, instrument);
   }
+
+  static const std::string& SerialNumberOf(const KeyedRow& it) { return it.row->serialNumber; }
 
   static void NoteMissing(const std::string& name, SurveyRow& instrument) {
     instrument.Add(FindingKind::DataSetMissing,
@@ -171,21 +235,20 @@ class Comparison {
   }
 
   static void NoteShared(const RowGroups& groups, FindingKind kind) {
-    for (const auto& [key, rows] : groups) {
-      if (rows.size() > 1) {
-        for (SurveyRow* row : rows) {
-          row->Add(kind, TextOfShared(kind, *row, rows));
+    groups.ForEach([kind](RowGroup group) {
+      if (group.size() > 1) {
+        for (const KeyedRow& it : group) {
+          it.row->Add(kind, TextOfShared(kind, *it.row, group));
         }
       }
-    }
+    });
   }
 
-  static std::string TextOfShared(FindingKind kind, const SurveyRow& row,
-                                  const std::vector<SurveyRow*>& rows) {
+  static std::string TextOfShared(FindingKind kind, const SurveyRow& row, RowGroup group) {
     std::string others;
-    for (const SurveyRow* other : rows) {
-      if (other != &row) {
-        others += (others.empty() ? "" : ", ") + std::string(LastNameOf(other->path));
+    for (const KeyedRow& other : group) {
+      if (other.row != &row) {
+        others += (others.empty() ? "" : ", ") + std::string(LastNameOf(other.row->path));
       }
     }
     return kind == FindingKind::SharedAddress

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -15,6 +16,7 @@
 #include "core/platform/ProgramPath.h"
 #include "core/survey/FileCheck.h"
 #include "core/survey/ValueCheck.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -35,10 +37,16 @@ void TakeHeader(const CalFileInfo& header, SurveyRow& row) {
   row.comment = header.Comment;
 }
 
+/// Whether a date in a file has all of its eight digits.
+bool HasAllDigits(std::string_view text) {
+  static constexpr std::size_t kDateDigits = 8;
+  return text.size() == kDateDigits &&
+         text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 /// Takes the serial number and the due date of a header that cannot be read as a whole: what is due
 /// stays due, whatever is wrong with the other lines.
 void TakeRestOfHeader(std::string_view bytes, SurveyRow& row) {
-  static constexpr std::size_t kDateDigits = 8;
   row.serialNumber = SummaryOfDataFile(bytes, 0).serialNumber;
   while (!bytes.empty()) {
     const std::string_view line = TrimLeft(TakeLine(bytes));
@@ -47,8 +55,7 @@ void TakeRestOfHeader(std::string_view bytes, SurveyRow& row) {
       continue;
     }
     const std::string_view date = ListedHeaderValue(line);
-    if (date.size() == kDateDigits &&
-        date.find_first_not_of("0123456789") == std::string_view::npos) {
+    if (HasAllDigits(date)) {
       row.due = FileDate::From(date);
     }
     return;
@@ -69,7 +76,37 @@ void CheckName(SurveyRow& row) {
   }
 }
 
-void CheckDate(const FileDate& date, const std::string& name, SurveyRow& row) {
+/// The lines where a file has its header.
+using TopLines = std::array<std::string_view, kHeaderLines>;
+
+TopLines TopLinesOf(std::string_view bytes) {
+  TopLines lines;
+  std::ranges::generate(lines, [&bytes] { return TakeLine(bytes); });
+  return lines;
+}
+
+/// What the line of a date holds; nothing if it is not where a file has it.
+std::optional<std::string_view> DateIn(const TopLines& lines, HeaderField field) {
+  const std::string_view line = lines.at(static_cast<std::size_t>(field));
+  const auto* end =
+      std::ranges::find_if(line, [](char c) { return c == ' ' || c == '\t' || c == ':'; });
+  const std::string_view keyword(line.begin(), end);
+  const bool isThere =
+      keyword.starts_with('#') && EqualsIgnoringCase(keyword.substr(1), KeywordOf(field));
+  return isThere ? std::optional(ListedHeaderValue(line)) : std::nullopt;
+}
+
+/// `date` is what the lists make of the date of `field`, which completes one that lacks digits.
+void CheckDate(const TopLines& lines, HeaderField field, FileDate& date, SurveyRow& row) {
+  const std::string name = field == HeaderField::DueDate ? "due" : "calibration";
+  const std::optional<std::string_view> text = DateIn(lines, field);
+  if (text && !text->empty() && !HasAllDigits(*text)) {
+    date = {};
+    row.Add(FindingKind::NoSuchDate, "The " + name + " date " + Quoted(DecodeFileText(*text)) +
+                                         " is not complete: it should have eight digits, such as "
+                                         "20270305. Open the data set and correct it.");
+    return;
+  }
   if (Exists(date)) {
     return;
   }
@@ -89,9 +126,11 @@ void LeaveOutOddDates(SurveyRow& row) {
 
 void AddOtherModel(const std::string& other, SurveyRow& row) {
   if (!EqualsIgnoringCase(other, row.model)) {
-    row.Add(FindingKind::OtherModel, "The file holds data of the model " + Quoted(other) +
-                                         ". Move it to the folder of its model, or correct "
-                                         "its model line.");
+    row.Add(FindingKind::OtherModel,
+            "The file " + std::string(LastNameOf(row.path)) + " is in the folder " +
+                Quoted(row.model) + ", but holds data of the model " + Quoted(other) +
+                ". Move it to the folder of its model. If the folder is right, correct the file's "
+                "model line, as OK in the editor does.");
   }
 }
 
@@ -137,10 +176,11 @@ void CheckDataSet(std::string_view bytes, const SlipLimits& limits,
     LeaveOutOddDates(row);
     return;
   }
-  CheckDate(row.calibrated, "calibration", row);
+  const TopLines lines = TopLinesOf(bytes);
+  CheckDate(lines, HeaderField::CalDate, row.calibrated, row);
   if (IsNewStyle(bytes)) {
     // In the old style the due date is calculated, and may be 29 FEB of a common year.
-    CheckDate(row.due, "due", row);
+    CheckDate(lines, HeaderField::DueDate, row.due, row);
   }
   if (model != nullptr && IsNewStyle(bytes)) {
     CheckContent(*model, bytes, limits, versions, row);

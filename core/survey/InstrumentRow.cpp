@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <algorithm>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
+#include "core/station/InstrumentEnd.h"
 #include "core/station/StationFiles.h"
 #include "core/survey/FileCheck.h"
 #include "core/text/FileCharacters.h"
@@ -13,17 +17,6 @@
 namespace tarvell {
 
 namespace {
-
-constexpr std::string_view kLastKeyword = "CAL DATA";
-
-/// Whether the last line is the one that ends every instrument's file.
-bool HasLastLine(std::string_view bytes) {
-  std::string_view last;
-  while (!bytes.empty()) {
-    last = TakeLine(bytes);
-  }
-  return ParseKeywordLine(DecodeFileText(last)).keyword == kLastKeyword;
-}
 
 /// The address of an instrument with its bus, "" for one that is on no bus.
 std::string AddressOf(const StationInstrument& instrument) {
@@ -40,37 +33,56 @@ bool HasDueDate(const StationInstrument& instrument) {
          instrument.DueMonth != "1";
 }
 
-void CheckDueDate(const StationInstrument& instrument, SurveyRow& row) {
+/// The due date as the file has it. The fields of an instrument complete one that lacks a part.
+std::string DueDateIn(std::string_view bytes) {
+  const FileSummary summary = SummaryOfInstrument(bytes);
+  return std::ranges::find(summary.fields, "CAL DUE DATE", &FileSummary::Field::name)->value;
+}
+
+void CheckDueDate(std::string_view bytes, const StationInstrument& instrument, SurveyRow& row) {
   if (!HasDueDate(instrument)) {
     return;
   }
-  row.due = DueDateOf(instrument);
-  if (!Exists(row.due)) {
-    row.Add(FindingKind::NoSuchDate,
-            "The due date " +
-                Quoted(instrument.DueDay + " " + instrument.DueMonth + " " + instrument.DueYear) +
-                " does not exist. Correct it at the station.");
+  const FileDate due = DueDateOf(instrument);
+  if (Exists(due)) {
+    row.due = due;
+    return;
   }
+  const std::string text = DueDateIn(bytes);
+  const bool isComplete = std::ranges::count(text, ' ') >= 2;
+  if (isComplete) {
+    row.due = due;
+  }
+  row.Add(FindingKind::NoSuchDate, "The due date " + Quoted(text) +
+                                       (isComplete ? " does not exist" : " is not complete") +
+                                       ". Correct it at the station.");
+}
+
+/// Compares the model in the file with the file's name, which the station's list shows.
+void CheckModel(const std::string& model, SurveyRow& row) {
+  const std::string name = NameText(row.model);
+  if (model.empty() || EqualsIgnoringCase(model, name)) {
+    return;
+  }
+  row.Add(FindingKind::OtherModel,
+          "The file is called " + Quoted(name) + ", but the MODEL NUMBER in it is " +
+              Quoted(model) + ". Select " + Quoted(name) +
+              " at the station. If that is the model, enter it as MODEL NUMBER, and save. If not, "
+              "save it as it is, then enter " +
+              Quoted(name) + " as MODEL NUMBER and delete that instrument.");
 }
 
 void CheckInstrument(std::string_view bytes, SurveyRow& row) {
-  const std::optional<StationInstrument> plain = PlainInstrumentIn(bytes);
-  const StationInstrument instrument = plain ? *plain : InstrumentIn(bytes, row.path);
-  const std::string name(LastNameOf(row.path));
-  row.model = instrument.ModelNumber.empty() ? name : instrument.ModelNumber;
+  std::optional<StationInstrument> plain = PlainInstrumentIn(bytes);
+  const StationInstrument instrument = plain ? std::move(*plain) : InstrumentIn(bytes, row.path);
   row.serialNumber = instrument.SerialNumber;
   row.comment = instrument.Comment;
   row.address = AddressOf(instrument);
-  CheckDueDate(instrument, row);
-  if (!EqualsIgnoringCase(row.model, name)) {
-    row.Add(FindingKind::OtherModel, "The file holds an instrument of the model " +
-                                         Quoted(row.model) +
-                                         ". Save the instrument again at the station, then "
-                                         "delete this file there.");
-  }
+  CheckDueDate(bytes, instrument, row);
+  CheckModel(instrument.ModelNumber, row);
   if (!plain) {
     CheckRewritten(
-        bytes, [&] { return InstrumentBytes(instrument); }, HasLastLine(bytes), row);
+        bytes, [&] { return InstrumentBytes(instrument); }, NoticeOfMissingEnd(bytes).empty(), row);
   }
 }
 

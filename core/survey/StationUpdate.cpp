@@ -46,8 +46,15 @@ CalFileInfo ReadDataSet(const std::string& path) {
 
 void CheckSameInstrument(const StationInstrument& instrument, const std::string& path,
                          const CalFileInfo& dataSet) {
-  if (!EqualsIgnoringCase(instrument.ModelNumber, LastNameOf(path)) ||
-      instrument.SerialNumber != dataSet.SerialNumber) {
+  const std::string name = NameText(LastNameOf(path));
+  if (!EqualsIgnoringCase(instrument.ModelNumber, name)) {
+    throw Error(ErrorKind::Name,
+                "The file is called " + Quoted(name) + ", but the MODEL NUMBER in it is " +
+                    Quoted(instrument.ModelNumber) +
+                    ". Select it at the station, correct the MODEL NUMBER and save it first.",
+                path);
+  }
+  if (instrument.SerialNumber != dataSet.SerialNumber) {
     throw Error(ErrorKind::Name,
                 "The station has the " + instrument.ModelNumber + " " + instrument.SerialNumber +
                     ", the data set is that of " + dataSet.SerialNumber +

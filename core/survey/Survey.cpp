@@ -8,6 +8,7 @@
 #include <iterator>
 #include <span>
 #include <system_error>
+#include <utility>
 
 #include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
@@ -43,6 +44,28 @@ void JudgeDate(const SurveyOrder& order, SurveyRow& row) {
   if (row.kind == SurveyRow::Kind::DataSet) {
     CheckDue(order, row);
   }
+}
+
+/// Replaces the rows of a folder.
+void ReadFolderAgain(const SurveyOrder& order, const ValueRules& rules, const std::string& folder,
+                     std::vector<SurveyRow>& rows) {
+  // The root of a drive ends in a separator.
+  const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
+  const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
+  FolderSurvey survey(kind, ListedFolder(folder));
+  std::vector<SurveyRow> again;
+  while (survey.Step(rules, again)) {
+  }
+  for (SurveyRow& row : again) {
+    JudgeDate(order, row);
+  }
+  const auto isIn = [&](const SurveyRow& row) {
+    return row.path == folder || FolderOf(row.path) == folder;
+  };
+  const auto place = std::ranges::find_if(rows, isIn) - rows.begin();
+  std::erase_if(rows, isIn);
+  rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
+              std::make_move_iterator(again.end()));
 }
 
 }  // namespace
@@ -136,7 +159,12 @@ void Survey::EndFolder(const FolderSurvey& folder) {
 
 void Survey::Compare() {
   CompareRows(trees_, rows_);
-  CheckDueDates(order_, rows_);
+  // Those of the data sets were judged when they were read.
+  for (SurveyRow& row : rows_) {
+    if (row.kind == SurveyRow::Kind::Instrument) {
+      CheckDue(order_, row);
+    }
+  }
 }
 
 std::future<void> StartThread(const std::function<void()>& work) {
@@ -154,6 +182,7 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   const auto work = [&](const std::function<void(double done)>& reportHere) {
     for (std::size_t i = next++; i < folders.size(); i = next++) {
       while (folders[i].Step(*survey.rules_, found[i])) {
+        found[i].reserve(folders[i].MostRows());
       }
       for (SurveyRow& row : found[i]) {
         JudgeDate(survey.order_, row);
@@ -175,38 +204,30 @@ SurveyResult SurveyInThreads(SurveyOrder order, std::size_t threads,
   for (std::future<void>& other : others) {
     other.get();
   }
+  std::size_t count = survey.rows_.size();
+  for (const std::vector<SurveyRow>& rows : found) {
+    count += rows.size();
+  }
+  survey.rows_.reserve(count);
   for (std::size_t i = 0; i < folders.size(); ++i) {
-    std::ranges::move(found[i], std::back_inserter(survey.rows_));
+    std::ranges::move(std::exchange(found[i], {}), std::back_inserter(survey.rows_));
     survey.EndFolder(folders[i]);
   }
   survey.Compare();
   return survey.TakeResult();
 }
 
-void ReadAgain(const SurveyOrder& order, const std::string& folder, std::vector<SurveyRow>& rows) {
-  // The root of a drive ends in a separator.
-  const bool isStation = Joined(order.stationDir, std::string(LastNameOf(folder))) == folder;
-  const auto kind = isStation ? FolderSurvey::Kind::Station : FolderSurvey::Kind::Model;
-  FolderSurvey survey(kind, ListedFolder(folder));
+void ReadAgain(const SurveyOrder& order, const std::set<std::string>& folders,
+               std::vector<SurveyRow>& rows) {
   const ValueRules rules(order.calibrationDir);
-  std::vector<SurveyRow> again;
-  while (survey.Step(rules, again)) {
+  for (const std::string& folder : folders) {
+    ReadFolderAgain(order, rules, folder, rows);
   }
-  for (SurveyRow& row : again) {
-    JudgeDate(order, row);
-  }
-  const auto isIn = [&](const SurveyRow& row) {
-    return row.path == folder || FolderOf(row.path) == folder;
-  };
-  const auto place = std::ranges::find_if(rows, isIn) - rows.begin();
-  std::erase_if(rows, isIn);
-  rows.insert(rows.begin() + place, std::make_move_iterator(again.begin()),
-              std::make_move_iterator(again.end()));
 }
 
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
-                 std::vector<SurveyRow>& rows) {
-  ReadAgain(order, folder, rows);
+void SurveyAgain(const SurveyOrder& order, const std::set<std::string>& folders,
+                 const SurveyedTrees& trees, std::vector<SurveyRow>& rows) {
+  ReadAgain(order, folders, rows);
   CompareRows(trees, rows);
   CheckDueDates(order, rows);
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <future>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -101,13 +102,14 @@ class Survey {
                                            const std::function<void(double done)>& report,
                                            const ThreadStarter& start = &StartThread);
 
-/// Looks again at the folder of a model or a station whose files may have changed. The other rows
-/// stay as they are: this is for a survey that was ended before it has compared its rows.
-void ReadAgain(const SurveyOrder& order, const std::string& folder, std::vector<SurveyRow>& rows);
+/// Looks again at folders of models or stations whose files may have changed. The other rows stay
+/// as they are: this is for a survey that was ended before it has compared its rows.
+void ReadAgain(const SurveyOrder& order, const std::set<std::string>& folders,
+               std::vector<SurveyRow>& rows);
 
 /// The same after a whole survey: compares all rows again.
-void SurveyAgain(const SurveyOrder& order, const std::string& folder, const SurveyedTrees& trees,
-                 std::vector<SurveyRow>& rows);
+void SurveyAgain(const SurveyOrder& order, const std::set<std::string>& folders,
+                 const SurveyedTrees& trees, std::vector<SurveyRow>& rows);
 
 /// Whether the rows of a survey have been compared. Before that, nobody knows whether the due date
 /// of an instrument is a copy, and it is not judged.

@@ -5,6 +5,7 @@
 
 #include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
+#include "core/station/StationFiles.h"
 #include "core/text/FileCharacters.h"
 
 namespace tarvell {
@@ -19,6 +20,14 @@ std::string JoinedTexts(const List& list, std::string_view between, const TextOf
     text += (text.empty() ? "" : std::string(between)) + std::string(textOf(entry));
   }
   return text;
+}
+
+/// The states of a row. One without a serial number is known only by its file.
+std::string StateOf(const SurveyRow& row) {
+  const std::string states =
+      JoinedTexts(row.findings, ", ", [](const Finding& it) { return WordsOf(it.kind); });
+  const bool needsFile = row.serialNumber.empty() && !states.empty();
+  return needsFile ? states + ": " + NameText(ShownPath(row.path)) : states;
 }
 
 void AppendCsvField(std::string& csv, std::string_view field) {
@@ -64,12 +73,24 @@ std::string_view CodeOf(SurveyRow::Kind kind) {
   return "place";
 }
 
+std::string_view WordsOf(const SurveyRow& row) {
+  switch (row.kind) {
+    case SurveyRow::Kind::DataSet:
+      return "data set";
+    case SurveyRow::Kind::Instrument:
+      return "instrument";
+    case SurveyRow::Kind::Place:
+      break;
+  }
+  return LastNameOf(row.path) == kIndexName ? "list" : "folder";
+}
+
 std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
   switch (column) {
     case SurveyColumn::Kind:
-      return std::string(CodeOf(row.kind));
+      return std::string(WordsOf(row));
     case SurveyColumn::Model:
-      return NameText(row.model);
+      return NameText(row.kind == SurveyRow::Kind::Place ? LastNameOf(row.path) : row.model);
     case SurveyColumn::SerialNumber:
       return row.serialNumber;
     case SurveyColumn::CalibrationNumber:
@@ -85,7 +106,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
     case SurveyColumn::Stations:
       return JoinedTexts(row.stations, ", ", &NameText);
     case SurveyColumn::State:
-      return JoinedTexts(row.findings, ", ", [](const Finding& it) { return WordsOf(it.kind); });
+      return StateOf(row);
     case SurveyColumn::ToDo:
       return JoinedTexts(row.findings, " ", [](const Finding& it) { return NameText(it.text); });
     case SurveyColumn::Path:

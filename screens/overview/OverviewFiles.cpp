@@ -4,6 +4,7 @@
 #include "screens/overview/OverviewFiles.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFileInfo>
 
 #include <system_error>
@@ -30,7 +31,6 @@ namespace tarvell {
 namespace {
 
 constexpr const char* kFolder = "overview/folder";
-constexpr const char* kSaved = "saved";
 
 std::string ShownCsv(const ShownRows& rows) {
   std::vector<SurveyRow> shown;
@@ -58,8 +58,11 @@ OverviewFiles::OverviewFiles(Overview overview)
        .bytes = [this] { return DueCalendar(overview_.rows().All(), CurrentPlatform().Now()); }});
   AddPaperEntries(overview_.menu, overview_.screen, [this] {
     CheckIsWhole();
+    const bool isAnyGone = overview_.takeOutGoneFiles();
+    overview_.notices->SetRemark(isAnyGone ? GoneText() : QString());
     return PaperWork{.document = SurveyOnPaper(overview_.rows(), overview_.today()),
-                     .fileName = "overview.pdf"};
+                     .fileName = "overview.pdf",
+                     .saved = [=, this](const QString& file) { ReportSaved(file, isAnyGone); }};
   });
 }
 
@@ -80,6 +83,8 @@ void OverviewFiles::CheckIsWhole() const {
 
 void OverviewFiles::Save(const Format& format) {
   CheckIsWhole();
+  // Where the same file is saved twice, the second time is announced, too.
+  overview_.notices->SetRemark("");
   cFileDialog dialog;
   dialog.SetCaption(format.title);
   dialog.SetFilter(format.filter);
@@ -91,10 +96,20 @@ void OverviewFiles::Save(const Format& format) {
   }
   const QString file = dialog.FileName();
   Remember(kFolder, QFileInfo(file).path());
+  const bool isAnyGone = overview_.takeOutGoneFiles();
   if (const std::error_code error = SaveNativeFile(SystemPath(file), format.bytes())) {
     throw SystemError(error, "write the file", FromQt(file));
   }
-  overview_.notices->Report(kSaved, tr("Saved as %1.").arg(file));
+  ReportSaved(file, isAnyGone);
+}
+
+QString OverviewFiles::GoneText() {
+  return tr("Files were deleted meanwhile: their rows were taken out.");
+}
+
+void OverviewFiles::ReportSaved(const QString& file, bool isAnyGone) const {
+  overview_.notices->SetRemark(tr("Saved as %1.").arg(QDir::toNativeSeparators(file)) +
+                               (isAnyGone ? " " + GoneText() : ""));
 }
 
 }  // namespace tarvell

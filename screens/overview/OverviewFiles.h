@@ -29,6 +29,8 @@ class OverviewFiles final : public QObject {
     std::function<const ShownRows&()> rows;
     /// Whether these are the rows of all files.
     std::function<bool()> isWhole;
+    /// Takes out the rows of files that were deleted meanwhile; returns whether there are any.
+    std::function<bool()> takeOutGoneFiles;
     std::function<FileDate()> today;
   };
   explicit OverviewFiles(Overview overview);
@@ -44,6 +46,9 @@ class OverviewFiles final : public QObject {
   /// Throws if rows are missing.
   void CheckIsWhole() const;
   void Save(const Format& format);
+  [[nodiscard]] static QString GoneText();
+  /// Says so in the remark, which what is to be done about the current row does not hide.
+  void ReportSaved(const QString& file, bool isAnyGone) const;
 
   Overview overview_;
 };

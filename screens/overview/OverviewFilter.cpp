@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 
+#include "core/text/FileCharacters.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/UserSettings.h"
@@ -64,7 +65,7 @@ OverviewFilter::OverviewFilter(const Controls& controls, QObject* parent)
   controls_.text->installEventFilter(this);
 }
 
-void OverviewFilter::AddStates() {
+void OverviewFilter::AddStates() const {
   controls_.state->addItem(tr("All"), QString());
   controls_.state->addItem(tr("Something to do"), QString(kToDo));
   for (std::size_t kind = 0; kind < kFindingKinds; ++kind) {
@@ -86,7 +87,7 @@ RowFilter OverviewFilter::Filter() const {
 
 void OverviewFilter::AddStation(const std::string& name) {
   if (stations_.insert(name).second) {
-    controls_.station->addItem(ToQt(name), QByteArray::fromStdString(name));
+    controls_.station->addItem(ToQt(NameText(name)), QByteArray::fromStdString(name));
   }
 }
 

@@ -47,7 +47,7 @@ class OverviewFilter final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void AddStates();
+  void AddStates() const;
   void AddStation(const std::string& name);
 
   Controls controls_;

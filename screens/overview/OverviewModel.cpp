@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "core/platform/ProgramPath.h"
-#include "core/station/StationFiles.h"
+#include "core/text/FileCharacters.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/SerialList.h"
 
@@ -21,27 +21,12 @@ SurveyColumn ColumnOf(int column) {
   return static_cast<SurveyColumn>(column);
 }
 
-bool IsIndex(const SurveyRow& row) {
-  return row.kind == SurveyRow::Kind::Place && LastNameOf(row.path) == kIndexName;
-}
-
-QString KindText(const SurveyRow& row) {
-  switch (row.kind) {
-    case SurveyRow::Kind::DataSet:
-      return OverviewModel::tr("data set");
-    case SurveyRow::Kind::Instrument:
-      return OverviewModel::tr("instrument");
-    case SurveyRow::Kind::Place:
-      break;
-  }
-  return IsIndex(row) ? OverviewModel::tr("list") : OverviewModel::tr("folder");
-}
-
 /// What a tooltip shows: any markup in the text as it is, and long lines wrapped.
 QString Tooltip(const SurveyRow& row) {
   const QString toDo = ToDoText(row);
-  return Qt::convertFromPlainText(ToQt(ShownPath(row.path)) + (toDo.isEmpty() ? "" : "\n") + toDo,
-                                  Qt::WhiteSpaceNormal);
+  return Qt::convertFromPlainText(
+      ToQt(NameText(ShownPath(row.path))) + (toDo.isEmpty() ? "" : "\n") + toDo,
+      Qt::WhiteSpaceNormal);
 }
 
 }  // namespace
@@ -51,7 +36,7 @@ QString ToDoText(const SurveyRow& row) {
   for (const Finding& finding : row.findings) {
     const QString words = ToQt(WordsOf(finding.kind));
     text += (text.isEmpty() ? "" : "\n") + words.left(1).toUpper() + words.mid(1) + ": " +
-            ToQt(finding.text);
+            ToQt(NameText(finding.text));
   }
   return text;
 }
@@ -66,16 +51,6 @@ int OverviewModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : kOverviewColumns;
 }
 
-QString OverviewModel::TextOf(const SurveyRow& row, int column) const {
-  if (ColumnOf(column) == SurveyColumn::Kind) {
-    return KindText(row);
-  }
-  if (ColumnOf(column) == SurveyColumn::Model && row.kind == SurveyRow::Kind::Place) {
-    return ToQt(LastNameOf(row.path));
-  }
-  return ToQt(SurveyCell(row, ColumnOf(column)));
-}
-
 QVariant OverviewModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) {
     return {};
@@ -85,7 +60,7 @@ QVariant OverviewModel::data(const QModelIndex& index, int role) const {
   const bool isPastDue = row.Has(FindingKind::PastDue);
   switch (role) {
     case Qt::DisplayRole:
-      return TextOf(row, index.column());
+      return ToQt(SurveyCell(row, ColumnOf(index.column())));
     case Qt::TextAlignmentRole:
       return ColumnOf(index.column()) == SurveyColumn::DaysLeft
                  ? QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter))

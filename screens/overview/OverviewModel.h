@@ -57,7 +57,6 @@ class OverviewModel final : public QAbstractTableModel {
   void SetLook(const QPalette& palette, const QStyle& style);
 
  private:
-  [[nodiscard]] QString TextOf(const SurveyRow& row, int column) const;
   /// Changes the order of the rows, without adding or removing any.
   void Rearrange(const std::function<void()>& change);
 

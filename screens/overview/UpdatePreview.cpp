@@ -50,8 +50,11 @@ UpdatePreview::UpdatePreview(const std::vector<Line>& lines, bool canUpdate, QWi
   for (const Line& line : lines) {
     ShowLine(row++, line);
   }
-  ui_->tblPreview->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  ui_->tblPreview->horizontalHeader()->setStretchLastSection(true);
+  QHeaderView& columns = *ui_->tblPreview->horizontalHeader();
+  columns.setSectionResizeMode(QHeaderView::Stretch);
+  columns.setSectionResizeMode(0, QHeaderView::ResizeToContents);
+  // A reason may have several sentences: rows are as high as their texts need.
+  ui_->tblPreview->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   ui_->btnOk->setEnabled(canUpdate);
   connect(ui_->btnOk, &QPushButton::clicked, this, &UpdatePreview::accept);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &UpdatePreview::reject);

@@ -67,6 +67,19 @@ Plan PlanOf(QWidget* owner, const DataSets& dataSets) {
   return plan;
 }
 
+bool HasProblem(const Plan& plan) {
+  return std::ranges::any_of(plan.lines, [](const auto& line) { return !line.problem.isEmpty(); });
+}
+
+std::set<std::string> FoldersOf(const DataSets& dataSets) {
+  std::set<std::string> folders;
+  for (const auto& [instrument, dataSet] : dataSets) {
+    folders.emplace(FolderOf(instrument));
+    folders.emplace(FolderOf(dataSet));
+  }
+  return folders;
+}
+
 /// Whether the file has been saved.
 bool Save(QWidget* owner, StationUpdate& update) {
   bool isSaved = false;
@@ -80,8 +93,8 @@ bool Save(QWidget* owner, StationUpdate& update) {
 
 }  // namespace
 
-std::set<std::string> UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
-                                     const std::vector<SurveyRow>& all) {
+StationsUpdated UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
+                               const std::vector<SurveyRow>& all) {
   const DataSets dataSets = DataSetsOf(selected, all);
   if (dataSets.empty()) {
     Tell(owner, UpdatePreview::tr("No station has an instrument that could be updated by what is "
@@ -95,16 +108,16 @@ std::set<std::string> UpdateStations(QWidget* owner, const std::vector<SurveyRow
                                   "due dates and comments of the data sets."));
     return {};
   }
-  if (UpdatePreview(plan.lines, !plan.updates.empty(), owner).exec() != QDialog::Accepted) {
+  StationsUpdated updated;
+  if (UpdatePreview(plan.lines, !plan.updates.empty(), owner).exec() == QDialog::Accepted) {
+    for (StationUpdate& update : plan.updates) {
+      updated.isAnySaved = Save(owner, update) || updated.isAnySaved;
+    }
+  } else if (!HasProblem(plan)) {
     return {};
   }
-  std::set<std::string> folders;
-  for (StationUpdate& update : plan.updates) {
-    if (Save(owner, update)) {
-      folders.insert(update.Folder());
-    }
-  }
-  return folders;
+  updated.foldersToReadAgain = FoldersOf(dataSets);
+  return updated;
 }
 
 }  // namespace tarvell

@@ -14,12 +14,19 @@
 
 namespace tarvell {
 
+/// What an update has done.
+struct StationsUpdated {
+  bool isAnySaved = false;
+  /// Those of the instruments and their data sets, if anything was saved or could not be read: the
+  /// overview may show something that is not so any more.
+  std::set<std::string> foldersToReadAgain = {};
+};
+
 /// Takes the due dates and comments of data sets into the files of the instruments at the stations,
 /// after a preview of every line that changes. Which instruments: the selected ones, and all that
-/// use a selected data set. `all` are the rows of a finished survey. Returns the folders of the
-/// files that were saved.
-std::set<std::string> UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
-                                     const std::vector<SurveyRow>& all);
+/// use a selected data set. `all` are the rows of a finished survey.
+StationsUpdated UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
+                               const std::vector<SurveyRow>& all);
 
 }  // namespace tarvell
 

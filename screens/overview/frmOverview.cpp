@@ -15,6 +15,8 @@
 
 #include "core/platform/ProgramPath.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "core/survey/GoneFiles.h"
+#include "core/text/FileCharacters.h"
 #include "screens/overview/OpenedRow.h"
 #include "screens/overview/OverviewFiles.h"
 #include "screens/overview/OverviewFilter.h"
@@ -37,8 +39,7 @@ constexpr const char* kDueSoonDaysSetting = "overview/due-soon-days";
 constexpr int kPercent = 100;
 constexpr std::chrono::seconds kLookAtTheDay(30);
 
-// Subjects of notices.
-constexpr const char* kSurvey = "survey";
+constexpr const char* kToDo = "to do";  // the subject of a notice
 
 /// Keeps the place of a control in its layout while it is hidden.
 void KeepPlace(QWidget* control) {
@@ -90,13 +91,14 @@ frmOverview::~frmOverview() = default;
 void frmOverview::SetUpFiles() {
   auto* menu = new QMenu(this);
   menu->setObjectName("mnuFile");
-  // The screen owns it.
-  new OverviewFiles({.screen = this,
-                     .menu = menu,
-                     .notices = ui_->notices,
-                     .rows = [this]() -> const ShownRows& { return ui_->tblRows->Model().Rows(); },
-                     .isWhole = [this] { return read_ == Read::Whole && couldLook_; },
-                     .today = [this] { return order_.today; }});
+  files_ = new OverviewFiles(
+      {.screen = this,
+       .menu = menu,
+       .notices = ui_->notices,
+       .rows = [this]() -> const ShownRows& { return ui_->tblRows->Model().Rows(); },
+       .isWhole = [this] { return read_ == Read::Whole && couldLook_; },
+       .takeOutGoneFiles = [this] { return TakeOutGoneFiles(); },
+       .today = [this] { return order_.today; }});
   connect(ui_->btnFile, &QPushButton::clicked, this, [this, menu] {
     menu->popup(ui_->btnFile->mapToGlobal(ui_->btnFile->rect().bottomLeft()));
   });
@@ -174,9 +176,10 @@ void frmOverview::Fail(const std::exception_ptr& failure) {
 void frmOverview::btnCancel_Click() {
   survey_.reset();
   EndEarly();
-  ui_->notices->Report(kSurvey,
-                       tr("Not all files were read, and what follows from several files is not "
-                          "shown, such as the stations of a data set. F5 reads them again."));
+  // The remark comes first: what to do about a row may be so long that it hides what follows.
+  ui_->notices->SetRemark(
+      tr("Not all files were read, and what follows from several files is not "
+         "shown, such as the stations of a data set. F5 reads them again."));
 }
 
 void frmOverview::EndEarly() {
@@ -213,10 +216,20 @@ void frmOverview::btnOpen_Click() {
   }
   // The table may change meanwhile.
   const SurveyRow row = *ui_->tblRows->Current();
+  const std::set<std::string> folder = {std::string(FolderOf(row.path))};
   Guarded(this, [&] {
-    if (OpenRow(this, row)) {
-      hasChangedFiles_ = true;
-      LookAgain({std::string(FolderOf(row.path))});
+    if (!FoldersWithGoneFiles({&row, 1}).empty()) {
+      LookAgain(folder);
+      Tell(this, tr("%1 is not there any more: somebody has deleted or renamed it. Its folder was "
+                    "read again.")
+                     .arg(ToQt(NameText(ShownPath(row.path)))));
+      return;
+    }
+    const bool mayHaveChanged = OpenRow(this, row);
+    hasChangedFiles_ = hasChangedFiles_ || mayHaveChanged;
+    // The editor has read a data set, which others may have changed since the overview did.
+    if (mayHaveChanged || row.kind == SurveyRow::Kind::DataSet) {
+      LookAgain(folder);
     }
   });
 }
@@ -227,10 +240,10 @@ void frmOverview::btnUpdate_Click() {
     return;
   }
   Guarded(this, [this] {
-    const std::set<std::string> folders =
+    const StationsUpdated updated =
         UpdateStations(this, ui_->tblRows->Selected(), ui_->tblRows->Model().Rows().All());
-    hasChangedFiles_ = hasChangedFiles_ || !folders.empty();
-    LookAgain(folders);
+    hasChangedFiles_ = hasChangedFiles_ || updated.isAnySaved;
+    LookAgain(updated.foldersToReadAgain);
   });
 }
 
@@ -244,14 +257,18 @@ void frmOverview::LookAgain(const std::set<std::string>& folders) {
   }
   const BusyPointer busy;
   ChangeRows([&](std::vector<SurveyRow>& rows) {
-    for (const std::string& folder : folders) {
-      if (read_ == Read::Whole) {
-        SurveyAgain(order_, folder, trees_, rows);
-      } else {
-        ReadAgain(order_, folder, rows);
-      }
+    if (read_ == Read::Whole) {
+      SurveyAgain(order_, folders, trees_, rows);
+    } else {
+      ReadAgain(order_, folders, rows);
     }
   });
+}
+
+bool frmOverview::TakeOutGoneFiles() {
+  const std::set<std::string> folders = FoldersWithGoneFiles(ui_->tblRows->Model().Rows().All());
+  LookAgain(folders);
+  return !folders.empty();
 }
 
 void frmOverview::ChangeRows(const std::function<void(std::vector<SurveyRow>& rows)>& change) {
@@ -272,7 +289,11 @@ void frmOverview::ShowCounts() {
 
 void frmOverview::ShowToDo() {
   const SurveyRow* row = ui_->tblRows->Current();
-  ui_->notices->SetRemark(row == nullptr ? QString() : ToDoText(*row));
+  ui_->notices->Report(kToDo, row == nullptr ? QString() : ToDoText(*row));
+  if (read_ == Read::Whole) {
+    // It said what was saved.
+    ui_->notices->SetRemark("");
+  }
 }
 
 }  // namespace tarvell

@@ -19,6 +19,7 @@
 
 namespace tarvell {
 
+class OverviewFiles;
 class OverviewFilter;
 
 namespace Ui {
@@ -75,6 +76,8 @@ class frmOverview final : public QDialog {
   /// Reads folders again whose files may have been changed; while the survey runs, when it has
   /// ended.
   void LookAgain(const std::set<std::string>& folders);
+  /// Reads the folders again whose files were deleted meanwhile. Returns whether there are any.
+  bool TakeOutGoneFiles();
   /// Lets `change` change the rows, and shows them.
   void ChangeRows(const std::function<void(std::vector<SurveyRow>& rows)>& change);
   void ShowCounts();
@@ -82,6 +85,7 @@ class frmOverview final : public QDialog {
 
   std::unique_ptr<Ui::frmOverview> ui_;
   OverviewFilter* filter_ = nullptr;
+  OverviewFiles* files_ = nullptr;  ///< both belong to the screen
   std::function<FileDate()> today_;
   SurveyOrder order_;
   SurveyedTrees trees_;  ///< of the survey that has ended

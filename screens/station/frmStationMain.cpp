@@ -12,6 +12,7 @@
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/station/StationFiles.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 #include "screens/station/frmStationModelList.h"
 #include "screens/widgets/BusyPointer.h"
@@ -63,6 +64,7 @@ void frmStationMain::ShowModally() {
     index_.Begin(gStationDir);
   }
   head_->ClearFilter();
+  isChanged_ = false;
   RefreshStationList();
   ui_->lstStation->setFocus();
   exec();
@@ -100,6 +102,7 @@ void frmStationMain::WriteStationIndex() {
       index_.Merged(NamesIn(ui_->lstStation), ListStations(gStationDir));
   std::erase(stations, kPlaceholder);
   tarvell::WriteStationIndex(gStationDir, stations);
+  isChanged_ = false;
 }
 
 std::string frmStationMain::SelectedStation() const {
@@ -133,6 +136,7 @@ void frmStationMain::AddStation() {
     return;
   }
   MakeStation(gStationDir, name);
+  isChanged_ = true;
   // What was added must be seen.
   head_->ClearFilter();
 }
@@ -148,15 +152,17 @@ void frmStationMain::DeleteStation() {
     return;
   }
   const auto answer = CurrentQuestions().Ask(
-      this, {.text = "Are you sure you want to delete \"" + ToQt(station) + "\" station data?",
-             .icon = QMessageBox::Warning,
-             .buttons = QMessageBox::Ok | QMessageBox::Cancel,
-             .defaultButton = QMessageBox::Cancel});
+      this,
+      {.text = "Are you sure you want to delete \"" + ToQt(NameText(station)) + "\" station data?",
+       .icon = QMessageBox::Warning,
+       .buttons = QMessageBox::Ok | QMessageBox::Cancel,
+       .defaultButton = QMessageBox::Cancel});
   if (answer == QMessageBox::Ok) {
     Guarded(this, [&] {
-      static_cast<void>(ChangedWithHistory(this, "delete", [&](Earlier earlier) {
+      const bool isDeleted = ChangedWithHistory(this, "delete", [&](Earlier earlier) {
         tarvell::DeleteStation(gStationDir, station, earlier);
-      }));
+      });
+      isChanged_ = isChanged_ || isDeleted;
     });
     RefreshStationList();
   }
@@ -174,6 +180,25 @@ void frmStationMain::btnEdit_Click() {
     instruments.ShowModally();
     RefreshStationList();
   });
+}
+
+void frmStationMain::reject() {
+  if (!isChanged_) {
+    QDialog::reject();
+    return;
+  }
+  const auto answer = CurrentQuestions().Ask(
+      this, {.text = "Stations were added or deleted, and their list INDEX was not saved. Do you "
+                     "want to save it?",
+             .icon = QMessageBox::Warning,
+             .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+             .defaultButton = QMessageBox::Yes,
+             .detail = "Without it, the stations go on reading the earlier list."});
+  if (answer == QMessageBox::No) {
+    QDialog::reject();
+  } else if (answer == QMessageBox::Yes) {
+    btnReturn_Click();
+  }
 }
 
 void frmStationMain::btnReturn_Click() {

@@ -32,6 +32,10 @@ class frmStationMain final : public QDialog {
   /// Reads the list of stations and shows the screen until it is closed.
   void ShowModally();
 
+  /// Escape and the window frame close the screen without saving INDEX; they ask first if stations
+  /// were added or deleted.
+  void reject() override;
+
  signals:
   /// The user wants to see the overview, by its button or F6.
   void OverviewWanted();
@@ -55,8 +59,9 @@ class frmStationMain final : public QDialog {
 
   std::unique_ptr<Ui::frmStationMain> ui_;
   ListHead* head_;
-  StationIndex index_;     ///< merges the list with what others wrote to INDEX
-  bool isListed_ = false;  ///< whether the list shows what the root holds
+  StationIndex index_;      ///< merges the list with what others wrote to INDEX
+  bool isListed_ = false;   ///< whether the list shows what the root holds
+  bool isChanged_ = false;  ///< whether a station was added or deleted since INDEX was saved
 };
 
 }  // namespace tarvell

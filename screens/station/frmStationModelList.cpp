@@ -16,6 +16,7 @@
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 #include "screens/station/InstrumentFields.h"
 #include "screens/station/InstrumentHistory.h"
@@ -78,8 +79,9 @@ frmStationModelList::frmStationModelList(QWidget* parent)
 frmStationModelList::~frmStationModelList() = default;
 
 void frmStationModelList::ShowModally() {
-  setWindowTitle(ToQt(StationName) + " - Station Data Edit - " + ToQt(kApplicationTitle));
-  ui_->lbStation->setText("StationName :  " + ToQt(StationName));
+  const QString station = ToQt(NameText(StationName));
+  setWindowTitle(station + " - Station Data Edit - " + ToQt(kApplicationTitle));
+  ui_->lbStation->setText("StationName :  " + station);
   stationFolder_ = Joined(gStationDir, StationName);
   fields_->Empty();
   {
@@ -207,8 +209,8 @@ void frmStationModelList::LoadInstrument(QListWidgetItem* entry) {
   }
   editsEnableSave_ = false;
   if (isEmpty) {
-    ui_->lblNotice->Report(kEntryNotice,
-                           "The file \"" + ToQt(name) + "\" is empty: nothing was read from it.");
+    ui_->lblNotice->Report(kEntryNotice, "The file \"" + ToQt(NameText(name)) +
+                                             "\" is empty: nothing was read from it.");
   } else {
     fields_->OfferSerials(ReadCalFiles(this, instrument.ModelNumber));
     fields_->Show(instrument);
@@ -259,17 +261,24 @@ void frmStationModelList::Field_Change() {
   noticesAreDue_.start();
 }
 
+bool frmStationModelList::IsFileOf(const std::string& entry, const std::string& model) const {
+  return EqualsIgnoringCase(entry, model) ||
+         (EqualsIgnoringCase(NameText(entry), model) && !HasName(ui_->LstInstrment, model));
+}
+
 void frmStationModelList::ReportNotices() {
   fields_->ReportNotices(*ui_->lblNotice);
+  ui_->lblNotice->Report("end", ToQt(file_.Unread()));
   const StationInstrument shown = fields_->Values();
   const std::string entry = shownEntry_ == nullptr ? std::string() : NameOfEntry(shownEntry_);
   const bool isOther =
-      !entry.empty() && !shown.ModelNumber.empty() && !EqualsIgnoringCase(entry, shown.ModelNumber);
+      !entry.empty() && !shown.ModelNumber.empty() && !IsFileOf(entry, shown.ModelNumber);
   const QString file = "\"" + ToQt(shown.ModelNumber) + "\"";
   ui_->lblNotice->Report(
-      "file", isOther ? "The fields belong to the file " + file + ", not \"" + ToQt(entry) +
-                            "\", which the list marks: Save and Delete act on " + file + "."
-                      : QString());
+      "file", isOther
+                  ? "The fields belong to the file " + file + ", not \"" + ToQt(NameText(entry)) +
+                        "\", which the list marks: Save and Delete act on " + file + "."
+                  : QString());
 }
 
 void frmStationModelList::btnAdd_Click() {
@@ -333,6 +342,9 @@ frmStationModelList::SaveResult frmStationModelList::Save() {
           unsaved_.Saved(shownEntry_);
         }
         QListWidgetItem* saved = EntryOf(ui_->LstInstrment, instrument.ModelNumber);
+        if (saved == nullptr && IsFileOf(ShownFile(), instrument.ModelNumber)) {
+          saved = shownEntry_;
+        }
         if (saved != nullptr && !unsaved_.Contains(saved)) {
           MarkInstrument(saved, instrument);
           const QSignalBlocker blocker(ui_->LstInstrment);
@@ -401,10 +413,15 @@ void frmStationModelList::DeleteInstrument() {
     index_.WasListed({name});
   }
   unsaved_.Forget(name);
-  shownEntry_ = nullptr;
-  ui_->lblNotice->Clear();
+  ShowNone();
   RefreshInstrumentList();
   fields_->Empty();
+}
+
+void frmStationModelList::ShowNone() {
+  shownEntry_ = nullptr;
+  file_ = StoredFile();
+  ui_->lblNotice->Clear();
 }
 
 void frmStationModelList::btnClear_Click() {
@@ -430,8 +447,7 @@ void frmStationModelList::ClearInstruments() {
   });
   if (deleted) {
     unsaved_.Clear();
-    shownEntry_ = nullptr;
-    ui_->lblNotice->Clear();
+    ShowNone();
   }
   RefreshInstrumentList();
   if (!deleted) {
@@ -464,9 +480,12 @@ bool frmStationModelList::MayLeaveWithoutIndex() {
 void frmStationModelList::reject() {
   Guarded(this, [this] {
     if (MayLeave()) {
-      // The user can leave even if INDEX cannot be written.
-      Guarded(this, [this] { WriteStationInstrumentIndex(); });
-      accept();
+      // The user can leave even if INDEX cannot be written. Without the folder, as by Return, that
+      // is asked.
+      if (Guarded(this, [this] { WriteStationInstrumentIndex(); }) ||
+          FolderExists(stationFolder_) || MayLeaveWithoutIndex()) {
+        accept();
+      }
     }
   });
 }

@@ -45,7 +45,7 @@ class frmStationModelList final : public QDialog {
   void ShowModally();
 
   /// Escape and the window frame do what Return does, but close the screen even when INDEX cannot
-  /// be written; the error is shown.
+  /// be written to the folder; the error is shown.
   void reject() override;
 
  private:
@@ -63,6 +63,9 @@ class frmStationModelList final : public QDialog {
   /// Reports on the notice line which values would be read back differently, and which file Save
   /// and Delete act on when it is not the selected one.
   void ReportNotices();
+  /// Whether Save and Delete would act on the file of an entry while the fields show this model. A
+  /// name from an older system has the same text in other bytes.
+  [[nodiscard]] bool IsFileOf(const std::string& entry, const std::string& model) const;
   /// Reads the list of instruments; shows the error when the folder cannot be read.
   void RefreshInstrumentList();
   void ReadInstrumentList();
@@ -94,6 +97,8 @@ class frmStationModelList final : public QDialog {
   /// Deletes the file that the model number names. For an instrument that was added and not saved,
   /// removes only its entry.
   void DeleteInstrument();
+  /// Forgets the shown instrument, whose file was deleted.
+  void ShowNone();
   void ClearInstruments();
   /// If the station's folder is gone, asks whether to leave; false when the folder exists.
   bool MayLeaveWithoutIndex();

@@ -67,7 +67,7 @@ std::function<bool()> UnlessChanged(QWidget* owner, const std::string& path) {
   return [owner, path, before = ContentOf(path)] {
     const bool isSame = ContentOf(path) == before;
     if (!isSame) {
-      Tell(owner, ToQt("The file " + std::string(LastNameOf(path)) +
+      Tell(owner, ToQt("The file " + NameWithFolder(path) +
                        " has changed in the meantime. Nothing was done. Look at what it holds now, "
                        "then try again."));
     }

@@ -17,6 +17,7 @@
 #include <limits>
 #include <utility>
 
+#include "core/text/FileCharacters.h"
 #include "screens/widgets/PaleSelection.h"
 #include "screens/widgets/QtText.h"
 
@@ -180,7 +181,13 @@ class EntryEvents : public QObject {
 
 void AddName(QListWidget* list, const std::string& name) {
   const int number = list->count();
-  auto* item = new NameEntry(ToQt(name), list);  // the list owns it
+  auto* item = new NameEntry(ToQt(NameText(name)), list);  // the list owns it
+  if (!IsUtf8(name)) {
+    // Another entry may have the same text.
+    const QString note = "The name has the characters of an older system.";
+    item->setToolTip(note);
+    item->setData(Qt::AccessibleDescriptionRole, note);
+  }
   item->setData(kNumberRole, number);
   item->setData(Qt::UserRole, QByteArray::fromStdString(name));
 }

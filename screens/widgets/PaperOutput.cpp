@@ -114,6 +114,9 @@ void SavePaperAsPdf(QWidget* owner, const PaperWork& work) {
   if (const std::error_code error = SaveNativeFile(SystemPath(file), content)) {
     throw SystemError(error, "save the file", FromQt(file));
   }
+  if (work.saved) {
+    work.saved(file);
+  }
 }
 
 }  // namespace tarvell

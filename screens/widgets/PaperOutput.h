@@ -21,6 +21,8 @@ struct PaperWork {
   PaperDocument document;
   QList<QPicture> pictures = {};
   QString fileName = {};  ///< what is proposed for a PDF file, "PX12A 3318A12345.pdf"
+  /// Called with the file when a PDF has been saved; may be empty.
+  std::function<void(const QString& file)> saved = {};
 };
 
 /// Adds "Print..." and "Save as PDF..." to the menu of a screen. `work` makes what is printed; it

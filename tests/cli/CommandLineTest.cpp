@@ -125,11 +125,14 @@ TEST_F(CommandLine, ReportsAFolderThatItCannotListAndPrintsWhatItHasRead) {
 }
 
 TEST_F(CommandLine, ReportsAFileWhoseDueDateItCannotRead) {
-  tree_.Write(kSensor, Sensor("20270305", "99.8").substr(0, 60));
-  for (const std::vector<std::string>& command :
-       {std::vector<std::string>{"due"}, {"due", "-q"}, {"export", "--ics"}}) {
-    EXPECT_EQ(Run(command), kCouldNotLook);
-    EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\PX12A\\SN12345: "), 0U);
+  for (const std::string& bytes :
+       {Sensor("202703", "99.8"), Sensor("20270305", "99.8").substr(0, 60)}) {
+    tree_.Write(kSensor, bytes);
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"due"}, {"due", "-q"}, {"export", "--ics"}}) {
+      EXPECT_EQ(Run(command), kCouldNotLook);
+      EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\PX12A\\SN12345: "), 0U);
+    }
   }
   EXPECT_EQ(Run({"check"}), kFindings);
   EXPECT_EQ(Run({"export", "--csv"}), kClean) << "the table has a row for the file";
@@ -160,6 +163,20 @@ TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
   }
   EXPECT_EQ(RunCommandLine({"due", "--today", "2026-02-29"}, kNow, console_), kCouldNotLook);
   EXPECT_EQ(RunCommandLine({"--help"}, kNow, console_), kClean);
+}
+
+TEST_F(CommandLine, NamesTheCommandThatWasProbablyMeant) {
+  const std::string all =
+      " The commands are check, due, show, diff, export, history and import; \"tarvell-cli "
+      "--help\" explains them.\n";
+  for (const auto& [word, meant] :
+       std::vector<std::pair<std::string, std::string>>{{"chek", " Did you mean \"check\"?"},
+                                                        {"dif", " Did you mean \"diff\"?"},
+                                                        {"historie", " Did you mean \"history\"?"},
+                                                        {"calibrate", ""}}) {
+    EXPECT_EQ(Run({word}), kCouldNotLook);
+    EXPECT_EQ(console_.err, "tarvell-cli: \"" + word + "\" is not a command." + meant + all);
+  }
 }
 
 TEST_F(CommandLine, ExportWritesOnlyTheFileThatItWasTold) {
@@ -370,6 +387,14 @@ TEST_F(ImportCommand, TakesADoubtfulCertificateOnlyIfItIsSure) {
   EXPECT_EQ(Import(kCertificate, {"--serial", "3318A99999", "--sure"}), kClean) << console_.err;
   EXPECT_EQ(tree_.Read("c:\\calfactors\\PX12A\\SN99999"),
             With(kImported, "3318A12345", "3318A99999"));
+}
+
+TEST_F(ImportCommand, SaysForWhichModelACertificateWithoutATableIs) {
+  tree_.InstallTemplate("RT520A");
+  tree_.Write("c:\\new.csv", kCertificate);
+  EXPECT_EQ(Run({"import", "c:\\new.csv", "--model", "RT520A"}), kCouldNotLook);
+  EXPECT_TRUE(Reported("no table for the model RT520A")) << console_.err;
+  EXPECT_TRUE(Reported("The certificate is for the model \"PX12A\"")) << console_.err;
 }
 
 TEST_F(ImportCommand, ReportsAValueThatStandsOutBeforeItSavesIt) {

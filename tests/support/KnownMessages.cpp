@@ -46,10 +46,12 @@ const std::array kKnownMessages = {
     "The folder of this station is not there any more\\. Leave the station without writing its "
     "list "
     "INDEX\\?.*",
+    "Stations were added or deleted, and their list INDEX was not saved\\..*",
     "There is no equipment calibration data\\.\r\nIt's not possible to add it\\.",
     // The overview.
     "(Wait until all files|Not all files) have been read.* press F5 to read them again\\.",
     "(No row is selected|There is no screen for this folder or list)\\..*",
+    ".+ is not there any more: somebody has deleted or renamed it\\..*",
     "(No station has an instrument that could be|Nothing has to be) updated.*",
     "The file does not begin like a data file\\. .*",
     "The file is in the old style, without the header lines of a data file, .*",
@@ -57,7 +59,8 @@ const std::array kKnownMessages = {
     "(No (calibration data|stations?|model)|Model number or serial number) is (no )?selected\\."
     "(\n\n.+ has an outline, but is not selected\\. .*)?",
     "The chosen (data set|instrument) is not in the .+ any more\\. .*",
-    "The file .+ (holds data without a serial number|holds the data of another serial number, "
+    "The (end of the )?file .+ (is missing, and its last line was not read|holds data without a "
+    "serial number|holds the data of another serial number, "
     "\".+\"|has changed since it was opened here|with this serial number already exists)\\. Do you "
     "want to replace it\\?\n\n.*",
     // Names, numbers and characters.

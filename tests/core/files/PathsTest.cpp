@@ -72,6 +72,11 @@ TEST(NativePath, FindsAnEntryThatDiffersOnlyInCaseAfterOneWithExactlyTheName) {
   std::filesystem::create_symlink("missing", c / "CalFactors" / "px12a" / "SN1");
   EXPECT_EQ(NativePath(R"(c:\calfactors\px12a\SN1)"), c / "CalFactors" / "px12a" / "SN1");
   EXPECT_EQ(NativePath(R"(c:\calfactors\Px12a\Sn1)"), c / "CalFactors" / "Px12a" / "Sn1");
+  // A name in the bytes of an older system, unless another has exactly the text.
+  tree.Write("c:\\CalFactors\\P\xC4Z", "x");
+  EXPECT_EQ(NativePath("c:\\CalFactors\\p\u00C4Z"), c / "CalFactors" / "P\xC4Z");
+  WriteNative(c / "CalFactors" / "P\u00C4Z", "x");
+  EXPECT_EQ(NativePath("c:\\CalFactors\\P\u00C4Z"), c / "CalFactors" / "P\u00C4Z");
   // Only the letters A to Z have a case.
   EXPECT_EQ(NativePath("c:\\PR\u00FCF"), c / "Pr\u00FCf");
   EXPECT_EQ(NativePath("c:\\Pr\u00DCf"), c / "Pr\u00DCf");

@@ -122,9 +122,10 @@ TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::AnotherSerialNumber);
   const ReplacementQuestion question = QuestionOf(replacement);
-  EXPECT_EQ(question.text,
-            "The file SN12345 holds the data of another serial number, \"OLD12345\". Do you want "
-            "to replace it?");
+  EXPECT_EQ(
+      question.text,
+      "The file PX12A\\SN12345 holds the data of another serial number, \"OLD12345\". Do you want "
+      "to replace it?");
   EXPECT_EQ(question.detail,
             "Serial number: OLD12345\n"
             "Calibration number: C-0042\n"
@@ -136,8 +137,9 @@ TEST_F(Replacing, AFileOfAnotherSerialNumberIsDescribedAsInTheLists) {
 
   for (const char* bytes : {"no data\r\n", "#MODEL_NO : PX12A\r\n#CAL_DATE : 20010230\r\n"}) {
     tree_.Write(kFile, bytes);
-    EXPECT_EQ(QuestionOf(data.WouldReplace(kFile)).text,
-              "The file SN12345 holds data without a serial number. Do you want to replace it?");
+    EXPECT_EQ(
+        QuestionOf(data.WouldReplace(kFile)).text,
+        "The file PX12A\\SN12345 holds data without a serial number. Do you want to replace it?");
   }
   EXPECT_TRUE(test::Contains(QuestionOf(data.WouldReplace(kFile)).detail,
                              "Calibration number: (none)\nCalibrated: 20010230 (no such day)\n"));
@@ -179,8 +181,9 @@ TEST_F(Replacing, OnlyTheChangesOfTheOtherUserAreListed) {
   data.SetCalibrationNumber("C-0043");
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::Changed);
-  EXPECT_EQ(QuestionOf(replacement).text,
-            "The file SN12345 has changed since it was opened here. Do you want to replace it?");
+  EXPECT_EQ(
+      QuestionOf(replacement).text,
+      "The file PX12A\\SN12345 has changed since it was opened here. Do you want to replace it?");
   EXPECT_EQ(QuestionOf(replacement).detail,
             "Last changed: 5 MAR 2026 14:03:07\n"
             "What would be replaced:\n"
@@ -202,8 +205,9 @@ TEST_F(Replacing, TheSecondOfTwoUsersWhoAddTheSameInstrumentIsAsked) {
   other.SaveCalibrationDataToFile(kFile);
   const Replacement replacement = data.WouldReplace(kFile);
   EXPECT_EQ(replacement.kind, Kind::NotOpened);
-  EXPECT_EQ(QuestionOf(replacement).text,
-            "The file SN12345 with this serial number already exists. Do you want to replace it?");
+  EXPECT_EQ(
+      QuestionOf(replacement).text,
+      "The file PX12A\\SN12345 with this serial number already exists. Do you want to replace it?");
   EXPECT_EQ(replacement.fields, (Fields{{"Calibration number", "C-1"}, {"Comment", "(none)"}}));
   EXPECT_EQ(replacement.cells, 0U);
 }

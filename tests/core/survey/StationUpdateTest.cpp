@@ -114,6 +114,13 @@ TEST_F(StationUpdates, RefuseADataSetOfAnotherInstrumentOrWithoutADueDate) {
   tree_.Write(kDataSet, other);
   EXPECT_TRUE(Contains(ErrorOf(update).Text(), "that of 4419A12345"));
   EXPECT_EQ(tree_.Read(kInstrument), Instrument("5 MAR 2026", "factory"));
+
+  std::string otherModel = Instrument("5 MAR 2026", "factory");
+  otherModel.replace(otherModel.find("PX12A"), 5, "PX13A");
+  tree_.Write(kInstrument, otherModel);
+  EXPECT_EQ(ErrorOf(update).Text(),
+            "The file is called \"PX12A\", but the MODEL NUMBER in it is \"PX13A\". Select it at "
+            "the station, correct the MODEL NUMBER and save it first.");
 }
 
 }  // namespace

@@ -109,9 +109,34 @@ TEST(SurveyCsvFile, QuotesWhatHoldsASeparator) {
   EXPECT_EQ(SurveyCsv(std::vector{row}),
             Lines({"Kind,Model,Serial number,Calibration number,Calibrated,Due,Days left,Comment,"
                    "Stations,State,What to do,Path",
-                   "data-set,PX12A,3318A12345,,,2027-03-05,-3,\"the \"\"first\"\"\","
+                   "data set,PX12A,3318A12345,,,2027-03-05,-3,\"the \"\"first\"\"\","
                    "\"BENCH1, BENCH2\",\"past due, other serial number\","
                    "Calibrate it. Rename it.,c:\\calfactors\\PX12A\\SN12345"}));
+}
+
+TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead) {
+  SurveyRow unreadable;
+  unreadable.path = R"(c:\calfactors\PX12A\SN99999)";
+  unreadable.model = "PX12A";
+  unreadable.Add(FindingKind::Unreadable, "It is a folder.");
+  SurveyRow atStation = Row("PX12A", "3318A12345", {2027, 3, 5});
+  atStation.kind = SurveyRow::Kind::Instrument;
+  SurveyRow list;
+  list.kind = SurveyRow::Kind::Place;
+  list.path = R"(c:\stations\BENCH1\INDEX)";
+  list.stations = {"BENCH1"};
+  list.Add(FindingKind::IndexLacksName, "Save it.");
+  SurveyRow folder = list;
+  folder.path = R"(c:\stations)";
+  folder.stations.clear();
+  const auto states = [](const SurveyRow& row) {
+    return SurveyCell(row, SurveyColumn::Kind) + "|" + SurveyCell(row, SurveyColumn::Model) + "|" +
+           SurveyCell(row, SurveyColumn::State);
+  };
+  EXPECT_EQ(states(unreadable), R"(data set|PX12A|cannot be read: c:\calfactors\PX12A\SN99999)");
+  EXPECT_EQ(states(atStation), "instrument|PX12A|");
+  EXPECT_EQ(states(list), R"(list|INDEX|INDEX lacks a name: c:\stations\BENCH1\INDEX)");
+  EXPECT_EQ(states(folder), R"(folder|stations|INDEX lacks a name: c:\stations)");
 }
 
 }  // namespace

@@ -534,7 +534,7 @@ TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   laboratory.tree.Write(kSensor, Lines(With(kSensorLines, kDue, "#DUE_DATE : 20280305")));
   laboratory.tree.Write(R"(c:\calfactors\PX12A\SN00001)",
                         Lines(With(kSensorLines, "#SER_NO   : 3318A12345", "#SER_NO   : 00001")));
-  SurveyAgain(laboratory.order, R"(c:\calfactors\PX12A)", result.trees, result.rows);
+  SurveyAgain(laboratory.order, {R"(c:\calfactors\PX12A)"}, result.trees, result.rows);
   EXPECT_EQ(FindingsIn(result.rows),
             (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\PX12A due-date-differs)"}));
   EXPECT_EQ(result.rows.size(), 5U);
@@ -545,7 +545,7 @@ TEST(Survey, LooksAgainAtOneFolderAndComparesAll) {
   laboratory.tree.Write(kIndex, Lines({"PX12A"}));
   laboratory.order.stationDir += '\\';  // as of the root of a drive
   test::CountingPlatform platform;
-  SurveyAgain(laboratory.order, R"(c:\stations\BENCH1)", result.trees, result.rows);
+  SurveyAgain(laboratory.order, {R"(c:\stations\BENCH1)"}, result.trees, result.rows);
   EXPECT_EQ(platform.opened, 4) << "the limits, the INDEX and the instruments";
   EXPECT_EQ(FindingsIn(result.rows),
             (Texts{R"(PX12A\SN00001 not-used)", R"(BENCH1\INDEX index-lacks-name)"}));
@@ -574,7 +574,7 @@ TEST(Survey, JudgesOnlyDataSetsBeforeTheRowsAreCompared) {
   std::vector<SurveyRow> rows = survey.Rows();
   laboratory.tree.Write(R"(c:\calfactors\PX60G\SN01106)",
                         Replaced(Lines(kAttenuatorLines), "C-0043", "C-0044"));
-  ReadAgain(laboratory.order, R"(c:\calfactors\PX60G)", rows);
+  ReadAgain(laboratory.order, {R"(c:\calfactors\PX60G)"}, rows);
   EXPECT_EQ(rows[1].calibrationNumber, "C-0044");
   laboratory.order.today = {2029, 1, 1};
   CheckDueDates(laboratory.order, rows, Compared::No);

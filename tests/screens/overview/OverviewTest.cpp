@@ -243,7 +243,8 @@ TEST_F(Overview, SaysWhyARowCannotBeOpened) {
   std::filesystem::create_directories(tree_.Native(R"(c:\calfactors\PX12A\SN99999)"));
   AtFilled([&](frmOverview& overview) {
     ClickRow(overview, 3);
-    EXPECT_EQ(Cell(overview, 3, SurveyColumn::State), "cannot be read");
+    EXPECT_EQ(Cell(overview, 3, SurveyColumn::State),
+              R"(cannot be read: c:\calfactors\PX12A\SN99999)");
     questions_.ExpectError({"it is a folder, not a file", "SN99999"});
     Press(Qt::Key_Return);
     ClickRow(overview, 4);
@@ -386,7 +387,7 @@ TEST_F(Overview, ReportsADirectoryThatIsGone) {
   AtFilled([&](frmOverview& overview) {
     EXPECT_EQ(Cell(overview, 1, SurveyColumn::Kind), "folder");
     EXPECT_EQ(Cell(overview, 1, SurveyColumn::Model), "gone");
-    EXPECT_EQ(Cell(overview, 1, SurveyColumn::State), "cannot be read");
+    EXPECT_EQ(Cell(overview, 1, SurveyColumn::State), R"(cannot be read: c:\gone)");
     EXPECT_EQ(Cell(overview, 3, SurveyColumn::State), "") << "it is not known who uses it";
     questions_.ExpectNotice(
         "There is no screen for this folder or list. The line below the table "

@@ -102,12 +102,13 @@ TEST_F(StationUpdates, AskBeforeTheyReplaceAFileThatHasChangedSinceThePreview) {
     ClickRow(overview, kStation1Row);
     user_.At<UpdatePreview>([&](UpdatePreview& preview) {
       tree_.Write(kAtStation1, other);
-      questions_.Expect({.text = "The file PX12A has changed since it was opened here. Do you want "
-                                 "to replace it?",
-                         .icon = QMessageBox::Warning,
-                         .buttons = QMessageBox::Yes | QMessageBox::No,
-                         .defaultButton = QMessageBox::No},
-                        QMessageBox::No);
+      questions_.Expect(
+          {.text = "The file ST1\\PX12A has changed since it was opened here. Do you want "
+                   "to replace it?",
+           .icon = QMessageBox::Warning,
+           .buttons = QMessageBox::Yes | QMessageBox::No,
+           .defaultButton = QMessageBox::No},
+          QMessageBox::No);
       Click(preview, "btnOk");
     });
     Click(overview, "btnUpdate");
@@ -136,7 +137,7 @@ TEST_F(StationUpdates, TheTableAndTheDueDatesAreSavedAsFiles) {
   EXPECT_EQ(ReadNative(csv),
             Lines({"Kind,Model,Serial number,Calibration number,Calibrated,Due,Days left,Comment,"
                    "Stations,State,What to do,Path",
-                   "data-set,PX12A,3318A12345,C-0042,2026-03-05,2027-03-05,103,certificate,"
+                   "data set,PX12A,3318A12345,C-0042,2026-03-05,2027-03-05,103,certificate,"
                    "\"ST1, ST2\",,,c:\\calfactors\\PX12A\\SN12345",
                    "instrument,PX12A,3318A12345,,,2026-03-05,-262,factory,ST1,due date differs,"
                    "\"The station says 5 MAR 2026, the data set 5 MAR 2027. Update the station.\","

@@ -684,7 +684,7 @@ TEST_F(StationInstruments, AnAddedInstrumentThatReplacesTheOpenOneAsksAndKeepsIt
   AtStation([&](frmStationModelList& screen) {
     const auto saveAsKept = [&](QMessageBox::StandardButton answer) {
       Fill(screen, "txtData_0", "KEPT");
-      questions_.Expect({.text = "The file KEPT holds the data of another serial number, "
+      questions_.Expect({.text = "The file ST1\\KEPT holds the data of another serial number, "
                                  "\"3318A12345\". Do you want to replace it?",
                          .icon = QMessageBox::Warning,
                          .buttons = QMessageBox::Yes | QMessageBox::No,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "core/text/FileCharacters.h"
 #include "screens/station/StationFixture.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/frmInput.h"
@@ -81,6 +82,33 @@ TEST_F(StationList, StationsKeepTheOrderOfTheDirectoryAndOnlyReturnWritesINDEX) 
   EXPECT_EQ(tree_.Read(kRootIndex), Lines(expected));
 }
 
+TEST_F(StationList, EscapeAsksWhetherToSaveINDEXAfterAChange) {
+  tree_.MakeFolders(kStation);
+  tree_.Write(kRootIndex, "earlier\r\n");
+  const auto escape = [&](frmStationMain& screen, QMessageBox::StandardButton answer) {
+    questions_.Expect({.text = "Stations were added or deleted, and their list INDEX was not "
+                               "saved. Do you want to save it?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                       .defaultButton = QMessageBox::Yes},
+                      answer);
+    ClickEntry(screen, "lstStation", "ST1");
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(screen.isVisible(), answer == QMessageBox::Cancel);
+  };
+  AtStationList([&](frmStationMain& screen) {
+    AddStation(screen, "ST2");
+    escape(screen, QMessageBox::Cancel);
+    escape(screen, QMessageBox::No);
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "earlier\r\n");
+  AtStationList([&](frmStationMain& screen) {
+    DeleteStation(screen, "ST2");
+    escape(screen, QMessageBox::Yes);
+  });
+  EXPECT_EQ(tree_.Read(kRootIndex), "ST1\r\n");
+}
+
 TEST_F(StationList, ANameThatCannotBeUsedMakesNoStation) {
   tree_.MakeFolders(kStation);
   AtStationList([&](frmStationMain& screen) {
@@ -154,6 +182,14 @@ TEST_F(StationList, AFolderNamedLikeThePlaceholderIsNeitherOpenedNorDeleted) {
 TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
   tree_.MakeFolders(kStation);
   tree_.Write("c:\\stations\\NOTES", "x");
+  const auto expectQuestion = [&](QMessageBox::StandardButton answer) {
+    questions_.Expect({.text = "The folder of this station is not there any more. Leave the "
+                               "station without writing its list INDEX?",
+                       .icon = QMessageBox::Warning,
+                       .buttons = QMessageBox::Yes | QMessageBox::No,
+                       .defaultButton = QMessageBox::No},
+                      answer);
+  };
   AtStationList([&](frmStationMain& screen) {
     fs::remove(tree_.Native(kStation));
     ClickEntry(screen, "lstStation", "ST1");
@@ -162,12 +198,7 @@ TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
       EXPECT_EQ(EntriesOf(instruments, "LstInstrment"), Texts{"No Model"});
       const auto returnAnd = [&](QMessageBox::StandardButton answer) {
         questions_.ExpectError({"Cannot list the folder", "does not exist", kStation});
-        questions_.Expect({.text = "The folder of this station is not there any more. Leave the "
-                                   "station without writing its list INDEX?",
-                           .icon = QMessageBox::Warning,
-                           .buttons = QMessageBox::Yes | QMessageBox::No,
-                           .defaultButton = QMessageBox::No},
-                          answer);
+        expectQuestion(answer);
         Click(instruments, "btnReturn");
         EXPECT_EQ(instruments.isVisible(), answer == QMessageBox::No);
       };
@@ -176,14 +207,17 @@ TEST_F(StationList, AStationThatVanishedCanBeLeftWithoutINDEX) {
     });
     Click(screen, "btnEdit");
     EXPECT_FALSE(tree_.Exists(kStation));
-    // A file instead of a folder; Escape does not ask the question.
+    // A file instead of a folder; Escape asks as Return does.
     ClickEntry(screen, "lstStation", "NOTES");
     const Texts parts = {"where a folder is expected, there is something else", "NOTES"};
     questions_.ExpectError(parts);
     user_.At<frmStationModelList>([&](frmStationModelList& instruments) {
-      questions_.ExpectError(parts);
-      Press(Qt::Key_Escape);
-      EXPECT_FALSE(instruments.isVisible());
+      for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+        questions_.ExpectError(parts);
+        expectQuestion(answer);
+        Press(Qt::Key_Escape);
+        EXPECT_EQ(instruments.isVisible(), answer == QMessageBox::No);
+      }
     });
     Click(screen, "btnEdit");
     Click(screen, "btnReturn");
@@ -217,7 +251,7 @@ const Texts kOddNames = {"a\nb",    "\"quoted\"", "a,b",          "*",
 /// Selects the entry of this name.
 void Select(QWidget& screen, const QString& list, const std::string& name) {
   auto& control = Find<QListWidget>(screen, list);
-  const auto found = control.findItems(ToQt(name), Qt::MatchExactly);
+  const auto found = control.findItems(ToQt(NameText(name)), Qt::MatchExactly);
   ASSERT_EQ(found.size(), 1) << name;
   control.setCurrentItem(found.first());
 }
@@ -250,7 +284,7 @@ TEST_F(HostileTreeAtScreen, StationsAndInstrumentsOfOddNamesAreOpenedAndDeleted)
       EXPECT_FALSE(fs::exists(root / name / name));
       EXPECT_EQ(ReadNative(root / name / "INDEX"), "INDEX\r\n");
       Select(screen, "lstStation", name);
-      ExpectDeleteStationQuestion(ToQt(name), QMessageBox::Ok);
+      ExpectDeleteStationQuestion(ToQt(NameText(name)), QMessageBox::Ok);
       Click(screen, "btnDelete");
       EXPECT_FALSE(fs::exists(root / name));
     }
