@@ -16,6 +16,8 @@ add_library(tarvell_screens STATIC
   screens/caldata/EditHistory.cpp
   screens/caldata/CertificateFiles.cpp screens/caldata/CertificateFiles.h
   screens/caldata/ChangedCell.cpp
+  screens/caldata/ChosenColumns.cpp
+  screens/caldata/ColumnBoxes.cpp
   screens/caldata/DataSetExport.cpp
   screens/caldata/DataSetPrinting.cpp
   screens/caldata/EarlierChoice.cpp screens/caldata/EarlierChoice.h
@@ -27,10 +29,12 @@ add_library(tarvell_screens STATIC
   screens/caldata/GridClipboard.cpp
   screens/caldata/KitFile.cpp
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
+  screens/caldata/ImportNotes.cpp
   screens/caldata/ImportPreview.cpp screens/caldata/ImportPreview.h
   screens/caldata/ImportPreview.ui
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
+  screens/caldata/PlannedTables.cpp
   screens/caldata/VersionCurve.cpp screens/caldata/VersionCurve.h
   screens/caldata/VersionTexts.cpp
   screens/caldata/WholeStep.cpp
@@ -80,6 +84,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/FolderPicker.cpp
   screens/widgets/Guard.cpp
   screens/widgets/ListHead.cpp screens/widgets/ListHead.h
+  screens/widgets/LongTexts.cpp
   screens/widgets/NameList.cpp
   screens/widgets/Handbook.cpp screens/widgets/Handbook.h
   screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h

@@ -15,16 +15,20 @@ namespace tarvell {
 
 namespace {
 
-/// The text in the last brackets that holds a unit, "" for none.
+/// The text in the last brackets that holds a unit, "" for none. "(1)" after another unit is the
+/// number of a footnote.
 std::string_view InBrackets(std::string_view caption) {
+  std::string_view one;
   while (true) {
     const std::size_t end = caption.find_last_of(")]");
     const std::size_t begin = caption.substr(0, end).find_last_of("([");
     if (end == std::string_view::npos || begin == std::string_view::npos) {
-      return {};
+      return one;
     }
     const std::string_view inside = WithoutBlanks(caption.substr(begin + 1, end - begin - 1));
-    if (UnitFrom(inside)) {
+    if (inside == "1" && caption[begin] == '(') {
+      one = inside;
+    } else if (UnitFrom(inside)) {
       return inside;
     }
     caption = caption.substr(0, begin);

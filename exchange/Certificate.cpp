@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "core/platform/Error.h"
 #include "core/text/Sha256.h"
 
 namespace tarvell {
@@ -21,6 +22,29 @@ std::string NameIn(const Names& names, std::string_view language) {
     }
   }
   return names.empty() ? std::string() : names.front().text;
+}
+
+std::string Shortened(std::string_view text) {
+  constexpr std::size_t kLongest = 200;
+  if (text.size() <= kLongest) {
+    return std::string(text);
+  }
+  const auto isInside = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
+  std::size_t end = kLongest;
+  while (end > 0 && isInside(text[end])) {
+    --end;
+  }
+  return std::string(text.substr(0, end)) + "...";
+}
+
+void CheckColumns(std::size_t columns, const std::string& where) {
+  constexpr std::size_t kColumnLimit = 1000;
+  if (columns > kColumnLimit) {
+    throw Error(ErrorKind::Type, "A table (" + where + ") has more than " +
+                                     std::to_string(kColumnLimit) +
+                                     " columns, which no certificate has. Ask for one with the "
+                                     "results only.");
+  }
 }
 
 std::size_t CertificateTable::RowCount() const {

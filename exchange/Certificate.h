@@ -51,6 +51,7 @@ struct CertificateColumn {
   Names caption;
   std::string refType;         ///< what a DCC calls it, such as "basic_measuredValue"; "" elsewhere
   std::vector<Series> series;  ///< the same values in several units; at least one
+  bool isRepeated = false;     ///< the file has one value, which holds for every row
 };
 
 struct CertificateTable {
@@ -99,6 +100,13 @@ struct ReadingChoices {
   std::optional<DateOrder> dateOrder = {};
 };
 
+/// A name, a unit or a number of a file, which may be copied many times: the rest of one that is
+/// longer than any real one is cut off, and "..." says so.
+[[nodiscard]] std::string Shortened(std::string_view text);
+
+/// Throws a Type error for a table with more columns than any certificate has.
+void CheckColumns(std::size_t columns, const std::string& where);
+
 /// Something that can be read in two ways. The first one is the decimal point or the day before the
 /// month, the second one the decimal comma or the month before the day.
 struct ReadingQuestion {
@@ -118,7 +126,7 @@ inline constexpr std::string_view kExportFormat = "tarvell-data-set 1";
 struct Certificate {
   bool isExport = false;     ///< it has the form of the program's own exports
   bool isUnchanged = false;  ///< of an export: its texts are those of a data set, digit by digit
-  std::string kind;          ///< "DCC 3.3", "table of text, separated by semicolons"
+  std::string kind;          ///< "DCC 3.3", "Text, UTF-8, separated by semicolons"
   CertificateHeader header;
   std::vector<CertificateItem> items;
   std::vector<CertificateTable> tables;

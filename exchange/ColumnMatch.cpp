@@ -68,14 +68,6 @@ bool IsText(const std::vector<WrittenValue>& values) {
          std::ranges::any_of(values, [](const WrittenValue& value) { return !value.text.empty(); });
 }
 
-std::string FoldedNames(const CertificateColumn& column) {
-  std::string text;
-  for (const LocalText& name : column.caption) {
-    text += Folded(name.text) + " ";
-  }
-  return text;
-}
-
 /// Chooses the sources of one table, one column of the model after the other.
 class Matching {
  public:
@@ -119,14 +111,10 @@ class Matching {
     std::vector<ColumnSource> sources_;
   };
 
-  [[nodiscard]] bool IsUsed(const ColumnSource& source) const {
-    return std::ranges::find(proposed_.match, std::optional(source)) != proposed_.match.end();
-  }
-
   [[nodiscard]] std::vector<ColumnSource> BestFor(const ModelColumn& column) const {
     Best best;
     for (const ColumnSource& source : sources_) {
-      if (!source.isUncertainty && !IsUsed(source)) {
+      if (!source.isUncertainty && !IsUsed(proposed_.match, source)) {
         best.Add(source, Score(source, column));
       }
     }
@@ -137,19 +125,32 @@ class Matching {
   [[nodiscard]] int Score(const ColumnSource& source, const ModelColumn& column) const {
     const std::string& name = names_[source.column];
     const std::string& kind = kinds_[source.column];
-    const bool isNamed = HasWord(name, column.words);
-    const bool isOfKind = HasWord(kind, column.words);
+    const bool isNamed = IsMeant(name, column);
+    const bool isOfKind = IsMeant(kind, column);
     const std::vector<WrittenValue>& values = ValuesOf(table_, source, column);
     if (column.role == ColumnRole::Member) {
       return IsText(values) ? 1 + (isNamed ? 2 : 0) : 0;
     }
     const UnitFit fit = FitOf(values, column);
-    if (fit == UnitFit::Wrong || NamesUncertainty(name) || NamesUncertainty(kind) ||
-        HasWord(name, column.others) || HasWord(kind, column.others)) {
+    if (fit == UnitFit::Wrong || IsSomethingElse(name, column) || IsSomethingElse(kind, column)) {
       return 0;
     }
-    // Without a unit only the caption can say what a number is.
-    return fit == UnitFit::Unknown ? (isNamed ? 1 : 0) : 2 + (isNamed ? 2 : 0) + (isOfKind ? 1 : 0);
+    const bool isNameMissing = !isNamed && !isOfKind;
+    if (isNameMissing && (column.needsName || fit == UnitFit::Unknown)) {
+      return 0;
+    }
+    // A name says more than a unit, which several quantities may have.
+    return (isNamed ? 4 : 0) + (isOfKind ? 2 : 0) + (fit == UnitFit::Right ? 1 : 0);
+  }
+
+  static bool IsMeant(std::string_view text, const ModelColumn& column) {
+    const bool isAnyValue = column.role == ColumnRole::Value && !column.needsName;
+    return HasWord(text, column.words) || (isAnyValue && NamesMeasured(text));
+  }
+
+  static bool IsSomethingElse(std::string_view text, const ModelColumn& column) {
+    return NamesUncertainty(text) || NamesOther(text) || HasWord(text, column.others) ||
+           (column.role == ColumnRole::Value && NamesNominal(text));
   }
 
   /// The expanded uncertainty that is given with the value before the column, or the columns of
@@ -167,16 +168,22 @@ class Matching {
     for (std::size_t i = value->column + 1; i < table_.columns.size(); ++i) {
       const ColumnSource source = {i, false};
       if (!NamesUncertainty(names_[i]) && !NamesUncertainty(kinds_[i])) {
+        if (IsNoValue(names_[i]) || IsNoValue(kinds_[i])) {
+          continue;
+        }
         // The uncertainties after another value belong to that.
         break;
       }
       const UnitFit fit = FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]);
-      if (!IsUsed(source) && fit != UnitFit::Wrong) {
+      if (!IsUsed(proposed_.match, source) && fit != UnitFit::Wrong) {
         best.Add(source, (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
       }
     }
     return best.Sources();
   }
+
+  /// A deviation or a nominal value may be between a value and its uncertainty.
+  static bool IsNoValue(std::string_view text) { return NamesOther(text) || NamesNominal(text); }
 
   const CertificateTable& table_;
   const std::vector<ModelColumn>& columns_;
@@ -187,6 +194,18 @@ class Matching {
 };
 
 }  // namespace
+
+std::string FoldedNames(const CertificateColumn& column) {
+  std::string text;
+  for (const LocalText& name : column.caption) {
+    text += Folded(name.text) + " ";
+  }
+  return text;
+}
+
+bool IsUsed(const ColumnMatch& match, const ColumnSource& source) {
+  return std::ranges::find(match, std::optional(source)) != match.end();
+}
 
 std::vector<ColumnSource> SourcesOf(const CertificateTable& table) {
   std::vector<ColumnSource> sources;
@@ -238,7 +257,7 @@ std::vector<std::string> UnknownUnits(const CertificateTable& table, const Colum
   for (const ColumnSource& source : SourcesOf(table)) {
     const std::string unit =
         UnknownUnitIn(ValuesIn(table.columns[source.column].series.front(), source));
-    if (!unit.empty() && std::ranges::find(used, std::optional(source)) == used.end()) {
+    if (!unit.empty() && !IsUsed(used, source)) {
       sentences.push_back("The column " + Quoted(SourceName(table, source, language)) + " (" +
                           table.where + ") is not used, because its unit " + Quoted(unit) +
                           " is not known. If it is right all the same, choose the column by hand.");
@@ -252,7 +271,8 @@ bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns)
   bool hasValue = false;
   for (std::size_t i = 0; i < columns.size() && hasPoints; ++i) {
     hasPoints = !columns[i].IsPoint() || match[i];
-    hasValue = hasValue || (!columns[i].IsPoint() && match[i]);
+    const bool isMeasured = !columns[i].IsPoint() && columns[i].role != ColumnRole::Nominal;
+    hasValue = hasValue || (isMeasured && match[i]);
   }
   return hasPoints && hasValue;
 }

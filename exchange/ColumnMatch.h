@@ -27,6 +27,9 @@ struct ColumnSource {
 /// The source of each column of a model's table; nothing for a column that is not filled.
 using ColumnMatch = std::vector<std::optional<ColumnSource>>;
 
+/// Whether a column of the model gets its values from this source.
+[[nodiscard]] bool IsUsed(const ColumnMatch& match, const ColumnSource& source);
+
 /// The sources that a table offers.
 [[nodiscard]] std::vector<ColumnSource> SourcesOf(const CertificateTable& table);
 
@@ -49,6 +52,9 @@ struct ProposedMatch {
 [[nodiscard]] ProposedMatch MatchedColumns(const CertificateTable& table,
                                            const std::vector<ModelColumn>& columns);
 
+/// The captions of a column in all languages, folded.
+[[nodiscard]] std::string FoldedNames(const CertificateColumn& column);
+
 /// The first unit of these values that is not a known one, as it is written; "" for none.
 [[nodiscard]] std::string UnknownUnitIn(const std::vector<WrittenValue>& values);
 
@@ -57,7 +63,7 @@ struct ProposedMatch {
                                                     const ColumnMatch& used,
                                                     std::string_view language);
 
-/// Whether a match has every point and at least one value.
+/// Whether a match has every point and at least one measured value or uncertainty.
 [[nodiscard]] bool IsUsable(const ColumnMatch& match, const std::vector<ModelColumn>& columns);
 
 /// The captions of a table in one text, by which a match that a user chose is remembered.

@@ -4,30 +4,31 @@
 #include "exchange/CsvCertificate.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <utility>
 
 #include "core/files/ReadFile.h"
-#include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
-#include "exchange/CaptionUnit.h"
+#include "exchange/CsvColumns.h"
+#include "exchange/CsvInstruments.h"
 #include "exchange/CsvLines.h"
 #include "exchange/CsvPlaces.h"
+#include "exchange/CsvSign.h"
 #include "exchange/DecodedText.h"
 #include "exchange/DelimitedText.h"
 #include "exchange/HeaderDates.h"
+#include "exchange/UnusedLines.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
 
 namespace {
 
-/// So many lines that no field takes are named.
-constexpr std::size_t kNamedLines = 12;
 /// A longer line above a table is not its title.
 constexpr std::size_t kLongestTitle = 80;
 constexpr std::size_t kItemLimit = 100;
+constexpr std::size_t kTableCellLimit = 500'000;
 
 class CsvReader {
  public:
@@ -42,16 +43,21 @@ class CsvReader {
     std::size_t done = 0;
     for (const TablePlace& place : TablePlaces(lines_)) {
       TakeHead(place.head);
-      tables_.push_back({place, std::exchange(head_, {})});
+      AddTables(place);
       done = place.rows.back() + 1;
     }
     TakeHead({done, lines_.size()});
     DecideSign();
+    CsvColumns columns(lines_, sign_, certificate_.isExport);
     for (const Table& table : tables_) {
-      certificate_.tables.push_back(TableOf(table));
+      certificate_.tables.push_back(TableOf(table, columns));
+    }
+    if (columns.HasMillihertz()) {
+      certificate_.doubts.emplace_back(
+          "The file has frequencies in \"mHz\", which is millihertz. They are read as MHz.");
     }
     dates_.Store(certificate_);
-    NoteLines();
+    std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
     return std::move(certificate_);
   }
 
@@ -66,12 +72,48 @@ class CsvReader {
   struct Table {
     TablePlace place;
     Head head;
+    std::optional<std::size_t> item = {};  ///< the instrument that its rows name
   };
+
+  /// Adds a table, or one for each instrument that its rows name.
+  void AddTables(const TablePlace& place) {
+    const Head head = std::exchange(head_, {});
+    const std::vector<InstrumentRows> instruments = RowsByInstrument(lines_, place);
+    if (instruments.empty()) {
+      tables_.push_back({place, head});
+    }
+    for (const InstrumentRows& instrument : instruments) {
+      Table table = {place, head};
+      table.place.rows = instrument.rows;
+      if (!instrument.serialNumber.empty()) {
+        table.item = ItemOf(instrument);
+        const std::string name =
+            instrument.model + (instrument.model.empty() ? "" : " ") + instrument.serialNumber;
+        table.head.title = head.title + (head.title.empty() ? "" : ", ") + name;
+      }
+      tables_.push_back(std::move(table));
+    }
+  }
+
+  std::size_t ItemOf(const InstrumentRows& instrument) {
+    const bool isKnown =
+        std::ranges::find(certificate_.items, instrument.serialNumber,
+                          &CertificateItem::serialNumber) != certificate_.items.end();
+    const std::size_t index = ItemWith(&CertificateItem::serialNumber, instrument.serialNumber);
+    CertificateItem& item = certificate_.items[index];
+    item.model = item.model.empty() ? instrument.model : item.model;
+    item.where = isKnown ? item.where : WhereOf(lines_[instrument.rows.front()]);
+    return index;
+  }
+
+  static std::string WhereOf(const DelimitedLine& line) {
+    return "line " + std::to_string(line.number);
+  }
 
   void TakeHead(LineRange lines) {
     for (std::size_t i = lines.begin; i < lines.end; ++i) {
       if (!IsBlank(lines_[i]) && !TakeLine(lines_[i])) {
-        unused_.push_back(lines_[i].number);
+        unused_.Add(lines_[i]);
       }
     }
   }
@@ -115,7 +157,7 @@ class CsvReader {
     if (!field) {
       return false;
     }
-    const std::string where = "line " + std::to_string(line.number);
+    const std::string where = WhereOf(line);
     CertificateHeader& header = certificate_.header;
     const auto keep = [&](std::optional<FoundText>& target) {
       if (!target) {
@@ -153,10 +195,14 @@ class CsvReader {
         TakeFormat(value);
         break;
       case KeyField::Page:
-        head_.page = value;
+        if (!value.empty() && value.front() >= '0' && value.front() <= '9') {
+          // "1/3" is a page of paper.
+          return false;
+        }
+        head_.page = Shortened(value);
         break;
       case KeyField::MemberSerial:
-        head_.memberSerial = value;
+        head_.memberSerial = Shortened(value);
         break;
     }
     return true;
@@ -204,51 +250,28 @@ class CsvReader {
     return items.size() - 1;
   }
 
-  /// A number that only one sign fits decides for all: a file is written with one of them.
   void DecideSign() {
-    std::size_t unreadPoint = 0;
-    std::size_t unreadComma = 0;
-    bool hasComma = false;
-    std::optional<ReadingQuestion> question;
-    ForEachNumber([&](std::string_view number) {
-      hasComma = hasComma || number.find(',') != std::string_view::npos;
-      const std::optional<std::string> point = PlainNumber(number, DecimalSign::Point);
-      const std::optional<std::string> comma = PlainNumber(number, DecimalSign::Comma);
-      unreadPoint += point ? 0 : 1;
-      unreadComma += comma ? 0 : 1;
-      if (!question && point && comma && ParseNumber(*point) != ParseNumber(*comma)) {
-        question = ReadingQuestion{ReadingQuestion::About::DecimalSign, std::string(number),
-                                   Normalised(*point), Normalised(*comma)};
-      }
-    });
-    // Who writes a decimal comma does not separate cells by commas, except with quotes.
-    unreadComma += separator_ == ',' && !hasComma ? 1 : 0;
-    const bool isDecided = unreadPoint != unreadComma;
-    sign_ = isDecided       ? unreadPoint < unreadComma ? DecimalSign::Point : DecimalSign::Comma
-            : choices_.sign ? *choices_.sign
-                            : DecimalSign::Point;
-    if (!isDecided && question) {
-      certificate_.questions.push_back(*question);
-    }
-  }
-
-  template <typename Act>
-  void ForEachNumber(const Act& act) const {
+    CsvSign sign(separator_);
     for (const Table& table : tables_) {
       for (const std::size_t row : table.place.rows) {
         for (std::size_t column = 0; column < lines_[row].Width(); ++column) {
-          if (const std::optional<NumberCell> cell = NumberIn(lines_[row].Cell(column))) {
-            act(cell->number);
+          const std::optional<NumberCell> cell = NumberIn(lines_[row].Cell(column));
+          if (cell && column != table.place.serialColumn) {
+            sign.Add(cell->number);
           }
         }
       }
     }
+    sign_ = sign.Sign(choices_.sign);
+    if (std::optional<ReadingQuestion> question = sign.Question()) {
+      certificate_.questions.push_back(std::move(*question));
+    }
   }
 
-  [[nodiscard]] CertificateTable TableOf(const Table& from) {
+  [[nodiscard]] CertificateTable TableOf(const Table& from, CsvColumns& columns) {
     CertificateTable table;
-    const auto& [place, head] = from;
-    table.where = "line " + std::to_string(lines_[place.rows.front()].number);
+    const auto& [place, head, item] = from;
+    table.where = WhereOf(lines_[place.rows.front()]);
     table.page = head.page;
     table.memberSerial = head.memberSerial;
     table.name = {{"", !head.page.empty()    ? head.page
@@ -258,7 +281,7 @@ class CsvReader {
     item_ = head.items.empty()       ? item_
             : head.items.size() == 1 ? std::optional(head.items.front())
                                      : std::nullopt;
-    table.item = item_;
+    table.item = item ? item : item_;
     std::size_t width = 0;
     for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
       width = std::max(width, lines_[i].Width());
@@ -267,68 +290,26 @@ class CsvReader {
       table.rowLines.push_back(lines_[row].number);
       width = std::max(width, lines_[row].Width());
     }
+    CheckColumns(width, table.where);
+    CountCells(width * place.rows.size());
     for (std::size_t column = 0; column < width; ++column) {
-      table.columns.push_back(ColumnOf(place, column));
+      // The serial numbers have said which rows these are.
+      if (!item || column != place.serialColumn) {
+        table.columns.push_back(columns.Of(place, column));
+      }
     }
     return table;
   }
 
-  [[nodiscard]] CertificateColumn ColumnOf(const TablePlace& place, std::size_t column) {
-    std::string caption;
-    for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
-      const std::string_view cell = lines_[i].Cell(column);
-      const bool isUnit = i > place.captions.begin;
-      caption +=
-          isUnit && !cell.empty() ? " [" + std::string(UnitOnly(cell)) + "]" : std::string(cell);
+  /// Short lines get the width of their table, so that few bytes can become many cells.
+  void CountCells(std::size_t cells) {
+    cells_ += cells;
+    if (cells_ > kTableCellLimit) {
+      throw Error(ErrorKind::Type,
+                  "The tables of the file have more than " + std::to_string(kTableCellLimit) +
+                      " cells, which no certificate has. Export only the certificate, then try "
+                      "again.");
     }
-    const std::string known = UnitOfCaption(caption);
-    const std::string unit = known.empty() ? UnknownUnitOf(caption) : Meant(known);
-    Series series;
-    for (const std::size_t row : place.rows) {
-      series.values.push_back(ValueOf(lines_[row].Cell(column), unit));
-    }
-    return {{{"", caption}}, "", {std::move(series)}};
-  }
-
-  [[nodiscard]] WrittenValue ValueOf(std::string_view cell, const std::string& captionUnit) {
-    const std::optional<NumberCell> parts = NumberIn(cell);
-    std::optional<std::string> number = parts ? PlainNumber(parts->number, sign_) : std::nullopt;
-    if (!number) {
-      return {std::string(cell), "", false};
-    }
-    if (certificate_.isExport && ParseNumber(parts->number)) {
-      number = parts->number;
-    }
-    return {*number, parts->unit.empty() ? captionUnit : Meant(std::string(parts->unit))};
-  }
-
-  /// Nobody calibrates in millihertz, and many write "mHz" for megahertz; but the user has to know.
-  std::string Meant(std::string unit) {
-    if (unit != "mHz") {
-      return unit;
-    }
-    constexpr std::string_view kDoubt =
-        "The file has frequencies in \"mHz\", which is millihertz. They are read as MHz.";
-    if (std::ranges::find(certificate_.doubts, kDoubt) == certificate_.doubts.end()) {
-      certificate_.doubts.emplace_back(kDoubt);
-    }
-    return "MHz";
-  }
-
-  void NoteLines() {
-    if (unused_.empty()) {
-      return;
-    }
-    std::string numbers;
-    for (std::size_t i = 0; i < std::min(unused_.size(), kNamedLines); ++i) {
-      numbers += (i == 0 ? "" : ", ") + std::to_string(unused_[i]);
-    }
-    const std::string more = unused_.size() > kNamedLines
-                                 ? " and " + std::to_string(unused_.size() - kNamedLines) + " more"
-                                 : "";
-    certificate_.notes.push_back(
-        std::string(unused_.size() == 1 ? "This line is" : "These lines are") +
-        " not used, because no field takes the text: " + numbers + more + ".");
   }
 
   std::string_view text_;
@@ -340,12 +321,22 @@ class CsvReader {
   Head head_;  ///< of the next table
   std::vector<Table> tables_;
   std::optional<std::size_t> item_;  ///< the instrument of the table before
-  std::vector<std::size_t> unused_;
+  std::size_t cells_ = 0;            ///< of all tables
+  UnusedLines unused_;
   Certificate certificate_;
 };
 
-std::string_view NameOf(char separator) {
-  return separator == '\t' ? "tabs" : separator == ';' ? "semicolons" : "commas";
+std::string NameOf(char separator) {
+  switch (separator) {
+    case '\t':
+      return "tabs";
+    case ';':
+      return "semicolons";
+    case ',':
+      return "commas";
+    default:
+      return Quoted(std::string(1, separator));
+  }
 }
 
 }  // namespace
@@ -364,7 +355,7 @@ Certificate CsvCertificate(std::string_view bytes, const ReadingChoices& choices
   const char separator = SeparatorOf(decoded.text);
   Certificate certificate = CsvReader(decoded.text, separator, choices).Read();
   certificate.kind =
-      "Text, " + std::string(decoded.encoding) + ", separated by " + std::string(NameOf(separator));
+      "Text, " + std::string(decoded.encoding) + ", separated by " + NameOf(separator);
   return certificate;
 }
 

@@ -4,9 +4,12 @@
 #include "exchange/CsvPlaces.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "exchange/CsvLines.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -19,15 +22,25 @@ class PlaceFinder {
   std::vector<TablePlace> Run() {
     std::size_t done = 0;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-      if (!IsDataLine(lines_[i])) {
+      if (IsBlank(lines_[i])) {
         continue;
       }
       TablePlace place;
       place.captions = CaptionsAbove({done, i});
       place.head = {done, place.captions.IsEmpty() ? i : place.captions.begin};
-      place.rows = RowsFrom(i, place.captions);
-      if (place.captions.IsEmpty() && Follows(place)) {
-        place.captions = places_.back().captions;
+      if (!place.captions.IsEmpty()) {
+        FindNames(place.captions, place);
+      } else if (!places_.empty()) {
+        // Those captions may be long, and many lines may follow them.
+        place.serialColumn = places_.back().serialColumn;
+        place.modelColumn = places_.back().modelColumn;
+      }
+      if (!IsFirstRow(i, place)) {
+        continue;
+      }
+      place.rows = RowsFrom(i, place);
+      if (place.captions.IsEmpty()) {
+        Inherit(place);
       }
       i = place.rows.back();
       done = i + 1;
@@ -52,12 +65,72 @@ class PlaceFinder {
     return {end - (HasOnlyUnits(lines_[end - 1]) && isCaption(2) ? 2 : 1), end};
   }
 
+  /// Finds the columns that say which instrument a row is about.
+  void FindNames(LineRange captions, TablePlace& place) const {
+    const DelimitedLine& line = lines_[captions.begin];
+    for (std::size_t column = 0; column < line.Width(); ++column) {
+      const std::string caption = Folded(line.Cell(column));
+      if (!place.serialColumn && NamesSerialNumber(caption)) {
+        place.serialColumn = column;
+      } else if (!place.modelColumn && HasWord(caption, kMemberWords)) {
+        place.modelColumn = column;
+      }
+    }
+    if (!place.serialColumn) {
+      place.modelColumn.reset();
+    }
+  }
+
+  /// The first column that does not say which instrument a row is about.
+  [[nodiscard]] static std::size_t FirstOf(const TablePlace& place) {
+    std::size_t first = 0;
+    while (place.serialColumn && (first == place.serialColumn || first == place.modelColumn)) {
+      ++first;
+    }
+    return first;
+  }
+
+  [[nodiscard]] bool IsFirstRow(std::size_t index, const TablePlace& place) const {
+    // A point right below the captions may lack its value.
+    const bool isPoint = index == place.captions.end && NumberIn(lines_[index].Cell(0)) &&
+                         index + 1 < lines_.size() && IsDataLine(lines_[index + 1]);
+    return isPoint || IsDataLine(lines_[index]) || IsInstrumentRow(lines_[index], place);
+  }
+
+  /// Whether a line has a number after the serial number and the model of an instrument. The cells
+  /// of those may be empty, and mean the instrument above.
+  [[nodiscard]] static bool IsInstrumentRow(const DelimitedLine& line, const TablePlace& place) {
+    if (!place.serialColumn || !NumberIn(line.Cell(FirstOf(place)))) {
+      return false;
+    }
+    const std::string_view serial = line.Cell(*place.serialColumn);
+    return serial.empty() || serial.find_first_of("0123456789") != std::string_view::npos;
+  }
+
+  /// Whether a line right below a row is another row of its table, without some of its cells.
+  [[nodiscard]] static bool IsRowWithGaps(const DelimitedLine& row, const DelimitedLine& line,
+                                          std::size_t width) {
+    std::size_t numbers = 0;
+    std::size_t texts = 0;
+    for (std::size_t column = 0; column < line.Width(); ++column) {
+      const bool isNumber = NumberIn(line.Cell(column)).has_value();
+      numbers += isNumber ? 1 : 0;
+      texts += isNumber || line.Cell(column).empty() ? 0 : 1;
+    }
+    if (numbers == 0 || line.Width() > width) {
+      return false;
+    }
+    return line.Cell(0).empty() ? texts == 0 : AreAlike(row, line, 0) && !KeyFieldOf(line.Cell(0));
+  }
+
   /// The lines of the table that begins with this one.
-  [[nodiscard]] std::vector<std::size_t> RowsFrom(std::size_t first, LineRange captions) const {
+  [[nodiscard]] std::vector<std::size_t> RowsFrom(std::size_t first,
+                                                  const TablePlace& place) const {
     std::size_t width = 0;
-    for (std::size_t i = captions.begin; i < captions.end; ++i) {
+    for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
       width = std::max(width, lines_[i].Width());
     }
+    const std::size_t point = FirstOf(place);
     std::vector<std::size_t> rows;
     std::size_t blanks = 0;
     for (std::size_t i = first; i < lines_.size(); ++i) {
@@ -66,7 +139,10 @@ class PlaceFinder {
         ++blanks;
         continue;
       }
-      if (!IsDataLine(line) || (blanks > 0 && !GoesOn(lines_[first], line, width))) {
+      const bool isRow = i == first || IsDataLine(line) || IsInstrumentRow(line, place);
+      const bool goesOn = blanks > 0 ? isRow && GoesOn(lines_[first], line, width, point)
+                                     : isRow || IsRowWithGaps(lines_[first], line, width);
+      if (!goesOn) {
         break;
       }
       width = std::max(width, line.Width());
@@ -79,16 +155,27 @@ class PlaceFinder {
   /// Whether a line after a blank one is a row of the table that begins with `first`. A table that
   /// begins again is another one, such as that of the next member of a set.
   [[nodiscard]] static bool GoesOn(const DelimitedLine& first, const DelimitedLine& line,
-                                   std::size_t width) {
-    return AreAlike(first, line) && line.Width() <= width && line.Cell(0) != first.Cell(0);
+                                   std::size_t width, std::size_t point) {
+    return AreAlike(first, line, point) && line.Width() <= width &&
+           line.Cell(point) != first.Cell(point);
   }
 
   /// Whether both rows begin with a number, or both with a name.
-  [[nodiscard]] static bool AreAlike(const DelimitedLine& one, const DelimitedLine& other) {
-    return NumberIn(one.Cell(0)).has_value() == NumberIn(other.Cell(0)).has_value();
+  [[nodiscard]] static bool AreAlike(const DelimitedLine& one, const DelimitedLine& other,
+                                     std::size_t point) {
+    return NumberIn(one.Cell(point)).has_value() == NumberIn(other.Cell(point)).has_value();
   }
 
-  /// Whether a table without captions can be in the columns of the one above it.
+  /// Gives a table without captions the columns of the one above it, if it can be in them.
+  void Inherit(TablePlace& place) const {
+    if (Follows(place)) {
+      place.captions = places_.back().captions;
+    } else {
+      place.serialColumn.reset();
+      place.modelColumn.reset();
+    }
+  }
+
   [[nodiscard]] bool Follows(const TablePlace& place) const {
     if (places_.empty() || places_.back().captions.IsEmpty()) {
       return false;
@@ -106,7 +193,7 @@ class PlaceFinder {
         return false;
       }
     }
-    return AreAlike(lines_[above.front()], lines_[place.rows.front()]) &&
+    return AreAlike(lines_[above.front()], lines_[place.rows.front()], FirstOf(place)) &&
            widest(place.rows) <= widest(above);
   }
 

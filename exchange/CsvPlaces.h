@@ -5,6 +5,7 @@
 #define TARVELL_EXCHANGE_CSVPLACES_H
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "exchange/DelimitedText.h"
@@ -24,9 +25,13 @@ struct TablePlace {
   LineRange head;                 ///< the lines after the table before it, without the captions
   LineRange captions;             ///< one line, or one and the units below it; empty without any
   std::vector<std::size_t> rows;  ///< the indexes of the rows' lines
+  /// The column with the serial number of the instrument that each row is about.
+  std::optional<std::size_t> serialColumn;
+  std::optional<std::size_t> modelColumn;  ///< and the one with its model
 };
 
-/// The tables of the lines. Blank lines do not end a table if the rows after them have its columns.
+/// The tables of the lines. Blank lines do not end a table if the rows after them have its columns,
+/// and rows without a value do not end it either.
 /// A table without captions has those of the table above it, if it has the same columns and at most
 /// a title between them.
 [[nodiscard]] std::vector<TablePlace> TablePlaces(const std::vector<DelimitedLine>& lines);

@@ -158,7 +158,8 @@ class TableReader {
     if (Names name = NamesOf(list.child("dcc:name")); !name.empty()) {
       column.caption = std::move(name);
     }
-    if (const std::string refType = list.attribute("refType").value(); !refType.empty()) {
+    if (const std::string refType = Shortened(list.attribute("refType").value());
+        !refType.empty()) {
       column.refType = refType;
     }
   }
@@ -195,6 +196,7 @@ class TableReader {
     for (const CertificateColumn& column : columns) {
       rows = std::max(rows, column.series.front().values.size());
     }
+    CheckColumns(columns.size(), Where());
     CertificateTable table;
     table.where = Where();
     table.name = NamesOf(list.child("dcc:name"));
@@ -236,6 +238,7 @@ class TableReader {
     for (Series& series : column.series) {
       if (series.values.size() == 1 && rows > 1) {
         count_.Add(rows * 2);
+        column.isRepeated = true;
         series.values.resize(rows, series.values.front());
         if (!series.uncertainties.empty()) {
           series.uncertainties.resize(rows, series.uncertainties.front());
@@ -251,8 +254,9 @@ class TableReader {
   std::vector<CertificateColumn> ColumnsOf(pugi::xml_node list) {
     std::vector<CertificateColumn> columns;
     for (const pugi::xml_node quantity : list.children("dcc:quantity")) {
-      CertificateColumn column = {
-          NamesOf(quantity.child("dcc:name")), quantity.attribute("refType").value(), {}};
+      CertificateColumn column = {NamesOf(quantity.child("dcc:name")),
+                                  Shortened(quantity.attribute("refType").value()),
+                                  {}};
       const std::string problem = AddSeries(quantity, column.series, count_);
       if (!problem.empty() && column.series.empty()) {
         problems_.emplace_back(column, problem);

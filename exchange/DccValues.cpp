@@ -27,8 +27,9 @@ std::vector<std::string> WordsIn(std::string_view text) {
     if (text.empty()) {
       break;
     }
-    words.emplace_back(text.substr(0, text.find_first_of(kBlanks)));
-    text.remove_prefix(words.back().size());
+    const std::string_view word = text.substr(0, text.find_first_of(kBlanks));
+    words.push_back(Shortened(word));
+    text.remove_prefix(word.size());
   }
   return words;
 }
@@ -58,13 +59,14 @@ bool IsWithoutUnit(const WrittenValue& value) {
 }
 
 /// One unit holds for all values, and one uncertainty, too. Returns why the list cannot be used.
-std::string ReadList(pugi::xml_node list, Series& series) {
+std::string ReadList(pugi::xml_node list, Series& series, ValueCount& count) {
   std::vector<std::string> units = WordsIn(TextOf(list.child("si:unitXMLList")));
   std::vector<std::string> values = WordsIn(TextOf(list.child("si:valueXMLList")));
   std::vector<std::string> uncertainties =
       WordsIn(TextBelow(list, {"si:expandedUncXMLList", "si:uncertaintyXMLList"},
                         {"si:measurementUncertaintyUnivariateXMLList", "si:expandedMUXMLList",
                          "si:valueExpandedMUXMLList"}));
+  count.Add(values.size());
   const std::string counts = " for " + std::to_string(values.size()) + " values";
   if (units.size() > 1 && units.size() != values.size()) {
     return "it has " + std::to_string(units.size()) + " units" + counts;
@@ -84,11 +86,11 @@ std::string ReadList(pugi::xml_node list, Series& series) {
 }
 
 void AddSingle(pugi::xml_node single, Series& series) {
-  const std::string unit = TextOf(single.child("si:unit"));
-  const std::string uncertainty =
+  const std::string unit = Shortened(TextOf(single.child("si:unit")));
+  const std::string uncertainty = Shortened(
       TextBelow(single, {"si:expandedUnc", "si:uncertainty"},
-                {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:valueExpandedMU"});
-  AppendValue(ValueOf(TextOf(single.child("si:value")), unit),
+                {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:valueExpandedMU"}));
+  AppendValue(ValueOf(Shortened(TextOf(single.child("si:value"))), unit),
               uncertainty.empty() ? std::nullopt : std::optional(ValueOf(uncertainty, unit)),
               series);
 }
@@ -106,15 +108,19 @@ std::string AddForm(pugi::xml_node value, std::vector<Series>& series, ValueCoun
       }
     }
   } else if (name == "si:realListXMLList") {
-    problem = ReadList(value, read);
+    problem = ReadList(value, read, count);
   } else if (name == "si:real" || name == "si:constant") {
+    count.Add(1);
     AddSingle(value, read);
   } else if (name == "si:list") {
     for (const pugi::xml_node single : value.children("si:real")) {
+      count.Add(1);
       AddSingle(single, read);
     }
   } else if (name == "dcc:charsXMLList") {
-    for (std::string& word : WordsIn(TextOf(value))) {
+    std::vector<std::string> words = WordsIn(TextOf(value));
+    count.Add(words.size());
+    for (std::string& word : words) {
       read.values.push_back({std::move(word), "", false});
     }
   }
@@ -122,7 +128,6 @@ std::string AddForm(pugi::xml_node value, std::vector<Series>& series, ValueCoun
     problem = "it has a number without a unit";
   }
   if (problem.empty() && !read.values.empty()) {
-    count.Add(read.values.size());
     series.push_back(std::move(read));
   }
   return problem;

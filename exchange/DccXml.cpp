@@ -186,9 +186,13 @@ std::string TextOf(pugi::xml_node node) {
 }
 
 Names NamesOf(pugi::xml_node node) {
+  constexpr std::size_t kLanguages = 30;
   Names names;
   for (const pugi::xml_node content : node.children("dcc:content")) {
-    names.push_back({content.attribute("lang").value(), TextOf(content)});
+    if (names.size() == kLanguages) {
+      break;
+    }
+    names.push_back({Shortened(content.attribute("lang").value()), Shortened(TextOf(content))});
   }
   return names;
 }

@@ -45,6 +45,11 @@ void HeaderDates::Store(Certificate& certificate) const {
     }
     if (!target) {
       target = FoundDate{*date, written.where};
+    } else if (*date != target->date) {
+      certificate.doubts.push_back(
+          std::string("There are two ") + (written.isCalDate ? "calibration" : "due") +
+          " dates: " + IsoDate(target->date) + " (" + target->where + "), which is used, and " +
+          IsoDate(*date) + " (" + written.where + ").");
     }
   }
 }

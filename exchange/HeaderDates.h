@@ -23,7 +23,7 @@ class HeaderDates {
   void Add(bool isCalDate, std::string_view written, const std::string& where);
 
   /// Puts the dates into the header, with a note for each text that is not a date, and a question
-  /// where the order is open.
+  /// where the order is open. The first of two different dates is used, with a doubt.
   void Store(Certificate& certificate) const;
 
  private:

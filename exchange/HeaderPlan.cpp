@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "core/caldata/CellNotices.h"
 #include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
+#include "core/numbers/Numbers.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -36,7 +38,10 @@ std::string DateShown(const std::string& day, const std::string& month, const st
 class HeaderPlanning {
  public:
   HeaderPlanning(const ImportTarget& target, const Certificate& certificate, ImportPlan& plan)
-      : target_(target), header_(certificate.header), plan_(plan) {}
+      : target_(target),
+        header_(certificate.header),
+        isUnchanged_(certificate.isUnchanged),
+        plan_(plan) {}
 
   void TakeItem(const CertificateItem& item) {
     if (!item.model.empty() && !NamesModel(item.model, target_.model.code)) {
@@ -74,6 +79,7 @@ class HeaderPlanning {
       Date("Due date", *header_.dueDate, plan_.header.dueDay, plan_.header.dueMonth,
            plan_.header.dueYear);
     }
+    DoubtDueDate();
     if (header_.comment) {
       (void)Text("Comment", *header_.comment, plan_.header.comment);
     }
@@ -136,6 +142,24 @@ class HeaderPlanning {
   }
 
  private:
+  void DoubtDueDate() {
+    // An unchanged export has the dates of its data set, which were entered so.
+    if (isUnchanged_ || !header_.calDate || !header_.dueDate) {
+      return;
+    }
+    const FileDate& cal = header_.calDate->date;
+    const FileDate& due = header_.dueDate->date;
+    const bool isBefore =
+        std::tie(due.year, due.month, due.day) < std::tie(cal.year, cal.month, cal.day);
+    if (due != FileDate() && isBefore) {
+      const DraftHeader& header = plan_.header;
+      plan_.doubts.push_back("The due date " +
+                             DateShown(header.dueDay, header.dueMonth, header.dueYear) +
+                             " is before the calibration date " +
+                             DateShown(header.calDay, header.calMonth, header.calYear) + ".");
+    }
+  }
+
   /// Doubts a name of which only a part would be read back.
   void DoubtReading(const std::string& field, const std::string& name) {
     if (std::string notice = NameReadDifferently(field, name); !notice.empty()) {
@@ -170,6 +194,7 @@ class HeaderPlanning {
 
   const ImportTarget& target_;
   const CertificateHeader& header_;
+  bool isUnchanged_;
   ImportPlan& plan_;
 };
 
@@ -195,6 +220,11 @@ bool IsMemberOf(const CertificateItem& item, std::string_view page) {
                            }));
 }
 
+/// Whether the first cell of a row names a member of a set.
+bool IsName(std::string_view cell) {
+  return !Trim(cell).empty() && !ParseNumber(Trim(cell));
+}
+
 }  // namespace
 
 bool NamesModel(std::string_view named, std::string_view code) {
@@ -216,7 +246,10 @@ void PlanHeader(const ImportTarget& target, const Certificate& certificate,
 
 bool IsMember(const ImportTarget& target, const CertificateItem& item) {
   for (std::size_t page = 0; HasPages(target.model) && page < target.now.pages.size(); ++page) {
-    if (IsMemberOf(item, target.data.GetCalPageName(static_cast<std::int16_t>(page)))) {
+    const bool isRow = std::ranges::any_of(target.now.pages[page].rows, [&](const auto& row) {
+      return IsName(row.at(0)) && NamesModel(item.model, Trim(row.at(0)));
+    });
+    if (isRow || IsMemberOf(item, target.data.GetCalPageName(static_cast<std::int16_t>(page)))) {
       return true;
     }
   }

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "core/caldata/MemoryGrid.h"
+#include "core/numbers/WrittenNumber.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -18,71 +19,120 @@ using Words = std::span<const std::string_view>;
 // German joins words: the word "frequenz" does not find "messfrequenz".
 constexpr std::array<std::string_view, 6> kFrequency = {"freq",     "fréq",     "frec",
                                                         "messfreq", "prüffreq", "kalibrierfreq"};
-constexpr std::array<std::string_view, 12> kFactor = {
+constexpr std::array<std::string_view, 11> kFactor = {
     "factor", "faktor", "facteur",    "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
-    "kf",     "cf",     "efficiency", "wirkungs", "calibration",     "basic measuredvalue"};
-constexpr std::array<std::string_view, 22> kNotFactor = {
-    "reflect", "reflex",   "réflex",   "gamma",     "vswr",    "swr",    "magnitude",
-    "phase",   "rho",      "linear",   "deviation", "abweich", "écart",  "basic measurementerror",
-    "scart",   "mismatch", "desviaci", "diss",      "verlust", "pertes", "pérdida",
-    "loss"};
-constexpr std::array<std::string_view, 12> kSetting = {
+    "kf",     "cf",     "efficiency", "wirkungs", "calibration"};
+constexpr std::array<std::string_view, 16> kNotFactor = {
+    "reflect", "reflex", "réflex",   "gamma", "vswr",    "swr",    "magnitude", "phase",
+    "rho",     "linear", "mismatch", "diss",  "verlust", "pertes", "pérdida",   "loss"};
+constexpr std::array<std::string_view, 11> kSetting = {
     "setting",  "nominal", "nennwert", "nenndämpf", "sollwert", "einstell",
-    "position", "step",    "réglage",  "ajuste",    "impost",   "basic nominalvalue"};
-constexpr std::array<std::string_view, 14> kNotSetting = {
-    "actual", "measured", "cal data", "messwert", "istwert",   "mesur", "misur",
-    "medid",  "gemessen", "abweich",  "écart",    "deviation", "error", "basic measuredvalue"};
-constexpr std::array<std::string_view, 17> kAttenuation = {"cal data",
-                                                           "actual",
-                                                           "measured",
-                                                           "attenuation",
-                                                           "dämpfung",
-                                                           "einfügedämpf",
-                                                           "atténu",
-                                                           "atenua",
-                                                           "attenuaz",
-                                                           "messwert",
-                                                           "istwert",
-                                                           "gemessen",
-                                                           "mesur",
-                                                           "misur",
-                                                           "medid",
-                                                           "affaibl",
-                                                           "basic measuredvalue"};
-constexpr std::array<std::string_view, 10> kNotAttenuation = {
-    "deviation", "error", "abweich",     "écart",   "desviaci",
-    "scart",     "vswr",  "return loss", "setting", "basic measurementerror"};
-constexpr std::array<std::string_view, 7> kCapacitance = {
-    "capacit", "kapazit", "capacid", "parallelkapaz", "serienkapaz", "cp", "basic measuredvalue"};
-constexpr std::array<std::string_view, 9> kDissipation = {
-    "diss", "verlust", "pertes", "tan", "loss", "pérdida", "perdit", "d-factor", "df"};
-constexpr std::array<std::string_view, 10> kMember = {"model",  "member",  "standard", "type",
-                                                      "modèle", "modelo",  "normal",   "étalon",
-                                                      "patrón", "campione"};
-constexpr std::array<std::string_view, 6> kNominal = {"nominal",  "nennwert", "valeur nominale",
-                                                      "sollwert", "nennwid",  "basic nominalvalue"};
-constexpr std::array<std::string_view, 14> kCalibrated = {"calibrated", "measured",
-                                                          "actual",     "kalibriert",
-                                                          "messwert",   "istwert",
-                                                          "gemessen",   "mesur",
-                                                          "misur",      "medid",
-                                                          "resist",     "résist",
-                                                          "widerstand", "basic measuredvalue"};
+    "position", "step",    "réglage",  "ajuste",    "impost"};
+constexpr std::array<std::string_view, 9> kNotSetting = {
+    "actual", "measured", "cal data", "messwert", "istwert", "mesur", "misur", "medid", "gemessen"};
+constexpr std::array<std::string_view, 8> kAttenuation = {"cal data",     "attenuation", "dämpfung",
+                                                          "einfügedämpf", "atténu",      "atenua",
+                                                          "attenuaz",     "affaibl"};
+constexpr std::array<std::string_view, 2> kNotAttenuation = {"vswr", "return loss"};
+constexpr std::array<std::string_view, 6> kCapacitance = {"capacit",       "kapazit",     "capacid",
+                                                          "parallelkapaz", "serienkapaz", "cp"};
+constexpr std::array<std::string_view, 11> kDissipation = {"diss", "verlust", "pertes", "tan",
+                                                           "loss", "pérdida", "perdit", "d-factor",
+                                                           "df",   "d [",     "d ("};
+constexpr std::array<std::string_view, 6> kCalibrated = {"calibr", "kalibriert", "étalonn",
+                                                         "resist", "résist",     "widerstand"};
+constexpr std::array<std::string_view, 6> kInductance = {"induct",  "indukt",  "indutt",
+                                                         "capacit", "kapazit", "capacid"};
 constexpr std::array<std::string_view, 8> kResistance = {
     "resist",        "résist",          "widerstand", "wirkwiderst",
     "serienwiderst", "parallelwiderst", "rs",         "rp"};
 constexpr std::array<std::string_view, 8> kReactance = {"react",   "reakt",   "réact",   "reatt",
                                                         "suscept", "suszept", "suscett", "blind"};
-constexpr std::array<std::string_view, 8> kDeviations = {
-    "deviation", "abweich", "error",  "écart",
-    "desviaci",  "scart",   "erreur", "basic measurementerror"};
-constexpr std::array<std::string_view, 12> kUncertainty = {
-    "unc",         "unsicherheit",  "messunsicherheit",
-    "incertitude", "incertidumbre", "incertezza",
-    "u(",          "u (",           "u [",
-    "u/",          "u in ",         "basic measurementuncertainty"};
+// Words that say of any quantity what kind of value it is, or that it is none.
+constexpr std::array<std::string_view, 8> kMeasured = {"measured", "actual", "messwert", "istwert",
+                                                       "gemessen", "mesur",  "misur",    "medid"};
+constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "sollwert",
+                                                      "setting", "setpoint", "einstell"};
+constexpr std::array<std::string_view, 49> kOther = {"deviation",
+                                                     "dev.",
+                                                     "abweich",
+                                                     "messabweich",
+                                                     "error",
+                                                     "écart",
+                                                     "desviaci",
+                                                     "scart",
+                                                     "erreur",
+                                                     "fehler",
+                                                     "messfehler",
+                                                     "diff",
+                                                     "basic measurementerror",
+                                                     "toler",
+                                                     "tolér",
+                                                     "toll",
+                                                     "limit",
+                                                     "grenz",
+                                                     "spec",
+                                                     "spezif",
+                                                     "coverage",
+                                                     "erweiterungsf",
+                                                     "überdeck",
+                                                     "élargiss",
+                                                     "cobertura",
+                                                     "copertura",
+                                                     "k-fac",
+                                                     "k [",
+                                                     "k (",
+                                                     "probab",
+                                                     "confidence",
+                                                     "humid",
+                                                     "feucht",
+                                                     "luftfeucht",
+                                                     "humed",
+                                                     "umid",
+                                                     "rh ",
+                                                     "rh[",
+                                                     "rh(",
+                                                     "hr [",
+                                                     "temp",
+                                                     "raumtemp",
+                                                     "umgebung",
+                                                     "ambient",
+                                                     "pressure",
+                                                     "druck",
+                                                     "luftdruck",
+                                                     "pression",
+                                                     "presión"};
+constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
+                                                           "unsicherheit",
+                                                           "messunsich",
+                                                           "standardunsich",
+                                                           "standardmessunsich",
+                                                           "incertitude",
+                                                           "incertidumbre",
+                                                           "incertezza",
+                                                           "u(",
+                                                           "u (",
+                                                           "u[",
+                                                           "u [",
+                                                           "u/",
+                                                           "u in ",
+                                                           "u95",
+                                                           "u 95",
+                                                           "basic measurementuncertainty"};
 constexpr std::array<std::string_view, 7> kExpanded = {
     "expanded", "erweitert", "élargi", "expandida", "estesa", "k=2", "k = 2"};
+constexpr std::array<std::string_view, 12> kStandard = {"standard unc",
+                                                        "standardunsich",
+                                                        "standardmessunsich",
+                                                        "incertitude type",
+                                                        "incertitude-type",
+                                                        "incertidumbre típica",
+                                                        "incertezza tipo",
+                                                        "k=1)",
+                                                        "k=1]",
+                                                        "k=1 ",
+                                                        "k = 1)",
+                                                        "k = 1]"};
 
 constexpr Unit kHertz = {.bases = {0, 0, -1, 0, 0}};
 constexpr Unit kDecibel = {.special = "decibel"};
@@ -97,7 +147,13 @@ constexpr Unit kNoUnit = {.special = "none"};
 
 ModelColumn Column(ColumnRole role, const Unit& unit, Words words, Words others = {},
                    const Unit& otherUnit = kNoUnit) {
-  return {{}, role, unit, otherUnit, words, others};
+  return {{}, role, unit, otherUnit, words, others, false};
+}
+
+/// Many quantities have its unit.
+ModelColumn Named(ModelColumn column) {
+  column.needsName = true;
+  return column;
 }
 
 Unit WithPower(Unit unit, int power) {
@@ -108,13 +164,13 @@ Unit WithPower(Unit unit, int power) {
 std::vector<ModelColumn> ResistorColumns(std::int16_t page) {
   switch (page) {
     case 0:
-      return {Column(ColumnRole::Member, kNoUnit, kMember),
-              Column(ColumnRole::Value, kOhm, kNominal),
-              Column(ColumnRole::Value, kOhm, kCalibrated, kDeviations),
+      return {Column(ColumnRole::Member, kNoUnit, kMemberWords),
+              Named(Column(ColumnRole::Nominal, kOhm, kNominal, kNotSetting)),
+              Column(ColumnRole::Value, kOhm, kCalibrated),
               Column(ColumnRole::Relative, kPerCent, kUncertainty, {}, kOhm)};
     case 1:
-      return {Column(ColumnRole::Member, kNoUnit, kMember),
-              Column(ColumnRole::Value, kHenry, kCalibrated, kDeviations, kFarad),
+      return {Column(ColumnRole::Member, kNoUnit, kMemberWords),
+              Column(ColumnRole::Value, kHenry, kInductance, {}, kFarad),
               Column(ColumnRole::Uncertainty, kHenry, kUncertainty, {}, kFarad)};
     default: {
       const Unit imaginary = page < 4 ? kOhm : kSiemens;
@@ -139,9 +195,9 @@ std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
               Column(ColumnRole::Value, kDecibel, kAttenuation, kNotAttenuation)};
     case ModelFamily::CapacitorSet:
       return {Column(ColumnRole::Frequency, kHertz, kFrequency),
-              Column(ColumnRole::Value, kFarad, kCapacitance, kDeviations),
+              Column(ColumnRole::Value, kFarad, kCapacitance, kDissipation),
               Column(ColumnRole::Relative, kPerCent, kUncertainty, {}, kFarad),
-              Column(ColumnRole::Value, kOne, kDissipation),
+              Named(Column(ColumnRole::Value, kOne, kDissipation)),
               Column(ColumnRole::Uncertainty, kOne, kUncertainty)};
     case ModelFamily::ResistorSet:
       return ResistorColumns(page);
@@ -166,8 +222,24 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
   return columns;
 }
 
+bool NamesMeasured(std::string_view folded) {
+  return HasWord(folded, kMeasured);
+}
+
+bool NamesNominal(std::string_view folded) {
+  return HasWord(folded, kNominal);
+}
+
+bool NamesOther(std::string_view folded) {
+  return WithoutBlanks(folded) == "k" || HasWord(folded, kOther);
+}
+
 bool NamesUncertainty(std::string_view folded) {
-  return HasWord(folded, kUncertainty);
+  return WithoutBlanks(folded) == "u" || HasWord(folded, kUncertainty);
+}
+
+bool NamesStandard(std::string_view folded) {
+  return HasWord(folded, kStandard);
 }
 
 bool NamesExpanded(std::string_view folded) {

@@ -20,6 +20,7 @@ enum class ColumnRole {
   Frequency,
   Setting,      ///< of an attenuator
   Member,       ///< the name of a member of a set, a text
+  Nominal,      ///< the nominal value of a member
   Value,        ///< a measured value
   Uncertainty,  ///< of the value column before it, in the same unit
   Relative      ///< uncertainty of the value column before it, relative to the value
@@ -34,6 +35,7 @@ struct ModelColumn {
   Unit otherUnit;
   std::span<const std::string_view> words;   ///< folded words that its captions have
   std::span<const std::string_view> others;  ///< words of other columns of the same unit
+  bool needsName = false;                    ///< whether its unit does not say enough
 
   [[nodiscard]] bool IsUncertainty() const {
     return role == ColumnRole::Uncertainty || role == ColumnRole::Relative;
@@ -53,8 +55,21 @@ struct ModelColumn {
 [[nodiscard]] std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
                                                     std::int16_t page);
 
+/// Whether a folded caption names a measured value, whatever was measured.
+[[nodiscard]] bool NamesMeasured(std::string_view folded);
+
+/// Whether a folded caption names a nominal value, or a setting.
+[[nodiscard]] bool NamesNominal(std::string_view folded);
+
+/// Whether a folded caption names what no table of the program has: a deviation, a tolerance, the
+/// humidity, a coverage factor ...
+[[nodiscard]] bool NamesOther(std::string_view folded);
+
 /// Whether a folded caption names an uncertainty.
 [[nodiscard]] bool NamesUncertainty(std::string_view folded);
+
+/// Whether a folded caption says that an uncertainty is not the expanded one.
+[[nodiscard]] bool NamesStandard(std::string_view folded);
 
 /// Whether a folded caption says that an uncertainty is the expanded one.
 [[nodiscard]] bool NamesExpanded(std::string_view folded);

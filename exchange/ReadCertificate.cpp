@@ -56,6 +56,10 @@ std::string CertificateBytes(const std::filesystem::path& path) {
                 "The file is larger than 64 MiB, which no certificate is. Choose another file.",
                 path.string());
   }
+  if (error == std::errc::is_a_directory) {
+    throw Error(ErrorKind::NotAFile, "This is a folder. Choose the file of the certificate in it.",
+                path.string());
+  }
   if (error) {
     throw SystemError(error, "read the file", path.string());
   }

@@ -16,6 +16,7 @@ namespace {
 struct Key {
   std::string_view word;
   KeyField field;
+  bool isWhole = false;  ///< whether a key with other words besides it names something else
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
@@ -78,7 +79,7 @@ constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"format", KeyField::Format},
                                         {"page", KeyField::Page},
                                         {"seite", KeyField::Page},
-                                        {"datum", KeyField::CalDate}}};
+                                        {"datum", KeyField::CalDate, true}}};
 
 /// A key is short; a sentence that holds one of the words is none.
 constexpr std::size_t kLongestKey = 40;
@@ -94,6 +95,16 @@ std::size_t FindWord(std::string_view folded, std::string_view word) {
     at = folded.find(word, at + 1);
   }
   return at;
+}
+
+/// "Certificate date" is not a number. German joins words, as in "Zertifikatsdatum".
+bool NamesDate(std::string_view folded) {
+  constexpr std::array<std::string_view, 5> kWords = {"date", "datum", "fecha", "issued",
+                                                      "ausgestellt"};
+  return FindWord(folded, "data") != std::string_view::npos ||
+         std::ranges::any_of(kWords, [&](std::string_view word) {
+           return folded.find(word) != std::string_view::npos;
+         });
 }
 
 }  // namespace
@@ -129,11 +140,21 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
     return std::nullopt;
   }
   for (const Key& known : kKeys) {
-    if (FindWord(folded, known.word) != std::string_view::npos) {
-      return known.field;
+    const bool isFound = known.isWhole
+                             ? folded == known.word || folded == std::string(known.word) + ":"
+                             : FindWord(folded, known.word) != std::string_view::npos;
+    if (isFound) {
+      const bool isDate = known.field == KeyField::CalibrationNumber && NamesDate(folded);
+      return isDate ? std::nullopt : std::optional(known.field);
     }
   }
   return std::nullopt;
+}
+
+bool NamesSerialNumber(std::string_view folded) {
+  constexpr std::array<std::string_view, 8> kWords = {
+      "serial", "s/n", "seriennummer", "seriennr", "serien-n", "de série", "de serie", "matricola"};
+  return folded.size() <= kLongestKey && HasWord(folded, kWords);
 }
 
 }  // namespace tarvell

@@ -4,6 +4,7 @@
 #ifndef TARVELL_EXCHANGE_WORDS_H
 #define TARVELL_EXCHANGE_WORDS_H
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,6 +16,12 @@ namespace tarvell {
 /// `text` in small letters, those with accents included; blanks and underscores in a row become
 /// one blank.
 [[nodiscard]] std::string Folded(std::string_view text);
+
+/// Folded words of captions of a column that names models, or members of a set, in English, German,
+/// French, Spanish and Italian.
+inline constexpr std::array<std::string_view, 10> kMemberWords = {
+    "model",  "member", "standard", "type",   "modèle",
+    "modelo", "normal", "étalon",   "patrón", "campione"};
 
 /// Whether a folded text has one of these words or beginnings of words.
 [[nodiscard]] bool HasWord(std::string_view folded, std::span<const std::string_view> words);
@@ -36,6 +43,9 @@ enum class KeyField {
 /// The field that a key such as "Serial number:" names in English, German, French, Spanish or
 /// Italian.
 [[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
+
+/// Whether a folded caption of a column says that it has serial numbers. "Série 1" names a series.
+[[nodiscard]] bool NamesSerialNumber(std::string_view folded);
 
 }  // namespace tarvell
 

@@ -101,8 +101,10 @@ std::optional<FileDate> DateFrom(std::string_view text, DateOrder slashOrder) {
   if (text.size() == kDateDigits && std::ranges::all_of(text, IsDigit)) {
     return OfNumbers({text.substr(0, 4), text.substr(4, 2), text.substr(6)}, false);
   }
-  // "2026-03-05T10:00:00Z"
-  if (text.size() > kDateDigits + 2 && text[4] == '-' && (text[10] == 'T' || text[10] == ' ')) {
+  // "2026-03-05T10:00:00Z", or a time zone only: "2026-03-05+01:00"
+  constexpr std::string_view kAfterDate = "T Z+-";
+  if (text.size() > kDateDigits + 2 && text[4] == '-' &&
+      kAfterDate.find(text[10]) != std::string_view::npos) {
     text = text.substr(0, kDateDigits + 2);
   }
   if (std::ranges::all_of(text, [](char c) { return IsDigit(c) || c == '/'; })) {

@@ -12,7 +12,8 @@ namespace {
 /// So many cells are named in sentences of their own.
 constexpr std::size_t kSentences = 8;
 
-/// Numbers in rising order with runs: "line 3", "lines 3 to 5, 9".
+}  // namespace
+
 std::string LinesText(const std::vector<std::size_t>& lines) {
   std::string text = lines.size() == 1 ? "line " : "lines ";
   for (std::size_t first = 0; first < lines.size();) {
@@ -29,15 +30,17 @@ std::string LinesText(const std::vector<std::size_t>& lines) {
   return text;
 }
 
-}  // namespace
+std::string PasteRefusals::ColumnName(std::size_t number) const {
+  return number <= words_.columns.size() ? words_.columns[number - 1]
+                                         : "column " + std::to_string(number);
+}
 
 void PasteRefusals::Add(std::size_t line, const std::string& sentence) {
   Add("Line " + std::to_string(line), sentence, line, 0);
 }
 
 void PasteRefusals::Add(std::size_t line, std::size_t column, const std::string& sentence) {
-  Add("Line " + std::to_string(line) + ", column " + std::to_string(column + 1), sentence, line,
-      column + 1);
+  Add("Line " + std::to_string(line) + ", " + ColumnName(column + 1), sentence, line, column + 1);
 }
 
 void PasteRefusals::Add(const std::string& where, const std::string& sentence, std::size_t line,
@@ -55,7 +58,7 @@ void PasteRefusals::Add(const std::string& where, const std::string& sentence, s
 std::string PasteRefusals::Others() const {
   std::string text;
   for (const auto& [column, lines] : others_) {
-    const std::string where = column == 0 ? "" : "column " + std::to_string(column) + " in ";
+    const std::string where = column == 0 ? "" : ColumnName(column) + " in ";
     text += (text.empty() ? "" : "; ") + where + LinesText(lines);
   }
   return text;
@@ -67,8 +70,7 @@ void PasteRefusals::ThrowIfAny() const {
   }
   const std::string others =
       others_.empty() ? "" : "These cannot be taken either: " + Others() + ".\n";
-  throw Error(ErrorKind::Type, sentences_ + others +
-                                   "\nCorrect them in the spreadsheet, then copy and paste again.");
+  throw Error(ErrorKind::Type, sentences_ + others + "\n" + words_.advice);
 }
 
 }  // namespace tarvell

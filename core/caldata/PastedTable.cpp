@@ -36,8 +36,12 @@ struct Point {
 class Paste {
  public:
   Paste(const CalDataGrid& grid, const ClipboardTable& table, const PointColumns& columns,
-        const StoreValue& store)
-      : table_(table), columns_(columns), store_(store), grid_(grid.ColumnCount()) {
+        const StoreValue& store, const RefusalWords& words)
+      : table_(table),
+        columns_(columns),
+        store_(store),
+        grid_(grid.ColumnCount()),
+        refusals_(words) {
     for (GridRow row = kFirstDataRow; row < EndOf(grid); ++row) {
       std::vector<std::string> cells;
       for (std::int16_t column = 0; column < grid.ColumnCount(); ++column) {
@@ -243,7 +247,7 @@ bool PastedTable::HasPlace(bool missingRemoved) const {
 
 PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
                             const PointColumns& columns, const StoreValue& store,
-                            std::optional<DecimalSign> sign) {
+                            std::optional<DecimalSign> sign, const RefusalWords& words) {
   const ClipboardTable table(text, columns);
   if (table.Lines().empty()) {
     throw Error(ErrorKind::Type,
@@ -265,8 +269,8 @@ PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
   const bool isPoint =
       unclear ? *sign == DecimalSign::Point
               : table.CountUnread(DecimalSign::Point) <= table.CountUnread(DecimalSign::Comma);
-  PastedTable pasted =
-      Paste(grid, table, columns, store).Take(isPoint ? DecimalSign::Point : DecimalSign::Comma);
+  PastedTable pasted = Paste(grid, table, columns, store, words)
+                           .Take(isPoint ? DecimalSign::Point : DecimalSign::Comma);
   if (!pasted.HasPlace(true)) {
     throw Error(ErrorKind::Index,
                 "What is to be pasted has " +

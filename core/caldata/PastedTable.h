@@ -58,10 +58,12 @@ using StoreValue = std::function<std::string(const std::string& number)>;
 /// holds the pasted number already keeps its text, and a matched row keeps its point. `sign` is the
 /// decimal sign where the text can be read in two ways.
 ///
-/// Throws when not every line can be taken; the text of the error names every cell that cannot.
+/// Throws when not every line can be taken; the text of the error names every cell that cannot, in
+/// these words.
 [[nodiscard]] PastedTable PastedTableFrom(const CalDataGrid& grid, std::string_view text,
                                           const PointColumns& columns, const StoreValue& store,
-                                          std::optional<DecimalSign> sign = std::nullopt);
+                                          std::optional<DecimalSign> sign = std::nullopt,
+                                          const RefusalWords& words = {});
 
 }  // namespace tarvell
 

@@ -7,14 +7,15 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QList>
 #include <QLocale>
 #include <QMimeData>
-#include <QTimer>
 #include <QUrl>
 
 #include <string>
 #include <utility>
 
+#include "core/platform/Error.h"
 #include "exchange/ReadCertificate.h"
 #include "screens/caldata/CalGrid.h"
 #include "screens/caldata/DataSetExport.h"
@@ -32,10 +33,20 @@ namespace {
 
 constexpr const char* kImportFolder = "certificates/import-folder";
 
-/// The only file of a drag, "" if it has another number of files.
-QString FileIn(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+/// The file that was dropped. Throws for anything else than one file.
+QString FileOf(const QList<QUrl>& dropped) {
+  if (dropped.size() > 1) {
+    throw Error(ErrorKind::Type, std::to_string(dropped.size()) +
+                                     " files were dropped, and a certificate is one file. Drop "
+                                     "only that one.");
+  }
+  if (!dropped.front().isLocalFile()) {
+    throw Error(ErrorKind::Type,
+                "What was dropped is an address, not a file on this computer. Save the certificate "
+                "from there as a file, then drop that file.",
+                FromQt(dropped.front().toDisplayString()));
+  }
+  return dropped.front().toLocalFile();
 }
 
 }  // namespace
@@ -48,6 +59,9 @@ CertificateFiles::CertificateFiles(Editor editor)
       ->setObjectName("mnuExport");
   editor_.grid->viewport()->setAcceptDrops(true);
   editor_.grid->viewport()->installEventFilter(this);
+  // The other program waits until the drop is done.
+  connect(this, &CertificateFiles::Dropped, this, &CertificateFiles::TakeDropped,
+          Qt::QueuedConnection);
 }
 
 bool CertificateFiles::eventFilter(QObject* watched, QEvent* event) {
@@ -56,18 +70,24 @@ bool CertificateFiles::eventFilter(QObject* watched, QEvent* event) {
     return QObject::eventFilter(watched, event);
   }
   auto& drop = static_cast<QDropEvent&>(*event);  // the base of all of them
-  const QString file = FileIn(*drop.mimeData());
+  const QList<QUrl> urls = drop.mimeData()->urls();
   // The file stays where it is, even if the other program proposes to move it.
   drop.setDropAction(Qt::CopyAction);
-  drop.setAccepted(!file.isEmpty());
-  if (event->type() == QEvent::Drop && !file.isEmpty()) {
-    // The other program waits until the drop is done.
-    QTimer::singleShot(0, this, [this, file] { Import(file); });
+  drop.setAccepted(!urls.isEmpty());
+  if (event->type() == QEvent::Drop && !urls.isEmpty()) {
+    emit Dropped(urls);
   }
   return true;
 }
 
-void CertificateFiles::ChooseFile() {
+void CertificateFiles::TakeDropped(const QList<QUrl>& urls) const {
+  QString file;
+  if (Guarded(editor_.screen, [&] { file = FileOf(urls); })) {
+    Import(file);
+  }
+}
+
+void CertificateFiles::ChooseFile() const {
   cFileDialog dialog;
   dialog.SetCaption(tr("Import a certificate"));
   dialog.SetFilter(tr("Certificates|*.csv *.tsv *.txt *.xml *.dcc|All files|*.*"));
@@ -79,7 +99,7 @@ void CertificateFiles::ChooseFile() {
   }
 }
 
-void CertificateFiles::Import(const QString& file) {
+void CertificateFiles::Import(const QString& file) const {
   Guarded(editor_.screen, [&] {
     const EditorState now = editor_.contents();
     const ImportTarget target = {.model = editor_.model(),
@@ -103,7 +123,7 @@ void CertificateFiles::Import(const QString& file) {
   });
 }
 
-void CertificateFiles::Export() {
+void CertificateFiles::Export() const {
   Guarded(editor_.screen, [&] {
     const EditorState now = editor_.contents();
     ExportDataSet(editor_.screen, editor_.model(), editor_.data(), now);

@@ -5,9 +5,11 @@
 #define TARVELL_SCREENS_CALDATA_CERTIFICATEFILES_H
 
 #include <QDialog>
+#include <QList>
 #include <QMenu>
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 #include <functional>
 
@@ -42,14 +44,19 @@ class CertificateFiles final : public QObject {
   /// The screen owns the object.
   explicit CertificateFiles(Editor editor);
 
+ signals:
+  /// These were dropped on the table.
+  void Dropped(const QList<QUrl>& urls);
+
  protected:
   /// Takes a file that is dropped on the table.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void ChooseFile();
-  void Import(const QString& file);
-  void Export();
+  void TakeDropped(const QList<QUrl>& urls) const;
+  void ChooseFile() const;
+  void Import(const QString& file) const;
+  void Export() const;
 
   Editor editor_;
 };

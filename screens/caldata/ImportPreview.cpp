@@ -5,21 +5,22 @@
 
 #include "ui_ImportPreview.h"
 
-#include <QCryptographicHash>
-#include <QHeaderView>
+#include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 #include "core/curves/SlipLimits.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "core/text/Text.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
-#include "screens/caldata/ChangedCell.h"
 #include "screens/caldata/EarlierChoice.h"
-#include "screens/caldata/GridModel.h"
+#include "screens/caldata/ImportNotes.h"
+#include "screens/caldata/PlannedTables.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/LongTexts.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/UserSettings.h"
@@ -30,23 +31,7 @@ namespace {
 
 using Change = PastedRow::Change;
 
-/// The data of the entries of a column's box that are no columns.
-constexpr int kNotUsed = -1;
-constexpr int kAsked = -2;
-
-void ShowPair(QWidget* label, QWidget* box, bool isShown) {
-  label->setVisible(isShown);
-  box->setVisible(isShown);
-}
-
-/// Shows a table that has no values of its own to edit.
-void ShowCaptions(QTableWidget* table, const QStringList& captions, std::size_t rows) {
-  table->setColumnCount(static_cast<int>(captions.size()));
-  table->setHorizontalHeaderLabels(captions);
-  table->setRowCount(static_cast<int>(rows));
-  table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  table->horizontalHeader()->setStretchLastSection(true);
-}
+constexpr const char* kSizes = "certificates/sizes";
 
 /// Fills a list with the two readings of a question, after a first entry that chooses none.
 void ShowQuestion(QComboBox* box, const ReadingQuestion& question) {
@@ -67,25 +52,6 @@ QString ItemName(const CertificateItem& item, const std::string& language) {
   return ToQt(Trim(NameIn(item.name, language) + " " + item.model + " " + item.serialNumber));
 }
 
-QString Bullets(const QString& heading, const std::vector<std::string>& sentences) {
-  QString text = sentences.empty() ? QString() : heading + "\n";
-  for (const std::string& sentence : sentences) {
-    text += "- " + ToQt(sentence) + "\n";
-  }
-  return text.isEmpty() ? text : text + "\n";
-}
-
-/// Marks a value as the table of an editor does.
-void MarkAsSlip(QTableWidgetItem* item, const QString& why) {
-  QFont font = item->font();
-  font.setUnderline(true);
-  item->setFont(font);
-  item->setIcon(SlipIcon());
-  item->setToolTip(why);
-  item->setData(Qt::AccessibleTextRole, ImportPreview::tr("%1 (possible slip)").arg(item->text()));
-  item->setData(Qt::AccessibleDescriptionRole, why);
-}
-
 }  // namespace
 
 ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& earlier,
@@ -99,13 +65,17 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
       bytes_(std::move(bytes)),
       certificate_(std::move(certificate)),
       fileName_(std::move(fileName)),
+      columns_(target),
       page_(target.now.shownPage) {
   ui_->setupUi(this);
-  columnBoxes_ = {{ui_->lblColumn0, ui_->cmbColumn0},
-                  {ui_->lblColumn1, ui_->cmbColumn1},
-                  {ui_->lblColumn2, ui_->cmbColumn2},
-                  {ui_->lblColumn3, ui_->cmbColumn3},
-                  {ui_->lblColumn4, ui_->cmbColumn4}};
+  columnBoxes_ = ColumnBoxes({{ui_->lblColumn0, ui_->cmbColumn0},
+                              {ui_->lblColumn1, ui_->cmbColumn1},
+                              {ui_->lblColumn2, ui_->cmbColumn2},
+                              {ui_->lblColumn3, ui_->cmbColumn3},
+                              {ui_->lblColumn4, ui_->cmbColumn4}});
+  for (QComboBox* box : ui_->choices->findChildren<QComboBox*>()) {
+    ShowLongTexts(box);
+  }
   Propose();
   ShowQuestions();
   ShowItems();
@@ -114,6 +84,7 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
   ConnectControls();
   FitToDisplay(this);
   MakeScrollable(ui_->choices);
+  ShareRoom();
   EnterPressesFocusedButton(this);
   Plan();
   if (ui_->btnOk->isEnabled()) {
@@ -134,7 +105,7 @@ void ImportPreview::ConnectControls() {
     Plan();
   });
   connect(ui_->cmbTable, &QComboBox::activated, this, &ImportPreview::cmbTable_Activated);
-  for (const ColumnBox& box : columnBoxes_) {
+  for (const ColumnBoxes::Box& box : columnBoxes_.All()) {
     connect(box.second, &QComboBox::activated, this, &ImportPreview::cmbColumn_Activated);
   }
   connect(ui_->chkRemove, &QCheckBox::toggled, this, [this] {
@@ -152,9 +123,7 @@ void ImportPreview::ConnectControls() {
       }
     }
     if (ui_->btnOk->isEnabled()) {
-      for (const auto& [setting, columns] : chosenColumns_) {
-        Remember(setting, ToQt(columns));
-      }
+      columns_.Keep();
       accept();
     }
   });
@@ -165,11 +134,33 @@ EditorState ImportPreview::After() const {
   return AfterImport(target_.now, plan_, RemovesMissing());
 }
 
+void ImportPreview::ShareRoom() {
+  ui_->splitter->setStretchFactor(1, 1);
+  const std::vector<int> remembered = RememberedNumbers(kSizes);
+  // The setting may be damaged.
+  if (remembered.size() == 2 && remembered[0] > 0 && remembered[1] > 0) {
+    ui_->splitter->setSizes({remembered[0], remembered[1]});
+  } else {
+    // The boxes get the room that their texts need, but the table needs more.
+    const int choices = std::min(ui_->choices->sizeHint().width(), width() * 2 / 5);
+    ui_->splitter->setSizes({choices, width() - choices});
+  }
+  connect(ui_->splitter, &QSplitter::splitterMoved, this, [this] {
+    const QList<int> sizes = ui_->splitter->sizes();
+    movedTo_ = {sizes.begin(), sizes.end()};
+  });
+  connect(this, &QDialog::finished, this, [this] {
+    if (!movedTo_.empty()) {
+      Remember(kSizes, movedTo_);
+    }
+  });
+}
+
 // --- What the user chooses
 
 void ImportPreview::Propose() {
   const RememberedMatch remembered = [this](const CertificateTable& table, std::int16_t page) {
-    return ChosenColumns(table, page);
+    return columns_.Of(table, page);
   };
   ImportChoices proposed = chosenItem_
                                ? ProposedChoices(target_, certificate_, *chosenItem_, remembered)
@@ -186,27 +177,8 @@ PageChoice ImportPreview::ChoiceOf(const std::vector<std::size_t>& tables) const
     return {};
   }
   const CertificateTable& table = certificate_.tables.at(tables.front());
-  ProposedMatch proposed = ChosenOrMatched(ChosenColumns(table, page_), table, ShownColumns());
+  ProposedMatch proposed = ChosenOrMatched(columns_.Of(table, page_), table, ShownColumns());
   return {tables, std::move(proposed.match), std::move(proposed.asked), {}};
-}
-
-std::string ImportPreview::ChosenColumns(const CertificateTable& table, std::int16_t page) const {
-  const QString setting = SettingOf(table, page);
-  const auto known = chosenColumns_.find(setting);
-  return known == chosenColumns_.end() ? FromQt(RememberedText(setting)) : known->second;
-}
-
-QString ImportPreview::SettingOf(const CertificateTable& table, std::int16_t page) const {
-  std::string captions = CaptionsKey(table);
-  if (HasPages(target_.model)) {
-    // Pages with the same columns share what the user chose.
-    for (const ModelColumn& column : ModelColumns(target_.model, target_.data, page)) {
-      captions += "|" + column.caption;
-    }
-  }
-  const QByteArray hash =
-      QCryptographicHash::hash(QByteArray::fromStdString(captions), QCryptographicHash::Sha1);
-  return "certificates/" + ToQt(target_.model.code) + "-" + QString(hash.toHex());
 }
 
 void ImportPreview::ShowQuestions() {
@@ -272,31 +244,7 @@ void ImportPreview::ShowTables() {
 }
 
 void ImportPreview::ShowColumns() {
-  const PageChoice& choice = ShownChoice();
-  const std::vector<ModelColumn> columns = ShownColumns();
-  for (std::size_t i = 0; i < columnBoxes_.size(); ++i) {
-    const auto& [label, box] = columnBoxes_[i];
-    const bool isUsed = !choice.tables.empty() && i < columns.size();
-    ShowPair(label, box, isUsed);
-    box->clear();
-    if (!isUsed) {
-      continue;
-    }
-    label->setText(ToQt(columns[i].caption));
-    box->setAccessibleName(tr("Column for %1").arg(label->text()));
-    if (std::ranges::find(choice.asked, i, &AskedColumn::column) != choice.asked.end()) {
-      box->addItem(tr("(choose a column)"), kAsked);
-    }
-    box->addItem(tr("(not used)"), kNotUsed);
-    const CertificateTable& table = certificate_.tables.at(choice.tables.front());
-    int number = 0;
-    for (const ColumnSource& source : SourcesOf(table)) {
-      box->addItem(ToQt(SourceName(table, source, target_.language)), number++);
-      if (choice.match.at(i) == source) {
-        box->setCurrentIndex(box->count() - 1);
-      }
-    }
-  }
+  columnBoxes_.Show(ShownColumns(), certificate_, ShownChoice(), target_.language);
 }
 
 void ImportPreview::cmbReading_Activated() {
@@ -333,19 +281,10 @@ void ImportPreview::cmbTable_Activated(int index) {
 void ImportPreview::cmbColumn_Activated() {
   PageChoice& choice = ShownChoice();
   const CertificateTable& table = certificate_.tables.at(choice.tables.front());
-  const std::vector<ColumnSource> sources = SourcesOf(table);
-  for (std::size_t i = 0; i < choice.match.size(); ++i) {
-    const int chosen = columnBoxes_.at(i).second->currentData().toInt();
-    choice.match[i] =
-        chosen >= 0 ? std::optional(sources.at(static_cast<std::size_t>(chosen))) : std::nullopt;
-    if (chosen != kAsked) {
-      std::erase_if(choice.asked, [&](const AskedColumn& asked) { return asked.column == i; });
-    }
-  }
+  columnBoxes_.Take(table, choice);
   chosenPages_.insert(page_);
   if (choice.asked.empty()) {
-    const QString setting = SettingOf(table, page_);
-    chosenColumns_[setting] = MatchText(choice.match);
+    columns_.Choose(table, page_, choice.match);
     // Other pages may have tables with the same captions.
     Propose();
   }
@@ -368,6 +307,7 @@ void ImportPreview::Plan() {
   Guarded(
       this, [this] { plan_ = PlanImport(target_, certificate_, choices_); },
       [this](const Error& error) { error_ = ToQt(error.what()); });
+  ForgetAnswers();
   const std::size_t missing = plan_.Count(Change::Missing);
   ui_->chkRemove->setText(
       missing == 1 ? tr("&Remove the point that the certificate does not have")
@@ -376,10 +316,33 @@ void ImportPreview::Plan() {
   ui_->chkConfirm->setVisible(!plan_.doubts.empty());
   Judge();
   ShowSummary();
-  ShowHeader();
+  ShowPlannedHeader(ui_->tblHeader, plan_.fields);
   ShowRows();
   ShowNotes();
   ShowButtons();
+}
+
+void ImportPreview::ForgetAnswers() {
+  std::vector<std::vector<std::string>> points;
+  for (const PagePlan& page : plan_.pages) {
+    for (const PlannedRow& planned : page.rows) {
+      if (planned.row.change == Change::Missing) {
+        points.push_back(planned.row.before);
+      }
+    }
+  }
+  const bool areOtherDoubts = std::exchange(askedDoubts_, plan_.doubts) != plan_.doubts;
+  const bool areOtherPoints = std::exchange(askedPoints_, points) != points;
+  const auto untick = [](QCheckBox* box) {
+    const QSignalBlocker noPlanYet(box);
+    box->setChecked(false);
+  };
+  if (areOtherDoubts) {
+    untick(ui_->chkConfirm);
+  }
+  if (areOtherPoints) {
+    untick(ui_->chkRemove);
+  }
 }
 
 void ImportPreview::Judge() {
@@ -410,83 +373,29 @@ void ImportPreview::ShowSummary() {
           .arg(plan_.Count(Change::Unchanged)));
 }
 
-void ImportPreview::ShowHeader() {
-  ShowCaptions(ui_->tblHeader, {tr("Field"), tr("Before"), tr("After"), tr("Place")},
-               plan_.fields.size());
-  int row = 0;
-  for (const PlannedField& field : plan_.fields) {
-    const bool isChanged = field.before != field.after;
-    ui_->tblHeader->setItem(row, 0, ChangedCell(ToQt(field.name), ui_->tblHeader, false));
-    ui_->tblHeader->setItem(row, 1, ChangedCell(ToQt(field.before), ui_->tblHeader, false));
-    ui_->tblHeader->setItem(row, 2, ChangedCell(ToQt(field.after), ui_->tblHeader, isChanged));
-    ui_->tblHeader->setItem(row++, 3, ChangedCell(ToQt(field.where), ui_->tblHeader, false));
-  }
-}
-
 const PagePlan* ImportPreview::ShownPlan() const {
   const auto found = std::ranges::find(plan_.pages, page_, &PagePlan::page);
   return found == plan_.pages.end() ? nullptr : &*found;
 }
 
 void ImportPreview::ShowRows() {
-  const PagePlan* page = ShownPlan();
-  QStringList captions;
+  ShownPage page = {{}, ShownPlan(), {}, RemovesMissing()};
   for (const ModelColumn& column : ShownColumns()) {
-    captions << ToQt(column.caption);
+    page.captions << ToQt(column.caption);
   }
-  ShowCaptions(ui_->tblRows, captions << tr("Change"), page == nullptr ? 0 : page->rows.size());
-  GridRow next = kFirstDataRow;
-  for (int row = 0; row < ui_->tblRows->rowCount(); ++row) {
-    const PlannedRow& planned = page->rows[static_cast<std::size_t>(row)];
-    const bool isRemoved = planned.row.change == Change::Missing && RemovesMissing();
-    ShowRow(row, planned, isRemoved ? kCaptionRow : next);
-    next = isRemoved ? next : next + 1;
+  if (page.plan != nullptr) {
+    page.marks = judged_.at(page_).slips.marks;
   }
-}
-
-void ImportPreview::ShowRow(int row, const PlannedRow& planned, GridRow inTable) {
-  const PastedRow& cells = planned.row;
-  const bool isRemoved = inTable == kCaptionRow;
-  const std::map<Cell, std::string>& marks = judged_.at(page_).slips.marks;
-  const QString words = cells.change == Change::Unchanged ? tr("as it was")
-                        : cells.change == Change::Updated ? tr("updated")
-                        : cells.change == Change::Added   ? tr("added")
-                        : isRemoved                       ? tr("not in it, is removed")
-                                                          : tr("not in it, is kept");
-  const int columns = ui_->tblRows->columnCount() - 1;
-  for (int column = 0; column < columns; ++column) {
-    const auto index = static_cast<std::size_t>(column);
-    const QString after = index < cells.after.size() ? ToQt(cells.after[index]) : QString();
-    const QString before = index < cells.before.size() ? ToQt(cells.before[index]) : QString();
-    const bool isChanged = cells.change != Change::Missing && before != after;
-    QTableWidgetItem* item =
-        ChangedCell(isChanged && !before.isEmpty() ? tr("%1 \u2192 %2").arg(before, after) : after,
-                    ui_->tblRows, isChanged);
-    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QFont font = item->font();
-    font.setStrikeOut(isRemoved);
-    item->setFont(font);
-    const auto mark = marks.find({inTable, static_cast<std::int16_t>(column)});
-    if (mark != marks.end()) {
-      MarkAsSlip(item, ToQt(mark->second));
-    }
-    ui_->tblRows->setItem(row, column, item);
-  }
-  ui_->tblRows->setItem(row, columns, ChangedCell(words, ui_->tblRows, false));
+  ShowPlannedRows(ui_->tblRows, page);
 }
 
 void ImportPreview::ShowNotes() {
-  QString text = error_.isEmpty() ? QString() : error_ + "\n\n";
-  text += Bullets(tr("Please choose:"), plan_.open);
-  text += Bullets(tr("Please check:"), plan_.doubts);
   std::vector<std::string> slips;
   for (const auto& [page, judged] : judged_) {
     slips.insert(slips.end(), judged.sentences.begin(), judged.sentences.end());
   }
-  text += Bullets(tr("These values may be slips of typing:"), slips);
-  text += Bullets(tr("The format of the table rounds:"), plan_.Rounded());
-  text += Bullets(tr("Not used:"), plan_.notes);
-  ui_->txtNotes->setPlainText(text.trimmed());
+  ui_->txtNotes->setPlainText(
+      ImportNotes({error_, OpenQuestions(certificate_, reading_), plan_, std::move(slips)}));
 }
 
 bool ImportPreview::RemovesMissing() const {

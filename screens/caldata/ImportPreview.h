@@ -4,10 +4,7 @@
 #ifndef TARVELL_SCREENS_CALDATA_IMPORTPREVIEW_H
 #define TARVELL_SCREENS_CALDATA_IMPORTPREVIEW_H
 
-#include <QComboBox>
 #include <QDialog>
-#include <QLabel>
-#include <QTableWidgetItem>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,11 +13,12 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/curves/JudgedPage.h"
 #include "exchange/ImportPlan.h"
+#include "screens/caldata/ChosenColumns.h"
+#include "screens/caldata/ColumnBoxes.h"
 
 namespace tarvell {
 
@@ -48,9 +46,9 @@ class ImportPreview final : public QDialog {
   [[nodiscard]] EditorState After() const;
 
  private:
-  using ColumnBox = std::pair<QLabel*, QComboBox*>;
-
   void ConnectControls();
+  /// Divides the room between the choices and the tables as last time, or as the boxes need it.
+  void ShareRoom();
   /// Proposes what goes where, with the columns that the user chose for the same captions. What the
   /// user chose in this preview stays.
   void Propose();
@@ -67,13 +65,12 @@ class ImportPreview final : public QDialog {
 
   /// Plans the import again and shows the plan.
   void Plan();
+  /// Unticks the boxes whose tick was about something else.
+  void ForgetAnswers();
   /// Finds the values that may be slips of typing.
   void Judge();
   void ShowSummary();
-  void ShowHeader();
   void ShowRows();
-  /// `inTable` is the row of the table after the import, the caption row if it has none.
-  void ShowRow(int row, const PlannedRow& planned, GridRow inTable);
   void ShowNotes();
   void ShowButtons();
 
@@ -84,10 +81,6 @@ class ImportPreview final : public QDialog {
   [[nodiscard]] const PagePlan* ShownPlan() const;
   /// These tables with the columns that the user chose for them, or that fit.
   [[nodiscard]] PageChoice ChoiceOf(const std::vector<std::size_t>& tables) const;
-  /// The columns that the user chose for a table, as MatchText gives them; "" for none.
-  [[nodiscard]] std::string ChosenColumns(const CertificateTable& table, std::int16_t page) const;
-  /// The name under which the columns of a table are remembered for a page.
-  [[nodiscard]] QString SettingOf(const CertificateTable& table, std::int16_t page) const;
 
   std::unique_ptr<Ui::ImportPreview> ui_;
   const ImportTarget& target_;
@@ -98,15 +91,18 @@ class ImportPreview final : public QDialog {
   QString fileName_;
   ReadingChoices reading_;
   ImportChoices choices_;
-  std::optional<std::size_t> chosenItem_;          ///< by the user
-  std::set<std::int16_t> chosenPages_;             ///< whose tables or columns the user chose
-  std::map<QString, std::string> chosenColumns_;   ///< in this preview, by their settings
+  std::optional<std::size_t> chosenItem_;  ///< by the user
+  std::set<std::int16_t> chosenPages_;     ///< whose tables or columns the user chose
+  ChosenColumns columns_;
   std::vector<std::vector<std::size_t>> offered_;  ///< the tables of each entry of the list
   ImportPlan plan_;
-  std::map<std::int16_t, JudgedPage> judged_;  ///< the pages that change
+  std::map<std::int16_t, JudgedPage> judged_;          ///< the pages that change
+  std::vector<std::string> askedDoubts_;               ///< that "I have checked it" was about
+  std::vector<std::vector<std::string>> askedPoints_;  ///< that are removed
   QString error_;  ///< why the chosen values cannot be taken, "" when they can
   std::int16_t page_ = 0;
-  std::vector<ColumnBox> columnBoxes_;
+  ColumnBoxes columnBoxes_;
+  std::vector<int> movedTo_;  ///< where the user put the splitter
 };
 
 }  // namespace tarvell

@@ -85,6 +85,23 @@ TEST(CsvCertificate, ADateOfTwoOrdersIsAskedForUnlessAnotherDateShowsTheOrder) {
   EXPECT_EQ(month(decided), 3);
 }
 
+TEST(CsvCertificate, ADateOfAnotherEventIsNeitherThatOfTheCalibrationNorANumber) {
+  const Certificate read = Read(
+      "Datum der Ausstellung;1.3.2026\nDatum des Eingangs;1.2.2026\nCertificate date;2.3.2026\n"
+      "Zertifikatsdatum;2.3.2026\nDatum;5.3.2026\nCertificate no;C 1\nPage: 1/3\n\nMHz;%\n50;98\n");
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(read.header.calibrationNumber->text, "C 1");
+  EXPECT_EQ(read.tables.at(0).page, "") << "a page of paper is not a page of a set";
+  EXPECT_EQ(read.doubts, Texts());
+}
+
+TEST(CsvCertificate, TwoDatesOfOneEventAreADoubt) {
+  const Certificate read = Read("Datum;5.3.2026\nKalibrierdatum;6.3.2026\nCal date;5.3.2026\n");
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(read.doubts, Texts{"There are two calibration dates: 2026-03-05 (line 1), which is "
+                               "used, and 2026-03-06 (line 2)."});
+}
+
 TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
   const Certificate read =
       Read("Some Laboratory\nCalibration date;5.3.26\nDue;31.2.2027\n\n50;98\n");
@@ -93,7 +110,26 @@ TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
                    "and a year of four digits.",
                    "\"31.2.2027\" (line 3) is not used, because it is not a date with a day, a "
                    "month and a year of four digits.",
-                   "This line is not used, because no field takes the text: 1."}));
+                   "Text that no field takes is not used: line 1."}));
+}
+
+TEST(CsvCertificate, LinesWithNumbersOrDatesAreQuotedAndOtherTextIsCountedUp) {
+  const Certificate read = Read(
+      "Some Laboratory\nOld Road 5\n12345 Town\n\nTemperature;;23.1 °C\nIssued: 5.3.2026\n"
+      "Customer;ACME\nf;KF\n50;98\nEnd of page 1\n");
+  EXPECT_EQ(read.notes,
+            (Texts{"Line 5 is not used, because no field takes it: \"Temperature; 23.1 °C\".",
+                   "Line 6 is not used, because no field takes it: \"Issued: 5.3.2026\".",
+                   "Text that no field takes is not used: lines 1 to 3, 7, 10."}));
+}
+
+TEST(CsvCertificate, ARowWithoutAValueOrAPointDoesNotEndATable) {
+  const Certificate read = Read("f [MHz];KF [%]\n50;\n60;98\n70\n;97\n80;n/a\n90;96\n");
+  ASSERT_EQ(read.tables.size(), 1U);
+  EXPECT_EQ(Column(read, 0), (Texts{"50 MHz", "60 MHz", "70 MHz", "", "80 MHz", "90 MHz"}));
+  EXPECT_EQ(Column(read, 1), (Texts{"", "98 %", "", "97 %", "n/a", "96 %"}));
+  const Certificate members = Read("Member;Nominal;R\nA;1 Ω;2 Ω\nB;1 Ω;\nC;1 Ω;n/a\nPage 2\n");
+  EXPECT_EQ(Column(members, 0), (Texts{"A", "B", "C"}));
 }
 
 TEST(CsvCertificate, BlankLinesDoNotEndATable) {
@@ -131,6 +167,38 @@ TEST(CsvCertificate, EachSerialNumberIsThatOfAnInstrumentWithTheTablesBelowIt) {
   EXPECT_FALSE(read.tables[2].item) << "two serial numbers are above it";
 }
 
+/// The instruments that the rows of tables name: "serial number model: points of its table".
+Texts Instruments(const Certificate& read) {
+  Texts instruments;
+  for (const CertificateTable& table : read.tables) {
+    const CertificateItem& item = read.items.at(table.item.value());
+    std::string text = item.serialNumber + " " + item.model + ":";
+    const std::size_t points = table.columns.size() - 2;
+    for (const WrittenValue& value : table.columns.at(points).series.front().values) {
+      text += " " + value.text;
+    }
+    instruments.push_back(text);
+  }
+  return instruments;
+}
+
+TEST(CsvCertificate, RowsThatNameTheirInstrumentAreTablesOfTheirOwn) {
+  EXPECT_EQ(Instruments(Read("S/N;Type;f [MHz];KF [%]\nA1;PX11A;50;98\n;;60;97\n1.234;PX12A;50;96\n"
+                             "\nA1;PX11A;70;95\n")),
+            (Texts{"A1 PX11A: 50 60 70", "1.234 PX12A: 50"}));
+  EXPECT_EQ(Instruments(Read("Model;M\n\nf [MHz];KF [%];Serial no.\n50;98;A1\n50;97;A2\n")),
+            (Texts{"A1 M: 50", "A2 : 50"}));
+}
+
+TEST(CsvCertificate, ANumberOfTheRowOrOfASeriesIsNoSerialNumber) {
+  for (const std::string_view column :
+       {"Serial no.;f;KF\n1;50;98\n2;60;97\n", "Série;f;KF\nA1;50;98\nA1;60;97\nA2;70;96\n"}) {
+    const Certificate read = Read(column);
+    EXPECT_TRUE(read.items.empty()) << column;
+    EXPECT_EQ(read.tables.size(), 1U) << column;
+  }
+}
+
 TEST(CsvCertificate, MillihertzAreReadAsMegahertzOnlyWithADoubt) {
   const Certificate read = Read("f [mHz];KF [%]\n50;98\n60 mHz;97\n");
   EXPECT_EQ(Column(read, 0), (Texts{"50 MHz", "60 MHz"}));
@@ -149,6 +217,30 @@ TEST(CsvCertificate, AFileOfSeparatorsNeedsNoMemoryAndOneOfCellsIsRefused) {
                        "Up to line 251, the file has more than 500000 cells and lines"));
 }
 
+TEST(CsvCertificate, FewBytesDoNotBecomeManyCells) {
+  // Each of 5,000 values would get this megabyte as its unit.
+  std::string text = "f [" + std::string(1'000'000, 'x') + "];KF [%]\n";
+  for (int i = 0; i < 5'000; ++i) {
+    text += "1;2\n";
+  }
+  EXPECT_EQ(Read(text).tables.at(0).columns.at(0).caption.front().text.size(), 203U);
+  // Each of 20,000 lines would look for names in 20,000 captions.
+  std::string wide;
+  for (int i = 0; i < 20'000; ++i) {
+    wide += "a;";
+  }
+  wide += "a\n1;2\n";
+  for (int i = 0; i < 20'000; ++i) {
+    wide += "x\n";
+  }
+  EXPECT_TRUE(Contains(ErrorOf([&] { Read(wide); }).Text(), "more than 1000 columns"));
+  std::string filled = std::string(999, ';') + "a\n";
+  for (int i = 0; i < 501; ++i) {
+    filled += "1;2\n";
+  }
+  EXPECT_TRUE(Contains(ErrorOf([&] { Read(filled); }).Text(), "more than 500000 cells"));
+}
+
 TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
   EXPECT_TRUE(
       Contains(ErrorOf([] { Read(std::string("a;b\0c\n1;2\n", 10)); }).Text(), "not a text"));
@@ -157,9 +249,9 @@ TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
 
 TEST(WrittenDate, ReadsTheFormsThatPeopleWrite) {
   for (const std::string_view text :
-       {"2026-03-05", "20260305", "2026/3/5", "2026-03-05T23:00:00Z", "5.3.2026", "05. 03. 2026",
-        "5-3-2026", "5/3/2026", "5 MAR 2026", "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026",
-        "5 mars 2026"}) {
+       {"2026-03-05", "20260305", "2026/3/5", "2026-03-05T23:00:00Z", "2026-03-05Z",
+        "2026-03-05+01:00", "5.3.2026", "05. 03. 2026", "5-3-2026", "5/3/2026", "5 MAR 2026",
+        "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026", "5 mars 2026"}) {
     const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
     EXPECT_EQ(date ? IsoDate(*date) : "none", "2026-03-05") << text;
   }
@@ -177,6 +269,8 @@ TEST(Units, AreFoundInCaptions) {
                                                         {"C in F", "F"},
                                                         {"Cal Factor %", "%"},
                                                         {"R (\u03A9)", "\u03A9"},
+                                                        {"Cal. factor [%] (1)", "%"},
+                                                        {"Factor (1)", "1"},
                                                         {"Channel A", ""},
                                                         {"Dissipation factor", ""}}) {
     EXPECT_EQ(UnitOfCaption(caption), unit) << caption;

@@ -78,6 +78,8 @@ TEST(DccCertificate, EveryListIsATableAndASingleValueHoldsForAllItsRows) {
       List("1 2 3", "\\hertz") + List("4 5", "\\decibel") + "</c:list></c:list>"));
   ASSERT_EQ(read.tables.size(), 2U);
   EXPECT_EQ(ColumnsOf(read.tables[0]), (Texts{"10\\decibel 10\\decibel", "1\\hertz 2\\hertz"}));
+  EXPECT_TRUE(read.tables[0].columns[0].isRepeated);
+  EXPECT_FALSE(read.tables[0].columns[1].isRepeated);
   EXPECT_EQ(read.tables[0].where, "result 1, list 2");
   EXPECT_EQ(ColumnsOf(read.tables[1]), Texts{"1\\hertz 2\\hertz 3\\hertz"});
   EXPECT_EQ(read.notes, Texts{"The column \"\" (result 1, list 3) is not used, because it does not "
@@ -131,6 +133,23 @@ TEST(DccCertificate, AQuantityOutsideATableIsNamed) {
   EXPECT_EQ(ReadCertificate(Dcc("<c:list>" + List("1 2", "\\hertz") + "</c:list>")).notes,
             Texts{"The column \"\" (result 1, list 1) is not used, because it is not a column of a "
                   "table."});
+}
+
+TEST(DccCertificate, LongNamesAndUnitsAreCutBeforeTheyAreCopied) {
+  const std::string huge(1'000'000, 'x');
+  std::string values;
+  for (int i = 0; i < 5'000; ++i) {
+    values += "1 ";
+  }
+  std::string lists = "<c:list>" + List(values, huge) + List(values, "\\hertz") + "</c:list>";
+  for (int i = 0; i < 1'000; ++i) {
+    lists += "<c:list>" + List("1 2", "\\hertz") + List("1 2", "\\one") + "</c:list>";
+  }
+  const Certificate read = ReadCertificate(
+      Dcc(lists + "</c:data><c:name><c:content>" + huge + "</c:content></c:name><c:data>"));
+  ASSERT_EQ(read.tables.size(), 1'001U);
+  EXPECT_EQ(read.tables[0].columns[0].series[0].values.back().unit.size(), 203U);
+  EXPECT_EQ(read.tables.back().name.front().text.size(), 203U);
 }
 
 TEST(DccCertificate, ResultsBelongToTheItemThatTheyReferToOrName) {
@@ -207,6 +226,12 @@ TEST(DccCertificate, HostileFilesAreRefusedWithAReason) {
   EXPECT_TRUE(Contains(RefusalOf(Dcc(wide)), "more elements"));
   EXPECT_TRUE(Contains(RefusalOf(Dcc("<c:list>" + List(many, "\\one") + "</c:list>")),
                        "more than 200000 values"));
+  std::string columns;
+  for (int i = 0; i < 1001; ++i) {
+    columns += List("1 2", "\\one");
+  }
+  EXPECT_TRUE(
+      Contains(RefusalOf(Dcc("<c:list>" + columns + "</c:list>")), "more than 1000 columns"));
   EXPECT_TRUE(Contains(RefusalOf(Dcc("\xC3(")), "not in UTF-8"));
   EXPECT_TRUE(Contains(RefusalOf("<html/>"), "not a DCC. Its first element is \"html\""));
   EXPECT_TRUE(Contains(RefusalOf("\x30\x82\x10signed"), "inside a signature"));

@@ -9,7 +9,6 @@
 
 #include "exchange/Export.h"
 #include "exchange/ImportPlan.h"
-#include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
 #include "support/ErrorOf.h"
 
@@ -79,6 +78,11 @@ TEST_F(SensorImport, SaysWhatTheFormatRoundsAndWhatIsNotTaken) {
   EXPECT_EQ(plan_.doubts, Texts{"2000 MHz: \"n/a\" cannot be taken for Calibration factor[%]."});
 }
 
+TEST_F(SensorImport, SaysWhatIsRoundedInTheUnitsOfTheTable) {
+  Read("f [Hz];KF [1]\n1.24E10;0.95037\n");
+  EXPECT_EQ(plan_.Rounded(), Texts{"12400 MHz: 0.95037 (95.037) becomes 95.0."});
+}
+
 TEST_F(SensorImport, AsksAboutAnotherInstrument) {
   Read("Model;PX 12-A\nSerial number;X1\n\nf [MHz];KF [%]\n50;98.5\n");
   EXPECT_EQ(plan_.doubts,
@@ -97,8 +101,57 @@ TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
   ASSERT_EQ(plan_.doubts.size(), 1U);
   EXPECT_TRUE(Contains(plan_.doubts[0],
                        "\"Calibration factor\" names no unit, and all its numbers are below 2"));
-  Read("f [MHz];Calibration factor\n50;99.9\n1000;1.5\n");
+  Read("f [MHz];Calibration factor [1]\n50;0.999\n1000;0.985\n");
   EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksBeforeItTakesNumbersWithoutAUnitInThatOfTheTable) {
+  Read("Frequency;Calibration factor\n50;99.9\n1000;1.5\n");
+  EXPECT_EQ(plan_.doubts, (Texts{"The column \"Frequency\" has numbers without a unit. They are "
+                                 "taken in MHz, as in the table.",
+                                 "The column \"Calibration factor\" has numbers without a unit. "
+                                 "They are taken in %, as in the table."}));
+  Read("Frequency;Calibration factor\n50 MHz;99.9 %\n1 GHz;98 %\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksBeforeItTakesNumbersThatTheSeparatorMayHaveCut) {
+  Read("f [MHz],KF [%]\n50,99,9\n1000,98,8\n");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"\"Column 3\" has numbers but no caption. If the certificate writes decimals "
+                  "with the sign that separates the columns, each number is cut in two: compare "
+                  "the values with the certificate."});
+  Read("f [MHz],KF [%]\n50,99,\n1000,98,remark\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
+  Read("Calibration date;5.3.2026\nDue date;4.3.2026\n\nf [MHz];KF [%]\n50;99.9\n");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"The due date 4 MAR 2026 is before the calibration date 5 MAR 2026."});
+  Read("Calibration date;5.3.2026\nDue date;5.3.2026\n\nf [MHz];KF [%]\n50;99.9\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksBeforeItTakesOneValueForAllPoints) {
+  Read("f [MHz];KF [%]\n50;98\n1000;98\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+  certificate_.tables.front().columns.at(1).isRepeated = true;
+  plan_ = PlanImport(Target(), certificate_, choices_);
+  EXPECT_EQ(plan_.doubts, Texts{"The column \"KF [%]\" has one value in the certificate. It is "
+                                "taken for all 2 rows."});
+}
+
+TEST(AttenuatorImport, SaysWhichFrequencyIsRounded) {
+  const Model& model = *FindModel("PX60G");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(1);
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate =
+      ReadCertificate("Setting [dB];f [Hz];Measured [dB]\n10;1000000.4;10\n");
+  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  EXPECT_EQ(plan.Rounded(), Texts{"10 dB, 1000000.4 Hz: 1000000.4 Hz becomes 1.00E06."});
 }
 
 TEST_F(SensorImport, AsksAboutASerialNumberOfWhichOnlyAPartIsReadBack) {
@@ -208,6 +261,32 @@ TEST_F(SensorImport, TakesTheResultsOfTheChosenInstrument) {
             Texts{"The table \"Table of line 4\" (line 4) is about the instrument \"A\"."});
 }
 
+TEST_F(SensorImport, TakesOfATableOnlyTheRowsOfItsInstrument) {
+  const std::string table = "Model;S/N;f [MHz];KF [%]\nPX11A;A1;50;98\n;2702A00417;50;97\n";
+  Read(table);
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 97.0"});
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(plan_.notes,
+            (Texts{"These columns are not used: \"Model\".",
+                   "The table \"PX11A A1\" (line 2), 1 row, is not used, because it is "
+                   "about another instrument."}));
+  now_.header.serialNumber = "X";
+  Read(table);
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"The certificate is for the serial number \"A1\", and this data set has \"X\".",
+                   "The certificate names several serial numbers: \"A1\" (line 2), \"2702A00417\" "
+                   "(line 3). Choose that of this instrument."}));
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.0"});
+}
+
+TEST_F(SensorImport, ReportsAPointWithoutAValueAndTakesTheOthers) {
+  Read("f [MHz];KF [1]\n50;1\n60;\n;0.97\n");
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 100.0"});
+  EXPECT_EQ(plan_.doubts, (Texts{"60 MHz: there is no value.", "Line 4: there is no point."}));
+  Read("f [MHz];Calibration factor\n50;0.999\n60;\n");
+  EXPECT_TRUE(Contains(plan_.doubts.front(), "all its numbers are below 2")) << "as ratios are";
+}
+
 TEST_F(SensorImport, ASerialNumberThatSomebodyTypedIsNotTakenForThatOfTheTemplate) {
   data_->SetSerialNumber(now_.header.serialNumber);
   Read("Serial number;A\nf [MHz];KF [%]\n50;98.5\n");
@@ -218,6 +297,11 @@ TEST_F(SensorImport, APointWithTwoValuesIsRefusedWithItsRows) {
   const Error error = ErrorOf([&] { Read("f [MHz];KF [%]\n50;98.5\n50;98.9\n"); });
   EXPECT_TRUE(Contains(error.Text(), "Line 3: line 2 has the same point with another value."))
       << "the lines are those of the file";
+  EXPECT_TRUE(Contains(error.Text(),
+                       "\n\nCorrect them in the file and import it again, or choose "
+                       "another table or other columns."));
+  const Error below = ErrorOf([&] { Read("KF [%];f [MHz]\n98.5;-1\n"); });
+  EXPECT_TRUE(Contains(below.Text(), "Line 2, Frequency  [MHz]: \"-1\" is below zero."));
 }
 
 TEST_F(SensorImport, ATextThatADataFileCannotHoldIsNotTaken) {
@@ -247,9 +331,10 @@ TEST(SetImport, ChangesOnlyTheRowsOfTheMemberWhoseValuesFit) {
   EXPECT_EQ(AfterImport(now, plan, true).pages[1].rows,
             (std::vector<Texts>{{"1000", "10.00044pF", "31 ppm", "0.00000", "0.00020"},
                                 {"10000", "10.00000pF", "0.0030 %", "0.00000", "0.00010"}}));
-  EXPECT_EQ(plan.Rounded(), Texts{"RT522A: 1 kHz: 0.010000437 nF becomes 10.00044pF."});
+  EXPECT_EQ(plan.Rounded(), Texts{"RT522A: 1 kHz: 0.010000437 nF (10.000437) becomes 10.00044pF."});
+  EXPECT_EQ(plan.doubts, Texts{"RT522A: 1 kHz: \"0.000001\" would be stored as \"0.00000\"."})
+      << "the cell keeps its value";
   EXPECT_EQ(plan.notes, (Texts{"The certificate names no serial number.",
-                               "RT522A: 1 kHz: \"0.000001\" would be stored as \"0.00000\".",
                                "RT522A: Not used, because the table has no such row: 3 kHz."}));
 }
 
@@ -277,6 +362,53 @@ TEST(SetImport, UsesColumnsThatWereChosenBeforeOnEveryPageAndShowsTheMembers) {
   EXPECT_EQ(plan.fields[1].name, "Serial number of RT521A");
   EXPECT_EQ(plan.fields[1].before, "M0");
   EXPECT_EQ(plan.fields[1].after, "M1");
+}
+
+TEST(SetImport, AsksBeforeItTakesStandardUncertaintiesForExpandedOnes) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate("f [kHz];C [pF];u (k=1) [ppm]\n1;1.0001;25\n");
+  EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
+            Texts{"RT521A: The column \"u (k=1) [ppm]\" has standard uncertainties, and the table "
+                  "has expanded ones. They are taken as they are."});
+}
+
+TEST(SetImport, RowsThatNameAMemberGoToItsPageOrItsRow) {
+  const Model& capacitors = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = capacitors.create();
+  EditorState now;
+  now.header.serialNumber = "S";
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
+  now.pages[1].rows = {{"1000", "10.00000pF", "0.0030 %", "0.00000", "0.00010"}};
+  const Certificate pages = ReadCertificate(
+      "Serial number;S\n\nStandard;S/N;f [kHz];C [pF]\nRT521A;M1;1;1.0001\nRT522A;M2;1;10.001\n");
+  const ImportTarget target = {.model = capacitors, .data = *data, .now = now};
+  const ImportPlan plan = PlanImport(target, pages, ProposedChoices(target, pages));
+  EXPECT_EQ(plan.doubts, Texts());
+  const EditorState after = AfterImport(now, plan, true);
+  EXPECT_EQ(after.pages[0].rows[0][1] + after.pages[0].serialNumber, "1.000100pFM1");
+  EXPECT_EQ(after.pages[1].rows[0][1] + after.pages[1].serialNumber, "10.00100pFM2");
+
+  const Model& resistors = *FindModel("RT730A");
+  const std::unique_ptr<cifCaldata> set = resistors.create();
+  now.pages.assign(7, {});
+  now.pages[0].rows = {{"RT731A", "1 mohm", "1.0004  mohm", "0.1 %"},
+                       {"RT732A", "10 mohm", "10.003  mohm", "0.1 %"}};
+  const Certificate rows = ReadCertificate(
+      "Serial number;S\n\nMember;S/N;Calibrated [Ω]\nRT731A;M1;0.001\nRT732A;M2;0.01001\n");
+  const ImportTarget other = {.model = resistors, .data = *set, .now = now};
+  const ImportPlan joined = PlanImport(other, rows, ProposedChoices(other, rows));
+  EXPECT_EQ(joined.doubts, Texts());
+  ASSERT_EQ(joined.pages.size(), 1U);
+  EXPECT_EQ(AfterImport(now, joined, true).pages[0].rows,
+            (std::vector<Texts>{{"RT731A", "1 mohm", "1.0000  mohm", "0.1 %"},
+                                {"RT732A", "10 mohm", "10.010  mohm", "0.1 %"}}))
+      << "the nominal values stay";
 }
 
 /// A DCC about these instruments, a model and a serial number each, with a table of one row.
@@ -319,47 +451,6 @@ TEST(SetImport, AnItemOfADccIsAMemberOrAnotherInstrument) {
       Texts{"The certificate is about several instruments, and does not say which of them its "
             "results are about, such as the table \"\" (result 1, list 1)."});
 }
-
-/// The captions of a table in several languages, without units.
-struct Captions {
-  std::string model;
-  std::int16_t page;
-  std::string captions;
-};
-
-class CaptionWords : public testing::TestWithParam<Captions> {};
-
-TEST_P(CaptionWords, AreRecognisedInSeveralLanguages) {
-  const Model& model = *FindModel(GetParam().model);
-  const std::unique_ptr<cifCaldata> data = model.create();
-  const std::vector<ModelColumn> columns = ModelColumns(model, *data, GetParam().page);
-  const Certificate read = ReadCertificate(GetParam().captions + "\n1;2;3;4;5\n");
-  const std::string all = "0 1 2 3 4";
-  EXPECT_EQ(MatchText(MatchedColumns(read.tables.at(0), columns).match),
-            all.substr(0, 2 * columns.size() - 1));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, CaptionWords,
-    testing::Values(
-        Captions{"PX11A", 0, "Frequency;Calibration factor"},
-        Captions{"PX11A", 0, "Messfrequenz;Kalibrierfaktor"},
-        Captions{"PX11A", 0, "Fréquence;Facteur d'étalonnage"},
-        Captions{"PX11A", 0, "Frecuencia;Factor de calibración"},
-        Captions{"PX11A", 0, "Frequenza;Fattore di taratura"},
-        Captions{"PX60G", 0, "Nenndämpfung;Frequenz;Dämpfung"},
-        Captions{"PX60G", 0, "Affaiblissement nominal;Fréquence;Affaiblissement mesuré"},
-        Captions{"PX60G", 0, "Atenuación nominal;Frecuencia;Atenuación medida"},
-        Captions{"PX60G", 0, "Attenuazione nominale;Frequenza;Attenuazione misurata"},
-        Captions{"RT520A", 0, "Frequenz;Kapazität;Unsicherheit;Verlustfaktor;Unsicherheit"},
-        Captions{"RT520A", 0, "Fréquence;Capacité;Incertitude;Facteur de pertes;Incertitude"},
-        Captions{"RT520A", 0,
-                 "Frecuencia;Capacidad;Incertidumbre;Factor de pérdidas;Incertidumbre"},
-        Captions{"RT520A", 0, "Frequenza;Capacità;Incertezza;Fattore di perdita;Incertezza"},
-        Captions{"RT730A", 2, "Frequenz;Widerstand;Unsicherheit;Blindwiderstand;Unsicherheit"},
-        Captions{"RT730A", 2, "Fréquence;Résistance;Incertitude;Réactance;Incertitude"},
-        Captions{"RT730A", 2, "Frecuencia;Resistencia;Incertidumbre;Reactancia;Incertidumbre"},
-        Captions{"RT730A", 4, "Frequenza;Resistenza;Incertezza;Suscettanza;Incertezza"}));
 
 TEST(JsonExport, HoldsTheTextsOfTheDataSet) {
   const Model& model = *FindModel("PX11A");

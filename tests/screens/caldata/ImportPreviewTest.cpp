@@ -1,103 +1,24 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <QAbstractItemView>
 #include <QCheckBox>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QPlainTextEdit>
-#include <QPushButton>
+#include <QSplitter>
 #include <QTableWidget>
-#include <QUrl>
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "screens/caldata/ImportPreview.h"
+#include "screens/caldata/ImportStage.h"
 #include "screens/caldata/TabEditorFixture.h"
 #include "screens/widgets/UserSettings.h"
-#include "support/ClickInMenu.h"
-#include "support/SensorStage.h"
+#include "support/ErrorOf.h"
 
 /// Importing certificates into an open editor, and exporting what it shows.
 namespace tarvell {
 namespace {
 
 using namespace test;  // NOLINT(google-build-using-namespace)
-
-using ActInPreview = std::function<void(ImportPreview& preview)>;
-
-const QStringList kFilters = {"Certificates (*.csv *.tsv *.txt *.xml *.dcc)", "All files (*)"};
-
-void ActivateAgain(QWidget& editor) {
-  // As a window manager does when the preview is gone.
-  editor.activateWindow();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&editor));
-}
-
-/// Chooses "Import..." in the File menu and picks a file of this content.
-void ImportFile(QWidget& editor, ScriptedQuestions& questions, const std::filesystem::path& file,
-                const std::string& bytes) {
-  WriteNative(file, bytes);
-  questions.ExpectFilePicker("Import a certificate", kFilters,
-                             QString::fromStdString(file.string()));
-  ClickInMenu(editor, "btnFile", "Import...");
-}
-
-std::string Hint(ImportPreview& preview) {
-  return Find<QLabel>(preview, "lblHint").text().toStdString();
-}
-
-std::string Notes(ImportPreview& preview) {
-  return Find<QPlainTextEdit>(preview, "txtNotes").toPlainText().toStdString();
-}
-
-bool CanImport(ImportPreview& preview) {
-  return Find<QPushButton>(preview, "btnOk").isEnabled();
-}
-
-/// The cells of a row of a preview table. A changed one has a star.
-std::string PreviewRow(ImportPreview& preview, const QString& name, int row) {
-  auto& table = Find<QTableWidget>(preview, name);
-  std::string line;
-  for (int column = 0; column < table.columnCount(); ++column) {
-    const QTableWidgetItem& cell = *table.item(row, column);
-    line += (column == 0 ? "" : "|") + cell.text().toStdString() + (cell.font().bold() ? "*" : "");
-  }
-  return line;
-}
-
-class ImportingASensor : public SensorStage {
- protected:
-  ImportingASensor() {
-    file_.rows = {{"50.00", "100.0"}, {"1000.00", "97.0"}, {"2000.00", "96.0"}};
-  }
-
-  /// Imports a certificate, does `act` in the preview, then `after` in the editor, and saves.
-  void Import(const std::string& certificate, const ActInPreview& act,
-              const std::function<void(QWidget& editor)>& after = nullptr) {
-    ShowFile(file_, [&](frmCalDataInput& editor) {
-      user_.At<ImportPreview>([act](ImportPreview& preview) {
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&preview));
-        act(preview);
-      });
-      ImportFile(editor, questions_, tree_.Root() / "c.csv", certificate);
-      ActivateAgain(editor);
-      if (after) {
-        after(editor);
-      }
-      Click(editor, "btnOk");
-    });
-  }
-
-  void ExpectSaved(const SensorFile& file) const {
-    EXPECT_EQ(tree_.Read(R"(c:\calfactors\PX12A\SN12345)"), file.Bytes());
-  }
-
-  SensorFile file_;
-  const std::string header_ =
-      "Serial number;3318A12345\nCertificate no;C-0099\nCalibration date;7.8.2026\n\n";
-};
 
 TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
   SensorFile imported = file_;
@@ -111,10 +32,10 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
         EXPECT_EQ(Find<QLabel>(preview, "lblSummary").text().toStdString(),
                   "c.csv (Text, UTF-8, separated by semicolons): 3318A12345. Rows: 1 updated, 1 "
                   "added, 1 as before.");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0|as it was");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "1000.00|97.0 \u2192 97.5*|updated");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "1500.00*|96.8*|added");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 3), "2000.00|96.0|not in it, is kept");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "as it was|50.00|100.0");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "updated|1000.00|97.0 \u2192 97.5*");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "added|1500.00*|96.8*");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 3), "not in it, is kept|2000.00|96.0");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 0), "Calibration number|C-0042|C-0099*|line 2");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 1),
                   "Calibration date|5 MAR 2001|7 AUG 2026*|line 3");
@@ -148,15 +69,15 @@ TEST_F(ImportingASensor, ShowsBeforehandWhichValuesTheEditorWillMark) {
       [&](ImportPreview& preview) {
         EXPECT_EQ(Notes(preview),
                   "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why);
-        const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(1, 1);
+        const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(1, 2);
         EXPECT_EQ(FromQt(cell.data(Qt::AccessibleTextRole).toString()),
                   "97.0 \u2192 79.7 (possible slip)");
         EXPECT_EQ(FromQt(cell.toolTip()), why);
-        EXPECT_TRUE(IsMarked(preview, 1, 1));
-        EXPECT_FALSE(IsMarked(preview, 2, 1));
+        EXPECT_TRUE(IsMarked(preview, 1, 2));
+        EXPECT_FALSE(IsMarked(preview, 2, 2));
         Press(Qt::Key_R, Qt::AltModifier);
-        EXPECT_TRUE(IsMarked(preview, 1, 1)) << "the row above it is removed";
-        EXPECT_FALSE(IsMarked(preview, 2, 1));
+        EXPECT_TRUE(IsMarked(preview, 1, 2)) << "the row above it is removed";
+        EXPECT_FALSE(IsMarked(preview, 2, 2));
         Press(Qt::Key_Return);
       },
       [&](QWidget& editor) {
@@ -202,13 +123,20 @@ TEST_F(ImportingASensor, ChangesNothingWhenCancelledAndRemovesPointsOnlyWhereThe
 TEST_F(ImportingASensor, AsksHowToReadWhatCanBeReadInTwoWays) {
   Import("Calibration date;07/08/2026\nf [MHz];KF [%]\n1,500;98\n", [](ImportPreview& preview) {
     EXPECT_EQ(Hint(preview), "Say how to read what can be read in two ways.");
+    const std::string dates =
+        "\"07/08/2026\" can be 2026-08-07 or 2026-07-08. Choose it under \"Dates\".";
+    EXPECT_TRUE(Contains(Notes(preview),
+                         "Please choose:\n- \"1,500\" can be 1500 or 1.5. Choose it under "
+                         "\"Numbers\".\n- " +
+                             dates));
     EXPECT_EQ(ComboEntries(preview, "cmbSign"),
               (Texts{"How is 1,500 meant?", "1,500 is 1500", "1,500 is 1.5"}));
     Choose(preview, "cmbSign", "1,500 is 1500");
+    EXPECT_TRUE(Contains(Notes(preview), "Please choose:\n- " + dates));
     EXPECT_FALSE(CanImport(preview));
     Choose(preview, "cmbDates", "07/08/2026 is 2026-07-08");
     EXPECT_EQ(Hint(preview), "");
-    EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "1500.00*|98.0*|added");
+    EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "added|1500.00*|98.0*");
     Click(preview, "btnOk");
   });
   file_.calDate = "20260708";
@@ -227,6 +155,32 @@ TEST_F(ImportingASensor, OfAnotherInstrumentHasToBeConfirmed) {
     Click(preview, "btnOk");
   });
   file_.rows[0].second = "99.5";
+  ExpectSaved(file_);
+}
+
+TEST_F(ImportingASensor, HasToBeConfirmedAgainWhenItIsAboutSomethingElse) {
+  Import(
+      "Serial number;X1\nf [MHz];KF [%]\n50;99,5\n\nSerial number;X2\nf [MHz];KF [%]\n"
+      "1000;98,5\n",
+      [](ImportPreview& preview) {
+        const auto isTicked = [&](const QString& box) {
+          return Find<QCheckBox>(preview, box).isChecked();
+        };
+        Click(preview, "chkConfirm");
+        Click(preview, "chkRemove");
+        EXPECT_TRUE(CanImport(preview));
+        Choose(preview, "cmbItem", "X2");
+        EXPECT_FALSE(CanImport(preview));
+        EXPECT_FALSE(isTicked("chkConfirm")) << "the serial number X1 was confirmed";
+        EXPECT_FALSE(isTicked("chkRemove")) << "1000 and 2000 MHz were meant";
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "not in it, is kept|50.00|100.0");
+        Click(preview, "chkConfirm");
+        EXPECT_TRUE(CanImport(preview));
+        Choose(preview, "cmbItem", "X2");
+        EXPECT_TRUE(isTicked("chkConfirm")) << "nothing has changed";
+        Click(preview, "btnOk");
+      });
+  file_.rows[1].second = "98.5";
   ExpectSaved(file_);
 }
 
@@ -249,6 +203,7 @@ TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) 
     Choose(preview, "cmbTable", "Table of line 4 (line 4), 1 row");
     Choose(preview, "cmbColumn0", "a");
     Choose(preview, "cmbColumn1", "b");
+    Click(preview, "chkConfirm");
     EXPECT_TRUE(CanImport(preview));
     Click(preview, "btnCancel");
   });
@@ -257,10 +212,12 @@ TEST_F(ImportingASensor, RemembersTheColumnsThatTheUserChoseForTheSameCaptions) 
     Choose(preview, "cmbTable", "Table of line 4 (line 4), 1 row");
     Choose(preview, "cmbColumn0", "a");
     Choose(preview, "cmbColumn1", "c");
+    Click(preview, "chkConfirm");
     Click(preview, "btnOk");
   });
   Import(certificate, [](ImportPreview& preview) {
     EXPECT_EQ(ComboText(preview, "cmbColumn1"), "c");
+    Click(preview, "chkConfirm");
     Press(Qt::Key_Return);
   });
   KeepUserSettingsIn("");
@@ -289,9 +246,9 @@ TEST_F(ImportingASensor, AnotherInstrumentOfTheCertificateHasItsOwnTables) {
       "Serial number;X1\nf [MHz];KF [%]\n50;99,5\n\nSerial number;3318A12345\nf [MHz];KF [%]\n"
       "50;98,5\n",
       [](ImportPreview& preview) {
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0 \u2192 98.5*|updated");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "updated|50.00|100.0 \u2192 98.5*");
         Choose(preview, "cmbItem", "X1");
-        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "50.00|100.0 \u2192 99.5*|updated");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "updated|50.00|100.0 \u2192 99.5*");
         EXPECT_FALSE(CanImport(preview));
         Choose(preview, "cmbItem", "3318A12345");
         Click(preview, "btnOk");
@@ -312,25 +269,33 @@ TEST_F(ImportingASensor, AFileThatIsNoCertificateIsRefusedAndTheEditorIsAsItWas)
   ExpectSaved(file_);
 }
 
-TEST_F(ImportingASensor, AFileCanBeDroppedOnTheTable) {
-  ShowFile(file_, [&](frmCalDataInput& editor) {
-    const std::filesystem::path file = tree_.Root() / "c.csv";
-    WriteNative(file, header_ + "f [MHz];KF [%]\n50;99,5\n");
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(file.string()))});
-    QWidget* table = GridOf(editor).viewport();
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(table, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(table, &drop);
-    bool isShown = false;
-    user_.At<ImportPreview>([&](ImportPreview&) {
-      isShown = true;
-      Press(Qt::Key_Escape);
-    });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return isShown; }));
+TEST_F(ImportingASensor, ShowsLongNamesInFullAndRemembersTheRoomForThem) {
+  KeepUserSettingsIn(QString::fromStdString((tree_.Root() / "settings.ini").string()));
+  const std::string caption = "Calibration factor <b> of the sensor at its reference plane [%]";
+  const std::string certificate = "Serial number;3318A12345\n\nf [MHz];" + caption + "\n50;99,5\n";
+  QList<int> moved;
+  Import(certificate, [&](ImportPreview& preview) {
+    const auto& box = Find<QComboBox>(preview, "cmbColumn1");
+    EXPECT_EQ(FromQt(box.toolTip()),
+              "<p>Calibration factor &lt;b&gt; of the sensor at its reference plane [%]</p>");
+    EXPECT_GE(box.view()->minimumWidth(), box.fontMetrics().horizontalAdvance(box.currentText()));
+    auto& splitter = Find<QSplitter>(preview, "splitter");
+    const QList<int> before = splitter.sizes();
+    QWidget* handle = splitter.handle(1);
+    const QPoint grip = handle->rect().center();
+    QTest::mousePress(handle, Qt::LeftButton, {}, grip);
+    QTest::mouseMove(handle, grip + QPoint(40, 0));
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, grip + QPoint(40, 0));
+    moved = splitter.sizes();
+    EXPECT_GT(moved.at(0), before.at(0));
+    Click(preview, "btnCancel");
   });
+  Import(certificate, [&](ImportPreview& preview) {
+    EXPECT_EQ(Find<QSplitter>(preview, "splitter").sizes(), moved);
+    Click(preview, "btnCancel");
+  });
+  KeepUserSettingsIn("");
+  ExpectSaved(file_);
 }
 
 TEST_F(ImportingASensor, AnExportIsWrittenAsTheNameOfTheFileSays) {
@@ -368,11 +333,11 @@ TEST_F(ImportingASet, ChangesEveryPageInOneActThatCanBeUndone) {
   EditFile("RT520A", path, [&](frmCalDataTabInput& editor) {
     user_.At<ImportPreview>([](ImportPreview& preview) {
       EXPECT_EQ(PreviewRow(preview, "tblRows", 0),
-                "1000|1.000012pF \u2192 1.000345pF*|12 ppm|0.00001|0.00002|updated");
+                "updated|1000|1.000012pF \u2192 1.000345pF*|12 ppm|0.00001|0.00002");
       EXPECT_EQ(PreviewRow(preview, "tblHeader", 0), "Serial number of RT522A|M002|M9*|line 10");
       Choose(preview, "cmbPage", "RT522A");
       EXPECT_EQ(PreviewRow(preview, "tblRows", 1),
-                "2000|10.00002pF \u2192 10.00070pF*|200 ppm|0.00013|0.00014|updated");
+                "updated|2000|10.00002pF \u2192 10.00070pF*|200 ppm|0.00013|0.00014");
       Click(preview, "btnOk");
     });
     ImportFile(editor, questions_, tree_.Root() / "set.csv", certificate);

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/CsvColumns.h"
+
+#include <optional>
+#include <utility>
+
+#include "core/numbers/Numbers.h"
+#include "exchange/CaptionUnit.h"
+#include "exchange/CsvLines.h"
+
+namespace tarvell {
+
+CertificateColumn CsvColumns::Of(const TablePlace& place, std::size_t column) {
+  std::string caption;
+  for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
+    const std::string_view cell = lines_[i].Cell(column);
+    const bool isUnit = i > place.captions.begin;
+    caption +=
+        isUnit && !cell.empty() ? " [" + std::string(UnitOnly(cell)) + "]" : std::string(cell);
+  }
+  // Each value gets a copy of the unit in it.
+  caption = Shortened(caption);
+  const std::string known = UnitOfCaption(caption);
+  const std::string unit = known.empty() ? UnknownUnitOf(caption) : Meant(known);
+  Series series;
+  for (const std::size_t row : place.rows) {
+    series.values.push_back(ValueOf(lines_[row].Cell(column), unit));
+  }
+  return {{{"", caption}}, "", {std::move(series)}};
+}
+
+WrittenValue CsvColumns::ValueOf(std::string_view cell, const std::string& captionUnit) {
+  const std::optional<NumberCell> parts = NumberIn(cell);
+  std::optional<std::string> number = parts ? PlainNumber(parts->number, sign_) : std::nullopt;
+  if (!number) {
+    return {std::string(cell), "", false};
+  }
+  if (isExport_ && ParseNumber(parts->number)) {
+    number = parts->number;
+  }
+  return {*number, parts->unit.empty() ? captionUnit : Meant(std::string(parts->unit))};
+}
+
+std::string CsvColumns::Meant(std::string unit) {
+  if (unit != "mHz") {
+    return unit;
+  }
+  hasMillihertz_ = true;
+  return "MHz";
+}
+
+}  // namespace tarvell

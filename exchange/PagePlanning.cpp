@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/PagePlanning.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/caldata/CellNotices.h"
+#include "core/numbers/Numbers.h"
+#include "core/text/Text.h"
+
+namespace tarvell {
+
+namespace {
+
+std::string ShownValue(const WrittenValue& value) {
+  const std::string unit = ShownUnit(value.unit);
+  return value.text + (unit.empty() || unit == "1" ? "" : " " + unit);
+}
+
+std::string FrequencyUnit(const ModelColumn& column) {
+  return column.unit.power == 9 ? "GHz" : column.unit.power == 6 ? "MHz" : "Hz";
+}
+
+/// A frequency such as 1.24E10 Hz is in the unit of the table, so that its row is found there.
+std::string ShownPoint(const WrittenValue& value, const ModelColumn& column) {
+  const bool hasExponent = value.isNumber && value.text.find_first_of("eE") != std::string::npos;
+  const std::optional<std::string> number =
+      column.role == ColumnRole::Frequency && hasExponent && !value.unit.empty()
+          ? Converted(value, column.unit)
+          : std::nullopt;
+  return number ? *number + " " + FrequencyUnit(column) : ShownValue(value);
+}
+
+/// The unit in which the table takes the numbers of a column, as a message names it.
+std::string UnitOfTable(const ModelColumn& column) {
+  const std::string unit = column.role == ColumnRole::Frequency ? FrequencyUnit(column)
+                           : column.unit.special == "decibel"   ? "dB"
+                           : column.role == ColumnRole::Value && column.unit.IsLike(Unit()) ? "%"
+                                                                                            : "";
+  return unit.empty() ? "the unit of the cell that each is for" : unit + ", as in the table";
+}
+
+}  // namespace
+
+std::optional<std::string> Converted(const WrittenValue& value, const Unit& wanted) {
+  if (!value.isNumber) {
+    return std::nullopt;
+  }
+  if (value.unit.empty()) {
+    return value.text;
+  }
+  const std::optional<Unit> unit = UnitFrom(value.unit);
+  if (unit && !unit->IsLike(wanted)) {
+    return std::nullopt;
+  }
+  const int power = unit ? unit->power - wanted.power : 0;
+  const bool isPlain = value.text.find_first_not_of("-.0123456789") == std::string::npos;
+  return power == 0 && isPlain ? value.text : Shifted(value.text, power);
+}
+
+bool IsRounded(const std::string& number, std::string_view stored) {
+  return ParseNumber(number) != ParseNumber(PartsOfCell(stored).number);
+}
+
+PagePlanning::PagePlanning(const PageSource& source)
+    : source_(source), columns_(ModelColumns(source.model, source.data, source.page)) {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::optional<ColumnSource>& from = source.match.at(i);
+    values_.push_back(from ? &ValuesOf(source.table, *from, columns_[i]) : nullptr);
+  }
+  plan_.page = source.page;
+  plan_.name = source.data.GetCalPageName(source.page);
+  plan_.memberSerial = source.table.memberSerial;
+}
+
+void PagePlanning::JudgeColumns() {
+  NoteUnusedColumns();
+  DoubtUnknownUnits();
+  DoubtMissingUnits();
+  DoubtCellsBesideTheCaptions();
+  DoubtRepeatedValues();
+  DoubtStandardUncertainties();
+}
+
+const WrittenValue* PagePlanning::ValueAt(std::size_t row, std::size_t column) const {
+  return values_[column] == nullptr || row >= values_[column]->size() ? nullptr
+                                                                      : &values_[column]->at(row);
+}
+
+void PagePlanning::NoteUnusedColumns() {
+  std::string unused;
+  for (const ColumnSource& each : SourcesOf(source_.table)) {
+    if (!IsUsed(source_.match, each)) {
+      unused +=
+          (unused.empty() ? "" : ", ") + Quoted(SourceName(source_.table, each, source_.language));
+    }
+  }
+  if (!unused.empty()) {
+    plan_.notes.push_back(Where() + "These columns are not used: " + unused + ".");
+  }
+  for (const std::string& unit : UnknownUnits(source_.table, source_.match, source_.language)) {
+    plan_.notes.push_back(Where() + unit);
+  }
+}
+
+void PagePlanning::DoubtUnknownUnits() {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::string unit = values_[i] == nullptr ? std::string() : UnknownUnitIn(*values_[i]);
+    if (!unit.empty()) {
+      plan_.doubts.push_back(
+          Where() + "The unit " + Quoted(unit) + " of the column " + Quoted(NameOf(i)) +
+          " is not known. Its numbers are taken as they are, for " + columns_[i].caption + ".");
+    }
+  }
+}
+
+void PagePlanning::DoubtMissingUnits() {
+  const auto isWithoutUnit = [](const WrittenValue& value) {
+    return value.isNumber && value.unit.empty();
+  };
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const ModelColumn& column = columns_[i];
+    const bool hasUnit = column.role != ColumnRole::Member &&
+                         !(column.unit.IsLike(Unit()) && column.unit.power == 0);
+    if (!hasUnit || values_[i] == nullptr || std::ranges::none_of(*values_[i], isWithoutUnit)) {
+      continue;
+    }
+    plan_.doubts.push_back(
+        Where() + "The column " + Quoted(NameOf(i)) +
+        (MayBeRatios(i)
+             ? " names no unit, and all its numbers are below 2, as ratios are. They would be "
+               "taken as per cent. For ratios, multiply them by 100 first, or add the unit to the "
+               "caption."
+             : " has numbers without a unit. They are taken in " + UnitOfTable(column) + "."));
+  }
+}
+
+void PagePlanning::DoubtCellsBesideTheCaptions() {
+  const auto hasCaption = [this](const CertificateColumn& column) {
+    return !NameIn(column.caption, source_.language).empty();
+  };
+  const std::vector<CertificateColumn>& all = source_.table.columns;
+  if (all.empty() || !hasCaption(all.front()) || hasCaption(all.back())) {
+    return;
+  }
+  const ColumnSource last{all.size() - 1, false};
+  const bool hasNumbers =
+      std::ranges::any_of(all.back().series.front().values, &WrittenValue::isNumber);
+  if (hasNumbers && !IsUsed(source_.match, last)) {
+    plan_.doubts.push_back(Where() + Quoted(SourceName(source_.table, last, source_.language)) +
+                           " has numbers but no caption. If the certificate writes decimals with "
+                           "the sign that separates the columns, each number is cut in two: "
+                           "compare the values with the certificate.");
+  }
+}
+
+bool PagePlanning::MayBeRatios(std::size_t column) const {
+  constexpr double kLargestRatio = 2;
+  const ModelColumn& of = columns_[column];
+  return of.role == ColumnRole::Value && of.unit.IsLike(Unit()) && of.unit.power == -2 &&
+         std::ranges::all_of(*values_[column], [](const WrittenValue& value) {
+           return !value.isNumber || (value.unit.empty() &&
+                                      std::abs(NumericValueOrInfinity(value.text)) < kLargestRatio);
+         });
+}
+
+void PagePlanning::DoubtRepeatedValues() {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (columns_[i].role == ColumnRole::Value && from &&
+        source_.table.columns.at(from->column).isRepeated) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " has one value in the certificate. It is taken for all " +
+                             std::to_string(source_.table.RowCount()) + " rows.");
+    }
+  }
+}
+
+void PagePlanning::DoubtStandardUncertainties() {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (columns_[i].IsUncertainty() && from && !from->isUncertainty &&
+        NamesStandard(FoldedNames(source_.table.columns.at(from->column)))) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " has standard uncertainties, and the table has expanded ones. They "
+                             "are taken as they are.");
+    }
+  }
+}
+
+std::string PagePlanning::NameOf(std::size_t column) const {
+  return SourceName(source_.table, *source_.match.at(column), source_.language);
+}
+
+std::string PagePlanning::Where() const {
+  return plan_.name.empty() ? std::string() : plan_.name + ": ";
+}
+
+std::string PagePlanning::PointName(std::size_t row) const {
+  if (!HasPoint(row)) {
+    return "line " + std::to_string(LineInFile(row));
+  }
+  std::string name;
+  for (std::size_t i = 0; i < columns_.size() && columns_[i].IsPoint(); ++i) {
+    name += (name.empty() ? "" : ", ") + ShownPoint(*ValueAt(row, i), columns_[i]);
+  }
+  return name;
+}
+
+bool PagePlanning::HasPoint(std::size_t row) const {
+  for (std::size_t i = 0; i < columns_.size() && columns_[i].IsPoint(); ++i) {
+    const WrittenValue* value = ValueAt(row, i);
+    if (value == nullptr || value->text.empty()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::size_t PagePlanning::LineInFile(std::size_t row) const {
+  const std::vector<std::size_t>& lines = source_.table.rowLines;
+  return row < lines.size() ? lines[row] : row + 1;
+}
+
+std::string PagePlanning::Refusal(std::size_t row, const WrittenValue& value,
+                                  const std::string& why) const {
+  if (!HasPoint(row)) {
+    return Where() + "Line " + std::to_string(LineInFile(row)) + ": there is no point.";
+  }
+  const std::string shown = ShownValue(value);
+  return Where() + PointName(row) + ": " +
+         (shown.empty() ? "there is no value" : Quoted(shown) + why) + ".";
+}
+
+void PagePlanning::NoteIfRounded(std::size_t row, std::size_t column, const std::string& number,
+                                 const std::string& stored) {
+  if (IsRounded(number, stored)) {
+    const WrittenValue& value = *ValueAt(row, column);
+    const std::string converted = number == value.text ? "" : " (" + number + ")";
+    plan_.rounded.push_back(Where() + PointName(row) + ": " + ShownValue(value) + converted +
+                            " becomes " + stored + ".");
+  }
+}
+
+std::string PagePlanning::Store(Cell cell, const NumberToStore& number) const {
+  return source_.data.SetCalibrationDataFormat(source_.page, cell.column, cell.row.number,
+                                               number.number, number.unit);
+}
+
+}  // namespace tarvell

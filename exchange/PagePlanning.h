@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#ifndef TARVELL_EXCHANGE_PAGEPLANNING_H
+#define TARVELL_EXCHANGE_PAGEPLANNING_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "exchange/PagePlan.h"
+
+namespace tarvell {
+
+/// A number in another unit; nothing where the units cannot be converted. A value without a unit,
+/// or in one that is not known, is in the wanted one.
+[[nodiscard]] std::optional<std::string> Converted(const WrittenValue& value, const Unit& wanted);
+
+/// Whether the text of a cell holds another number than this one.
+[[nodiscard]] bool IsRounded(const std::string& number, std::string_view stored);
+
+/// The number that is to be stored in a cell, and the unit that its format needs for it.
+struct NumberToStore {
+  std::string number;
+  std::string unit;
+};
+
+/// What the plans of all pages have in common: the values of the certificate, and the sentences
+/// about its columns and rows.
+class PagePlanning {
+ public:
+  /// `source` must outlive it.
+  explicit PagePlanning(const PageSource& source);
+
+ protected:
+  /// Says which columns are not used, and which ones the user has to confirm.
+  void JudgeColumns();
+
+  /// The value for a column of the table; nullptr for none.
+  [[nodiscard]] const WrittenValue* ValueAt(std::size_t row, std::size_t column) const;
+
+  /// The page as the beginning of a sentence.
+  [[nodiscard]] std::string Where() const;
+  /// The point of a row of the certificate as messages name it: "50 MHz", or its line.
+  [[nodiscard]] std::string PointName(std::size_t row) const;
+  [[nodiscard]] std::string Refusal(std::size_t row, const WrittenValue& value,
+                                    const std::string& why) const;
+
+  /// The line of the file. The rows of a DCC, which are in no lines, are counted.
+  [[nodiscard]] std::size_t LineInFile(std::size_t row) const;
+
+  void NoteIfRounded(std::size_t row, std::size_t column, const std::string& number,
+                     const std::string& stored);
+
+  /// What a cell stores of a number.
+  [[nodiscard]] std::string Store(Cell cell, const NumberToStore& number) const;
+
+  const PageSource& source_;
+  std::vector<ModelColumn> columns_;
+  PagePlan plan_;
+
+ private:
+  [[nodiscard]] bool HasPoint(std::size_t row) const;
+  void NoteUnusedColumns();
+  /// Only a user who chose such a column has it taken.
+  void DoubtUnknownUnits();
+  /// Numbers without a unit are taken in that of the table only if the user says so; those around 1
+  /// may be ratios.
+  void DoubtMissingUnits();
+  /// Numbers in a column after the captions may come from a comma that is both in the numbers and
+  /// between them.
+  void DoubtCellsBesideTheCaptions();
+  /// Whether a column of the table in per cent gets numbers that may be ratios.
+  [[nodiscard]] bool MayBeRatios(std::size_t column) const;
+  /// One value for all rows may have been measured at one of them only.
+  void DoubtRepeatedValues();
+  void DoubtStandardUncertainties();
+  /// The source of a column as messages name it.
+  [[nodiscard]] std::string NameOf(std::size_t column) const;
+
+  std::vector<const std::vector<WrittenValue>*> values_;  ///< of each column, nullptr for none
+};
+
+}  // namespace tarvell
+
+#endif
