@@ -40,7 +40,7 @@ Json RowJson(const SurveyRow& row) {
   json["dataSet"] = row.dataSet.empty() ? Json() : Json(NameText(ShownPath(row.dataSet)));
   json["findings"] = Json::array();
   for (const Finding& finding : row.findings) {
-    json["findings"].push_back({{"state", CodeOf(finding.kind)}, {"text", NameText(finding.text)}});
+    json["findings"].push_back({{"state", CodeOf(finding.kind)}, {"text", finding.text}});
   }
   return json;
 }

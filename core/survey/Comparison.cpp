@@ -14,6 +14,7 @@
 #include "core/dates/DueDate.h"
 #include "core/files/FileNames.h"
 #include "core/platform/ProgramPath.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell {
@@ -201,7 +202,7 @@ class Comparison {
                        ? "The instrument has no serial number, so that it has no data set. Choose "
                          "its serial number at the station."
                        : "The calibration data have no " +
-                             Joined(LastNameOf(instrument.path), name) +
+                             NameText(Joined(LastNameOf(instrument.path), name)) +
                              ". Enter its data set, or correct the serial number at the station.");
   }
 
@@ -248,7 +249,7 @@ class Comparison {
     std::string others;
     for (const KeyedRow& other : group) {
       if (other.row != &row) {
-        others += (others.empty() ? "" : ", ") + std::string(LastNameOf(other.row->path));
+        others += (others.empty() ? "" : ", ") + NameText(LastNameOf(other.row->path));
       }
     }
     return kind == FindingKind::SharedAddress

@@ -127,8 +127,8 @@ void LeaveOutOddDates(SurveyRow& row) {
 void AddOtherModel(const std::string& other, SurveyRow& row) {
   if (!EqualsIgnoringCase(other, row.model)) {
     row.Add(FindingKind::OtherModel,
-            "The file " + std::string(LastNameOf(row.path)) + " is in the folder " +
-                Quoted(row.model) + ", but holds data of the model " + Quoted(other) +
+            "The file " + NameText(LastNameOf(row.path)) + " is in the folder " +
+                Quoted(NameText(row.model)) + ", but holds data of the model " + Quoted(other) +
                 ". Move it to the folder of its model. If the folder is right, correct the file's "
                 "model line, as OK in the editor does.");
   }
@@ -142,7 +142,7 @@ void CheckModelLine(std::string_view bytes, const CalFileInfo& header, SurveyRow
   }
   const LineWords words = WordsOf(TrimLeft(TakeLine(bytes)));
   if (HeaderFieldOf(words[0]) == HeaderField::ModelNumber) {
-    AddOtherModel(ModelOnLine(words), row);
+    AddOtherModel(DecodeFileText(ModelOnLine(words)), row);
   }
 }
 

@@ -29,7 +29,7 @@ void AddUnreadable(const Error& error, SurveyRow& row) {
   const std::string line =
       error.Line() > 0 ? "Line " + std::to_string(error.Line()) + ": " : std::string();
   row.Add(error.Kind() == ErrorKind::InputPastEnd ? FindingKind::CutOff : FindingKind::Unreadable,
-          line + error.Text());
+          line + NameText(error.Text()));
 }
 
 bool CheckLastLine(std::string_view bytes, std::string_view remedy, SurveyRow& row) {

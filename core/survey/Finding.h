@@ -33,7 +33,7 @@ enum class FindingKind {
 };
 inline constexpr std::size_t kFindingKinds = 18;
 
-/// One state of a row, with a sentence of what was found and one of what to do.
+/// One state of a row, with a sentence of what was found and one of what to do, in UTF-8.
 struct Finding {
   FindingKind kind;
   std::string text;

@@ -108,7 +108,7 @@ std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {
     case SurveyColumn::State:
       return StateOf(row);
     case SurveyColumn::ToDo:
-      return JoinedTexts(row.findings, " ", [](const Finding& it) { return NameText(it.text); });
+      return JoinedTexts(row.findings, " ", [](const Finding& it) { return it.text; });
     case SurveyColumn::Path:
       return NameText(ShownPath(row.path));
   }

@@ -36,7 +36,7 @@ QString ToDoText(const SurveyRow& row) {
   for (const Finding& finding : row.findings) {
     const QString words = ToQt(WordsOf(finding.kind));
     text += (text.isEmpty() ? "" : "\n") + words.left(1).toUpper() + words.mid(1) + ": " +
-            ToQt(NameText(finding.text));
+            ToQt(finding.text);
   }
   return text;
 }

@@ -79,6 +79,18 @@ TEST(AnotherModelInAFile, IsNamedBesideTheFileAndWhatToDoAboutIt) {
             "line, as OK in the editor does.");
 }
 
+TEST(AnotherModelInAFile, IsNamedInCharactersWhateverTheBytes) {
+  const SurveyRow row =
+      DataSetRow("ZZ1", "c:\\calfactors\\ZZ1\\SN\xC4",
+                 Lines({"#MODEL_NO : \xD6L1", "#SER_NO   : 1", "#CAL_DATE : 20260305",
+                        "#CAL_NO   : ", "#DUE_DATE : 20270305", "#COMMENT  : ", "!End"}),
+                 SlipLimits(), {});
+  EXPECT_EQ(TextOf(row, FindingKind::OtherModel),
+            "The file SNÄ is in the folder \"ZZ1\", but holds data of the model \"ÖL1\". Move it to "
+            "the folder of its model. If the folder is right, correct the file's model line, as OK "
+            "in the editor does.");
+}
+
 TEST(FilesThatAreGone, AreFoundByTheFoldersOfTheirRows) {
   const test::TestTree tree;
   std::vector<SurveyRow> rows = {SensorRow("PX12A", "20260305", "20270305"),
