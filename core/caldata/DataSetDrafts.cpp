@@ -178,10 +178,50 @@ void DataSetDrafts::TakeOffered() {
   if (offered_.empty()) {
     return;
   }
-  taken_ = offered_.back().draft;
-  std::swap(own_, offered_.back());
-  if (!offered_.back().draft) {
+  Held& offered = offered_.back();
+  taken_.push_back({.path = offered.path,
+                    .draft = *offered.draft,
+                    .before = own_.draft ? own_.path : std::filesystem::path()});
+  std::swap(own_, offered);
+  if (!offered.draft) {
     offered_.pop_back();
+  }
+}
+
+DataSetDrafts::Held DataSetDrafts::Withdrawn(const std::filesystem::path& path) {
+  const auto found = std::ranges::find(offered_, path, &Held::path);
+  if (found == offered_.end()) {
+    return {};
+  }
+  Held held = std::move(*found);
+  offered_.erase(found);
+  return held;
+}
+
+void DataSetDrafts::LeaveTaken(std::size_t number) {
+  const Taken& taken = taken_.at(number);
+  std::error_code code;
+  if (own_.path == taken.path) {
+    code = SaveNativeFile(own_.path, DraftBytes(taken.draft));
+    // Where that fails, what was typed into the draft is offered with it.
+    own_.draft = code ? own_.draft : taken.draft;
+    offered_.push_back(std::exchange(own_, Held()));
+  }
+  if (!own_.draft && !taken.before.empty()) {
+    own_ = Withdrawn(taken.before);
+  }
+  if (code) {
+    throw SystemError(code, "write the draft", PathText(taken.path));
+  }
+}
+
+void DataSetDrafts::TakeAgain(std::size_t number) {
+  // The user may have discarded it, or taken it once more.
+  if (Held held = Withdrawn(taken_.at(number).path); held.draft) {
+    std::swap(own_, held);
+    if (held.draft) {
+      offered_.push_back(std::move(held));
+    }
   }
 }
 
@@ -264,12 +304,11 @@ void DataSetDrafts::WriteOwn(Draft draft) {
 }
 
 void DataSetDrafts::LeaveOwn() {
-  if (!taken_) {
+  if (taken_.empty() || taken_.back().path != own_.path) {
     RemoveOwn();
     return;
   }
-  WriteOwn(*taken_);
-  taken_.reset();
+  WriteOwn(taken_.back().draft);
   offered_.push_back(std::exchange(own_, Held()));
 }
 

@@ -64,6 +64,14 @@ class DataSetDrafts {
   /// Makes the offered draft the editor's own. The draft that the editor has written until then is
   /// offered in its place.
   void TakeOffered();
+  /// How many times TakeOffered has made a draft the editor's own.
+  [[nodiscard]] std::size_t TakenCount() const { return taken_.size(); }
+  /// The editor does not show the draft of this call of TakeOffered, counted from 0, any more: it
+  /// is offered again, as it was then, and the editor goes on with the draft that it wrote before.
+  /// Throws the error of a file that cannot be written.
+  void LeaveTaken(std::size_t number);
+  /// The editor shows it again.
+  void TakeAgain(std::size_t number);
   /// Moves the offered draft to the recycle bin. Throws the error of a file that cannot be moved.
   void DiscardOffered();
   /// Removes the offered draft. Throws the error of a file that cannot be removed.
@@ -71,6 +79,8 @@ class DataSetDrafts {
   /// Removes the offered drafts of which `state` holds everything, and the own draft.
   void RemoveAllOf(const EditorState& state);
 
+  /// The draft that the editor has written, nullptr when there is none.
+  [[nodiscard]] const Draft* Own() const { return own_.draft ? &*own_.draft : nullptr; }
   /// Writes the editor's own draft. Throws the error of a file that cannot be written.
   void Write(const EditorState& state, std::int64_t now);
   /// The editor shows nothing that was typed: removes its own draft, if there is one. A draft that
@@ -85,12 +95,21 @@ class DataSetDrafts {
     std::optional<Draft> draft = {};  ///< nullopt for a name that has no file yet
   };
 
+  /// A draft that TakeOffered has made the editor's own.
+  struct Taken {
+    std::filesystem::path path;
+    Draft draft;                   ///< as it was then
+    std::filesystem::path before;  ///< the own draft until then; empty if there was none
+  };
+
   [[nodiscard]] std::error_code Lock(Held& held) const;
   void Find(std::int64_t now);
   void Consider(const std::string& name, std::int64_t now);
   void Offer(Held held);
   void WriteOwn(Draft draft);
   void RemoveOwn();
+  /// Takes a draft out of those that are offered; one without a lock if it is not among them.
+  [[nodiscard]] Held Withdrawn(const std::filesystem::path& path);
   /// Reserves a name that has no file.
   void TakeName();
 
@@ -102,8 +121,8 @@ class DataSetDrafts {
   bool hasOfOtherKind_ = false;
   std::vector<Held> offered_;  ///< the newest is the last
   Held own_;
-  std::optional<Draft> taken_;  ///< by TakeOffered, as it was then
-  std::string fileContent_;     ///< as in Draft
+  std::vector<Taken> taken_;
+  std::string fileContent_;  ///< as in Draft
   std::optional<EditorState> begun_;
   std::vector<std::string> damaged_;
 };

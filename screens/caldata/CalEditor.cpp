@@ -33,7 +33,6 @@
 #include "screens/caldata/DraftStrip.h"
 #include "screens/caldata/EditorCurve.h"
 #include "screens/caldata/SlipWatch.h"
-#include "screens/caldata/WholeStep.h"
 #include "screens/caldata/frmHistory.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/ChangedWithHistory.h"
@@ -158,16 +157,17 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                          this);
   // The option adds a page without changing the table.
   connect(&history_, &QUndoStack::indexChanged, slips_, &SlipWatch::LookSoon);
-  drafts_ = new DraftKeeper({.screen = this,
-                             .strip = controls_.draft,
-                             .notices = controls_.notices,
-                             .state = [this] { return Contents(); },
-                             .show = [this](const EditorState& draft) { Restore(draft); },
-                             .pointColumns =
-                                 [this] {
-                                   return static_cast<std::size_t>(
-                                       controls_.grid->Model().FirstEditableColumn());
-                                 }});
+  drafts_ = new DraftKeeper(
+      {.screen = this,
+       .strip = controls_.draft,
+       .notices = controls_.notices,
+       .state = [this] { return Contents(); },
+       .show = [this](const EditorState& draft, const auto& shown) { Restore(draft, shown); },
+       .canRedo = [this] { return history_.canRedo(); },
+       .pointColumns =
+           [this] {
+             return static_cast<std::size_t>(controls_.grid->Model().FirstEditableColumn());
+           }});
   WatchChanges();
   const auto modelNow = [this]() -> const Model& { return *model_; };
   const auto dataNow = [this]() -> const cifCaldata& { return *data_; };
@@ -254,8 +254,8 @@ EditorState CalEditor::Contents() {
   return contents;
 }
 
-void CalEditor::Restore(const EditorState& draft) {
-  TakeContents(tr("restoring the draft"), draft);
+void CalEditor::Restore(const EditorState& draft, const WholeStep::Shown& shown) {
+  TakeContents(tr("restoring the draft"), draft, shown);
   // In a field of the header, Ctrl+Z would not take the draft back.
   controls_.grid->setFocus();
   if (draft.openCell) {
@@ -263,14 +263,15 @@ void CalEditor::Restore(const EditorState& draft) {
   }
 }
 
-void CalEditor::TakeContents(const QString& what, const EditorState& contents) {
+void CalEditor::TakeContents(const QString& what, const EditorState& contents,
+                             const WholeStep::Shown& shown) {
   const EditorState before = Contents();
   ShowContents(contents);
   const EditorState after = Contents();
   if (!HaveSameContent(after, before)) {
     history_.push(new WholeStep(
         what, before, after, [this] { return Contents(); },
-        [this](const EditorState& state) { ShowContents(state); }));
+        [this](const EditorState& state) { ShowContents(state); }, shown));
   }
 }
 

@@ -25,6 +25,7 @@
 #include "core/caldata/mTypeDef.h"
 #include "screens/caldata/EditHistory.h"
 #include "screens/caldata/GridModel.h"
+#include "screens/caldata/WholeStep.h"
 
 namespace tarvell {
 
@@ -152,14 +153,16 @@ class CalEditor : public QDialog {
   /// Everything that is in the editor, as a draft keeps it.
   [[nodiscard]] EditorState Contents();
   /// Shows the contents of a draft, in one step of the history.
-  void Restore(const EditorState& draft);
+  void Restore(const EditorState& draft, const WholeStep::Shown& shown);
   void RestorePage(const DraftPage& page);
   /// Shows other contents of the whole data set.
   void ShowContents(const EditorState& contents);
   /// Stores in Data() what is shown. Throws the error of what cannot be stored.
   void StoreContents();
   /// Makes these the contents, in one step of the history.
-  void TakeContents(const QString& what, const EditorState& contents);
+  void TakeContents(
+      const QString& what, const EditorState& contents,
+      const WholeStep::Shown& shown = [](bool /*isMade*/) {});
   /// The notes of the cells that will be read back differently after a save.
   [[nodiscard]] CellNotes NotesOf(const MemoryGrid& grid, std::int16_t page) const;
   void MakeActions();

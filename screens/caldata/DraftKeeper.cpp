@@ -96,6 +96,10 @@ void DraftKeeper::Write() {
   }
   sinceWrite_.start();
   if (HaveSameContent(state, opened_)) {
+    if (editor_.canRedo()) {
+      // Undo may have been pressed too often: what can be made again stays kept.
+      return;
+    }
     const std::size_t offered = drafts_->OfferedCount();
     drafts_->LeaveOwn();
     if (drafts_->OfferedCount() != offered) {
@@ -177,13 +181,27 @@ void DraftKeeper::Restore() {
       // It is offered afterwards.
       Write();
     }
-    editor_.show(draft.state);
+    editor_.show(draft.state, [this, number = drafts_->TakenCount()](bool isShown) {
+      TakeBack(number, isShown);
+    });
     drafts_->TakeOffered();
     written_ = draft.state;
     ReportNewer(draft.kept);
     Changed();
     OfferNext();
   });
+}
+
+void DraftKeeper::TakeBack(std::size_t number, bool isShown) {
+  if (!drafts_ || number >= drafts_->TakenCount()) {
+    return;
+  }
+  Guarded(editor_.screen, [&] {
+    isShown ? drafts_->TakeAgain(number) : drafts_->LeaveTaken(number);
+    written_ = drafts_->Own() == nullptr ? opened_ : drafts_->Own()->state;
+  });
+  Changed();
+  OfferNext();
 }
 
 void DraftKeeper::RequireRoom(std::size_t withoutRoom) {

@@ -31,7 +31,9 @@ class DraftKeeper final : public QObject {
     DraftStrip* strip;
     NoticeLine* notices;
     std::function<EditorState()> state;
-    std::function<void(const EditorState& state)> show;
+    /// Shows a draft. Undo and Redo of that call `shown` with false and true.
+    std::function<void(const EditorState& state, const std::function<void(bool)>& shown)> show;
+    std::function<bool()> canRedo;
     /// How many columns of a table name its points.
     std::function<std::size_t()> pointColumns;
   };
@@ -54,6 +56,9 @@ class DraftKeeper final : public QObject {
   void ReportOthers(DraftKind kind);
   void OfferNext();
   void Restore();
+  /// Undo has taken back that a draft was restored, or Redo has made it again. `number` is that of
+  /// DataSetDrafts::TakenCount.
+  void TakeBack(std::size_t number, bool isShown);
   /// Throws an error if there are points without room.
   static void RequireRoom(std::size_t withoutRoom);
   void ReportNewer(std::size_t kept);

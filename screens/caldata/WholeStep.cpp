@@ -23,18 +23,25 @@ PageState PlaceOf(const EditorState& state) {
 }  // namespace
 
 WholeStep::WholeStep(const QString& what, EditorState before, EditorState after,
-                     std::function<EditorState()> now, Show show)
+                     std::function<EditorState()> now, Show show, Shown shown)
     : HistoryStep(what),
       before_(std::move(before)),
       after_(std::move(after)),
       placeBefore_(PlaceOf(before_)),
       placeAfter_(PlaceOf(after_)),
       now_(std::move(now)),
-      show_(std::move(show)) {}
+      show_(std::move(show)),
+      shown_(std::move(shown)) {}
+
+void WholeStep::undo() {
+  ShowInstead(after_, before_);
+  shown_(false);
+}
 
 void WholeStep::redo() {
   if (!std::exchange(isMade_, false)) {
     ShowInstead(before_, after_);
+    shown_(true);
   }
 }
 

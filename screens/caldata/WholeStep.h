@@ -15,15 +15,17 @@ namespace tarvell {
 class WholeStep final : public HistoryStep {
  public:
   using Show = std::function<void(const EditorState& state)>;
+  /// Is called after Undo with false, and after Redo with true.
+  using Shown = std::function<void(bool isMade)>;
 
   /// The change has been made already. `now` returns what is in the editor.
   WholeStep(const QString& what, EditorState before, EditorState after,
-            std::function<EditorState()> now, Show show);
+            std::function<EditorState()> now, Show show, Shown shown);
 
   // The step goes to the page of its state itself. Until then the editor stays where it is.
   [[nodiscard]] const PageState& Before() const override { return placeAfter_; }
   [[nodiscard]] const PageState& After() const override { return placeBefore_; }
-  void undo() override { ShowInstead(after_, before_); }
+  void undo() override;
   void redo() override;
 
  private:
@@ -37,6 +39,7 @@ class WholeStep final : public HistoryStep {
   PageState placeAfter_;
   std::function<EditorState()> now_;
   Show show_;
+  Shown shown_;
   bool isMade_ = true;  ///< the stack redoes a step when it gets it
 };
 

@@ -223,6 +223,30 @@ TEST_F(Drafts, ChangePlacesWhenOneIsRestored) {
   EXPECT_TRUE(Names().empty());
 }
 
+TEST_F(Drafts, KeepTheirFilesWhenRestoringThemIsUndoneAndMadeAgain) {
+  Leave("1", kNow - 1);
+  Leave("2");
+  DataSetDrafts drafts("PX12A", kFile, kNow);
+  drafts.Write(StateOf("typed"), kNow + 1);
+  drafts.TakeOffered();
+  EXPECT_EQ(OfferedFactor(drafts), "typed");
+  drafts.Write(StateOf("2 and more"), kNow + 2);
+
+  drafts.LeaveTaken(0);
+  EXPECT_EQ(OfferedFactor(drafts), "2") << "as it was when it was taken";
+  drafts.Write(StateOf("typed and more"), kNow + 3);
+  EXPECT_EQ(Names().size(), 3U);
+
+  drafts.TakeAgain(0);
+  EXPECT_EQ(OfferedFactor(drafts), "typed and more");
+  drafts.LeaveTaken(0);
+  drafts.DiscardOffered();
+  drafts.TakeAgain(0);
+  EXPECT_EQ(OfferedFactor(drafts), "1") << "a discarded draft is not taken again";
+  drafts.Write(StateOf("2 once more"), kNow + 4);
+  EXPECT_EQ(Names().size(), 2U);
+}
+
 TEST_F(Drafts, ThatWereRestoredAreOfferedAgainWhenNothingTypedIsLeft) {
   Leave("1");
   DataSetDrafts drafts("PX12A", kFile, kNow);

@@ -176,6 +176,51 @@ TEST_P(DraftOf, TheEditorIsOfferedAgainWhenRestoringItWasUndone) {
   EXPECT_EQ(Drafts().size(), 1U);
 }
 
+TEST_P(DraftOf, TheEditorIsKeptBesideWhatWasTypedWhenRestoringItWasUndone) {
+  Edit([](CalEditor& editor) { TypeAndEscape(editor, 1, "91"); });
+  EditAgain([](CalEditor& editor) {
+    TypeCell(editor, 2, 1, "92");
+    Press(Qt::Key_R, Qt::AltModifier);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Values()[0]);
+    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), Stored(2, "92"));
+    TypeCell(editor, 3, 1, "93");
+    Press(Qt::Key_Escape);
+  });
+  EXPECT_EQ(Drafts().size(), 2U);
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_EQ(CellOf(GridOf(editor), 3, 1), Stored(3, "93"));
+    Click(editor, "btnRestore");
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Stored(1, "91"));
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 3, 1), Stored(3, "93"));
+    Press(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Stored(1, "91"));
+    Press(Qt::Key_Escape);
+  });
+  EditAgain([](CalEditor& editor) {
+    EXPECT_TRUE(Find<QLabel>(editor, "lblDraft").text().contains("2 drafts"));
+  });
+}
+
+TEST_P(DraftOf, TheEditorIsKeptWhenUndoWasPressedTooOften) {
+  Edit([this](CalEditor& editor) {
+    TypeCell(editor, 1, 1, "91");
+    TypeCell(editor, 2, 1, "92");
+    QTRY_COMPARE(Drafts().size(), std::size_t{1});
+    for (int i = 0; i < 4; ++i) {
+      Press(Qt::Key_Z, Qt::ControlModifier);
+    }
+    EXPECT_EQ(CellOf(GridOf(editor), 1, 1), Values()[0]);
+    Press(Qt::Key_Escape);
+  });
+  EditAgain([](CalEditor& editor) {
+    Click(editor, "btnRestore");
+    EXPECT_EQ(CellOf(GridOf(editor), 2, 1), Stored(2, "92"));
+  });
+}
+
 TEST_P(DraftOf, TheEditorBringsTheNotesOfTheCellsBack) {
   Edit([](CalEditor& editor) { TypeAndEscape(editor, 1, "98,57"); });
   EditAgain([](CalEditor& editor) {
