@@ -1,9 +1,12 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <array>
+
 #include "cli/SurveyRun.h"
-#include "core/files/SaveFile.h"
+#include "core/files/Paths.h"
 #include "core/survey/DueCalendar.h"
+#include "core/survey/ExportFile.h"
 #include "core/survey/SurveyTable.h"
 
 namespace tarvell::cli {
@@ -38,7 +41,7 @@ int Export(const Options& options, ExportFormat format, const std::string& targe
   if (target.empty()) {
     console.Out(text);
   } else {
-    SaveFile(target, text);
+    SaveExport(NativePath(target), text, std::array{options.calibrationDir, options.stationDir});
   }
   return isWhole ? kClean : kCouldNotLook;
 }

@@ -225,10 +225,21 @@ class Comparison {
     }
   }
 
+  /// Whether a station may use a data set although no row says so.
+  [[nodiscard]] bool IsAnyUseUnknown() const {
+    return !trees_.hasStations || trees_.hasUnlistedStation ||
+           std::ranges::any_of(rows_, [](const SurveyRow& row) {
+             return row.kind == SurveyRow::Kind::Instrument && IsBroken(row) &&
+                    row.serialNumber.empty();
+           });
+  }
+
   void NoteUnused() {
+    if (IsAnyUseUnknown()) {
+      return;
+    }
     for (SurveyRow& row : rows_) {
-      if (trees_.hasStations && row.kind == SurveyRow::Kind::DataSet && row.stations.empty() &&
-          !IsBroken(row)) {
+      if (row.kind == SurveyRow::Kind::DataSet && row.stations.empty() && !IsBroken(row)) {
         row.Add(FindingKind::NotUsed,
                 "No station uses the data set. If a station should, add the instrument there.");
       }

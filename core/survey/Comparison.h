@@ -18,6 +18,7 @@ struct SurveyedTrees {
   bool hasStations = true;         ///< whether the station tree could be listed
   std::set<std::string> models;    ///< folders of the calibration tree, in upper case
   std::set<std::string> unlisted;  ///< those of them that could not be listed
+  bool hasUnlistedStation = false;
 };
 
 /// Compares the rows with each other: finds the data set of each instrument and the stations of

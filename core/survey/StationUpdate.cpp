@@ -17,6 +17,7 @@
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/station/InstrumentEnd.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -30,6 +31,17 @@ std::string ReadInstrument(const std::string& path) {
     throw SystemError(code, "read the file", path);
   }
   return bytes;
+}
+
+/// A save would make a file that was cut off look whole.
+void CheckIsWhole(std::string_view bytes, const std::string& path) {
+  if (!NoticeOfMissingEnd(bytes).empty()) {
+    throw Error(
+        ErrorKind::InputPastEnd,
+        "The file was cut off: its end is missing. Select it at the station, compare it with "
+        "the instrument, and save it first.",
+        path);
+  }
 }
 
 /// The header of a data set with a due date.
@@ -201,6 +213,7 @@ std::vector<ChangedLine> ChangedLines(std::string_view before, std::string_view 
 StationUpdate::StationUpdate(const std::string& instrumentPath, const std::string& dataSetPath)
     : stationFolder_(FolderOf(instrumentPath)), path_(instrumentPath) {
   const std::string bytes = ReadInstrument(instrumentPath);
+  CheckIsWhole(bytes, instrumentPath);
   const CalFileInfo dataSet = ReadDataSet(dataSetPath);
   instrument_ = InstrumentIn(bytes, instrumentPath);
   CheckSameInstrument(instrument_, instrumentPath, dataSet);

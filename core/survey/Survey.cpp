@@ -152,8 +152,13 @@ void Survey::StepInFolder() {
 
 void Survey::EndFolder(const FolderSurvey& folder) {
   filesRead_ += folder.FilesRead();
-  if (folder.KindOfFolder() == FolderSurvey::Kind::Model && !folder.IsListed()) {
+  if (folder.IsListed()) {
+    return;
+  }
+  if (folder.KindOfFolder() == FolderSurvey::Kind::Model) {
     trees_.unlisted.insert(ToUpper(folder.Name()));
+  } else {
+    trees_.hasUnlistedStation = true;
   }
 }
 

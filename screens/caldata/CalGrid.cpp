@@ -8,6 +8,7 @@
 #include <QHideEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <cstddef>
@@ -34,6 +35,8 @@ CalGrid::CalGrid(QWidget* parent) : EditorTable(parent), model_(new GridModel(th
   setTabKeyNavigation(false);
   setCornerButtonEnabled(false);
   setWordWrap(false);
+  // By columns, the right end of a wide one could not be reached.
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   verticalHeader()->hide();
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 2 * kRowPadding);
   connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
@@ -149,6 +152,11 @@ void CalGrid::contextMenuEvent(QContextMenuEvent* event) {
 void CalGrid::resizeEvent(QResizeEvent* event) {
   QTableView::resizeEvent(event);
   ShareWidth();
+  // What the user types must be seen, and so must its point where there is room for both.
+  horizontalScrollBar()->setValue(0);
+  if (currentIndex().isValid()) {
+    scrollTo(currentIndex());
+  }
 }
 
 void CalGrid::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) {
@@ -194,6 +202,30 @@ std::vector<int> CalGrid::Proportions() const {
   return widths;
 }
 
+std::vector<int> CalGrid::LeastWidths() const {
+  std::vector<int> leasts;
+  for (int column = 0; column < horizontalHeader()->count(); ++column) {
+    leasts.push_back(horizontalHeader()->sectionSizeHint(column));
+  }
+  int missing = std::accumulate(leasts.begin(), leasts.end(), -viewport()->width());
+  if (missing <= 0) {
+    return leasts;
+  }
+  std::vector<int> rooms;  // what a column can lose without cutting its values
+  for (int column = 0; column < horizontalHeader()->count(); ++column) {
+    const int caption = leasts[static_cast<std::size_t>(column)];
+    rooms.push_back(std::max(caption - sizeHintForColumn(column), 0));
+  }
+  int room = std::accumulate(rooms.begin(), rooms.end(), 0);
+  for (std::size_t column = 0; missing > 0 && room > 0 && column < leasts.size(); ++column) {
+    const int lost = std::min(rooms[column], (missing * rooms[column] + room - 1) / room);
+    leasts[column] -= lost;
+    missing -= lost;
+    room -= rooms[column];
+  }
+  return leasts;
+}
+
 void CalGrid::ShareWidth() {
   const QScopedValueRollback<bool> sharing(isSharing_, true);
   const std::vector<int> proportions = Proportions();
@@ -202,14 +234,13 @@ void CalGrid::ShareWidth() {
       std::accumulate(proportions.begin(), proportions.end(), std::int64_t{0});
   const int width = viewport()->width();
   std::vector<int> shares;
-  std::vector<int> leasts;
-  int missing = 0;  // width that captions need beyond their shares
+  const std::vector<int> leasts = LeastWidths();
+  int missing = 0;  // width that columns need beyond their shares
   for (std::int16_t c = 0; c < columns; ++c) {
     const std::int64_t share =
         whole == 0 ? width / columns
                    : std::int64_t{width} * proportions[static_cast<std::size_t>(c)] / whole;
-    leasts.push_back(horizontalHeader()->sectionSizeHint(c));
-    shares.push_back(std::max(static_cast<int>(share), leasts.back()));
+    shares.push_back(std::max(static_cast<int>(share), leasts[static_cast<std::size_t>(c)]));
     missing += shares.back() - static_cast<int>(share);
   }
   for (std::int16_t c = 0; c < columns; ++c) {

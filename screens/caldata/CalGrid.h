@@ -80,6 +80,9 @@ class CalGrid final : public EditorTable {
 
  private:
   void ShareWidth();
+  /// What each column needs: its caption, or less where all captions have no room and its values
+  /// are narrower.
+  [[nodiscard]] std::vector<int> LeastWidths() const;
   /// What the width is shared by.
   [[nodiscard]] std::vector<int> Proportions() const;
 

@@ -14,9 +14,11 @@
 #include <vector>
 
 #include "core/caldata/EditedCell.h"
+#include "core/text/Text.h"
 #include "screens/caldata/GridClipboard.h"
 #include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/OneLineValidator.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/ScreenReaders.h"
@@ -29,8 +31,19 @@ constexpr ushort kSpace = 0x20;
 constexpr ushort kDelete = 0x7F;
 
 /// What the history calls it.
+/// Refuses a table, which the mouse can paste or drop.
+class OneCellValidator final : public OneLineValidator {
+ public:
+  using OneLineValidator::OneLineValidator;
+
+  [[nodiscard]] State validate(QString& text, int& position) const override {
+    return text.contains(u'\t') ? Invalid : OneLineValidator::validate(text, position);
+  }
+};
+
 QString TypingOf(const QString& text) {
-  return CellEditor::tr("typing \"%1\"").arg(text);
+  // A menu takes a TAB for the beginning of the column of its keys.
+  return CellEditor::tr("typing %1").arg(ToQt(Quoted(FromQt(text))));
 }
 
 }  // namespace
@@ -45,6 +58,7 @@ CellEditor::CellEditor(CalGrid* grid)
       tr("A number with a decimal point. Everything after a comma or a letter is ignored."));
   txtCell_->setToolTip(txtCell_->accessibleDescription());
   txtCell_->setAlignment(Qt::AlignRight);
+  txtCell_->setValidator(new OneCellValidator(txtCell_));  // the box owns it
   txtCell_->setAutoFillBackground(true);
   txtCell_->hide();
   txtCellCmb_->setObjectName("txtCellCmb");
@@ -61,6 +75,7 @@ CellEditor::CellEditor(CalGrid* grid)
   grid_->installEventFilter(this);
   grid_->viewport()->installEventFilter(this);
   connect(txtCell_, &QLineEdit::textEdited, this, [this] { touched_ = true; });
+  connect(txtCell_, &QLineEdit::inputRejected, this, &CellEditor::RefuseTable);
   connect(txtCell_, &QLineEdit::textChanged, this, &CellEditor::Edited);
   connect(txtCellCmb_, &QComboBox::currentTextChanged, this, &CellEditor::Edited);
   connect(grid_, &QTableView::doubleClicked, this, [this] { Open({}); });
@@ -158,10 +173,15 @@ void CellEditor::Paste() {
   }
 }
 
+void CellEditor::RefuseTable() {
+  Tell(grid_->window(),
+       tr("A table cannot be pasted into an open cell. Press Enter or Escape to close "
+          "the cell, then paste again."));
+}
+
 bool CellEditor::BoxKeyPressed(const QKeyEvent& event) {
   if (event.matches(QKeySequence::Paste) && ClipboardHasTable()) {
-    Tell(grid_->window(), tr("A table cannot be pasted into an open cell. Press Enter or Escape to "
-                             "close the cell, then paste again."));
+    RefuseTable();
     return true;
   }
   switch (event.key()) {

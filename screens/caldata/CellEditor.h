@@ -87,6 +87,8 @@ class CellEditor final : public QObject {
  private:
   bool GridKeyPressed(const QKeyEvent& event);
   bool BoxKeyPressed(const QKeyEvent& event);
+  /// Says what to do with a table that is on the clipboard.
+  void RefuseTable();
   bool UnitKeyPressed(const QKeyEvent& event);
   void OfferUnits(std::int16_t column, const std::string& unit);
   /// Opens the box on the current cell with the text `typed`, or with the text of the cell if

@@ -6,11 +6,11 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <array>
 #include <string>
-#include <system_error>
 
-#include "core/files/SaveFile.h"
-#include "core/platform/Error.h"
+#include "core/session/Tarvell_MainModule.h"
+#include "core/survey/ExportFile.h"
 #include "exchange/Export.h"
 #include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
@@ -44,9 +44,7 @@ void ExportDataSet(QWidget* owner, const Model& model, const cifCaldata& data,
   Remember(kFolder, QFileInfo(file).path());
   const bool isJson = file.endsWith(".json", Qt::CaseInsensitive);
   const std::string bytes = isJson ? JsonOf(model, data, state) : CsvOf(model, data, state);
-  if (const std::error_code error = SaveNativeFile(SystemPath(file), bytes)) {
-    throw SystemError(error, "write the file", FromQt(file));
-  }
+  SaveExport(SystemPath(file), bytes, std::array{gCalibrationDir, gStationDir});
 }
 
 }  // namespace tarvell

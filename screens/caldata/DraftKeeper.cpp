@@ -125,6 +125,8 @@ void DraftKeeper::WriteAndReport() {
   } else {
     retry_.start(kRetryInterval);
     editor_.notices->Report(kNotKept, tr("What is typed is not kept as a draft. %1").arg(reason));
+    // Other notices, such as possible slips, matter less.
+    editor_.notices->ShowAbout(kNotKept);
   }
 }
 

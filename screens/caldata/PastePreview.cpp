@@ -8,11 +8,14 @@
 #include <QHeaderView>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "core/caldata/TableRows.h"
+#include "core/numbers/Numbers.h"
 #include "screens/caldata/ChangedCell.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
@@ -35,7 +38,7 @@ QString Points(std::size_t count) {
 PastePreview::PastePreview(PastedTable table, const QStringList& captions, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::PastePreview>()), table_(std::move(table)) {
   ui_->setupUi(this);
-  ui_->lblSummary->setText(Summary());
+  ui_->lblSummary->setText(Summary() + RatioWarning(captions.last()));
   const std::size_t missing = table_.Count(Change::Missing);
   ui_->chkRemove->setText(
       tr("&Remove the %1 that the clipboard does not have").arg(Points(missing)));
@@ -87,6 +90,19 @@ QString PastePreview::Summary() const {
   return counts + lacks + "\n" + UnitSentence() +
          (table_.sign == DecimalSign::Point ? tr("numbers with a decimal point.")
                                             : tr("numbers with a decimal comma."));
+}
+
+QString PastePreview::RatioWarning(const QString& caption) const {
+  static constexpr double kLargestRatio = 2;
+  const bool areLarge = std::ranges::any_of(table_.rows, [](const PastedRow& row) {
+    const std::optional<double> value = ParseNumber(row.after.back());
+    return row.change != Change::Missing && (!value || std::abs(*value) > kLargestRatio);
+  });
+  return areLarge || !caption.contains('%')
+             ? QString()
+             : "\n" +
+                   tr("All values are 2 % or less. If they are ratios, press Cancel, and multiply "
+                      "them by 100 in the spreadsheet.");
 }
 
 /// The beginning of the sentence about how the clipboard is read.

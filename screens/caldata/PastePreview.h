@@ -36,6 +36,8 @@ class PastePreview final : public QDialog {
 
  private:
   [[nodiscard]] QString Summary() const;
+  /// A sentence if the values of a column in per cent, which has this caption, may be ratios.
+  [[nodiscard]] QString RatioWarning(const QString& caption) const;
   [[nodiscard]] QString UnitSentence() const;
   void ShowCaptions(const QStringList& captions);
   void ShowRows();

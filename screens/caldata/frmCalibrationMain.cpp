@@ -15,7 +15,9 @@
 #include <utility>
 #include <vector>
 
+#include "core/caldata/CalFileList.h"
 #include "core/files/FileIOCommonModule.h"
+#include "core/files/FileNames.h"
 #include "core/files/Paths.h"
 #include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
@@ -171,11 +173,30 @@ bool frmCalibrationMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmCalibrationMain::LstInstrment_Click() {
-  Guarded(this, [this] {
-    ShowEditCaption();
-    RefreshSerialList();
-    GoToName(ui_->lstSerialNumber, RememberedSerial());
-  });
+  ShowEditCaption();
+  ListWithRememberedData();
+}
+
+void frmCalibrationMain::ListWithRememberedData() {
+  Guarded(this, [this] { RefreshSerialList(); });
+  // Also where a message has said that not all data sets are listed.
+  Guarded(this, [this] { GoToRememberedData(); });
+}
+
+void frmCalibrationMain::GoToRememberedData() {
+  const std::string model = RememberedModel();
+  const std::string serial = RememberedSerial();
+  if (serial.empty() || !EqualsIgnoringCase(SelectedName(ui_->LstInstrment), model) ||
+      GoToName(ui_->lstSerialNumber, serial)) {
+    return;
+  }
+  const std::string path = Joined(Joined(gCalibrationDir, model), UncheckedDataFileName(serial));
+  if (ReadableCalFileHeader(path)) {
+    // The folder holds more data sets than are listed: an outline at another one would mislead.
+    serialHead_->SetFilter(serial);
+    RefreshSerialList(true);
+    GoToName(ui_->lstSerialNumber, serial);
+  }
 }
 
 void frmCalibrationMain::ShowEditCaption() {
@@ -252,7 +273,7 @@ void frmCalibrationMain::AddData(const Model& model) {
     SelectName(ui_->LstInstrment, code);
   }
   ShowEditCaption();
-  RefreshSerialList();
+  ListWithRememberedData();
 }
 
 void frmCalibrationMain::btnMore_Click() {
@@ -317,7 +338,7 @@ void frmCalibrationMain::OpenSelected(const Model& model, CalEditor::Begin begin
   if (begin == CalEditor::Begin::Copy) {
     // What was added must be seen.
     serialHead_->ClearFilter();
-    RefreshSerialList();
+    ListWithRememberedData();
   } else {
     ShowSavedData(EntryAdded(ui_->lstSerialNumber, row), path);
   }

@@ -49,6 +49,10 @@ class frmCalibrationMain final : public QDialog {
 
  private:
   void LstInstrment_Click();
+  /// Lists the data sets of the selected model, and outlines the one that was chosen or saved last,
+  /// if it is one of them.
+  void ListWithRememberedData();
+  void GoToRememberedData();
   void btnAdd_Click();
   void btnEdit_Click();
   void btnMore_Click();

@@ -7,15 +7,16 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <system_error>
+#include <array>
 #include <utility>
 #include <vector>
 
-#include "core/files/SaveFile.h"
 #include "core/paper/SurveyPaper.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
+#include "core/session/Tarvell_MainModule.h"
 #include "core/survey/DueCalendar.h"
+#include "core/survey/ExportFile.h"
 #include "core/survey/SurveyTable.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
@@ -88,6 +89,7 @@ void OverviewFiles::Save(const Format& format) {
   cFileDialog dialog;
   dialog.SetCaption(format.title);
   dialog.SetFilter(format.filter);
+  dialog.SetDefaultSuffix(QFileInfo(format.name).suffix());
   dialog.SetInitialDir(RememberedText(kFolder));
   dialog.SetFileName(format.name);
   dialog.SetOwnerWnd(overview_.screen);
@@ -97,9 +99,7 @@ void OverviewFiles::Save(const Format& format) {
   const QString file = dialog.FileName();
   Remember(kFolder, QFileInfo(file).path());
   const bool isAnyGone = overview_.takeOutGoneFiles();
-  if (const std::error_code error = SaveNativeFile(SystemPath(file), format.bytes())) {
-    throw SystemError(error, "write the file", FromQt(file));
-  }
+  SaveExport(SystemPath(file), format.bytes(), std::array{gCalibrationDir, gStationDir});
   ReportSaved(file, isAnyGone);
 }
 

@@ -106,6 +106,10 @@ void CalendarButton::Take(const QDate& chosen) const {
   date_.month->setCurrentIndex(month);
   emit date_.month->activated(month);
   TypeInto(date_.day, chosen.day());
+  // Undo in one box would leave a date that nobody has chosen.
+  for (QLineEdit* box : {date_.day, date_.year}) {
+    box->setText(box->text());
+  }
   date_.day->setFocus();
 }
 

@@ -154,10 +154,14 @@ std::string ListHead::Filter() const {
   return std::string(Trim(FromQt(filter_->text())));
 }
 
-void ListHead::ClearFilter() {
-  filter_->clear();
+void ListHead::SetFilter(const std::string& text) {
+  filter_->setText(ToQt(text));
   filterIsDue_.stop();
   Apply();
+}
+
+void ListHead::ClearFilter() {
+  SetFilter({});
 }
 
 void ListHead::Apply() {

@@ -43,6 +43,8 @@ class ListHead final : public QWidget {
 
   /// The text of the filter, without blanks around it.
   [[nodiscard]] std::string Filter() const;
+  /// Filters by `text`. A list that is read by the filter must be read again afterwards.
+  void SetFilter(const std::string& text);
   /// Shows all entries again. A list that is read by the filter must be read again afterwards.
   void ClearFilter();
 

@@ -309,12 +309,14 @@ void SelectFirstShown(QListWidget* list) {
   }
 }
 
-void GoToName(QListWidget* list, std::string_view name) {
+bool GoToName(QListWidget* list, std::string_view name) {
   QListWidgetItem* entry = EntryOf(list, name);
-  if (entry != nullptr && !entry->isHidden()) {
-    list->setCurrentItem(entry, QItemSelectionModel::NoUpdate);
-    list->scrollToItem(entry);
+  if (entry == nullptr || entry->isHidden()) {
+    return false;
   }
+  list->setCurrentItem(entry, QItemSelectionModel::NoUpdate);
+  list->scrollToItem(entry);
+  return true;
 }
 
 }  // namespace tarvell

@@ -98,8 +98,9 @@ void SelectIfShown(QListWidget* list, std::string_view name);
 /// Selects the first entry that is not hidden.
 void SelectFirstShown(QListWidget* list);
 
-/// Makes the entry with this name the current one without selecting it, if it is not hidden.
-void GoToName(QListWidget* list, std::string_view name);
+/// Makes the entry with this name the current one without selecting it. Returns false if there is
+/// none, or it is hidden.
+bool GoToName(QListWidget* list, std::string_view name);
 
 }  // namespace tarvell
 

@@ -11,12 +11,12 @@
 #include <QPageSize>
 #include <QPdfWriter>
 
+#include <array>
 #include <memory>
 #include <string_view>
 
-#include "core/files/SaveFile.h"
-#include "core/platform/Error.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "core/survey/ExportFile.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/PaperPainter.h"
@@ -111,9 +111,7 @@ void SavePaperAsPdf(QWidget* owner, const PaperWork& work) {
   Remember(kSize, QString(isLetter ? kLetter : kA4));
   const QByteArray bytes = PdfOf(work, isLetter ? QPageSize::Letter : QPageSize::A4);
   const std::string_view content(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  if (const std::error_code error = SaveNativeFile(SystemPath(file), content)) {
-    throw SystemError(error, "save the file", FromQt(file));
-  }
+  SaveExport(SystemPath(file), content, std::array{gCalibrationDir, gStationDir});
   if (work.saved) {
     work.saved(file);
   }

@@ -53,11 +53,20 @@ TEST_F(StationUpdates, ShowTheLinesThatASaveWouldAddOrRemove) {
   tree_.Write(kInstrument,
               Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345", "ADDRESS TYPE NONE",
                      "ADDRESS ", "STATION ", "OPTIONS ", "AVAILABILITY ", "OWNER Smith",
-                     "CAL DUE DATE 5 MAR 2026", "ASSET ", "TRACE ", "COMMENT "}));
-  const std::vector<ChangedLine> lines = {{"OWNER Smith", ""},
-                                          {"CAL DUE DATE 5 MAR 2026", "CAL DUE DATE 5 MAR 2027"},
-                                          {"", "CAL DATA "}};
+                     "CAL DUE DATE 5 MAR 2026", "ASSET ", "COMMENT ", "CAL DATA "}));
+  const std::vector<ChangedLine> lines = {
+      {"OWNER Smith", ""}, {"CAL DUE DATE 5 MAR 2026", "CAL DUE DATE 5 MAR 2027"}, {"", "TRACE "}};
   EXPECT_EQ(StationUpdate(kInstrument, kDataSet).Lines(), lines);
+}
+
+TEST_F(StationUpdates, DoNotMakeAFileThatWasCutOffLookWhole) {
+  tree_.Write(kDataSet, DataSet("20270305", ""));
+  tree_.Write(kInstrument, Lines({"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345",
+                                  "ADDRESS TYPE NONE", "ADDRESS ", "STATION BENCH1"}));
+  EXPECT_EQ(
+      ErrorOf([] { StationUpdate(kInstrument, kDataSet); }).Text(),
+      "The file was cut off: its end is missing. Select it at the station, compare it with the "
+      "instrument, and save it first.");
 }
 
 TEST(ChangedLinesOfAFile, AreAlsoThoseWithAnotherPlaceOrEnd) {

@@ -3,11 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "core/survey/DueCalendar.h"
+#include "core/survey/ExportFile.h"
 #include "core/survey/SurveyTable.h"
+#include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
 namespace tarvell {
@@ -137,6 +140,26 @@ TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead
   EXPECT_EQ(states(atStation), "instrument|PX12A|");
   EXPECT_EQ(states(list), R"(list|INDEX|INDEX lacks a name: c:\stations\BENCH1\INDEX)");
   EXPECT_EQ(states(folder), R"(folder|stations|INDEX lacks a name: c:\stations)");
+}
+
+TEST(AnExportedFile, NeverReplacesWhatStationsRead) {
+  const test::TestTree tree;
+  const std::array<std::string, 2> trees = {R"(c:\calfactors)", R"(c:\stations)"};
+  for (const char* path : {R"(c:\calfactors\PX12A\SN12345)", R"(c:\stations\bench1\new.csv)",
+                           R"(c:\STATIONS\index)", R"(c:\stations\..\stations\BENCH1\PX12A)"}) {
+    tree.Write(path, "as it was");
+    EXPECT_EQ(
+        test::ErrorOf([&] { SaveExport(tree.Native(path), "new", trees); }).Text(),
+        "The folder holds files that stations read, and the new file could replace one of them. "
+        "Nothing was written. Choose another folder.")
+        << path;
+    EXPECT_EQ(tree.Read(path), "as it was");
+  }
+  for (const char* path : {R"(c:\due.ics)", R"(c:\stations\due.ics)", R"(c:\stations2\a\INDEX)"}) {
+    tree.MakeFolders(R"(c:\stations2\a)");
+    SaveExport(tree.Native(path), "new", trees);
+    EXPECT_EQ(tree.Read(path), "new");
+  }
 }
 
 }  // namespace

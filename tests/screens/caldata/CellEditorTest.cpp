@@ -243,10 +243,16 @@ TEST_P(CellEditing, TakesNoTableFromTheClipboard) {
     ClickCell(GridOf(editor), 1, 1);
     Press(Qt::Key_F2);
     QGuiApplication::clipboard()->setText("50\t99\r\n");
-    questions_.ExpectNotice(
-        "A table cannot be pasted into an open cell. Press Enter or Escape to close the cell, then "
-        "paste again.");
+    const auto expectRefusal = [&] {
+      questions_.ExpectNotice(
+          "A table cannot be pasted into an open cell. Press Enter or Escape to close the cell, "
+          "then paste again.");
+    };
+    expectRefusal();
     Press(Qt::Key_V, Qt::ControlModifier);
+    ExpectOpen(editor, Numbers()[0]);
+    expectRefusal();
+    Find<QLineEdit>(editor, "txtCell").paste();  // as its menu does
     ExpectOpen(editor, Numbers()[0]);
   });
 }

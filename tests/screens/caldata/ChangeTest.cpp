@@ -59,6 +59,23 @@ class ChangeOfASensor : public SensorStage {
 
 using Texts = std::vector<std::string>;
 
+TEST_F(ChangeOfASensor, LeavesRoomForThePointsAndTheValuesInANarrowWindow) {
+  Show([](frmCalDataInput& editor) {
+    const auto& grid = Find<CalGrid>(editor, "Grid");
+    for (const int width : {editor.minimumWidth(), 700, 800, 700}) {
+      editor.resize(width, editor.height());
+      Settle();
+      const QRect room = grid.viewport()->rect();
+      for (const int column : {0, 1}) {
+        const QRect cell = grid.visualRect(grid.model()->index(0, column));
+        EXPECT_TRUE(room.contains(cell)) << width << ", column " << column;
+        const QString text = grid.model()->index(0, column).data().toString();
+        EXPECT_GT(cell.width(), grid.fontMetrics().horizontalAdvance(text)) << width;
+      }
+    }
+  });
+}
+
 TEST_F(ChangeOfASensor, IsShownInEachRowAndFollowsWhatIsTyped) {
   const std::string before = tree_.Read(kPath);
   Show([](frmCalDataInput& editor) {

@@ -231,6 +231,8 @@ TEST_P(Editor, ACalendarBesideADateReplacesItAsTypingDoes) {
     EXPECT_EQ(NoticesOf(editor), Texts());
     EXPECT_TRUE(Find<QLineEdit>(editor, "txtDueDay").hasFocus());
     EXPECT_EQ(Find<UpDown>(editor, "udDueDay").Maximum(), 28);
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    ExpectBoxes(editor, {{"txtDueYear", "2002"}, {"txtDueDay", "27"}});
     Click(editor, "calendarOf_txtCalDay");
     press(Qt::Key_Right);
     press(Qt::Key_Return);

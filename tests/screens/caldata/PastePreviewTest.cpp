@@ -103,6 +103,20 @@ TEST_F(PastingPoints, ShowsWhatChangesAndPutsEachPointInItsPlace) {
                {"2000.00", "96.0"}});
 }
 
+TEST_F(PastingPoints, SaysThatValuesAroundOneMayBeRatios) {
+  for (const auto& [text, mayBeRatios] :
+       {std::pair("50\t1.000\n2000\t0.985\n", true), {"50\t1.000\n2000\t98.5\n", false}}) {
+    Paste(text, [isWarning = mayBeRatios](PastePreview& preview) {
+      EXPECT_EQ(Find<QLabel>(preview, "lblSummary")
+                    .text()
+                    .endsWith("All values are 2 % or less. If they are ratios, press Cancel, and "
+                              "multiply them by 100 in the spreadsheet."),
+                isWarning);
+      Press(Qt::Key_Escape);
+    });
+  }
+}
+
 TEST_F(PastingPoints, RemovesThePointsThatTheClipboardLacksOnlyWhereTheUserSaysSo) {
   Paste("5\t90\n50\t99\n", [](PastePreview& preview) {
     EXPECT_EQ(Find<QCheckBox>(preview, "chkRemove").text().toStdString(),

@@ -131,7 +131,7 @@ TEST_F(StationUpdates, TheTableAndTheDueDatesAreSavedAsFiles) {
     // A folder that is gone.
     questions_.ExpectFilePicker("Save the table", {"CSV for spreadsheets (*.csv)"},
                                 PathForQt(tree_.Root() / "gone" / "x.csv"));
-    questions_.ExpectError({"Cannot write the file", "gone"});
+    questions_.ExpectError({"Cannot save the file", "gone"});
     ClickInMenu(overview, "btnFile", "Save the table as CSV...");
   });
   EXPECT_EQ(ReadNative(csv),

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the Tarvell authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "screens/caldata/DataSetEditors.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalibrationMain.h"
 #include "screens/station/StationFixture.h"
@@ -81,6 +82,35 @@ TEST_F(ListHeads, TheFilterReachesEveryDataSetOfALargeFolder) {
     EXPECT_TRUE(NoticeIs(menu, "more than 51 data files"));
     Press(Qt::Key_Escape);
     EXPECT_FALSE(menu.isVisible());
+  });
+}
+
+TEST_F(ListHeads, TheLastDataSetOfALargeFolderIsOutlinedAlthoughItIsNotListed) {
+  std::set<std::string> serials;
+  for (int i = 100; i < 160; ++i) {
+    const std::string serial = "A" + std::to_string(i);
+    WriteCalFile("PX12A", "SN" + serial, {.serial = serial});
+    serials.insert(serial);
+  }
+  AtMenu([&](frmCalibrationMain& menu) {
+    questions_.ExpectError({"more than 51 data files"});
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    for (const std::string& listed : Shown(menu, "lstSerialNumber")) {
+      serials.erase(listed);
+    }
+  });
+  ASSERT_EQ(serials.size(), 9U);
+  RememberDataSet("PX12A", *serials.begin());
+  AtMenu([&](frmCalibrationMain& menu) {
+    questions_.ExpectError({"more than 51 data files"});
+    ClickEntry(menu, "LstInstrment", "PX12A");
+    EXPECT_EQ(Shown(menu, "lstSerialNumber"), Texts{*serials.begin()});
+    Press(Qt::Key_Return);
+    user_.At<frmCalDataInput>([&](frmCalDataInput& editor) {
+      EXPECT_EQ(TextOf(editor, "txtSerial"), *serials.begin());
+      Press(Qt::Key_Escape);
+    });
+    Press(Qt::Key_Return);
   });
 }
 
