@@ -3,6 +3,7 @@
 
 #include "exchange/ModelColumns.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/caldata/MemoryGrid.h"
@@ -220,6 +221,14 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
     column.caption = grid.CellText(0, number++);
   }
   return columns;
+}
+
+bool NamesQuantity(std::string_view folded) {
+  constexpr std::array<Words, 12> kQuantities = {
+      kFrequency,   kFactor,      kNotFactor,  kSetting,    kAttenuation, kNotAttenuation,
+      kCapacitance, kDissipation, kCalibrated, kInductance, kReactance,   kResistance};
+  return NamesOther(folded) ||
+         std::ranges::any_of(kQuantities, [&](Words words) { return HasWord(folded, words); });
 }
 
 bool NamesMeasured(std::string_view folded) {

@@ -55,6 +55,9 @@ struct ModelColumn {
 [[nodiscard]] std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
                                                     std::int16_t page);
 
+/// Whether a folded caption names a point, a value, or what else is measured.
+[[nodiscard]] bool NamesQuantity(std::string_view folded);
+
 /// Whether a folded caption names a measured value, whatever was measured.
 [[nodiscard]] bool NamesMeasured(std::string_view folded);
 

@@ -157,4 +157,19 @@ bool NamesSerialNumber(std::string_view folded) {
   return folded.size() <= kLongestKey && HasWord(folded, kWords);
 }
 
+bool NamesNoValue(std::string_view folded) {
+  constexpr std::array<std::string_view, 13> kWhole = {
+      "no",   "no.", "nr",   "nr.",   "n\u00B0",  "#",   "pos",
+      "pos.", "id",  "item", "index", "lfd. nr.", "data"};
+  constexpr std::array<std::string_view, 31> kWords = {
+      "note",      "hinweis",   "anmerk",    "nota",    "operator", "bearbeiter",  "prüfer",
+      "opérat",    "operador",  "operatore", "name",    "nom ",     "time",        "uhrzeit",
+      "zeit",      "heure",     "hora",      "asset",   "invent",   "order",       "auftrag",
+      "lot",       "charge",    "batch",     "channel", "kanal",    "bezeichnung", "identif",
+      "prüfdatum", "messdatum", "ordine"};
+  return std::ranges::find(kWhole, folded) != kWhole.end() || HasWord(folded, kWords) ||
+         KeyFieldOf(folded).has_value() ||
+         (NamesDate(folded) && FindWord(folded, "data") == std::string_view::npos);
+}
+
 }  // namespace tarvell

@@ -72,6 +72,19 @@ TEST(CsvCertificate, ANumberOfOneReadingDecidesForAllOthers) {
   EXPECT_TRUE(Read("MHz;%\n1,234;98.5\n").questions.empty());
 }
 
+TEST(CsvCertificate, AColumnThatHoldsNoValuesDoesNotDecideHowTheValuesAreRead) {
+  for (const std::string_view caption :
+       {"Inventory no.", "Kalibriert am", "Remark", "Nr.", "Date", "Beleg"}) {
+    const Certificate read =
+        Read("f [MHz];KF [%];" + std::string(caption) + "\n1,500;98;03.2026\n");
+    ASSERT_EQ(read.questions.size(), 1U) << caption;
+    EXPECT_EQ(read.questions[0].written, "1,500");
+  }
+  EXPECT_TRUE(Read("f [MHz];KF [%];Gamma\n1,500;98;0.01\n").questions.empty()) << "a quantity";
+  EXPECT_EQ(Column(Read("f [MHz];Ergebnis\n1000;98,5\n"), 1), Texts{"98.5"})
+      << "a column that can be the value, where no other number has two readings";
+}
+
 TEST(CsvCertificate, ADateOfTwoOrdersIsAskedForUnlessAnotherDateShowsTheOrder) {
   const std::string cal = "Calibration date;03/05/2026\n";
   const Certificate open = Read(cal);

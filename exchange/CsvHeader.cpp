@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/CsvHeader.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "core/numbers/WrittenNumber.h"
+#include "core/platform/Error.h"
+#include "core/text/Text.h"
+#include "exchange/CsvLines.h"
+
+namespace tarvell {
+
+namespace {
+
+/// A longer line above a table is not its title.
+constexpr std::size_t kLongestTitle = 80;
+constexpr std::size_t kItemLimit = 100;
+
+}  // namespace
+
+std::string WhereOf(const DelimitedLine& line) {
+  return "line " + std::to_string(line.number);
+}
+
+void CsvHeader::TakeLine(const DelimitedLine& line) {
+  if (!IsBlank(line) && !IsTaken(line)) {
+    unused_.Add(line);
+  }
+}
+
+TableHead CsvHeader::TakeHead() {
+  return std::exchange(head_, {});
+}
+
+std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedLine& line) {
+  const auto [index, isNew] = ItemWith(&CertificateItem::serialNumber, instrument.serialNumber);
+  CertificateItem& item = certificate_.items[index];
+  item.model = item.model.empty() ? instrument.model : item.model;
+  item.where = isNew ? WhereOf(line) : item.where;
+  return index;
+}
+
+void CsvHeader::Finish() {
+  dates_.Store(certificate_);
+  std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
+}
+
+bool CsvHeader::IsTaken(const DelimitedLine& line) {
+  if (certificate_.isExport && line.cells.size() <= 2 && KeyFieldOf(line.Cell(0))) {
+    // An export has the value as it is, even if it is empty.
+    return Take(line, line.Cell(0), line.cells.size() > 1 ? line.cells[1] : std::string());
+  }
+  return line.Width() == 1 ? TakeCell(line) : TakePairs(line);
+}
+
+/// A title, or "Serial number: 4711" in one cell.
+bool CsvHeader::TakeCell(const DelimitedLine& line) {
+  const std::string_view cell = line.Cell(0);
+  if (cell.size() <= kLongestTitle) {
+    head_.title = cell;
+  }
+  const std::size_t colon = std::min(cell.find(':'), cell.size());
+  return colon < cell.size() &&
+         Take(line, cell.substr(0, colon), WithoutBlanks(cell.substr(colon + 1)));
+}
+
+bool CsvHeader::TakePairs(const DelimitedLine& line) {
+  bool isTaken = false;
+  for (std::size_t column = 0; column + 1 < line.Width(); ++column) {
+    std::size_t value = column + 1;
+    while (line.Cell(value).empty()) {
+      ++value;
+    }
+    if (Take(line, line.Cell(column), line.Cell(value))) {
+      isTaken = true;
+      column = value;
+    }
+  }
+  return isTaken;
+}
+
+bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::string_view value) {
+  const std::optional<KeyField> field = KeyFieldOf(key);
+  // "Page 1/3" is a page of paper.
+  const bool isPaper =
+      field == KeyField::Page && !value.empty() && value.front() >= '0' && value.front() <= '9';
+  if (!field || isPaper) {
+    return false;
+  }
+  TakeField(*field, line, value);
+  return true;
+}
+
+void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view value) {
+  CertificateHeader& header = certificate_.header;
+  switch (field) {
+    case KeyField::Model:
+      (void)ItemWith(&CertificateItem::model, value);
+      break;
+    case KeyField::SerialNumber: {
+      const std::size_t item = ItemWith(&CertificateItem::serialNumber, value).index;
+      certificate_.items[item].where = WhereOf(line);
+      head_.items.push_back(item);
+      break;
+    }
+    case KeyField::CalibrationNumber:
+      Keep(value, line, header.calibrationNumber);
+      break;
+    case KeyField::CalDate:
+    case KeyField::DueDate:
+      TakeDate(field == KeyField::CalDate, value, WhereOf(line));
+      break;
+    case KeyField::Comment:
+      Keep(value, line, header.comment);
+      break;
+    case KeyField::Option:
+      Keep(value, line, header.option);
+      break;
+    case KeyField::Format:
+      TakeFormat(value);
+      break;
+    case KeyField::Page:
+      head_.page = Shortened(value);
+      break;
+    case KeyField::MemberSerial:
+      head_.memberSerial = Shortened(value);
+      break;
+  }
+}
+
+void CsvHeader::Keep(std::string_view value, const DelimitedLine& line,
+                     std::optional<FoundText>& target) {
+  if (!target) {
+    target = FoundText{std::string(value), WhereOf(line)};
+  } else if (target->text != value) {
+    certificate_.notes.push_back("Line " + std::to_string(line.number) + ": " + Quoted(value) +
+                                 " is not used, because " + target->where + " has " +
+                                 Quoted(target->text) + ".");
+  }
+}
+
+/// A spreadsheet writes numbers with other digits than the data set.
+void CsvHeader::TakeFormat(std::string_view value) {
+  certificate_.isExport = value.starts_with(kExportFormat);
+  const std::size_t firstEnd = std::min(text_.find('\n'), text_.size() - 1);
+  certificate_.isUnchanged = value == ExportFormat(text_.substr(firstEnd + 1));
+  if (certificate_.isExport && !certificate_.isUnchanged) {
+    certificate_.notes.emplace_back(
+        "This export was changed after it was written. Its numbers get the digits of the table.");
+  }
+}
+
+void CsvHeader::TakeDate(bool isCalDate, std::string_view value, const std::string& where) {
+  const std::optional<FileDate> exported =
+      certificate_.isExport ? ExportedDate(value) : std::nullopt;
+  if (!exported) {
+    dates_.Add(isCalDate, value, where);
+    return;
+  }
+  CertificateHeader& header = certificate_.header;
+  (isCalDate ? header.calDate : header.dueDate) = FoundDate{*exported, where};
+}
+
+CsvHeader::FoundItem CsvHeader::ItemWith(std::string CertificateItem::*field,
+                                         std::string_view value) {
+  std::vector<CertificateItem>& items = certificate_.items;
+  const auto known = std::ranges::find(items, value, field);
+  if (known != items.end()) {
+    return {static_cast<std::size_t>(known - items.begin()), false};
+  }
+  const bool isNext = items.empty() || !(items.back().*field).empty();
+  if (isNext && items.size() == kItemLimit) {
+    throw Error(ErrorKind::Type, "The file names more than " + std::to_string(kItemLimit) +
+                                     " instruments, which no certificate does.");
+  }
+  if (isNext) {
+    items.emplace_back();
+  }
+  items.back().*field = value;
+  return {items.size() - 1, true};
+}
+
+}  // namespace tarvell
