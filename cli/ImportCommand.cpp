@@ -80,17 +80,27 @@ bool IsDay(const std::optional<FoundDate>& found) {
   return found && Exists(found->date);
 }
 
+/// Why a date has to be given with an option.
+std::string NoDate(const std::string& name, const std::optional<FoundText>& unread,
+                   const std::string& option) {
+  return (unread ? "The " + name + " " + Quoted(unread->text) + " (" + unread->where +
+                       ") cannot be read."
+                 : "The certificate names no " + name + ".") +
+         " Give it with " + option + ".";
+}
+
 /// What a new data set still lacks, a sentence each.
 std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after) {
+  const CertificateHeader& header = certificate.header;
   std::vector<std::string> lacks;
   if (after.header.serialNumber.empty()) {
     lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
   }
-  if (!IsDay(certificate.header.calDate)) {
-    lacks.emplace_back("The certificate names no calibration date. Give it with --calibrated.");
+  if (!IsDay(header.calDate)) {
+    lacks.push_back(NoDate("calibration date", header.unreadCalDate, "--calibrated"));
   }
-  if (!IsDay(certificate.header.dueDate)) {
-    lacks.emplace_back("The certificate names no due date. Give it with --due.");
+  if (!IsDay(header.dueDate)) {
+    lacks.push_back(NoDate("due date", header.unreadDueDate, "--due"));
   }
   return lacks;
 }

@@ -90,6 +90,9 @@ struct CertificateHeader {
   std::optional<FoundText> calibrationNumber;
   std::optional<FoundDate> calDate;
   std::optional<FoundDate> dueDate;
+  /// Texts in the places of those dates that are not dates, if nothing else there is one.
+  std::optional<FoundText> unreadCalDate;
+  std::optional<FoundText> unreadDueDate;
   std::optional<FoundText> comment;
   std::optional<FoundText> option;
 };

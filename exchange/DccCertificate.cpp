@@ -34,16 +34,18 @@ std::string VersionOf(pugi::xml_node root) {
 }
 
 void TakeDate(pugi::xml_node node, const std::string& where, std::optional<FoundDate>& target,
-              Certificate& certificate) {
+              std::optional<FoundText>& unread) {
   const std::string text = TextOf(node);
   if (text.empty()) {
     return;
   }
-  if (const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst)) {
+  // A DCC has ISO dates only, so that no order of day and month has to be asked.
+  const bool isIso = text.find_first_not_of("0123456789") == 4;
+  const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
+  if (isIso && date) {
     target = FoundDate{*date, where};
   } else {
-    certificate.notes.push_back(Quoted(text) + " (" + where +
-                                ") is not used, because it is not a date.");
+    unread = FoundText{Shortened(text), where};
   }
 }
 
@@ -66,13 +68,13 @@ void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
     header.calibrationNumber = FoundText{number, "unique identifier"};
   }
   TakeDate(core.child("dcc:beginPerformanceDate"), "begin of the calibration", header.calDate,
-           certificate);
+           header.unreadCalDate);
   TakeDate(core.child("dcc:endPerformanceDate"), "end of the calibration", header.calDate,
-           certificate);
+           header.unreadCalDate);
   for (const pugi::xml_node statement : data.child("dcc:statements").children("dcc:statement")) {
     if (HasRefType(statement, "basic_recalibration") && !header.dueDate) {
       TakeDate(statement.child("dcc:date"), "statement on recalibration", header.dueDate,
-               certificate);
+               header.unreadDueDate);
     }
   }
   for (const pugi::xml_node item : data.child("dcc:items").children("dcc:item")) {

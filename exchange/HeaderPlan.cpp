@@ -79,6 +79,8 @@ class HeaderPlanning {
       Date("Due date", *header_.dueDate, plan_.header.dueDay, plan_.header.dueMonth,
            plan_.header.dueYear);
     }
+    DoubtUnread("calibration date", header_.calDate, header_.unreadCalDate);
+    DoubtUnread("due date", header_.dueDate, header_.unreadDueDate);
     DoubtDueDate();
     if (header_.comment) {
       (void)Text("Comment", *header_.comment, plan_.header.comment);
@@ -142,6 +144,25 @@ class HeaderPlanning {
   }
 
  private:
+  /// A date that is left as it was looks like that of the certificate.
+  void DoubtUnread(const std::string& name, const std::optional<FoundDate>& date,
+                   const std::optional<FoundText>& unread) {
+    if (!unread) {
+      return;
+    }
+    const std::string text = Quoted(unread->text) + " (" + unread->where + ")";
+    const bool hasNumber = unread->text.find_first_of("0123456789") != std::string::npos;
+    if (date || !hasNumber) {
+      plan_.notes.push_back("The " + name + " " + text + " is not used, because it is not a date.");
+    } else {
+      plan_.doubts.push_back("The " + name + " " + text + " is not used, because " +
+                             (HasShortYear(unread->text)
+                                  ? "its year has two digits"
+                                  : "it is not a date with a day, a month and a year") +
+                             ". Enter the date after the import.");
+    }
+  }
+
   void DoubtDueDate() {
     // An unchanged export has the dates of its data set, which were entered so.
     if (isUnchanged_ || !header_.calDate || !header_.dueDate) {

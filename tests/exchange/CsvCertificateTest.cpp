@@ -115,15 +115,14 @@ TEST(CsvCertificate, TwoDatesOfOneEventAreADoubt) {
                                "used, and 2026-03-06 (line 2)."});
 }
 
-TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
+TEST(CsvCertificate, ATextThatIsNotADateIsKeptForTheUser) {
   const Certificate read =
       Read("Some Laboratory\nCalibration date;5.3.26\nDue;31.2.2027\n\n50;98\n");
-  EXPECT_EQ(read.notes,
-            (Texts{"\"5.3.26\" (line 2) is not used, because it is not a date with a day, a month "
-                   "and a year of four digits.",
-                   "\"31.2.2027\" (line 3) is not used, because it is not a date with a day, a "
-                   "month and a year of four digits.",
-                   "Text that no field takes is not used: line 1."}));
+  EXPECT_FALSE(read.header.calDate);
+  EXPECT_EQ(read.header.unreadCalDate->text + ", " + read.header.unreadCalDate->where,
+            "5.3.26, line 2");
+  EXPECT_EQ(read.header.unreadDueDate->text, "31.2.2027");
+  EXPECT_EQ(read.notes, Texts{"Text that no field takes is not used: line 1."});
 }
 
 TEST(CsvCertificate, LinesWithNumbersOrDatesAreQuotedAndOtherTextIsCountedUp) {
@@ -261,16 +260,55 @@ TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
 }
 
 TEST(WrittenDate, ReadsTheFormsThatPeopleWrite) {
-  for (const std::string_view text :
-       {"2026-03-05", "20260305", "2026/3/5", "2026-03-05T23:00:00Z", "2026-03-05Z",
-        "2026-03-05+01:00", "5.3.2026", "05. 03. 2026", "5-3-2026", "5/3/2026", "5 MAR 2026",
-        "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026", "5 mars 2026"}) {
+  for (const std::string_view text : {"2026-03-05",
+                                      "20260305",
+                                      "2026/3/5",
+                                      "2026-03-05T23:00:00Z",
+                                      "2026-03-05Z",
+                                      "2026-03-05+01:00",
+                                      "5.3.2026",
+                                      "05. 03. 2026",
+                                      "5-3-2026",
+                                      "5/3/2026",
+                                      "5 MAR 2026",
+                                      "05-Mar-2026",
+                                      "March 5, 2026",
+                                      "5. M\u00E4rz 2026",
+                                      "5 mars 2026",
+                                      "5 marzo 2026",
+                                      "5 de marzo de 2026",
+                                      "March 5th, 2026",
+                                      "Thursday, 5 March 2026",
+                                      "Thu 5/3/2026",
+                                      "Donnerstag, 5. M\u00E4rz 2026",
+                                      "Do, 05.03.2026",
+                                      "gioved\u00EC 5 marzo 2026"}) {
     const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
     EXPECT_EQ(date ? IsoDate(*date) : "none", "2026-03-05") << text;
   }
   for (const std::string_view text :
        {"", "5.3.26", "29.2.2026", "5 MARCH", "12345678", "a/b/2026"}) {
     EXPECT_FALSE(DateFrom(text, DateOrder::DayFirst)) << text;
+  }
+}
+
+TEST(WrittenDate, AMonthAndADayMayBeginAlike) {
+  EXPECT_EQ(DateFrom("Mar 5, 2026", DateOrder::DayFirst)->month, 3);
+  EXPECT_EQ(DateFrom("mar. 5 mai 2026", DateOrder::DayFirst)->month, 5);
+  EXPECT_EQ(DateFrom("1er mai 2026", DateOrder::DayFirst)->day, 1);
+}
+
+TEST(WrittenDate, NumbersBetweenHyphensHaveTheGivenOrder) {
+  EXPECT_EQ(DateFrom("03-05-2026", DateOrder::MonthFirst)->month, 3);
+  EXPECT_EQ(DateFrom("03.05.2026", DateOrder::MonthFirst)->month, 5);
+}
+
+TEST(WrittenDate, AYearOfTwoDigitsIsRecognized) {
+  for (const std::string_view text : {"05-Mar-26", "5.3.26", "3/25/26", "26-03-05"}) {
+    EXPECT_TRUE(HasShortYear(text)) << text;
+  }
+  for (const std::string_view text : {"5.3.2026", "31.13.26", "Room 26", "26", ""}) {
+    EXPECT_FALSE(HasShortYear(text)) << text;
   }
 }
 

@@ -133,6 +133,20 @@ TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
   EXPECT_EQ(plan_.doubts, Texts());
 }
 
+TEST_F(SensorImport, AsksAboutADateThatItCannotReadUnlessAnotherLineHasIt) {
+  const std::string table = "\nf [MHz];KF [%]\n50;99.9\n";
+  Read("Calibration date;05-Mar-26\nDue date;in 12 months\n" + table);
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"The calibration date \"05-Mar-26\" (line 1) is not used, because its year has "
+                   "two digits. Enter the date after the import.",
+                   "The due date \"in 12 months\" (line 2) is not used, because it is not a date "
+                   "with a day, a month and a year. Enter the date after the import."}));
+  Read("Calibration date;05-Mar-26\nCalibrated on;2026-03-05\nDue date;none\n" + table);
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(plan_.notes.at(1),
+            "The calibration date \"05-Mar-26\" (line 1) is not used, because it is not a date.");
+}
+
 TEST_F(SensorImport, AsksBeforeItTakesOneValueForAllPoints) {
   Read("f [MHz];KF [%]\n50;98\n1000;98\n");
   EXPECT_EQ(plan_.doubts, Texts());
