@@ -52,6 +52,9 @@ enum class UnitFit { Wrong, Unknown, Right };
 
 UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column) {
   const WrittenValue* typical = TypicalValue(values);
+  if (values.empty()) {
+    return UnitFit::Unknown;
+  }
   if (typical == nullptr || FirstUnknownUnit(values) != nullptr) {
     return UnitFit::Wrong;
   }

@@ -62,7 +62,12 @@ class CsvReader {
 
   void TakeHead(LineRange lines) {
     for (std::size_t i = lines.begin; i < lines.end; ++i) {
-      header_.TakeLine(lines_[i]);
+      if (certificate_.isExport && IsCaptionLine(lines_[i])) {
+        // An empty table has only captions.
+        AddTables({.captions = {i, i + 1}});
+      } else {
+        header_.TakeLine(lines_[i]);
+      }
     }
   }
 
@@ -100,7 +105,7 @@ class CsvReader {
   [[nodiscard]] CertificateTable TableOf(const Table& from, CsvColumns& columns) {
     CertificateTable table;
     const auto& [place, head, item] = from;
-    table.where = WhereOf(lines_[place.rows.front()]);
+    table.where = WhereOf(lines_[place.rows.empty() ? place.captions.begin : place.rows.front()]);
     table.page = head.page;
     table.memberSerial = head.memberSerial;
     table.name = {{"", !head.page.empty()    ? head.page

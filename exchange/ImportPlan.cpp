@@ -133,7 +133,11 @@ class Planning {
                                  choice.match, target_.language, certificate_.isUnchanged});
     AppendAll(plan_.doubts, planned.doubts);
     AppendAll(plan_.notes, planned.notes);
-    if (!planned.IsEmpty()) {
+    const bool isWithoutRows = joined.RowCount() == 0;
+    if (isWithoutRows) {
+      plan_.notes.push_back(where + "The exported table has no rows. Only the header goes in.");
+    }
+    if (isWithoutRows || !planned.IsEmpty()) {
       plan_.pages.push_back(std::move(planned));
     }
   }

@@ -28,7 +28,13 @@ class PointRows : public PagePlanning {
 
   PagePlan Run() {
     JudgeColumns();
-    TakePoints();
+    if (source_.table.RowCount() == 0) {
+      for (const std::vector<std::string>& cells : source_.rows) {
+        plan_.rows.push_back({{PastedRow::Change::Missing, cells, cells}, {}});
+      }
+    } else {
+      TakePoints();
+    }
     return std::move(plan_);
   }
 

@@ -523,4 +523,16 @@ TEST_F(SensorImport, GivesTheDigitsOfTheTableToAnExportThatASpreadsheetHasSaved)
   EXPECT_TRUE(Contains(plan_.notes.back(), "This export was changed after it was written."));
 }
 
+TEST_F(SensorImport, AnExportWithoutPointsBringsTheHeaderAndNoPoint) {
+  EditorState empty = now_;
+  empty.header.calibrationNumber = "C 7";
+  empty.pages.front() = {};
+  Read(CsvOf(*FindModel("PX11A"), *data_, empty));
+  EXPECT_EQ(plan_.header.calibrationNumber, "C 7");
+  EXPECT_EQ(plan_.notes, Texts{"The exported table has no rows. Only the header goes in."});
+  EXPECT_TRUE(plan_.HasValues());
+  EXPECT_EQ(RowsAfter(false).size(), 3U);
+  EXPECT_EQ(RowsAfter(true), Texts());
+}
+
 }  // namespace tarvell::test
