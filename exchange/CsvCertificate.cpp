@@ -73,6 +73,9 @@ class CsvReader {
 
   /// Adds a table, or one for each instrument that its rows name.
   void AddTables(const TablePlace& place) {
+    for (const std::size_t column : place.headerColumns) {
+      TakeHeaderColumn(place, column);
+    }
     const TableHead head = header_.TakeHead();
     const std::vector<InstrumentRows> instruments = RowsByInstrument(lines_, place);
     if (instruments.empty()) {
@@ -88,6 +91,25 @@ class CsvReader {
         table.head.title = head.title + (head.title.empty() ? "" : ", ") + name;
       }
       tables_.push_back(std::move(table));
+    }
+  }
+
+  /// Takes what a column of dates or certificate numbers says of all rows.
+  void TakeHeaderColumn(const TablePlace& place, std::size_t column) {
+    const DelimitedLine& captions = lines_[place.captions.begin];
+    const DelimitedLine* first = nullptr;
+    for (const std::size_t row : place.rows) {
+      const std::string_view cell = lines_[row].Cell(column);
+      if (first != nullptr && !cell.empty() && cell != first->Cell(column)) {
+        certificate_.notes.push_back("The column " + Quoted(std::string(captions.Cell(column))) +
+                                     " (" + WhereOf(captions) +
+                                     ") is not used, because it has several values.");
+        return;
+      }
+      first = first == nullptr && !cell.empty() ? &lines_[row] : first;
+    }
+    if (first != nullptr) {
+      header_.TakeColumn(*first, captions.Cell(column), first->Cell(column));
     }
   }
 
@@ -128,7 +150,10 @@ class CsvReader {
     CountCells(width * place.rows.size());
     for (std::size_t column = 0; column < width; ++column) {
       // The serial numbers have said which rows these are.
-      if (!item || column != place.serialColumn) {
+      const bool isSerial = item && column == place.serialColumn;
+      const bool isHeader =
+          std::ranges::find(place.headerColumns, column) != place.headerColumns.end();
+      if (!isSerial && !isHeader) {
         table.columns.push_back(columns.Of(place, column));
       }
     }

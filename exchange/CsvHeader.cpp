@@ -27,13 +27,43 @@ std::string WhereOf(const DelimitedLine& line) {
 }
 
 void CsvHeader::TakeLine(const DelimitedLine& line) {
-  if (!IsBlank(line) && !IsTaken(line)) {
+  if (IsBlank(line)) {
+    return;
+  }
+  const std::size_t items = head_.items.size();
+  const bool isTaken = IsTaken(line);
+  // Between a title and its table there may be the serial number of the member.
+  const bool isAboutTable = isTaken && (head_.items.size() > items || head_.memberSerial);
+  if (!isAboutTable) {
+    DropTitle();
+  }
+  const bool isTitle = line.Width() == 1 && head_.title == line.Cell(0);
+  if (!isTaken && isTitle && !UnusedLines::MayMatter(line)) {
+    title_ = line;
+  } else if (!isTaken) {
     unused_.Add(line);
   }
 }
 
+void CsvHeader::TakeColumn(const DelimitedLine& line, std::string_view caption,
+                           std::string_view value) {
+  (void)Take(line, caption, value);
+}
+
 TableHead CsvHeader::TakeHead() {
+  if (!head_.page.empty()) {
+    DropTitle();
+  }
+  // It is the name of the table.
+  title_.reset();
   return std::exchange(head_, {});
+}
+
+void CsvHeader::DropTitle() {
+  if (title_) {
+    unused_.Add(*title_);
+    title_.reset();
+  }
 }
 
 std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedLine& line) {
@@ -45,6 +75,7 @@ std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedL
 }
 
 void CsvHeader::Finish() {
+  DropTitle();
   dates_.Store(certificate_);
   std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
 }
@@ -63,24 +94,31 @@ bool CsvHeader::TakeCell(const DelimitedLine& line) {
   if (cell.size() <= kLongestTitle) {
     head_.title = cell;
   }
-  const std::size_t colon = std::min(cell.find(':'), cell.size());
-  return colon < cell.size() &&
-         Take(line, cell.substr(0, colon), WithoutBlanks(cell.substr(colon + 1)));
+  return TakeColon(line, cell);
 }
 
 bool CsvHeader::TakePairs(const DelimitedLine& line) {
   bool isTaken = false;
-  for (std::size_t column = 0; column + 1 < line.Width(); ++column) {
+  for (std::size_t column = 0; column < line.Width(); ++column) {
     std::size_t value = column + 1;
-    while (line.Cell(value).empty()) {
+    while (value < line.Width() && line.Cell(value).empty()) {
       ++value;
     }
-    if (Take(line, line.Cell(column), line.Cell(value))) {
+    if (TakeColon(line, line.Cell(column))) {
+      isTaken = true;
+    } else if (value < line.Width() && Take(line, line.Cell(column), line.Cell(value))) {
       isTaken = true;
       column = value;
     }
   }
   return isTaken;
+}
+
+/// A key and a value in one cell, with a colon between them.
+bool CsvHeader::TakeColon(const DelimitedLine& line, std::string_view cell) {
+  const std::size_t colon = std::min(cell.find(':'), cell.size());
+  const std::string_view value = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
+  return !value.empty() && Take(line, cell.substr(0, colon), value);
 }
 
 bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::string_view value) {

@@ -36,6 +36,9 @@ class CsvHeader {
 
   void TakeLine(const DelimitedLine& line);
 
+  /// Takes what a column of a table says of all its rows, which `line` is the first of.
+  void TakeColumn(const DelimitedLine& line, std::string_view caption, std::string_view value);
+
   /// What the lines since the table before say about the next one.
   [[nodiscard]] TableHead TakeHead();
 
@@ -50,6 +53,7 @@ class CsvHeader {
   [[nodiscard]] bool TakeCell(const DelimitedLine& line);
   [[nodiscard]] bool TakePairs(const DelimitedLine& line);
   [[nodiscard]] bool Take(const DelimitedLine& line, std::string_view key, std::string_view value);
+  [[nodiscard]] bool TakeColon(const DelimitedLine& line, std::string_view cell);
   void TakeField(KeyField field, const DelimitedLine& line, std::string_view value);
   void TakeFormat(std::string_view value);
   void TakeDate(bool isCalDate, std::string_view value, const std::string& where);
@@ -63,11 +67,14 @@ class CsvHeader {
   /// before begins the next instrument.
   [[nodiscard]] FoundItem ItemWith(std::string CertificateItem::*field, std::string_view value);
 
+  void DropTitle();
+
   std::string_view text_;
   Certificate& certificate_;
   HeaderDates dates_;
   UnusedLines unused_;
-  TableHead head_;  ///< of the next table
+  TableHead head_;                      ///< of the next table
+  std::optional<DelimitedLine> title_;  ///< which is not known to be used yet
 };
 
 /// The place of a line as messages name it: "line 3".

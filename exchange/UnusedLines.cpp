@@ -26,8 +26,18 @@ bool IsValue(std::string_view cell) {
          DateFrom(cell, DateOrder::MonthFirst);
 }
 
-/// Whether a line has a number or a date, after a key in the same cell or in a cell of its own.
-bool HasValue(const DelimitedLine& line) {
+std::string TextOf(const DelimitedLine& line) {
+  std::string text;
+  for (std::size_t column = 0; column < line.Width() && text.size() <= kLongestLine; ++column) {
+    const std::string_view cell = line.Cell(column);
+    text += (text.empty() || cell.empty() ? "" : "; ") + std::string(cell);
+  }
+  return text;
+}
+
+}  // namespace
+
+bool UnusedLines::MayMatter(const DelimitedLine& line) {
   if (line.Width() == 1) {
     const std::string_view cell = line.Cell(0);
     return IsValue(WithoutBlanks(cell.substr(std::min(cell.find(':') + 1, cell.size()))));
@@ -40,19 +50,8 @@ bool HasValue(const DelimitedLine& line) {
   return false;
 }
 
-std::string TextOf(const DelimitedLine& line) {
-  std::string text;
-  for (std::size_t column = 0; column < line.Width() && text.size() <= kLongestLine; ++column) {
-    const std::string_view cell = line.Cell(column);
-    text += (text.empty() || cell.empty() ? "" : "; ") + std::string(cell);
-  }
-  return text;
-}
-
-}  // namespace
-
 void UnusedLines::Add(const DelimitedLine& line) {
-  const bool mayMatter = HasValue(line);
+  const bool mayMatter = MayMatter(line);
   const std::string text = mayMatter ? TextOf(line) : std::string();
   if (!mayMatter || text.size() > kLongestLine) {
     texts_.push_back(line.number);

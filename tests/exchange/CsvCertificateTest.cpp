@@ -202,6 +202,39 @@ TEST(CsvCertificate, RowsThatNameTheirInstrumentAreTablesOfTheirOwn) {
             (Texts{"A1 M: 50", "A2 : 50"}));
 }
 
+TEST(CsvCertificate, ColumnsOfDatesAndCertificateNumbersFillTheHeader) {
+  const Certificate read = Read(
+      "Serial no.;Cal date;Due date;Certificate;Frequency [MHz];KF [%]\n"
+      "A1;5.3.2026;5.3.2027;C 1;50;98\n;;5.3.2027;;60;97\n");
+  EXPECT_EQ(Instruments(read), Texts{"A1 : 50 60"});
+  EXPECT_EQ(IsoDate(read.header.calDate->date) + ", " + read.header.calDate->where,
+            "2026-03-05, line 2");
+  EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(read.header.calibrationNumber->text, "C 1");
+  EXPECT_EQ(read.tables.at(0).columns.size(), 2U) << "nothing else is left in the table";
+  const Certificate without = Read("Due date;f [MHz];KF [%]\n5.3.2027;50;98\n6.3.2027;60;97\n");
+  EXPECT_FALSE(without.header.dueDate);
+  EXPECT_EQ(Column(without, 1), (Texts{"98 %", "97 %"}));
+  EXPECT_EQ(without.notes,
+            Texts{"The column \"Due date\" (line 1) is not used, because it has several values."});
+}
+
+TEST(CsvCertificate, SeveralKeysMayBeInOneLine) {
+  const Certificate read =
+      Read("Date of calibration: 2026-03-05;;Due: 2027-03-05;Serial no.:;A1\n\nMHz;%\n50;98\n");
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(read.items.at(0).serialNumber, "A1");
+}
+
+TEST(CsvCertificate, TheTitleOfATableIsUsed) {
+  EXPECT_EQ(
+      Read("Laboratory\nRT521A\n\nMHz;%\n50;98\n\nRT522A\nMember serial;M\nMHz;%\n1;2\n").notes,
+      Texts{"Text that no field takes is not used: line 1."});
+  EXPECT_EQ(Read("RT521A\nPage;RT522A\nMHz;%\n50;98\nEnd\n").notes,
+            Texts{"Text that no field takes is not used: lines 1, 5."});
+}
+
 TEST(CsvCertificate, ANumberOfTheRowOrOfASeriesIsNoSerialNumber) {
   for (const std::string_view column :
        {"Serial no.;f;KF\n1;50;98\n2;60;97\n", "Série;f;KF\nA1;50;98\nA1;60;97\nA2;70;96\n"}) {
