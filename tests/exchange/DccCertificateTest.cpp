@@ -186,6 +186,14 @@ TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
   EXPECT_EQ(read.items.at(0).serialNumber, "SER");
 }
 
+TEST(DccCertificate, ANameIsShownInAnyFormOfTheLanguage) {
+  const Names names = {{"en-GB", "Frequency"}, {"de", "Frequenz"}, {"fr-CH", "Fréquence"}};
+  EXPECT_EQ(NameIn(names, "de-DE"), "Frequenz");
+  EXPECT_EQ(NameIn(names, "fr"), "Fréquence");
+  EXPECT_EQ(NameIn(names, "it"), "Frequency") << "English, where the language is missing";
+  EXPECT_EQ(NameIn({{"de", "Deutsch"}, {"de-AT", "Österreich"}}, "de-at"), "Österreich");
+}
+
 TEST(DccCertificate, ElementsOfOtherNamespacesAreNotTakenForThoseOfACertificate) {
   EXPECT_TRUE(ReadCertificate(Dcc("<list xmlns=\"urn:x\">" + List("1 2", "\\hertz") +
                                   List("3 4", "\\one") + "</list>"))
@@ -237,6 +245,7 @@ TEST(DccCertificate, HostileFilesAreRefusedWithAReason) {
   EXPECT_TRUE(Contains(RefusalOf("\x30\x82\x10signed"), "inside a signature"));
   EXPECT_TRUE(Contains(RefusalOf("PK\x03\x04"), "workbook"));
   EXPECT_TRUE(Contains(RefusalOf(" \r\n"), "empty"));
+  EXPECT_TRUE(Contains(RefusalOf("\xEF\xBB\xBF{\"a\": 1}"), "The file is JSON"));
 }
 
 }  // namespace tarvell::test
