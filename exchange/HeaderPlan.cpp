@@ -90,20 +90,11 @@ class HeaderPlanning {
     }
   }
 
-  /// `items` are the instruments that the certificate names.
-  void DoubtSerials(const std::vector<CertificateItem>& items) {
-    const std::string& present = target_.now.header.serialNumber;
-    const bool isPresent =
-        std::ranges::find(items, present, &CertificateItem::serialNumber) != items.end();
-    if (items.size() < 2 || (isPresent && !present.empty())) {
-      return;
+  void DoubtSerials(const Certificate& certificate) {
+    if (const std::string names = SerialsToChooseFrom(target_, certificate); !names.empty()) {
+      plan_.doubts.push_back("The certificate names several serial numbers: " + names +
+                             ". Choose that of this instrument.");
     }
-    std::string names;
-    for (const CertificateItem& item : items) {
-      names += (names.empty() ? "" : ", ") + Quoted(item.serialNumber) + " (" + item.where + ")";
-    }
-    plan_.doubts.push_back("The certificate names several serial numbers: " + names +
-                           ". Choose that of this instrument.");
   }
 
   void TakeMember(PagePlan& page, const CertificateItem* member, const std::string& where) {
@@ -261,7 +252,7 @@ void PlanHeader(const ImportTarget& target, const Certificate& certificate,
   } else {
     planning.TakeItem({});
   }
-  planning.DoubtSerials(InstrumentsOf(target, certificate));
+  planning.DoubtSerials(certificate);
   planning.TakeFields();
 }
 
@@ -279,6 +270,21 @@ bool IsMember(const ImportTarget& target, const CertificateItem& item) {
 
 bool HasSeveralInstruments(const ImportTarget& target, const Certificate& certificate) {
   return InstrumentsOf(target, certificate).size() > 1;
+}
+
+std::string SerialsToChooseFrom(const ImportTarget& target, const Certificate& certificate) {
+  const std::vector<CertificateItem> items = InstrumentsOf(target, certificate);
+  const std::string& present = target.now.header.serialNumber;
+  const bool isPresent =
+      std::ranges::find(items, present, &CertificateItem::serialNumber) != items.end();
+  std::string names;
+  if (items.size() < 2 || (isPresent && !present.empty())) {
+    return names;
+  }
+  for (const CertificateItem& item : items) {
+    names += (names.empty() ? "" : ", ") + Quoted(item.serialNumber) + " (" + item.where + ")";
+  }
+  return names;
 }
 
 void PlanMembers(const ImportTarget& target, const Certificate& certificate,

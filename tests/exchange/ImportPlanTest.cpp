@@ -123,6 +123,8 @@ TEST_F(SensorImport, AsksBeforeItTakesNumbersThatTheSeparatorMayHaveCut) {
                   "the values with the certificate."});
   Read("f [MHz],KF [%]\n50,99,\n1000,98,remark\n");
   EXPECT_EQ(plan_.doubts, Texts());
+  Read("f [MHz];KF [%]\n50;99;x;y\n");
+  EXPECT_EQ(plan_.notes.back(), "These columns are not used: \"Column 3\", \"Column 4\".");
 }
 
 TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
