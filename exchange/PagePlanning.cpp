@@ -14,6 +14,9 @@ namespace tarvell {
 
 namespace {
 
+/// More values that cannot be right are only counted: all have the same cause.
+constexpr std::size_t kNamedDoubts = 10;
+
 std::string ShownValue(const WrittenValue& value) {
   const std::string unit = ShownUnit(value.unit);
   return value.text + (unit.empty() || unit == "1" ? "" : " " + unit);
@@ -234,14 +237,35 @@ std::string PagePlanning::Refusal(std::size_t row, const WrittenValue& value,
          (shown.empty() ? "there is no value" : Quoted(shown) + why) + ".";
 }
 
+void PagePlanning::DoubtValue(std::size_t row, std::size_t column, const std::string& why) {
+  if (why.empty() || source_.keepsTexts || ++doubtedValues_ > kNamedDoubts) {
+    return;
+  }
+  const std::string place =
+      (source_.table.rowLines.empty() ? "value " : "line ") + std::to_string(LineInFile(row));
+  plan_.doubts.push_back(Where() + PointName(row) + " (" + place +
+                         "): " + ShownValue(*ValueAt(row, column)) + " " + why + ".");
+}
+
+void PagePlanning::FinishDoubts() {
+  if (doubtedValues_ > kNamedDoubts) {
+    plan_.doubts.push_back(Where() + std::to_string(doubtedValues_ - kNamedDoubts) +
+                           " more values cannot be right for reasons like these.");
+  }
+}
+
 void PagePlanning::NoteIfRounded(std::size_t row, std::size_t column, const std::string& number,
                                  const std::string& stored) {
   if (IsRounded(number, stored)) {
-    const WrittenValue& value = *ValueAt(row, column);
-    const std::string converted = number == value.text ? "" : " (" + number + ")";
-    plan_.rounded.push_back(Where() + PointName(row) + ": " + ShownValue(value) + converted +
-                            " becomes " + stored + ".");
+    NoteRounded(row, column, number == ValueAt(row, column)->text ? "" : number, stored);
   }
+}
+
+void PagePlanning::NoteRounded(std::size_t row, std::size_t column, const std::string& converted,
+                               const std::string& stored) {
+  plan_.rounded.push_back(Where() + PointName(row) + ": " + ShownValue(*ValueAt(row, column)) +
+                          (converted.empty() ? "" : " (" + converted + ")") + " becomes " + stored +
+                          ".");
 }
 
 std::string PagePlanning::Store(Cell cell, const NumberToStore& number) const {

@@ -106,7 +106,7 @@ TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
 }
 
 TEST_F(SensorImport, AsksBeforeItTakesNumbersWithoutAUnitInThatOfTheTable) {
-  Read("Frequency;Calibration factor\n50;99.9\n1000;1.5\n");
+  Read("Frequency;Calibration factor\n50;99.9\n1000;98\n");
   EXPECT_EQ(plan_.doubts, (Texts{"The column \"Frequency\" has numbers without a unit. They are "
                                  "taken in MHz, as in the table.",
                                  "The column \"Calibration factor\" has numbers without a unit. "
@@ -133,6 +133,39 @@ TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
             Texts{"The due date 4 MAR 2026 is before the calibration date 5 MAR 2026."});
   Read("Calibration date;5.3.2026\nDue date;5.3.2026\n\nf [MHz];KF [%]\n50;99.9\n");
   EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksAboutPointsAndFactorsThatCannotBe) {
+  Read("f [MHz];KF [%]\n50;100\n1000;-99.9\n2000;9990\n1E8;98.5\n3000;10\n4000;200\n110000;90\n");
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"1000 MHz (line 3): -99.9 % is not a calibration factor, which is from 10 % to "
+                   "200 %.",
+                   "2000 MHz (line 4): 9990 % is not a calibration factor, which is from 10 % to "
+                   "200 %.",
+                   "100000000 MHz (line 5): 1E8 MHz is above 110 GHz, where no point of the model "
+                   "can be."}));
+  std::string many = "f [MHz];KF [%]\n";
+  for (int i = 1; i <= 12; ++i) {
+    many += std::to_string(i) + ";985\n";
+  }
+  Read(many);
+  ASSERT_EQ(plan_.doubts.size(), 11U);
+  EXPECT_EQ(plan_.doubts.back(), "2 more values cannot be right for reasons like these.");
+}
+
+TEST(AttenuatorImport, AsksAboutDeviationsAndSettingsThatCannotBe) {
+  const Model& model = *FindModel("PX60H");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(1);
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "Setting [dB];f [MHz];Measured [dB]\n0;50;2.9\n10;50;0.021\n10;60;13\n60;50;54\n"
+      "60;60;66.1\n1000;50;1000\n");
+  EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
+            (Texts{"10 dB, 50 MHz (line 3): 0.021 dB is more than 3 dB away from the setting.",
+                   "60 dB, 60 MHz (line 6): 66.1 dB is more than 6 dB away from the setting.",
+                   "1000 dB, 50 MHz (line 7): 1000 dB is above 200 dB, where no setting can be."}));
 }
 
 TEST_F(SensorImport, AsksAboutADateThatItCannotReadUnlessAnotherLineHasIt) {
@@ -425,6 +458,48 @@ TEST(SetImport, RowsThatNameAMemberGoToItsPageOrItsRow) {
             (std::vector<Texts>{{"RT731A", "1 mohm", "1.0000  mohm", "0.1 %"},
                                 {"RT732A", "10 mohm", "10.010  mohm", "0.1 %"}}))
       << "the nominal values stay";
+}
+
+TEST(SetImport, AsksAboutValuesOfAnotherMemberAndUncertaintiesThatCannotBe) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"},
+                       {"10000", "1.00000pF", "0.010 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "RT521A\nf [kHz];C [pF];Unc. [%];D [1];Unc.\n1;10.002;150;1.5;-0.0001\n"
+      "10;1.0002;0;0.0001;0.0001\n");
+  EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
+            (Texts{"RT521A: 1 kHz (line 3): 10.002 pF is not near 1.000000pF in the table.",
+                   "RT521A: 1 kHz (line 3): 150 % is an uncertainty above 100 % of the value.",
+                   "RT521A: 1 kHz (line 3): 1.5 is above 1, where no dissipation factor is.",
+                   "RT521A: 1 kHz (line 3): -0.0001 is not an uncertainty, which is above 0.",
+                   "RT521A: 10 kHz (line 4): 0 % is not an uncertainty, which is above 0."}));
+}
+
+TEST(SetImport, SaysWhichUncertaintiesInTheUnitOfTheValueAreRounded) {
+  const Model& model = *FindModel("RT730A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(7);
+  now.pages[0].rows = {{"RT731A", "1 mohm", "1.0004  mohm", "0.1 %"},
+                       {"RT732A", "10 mohm", "10.003  mohm", "0.1 %"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "Member;Calibrated [mΩ];Unc. [mΩ]\nRT731A;1.0004;0.0123\nRT732A;10.003;0.01\n");
+  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  EXPECT_EQ(AfterImport(now, plan, true).pages[0].rows[0][3], "1.23 %");
+  EXPECT_EQ(AfterImport(now, plan, true).pages[0].rows[1][3], "0.1 %");
+  // 0.0123 / 1.0004 is 0.0122951: the cell keeps 1.23 %, which is 0.0123 mΩ again. 0.01 / 10.003 is
+  // 0.00099970, and 0.1 % is 0.010003 mΩ.
+  EXPECT_EQ(plan.Rounded(), Texts());
+  const Certificate longer = ReadCertificate(
+      "Member;Calibrated [mΩ];Unc. [mΩ]\nRT731A;1.0004;0.01234\nRT732A;10.003;0.01\n");
+  // 0.01234 / 1.0004 is 1.233507 %, and 1.23 % of 1.0004 mΩ is 0.012305 mΩ.
+  EXPECT_EQ(PlanImport(target, longer, ProposedChoices(target, longer)).Rounded(),
+            Texts{"DC Registance: RT731A: 0.01234 mΩ (1.2335 %) becomes 1.23 %."});
 }
 
 /// A DCC about these instruments, a model and a serial number each, with a table of one row.
