@@ -256,6 +256,21 @@ bool ImportPlan::HasPlace(bool missingRemoved) const {
                              [&](const PagePlan& page) { return page.HasPlace(missingRemoved); });
 }
 
+bool HasOnlyDefaults(const EditorState& now) {
+  if (now.pages.size() != 1) {
+    return false;
+  }
+  const DraftPage& page = now.pages.front();
+  for (std::size_t i = 0; i < page.rows.size(); ++i) {
+    const auto value = static_cast<std::int16_t>(page.rows[i].size() - 1);
+    const auto origin = page.origins.find({RowOf({i}), value});
+    if (origin == page.origins.end() || origin->second != Origin::Template) {
+      return false;
+    }
+  }
+  return !page.rows.empty();
+}
+
 ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate,
                       const ImportChoices& choices) {
   return Planning(target, certificate, choices).Run();

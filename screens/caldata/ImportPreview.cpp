@@ -156,6 +156,12 @@ void ImportPreview::ShareRoom() {
   });
 }
 
+void ImportPreview::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Before it is shown, the table does not know its height.
+  ScrollRows();
+}
+
 // --- What the user chooses
 
 void ImportPreview::Propose() {
@@ -309,15 +315,19 @@ void ImportPreview::Plan() {
       [this](const Error& error) { error_ = ToQt(error.what()); });
   ForgetAnswers();
   const std::size_t missing = plan_.Count(Change::Missing);
-  ui_->chkRemove->setText(
-      missing == 1 ? tr("&Remove the point that the certificate does not have")
-                   : tr("&Remove the %1 points that the certificate does not have").arg(missing));
+  const QString points = HasOnlyDefaults(target_.now)
+                             ? missing == 1 ? tr("point of the template")
+                                            : tr("%1 points of the template").arg(missing)
+                         : missing == 1 ? tr("point")
+                                        : tr("%1 points").arg(missing);
+  ui_->chkRemove->setText(tr("&Remove the %1 that the certificate does not have").arg(points));
   ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
   ui_->chkConfirm->setVisible(!plan_.doubts.empty());
   Judge();
   ShowSummary();
   ShowPlannedHeader(ui_->tblHeader, plan_.fields);
   ShowRows();
+  ScrollRows();
   ShowNotes();
   ShowButtons();
 }
@@ -333,15 +343,15 @@ void ImportPreview::ForgetAnswers() {
   }
   const bool areOtherDoubts = std::exchange(askedDoubts_, plan_.doubts) != plan_.doubts;
   const bool areOtherPoints = std::exchange(askedPoints_, points) != points;
-  const auto untick = [](QCheckBox* box) {
+  const auto set = [](QCheckBox* box, bool isTicked) {
     const QSignalBlocker noPlanYet(box);
-    box->setChecked(false);
+    box->setChecked(isTicked);
   };
   if (areOtherDoubts) {
-    untick(ui_->chkConfirm);
+    set(ui_->chkConfirm, false);
   }
   if (areOtherPoints) {
-    untick(ui_->chkRemove);
+    set(ui_->chkRemove, HasOnlyDefaults(target_.now));
   }
 }
 
@@ -387,6 +397,12 @@ void ImportPreview::ShowRows() {
     page.marks = judged_.at(page_).slips.marks;
   }
   ShowPlannedRows(ui_->tblRows, page);
+}
+
+void ImportPreview::ScrollRows() {
+  if (const PagePlan* plan = ShownPlan()) {
+    ScrollToChange(ui_->tblRows, *plan);
+  }
 }
 
 void ImportPreview::ShowNotes() {

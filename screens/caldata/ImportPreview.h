@@ -45,6 +45,9 @@ class ImportPreview final : public QDialog {
   /// What the editor shows after the import.
   [[nodiscard]] EditorState After() const;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   void ConnectControls();
   /// Divides the room between the choices and the tables as last time, or as the boxes need it.
@@ -65,12 +68,14 @@ class ImportPreview final : public QDialog {
 
   /// Plans the import again and shows the plan.
   void Plan();
-  /// Unticks the boxes whose tick was about something else.
+  /// Unticks the boxes whose tick was about something else. Points that nobody has entered are
+  /// removed unless the user says otherwise.
   void ForgetAnswers();
   /// Finds the values that may be slips of typing.
   void Judge();
   void ShowSummary();
   void ShowRows();
+  void ScrollRows();
   void ShowNotes();
   void ShowButtons();
 

@@ -130,8 +130,12 @@ void frmHistory::Export() {
       throw Error(ErrorKind::Index, "Nothing was exported. Select one version.");
     }
     const OpenedDataSet version = OpenVersion(*subject_.model, At(rows[0]).header);
-    ExportDataSet(this, *subject_.model, *version.data, StateOf(*subject_.model, *version.data));
-    QStringList notices;
+    const QString saved = ExportDataSet(this, *subject_.model, *version.data,
+                                        StateOf(*subject_.model, *version.data));
+    if (saved.isEmpty()) {
+      return;
+    }
+    QStringList notices = {saved};
     for (const std::string& notice : version.notices) {
       notices << ToQt(notice);
     }

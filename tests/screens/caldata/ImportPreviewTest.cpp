@@ -11,6 +11,7 @@
 
 #include "screens/caldata/ImportStage.h"
 #include "screens/caldata/TabEditorFixture.h"
+#include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/UserSettings.h"
 #include "support/ErrorOf.h"
 
@@ -307,7 +308,15 @@ TEST_F(ImportingASensor, AnExportIsWrittenAsTheNameOfTheFileSays) {
                                   {"CSV for spreadsheets (*.csv)", "JSON for programs (*.json)"},
                                   QString::fromStdString(file.string()));
       ClickInMenu(editor, "btnFile", "Export...");
+      EXPECT_EQ(Find<NoticeLine>(editor, "notices").Notices(),
+                QStringList("Saved as " + QString::fromStdString(file.string()) + "."));
     }
+    ActivateAgain(editor);
+    GridOf(editor).setFocus();
+    Press(Qt::Key_Right);
+    QTest::keyClicks(QApplication::focusWidget(), "99");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Find<NoticeLine>(editor, "notices").About("export"), "") << "it has other values";
   });
   EXPECT_EQ(ReadNative(csv),
             Lines({"Format,tarvell-data-set 1 "
