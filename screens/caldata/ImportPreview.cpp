@@ -21,6 +21,7 @@
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/LongTexts.h"
+#include "screens/widgets/OutlinedBoxes.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/UserSettings.h"
@@ -76,6 +77,11 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
   for (QComboBox* box : ui_->choices->findChildren<QComboBox*>()) {
     ShowLongTexts(box);
   }
+  for (QLabel* label : ui_->choices->findChildren<QLabel*>()) {
+    // The toolkit measures a text without the gap that its underlined letter makes.
+    label->setMinimumWidth(label->sizeHint().width() + label->fontMetrics().averageCharWidth());
+  }
+  OutlineCheckBoxes(this);
   Propose();
   ShowQuestions();
   ShowItems();

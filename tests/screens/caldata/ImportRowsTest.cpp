@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <QCheckBox>
+#include <QImage>
+#include <QPalette>
 #include <QTableWidget>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 
 #include "screens/caldata/ImportStage.h"
@@ -33,6 +37,33 @@ TEST_F(ImportingASensor, ShowsTheFirstRowThatChangesAndRowsBeforeIt) {
     EXPECT_TRUE(IsSeen(preview, 0)) << "the user looks at these rows";
     Press(Qt::Key_Escape);
   });
+  ExpectSaved(file_);
+}
+
+/// The largest difference of lightness between a box without a tick and its screen.
+int ContrastOf(const QCheckBox& box) {
+  const QImage picture = box.window()->grab().toImage();
+  const QPoint corner = box.mapTo(box.window(), QPoint(0, 0));
+  const int background = box.window()->palette().color(QPalette::Window).lightness();
+  int contrast = 0;
+  for (int x = 0; x < box.iconSize().width(); ++x) {
+    const QColor pixel = picture.pixelColor(corner + QPoint(x, box.height() / 2));
+    contrast = std::max(contrast, std::abs(pixel.lightness() - background));
+  }
+  return contrast;
+}
+
+TEST_F(ImportingASensor, ABoxWithoutATickIsSeenInADarkTheme) {
+  const QPalette usual = QApplication::palette();
+  QPalette dark(QColor(45, 45, 45), QColor(45, 45, 45));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  QApplication::setPalette(dark);
+  Import("Serial number;X1\nf [MHz];KF [%]\n50;99,5\n", [](ImportPreview& preview) {
+    constexpr int kSeen = 60;
+    EXPECT_GT(ContrastOf(Find<QCheckBox>(preview, "chkConfirm")), kSeen);
+    Press(Qt::Key_Escape);
+  });
+  QApplication::setPalette(usual);
   ExpectSaved(file_);
 }
 
