@@ -46,6 +46,8 @@ struct WrittenValue {
 struct Series {
   std::vector<WrittenValue> values;
   std::vector<WrittenValue> uncertainties;  ///< the expanded ones; empty, or one for each value
+  /// Their coverage factor, of several the one that is farthest from 2; "" where it is not given.
+  std::string coverageFactor = {};
 };
 
 struct CertificateColumn {

@@ -140,6 +140,23 @@ class PlaceFinder {
     return line.Cell(0).empty() ? texts == 0 : AreAlike(row, line, 0) && !KeyFieldOf(line.Cell(0));
   }
 
+  /// Whether a line right between two rows is one whose point cannot be read: a spreadsheet may
+  /// have made a date of it. Without it, the table would end there.
+  [[nodiscard]] bool IsBetweenRows(const DelimitedLine& row, std::size_t index,
+                                   std::size_t width) const {
+    const DelimitedLine& line = lines_[index];
+    const auto hasNumber = [&] {
+      for (std::size_t column = 1; column < line.Width(); ++column) {
+        if (NumberIn(line.Cell(column))) {
+          return true;
+        }
+      }
+      return false;
+    };
+    return index + 1 < lines_.size() && line.Width() <= width && IsDataLine(lines_[index + 1]) &&
+           AreAlike(row, lines_[index + 1], 0) && !KeyFieldOf(line.Cell(0)) && hasNumber();
+  }
+
   /// The lines of the table that begins with this one.
   [[nodiscard]] std::vector<std::size_t> RowsFrom(std::size_t first,
                                                   const TablePlace& place) const {
@@ -158,7 +175,8 @@ class PlaceFinder {
       }
       const bool isRow = i == first || IsDataLine(line) || IsInstrumentRow(line, place);
       const bool goesOn = blanks > 0 ? isRow && GoesOn(lines_[first], line, width, point)
-                                     : isRow || IsRowWithGaps(lines_[first], line, width);
+                                     : isRow || IsRowWithGaps(lines_[first], line, width) ||
+                                           IsBetweenRows(lines_[first], i, width);
       if (!goesOn) {
         break;
       }

@@ -3,6 +3,7 @@
 
 #include "exchange/DccCertificate.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "core/text/Text.h"
 #include "exchange/DccTables.h"
 #include "exchange/DccXml.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -49,13 +51,25 @@ void TakeDate(pugi::xml_node node, const std::string& where, std::optional<Found
   }
 }
 
+bool NamesSerial(pugi::xml_node identification) {
+  const Names names = NamesOf(identification.child("dcc:name"));
+  return HasRefType(identification, "basic_serialNumber") ||
+         std::ranges::any_of(
+             names, [](const LocalText& name) { return NamesSerialNumber(Folded(name.text)); });
+}
+
 CertificateItem ItemOf(pugi::xml_node node) {
   CertificateItem item;
   item.name = NamesOf(node.child("dcc:name"));
   item.model = TextOf(node.child("dcc:model"));
+  bool isNamed = false;
   for (const pugi::xml_node id : node.child("dcc:identifications").children("dcc:identification")) {
-    if (TextOf(id.child("dcc:issuer")) == "manufacturer" && item.serialNumber.empty()) {
+    // A manufacturer may give an article number, too.
+    const bool isSerial = NamesSerial(id);
+    if (TextOf(id.child("dcc:issuer")) == "manufacturer" &&
+        (item.serialNumber.empty() || (isSerial && !isNamed))) {
       item.serialNumber = TextOf(id.child("dcc:value"));
+      isNamed = isSerial;
     }
   }
   return item;

@@ -13,6 +13,7 @@
 #include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
+#include "core/numbers/WrittenNumber.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -63,6 +64,7 @@ class HeaderPlanning {
       if (!target_.isSerialFixed) {
         (void)Text("Serial number", {item.serialNumber, item.where}, plan_.header.serialNumber);
         DoubtReading("Serial number", plan_.header.serialNumber);
+        DoubtExponent("serial number", {item.serialNumber, item.where});
       }
     }
   }
@@ -70,6 +72,8 @@ class HeaderPlanning {
   void TakeFields() {
     if (header_.calibrationNumber) {
       (void)Text("Calibration number", *header_.calibrationNumber, plan_.header.calibrationNumber);
+      DoubtExponent("calibration number", *header_.calibrationNumber);
+      DoubtNoDate();
     }
     if (header_.calDate) {
       Date("Calibration date", *header_.calDate, plan_.header.calDay, plan_.header.calMonth,
@@ -135,6 +139,30 @@ class HeaderPlanning {
   }
 
  private:
+  /// A spreadsheet writes a long number as one with an exponent, and drops digits of it.
+  void DoubtExponent(const std::string& name, const FoundText& found) {
+    const std::size_t e = found.text.find("E+");
+    const bool isShort = e != std::string::npos && found.text.find_first_of(".,") < e &&
+                         (PlainNumber(found.text, DecimalSign::Point) ||
+                          PlainNumber(found.text, DecimalSign::Comma));
+    if (isShort && !isUnchanged_) {
+      plan_.doubts.push_back("The " + name + " " + Quoted(found.text) + " (" + found.where +
+                             ") looks like a long number that a spreadsheet has shortened.");
+    }
+  }
+
+  /// The values would get the date of the calibration before. A table without header lines is for
+  /// the user to complete.
+  void DoubtNoDate() {
+    if (!header_.calDate && !header_.unreadCalDate) {
+      const DraftHeader& now = target_.now.header;
+      plan_.doubts.push_back(
+          "The certificate has a number, but no calibration date was found. It "
+          "stays " +
+          DateShown(now.calDay, now.calMonth, now.calYear) + ".");
+    }
+  }
+
   /// A date that is left as it was looks like that of the certificate.
   void DoubtUnread(const std::string& name, const std::optional<FoundDate>& date,
                    const std::optional<FoundText>& unread) {

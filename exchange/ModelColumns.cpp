@@ -20,9 +20,9 @@ using Words = std::span<const std::string_view>;
 // German joins words: the word "frequenz" does not find "messfrequenz".
 constexpr std::array<std::string_view, 6> kFrequency = {"freq",     "fréq",     "frec",
                                                         "messfreq", "prüffreq", "kalibrierfreq"};
-constexpr std::array<std::string_view, 11> kFactor = {
-    "factor", "faktor", "facteur",    "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
-    "kf",     "cf",     "efficiency", "wirkungs", "calibration"};
+constexpr std::array<std::string_view, 12> kFactor = {
+    "factor", "faktor", "facteur", "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
+    "kf",     "cf",     "cal fac", "cal. fac", "calfac",          "calibration"};
 constexpr std::array<std::string_view, 16> kNotFactor = {
     "reflect", "reflex", "réflex",   "gamma", "vswr",    "swr",    "magnitude", "phase",
     "rho",     "linear", "mismatch", "diss",  "verlust", "pertes", "pérdida",   "loss"};
@@ -249,6 +249,16 @@ bool NamesUncertainty(std::string_view folded) {
 
 bool NamesStandard(std::string_view folded) {
   return HasWord(folded, kStandard);
+}
+
+std::string CoverageFactorIn(std::string_view folded) {
+  const std::size_t equals = std::min(folded.find('='), folded.size());
+  std::string_view rest = WithoutBlanks(folded.substr(std::min(equals + 1, folded.size())));
+  rest = rest.substr(0, rest.find_first_not_of("0123456789.,"));
+  const bool isFactor = WithoutBlanks(folded.substr(0, equals)).ends_with('k');
+  const std::optional<std::string> number = PlainNumber(
+      rest, rest.find(',') == std::string_view::npos ? DecimalSign::Point : DecimalSign::Comma);
+  return isFactor ? number.value_or("") : std::string();
 }
 
 bool NamesExpanded(std::string_view folded) {

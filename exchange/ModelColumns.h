@@ -74,6 +74,10 @@ struct ModelColumn {
 /// Whether a folded caption says that an uncertainty is not the expanded one.
 [[nodiscard]] bool NamesStandard(std::string_view folded);
 
+/// The coverage factor that a folded caption names, as in "u (k=2)", with a decimal point; "" for
+/// none.
+[[nodiscard]] std::string CoverageFactorIn(std::string_view folded);
+
 /// Whether a folded caption says that an uncertainty is the expanded one.
 [[nodiscard]] bool NamesExpanded(std::string_view folded);
 

@@ -4,11 +4,13 @@
 #include "exchange/PagePlanning.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 #include "core/caldata/CellNotices.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -85,6 +87,8 @@ void PagePlanning::JudgeColumns() {
   DoubtCellsBesideTheCaptions();
   DoubtRepeatedValues();
   DoubtStandardUncertainties();
+  DoubtCoverageFactors();
+  DoubtUnnamedFactors();
 }
 
 const WrittenValue* PagePlanning::ValueAt(std::size_t row, std::size_t column) const {
@@ -189,6 +193,52 @@ void PagePlanning::DoubtStandardUncertainties() {
       plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
                              " has standard uncertainties, and the table has expanded ones. They "
                              "are taken as they are.");
+    }
+  }
+}
+
+void PagePlanning::DoubtCoverageFactors() {
+  constexpr double kLeast = 1.6;
+  constexpr double kMost = 2.6;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (!columns_[i].IsUncertainty() || !from) {
+      continue;
+    }
+    const CertificateColumn& column = source_.table.columns.at(from->column);
+    const std::string names = FoldedNames(column);
+    const std::string factor =
+        from->isUncertainty ? column.series.front().coverageFactor : CoverageFactorIn(names);
+    const double number = NumericValueOrInfinity(factor);
+    const bool isUsual = factor.empty() || (number >= kLeast && number <= kMost);
+    // A standard uncertainty is asked about anyway.
+    if (!isUsual && (from->isUncertainty || !NamesStandard(names))) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " has uncertainties with the coverage factor " + factor +
+                             ", and the table has those with about 2. They are taken as they "
+                             "are.");
+    }
+  }
+}
+
+void PagePlanning::DoubtUnnamedFactors() {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const ModelColumn& column = columns_[i];
+    const bool isFactor =
+        column.role == ColumnRole::Value && column.unit.IsLike(Unit()) && column.unit.power == -2;
+    if (!isFactor || !source_.match.at(i)) {
+      continue;
+    }
+    const CertificateColumn& from = source_.table.columns.at(source_.match[i]->column);
+    const std::string name = FoldedNames(from);
+    const std::string kind = Folded(from.refType);
+    const bool hasName = std::ranges::any_of(
+        name + kind, [](unsigned char c) { return c > 0x7F || std::isalpha(c) != 0; });
+    const bool isNamed = HasWord(name, column.words) || HasWord(kind, column.words) ||
+                         NamesMeasured(name) || NamesMeasured(kind);
+    if (hasName && !isNamed) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " is not named as a calibration factor. It is taken as one.");
     }
   }
 }

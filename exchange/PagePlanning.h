@@ -88,6 +88,10 @@ class PagePlanning {
   /// One value for all rows may have been measured at one of them only.
   void DoubtRepeatedValues();
   void DoubtStandardUncertainties();
+  /// The expanded uncertainties of certificates have coverage factors of about 2.
+  void DoubtCoverageFactors();
+  /// Many quantities are in per cent, such as the effective efficiency of a sensor.
+  void DoubtUnnamedFactors();
   /// The source of a column as messages name it.
   [[nodiscard]] std::string NameOf(std::size_t column) const;
 

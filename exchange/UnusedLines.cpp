@@ -22,7 +22,7 @@ constexpr std::size_t kNamedTexts = 40;
 constexpr std::size_t kLongestLine = 100;
 
 bool IsValue(std::string_view cell) {
-  return NumberIn(cell) || DateFrom(cell, DateOrder::DayFirst) ||
+  return NumberIn(cell) || HasShortYear(cell) || DateFrom(cell, DateOrder::DayFirst) ||
          DateFrom(cell, DateOrder::MonthFirst);
 }
 

@@ -20,7 +20,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -47,6 +47,9 @@ constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"kalibrierdatum", KeyField::CalDate},
                                         {"datum der kalibrierung", KeyField::CalDate},
                                         {"kalibriert am", KeyField::CalDate},
+                                        {"kal.-datum", KeyField::CalDate},
+                                        {"kal.datum", KeyField::CalDate},
+                                        {"kal. datum", KeyField::CalDate},
                                         {"date d'étalonnage", KeyField::CalDate},
                                         {"date d\u2019étalonnage", KeyField::CalDate},
                                         {"date de l'étalonnage", KeyField::CalDate},

@@ -144,6 +144,12 @@ TEST(CsvCertificate, ARowWithoutAValueOrAPointDoesNotEndATable) {
   EXPECT_EQ(Column(members, 0), (Texts{"A", "B", "C"}));
 }
 
+TEST(CsvCertificate, ARowWhosePointBecameADateDoesNotEndATable) {
+  const Certificate read = Read("f [GHz];KF [%]\n1,2;98\n01. Mai;97\n1,8;96\nMean;97\nEnd;1\n");
+  ASSERT_EQ(read.tables.size(), 1U);
+  EXPECT_EQ(Column(read, 0), (Texts{"1.2 GHz", "01. Mai", "1.8 GHz"}));
+}
+
 TEST(CsvCertificate, BlankLinesDoNotEndATable) {
   const Certificate read = Read("f [MHz];KF [%]\n\n50;98\n;\n\n100;97\n200;\"96\"\n");
   ASSERT_EQ(read.tables.size(), 1U);
@@ -355,6 +361,8 @@ TEST(Units, AreFoundInCaptions) {
                                                         {"R (\u03A9)", "\u03A9"},
                                                         {"Cal. factor [%] (1)", "%"},
                                                         {"Factor (1)", "1"},
+                                                        {"Step 10-20 [dB]", "dB"},
+                                                        {"Gain x100-500 [dB]", "dB"},
                                                         {"Channel A", ""},
                                                         {"Dissipation factor", ""}}) {
     EXPECT_EQ(UnitOfCaption(caption), unit) << caption;
@@ -363,19 +371,23 @@ TEST(Units, AreFoundInCaptions) {
 }
 
 TEST(Units, ThatAreNotKnownAreFoundInTheirPlace) {
-  for (const auto& [caption, unit] :
-       std::vector<std::pair<std::string, std::string>>{{"f [xHz]", "xHz"},
-                                                        {"f (k=2) [cycles]", "cycles"},
-                                                        {"Frequency / xyz", "xyz"},
-                                                        {"Frequency in kc", "kc"},
-                                                        {"Frequency (kHz/s)", "kHz/s"},
-                                                        {"Frequency (qHz)", "qHz"},
-                                                        {"Factor (mean)", ""},
-                                                        {"Factor (k=2)", ""},
-                                                        {"Uncertainty [k=2]", ""},
-                                                        {"Uncertainty / k=2", ""},
-                                                        {"Cal factor (CF)", ""},
-                                                        {"Frequency", ""}}) {
+  for (const auto& [caption, unit] : std::vector<std::pair<std::string, std::string>>{
+           {"f [xHz]", "xHz"},
+           {"f (k=2) [cycles]", "cycles"},
+           {"tan \u03B4 \u00D7 10^-6", "10^-6"},
+           {"D [10-6]", "10-6"},
+           {"D (x10-4)", "10-4"},
+           {"C / 10\u207B\u00B9\u00B2 F", "10\u207B\u00B9\u00B2"},
+           {"Frequency / xyz", "xyz"},
+           {"Frequency in kc", "kc"},
+           {"Frequency (kHz/s)", "kHz/s"},
+           {"Frequency (qHz)", "qHz"},
+           {"Factor (mean)", ""},
+           {"Factor (k=2)", ""},
+           {"Uncertainty [k=2]", ""},
+           {"Uncertainty / k=2", ""},
+           {"Cal factor (CF)", ""},
+           {"Frequency", ""}}) {
     EXPECT_EQ(UnknownUnitOf(caption), unit) << caption;
   }
 }

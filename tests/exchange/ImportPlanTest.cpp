@@ -135,6 +135,37 @@ TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
   EXPECT_EQ(plan_.doubts, Texts());
 }
 
+TEST_F(SensorImport, AsksBeforeItTakesAnotherQuantityInPerCent) {
+  Read("f [MHz];Effective efficiency [%]\n50;99\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The column \"Effective efficiency [%]\" is not named as a "
+                                "calibration factor. It is taken as one."});
+  Read("f [MHz];Effective efficiency [%];Cal. Fac. [%]\n50;99;98\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.0"});
+  Read("MHz;%\n50;98\n");
+  EXPECT_EQ(plan_.doubts, Texts()) << "only a unit";
+}
+
+TEST_F(SensorImport, AsksAboutNumbersThatASpreadsheetHasShortened) {
+  now_.header.serialNumber.clear();
+  const std::string table = "\nCalibration date;5.3.2026\nf [MHz];KF [%]\n50;98\n";
+  Read("Serial number;3.31812E+09\nCertificate no;C-E+1" + table);
+  EXPECT_EQ(plan_.doubts, Texts{"The serial number \"3.31812E+09\" (line 1) looks like a long "
+                                "number that a spreadsheet has shortened."});
+  Read("Certificate no;2.02600012E+11" + table);
+  EXPECT_EQ(plan_.doubts, Texts{"The calibration number \"2.02600012E+11\" (line 1) looks like a "
+                                "long number that a spreadsheet has shortened."});
+}
+
+TEST_F(SensorImport, AsksWhereACertificateWithANumberHasNoDate) {
+  now_.header.calDay = "5";
+  now_.header.calMonth = "MAR";
+  now_.header.calYear = "2025";
+  Read("Certificate no;C 1\nMeasured;5.3.2026\nf [MHz];KF [%]\n50;98\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The certificate has a number, but no calibration date was found. "
+                                "It stays 5 MAR 2025."});
+}
+
 TEST_F(SensorImport, AsksAboutPointsAndFactorsThatCannotBe) {
   Read("f [MHz];KF [%]\n50;100\n1000;-99.9\n2000;9990\n1E8;98.5\n3000;10\n4000;200\n110000;90\n");
   EXPECT_EQ(plan_.doubts,
@@ -424,6 +455,32 @@ TEST(SetImport, AsksBeforeItTakesStandardUncertaintiesForExpandedOnes) {
   EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
             Texts{"RT521A: The column \"u (k=1) [ppm]\" has standard uncertainties, and the table "
                   "has expanded ones. They are taken as they are."});
+}
+
+TEST(SetImport, AsksAboutUncertaintiesWithAnotherCoverageFactor) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const auto doubtsOf = [&](const std::string& caption) {
+    const Certificate read = ReadCertificate("f [kHz];C [pF];" + caption + "\n1;1.0001;25\n");
+    return PlanImport(target, read, ProposedChoices(target, read)).doubts;
+  };
+  EXPECT_EQ(doubtsOf("U [ppm] (k = 3)"),
+            Texts{"RT521A: The column \"U [ppm] (k = 3)\" has uncertainties with the coverage "
+                  "factor 3, and the table has those with about 2. They are taken as they are."});
+  EXPECT_EQ(doubtsOf("U [ppm] (k=2,05)"), Texts());
+  Certificate dcc = ReadCertificate("f [kHz];C [pF]\n1;1.0001\n");
+  Series& values = dcc.tables.at(0).columns.at(1).series.at(0);
+  values.uncertainties = {{"0.0001", "pF"}};
+  values.coverageFactor = "1";
+  EXPECT_EQ(
+      PlanImport(target, dcc, ProposedChoices(target, dcc)).doubts,
+      Texts{"RT521A: The column \"Expanded uncertainty of C [pF]\" has uncertainties with the "
+            "coverage factor 1, and the table has those with about 2. They are taken as they "
+            "are."});
 }
 
 TEST(SetImport, RowsThatNameAMemberGoToItsPageOrItsRow) {
