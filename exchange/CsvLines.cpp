@@ -3,28 +3,16 @@
 
 #include "exchange/CsvLines.h"
 
-#include <array>
 #include <cstddef>
 
+#include "core/caldata/ClipboardTable.h"
 #include "core/numbers/WrittenNumber.h"
-#include "core/text/Text.h"
 #include "exchange/Units.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
 
 namespace {
-
-/// A certificate may mark the reference point, as the data file does.
-std::string_view WithoutReferenceMark(std::string_view cell) {
-  constexpr std::array<std::string_view, 2> kMarks = {"(REF.)", "(REF)"};
-  for (const std::string_view mark : kMarks) {
-    if (ToUpper(cell).ends_with(mark)) {
-      return WithoutBlanks(cell.substr(0, cell.size() - mark.size()));
-    }
-  }
-  return cell;
-}
 
 bool IsKeyLine(const DelimitedLine& line) {
   return line.Width() == 2 && KeyFieldOf(line.Cell(0));
