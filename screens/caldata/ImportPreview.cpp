@@ -6,6 +6,7 @@
 #include "ui_ImportPreview.h"
 
 #include <QSignalBlocker>
+#include <QTabBar>
 
 #include <algorithm>
 #include <utility>
@@ -18,8 +19,10 @@
 #include "screens/caldata/EarlierChoice.h"
 #include "screens/caldata/ImportNotes.h"
 #include "screens/caldata/PlannedTables.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/LongTexts.h"
 #include "screens/widgets/OutlinedBoxes.h"
 #include "screens/widgets/QtText.h"
@@ -89,7 +92,9 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
   ShowTables();
   ConnectControls();
   FitToDisplay(this);
+  OfferHandbook(this, chapter::kImporting);
   MakeScrollable(ui_->choices);
+  GiveKeys();
   ShareRoom();
   EnterPressesFocusedButton(this);
   Plan();
@@ -99,6 +104,26 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
 }
 
 ImportPreview::~ImportPreview() = default;
+
+void ImportPreview::GiveKeys() {
+  QTabBar* tabs = ui_->tabs->tabBar();
+  tabs->setAccessibleName(tr("What is shown"));
+  tabs->setAccessibleDescription(tr("Chooses the values or the header."));
+  // As a proxy, the tabs would have two places in the order of Tab, and never lead on.
+  ui_->tabs->setFocusProxy(nullptr);
+  ui_->tabs->setFocusPolicy(Qt::NoFocus);
+  tabs->setFocusPolicy(Qt::TabFocus);
+  setTabOrder(ui_->cmbColumn4, tabs);
+  setTabOrder(tabs, ui_->tblRows);
+  GiveAltKey(tabs, Qt::Key_W);
+  GiveAltKey(ui_->tblRows, Qt::Key_T);
+  GiveAltKey(ui_->tblHeader, Qt::Key_E);
+  GiveAltKey(ui_->txtNotes, Qt::Key_O);
+  int digit = Qt::Key_1;
+  for (const ColumnBoxes::Box& box : columnBoxes_.All()) {
+    GiveAltKey(box.second, static_cast<Qt::Key>(digit++));
+  }
+}
 
 void ImportPreview::ConnectControls() {
   for (QComboBox* box : {ui_->cmbSign, ui_->cmbDates}) {
@@ -148,7 +173,9 @@ void ImportPreview::ShareRoom() {
     ui_->splitter->setSizes({remembered[0], remembered[1]});
   } else {
     // The boxes get the room that their texts need, but the table needs more.
-    const int choices = std::min(ui_->choices->sizeHint().width(), width() * 2 / 5);
+    const int choices = std::max(std::min(ui_->choices->sizeHint().width(), width() * 2 / 5),
+                                 ui_->choices->minimumSizeHint().width()) +
+                        fontMetrics().height();  // the splitter and the margins take some of it
     ui_->splitter->setSizes({choices, width() - choices});
   }
   connect(ui_->splitter, &QSplitter::splitterMoved, this, [this] {

@@ -49,6 +49,8 @@ class ImportPreview final : public QDialog {
   void showEvent(QShowEvent* event) override;
 
  private:
+  /// Gives each control without a caption an Alt key, and the tabs their place in the order of Tab.
+  void GiveKeys();
   void ConnectControls();
   /// Divides the room between the choices and the tables as last time, or as the boxes need it.
   void ShareRoom();

@@ -7,8 +7,13 @@
 #include <map>
 
 #include "core/caldata/DataSetDrafts.h"
+#include "core/caldata/OpenedDataSet.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "exchange/Export.h"
+#include "exchange/ReadCertificate.h"
 #include "screens/caldata/CalEditor.h"
+#include "screens/caldata/EarlierChoice.h"
+#include "screens/caldata/ImportPreview.h"
 #include "screens/caldata/PastePreview.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
@@ -121,6 +126,19 @@ const std::vector<Screen> kScreens = {
            .frequencyUnit = "MHz"};
        PastePreview form(table, {"Frequency  [MHz]", "Calibration factor[%]"}, nullptr);
        LookWithin<PastePreview>([&] { form.exec(); }, look);
+     }},
+    {"ImportPreview", "Importing a certificate",
+     [](const Look& look) {
+       const Model& model = *FindModel("RT520C");
+       const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
+       const EditorState now = StateOf(model, *data);
+       const std::string bytes =
+           "Serial number;A1\nStandard, serial;B1\nCalibration date;3/5/2026\n\n"
+           "RT525A\nf [Hz];C [nF];Unc. [ppm];D [1]\n1,000;10.01;50;0.001\n";
+       const EarlierChoice earlier(nullptr);
+       const ImportTarget target = {.model = model, .data = *data, .now = now};
+       ImportPreview form(target, earlier, bytes, ReadCertificate(bytes), "c.csv", nullptr);
+       LookWithin<ImportPreview>([&] { form.exec(); }, look);
      }},
     {"frmHistory", "History",
      [](const Look& look) {
