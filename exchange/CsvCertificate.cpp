@@ -9,6 +9,7 @@
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionUnit.h"
 #include "exchange/CsvColumns.h"
 #include "exchange/CsvHeader.h"
 #include "exchange/CsvInstruments.h"
@@ -17,6 +18,8 @@
 #include "exchange/CsvSign.h"
 #include "exchange/DecodedText.h"
 #include "exchange/DelimitedText.h"
+#include "exchange/ModelColumns.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -73,8 +76,10 @@ class CsvReader {
 
   /// Adds a table, or one for each instrument that its rows name.
   void AddTables(const TablePlace& place) {
-    for (const std::size_t column : place.headerColumns) {
-      TakeHeaderColumn(place, column);
+    if (HasQuantity(place)) {
+      for (const std::size_t column : place.headerColumns) {
+        TakeHeaderColumn(place, column);
+      }
     }
     const TableHead head = header_.TakeHead();
     const std::vector<InstrumentRows> instruments = RowsByInstrument(lines_, place);
@@ -92,6 +97,21 @@ class CsvReader {
       }
       tables_.push_back(std::move(table));
     }
+  }
+
+  /// Whether a table has a column of values. The dates in a list of the standards that were used
+  /// are not those of the instrument.
+  [[nodiscard]] bool HasQuantity(const TablePlace& place) const {
+    const std::size_t width = place.captions.IsEmpty() ? 0 : lines_[place.captions.begin].Width();
+    for (std::size_t column = 0; column < width; ++column) {
+      const std::string caption = CaptionOf(lines_, place, column);
+      const std::string unit = UnitOfCaption(caption);
+      const bool isNamed = NamesQuantity(Folded(caption)) && !NamesNoValue(Folded(caption));
+      if (!place.IsAboutRows(column) && (unit.size() > 1 || unit == "%" || isNamed)) {
+        return true;
+      }
+    }
+    return false;
   }
 
   /// Takes what a column of dates or certificate numbers says of all rows.

@@ -20,6 +20,18 @@ namespace {
 constexpr std::size_t kLongestTitle = 80;
 constexpr std::size_t kItemLimit = 100;
 
+/// Whether a cell is a key itself. Such a cell after a key is not its value: both are captions, as
+/// above a list of the standards that were used.
+bool IsCaption(std::string_view cell) {
+  const std::optional<KeyField> field = KeyFieldOf(cell);
+  const bool hasDigit = cell.find_first_of("0123456789") != std::string_view::npos;
+  return field && *field != KeyField::Model && !hasDigit;
+}
+
+bool IsComment(std::string_view key) {
+  return KeyFieldOf(key) == KeyField::Comment;
+}
+
 }  // namespace
 
 std::string WhereOf(const DelimitedLine& line) {
@@ -106,7 +118,9 @@ bool CsvHeader::TakePairs(const DelimitedLine& line) {
     }
     if (TakeColon(line, line.Cell(column))) {
       isTaken = true;
-    } else if (value < line.Width() && Take(line, line.Cell(column), line.Cell(value))) {
+    } else if (value < line.Width() &&
+               (IsComment(line.Cell(column)) || !IsCaption(line.Cell(value))) &&
+               Take(line, line.Cell(column), line.Cell(value))) {
       isTaken = true;
       column = value;
     }

@@ -138,6 +138,15 @@ class HeaderPlanning {
     }
   }
 
+  /// Many laboratories leave the due date to the customer.
+  void NoteNoDueDate() {
+    if (header_.calDate && !header_.dueDate && !header_.unreadDueDate) {
+      const DraftHeader& now = target_.now.header;
+      plan_.notes.push_back("The certificate names no due date. It stays " +
+                            DateShown(now.dueDay, now.dueMonth, now.dueYear) + ".");
+    }
+  }
+
  private:
   /// A spreadsheet writes a long number as one with an exponent, and drops digits of it.
   void DoubtExponent(const std::string& name, const FoundText& found) {
@@ -329,6 +338,9 @@ void PlanMembers(const ImportTarget& target, const Certificate& certificate,
         isItem ? member->where : certificate.tables.at(choice.tables.front()).where);
   }
   planning.TakeOption();
+  if (plan.HasValues()) {
+    planning.NoteNoDueDate();
+  }
 }
 
 }  // namespace tarvell

@@ -84,6 +84,10 @@ constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"seite", KeyField::Page},
                                         {"datum", KeyField::CalDate, true}}};
 
+/// The certificate and the dates of a standard that was used are not those of the instrument.
+constexpr std::array<std::string_view, 8> kStandards = {
+    "reference", "referenz", "référence", "standard", "normal", "étalon ", "campione", "patrón"};
+
 /// A key is short; a sentence that holds one of the words is none.
 constexpr std::size_t kLongestKey = 40;
 
@@ -147,8 +151,11 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
                              ? folded == known.word || folded == std::string(known.word) + ":"
                              : FindWord(folded, known.word) != std::string_view::npos;
     if (isFound) {
-      const bool isDate = known.field == KeyField::CalibrationNumber && NamesDate(folded);
-      return isDate ? std::nullopt : std::optional(known.field);
+      const bool isNumber = known.field == KeyField::CalibrationNumber;
+      const bool isOfDate = known.field == KeyField::CalDate || known.field == KeyField::DueDate;
+      const bool isOther = (isNumber && NamesDate(folded)) ||
+                           ((isNumber || isOfDate) && HasWord(folded, kStandards));
+      return isOther ? std::nullopt : std::optional(known.field);
     }
   }
   return std::nullopt;

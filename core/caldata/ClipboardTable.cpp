@@ -83,7 +83,7 @@ bool BeginsLikeNumber(std::string_view cell) {
     cell.remove_prefix(kMinusSign.size());
   }
   const std::size_t first = cell.find_first_not_of("+-.,");
-  return first <= 2 && first != std::string_view::npos && cell[first] >= '0' && cell[first] <= '9';
+  return first <= 2 && cell[first] >= '0' && cell[first] <= '9';
 }
 
 /// The words of a caption that may be units.

@@ -225,6 +225,21 @@ TEST(CsvCertificate, ColumnsOfDatesAndCertificateNumbersFillTheHeader) {
             Texts{"The column \"Due date\" (line 1) is not used, because it has several values."});
 }
 
+TEST(CsvCertificate, AListOfTheStandardsThatWereUsedSaysNothingAboutTheInstrument) {
+  const std::string results = "\nf [MHz];KF [%]\n50;98\n";
+  const Certificate texts = Read(
+      "Standard used;Serial number;Certificate;Cal due\nPower meter;GB123;C-77;2026-12-31\n"
+      "Reference standard cal due;2026-12-31\n" +
+      results);
+  EXPECT_TRUE(texts.items.empty());
+  EXPECT_FALSE(texts.header.calibrationNumber);
+  EXPECT_FALSE(texts.header.dueDate);
+  const Certificate counted =
+      Read("No.;Equipment;Certificate;Cal due\n1;Power meter;C-77;2026-12-31\n" + results);
+  EXPECT_FALSE(counted.header.calibrationNumber);
+  EXPECT_FALSE(counted.header.dueDate);
+}
+
 TEST(CsvCertificate, SeveralKeysMayBeInOneLine) {
   const Certificate read =
       Read("Date of calibration: 2026-03-05;;Due: 2027-03-05;Serial no.:;A1\n\nMHz;%\n50;98\n");

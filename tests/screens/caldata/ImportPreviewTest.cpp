@@ -42,7 +42,8 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
                   "Calibration date|5 MAR 2001|7 AUG 2026*|line 3");
         EXPECT_EQ(Notes(preview),
                   "The format of the table rounds:\n- 1 GHz: 97.47 % becomes 97.5.\n\nNot used:\n- "
-                  "These columns are not used: \"Gamma\".");
+                  "These columns are not used: \"Gamma\".\n- The certificate names no due date. It "
+                  "stays 5 MAR 2002.");
         Press(Qt::Key_Return);
       },
       [&](QWidget& editor) {
@@ -69,7 +70,8 @@ TEST_F(ImportingASensor, ShowsBeforehandWhichValuesTheEditorWillMark) {
       header_ + "f [MHz];KF [%]\n1000;79,7\n2000;96,1\n",
       [&](ImportPreview& preview) {
         EXPECT_EQ(Notes(preview),
-                  "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why);
+                  "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why +
+                      "\n\nNot used:\n- The certificate names no due date. It stays 5 MAR 2002.");
         const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(1, 2);
         EXPECT_EQ(FromQt(cell.data(Qt::AccessibleTextRole).toString()),
                   "97.0 \u2192 79.7 (possible slip)");
