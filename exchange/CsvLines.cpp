@@ -9,10 +9,15 @@
 #include "core/numbers/WrittenNumber.h"
 #include "exchange/Units.h"
 #include "exchange/Words.h"
+#include "exchange/WrittenDate.h"
 
 namespace tarvell {
 
 namespace {
+
+bool IsDate(std::string_view cell) {
+  return DateFrom(cell, DateOrder::DayFirst) || DateFrom(cell, DateOrder::MonthFirst);
+}
 
 bool IsKeyLine(const DelimitedLine& line) {
   return line.Width() == 2 && KeyFieldOf(line.Cell(0));
@@ -61,7 +66,9 @@ bool IsCaptionLine(const DelimitedLine& line) {
     return false;
   }
   for (std::size_t column = 0; column < line.Width(); ++column) {
-    if (NumberIn(line.Cell(column)) && line.Cell(column) != "1") {
+    const std::string_view cell = line.Cell(column);
+    const bool isKey = cell.ends_with(':') && KeyFieldOf(cell);
+    if (isKey || (NumberIn(cell) && cell != "1") || IsDate(cell)) {
       return false;
     }
   }

@@ -27,10 +27,11 @@ constexpr std::array<std::string_view, 16> kNotFactor = {
     "reflect", "reflex", "réflex",   "gamma", "vswr",    "swr",    "magnitude", "phase",
     "rho",     "linear", "mismatch", "diss",  "verlust", "pertes", "pérdida",   "loss"};
 constexpr std::array<std::string_view, 11> kSetting = {
-    "setting",  "nominal", "nennwert", "nenndämpf", "sollwert", "einstell",
+    "setting",  "nominal", "nennwert", "nenndämpf", "soll",  "einstell",
     "position", "step",    "réglage",  "ajuste",    "impost"};
-constexpr std::array<std::string_view, 9> kNotSetting = {
-    "actual", "measured", "cal data", "messwert", "istwert", "mesur", "misur", "medid", "gemessen"};
+constexpr std::array<std::string_view, 11> kNotSetting = {
+    "ist [",   "ist (", "actual", "measured", "cal data", "messwert",
+    "istwert", "mesur", "misur",  "medid",    "gemessen"};
 constexpr std::array<std::string_view, 8> kAttenuation = {"cal data",     "attenuation", "dämpfung",
                                                           "einfügedämpf", "atténu",      "atenua",
                                                           "attenuaz",     "affaibl"};
@@ -50,11 +51,16 @@ constexpr std::array<std::string_view, 8> kResistance = {
 constexpr std::array<std::string_view, 8> kReactance = {"react",   "reakt",   "réact",   "reatt",
                                                         "suscept", "suszept", "suscett", "blind"};
 // Words that say of any quantity what kind of value it is, or that it is none.
-constexpr std::array<std::string_view, 8> kMeasured = {"measured", "actual", "messwert", "istwert",
-                                                       "gemessen", "mesur",  "misur",    "medid"};
-constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "sollwert",
+constexpr std::array<std::string_view, 10> kMeasured = {"measured", "actual", "messwert", "istwert",
+                                                        "ist [",    "ist (",  "gemessen", "mesur",
+                                                        "misur",    "medid"};
+constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "soll",
                                                       "setting", "setpoint", "einstell"};
-constexpr std::array<std::string_view, 49> kOther = {"deviation",
+constexpr std::array<std::string_view, 53> kOther = {"deviation",
+                                                     "correction",
+                                                     "korrektur",
+                                                     "correzione",
+                                                     "correcci",
                                                      "dev.",
                                                      "abweich",
                                                      "messabweich",

@@ -246,6 +246,12 @@ TEST(CsvCertificate, SeveralKeysMayBeInOneLine) {
   EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-03-05");
   EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-03-05");
   EXPECT_EQ(read.items.at(0).serialNumber, "A1");
+  const Certificate beside = Read(
+      "Cal date:;March 5, 2026;Cal due:;March 5, 2027\nTemperature:;23.0 °C;Humidity:;45 %\n\n"
+      "MHz;%\n50;98\n");
+  EXPECT_EQ(IsoDate(beside.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(IsoDate(beside.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(beside.tables.size(), 1U) << "the next line has no captions above it";
 }
 
 TEST(CsvCertificate, TheTitleOfATableIsUsed) {
