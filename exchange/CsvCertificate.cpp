@@ -76,7 +76,7 @@ class CsvReader {
 
   /// Adds a table, or one for each instrument that its rows name.
   void AddTables(const TablePlace& place) {
-    if (HasQuantity(place)) {
+    if (!place.headerColumns.empty() && HasQuantity(place)) {
       for (const std::size_t column : place.headerColumns) {
         TakeHeaderColumn(place, column);
       }
@@ -102,7 +102,11 @@ class CsvReader {
   /// Whether a table has a column of values. The dates in a list of the standards that were used
   /// are not those of the instrument.
   [[nodiscard]] bool HasQuantity(const TablePlace& place) const {
-    const std::size_t width = place.captions.IsEmpty() ? 0 : lines_[place.captions.begin].Width();
+    // Captions may be wider than their rows, and many tables may share them.
+    std::size_t width = 0;
+    for (const std::size_t row : place.rows) {
+      width = std::max(width, lines_[row].Width());
+    }
     for (std::size_t column = 0; column < width; ++column) {
       const std::string caption = CaptionOf(lines_, place, column);
       const std::string unit = UnitOfCaption(caption);
