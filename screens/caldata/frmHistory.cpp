@@ -198,10 +198,10 @@ void frmHistory::ShowSelected() {
   shown_.clear();
   QStringList headers;
   if (rows.size() == 1 || rows.size() == 2) {
-    // The earlier one first.
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-      headers << HeaderText(At(*row));
-      shown_.push_back(Read(At(*row)));
+    const std::vector<int> earlierFirst(rows.rbegin(), rows.rend());
+    for (const int row : earlierFirst) {
+      headers << HeaderText(At(row));
+      shown_.push_back(Read(At(row)));
       if (!shown_.back().notice.empty()) {
         ui_->notices->Report(kVersion, ToQt(shown_.back().notice));
       }
