@@ -301,6 +301,7 @@ QRect PlaceOf(const QWidget& control) {
 
 std::vector<std::string> NamesOf(const std::vector<QWidget*>& controls) {
   std::vector<std::string> names;
+  names.reserve(controls.size());
   for (const QWidget* control : controls) {
     names.push_back(Describe(*control));
   }
@@ -322,9 +323,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
     gStationDir = R"(c:\stations)";
     gCalFiles = {};
   }
-  ~Accessibility() override { QApplication::setFont(font_); }
-  Accessibility(const Accessibility&) = delete;
-  Accessibility& operator=(const Accessibility&) = delete;
+  void TearDown() override { QApplication::setFont(font_); }
 
   /// Shows the screen and calls `look` when it is active.
   static void At(const Look& look) {
@@ -338,24 +337,31 @@ class Accessibility : public testing::TestWithParam<Screen> {
     EXPECT_TRUE(looked);
   }
 
+  /// A strip that is too long scrolls; its titles are not shortened.
+  static void ExpectTitlesFit(const QTabBar& strip) {
+    EXPECT_EQ(strip.elideMode(), Qt::ElideNone);
+    for (int tab = 0; tab < strip.count(); ++tab) {
+      const QString title = strip.tabText(tab).replace("&&", "&");
+      EXPECT_GE(strip.tabRect(tab).width(), strip.fontMetrics().horizontalAdvance(title))
+          << title.toStdString();
+    }
+    EXPECT_GE(strip.height(), strip.sizeHint().height());
+  }
+
+  static void ExpectCaptionsFit(const QHeaderView& header) {
+    for (int column = 0; column < header.count(); ++column) {
+      EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
+    }
+  }
+
   /// No text of this control is cut off.
   static void ExpectFits(const QWidget& control) {
     if (const auto* strip = qobject_cast<const QTabBar*>(&control)) {
-      // A strip that is too long scrolls; its titles are not shortened.
-      EXPECT_EQ(strip->elideMode(), Qt::ElideNone);
-      for (int tab = 0; tab < strip->count(); ++tab) {
-        const QString title = strip->tabText(tab).replace("&&", "&");
-        EXPECT_GE(strip->tabRect(tab).width(), strip->fontMetrics().horizontalAdvance(title))
-            << title.toStdString();
-      }
-      EXPECT_GE(strip->height(), strip->sizeHint().height());
+      ExpectTitlesFit(*strip);
       return;
     }
     if (const auto* table = qobject_cast<const QTableView*>(&control)) {
-      const QHeaderView& header = *table->horizontalHeader();
-      for (int column = 0; column < header.count(); ++column) {
-        EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
-      }
+      ExpectCaptionsFit(*table->horizontalHeader());
       return;
     }
     if (const auto* list = qobject_cast<const QListWidget*>(&control)) {
