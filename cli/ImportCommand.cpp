@@ -27,6 +27,7 @@
 #include "core/survey/ValueCheck.h"
 #include "core/text/Text.h"
 #include "exchange/Export.h"
+#include "exchange/HeaderPlan.h"
 #include "exchange/ImportPlan.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
@@ -80,17 +81,32 @@ bool IsDay(const std::optional<FoundDate>& found) {
   return found && Exists(found->date);
 }
 
+/// Why a date has to be given with an option.
+std::string NoDate(const std::string& name, const std::optional<FoundText>& unread,
+                   const std::string& option) {
+  return (unread ? "The " + name + " " + Quoted(unread->text) + " (" + unread->where +
+                       ") cannot be read."
+                 : "The certificate names no " + name + ".") +
+         " Give it with " + option + ".";
+}
+
 /// What a new data set still lacks, a sentence each.
-std::vector<std::string> Lacks(const Certificate& certificate, const EditorState& after) {
+std::vector<std::string> Lacks(const ImportTarget& target, const Certificate& certificate,
+                               const EditorState& after) {
+  const CertificateHeader& header = certificate.header;
   std::vector<std::string> lacks;
-  if (after.header.serialNumber.empty()) {
+  const std::string serials = SerialsToChooseFrom(target, certificate);
+  if (!serials.empty() && target.now.header.serialNumber.empty()) {
+    lacks.push_back("The certificate names several serial numbers: " + serials +
+                    ". Give that of this instrument with --serial.");
+  } else if (after.header.serialNumber.empty()) {
     lacks.emplace_back("The certificate names no serial number. Give it with --serial.");
   }
-  if (!IsDay(certificate.header.calDate)) {
-    lacks.emplace_back("The certificate names no calibration date. Give it with --calibrated.");
+  if (!IsDay(header.calDate)) {
+    lacks.push_back(NoDate("calibration date", header.unreadCalDate, "--calibrated"));
   }
-  if (!IsDay(certificate.header.dueDate)) {
-    lacks.emplace_back("The certificate names no due date. Give it with --due.");
+  if (!IsDay(header.dueDate)) {
+    lacks.push_back(NoDate("due date", header.unreadDueDate, "--due"));
   }
   return lacks;
 }
@@ -212,7 +228,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
     ReportEach(console, order.file, plan.doubts);
     return kCouldNotLook;
   }
-  if (const std::vector<std::string> lacks = Lacks(certificate, after); !lacks.empty()) {
+  if (const std::vector<std::string> lacks = Lacks(target, certificate, after); !lacks.empty()) {
     ReportEach(console, order.file, lacks);
     return kCouldNotLook;
   }

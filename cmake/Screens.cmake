@@ -89,6 +89,7 @@ add_library(tarvell_screens STATIC
   screens/widgets/Handbook.cpp screens/widgets/Handbook.h
   screens/widgets/NoticeLine.cpp screens/widgets/NoticeLine.h
   screens/widgets/OneLineValidator.cpp screens/widgets/OneLineValidator.h
+  screens/widgets/OutlinedBoxes.cpp
   screens/widgets/PaperOutput.cpp
   screens/widgets/PaperPainter.cpp
   screens/widgets/PaleSelection.cpp screens/widgets/PaleSelection.h

@@ -69,6 +69,31 @@ bool LooksLikeUnit(std::string_view text) {
               kOthers, [&](std::string_view other) { return EqualsIgnoringCase(text, other); }));
 }
 
+/// The power of ten in a caption, from its "10" on: "10^-6", or "10-6", whose small digits a
+/// spreadsheet has made large, after a sign of multiplication or a bracket; "" for none.
+std::string_view PowerOfTen(std::string_view caption) {
+  constexpr std::array<std::string_view, 14> kRaised = {
+      "^",      "**",     "\u207B", "\u2070", "\u00B9", "\u00B2", "\u00B3",
+      "\u2074", "\u2075", "\u2076", "\u2077", "\u2078", "\u2079", "\u207A"};
+  constexpr std::array<std::string_view, 6> kTimes = {"\u00D7", "x", "*", "\u00B7", "[", "("};
+  constexpr std::array<std::string_view, 2> kMinus = {"-", "\u2212"};
+  const auto any = [](const auto& signs, const auto& fits) {
+    return std::ranges::any_of(signs, fits);
+  };
+  for (std::size_t at = caption.find("10"); at != std::string_view::npos;
+       at = caption.find("10", at + 1)) {
+    const std::string_view before = WithoutBlanks(caption.substr(0, at));
+    const std::string_view after = caption.substr(at + 2);
+    const auto begins = [&](std::string_view sign) { return after.starts_with(sign); };
+    const bool isAlone = before.empty() || before.back() < '0' || before.back() > '9';
+    const bool isTimes = any(kTimes, [&](std::string_view sign) { return before.ends_with(sign); });
+    if (isAlone && (any(kRaised, begins) || (isTimes && any(kMinus, begins)))) {
+      return caption.substr(at, caption.substr(at).find_first_of(")] "));
+    }
+  }
+  return {};
+}
+
 /// "k=2" is not a unit.
 bool IsEquation(std::string_view text) {
   return text.find('=') != std::string_view::npos;
@@ -86,6 +111,9 @@ std::string_view Inside(std::string_view caption, char open, char close) {
 }  // namespace
 
 std::string UnitOfCaption(std::string_view caption) {
+  if (!PowerOfTen(caption).empty()) {
+    return {};
+  }
   if (const std::string_view inside = InBrackets(caption); !inside.empty()) {
     return std::string(inside);
   }
@@ -98,6 +126,9 @@ std::string UnitOfCaption(std::string_view caption) {
 
 std::string UnknownUnitOf(std::string_view caption) {
   constexpr std::size_t kLongestUnit = 6;
+  if (const std::string_view power = PowerOfTen(caption); !power.empty()) {
+    return std::string(power);
+  }
   if (!UnitOfCaption(caption).empty()) {
     return {};
   }

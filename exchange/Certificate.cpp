@@ -7,6 +7,7 @@
 
 #include "core/platform/Error.h"
 #include "core/text/Sha256.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
 
@@ -15,8 +16,16 @@ std::string ExportFormat(std::string_view lines) {
 }
 
 std::string NameIn(const Names& names, std::string_view language) {
+  // The text in the language itself, else in a form of it: "de-CH" for "de", and "de" for "de-CH".
+  const auto primary = [](std::string_view tag) { return tag.substr(0, tag.find_first_of("-_")); };
   for (const std::string_view wanted : {language, std::string_view(), std::string_view("en")}) {
-    const auto found = std::ranges::find(names, wanted, &LocalText::language);
+    auto found = std::ranges::find_if(
+        names, [&](const LocalText& name) { return EqualsIgnoringCase(name.language, wanted); });
+    if (found == names.end()) {
+      found = std::ranges::find_if(names, [&](const LocalText& name) {
+        return EqualsIgnoringCase(primary(name.language), primary(wanted));
+      });
+    }
     if (found != names.end()) {
       return found->text;
     }

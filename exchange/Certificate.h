@@ -18,7 +18,7 @@
 /// on a model of the program.
 namespace tarvell {
 
-/// A text in one language: "en", "de"; "" for a text that holds for every language.
+/// A text in one language: "en", "de-CH"; "" for a text that holds for every language.
 struct LocalText {
   std::string language;
   std::string text;
@@ -29,7 +29,8 @@ struct LocalText {
 /// One name in several languages.
 using Names = std::vector<LocalText>;
 
-/// The name in this language; else the one for every language, the English one, or the first one.
+/// The name in this language, or in a form of it, such as "de-CH" for "de"; else the one for every
+/// language, the English one, or the first one.
 [[nodiscard]] std::string NameIn(const Names& names, std::string_view language);
 
 /// A value as it is written: "98.50" keeps its two decimals. The decimal sign is the point.
@@ -45,6 +46,8 @@ struct WrittenValue {
 struct Series {
   std::vector<WrittenValue> values;
   std::vector<WrittenValue> uncertainties;  ///< the expanded ones; empty, or one for each value
+  /// Their coverage factor, of several the one that is farthest from 2; "" where it is not given.
+  std::string coverageFactor = {};
 };
 
 struct CertificateColumn {
@@ -90,6 +93,9 @@ struct CertificateHeader {
   std::optional<FoundText> calibrationNumber;
   std::optional<FoundDate> calDate;
   std::optional<FoundDate> dueDate;
+  /// Texts in the places of those dates that are not dates, if nothing else there is one.
+  std::optional<FoundText> unreadCalDate;
+  std::optional<FoundText> unreadDueDate;
   std::optional<FoundText> comment;
   std::optional<FoundText> option;
 };

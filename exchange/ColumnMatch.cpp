@@ -52,6 +52,9 @@ enum class UnitFit { Wrong, Unknown, Right };
 
 UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column) {
   const WrittenValue* typical = TypicalValue(values);
+  if (values.empty()) {
+    return UnitFit::Unknown;
+  }
   if (typical == nullptr || FirstUnknownUnit(values) != nullptr) {
     return UnitFit::Wrong;
   }
@@ -221,10 +224,9 @@ std::vector<ColumnSource> SourcesOf(const CertificateTable& table) {
 std::string SourceName(const CertificateTable& table, const ColumnSource& source,
                        std::string_view language) {
   const CertificateColumn& column = table.columns.at(source.column);
-  std::string name = NameIn(column.caption, language);
-  if (name.empty()) {
-    name = "Column " + std::to_string(source.column + 1);
-  }
+  const std::string caption = NameIn(column.caption, language);
+  const std::string number = std::to_string(source.column + 1);
+  std::string name = caption.empty() ? "Column " + number : caption;
   if (source.isUncertainty) {
     name = "Expanded uncertainty of " + name;
   }
@@ -235,10 +237,10 @@ std::string SourceName(const CertificateTable& table, const ColumnSource& source
     name += " [" + unit + "]";
   }
   const auto isAlike = [&](const CertificateColumn& other) {
-    return NameIn(other.caption, language) == NameIn(column.caption, language);
+    return NameIn(other.caption, language) == caption;
   };
   const bool isAlone = std::ranges::count_if(table.columns, isAlike) == 1;
-  return isAlone ? name : name + " (column " + std::to_string(source.column + 1) + ")";
+  return isAlone || caption.empty() ? name : name + " (column " + number + ")";
 }
 
 ProposedMatch MatchedColumns(const CertificateTable& table,

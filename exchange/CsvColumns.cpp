@@ -12,16 +12,21 @@
 
 namespace tarvell {
 
-CertificateColumn CsvColumns::Of(const TablePlace& place, std::size_t column) {
+std::string CaptionOf(const std::vector<DelimitedLine>& lines, const TablePlace& place,
+                      std::size_t column) {
   std::string caption;
   for (std::size_t i = place.captions.begin; i < place.captions.end; ++i) {
-    const std::string_view cell = lines_[i].Cell(column);
+    const std::string_view cell = lines[i].Cell(column);
     const bool isUnit = i > place.captions.begin;
     caption +=
         isUnit && !cell.empty() ? " [" + std::string(UnitOnly(cell)) + "]" : std::string(cell);
   }
   // Each value gets a copy of the unit in it.
-  caption = Shortened(caption);
+  return Shortened(caption);
+}
+
+CertificateColumn CsvColumns::Of(const TablePlace& place, std::size_t column) {
+  const std::string caption = CaptionOf(lines_, place, column);
   const std::string known = UnitOfCaption(caption);
   const std::string unit = known.empty() ? UnknownUnitOf(caption) : Meant(known);
   Series series;

@@ -14,6 +14,10 @@
 
 namespace tarvell {
 
+/// The caption of a column and the unit below it, as in "Frequency [MHz]".
+[[nodiscard]] std::string CaptionOf(const std::vector<DelimitedLine>& lines,
+                                    const TablePlace& place, std::size_t column);
+
 /// Reads the columns of the tables of a CSV file, with their captions, numbers and units.
 class CsvColumns {
  public:

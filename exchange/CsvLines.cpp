@@ -3,27 +3,20 @@
 
 #include "exchange/CsvLines.h"
 
-#include <array>
 #include <cstddef>
 
+#include "core/caldata/ClipboardTable.h"
 #include "core/numbers/WrittenNumber.h"
-#include "core/text/Text.h"
 #include "exchange/Units.h"
 #include "exchange/Words.h"
+#include "exchange/WrittenDate.h"
 
 namespace tarvell {
 
 namespace {
 
-/// A certificate may mark the reference point, as the data file does.
-std::string_view WithoutReferenceMark(std::string_view cell) {
-  constexpr std::array<std::string_view, 2> kMarks = {"(REF.)", "(REF)"};
-  for (const std::string_view mark : kMarks) {
-    if (ToUpper(cell).ends_with(mark)) {
-      return WithoutBlanks(cell.substr(0, cell.size() - mark.size()));
-    }
-  }
-  return cell;
+bool IsDate(std::string_view cell) {
+  return DateFrom(cell, DateOrder::DayFirst) || DateFrom(cell, DateOrder::MonthFirst);
 }
 
 bool IsKeyLine(const DelimitedLine& line) {
@@ -73,7 +66,9 @@ bool IsCaptionLine(const DelimitedLine& line) {
     return false;
   }
   for (std::size_t column = 0; column < line.Width(); ++column) {
-    if (NumberIn(line.Cell(column)) && line.Cell(column) != "1") {
+    const std::string_view cell = line.Cell(column);
+    const bool isKey = cell.ends_with(':') && KeyFieldOf(cell);
+    if (isKey || (NumberIn(cell) && cell != "1") || IsDate(cell)) {
       return false;
     }
   }

@@ -8,12 +8,16 @@
 #include <string_view>
 #include <utility>
 
+#include "exchange/CaptionUnit.h"
 #include "exchange/CsvLines.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
 
 namespace {
+
+/// More columns with header fields than any table has.
+constexpr std::size_t kHeaderColumns = 8;
 
 class PlaceFinder {
  public:
@@ -34,6 +38,7 @@ class PlaceFinder {
         // Those captions may be long, and many lines may follow them.
         place.serialColumn = places_.back().serialColumn;
         place.modelColumn = places_.back().modelColumn;
+        place.headerColumns = places_.back().headerColumns;
       }
       if (!IsFirstRow(i, place)) {
         continue;
@@ -74,6 +79,8 @@ class PlaceFinder {
         place.serialColumn = column;
       } else if (!place.modelColumn && HasWord(caption, kMemberWords)) {
         place.modelColumn = column;
+      } else if (place.headerColumns.size() < kHeaderColumns && IsHeaderField(line.Cell(column))) {
+        place.headerColumns.push_back(column);
       }
     }
     if (!place.serialColumn) {
@@ -81,10 +88,18 @@ class PlaceFinder {
     }
   }
 
-  /// The first column that does not say which instrument a row is about.
+  /// Whether a caption names a field of the header that can be the same in all rows.
+  [[nodiscard]] static bool IsHeaderField(std::string_view caption) {
+    const std::optional<KeyField> field = KeyFieldOf(caption);
+    return (field == KeyField::CalDate || field == KeyField::DueDate ||
+            field == KeyField::CalibrationNumber) &&
+           UnitOfCaption(caption).empty();
+  }
+
+  /// The first column that can have values.
   [[nodiscard]] static std::size_t FirstOf(const TablePlace& place) {
     std::size_t first = 0;
-    while (place.serialColumn && (first == place.serialColumn || first == place.modelColumn)) {
+    while (place.IsAboutRows(first)) {
       ++first;
     }
     return first;
@@ -100,10 +115,12 @@ class PlaceFinder {
   /// Whether a line has a number after the serial number and the model of an instrument. The cells
   /// of those may be empty, and mean the instrument above.
   [[nodiscard]] static bool IsInstrumentRow(const DelimitedLine& line, const TablePlace& place) {
-    if (!place.serialColumn || !NumberIn(line.Cell(FirstOf(place)))) {
+    const bool hasNames = place.serialColumn || !place.headerColumns.empty();
+    if (!hasNames || !NumberIn(line.Cell(FirstOf(place)))) {
       return false;
     }
-    const std::string_view serial = line.Cell(*place.serialColumn);
+    const std::string_view serial =
+        place.serialColumn ? line.Cell(*place.serialColumn) : std::string_view();
     return serial.empty() || serial.find_first_of("0123456789") != std::string_view::npos;
   }
 
@@ -121,6 +138,23 @@ class PlaceFinder {
       return false;
     }
     return line.Cell(0).empty() ? texts == 0 : AreAlike(row, line, 0) && !KeyFieldOf(line.Cell(0));
+  }
+
+  /// Whether a line right between two rows is one whose point cannot be read: a spreadsheet may
+  /// have made a date of it. Without it, the table would end there.
+  [[nodiscard]] bool IsBetweenRows(const DelimitedLine& row, std::size_t index,
+                                   std::size_t width) const {
+    const DelimitedLine& line = lines_[index];
+    const auto hasNumber = [&] {
+      for (std::size_t column = 1; column < line.Width(); ++column) {
+        if (NumberIn(line.Cell(column))) {
+          return true;
+        }
+      }
+      return false;
+    };
+    return index + 1 < lines_.size() && line.Width() <= width && IsDataLine(lines_[index + 1]) &&
+           AreAlike(row, lines_[index + 1], 0) && !KeyFieldOf(line.Cell(0)) && hasNumber();
   }
 
   /// The lines of the table that begins with this one.
@@ -141,7 +175,8 @@ class PlaceFinder {
       }
       const bool isRow = i == first || IsDataLine(line) || IsInstrumentRow(line, place);
       const bool goesOn = blanks > 0 ? isRow && GoesOn(lines_[first], line, width, point)
-                                     : isRow || IsRowWithGaps(lines_[first], line, width);
+                                     : isRow || IsRowWithGaps(lines_[first], line, width) ||
+                                           IsBetweenRows(lines_[first], i, width);
       if (!goesOn) {
         break;
       }
@@ -173,6 +208,7 @@ class PlaceFinder {
     } else {
       place.serialColumn.reset();
       place.modelColumn.reset();
+      place.headerColumns.clear();
     }
   }
 
@@ -202,6 +238,11 @@ class PlaceFinder {
 };
 
 }  // namespace
+
+bool TablePlace::IsAboutRows(std::size_t column) const {
+  return column == serialColumn || column == modelColumn ||
+         std::ranges::find(headerColumns, column) != headerColumns.end();
+}
 
 std::vector<TablePlace> TablePlaces(const std::vector<DelimitedLine>& lines) {
   return PlaceFinder(lines).Run();

@@ -22,12 +22,17 @@ struct LineRange {
 };
 
 struct TablePlace {
-  LineRange head;                 ///< the lines after the table before it, without the captions
-  LineRange captions;             ///< one line, or one and the units below it; empty without any
-  std::vector<std::size_t> rows;  ///< the indexes of the rows' lines
+  LineRange head = {};      ///< the lines after the table before it, without the captions
+  LineRange captions = {};  ///< one line, or one and the units below it; empty without any
+  std::vector<std::size_t> rows = {};  ///< the indexes of the rows' lines
   /// The column with the serial number of the instrument that each row is about.
-  std::optional<std::size_t> serialColumn;
-  std::optional<std::size_t> modelColumn;  ///< and the one with its model
+  std::optional<std::size_t> serialColumn = {};
+  std::optional<std::size_t> modelColumn = {};  ///< and the one with its model
+  /// Columns with dates or certificate numbers, which are header fields.
+  std::vector<std::size_t> headerColumns = {};
+
+  /// Whether a column says what its rows are about, and has no values.
+  [[nodiscard]] bool IsAboutRows(std::size_t column) const;
 };
 
 /// The tables of the lines. Blank lines do not end a table if the rows after them have its columns,

@@ -7,19 +7,23 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "exchange/Certificate.h"
+#include "exchange/CsvPlaces.h"
 
 namespace tarvell {
 
 /// Finds out with which decimal sign the numbers of a CSV file are written. A number that only one
-/// sign fits decides for all: a file is written with one of them.
+/// sign fits decides for all: a file is written with one of them. Serial numbers, dates and remarks
+/// decide nothing, and a column that may be one of those decides only where no value has two
+/// readings.
 class CsvSign {
  public:
   /// `separator` is between the cells of the file.
   explicit CsvSign(char separator) : separator_(separator) {}
 
-  void Add(std::string_view number);
+  void Add(const std::vector<DelimitedLine>& lines, const TablePlace& table);
 
   /// The sign that the numbers show, or else the chosen one, or else the point.
   [[nodiscard]] DecimalSign Sign(std::optional<DecimalSign> chosen) const;
@@ -27,14 +31,23 @@ class CsvSign {
   [[nodiscard]] std::optional<ReadingQuestion> Question() const;
 
  private:
-  /// The only sign that fits, nothing if both do.
+  /// What the numbers of some columns show.
+  struct Numbers {
+    std::size_t unreadPoint = 0;
+    std::size_t unreadComma = 0;
+    std::optional<ReadingQuestion> first;  ///< about the first number of two readings
+
+    void Add(std::string_view number);
+  };
+
+  /// The only sign that fits these numbers, nothing if both do.
+  [[nodiscard]] std::optional<DecimalSign> DecidedBy(const Numbers& numbers) const;
   [[nodiscard]] std::optional<DecimalSign> Decided() const;
 
   char separator_;
-  std::size_t unreadPoint_ = 0;
-  std::size_t unreadComma_ = 0;
   bool hasComma_ = false;
-  std::optional<ReadingQuestion> first_;  ///< about the first number of two readings
+  Numbers values_;  ///< of columns that are surely points or values
+  Numbers others_;  ///< of columns of which that is not known
 };
 
 }  // namespace tarvell

@@ -3,6 +3,7 @@
 
 #include "exchange/DccCertificate.h"
 
+#include <algorithm>
 #include <pugixml.hpp>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "core/text/Text.h"
 #include "exchange/DccTables.h"
 #include "exchange/DccXml.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -34,26 +36,40 @@ std::string VersionOf(pugi::xml_node root) {
 }
 
 void TakeDate(pugi::xml_node node, const std::string& where, std::optional<FoundDate>& target,
-              Certificate& certificate) {
+              std::optional<FoundText>& unread) {
   const std::string text = TextOf(node);
   if (text.empty()) {
     return;
   }
-  if (const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst)) {
+  // A DCC has ISO dates only, so that no order of day and month has to be asked.
+  const bool isIso = text.find_first_not_of("0123456789") == 4;
+  const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
+  if (isIso && date) {
     target = FoundDate{*date, where};
   } else {
-    certificate.notes.push_back(Quoted(text) + " (" + where +
-                                ") is not used, because it is not a date.");
+    unread = FoundText{Shortened(text), where};
   }
+}
+
+bool NamesSerial(pugi::xml_node identification) {
+  const Names names = NamesOf(identification.child("dcc:name"));
+  return HasRefType(identification, "basic_serialNumber") ||
+         std::ranges::any_of(
+             names, [](const LocalText& name) { return NamesSerialNumber(Folded(name.text)); });
 }
 
 CertificateItem ItemOf(pugi::xml_node node) {
   CertificateItem item;
   item.name = NamesOf(node.child("dcc:name"));
   item.model = TextOf(node.child("dcc:model"));
+  bool isNamed = false;
   for (const pugi::xml_node id : node.child("dcc:identifications").children("dcc:identification")) {
-    if (TextOf(id.child("dcc:issuer")) == "manufacturer" && item.serialNumber.empty()) {
+    // A manufacturer may give an article number, too.
+    const bool isSerial = NamesSerial(id);
+    if (TextOf(id.child("dcc:issuer")) == "manufacturer" &&
+        (item.serialNumber.empty() || (isSerial && !isNamed))) {
       item.serialNumber = TextOf(id.child("dcc:value"));
+      isNamed = isSerial;
     }
   }
   return item;
@@ -66,13 +82,13 @@ void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
     header.calibrationNumber = FoundText{number, "unique identifier"};
   }
   TakeDate(core.child("dcc:beginPerformanceDate"), "begin of the calibration", header.calDate,
-           certificate);
+           header.unreadCalDate);
   TakeDate(core.child("dcc:endPerformanceDate"), "end of the calibration", header.calDate,
-           certificate);
+           header.unreadCalDate);
   for (const pugi::xml_node statement : data.child("dcc:statements").children("dcc:statement")) {
     if (HasRefType(statement, "basic_recalibration") && !header.dueDate) {
       TakeDate(statement.child("dcc:date"), "statement on recalibration", header.dueDate,
-               certificate);
+               header.unreadDueDate);
     }
   }
   for (const pugi::xml_node item : data.child("dcc:items").children("dcc:item")) {

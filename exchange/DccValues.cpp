@@ -4,6 +4,7 @@
 #include "exchange/DccValues.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <string_view>
 #include <utility>
@@ -48,6 +49,19 @@ std::string TextBelow(pugi::xml_node node, std::initializer_list<const char*> ol
   return text.empty() ? TextOf(Below(node, newer)) : text;
 }
 
+/// Keeps the coverage factor that is farthest from 2.
+void TakeFactor(std::string_view factors, Series& series) {
+  constexpr double kUsual = 2;
+  const auto distance = [](const std::string& factor) {
+    return std::abs(NumericValueOrInfinity(factor) - kUsual);
+  };
+  for (std::string& factor : WordsIn(factors)) {
+    if (series.coverageFactor.empty() || distance(factor) > distance(series.coverageFactor)) {
+      series.coverageFactor = std::move(factor);
+    }
+  }
+}
+
 WrittenValue ValueOf(std::string text, std::string unit) {
   const bool isNumber = ParseNumber(text).has_value();
   return {std::move(text), std::move(unit), isNumber};
@@ -67,6 +81,10 @@ std::string ReadList(pugi::xml_node list, Series& series, ValueCount& count) {
                         {"si:measurementUncertaintyUnivariateXMLList", "si:expandedMUXMLList",
                          "si:valueExpandedMUXMLList"}));
   count.Add(values.size());
+  TakeFactor(TextBelow(list, {"si:expandedUncXMLList", "si:coverageFactorXMLList"},
+                       {"si:measurementUncertaintyUnivariateXMLList", "si:expandedMUXMLList",
+                        "si:coverageFactorXMLList"}),
+             series);
   const std::string counts = " for " + std::to_string(values.size()) + " values";
   if (units.size() > 1 && units.size() != values.size()) {
     return "it has " + std::to_string(units.size()) + " units" + counts;
@@ -90,6 +108,10 @@ void AddSingle(pugi::xml_node single, Series& series) {
   const std::string uncertainty = Shortened(
       TextBelow(single, {"si:expandedUnc", "si:uncertainty"},
                 {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:valueExpandedMU"}));
+  TakeFactor(
+      TextBelow(single, {"si:expandedUnc", "si:coverageFactor"},
+                {"si:measurementUncertaintyUnivariate", "si:expandedMU", "si:coverageFactor"}),
+      series);
   AppendValue(ValueOf(Shortened(TextOf(single.child("si:value"))), unit),
               uncertainty.empty() ? std::nullopt : std::optional(ValueOf(uncertainty, unit)),
               series);

@@ -26,14 +26,14 @@ void HeaderDates::Store(Certificate& certificate) const {
   const std::optional<DateOrder> only = OnlyOrder();
   const DateOrder order = only ? *only : chosen_.value_or(DateOrder::DayFirst);
   bool isAsked = only.has_value();
+  CertificateHeader& header = certificate.header;
   for (const Written& written : dates_) {
     const std::optional<FileDate> date = DateFrom(written.text, order);
-    std::optional<FoundDate>& target =
-        written.isCalDate ? certificate.header.calDate : certificate.header.dueDate;
+    std::optional<FoundDate>& target = written.isCalDate ? header.calDate : header.dueDate;
     if (!date) {
-      certificate.notes.push_back(Quoted(written.text) + " (" + written.where +
-                                  ") is not used, because it is not a date with a day, a month "
-                                  "and a year of four digits.");
+      std::optional<FoundText>& unread =
+          written.isCalDate ? header.unreadCalDate : header.unreadDueDate;
+      unread = unread ? unread : FoundText{written.text, written.where};
       continue;
     }
     const std::optional<FileDate> dayFirst = DateFrom(written.text, DateOrder::DayFirst);

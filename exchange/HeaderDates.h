@@ -22,8 +22,8 @@ class HeaderDates {
   /// Adds the calibration date, or else the due date.
   void Add(bool isCalDate, std::string_view written, const std::string& where);
 
-  /// Puts the dates into the header, with a note for each text that is not a date, and a question
-  /// where the order is open. The first of two different dates is used, with a doubt.
+  /// Puts the dates into the header, with the texts that are not dates, and a question where the
+  /// order is open. The first of two different dates is used, with a doubt.
   void Store(Certificate& certificate) const;
 
  private:

@@ -13,6 +13,7 @@
 #include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
+#include "core/numbers/WrittenNumber.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -63,6 +64,7 @@ class HeaderPlanning {
       if (!target_.isSerialFixed) {
         (void)Text("Serial number", {item.serialNumber, item.where}, plan_.header.serialNumber);
         DoubtReading("Serial number", plan_.header.serialNumber);
+        DoubtExponent("serial number", {item.serialNumber, item.where});
       }
     }
   }
@@ -70,6 +72,8 @@ class HeaderPlanning {
   void TakeFields() {
     if (header_.calibrationNumber) {
       (void)Text("Calibration number", *header_.calibrationNumber, plan_.header.calibrationNumber);
+      DoubtExponent("calibration number", *header_.calibrationNumber);
+      DoubtNoDate();
     }
     if (header_.calDate) {
       Date("Calibration date", *header_.calDate, plan_.header.calDay, plan_.header.calMonth,
@@ -79,6 +83,8 @@ class HeaderPlanning {
       Date("Due date", *header_.dueDate, plan_.header.dueDay, plan_.header.dueMonth,
            plan_.header.dueYear);
     }
+    DoubtUnread("calibration date", header_.calDate, header_.unreadCalDate);
+    DoubtUnread("due date", header_.dueDate, header_.unreadDueDate);
     DoubtDueDate();
     if (header_.comment) {
       (void)Text("Comment", *header_.comment, plan_.header.comment);
@@ -88,20 +94,11 @@ class HeaderPlanning {
     }
   }
 
-  /// `items` are the instruments that the certificate names.
-  void DoubtSerials(const std::vector<CertificateItem>& items) {
-    const std::string& present = target_.now.header.serialNumber;
-    const bool isPresent =
-        std::ranges::find(items, present, &CertificateItem::serialNumber) != items.end();
-    if (items.size() < 2 || (isPresent && !present.empty())) {
-      return;
+  void DoubtSerials(const Certificate& certificate) {
+    if (const std::string names = SerialsToChooseFrom(target_, certificate); !names.empty()) {
+      plan_.doubts.push_back("The certificate names several serial numbers: " + names +
+                             ". Choose that of this instrument.");
     }
-    std::string names;
-    for (const CertificateItem& item : items) {
-      names += (names.empty() ? "" : ", ") + Quoted(item.serialNumber) + " (" + item.where + ")";
-    }
-    plan_.doubts.push_back("The certificate names several serial numbers: " + names +
-                           ". Choose that of this instrument.");
   }
 
   void TakeMember(PagePlan& page, const CertificateItem* member, const std::string& where) {
@@ -141,7 +138,59 @@ class HeaderPlanning {
     }
   }
 
+  /// Many laboratories leave the due date to the customer.
+  void NoteNoDueDate() {
+    if (header_.calDate && !header_.dueDate && !header_.unreadDueDate) {
+      const DraftHeader& now = target_.now.header;
+      plan_.notes.push_back("The certificate names no due date. It stays " +
+                            DateShown(now.dueDay, now.dueMonth, now.dueYear) + ".");
+    }
+  }
+
  private:
+  /// A spreadsheet writes a long number as one with an exponent, and drops digits of it.
+  void DoubtExponent(const std::string& name, const FoundText& found) {
+    const std::size_t e = found.text.find("E+");
+    const bool isShort = e != std::string::npos && found.text.find_first_of(".,") < e &&
+                         (PlainNumber(found.text, DecimalSign::Point) ||
+                          PlainNumber(found.text, DecimalSign::Comma));
+    if (isShort && !isUnchanged_) {
+      plan_.doubts.push_back("The " + name + " " + Quoted(found.text) + " (" + found.where +
+                             ") looks like a long number that a spreadsheet has shortened.");
+    }
+  }
+
+  /// The values would get the date of the calibration before. A table without header lines is for
+  /// the user to complete.
+  void DoubtNoDate() {
+    if (!header_.calDate && !header_.unreadCalDate) {
+      const DraftHeader& now = target_.now.header;
+      plan_.doubts.push_back(
+          "The certificate has a number, but no calibration date was found. It "
+          "stays " +
+          DateShown(now.calDay, now.calMonth, now.calYear) + ".");
+    }
+  }
+
+  /// A date that is left as it was looks like that of the certificate.
+  void DoubtUnread(const std::string& name, const std::optional<FoundDate>& date,
+                   const std::optional<FoundText>& unread) {
+    if (!unread) {
+      return;
+    }
+    const std::string text = Quoted(unread->text) + " (" + unread->where + ")";
+    const bool hasNumber = unread->text.find_first_of("0123456789") != std::string::npos;
+    if (date || !hasNumber) {
+      plan_.notes.push_back("The " + name + " " + text + " is not used, because it is not a date.");
+    } else {
+      plan_.doubts.push_back("The " + name + " " + text + " is not used, because " +
+                             (HasShortYear(unread->text)
+                                  ? "its year has two digits"
+                                  : "it is not a date with a day, a month and a year") +
+                             ". Enter the date after the import.");
+    }
+  }
+
   void DoubtDueDate() {
     // An unchanged export has the dates of its data set, which were entered so.
     if (isUnchanged_ || !header_.calDate || !header_.dueDate) {
@@ -240,7 +289,7 @@ void PlanHeader(const ImportTarget& target, const Certificate& certificate,
   } else {
     planning.TakeItem({});
   }
-  planning.DoubtSerials(InstrumentsOf(target, certificate));
+  planning.DoubtSerials(certificate);
   planning.TakeFields();
 }
 
@@ -260,6 +309,21 @@ bool HasSeveralInstruments(const ImportTarget& target, const Certificate& certif
   return InstrumentsOf(target, certificate).size() > 1;
 }
 
+std::string SerialsToChooseFrom(const ImportTarget& target, const Certificate& certificate) {
+  const std::vector<CertificateItem> items = InstrumentsOf(target, certificate);
+  const std::string& present = target.now.header.serialNumber;
+  const bool isPresent =
+      std::ranges::find(items, present, &CertificateItem::serialNumber) != items.end();
+  std::string names;
+  if (items.size() < 2 || (isPresent && !present.empty())) {
+    return names;
+  }
+  for (const CertificateItem& item : items) {
+    names += (names.empty() ? "" : ", ") + Quoted(item.serialNumber) + " (" + item.where + ")";
+  }
+  return names;
+}
+
 void PlanMembers(const ImportTarget& target, const Certificate& certificate,
                  const ImportChoices& choices, ImportPlan& plan) {
   HeaderPlanning planning(target, certificate, plan);
@@ -274,6 +338,9 @@ void PlanMembers(const ImportTarget& target, const Certificate& certificate,
         isItem ? member->where : certificate.tables.at(choice.tables.front()).where);
   }
   planning.TakeOption();
+  if (plan.HasValues()) {
+    planning.NoteNoDueDate();
+  }
 }
 
 }  // namespace tarvell

@@ -4,6 +4,7 @@
 #ifndef TARVELL_EXCHANGE_HEADERPLAN_H
 #define TARVELL_EXCHANGE_HEADERPLAN_H
 
+#include <string>
 #include <string_view>
 
 #include "exchange/ImportPlan.h"
@@ -20,6 +21,11 @@ namespace tarvell {
 /// Whether the certificate is about several instruments, apart from members of the set.
 [[nodiscard]] bool HasSeveralInstruments(const ImportTarget& target,
                                          const Certificate& certificate);
+
+/// The serial numbers of which one has to be chosen, with their places; "" if the certificate has
+/// only one, or has that of the editor.
+[[nodiscard]] std::string SerialsToChooseFrom(const ImportTarget& target,
+                                              const Certificate& certificate);
 
 /// Fills in the header fields of the plan, and the doubts about the instrument.
 void PlanHeader(const ImportTarget& target, const Certificate& certificate,

@@ -133,7 +133,11 @@ class Planning {
                                  choice.match, target_.language, certificate_.isUnchanged});
     AppendAll(plan_.doubts, planned.doubts);
     AppendAll(plan_.notes, planned.notes);
-    if (!planned.IsEmpty()) {
+    const bool isWithoutRows = joined.RowCount() == 0;
+    if (isWithoutRows) {
+      plan_.notes.push_back(where + "The exported table has no rows. Only the header goes in.");
+    }
+    if (isWithoutRows || !planned.IsEmpty()) {
       plan_.pages.push_back(std::move(planned));
     }
   }
@@ -250,6 +254,21 @@ std::size_t ImportPlan::Count(PastedRow::Change change) const {
 bool ImportPlan::HasPlace(bool missingRemoved) const {
   return std::ranges::all_of(pages,
                              [&](const PagePlan& page) { return page.HasPlace(missingRemoved); });
+}
+
+bool HasOnlyDefaults(const EditorState& now) {
+  if (now.pages.size() != 1) {
+    return false;
+  }
+  const DraftPage& page = now.pages.front();
+  for (std::size_t i = 0; i < page.rows.size(); ++i) {
+    const auto value = static_cast<std::int16_t>(page.rows[i].size() - 1);
+    const auto origin = page.origins.find({RowOf({i}), value});
+    if (origin == page.origins.end() || origin->second != Origin::Template) {
+      return false;
+    }
+  }
+  return !page.rows.empty();
 }
 
 ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate,

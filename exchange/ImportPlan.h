@@ -83,6 +83,9 @@ struct ImportPlan {
   [[nodiscard]] bool HasValues() const { return !pages.empty(); }
 };
 
+/// Whether nobody has entered any point of a sensor or attenuator: all are those of the template.
+[[nodiscard]] bool HasOnlyDefaults(const EditorState& now);
+
 /// Throws as PlanPage does.
 [[nodiscard]] ImportPlan PlanImport(const ImportTarget& target, const Certificate& certificate,
                                     const ImportChoices& choices);

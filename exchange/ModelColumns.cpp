@@ -3,6 +3,7 @@
 
 #include "exchange/ModelColumns.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/caldata/MemoryGrid.h"
@@ -19,17 +20,18 @@ using Words = std::span<const std::string_view>;
 // German joins words: the word "frequenz" does not find "messfrequenz".
 constexpr std::array<std::string_view, 6> kFrequency = {"freq",     "fréq",     "frec",
                                                         "messfreq", "prüffreq", "kalibrierfreq"};
-constexpr std::array<std::string_view, 11> kFactor = {
-    "factor", "faktor", "facteur",    "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
-    "kf",     "cf",     "efficiency", "wirkungs", "calibration"};
+constexpr std::array<std::string_view, 12> kFactor = {
+    "factor", "faktor", "facteur", "fattore",  "kalibrierfaktor", "kalibrierungsfaktor",
+    "kf",     "cf",     "cal fac", "cal. fac", "calfac",          "calibration"};
 constexpr std::array<std::string_view, 16> kNotFactor = {
     "reflect", "reflex", "réflex",   "gamma", "vswr",    "swr",    "magnitude", "phase",
     "rho",     "linear", "mismatch", "diss",  "verlust", "pertes", "pérdida",   "loss"};
 constexpr std::array<std::string_view, 11> kSetting = {
-    "setting",  "nominal", "nennwert", "nenndämpf", "sollwert", "einstell",
+    "setting",  "nominal", "nennwert", "nenndämpf", "soll",  "einstell",
     "position", "step",    "réglage",  "ajuste",    "impost"};
-constexpr std::array<std::string_view, 9> kNotSetting = {
-    "actual", "measured", "cal data", "messwert", "istwert", "mesur", "misur", "medid", "gemessen"};
+constexpr std::array<std::string_view, 11> kNotSetting = {
+    "ist [",   "ist (", "actual", "measured", "cal data", "messwert",
+    "istwert", "mesur", "misur",  "medid",    "gemessen"};
 constexpr std::array<std::string_view, 8> kAttenuation = {"cal data",     "attenuation", "dämpfung",
                                                           "einfügedämpf", "atténu",      "atenua",
                                                           "attenuaz",     "affaibl"};
@@ -49,11 +51,16 @@ constexpr std::array<std::string_view, 8> kResistance = {
 constexpr std::array<std::string_view, 8> kReactance = {"react",   "reakt",   "réact",   "reatt",
                                                         "suscept", "suszept", "suscett", "blind"};
 // Words that say of any quantity what kind of value it is, or that it is none.
-constexpr std::array<std::string_view, 8> kMeasured = {"measured", "actual", "messwert", "istwert",
-                                                       "gemessen", "mesur",  "misur",    "medid"};
-constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "sollwert",
+constexpr std::array<std::string_view, 10> kMeasured = {"measured", "actual", "messwert", "istwert",
+                                                        "ist [",    "ist (",  "gemessen", "mesur",
+                                                        "misur",    "medid"};
+constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "soll",
                                                       "setting", "setpoint", "einstell"};
-constexpr std::array<std::string_view, 49> kOther = {"deviation",
+constexpr std::array<std::string_view, 53> kOther = {"deviation",
+                                                     "correction",
+                                                     "korrektur",
+                                                     "correzione",
+                                                     "correcci",
                                                      "dev.",
                                                      "abweich",
                                                      "messabweich",
@@ -222,6 +229,14 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
   return columns;
 }
 
+bool NamesQuantity(std::string_view folded) {
+  constexpr std::array<Words, 12> kQuantities = {
+      kFrequency,   kFactor,      kNotFactor,  kSetting,    kAttenuation, kNotAttenuation,
+      kCapacitance, kDissipation, kCalibrated, kInductance, kReactance,   kResistance};
+  return NamesOther(folded) ||
+         std::ranges::any_of(kQuantities, [&](Words words) { return HasWord(folded, words); });
+}
+
 bool NamesMeasured(std::string_view folded) {
   return HasWord(folded, kMeasured);
 }
@@ -240,6 +255,16 @@ bool NamesUncertainty(std::string_view folded) {
 
 bool NamesStandard(std::string_view folded) {
   return HasWord(folded, kStandard);
+}
+
+std::string CoverageFactorIn(std::string_view folded) {
+  const std::size_t equals = std::min(folded.find('='), folded.size());
+  std::string_view rest = WithoutBlanks(folded.substr(std::min(equals + 1, folded.size())));
+  rest = rest.substr(0, rest.find_first_not_of("0123456789.,"));
+  const bool isFactor = WithoutBlanks(folded.substr(0, equals)).ends_with('k');
+  const std::optional<std::string> number = PlainNumber(
+      rest, rest.find(',') == std::string_view::npos ? DecimalSign::Point : DecimalSign::Comma);
+  return isFactor ? number.value_or("") : std::string();
 }
 
 bool NamesExpanded(std::string_view folded) {

@@ -55,6 +55,9 @@ struct ModelColumn {
 [[nodiscard]] std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
                                                     std::int16_t page);
 
+/// Whether a folded caption names a point, a value, or what else is measured.
+[[nodiscard]] bool NamesQuantity(std::string_view folded);
+
 /// Whether a folded caption names a measured value, whatever was measured.
 [[nodiscard]] bool NamesMeasured(std::string_view folded);
 
@@ -70,6 +73,10 @@ struct ModelColumn {
 
 /// Whether a folded caption says that an uncertainty is not the expanded one.
 [[nodiscard]] bool NamesStandard(std::string_view folded);
+
+/// The coverage factor that a folded caption names, as in "u (k=2)", with a decimal point; "" for
+/// none.
+[[nodiscard]] std::string CoverageFactorIn(std::string_view folded);
 
 /// Whether a folded caption says that an uncertainty is the expanded one.
 [[nodiscard]] bool NamesExpanded(std::string_view folded);

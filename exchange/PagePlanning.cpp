@@ -4,15 +4,20 @@
 #include "exchange/PagePlanning.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 #include "core/caldata/CellNotices.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
 namespace {
+
+/// More values that cannot be right are only counted: all have the same cause.
+constexpr std::size_t kNamedDoubts = 10;
 
 std::string ShownValue(const WrittenValue& value) {
   const std::string unit = ShownUnit(value.unit);
@@ -82,6 +87,8 @@ void PagePlanning::JudgeColumns() {
   DoubtCellsBesideTheCaptions();
   DoubtRepeatedValues();
   DoubtStandardUncertainties();
+  DoubtCoverageFactors();
+  DoubtUnnamedFactors();
 }
 
 const WrittenValue* PagePlanning::ValueAt(std::size_t row, std::size_t column) const {
@@ -190,6 +197,52 @@ void PagePlanning::DoubtStandardUncertainties() {
   }
 }
 
+void PagePlanning::DoubtCoverageFactors() {
+  constexpr double kLeast = 1.6;
+  constexpr double kMost = 2.6;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (!columns_[i].IsUncertainty() || !from) {
+      continue;
+    }
+    const CertificateColumn& column = source_.table.columns.at(from->column);
+    const std::string names = FoldedNames(column);
+    const std::string factor =
+        from->isUncertainty ? column.series.front().coverageFactor : CoverageFactorIn(names);
+    const double number = NumericValueOrInfinity(factor);
+    const bool isUsual = factor.empty() || (number >= kLeast && number <= kMost);
+    // A standard uncertainty is asked about anyway.
+    if (!isUsual && (from->isUncertainty || !NamesStandard(names))) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " has uncertainties with the coverage factor " + factor +
+                             ", and the table has those with about 2. They are taken as they "
+                             "are.");
+    }
+  }
+}
+
+void PagePlanning::DoubtUnnamedFactors() {
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const ModelColumn& column = columns_[i];
+    const bool isFactor =
+        column.role == ColumnRole::Value && column.unit.IsLike(Unit()) && column.unit.power == -2;
+    if (!isFactor || !source_.match.at(i)) {
+      continue;
+    }
+    const CertificateColumn& from = source_.table.columns.at(source_.match[i]->column);
+    const std::string name = FoldedNames(from);
+    const std::string kind = Folded(from.refType);
+    const bool hasName = std::ranges::any_of(
+        name + kind, [](unsigned char c) { return c > 0x7F || std::isalpha(c) != 0; });
+    const bool isNamed = HasWord(name, column.words) || HasWord(kind, column.words) ||
+                         NamesMeasured(name) || NamesMeasured(kind);
+    if (hasName && !isNamed) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+                             " is not named as a calibration factor. It is taken as one.");
+    }
+  }
+}
+
 std::string PagePlanning::NameOf(std::size_t column) const {
   return SourceName(source_.table, *source_.match.at(column), source_.language);
 }
@@ -234,14 +287,35 @@ std::string PagePlanning::Refusal(std::size_t row, const WrittenValue& value,
          (shown.empty() ? "there is no value" : Quoted(shown) + why) + ".";
 }
 
+void PagePlanning::DoubtValue(std::size_t row, std::size_t column, const std::string& why) {
+  if (why.empty() || source_.keepsTexts || ++doubtedValues_ > kNamedDoubts) {
+    return;
+  }
+  const std::string place =
+      (source_.table.rowLines.empty() ? "value " : "line ") + std::to_string(LineInFile(row));
+  plan_.doubts.push_back(Where() + PointName(row) + " (" + place +
+                         "): " + ShownValue(*ValueAt(row, column)) + " " + why + ".");
+}
+
+void PagePlanning::FinishDoubts() {
+  if (doubtedValues_ > kNamedDoubts) {
+    plan_.doubts.push_back(Where() + std::to_string(doubtedValues_ - kNamedDoubts) +
+                           " more values cannot be right for reasons like these.");
+  }
+}
+
 void PagePlanning::NoteIfRounded(std::size_t row, std::size_t column, const std::string& number,
                                  const std::string& stored) {
   if (IsRounded(number, stored)) {
-    const WrittenValue& value = *ValueAt(row, column);
-    const std::string converted = number == value.text ? "" : " (" + number + ")";
-    plan_.rounded.push_back(Where() + PointName(row) + ": " + ShownValue(value) + converted +
-                            " becomes " + stored + ".");
+    NoteRounded(row, column, number == ValueAt(row, column)->text ? "" : number, stored);
   }
+}
+
+void PagePlanning::NoteRounded(std::size_t row, std::size_t column, const std::string& converted,
+                               const std::string& stored) {
+  plan_.rounded.push_back(Where() + PointName(row) + ": " + ShownValue(*ValueAt(row, column)) +
+                          (converted.empty() ? "" : " (" + converted + ")") + " becomes " + stored +
+                          ".");
 }
 
 std::string PagePlanning::Store(Cell cell, const NumberToStore& number) const {

@@ -51,8 +51,21 @@ class PagePlanning {
   /// The line of the file. The rows of a DCC, which are in no lines, are counted.
   [[nodiscard]] std::size_t LineInFile(std::size_t row) const;
 
+  /// Whether a column of the table in per cent gets numbers that may be ratios.
+  [[nodiscard]] bool MayBeRatios(std::size_t column) const;
+
+  /// Asks about a value that cannot be right. `why` is the end of a sentence, "" for a value that
+  /// can. Those of an unchanged export were entered so.
+  void DoubtValue(std::size_t row, std::size_t column, const std::string& why);
+  /// Says how many more values such doubts are about.
+  void FinishDoubts();
+
   void NoteIfRounded(std::size_t row, std::size_t column, const std::string& number,
                      const std::string& stored);
+
+  /// Notes that a value was rounded; `converted` is the number that was, "" if it is the value's.
+  void NoteRounded(std::size_t row, std::size_t column, const std::string& converted,
+                   const std::string& stored);
 
   /// What a cell stores of a number.
   [[nodiscard]] std::string Store(Cell cell, const NumberToStore& number) const;
@@ -72,14 +85,17 @@ class PagePlanning {
   /// Numbers in a column after the captions may come from a comma that is both in the numbers and
   /// between them.
   void DoubtCellsBesideTheCaptions();
-  /// Whether a column of the table in per cent gets numbers that may be ratios.
-  [[nodiscard]] bool MayBeRatios(std::size_t column) const;
   /// One value for all rows may have been measured at one of them only.
   void DoubtRepeatedValues();
   void DoubtStandardUncertainties();
+  /// The expanded uncertainties of certificates have coverage factors of about 2.
+  void DoubtCoverageFactors();
+  /// Many quantities are in per cent, such as the effective efficiency of a sensor.
+  void DoubtUnnamedFactors();
   /// The source of a column as messages name it.
   [[nodiscard]] std::string NameOf(std::size_t column) const;
 
+  std::size_t doubtedValues_ = 0;
   std::vector<const std::vector<WrittenValue>*> values_;  ///< of each column, nullptr for none
 };
 

@@ -17,6 +17,7 @@
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
 #include "exchange/PagePlanning.h"
+#include "exchange/ValueLimits.h"
 
 namespace tarvell {
 
@@ -28,7 +29,14 @@ class PointRows : public PagePlanning {
 
   PagePlan Run() {
     JudgeColumns();
-    TakePoints();
+    if (source_.table.RowCount() == 0) {
+      for (const std::vector<std::string>& cells : source_.rows) {
+        plan_.rows.push_back({{PastedRow::Change::Missing, cells, cells}, {}});
+      }
+    } else {
+      TakePoints();
+      FinishDoubts();
+    }
     return std::move(plan_);
   }
 
@@ -134,12 +142,30 @@ class PointRows : public PagePlanning {
       }
       numbers.push_back(*number);
     }
+    DoubtImpossible(row, numbers);
     NoteRoundedPoint(row, numbers);
     std::string line;
     for (const std::string& number : numbers) {
       line += (line.empty() ? "" : "\t") + number;
     }
     return line;
+  }
+
+  void DoubtImpossible(std::size_t row, const std::vector<std::string>& numbers) {
+    const bool isSensor = columns_.front().role == ColumnRole::Frequency;
+    const std::size_t frequency = isSensor ? 0 : 1;
+    const double hertz =
+        NumericValueOrInfinity(Shifted(numbers.at(frequency), columns_.at(frequency).unit.power));
+    const double value = NumericValueOrInfinity(numbers.back());
+    DoubtValue(row, frequency, WhyNoFrequency(hertz));
+    if (isSensor) {
+      // Ratios are asked about already.
+      DoubtValue(row, 1, MayBeRatios(1) ? std::string() : WhyNoFactor(value));
+      return;
+    }
+    const double setting = NumericValueOrInfinity(numbers.front());
+    DoubtValue(row, 0, WhyNoSetting(setting));
+    DoubtValue(row, 2, WhyNoAttenuation(value, setting));
   }
 
   void NoteRoundedPoint(std::size_t row, const std::vector<std::string>& numbers) {

@@ -39,11 +39,22 @@ constexpr std::array<OtherKind, 6> kOtherKinds = {
       "The file is a certificate inside a signature. Take the certificate out of it "
       "with the program that checks the signature, then try again."}}};
 
-/// Whether the text begins with "<", after its byte order mark and blanks.
-bool IsXml(std::string_view bytes) {
-  constexpr std::size_t kBeginning = 256;
-  const DecodedText beginning = Decoded(bytes.substr(0, kBeginning));
-  return WithoutBlanks(beginning.text).starts_with('<');
+/// Throws a Type error for JSON, which would be read as lines of texts.
+void RefuseJson(std::string_view beginning) {
+  if (!WithoutBlanks(beginning).starts_with('{')) {
+    return;
+  }
+  const bool isExport = beginning.find("\"tarvell-data-set\"") != std::string::npos;
+  throw Error(ErrorKind::Type,
+              isExport ? "The file is a data set that was exported as JSON, for other programs. "
+                         "Export the data set as CSV, which can be imported again."
+                       : "The file is JSON, which is not a kind of certificate. Ask for the DCC "
+                         "file (XML) of this certificate, or for a table as CSV.");
+}
+
+/// Whether the text begins with "<" after blanks.
+bool IsXml(std::string_view beginning) {
+  return WithoutBlanks(beginning).starts_with('<');
 }
 
 }  // namespace
@@ -75,7 +86,10 @@ Certificate ReadCertificate(std::string_view bytes, const ReadingChoices& choice
   if (WithoutBlanks(bytes.substr(0, kCertificateLimit)).empty()) {
     throw Error(ErrorKind::Type, "The file is empty. Choose another file.");
   }
-  return IsXml(bytes) ? DccCertificate(bytes) : CsvCertificate(bytes, choices);
+  constexpr std::size_t kBeginning = 256;
+  const std::string beginning = Decoded(bytes.substr(0, kBeginning)).text;
+  RefuseJson(beginning);
+  return IsXml(beginning) ? DccCertificate(bytes) : CsvCertificate(bytes, choices);
 }
 
 }  // namespace tarvell

@@ -3,6 +3,7 @@
 
 #include "exchange/SetRows.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -16,6 +17,7 @@
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
 #include "exchange/PagePlanning.h"
+#include "exchange/ValueLimits.h"
 
 namespace tarvell {
 
@@ -25,6 +27,37 @@ namespace {
 std::string WithNumber(std::string_view cell, const std::string& number) {
   const CellParts parts = PartsOfCell(cell);
   return std::string(parts.before) + number + std::string(parts.after);
+}
+
+/// One unit of the last digit that a number is written with.
+double LastDigit(std::string_view number) {
+  constexpr double kLargest = 400;
+  const std::size_t end = std::min(number.find_first_of("Ee"), number.size());
+  const std::size_t point = std::min(number.substr(0, end).find('.'), end);
+  const double decimals = point == end ? 0 : static_cast<double>(end - point - 1);
+  const double exponent = end == number.size() ? 0 : NumericValueOrInfinity(number.substr(end + 1));
+  return std::pow(10, std::clamp(exponent, -kLargest, kLargest) - decimals);
+}
+
+/// Whether a cell with `stored`, which is `exact` rounded, no longer shows what is written. A
+/// number that was calculated nearly always has more digits than its cell.
+bool LosesDigits(std::string_view written, std::string_view exact, std::string_view stored) {
+  constexpr double kHalf = 0.5000001;
+  const double number = NumericValueOrInfinity(exact);
+  const double kept = NumericValueOrInfinity(PartsOfCell(stored).number);
+  const double lost = NumericValueOrInfinity(written) * (kept / number - 1);
+  return number != 0 && std::abs(lost) > kHalf * LastDigit(written);
+}
+
+/// A number that was calculated, with as many digits as a reader needs.
+std::string ShortNumber(const std::string& number) {
+  constexpr double kDigits = 5;
+  const double value = NumericValueOrInfinity(number);
+  if (value == 0) {
+    return number;
+  }
+  const double scale = std::pow(10, kDigits - 1 - std::floor(std::log10(std::abs(value))));
+  return ShortestText(RoundedTo15Digits(RoundedToWhole(value * scale) / scale));
 }
 
 class SetRows : public PagePlanning {
@@ -38,8 +71,6 @@ class SetRows : public PagePlanning {
   }
 
   [[nodiscard]] bool IsNear() const {
-    constexpr double kLess = 0.7;
-    constexpr double kMore = 1.4;
     if (columns_.front().role == ColumnRole::Member) {
       return true;
     }
@@ -48,8 +79,7 @@ class SetRows : public PagePlanning {
       const std::optional<NumberToStore> number = at ? NumberFor(row, {*at}, 1) : std::nullopt;
       if (number) {
         const double present = NumericValueOrInfinity(PartsOfCell(source_.rows[*at].at(1)).number);
-        const double ratio = NumericValueOrInfinity(number->number) / present;
-        return ratio > kLess && ratio < kMore;
+        return AreNear(NumericValueOrInfinity(number->number), present);
       }
     }
     return false;
@@ -72,6 +102,7 @@ class SetRows : public PagePlanning {
         TakeRow(row, {*at});
       }
     }
+    FinishDoubts();
     if (!unknown.empty()) {
       plan_.notes.push_back(Where() + "Not used, because the table has no such row: " + unknown +
                             ".");
@@ -116,9 +147,11 @@ class SetRows : public PagePlanning {
         Refuse(row, *value, " would be stored as " + Quoted(stored));
         continue;
       }
-      // A relative uncertainty that was calculated always has more decimals than its cell.
+      DoubtImpossible(row, cell, *number);
       if (IsWritten(*value, columns_[column])) {
         NoteIfRounded(row, column, number->number, stored);
+      } else if (LosesDigits(value->text, number->number, stored)) {
+        NoteRounded(row, column, ShortNumber(number->number) + " " + number->unit, stored);
       }
       planned.taken.push_back(cell.column);
       if (source_.keepsTexts && !IsRounded(number->number, stored)) {
@@ -130,6 +163,36 @@ class SetRows : public PagePlanning {
         text = stored;
       }
     }
+  }
+
+  void DoubtImpossible(std::size_t row, Cell cell, const NumberToStore& number) {
+    const auto column = static_cast<std::size_t>(cell.column);
+    const ModelColumn& of = columns_[column];
+    const std::string& present = source_.rows.at(IndexOf(cell.row).value).at(column);
+    const double value = NumericValueOrInfinity(number.number);
+    std::string why;
+    if (of.role == ColumnRole::Relative) {
+      const int power = UnitFrom(number.unit).value_or(Unit{.power = -2}).power;
+      why = WhyNoRelativeUncertainty(NumericValueOrInfinity(Shifted(number.number, power)));
+    } else if (of.role == ColumnRole::Uncertainty) {
+      why = WhyNoUncertainty(value);
+    } else if (of.needsName && of.role == ColumnRole::Value) {
+      why = WhyNoDissipation(value);
+    } else if (IsOfMember(column)) {
+      const double before = NumericValueOrInfinity(PartsOfCell(present).number);
+      why = before == 0 || AreNear(value, before) ? std::string()
+                                                  : "is not near " + present + " in the table";
+    }
+    DoubtValue(row, column, why);
+  }
+
+  /// Whether a column has the value of the capacitor or resistor itself, which is near its nominal
+  /// value. Its inductance or reactance may be anything.
+  [[nodiscard]] bool IsOfMember(std::size_t column) const {
+    const auto isValue = [](const ModelColumn& each) { return each.role == ColumnRole::Value; };
+    const auto first = std::ranges::find_if(columns_, isValue);
+    const bool isFirst = first - columns_.begin() == static_cast<std::ptrdiff_t>(column);
+    return isFirst && !UnitFrom("H")->IsLike(columns_[column].unit);
   }
 
   /// Whether a value is in a unit like that of its column, so that it needs no calculation.

@@ -22,22 +22,8 @@ constexpr std::size_t kNamedTexts = 40;
 constexpr std::size_t kLongestLine = 100;
 
 bool IsValue(std::string_view cell) {
-  return NumberIn(cell) || DateFrom(cell, DateOrder::DayFirst) ||
+  return NumberIn(cell) || HasShortYear(cell) || DateFrom(cell, DateOrder::DayFirst) ||
          DateFrom(cell, DateOrder::MonthFirst);
-}
-
-/// Whether a line has a number or a date, after a key in the same cell or in a cell of its own.
-bool HasValue(const DelimitedLine& line) {
-  if (line.Width() == 1) {
-    const std::string_view cell = line.Cell(0);
-    return IsValue(WithoutBlanks(cell.substr(std::min(cell.find(':') + 1, cell.size()))));
-  }
-  for (std::size_t column = 0; column < line.Width(); ++column) {
-    if (IsValue(line.Cell(column))) {
-      return true;
-    }
-  }
-  return false;
 }
 
 std::string TextOf(const DelimitedLine& line) {
@@ -51,8 +37,21 @@ std::string TextOf(const DelimitedLine& line) {
 
 }  // namespace
 
+bool UnusedLines::MayMatter(const DelimitedLine& line) {
+  if (line.Width() == 1) {
+    const std::string_view cell = line.Cell(0);
+    return IsValue(WithoutBlanks(cell.substr(std::min(cell.find(':') + 1, cell.size()))));
+  }
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    if (IsValue(line.Cell(column))) {
+      return true;
+    }
+  }
+  return false;
+}
+
 void UnusedLines::Add(const DelimitedLine& line) {
-  const bool mayMatter = HasValue(line);
+  const bool mayMatter = MayMatter(line);
   const std::string text = mayMatter ? TextOf(line) : std::string();
   if (!mayMatter || text.size() > kLongestLine) {
     texts_.push_back(line.number);

@@ -18,6 +18,9 @@ class UnusedLines {
  public:
   void Add(const DelimitedLine& line);
 
+  /// Whether a line has a number or a date, after a key in the same cell or in a cell of its own.
+  [[nodiscard]] static bool MayMatter(const DelimitedLine& line);
+
   /// A sentence for each line that may matter, then one about all the others.
   [[nodiscard]] std::vector<std::string> Sentences() const;
 

@@ -20,7 +20,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -47,6 +47,9 @@ constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"kalibrierdatum", KeyField::CalDate},
                                         {"datum der kalibrierung", KeyField::CalDate},
                                         {"kalibriert am", KeyField::CalDate},
+                                        {"kal.-datum", KeyField::CalDate},
+                                        {"kal.datum", KeyField::CalDate},
+                                        {"kal. datum", KeyField::CalDate},
                                         {"date d'étalonnage", KeyField::CalDate},
                                         {"date d\u2019étalonnage", KeyField::CalDate},
                                         {"date de l'étalonnage", KeyField::CalDate},
@@ -80,6 +83,10 @@ constexpr std::array<Key, 60> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"page", KeyField::Page},
                                         {"seite", KeyField::Page},
                                         {"datum", KeyField::CalDate, true}}};
+
+/// The certificate and the dates of a standard that was used are not those of the instrument.
+constexpr std::array<std::string_view, 8> kStandards = {
+    "reference", "referenz", "référence", "standard", "normal", "étalon ", "campione", "patrón"};
 
 /// A key is short; a sentence that holds one of the words is none.
 constexpr std::size_t kLongestKey = 40;
@@ -144,8 +151,11 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
                              ? folded == known.word || folded == std::string(known.word) + ":"
                              : FindWord(folded, known.word) != std::string_view::npos;
     if (isFound) {
-      const bool isDate = known.field == KeyField::CalibrationNumber && NamesDate(folded);
-      return isDate ? std::nullopt : std::optional(known.field);
+      const bool isNumber = known.field == KeyField::CalibrationNumber;
+      const bool isOfDate = known.field == KeyField::CalDate || known.field == KeyField::DueDate;
+      const bool isOther = (isNumber && NamesDate(folded)) ||
+                           ((isNumber || isOfDate) && HasWord(folded, kStandards));
+      return isOther ? std::nullopt : std::optional(known.field);
     }
   }
   return std::nullopt;
@@ -155,6 +165,21 @@ bool NamesSerialNumber(std::string_view folded) {
   constexpr std::array<std::string_view, 8> kWords = {
       "serial", "s/n", "seriennummer", "seriennr", "serien-n", "de série", "de serie", "matricola"};
   return folded.size() <= kLongestKey && HasWord(folded, kWords);
+}
+
+bool NamesNoValue(std::string_view folded) {
+  constexpr std::array<std::string_view, 13> kWhole = {
+      "no",   "no.", "nr",   "nr.",   "n\u00B0",  "#",   "pos",
+      "pos.", "id",  "item", "index", "lfd. nr.", "data"};
+  constexpr std::array<std::string_view, 31> kWords = {
+      "note",      "hinweis",   "anmerk",    "nota",    "operator", "bearbeiter",  "prüfer",
+      "opérat",    "operador",  "operatore", "name",    "nom ",     "time",        "uhrzeit",
+      "zeit",      "heure",     "hora",      "asset",   "invent",   "order",       "auftrag",
+      "lot",       "charge",    "batch",     "channel", "kanal",    "bezeichnung", "identif",
+      "prüfdatum", "messdatum", "ordine"};
+  return std::ranges::find(kWhole, folded) != kWhole.end() || HasWord(folded, kWords) ||
+         KeyFieldOf(folded).has_value() ||
+         (NamesDate(folded) && FindWord(folded, "data") == std::string_view::npos);
 }
 
 }  // namespace tarvell

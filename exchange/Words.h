@@ -47,6 +47,10 @@ enum class KeyField {
 /// Whether a folded caption of a column says that it has serial numbers. "Série 1" names a series.
 [[nodiscard]] bool NamesSerialNumber(std::string_view folded);
 
+/// Whether a folded caption of a column says that it has serial numbers, dates, remarks or names,
+/// not values.
+[[nodiscard]] bool NamesNoValue(std::string_view folded);
+
 }  // namespace tarvell
 
 #endif

@@ -13,13 +13,16 @@
 /// Dates as people and spreadsheets write them.
 namespace tarvell {
 
-/// Which comes first in "03/05/2026".
+/// Which comes first in "03/05/2026" and "03-05-2026".
 enum class DateOrder { DayFirst, MonthFirst };
 
-/// The existing day that `text` is: "2026-03-05", "20260305", "5.3.2026", "05-03-2026",
-/// "5 MAR 2026", "March 5, 2026", or with slashes in the given order. A time of day may follow the
-/// ISO form. Nothing for any other text, such as a year of two digits.
+/// The existing day that `text` is: "2026-03-05", "20260305", "5.3.2026",
+/// "5 MAR 2026", "Thursday, March 5th, 2026", or with slashes or hyphens in the given order. A time
+/// of day may follow the ISO form. Nothing for any other text, such as a year of two digits.
 [[nodiscard]] std::optional<FileDate> DateFrom(std::string_view text, DateOrder slashOrder);
+
+/// Whether `text` would be a date if its year had four digits: "05-Mar-26".
+[[nodiscard]] bool HasShortYear(std::string_view text);
 
 /// The date of a text such as "2026-02-31", even if no such day exists, and zeros for ""; nothing
 /// for any other text.

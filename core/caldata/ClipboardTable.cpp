@@ -83,17 +83,7 @@ bool BeginsLikeNumber(std::string_view cell) {
     cell.remove_prefix(kMinusSign.size());
   }
   const std::size_t first = cell.find_first_not_of("+-.,");
-  return first <= 2 && first != std::string_view::npos && cell[first] >= '0' && cell[first] <= '9';
-}
-
-/// A certificate may mark the reference point, as the data file does.
-std::string_view WithoutReferenceMark(std::string_view cell) {
-  for (const std::string_view mark : {"(REF.)", "(REF)"}) {
-    if (ToUpper(cell).ends_with(mark)) {
-      return WithoutBlanks(WithoutLast(cell, mark.size()));
-    }
-  }
-  return cell;
+  return first <= 2 && cell[first] >= '0' && cell[first] <= '9';
 }
 
 /// The words of a caption that may be units.
@@ -116,6 +106,15 @@ std::vector<std::string_view> WordsOf(std::string_view caption) {
 }
 
 }  // namespace
+
+std::string_view WithoutReferenceMark(std::string_view cell) {
+  for (const std::string_view mark : {"(REF.)", "(REF)"}) {
+    if (ToUpper(cell).ends_with(mark)) {
+      return WithoutBlanks(WithoutLast(cell, mark.size()));
+    }
+  }
+  return cell;
+}
 
 const TableUnit* FindUnit(std::string_view name) {
   const auto found = std::ranges::find_if(

@@ -43,6 +43,10 @@ struct TwoReadings {
 [[nodiscard]] std::optional<TwoReadings> ReadTwoWays(std::string_view text,
                                                      const PointColumns& columns);
 
+/// A cell without the "(Ref.)" at its end: a certificate may mark the reference point, as the data
+/// file does.
+[[nodiscard]] std::string_view WithoutReferenceMark(std::string_view cell);
+
 enum class Quantity { Frequency, Percent, Decibel, Other };
 
 struct TableUnit {

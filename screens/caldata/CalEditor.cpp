@@ -179,6 +179,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
       new CertificateFiles({.screen = this,
                             .grid = controls_.grid,
                             .menu = fileMenu_,
+                            .notices = controls_.notices,
                             .earlier = &curve_->Earlier(),
                             .model = modelNow,
                             .data = dataNow,
@@ -192,6 +193,7 @@ void CalEditor::SetUp(const Controls& controls, std::unique_ptr<CellEditor> cell
                                   // back.
                                   controls_.grid->setFocus();
                                 }});
+  connect(&history_, &QUndoStack::indexChanged, certificates_, &CertificateFiles::ForgetExport);
   OfferPrinting({.screen = this,
                  .menu = fileMenu_,
                  .header = controls_.header,

@@ -22,6 +22,7 @@
 #include "screens/caldata/ImportPreview.h"
 #include "screens/widgets/BusyPointer.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/UserSettings.h"
@@ -30,6 +31,9 @@
 namespace tarvell {
 
 namespace {
+
+/// The subject of a notice.
+constexpr const char* kExport = "export";
 
 constexpr const char* kImportFolder = "certificates/import-folder";
 
@@ -126,8 +130,15 @@ void CertificateFiles::Import(const QString& file) const {
 void CertificateFiles::Export() const {
   Guarded(editor_.screen, [&] {
     const EditorState now = editor_.contents();
-    ExportDataSet(editor_.screen, editor_.model(), editor_.data(), now);
+    const QString saved = ExportDataSet(editor_.screen, editor_.model(), editor_.data(), now);
+    if (!saved.isEmpty()) {
+      editor_.notices->Report(kExport, saved);
+    }
   });
+}
+
+void CertificateFiles::ForgetExport() const {
+  editor_.notices->Report(kExport, {});
 }
 
 }  // namespace tarvell

@@ -20,6 +20,7 @@ namespace tarvell {
 
 class CalGrid;
 class EarlierChoice;
+class NoticeLine;
 
 /// "Import..." and "Export..." of an editor, and the files that are dropped on its table. An import
 /// goes into the editor and not to the disk.
@@ -31,6 +32,7 @@ class CertificateFiles final : public QObject {
     QDialog* screen;
     CalGrid* grid;
     QMenu* menu;
+    NoticeLine* notices;
     const EarlierChoice* earlier;  ///< what the values are compared with
     std::function<const Model&()> model;
     std::function<const cifCaldata&()> data;
@@ -43,6 +45,9 @@ class CertificateFiles final : public QObject {
 
   /// The screen owns the object.
   explicit CertificateFiles(Editor editor);
+
+  /// Removes the notice about an export, which held other contents.
+  void ForgetExport() const;
 
  signals:
   /// These were dropped on the table.

@@ -36,7 +36,11 @@ void ColumnBoxes::Show(const std::vector<ModelColumn>& columns, const Certificat
     if (!isUsed) {
       continue;
     }
-    label->setText(ToQt(columns[i].caption));
+    // A set has several uncertainties.
+    label->setText(
+        columns[i].IsUncertainty()
+            ? QObject::tr("%1 of %2").arg(ToQt(columns[i].caption), ToQt(columns[i - 1].caption))
+            : ToQt(columns[i].caption));
     box->setAccessibleName(QObject::tr("Column for %1").arg(label->text()));
     if (std::ranges::find(choice.asked, i, &AskedColumn::column) != choice.asked.end()) {
       box->addItem(QObject::tr("(choose a column)"), kAsked);

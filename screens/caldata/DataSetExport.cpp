@@ -4,6 +4,7 @@
 #include "screens/caldata/DataSetExport.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 
 #include <array>
@@ -29,8 +30,8 @@ QString Tr(const char* text) {
 
 }  // namespace
 
-void ExportDataSet(QWidget* owner, const Model& model, const cifCaldata& data,
-                   const EditorState& state) {
+QString ExportDataSet(QWidget* owner, const Model& model, const cifCaldata& data,
+                      const EditorState& state) {
   cFileDialog dialog;
   dialog.SetCaption(Tr("Export the calibration data"));
   dialog.SetFilter(Tr("CSV for spreadsheets|*.csv|JSON for programs|*.json"));
@@ -38,13 +39,14 @@ void ExportDataSet(QWidget* owner, const Model& model, const cifCaldata& data,
   dialog.SetFileName(ToQt(model.code) + " " + ToQt(state.header.serialNumber) + ".csv");
   dialog.SetOwnerWnd(owner);
   if (!dialog.ShowSave()) {
-    return;
+    return {};
   }
   const QString file = dialog.FileName();
   Remember(kFolder, QFileInfo(file).path());
   const bool isJson = file.endsWith(".json", Qt::CaseInsensitive);
   const std::string bytes = isJson ? JsonOf(model, data, state) : CsvOf(model, data, state);
   SaveExport(SystemPath(file), bytes, std::array{gCalibrationDir, gStationDir});
+  return Tr("Saved as %1.").arg(QDir::toNativeSeparators(file));
 }
 
 }  // namespace tarvell

@@ -6,6 +6,7 @@
 #include "ui_ImportPreview.h"
 
 #include <QSignalBlocker>
+#include <QTabBar>
 
 #include <algorithm>
 #include <utility>
@@ -18,9 +19,12 @@
 #include "screens/caldata/EarlierChoice.h"
 #include "screens/caldata/ImportNotes.h"
 #include "screens/caldata/PlannedTables.h"
+#include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
+#include "screens/widgets/Handbook.h"
 #include "screens/widgets/LongTexts.h"
+#include "screens/widgets/OutlinedBoxes.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 #include "screens/widgets/UserSettings.h"
@@ -76,6 +80,11 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
   for (QComboBox* box : ui_->choices->findChildren<QComboBox*>()) {
     ShowLongTexts(box);
   }
+  for (QLabel* label : ui_->choices->findChildren<QLabel*>()) {
+    // The toolkit measures a text without the gap that its underlined letter makes.
+    label->setMinimumWidth(label->sizeHint().width() + label->fontMetrics().averageCharWidth());
+  }
+  OutlineCheckBoxes(this);
   Propose();
   ShowQuestions();
   ShowItems();
@@ -83,7 +92,9 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
   ShowTables();
   ConnectControls();
   FitToDisplay(this);
+  OfferHandbook(this, chapter::kImporting);
   MakeScrollable(ui_->choices);
+  GiveKeys();
   ShareRoom();
   EnterPressesFocusedButton(this);
   Plan();
@@ -93,6 +104,26 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
 }
 
 ImportPreview::~ImportPreview() = default;
+
+void ImportPreview::GiveKeys() {
+  QTabBar* tabs = ui_->tabs->tabBar();
+  tabs->setAccessibleName(tr("What is shown"));
+  tabs->setAccessibleDescription(tr("Chooses the values or the header."));
+  // As a proxy, the tabs would have two places in the order of Tab, and never lead on.
+  ui_->tabs->setFocusProxy(nullptr);
+  ui_->tabs->setFocusPolicy(Qt::NoFocus);
+  tabs->setFocusPolicy(Qt::TabFocus);
+  setTabOrder(ui_->cmbColumn4, tabs);
+  setTabOrder(tabs, ui_->tblRows);
+  GiveAltKey(tabs, Qt::Key_W);
+  GiveAltKey(ui_->tblRows, Qt::Key_T);
+  GiveAltKey(ui_->tblHeader, Qt::Key_E);
+  GiveAltKey(ui_->txtNotes, Qt::Key_O);
+  int digit = Qt::Key_1;
+  for (const ColumnBoxes::Box& box : columnBoxes_.All()) {
+    GiveAltKey(box.second, static_cast<Qt::Key>(digit++));
+  }
+}
 
 void ImportPreview::ConnectControls() {
   for (QComboBox* box : {ui_->cmbSign, ui_->cmbDates}) {
@@ -142,7 +173,9 @@ void ImportPreview::ShareRoom() {
     ui_->splitter->setSizes({remembered[0], remembered[1]});
   } else {
     // The boxes get the room that their texts need, but the table needs more.
-    const int choices = std::min(ui_->choices->sizeHint().width(), width() * 2 / 5);
+    const int choices = std::max(std::min(ui_->choices->sizeHint().width(), width() * 2 / 5),
+                                 ui_->choices->minimumSizeHint().width()) +
+                        fontMetrics().height();  // the splitter and the margins take some of it
     ui_->splitter->setSizes({choices, width() - choices});
   }
   connect(ui_->splitter, &QSplitter::splitterMoved, this, [this] {
@@ -154,6 +187,12 @@ void ImportPreview::ShareRoom() {
       Remember(kSizes, movedTo_);
     }
   });
+}
+
+void ImportPreview::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  // Before it is shown, the table does not know its height.
+  ScrollRows();
 }
 
 // --- What the user chooses
@@ -309,15 +348,19 @@ void ImportPreview::Plan() {
       [this](const Error& error) { error_ = ToQt(error.what()); });
   ForgetAnswers();
   const std::size_t missing = plan_.Count(Change::Missing);
-  ui_->chkRemove->setText(
-      missing == 1 ? tr("&Remove the point that the certificate does not have")
-                   : tr("&Remove the %1 points that the certificate does not have").arg(missing));
+  const QString points = HasOnlyDefaults(target_.now)
+                             ? missing == 1 ? tr("point of the template")
+                                            : tr("%1 points of the template").arg(missing)
+                         : missing == 1 ? tr("point")
+                                        : tr("%1 points").arg(missing);
+  ui_->chkRemove->setText(tr("&Remove the %1 that the certificate does not have").arg(points));
   ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
   ui_->chkConfirm->setVisible(!plan_.doubts.empty());
   Judge();
   ShowSummary();
   ShowPlannedHeader(ui_->tblHeader, plan_.fields);
   ShowRows();
+  ScrollRows();
   ShowNotes();
   ShowButtons();
 }
@@ -333,15 +376,15 @@ void ImportPreview::ForgetAnswers() {
   }
   const bool areOtherDoubts = std::exchange(askedDoubts_, plan_.doubts) != plan_.doubts;
   const bool areOtherPoints = std::exchange(askedPoints_, points) != points;
-  const auto untick = [](QCheckBox* box) {
+  const auto set = [](QCheckBox* box, bool isTicked) {
     const QSignalBlocker noPlanYet(box);
-    box->setChecked(false);
+    box->setChecked(isTicked);
   };
   if (areOtherDoubts) {
-    untick(ui_->chkConfirm);
+    set(ui_->chkConfirm, false);
   }
   if (areOtherPoints) {
-    untick(ui_->chkRemove);
+    set(ui_->chkRemove, HasOnlyDefaults(target_.now));
   }
 }
 
@@ -387,6 +430,12 @@ void ImportPreview::ShowRows() {
     page.marks = judged_.at(page_).slips.marks;
   }
   ShowPlannedRows(ui_->tblRows, page);
+}
+
+void ImportPreview::ScrollRows() {
+  if (const PagePlan* plan = ShownPlan()) {
+    ScrollToChange(ui_->tblRows, *plan);
+  }
 }
 
 void ImportPreview::ShowNotes() {

@@ -45,7 +45,12 @@ class ImportPreview final : public QDialog {
   /// What the editor shows after the import.
   [[nodiscard]] EditorState After() const;
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
+  /// Gives each control without a caption an Alt key, and the tabs their place in the order of Tab.
+  void GiveKeys();
   void ConnectControls();
   /// Divides the room between the choices and the tables as last time, or as the boxes need it.
   void ShareRoom();
@@ -65,12 +70,14 @@ class ImportPreview final : public QDialog {
 
   /// Plans the import again and shows the plan.
   void Plan();
-  /// Unticks the boxes whose tick was about something else.
+  /// Unticks the boxes whose tick was about something else. Points that nobody has entered are
+  /// removed unless the user says otherwise.
   void ForgetAnswers();
   /// Finds the values that may be slips of typing.
   void Judge();
   void ShowSummary();
   void ShowRows();
+  void ScrollRows();
   void ShowNotes();
   void ShowButtons();
 

@@ -20,6 +20,7 @@
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Handbook.h"
+#include "screens/widgets/OutlinedBoxes.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/ScreenSize.h"
 
@@ -48,6 +49,7 @@ PastePreview::PastePreview(PastedTable table, const QStringList& captions, QWidg
   connect(ui_->chkRemove, &QCheckBox::toggled, this, &PastePreview::chkRemove_Toggled);
   connect(ui_->btnOk, &QPushButton::clicked, this, &PastePreview::accept);
   connect(ui_->btnCancel, &QPushButton::clicked, this, &PastePreview::reject);
+  OutlineCheckBoxes(this);
   FitToDisplay(this);
   OfferHandbook(this, chapter::kPastedTables);
   GiveAltKey(ui_->tblPreview, Qt::Key_T);

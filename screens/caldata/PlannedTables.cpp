@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QTableWidgetItem>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -101,6 +102,16 @@ void ShowPlannedRows(QTableWidget* table, const ShownPage& page) {
     const bool isRemoved = planned.row.change == Change::Missing && page.removesMissing;
     ShowRow(table, row++, planned, isRemoved ? kCaptionRow : next, page.marks);
     next = isRemoved ? next : next + 1;
+  }
+}
+
+void ScrollToChange(QTableWidget* table, const PagePlan& plan) {
+  const auto changed = std::ranges::find_if(plan.rows, [](const PlannedRow& planned) {
+    return planned.row.change == Change::Updated || planned.row.change == Change::Added;
+  });
+  if (changed != plan.rows.end()) {
+    table->scrollToItem(table->item(static_cast<int>(changed - plan.rows.begin()), 0),
+                        QAbstractItemView::PositionAtCenter);
   }
 }
 

@@ -31,6 +31,9 @@ struct ShownPage {
 /// Shows what happens to each row of a page.
 void ShowPlannedRows(QTableWidget* table, const ShownPage& page);
 
+/// Shows the first row that changes, and rows before it.
+void ScrollToChange(QTableWidget* table, const PagePlan& plan);
+
 }  // namespace tarvell
 
 #endif

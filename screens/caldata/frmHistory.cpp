@@ -130,8 +130,12 @@ void frmHistory::Export() {
       throw Error(ErrorKind::Index, "Nothing was exported. Select one version.");
     }
     const OpenedDataSet version = OpenVersion(*subject_.model, At(rows[0]).header);
-    ExportDataSet(this, *subject_.model, *version.data, StateOf(*subject_.model, *version.data));
-    QStringList notices;
+    const QString saved = ExportDataSet(this, *subject_.model, *version.data,
+                                        StateOf(*subject_.model, *version.data));
+    if (saved.isEmpty()) {
+      return;
+    }
+    QStringList notices = {saved};
     for (const std::string& notice : version.notices) {
       notices << ToQt(notice);
     }
@@ -194,10 +198,10 @@ void frmHistory::ShowSelected() {
   shown_.clear();
   QStringList headers;
   if (rows.size() == 1 || rows.size() == 2) {
-    // The earlier one first.
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-      headers << HeaderText(At(*row));
-      shown_.push_back(Read(At(*row)));
+    const std::vector<int> earlierFirst(rows.rbegin(), rows.rend());
+    for (const int row : earlierFirst) {
+      headers << HeaderText(At(row));
+      shown_.push_back(Read(At(row)));
       if (!shown_.back().notice.empty()) {
         ui_->notices->Report(kVersion, ToQt(shown_.back().notice));
       }

@@ -19,6 +19,7 @@ inline constexpr const char* kFirstStart = "first-start";
 inline constexpr const char* kCalibrationData = "calibration-data";
 inline constexpr const char* kSingleTables = "sensors-and-attenuators";
 inline constexpr const char* kPastedTables = "a-table-from-a-certificate";
+inline constexpr const char* kImporting = "importing-a-certificate";
 inline constexpr const char* kSets = "capacitor-and-resistor-sets";
 inline constexpr const char* kHistory = "history";
 inline constexpr const char* kStations = "stations";

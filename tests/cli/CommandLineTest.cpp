@@ -361,7 +361,13 @@ TEST_F(ImportCommand, SavesNothingThatTheCertificateDoesNotSay) {
             "--calibrated",
             {"--calibrated", "2026-03-05"}},
            {With(kCertificate, "Nächste Kalibrierung", "Etwas"), "--due", {"--due", "2027-03-05"}},
-           {With(kCertificate, "Seriennummer", "Etwas"), "--serial", {"--serial", "3318A12345"}}}) {
+           {With(kCertificate, "05.03.2026", "05-Mar-26"),
+            "\"05-Mar-26\" (line 4) cannot be read. Give it with --calibrated.",
+            {"--calibrated", "2026-03-05"}},
+           {With(kCertificate, "Seriennummer", "Etwas"), "--serial", {"--serial", "3318A12345"}},
+           {With(kCertificate, "Typ", "Serial number;B\r\nTyp"),
+            "\"B\" (line 2), \"3318A12345\" (line 4). Give that of this instrument with --serial.",
+            {"--serial", "3318A12345"}}}) {
     EXPECT_EQ(Import(certificate), kCouldNotLook) << reported;
     EXPECT_TRUE(Reported(reported)) << console_.err;
     EXPECT_FALSE(HasSaved()) << reported;
@@ -443,6 +449,12 @@ TEST_F(ImportCommand, TakesASetWithoutAllItsValuesOnlyIfItIsSure) {
     EXPECT_EQ(tree_.Read(path),
               test::ReadNative(examples / "expected" / std::filesystem::path(file).stem()));
   }
+}
+
+TEST_F(ImportCommand, SaysThatAnExportAsJsonIsNotImported) {
+  EXPECT_EQ(Import("{\n  \"format\": \"tarvell-data-set\",\n  \"version\": 1\n}\n"), kCouldNotLook);
+  EXPECT_TRUE(Reported("exported as JSON, for other programs. Export the data set as CSV"))
+      << console_.err;
 }
 
 TEST_F(ImportCommand, NamesTheModelsThatItKnows) {

@@ -89,6 +89,8 @@ INSTANTIATE_TEST_SUITE_P(
         Captions{"PX11A", 0, "f [MHz];Cal Factor;RH [%]", "0 1"},
         Captions{"PX11A", 0, "f [MHz];Coverage factor;Cal Factor;U95 [%]", "0 2"},
         Captions{"PX11A", 0, "f [MHz];Humidity [%];Limit [%]", "0 -"},
+        Captions{"PX60G", 0, "Soll [dB];f [MHz];Ist [dB];Korrektur [dB]"},
+        Captions{"PX60G", 0, "Nominal [dB];f [MHz];Correction [dB]", "0 1 -"},
         Captions{"PX60G", 0, "Setting;Frequency (MHz);Attenuation (dB)"}));
 
 TEST(ColumnMatch, TheKindOfADccColumnSaysWhetherItIsNominal) {

@@ -72,6 +72,19 @@ TEST(CsvCertificate, ANumberOfOneReadingDecidesForAllOthers) {
   EXPECT_TRUE(Read("MHz;%\n1,234;98.5\n").questions.empty());
 }
 
+TEST(CsvCertificate, AColumnThatHoldsNoValuesDoesNotDecideHowTheValuesAreRead) {
+  for (const std::string_view caption :
+       {"Inventory no.", "Kalibriert am", "Remark", "Nr.", "Date", "Beleg"}) {
+    const Certificate read =
+        Read("f [MHz];KF [%];" + std::string(caption) + "\n1,500;98;03.2026\n");
+    ASSERT_EQ(read.questions.size(), 1U) << caption;
+    EXPECT_EQ(read.questions[0].written, "1,500");
+  }
+  EXPECT_TRUE(Read("f [MHz];KF [%];Gamma\n1,500;98;0.01\n").questions.empty()) << "a quantity";
+  EXPECT_EQ(Column(Read("f [MHz];Ergebnis\n1000;98,5\n"), 1), Texts{"98.5"})
+      << "a column that can be the value, where no other number has two readings";
+}
+
 TEST(CsvCertificate, ADateOfTwoOrdersIsAskedForUnlessAnotherDateShowsTheOrder) {
   const std::string cal = "Calibration date;03/05/2026\n";
   const Certificate open = Read(cal);
@@ -102,15 +115,14 @@ TEST(CsvCertificate, TwoDatesOfOneEventAreADoubt) {
                                "used, and 2026-03-06 (line 2)."});
 }
 
-TEST(CsvCertificate, WhatIsNotUsedIsNoted) {
+TEST(CsvCertificate, ATextThatIsNotADateIsKeptForTheUser) {
   const Certificate read =
       Read("Some Laboratory\nCalibration date;5.3.26\nDue;31.2.2027\n\n50;98\n");
-  EXPECT_EQ(read.notes,
-            (Texts{"\"5.3.26\" (line 2) is not used, because it is not a date with a day, a month "
-                   "and a year of four digits.",
-                   "\"31.2.2027\" (line 3) is not used, because it is not a date with a day, a "
-                   "month and a year of four digits.",
-                   "Text that no field takes is not used: line 1."}));
+  EXPECT_FALSE(read.header.calDate);
+  EXPECT_EQ(read.header.unreadCalDate->text + ", " + read.header.unreadCalDate->where,
+            "5.3.26, line 2");
+  EXPECT_EQ(read.header.unreadDueDate->text, "31.2.2027");
+  EXPECT_EQ(read.notes, Texts{"Text that no field takes is not used: line 1."});
 }
 
 TEST(CsvCertificate, LinesWithNumbersOrDatesAreQuotedAndOtherTextIsCountedUp) {
@@ -130,6 +142,12 @@ TEST(CsvCertificate, ARowWithoutAValueOrAPointDoesNotEndATable) {
   EXPECT_EQ(Column(read, 1), (Texts{"", "98 %", "", "97 %", "n/a", "96 %"}));
   const Certificate members = Read("Member;Nominal;R\nA;1 Ω;2 Ω\nB;1 Ω;\nC;1 Ω;n/a\nPage 2\n");
   EXPECT_EQ(Column(members, 0), (Texts{"A", "B", "C"}));
+}
+
+TEST(CsvCertificate, ARowWhosePointBecameADateDoesNotEndATable) {
+  const Certificate read = Read("f [GHz];KF [%]\n1,2;98\n01. Mai;97\n1,8;96\nMean;97\nEnd;1\n");
+  ASSERT_EQ(read.tables.size(), 1U);
+  EXPECT_EQ(Column(read, 0), (Texts{"1.2 GHz", "01. Mai", "1.8 GHz"}));
 }
 
 TEST(CsvCertificate, BlankLinesDoNotEndATable) {
@@ -190,6 +208,60 @@ TEST(CsvCertificate, RowsThatNameTheirInstrumentAreTablesOfTheirOwn) {
             (Texts{"A1 M: 50", "A2 : 50"}));
 }
 
+TEST(CsvCertificate, ColumnsOfDatesAndCertificateNumbersFillTheHeader) {
+  const Certificate read = Read(
+      "Serial no.;Cal date;Due date;Certificate;Frequency [MHz];KF [%]\n"
+      "A1;5.3.2026;5.3.2027;C 1;50;98\n;;5.3.2027;;60;97\n");
+  EXPECT_EQ(Instruments(read), Texts{"A1 : 50 60"});
+  EXPECT_EQ(IsoDate(read.header.calDate->date) + ", " + read.header.calDate->where,
+            "2026-03-05, line 2");
+  EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(read.header.calibrationNumber->text, "C 1");
+  EXPECT_EQ(read.tables.at(0).columns.size(), 2U) << "nothing else is left in the table";
+  const Certificate without = Read("Due date;f [MHz];KF [%]\n5.3.2027;50;98\n6.3.2027;60;97\n");
+  EXPECT_FALSE(without.header.dueDate);
+  EXPECT_EQ(Column(without, 1), (Texts{"98 %", "97 %"}));
+  EXPECT_EQ(without.notes,
+            Texts{"The column \"Due date\" (line 1) is not used, because it has several values."});
+}
+
+TEST(CsvCertificate, AListOfTheStandardsThatWereUsedSaysNothingAboutTheInstrument) {
+  const std::string results = "\nf [MHz];KF [%]\n50;98\n";
+  const Certificate texts = Read(
+      "Standard used;Serial number;Certificate;Cal due\nPower meter;GB123;C-77;2026-12-31\n"
+      "Reference standard cal due;2026-12-31\n" +
+      results);
+  EXPECT_TRUE(texts.items.empty());
+  EXPECT_FALSE(texts.header.calibrationNumber);
+  EXPECT_FALSE(texts.header.dueDate);
+  const Certificate counted =
+      Read("No.;Equipment;Certificate;Cal due\n1;Power meter;C-77;2026-12-31\n" + results);
+  EXPECT_FALSE(counted.header.calibrationNumber);
+  EXPECT_FALSE(counted.header.dueDate);
+}
+
+TEST(CsvCertificate, SeveralKeysMayBeInOneLine) {
+  const Certificate read =
+      Read("Date of calibration: 2026-03-05;;Due: 2027-03-05;Serial no.:;A1\n\nMHz;%\n50;98\n");
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(read.items.at(0).serialNumber, "A1");
+  const Certificate beside = Read(
+      "Cal date:;March 5, 2026;Cal due:;March 5, 2027\nTemperature:;23.0 °C;Humidity:;45 %\n\n"
+      "MHz;%\n50;98\n");
+  EXPECT_EQ(IsoDate(beside.header.calDate->date), "2026-03-05");
+  EXPECT_EQ(IsoDate(beside.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(beside.tables.size(), 1U) << "the next line has no captions above it";
+}
+
+TEST(CsvCertificate, TheTitleOfATableIsUsed) {
+  EXPECT_EQ(
+      Read("Laboratory\nRT521A\n\nMHz;%\n50;98\n\nRT522A\nMember serial;M\nMHz;%\n1;2\n").notes,
+      Texts{"Text that no field takes is not used: line 1."});
+  EXPECT_EQ(Read("RT521A\nPage;RT522A\nMHz;%\n50;98\nEnd\n").notes,
+            Texts{"Text that no field takes is not used: lines 1, 5."});
+}
+
 TEST(CsvCertificate, ANumberOfTheRowOrOfASeriesIsNoSerialNumber) {
   for (const std::string_view column :
        {"Serial no.;f;KF\n1;50;98\n2;60;97\n", "Série;f;KF\nA1;50;98\nA1;60;97\nA2;70;96\n"}) {
@@ -248,16 +320,55 @@ TEST(CsvCertificate, BytesThatAreNotTextAreRefused) {
 }
 
 TEST(WrittenDate, ReadsTheFormsThatPeopleWrite) {
-  for (const std::string_view text :
-       {"2026-03-05", "20260305", "2026/3/5", "2026-03-05T23:00:00Z", "2026-03-05Z",
-        "2026-03-05+01:00", "5.3.2026", "05. 03. 2026", "5-3-2026", "5/3/2026", "5 MAR 2026",
-        "05-Mar-2026", "March 5, 2026", "5. M\u00E4rz 2026", "5 mars 2026"}) {
+  for (const std::string_view text : {"2026-03-05",
+                                      "20260305",
+                                      "2026/3/5",
+                                      "2026-03-05T23:00:00Z",
+                                      "2026-03-05Z",
+                                      "2026-03-05+01:00",
+                                      "5.3.2026",
+                                      "05. 03. 2026",
+                                      "5-3-2026",
+                                      "5/3/2026",
+                                      "5 MAR 2026",
+                                      "05-Mar-2026",
+                                      "March 5, 2026",
+                                      "5. M\u00E4rz 2026",
+                                      "5 mars 2026",
+                                      "5 marzo 2026",
+                                      "5 de marzo de 2026",
+                                      "March 5th, 2026",
+                                      "Thursday, 5 March 2026",
+                                      "Thu 5/3/2026",
+                                      "Donnerstag, 5. M\u00E4rz 2026",
+                                      "Do, 05.03.2026",
+                                      "gioved\u00EC 5 marzo 2026"}) {
     const std::optional<FileDate> date = DateFrom(text, DateOrder::DayFirst);
     EXPECT_EQ(date ? IsoDate(*date) : "none", "2026-03-05") << text;
   }
   for (const std::string_view text :
        {"", "5.3.26", "29.2.2026", "5 MARCH", "12345678", "a/b/2026"}) {
     EXPECT_FALSE(DateFrom(text, DateOrder::DayFirst)) << text;
+  }
+}
+
+TEST(WrittenDate, AMonthAndADayMayBeginAlike) {
+  EXPECT_EQ(DateFrom("Mar 5, 2026", DateOrder::DayFirst)->month, 3);
+  EXPECT_EQ(DateFrom("mar. 5 mai 2026", DateOrder::DayFirst)->month, 5);
+  EXPECT_EQ(DateFrom("1er mai 2026", DateOrder::DayFirst)->day, 1);
+}
+
+TEST(WrittenDate, NumbersBetweenHyphensHaveTheGivenOrder) {
+  EXPECT_EQ(DateFrom("03-05-2026", DateOrder::MonthFirst)->month, 3);
+  EXPECT_EQ(DateFrom("03.05.2026", DateOrder::MonthFirst)->month, 5);
+}
+
+TEST(WrittenDate, AYearOfTwoDigitsIsRecognized) {
+  for (const std::string_view text : {"05-Mar-26", "5.3.26", "3/25/26", "26-03-05"}) {
+    EXPECT_TRUE(HasShortYear(text)) << text;
+  }
+  for (const std::string_view text : {"5.3.2026", "31.13.26", "Room 26", "26", ""}) {
+    EXPECT_FALSE(HasShortYear(text)) << text;
   }
 }
 
@@ -271,6 +382,8 @@ TEST(Units, AreFoundInCaptions) {
                                                         {"R (\u03A9)", "\u03A9"},
                                                         {"Cal. factor [%] (1)", "%"},
                                                         {"Factor (1)", "1"},
+                                                        {"Step 10-20 [dB]", "dB"},
+                                                        {"Gain x100-500 [dB]", "dB"},
                                                         {"Channel A", ""},
                                                         {"Dissipation factor", ""}}) {
     EXPECT_EQ(UnitOfCaption(caption), unit) << caption;
@@ -279,19 +392,23 @@ TEST(Units, AreFoundInCaptions) {
 }
 
 TEST(Units, ThatAreNotKnownAreFoundInTheirPlace) {
-  for (const auto& [caption, unit] :
-       std::vector<std::pair<std::string, std::string>>{{"f [xHz]", "xHz"},
-                                                        {"f (k=2) [cycles]", "cycles"},
-                                                        {"Frequency / xyz", "xyz"},
-                                                        {"Frequency in kc", "kc"},
-                                                        {"Frequency (kHz/s)", "kHz/s"},
-                                                        {"Frequency (qHz)", "qHz"},
-                                                        {"Factor (mean)", ""},
-                                                        {"Factor (k=2)", ""},
-                                                        {"Uncertainty [k=2]", ""},
-                                                        {"Uncertainty / k=2", ""},
-                                                        {"Cal factor (CF)", ""},
-                                                        {"Frequency", ""}}) {
+  for (const auto& [caption, unit] : std::vector<std::pair<std::string, std::string>>{
+           {"f [xHz]", "xHz"},
+           {"f (k=2) [cycles]", "cycles"},
+           {"tan \u03B4 \u00D7 10^-6", "10^-6"},
+           {"D [10-6]", "10-6"},
+           {"D (x10-4)", "10-4"},
+           {"C / 10\u207B\u00B9\u00B2 F", "10\u207B\u00B9\u00B2"},
+           {"Frequency / xyz", "xyz"},
+           {"Frequency in kc", "kc"},
+           {"Frequency (kHz/s)", "kHz/s"},
+           {"Frequency (qHz)", "qHz"},
+           {"Factor (mean)", ""},
+           {"Factor (k=2)", ""},
+           {"Uncertainty [k=2]", ""},
+           {"Uncertainty / k=2", ""},
+           {"Cal factor (CF)", ""},
+           {"Frequency", ""}}) {
     EXPECT_EQ(UnknownUnitOf(caption), unit) << caption;
   }
 }

@@ -115,6 +115,30 @@ TEST(DccCertificate, AValueWithoutAnUncertaintyDoesNotGetThatOfAnother) {
   }
 }
 
+TEST(DccCertificate, TheCoverageFactorThatIsFarthestFromTwoIsKept) {
+  const auto factorOf = [](const std::string& uncertainty) {
+    const std::string value =
+        "<c:quantity><s:realListXMLList><s:valueXMLList>1 2</s:valueXMLList>"
+        "<s:unitXMLList>\\one</s:unitXMLList>" +
+        uncertainty + "</s:realListXMLList></c:quantity>";
+    return ReadCertificate(Dcc("<c:list>" + value + value + "</c:list>"))
+        .tables.at(0)
+        .columns.at(0)
+        .series.at(0)
+        .coverageFactor;
+  };
+  EXPECT_EQ(factorOf("<s:expandedUncXMLList><s:uncertaintyXMLList>1 2</s:uncertaintyXMLList>"
+                     "<s:coverageFactorXMLList>2.0 3</s:coverageFactorXMLList>"
+                     "</s:expandedUncXMLList>"),
+            "3");
+  EXPECT_EQ(factorOf("<s:measurementUncertaintyUnivariateXMLList><s:expandedMUXMLList>"
+                     "<s:valueExpandedMUXMLList>1</s:valueExpandedMUXMLList>"
+                     "<s:coverageFactorXMLList>1</s:coverageFactorXMLList></s:expandedMUXMLList>"
+                     "</s:measurementUncertaintyUnivariateXMLList>"),
+            "1");
+  EXPECT_EQ(factorOf(""), "");
+}
+
 TEST(DccCertificate, AListWithTooFewUnitsOrUncertaintiesIsNotUsed) {
   const std::string three = List("7 8 9", "\\decibel");
   const std::string uncertain =
@@ -186,6 +210,34 @@ TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
   EXPECT_EQ(read.items.at(0).serialNumber, "SER");
 }
 
+TEST(DccCertificate, ANameIsShownInAnyFormOfTheLanguage) {
+  const Names names = {{"en-GB", "Frequency"}, {"de", "Frequenz"}, {"fr-CH", "Fréquence"}};
+  EXPECT_EQ(NameIn(names, "de-DE"), "Frequenz");
+  EXPECT_EQ(NameIn(names, "fr"), "Fréquence");
+  EXPECT_EQ(NameIn(names, "it"), "Frequency") << "English, where the language is missing";
+  EXPECT_EQ(NameIn({{"de", "Deutsch"}, {"de-AT", "Österreich"}}, "de-at"), "Österreich");
+}
+
+TEST(DccCertificate, AnArticleNumberOfTheManufacturerIsNotTheSerialNumber) {
+  const auto identification = [](const std::string& attribute, const std::string& name,
+                                 const std::string& value) {
+    return "<c:identification" + attribute + "><c:issuer>manufacturer</c:issuer><c:value>" + value +
+           "</c:value><c:name><c:content lang=\"de\">" + name +
+           "</c:content></c:name></c:identification>";
+  };
+  const auto serialOf = [](const std::string& identifications) {
+    return ReadCertificate(Dcc("", "<c:items><c:item><c:identifications>" + identifications +
+                                       "</c:identifications></c:item></c:items>"))
+        .items.at(0)
+        .serialNumber;
+  };
+  const std::string article = identification("", "Artikelnummer", "ART");
+  EXPECT_EQ(serialOf(article + identification("", "Seriennummer", "SER")), "SER");
+  EXPECT_EQ(serialOf(article + identification(" refType=\"basic_serialNumber\"", "Nr.", "SER")),
+            "SER");
+  EXPECT_EQ(serialOf(identification("", "Serial no.", "SER") + article), "SER");
+}
+
 TEST(DccCertificate, ElementsOfOtherNamespacesAreNotTakenForThoseOfACertificate) {
   EXPECT_TRUE(ReadCertificate(Dcc("<list xmlns=\"urn:x\">" + List("1 2", "\\hertz") +
                                   List("3 4", "\\one") + "</list>"))
@@ -237,6 +289,7 @@ TEST(DccCertificate, HostileFilesAreRefusedWithAReason) {
   EXPECT_TRUE(Contains(RefusalOf("\x30\x82\x10signed"), "inside a signature"));
   EXPECT_TRUE(Contains(RefusalOf("PK\x03\x04"), "workbook"));
   EXPECT_TRUE(Contains(RefusalOf(" \r\n"), "empty"));
+  EXPECT_TRUE(Contains(RefusalOf("\xEF\xBB\xBF{\"a\": 1}"), "The file is JSON"));
 }
 
 }  // namespace tarvell::test

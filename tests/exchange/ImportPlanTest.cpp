@@ -106,7 +106,7 @@ TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
 }
 
 TEST_F(SensorImport, AsksBeforeItTakesNumbersWithoutAUnitInThatOfTheTable) {
-  Read("Frequency;Calibration factor\n50;99.9\n1000;1.5\n");
+  Read("Frequency;Calibration factor\n50;99.9\n1000;98\n");
   EXPECT_EQ(plan_.doubts, (Texts{"The column \"Frequency\" has numbers without a unit. They are "
                                  "taken in MHz, as in the table.",
                                  "The column \"Calibration factor\" has numbers without a unit. "
@@ -123,6 +123,8 @@ TEST_F(SensorImport, AsksBeforeItTakesNumbersThatTheSeparatorMayHaveCut) {
                   "the values with the certificate."});
   Read("f [MHz],KF [%]\n50,99,\n1000,98,remark\n");
   EXPECT_EQ(plan_.doubts, Texts());
+  Read("f [MHz];KF [%]\n50;99;x;y\n");
+  EXPECT_EQ(plan_.notes.back(), "These columns are not used: \"Column 3\", \"Column 4\".");
 }
 
 TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
@@ -131,6 +133,84 @@ TEST_F(SensorImport, AsksAboutADueDateBeforeTheCalibration) {
             Texts{"The due date 4 MAR 2026 is before the calibration date 5 MAR 2026."});
   Read("Calibration date;5.3.2026\nDue date;5.3.2026\n\nf [MHz];KF [%]\n50;99.9\n");
   EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(SensorImport, AsksBeforeItTakesAnotherQuantityInPerCent) {
+  Read("f [MHz];Effective efficiency [%]\n50;99\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The column \"Effective efficiency [%]\" is not named as a "
+                                "calibration factor. It is taken as one."});
+  Read("f [MHz];Effective efficiency [%];Cal. Fac. [%]\n50;99;98\n");
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.0"});
+  Read("MHz;%\n50;98\n");
+  EXPECT_EQ(plan_.doubts, Texts()) << "only a unit";
+}
+
+TEST_F(SensorImport, AsksAboutNumbersThatASpreadsheetHasShortened) {
+  now_.header.serialNumber.clear();
+  const std::string table = "\nCalibration date;5.3.2026\nf [MHz];KF [%]\n50;98\n";
+  Read("Serial number;3.31812E+09\nCertificate no;C-E+1" + table);
+  EXPECT_EQ(plan_.doubts, Texts{"The serial number \"3.31812E+09\" (line 1) looks like a long "
+                                "number that a spreadsheet has shortened."});
+  Read("Certificate no;2.02600012E+11" + table);
+  EXPECT_EQ(plan_.doubts, Texts{"The calibration number \"2.02600012E+11\" (line 1) looks like a "
+                                "long number that a spreadsheet has shortened."});
+}
+
+TEST_F(SensorImport, AsksWhereACertificateWithANumberHasNoDate) {
+  now_.header.calDay = "5";
+  now_.header.calMonth = "MAR";
+  now_.header.calYear = "2025";
+  Read("Certificate no;C 1\nMeasured;5.3.2026\nf [MHz];KF [%]\n50;98\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The certificate has a number, but no calibration date was found. "
+                                "It stays 5 MAR 2025."});
+}
+
+TEST_F(SensorImport, AsksAboutPointsAndFactorsThatCannotBe) {
+  Read("f [MHz];KF [%]\n50;100\n1000;-99.9\n2000;9990\n1E8;98.5\n3000;10\n4000;200\n110000;90\n");
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"1000 MHz (line 3): -99.9 % is not a calibration factor, which is from 10 % to "
+                   "200 %.",
+                   "2000 MHz (line 4): 9990 % is not a calibration factor, which is from 10 % to "
+                   "200 %.",
+                   "100000000 MHz (line 5): 1E8 MHz is above 110 GHz, where no point of the model "
+                   "can be."}));
+  std::string many = "f [MHz];KF [%]\n";
+  for (int i = 1; i <= 12; ++i) {
+    many += std::to_string(i) + ";985\n";
+  }
+  Read(many);
+  ASSERT_EQ(plan_.doubts.size(), 11U);
+  EXPECT_EQ(plan_.doubts.back(), "2 more values cannot be right for reasons like these.");
+}
+
+TEST(AttenuatorImport, AsksAboutDeviationsAndSettingsThatCannotBe) {
+  const Model& model = *FindModel("PX60H");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(1);
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "Setting [dB];f [MHz];Measured [dB]\n0;50;2.9\n10;50;0.021\n10;60;13\n60;50;54\n"
+      "60;60;66.1\n1000;50;1000\n");
+  EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
+            (Texts{"10 dB, 50 MHz (line 3): 0.021 dB is more than 3 dB away from the setting.",
+                   "60 dB, 60 MHz (line 6): 66.1 dB is more than 6 dB away from the setting.",
+                   "1000 dB, 50 MHz (line 7): 1000 dB is above 200 dB, where no setting can be."}));
+}
+
+TEST_F(SensorImport, AsksAboutADateThatItCannotReadUnlessAnotherLineHasIt) {
+  const std::string table = "\nf [MHz];KF [%]\n50;99.9\n";
+  Read("Calibration date;05-Mar-26\nDue date;in 12 months\n" + table);
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"The calibration date \"05-Mar-26\" (line 1) is not used, because its year has "
+                   "two digits. Enter the date after the import.",
+                   "The due date \"in 12 months\" (line 2) is not used, because it is not a date "
+                   "with a day, a month and a year. Enter the date after the import."}));
+  Read("Calibration date;05-Mar-26\nCalibrated on;2026-03-05\nDue date;none\n" + table);
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(plan_.notes.at(1),
+            "The calibration date \"05-Mar-26\" (line 1) is not used, because it is not a date.");
 }
 
 TEST_F(SensorImport, AsksBeforeItTakesOneValueForAllPoints) {
@@ -377,6 +457,32 @@ TEST(SetImport, AsksBeforeItTakesStandardUncertaintiesForExpandedOnes) {
                   "has expanded ones. They are taken as they are."});
 }
 
+TEST(SetImport, AsksAboutUncertaintiesWithAnotherCoverageFactor) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const auto doubtsOf = [&](const std::string& caption) {
+    const Certificate read = ReadCertificate("f [kHz];C [pF];" + caption + "\n1;1.0001;25\n");
+    return PlanImport(target, read, ProposedChoices(target, read)).doubts;
+  };
+  EXPECT_EQ(doubtsOf("U [ppm] (k = 3)"),
+            Texts{"RT521A: The column \"U [ppm] (k = 3)\" has uncertainties with the coverage "
+                  "factor 3, and the table has those with about 2. They are taken as they are."});
+  EXPECT_EQ(doubtsOf("U [ppm] (k=2,05)"), Texts());
+  Certificate dcc = ReadCertificate("f [kHz];C [pF]\n1;1.0001\n");
+  Series& values = dcc.tables.at(0).columns.at(1).series.at(0);
+  values.uncertainties = {{"0.0001", "pF"}};
+  values.coverageFactor = "1";
+  EXPECT_EQ(
+      PlanImport(target, dcc, ProposedChoices(target, dcc)).doubts,
+      Texts{"RT521A: The column \"Expanded uncertainty of C [pF]\" has uncertainties with the "
+            "coverage factor 1, and the table has those with about 2. They are taken as they "
+            "are."});
+}
+
 TEST(SetImport, RowsThatNameAMemberGoToItsPageOrItsRow) {
   const Model& capacitors = *FindModel("RT520A");
   const std::unique_ptr<cifCaldata> data = capacitors.create();
@@ -409,6 +515,48 @@ TEST(SetImport, RowsThatNameAMemberGoToItsPageOrItsRow) {
             (std::vector<Texts>{{"RT731A", "1 mohm", "1.0000  mohm", "0.1 %"},
                                 {"RT732A", "10 mohm", "10.010  mohm", "0.1 %"}}))
       << "the nominal values stay";
+}
+
+TEST(SetImport, AsksAboutValuesOfAnotherMemberAndUncertaintiesThatCannotBe) {
+  const Model& model = *FindModel("RT520A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(4);
+  now.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"},
+                       {"10000", "1.00000pF", "0.010 %", "0.00000", "0.00010"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "RT521A\nf [kHz];C [pF];Unc. [%];D [1];Unc.\n1;10.002;150;1.5;-0.0001\n"
+      "10;1.0002;0;0.0001;0.0001\n");
+  EXPECT_EQ(PlanImport(target, certificate, ProposedChoices(target, certificate)).doubts,
+            (Texts{"RT521A: 1 kHz (line 3): 10.002 pF is not near 1.000000pF in the table.",
+                   "RT521A: 1 kHz (line 3): 150 % is an uncertainty above 100 % of the value.",
+                   "RT521A: 1 kHz (line 3): 1.5 is above 1, where no dissipation factor is.",
+                   "RT521A: 1 kHz (line 3): -0.0001 is not an uncertainty, which is above 0.",
+                   "RT521A: 10 kHz (line 4): 0 % is not an uncertainty, which is above 0."}));
+}
+
+TEST(SetImport, SaysWhichUncertaintiesInTheUnitOfTheValueAreRounded) {
+  const Model& model = *FindModel("RT730A");
+  const std::unique_ptr<cifCaldata> data = model.create();
+  EditorState now;
+  now.pages.resize(7);
+  now.pages[0].rows = {{"RT731A", "1 mohm", "1.0004  mohm", "0.1 %"},
+                       {"RT732A", "10 mohm", "10.003  mohm", "0.1 %"}};
+  const ImportTarget target = {.model = model, .data = *data, .now = now};
+  const Certificate certificate = ReadCertificate(
+      "Member;Calibrated [mΩ];Unc. [mΩ]\nRT731A;1.0004;0.0123\nRT732A;10.003;0.01\n");
+  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  EXPECT_EQ(AfterImport(now, plan, true).pages[0].rows[0][3], "1.23 %");
+  EXPECT_EQ(AfterImport(now, plan, true).pages[0].rows[1][3], "0.1 %");
+  // 0.0123 / 1.0004 is 0.0122951: the cell keeps 1.23 %, which is 0.0123 mΩ again. 0.01 / 10.003 is
+  // 0.00099970, and 0.1 % is 0.010003 mΩ.
+  EXPECT_EQ(plan.Rounded(), Texts());
+  const Certificate longer = ReadCertificate(
+      "Member;Calibrated [mΩ];Unc. [mΩ]\nRT731A;1.0004;0.01234\nRT732A;10.003;0.01\n");
+  // 0.01234 / 1.0004 is 1.233507 %, and 1.23 % of 1.0004 mΩ is 0.012305 mΩ.
+  EXPECT_EQ(PlanImport(target, longer, ProposedChoices(target, longer)).Rounded(),
+            Texts{"DC Registance: RT731A: 0.01234 mΩ (1.2335 %) becomes 1.23 %."});
 }
 
 /// A DCC about these instruments, a model and a serial number each, with a table of one row.
@@ -507,6 +655,18 @@ TEST_F(SensorImport, GivesTheDigitsOfTheTableToAnExportThatASpreadsheetHasSaved)
   Read("Format," + ExportFormat(lines) + "\r\n" + saved);
   EXPECT_EQ(RowsAfter(false), (Texts{"0.50 97.5", "50.00 98.0"}));
   EXPECT_TRUE(Contains(plan_.notes.back(), "This export was changed after it was written."));
+}
+
+TEST_F(SensorImport, AnExportWithoutPointsBringsTheHeaderAndNoPoint) {
+  EditorState empty = now_;
+  empty.header.calibrationNumber = "C 7";
+  empty.pages.front() = {};
+  Read(CsvOf(*FindModel("PX11A"), *data_, empty));
+  EXPECT_EQ(plan_.header.calibrationNumber, "C 7");
+  EXPECT_EQ(plan_.notes, Texts{"The exported table has no rows. Only the header goes in."});
+  EXPECT_TRUE(plan_.HasValues());
+  EXPECT_EQ(RowsAfter(false).size(), 3U);
+  EXPECT_EQ(RowsAfter(true), Texts());
 }
 
 }  // namespace tarvell::test

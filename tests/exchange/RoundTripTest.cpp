@@ -45,7 +45,7 @@ class RandomData {
     if (HasPages(model)) {
       FillPages(model, data, state);
     } else {
-      state.pages.front().rows = Points(model, data);
+      state.pages.front().rows = Below(5) == 0 ? Rows() : Points(model, data);
     }
     StoreState(state, model, data);
   }
@@ -74,8 +74,9 @@ class RandomData {
     day = isNone ? "0" : std::to_string(1 + Below(31));
   }
 
-  [[nodiscard]] std::vector<std::vector<std::string>> Points(const Model& model,
-                                                             const cifCaldata& data) {
+  using Rows = std::vector<std::vector<std::string>>;
+
+  [[nodiscard]] Rows Points(const Model& model, const cifCaldata& data) {
     const bool isSensor = model.family == ModelFamily::PowerSensor;
     MemoryGrid grid(isSensor ? 2 : 3);
     const unsigned count = 1 + Below(50);

@@ -11,6 +11,7 @@
 
 #include "screens/caldata/ImportStage.h"
 #include "screens/caldata/TabEditorFixture.h"
+#include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/UserSettings.h"
 #include "support/ErrorOf.h"
 
@@ -41,7 +42,8 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
                   "Calibration date|5 MAR 2001|7 AUG 2026*|line 3");
         EXPECT_EQ(Notes(preview),
                   "The format of the table rounds:\n- 1 GHz: 97.47 % becomes 97.5.\n\nNot used:\n- "
-                  "These columns are not used: \"Gamma\".");
+                  "These columns are not used: \"Gamma\".\n- The certificate names no due date. It "
+                  "stays 5 MAR 2002.");
         Press(Qt::Key_Return);
       },
       [&](QWidget& editor) {
@@ -68,7 +70,8 @@ TEST_F(ImportingASensor, ShowsBeforehandWhichValuesTheEditorWillMark) {
       header_ + "f [MHz];KF [%]\n1000;79,7\n2000;96,1\n",
       [&](ImportPreview& preview) {
         EXPECT_EQ(Notes(preview),
-                  "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why);
+                  "These values may be slips of typing:\n- 1000 MHz, Calibration factor: " + why +
+                      "\n\nNot used:\n- The certificate names no due date. It stays 5 MAR 2002.");
         const QTableWidgetItem& cell = *Find<QTableWidget>(preview, "tblRows").item(1, 2);
         EXPECT_EQ(FromQt(cell.data(Qt::AccessibleTextRole).toString()),
                   "97.0 \u2192 79.7 (possible slip)");
@@ -307,7 +310,15 @@ TEST_F(ImportingASensor, AnExportIsWrittenAsTheNameOfTheFileSays) {
                                   {"CSV for spreadsheets (*.csv)", "JSON for programs (*.json)"},
                                   QString::fromStdString(file.string()));
       ClickInMenu(editor, "btnFile", "Export...");
+      EXPECT_EQ(Find<NoticeLine>(editor, "notices").Notices(),
+                QStringList("Saved as " + QString::fromStdString(file.string()) + "."));
     }
+    ActivateAgain(editor);
+    GridOf(editor).setFocus();
+    Press(Qt::Key_Right);
+    QTest::keyClicks(QApplication::focusWidget(), "99");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Find<NoticeLine>(editor, "notices").About("export"), "") << "it has other values";
   });
   EXPECT_EQ(ReadNative(csv),
             Lines({"Format,tarvell-data-set 1 "

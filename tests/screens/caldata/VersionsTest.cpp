@@ -184,6 +184,8 @@ TEST_P(Versions, AreExportedAsTheyWere) {
                                 {"CSV for spreadsheets (*.csv)", "JSON for programs (*.json)"},
                                 QString::fromStdString(file));
     exportByKeys(history);
+    const QStringList notices = Find<NoticeLine>(history, "notices").Notices();
+    EXPECT_TRUE(notices.join("|").startsWith("Saved as " + QString::fromStdString(file) + "."));
     ClickRow(history, 1, Qt::ControlModifier);
     questions_.ExpectError({"Nothing was exported. Select one version."});
     exportByKeys(history);

@@ -7,8 +7,14 @@
 #include <map>
 
 #include "core/caldata/DataSetDrafts.h"
+#include "core/caldata/OpenedDataSet.h"
 #include "core/session/Tarvell_MainModule.h"
+#include "exchange/Export.h"
+#include "exchange/ReadCertificate.h"
 #include "screens/caldata/CalEditor.h"
+#include "screens/caldata/CalGrid.h"
+#include "screens/caldata/EarlierChoice.h"
+#include "screens/caldata/ImportPreview.h"
 #include "screens/caldata/PastePreview.h"
 #include "screens/caldata/frmCalDataInput.h"
 #include "screens/caldata/frmCalDataTabInput.h"
@@ -121,6 +127,19 @@ const std::vector<Screen> kScreens = {
            .frequencyUnit = "MHz"};
        PastePreview form(table, {"Frequency  [MHz]", "Calibration factor[%]"}, nullptr);
        LookWithin<PastePreview>([&] { form.exec(); }, look);
+     }},
+    {"ImportPreview", "Importing a certificate",
+     [](const Look& look) {
+       const Model& model = *FindModel("RT520C");
+       const std::unique_ptr<cifCaldata> data = NewDataSet(model).data;
+       const EditorState now = StateOf(model, *data);
+       const std::string bytes =
+           "Serial number;A1\nStandard, serial;B1\nCalibration date;3/5/2026\n\n"
+           "RT525A\nf [Hz];C [nF];Unc. [ppm];D [1]\n1,000;10.01;50;0.001\n";
+       const EarlierChoice earlier(nullptr);
+       const ImportTarget target = {.model = model, .data = *data, .now = now};
+       ImportPreview form(target, earlier, bytes, ReadCertificate(bytes), "c.csv", nullptr);
+       LookWithin<ImportPreview>([&] { form.exec(); }, look);
      }},
     {"frmHistory", "History",
      [](const Look& look) {
@@ -283,6 +302,7 @@ QRect PlaceOf(const QWidget& control) {
 
 std::vector<std::string> NamesOf(const std::vector<QWidget*>& controls) {
   std::vector<std::string> names;
+  names.reserve(controls.size());
   for (const QWidget* control : controls) {
     names.push_back(Describe(*control));
   }
@@ -304,9 +324,7 @@ class Accessibility : public testing::TestWithParam<Screen> {
     gStationDir = R"(c:\stations)";
     gCalFiles = {};
   }
-  ~Accessibility() override { QApplication::setFont(font_); }
-  Accessibility(const Accessibility&) = delete;
-  Accessibility& operator=(const Accessibility&) = delete;
+  void TearDown() override { QApplication::setFont(font_); }
 
   /// Shows the screen and calls `look` when it is active.
   static void At(const Look& look) {
@@ -330,32 +348,41 @@ class Accessibility : public testing::TestWithParam<Screen> {
     return width;
   }
 
+  /// A strip that is too long scrolls; its titles are not shortened.
+  static void ExpectTitlesFit(const QTabBar& strip) {
+    EXPECT_EQ(strip.elideMode(), Qt::ElideNone);
+    for (int tab = 0; tab < strip.count(); ++tab) {
+      const QString title = strip.tabText(tab).replace("&&", "&");
+      EXPECT_GE(strip.tabRect(tab).width(), strip.fontMetrics().horizontalAdvance(title))
+          << title.toStdString();
+    }
+    EXPECT_GE(strip.height(), strip.sizeHint().height());
+  }
+
+  /// In a table that is typed into, values come first where there is no room for all captions.
+  static void ExpectCaptionsFit(const QTableView& table) {
+    const QHeaderView& header = *table.horizontalHeader();
+    int captions = 0;
+    for (int column = 0; column < header.count(); ++column) {
+      captions += header.sectionSizeHint(column);
+    }
+    const bool haveRoom =
+        qobject_cast<const CalGrid*>(&table) == nullptr || captions <= table.viewport()->width();
+    for (int column = 0; column < header.count(); ++column) {
+      EXPECT_GE(header.sectionSize(column),
+                haveRoom ? header.sectionSizeHint(column) : ValueWidth(table, column))
+          << column;
+    }
+  }
+
   /// No text of this control is cut off.
   static void ExpectFits(const QWidget& control) {
     if (const auto* strip = qobject_cast<const QTabBar*>(&control)) {
-      // A strip that is too long scrolls; its titles are not shortened.
-      EXPECT_EQ(strip->elideMode(), Qt::ElideNone);
-      for (int tab = 0; tab < strip->count(); ++tab) {
-        const QString title = strip->tabText(tab).replace("&&", "&");
-        EXPECT_GE(strip->tabRect(tab).width(), strip->fontMetrics().horizontalAdvance(title))
-            << title.toStdString();
-      }
-      EXPECT_GE(strip->height(), strip->sizeHint().height());
+      ExpectTitlesFit(*strip);
       return;
     }
     if (const auto* table = qobject_cast<const QTableView*>(&control)) {
-      const QHeaderView& header = *table->horizontalHeader();
-      int captions = 0;
-      for (int column = 0; column < header.count(); ++column) {
-        captions += header.sectionSizeHint(column);
-      }
-      // Where there is no room for all captions, the values come first.
-      const bool haveRoom = captions <= table->viewport()->width();
-      for (int column = 0; column < header.count(); ++column) {
-        EXPECT_GE(header.sectionSize(column),
-                  haveRoom ? header.sectionSizeHint(column) : ValueWidth(*table, column))
-            << column;
-      }
+      ExpectCaptionsFit(*table);
       return;
     }
     if (const auto* list = qobject_cast<const QListWidget*>(&control)) {

@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "exchange/CsvHeader.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "core/numbers/WrittenNumber.h"
+#include "core/platform/Error.h"
+#include "core/text/Text.h"
+#include "exchange/CsvLines.h"
+
+namespace tarvell {
+
+namespace {
+
+/// A longer line above a table is not its title.
+constexpr std::size_t kLongestTitle = 80;
+constexpr std::size_t kItemLimit = 100;
+
+/// Whether a cell is a key itself. Such a cell after a key is not its value: both are captions, as
+/// above a list of the standards that were used.
+bool IsCaption(std::string_view cell) {
+  const std::optional<KeyField> field = KeyFieldOf(cell);
+  const bool hasDigit = cell.find_first_of("0123456789") != std::string_view::npos;
+  return field && *field != KeyField::Model && !hasDigit;
+}
+
+bool IsComment(std::string_view key) {
+  return KeyFieldOf(key) == KeyField::Comment;
+}
+
+}  // namespace
+
+std::string WhereOf(const DelimitedLine& line) {
+  return "line " + std::to_string(line.number);
+}
+
+void CsvHeader::TakeLine(const DelimitedLine& line) {
+  if (IsBlank(line)) {
+    return;
+  }
+  const std::size_t items = head_.items.size();
+  const bool isTaken = IsTaken(line);
+  // Between a title and its table there may be the serial number of the member.
+  const bool isAboutTable = isTaken && (head_.items.size() > items || head_.memberSerial);
+  if (!isAboutTable) {
+    DropTitle();
+  }
+  const bool isTitle = line.Width() == 1 && head_.title == line.Cell(0);
+  if (!isTaken && isTitle && !UnusedLines::MayMatter(line)) {
+    title_ = line;
+  } else if (!isTaken) {
+    unused_.Add(line);
+  }
+}
+
+void CsvHeader::TakeColumn(const DelimitedLine& line, std::string_view caption,
+                           std::string_view value) {
+  (void)Take(line, caption, value);
+}
+
+TableHead CsvHeader::TakeHead() {
+  if (!head_.page.empty()) {
+    DropTitle();
+  }
+  // It is the name of the table.
+  title_.reset();
+  return std::exchange(head_, {});
+}
+
+void CsvHeader::DropTitle() {
+  if (title_) {
+    unused_.Add(*title_);
+    title_.reset();
+  }
+}
+
+std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedLine& line) {
+  const auto [index, isNew] = ItemWith(&CertificateItem::serialNumber, instrument.serialNumber);
+  CertificateItem& item = certificate_.items[index];
+  item.model = item.model.empty() ? instrument.model : item.model;
+  item.where = isNew ? WhereOf(line) : item.where;
+  return index;
+}
+
+void CsvHeader::Finish() {
+  DropTitle();
+  dates_.Store(certificate_);
+  std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
+}
+
+bool CsvHeader::IsTaken(const DelimitedLine& line) {
+  if (certificate_.isExport && line.cells.size() <= 2 && KeyFieldOf(line.Cell(0))) {
+    // An export has the value as it is, even if it is empty.
+    return Take(line, line.Cell(0), line.cells.size() > 1 ? line.cells[1] : std::string());
+  }
+  return line.Width() == 1 ? TakeCell(line) : TakePairs(line);
+}
+
+/// A title, or "Serial number: 4711" in one cell.
+bool CsvHeader::TakeCell(const DelimitedLine& line) {
+  const std::string_view cell = line.Cell(0);
+  if (cell.size() <= kLongestTitle) {
+    head_.title = cell;
+  }
+  return TakeColon(line, cell);
+}
+
+bool CsvHeader::TakePairs(const DelimitedLine& line) {
+  bool isTaken = false;
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    std::size_t value = column + 1;
+    while (value < line.Width() && line.Cell(value).empty()) {
+      ++value;
+    }
+    if (TakeColon(line, line.Cell(column))) {
+      isTaken = true;
+    } else if (value < line.Width() &&
+               (IsComment(line.Cell(column)) || !IsCaption(line.Cell(value))) &&
+               Take(line, line.Cell(column), line.Cell(value))) {
+      isTaken = true;
+      column = value;
+    }
+  }
+  return isTaken;
+}
+
+/// A key and a value in one cell, with a colon between them.
+bool CsvHeader::TakeColon(const DelimitedLine& line, std::string_view cell) {
+  const std::size_t colon = std::min(cell.find(':'), cell.size());
+  const std::string_view value = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
+  return !value.empty() && Take(line, cell.substr(0, colon), value);
+}
+
+bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::string_view value) {
+  const std::optional<KeyField> field = KeyFieldOf(key);
+  // "Page 1/3" is a page of paper.
+  const bool isPaper =
+      field == KeyField::Page && !value.empty() && value.front() >= '0' && value.front() <= '9';
+  if (!field || isPaper) {
+    return false;
+  }
+  TakeField(*field, line, value);
+  return true;
+}
+
+void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view value) {
+  CertificateHeader& header = certificate_.header;
+  switch (field) {
+    case KeyField::Model:
+      (void)ItemWith(&CertificateItem::model, value);
+      break;
+    case KeyField::SerialNumber: {
+      const std::size_t item = ItemWith(&CertificateItem::serialNumber, value).index;
+      certificate_.items[item].where = WhereOf(line);
+      head_.items.push_back(item);
+      break;
+    }
+    case KeyField::CalibrationNumber:
+      Keep(value, line, header.calibrationNumber);
+      break;
+    case KeyField::CalDate:
+    case KeyField::DueDate:
+      TakeDate(field == KeyField::CalDate, value, WhereOf(line));
+      break;
+    case KeyField::Comment:
+      Keep(value, line, header.comment);
+      break;
+    case KeyField::Option:
+      Keep(value, line, header.option);
+      break;
+    case KeyField::Format:
+      TakeFormat(value);
+      break;
+    case KeyField::Page:
+      head_.page = Shortened(value);
+      break;
+    case KeyField::MemberSerial:
+      head_.memberSerial = Shortened(value);
+      break;
+  }
+}
+
+void CsvHeader::Keep(std::string_view value, const DelimitedLine& line,
+                     std::optional<FoundText>& target) {
+  if (!target) {
+    target = FoundText{std::string(value), WhereOf(line)};
+  } else if (target->text != value) {
+    certificate_.notes.push_back("Line " + std::to_string(line.number) + ": " + Quoted(value) +
+                                 " is not used, because " + target->where + " has " +
+                                 Quoted(target->text) + ".");
+  }
+}
+
+/// A spreadsheet writes numbers with other digits than the data set.
+void CsvHeader::TakeFormat(std::string_view value) {
+  certificate_.isExport = value.starts_with(kExportFormat);
+  const std::size_t firstEnd = std::min(text_.find('\n'), text_.size() - 1);
+  certificate_.isUnchanged = value == ExportFormat(text_.substr(firstEnd + 1));
+  if (certificate_.isExport && !certificate_.isUnchanged) {
+    certificate_.notes.emplace_back(
+        "This export was changed after it was written. Its numbers get the digits of the table.");
+  }
+}
+
+void CsvHeader::TakeDate(bool isCalDate, std::string_view value, const std::string& where) {
+  const std::optional<FileDate> exported =
+      certificate_.isExport ? ExportedDate(value) : std::nullopt;
+  if (!exported) {
+    dates_.Add(isCalDate, value, where);
+    return;
+  }
+  CertificateHeader& header = certificate_.header;
+  (isCalDate ? header.calDate : header.dueDate) = FoundDate{*exported, where};
+}
+
+CsvHeader::FoundItem CsvHeader::ItemWith(std::string CertificateItem::*field,
+                                         std::string_view value) {
+  std::vector<CertificateItem>& items = certificate_.items;
+  const auto known = std::ranges::find(items, value, field);
+  if (known != items.end()) {
+    return {static_cast<std::size_t>(known - items.begin()), false};
+  }
+  const bool isNext = items.empty() || !(items.back().*field).empty();
+  if (isNext && items.size() == kItemLimit) {
+    throw Error(ErrorKind::Type, "The file names more than " + std::to_string(kItemLimit) +
+                                     " instruments, which no certificate does.");
+  }
+  if (isNext) {
+    items.emplace_back();
+  }
+  items.back().*field = value;
+  return {items.size() - 1, true};
+}
+
+}  // namespace tarvell
