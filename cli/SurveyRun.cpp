@@ -28,7 +28,7 @@ bool IsUnlistedFolder(const SurveyRow& row) {
 
 /// Whether nobody knows when an instrument is due, because its file or the date is damaged.
 bool LacksDueDate(const SurveyRow& row) {
-  return row.kind != SurveyRow::Kind::Place && !row.daysLeft && row.dataSet.empty() &&
+  return row.kind != SurveyRow::Kind::Place && !row.daysLeft && !row.isCopy &&
          std::ranges::any_of(row.findings, &IsDamage);
 }
 

@@ -127,6 +127,8 @@ class Comparison {
   static void Forget(SurveyRow& row) {
     std::erase_if(row.findings, [](const Finding& it) { return IsOfAComparison(it.kind); });
     row.dataSet.clear();
+    row.isDataSetOfOther = false;
+    row.isCopy = false;
     if (row.kind == SurveyRow::Kind::DataSet) {
       row.stations.clear();
     }
@@ -187,6 +189,10 @@ class Comparison {
     const auto same = std::ranges::find(candidates, instrument.serialNumber, &SerialNumberOf);
     SurveyRow& dataSet = *(same == candidates.end() ? candidates.front() : *same).row;
     instrument.dataSet = dataSet.path;
+    const bool isSame = dataSet.serialNumber == instrument.serialNumber;
+    instrument.isDataSetOfOther = !isSame && !dataSet.serialNumber.empty();
+    // A data set that cannot be read, or has no date, must not hide what is due at the station.
+    instrument.isCopy = isSame && !IsBroken(dataSet) && DaysLeft(dataSet.due, kAnyDay).has_value();
     const std::string& station = instrument.stations.front();
     if (dataSet.stations.empty() || dataSet.stations.back() != station) {
       dataSet.stations.push_back(station);

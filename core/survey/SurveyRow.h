@@ -33,8 +33,12 @@ struct SurveyRow {
   std::string address;  ///< of an instrument on a bus, such as "GP-IB 713"; "" for others
   /// Those that use a data set; of an instrument or an INDEX, its own.
   std::vector<std::string> stations;
-  /// The path of an instrument's data set, "" if that was not found.
+  /// The path of the file that the instrument's data set should be in, "" if that was not found.
   std::string dataSet;
+  /// Whether `dataSet` holds the serial number of another instrument.
+  bool isDataSetOfOther = false;
+  /// Of an instrument: its due date is a copy of that of its data set, which is judged instead.
+  bool isCopy = false;
   std::vector<Finding> findings;  ///< in the order of FindingKind
 
   /// Adds a finding at its place.
