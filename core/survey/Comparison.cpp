@@ -251,11 +251,20 @@ class Comparison {
     });
   }
 
+  /// The name of another row's file, with its folder where that is another one: two folders of a
+  /// model can differ only in case.
+  static std::string NameFrom(const SurveyRow& row, const SurveyRow& other) {
+    const std::string_view name = LastNameOf(other.path);
+    const std::string_view folder = LastNameOf(FolderOf(other.path));
+    return NameText(folder == LastNameOf(FolderOf(row.path)) ? std::string(name)
+                                                             : Joined(folder, name));
+  }
+
   static std::string TextOfShared(FindingKind kind, const SurveyRow& row, RowGroup group) {
     std::string others;
     for (const KeyedRow& other : group) {
       if (other.row != &row) {
-        others += (others.empty() ? "" : ", ") + NameText(LastNameOf(other.row->path));
+        others += (others.empty() ? "" : ", ") + NameFrom(row, *other.row);
       }
     }
     return kind == FindingKind::SharedAddress

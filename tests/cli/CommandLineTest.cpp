@@ -217,8 +217,8 @@ TEST_F(CommandLine, WritesUtf8AlsoOfNamesThatAreNot) {
   EXPECT_EQ(Run({"check"}), kFindings);
   EXPECT_EQ(
       console_.out,
-      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks BÄNK. Open the list of stations and "
-      "leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
+      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks \"BÄNK\". Open the list of stations "
+      "and leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
   tree_.Write("c:\\stations\\INDEX", Lines({"BENCH1", "B\xC4NK"}));
   EXPECT_EQ(Run({"check"}), kClean);
   for (const char* format : {"--csv", "--json", "--ics"}) {

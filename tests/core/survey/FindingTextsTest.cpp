@@ -65,6 +65,26 @@ TEST(ADateInAFile, IsReportedAsItIsThereAndNeverCompleted) {
             "The due date \"29 FEB 2027\" does not exist. Correct it at the station.");
 }
 
+TEST(ADateInAFile, HasAMonthByItsNameInCapitals) {
+  for (const std::string due : {"5 1 2026", "5 mar 2027", "5 MARCH 2027", "1 1 2001"}) {
+    const SurveyRow row = AtStation("PX12A", due);
+    EXPECT_EQ(TextOf(row, FindingKind::NoSuchDate),
+              "The month of the due date \"" + due +
+                  "\" must be one of JAN to DEC in capitals, as in \"5 MAR 2027\". Correct it at "
+                  "the station.");
+    EXPECT_EQ(row.due, FileDate()) << due;
+  }
+  for (const char* none : {"", "1 1 2000"}) {
+    EXPECT_EQ(TextOf(AtStation("PX12A", none), FindingKind::NoSuchDate), "") << none;
+  }
+}
+
+TEST(AnotherModelInAFile, IsAlsoReportedWhereTheFileHasNone) {
+  EXPECT_EQ(TextOf(AtStation("", "5 MAR 2027"), FindingKind::OtherModel),
+            "The file has no MODEL NUMBER. Select \"PX12A\" at the station, enter \"PX12A\" as "
+            "MODEL NUMBER, and save.");
+}
+
 TEST(AnotherModelInAFile, IsNamedBesideTheFileAndWhatToDoAboutIt) {
   const SurveyRow instrument = AtStation("PX13A", "5 MAR 2027");
   EXPECT_EQ(instrument.model, "PX12A") << "the name that the list of the station shows";

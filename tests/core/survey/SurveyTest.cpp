@@ -392,6 +392,21 @@ std::vector<Fault> Faults() {
       {"InstrumentOfAnotherModel",
        File(kAtPoint, With(kSensorAtStation, "MODEL NUMBER PX12A", "MODEL NUMBER PX13A")),
        {R"(BENCH1\PX12A other-model)"}},
+      {"InstrumentWithoutAModel",
+       File(kAtPoint, With(kSensorAtStation, "MODEL NUMBER PX12A", "MODEL NUMBER ")),
+       {R"(BENCH1\PX12A other-model)"}},
+      {"InstrumentWithoutTheLineOfTheModel",
+       File(kAtPoint, Without(kSensorAtStation, "MODEL NUMBER PX12A")),
+       {R"(BENCH1\PX12A other-model)"}},
+      {"NotAnInstrument",
+       File(kAtPoint, {"Dear colleagues"}),
+       {R"(PX12A\SN12345 not-used)", R"(BENCH1\PX12A data-set-missing)", R"(BENCH1\PX12A no-end)"}},
+      {"IndexNamesAnInstrumentTwice",
+       File(kIndex, {"PX12A", "px12a", "PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-names-twice)"}},
+      {"IndexNamesAMissingInstrumentTwice",
+       File(kIndex, {"PX12A", "PX13A", "PX13A", "PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-names-missing)"}},
       {"InstrumentWithALineOfItsOwn",
        File(kAtPoint, With(kSensorAtStation, "ASSET ", "ASSET  two  blanks")),
        {R"(BENCH1\PX12A not-rewritten)"}},
@@ -400,6 +415,15 @@ std::vector<Fault> Faults() {
 
 INSTANTIATE_TEST_SUITE_P(Survey, OneFault, testing::ValuesIn(Faults()),
                          [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Survey, NamesTheFolderOfAFileNameThatAnotherFolderShares) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(R"(c:\calfactors\px12a\SN12345)", Lines(kSensorLines));
+  const Survey survey = Surveyed(laboratory);
+  const std::string text = survey.Rows().at(0).findings.at(0).text;
+  EXPECT_EQ(text.find(R"(px12a\SN12345 holds a serial number with the same last five)"), 0U)
+      << text;
+}
 
 TEST(Survey, JudgesValuesByTheEarlierCalibrationAsTheEditorsDo) {
   const Laboratory laboratory;
