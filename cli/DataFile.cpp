@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/DataFileSummary.h"
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/dates/DueDate.h"
@@ -36,6 +37,17 @@ const Model* ModelOf(std::string_view bytes, const std::string& path) {
   return FindModel(ToUpper(LastNameOf(FolderOf(whole))));
 }
 
+/// Takes the dates as the file has them: two that do not exist can differ.
+void TakeDates(std::string_view bytes, DataFile& file) {
+  for (FileSummary::Field& field : SummaryOfDataFile(bytes, 0).fields) {
+    if (field.name == "Calibrated") {
+      file.calibrated = std::move(field.value);
+    } else if (field.name == "Due") {
+      file.due = std::move(field.value);
+    }
+  }
+}
+
 }  // namespace
 
 std::string ReadBytes(const std::string& path) {
@@ -58,23 +70,28 @@ DataFile ReadDataFile(std::string_view bytes, const std::string& path) {
                 path);
   }
   file.header = std::move(*header);
+  file.calibrated = DateText({file.header.CalYear, file.header.CalMonth, file.header.CalDay});
+  file.due = DateText({file.header.DueYear, file.header.DueMonth, file.header.DueDay});
   file.model = ModelOf(bytes, path);
   if (file.model != nullptr && file.model->create != nullptr) {
     file.data = file.model->create();
     file.data->LoadFromBytes(bytes, path);
     if (file.data->HeaderOfLoad().isOldStyle) {
       file.data.reset();
+    } else {
+      TakeDates(bytes, file);
     }
   }
   return file;
 }
 
-std::vector<NamedValue> HeaderValues(const CalFileInfo& header) {
+std::vector<NamedValue> HeaderValues(const DataFile& file) {
+  const CalFileInfo& header = file.header;
   return {{"Model", header.ModelNumber},
           {"Serial number", header.SerialNumber},
           {"Calibration number", header.CalibrationNumber},
-          {"Calibrated", DateText({header.CalYear, header.CalMonth, header.CalDay})},
-          {"Due", DateText({header.DueYear, header.DueMonth, header.DueDay})},
+          {"Calibrated", file.calibrated},
+          {"Due", file.due},
           {"Comment", header.Comment}};
 }
 

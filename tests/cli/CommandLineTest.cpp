@@ -261,9 +261,60 @@ TEST_F(CommandLine, DiffComparesValuesNotBytes) {
   EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
   EXPECT_EQ(console_.out,
             "Due                         5 MAR 2027  5 MAR 2028\n"
-            "100, Calibration factor[%]  99.8        99.9\n"
             "50                          50 | 100.0  (none)\n"
-            "60                          (none)      60 | 100.0\n");
+            "60                          (none)      60 | 100.0\n"
+            "100, Calibration factor[%]  99.8        99.9\n");
+}
+
+TEST_F(CommandLine, DiffComparesTheDigitsOfDatesThatDoNotExist) {
+  tree_.Write("c:\\a", Sensor("20261399", "99.8"));
+  tree_.Write("c:\\b", Sensor("20261398", "99.8"));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "Due  20261399 (no such day)  20261398 (no such day)\n");
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\a"}), kClean);
+}
+
+/// A capacitor set whose first row has this uncertainty.
+std::string Capacitors(const std::string& uncertainty, bool hasSecondPage) {
+  std::vector<std::string> lines = {
+      "#MODEL_NO : RT520A",
+      "#SER_NO   : 2519J00217",
+      "#CAL_DATE : 20251104",
+      "#CAL_NO   : CS-25-031",
+      "#DUE_DATE : 20261104",
+      "#COMMENT  : ",
+      "#RT521A    :     2519J00218",
+      "*        10000 :        1.00019pF :" + uncertainty + " :            0.00002 :   0.00010",
+      "!END"};
+  if (hasSecondPage) {
+    lines.insert(
+        lines.end(),
+        {"#RT522A    :     2519J00219",
+         "*        10000 :       10.00040pF :    0.0030 :            0.00001 :   0.00010", "!END"});
+  }
+  return Lines(lines);
+}
+
+TEST_F(CommandLine, DiffComparesUncertaintiesWhateverTheirUnits) {
+  tree_.InstallTemplate("RT520A");
+  tree_.Write("c:\\a", Capacitors("     0.010", true));
+  tree_.Write("c:\\b", Capacitors("    0.0100", true));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kClean) << console_.out;
+  tree_.Write("c:\\b", Capacitors("    0.0101", true));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "RT521A, 10000, Unc.  0.0100 %  101 ppm\n") << "as its row has it";
+}
+
+TEST_F(CommandLine, DiffReportsAMissingPageOnceAndWhatCouldNotBeRead) {
+  tree_.Write("c:\\a", Capacitors("     0.010", true));
+  tree_.Write("c:\\b", Capacitors("     0.010", false));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "RT522A  serial number 2519J00219, 1 row  (none)\n");
+  EXPECT_NE(console_.err.find("tarvell-cli: c:\\b: The file holds no page RT522A. It is empty.\n"),
+            std::string::npos)
+      << console_.err;
+  EXPECT_EQ(Run({"diff", "-q", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out + console_.err, "");
 }
 
 TEST_F(CommandLine, HistoryListsWhatAFileHasHeld) {
