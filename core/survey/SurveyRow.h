@@ -22,8 +22,9 @@ struct SurveyRow {
   };
 
   Kind kind = Kind::DataSet;
-  std::string path;   ///< of the file or folder, a path of the program
-  std::string model;  ///< of a data set, the name of its folder
+  bool isFolder = false;  ///< of a Place: whether it is a folder that cannot be listed
+  std::string path;       ///< of the file or folder, a path of the program
+  std::string model;      ///< of a data set, the name of its folder
   std::string serialNumber;
   std::string calibrationNumber;  ///< of a data set
   FileDate calibrated;            ///< of a data set

@@ -124,6 +124,12 @@ TEST_F(CommandLine, ReportsAFolderThatItCannotListAndPrintsWhatItHasRead) {
   }
 }
 
+TEST_F(CommandLine, ReportsAModelFolderThatItCannotListAlsoIfItIsCalledIndex) {
+  std::filesystem::create_directory_symlink("nowhere", tree_.Native("c:\\calfactors\\INDEX"));
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\INDEX: Cannot list the folder"), 0U);
+}
+
 TEST_F(CommandLine, ReportsAFileWhoseDueDateItCannotRead) {
   for (const std::string& bytes :
        {Sensor("202703", "99.8"), Sensor("20270305", "99.8").substr(0, 60)}) {

@@ -112,6 +112,32 @@ TEST(AnotherModelInAFile, IsNamedInCharactersWhateverTheBytes) {
       "in the editor does.");
 }
 
+/// What is said about an instrument's file that has these lines before its last one.
+std::string NotRewritten(const std::vector<std::string>& middle) {
+  std::vector<std::string> lines = {"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345",
+                                    "ADDRESS TYPE NONE",  "ADDRESS ",
+                                    "STATION ",           "OPTIONS ",
+                                    "AVAILABILITY "};
+  lines.insert(lines.end(), middle.begin(), middle.end());
+  lines.emplace_back("CAL DATA ");
+  return TextOf(InstrumentRow("BENCH1", kInstrument, Lines(lines)), FindingKind::NotRewritten);
+}
+
+TEST(ALineThatASaveWouldChange, IsNamedAlsoBesideMissingAndAdditionalLines) {
+  const std::string begin = "A save would not write the file as it is. ";
+  const std::string end = " Check what would be lost before you save it.";
+  const std::string due = "CAL DUE DATE 5 MAR 2027";
+  EXPECT_EQ(NotRewritten({due, "ASSET ", "TRACE ", "COMMENT "}), "");
+  EXPECT_EQ(NotRewritten({due, "ASSET ", "TRACE a  b", "COMMENT "}),
+            begin + "Line 10, \"TRACE a  b\", would become \"TRACE a b\"." + end);
+  EXPECT_EQ(NotRewritten({due, "TRACE ", "COMMENT "}),
+            begin + "After line 8, it would add \"ASSET \"." + end);
+  EXPECT_EQ(NotRewritten({due, "OWNER Smith", "ASSET ", "TRACE ", "COMMENT "}),
+            begin + "Line 9, \"OWNER Smith\", would be left out." + end);
+  EXPECT_EQ(NotRewritten({due, "asset ", "TRACE ", "COMMENT "}),
+            begin + "Line 9, \"asset \", would become \"ASSET \"." + end);
+}
+
 TEST(FilesThatAreGone, AreFoundByTheFoldersOfTheirRows) {
   const test::TestTree tree;
   std::vector<SurveyRow> rows = {SensorRow("PX12A", "20260305", "20270305"),

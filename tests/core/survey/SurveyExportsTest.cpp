@@ -166,7 +166,8 @@ TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead
   list.stations = {"BENCH1"};
   list.Add(FindingKind::IndexLacksName, "Save it.");
   SurveyRow folder = list;
-  folder.path = R"(c:\stations)";
+  folder.path = R"(c:\calfactors\INDEX)";
+  folder.isFolder = true;
   folder.stations.clear();
   const auto states = [](const SurveyRow& row) {
     return SurveyCell(row, SurveyColumn::Kind) + "|" + SurveyCell(row, SurveyColumn::Model) + "|" +
@@ -175,7 +176,7 @@ TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead
   EXPECT_EQ(states(unreadable), R"(data set|PX12A|cannot be read: c:\calfactors\PX12A\SN99999)");
   EXPECT_EQ(states(atStation), "instrument|PX12A|");
   EXPECT_EQ(states(list), R"(list|INDEX|INDEX lacks a name: c:\stations\BENCH1\INDEX)");
-  EXPECT_EQ(states(folder), R"(folder|stations|INDEX lacks a name: c:\stations)");
+  EXPECT_EQ(states(folder), R"(folder|INDEX|INDEX lacks a name: c:\calfactors\INDEX)");
 }
 
 }  // namespace
