@@ -4,7 +4,9 @@
 #include "cli/DataFile.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -16,6 +18,8 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
+#include "core/station/StationFiles.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell::cli {
@@ -53,13 +57,35 @@ void TakeDates(std::string_view bytes, DataFile& file) {
 std::string ReadBytes(const std::string& path) {
   std::string bytes;
   if (const std::error_code code = ReadNativeFile(NativePath(path), bytes, kDataFileLimit)) {
+    // What is said about an entry of a folder, that it should be removed, would be wrong here.
+    if (code == std::errc::is_a_directory) {
+      throw Error(ErrorKind::NotAFile, "It is a folder. Name a file in it.", path);
+    }
+    if (code == std::errc::not_supported || code == std::errc::no_such_device_or_address) {
+      throw Error(ErrorKind::NotAFile, "It is a device or a pipe. Name a file.", path);
+    }
     throw SystemError(code, "read the file", path);
   }
   return bytes;
 }
 
 bool IsInstrumentFile(std::string_view bytes) {
-  return bytes.starts_with("MODEL NUMBER");
+  if (bytes.starts_with("MODEL NUMBER")) {
+    return true;
+  }
+  // A comment of another file may begin like one of these lines.
+  static constexpr std::size_t kSureKeywords = 2;
+  static constexpr std::array<std::string_view, 5> kKeywords = {
+      "MODEL NUMBER", "SERIAL NUMBER", "ADDRESS TYPE", "CAL DUE DATE", "CAL DATA"};
+  std::set<std::string> found;
+  std::string_view rest = bytes.starts_with('#') ? std::string_view() : bytes;
+  while (!rest.empty() && found.size() < kSureKeywords) {
+    std::string keyword = ParseKeywordLine(DecodeFileText(TakeLine(rest))).keyword;
+    if (std::ranges::find(kKeywords, keyword) != kKeywords.end()) {
+      found.insert(std::move(keyword));
+    }
+  }
+  return found.size() == kSureKeywords;
 }
 
 DataFile ReadDataFile(std::string_view bytes, const std::string& path) {

@@ -26,7 +26,7 @@ struct DataFile {
 /// Reads a whole file. Throws the error of one that cannot be read.
 [[nodiscard]] std::string ReadBytes(const std::string& path);
 
-/// Whether the content is that of a station's instrument.
+/// Whether the content is that of a station's instrument, in any order of its lines.
 [[nodiscard]] bool IsInstrumentFile(std::string_view bytes);
 
 /// Reads the content of a data file. Its model is that of its model line or, without a known one,

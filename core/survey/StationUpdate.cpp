@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/Models.h"
 #include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/Paths.h"
@@ -99,7 +101,31 @@ bool IsUpToDate(const FileLines& lines, const FileLines& wanted) {
   });
 }
 
+/// Whether an instrument is a test kit whose own data set has no due date.
+bool IsKitWithoutDate(const SurveyRow& instrument) {
+  const Model* model = FindModel(ToUpper(LastNameOf(FolderOf(instrument.dataSet))));
+  return model != nullptr && model->family == ModelFamily::TestKit && !instrument.isCopy &&
+         !instrument.isDataSetOfOther;
+}
+
 }  // namespace
+
+std::map<std::string, std::string> DataSetsToTakeOver(const std::vector<SurveyRow>& selected,
+                                                      const std::vector<SurveyRow>& all) {
+  std::set<std::string> paths;
+  for (const SurveyRow& row : selected) {
+    paths.insert(row.path);
+  }
+  std::map<std::string, std::string> dataSets;
+  for (const SurveyRow& row : all) {
+    const bool isMeant = paths.contains(row.path) || paths.contains(row.dataSet);
+    if (row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty() && isMeant &&
+        !IsKitWithoutDate(row)) {
+      dataSets[row.path] = row.dataSet;
+    }
+  }
+  return dataSets;
+}
 
 std::vector<ChangedLine> ChangedLines(std::string_view before, std::string_view after) {
   const FileLines earlier = LinesOf(before);

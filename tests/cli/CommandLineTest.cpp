@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,13 +29,19 @@ constexpr const char* kInstrument = R"(c:\stations\BENCH1\PX12A)";
 
 class TestConsole final : public Console {
  public:
-  void Out(std::string_view text) override { out += text; }
+  void Out(std::string_view text) override {
+    if (failure) {
+      failure();
+    }
+    out += text;
+  }
   void Err(std::string_view text) override { err += text; }
   [[nodiscard]] bool ErrIsTerminal() const override { return isTerminal; }
 
   std::string out;
   std::string err;
   bool isTerminal = false;
+  std::function<void()> failure;  ///< throws while something is written
 };
 
 std::string Sensor(const std::string& due, const std::string& factor,
@@ -163,12 +174,72 @@ TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
         {"check", "--json", "--quiet"},
         {"export", "--csv", "--ics"},
         {"check", "--stations", ""},
+        {"export", "-o", ""},
+        {"diff", kSensor, ""},
         {"look"}}) {
     EXPECT_EQ(Run(arguments), kCouldNotLook) << arguments.back();
+    EXPECT_EQ(console_.out, "");
     EXPECT_NE(console_.err, "");
   }
+  EXPECT_EQ(Run({"show", ""}), kCouldNotLook);
+  EXPECT_EQ(console_.err.find("FILE: give the name of a file\n"), 0U) << console_.err;
   EXPECT_EQ(RunCommandLine({"due", "--today", "2026-02-29"}, kNow, console_), kCouldNotLook);
   EXPECT_EQ(RunCommandLine({"--help"}, kNow, console_), kClean);
+}
+
+TEST_F(CommandLine, AsksForAFileInAFolder) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"show", "c:\\calfactors"},
+        {"diff", kSensor, "c:\\calfactors"},
+        {"history", "c:\\calfactors"}}) {
+    EXPECT_EQ(Run(arguments), kCouldNotLook);
+    EXPECT_EQ(console_.err.find("tarvell-cli: It is a folder. Name a file in it."), 0U)
+        << console_.err;
+  }
+}
+
+TEST_F(CommandLine, EndsWithTwoAfterAFailureThatNobodyExpected) {
+  console_.failure = [] { throw std::bad_alloc(); };
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err, "tarvell-cli: There is not enough memory to do this.\n");
+  console_.failure = [] { throw std::runtime_error("a reason"); };
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err,
+            "tarvell-cli: The program could not do this (a reason). Report this message to whoever "
+            "looks after the program.\n");
+}
+
+TEST(StandardOutput, ThatCannotBeWrittenIsReported) {
+  const auto write = [] {
+    if (std::freopen("/dev/full", "w", stdout) == nullptr) {
+      std::exit(1);
+    }
+    SystemConsole console;
+    console.Out("a list");
+    std::exit(console.Close() ? 0 : 2);
+  };
+  EXPECT_EXIT(write(), testing::ExitedWithCode(2),
+              "^tarvell-cli: Standard output could not be written: No space left on device\\.\n$");
+}
+
+TEST_F(CommandLine, CutsALongSerialNumberInAColumn) {
+  std::string bytes = Sensor("20261121", "99.8");
+  const std::string serial = std::string(56, 'A') + "12345";
+  bytes.replace(bytes.find("3318A12345"), 10, serial);
+  tree_.Write(kSensor, bytes);
+  EXPECT_EQ(Run({"due"}), kFindings);
+  EXPECT_EQ(console_.out.find("PX12A  " + std::string(56, 'A') + "1...  C-0042 "),
+            console_.out.find("PX12A"))
+      << console_.out;
+}
+
+TEST_F(CommandLine, ShowKnowsAnInstrumentByItsKeywords) {
+  tree_.Write(kInstrument, Lines({"SERIAL NUMBER 1", "MODEL NUMBER PX12A", "CAL DATA "}));
+  EXPECT_EQ(Run({"show", kInstrument}), kClean);
+  EXPECT_EQ(console_.out, "SERIAL NUMBER  1\nMODEL NUMBER   PX12A\nCAL DATA\n");
+  tree_.Write(kInstrument, Lines({"SERIAL NUMBER 1", "SERIAL NUMBER 2", "OPTIONS "}));
+  EXPECT_EQ(Run({"show", kInstrument}), kClean);
+  EXPECT_EQ(console_.out.find("Model "), 0U) << "one keyword may be a text of a data file";
 }
 
 TEST_F(CommandLine, NamesTheCommandThatWasProbablyMeant) {
