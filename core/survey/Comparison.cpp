@@ -71,7 +71,8 @@ class RowGroups {
   std::vector<KeyedRow> rows_;
 };
 
-/// A separator before all characters of names: what is sorted by folder and name has sorted keys.
+/// The separator sorts before every character of a name, so that rows in the order of folder and
+/// name have sorted keys.
 std::string KeyOf(std::string_view folder, std::string_view name) {
   std::string key;
   key.reserve(folder.size() + 1 + name.size());

@@ -16,7 +16,7 @@ enum class FindingKind {
   DueSoon,
   NoSuchDate,
   DueDateDiffers,     ///< an instrument's due date is not that of its data set
-  SerialDiffers,      ///< nor is its serial number
+  SerialDiffers,      ///< its serial number is not that of its data set
   DataSetMissing,     ///< of an instrument
   NotUsed,            ///< a data set of which no station has the instrument
   SharedFileName,     ///< two data sets of a model whose serial numbers give the same file name

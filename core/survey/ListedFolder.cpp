@@ -77,7 +77,7 @@ void ListedFolder::CheckIndex(std::string_view remedy, const std::vector<std::st
   } else {
     std::vector<std::string> others;
     std::ranges::transform(names_, std::back_inserter(others), &Name::name);
-    // An INDEX that is missing lacks every name.
+    // An INDEX that does not exist lacks every name.
     tarvell::CheckIndex(bytes, others, remedy, row);
   }
   if (!row.findings.empty()) {
