@@ -30,8 +30,8 @@ std::string FindingLines(const SurveyResult& result) {
   TextTable table;
   for (const SurveyRow& row : result.rows) {
     for (const Finding& finding : row.findings) {
-      table.Add({std::string(WordsOf(finding.kind)), ShownPath(row.path), row.serialNumber,
-                 finding.text});
+      table.Add({std::string(WordsOf(finding.kind)), ShownPath(row.path),
+                 ForColumn(row.serialNumber), finding.text});
     }
   }
   return table.Text();
@@ -54,7 +54,7 @@ std::string DueLines(const SurveyResult& result) {
   table.Add({"Due", "Days left", "Model", "Serial number", "Calibration number", "Stations"});
   for (const SurveyRow& row : result.rows) {
     table.Add({SurveyCell(row, SurveyColumn::Due), SurveyCell(row, SurveyColumn::DaysLeft),
-               row.model, row.serialNumber, row.calibrationNumber,
+               row.model, ForColumn(row.serialNumber), ForColumn(row.calibrationNumber),
                SurveyCell(row, SurveyColumn::Stations)});
   }
   return result.rows.empty() ? std::string() : table.Text();

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <iterator>
 #include <map>
+#include <new>
 #include <numeric>
 #include <optional>
 #include <sstream>
@@ -138,12 +140,22 @@ class Arguments {
     }
   }
 
-  /// A variable that is not set must not look like a folder without faults.
+  /// An empty variable of a script must not look like a folder without faults, or like no file.
+  static CLI::Option* AddPath(CLI::App* command, const std::string& name, std::string& path,
+                              const std::string& help, const std::string& demand) {
+    return command->add_option(name, path, help)->check([demand](const std::string& text) {
+      return text.empty() ? demand : std::string();
+    });
+  }
+
   static void AddFolder(CLI::App* command, const std::string& name, std::string& folder,
                         const std::string& help) {
-    command->add_option(name, folder, help)->check([](const std::string& text) {
-      return std::string(text.empty() ? "give a folder" : "");
-    });
+    AddPath(command, name, folder, help, "give a folder");
+  }
+
+  static CLI::Option* AddFile(CLI::App* command, const std::string& name, std::string& file,
+                              const std::string& help) {
+    return AddPath(command, name, file, help, "give the name of a file");
   }
 
   void AddTrees(CLI::App* command) {
@@ -188,7 +200,7 @@ class Arguments {
     CLI::App* command = Command("show", "Show a data file or an instrument's file",
                                 [this] { return Show(options_, first_, console_); });
     AddOutput(command);
-    command->add_option("FILE", first_, "The file")->required();
+    AddFile(command, "FILE", first_, "The file")->required();
   }
 
   void AddDiff() {
@@ -197,8 +209,8 @@ class Arguments {
     });
     AddOutput(command);
     command->add_flag("--bytes", comparesBytes_, "Compare the bytes");
-    command->add_option("FIRST", first_, "A data file")->required();
-    command->add_option("SECOND", second_, "Another one")->required();
+    AddFile(command, "FIRST", first_, "A data file")->required();
+    AddFile(command, "SECOND", second_, "Another one")->required();
   }
 
   void AddExport() {
@@ -214,21 +226,21 @@ class Arguments {
     CLI::Option* calendar = add("--ics", ExportFormat::Calendar, "A calendar of the due dates");
     csv->excludes(json)->excludes(calendar);
     json->excludes(calendar);
-    command->add_option("-o,--output", target_, "Save to this file (else to standard output)");
+    AddFile(command, "-o,--output", target_, "Save to this file (else to standard output)");
   }
 
   void AddHistory() {
     CLI::App* command = Command("history", "List the earlier contents of a data file",
                                 [this] { return History(options_, first_, console_); });
     AddOutput(command);
-    command->add_option("FILE", first_, "The file")->required();
+    AddFile(command, "FILE", first_, "The file")->required();
   }
 
   void AddImport() {
     CLI::App* command = Command("import", "Save a certificate as a new data set",
                                 [this] { return Import(options_, order_, console_); });
     KnowTrees();
-    command->add_option("FILE", order_.file, "A DCC, CSV or TSV file")->required();
+    AddFile(command, "FILE", order_.file, "A DCC, CSV or TSV file")->required();
     command->add_option("--model", order_.model, "The model of the data set")->required();
     AddFolder(command, "--calfactors", options_.calibrationDir,
               "Folder of the calibration data (else that of tarvell.ini)");
@@ -295,6 +307,13 @@ int RunCommandLine(const std::vector<std::string>& arguments, std::time_t now, C
     return Arguments(first, now, console).Run(arguments);
   } catch (const Error& error) {
     console.Err("tarvell-cli: " + WithoutControls(error.what()) + "\n");
+    return kCouldNotLook;
+  } catch (const std::bad_alloc&) {
+    console.Err("tarvell-cli: There is not enough memory to do this.\n");
+    return kCouldNotLook;
+  } catch (const std::exception& failure) {
+    console.Err("tarvell-cli: The program could not do this (" + WithoutControls(failure.what()) +
+                "). Report this message to whoever looks after the program.\n");
     return kCouldNotLook;
   }
 }

@@ -3,6 +3,7 @@
 
 #include "cli/Console.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <unistd.h>
 
@@ -16,7 +17,9 @@ constexpr double kPercent = 100;
 }  // namespace
 
 void SystemConsole::Out(std::string_view text) {
-  hasFailed_ = std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || hasFailed_;
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+    NoteFailure();
+  }
 }
 
 void SystemConsole::Err(std::string_view text) {
@@ -29,7 +32,18 @@ bool SystemConsole::ErrIsTerminal() const {
 }
 
 bool SystemConsole::Close() {
-  return std::fflush(stdout) == 0 && !hasFailed_;
+  if (std::fflush(stdout) != 0) {
+    NoteFailure();
+  }
+  if (failure_) {
+    Err("tarvell-cli: Standard output could not be written: " + failure_.message() + ".\n");
+  }
+  return !failure_;
+}
+
+void SystemConsole::NoteFailure() {
+  // The first failure is the reason for the others.
+  failure_ = failure_ ? failure_ : std::error_code(errno, std::generic_category());
 }
 
 ProgressBar::~ProgressBar() {

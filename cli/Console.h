@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace tarvell::cli {
 
@@ -29,11 +30,14 @@ class SystemConsole final : public Console {
   void Out(std::string_view text) override;
   void Err(std::string_view text) override;
   [[nodiscard]] bool ErrIsTerminal() const override;
-  /// Whether everything could be written to standard output.
+  /// Returns whether everything could be written to standard output; reports what could not on
+  /// standard error.
   [[nodiscard]] bool Close();
 
  private:
-  bool hasFailed_ = false;
+  void NoteFailure();
+
+  std::error_code failure_;
 };
 
 /// A bar on standard error while a command works, only where somebody watches it.

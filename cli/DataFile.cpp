@@ -4,17 +4,22 @@
 #include "cli/DataFile.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/DataFileSummary.h"
 #include "core/caldata/HeaderLines.h"
 #include "core/caldata/MemoryGrid.h"
 #include "core/dates/DueDate.h"
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/platform/Error.h"
+#include "core/station/StationFiles.h"
+#include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
 namespace tarvell::cli {
@@ -36,18 +41,51 @@ const Model* ModelOf(std::string_view bytes, const std::string& path) {
   return FindModel(ToUpper(LastNameOf(FolderOf(whole))));
 }
 
+/// Takes the dates as the file has them: two that do not exist can differ.
+void TakeDates(std::string_view bytes, DataFile& file) {
+  for (FileSummary::Field& field : SummaryOfDataFile(bytes, 0).fields) {
+    if (field.name == "Calibrated") {
+      file.calibrated = std::move(field.value);
+    } else if (field.name == "Due") {
+      file.due = std::move(field.value);
+    }
+  }
+}
+
 }  // namespace
 
 std::string ReadBytes(const std::string& path) {
   std::string bytes;
   if (const std::error_code code = ReadNativeFile(NativePath(path), bytes, kDataFileLimit)) {
+    // What is said about an entry of a folder, that it should be removed, would be wrong here.
+    if (code == std::errc::is_a_directory) {
+      throw Error(ErrorKind::NotAFile, "It is a folder. Name a file in it.", path);
+    }
+    if (code == std::errc::not_supported || code == std::errc::no_such_device_or_address) {
+      throw Error(ErrorKind::NotAFile, "It is a device or a pipe. Name a file.", path);
+    }
     throw SystemError(code, "read the file", path);
   }
   return bytes;
 }
 
 bool IsInstrumentFile(std::string_view bytes) {
-  return bytes.starts_with("MODEL NUMBER");
+  if (bytes.starts_with("MODEL NUMBER")) {
+    return true;
+  }
+  // A comment of another file may begin like one of these lines.
+  static constexpr std::size_t kSureKeywords = 2;
+  static constexpr std::array<std::string_view, 5> kKeywords = {
+      "MODEL NUMBER", "SERIAL NUMBER", "ADDRESS TYPE", "CAL DUE DATE", "CAL DATA"};
+  std::set<std::string> found;
+  std::string_view rest = bytes.starts_with('#') ? std::string_view() : bytes;
+  while (!rest.empty() && found.size() < kSureKeywords) {
+    std::string keyword = ParseKeywordLine(DecodeFileText(TakeLine(rest))).keyword;
+    if (std::ranges::find(kKeywords, keyword) != kKeywords.end()) {
+      found.insert(std::move(keyword));
+    }
+  }
+  return found.size() == kSureKeywords;
 }
 
 DataFile ReadDataFile(std::string_view bytes, const std::string& path) {
@@ -58,23 +96,28 @@ DataFile ReadDataFile(std::string_view bytes, const std::string& path) {
                 path);
   }
   file.header = std::move(*header);
+  file.calibrated = DateText({file.header.CalYear, file.header.CalMonth, file.header.CalDay});
+  file.due = DateText({file.header.DueYear, file.header.DueMonth, file.header.DueDay});
   file.model = ModelOf(bytes, path);
   if (file.model != nullptr && file.model->create != nullptr) {
     file.data = file.model->create();
     file.data->LoadFromBytes(bytes, path);
     if (file.data->HeaderOfLoad().isOldStyle) {
       file.data.reset();
+    } else {
+      TakeDates(bytes, file);
     }
   }
   return file;
 }
 
-std::vector<NamedValue> HeaderValues(const CalFileInfo& header) {
+std::vector<NamedValue> HeaderValues(const DataFile& file) {
+  const CalFileInfo& header = file.header;
   return {{"Model", header.ModelNumber},
           {"Serial number", header.SerialNumber},
           {"Calibration number", header.CalibrationNumber},
-          {"Calibrated", DateText({header.CalYear, header.CalMonth, header.CalDay})},
-          {"Due", DateText({header.DueYear, header.DueMonth, header.DueDay})},
+          {"Calibrated", file.calibrated},
+          {"Due", file.due},
           {"Comment", header.Comment}};
 }
 

@@ -17,6 +17,8 @@ namespace tarvell::cli {
 /// The content of a data file.
 struct DataFile {
   CalFileInfo header;
+  std::string calibrated;  ///< in words; a date that does not exist keeps its digits
+  std::string due;
   const Model* model = nullptr;      ///< nullptr if the program does not know it
   std::unique_ptr<cifCaldata> data;  ///< nullptr if the program cannot read its values
 };
@@ -24,7 +26,7 @@ struct DataFile {
 /// Reads a whole file. Throws the error of one that cannot be read.
 [[nodiscard]] std::string ReadBytes(const std::string& path);
 
-/// Whether the content is that of a station's instrument.
+/// Whether the content is that of a station's instrument, in any order of its lines.
 [[nodiscard]] bool IsInstrumentFile(std::string_view bytes);
 
 /// Reads the content of a data file. Its model is that of its model line or, without a known one,
@@ -36,7 +38,7 @@ struct NamedValue {
   std::string name;
   std::string value;
 };
-[[nodiscard]] std::vector<NamedValue> HeaderValues(const CalFileInfo& header);
+[[nodiscard]] std::vector<NamedValue> HeaderValues(const DataFile& file);
 
 /// A page as texts.
 struct PageTexts {

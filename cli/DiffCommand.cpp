@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <algorithm>
+#include <compare>
+#include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -10,8 +12,10 @@
 #include "cli/Commands.h"
 #include "cli/DataFile.h"
 #include "cli/TextTable.h"
+#include "core/caldata/Uncertainty.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/Error.h"
+#include "core/platform/ProgramPath.h"
 #include "core/text/Text.h"
 
 namespace tarvell::cli {
@@ -26,30 +30,57 @@ struct Difference {
 };
 using Differences = std::vector<Difference>;
 
-/// Whether two texts are the same text or the same number.
+/// The number of an uncertainty in ppm; nothing for a text that is not one.
+std::optional<double> PpmOf(std::string_view cell) {
+  const auto [number, unit] = SplitUncertainty(Trim(cell), "m");
+  if (unit != kPpm && unit != kPercent) {
+    return std::nullopt;
+  }
+  const std::optional<double> value = ParseNumber(Trim(number));
+  return value && unit == kPercent ? std::optional(PpmOfPercent(*value)) : value;
+}
+
+/// Whether two texts are the same text, the same number or the same uncertainty.
 bool IsSameValue(const std::string& a, const std::string& b) {
   if (a == b) {
     return true;
   }
   const std::optional<double> first = ParseNumber(a);
-  return first && first == ParseNumber(b);
+  const std::optional<double> ppm = PpmOf(a);
+  return (first && first == ParseNumber(b)) || (ppm && ppm == PpmOf(b));
 }
 
-/// The rows of a page by what they are for: by the first column, in an attenuator's table by the
-/// first two. A row that comes again is a row of its own.
-using KeyedRows = std::map<std::pair<std::string, int>, const std::vector<std::string>*>;
+/// What a row is for: its first cell, in an attenuator's table its first two. Numbers come in their
+/// order, before texts.
+struct RowKey {
+  std::vector<std::pair<double, std::string>> cells;
+  int again = 0;  ///< a row that comes again is a row of its own
+
+  auto operator<=>(const RowKey&) const = default;
+};
+
+std::string TextOf(const RowKey& key) {
+  std::string text;
+  for (const auto& [number, cell] : key.cells) {
+    text += (text.empty() ? "" : ", ") + cell;
+  }
+  return text;
+}
+
+using KeyedRows = std::map<RowKey, const std::vector<std::string>*>;
 
 KeyedRows RowsByKey(const PageTexts& page, std::size_t keyColumns) {
   KeyedRows rows;
   for (const std::vector<std::string>& row : page.rows) {
-    std::string key;
+    RowKey key;
     for (std::size_t column = 0; column < std::min(keyColumns, row.size()); ++column) {
-      const std::optional<double> number = ParseNumber(row[column]);
-      key += (column == 0 ? "" : ", ") + (number ? Normalised(row[column]) : row[column]);
+      const std::string& cell = row[column];
+      const std::optional<double> number = ParseNumber(cell);
+      key.cells.emplace_back(number.value_or(std::numeric_limits<double>::infinity()),
+                             number ? Normalised(cell) : cell);
     }
-    int again = 0;
-    while (!rows.emplace(std::pair(key, again), &row).second) {
-      ++again;
+    while (!rows.emplace(key, &row).second) {
+      ++key.again;
     }
   }
   return rows;
@@ -78,33 +109,58 @@ void CompareRows(const PageTexts& page, const std::string& place,
   }
 }
 
-void ComparePages(const PageTexts& first, const PageTexts& second, std::size_t keyColumns,
-                  Differences& differences) {
-  const std::string page = first.name.empty() ? std::string() : first.name + ", ";
-  if (first.serialNumber != second.serialNumber) {
-    differences.push_back({page + "Serial number", first.serialNumber, second.serialNumber});
-  }
+bool IsBlank(const std::vector<std::string>& row) {
+  return std::ranges::all_of(row, [](const std::string& cell) { return Trim(cell).empty(); });
+}
+
+/// What is said of a page that the other file lacks; "" for one without rows.
+std::string TextOfPage(const PageTexts& page) {
+  const auto rows =
+      page.rows.size() - static_cast<std::size_t>(std::ranges::count_if(page.rows, &IsBlank));
+  const std::string serial =
+      page.serialNumber.empty() ? std::string() : "serial number " + page.serialNumber + ", ";
+  return rows == 0 ? "" : serial + std::to_string(rows) + (rows == 1 ? " row" : " rows");
+}
+
+void CompareTables(const PageTexts& first, const PageTexts& second, const std::string& page,
+                   std::size_t keyColumns, Differences& differences) {
   const KeyedRows rows = RowsByKey(first, keyColumns);
   const KeyedRows others = RowsByKey(second, keyColumns);
-  for (const auto& [key, row] : rows) {
+  KeyedRows all = rows;
+  all.insert(others.begin(), others.end());
+  for (const auto& [key, any] : all) {
+    const std::string place = page + TextOf(key);
+    const auto row = rows.find(key);
     const auto other = others.find(key);
-    if (other == others.end()) {
-      differences.push_back({page + key.first, JoinedCells(*row), ""});
+    if (row == rows.end()) {
+      differences.push_back({place, "", JoinedCells(*any)});
+    } else if (other == others.end()) {
+      differences.push_back({place, JoinedCells(*any), ""});
     } else {
-      CompareRows(first, page + key.first, *row, *other->second, differences);
-    }
-  }
-  for (const auto& [key, row] : others) {
-    if (!rows.contains(key)) {
-      differences.push_back({page + key.first, "", JoinedCells(*row)});
+      CompareRows(first, place, *row->second, *other->second, differences);
     }
   }
 }
 
+void ComparePages(const PageTexts& first, const PageTexts& second, std::size_t keyColumns,
+                  Differences& differences) {
+  const std::string text = TextOfPage(first);
+  const std::string other = TextOfPage(second);
+  if (text.empty() != other.empty()) {
+    differences.push_back({first.name.empty() ? "Table" : first.name, text, other});
+    return;
+  }
+  const std::string page = first.name.empty() ? std::string() : first.name + ", ";
+  if (first.serialNumber != second.serialNumber) {
+    differences.push_back({page + "Serial number", first.serialNumber, second.serialNumber});
+  }
+  CompareTables(first, second, page, keyColumns, differences);
+}
+
 Differences Compared(const DataFile& first, const DataFile& second) {
   Differences differences;
-  const std::vector<NamedValue> fields = HeaderValues(first.header);
-  const std::vector<NamedValue> others = HeaderValues(second.header);
+  const std::vector<NamedValue> fields = HeaderValues(first);
+  const std::vector<NamedValue> others = HeaderValues(second);
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (fields[i].value != others[i].value) {
       differences.push_back({fields[i].name, fields[i].value, others[i].value});
@@ -153,6 +209,14 @@ Differences ComparedBytes(const std::string& first, const std::string& second) {
            textOf(a, first.end()), textOf(b, second.end())}};
 }
 
+/// A value of a file that was cut off may be that of the template.
+void ReportNotices(const DataFile& file, const std::string& path, Console& console) {
+  for (const std::string& notice : file.data->LoadNotices()) {
+    console.Err("tarvell-cli: " + WithoutControls(ShownPath(path)) + ": " +
+                WithoutControls(notice) + "\n");
+  }
+}
+
 }  // namespace
 
 int Diff(const Options& options, const std::string& first, const std::string& second,
@@ -172,6 +236,10 @@ int Diff(const Options& options, const std::string& first, const std::string& se
                   "(--bytes).");
     }
     differences = Compared(a, b);
+    if (!options.isQuiet) {
+      ReportNotices(a, first, console);
+      ReportNotices(b, second, console);
+    }
   }
   if (!options.isQuiet) {
     console.Out(TextOf(options, differences));

@@ -29,8 +29,9 @@ std::string TableOf(const std::vector<Calibration>& calibrations) {
   table.Add({"Content", "Changed by", "Calibrated", "Due", "Calibration number", "File"});
   for (const Calibration& it : calibrations) {
     const std::string time = TimeOf(it.event);
-    table.Add({it.isCurrent ? "now" : "until " + time, it.event.user, DateText(it, it.Calibrated()),
-               DateText(it, it.Due()), it.header.CalibrationNumber, ShownPath(it.header.FilePath)});
+    table.Add({it.isCurrent ? "now" : "until " + time, ForColumn(it.event.user),
+               DateText(it, it.Calibrated()), DateText(it, it.Due()),
+               ForColumn(it.header.CalibrationNumber), ShownPath(it.header.FilePath)});
   }
   return table.Text();
 }

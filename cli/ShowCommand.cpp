@@ -24,7 +24,7 @@ std::string TextOf(const Json& json) {
 
 std::string TextOf(const DataFile& file) {
   TextTable header;
-  for (const NamedValue& field : HeaderValues(file.header)) {
+  for (const NamedValue& field : HeaderValues(file)) {
     header.Add({field.name, field.value});
   }
   std::string text = header.Text();

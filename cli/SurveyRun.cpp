@@ -9,8 +9,6 @@
 
 #include "cli/TextTable.h"
 #include "core/platform/ProgramPath.h"
-#include "core/station/StationFiles.h"
-#include "core/text/Text.h"
 
 namespace tarvell::cli {
 
@@ -21,14 +19,9 @@ bool IsDamage(const Finding& finding) {
          finding.kind == FindingKind::NoSuchDate;
 }
 
-bool IsUnlistedFolder(const SurveyRow& row) {
-  return row.kind == SurveyRow::Kind::Place && row.Has(FindingKind::Unreadable) &&
-         !EqualsIgnoringCase(LastNameOf(row.path), kIndexName);
-}
-
 /// Whether nobody knows when an instrument is due, because its file or the date is damaged.
 bool LacksDueDate(const SurveyRow& row) {
-  return row.kind != SurveyRow::Kind::Place && !row.daysLeft && row.dataSet.empty() &&
+  return row.kind != SurveyRow::Kind::Place && !row.daysLeft && !row.isCopy &&
          std::ranges::any_of(row.findings, &IsDamage);
 }
 
@@ -51,7 +44,7 @@ SurveyResult RunSurvey(const Options& options, Console& console) {
 bool ReportUnread(const SurveyResult& result, Unread unread, Console& console) {
   bool isWhole = true;
   for (const SurveyRow& row : result.rows) {
-    if (IsUnlistedFolder(row) || (unread == Unread::DueDates && LacksDueDate(row))) {
+    if (row.isFolder || (unread == Unread::DueDates && LacksDueDate(row))) {
       console.Err("tarvell-cli: " + WithoutControls(ShownPath(row.path)) + ": " +
                   WithoutControls(TextOfDamage(row)) + "\n");
       isWhole = false;

@@ -4,6 +4,7 @@
 #include "cli/TextTable.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "core/text/FileCharacters.h"
@@ -36,6 +37,14 @@ std::string TextTable::Text() const {
     text.append(TrimRight(line)).append("\n");
   }
   return text;
+}
+
+std::string ForColumn(const std::string& text) {
+  static constexpr std::size_t kMostCharacters = 60;
+  static constexpr std::string_view kCut = "...";
+  return CharacterCount(text) <= kMostCharacters
+             ? text
+             : std::string(FirstCharacters(text, kMostCharacters - kCut.size())).append(kCut);
 }
 
 std::string WithoutControls(const std::string& name) {

@@ -22,6 +22,10 @@ class TextTable {
   std::vector<std::vector<std::string>> lines_;
 };
 
+/// A text of a file for a column beside others: its first 57 characters and "..." if it has more
+/// than 60, which would make every line as wide.
+[[nodiscard]] std::string ForColumn(const std::string& text);
+
 /// `name` as NameText returns it, with a blank for each control character.
 [[nodiscard]] std::string WithoutControls(const std::string& name);
 

@@ -12,6 +12,6 @@ int main(int argc, char** argv) {
   tarvell::cli::SystemConsole console;
   const std::vector<std::string> arguments = tarvell::StartInShell(argc, argv);
   const int status = tarvell::cli::RunCommandLine(arguments, std::time(nullptr), console);
-  // A list that could not be written is no answer.
+  // A list that was not written whole must not look like the answer.
   return console.Close() ? status : tarvell::cli::kCouldNotLook;
 }

@@ -7,7 +7,8 @@ add_compile_definitions(_WIN32_WINNT=0x0A00 UNICODE _UNICODE NOMINMAX WIN32_LEAN
   _POSIX_C_SOURCE=200809L)
 add_link_options($<$<CONFIG:Release>:LINKER:--gc-sections,--strip-all>)
 
-# describe_executable(TARGET NAME TEXT): icon, version and what the executable tells Windows.
+# describe_executable(TARGET NAME TEXT): icon, version and what the executable
+# declares to Windows.
 function(describe_executable target name text)
   set(WINDOWS_NAME ${name})
   set(WINDOWS_TEXT ${text})

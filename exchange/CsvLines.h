@@ -18,7 +18,7 @@ struct NumberCell {
   std::string_view unit;
 };
 
-/// Nothing for a cell that is no number, with either decimal sign.
+/// Nothing for a cell that is not a number, with either decimal sign.
 [[nodiscard]] std::optional<NumberCell> NumberIn(std::string_view cell);
 
 [[nodiscard]] bool IsBlank(const DelimitedLine& line);

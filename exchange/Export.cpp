@@ -13,6 +13,7 @@
 #include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
+#include "core/text/Csv.h"
 #include "exchange/Certificate.h"
 #include "exchange/ExportedTable.h"
 #include "exchange/WrittenDate.h"
@@ -22,8 +23,6 @@ namespace tarvell {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::string_view kLineEnd = "\r\n";
 
 /// The numbers of three boxes as a date, even if no such day exists; "" for zeros.
 std::string DateOf(const std::string& year, const std::string& month, const std::string& day) {
@@ -82,22 +81,12 @@ std::vector<ExportedField> FieldsOf(const Model& model, const EditorState& state
   return fields;
 }
 
-std::string Cell(const std::string& text) {
-  if (text.find_first_of("\",\r\n") == std::string::npos) {
-    return text;
-  }
-  std::string quoted = "\"";
-  for (const char c : text) {
-    quoted += c == '"' ? "\"\"" : std::string(1, c);
-  }
-  return quoted + "\"";
-}
-
 void AppendLine(std::string& csv, const std::vector<std::string>& cells) {
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    csv += (i == 0 ? "" : ",") + Cell(cells[i]);
+    csv += i == 0 ? "" : ",";
+    AppendCsvField(csv, cells[i]);
   }
-  csv += kLineEnd;
+  csv += kCsvLineEnd;
 }
 
 void AppendKey(std::string& csv, const std::string& key, const std::string& value) {
@@ -126,7 +115,7 @@ std::string CsvOf(const Model& model, const cifCaldata& data, const EditorState&
   for (const std::int16_t page : ShownPages(state)) {
     const DraftPage& shown = state.pages.at(static_cast<std::size_t>(page));
     const ExportedTable table = ExportedPage(model, data, page, shown);
-    csv += kLineEnd;
+    csv += kCsvLineEnd;
     if (HasPages(model)) {
       AppendKey(csv, "Page", data.GetCalPageName(page));
     }

@@ -107,8 +107,8 @@ void NoteDeletion(HistoryWriter& writer, const HistoryPlace& place,
   }
 }
 
-/// Removes the version that was kept just now, because its line could not be added. If the line is
-/// in the journal after all, or nobody can tell, the version stays.
+/// Removes the version that was kept just now, because its line could not be added. The version
+/// stays if the line is in the journal after all, or if the journal cannot be read.
 void TakeBack(const HistoryPlace& place, const std::string& kept, const std::string& line) {
   std::string journal;
   if (!ReadNativeFile(place.Journal(), journal) && journal.find(line) == std::string::npos) {

@@ -54,9 +54,9 @@ struct FileHistory {
 };
 
 /// The history of the file at `path`, a path of the program; without versions if nothing is known
-/// of it. What a save kept that was interrupted then, so that the file stayed the same, is left
-/// out. Reads the journal and the file; a version only where it may be left out. Throws the error
-/// of a history that cannot be read.
+/// of it. Leaves out a version that an interrupted save has kept, because the file still holds it.
+/// Reads the journal and the file, and only those versions that may have to be left out. Throws the
+/// error of a history that cannot be read.
 [[nodiscard]] FileHistory HistoryOf(const std::string& path);
 
 /// The versions of the file of `place`, the one that was replaced last comes first. `events` are

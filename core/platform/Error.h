@@ -41,9 +41,14 @@ enum class ErrorKind {
 /// - EditedFileOnPaper prints the error of data that cannot be saved.
 /// - ChangedWithHistory asks whether to go on where the history fails.
 /// - ReadProfile falls back to the default directories.
+/// - ReadableCalFileHeader (CalFileList.cpp) finds out whether a file can be read.
 /// - SurveyThread hands what a survey throws to the thread of the screens.
+/// - RunCommandLine reports it, and any other exception, on standard error.
 /// - DataSetRow, InstrumentRow and CheckRewritten (FileCheck.h) turn the error of a file into a
 ///   finding of the survey.
+///
+/// Of other exceptions, Guarded and RunCommandLine report any; SurveyInThreads and SurveyThread do
+/// without a thread that cannot be started (std::system_error).
 ///
 /// `text` is one or more whole sentences for the operator: what happened and what to do.
 /// `path` is the file or folder concerned, or "": a path of the program, or of the system for a

@@ -71,7 +71,8 @@ class RowGroups {
   std::vector<KeyedRow> rows_;
 };
 
-/// A separator before all characters of names: what is sorted by folder and name has sorted keys.
+/// The separator sorts before every character of a name, so that rows in the order of folder and
+/// name have sorted keys.
 std::string KeyOf(std::string_view folder, std::string_view name) {
   std::string key;
   key.reserve(folder.size() + 1 + name.size());
@@ -127,6 +128,8 @@ class Comparison {
   static void Forget(SurveyRow& row) {
     std::erase_if(row.findings, [](const Finding& it) { return IsOfAComparison(it.kind); });
     row.dataSet.clear();
+    row.isDataSetOfOther = false;
+    row.isCopy = false;
     if (row.kind == SurveyRow::Kind::DataSet) {
       row.stations.clear();
     }
@@ -187,6 +190,10 @@ class Comparison {
     const auto same = std::ranges::find(candidates, instrument.serialNumber, &SerialNumberOf);
     SurveyRow& dataSet = *(same == candidates.end() ? candidates.front() : *same).row;
     instrument.dataSet = dataSet.path;
+    const bool isSame = dataSet.serialNumber == instrument.serialNumber;
+    instrument.isDataSetOfOther = !isSame && !dataSet.serialNumber.empty();
+    // A data set that cannot be read, or has no date, must not hide what is due at the station.
+    instrument.isCopy = isSame && !IsBroken(dataSet) && DaysLeft(dataSet.due, kAnyDay).has_value();
     const std::string& station = instrument.stations.front();
     if (dataSet.stations.empty() || dataSet.stations.back() != station) {
       dataSet.stations.push_back(station);
@@ -256,11 +263,20 @@ class Comparison {
     });
   }
 
+  /// The name of another row's file, with its folder where that is another one: two folders of a
+  /// model can differ only in case.
+  static std::string NameFrom(const SurveyRow& row, const SurveyRow& other) {
+    const std::string_view name = LastNameOf(other.path);
+    const std::string_view folder = LastNameOf(FolderOf(other.path));
+    return NameText(folder == LastNameOf(FolderOf(row.path)) ? std::string(name)
+                                                             : Joined(folder, name));
+  }
+
   static std::string TextOfShared(FindingKind kind, const SurveyRow& row, RowGroup group) {
     std::string others;
     for (const KeyedRow& other : group) {
       if (other.row != &row) {
-        others += (others.empty() ? "" : ", ") + NameText(LastNameOf(other.row->path));
+        others += (others.empty() ? "" : ", ") + NameFrom(row, *other.row);
       }
     }
     return kind == FindingKind::SharedAddress

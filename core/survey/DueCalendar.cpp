@@ -6,10 +6,17 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstddef>
+#include <functional>
+#include <map>
 #include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "core/dates/Calendar.h"
 #include "core/dates/DueDate.h"
+#include "core/files/FileNames.h"
 #include "core/numbers/Numbers.h"
 #include "core/platform/ProgramPath.h"
 #include "core/survey/SurveyTable.h"
@@ -91,13 +98,11 @@ std::string StampOf(std::time_t now) {
          AtLeastTwoDigits(static_cast<int>(clock.seconds().count())) + "Z";
 }
 
-bool HasEntry(const SurveyRow& row) {
-  const bool isOwnDate = row.kind == SurveyRow::Kind::DataSet ||
-                         (row.kind == SurveyRow::Kind::Instrument && row.dataSet.empty());
-  return isOwnDate && row.daysLeft;
+bool HasDueDate(const SurveyRow& row) {
+  return row.kind != SurveyRow::Kind::Place && !row.isCopy && row.daysLeft;
 }
 
-std::string DescriptionOf(const SurveyRow& row) {
+std::string DescriptionOf(const SurveyRow& row, const std::vector<std::string>& usedBy) {
   std::string text;
   const auto add = [&](std::string_view name, std::string_view value) {
     if (!value.empty()) {
@@ -105,7 +110,7 @@ std::string DescriptionOf(const SurveyRow& row) {
     }
   };
   std::string stations;
-  for (const std::string& station : row.stations) {
+  for (const std::string& station : usedBy) {
     stations += (stations.empty() ? "" : ", ") + NameText(station);
   }
   add("Calibration number", row.calibrationNumber);
@@ -115,11 +120,89 @@ std::string DescriptionOf(const SurveyRow& row) {
   return text;
 }
 
+std::string IdentifierOf(SurveyRow::Kind kind, std::string_view folder, std::string_view name) {
+  // A "_" in a name is escaped.
+  return std::string(CodeOf(kind)) + "_" + Identifier(folder) + "_" + Identifier(name) + "@tarvell";
+}
+
 /// The identifier of an entry: the place of its file, which neither a new calibration nor another
-/// file changes. A "_" in a name would be escaped.
+/// file changes.
 std::string IdentifierOf(const SurveyRow& row) {
-  return std::string(CodeOf(row.kind)) + "_" + Identifier(LastNameOf(FolderOf(row.path))) + "_" +
-         Identifier(LastNameOf(row.path)) + "@tarvell";
+  return IdentifierOf(row.kind, LastNameOf(FolderOf(row.path)), LastNameOf(row.path));
+}
+
+/// The identifier that the data set of a row has, or would have: the entry stays the same when
+/// somebody enters or mends the data set.
+std::string IdentifierOfDataSet(const SurveyRow& row) {
+  constexpr SurveyRow::Kind kDataSet = SurveyRow::Kind::DataSet;
+  if (row.kind == kDataSet || row.isDataSetOfOther || row.serialNumber.empty()) {
+    return IdentifierOf(row);
+  }
+  return row.dataSet.empty()
+             ? IdentifierOf(kDataSet, row.model, UncheckedDataFileName(row.serialNumber))
+             : IdentifierOf(kDataSet, LastNameOf(FolderOf(row.dataSet)), LastNameOf(row.dataSet));
+}
+
+/// Whether two rows with one file name are of two instruments. A damaged file may hold no serial
+/// number.
+bool IsOther(const SurveyRow& a, const SurveyRow& b) {
+  return a.serialNumber != b.serialNumber && !a.serialNumber.empty() && !b.serialNumber.empty();
+}
+
+/// What one instrument has in the calendar.
+struct Entry {
+  std::string identifier;
+  const SurveyRow* row;  ///< the one with the earliest due date
+  std::vector<std::string> stations;
+
+  /// Takes another row of the same instrument.
+  void Take(const SurveyRow& other) {
+    row = *other.daysLeft < *row->daysLeft ? &other : row;
+    for (const std::string& station : other.stations) {
+      if (std::ranges::find(stations, station) == stations.end()) {
+        stations.push_back(station);
+      }
+    }
+  }
+};
+
+/// The entries in the order of the rows. The stations of an instrument whose due date is in no data
+/// set share an entry.
+std::vector<Entry> EntriesOf(std::span<const SurveyRow> rows) {
+  std::vector<Entry> entries;
+  std::map<std::string, std::size_t, std::less<>> places;
+  for (const SurveyRow& row : rows) {
+    if (!HasDueDate(row)) {
+      continue;
+    }
+    std::string identifier = IdentifierOfDataSet(row);
+    auto [place, isNew] = places.emplace(identifier, entries.size());
+    if (!isNew && IsOther(*entries[place->second].row, row)) {
+      identifier = IdentifierOf(row);
+      std::tie(place, isNew) = places.emplace(identifier, entries.size());
+    }
+    if (isNew) {
+      entries.push_back({std::move(identifier), &row, row.stations});
+    } else {
+      entries[place->second].Take(row);
+    }
+  }
+  return entries;
+}
+
+void AppendEntry(std::string& text, const Entry& entry, const std::string& stamp) {
+  const SurveyRow& row = *entry.row;
+  AppendLine(text, "BEGIN:VEVENT");
+  AppendLine(text, "UID:" + entry.identifier);
+  AppendLine(text, "DTSTAMP:" + stamp);
+  AppendLine(text, "DTSTART;VALUE=DATE:" + Digits(row.due));
+  AppendLine(text, "SUMMARY:" +
+                       Escaped("Calibration due: " + NameText(row.model) + " " + row.serialNumber));
+  if (const std::string description = DescriptionOf(row, entry.stations); !description.empty()) {
+    AppendLine(text, "DESCRIPTION:" + Escaped(description));
+  }
+  AppendLine(text, "TRANSP:TRANSPARENT");
+  AppendLine(text, "END:VEVENT");
 }
 
 }  // namespace
@@ -131,21 +214,8 @@ std::string DueCalendar(std::span<const SurveyRow> rows, std::time_t now) {
        {"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Tarvell//Due dates//EN"}) {
     AppendLine(text, line);
   }
-  for (const SurveyRow& row : rows) {
-    if (!HasEntry(row)) {
-      continue;
-    }
-    AppendLine(text, "BEGIN:VEVENT");
-    AppendLine(text, "UID:" + IdentifierOf(row));
-    AppendLine(text, "DTSTAMP:" + stamp);
-    AppendLine(text, "DTSTART;VALUE=DATE:" + Digits(row.due));
-    AppendLine(text, "SUMMARY:" + Escaped("Calibration due: " + NameText(row.model) + " " +
-                                          row.serialNumber));
-    if (const std::string description = DescriptionOf(row); !description.empty()) {
-      AppendLine(text, "DESCRIPTION:" + Escaped(description));
-    }
-    AppendLine(text, "TRANSP:TRANSPARENT");
-    AppendLine(text, "END:VEVENT");
+  for (const Entry& entry : EntriesOf(rows)) {
+    AppendEntry(text, entry, stamp);
   }
   AppendLine(text, "END:VCALENDAR");
   return text;

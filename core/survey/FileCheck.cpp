@@ -3,6 +3,11 @@
 
 #include "core/survey/FileCheck.h"
 
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "core/survey/PairedLines.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -10,14 +15,57 @@ namespace tarvell {
 
 namespace {
 
+/// Removes the lines at the beginning of both that are the same, and returns how many they are.
+std::size_t RemoveSameLines(std::string_view& bytes, std::string_view& saved) {
+  std::size_t count = 0;
+  while (!bytes.empty() && !saved.empty()) {
+    std::string_view before = bytes;
+    std::string_view after = saved;
+    if (TakeLine(before) != TakeLine(after)) {
+      break;
+    }
+    bytes = before;
+    saved = after;
+    ++count;
+  }
+  return count;
+}
+
+/// The beginning of `bytes`, at most as many lines as can be paired soon.
+std::string_view FirstLines(std::string_view bytes) {
+  static constexpr int kPairedLines = 200;
+  std::string_view rest = bytes;
+  for (int line = 0; line < kPairedLines && !rest.empty(); ++line) {
+    static_cast<void>(TakeLine(rest));
+  }
+  return bytes.substr(0, bytes.size() - rest.size());
+}
+
 /// The first line that a save would change.
 std::string ChangedLine(std::string_view bytes, std::string_view saved) {
-  for (int line = 1; !bytes.empty() || !saved.empty(); ++line) {
-    const std::string_view before = TakeLine(bytes);
-    const std::string_view after = TakeLine(saved);
-    if (before != after) {
-      return "Line " + std::to_string(line) + ", " + Quoted(DecodeFileText(before)) +
-             ", would become " + Quoted(DecodeFileText(after)) + ".";
+  std::size_t number = RemoveSameLines(bytes, saved);
+  const FileLines before = LinesOf(FirstLines(bytes));
+  const FileLines after = LinesOf(FirstLines(saved));
+  std::vector<std::pair<const FileLine*, const FileLine*>> pairs;
+  PairedLines(before, after).Each([&](const FileLine* from, const FileLine* to) {
+    pairs.emplace_back(from, to);
+  });
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    const FileLine* from = pairs[i].first;
+    const FileLine* to = pairs[i].second;
+    if (from == nullptr) {
+      return "After line " + std::to_string(number) + ", it would add " + Quoted(to->text) + ".";
+    }
+    const std::string line = "Line " + std::to_string(++number) + ", " + Quoted(from->text);
+    if (to == nullptr && i + 1 < pairs.size() && pairs[i + 1].first == nullptr) {
+      // Another line comes in its place.
+      to = pairs[i + 1].second;
+    }
+    if (to == nullptr) {
+      return line + ", would be left out.";
+    }
+    if (from->text != to->text) {
+      return line + ", would become " + Quoted(to->text) + ".";
     }
   }
   return "Its line ends would become CR LF.";

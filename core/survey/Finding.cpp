@@ -27,6 +27,7 @@ constexpr std::array<FindingNames, kFindingKinds> kNames = {{
     {"shared-address", "address shared"},
     {"index-lacks-name", "INDEX lacks a name"},
     {"index-names-missing", "INDEX names a missing file"},
+    {"index-names-twice", "INDEX names a file twice"},
     {"unreadable", "cannot be read"},
     {"cut-off", "cut off"},
     {"no-end", "end missing"},

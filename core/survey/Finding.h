@@ -16,13 +16,14 @@ enum class FindingKind {
   DueSoon,
   NoSuchDate,
   DueDateDiffers,     ///< an instrument's due date is not that of its data set
-  SerialDiffers,      ///< nor is its serial number
+  SerialDiffers,      ///< its serial number is not that of its data set
   DataSetMissing,     ///< of an instrument
   NotUsed,            ///< a data set of which no station has the instrument
   SharedFileName,     ///< two data sets of a model whose serial numbers give the same file name
   SharedAddress,      ///< two instruments of a station with one bus address
   IndexLacksName,     ///< an INDEX that lacks a name of its folder
   IndexNamesMissing,  ///< an INDEX with a name that its folder does not have
+  IndexNamesTwice,    ///< an INDEX with a name more often than its folder
   Unreadable,         ///< a file or folder that cannot be read
   CutOff,             ///< a file whose last line has no end
   NoEnd,              ///< a file without the line that ends it
@@ -31,7 +32,7 @@ enum class FindingKind {
   NotRewritten,       ///< a file that would not be written back byte for byte
   DoubtfulValue       ///< a value that stands out
 };
-inline constexpr std::size_t kFindingKinds = 18;
+inline constexpr std::size_t kFindingKinds = 19;
 
 /// One state of a row, with a sentence of what was found and one of what to do, in UTF-8.
 struct Finding {

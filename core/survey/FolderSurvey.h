@@ -45,7 +45,8 @@ class FolderSurvey {
   /// Whether the folder could be listed, or was deleted meanwhile.
   [[nodiscard]] bool IsListed() const { return isListed_; }
   [[nodiscard]] std::size_t FilesRead() const { return filesRead_; }
-  /// How many rows its files can have, once it is listed, and one for the folder or its INDEX.
+  /// The most rows that the folder can have: one for each file, and one for its INDEX. Known after
+  /// it was listed.
   [[nodiscard]] std::size_t MostRows() const { return files_.size() + 1; }
   /// How much of the work is done, from 0 to 1.
   [[nodiscard]] double Progress() const;

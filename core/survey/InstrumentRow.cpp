@@ -27,10 +27,13 @@ std::string AddressOf(const StationInstrument& instrument) {
              : std::string(type) + " " + std::string(address);
 }
 
-/// An instrument that is not calibrated has no due date, or the one that an empty line stands for.
+/// An instrument that is not calibrated has no due date. An empty line is read as 1 1 2000, and a
+/// save writes that.
 bool HasDueDate(const StationInstrument& instrument) {
-  return !(instrument.DueDay + instrument.DueMonth + instrument.DueYear).empty() &&
-         instrument.DueMonth != "1";
+  const bool isEmpty = (instrument.DueDay + instrument.DueMonth + instrument.DueYear).empty();
+  const bool standsForEmpty =
+      instrument.DueDay == "1" && instrument.DueMonth == "1" && instrument.DueYear == "2000";
+  return !isEmpty && !standsForEmpty;
 }
 
 /// The due date as the file has it. The fields of an instrument complete one that lacks a part.
@@ -50,18 +53,28 @@ void CheckDueDate(std::string_view bytes, const StationInstrument& instrument, S
   }
   const std::string text = DueDateIn(bytes);
   const bool isComplete = std::ranges::count(text, ' ') >= 2;
-  if (isComplete) {
+  const bool hasMonth = due.month != 0;
+  if (isComplete && hasMonth) {
     row.due = due;
   }
-  row.Add(FindingKind::NoSuchDate, "The due date " + Quoted(text) +
-                                       (isComplete ? " does not exist" : " is not complete") +
-                                       ". Correct it at the station.");
+  const std::string problem =
+      !isComplete ? "The due date " + Quoted(text) + " is not complete"
+      : hasMonth  ? "The due date " + Quoted(text) + " does not exist"
+                  : "The month of the due date " + Quoted(text) +
+                       " must be one of JAN to DEC in capitals, as in \"5 MAR 2027\"";
+  row.Add(FindingKind::NoSuchDate, problem + ". Correct it at the station.");
 }
 
 /// Compares the model in the file with the file's name, which the station's list shows.
 void CheckModel(const std::string& model, SurveyRow& row) {
   const std::string name = NameText(row.model);
-  if (model.empty() || EqualsIgnoringCase(model, name)) {
+  if (EqualsIgnoringCase(model, name)) {
+    return;
+  }
+  if (model.empty()) {
+    row.Add(FindingKind::OtherModel, "The file has no MODEL NUMBER. Select " + Quoted(name) +
+                                         " at the station, enter " + Quoted(name) +
+                                         " as MODEL NUMBER, and save.");
     return;
   }
   row.Add(FindingKind::OtherModel,
@@ -79,10 +92,14 @@ void CheckInstrument(std::string_view bytes, SurveyRow& row) {
   row.comment = instrument.Comment;
   row.address = AddressOf(instrument);
   CheckDueDate(bytes, instrument, row);
-  CheckModel(instrument.ModelNumber, row);
+  const bool hasEnd = plain || NoticeOfMissingEnd(bytes).empty();
+  // The missing end explains a missing model.
+  if (hasEnd || !instrument.ModelNumber.empty()) {
+    CheckModel(instrument.ModelNumber, row);
+  }
   if (!plain) {
     CheckRewritten(
-        bytes, [&] { return InstrumentBytes(instrument); }, NoticeOfMissingEnd(bytes).empty(), row);
+        bytes, [&] { return InstrumentBytes(instrument); }, hasEnd, row);
   }
 }
 

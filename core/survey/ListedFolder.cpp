@@ -54,6 +54,7 @@ std::error_code ListedFolder::List(SearchKind kind) {
 
 SurveyRow ListedFolder::UnlistedRow(std::error_code code) const {
   SurveyRow row = PlaceRow(path_);
+  row.isFolder = true;
   AddUnreadable(SystemError(code, "list the folder", path_), row);
   return row;
 }
@@ -76,7 +77,7 @@ void ListedFolder::CheckIndex(std::string_view remedy, const std::vector<std::st
   } else {
     std::vector<std::string> others;
     std::ranges::transform(names_, std::back_inserter(others), &Name::name);
-    // Without an INDEX, every name lacks.
+    // An INDEX that does not exist lacks every name.
     tarvell::CheckIndex(bytes, others, remedy, row);
   }
   if (!row.findings.empty()) {

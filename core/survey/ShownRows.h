@@ -68,7 +68,7 @@ class ShownRows {
   void Narrow();
 
   std::vector<SurveyRow> rows_;
-  std::vector<std::string> keys_;    ///< of all rows, whose order is theirs; none if not sorted
+  std::vector<std::string> keys_;    ///< of all rows, in their order; empty if not sorted
   std::vector<std::size_t> sorted_;  ///< the numbers of all rows
   std::vector<std::size_t> shown_;   ///< of those that match the filter
   std::size_t sortedBefore_ = 0;     ///< how many of each are at their places

@@ -4,13 +4,14 @@
 #include "core/survey/StationUpdate.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "core/caldata/CalFileList.h"
+#include "core/caldata/Models.h"
 #include "core/dates/FileDate.h"
 #include "core/dates/Months.h"
 #include "core/files/Paths.h"
@@ -18,6 +19,7 @@
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
 #include "core/station/InstrumentEnd.h"
+#include "core/survey/PairedLines.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
 
@@ -82,84 +84,6 @@ void TakeDataSet(const CalFileInfo& dataSet, StationInstrument& instrument) {
   instrument.Comment = dataSet.Comment;
 }
 
-/// A line of an instrument's file.
-struct FileLine {
-  std::string text;
-  std::string keyword;
-  std::string_view end;  ///< CR LF, CR or LF; "" for a last line without an end
-};
-using FileLines = std::vector<FileLine>;
-
-FileLines LinesOf(std::string_view bytes) {
-  FileLines lines;
-  while (!bytes.empty()) {
-    std::string_view end = bytes;
-    const std::string_view line = TakeLine(bytes);
-    end.remove_suffix(bytes.size());
-    end.remove_prefix(line.size());
-    std::string text = DecodeFileText(line);
-    std::string keyword = ParseKeywordLine(text).keyword;
-    lines.push_back({std::move(text), std::move(keyword), end});
-  }
-  return lines;
-}
-
-/// How much two lines have in common; 0 if one cannot have become the other.
-std::size_t Likeness(const FileLine& before, const FileLine& after) {
-  if (before.text == after.text) {
-    return before.end == after.end ? 3 : 2;
-  }
-  return before.keyword == after.keyword ? 1 : 0;
-}
-
-/// Pairs the lines of two files, in the order of both, so that the pairs have as much in common as
-/// possible.
-class PairedLines {
- public:
-  /// Both must outlive the object.
-  PairedLines(const FileLines& before, const FileLines& after)
-      : before_(before),
-        after_(after),
-        width_(after.size() + 1),
-        best_((before.size() + 1) * width_) {
-    for (std::size_t i = before.size(); i-- > 0;) {
-      for (std::size_t j = after.size(); j-- > 0;) {
-        const std::size_t likeness = Likeness(before[i], after[j]);
-        best_[i * width_ + j] = std::max(
-            {Best(i + 1, j), Best(i, j + 1), likeness == 0 ? 0 : likeness + Best(i + 1, j + 1)});
-      }
-    }
-  }
-
-  /// Calls `visit` with each pair, and with nullptr beside a line that has no other.
-  template <typename Visit>
-  void Each(const Visit& visit) const {
-    std::size_t i = 0;
-    std::size_t j = 0;
-    while (i < before_.size() || j < after_.size()) {
-      // Of several lines with one keyword, a reader takes the last.
-      if (i < before_.size() && Best(i, j) == Best(i + 1, j)) {
-        visit(&before_[i++], nullptr);
-      } else if (j < after_.size() && Best(i, j) == Best(i, j + 1)) {
-        visit(nullptr, &after_[j++]);
-      } else {
-        visit(&before_[i++], &after_[j++]);
-      }
-    }
-  }
-
- private:
-  /// What the lines from these two on have in common.
-  [[nodiscard]] std::size_t Best(std::size_t i, std::size_t j) const {
-    return best_[i * width_ + j];
-  }
-
-  const FileLines& before_;
-  const FileLines& after_;
-  std::size_t width_;
-  std::vector<std::size_t> best_;
-};
-
 std::string ShownText(const FileLine& line) {
   return line.text.empty() ? "(empty line)" : line.text;
 }
@@ -189,7 +113,31 @@ bool IsUpToDate(const FileLines& lines, const FileLines& wanted) {
   });
 }
 
+/// Whether an instrument is a test kit whose own data set has no due date.
+bool IsKitWithoutDate(const SurveyRow& instrument) {
+  const Model* model = FindModel(ToUpper(LastNameOf(FolderOf(instrument.dataSet))));
+  return model != nullptr && model->family == ModelFamily::TestKit && !instrument.isCopy &&
+         !instrument.isDataSetOfOther;
+}
+
 }  // namespace
+
+std::map<std::string, std::string> DataSetsToTakeOver(const std::vector<SurveyRow>& selected,
+                                                      const std::vector<SurveyRow>& all) {
+  std::set<std::string> paths;
+  for (const SurveyRow& row : selected) {
+    paths.insert(row.path);
+  }
+  std::map<std::string, std::string> dataSets;
+  for (const SurveyRow& row : all) {
+    const bool isMeant = paths.contains(row.path) || paths.contains(row.dataSet);
+    if (row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty() && isMeant &&
+        !IsKitWithoutDate(row)) {
+      dataSets[row.path] = row.dataSet;
+    }
+  }
+  return dataSets;
+}
 
 std::vector<ChangedLine> ChangedLines(std::string_view before, std::string_view after) {
   const FileLines earlier = LinesOf(before);

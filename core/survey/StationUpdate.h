@@ -4,13 +4,16 @@
 #ifndef TARVELL_CORE_SURVEY_STATIONUPDATE_H
 #define TARVELL_CORE_SURVEY_STATIONUPDATE_H
 
+#include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/caldata/mTypeDef.h"
 #include "core/history/Replacement.h"
 #include "core/history/StoredFile.h"
 #include "core/station/StationFiles.h"
+#include "core/survey/SurveyRow.h"
 
 namespace tarvell {
 
@@ -22,6 +25,12 @@ struct ChangedLine {
 
   bool operator==(const ChangedLine&) const = default;
 };
+
+/// The data set of each instrument of `all` that is among `selected`, or whose data set is, by the
+/// paths of both. A test kit whose data have no due date is left out, because no editor could enter
+/// one.
+[[nodiscard]] std::map<std::string, std::string> DataSetsToTakeOver(
+    const std::vector<SurveyRow>& selected, const std::vector<SurveyRow>& all);
 
 /// The change of an instrument's file that takes over the due date and the comment of its data set.
 /// All other fields stay, CAL DATA included.

@@ -25,9 +25,7 @@ void CheckDue(const SurveyOrder& order, SurveyRow& row) {
   std::erase_if(row.findings, [](const Finding& it) {
     return it.kind == FindingKind::PastDue || it.kind == FindingKind::DueSoon;
   });
-  // The date of an instrument with a data set is a copy.
-  const bool isCopy = row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty();
-  if (isCopy || !row.daysLeft) {
+  if (row.isCopy || !row.daysLeft) {
     return;
   }
   const auto due = [&] { return "The calibration is due on " + DateText(row.due) + "."; };

@@ -58,7 +58,7 @@ class Survey {
   bool Step();
 
   [[nodiscard]] const std::vector<SurveyRow>& Rows() const { return rows_; }
-  /// What the survey has found, which it gives away.
+  /// Moves out what the survey has found. Call it once, at the end.
   [[nodiscard]] SurveyResult TakeResult() {
     const bool couldLook = CouldLook();
     return {std::move(trees_), std::move(rows_), filesRead_, couldLook};

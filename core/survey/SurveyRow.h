@@ -22,8 +22,9 @@ struct SurveyRow {
   };
 
   Kind kind = Kind::DataSet;
-  std::string path;   ///< of the file or folder, a path of the program
-  std::string model;  ///< of a data set, the name of its folder
+  bool isFolder = false;  ///< of a Place: whether it is a folder that cannot be listed
+  std::string path;       ///< of the file or folder, a path of the program
+  std::string model;      ///< of a data set, the name of its folder
   std::string serialNumber;
   std::string calibrationNumber;  ///< of a data set
   FileDate calibrated;            ///< of a data set
@@ -33,8 +34,12 @@ struct SurveyRow {
   std::string address;  ///< of an instrument on a bus, such as "GP-IB 713"; "" for others
   /// Those that use a data set; of an instrument or an INDEX, its own.
   std::vector<std::string> stations;
-  /// The path of an instrument's data set, "" if that was not found.
+  /// The path of the file that the instrument's data set should be in, "" if that was not found.
   std::string dataSet;
+  /// Whether `dataSet` holds the serial number of another instrument.
+  bool isDataSetOfOther = false;
+  /// Of an instrument: its due date is a copy of that of its data set, which is judged instead.
+  bool isCopy = false;
   std::vector<Finding> findings;  ///< in the order of FindingKind
 
   /// Adds a finding at its place.

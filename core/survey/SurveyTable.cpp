@@ -5,7 +5,7 @@
 
 #include "core/dates/FileDate.h"
 #include "core/platform/ProgramPath.h"
-#include "core/station/StationFiles.h"
+#include "core/text/Csv.h"
 #include "core/text/FileCharacters.h"
 
 namespace tarvell {
@@ -30,21 +30,6 @@ std::string StateOf(const SurveyRow& row) {
   return needsFile ? states + ": " + NameText(ShownPath(row.path)) : states;
 }
 
-void AppendCsvField(std::string& csv, std::string_view field) {
-  if (field.find_first_of(",\"\r\n") == std::string_view::npos) {
-    csv += field;
-    return;
-  }
-  csv += '"';
-  for (const char c : field) {
-    csv += c;
-    if (c == '"') {
-      csv += c;
-    }
-  }
-  csv += '"';
-}
-
 /// Appends a line with the text that `textOf` gives for each column.
 template <typename TextOf>
 void AppendCsvLine(std::string& csv, const TextOf& textOf) {
@@ -52,7 +37,7 @@ void AppendCsvLine(std::string& csv, const TextOf& textOf) {
     csv += column == 0 ? "" : ",";
     AppendCsvField(csv, textOf(column));
   }
-  csv += "\r\n";
+  csv += kCsvLineEnd;
 }
 
 }  // namespace
@@ -82,7 +67,7 @@ std::string_view WordsOf(const SurveyRow& row) {
     case SurveyRow::Kind::Place:
       break;
   }
-  return LastNameOf(row.path) == kIndexName ? "list" : "folder";
+  return row.isFolder ? "folder" : "list";
 }
 
 std::string SurveyCell(const SurveyRow& row, SurveyColumn column) {

@@ -36,11 +36,10 @@ class EarlierChoice final : public QWidget {
   /// chosen one.
   void SetDate(const FileDate& date);
 
-  /// Why the history cannot be read, in which only the file itself can be compared with; otherwise
-  /// "".
+  /// Why the history cannot be read; "" if it can. Without it, only the file itself is offered.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
-  /// The calibration that data with this header are compared with; nullptr if there is none, or it
+  /// The calibration that data with this header are compared with; nullptr if none exists, or if it
   /// cannot be read.
   [[nodiscard]] std::unique_ptr<cifCaldata> DataFor(const DraftHeader& header) const;
 

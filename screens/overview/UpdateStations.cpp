@@ -24,21 +24,6 @@ namespace {
 /// The data set of each instrument, by the paths of both.
 using DataSets = std::map<std::string, std::string>;
 
-DataSets DataSetsOf(const std::vector<SurveyRow>& selected, const std::vector<SurveyRow>& all) {
-  std::set<std::string> paths;
-  for (const SurveyRow& row : selected) {
-    paths.insert(row.path);
-  }
-  DataSets dataSets;
-  for (const SurveyRow& row : all) {
-    const bool isMeant = paths.contains(row.path) || paths.contains(row.dataSet);
-    if (row.kind == SurveyRow::Kind::Instrument && !row.dataSet.empty() && isMeant) {
-      dataSets[row.path] = row.dataSet;
-    }
-  }
-  return dataSets;
-}
-
 struct Plan {
   std::vector<StationUpdate> updates;
   std::vector<UpdatePreview::Line> lines;
@@ -95,11 +80,11 @@ bool Save(QWidget* owner, StationUpdate& update) {
 
 StationsUpdated UpdateStations(QWidget* owner, const std::vector<SurveyRow>& selected,
                                const std::vector<SurveyRow>& all) {
-  const DataSets dataSets = DataSetsOf(selected, all);
+  const DataSets dataSets = DataSetsToTakeOver(selected, all);
   if (dataSets.empty()) {
     Tell(owner, UpdatePreview::tr("No station has an instrument that could be updated by what is "
                                   "selected. Select instruments that have a data set, or data sets "
-                                  "that stations use."));
+                                  "that stations use. The data of a test kit need a due date."));
     return {};
   }
   Plan plan = PlanOf(owner, dataSets);

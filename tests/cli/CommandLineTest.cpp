@@ -3,6 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,13 +29,19 @@ constexpr const char* kInstrument = R"(c:\stations\BENCH1\PX12A)";
 
 class TestConsole final : public Console {
  public:
-  void Out(std::string_view text) override { out += text; }
+  void Out(std::string_view text) override {
+    if (failure) {
+      failure();
+    }
+    out += text;
+  }
   void Err(std::string_view text) override { err += text; }
   [[nodiscard]] bool ErrIsTerminal() const override { return isTerminal; }
 
   std::string out;
   std::string err;
   bool isTerminal = false;
+  std::function<void()> failure;  ///< throws while something is written
 };
 
 std::string Sensor(const std::string& due, const std::string& factor,
@@ -124,6 +135,12 @@ TEST_F(CommandLine, ReportsAFolderThatItCannotListAndPrintsWhatItHasRead) {
   }
 }
 
+TEST_F(CommandLine, ReportsAModelFolderThatItCannotListAlsoIfItIsCalledIndex) {
+  std::filesystem::create_directory_symlink("nowhere", tree_.Native("c:\\calfactors\\INDEX"));
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err.find("tarvell-cli: c:\\calfactors\\INDEX: Cannot list the folder"), 0U);
+}
+
 TEST_F(CommandLine, ReportsAFileWhoseDueDateItCannotRead) {
   for (const std::string& bytes :
        {Sensor("202703", "99.8"), Sensor("20270305", "99.8").substr(0, 60)}) {
@@ -157,12 +174,72 @@ TEST_F(CommandLine, RefusesArgumentsThatItDoesNotKnow) {
         {"check", "--json", "--quiet"},
         {"export", "--csv", "--ics"},
         {"check", "--stations", ""},
+        {"export", "-o", ""},
+        {"diff", kSensor, ""},
         {"look"}}) {
     EXPECT_EQ(Run(arguments), kCouldNotLook) << arguments.back();
+    EXPECT_EQ(console_.out, "");
     EXPECT_NE(console_.err, "");
   }
+  EXPECT_EQ(Run({"show", ""}), kCouldNotLook);
+  EXPECT_EQ(console_.err.find("FILE: give the name of a file\n"), 0U) << console_.err;
   EXPECT_EQ(RunCommandLine({"due", "--today", "2026-02-29"}, kNow, console_), kCouldNotLook);
   EXPECT_EQ(RunCommandLine({"--help"}, kNow, console_), kClean);
+}
+
+TEST_F(CommandLine, AsksForAFileInAFolder) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"show", "c:\\calfactors"},
+        {"diff", kSensor, "c:\\calfactors"},
+        {"history", "c:\\calfactors"}}) {
+    EXPECT_EQ(Run(arguments), kCouldNotLook);
+    EXPECT_EQ(console_.err.find("tarvell-cli: It is a folder. Name a file in it."), 0U)
+        << console_.err;
+  }
+}
+
+TEST_F(CommandLine, EndsWithTwoAfterAFailureThatNobodyExpected) {
+  console_.failure = [] { throw std::bad_alloc(); };
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err, "tarvell-cli: There is not enough memory to do this.\n");
+  console_.failure = [] { throw std::runtime_error("a reason"); };
+  EXPECT_EQ(Run({"check"}), kCouldNotLook);
+  EXPECT_EQ(console_.err,
+            "tarvell-cli: The program could not do this (a reason). Report this message to whoever "
+            "looks after the program.\n");
+}
+
+TEST(StandardOutput, ThatCannotBeWrittenIsReported) {
+  const auto write = [] {
+    if (std::freopen("/dev/full", "w", stdout) == nullptr) {
+      std::exit(1);
+    }
+    SystemConsole console;
+    console.Out("a list");
+    std::exit(console.Close() ? 0 : 2);
+  };
+  EXPECT_EXIT(write(), testing::ExitedWithCode(2),
+              "^tarvell-cli: Standard output could not be written: No space left on device\\.\n$");
+}
+
+TEST_F(CommandLine, CutsALongSerialNumberInAColumn) {
+  std::string bytes = Sensor("20261121", "99.8");
+  const std::string serial = std::string(56, 'A') + "12345";
+  bytes.replace(bytes.find("3318A12345"), 10, serial);
+  tree_.Write(kSensor, bytes);
+  EXPECT_EQ(Run({"due"}), kFindings);
+  EXPECT_EQ(console_.out.find("PX12A  " + std::string(56, 'A') + "1...  C-0042 "),
+            console_.out.find("PX12A"))
+      << console_.out;
+}
+
+TEST_F(CommandLine, ShowKnowsAnInstrumentByItsKeywords) {
+  tree_.Write(kInstrument, Lines({"SERIAL NUMBER 1", "MODEL NUMBER PX12A", "CAL DATA "}));
+  EXPECT_EQ(Run({"show", kInstrument}), kClean);
+  EXPECT_EQ(console_.out, "SERIAL NUMBER  1\nMODEL NUMBER   PX12A\nCAL DATA\n");
+  tree_.Write(kInstrument, Lines({"SERIAL NUMBER 1", "SERIAL NUMBER 2", "OPTIONS "}));
+  EXPECT_EQ(Run({"show", kInstrument}), kClean);
+  EXPECT_EQ(console_.out.find("Model "), 0U) << "one keyword may be a text of a data file";
 }
 
 TEST_F(CommandLine, NamesTheCommandThatWasProbablyMeant) {
@@ -217,8 +294,8 @@ TEST_F(CommandLine, WritesUtf8AlsoOfNamesThatAreNot) {
   EXPECT_EQ(Run({"check"}), kFindings);
   EXPECT_EQ(
       console_.out,
-      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks BÄNK. Open the list of stations and "
-      "leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
+      "INDEX lacks a name  c:\\stations\\INDEX    INDEX lacks \"BÄNK\". Open the list of stations "
+      "and leave it with Return to Main to save a new one.\n1 finding in 3 files.\n");
   tree_.Write("c:\\stations\\INDEX", Lines({"BENCH1", "B\xC4NK"}));
   EXPECT_EQ(Run({"check"}), kClean);
   for (const char* format : {"--csv", "--json", "--ics"}) {
@@ -261,9 +338,60 @@ TEST_F(CommandLine, DiffComparesValuesNotBytes) {
   EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
   EXPECT_EQ(console_.out,
             "Due                         5 MAR 2027  5 MAR 2028\n"
-            "100, Calibration factor[%]  99.8        99.9\n"
             "50                          50 | 100.0  (none)\n"
-            "60                          (none)      60 | 100.0\n");
+            "60                          (none)      60 | 100.0\n"
+            "100, Calibration factor[%]  99.8        99.9\n");
+}
+
+TEST_F(CommandLine, DiffComparesTheDigitsOfDatesThatDoNotExist) {
+  tree_.Write("c:\\a", Sensor("20261399", "99.8"));
+  tree_.Write("c:\\b", Sensor("20261398", "99.8"));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "Due  20261399 (no such day)  20261398 (no such day)\n");
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\a"}), kClean);
+}
+
+/// A capacitor set whose first row has this uncertainty.
+std::string Capacitors(const std::string& uncertainty, bool hasSecondPage) {
+  std::vector<std::string> lines = {
+      "#MODEL_NO : RT520A",
+      "#SER_NO   : 2519J00217",
+      "#CAL_DATE : 20251104",
+      "#CAL_NO   : CS-25-031",
+      "#DUE_DATE : 20261104",
+      "#COMMENT  : ",
+      "#RT521A    :     2519J00218",
+      "*        10000 :        1.00019pF :" + uncertainty + " :            0.00002 :   0.00010",
+      "!END"};
+  if (hasSecondPage) {
+    lines.insert(
+        lines.end(),
+        {"#RT522A    :     2519J00219",
+         "*        10000 :       10.00040pF :    0.0030 :            0.00001 :   0.00010", "!END"});
+  }
+  return Lines(lines);
+}
+
+TEST_F(CommandLine, DiffComparesUncertaintiesWhateverTheirUnits) {
+  tree_.InstallTemplate("RT520A");
+  tree_.Write("c:\\a", Capacitors("     0.010", true));
+  tree_.Write("c:\\b", Capacitors("    0.0100", true));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kClean) << console_.out;
+  tree_.Write("c:\\b", Capacitors("    0.0101", true));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "RT521A, 10000, Unc.  0.0100 %  101 ppm\n") << "as its row has it";
+}
+
+TEST_F(CommandLine, DiffReportsAMissingPageOnceAndWhatCouldNotBeRead) {
+  tree_.Write("c:\\a", Capacitors("     0.010", true));
+  tree_.Write("c:\\b", Capacitors("     0.010", false));
+  EXPECT_EQ(Run({"diff", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out, "RT522A  serial number 2519J00219, 1 row  (none)\n");
+  EXPECT_NE(console_.err.find("tarvell-cli: c:\\b: The file holds no page RT522A. It is empty.\n"),
+            std::string::npos)
+      << console_.err;
+  EXPECT_EQ(Run({"diff", "-q", "c:\\a", "c:\\b"}), kFindings);
+  EXPECT_EQ(console_.out + console_.err, "");
 }
 
 TEST_F(CommandLine, HistoryListsWhatAFileHasHeld) {

@@ -65,6 +65,26 @@ TEST(ADateInAFile, IsReportedAsItIsThereAndNeverCompleted) {
             "The due date \"29 FEB 2027\" does not exist. Correct it at the station.");
 }
 
+TEST(ADateInAFile, HasAMonthByItsNameInCapitals) {
+  for (const std::string due : {"5 1 2026", "5 mar 2027", "5 MARCH 2027", "1 1 2001"}) {
+    const SurveyRow row = AtStation("PX12A", due);
+    EXPECT_EQ(TextOf(row, FindingKind::NoSuchDate),
+              "The month of the due date \"" + due +
+                  "\" must be one of JAN to DEC in capitals, as in \"5 MAR 2027\". Correct it at "
+                  "the station.");
+    EXPECT_EQ(row.due, FileDate()) << due;
+  }
+  for (const char* none : {"", "1 1 2000"}) {
+    EXPECT_EQ(TextOf(AtStation("PX12A", none), FindingKind::NoSuchDate), "") << none;
+  }
+}
+
+TEST(AnotherModelInAFile, IsAlsoReportedWhereTheFileHasNone) {
+  EXPECT_EQ(TextOf(AtStation("", "5 MAR 2027"), FindingKind::OtherModel),
+            "The file has no MODEL NUMBER. Select \"PX12A\" at the station, enter \"PX12A\" as "
+            "MODEL NUMBER, and save.");
+}
+
 TEST(AnotherModelInAFile, IsNamedBesideTheFileAndWhatToDoAboutIt) {
   const SurveyRow instrument = AtStation("PX13A", "5 MAR 2027");
   EXPECT_EQ(instrument.model, "PX12A") << "the name that the list of the station shows";
@@ -90,6 +110,32 @@ TEST(AnotherModelInAFile, IsNamedInCharactersWhateverTheBytes) {
       "The file SNÄ is in the folder \"ZZ1\", but holds data of the model \"ÖL1\". Move it to "
       "the folder of its model. If the folder is right, correct the file's model line, as OK "
       "in the editor does.");
+}
+
+/// What is said about an instrument's file that has these lines before its last one.
+std::string NotRewritten(const std::vector<std::string>& middle) {
+  std::vector<std::string> lines = {"MODEL NUMBER PX12A", "SERIAL NUMBER 3318A12345",
+                                    "ADDRESS TYPE NONE",  "ADDRESS ",
+                                    "STATION ",           "OPTIONS ",
+                                    "AVAILABILITY "};
+  lines.insert(lines.end(), middle.begin(), middle.end());
+  lines.emplace_back("CAL DATA ");
+  return TextOf(InstrumentRow("BENCH1", kInstrument, Lines(lines)), FindingKind::NotRewritten);
+}
+
+TEST(ALineThatASaveWouldChange, IsNamedAlsoBesideMissingAndAdditionalLines) {
+  const std::string begin = "A save would not write the file as it is. ";
+  const std::string end = " Check what would be lost before you save it.";
+  const std::string due = "CAL DUE DATE 5 MAR 2027";
+  EXPECT_EQ(NotRewritten({due, "ASSET ", "TRACE ", "COMMENT "}), "");
+  EXPECT_EQ(NotRewritten({due, "ASSET ", "TRACE a  b", "COMMENT "}),
+            begin + "Line 10, \"TRACE a  b\", would become \"TRACE a b\"." + end);
+  EXPECT_EQ(NotRewritten({due, "TRACE ", "COMMENT "}),
+            begin + "After line 8, it would add \"ASSET \"." + end);
+  EXPECT_EQ(NotRewritten({due, "OWNER Smith", "ASSET ", "TRACE ", "COMMENT "}),
+            begin + "Line 9, \"OWNER Smith\", would be left out." + end);
+  EXPECT_EQ(NotRewritten({due, "asset ", "TRACE ", "COMMENT "}),
+            begin + "Line 9, \"asset \", would become \"ASSET \"." + end);
 }
 
 TEST(FilesThatAreGone, AreFoundByTheFoldersOfTheirRows) {

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
+#include <vector>
 
 #include "core/survey/StationUpdate.h"
 #include "support/ErrorOf.h"
@@ -130,6 +132,29 @@ TEST_F(StationUpdates, RefuseADataSetOfAnotherInstrumentOrWithoutADueDate) {
   EXPECT_EQ(ErrorOf(update).Text(),
             "The file is called \"PX12A\", but the MODEL NUMBER in it is \"PX13A\". Select it at "
             "the station, correct the MODEL NUMBER and save it first.");
+}
+
+TEST(DataSetsOfStations, LeaveOutATestKitWithoutADueDate) {
+  const auto row = [](const std::string& model, bool isCopy) {
+    SurveyRow instrument;
+    instrument.kind = SurveyRow::Kind::Instrument;
+    instrument.path = "c:\\stations\\BENCH1\\" + model;
+    instrument.dataSet = "c:\\calfactors\\" + model + "\\SN12345";
+    instrument.isCopy = isCopy;
+    return instrument;
+  };
+  using DataSets = std::map<std::string, std::string>;
+  const SurveyRow sensor = row("PX12A", false);
+  const SurveyRow dated = row("rt410b", true);
+  SurveyRow other = row("RT410B", false);
+  other.isDataSetOfOther = true;
+  const std::vector<SurveyRow> all = {sensor, row("RT410A", false), dated, other};
+  EXPECT_EQ(DataSetsToTakeOver(all, all), (DataSets{{sensor.path, sensor.dataSet},
+                                                    {dated.path, dated.dataSet},
+                                                    {other.path, other.dataSet}}));
+  SurveyRow dataSet;
+  dataSet.path = sensor.dataSet;
+  EXPECT_EQ(DataSetsToTakeOver({dataSet}, all), (DataSets{{sensor.path, sensor.dataSet}}));
 }
 
 }  // namespace

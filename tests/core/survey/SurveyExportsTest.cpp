@@ -67,7 +67,7 @@ TEST(DueCalendarFile, TakesNamesThatAreNotUtf8AsCharactersOfTheFiles) {
 TEST(DueCalendarFile, LeavesOutCopiesAndDatesThatDoNotExist) {
   SurveyRow copy = Row("PX12A", "3318A12345", {2027, 3, 5});
   copy.kind = SurveyRow::Kind::Instrument;
-  copy.dataSet = "c:\\calfactors\\PX12A\\SN12345";
+  copy.isCopy = true;
   SurveyRow none = Row("PX12A", "3318A12346", {});
   none.daysLeft.reset();
   EXPECT_EQ(DueCalendar(std::vector{copy, none}, kNow), Calendar({}));
@@ -80,26 +80,65 @@ TEST(DueCalendarFile, HasTheDueDateOfADataSetWithoutACalibrationDate) {
             std::string::npos);
 }
 
-TEST(DueCalendarFile, NamesEachEntryByItsPlaceWhateverElseThereIs) {
-  const auto uid = [](const SurveyRow& row) {
-    const std::string text = DueCalendar(std::vector{row}, kNow);
-    const std::size_t place = text.find("UID:");
-    return text.substr(place, text.find('\r', place) - place);
-  };
+/// The lines of a calendar that begin with this keyword, each with a line feed.
+std::string LinesOf(const std::vector<SurveyRow>& rows, const std::string& keyword) {
+  const std::string text = DueCalendar(rows, kNow);
+  std::string lines;
+  for (std::size_t place = text.find(keyword); place != std::string::npos;
+       place = text.find(keyword, place + 1)) {
+    lines += text.substr(place, text.find('\r', place) - place) + "\n";
+  }
+  return lines;
+}
+
+/// The row of an instrument that a station has, without a data set.
+SurveyRow AtStation(const std::string& station, const std::string& serial, const FileDate& due) {
+  SurveyRow row = Row("PX12A", serial, due);
+  row.kind = SurveyRow::Kind::Instrument;
+  row.path = "c:\\stations\\" + station + "\\PX12A";
+  row.stations = {station};
+  row.daysLeft = due.day;
+  return row;
+}
+
+TEST(DueCalendarFile, NamesAnInstrumentAsTheDataSetThatItShouldHave) {
+  const std::string uid = "UID:data-set_PX12A_SN12345@tarvell\n";
+  EXPECT_EQ(LinesOf({AtStation("BENCH1", "3318A12345", {2027, 3, 5})}, "UID:"), uid);
+  SurveyRow kit = AtStation("BENCH1", "3318A12345", {2027, 3, 5});
+  kit.dataSet = R"(c:\calfactors\px12a\sn12345)";
+  EXPECT_EQ(LinesOf({kit}, "UID:"), "UID:data-set_px12a_sn12345@tarvell\n")
+      << "the data set has no date yet";
+  SurveyRow nameless = AtStation("BENCH1", "3318A12345", {2027, 3, 5});
+  nameless.serialNumber.clear();
+  EXPECT_EQ(LinesOf({nameless}, "UID:"), "UID:instrument_BENCH1_PX12A@tarvell\n");
+}
+
+TEST(DueCalendarFile, HasOneEntryForAnInstrumentOfSeveralStations) {
+  const std::vector<SurveyRow> rows = {AtStation("BENCH1", "3318A12345", {2027, 3, 5}),
+                                       AtStation("BENCH2", "3318A12345", {2027, 3, 4}),
+                                       AtStation("BENCH3", "4419B12345", {2027, 3, 6})};
+  EXPECT_EQ(LinesOf(rows, "UID:"),
+            "UID:data-set_PX12A_SN12345@tarvell\nUID:instrument_BENCH3_PX12A@tarvell\n")
+      << "the third is another instrument";
+  EXPECT_EQ(LinesOf(rows, "DTSTART"), "DTSTART;VALUE=DATE:20270304\nDTSTART;VALUE=DATE:20270306\n");
+  EXPECT_EQ(LinesOf(rows, "DESCRIPTION"),
+            "DESCRIPTION:Stations: BENCH1\\, BENCH2\nDESCRIPTION:Stations: BENCH3\n");
+}
+
+TEST(DueCalendarFile, NamesEachOtherEntryByItsPlaceWhateverElseThereIs) {
+  const auto uid = [](const SurveyRow& row) { return LinesOf({row}, "UID:"); };
   SurveyRow dataSet = Row("PX 12A", "3318A12345", {2027, 3, 5});
-  EXPECT_EQ(uid(dataSet), "UID:data-set_PX%2012A_SN12345@tarvell");
+  EXPECT_EQ(uid(dataSet), "UID:data-set_PX%2012A_SN12345@tarvell\n");
   // The same serial number at two stations, whose names could be split in another way.
   SurveyRow first = dataSet;
   first.kind = SurveyRow::Kind::Instrument;
   first.path = R"(c:\stations\A_B\C)";
+  first.isDataSetOfOther = true;
   SurveyRow second = first;
   second.path = R"(c:\stations\A\B_C)";
-  EXPECT_EQ(uid(first), "UID:instrument_A%5FB_C@tarvell");
-  EXPECT_EQ(uid(second), "UID:instrument_A_B%5FC@tarvell");
-  const std::string text = DueCalendar(std::vector{second, dataSet, first}, kNow);
-  for (const SurveyRow& row : {dataSet, first, second}) {
-    EXPECT_NE(text.find(uid(row) + "\r\n"), std::string::npos);
-  }
+  EXPECT_EQ(uid(first), "UID:instrument_A%5FB_C@tarvell\n");
+  EXPECT_EQ(uid(second), "UID:instrument_A_B%5FC@tarvell\n");
+  EXPECT_EQ(LinesOf({second, dataSet, first}, "UID:"), uid(second) + uid(dataSet) + uid(first));
 }
 
 TEST(SurveyCsvFile, QuotesWhatHoldsASeparator) {
@@ -130,7 +169,8 @@ TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead
   list.stations = {"BENCH1"};
   list.Add(FindingKind::IndexLacksName, "Save it.");
   SurveyRow folder = list;
-  folder.path = R"(c:\stations)";
+  folder.path = R"(c:\calfactors\INDEX)";
+  folder.isFolder = true;
   folder.stations.clear();
   const auto states = [](const SurveyRow& row) {
     return SurveyCell(row, SurveyColumn::Kind) + "|" + SurveyCell(row, SurveyColumn::Model) + "|" +
@@ -139,7 +179,7 @@ TEST(SurveyCsvFile, NamesEachKindAsTheScreenDoesAndTheFileOfARowThatCannotBeRead
   EXPECT_EQ(states(unreadable), R"(data set|PX12A|cannot be read: c:\calfactors\PX12A\SN99999)");
   EXPECT_EQ(states(atStation), "instrument|PX12A|");
   EXPECT_EQ(states(list), R"(list|INDEX|INDEX lacks a name: c:\stations\BENCH1\INDEX)");
-  EXPECT_EQ(states(folder), R"(folder|stations|INDEX lacks a name: c:\stations)");
+  EXPECT_EQ(states(folder), R"(folder|INDEX|INDEX lacks a name: c:\calfactors\INDEX)");
 }
 
 TEST(AnExportedFile, NeverReplacesWhatStationsRead) {

@@ -77,6 +77,7 @@ Texts InstrumentLines(const std::string& model, const std::string& serial,
 
 const Texts kSensorAtStation =
     InstrumentLines("PX12A", "3318A12345", "713", "5 MAR 2027", "certificate");
+const std::string kSerialAtStation = "SERIAL NUMBER 3318A12345";
 const Texts kAttenuatorAtStation = InstrumentLines("PX60G", "2908A01106", "728", "22 JAN 2028", "");
 
 /// `lines` with another text in the place of one line.
@@ -166,6 +167,18 @@ TEST(Survey, FindsNothingWhereNothingIsWrong) {
   EXPECT_EQ(atStation.address, "GP-IB 713");
   EXPECT_EQ(IsoDate(atStation.due), "2027-03-05");
   EXPECT_EQ(atStation.dataSet, kSensor);
+  EXPECT_TRUE(atStation.isCopy);
+  EXPECT_FALSE(atStation.isDataSetOfOther);
+}
+
+TEST(Survey, KnowsWhetherADataSetIsThatOfAnotherInstrument) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(
+      kAtPoint, Lines(With(kSensorAtStation, kSerialAtStation, "SERIAL NUMBER 4419B12345")));
+  const auto isOther = [&] { return Surveyed(laboratory).Rows().at(2).isDataSetOfOther; };
+  EXPECT_TRUE(isOther());
+  laboratory.tree.Write(kSensor, "x");
+  EXPECT_FALSE(isOther()) << "nobody knows whose file it is";
 }
 
 /// A fault in the laboratory, and everything that the survey finds then.
@@ -189,7 +202,6 @@ const Texts& Sensor() {
 }
 const std::string kDue = "#DUE_DATE : 20270305";
 const std::string kDueAtStation = "CAL DUE DATE 5 MAR 2027";
-const std::string kSerialAtStation = "SERIAL NUMBER 3318A12345";
 
 /// A sensor with 89.7 for 97.9.
 Texts OddSensor() {
@@ -270,6 +282,33 @@ std::vector<Fault> Faults() {
                     Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 21 NOV 2026")));
        },
        {R"(BENCH1\PX12A past-due)", R"(BENCH1\PX12A data-set-missing)"}},
+      {"PastDueAtAStationWhereTheTestKitHasNoDate",
+       [](const TestTree& tree) {
+         tree.Write(R"(c:\calfactors\RT410A\SN00031)", Lines({"TEST KIT", "2705J00031", "DATA"}));
+         tree.Write(R"(c:\stations\BENCH1\RT410A)",
+                    Lines(InstrumentLines("RT410A", "2705J00031", "730", "21 NOV 2026", "")));
+         tree.Write(kIndex, Lines({"PX12A", "PX60G", "RT410A", "INDEX"}));
+       },
+       {R"(BENCH1\RT410A past-due)"}},
+      {"PastDueAtAStationWithAnotherInstrument",
+       File(kAtPoint, With(With(kSensorAtStation, kSerialAtStation, "SERIAL NUMBER 4419B12345"),
+                           kDueAtStation, "CAL DUE DATE 21 NOV 2026")),
+       {R"(BENCH1\PX12A past-due)", R"(BENCH1\PX12A serial-differs)"}},
+      {"PastDueAtAStationWhereTheDataSetHoldsAnotherSerial",
+       [](const TestTree& tree) {
+         tree.Write(kSensor,
+                    Lines(With(Sensor(), "#SER_NO   : 3318A12345", "#SER_NO   : 3318A12346")));
+         tree.Write(kAtPoint,
+                    Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 21 NOV 2026")));
+       },
+       {R"(PX12A\SN12345 other-serial)", R"(BENCH1\PX12A past-due)"}},
+      {"PastDueAtAStationWhereTheDataSetIsCutOff",
+       [](const TestTree& tree) {
+         tree.Write(kSensor, WithoutLastEnd(Without(Sensor(), "!End")));
+         tree.Write(kAtPoint,
+                    Lines(With(kSensorAtStation, kDueAtStation, "CAL DUE DATE 21 NOV 2026")));
+       },
+       {R"(PX12A\SN12345 cut-off)", R"(BENCH1\PX12A past-due)"}},
       {"NotUsed",
        [](const TestTree& tree) {
          std::filesystem::remove(tree.Native(kAtPoint));
@@ -351,6 +390,21 @@ std::vector<Fault> Faults() {
       {"InstrumentOfAnotherModel",
        File(kAtPoint, With(kSensorAtStation, "MODEL NUMBER PX12A", "MODEL NUMBER PX13A")),
        {R"(BENCH1\PX12A other-model)"}},
+      {"InstrumentWithoutAModel",
+       File(kAtPoint, With(kSensorAtStation, "MODEL NUMBER PX12A", "MODEL NUMBER ")),
+       {R"(BENCH1\PX12A other-model)"}},
+      {"InstrumentWithoutTheLineOfTheModel",
+       File(kAtPoint, Without(kSensorAtStation, "MODEL NUMBER PX12A")),
+       {R"(BENCH1\PX12A other-model)"}},
+      {"NotAnInstrument",
+       File(kAtPoint, {"Dear colleagues"}),
+       {R"(PX12A\SN12345 not-used)", R"(BENCH1\PX12A data-set-missing)", R"(BENCH1\PX12A no-end)"}},
+      {"IndexNamesAnInstrumentTwice",
+       File(kIndex, {"PX12A", "px12a", "PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-names-twice)"}},
+      {"IndexNamesAMissingInstrumentTwice",
+       File(kIndex, {"PX12A", "PX13A", "PX13A", "PX60G", "INDEX"}),
+       {R"(BENCH1\INDEX index-names-missing)"}},
       {"InstrumentWithALineOfItsOwn",
        File(kAtPoint, With(kSensorAtStation, "ASSET ", "ASSET  two  blanks")),
        {R"(BENCH1\PX12A not-rewritten)"}},
@@ -359,6 +413,15 @@ std::vector<Fault> Faults() {
 
 INSTANTIATE_TEST_SUITE_P(Survey, OneFault, testing::ValuesIn(Faults()),
                          [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Survey, NamesTheFolderOfAFileNameThatAnotherFolderShares) {
+  const Laboratory laboratory;
+  laboratory.tree.Write(R"(c:\calfactors\px12a\SN12345)", Lines(kSensorLines));
+  const Survey survey = Surveyed(laboratory);
+  const std::string text = survey.Rows().at(0).findings.at(0).text;
+  EXPECT_EQ(text.find(R"(px12a\SN12345 holds a serial number with the same last five)"), 0U)
+      << text;
+}
 
 TEST(Survey, JudgesValuesByTheEarlierCalibrationAsTheEditorsDo) {
   const Laboratory laboratory;

@@ -90,7 +90,8 @@ TEST_F(StationUpdates, SayWhichFileCannotBeUpdatedAndWhy) {
     ClickRow(overview, kUnusedSensorRow);
     questions_.ExpectNotice(
         "No station has an instrument that could be updated by what is selected. Select "
-        "instruments that have a data set, or data sets that stations use.");
+        "instruments that have a data set, or data sets that stations use. The data of a test kit "
+        "need a due date.");
     Click(overview, "btnUpdate");
   });
   EXPECT_EQ(tree_.Read(kAtStation1), AtStation{}.Bytes());
