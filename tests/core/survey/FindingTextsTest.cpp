@@ -85,10 +85,11 @@ TEST(AnotherModelInAFile, IsNamedInCharactersWhateverTheBytes) {
                  Lines({"#MODEL_NO : \xD6L1", "#SER_NO   : 1", "#CAL_DATE : 20260305",
                         "#CAL_NO   : ", "#DUE_DATE : 20270305", "#COMMENT  : ", "!End"}),
                  SlipLimits(), {});
-  EXPECT_EQ(TextOf(row, FindingKind::OtherModel),
-            "The file SNÄ is in the folder \"ZZ1\", but holds data of the model \"ÖL1\". Move it to "
-            "the folder of its model. If the folder is right, correct the file's model line, as OK "
-            "in the editor does.");
+  EXPECT_EQ(
+      TextOf(row, FindingKind::OtherModel),
+      "The file SNÄ is in the folder \"ZZ1\", but holds data of the model \"ÖL1\". Move it to "
+      "the folder of its model. If the folder is right, correct the file's model line, as OK "
+      "in the editor does.");
 }
 
 TEST(FilesThatAreGone, AreFoundByTheFoldersOfTheirRows) {
