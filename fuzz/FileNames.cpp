@@ -3,11 +3,13 @@
 
 #include "core/files/FileNames.h"
 
+#include <filesystem>
 #include <string>
 
 #include "FuzzTarget.h"
 #include "MemoryPlatform.h"
 #include "core/files/Paths.h"
+#include "core/platform/SystemName.h"
 
 /// Names that become files and folders. The input is what a user types: a station's name, a serial
 /// number or a model number.
@@ -24,7 +26,8 @@ void CheckName(const std::string& name) {
   if (Accepts([&] { CheckFileName(name, "The name"); })) {
     const MemoryPlatform disk;
     Require(IsComponent(name), "an accepted name is one path component", name);
-    Require(NativePath(Joined("c:\\root", name)) == "/drives/c/root/" + name,
+    const std::filesystem::path native = NativePath(Joined("c:\\root", name));
+    Require(native.parent_path() == "/drives/c/root" && native.filename() == SystemName(name),
             "an accepted name is in its folder", name);
   }
 }

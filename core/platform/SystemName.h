@@ -10,7 +10,9 @@
 namespace tarvell {
 
 /// The name or path of the system that `text`, in UTF-8, spells. A path of the standard library
-/// that is made directly from such a text is not the same on every system.
+/// that is made directly from such a text is not the same on every system. Of a text that is not
+/// UTF-8, a system whose names are bytes keeps the bytes, and one whose names are characters takes
+/// those of the files.
 [[nodiscard]] std::filesystem::path SystemName(std::string_view text);
 
 }  // namespace tarvell

@@ -96,12 +96,18 @@ std::wstring PlainPath(std::wstring_view path) {
   return std::wstring(path.starts_with(kLong) ? path.substr(kLong.size()) : path);
 }
 
-std::wstring WideText(std::string_view utf8) {
-  const int bytes = static_cast<int>(utf8.size());
-  std::wstring text(utf8.size(), L'\0');  // never longer than the bytes
-  text.resize(static_cast<std::size_t>(
-      ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, text.data(), bytes)));
-  return text;
+std::wstring WideText(std::string_view text) {
+  // A name of an older system, such as a shared tree may name in a file, is not UTF-8.
+  constexpr UINT kFileCharacters = 1252;
+  const int bytes = static_cast<int>(text.size());
+  std::wstring wide(text.size(), L'\0');  // never longer than the bytes
+  int units =
+      ::MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text.data(), bytes, wide.data(), bytes);
+  if (units == 0) {
+    units = ::MultiByteToWideChar(kFileCharacters, 0, text.data(), bytes, wide.data(), bytes);
+  }
+  wide.resize(static_cast<std::size_t>(units));
+  return wide;
 }
 
 std::string Utf8Text(std::wstring_view text) {

@@ -48,7 +48,8 @@ class Handle {
 /// A path of Windows without what LongPath put before it.
 [[nodiscard]] std::wstring PlainPath(std::wstring_view path);
 
-[[nodiscard]] std::wstring WideText(std::string_view utf8);
+/// The text in UTF-16. Bytes that are not UTF-8 have the characters of the files, Windows-1252.
+[[nodiscard]] std::wstring WideText(std::string_view text);
 [[nodiscard]] std::string Utf8Text(std::wstring_view text);
 
 /// Makes a call again, for a short time, while another program has the file open: an indexer or a

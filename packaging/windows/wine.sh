@@ -20,10 +20,16 @@ use_windows() {
   # The temporary folder is on the drive of the project.
   mkdir -p "$home/tmp"
   for variable in TMP TEMP; do
+    wineserver --wait
     wine reg add 'HKCU\Environment' /v "$variable" /d "Z:${home//\//\\}\\tmp" /f >/dev/null 2>&1
   done
   wineserver --wait
 }
+
+# keep_windows: keeps it running between programs. Otherwise its server ends with the last program,
+# and a program that is started at that moment ends with "recvmsg: Connection reset by peer": one of
+# some 600 that were started one after another.
+keep_windows() { wineserver --persistent; }
 
 # Ends the Windows that is in use, if there is one.
 stop_windows() {

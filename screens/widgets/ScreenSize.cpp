@@ -44,7 +44,7 @@ class ScrolledPart final : public QScrollArea {
     // part from outside.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
       if (now != nullptr && widget() != nullptr && widget()->isAncestorOf(now)) {
-        ensureWidgetVisible(now, 0, fontMetrics().height());
+        ShowWhole(*now);
       }
     });
   }
@@ -62,6 +62,15 @@ class ScrolledPart final : public QScrollArea {
  private:
   static QSizePolicy::Policy Shrinking(QSizePolicy::Policy policy) {
     return static_cast<QSizePolicy::Policy>(policy | QSizePolicy::ShrinkFlag);
+  }
+
+  /// Scrolls to a control. The toolkit itself is content when the text cursor of a field is seen.
+  void ShowWhole(const QWidget& control) {
+    const QRect place(control.mapTo(widget(), QPoint(0, 0)), control.size());
+    const QSize gap(0, fontMetrics().height());
+    // A control that is larger than the part shows its middle.
+    const QSize margin = (place.size() / 2 + QSize(1, 1) + gap).boundedTo(viewport()->size() / 2);
+    ensureVisible(place.center().x(), place.center().y(), margin.width(), margin.height());
   }
 
   [[nodiscard]] int BarWidth() const { return verticalScrollBar()->sizeHint().width(); }

@@ -231,5 +231,35 @@ TEST(MakeScrollable, ShowsTheFieldThatGetsTheFocus) {
   EXPECT_EQ(last->visibleRegion().boundingRect(), last->rect());
 }
 
+TEST(MakeScrollable, ShowsTheWholeOfAFieldOfWhichOnlyTheTextIsSeen) {
+  QWidget window;
+  auto* part = new QWidget;
+  auto* outside = new QPushButton;
+  auto* rows = new QVBoxLayout(&window);  // the window owns both layouts and what is in them
+  rows->addWidget(part);
+  rows->addWidget(outside);
+  auto* fields = new QVBoxLayout(part);
+  for (int i = 0; i < 20; ++i) {
+    fields->addWidget(new QLineEdit);
+  }
+  MakeScrollable(part);
+  window.resize(200, 150);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QWidget* field = fields->itemAt(10)->widget();
+  QScrollBar* bar = window.findChild<QScrollArea*>()->verticalScrollBar();
+  int cutOff = 0;
+  for (int place = 0; place <= bar->maximum(); ++place) {
+    outside->setFocus();
+    bar->setValue(place);
+    const QRect seen = field->visibleRegion().boundingRect();
+    cutOff += !seen.isEmpty() && seen != field->rect() ? 1 : 0;
+    field->setFocus();
+    ASSERT_EQ(field->visibleRegion().boundingRect(), field->rect()) << place;
+  }
+  EXPECT_GT(cutOff, 0);
+}
+
 }  // namespace
 }  // namespace tarvell
