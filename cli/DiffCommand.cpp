@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <algorithm>
-#include <compare>
 #include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "cli/Commands.h"
@@ -56,7 +56,9 @@ struct RowKey {
   std::vector<std::pair<double, std::string>> cells;
   int again = 0;  ///< a row that comes again is a row of its own
 
-  auto operator<=>(const RowKey&) const = default;
+  bool operator<(const RowKey& other) const {
+    return std::tie(cells, again) < std::tie(other.cells, other.again);
+  }
 };
 
 std::string TextOf(const RowKey& key) {

@@ -173,6 +173,7 @@ HistoryWriter::HistoryWriter(const HistoryPlace& place) {
   throw NotKept("Another program is using it. Wait a moment, then try again.", place.Journal());
 }
 
+// Only the object holds the lock. NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 void HistoryWriter::Note(const HistoryPlace& place, std::string_view done,
                          const std::optional<std::string>& before,
                          const std::optional<std::string_view>& after) {

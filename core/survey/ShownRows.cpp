@@ -17,8 +17,8 @@ namespace tarvell {
 
 namespace {
 
-bool HoldsText(const SurveyRow& row, std::string_view text) {
-  const auto holds = [text](std::string_view value) { return ContainsIgnoringCase(value, text); };
+bool HoldsText(const SurveyRow& row, std::string_view part) {
+  const auto holds = [part](std::string_view value) { return ContainsIgnoringCase(value, part); };
   return holds(row.model) || holds(row.serialNumber) || holds(row.calibrationNumber) ||
          holds(row.comment) || std::ranges::any_of(row.stations, holds);
 }
