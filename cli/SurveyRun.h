@@ -8,17 +8,12 @@
 
 #include "cli/Commands.h"
 #include "core/survey/Survey.h"
+#include "core/survey/Unread.h"
 
 namespace tarvell::cli {
 
 /// Looks at both trees, and shows a bar meanwhile.
 [[nodiscard]] SurveyResult RunSurvey(const Options& options, Console& console);
-
-/// What is missing where not everything could be read.
-enum class Unread {
-  Folders,  ///< only what is in the folders that could not be listed: every file has a row
-  DueDates  ///< also the due dates of the files that could not be read
-};
 
 /// Reports what is missing on standard error. Returns whether nothing is.
 [[nodiscard]] bool ReportUnread(const SurveyResult& result, Unread unread, Console& console);

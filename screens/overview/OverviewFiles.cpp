@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 #include <vector>
@@ -50,20 +51,23 @@ OverviewFiles::OverviewFiles(Overview overview)
       {.title = tr("Save the table"),
        .filter = tr("CSV for spreadsheets|*.csv"),
        .name = "overview.csv",
-       .bytes = [this] { return ShownCsv(overview_.rows()); }});
+       .bytes = [this] { return ShownCsv(overview_.rows()); },
+       .unread = Unread::Folders});
   // All due dates, whatever is shown: an import leaves entries that it lacks as they were.
   Add("mnuCalendar", tr("Save all &due dates as a calendar..."),
       {.title = tr("Save the due dates"),
        .filter = tr("Calendars|*.ics"),
        .name = "due.ics",
-       .bytes = [this] { return DueCalendar(overview_.rows().All(), CurrentPlatform().Now()); }});
+       .bytes = [this] { return DueCalendar(overview_.rows().All(), CurrentPlatform().Now()); },
+       .unread = Unread::DueDates});
   AddPaperEntries(overview_.menu, overview_.screen, [this] {
     CheckIsWhole();
     const bool isAnyGone = overview_.takeOutGoneFiles();
     overview_.notices->SetRemark(isAnyGone ? GoneText() : QString());
-    return PaperWork{.document = SurveyOnPaper(overview_.rows(), overview_.today()),
-                     .fileName = "overview.pdf",
-                     .saved = [=, this](const QString& file) { ReportSaved(file, isAnyGone); }};
+    return PaperWork{
+        .document = SurveyOnPaper(overview_.rows(), overview_.today()),
+        .fileName = "overview.pdf",
+        .saved = [=, this](const QString& file) { ReportSaved(file, isAnyGone, Unread::Folders); }};
   });
 }
 
@@ -100,15 +104,23 @@ void OverviewFiles::Save(const Format& format) {
   Remember(kFolder, QFileInfo(file).path());
   const bool isAnyGone = overview_.takeOutGoneFiles();
   SaveExport(SystemPath(file), format.bytes(), std::array{gCalibrationDir, gStationDir});
-  ReportSaved(file, isAnyGone);
+  ReportSaved(file, isAnyGone, format.unread);
 }
 
 QString OverviewFiles::GoneText() {
   return tr("Files were deleted meanwhile: their rows were taken out.");
 }
 
-void OverviewFiles::ReportSaved(const QString& file, bool isAnyGone) const {
+void OverviewFiles::ReportSaved(const QString& file, bool isAnyGone, Unread unread) const {
+  const auto lacking =
+      std::ranges::count_if(overview_.rows().All(),
+                            [unread](const SurveyRow& row) { return LacksSomething(row, unread); });
+  const QString what =
+      unread == Unread::DueDates
+          ? tr("It lacks due dates: files and folders that cannot be read, or without a date: %1.")
+          : tr("It lacks the files of folders that cannot be read: %1.");
   overview_.notices->SetRemark(tr("Saved as %1.").arg(QDir::toNativeSeparators(file)) +
+                               (lacking == 0 ? QString() : " " + what.arg(lacking)) +
                                (isAnyGone ? " " + GoneText() : ""));
 }
 

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "core/survey/ShownRows.h"
+#include "core/survey/Unread.h"
 
 namespace tarvell {
 
@@ -41,6 +42,7 @@ class OverviewFiles final : public QObject {
     QString filter;
     QString name;  ///< that is proposed
     std::function<std::string()> bytes;
+    Unread unread;  ///< what it lacks
   };
   void Add(const char* name, const QString& caption, const Format& format);
   /// Throws if rows are missing.
@@ -48,7 +50,7 @@ class OverviewFiles final : public QObject {
   void Save(const Format& format);
   [[nodiscard]] static QString GoneText();
   /// Says so in the remark, which what is to be done about the current row does not hide.
-  void ReportSaved(const QString& file, bool isAnyGone) const;
+  void ReportSaved(const QString& file, bool isAnyGone, Unread unread) const;
 
   Overview overview_;
 };

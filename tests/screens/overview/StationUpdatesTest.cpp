@@ -119,6 +119,19 @@ TEST_F(StationUpdates, AskBeforeTheyReplaceAFileThatHasChangedSinceThePreview) {
 
 // ---- Files.
 
+TEST_F(StationUpdates, ACalendarThatLacksDueDatesSaysSo) {
+  tree_.Write(R"(c:\calfactors\PX12A\SN00009)", "#MODEL_NO : PX12A\r\n");
+  const std::filesystem::path calendar = tree_.Root() / "due.ics";
+  AtFilled([&](frmOverview& overview) {
+    questions_.ExpectFilePicker("Save the due dates", {"Calendars (*.ics)"}, PathForQt(calendar));
+    ClickInMenu(overview, "btnFile", "Save all due dates as a calendar...");
+    EXPECT_TRUE(Contains(ToDo(overview),
+                         "Saved as " + calendar.string() +
+                             ". It lacks due dates: files and folders that cannot be read, or "
+                             "without a date: 1."));
+  });
+}
+
 TEST_F(StationUpdates, TheTableAndTheDueDatesAreSavedAsFiles) {
   const std::filesystem::path csv = tree_.Root() / "overview.csv";
   const std::filesystem::path calendar = tree_.Root() / "due.ics";
