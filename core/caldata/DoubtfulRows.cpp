@@ -10,14 +10,6 @@
 
 namespace tarvell {
 
-namespace {
-
-bool IsBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
-}  // namespace
-
 std::string RowsText(const RowSet& rows) {
   std::vector<std::string> parts;
   for (std::size_t first = 0; first < rows.size(); ++first) {
@@ -53,11 +45,11 @@ RowSet RowsBetween(std::size_t first, std::size_t end) {
 bool HasEmptyField(std::string_view line, std::size_t columns) {
   std::string_view rest = WithoutFirst(line, 1);
   for (std::size_t column = 0; column < columns; ++column) {
-    if (std::ranges::all_of(rest, [](char c) { return IsBlank(c) || c == ':'; })) {
+    if (std::ranges::all_of(rest, [](char c) { return IsBlankOrTab(c) || c == ':'; })) {
       return false;
     }
     const std::size_t colon = std::min(rest.find(':'), rest.size());
-    if (std::ranges::all_of(rest.substr(0, colon), &IsBlank)) {
+    if (std::ranges::all_of(rest.substr(0, colon), &IsBlankOrTab)) {
       return true;
     }
     rest.remove_prefix(std::min(colon + 1, rest.size()));

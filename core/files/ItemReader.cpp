@@ -10,16 +10,13 @@
 #include "core/files/Paths.h"
 #include "core/files/ReadFile.h"
 #include "core/text/FileCharacters.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
 
 namespace {
 
 constexpr const char* kReading = "read the file";
-
-bool IsBlank(char c) {
-  return c == ' ' || c == '\t';
-}
 
 bool EndsItem(char c) {
   return c == ',' || c == '\r' || c == '\n';
@@ -116,7 +113,7 @@ bool ItemReader::Next(std::string& item) {
   if (rest.empty()) {
     return false;
   }
-  const auto* begin = std::ranges::find_if_not(rest, IsBlank);
+  const auto* begin = std::ranges::find_if_not(rest, IsBlankOrTab);
   const bool isQuoted = begin != rest.end() && *begin == '"';
   const auto* last = isQuoted ? std::find(begin + 1, rest.end(), '"') : begin;
   const auto* end = std::find_if(last, rest.end(), EndsItem);

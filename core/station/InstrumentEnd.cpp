@@ -26,9 +26,9 @@ std::vector<std::string> Keywords() {
 }  // namespace
 
 std::string NoticeOfMissingEnd(std::string_view bytes) {
-  std::vector<std::string> lacked = Keywords();
-  const std::string end = lacked.back();
-  const std::vector<std::string> keywords = lacked;
+  const std::vector<std::string> keywords = Keywords();
+  const std::string& end = keywords.back();
+  std::vector<std::string> lacked = keywords;
   ItemReader reader = ItemReader::Of(bytes);
   std::string item;
   std::string lastKeyword;

@@ -88,8 +88,7 @@ TopLines TopLinesOf(std::string_view bytes) {
 /// What the line of a date holds; nothing if it is not where a file has it.
 std::optional<std::string_view> DateIn(const TopLines& lines, HeaderField field) {
   const std::string_view line = lines.at(static_cast<std::size_t>(field));
-  const auto* end =
-      std::ranges::find_if(line, [](char c) { return c == ' ' || c == '\t' || c == ':'; });
+  const auto* end = std::ranges::find_if(line, [](char c) { return IsBlankOrTab(c) || c == ':'; });
   const std::string_view keyword(line.begin(), end);
   const bool isThere =
       keyword.starts_with('#') && EqualsIgnoringCase(keyword.substr(1), KeywordOf(field));

@@ -13,6 +13,11 @@
 /// character. Only the letters A to Z have a case.
 namespace tarvell {
 
+/// What separates items and words in files.
+[[nodiscard]] constexpr bool IsBlankOrTab(char c) {
+  return c == ' ' || c == '\t';
+}
+
 [[nodiscard]] std::string_view TrimLeft(std::string_view text);
 [[nodiscard]] std::string_view TrimRight(std::string_view text);
 [[nodiscard]] std::string_view Trim(std::string_view text);
