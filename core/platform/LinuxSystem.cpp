@@ -13,6 +13,7 @@
 
 #include "core/platform/LinuxPlatform.h"
 #include "core/platform/Shell.h"
+#include "core/platform/SystemDialogs.h"
 #include "core/platform/SystemName.h"
 
 namespace tarvell {
@@ -92,6 +93,10 @@ bool LinuxPlatform::QueryOSVersion(OSVersionRecord& record) {
 
 std::filesystem::path RootFolder() {
   return "/";
+}
+
+bool HasSystemDialogs() {
+  return false;
 }
 
 Platform& SystemPlatform() {

@@ -167,7 +167,17 @@ std::unique_ptr<OutputFile> NewOutputFile(HANDLE handle, std::filesystem::path p
   return std::make_unique<WindowsOutputFile>(handle, std::move(path));
 }
 
+std::error_code MayWrite(const std::filesystem::path& path) {
+  const DWORD attributes = ::GetFileAttributesW(LongPath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0
+             ? std::make_error_code(std::errc::permission_denied)
+             : std::error_code();
+}
+
 std::error_code MayReplace(const std::filesystem::path& path) {
+  if (const std::error_code code = MayWrite(path)) {
+    return code;
+  }
   const Handle handle(::CreateFileW(LongPath(path).c_str(), GENERIC_WRITE | DELETE, kShareAll,
                                     nullptr, OPEN_EXISTING, 0, nullptr));
   if (handle.IsOpen() || ::GetLastError() != ERROR_ACCESS_DENIED) {
@@ -177,6 +187,12 @@ std::error_code MayReplace(const std::filesystem::path& path) {
   const Handle written(::CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, kShareAll, nullptr,
                                      OPEN_EXISTING, 0, nullptr));
   return written.IsOpen() ? std::error_code() : LastError();
+}
+
+bool IsInUse(const std::filesystem::path& path) {
+  const Handle handle(::CreateFileW(LongPath(path).c_str(), GENERIC_WRITE | DELETE, kShareAll,
+                                    nullptr, OPEN_EXISTING, 0, nullptr));
+  return handle.IsOpen() || ::GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
 }  // namespace tarvell::windows

@@ -158,6 +158,9 @@ std::error_code WindowsPlatform::CreateTemporary(const std::filesystem::path& fo
 
 std::error_code WindowsPlatform::OpenInPlace(const std::filesystem::path& path,
                                              std::unique_ptr<OutputFile>& file) {
+  if (const std::error_code code = windows::MayWrite(path)) {
+    return code;
+  }
   return Patiently([&] {
     Handle handle(Open(path, GENERIC_WRITE, OPEN_EXISTING));
     if (!handle.IsOpen()) {
@@ -208,8 +211,7 @@ std::error_code WindowsPlatform::Replace(const std::filesystem::path& from,
     const std::error_code code = ResultOf(::MoveFileExW(
         source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
     // An open file is also refused as if the user had no right to it.
-    const bool mayBeOpen = code == std::errc::permission_denied;
-    return mayBeOpen && windows::MayReplace(to) == std::errc::device_or_resource_busy
+    return code == std::errc::permission_denied && windows::IsInUse(to)
                ? std::make_error_code(std::errc::device_or_resource_busy)
                : code;
   });

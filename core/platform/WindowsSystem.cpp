@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "core/platform/Shell.h"
+#include "core/platform/SystemDialogs.h"
 #include "core/platform/WindowsHandle.h"
 #include "core/platform/WindowsPlatform.h"
 
@@ -127,6 +128,10 @@ bool WindowsPlatform::QueryOSVersion(OSVersionRecord& record) {
 
 std::filesystem::path RootFolder() {
   return L"\\";
+}
+
+bool HasSystemDialogs() {
+  return true;
 }
 
 Platform& SystemPlatform() {

@@ -31,6 +31,8 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
  public:
   explicit QcpPlot(QWidget* parent) : QCustomPlot(parent) {
     setObjectName("plot");
+    // Numbers look like those of the table, whatever the language of the system.
+    setLocale(QLocale::c());
     setFocusPolicy(Qt::NoFocus);
     setMouseTracking(true);
     setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "core/platform/Error.h"
+#include "core/platform/SystemDialogs.h"
 #include "core/session/Tarvell_MainModule.h"
 #include "screens/widgets/Handbook.h"
 #include "screens/widgets/ProgramLibrary.h"
@@ -30,9 +31,9 @@ Questions*& QuestionsReplacement() {
   return questions;
 }
 
-/// The one file that the user chose in the toolkit's own dialog, "" when the dialog was cancelled.
+/// The one file that the user chose in the dialog, "" when it was cancelled.
 QString RunDialog(QFileDialog& dialog) {
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !HasSystemDialogs());
   // The default sizes cut off the names and dates of the files.
   dialog.resize(kDialogSize);
   if (auto* files = dialog.findChild<QTreeView*>("treeView")) {

@@ -324,6 +324,20 @@ void ExpectTrueNumbers(const QCPAxis& axis) {
   }
 }
 
+TEST_F(CurveOfASensor, HasDecimalPointsInALanguageWithCommas) {
+  const QLocale usual;
+  QLocale::setDefault(QLocale(QLocale::German));
+  Show([](frmCalDataInput& editor) {
+    const QCPAxis& axis = *PlotOf(editor).yAxis;
+    QVector<double> ticks;
+    QVector<QString> texts;
+    axis.ticker()->generate(axis.range(), PlotOf(editor).locale(), 'g', axis.numberPrecision(),
+                            ticks, nullptr, &texts);
+    EXPECT_TRUE(texts.contains("97.5")) << texts.join(' ').toStdString();
+  });
+  QLocale::setDefault(usual);
+}
+
 TEST_F(CurveOfASensor, IsDrawnOfAnyTable) {
   const std::vector<std::pair<SensorRows, std::string>> tables = {
       {{}, "The table has no values to draw."},

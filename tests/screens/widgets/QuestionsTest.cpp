@@ -6,6 +6,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "core/platform/SystemDialogs.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Questions.h"
 #include "support/ScriptedQuestions.h"
@@ -65,6 +66,16 @@ class RealQuestions : public testing::Test {
 };
 
 // ---- Boxes.
+
+TEST_F(RealQuestions, PickInTheDialogsOfASystemThatHasThem) {
+  const auto look = [](QFileDialog& dialog) {
+    EXPECT_NE(dialog.testOption(QFileDialog::DontUseNativeDialog), HasSystemDialogs());
+    dialog.reject();
+  };
+  EXPECT_EQ(PickFolder(look), "");
+  FileRequest request;
+  EXPECT_EQ(PickFile(request, look), "");
+}
 
 TEST_F(RealQuestions, ABoxShowsAllOfAQuestionAsPlainText) {
   const Question question{.text = "<b>a&b</b>\r\nsecond line & %1",
