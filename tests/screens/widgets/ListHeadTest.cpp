@@ -86,6 +86,8 @@ TEST_F(ListHeads, TheFilterReachesEveryDataSetOfALargeFolder) {
 }
 
 TEST_F(ListHeads, TheLastDataSetOfALargeFolderIsOutlinedAlthoughItIsNotListed) {
+  KeepUserSettingsIn(QString::fromStdString((tree_.Root() / "config/settings.ini").string()));
+  const auto forget = qScopeGuard([] { KeepUserSettingsIn(""); });
   std::set<std::string> serials;
   for (int i = 100; i < 160; ++i) {
     const std::string serial = "A" + std::to_string(i);
@@ -98,6 +100,7 @@ TEST_F(ListHeads, TheLastDataSetOfALargeFolderIsOutlinedAlthoughItIsNotListed) {
     for (const std::string& listed : Shown(menu, "lstSerialNumber")) {
       serials.erase(listed);
     }
+    Click(menu, "btnReturn");
   });
   ASSERT_EQ(serials.size(), 9U);
   RememberDataSet("PX12A", *serials.begin());
@@ -111,6 +114,7 @@ TEST_F(ListHeads, TheLastDataSetOfALargeFolderIsOutlinedAlthoughItIsNotListed) {
       Press(Qt::Key_Escape);
     });
     Press(Qt::Key_Return);
+    Click(menu, "btnReturn");
   });
 }
 
