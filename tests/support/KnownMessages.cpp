@@ -99,6 +99,8 @@ const std::array kKnownMessages = {
     "No printer is set up on this computer\\. .*",
     "Nothing was printed\\. Select one version, or two to compare them\\.",
     "Nothing was exported\\. Select one version\\.",
+    "The folder holds files that stations read, .*",
+    "The file is (a data set that was exported as )?JSON, .*",
     // Files and folders that are damaged, missing or not permitted.
     "The file ends too early: more lines were expected .*",
     "\\d+ entries of the folder cannot be read as a data file:.*",
