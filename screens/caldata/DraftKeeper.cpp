@@ -133,6 +133,10 @@ void DraftKeeper::WriteAndReport() {
 void DraftKeeper::Saved() {
   timer_.stop();
   retry_.stop();
+  if (!drafts_) {
+    // OK was pressed twice.
+    return;
+  }
   Guarded(
       editor_.screen, [this] { drafts_->RemoveAllOf(editor_.state()); },
       [](const Error& /*error*/) { /* The data are saved. The next editor removes the draft. */ });
