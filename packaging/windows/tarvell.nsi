@@ -1,8 +1,8 @@
 ; SPDX-FileCopyrightText: the Tarvell authors
 ; SPDX-License-Identifier: GPL-3.0-or-later
 ;
-; The installer. scripts/windows gives VERSION, PROGRAM (the folder with what is installed), LICENSE,
-; ICON and OUTPUT. Without a window: /S, and /AllUsers or /CurrentUser.
+; The installer. scripts/windows gives VERSION, PROGRAM (the folder with what is installed), REMOVAL
+; (the commands that remove exactly that), LICENSE, ICON and OUTPUT. Without a window: /S, and /AllUsers or /CurrentUser.
 Target amd64-unicode
 ManifestDPIAware true
 SetCompressor /SOLID lzma
@@ -61,18 +61,6 @@ VIAddVersionKey LegalCopyright "the Tarvell authors, GNU General Public License 
   free_${verb}:
 !macroend
 
-; Removes what an installation has put there, and nothing else.
-!macro RemoveProgram
-  Delete "$INSTDIR\tarvell.exe"
-  Delete "$INSTDIR\tarvell-cli.exe"
-  Delete "$INSTDIR\LICENSE.txt"
-  Delete "$INSTDIR\Temp*"
-  Delete "$INSTDIR\handbook\images\*.png"
-  RMDir "$INSTDIR\handbook\images"
-  Delete "$INSTDIR\handbook\*.html"
-  RMDir "$INSTDIR\handbook"
-!macroend
-
 Function .onInit
   SetRegView 64
   !insertmacro MULTIUSER_INIT
@@ -85,8 +73,10 @@ FunctionEnd
 
 Section "Install"
   !insertmacro StopWhileRunning install
-  ; Nothing of an earlier version stays.
-  !insertmacro RemoveProgram
+  ; Nothing of an earlier version stays: its own uninstaller knows what it has installed. With _?= it
+  ; runs where it is, so that this waits for its end.
+  IfFileExists "$INSTDIR\uninstall.exe" 0 +2
+    ExecWait '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode /S _?=$INSTDIR'
   SetOutPath "$INSTDIR"
   File /r "${PROGRAM}\*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
@@ -109,7 +99,7 @@ SectionEnd
 ; The data, the settings and the history are not in the program's folder, and stay.
 Section "Uninstall"
   !insertmacro StopWhileRunning remove
-  !insertmacro RemoveProgram
+  !include "${REMOVAL}"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
   Delete "$SMPROGRAMS\${NAME}\${NAME}.lnk"
