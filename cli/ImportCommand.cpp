@@ -161,9 +161,72 @@ std::vector<std::string> Marks(const Options& options, const Model& model, const
   return marks;
 }
 
+/// The numbers and titles of the tables.
+std::string TablesOf(const Certificate& certificate) {
+  std::string text;
+  for (std::size_t i = 0; i < certificate.tables.size(); ++i) {
+    text += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " " +
+            Quoted(TitleOf(certificate.tables[i], "en")) + " (" + certificate.tables[i].where + ")";
+  }
+  return text.empty() ? "no table." : text + ".";
+}
+
+/// Whether a table is the one that the user named by its number, or by a text of its title.
+bool IsMeant(const std::string& name, std::size_t number, const CertificateTable& table) {
+  const bool isNumber = name.find_first_not_of("0123456789") == std::string::npos;
+  return isNumber ? name == std::to_string(number)
+                  : ContainsIgnoringCase(TitleOf(table, "en"), name);
+}
+
+/// Leaves only the tables that the user named, by their numbers or by texts of their titles.
+void KeepTables(const std::vector<std::string>& wanted, Certificate& certificate) {
+  std::vector<bool> isKept(certificate.tables.size(), wanted.empty());
+  for (const std::string& name : wanted) {
+    bool isFound = false;
+    for (std::size_t i = 0; i < isKept.size(); ++i) {
+      const bool isMeant = IsMeant(name, i + 1, certificate.tables[i]);
+      isKept[i] = isKept[i] || isMeant;
+      isFound = isFound || isMeant;
+    }
+    if (!isFound) {
+      throw Error(ErrorKind::Type, "The certificate has no table " + Quoted(name) + ". It has " +
+                                       TablesOf(certificate));
+    }
+  }
+  std::vector<CertificateTable> kept;
+  for (std::size_t i = 0; i < isKept.size(); ++i) {
+    if (isKept[i]) {
+      kept.push_back(std::move(certificate.tables[i]));
+    }
+  }
+  certificate.tables = std::move(kept);
+}
+
+/// Joins the tables of a page if the user named each of them.
+void JoinNamed(std::size_t named, ImportChoices& choices) {
+  for (PageChoice& choice : choices.pages) {
+    if (choice.canJoinAlternatives && named >= choice.alternatives.size()) {
+      for (const std::vector<std::size_t>& tables : choice.alternatives) {
+        choice.tables.insert(choice.tables.end(), tables.begin(), tables.end());
+      }
+    }
+  }
+}
+
+/// What to do about questions that only a choice of the user answers.
+std::string HowToChoose(const ImportChoices& choices, const Certificate& certificate) {
+  return std::ranges::any_of(choices.pages, &PageChoice::IsOpen)
+             ? "Nothing was saved. Repeat the command with --table and the title or the number of "
+               "the table. The certificate has " +
+                   TablesOf(certificate)
+             : "Nothing was saved. Import the certificate in the editor, where the column can be "
+               "chosen, or delete the other column.";
+}
+
 Certificate CertificateOf(const ImportOrder& order) {
   Certificate certificate =
       ReadCertificate(CertificateBytes(NativePath(order.file)), order.reading);
+  KeepTables(order.tables, certificate);
   if (order.calibrated) {
     certificate.header.calDate = {*order.calibrated, "--calibrated"};
   }
@@ -213,14 +276,14 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   now.header.serialNumber = order.serialNumber;
   const ImportTarget target = {
       .model = model, .data = *data, .now = now, .isSerialFixed = !order.serialNumber.empty()};
-  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  ImportChoices choices = ProposedChoices(target, certificate);
+  JoinNamed(order.tables.size(), choices);
+  const ImportPlan plan = PlanImport(target, certificate, choices);
   const EditorState after = AfterImport(now, plan, true);
   ReportEach(console, order.file, plan.notes);
   ReportEach(console, order.file, plan.open);
   if (!plan.open.empty()) {
-    Report(console, order.file,
-           "Nothing was saved. Import the certificate in the editor, where the column can be "
-           "chosen, or delete the other column.");
+    Report(console, order.file, HowToChoose(choices, certificate));
     return kCouldNotLook;
   }
   if (!plan.HasValues()) {

@@ -65,6 +65,20 @@ UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column
   return unit && column.Takes(*unit) ? UnitFit::Right : UnitFit::Wrong;
 }
 
+/// Whether two values are the same, in any unit.
+bool AreSame(const WrittenValue& one, const WrittenValue& other) {
+  if (!one.isNumber || !other.isNumber) {
+    return one == other;
+  }
+  const std::optional<Unit> unit = UnitFrom(one.unit);
+  const std::optional<Unit> otherUnit = UnitFrom(other.unit);
+  if (!unit || !otherUnit) {
+    return ParseNumber(one.text) == ParseNumber(other.text);
+  }
+  return unit->IsLike(*otherUnit) && ParseNumber(Shifted(one.text, unit->power)) ==
+                                         ParseNumber(Shifted(other.text, otherUnit->power));
+}
+
 /// A column of names has no numbers.
 bool IsText(const std::vector<WrittenValue>& values) {
   return std::ranges::none_of(values, [](const WrittenValue& value) { return value.isNumber; }) &&
@@ -86,8 +100,9 @@ class Matching {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       std::vector<ColumnSource> best =
           columns_[i].IsUncertainty() ? UncertaintiesFor(i) : BestFor(columns_[i]);
-      proposed_.match.push_back(best.size() == 1 ? std::optional(best.front()) : std::nullopt);
-      if (best.size() > 1) {
+      const bool isSure = best.size() == 1 && !IsUnlikely(best.front(), columns_[i]);
+      proposed_.match.push_back(isSure ? std::optional(best.front()) : std::nullopt);
+      if (!isSure && !best.empty()) {
         proposed_.asked.push_back({i, std::move(best)});
       }
     }
@@ -121,7 +136,33 @@ class Matching {
         best.Add(source, Score(source, column));
       }
     }
-    return best.Sources();
+    return WithoutEqual(best.Sources(), column);
+  }
+
+  /// One of the sources if all of them have the same numbers, such as a frequency in two units. The
+  /// one that surely has the right unit comes first.
+  [[nodiscard]] std::vector<ColumnSource> WithoutEqual(std::vector<ColumnSource> sources,
+                                                       const ModelColumn& column) const {
+    const auto hasUnit = [&](const ColumnSource& source) {
+      return FitOf(ValuesOf(table_, source, column), column) == UnitFit::Right;
+    };
+    if (const auto sure = std::ranges::find_if(sources, hasUnit); sure != sources.end()) {
+      std::rotate(sources.begin(), sure, sure + 1);
+    }
+    const auto isEqual = [&](const ColumnSource& source) {
+      return std::ranges::equal(ValuesOf(table_, sources.front(), column),
+                                ValuesOf(table_, source, column), AreSame);
+    };
+    if (sources.size() > 1 && std::ranges::all_of(sources, isEqual)) {
+      sources.resize(1);
+    }
+    return sources;
+  }
+
+  [[nodiscard]] bool IsUnlikely(const ColumnSource& source, const ModelColumn& column) const {
+    // The points of a DCC are reference values.
+    const bool isKind = !column.IsPoint() && NamesUnlikely(kinds_[source.column]);
+    return column.role != ColumnRole::Member && (isKind || NamesUnlikely(names_[source.column]));
   }
 
   /// 0 for a source that cannot be meant.
@@ -143,8 +184,12 @@ class Matching {
       return 0;
     }
     // A name says more than a unit, which several quantities may have.
-    return (isNamed ? 4 : 0) + (isOfKind ? 2 : 0) + (fit == UnitFit::Right ? 1 : 0);
+    return (IsUnlikely(source, column) ? 0 : kLikely) + (isNamed ? 4 : 0) + (isOfKind ? 2 : 0) +
+           (isNameMissing ? 1 : 0);
   }
+
+  /// Any other column is better than one that is hardly a result.
+  static constexpr int kLikely = 10;
 
   static bool IsMeant(std::string_view text, const ModelColumn& column) {
     const bool isAnyValue = column.role == ColumnRole::Value && !column.needsName;
@@ -179,7 +224,8 @@ class Matching {
       }
       const UnitFit fit = FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]);
       if (!IsUsed(proposed_.match, source) && fit != UnitFit::Wrong) {
-        best.Add(source, (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
+        best.Add(source, (IsUnlikely(source, columns_[index]) ? 0 : kLikely) +
+                             (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
       }
     }
     return best.Sources();

@@ -154,6 +154,7 @@ class CsvReader {
     table.where = WhereOf(lines_[place.rows.empty() ? place.captions.begin : place.rows.front()]);
     table.page = head.page;
     table.memberSerial = head.memberSerial;
+    table.section = head.section;
     table.name = {{"", !head.page.empty()    ? head.page
                        : !head.title.empty() ? head.title
                                              : "Table of " + table.where}};

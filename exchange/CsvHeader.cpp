@@ -11,6 +11,7 @@
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
 #include "exchange/CsvLines.h"
+#include "exchange/TableParts.h"
 
 namespace tarvell {
 
@@ -40,8 +41,17 @@ std::string WhereOf(const DelimitedLine& line) {
 
 void CsvHeader::TakeLine(const DelimitedLine& line) {
   if (IsBlank(line)) {
+    // A heading may be above a blank line.
+    isInStandards_ = isInStandards_ && standardLines_ == 0;
     return;
   }
+  if (!certificate_.isExport && IsOfStandards(line)) {
+    DropTitle();
+    KeepStandard(line);
+    unused_.Add(line);
+    return;
+  }
+  TakeSection(line);
   const std::size_t items = head_.items.size();
   const bool isTaken = IsTaken(line);
   // Between a title and its table there may be the serial number of the member.
@@ -62,13 +72,76 @@ void CsvHeader::TakeColumn(const DelimitedLine& line, std::string_view caption,
   (void)Take(line, caption, value);
 }
 
+bool CsvHeader::IsOfStandards(const DelimitedLine& line) {
+  if (IsHeadingOfStandards(Folded(line.Cell(0)))) {
+    isInStandards_ = true;
+    isStandardInHeading_ = line.Width() > 1 || line.Cell(0).find(':') < line.Cell(0).size() - 1;
+    standardLines_ = isStandardInHeading_ ? 1 : 0;
+    return true;
+  }
+  // A heading with a standard of its own may be followed by the keys of the instrument.
+  isInStandards_ = isInStandards_ && (!isStandardInHeading_ || !KeyFieldOf(line.Cell(0)));
+  standardLines_ += isInStandards_ ? 1 : 0;
+  return isInStandards_;
+}
+
+void CsvHeader::KeepStandard(const DelimitedLine& line) {
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    const std::string_view cell = line.Cell(column);
+    const std::size_t colon = std::min(cell.find(':'), cell.size());
+    const std::string_view inCell = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
+    const std::string_view value = inCell.empty() ? line.Cell(column + 1) : inCell;
+    if (KeyFieldOf(cell.substr(0, colon)) == KeyField::SerialNumber && !value.empty() &&
+        !IsCaption(value)) {
+      standards_.push_back({std::string(value), WhereOf(line)});
+    }
+  }
+}
+
+void CsvHeader::FinishStandards() {
+  const bool hasOwn = std::ranges::any_of(
+      certificate_.items, [](const CertificateItem& item) { return !item.serialNumber.empty(); });
+  for (const FoundText& serial : standards_) {
+    const std::string named =
+        "The serial number " + Quoted(serial.text) + " (" + serial.where + ")";
+    if (hasOwn) {
+      certificate_.notes.push_back(named + " is not used, because it is that of a standard.");
+      continue;
+    }
+    const std::size_t item = ItemWith(&CertificateItem::serialNumber, serial.text).index;
+    certificate_.items[item].where = serial.where;
+    certificate_.doubts.push_back(named + " may be that of a standard that was used.");
+  }
+}
+
 TableHead CsvHeader::TakeHead() {
+  isInStandards_ = false;
   if (!head_.page.empty()) {
     DropTitle();
   }
   // It is the name of the table.
   title_.reset();
+  head_.section = state_ + (state_.empty() || channel_.empty() ? "" : ", ") + channel_;
   return std::exchange(head_, {});
+}
+
+void CsvHeader::TakeSection(const DelimitedLine& line) {
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    const std::string_view cell = line.Cell(column);
+    const std::string_view state = cell.size() > kLongestTitle ? "" : StateIn(cell);
+    // "Previous certificate" in a line of keys and values says nothing about the tables.
+    const bool isHeading = line.Width() == 1 && cell.find(':') == std::string_view::npos;
+    if (!state.empty() && (isHeading || state != "earlier")) {
+      state_ = cell;
+      channel_.clear();
+    } else if (isHeading && StateIn(state_) == "earlier") {
+      // Under the next heading are other results.
+      state_.clear();
+    }
+    if (line.Width() == 1 && cell.size() <= kLongestTitle && !ChannelIn(cell).empty()) {
+      channel_ = state_ == cell ? std::string() : std::string(cell);
+    }
+  }
 }
 
 void CsvHeader::DropTitle() {
@@ -88,6 +161,7 @@ std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedL
 
 void CsvHeader::Finish() {
   DropTitle();
+  FinishStandards();
   dates_.Store(certificate_);
   std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
 }
@@ -143,17 +217,22 @@ bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::strin
   if (!field || isPaper) {
     return false;
   }
-  TakeField(*field, line, value);
+  TakeField(*field, line, key, value);
   return true;
 }
 
-void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view value) {
+void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view key,
+                          std::string_view value) {
   CertificateHeader& header = certificate_.header;
   switch (field) {
     case KeyField::Model:
       (void)ItemWith(&CertificateItem::model, value);
       break;
     case KeyField::SerialNumber: {
+      if (NamesStandardUsed(Folded(key))) {
+        standards_.push_back({std::string(value), WhereOf(line)});
+        break;
+      }
       const std::size_t item = ItemWith(&CertificateItem::serialNumber, value).index;
       certificate_.items[item].where = WhereOf(line);
       head_.items.push_back(item);

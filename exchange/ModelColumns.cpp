@@ -109,6 +109,15 @@ constexpr std::array<std::string_view, 53> kOther = {"deviation",
                                                      "luftdruck",
                                                      "pression",
                                                      "presión"};
+// A blank at the end of a word is also the end of a caption.
+constexpr std::array<std::string_view, 23> kEarlier = {
+    "last ",   "previous", "prev ",   "prior",  "old ",    "former", "earlier", "letzte",
+    "vorige",  "vorher",   "vorjahr", "bisher", "frühere", "alt ",   "alte ",   "dernier",
+    "dernièr", "précéd",   "ancien",  "ultim",  "preced",  "vecchi", "anterior"};
+constexpr std::array<std::string_view, 19> kUnlikely = {
+    "refer",   "referenz", "référ",  "rifer", "ref ",    "min ",  "minim",
+    "max ",    "maxim",    "massim", "mínim", "máxim",   "upper", "lower",
+    "typical", "typisch",  "target", "drift", "expected"};
 constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
                                                            "unsicherheit",
                                                            "messunsich",
@@ -214,6 +223,15 @@ std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
   return {};
 }
 
+/// `folded` with a blank after each word, in place of what else may be there.
+std::string InBlanks(std::string_view folded) {
+  std::string text(folded);
+  for (char& c : text) {
+    c = std::string_view("()[],;:./-").find(c) == std::string_view::npos ? c : ' ';
+  }
+  return text + " ";
+}
+
 }  // namespace
 
 std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
@@ -247,6 +265,18 @@ bool NamesNominal(std::string_view folded) {
 
 bool NamesOther(std::string_view folded) {
   return WithoutBlanks(folded) == "k" || HasWord(folded, kOther);
+}
+
+bool NamesEarlier(std::string_view folded) {
+  return HasWord(InBlanks(folded), kEarlier);
+}
+
+bool NamesUnlikely(std::string_view folded) {
+  // A factor at the reference plane is a result.
+  constexpr std::array<std::string_view, 6> kPlanes = {"plane",   "referenzebene", "bezugsebene",
+                                                       "plan de", "piano di",      "plano de"};
+  const std::string text = InBlanks(folded);
+  return HasWord(text, kEarlier) || (HasWord(text, kUnlikely) && !HasWord(text, kPlanes));
 }
 
 bool NamesUncertainty(std::string_view folded) {

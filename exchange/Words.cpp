@@ -161,6 +161,46 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
   return std::nullopt;
 }
 
+bool NamesStandardUsed(std::string_view folded) {
+  constexpr std::array<std::string_view, 20> kDevices = {
+      "power meter", "powermeter",   "leistungsmess", "wattmètre",  "misuratore",
+      "medidor",     "multimet",     "analyzer",      "analyser",   "analysator",
+      "analyseur",   "analizzatore", "generator",     "générateur", "splitter",
+      "bridge",      "messbrücke",   "thermomet",     "receiver",   "counter"};
+  return HasWord(std::string(folded) + " ", kStandards) || HasWord(folded, kDevices) ||
+         IsHeadingOfStandards(folded);
+}
+
+bool IsHeadingOfStandards(std::string_view folded) {
+  constexpr std::array<std::string_view, 26> kHeadings = {"standards used",
+                                                          "standard used",
+                                                          "used standards",
+                                                          "reference standard",
+                                                          "reference equipment",
+                                                          "reference instr",
+                                                          "equipment used",
+                                                          "test equipment",
+                                                          "measuring equipment",
+                                                          "instruments used",
+                                                          "working standard",
+                                                          "traceab",
+                                                          "verwendete",
+                                                          "referenznormal",
+                                                          "gebrauchsnormal",
+                                                          "messmittel",
+                                                          "prüfmittel",
+                                                          "rückführ",
+                                                          "étalons utilisés",
+                                                          "étalon utilisé",
+                                                          "moyens",
+                                                          "équipements utilis",
+                                                          "instruments utilis",
+                                                          "campioni",
+                                                          "strumenti utilizzati",
+                                                          "patrones"};
+  return HasWord(folded, kHeadings);
+}
+
 bool NamesSerialNumber(std::string_view folded) {
   constexpr std::array<std::string_view, 8> kWords = {
       "serial", "s/n", "seriennummer", "seriennr", "serien-n", "de série", "de serie", "matricola"};

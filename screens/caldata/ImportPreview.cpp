@@ -248,8 +248,9 @@ void ImportPreview::ShowPages() {
   }
   // The first page that the certificate changes, unless it changes the one in the editor.
   if (ShownChoice().tables.empty()) {
-    const auto found = std::ranges::find_if(
-        choices_.pages, [](const PageChoice& choice) { return !choice.tables.empty(); });
+    const auto found = std::ranges::find_if(choices_.pages, [](const PageChoice& choice) {
+      return !choice.tables.empty() || choice.IsOpen();
+    });
     if (found != choices_.pages.end()) {
       page_ = static_cast<std::int16_t>(found - choices_.pages.begin());
     }
@@ -258,28 +259,63 @@ void ImportPreview::ShowPages() {
 }
 
 void ImportPreview::ShowTables() {
-  const std::vector<std::size_t>& chosen = ShownChoice().tables;
-  offered_ = {{}};
+  const PageChoice& choice = ShownChoice();
+  offered_.clear();
   ui_->cmbTable->clear();
-  ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
-  if (chosen.size() > 1) {
-    std::size_t rows = 0;
-    for (const std::size_t table : chosen) {
-      rows += certificate_.tables.at(table).RowCount();
-    }
-    offered_.push_back(chosen);
-    ui_->cmbTable->addItem(tr("%1 tables together, %2").arg(chosen.size()).arg(Rows(rows)));
+  offersOpen_ = choice.IsOpen();
+  if (offersOpen_) {
+    Offer({}, tr("(choose a table)"));
+  }
+  Offer({}, tr("(none: the page stays as it is)"));
+  for (const std::vector<std::size_t>& tables : TogetherFor(choice)) {
+    Offer(tables, NameTogether(tables));
   }
   for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
     const CertificateTable& table = certificate_.tables[i];
-    offered_.push_back({i});
-    ui_->cmbTable->addItem(tr("%1 (%2), %3")
-                               .arg(ToQt(NameIn(table.name, target_.language)), ToQt(table.where),
-                                    Rows(table.RowCount())));
+    Offer({i}, tr("%1 (%2), %3")
+                   .arg(ToQt(TitleOf(table, target_.language)), ToQt(table.where),
+                        Rows(table.RowCount())));
   }
   ui_->cmbTable->setCurrentIndex(
-      static_cast<int>(std::ranges::find(offered_, chosen) - offered_.begin()));
+      static_cast<int>(std::ranges::find(offered_, choice.tables) - offered_.begin()));
   ShowColumns();
+}
+
+void ImportPreview::Offer(std::vector<std::size_t> tables, const QString& name) {
+  offered_.push_back(std::move(tables));
+  ui_->cmbTable->addItem(name);
+}
+
+std::vector<std::vector<std::size_t>> ImportPreview::TogetherFor(const PageChoice& choice) {
+  std::vector<std::vector<std::size_t>> together;
+  std::vector<std::size_t> all;
+  for (const std::vector<std::size_t>& tables : choice.alternatives) {
+    all.insert(all.end(), tables.begin(), tables.end());
+    if (tables.size() > 1) {
+      together.push_back(tables);
+    }
+  }
+  if (choice.canJoinAlternatives) {
+    together.push_back(all);
+  }
+  const bool isKnown = std::ranges::find(together, choice.tables) != together.end();
+  if (choice.tables.size() > 1 && !isKnown) {
+    together.push_back(choice.tables);
+  }
+  return together;
+}
+
+QString ImportPreview::NameTogether(const std::vector<std::size_t>& tables) const {
+  std::size_t rows = 0;
+  for (const std::size_t table : tables) {
+    rows += certificate_.tables.at(table).RowCount();
+  }
+  const std::string& section = certificate_.tables.at(tables.front()).section;
+  const bool isOfSection = !section.empty() && std::ranges::all_of(tables, [&](std::size_t table) {
+    return certificate_.tables.at(table).section == section;
+  });
+  const QString name = tr("%1 tables together, %2").arg(tables.size()).arg(Rows(rows));
+  return isOfSection ? tr("%1: %2").arg(ToQt(section), name) : name;
 }
 
 void ImportPreview::ShowColumns() {
@@ -311,7 +347,13 @@ void ImportPreview::cmbItem_Activated(int index) {
 }
 
 void ImportPreview::cmbTable_Activated(int index) {
-  ShownChoice() = ChoiceOf(offered_.at(static_cast<std::size_t>(index)));
+  PageChoice& shown = ShownChoice();
+  PageChoice choice = ChoiceOf(offered_.at(static_cast<std::size_t>(index)));
+  choice.takesNone = choice.tables.empty() && !(index == 0 && offersOpen_);
+  // The user may choose another one of them.
+  choice.alternatives = std::move(shown.alternatives);
+  choice.canJoinAlternatives = shown.canJoinAlternatives;
+  shown = std::move(choice);
   chosenPages_.insert(page_);
   ShowColumns();
   Plan();
@@ -447,6 +489,10 @@ void ImportPreview::ShowNotes() {
       ImportNotes({error_, OpenQuestions(certificate_, reading_), plan_, std::move(slips)}));
 }
 
+bool ImportPreview::HasOpenTables() const {
+  return std::ranges::any_of(choices_.pages, &PageChoice::IsOpen);
+}
+
 bool ImportPreview::RemovesMissing() const {
   return !HasPages(target_.model) && ui_->chkRemove->isChecked();
 }
@@ -457,6 +503,7 @@ void ImportPreview::ShowButtons() {
       !error_.isEmpty() ? tr("These values cannot be imported. The reason is above.")
       : !OpenQuestions(certificate_, reading_).empty()
           ? tr("Say how to read what can be read in two ways.")
+      : HasOpenTables()     ? tr("Choose the table that is meant.")
       : !plan_.open.empty() ? tr("Choose the columns that can be meant in several ways.")
       : !plan_.HasValues()  ? tr("There is nothing to import into this data set.")
       : !plan_.HasPlace(RemovesMissing()) ? tr("The table has no room for all points. Remove those "

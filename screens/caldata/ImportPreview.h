@@ -62,6 +62,11 @@ class ImportPreview final : public QDialog {
   void ShowPages();
   void ShowTables();
   void ShowColumns();
+  /// Adds an entry to the list of tables.
+  void Offer(std::vector<std::size_t> tables, const QString& name);
+  /// The tables that the user may choose together.
+  static std::vector<std::vector<std::size_t>> TogetherFor(const PageChoice& choice);
+  [[nodiscard]] QString NameTogether(const std::vector<std::size_t>& tables) const;
 
   void cmbReading_Activated();
   void cmbItem_Activated(int index);
@@ -81,6 +86,8 @@ class ImportPreview final : public QDialog {
   void ShowNotes();
   void ShowButtons();
 
+  /// Whether the user has to choose one of several tables for a page.
+  [[nodiscard]] bool HasOpenTables() const;
   [[nodiscard]] bool RemovesMissing() const;
   [[nodiscard]] PageChoice& ShownChoice();
   [[nodiscard]] std::vector<ModelColumn> ShownColumns() const;
@@ -102,6 +109,7 @@ class ImportPreview final : public QDialog {
   std::set<std::int16_t> chosenPages_;     ///< whose tables or columns the user chose
   ChosenColumns columns_;
   std::vector<std::vector<std::size_t>> offered_;  ///< the tables of each entry of the list
+  bool offersOpen_ = false;                        ///< whether its first entry chooses nothing yet
   ImportPlan plan_;
   std::map<std::int16_t, JudgedPage> judged_;          ///< the pages that change
   std::vector<std::string> askedDoubts_;               ///< that "I have checked it" was about

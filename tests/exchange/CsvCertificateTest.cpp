@@ -173,7 +173,7 @@ TEST(CsvCertificate, ATableThatBeginsAgainHasTheCaptionsAboveIt) {
 TEST(CsvCertificate, EachSerialNumberIsThatOfAnInstrumentWithTheTablesBelowIt) {
   const Certificate read = Read(
       "Model;M\nSerial number;A\nMHz;%\n1;98\n\nSerial number;B\nMHz;%\n2;98\n\nSerial number;A\n"
-      "Standard, serial;C\nMHz;%\n3;98\n");
+      "S/N;C\nMHz;%\n3;98\n");
   Texts serials;
   for (const CertificateItem& item : read.items) {
     serials.push_back(item.serialNumber + item.model + ", " + item.where);

@@ -315,7 +315,7 @@ TEST_F(SensorImport, AColumnInAnUnknownUnitIsTakenOnlyByHandAndWithADoubt) {
 
 TEST_F(SensorImport, OfSeveralSerialNumbersTakesThatOfTheEditorOrDoubts) {
   const std::string table = "\nf [MHz];KF [%]\n50;98.5\n";
-  Read("Serial number;A\nStandard, serial;B\n" + table);
+  Read("Serial number;A\nSerial no.;B\n" + table);
   EXPECT_EQ(plan_.doubts,
             (Texts{"The certificate is for the serial number \"A\", and this data set has "
                    "\"2702A00417\".",
