@@ -47,6 +47,16 @@ void ReportEach(Console& console, const std::string& file,
   }
 }
 
+/// The sentences that none of `reported` begins with.
+std::vector<std::string> Without(const std::vector<std::string>& reported,
+                                 std::vector<std::string> sentences) {
+  std::erase_if(sentences, [&](const std::string& sentence) {
+    return std::ranges::any_of(
+        reported, [&](const std::string& other) { return other.starts_with(sentence); });
+  });
+  return sentences;
+}
+
 const Model& ModelToFill(const std::string& code) {
   const Model* model = FindModel(ToUpper(code));
   if (model != nullptr && model->create != nullptr) {
@@ -280,18 +290,23 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   JoinNamed(order.tables.size(), choices);
   const ImportPlan plan = PlanImport(target, certificate, choices);
   const EditorState after = AfterImport(now, plan, true);
-  ReportEach(console, order.file, plan.notes);
+  if (!plan.otherModel.empty()) {
+    // It is the cause of much that follows.
+    Report(console, order.file, plan.otherModel);
+  }
+  const std::vector<std::string> lacks = Lacks(target, certificate, after);
+  ReportEach(console, order.file, Without(lacks, plan.notes));
   ReportEach(console, order.file, plan.open);
   if (!plan.open.empty()) {
+    ReportEach(console, order.file, Without({plan.otherModel}, plan.doubts));
     Report(console, order.file, HowToChoose(choices, certificate));
     return kCouldNotLook;
   }
   if (!plan.HasValues()) {
-    // They may say that it is about another model.
-    ReportEach(console, order.file, plan.doubts);
+    ReportEach(console, order.file, Without({plan.otherModel}, plan.doubts));
     return kCouldNotLook;
   }
-  if (const std::vector<std::string> lacks = Lacks(target, certificate, after); !lacks.empty()) {
+  if (!lacks.empty()) {
     ReportEach(console, order.file, lacks);
     return kCouldNotLook;
   }
@@ -302,7 +317,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
                                   DataFileName(data->SerialNumber()));
   std::ranges::move(Marks(options, model, *data, path), std::back_inserter(doubts));
   ReportEach(console, order.file, plan.Rounded());
-  ReportEach(console, order.file, doubts);
+  ReportEach(console, order.file, Without({plan.otherModel}, doubts));
   if (!doubts.empty() && !order.isSure) {
     Report(console, order.file,
            "Nothing was saved. To save it all the same, repeat the command with --sure.");
@@ -311,7 +326,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   if (!Save(*data, path, order.replaces, console)) {
     return kFindings;
   }
-  console.Out("Saved " + path + ".\n");
+  console.Out("Saved " + PathText(NativePath(path)) + ".\n");
   return kClean;
 }
 

@@ -270,7 +270,7 @@ std::vector<ColumnSource> SourcesOf(const CertificateTable& table) {
 std::string SourceName(const CertificateTable& table, const ColumnSource& source,
                        std::string_view language) {
   const CertificateColumn& column = table.columns.at(source.column);
-  const std::string caption = NameIn(column.caption, language);
+  const std::string caption = WithSingleBlanks(NameIn(column.caption, language));
   const std::string number = std::to_string(source.column + 1);
   std::string name = caption.empty() ? "Column " + number : caption;
   if (source.isUncertainty) {
@@ -283,7 +283,7 @@ std::string SourceName(const CertificateTable& table, const ColumnSource& source
     name += " [" + unit + "]";
   }
   const auto isAlike = [&](const CertificateColumn& other) {
-    return NameIn(other.caption, language) == caption;
+    return WithSingleBlanks(NameIn(other.caption, language)) == caption;
   };
   const bool isAlone = std::ranges::count_if(table.columns, isAlike) == 1;
   return isAlone || caption.empty() ? name : name + " (column " + number + ")";

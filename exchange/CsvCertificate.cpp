@@ -11,6 +11,7 @@
 #include "core/text/Text.h"
 #include "exchange/CaptionUnit.h"
 #include "exchange/CsvColumns.h"
+#include "exchange/CsvForms.h"
 #include "exchange/CsvHeader.h"
 #include "exchange/CsvInstruments.h"
 #include "exchange/CsvLines.h"
@@ -37,7 +38,9 @@ class CsvReader {
 
   Certificate Read() {
     std::size_t done = 0;
-    for (const TablePlace& place : TablePlaces(lines_)) {
+    const std::vector<TablePlace> places = TablePlaces(lines_);
+    certificate_.doubts = UnreadForms(lines_, places);
+    for (const TablePlace& place : places) {
       TakeHead(place.head);
       AddTables(place);
       done = place.rows.back() + 1;
@@ -145,6 +148,9 @@ class CsvReader {
     sign_ = sign.Sign(choices_.sign);
     if (std::optional<ReadingQuestion> question = sign.Question()) {
       certificate_.questions.push_back(std::move(*question));
+    }
+    if (std::string mixed = sign.Mixed(); !mixed.empty() && !certificate_.isExport) {
+      certificate_.doubts.push_back(std::move(mixed));
     }
   }
 

@@ -46,8 +46,9 @@ class HeaderPlanning {
 
   void TakeItem(const CertificateItem& item) {
     if (!item.model.empty() && !NamesModel(item.model, target_.model.code)) {
-      plan_.doubts.push_back("The certificate is for the model " + Quoted(item.model) +
-                             ", and this data set is for " + std::string(target_.model.code) + ".");
+      plan_.otherModel = "The certificate is for the model " + Quoted(item.model) +
+                         ", and this data set is for " + std::string(target_.model.code) + ".";
+      plan_.doubts.push_back(plan_.otherModel);
     }
     const std::string& present = target_.now.header.serialNumber;
     if (item.serialNumber.empty()) {

@@ -53,6 +53,13 @@ void AppendAll(std::vector<std::string>& all, const std::vector<std::string>& mo
   all.insert(all.end(), more.begin(), more.end());
 }
 
+/// Leaves each sentence once: a point may be in a table many times.
+void DropRepeated(std::vector<std::string>& sentences) {
+  std::set<std::string> known;
+  std::erase_if(sentences,
+                [&](const std::string& sentence) { return !known.insert(sentence).second; });
+}
+
 /// The rows of a page after the import, and where their values come from.
 DraftPage AfterPage(const DraftPage& now, const PagePlan& plan, bool removesMissing,
                     bool hasFixedRows) {
@@ -104,6 +111,8 @@ class Planning {
     NoteUnused();
     AppendAll(plan_.doubts, certificate_.doubts);
     AppendAll(plan_.notes, certificate_.notes);
+    DropRepeated(plan_.doubts);
+    DropRepeated(plan_.notes);
     return std::move(plan_);
   }
 

@@ -83,6 +83,8 @@ struct ImportPlan {
   std::vector<PlannedField> fields;  ///< those that the certificate names
   std::optional<bool> option;        ///< what the certificate says about the option
   std::vector<PagePlan> pages;
+  std::string
+      otherModel;  ///< the doubt about another model, which is also the first one; "" for none
   std::vector<std::string> open;    ///< what the user has to choose, before anything is taken
   std::vector<std::string> doubts;  ///< what the user has to confirm
   std::vector<std::string> notes;   ///< what is not taken and why

@@ -8,6 +8,7 @@
 
 #include "core/caldata/MemoryGrid.h"
 #include "core/numbers/WrittenNumber.h"
+#include "exchange/Certificate.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -242,7 +243,7 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
   std::vector<ModelColumn> columns = ColumnsOf(model, page);
   std::int16_t number = 0;
   for (ModelColumn& column : columns) {
-    column.caption = grid.CellText(0, number++);
+    column.caption = WithSingleBlanks(grid.CellText(0, number++));
   }
   return columns;
 }

@@ -285,4 +285,82 @@ TEST_F(WrongNumbers, TheSerialNumberOfAStandardIsNotThatOfTheInstrument) {
                                 "was used."});
 }
 
+TEST_F(WrongNumbers, AnImportSaysWhyItDoesNotReadAForm) {
+  const auto doubts = [&](const std::string& text) {
+    Read(text);
+    return plan_.doubts;
+  };
+  EXPECT_EQ(doubts("f [MHz];KF [%]\n50;\"98.5\n60;97\n").back(),
+            "Line 2 has a quote that is not closed, so that all lines after it are one cell. Close "
+            "the quote in the file, or remove it.");
+  EXPECT_EQ(doubts("Frequency [MHz];50;60\nKF [%];98;97\n"),
+            Texts{"Line 1 has a quantity with a column for each point, which is not read. Turn the "
+                  "table in a spreadsheet, so that each point has a line, or copy the points and "
+                  "the values as two columns and paste them."});
+  EXPECT_EQ(doubts("Sensor;50 MHz;1 GHz\nKF [%];98;97\n"),
+            Texts{"Line 1 has frequencies as captions, which are not read. Give each frequency and "
+                  "value a line of its own, or copy them as columns and paste them."});
+  EXPECT_EQ(doubts("f [MHz];KF [%];;f [MHz];KF [%]\n50;98;;70;97\n"),
+            Texts{"Line 1 has the captions of several tables side by side. Put the tables below "
+                  "each other in the file, or choose the columns of one of them."});
+  EXPECT_EQ(plan_.open.size(), 2U);
+}
+
+TEST_F(WrongNumbers, DifferentDecimalSignsAreNamedWithTheirLines) {
+  Read("f [MHz];KF [%]\n50;98,5\n60;97.4\n70;96.25\n");
+  EXPECT_EQ(plan_.doubts.back(),
+            "The values have different decimal signs: \"98,5\" (line 2) has a comma, and \"97.4\" "
+            "(line 3) a point. Values with the other sign than most are not read. Write all with "
+            "the same one.");
+}
+
+TEST_F(WrongNumbers, ANumberThatIsTooLargeIsNamedWithItsLine) {
+  Read("f [MHz];KF [%]\n50;98.5\n60;1e400\n");
+  EXPECT_EQ(plan_.doubts, Texts{"60 MHz (line 3): 1E400 % is too large to be calculated with."});
+  EXPECT_EQ(RowsOf(0), Texts{"50.00 98.5"});
+}
+
+TEST_F(WrongNumbers, VerticalBarsSeparateCells) {
+  Read("Serial number|A1\nf [MHz]|KF [%]\n50|98,5\n60|97,5\n");
+  EXPECT_EQ(RowsOf(0), (Texts{"50.00 98.5", "60.00 97.5"}));
+  EXPECT_EQ(certificate_.kind, "Text, UTF-8, separated by \"|\"");
+}
+
+TEST_F(WrongNumbers, ADccOfAnotherVersionIsAskedAbout) {
+  const auto doubts = [&](const std::string& version) {
+    Read("<digitalCalibrationCertificate xmlns=\"https://ptb.de/dcc\" schemaVersion=\"" + version +
+         "\"/>");
+    return plan_.doubts;
+  };
+  for (const std::string version : {"2.4.0", "3.0.0", "3.3.0", "2.10"}) {
+    EXPECT_EQ(doubts(version), Texts()) << version;
+  }
+  EXPECT_EQ(doubts("2.3.0").size(), 1U);
+  EXPECT_EQ(doubts("4.0.0"),
+            Texts{"The certificate is a DCC of version \"4.0.0\", and the program knows the "
+                  "versions 2.4 to 3.x. Another version may mean other things by the same names."});
+}
+
+TEST_F(WrongNumbers, ADecimalCommaInADccIsNamed) {
+  std::string dcc = DccWith({"<d:result>"});
+  dcc.replace(dcc.find(">98<") + 1, 2, "98,5");
+  Read(dcc);
+  EXPECT_TRUE(Contains(certificate_.notes.at(0),
+                       "is not used, because its value 1, \"98,5\", has a decimal comma, which a "
+                       "DCC never has."));
+}
+
+TEST_F(WrongNumbers, EachSentenceIsSaidOnce) {
+  OpenCapacitors();
+  Read("RT521A\nf [kHz];C [pF]\n1;1.0001\n1;1.0002\n1;1.0003\n", "RT520A");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"RT521A: 1 kHz is in the certificate twice. The first one is used."});
+}
+
+TEST_F(WrongNumbers, BlanksInTitlesAndCaptionsAreShownOnce) {
+  Read("After  the\tadjustment\nf  [MHz];KF [%]\n50;98.5\n\nx;y;z\n1;2;3\n");
+  EXPECT_EQ(TitleOf(certificate_.tables.at(0), "en"), "After the adjustment");
+  EXPECT_EQ(SourceName(certificate_.tables.at(0), {0, false}, "en"), "f [MHz]");
+}
+
 }  // namespace tarvell::test
