@@ -19,6 +19,7 @@
 #include "exchange/ImportPlan.h"
 #include "screens/caldata/ChosenColumns.h"
 #include "screens/caldata/ColumnBoxes.h"
+#include "screens/caldata/TableBox.h"
 
 namespace tarvell {
 
@@ -62,11 +63,6 @@ class ImportPreview final : public QDialog {
   void ShowPages();
   void ShowTables();
   void ShowColumns();
-  /// Adds an entry to the list of tables.
-  void Offer(std::vector<std::size_t> tables, const QString& name);
-  /// The tables that the user may choose together.
-  static std::vector<std::vector<std::size_t>> TogetherFor(const PageChoice& choice);
-  [[nodiscard]] QString NameTogether(const std::vector<std::size_t>& tables) const;
 
   void cmbReading_Activated();
   void cmbItem_Activated(int index);
@@ -108,14 +104,13 @@ class ImportPreview final : public QDialog {
   std::optional<std::size_t> chosenItem_;  ///< by the user
   std::set<std::int16_t> chosenPages_;     ///< whose tables or columns the user chose
   ChosenColumns columns_;
-  std::vector<std::vector<std::size_t>> offered_;  ///< the tables of each entry of the list
-  bool offersOpen_ = false;                        ///< whether its first entry chooses nothing yet
   ImportPlan plan_;
   std::map<std::int16_t, JudgedPage> judged_;          ///< the pages that change
   std::vector<std::string> askedDoubts_;               ///< that "I have checked it" was about
   std::vector<std::vector<std::string>> askedPoints_;  ///< that are removed
   QString error_;  ///< why the chosen values cannot be taken, "" when they can
   std::int16_t page_ = 0;
+  TableBox tableBox_;
   ColumnBoxes columnBoxes_;
   std::vector<int> movedTo_;  ///< where the user put the splitter
 };
