@@ -181,24 +181,32 @@ std::string TablesOf(const Certificate& certificate) {
   return text.empty() ? "no table." : text + ".";
 }
 
-/// Whether a table is the one that the user named by its number, or by a text of its title.
-bool IsMeant(const std::string& name, std::size_t number, const CertificateTable& table) {
+/// The indexes of the tables that the user named: by a number, by their title, or else by a text of
+/// it.
+std::vector<std::size_t> TablesNamed(const std::string& name, const Certificate& certificate) {
   const bool isNumber = name.find_first_not_of("0123456789") == std::string::npos;
-  return isNumber ? name == std::to_string(number)
-                  : ContainsIgnoringCase(TitleOf(table, "en"), name);
+  std::vector<std::size_t> exact;
+  std::vector<std::size_t> with;
+  for (std::size_t i = 0; i < certificate.tables.size(); ++i) {
+    const std::string title = TitleOf(certificate.tables[i], "en");
+    if (isNumber ? name == std::to_string(i + 1) : EqualsIgnoringCase(title, name)) {
+      exact.push_back(i);
+    } else if (!isNumber && ContainsIgnoringCase(title, name)) {
+      with.push_back(i);
+    }
+  }
+  return exact.empty() ? with : exact;
 }
 
 /// Leaves only the tables that the user named, by their numbers or by texts of their titles.
 void KeepTables(const std::vector<std::string>& wanted, Certificate& certificate) {
   std::vector<bool> isKept(certificate.tables.size(), wanted.empty());
   for (const std::string& name : wanted) {
-    bool isFound = false;
-    for (std::size_t i = 0; i < isKept.size(); ++i) {
-      const bool isMeant = IsMeant(name, i + 1, certificate.tables[i]);
-      isKept[i] = isKept[i] || isMeant;
-      isFound = isFound || isMeant;
+    const std::vector<std::size_t> meant = TablesNamed(name, certificate);
+    for (const std::size_t table : meant) {
+      isKept[table] = true;
     }
-    if (!isFound) {
+    if (meant.empty()) {
       throw Error(ErrorKind::Type, "The certificate has no table " + Quoted(name) + ". It has " +
                                        TablesOf(certificate));
     }

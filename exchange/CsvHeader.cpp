@@ -29,6 +29,23 @@ bool IsCaption(std::string_view cell) {
   return field && *field != KeyField::Model && !hasDigit;
 }
 
+/// The cell of a line that says when results were measured; "" for none. A line that names two
+/// states compares them.
+std::string_view StateCellOf(const DelimitedLine& line) {
+  std::string_view found;
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    const std::string_view cell = line.Cell(column);
+    const std::string_view state = cell.size() > kLongestTitle ? "" : StateIn(cell);
+    if (!found.empty() && !state.empty() && state != StateIn(found)) {
+      return {};
+    }
+    found = found.empty() && !state.empty() ? cell : found;
+  }
+  // "Previous certificate" in a line of keys and values says nothing about the tables.
+  const bool isKey = line.Width() > 1 || found.find(':') != std::string_view::npos;
+  return isKey && StateIn(found) == "earlier" ? std::string_view() : found;
+}
+
 bool IsComment(std::string_view key) {
   return KeyFieldOf(key) == KeyField::Comment;
 }
@@ -121,26 +138,26 @@ TableHead CsvHeader::TakeHead() {
   }
   // It is the name of the table.
   title_.reset();
+  // "As found" above "RT521A" holds for all members, "RT521A as found" only for that one.
+  isStateOfOneTable_ = isStateOfOneTable_ || (!state_.empty() && head_.title == state_);
   head_.section = state_ + (state_.empty() || channel_.empty() ? "" : ", ") + channel_;
   return std::exchange(head_, {});
 }
 
 void CsvHeader::TakeSection(const DelimitedLine& line) {
-  for (std::size_t column = 0; column < line.Width(); ++column) {
-    const std::string_view cell = line.Cell(column);
-    const std::string_view state = cell.size() > kLongestTitle ? "" : StateIn(cell);
-    // "Previous certificate" in a line of keys and values says nothing about the tables.
-    const bool isHeading = line.Width() == 1 && cell.find(':') == std::string_view::npos;
-    if (!state.empty() && (isHeading || state != "earlier")) {
-      state_ = cell;
-      channel_.clear();
-    } else if (isHeading && StateIn(state_) == "earlier") {
-      // Under the next heading are other results.
-      state_.clear();
-    }
-    if (line.Width() == 1 && cell.size() <= kLongestTitle && !ChannelIn(cell).empty()) {
-      channel_ = state_ == cell ? std::string() : std::string(cell);
-    }
+  const std::string_view first = line.Cell(0);
+  const bool isHeading = line.Width() == 1 && first.size() <= kLongestTitle;
+  if (const std::string_view cell = StateCellOf(line); !cell.empty()) {
+    state_ = cell;
+    isStateOfOneTable_ = false;
+    channel_.clear();
+  } else if (isHeading && first.find(':') == std::string_view::npos &&
+             (isStateOfOneTable_ || StateIn(state_) == "earlier")) {
+    // Under the next heading are other results.
+    state_.clear();
+  }
+  if (isHeading && !ChannelIn(first).empty()) {
+    channel_ = state_ == first ? std::string() : std::string(first);
   }
 }
 

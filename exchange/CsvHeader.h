@@ -91,6 +91,7 @@ class CsvHeader {
   std::optional<DelimitedLine> title_;  ///< which is not known to be used yet
   // They hold for all tables up to the next such line.
   std::string state_;
+  bool isStateOfOneTable_ = false;  ///< whether it is the title of a table, up to the next title
   std::string channel_;
 };
 

@@ -231,7 +231,27 @@ class TableReader {
   }
 
   static std::string StateOf(pugi::xml_node node) {
-    return Telling(node, [](std::string_view text) { return !StateIn(text).empty(); });
+    const std::string status = StatusOf(node);
+    return !status.empty()
+               ? status
+               : Telling(node, [](std::string_view text) { return !StateIn(text).empty(); });
+  }
+
+  /// What all influence conditions of a measurement say about its state; "" where they say nothing.
+  static std::string StatusOf(pugi::xml_node measured) {
+    std::string status;
+    for (const pugi::xml_node condition :
+         measured.child("dcc:influenceConditions").children("dcc:influenceCondition")) {
+      const std::string text = TextOf(condition.child("dcc:status"));
+      if (StateIn(text).empty() || text == status) {
+        continue;
+      }
+      if (!status.empty()) {
+        return {};
+      }
+      status = text;
+    }
+    return status;
   }
 
   static std::string ChannelOf(pugi::xml_node node) {

@@ -176,7 +176,9 @@ class Planning {
   /// Titles that say more than which part of a table follows.
   void DoubtJoined(const std::string& where, const std::vector<const CertificateTable*>& tables) {
     for (const CertificateTable* table : tables) {
-      if (!AreTitledAsParts(*tables.front(), *table)) {
+      // Tables of different instruments are the rows of one.
+      const bool areOfItems = table->item != tables.front()->item;
+      if (!areOfItems && !AreTitledAsParts(*tables.front(), *table)) {
         plan_.doubts.push_back(where + "The tables " + TableName(target_, *tables.front()) +
                                " and " + TableName(target_, *table) +
                                " are taken together, as parts of one table.");

@@ -57,59 +57,26 @@ constexpr std::array<std::string_view, 10> kMeasured = {"measured", "actual", "m
                                                         "misur",    "medid"};
 constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "soll",
                                                       "setting", "setpoint", "einstell"};
-constexpr std::array<std::string_view, 53> kOther = {"deviation",
-                                                     "correction",
-                                                     "korrektur",
-                                                     "correzione",
-                                                     "correcci",
-                                                     "dev.",
-                                                     "abweich",
-                                                     "messabweich",
-                                                     "error",
-                                                     "écart",
-                                                     "desviaci",
-                                                     "scart",
-                                                     "erreur",
-                                                     "fehler",
-                                                     "messfehler",
-                                                     "diff",
-                                                     "basic measurementerror",
-                                                     "toler",
-                                                     "tolér",
-                                                     "toll",
-                                                     "limit",
-                                                     "grenz",
-                                                     "spec",
-                                                     "spezif",
-                                                     "coverage",
-                                                     "erweiterungsf",
-                                                     "überdeck",
-                                                     "élargiss",
-                                                     "cobertura",
-                                                     "copertura",
-                                                     "k-fac",
-                                                     "k [",
-                                                     "k (",
-                                                     "probab",
-                                                     "confidence",
-                                                     "humid",
-                                                     "feucht",
-                                                     "luftfeucht",
-                                                     "humed",
-                                                     "umid",
-                                                     "rh ",
-                                                     "rh[",
-                                                     "rh(",
-                                                     "hr [",
-                                                     "temp",
-                                                     "raumtemp",
-                                                     "umgebung",
-                                                     "ambient",
-                                                     "pressure",
-                                                     "druck",
-                                                     "luftdruck",
-                                                     "pression",
-                                                     "presión"};
+constexpr std::array<std::string_view, 57> kOther = {
+    "1/",         "reciproc",   "kehrwert",
+    "inverse",    "deviation",  "correction",
+    "korrektur",  "correzione", "correcci",
+    "dev.",       "abweich",    "messabweich",
+    "error",      "écart",      "desviaci",
+    "scart",      "erreur",     "fehler",
+    "messfehler", "diff",       "basic measurementerror",
+    "toler",      "tolér",      "toll",
+    "limit",      "grenz",      "spec",
+    "spezif",     "coverage",   "erweiterungsf",
+    "überdeck",   "élargiss",   "cobertura",
+    "copertura",  "k-fac",      "k [",
+    "k (",        "probab",     "confidence",
+    "humid",      "feucht",     "luftfeucht",
+    "humed",      "umid",       "rh ",
+    "rh[",        "rh(",        "hr [",
+    "temp",       "raumtemp",   "umgebung",
+    "ambient",    "pressure",   "druck",
+    "luftdruck",  "pression",   "presión"};
 // A blank at the end of a word is also the end of a caption.
 constexpr std::array<std::string_view, 23> kEarlier = {
     "last ",   "previous", "prev ",   "prior",  "old ",    "former", "earlier", "letzte",
@@ -119,7 +86,7 @@ constexpr std::array<std::string_view, 19> kUnlikely = {
     "refer",   "referenz", "référ",  "rifer", "ref ",    "min ",  "minim",
     "max ",    "maxim",    "massim", "mínim", "máxim",   "upper", "lower",
     "typical", "typisch",  "target", "drift", "expected"};
-constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
+constexpr std::array<std::string_view, 18> kUncertainty = {"unc",
                                                            "unsicherheit",
                                                            "messunsich",
                                                            "standardunsich",
@@ -132,6 +99,7 @@ constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
                                                            "u[",
                                                            "u [",
                                                            "u/",
+                                                           "u /",
                                                            "u in ",
                                                            "u95",
                                                            "u 95",
@@ -233,6 +201,20 @@ std::string InBlanks(std::string_view folded) {
   return text + " ";
 }
 
+/// Whether a word is a year, as in "factor 2025". It may be that of another calibration.
+bool HasYear(std::string_view text) {
+  constexpr std::size_t kDigits = 4;
+  while (!text.empty()) {
+    const std::string_view word = text.substr(0, text.find(' '));
+    const bool isNumber = word.find_first_not_of("0123456789") == std::string_view::npos;
+    if (isNumber && word.size() == kDigits && (word.starts_with("19") || word.starts_with("20"))) {
+      return true;
+    }
+    text.remove_prefix(std::min(word.size() + 1, text.size()));
+  }
+  return false;
+}
+
 }  // namespace
 
 std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
@@ -277,7 +259,8 @@ bool NamesUnlikely(std::string_view folded) {
   constexpr std::array<std::string_view, 6> kPlanes = {"plane",   "referenzebene", "bezugsebene",
                                                        "plan de", "piano di",      "plano de"};
   const std::string text = InBlanks(folded);
-  return HasWord(text, kEarlier) || (HasWord(text, kUnlikely) && !HasWord(text, kPlanes));
+  return HasWord(text, kEarlier) || HasYear(text) ||
+         (HasWord(text, kUnlikely) && !HasWord(text, kPlanes));
 }
 
 bool NamesUncertainty(std::string_view folded) {

@@ -71,13 +71,43 @@ std::vector<std::string> WordsOf(std::string_view title) {
   return words;
 }
 
-/// The words of a title by which a part does not differ from another one.
+bool IsOfPart(const std::string& word) {
+  return std::ranges::find(kOfParts, word) != kOfParts.end();
+}
+
+bool IsFrequencyUnit(std::string_view word) {
+  const std::optional<Unit> unit = UnitFrom(word);
+  return unit && unit->IsLike(*UnitFrom("Hz"));
+}
+
+/// Whether the number at this place is the number of a part, as in "Table 1", or of a range of
+/// frequencies. "1 mW" says what was measured.
+bool IsNumberOfPart(const std::vector<std::string>& words, std::size_t at) {
+  if (at > 0 && IsOfPart(words[at - 1])) {
+    return true;
+  }
+  while (at < words.size() && (HasDigit(words[at]) || IsOfPart(words[at]))) {
+    const std::size_t unit = words[at].find_first_not_of("0123456789");
+    if (unit != std::string::npos && IsFrequencyUnit(std::string_view(words[at]).substr(unit))) {
+      return true;
+    }
+    ++at;
+  }
+  return at < words.size() && IsFrequencyUnit(words[at]);
+}
+
+/// The words of a title that say more than which part of a table follows.
 std::vector<std::string> OwnWords(const CertificateTable& table) {
-  std::vector<std::string> words = WordsOf(NameIn(table.name, "en"));
-  std::erase_if(words, [](const std::string& word) {
-    return HasDigit(word) || UnitFrom(word) || std::ranges::find(kOfParts, word) != kOfParts.end();
-  });
-  return words;
+  const std::vector<std::string> words = WordsOf(NameIn(table.name, "en"));
+  std::vector<std::string> own;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const bool isPart = HasDigit(words[i]) ? IsNumberOfPart(words, i)
+                                           : IsFrequencyUnit(words[i]) || IsOfPart(words[i]);
+    if (!isPart) {
+      own.push_back(words[i]);
+    }
+  }
+  return own;
 }
 
 /// Calls `find` with the section of a table and its names until one gives a text.
@@ -95,19 +125,25 @@ std::string FirstFound(const CertificateTable& table, const Find& find) {
 /// More parts are no longer something to choose from.
 constexpr std::size_t kPartLimit = 20;
 
+/// Captions of the level at which values were measured.
+constexpr std::array<std::string_view, 5> kLevels = {"level", "pegel", "niveau", "livello",
+                                                     "nivel "};
+
 /// Results of a test, which say nothing about what was measured.
 bool IsVerdict(std::string_view text) {
-  constexpr std::array<std::string_view, 22> kVerdicts = {
-      "pass", "passed", "fail", "failed", "ok",     "o.k.",     "nok", "yes", "no",  "ja", "nein",
-      "oui",  "non",    "si",   "i.o.",   "n.i.o.", "conforme", "bon", "in",  "out", "-",  "n/a"};
+  constexpr std::array<std::string_view, 26> kVerdicts = {
+      "pass", "passed", "fail", "failed", "ok", "o.k.", "nok",    "yes",      "no",
+      "ja",   "nein",   "oui",  "non",    "si", "i.o.", "n.i.o.", "conforme", "bon",
+      "good", "ng",     "bad",  "x",      "in", "out",  "-",      "n/a"};
   const std::string folded = Folded(text);
   return std::ranges::find(kVerdicts, folded) != kVerdicts.end();
 }
 
 bool NamesRemark(std::string_view folded) {
-  constexpr std::array<std::string_view, 16> kWords = {
-      "remark", "comment", "bemerk", "kommentar", "remarque", "observ",   "note",   "hinweis",
-      "anmerk", "nota",    "pass",   "verdict",   "result",   "ergebnis", "bewert", "conform"};
+  constexpr std::array<std::string_view, 22> kWords = {
+      "remark", "comment", "bemerk",   "kommentar", "remarque", "observ",   "note",   "hinweis",
+      "anmerk", "nota",    "pass",     "verdict",   "result",   "ergebnis", "bewert", "judg",
+      "status", "assess",  "beurteil", "giudiz",    "esito",    "conform"};
   return HasWord(folded, kWords);
 }
 
@@ -115,10 +151,11 @@ bool NamesRemark(std::string_view folded) {
 std::optional<std::vector<std::string>> DividingTexts(const CertificateColumn& column) {
   const std::string caption = FoldedNames(column);
   const bool isChannel = HasWord(caption, kChannels);
+  const bool isLevel = HasWord(caption, kLevels);
   std::vector<std::string> texts;
   std::vector<std::string> kinds;
   for (const WrittenValue& value : column.series.front().values) {
-    if (value.isNumber && (!isChannel || !value.unit.empty())) {
+    if (value.isNumber && !isLevel && (!isChannel || !value.unit.empty())) {
       return std::nullopt;
     }
     // As in a merged cell, an empty one means the text above it.
@@ -133,7 +170,9 @@ std::optional<std::vector<std::string>> DividingTexts(const CertificateColumn& c
       return std::nullopt;
     }
   }
-  const bool isRepeated = kinds.size() < texts.size() || isChannel;
+  const bool isRepeated =
+      kinds.size() < texts.size() || isChannel ||
+      std::ranges::any_of(kinds, [](const std::string& kind) { return !StateIn(kind).empty(); });
   const bool saysNothing = std::ranges::all_of(
       kinds, [](const std::string& kind) { return IsVerdict(kind) || UnitFrom(kind).has_value(); });
   return kinds.size() > 1 && isRepeated && !saysNothing && !NamesRemark(caption)
@@ -231,7 +270,7 @@ std::string KindOfResults(const CertificateTable& table) {
 }
 
 bool HasState(const CertificateTable& table) {
-  return !FirstFound(table, StateIn).empty();
+  return !FirstFound(table, StateIn).empty() || !StateIn(table.part).empty();
 }
 
 bool AreTitledAsParts(const CertificateTable& one, const CertificateTable& other) {

@@ -20,7 +20,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 65> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -44,6 +44,8 @@ constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"cal. date", KeyField::CalDate},
                                         {"date of cal", KeyField::CalDate},
                                         {"calibrated on", KeyField::CalDate},
+                                        {"calibrated date", KeyField::CalDate},
+                                        {"date calibrated", KeyField::CalDate},
                                         {"kalibrierdatum", KeyField::CalDate},
                                         {"datum der kalibrierung", KeyField::CalDate},
                                         {"kalibriert am", KeyField::CalDate},

@@ -119,6 +119,13 @@ TEST_F(WrongNumbers, TheStateMayBeAboveTheTitlesOfMembers) {
                    "As left\" (line 19). Choose the table."}));
 }
 
+TEST_F(WrongNumbers, AStateInTheTitleOfOneMemberDoesNotHoldForTheNextTitle) {
+  OpenCapacitors();
+  const std::string rows = "\nf [kHz];C [pF]\n1;1.0001\n\n";
+  Read("RT521A before repair" + rows + "RT521A" + rows, "RT520A");
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+}
+
 /// A DCC with a result for each of these names or refTypes, at other points.
 std::string DccWith(const Texts& results) {
   std::string text =
@@ -153,6 +160,22 @@ TEST_F(WrongNumbers, ADccNamesThemInNamesOrRefTypes) {
   EXPECT_EQ(choices_.pages[0].tables, (Tables{0, 1}));
 }
 
+TEST_F(WrongNumbers, TheStatusOfADccMeasurementIsItsState) {
+  std::string dcc = DccWith({"<d:result>", "<d:result>"});
+  const std::string between = "</d:result><d:result>";
+  const auto conditions = [](const std::string& status) {
+    return "<d:measurementResult><d:influenceConditions><d:influenceCondition><d:status>" + status +
+           "</d:status></d:influenceCondition></d:influenceConditions>";
+  };
+  dcc.replace(dcc.find(between), between.size(),
+              "</d:result></d:results></d:measurementResult>" + conditions("afterAdjustment") +
+                  "<d:results><d:result>");
+  const std::string first = "<d:measurementResult>";
+  dcc.replace(dcc.find(first), first.size(), conditions("beforeAdjustment"));
+  Read(dcc);
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+}
+
 TEST_F(WrongNumbers, TablesOfTwoChannelsAreAlternativesThatTheUserMayJoin) {
   Read("Channel A\n" + kTable + "\nChannel B\n" + kOtherPoints);
   EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
@@ -166,6 +189,8 @@ TEST_F(WrongNumbers, TitlesThatSayMoreThanWhichPartFollowsAreAskedAbout) {
   EXPECT_EQ(plan_.doubts.front(),
             "The tables \"Method of substitution\" (line 3) and \"Method of comparison\" (line 7) "
             "are taken together, as parts of one table.");
+  Read("Results at 1 mW\n" + kTable + "\nResults at 10 mW\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts.size(), 1U);
   Read("Table 1: Calibration factor, 50 MHz to 1 GHz\n" + kTable +
        "\nTable 2: Calibration factor (continued)\n" + kOtherPoints);
   EXPECT_EQ(plan_.doubts, Texts());
@@ -183,6 +208,7 @@ TEST_F(WrongNumbers, AColumnOfTextsThatDividesTheRowsIsAskedAbout) {
                            {"Kanal", "1", "2"},
                            {"Sensor", "Sensor 1", "Sensor 2"},
                            {"Polarity", "+", "-"},
+                           {"Level [dBm]", "0", "-10"},
                            {"Probe", "left", "right"}}) {
     Read("f [MHz];KF [%];" + caption + "\n50;98.5;" + first + "\n60;98.4;" + first + "\n70;97.5;" +
          second + "\n");
@@ -201,9 +227,16 @@ TEST_F(WrongNumbers, AnEmptyCellInSuchAColumnMeansTheTextAboveIt) {
   EXPECT_EQ(certificate_.tables[0].RowCount(), 2U);
 }
 
+TEST_F(WrongNumbers, AColumnThatSaysWhenARowWasMeasuredDividesEvenTwoRows) {
+  Read("f [MHz];KF [%];Condition\n50;98.5;as found\n60;97.5;as left\n");
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+  EXPECT_FALSE(choices_.pages[0].canJoinAlternatives);
+}
+
 TEST_F(WrongNumbers, RemarksVerdictsAndUnitsDoNotDivideTheRows) {
-  for (const std::string column : {"Remark;see note;see note;none", "Result;pass;pass;fail",
-                                   "X;ok;ok;n.i.O.", "Unit;MHz;MHz;GHz", "X;;a;a"}) {
+  for (const std::string column :
+       {"Remark;see note;see note;none", "Result;pass;pass;fail", "Judge;Good;Good;NG",
+        "X;ok;ok;n.i.O.", "Unit;MHz;MHz;GHz", "X;;a;a"}) {
     const std::size_t second = column.find(';') + 1;
     const std::size_t third = column.find(';', second) + 1;
     const std::size_t fourth = column.find(';', third) + 1;
@@ -218,10 +251,11 @@ TEST_F(WrongNumbers, RemarksVerdictsAndUnitsDoNotDivideTheRows) {
 TEST_F(WrongNumbers, ColumnsOfAnEarlierCalibrationOrAReferenceAreNotTakenByThemselves) {
   for (const std::string caption :
        {"Last calibration factor", "Previous cal factor", "Old cal factor", "Reference factor",
-        "Cal factor, min", "Cal factor (max)", "Cal factor, last", "Letzter Kalibrierfaktor",
-        "Kalibrierfaktor (alt)", "Vorheriger Kalibrierfaktor", "Referenzfaktor, Kalibrierfaktor",
-        "Facteur précédent", "Ancien facteur", "Facteur de référence", "Fattore precedente",
-        "Ultimo fattore", "Fattore di riferimento"}) {
+        "Cal factor, min", "Cal factor 2025", "Cal factor of year 2024", "Cal factor (max)",
+        "Cal factor, last", "Letzter Kalibrierfaktor", "Kalibrierfaktor (alt)",
+        "Vorheriger Kalibrierfaktor", "Referenzfaktor, Kalibrierfaktor", "Facteur précédent",
+        "Ancien facteur", "Facteur de référence", "Fattore precedente", "Ultimo fattore",
+        "Fattore di riferimento"}) {
     Read("f [MHz];" + caption + " [%]\n50;98.5\n");
     EXPECT_FALSE(plan_.HasValues()) << caption;
     EXPECT_EQ(plan_.open,
@@ -235,6 +269,18 @@ TEST_F(WrongNumbers, ColumnsOfAnEarlierCalibrationOrAReferenceAreNotTakenByThems
       EXPECT_TRUE(plan_.open.empty()) << both;
     }
   }
+}
+
+TEST_F(WrongNumbers, TheReciprocalOfAFactorIsNotTaken) {
+  Read("f [MHz];1/KF [%]\n50;101\n");
+  EXPECT_FALSE(plan_.HasValues());
+}
+
+TEST_F(WrongNumbers, AFactorWithoutAUnitIsNotAKilofarad) {
+  Read("f [MHz];KF\n50;98.5\n");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"The column \"KF\" has numbers without a unit. They are taken in %, "
+                  "as in the table."});
 }
 
 TEST_F(WrongNumbers, OfTwoColumnsOfPointsOneHasToBeChosenUnlessTheyAreEqual) {
