@@ -161,6 +161,7 @@ class CsvReader {
     table.page = head.page;
     table.memberSerial = head.memberSerial;
     table.section = head.section;
+    table.isOfStandards = head.isOfStandards;
     table.name = {{"", !head.page.empty()    ? head.page
                        : !head.title.empty() ? head.title
                                              : "Table of " + table.where}};

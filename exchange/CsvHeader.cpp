@@ -132,7 +132,7 @@ void CsvHeader::FinishStandards() {
 }
 
 TableHead CsvHeader::TakeHead() {
-  isInStandards_ = false;
+  head_.isOfStandards = std::exchange(isInStandards_, false);
   if (!head_.page.empty()) {
     DropTitle();
   }

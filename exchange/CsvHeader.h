@@ -23,8 +23,9 @@ namespace tarvell {
 struct TableHead {
   std::string page;
   std::optional<std::string> memberSerial;
-  std::string title;               ///< the last line of one cell
-  std::string section;             ///< what the lines say about the results, as "As left"
+  std::string title;           ///< the last line of one cell
+  std::string section;         ///< what the lines say about the results, as "As left"
+  bool isOfStandards = false;  ///< whether the table is in a list of the standards that were used
   std::vector<std::size_t> items;  ///< the instruments whose serial numbers they have
 };
 

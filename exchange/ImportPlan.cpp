@@ -197,6 +197,10 @@ class Planning {
   }
 
   void DoubtItem(const CertificateTable& table) {
+    if (table.isOfStandards) {
+      plan_.doubts.push_back("The table " + TableName(target_, table) +
+                             " is in a list of the standards that were used.");
+    }
     const bool isOther = table.item && choices_.item && *table.item != *choices_.item &&
                          !IsMember(target_, certificate_.items.at(*table.item));
     if (isOther) {

@@ -37,8 +37,8 @@ constexpr std::array<std::string_view, 8> kAttenuation = {"cal data",     "atten
                                                           "einfügedämpf", "atténu",      "atenua",
                                                           "attenuaz",     "affaibl"};
 constexpr std::array<std::string_view, 2> kNotAttenuation = {"vswr", "return loss"};
-constexpr std::array<std::string_view, 6> kCapacitance = {"capacit",       "kapazit",     "capacid",
-                                                          "parallelkapaz", "serienkapaz", "cp"};
+constexpr std::array<std::string_view, 7> kCapacitance = {
+    "capacit", "kapazit", "capacid", "parallelkapaz", "serienkapaz", "cp", "cs"};
 constexpr std::array<std::string_view, 11> kDissipation = {"diss", "verlust", "pertes", "tan",
                                                            "loss", "pérdida", "perdit", "d-factor",
                                                            "df",   "d [",     "d ("};

@@ -313,6 +313,14 @@ TEST_F(WrongNumbers, ATableTitledForAMemberDoesNotFillThePageOfAnother) {
   EXPECT_EQ(choices_.pages[1].tables, Tables());
 }
 
+TEST_F(WrongNumbers, ATableInAListOfStandardsIsAskedAbout) {
+  Read("Serial number;A1\n\nReference standards\n" + kTable);
+  EXPECT_EQ(plan_.doubts, Texts{"The table \"Table of line 5\" (line 5) is in a list of the "
+                                "standards that were used."});
+  Read("Standards used\nPower meter;C-77\n\n" + kTable);
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
 TEST_F(WrongNumbers, TheSerialNumberOfAStandardIsNotThatOfTheInstrument) {
   const auto serial = [&](const std::string& lines) {
     Read(lines + "\n" + kTable);
