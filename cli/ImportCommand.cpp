@@ -171,14 +171,20 @@ std::vector<std::string> Marks(const Options& options, const Model& model, const
   return marks;
 }
 
+/// More tables are only counted.
+constexpr std::size_t kNamedTables = 20;
+
 /// The numbers and titles of the tables.
 std::string TablesOf(const Certificate& certificate) {
   std::string text;
-  for (std::size_t i = 0; i < certificate.tables.size(); ++i) {
+  const std::size_t named = std::min(certificate.tables.size(), kNamedTables);
+  for (std::size_t i = 0; i < named; ++i) {
     text += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " " +
             Quoted(TitleOf(certificate.tables[i], "en")) + " (" + certificate.tables[i].where + ")";
   }
-  return text.empty() ? "no table." : text + ".";
+  const std::size_t more = certificate.tables.size() - named;
+  return text.empty() ? "no table."
+                      : text + (more > 0 ? ", and " + std::to_string(more) + " more." : ".");
 }
 
 /// The indexes of the tables that the user named: by a number, by their title, or else by a text of

@@ -20,6 +20,8 @@ namespace {
 /// A longer line above a table is not its title.
 constexpr std::size_t kLongestTitle = 80;
 constexpr std::size_t kItemLimit = 100;
+/// In more columns of a line nobody says when something was measured.
+constexpr std::size_t kColumnsOfStates = 20;
 
 /// Whether a cell is a key itself. Such a cell after a key is not its value: both are captions, as
 /// above a list of the standards that were used.
@@ -33,7 +35,7 @@ bool IsCaption(std::string_view cell) {
 /// states compares them.
 std::string_view StateCellOf(const DelimitedLine& line) {
   std::string_view found;
-  for (std::size_t column = 0; column < line.Width(); ++column) {
+  for (std::size_t column = 0; column < std::min(line.Width(), kColumnsOfStates); ++column) {
     const std::string_view cell = line.Cell(column);
     const std::string_view state = cell.size() > kLongestTitle ? "" : StateIn(cell);
     if (!found.empty() && !state.empty() && state != StateIn(found)) {

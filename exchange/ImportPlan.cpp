@@ -164,10 +164,16 @@ class Planning {
 
   void AskForTable(std::int16_t page, const std::vector<std::vector<std::size_t>>& alternatives) {
     std::string names;
-    for (std::size_t i = 0; i < alternatives.size(); ++i) {
+    const std::size_t named = std::min(alternatives.size(), kNamedTables);
+    for (std::size_t i = 0; i < named; ++i) {
       names += i == 0 ? "" : i + 1 == alternatives.size() ? " or " : ", ";
       names += TableName(target_, certificate_.tables.at(alternatives[i].front()));
-      offered_.insert(alternatives[i].begin(), alternatives[i].end());
+    }
+    if (named < alternatives.size()) {
+      names += " or one of " + std::to_string(alternatives.size() - named) + " more";
+    }
+    for (const std::vector<std::size_t>& tables : alternatives) {
+      offered_.insert(tables.begin(), tables.end());
     }
     plan_.open.push_back(Where(page) + "The values can be those of " + names +
                          ". Choose the table.");

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "core/text/Text.h"
@@ -82,19 +83,17 @@ class Proposal {
       const std::vector<Candidate>& candidates) const {
     const bool isNamed =
         std::ranges::any_of(candidates, [](const Candidate& each) { return each.score >= kNamed; });
-    std::vector<std::string> names;
+    std::map<std::string, std::size_t> places;
     for (const Candidate& each : candidates) {
-      std::string name = KindOfResults(certificate_.tables[each.table]);
-      const bool isKnown = std::ranges::find(names, name) != names.end();
-      if (!isKnown && (!isNamed || each.score >= kNamed)) {
-        names.push_back(std::move(name));
+      if (!isNamed || each.score >= kNamed) {
+        places.try_emplace(KindOfResults(certificate_.tables[each.table]), places.size());
       }
     }
-    std::vector<std::vector<Candidate>> kinds(names.size());
+    std::vector<std::vector<Candidate>> kinds(places.size());
     for (const Candidate& each : candidates) {
-      const auto found = std::ranges::find(names, KindOfResults(certificate_.tables[each.table]));
-      if (found != names.end()) {
-        kinds[static_cast<std::size_t>(found - names.begin())].push_back(each);
+      const auto found = places.find(KindOfResults(certificate_.tables[each.table]));
+      if (found != places.end()) {
+        kinds[found->second].push_back(each);
       }
     }
     return kinds;
@@ -109,7 +108,8 @@ class Proposal {
     std::optional<JoinedPoints> points;
     for (const std::vector<std::size_t>& tables : alternatives) {
       for (const std::size_t table : tables) {
-        const auto found = std::ranges::find(candidates, table, &Candidate::table);
+        // They are in the order of their tables.
+        const auto found = std::ranges::lower_bound(candidates, table, {}, &Candidate::table);
         if (first == nullptr) {
           first = &*found;
           points.emplace(first->proposed.match, columns);
