@@ -9,6 +9,7 @@
 #include "core/numbers/WrittenNumber.h"
 #include "core/text/Text.h"
 #include "exchange/CaptionUnit.h"
+#include "exchange/TableParts.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -136,7 +137,23 @@ class Matching {
         best.Add(source, Score(source, column));
       }
     }
-    return WithoutEqual(best.Sources(), column);
+    return WithOtherChannels(WithoutEqual(best.Sources(), column), column);
+  }
+
+  /// Adds the columns of other channels, which may be named only by them.
+  [[nodiscard]] std::vector<ColumnSource> WithOtherChannels(std::vector<ColumnSource> sources,
+                                                            const ModelColumn& column) const {
+    const std::string channel =
+        sources.size() == 1 ? ChannelIn(names_[sources.front().column]) : std::string();
+    for (const ColumnSource& other : sources_) {
+      const std::string name = channel.empty() ? std::string() : ChannelIn(names_[other.column]);
+      const bool isOther = !name.empty() && name != channel && !other.isUncertainty;
+      if (isOther && FitOf(ValuesOf(table_, other, column), column) == UnitFit::Right &&
+          !IsSomethingElse(names_[other.column], column)) {
+        sources.push_back(other);
+      }
+    }
+    return sources;
   }
 
   /// One of the sources if all of them have the same numbers, such as a frequency in two units. The

@@ -273,10 +273,9 @@ bool HasState(const CertificateTable& table) {
   return !FirstFound(table, StateIn).empty() || !StateIn(table.part).empty();
 }
 
-bool AreTitledAsParts(const CertificateTable& one, const CertificateTable& other) {
-  const std::vector<std::string> first = OwnWords(one);
-  const std::vector<std::string> second = OwnWords(other);
-  return first.empty() || second.empty() || first == second;
+bool AreTitledAsParts(const CertificateTable& first, const CertificateTable& later) {
+  const std::vector<std::string> own = OwnWords(later);
+  return own.empty() || own == OwnWords(first);
 }
 
 void DivideTables(Certificate& certificate) {

@@ -29,8 +29,8 @@ namespace tarvell {
 [[nodiscard]] bool HasState(const CertificateTable& table);
 
 /// Whether the titles of two tables differ only as those of parts do: in ranges and numbers. A
-/// table without a title of its own continues another one.
-[[nodiscard]] bool AreTitledAsParts(const CertificateTable& one, const CertificateTable& other);
+/// later table without a title of its own continues the first one.
+[[nodiscard]] bool AreTitledAsParts(const CertificateTable& first, const CertificateTable& later);
 
 /// Divides each table with a column of texts that say which rows belong together, such as
 /// "Channel A" and "Channel B", into one table for each of these texts.

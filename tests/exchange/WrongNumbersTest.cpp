@@ -191,6 +191,10 @@ TEST_F(WrongNumbers, TitlesThatSayMoreThanWhichPartFollowsAreAskedAbout) {
             "are taken together, as parts of one table.");
   Read("Results at 1 mW\n" + kTable + "\nResults at 10 mW\n" + kOtherPoints);
   EXPECT_EQ(plan_.doubts.size(), 1U);
+  Read(kTable + "Control measurement\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts.size(), 1U) << "only the later table has a title";
+  Read("Calibration factor\n" + kTable + "\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts, Texts());
   Read("Table 1: Calibration factor, 50 MHz to 1 GHz\n" + kTable +
        "\nTable 2: Calibration factor (continued)\n" + kOtherPoints);
   EXPECT_EQ(plan_.doubts, Texts());
@@ -269,6 +273,12 @@ TEST_F(WrongNumbers, ColumnsOfAnEarlierCalibrationOrAReferenceAreNotTakenByThems
       EXPECT_TRUE(plan_.open.empty()) << both;
     }
   }
+}
+
+TEST_F(WrongNumbers, ColumnsOfTwoChannelsAreAskedAbout) {
+  Read("f [MHz];KF channel A [%];Channel B [%]\n50;98.5;97.5\n");
+  EXPECT_EQ(plan_.open, Texts{"Calibration factor[%] can be \"KF channel A [%]\" or \"Channel B "
+                              "[%]\". Choose the column."});
 }
 
 TEST_F(WrongNumbers, TheReciprocalOfAFactorIsNotTaken) {
