@@ -15,6 +15,7 @@
 #include "exchange/ModelColumns.h"
 #include "exchange/Units.h"
 #include "exchange/Words.h"
+#include "exchange/WrittenDate.h"
 
 namespace tarvell {
 
@@ -139,11 +140,21 @@ bool IsVerdict(std::string_view text) {
   return std::ranges::find(kVerdicts, folded) != kVerdicts.end();
 }
 
+/// "<0.01" or "\u00B1 0.5 %"
+bool IsQualifiedNumber(std::string_view text) {
+  constexpr std::array<std::string_view, 7> kSigns = {"\u00B1", "+/-", "<",     ">",
+                                                      "\u2264", "~",   "\u2265"};
+  return HasDigit(text) &&
+         std::ranges::any_of(kSigns, [&](std::string_view sign) { return text.starts_with(sign); });
+}
+
 bool NamesRemark(std::string_view folded) {
-  constexpr std::array<std::string_view, 22> kWords = {
-      "remark", "comment", "bemerk",   "kommentar", "remarque", "observ",   "note",   "hinweis",
-      "anmerk", "nota",    "pass",     "verdict",   "result",   "ergebnis", "bewert", "judg",
-      "status", "assess",  "beurteil", "giudiz",    "esito",    "conform"};
+  constexpr std::array<std::string_view, 36> kWords = {
+      "remark", "comment",  "bemerk",   "kommentar", "remarque", "observ",   "note",   "hinweis",
+      "anmerk", "nota",     "pass",     "verdict",   "result",   "ergebnis", "bewert", "judg",
+      "status", "assess",   "beurteil", "giudiz",    "esito",    "date",     "datum",  "fecha",
+      "data ",  "time",     "uhrzeit",  "zeit",      "heure",    "hora",     "operat", "operad",
+      "opérat", "bearbeit", "prüfer",   "conform"};
   return HasWord(folded, kWords);
 }
 
@@ -173,8 +184,10 @@ std::optional<std::vector<std::string>> DividingTexts(const CertificateColumn& c
   const bool isRepeated =
       kinds.size() < texts.size() || isChannel ||
       std::ranges::any_of(kinds, [](const std::string& kind) { return !StateIn(kind).empty(); });
-  const bool saysNothing = std::ranges::all_of(
-      kinds, [](const std::string& kind) { return IsVerdict(kind) || UnitFrom(kind).has_value(); });
+  const bool saysNothing = std::ranges::all_of(kinds, [](const std::string& kind) {
+    return IsVerdict(kind) || UnitFrom(kind) || IsQualifiedNumber(kind) ||
+           DateFrom(kind, DateOrder::DayFirst);
+  });
   return kinds.size() > 1 && isRepeated && !saysNothing && !NamesRemark(caption)
              ? std::optional(std::move(texts))
              : std::nullopt;

@@ -263,7 +263,12 @@ void ImportPreview::cmbReading_Activated() {
     reading_.dateOrder =
         ui_->cmbDates->currentIndex() == 1 ? DateOrder::DayFirst : DateOrder::MonthFirst;
   }
+  const std::size_t tables = certificate_.tables.size();
   Guarded(this, [this] { certificate_ = ReadCertificate(bytes_, reading_); });
+  if (certificate_.tables.size() != tables) {
+    // A text that is a number now does not divide a table any more.
+    chosenPages_.clear();
+  }
   // Which page a table is meant for depends on its numbers.
   Propose();
   ShowTables();

@@ -240,6 +240,7 @@ TEST_F(WrongNumbers, AColumnThatSaysWhenARowWasMeasuredDividesEvenTwoRows) {
 TEST_F(WrongNumbers, RemarksVerdictsAndUnitsDoNotDivideTheRows) {
   for (const std::string column :
        {"Remark;see note;see note;none", "Result;pass;pass;fail", "Judge;Good;Good;NG",
+        "U [%];\u00B10.5;\u00B10.5;\u00B1 0.6", "Day;5.3.2026;5.3.2026;6.3.2026", "Operator;A;A;B",
         "X;ok;ok;n.i.O.", "Unit;MHz;MHz;GHz", "X;;a;a"}) {
     const std::size_t second = column.find(';') + 1;
     const std::size_t third = column.find(';', second) + 1;
