@@ -246,6 +246,12 @@ class Arguments {
               "Folder of the calibration data (else that of tarvell.ini)");
     command->add_option("--serial", order_.serialNumber,
                         "The serial number of the instrument (else the certificate's)");
+    command
+        ->add_option("--table", order_.tables,
+                     "A table to take, by its title or number (else all that fit)")
+        ->type_size(1)
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     const auto addDate = [&](const char* name, std::optional<FileDate>& date, const char* help) {
       command->add_option_function<std::string>(
           name, [name, &date](const std::string& text) { date = DateIn(name, text); }, help);

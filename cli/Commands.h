@@ -58,6 +58,8 @@ struct ImportOrder {
   std::string file;
   std::string model;
   std::string serialNumber;  ///< "" for the certificate's; else that of the item to take
+  /// The tables to take, by their titles or numbers in the certificate; all that fit, if empty.
+  std::vector<std::string> tables;
   ReadingChoices reading;
   std::optional<FileDate> calibrated;  ///< in place of the certificate's
   std::optional<FileDate> due;

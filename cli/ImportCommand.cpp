@@ -47,6 +47,16 @@ void ReportEach(Console& console, const std::string& file,
   }
 }
 
+/// The sentences that none of `reported` begins with.
+std::vector<std::string> Without(const std::vector<std::string>& reported,
+                                 std::vector<std::string> sentences) {
+  std::erase_if(sentences, [&](const std::string& sentence) {
+    return std::ranges::any_of(
+        reported, [&](const std::string& other) { return other.starts_with(sentence); });
+  });
+  return sentences;
+}
+
 const Model& ModelToFill(const std::string& code) {
   const Model* model = FindModel(ToUpper(code));
   if (model != nullptr && model->create != nullptr) {
@@ -161,9 +171,86 @@ std::vector<std::string> Marks(const Options& options, const Model& model, const
   return marks;
 }
 
+/// More tables are only counted.
+constexpr std::size_t kNamedTables = 20;
+
+/// The numbers and titles of the tables.
+std::string TablesOf(const Certificate& certificate) {
+  std::string text;
+  const std::size_t named = std::min(certificate.tables.size(), kNamedTables);
+  for (std::size_t i = 0; i < named; ++i) {
+    text += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " " +
+            Quoted(TitleOf(certificate.tables[i], "en")) + " (" + certificate.tables[i].where + ")";
+  }
+  const std::size_t more = certificate.tables.size() - named;
+  return text.empty() ? "no table."
+                      : text + (more > 0 ? ", and " + std::to_string(more) + " more." : ".");
+}
+
+/// The indexes of the tables that the user named: by a number, by their title, or else by a text of
+/// it.
+std::vector<std::size_t> TablesNamed(const std::string& name, const Certificate& certificate) {
+  const bool isNumber = name.find_first_not_of("0123456789") == std::string::npos;
+  std::vector<std::size_t> exact;
+  std::vector<std::size_t> with;
+  for (std::size_t i = 0; i < certificate.tables.size(); ++i) {
+    const std::string title = TitleOf(certificate.tables[i], "en");
+    if (isNumber ? name == std::to_string(i + 1) : EqualsIgnoringCase(title, name)) {
+      exact.push_back(i);
+    } else if (!isNumber && ContainsIgnoringCase(title, name)) {
+      with.push_back(i);
+    }
+  }
+  return exact.empty() ? with : exact;
+}
+
+/// Leaves only the tables that the user named, by their numbers or by texts of their titles.
+void KeepTables(const std::vector<std::string>& wanted, Certificate& certificate) {
+  std::vector<bool> isKept(certificate.tables.size(), wanted.empty());
+  for (const std::string& name : wanted) {
+    const std::vector<std::size_t> meant = TablesNamed(name, certificate);
+    for (const std::size_t table : meant) {
+      isKept[table] = true;
+    }
+    if (meant.empty()) {
+      throw Error(ErrorKind::Type, "The certificate has no table " + Quoted(name) + ". It has " +
+                                       TablesOf(certificate));
+    }
+  }
+  std::vector<CertificateTable> kept;
+  for (std::size_t i = 0; i < isKept.size(); ++i) {
+    if (isKept[i]) {
+      kept.push_back(std::move(certificate.tables[i]));
+    }
+  }
+  certificate.tables = std::move(kept);
+}
+
+/// Joins the tables of a page if the user named each of them.
+void JoinNamed(std::size_t named, ImportChoices& choices) {
+  for (PageChoice& choice : choices.pages) {
+    if (choice.canJoinAlternatives && named >= choice.alternatives.size()) {
+      for (const std::vector<std::size_t>& tables : choice.alternatives) {
+        choice.tables.insert(choice.tables.end(), tables.begin(), tables.end());
+      }
+    }
+  }
+}
+
+/// What to do about questions that only a choice of the user answers.
+std::string HowToChoose(const ImportChoices& choices, const Certificate& certificate) {
+  return std::ranges::any_of(choices.pages, &PageChoice::IsOpen)
+             ? "Nothing was saved. Repeat the command with --table and the title or the number of "
+               "the table. The certificate has " +
+                   TablesOf(certificate)
+             : "Nothing was saved. Import the certificate in the editor, where the column can be "
+               "chosen, or delete the other column.";
+}
+
 Certificate CertificateOf(const ImportOrder& order) {
   Certificate certificate =
       ReadCertificate(CertificateBytes(NativePath(order.file)), order.reading);
+  KeepTables(order.tables, certificate);
   if (order.calibrated) {
     certificate.header.calDate = {*order.calibrated, "--calibrated"};
   }
@@ -213,22 +300,27 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   now.header.serialNumber = order.serialNumber;
   const ImportTarget target = {
       .model = model, .data = *data, .now = now, .isSerialFixed = !order.serialNumber.empty()};
-  const ImportPlan plan = PlanImport(target, certificate, ProposedChoices(target, certificate));
+  ImportChoices choices = ProposedChoices(target, certificate);
+  JoinNamed(order.tables.size(), choices);
+  const ImportPlan plan = PlanImport(target, certificate, choices);
   const EditorState after = AfterImport(now, plan, true);
-  ReportEach(console, order.file, plan.notes);
+  if (!plan.otherModel.empty()) {
+    // It is the cause of much that follows.
+    Report(console, order.file, plan.otherModel);
+  }
+  const std::vector<std::string> lacks = Lacks(target, certificate, after);
+  ReportEach(console, order.file, Without(lacks, plan.notes));
   ReportEach(console, order.file, plan.open);
   if (!plan.open.empty()) {
-    Report(console, order.file,
-           "Nothing was saved. Import the certificate in the editor, where the column can be "
-           "chosen, or delete the other column.");
+    ReportEach(console, order.file, Without({plan.otherModel}, plan.doubts));
+    Report(console, order.file, HowToChoose(choices, certificate));
     return kCouldNotLook;
   }
   if (!plan.HasValues()) {
-    // They may say that it is about another model.
-    ReportEach(console, order.file, plan.doubts);
+    ReportEach(console, order.file, Without({plan.otherModel}, plan.doubts));
     return kCouldNotLook;
   }
-  if (const std::vector<std::string> lacks = Lacks(target, certificate, after); !lacks.empty()) {
+  if (!lacks.empty()) {
     ReportEach(console, order.file, lacks);
     return kCouldNotLook;
   }
@@ -239,7 +331,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
                                   DataFileName(data->SerialNumber()));
   std::ranges::move(Marks(options, model, *data, path), std::back_inserter(doubts));
   ReportEach(console, order.file, plan.Rounded());
-  ReportEach(console, order.file, doubts);
+  ReportEach(console, order.file, Without({plan.otherModel}, doubts));
   if (!doubts.empty() && !order.isSure) {
     Report(console, order.file,
            "Nothing was saved. To save it all the same, repeat the command with --sure.");
@@ -248,7 +340,7 @@ int Import(const Options& options, const ImportOrder& order, Console& console) {
   if (!Save(*data, path, order.replaces, console)) {
     return kFindings;
   }
-  console.Out("Saved " + path + ".\n");
+  console.Out("Saved " + PathText(NativePath(path)) + ".\n");
   return kClean;
 }
 

@@ -31,9 +31,11 @@ add_library(tarvell_screens STATIC
   screens/caldata/GridModel.cpp screens/caldata/GridModel.h
   screens/caldata/ImportNotes.cpp
   screens/caldata/ImportPreview.cpp screens/caldata/ImportPreview.h
+  screens/caldata/ImportPreviewResult.cpp
   screens/caldata/ImportPreview.ui
   screens/caldata/PastePreview.cpp screens/caldata/PastePreview.h
   screens/caldata/PastePreview.ui
+  screens/caldata/TableBox.cpp
   screens/caldata/PlannedTables.cpp
   screens/caldata/VersionCurve.cpp screens/caldata/VersionCurve.h
   screens/caldata/VersionTexts.cpp

@@ -94,6 +94,28 @@ std::string_view PowerOfTen(std::string_view caption) {
   return {};
 }
 
+/// The power of ten in a caption that is written as a number: "1E-6" in "D (1E-6)"; "" for none.
+std::string_view NumberPowerOfTen(std::string_view caption) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  for (std::size_t at = caption.find('1'); at != std::string_view::npos;
+       at = caption.find('1', at + 1)) {
+    std::string_view rest = caption.substr(at + 1);
+    const char before = at == 0 ? ' ' : caption[at - 1];
+    const bool isAlone = !isDigit(before) && (!isLetter(before) || before == 'x');
+    if (!isAlone || (!rest.starts_with('e') && !rest.starts_with('E'))) {
+      continue;
+    }
+    rest.remove_prefix(1);
+    rest.remove_prefix(rest.starts_with('-') || rest.starts_with('+') ? 1 : 0);
+    const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
+    if (digits > 0) {
+      return caption.substr(at, caption.size() - at - rest.size() + digits);
+    }
+  }
+  return {};
+}
+
 /// "k=2" is not a unit.
 bool IsEquation(std::string_view text) {
   return text.find('=') != std::string_view::npos;
@@ -111,7 +133,7 @@ std::string_view Inside(std::string_view caption, char open, char close) {
 }  // namespace
 
 std::string UnitOfCaption(std::string_view caption) {
-  if (!PowerOfTen(caption).empty()) {
+  if (!PowerOfTen(caption).empty() || !NumberPowerOfTen(caption).empty()) {
     return {};
   }
   if (const std::string_view inside = InBrackets(caption); !inside.empty()) {
@@ -126,8 +148,10 @@ std::string UnitOfCaption(std::string_view caption) {
 
 std::string UnknownUnitOf(std::string_view caption) {
   constexpr std::size_t kLongestUnit = 6;
-  if (const std::string_view power = PowerOfTen(caption); !power.empty()) {
-    return std::string(power);
+  for (const std::string_view power : {PowerOfTen(caption), NumberPowerOfTen(caption)}) {
+    if (!power.empty()) {
+      return std::string(power);
+    }
   }
   if (!UnitOfCaption(caption).empty()) {
     return {};

@@ -33,6 +33,25 @@ std::string NameIn(const Names& names, std::string_view language) {
   return names.empty() ? std::string() : names.front().text;
 }
 
+std::string TitleOf(const CertificateTable& table, std::string_view language) {
+  std::string title = WithSingleBlanks(NameIn(table.name, language));
+  for (const std::string& more : {table.section, table.part}) {
+    if (!more.empty() && !ContainsIgnoringCase(title, WithSingleBlanks(more))) {
+      title += (title.empty() ? "" : ", ") + WithSingleBlanks(more);
+    }
+  }
+  return title;
+}
+
+std::string WithSingleBlanks(std::string_view text) {
+  std::string single;
+  for (const char c : text) {
+    const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+    single += !isBlank ? std::string(1, c) : single.ends_with(' ') ? "" : " ";
+  }
+  return single;
+}
+
 std::string Shortened(std::string_view text) {
   constexpr std::size_t kLongest = 200;
   if (text.size() <= kLongest) {

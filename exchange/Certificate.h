@@ -60,16 +60,26 @@ struct CertificateColumn {
 struct CertificateTable {
   Names name;
   std::string where;  ///< the place in the file: "line 12", "result 1, list 2"
-  std::string page;   ///< the page that it names itself, "" for none
+  /// What is said above its name about its results, such as "As left", "Channel A"; "" for nothing.
+  std::string section = {};
+  /// What its rows have in the column that divides a larger table, as "Channel A"; "" for a whole
+  /// table.
+  std::string part = {};
+  std::string page;  ///< the page that it names itself, "" for none
   /// The serial number of the member on that page; nothing where the table does not give it.
   std::optional<std::string> memberSerial;
   std::optional<std::size_t> item;    ///< the instrument that it is about, if it says so
+  bool isOfStandards = false;         ///< whether it is in a list of the standards that were used
   bool isItemOpen = false;            ///< whether it is about one of several, and does not say so
   std::vector<std::size_t> rowLines;  ///< the line of the file of each row; none for a DCC
   std::vector<CertificateColumn> columns;
 
   [[nodiscard]] std::size_t RowCount() const;
 };
+
+/// A table as messages and lists name it: its name in this language, and what divides it from other
+/// tables of this name.
+[[nodiscard]] std::string TitleOf(const CertificateTable& table, std::string_view language);
 
 /// An instrument that was calibrated.
 struct CertificateItem {
@@ -109,6 +119,9 @@ struct ReadingChoices {
 /// A name, a unit or a number of a file, which may be copied many times: the rest of one that is
 /// longer than any real one is cut off, and "..." says so.
 [[nodiscard]] std::string Shortened(std::string_view text);
+
+/// A text with one blank for each run of blanks and line ends.
+[[nodiscard]] std::string WithSingleBlanks(std::string_view text);
 
 /// Throws a Type error for a table with more columns than any certificate has.
 void CheckColumns(std::size_t columns, const std::string& where);

@@ -9,6 +9,7 @@
 #include "core/numbers/WrittenNumber.h"
 #include "core/text/Text.h"
 #include "exchange/CaptionUnit.h"
+#include "exchange/TableParts.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -65,6 +66,20 @@ UnitFit FitOf(const std::vector<WrittenValue>& values, const ModelColumn& column
   return unit && column.Takes(*unit) ? UnitFit::Right : UnitFit::Wrong;
 }
 
+/// Whether two values are the same, in any unit.
+bool AreSame(const WrittenValue& one, const WrittenValue& other) {
+  if (!one.isNumber || !other.isNumber) {
+    return one == other;
+  }
+  const std::optional<Unit> unit = UnitFrom(one.unit);
+  const std::optional<Unit> otherUnit = UnitFrom(other.unit);
+  if (!unit || !otherUnit) {
+    return ParseNumber(one.text) == ParseNumber(other.text);
+  }
+  return unit->IsLike(*otherUnit) && ParseNumber(Shifted(one.text, unit->power)) ==
+                                         ParseNumber(Shifted(other.text, otherUnit->power));
+}
+
 /// A column of names has no numbers.
 bool IsText(const std::vector<WrittenValue>& values) {
   return std::ranges::none_of(values, [](const WrittenValue& value) { return value.isNumber; }) &&
@@ -86,8 +101,9 @@ class Matching {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       std::vector<ColumnSource> best =
           columns_[i].IsUncertainty() ? UncertaintiesFor(i) : BestFor(columns_[i]);
-      proposed_.match.push_back(best.size() == 1 ? std::optional(best.front()) : std::nullopt);
-      if (best.size() > 1) {
+      const bool isSure = best.size() == 1 && !IsUnlikely(best.front(), columns_[i]);
+      proposed_.match.push_back(isSure ? std::optional(best.front()) : std::nullopt);
+      if (!isSure && !best.empty()) {
         proposed_.asked.push_back({i, std::move(best)});
       }
     }
@@ -121,7 +137,49 @@ class Matching {
         best.Add(source, Score(source, column));
       }
     }
-    return best.Sources();
+    return WithOtherChannels(WithoutEqual(best.Sources(), column), column);
+  }
+
+  /// Adds the columns of other channels, which may be named only by them.
+  [[nodiscard]] std::vector<ColumnSource> WithOtherChannels(std::vector<ColumnSource> sources,
+                                                            const ModelColumn& column) const {
+    const std::string channel =
+        sources.size() == 1 ? ChannelIn(names_[sources.front().column]) : std::string();
+    for (const ColumnSource& other : sources_) {
+      const std::string name = channel.empty() ? std::string() : ChannelIn(names_[other.column]);
+      const bool isOther = !name.empty() && name != channel && !other.isUncertainty;
+      if (isOther && FitOf(ValuesOf(table_, other, column), column) == UnitFit::Right &&
+          !IsSomethingElse(names_[other.column], column)) {
+        sources.push_back(other);
+      }
+    }
+    return sources;
+  }
+
+  /// One of the sources if all of them have the same numbers, such as a frequency in two units. The
+  /// one that surely has the right unit comes first.
+  [[nodiscard]] std::vector<ColumnSource> WithoutEqual(std::vector<ColumnSource> sources,
+                                                       const ModelColumn& column) const {
+    const auto hasUnit = [&](const ColumnSource& source) {
+      return FitOf(ValuesOf(table_, source, column), column) == UnitFit::Right;
+    };
+    if (const auto sure = std::ranges::find_if(sources, hasUnit); sure != sources.end()) {
+      std::rotate(sources.begin(), sure, sure + 1);
+    }
+    const auto isEqual = [&](const ColumnSource& source) {
+      return std::ranges::equal(ValuesOf(table_, sources.front(), column),
+                                ValuesOf(table_, source, column), AreSame);
+    };
+    if (sources.size() > 1 && std::ranges::all_of(sources, isEqual)) {
+      sources.resize(1);
+    }
+    return sources;
+  }
+
+  [[nodiscard]] bool IsUnlikely(const ColumnSource& source, const ModelColumn& column) const {
+    // The points of a DCC are reference values.
+    const bool isKind = !column.IsPoint() && NamesUnlikely(kinds_[source.column]);
+    return column.role != ColumnRole::Member && (isKind || NamesUnlikely(names_[source.column]));
   }
 
   /// 0 for a source that cannot be meant.
@@ -143,8 +201,12 @@ class Matching {
       return 0;
     }
     // A name says more than a unit, which several quantities may have.
-    return (isNamed ? 4 : 0) + (isOfKind ? 2 : 0) + (fit == UnitFit::Right ? 1 : 0);
+    return (IsUnlikely(source, column) ? 0 : kLikely) + (isNamed ? 4 : 0) + (isOfKind ? 2 : 0) +
+           (isNameMissing ? 1 : 0);
   }
+
+  /// Any other column is better than one that is hardly a result.
+  static constexpr int kLikely = 10;
 
   static bool IsMeant(std::string_view text, const ModelColumn& column) {
     const bool isAnyValue = column.role == ColumnRole::Value && !column.needsName;
@@ -179,7 +241,8 @@ class Matching {
       }
       const UnitFit fit = FitOf(ValuesOf(table_, source, columns_[index]), columns_[index]);
       if (!IsUsed(proposed_.match, source) && fit != UnitFit::Wrong) {
-        best.Add(source, (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
+        best.Add(source, (IsUnlikely(source, columns_[index]) ? 0 : kLikely) +
+                             (NamesExpanded(names_[i]) ? 2 : 0) + (fit == UnitFit::Right ? 2 : 1));
       }
     }
     return best.Sources();
@@ -224,7 +287,7 @@ std::vector<ColumnSource> SourcesOf(const CertificateTable& table) {
 std::string SourceName(const CertificateTable& table, const ColumnSource& source,
                        std::string_view language) {
   const CertificateColumn& column = table.columns.at(source.column);
-  const std::string caption = NameIn(column.caption, language);
+  const std::string caption = WithSingleBlanks(NameIn(column.caption, language));
   const std::string number = std::to_string(source.column + 1);
   std::string name = caption.empty() ? "Column " + number : caption;
   if (source.isUncertainty) {
@@ -237,7 +300,7 @@ std::string SourceName(const CertificateTable& table, const ColumnSource& source
     name += " [" + unit + "]";
   }
   const auto isAlike = [&](const CertificateColumn& other) {
-    return NameIn(other.caption, language) == caption;
+    return WithSingleBlanks(NameIn(other.caption, language)) == caption;
   };
   const bool isAlone = std::ranges::count_if(table.columns, isAlike) == 1;
   return isAlone || caption.empty() ? name : name + " (column " + number + ")";

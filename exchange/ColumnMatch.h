@@ -43,8 +43,10 @@ struct AskedColumn {
   std::vector<ColumnSource> sources;
 };
 
-/// The sources that fit by their captions, kinds and units. Where several fit equally well, the
-/// column has none, and the user has to choose. A source in a unit that is not known never fits.
+/// The sources that fit by their captions, kinds and units. Where several with different numbers
+/// fit equally well, or where the only one is hardly a result, such as the factor of the last
+/// calibration, the column has none, and the user has to choose. A source in a unit that is not
+/// known never fits.
 struct ProposedMatch {
   ColumnMatch match;
   std::vector<AskedColumn> asked;

@@ -11,6 +11,7 @@
 #include "core/text/Text.h"
 #include "exchange/CaptionUnit.h"
 #include "exchange/CsvColumns.h"
+#include "exchange/CsvForms.h"
 #include "exchange/CsvHeader.h"
 #include "exchange/CsvInstruments.h"
 #include "exchange/CsvLines.h"
@@ -37,7 +38,9 @@ class CsvReader {
 
   Certificate Read() {
     std::size_t done = 0;
-    for (const TablePlace& place : TablePlaces(lines_)) {
+    const std::vector<TablePlace> places = TablePlaces(lines_);
+    certificate_.doubts = UnreadForms(lines_, places);
+    for (const TablePlace& place : places) {
       TakeHead(place.head);
       AddTables(place);
       done = place.rows.back() + 1;
@@ -146,6 +149,9 @@ class CsvReader {
     if (std::optional<ReadingQuestion> question = sign.Question()) {
       certificate_.questions.push_back(std::move(*question));
     }
+    if (std::string mixed = sign.Mixed(); !mixed.empty() && !certificate_.isExport) {
+      certificate_.doubts.push_back(std::move(mixed));
+    }
   }
 
   [[nodiscard]] CertificateTable TableOf(const Table& from, CsvColumns& columns) {
@@ -154,6 +160,8 @@ class CsvReader {
     table.where = WhereOf(lines_[place.rows.empty() ? place.captions.begin : place.rows.front()]);
     table.page = head.page;
     table.memberSerial = head.memberSerial;
+    table.section = head.section;
+    table.isOfStandards = head.isOfStandards;
     table.name = {{"", !head.page.empty()    ? head.page
                        : !head.title.empty() ? head.title
                                              : "Table of " + table.where}};

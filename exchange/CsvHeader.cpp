@@ -11,6 +11,7 @@
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
 #include "exchange/CsvLines.h"
+#include "exchange/TableParts.h"
 
 namespace tarvell {
 
@@ -19,6 +20,8 @@ namespace {
 /// A longer line above a table is not its title.
 constexpr std::size_t kLongestTitle = 80;
 constexpr std::size_t kItemLimit = 100;
+/// In more columns of a line nobody says when something was measured.
+constexpr std::size_t kColumnsOfStates = 20;
 
 /// Whether a cell is a key itself. Such a cell after a key is not its value: both are captions, as
 /// above a list of the standards that were used.
@@ -26,6 +29,23 @@ bool IsCaption(std::string_view cell) {
   const std::optional<KeyField> field = KeyFieldOf(cell);
   const bool hasDigit = cell.find_first_of("0123456789") != std::string_view::npos;
   return field && *field != KeyField::Model && !hasDigit;
+}
+
+/// The cell of a line that says when results were measured; "" for none. A line that names two
+/// states compares them.
+std::string_view StateCellOf(const DelimitedLine& line) {
+  std::string_view found;
+  for (std::size_t column = 0; column < std::min(line.Width(), kColumnsOfStates); ++column) {
+    const std::string_view cell = line.Cell(column);
+    const std::string_view state = cell.size() > kLongestTitle ? "" : StateIn(cell);
+    if (!found.empty() && !state.empty() && state != StateIn(found)) {
+      return {};
+    }
+    found = found.empty() && !state.empty() ? cell : found;
+  }
+  // "Previous certificate" in a line of keys and values says nothing about the tables.
+  const bool isKey = line.Width() > 1 || found.find(':') != std::string_view::npos;
+  return isKey && StateIn(found) == "earlier" ? std::string_view() : found;
 }
 
 bool IsComment(std::string_view key) {
@@ -40,8 +60,17 @@ std::string WhereOf(const DelimitedLine& line) {
 
 void CsvHeader::TakeLine(const DelimitedLine& line) {
   if (IsBlank(line)) {
+    // A heading may be above a blank line.
+    isInStandards_ = isInStandards_ && standardLines_ == 0;
     return;
   }
+  if (!certificate_.isExport && IsOfStandards(line)) {
+    DropTitle();
+    KeepStandard(line);
+    unused_.Add(line);
+    return;
+  }
+  TakeSection(line);
   const std::size_t items = head_.items.size();
   const bool isTaken = IsTaken(line);
   // Between a title and its table there may be the serial number of the member.
@@ -62,13 +91,76 @@ void CsvHeader::TakeColumn(const DelimitedLine& line, std::string_view caption,
   (void)Take(line, caption, value);
 }
 
+bool CsvHeader::IsOfStandards(const DelimitedLine& line) {
+  if (IsHeadingOfStandards(Folded(line.Cell(0)))) {
+    isInStandards_ = true;
+    isStandardInHeading_ = line.Width() > 1 || line.Cell(0).find(':') < line.Cell(0).size() - 1;
+    standardLines_ = isStandardInHeading_ ? 1 : 0;
+    return true;
+  }
+  // A heading with a standard of its own may be followed by the keys of the instrument.
+  isInStandards_ = isInStandards_ && (!isStandardInHeading_ || !KeyFieldOf(line.Cell(0)));
+  standardLines_ += isInStandards_ ? 1 : 0;
+  return isInStandards_;
+}
+
+void CsvHeader::KeepStandard(const DelimitedLine& line) {
+  for (std::size_t column = 0; column < line.Width(); ++column) {
+    const std::string_view cell = line.Cell(column);
+    const std::size_t colon = std::min(cell.find(':'), cell.size());
+    const std::string_view inCell = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
+    const std::string_view value = inCell.empty() ? line.Cell(column + 1) : inCell;
+    if (KeyFieldOf(cell.substr(0, colon)) == KeyField::SerialNumber && !value.empty() &&
+        !IsCaption(value)) {
+      standards_.push_back({std::string(value), WhereOf(line)});
+    }
+  }
+}
+
+void CsvHeader::FinishStandards() {
+  const bool hasOwn = std::ranges::any_of(
+      certificate_.items, [](const CertificateItem& item) { return !item.serialNumber.empty(); });
+  for (const FoundText& serial : standards_) {
+    const std::string named =
+        "The serial number " + Quoted(serial.text) + " (" + serial.where + ")";
+    if (hasOwn) {
+      certificate_.notes.push_back(named + " is not used, because it is that of a standard.");
+      continue;
+    }
+    const std::size_t item = ItemWith(&CertificateItem::serialNumber, serial.text).index;
+    certificate_.items[item].where = serial.where;
+    certificate_.doubts.push_back(named + " may be that of a standard that was used.");
+  }
+}
+
 TableHead CsvHeader::TakeHead() {
+  head_.isOfStandards = std::exchange(isInStandards_, false);
   if (!head_.page.empty()) {
     DropTitle();
   }
   // It is the name of the table.
   title_.reset();
+  // "As found" above "RT521A" holds for all members, "RT521A as found" only for that one.
+  isStateOfOneTable_ = isStateOfOneTable_ || (!state_.empty() && head_.title == state_);
+  head_.section = state_ + (state_.empty() || channel_.empty() ? "" : ", ") + channel_;
   return std::exchange(head_, {});
+}
+
+void CsvHeader::TakeSection(const DelimitedLine& line) {
+  const std::string_view first = line.Cell(0);
+  const bool isHeading = line.Width() == 1 && first.size() <= kLongestTitle;
+  if (const std::string_view cell = StateCellOf(line); !cell.empty()) {
+    state_ = cell;
+    isStateOfOneTable_ = false;
+    channel_.clear();
+  } else if (isHeading && first.find(':') == std::string_view::npos &&
+             (isStateOfOneTable_ || StateIn(state_) == "earlier")) {
+    // Under the next heading are other results.
+    state_.clear();
+  }
+  if (isHeading && !ChannelIn(first).empty()) {
+    channel_ = state_ == first ? std::string() : std::string(first);
+  }
 }
 
 void CsvHeader::DropTitle() {
@@ -88,6 +180,7 @@ std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedL
 
 void CsvHeader::Finish() {
   DropTitle();
+  FinishStandards();
   dates_.Store(certificate_);
   std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
 }
@@ -143,17 +236,22 @@ bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::strin
   if (!field || isPaper) {
     return false;
   }
-  TakeField(*field, line, value);
+  TakeField(*field, line, key, value);
   return true;
 }
 
-void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view value) {
+void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string_view key,
+                          std::string_view value) {
   CertificateHeader& header = certificate_.header;
   switch (field) {
     case KeyField::Model:
       (void)ItemWith(&CertificateItem::model, value);
       break;
     case KeyField::SerialNumber: {
+      if (NamesStandardUsed(Folded(key))) {
+        standards_.push_back({std::string(value), WhereOf(line)});
+        break;
+      }
       const std::size_t item = ItemWith(&CertificateItem::serialNumber, value).index;
       certificate_.items[item].where = WhereOf(line);
       head_.items.push_back(item);

@@ -23,7 +23,9 @@ namespace tarvell {
 struct TableHead {
   std::string page;
   std::optional<std::string> memberSerial;
-  std::string title;               ///< the last line of one cell
+  std::string title;           ///< the last line of one cell
+  std::string section;         ///< what the lines say about the results, as "As left"
+  bool isOfStandards = false;  ///< whether the table is in a list of the standards that were used
   std::vector<std::size_t> items;  ///< the instruments whose serial numbers they have
 };
 
@@ -49,12 +51,19 @@ class CsvHeader {
   void Finish();
 
  private:
+  /// Whether a line is about a standard that was used, in a list of them or by itself.
+  [[nodiscard]] bool IsOfStandards(const DelimitedLine& line);
+  /// Keeps the serial numbers in such a line.
+  void KeepStandard(const DelimitedLine& line);
+  /// Takes the serial numbers of such lines for want of others, or notes them.
+  void FinishStandards();
   [[nodiscard]] bool IsTaken(const DelimitedLine& line);
   [[nodiscard]] bool TakeCell(const DelimitedLine& line);
   [[nodiscard]] bool TakePairs(const DelimitedLine& line);
   [[nodiscard]] bool Take(const DelimitedLine& line, std::string_view key, std::string_view value);
   [[nodiscard]] bool TakeColon(const DelimitedLine& line, std::string_view cell);
-  void TakeField(KeyField field, const DelimitedLine& line, std::string_view value);
+  void TakeField(KeyField field, const DelimitedLine& line, std::string_view key,
+                 std::string_view value);
   void TakeFormat(std::string_view value);
   void TakeDate(bool isCalDate, std::string_view value, const std::string& where);
   void Keep(std::string_view value, const DelimitedLine& line, std::optional<FoundText>& target);
@@ -68,13 +77,23 @@ class CsvHeader {
   [[nodiscard]] FoundItem ItemWith(std::string CertificateItem::*field, std::string_view value);
 
   void DropTitle();
+  /// Takes what a line says about the results of the tables below it.
+  void TakeSection(const DelimitedLine& line);
 
   std::string_view text_;
   Certificate& certificate_;
   HeaderDates dates_;
   UnusedLines unused_;
   TableHead head_;                      ///< of the next table
+  bool isInStandards_ = false;          ///< in a list of the standards that were used
+  bool isStandardInHeading_ = false;    ///< the heading of the list names one itself
+  std::size_t standardLines_ = 0;       ///< of that list
+  std::vector<FoundText> standards_;    ///< serial numbers that are likely those of standards
   std::optional<DelimitedLine> title_;  ///< which is not known to be used yet
+  // They hold for all tables up to the next such line.
+  std::string state_;
+  bool isStateOfOneTable_ = false;  ///< whether it is the title of a table, up to the next title
+  std::string channel_;
 };
 
 /// The place of a line as messages name it: "line 3".

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/numbers/Numbers.h"
+#include "core/text/Text.h"
 #include "exchange/CaptionUnit.h"
 #include "exchange/CsvColumns.h"
 #include "exchange/CsvLines.h"
@@ -54,11 +55,15 @@ std::vector<Kind> KindsOf(const std::vector<DelimitedLine>& lines, const TablePl
 
 }  // namespace
 
-void CsvSign::Numbers::Add(std::string_view number) {
+void CsvSign::Numbers::Add(std::string_view number, std::size_t line) {
   const std::optional<std::string> point = PlainNumber(number, DecimalSign::Point);
   const std::optional<std::string> comma = PlainNumber(number, DecimalSign::Comma);
   unreadPoint += point ? 0 : 1;
   unreadComma += comma ? 0 : 1;
+  if (std::string& only = point ? withPoint : withComma; point.has_value() != comma.has_value()) {
+    only =
+        only.empty() ? Quoted(std::string(number)) + " (line " + std::to_string(line) + ")" : only;
+  }
   if (!first && point && comma && ParseNumber(*point) != ParseNumber(*comma)) {
     first = ReadingQuestion{ReadingQuestion::About::DecimalSign, std::string(number),
                             Normalised(*point), Normalised(*comma)};
@@ -72,7 +77,7 @@ void CsvSign::Add(const std::vector<DelimitedLine>& lines, const TablePlace& tab
       const std::optional<NumberCell> cell = NumberIn(lines[row].Cell(column));
       if (cell && kinds[column] != Kind::NoValue) {
         hasComma_ = hasComma_ || cell->number.find(',') != std::string_view::npos;
-        (kinds[column] == Kind::Value ? values_ : others_).Add(cell->number);
+        (kinds[column] == Kind::Value ? values_ : others_).Add(cell->number, lines[row].number);
       }
     }
   }
@@ -94,6 +99,15 @@ std::optional<DecimalSign> CsvSign::Decided() const {
 
 DecimalSign CsvSign::Sign(std::optional<DecimalSign> chosen) const {
   return Decided().value_or(chosen.value_or(DecimalSign::Point));
+}
+
+std::string CsvSign::Mixed() const {
+  return values_.withComma.empty() || values_.withPoint.empty()
+             ? std::string()
+             : "The values have different decimal signs: " + values_.withComma +
+                   " has a comma, and " + values_.withPoint +
+                   " a point. Values with the other sign than most are not read. Write all with "
+                   "the same one.";
 }
 
 std::optional<ReadingQuestion> CsvSign::Question() const {

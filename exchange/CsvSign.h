@@ -27,6 +27,8 @@ class CsvSign {
 
   /// The sign that the numbers show, or else the chosen one, or else the point.
   [[nodiscard]] DecimalSign Sign(std::optional<DecimalSign> chosen) const;
+  /// Says that values have different decimal signs, and where; "" where they have not.
+  [[nodiscard]] std::string Mixed() const;
   /// What has to be asked: nothing if the numbers show the sign, or are the same with both.
   [[nodiscard]] std::optional<ReadingQuestion> Question() const;
 
@@ -36,8 +38,11 @@ class CsvSign {
     std::size_t unreadPoint = 0;
     std::size_t unreadComma = 0;
     std::optional<ReadingQuestion> first;  ///< about the first number of two readings
+    // The first numbers that only one sign fits, with their lines; "" for none.
+    std::string withComma;
+    std::string withPoint;
 
-    void Add(std::string_view number);
+    void Add(std::string_view number, std::size_t line);
   };
 
   /// The only sign that fits these numbers, nothing if both do.

@@ -35,6 +35,16 @@ std::string VersionOf(pugi::xml_node root) {
   return std::string(version);
 }
 
+/// Versions 2.4 to 3.x.
+bool IsKnownVersion(std::string_view version) {
+  const std::size_t point = std::min(version.find('.'), version.size());
+  const std::string_view major = version.substr(0, point);
+  const std::string_view rest = version.substr(std::min(point + 1, version.size()));
+  const std::string_view minor = rest.substr(0, rest.find('.'));
+  const bool isOld = minor == "0" || minor == "1" || minor == "2" || minor == "3";
+  return major == "3" || (major == "2" && !isOld);
+}
+
 void TakeDate(pugi::xml_node node, const std::string& where, std::optional<FoundDate>& target,
               std::optional<FoundText>& unread) {
   const std::string text = TextOf(node);
@@ -110,6 +120,12 @@ Certificate DccCertificate(std::string_view bytes) {
   const pugi::xml_node root = document.document_element();
   const std::string version = VersionOf(root);
   certificate.kind = version.empty() ? "DCC" : "DCC " + version;
+  if (!version.empty() && !IsKnownVersion(version)) {
+    certificate.doubts.push_back("The certificate is a DCC of version " +
+                                 Quoted(Shortened(version)) +
+                                 ", and the program knows the versions 2.4 to 3.x. Another version "
+                                 "may mean other things by the same names.");
+  }
   ReadAdministrativeData(root.child("dcc:administrativeData"), certificate);
   AddDccTables(root, certificate);
   return certificate;

@@ -14,6 +14,7 @@
 #include "exchange/DccItems.h"
 #include "exchange/DccValues.h"
 #include "exchange/DccXml.h"
+#include "exchange/TableParts.h"
 #include "exchange/Units.h"
 
 namespace tarvell {
@@ -210,9 +211,61 @@ class TableReader {
       }
       table.columns.push_back(std::move(column));
     }
+    table.section = Shortened(SectionOf(list));
     table.item = items_.Of(list, table.name);
     table.isItemOpen = !table.item && certificate_.items.size() > 1;
     certificate_.tables.push_back(std::move(table));
+  }
+
+  /// The nearest name or refType of a list, or of what it is in, that says something about its
+  /// results, such as "As found" or "afterAdjustment".
+  static std::string SectionOf(pugi::xml_node list) {
+    for (const auto& find : {StateOf, ChannelOf}) {
+      for (pugi::xml_node node = list; !node.empty(); node = node.parent()) {
+        if (std::string text = find(node); !text.empty()) {
+          return text;
+        }
+      }
+    }
+    return {};
+  }
+
+  static std::string StateOf(pugi::xml_node node) {
+    const std::string status = StatusOf(node);
+    return !status.empty()
+               ? status
+               : Telling(node, [](std::string_view text) { return !StateIn(text).empty(); });
+  }
+
+  /// What all influence conditions of a measurement say about its state; "" where they say nothing.
+  static std::string StatusOf(pugi::xml_node measured) {
+    std::string status;
+    for (const pugi::xml_node condition :
+         measured.child("dcc:influenceConditions").children("dcc:influenceCondition")) {
+      const std::string text = TextOf(condition.child("dcc:status"));
+      if (StateIn(text).empty() || text == status) {
+        continue;
+      }
+      if (!status.empty()) {
+        return {};
+      }
+      status = text;
+    }
+    return status;
+  }
+
+  static std::string ChannelOf(pugi::xml_node node) {
+    return Telling(node, [](std::string_view text) { return !ChannelIn(text).empty(); });
+  }
+
+  /// The name or the refType of an element that fits; "" for none.
+  template <typename Fits>
+  static std::string Telling(pugi::xml_node node, const Fits& fits) {
+    const Names names = NamesOf(node.child("dcc:name"));
+    const auto found =
+        std::ranges::find_if(names, [&](const LocalText& name) { return fits(name.text); });
+    const std::string_view kind = node.attribute("refType").value();
+    return found != names.end() ? found->text : std::string(fits(kind) ? kind : "");
   }
 
   [[nodiscard]] std::string Where() const {

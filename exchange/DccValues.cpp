@@ -10,7 +10,9 @@
 #include <utility>
 
 #include "core/numbers/Numbers.h"
+#include "core/numbers/WrittenNumber.h"
 #include "core/platform/Error.h"
+#include "core/text/Text.h"
 #include "exchange/DccXml.h"
 
 namespace tarvell {
@@ -65,6 +67,17 @@ void TakeFactor(std::string_view factors, Series& series) {
 WrittenValue ValueOf(std::string text, std::string unit) {
   const bool isNumber = ParseNumber(text).has_value();
   return {std::move(text), std::move(unit), isNumber};
+}
+
+/// The first text that is a number only with a decimal comma, and its place; "" for none.
+std::string DecimalCommaIn(const std::vector<WrittenValue>& values) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!values[i].isNumber && PlainNumber(values[i].text, DecimalSign::Comma)) {
+      return "its value " + std::to_string(i + 1) + ", " + Quoted(values[i].text) +
+             ", has a decimal comma, which a DCC never has";
+    }
+  }
+  return {};
 }
 
 /// Even a ratio has a unit in a DCC: "\\one".
@@ -145,6 +158,10 @@ std::string AddForm(pugi::xml_node value, std::vector<Series>& series, ValueCoun
     for (std::string& word : words) {
       read.values.push_back({std::move(word), "", false});
     }
+  }
+  if (problem.empty() && name != "dcc:charsXMLList") {
+    problem = DecimalCommaIn(read.values);
+    problem = problem.empty() ? DecimalCommaIn(read.uncertainties) : problem;
   }
   if (problem.empty() && std::ranges::any_of(read.values, IsWithoutUnit)) {
     problem = "it has a number without a unit";

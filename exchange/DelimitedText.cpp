@@ -20,12 +20,12 @@ constexpr std::string_view kNamed = "sep=";
 constexpr std::size_t kCellLimit = 500'000;
 
 /// In the order of preference: a decimal comma or a sentence may add commas to a file with tabs.
-constexpr std::array<char, 3> kSeparators = {'\t', ';', ','};
+constexpr std::array<char, 4> kSeparators = {'\t', ';', '|', ','};
 
 /// In how many lines of `text` each separator is, outside quotes.
-std::array<std::size_t, 3> LinesWith(std::string_view text) {
-  std::array<std::size_t, 3> lines = {};
-  std::array<bool, 3> isFound = {};
+std::array<std::size_t, kSeparators.size()> LinesWith(std::string_view text) {
+  std::array<std::size_t, kSeparators.size()> lines = {};
+  std::array<bool, kSeparators.size()> isFound = {};
   bool isQuoted = false;
   const auto finish = [&] {
     for (std::size_t i = 0; i < kSeparators.size(); ++i) {
@@ -46,9 +46,16 @@ std::array<std::size_t, 3> LinesWith(std::string_view text) {
   return lines;
 }
 
+/// A cell, and whether its quote is not closed.
+struct TakenCell {
+  std::string text;
+  bool isUnclosed = false;
+};
+
 /// Takes the quoted cell at the beginning of `rest`.
-std::string TakeQuoted(std::string_view& rest) {
+TakenCell TakeQuoted(std::string_view& rest) {
   std::string cell;
+  bool isClosed = false;
   std::size_t i = 1;
   for (; i < rest.size(); ++i) {
     if (rest[i] != kQuote) {
@@ -57,15 +64,16 @@ std::string TakeQuoted(std::string_view& rest) {
       cell += rest[i++];
     } else {
       ++i;
+      isClosed = true;
       break;
     }
   }
   rest.remove_prefix(std::min(i, rest.size()));
-  return cell;
+  return {std::move(cell), !isClosed};
 }
 
-std::string TakeCell(std::string_view& rest, char separator) {
-  std::string cell;
+TakenCell TakeCell(std::string_view& rest, char separator) {
+  TakenCell cell;
   std::string_view quoted = rest.substr(std::min(rest.find_first_not_of(' '), rest.size()));
   if (quoted.starts_with(kQuote)) {
     cell = TakeQuoted(quoted);
@@ -74,7 +82,7 @@ std::string TakeCell(std::string_view& rest, char separator) {
   const std::array<char, 3> ends = {separator, '\r', '\n'};
   const std::size_t end =
       std::min(rest.find_first_of(std::string_view(ends.data(), ends.size())), rest.size());
-  cell += rest.substr(0, end);
+  cell.text += rest.substr(0, end);
   rest.remove_prefix(end);
   return cell;
 }
@@ -108,7 +116,7 @@ char SeparatorOf(std::string_view text) {
   if (text.starts_with(kNamed) && text.size() > kNamed.size()) {
     return text[kNamed.size()];
   }
-  const std::array<std::size_t, 3> lines = LinesWith(text);
+  const std::array<std::size_t, kSeparators.size()> lines = LinesWith(text);
   const std::size_t most = *std::ranges::max_element(lines);
   for (std::size_t i = 0; i < kSeparators.size(); ++i) {
     if (most > 0 && 2 * lines.at(i) >= most) {
@@ -127,10 +135,11 @@ std::vector<DelimitedLine> DelimitedLines(std::string_view text, char separator)
   }
   std::size_t left = kCellLimit;
   while (!text.empty()) {
-    DelimitedLine line = {number, {}};
+    DelimitedLine line = {.number = number, .cells = {}};
     std::size_t empty = 0;
     while (true) {
-      std::string cell = TakeCell(text, separator);
+      auto [cell, isUnclosed] = TakeCell(text, separator);
+      line.isUnclosed = isUnclosed;
       number += static_cast<std::size_t>(std::ranges::count(cell, '\n'));
       ++empty;
       if (!cell.empty()) {

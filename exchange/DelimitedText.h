@@ -15,6 +15,7 @@ namespace tarvell {
 struct DelimitedLine {
   std::size_t number = 0;  ///< of the line in the file, counted from 1
   std::vector<std::string> cells;
+  bool isUnclosed = false;  ///< whether a quote of its last cell is not closed
 
   /// The cell without blanks around it; "" for one that the line does not have.
   [[nodiscard]] std::string_view Cell(std::size_t column) const;
@@ -22,7 +23,8 @@ struct DelimitedLine {
   [[nodiscard]] std::size_t Width() const;
 };
 
-/// The character between the cells: tab, semicolon or comma. A first line "sep=;" names it.
+/// The character between the cells: tab, semicolon, vertical bar or comma. A first line "sep=;"
+/// names it.
 [[nodiscard]] char SeparatorOf(std::string_view text);
 
 /// All lines, blank ones included, without the line "sep=;" and without the empty cells at the end

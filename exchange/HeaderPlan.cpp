@@ -46,8 +46,9 @@ class HeaderPlanning {
 
   void TakeItem(const CertificateItem& item) {
     if (!item.model.empty() && !NamesModel(item.model, target_.model.code)) {
-      plan_.doubts.push_back("The certificate is for the model " + Quoted(item.model) +
-                             ", and this data set is for " + std::string(target_.model.code) + ".");
+      plan_.otherModel = "The certificate is for the model " + Quoted(item.model) +
+                         ", and this data set is for " + std::string(target_.model.code) + ".";
+      plan_.doubts.push_back(plan_.otherModel);
     }
     const std::string& present = target_.now.header.serialNumber;
     if (item.serialNumber.empty()) {
@@ -261,14 +262,6 @@ std::vector<CertificateItem> InstrumentsOf(const ImportTarget& target,
   return instruments;
 }
 
-/// Whether an item is the member that a page is about.
-bool IsMemberOf(const CertificateItem& item, std::string_view page) {
-  return !page.empty() && (NamesModel(item.model, page) ||
-                           std::ranges::any_of(item.name, [&](const LocalText& name) {
-                             return ContainsIgnoringCase(name.text, page);
-                           }));
-}
-
 /// Whether the first cell of a row names a member of a set.
 bool IsName(std::string_view cell) {
   return !Trim(cell).empty() && !ParseNumber(Trim(cell));
@@ -278,6 +271,13 @@ bool IsName(std::string_view cell) {
 
 bool NamesModel(std::string_view named, std::string_view code) {
   return ContainsIgnoringCase(WithoutGaps(named), code);
+}
+
+bool IsMemberOf(const CertificateItem& item, std::string_view page) {
+  return !page.empty() && (NamesModel(item.model, page) ||
+                           std::ranges::any_of(item.name, [&](const LocalText& name) {
+                             return ContainsIgnoringCase(name.text, page);
+                           }));
 }
 
 void PlanHeader(const ImportTarget& target, const Certificate& certificate,

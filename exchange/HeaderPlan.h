@@ -18,6 +18,9 @@ namespace tarvell {
 /// Whether an item of a certificate is a member of the set, not the set itself.
 [[nodiscard]] bool IsMember(const ImportTarget& target, const CertificateItem& item);
 
+/// Whether an item is the member that the page of this name is about.
+[[nodiscard]] bool IsMemberOf(const CertificateItem& item, std::string_view page);
+
 /// Whether the certificate is about several instruments, apart from members of the set.
 [[nodiscard]] bool HasSeveralInstruments(const ImportTarget& target,
                                          const Certificate& certificate);

@@ -12,6 +12,7 @@
 #include "exchange/HeaderPlan.h"
 #include "exchange/JoinedTables.h"
 #include "exchange/ModelColumns.h"
+#include "exchange/TableParts.h"
 
 namespace tarvell {
 
@@ -38,18 +39,25 @@ std::string NoTable(const ImportTarget& target, const Certificate& certificate) 
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
       columns += (columns.empty() ? "" : ", ") + SourceName(table, {i, false}, target.language);
     }
-    text += "\n" + NameIn(table.name, target.language) + " (" + table.where + "): " + columns +
-            ", " + Rows(table) + ".";
+    text += "\n" + TitleOf(table, target.language) + " (" + table.where + "): " + columns + ", " +
+            Rows(table) + ".";
   }
   return text;
 }
 
 std::string TableName(const ImportTarget& target, const CertificateTable& table) {
-  return Quoted(NameIn(table.name, target.language)) + " (" + table.where + ")";
+  return Quoted(TitleOf(table, target.language)) + " (" + table.where + ")";
 }
 
 void AppendAll(std::vector<std::string>& all, const std::vector<std::string>& more) {
   all.insert(all.end(), more.begin(), more.end());
+}
+
+/// Leaves each sentence once: a point may be in a table many times.
+void DropRepeated(std::vector<std::string>& sentences) {
+  std::set<std::string> known;
+  std::erase_if(sentences,
+                [&](const std::string& sentence) { return !known.insert(sentence).second; });
 }
 
 /// The rows of a page after the import, and where their values come from.
@@ -92,15 +100,19 @@ class Planning {
     for (std::size_t i = 0; i < pages; ++i) {
       if (!choices_.pages[i].tables.empty()) {
         Take(static_cast<std::int16_t>(i), choices_.pages[i]);
+      } else if (choices_.pages[i].IsOpen()) {
+        AskForTable(static_cast<std::int16_t>(i), choices_.pages[i].alternatives);
       }
     }
     PlanMembers(target_, certificate_, choices_, plan_);
-    if (used_.empty()) {
+    if (used_.empty() && offered_.empty()) {
       plan_.notes.insert(plan_.notes.begin(), NoTable(target_, certificate_));
     }
     NoteUnused();
     AppendAll(plan_.doubts, certificate_.doubts);
     AppendAll(plan_.notes, certificate_.notes);
+    DropRepeated(plan_.doubts);
+    DropRepeated(plan_.notes);
     return std::move(plan_);
   }
 
@@ -114,8 +126,7 @@ class Planning {
     }
     const CertificateTable joined = Joined(tables);
     const std::vector<ModelColumn> columns = ModelColumns(target_.model, target_.data, page);
-    const std::string where =
-        HasPages(target_.model) ? target_.data.GetCalPageName(page) + ": " : std::string();
+    const std::string where = Where(page);
     for (const AskedColumn& asked : choice.asked) {
       plan_.open.push_back(where + columns.at(asked.column).caption + " can be " +
                            SourceNames(joined, asked) + ". Choose the column.");
@@ -126,6 +137,10 @@ class Planning {
       }
       AppendAll(plan_.notes, UnknownUnits(joined, choice.match, target_.language));
       return;
+    }
+    // The user chose alternatives together.
+    if (choice.alternatives.empty()) {
+      DoubtJoined(where, tables);
     }
     DoubtRivals(where, joined, choice);
     PagePlan planned = PlanPage({target_.model, target_.data, page,
@@ -142,6 +157,41 @@ class Planning {
     }
   }
 
+  /// The page as the beginning of a sentence.
+  [[nodiscard]] std::string Where(std::int16_t page) const {
+    return HasPages(target_.model) ? target_.data.GetCalPageName(page) + ": " : std::string();
+  }
+
+  void AskForTable(std::int16_t page, const std::vector<std::vector<std::size_t>>& alternatives) {
+    std::string names;
+    const std::size_t named = std::min(alternatives.size(), kNamedTables);
+    for (std::size_t i = 0; i < named; ++i) {
+      names += i == 0 ? "" : i + 1 == alternatives.size() ? " or " : ", ";
+      names += TableName(target_, certificate_.tables.at(alternatives[i].front()));
+    }
+    if (named < alternatives.size()) {
+      names += " or one of " + std::to_string(alternatives.size() - named) + " more";
+    }
+    for (const std::vector<std::size_t>& tables : alternatives) {
+      offered_.insert(tables.begin(), tables.end());
+    }
+    plan_.open.push_back(Where(page) + "The values can be those of " + names +
+                         ". Choose the table.");
+  }
+
+  /// Titles that say more than which part of a table follows.
+  void DoubtJoined(const std::string& where, const std::vector<const CertificateTable*>& tables) {
+    for (const CertificateTable* table : tables) {
+      // Tables of different instruments are the rows of one.
+      const bool areOfItems = table->item != tables.front()->item;
+      if (!areOfItems && !AreTitledAsParts(*tables.front(), *table)) {
+        plan_.doubts.push_back(where + "The tables " + TableName(target_, *tables.front()) +
+                               " and " + TableName(target_, *table) +
+                               " are taken together, as parts of one table.");
+      }
+    }
+  }
+
   [[nodiscard]] std::string SourceNames(const CertificateTable& table,
                                         const AskedColumn& asked) const {
     std::string names;
@@ -153,6 +203,10 @@ class Planning {
   }
 
   void DoubtItem(const CertificateTable& table) {
+    if (table.isOfStandards) {
+      plan_.doubts.push_back("The table " + TableName(target_, table) +
+                             " is in a list of the standards that were used.");
+    }
     const bool isOther = table.item && choices_.item && *table.item != *choices_.item &&
                          !IsMember(target_, certificate_.items.at(*table.item));
     if (isOther) {
@@ -189,7 +243,7 @@ class Planning {
     std::size_t named = 0;
     for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
       const CertificateTable& table = certificate_.tables[i];
-      if (used_.contains(i)) {
+      if (used_.contains(i) || offered_.contains(i)) {
         continue;
       }
       if (++named > kNamedTables) {
@@ -228,6 +282,7 @@ class Planning {
   const Certificate& certificate_;
   const ImportChoices& choices_;
   std::set<std::size_t> used_;
+  std::set<std::size_t> offered_;  ///< of which the user has to choose
   bool isOpenDoubted_ = false;
   ImportPlan plan_;
 };

@@ -37,6 +37,17 @@ struct PageChoice {
   ColumnMatch match;
   std::vector<AskedColumn> asked;   ///< columns for which the user has to choose first
   std::vector<std::size_t> rivals;  ///< tables that fit equally well and cannot be joined
+  /// Tables of which only one can be meant, such as those before and after an adjustment. Each of
+  /// them may be in several parts. The user has to choose; until then `tables` is empty, and
+  /// `match` is that of the first one.
+  std::vector<std::vector<std::size_t>> alternatives = {};
+  bool canJoinAlternatives = false;  ///< whether the user may also choose all of them together
+  bool takesNone = false;            ///< whether the user leaves the page as it is
+
+  /// Whether the user still has to choose one of the alternatives.
+  [[nodiscard]] bool IsOpen() const {
+    return tables.empty() && !alternatives.empty() && !takesNone;
+  }
 };
 
 struct ImportChoices {
@@ -72,6 +83,8 @@ struct ImportPlan {
   std::vector<PlannedField> fields;  ///< those that the certificate names
   std::optional<bool> option;        ///< what the certificate says about the option
   std::vector<PagePlan> pages;
+  std::string
+      otherModel;  ///< the doubt about another model, which is also the first one; "" for none
   std::vector<std::string> open;    ///< what the user has to choose, before anything is taken
   std::vector<std::string> doubts;  ///< what the user has to confirm
   std::vector<std::string> notes;   ///< what is not taken and why

@@ -4,6 +4,7 @@
 #include "exchange/JoinedTables.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
@@ -46,7 +47,9 @@ std::string Comparable(const WrittenValue& value) {
     return ToUpper(value.text);
   }
   const std::optional<Unit> unit = UnitFrom(value.unit);
-  return ShortestText(NumericValueOrInfinity(unit ? Shifted(value.text, unit->power) : value.text));
+  const double number =
+      NumericValueOrInfinity(unit ? Shifted(value.text, unit->power) : value.text);
+  return std::isinf(number) ? value.text : ShortestText(number);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "core/caldata/MemoryGrid.h"
 #include "core/numbers/WrittenNumber.h"
+#include "exchange/Certificate.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -36,8 +37,8 @@ constexpr std::array<std::string_view, 8> kAttenuation = {"cal data",     "atten
                                                           "einfügedämpf", "atténu",      "atenua",
                                                           "attenuaz",     "affaibl"};
 constexpr std::array<std::string_view, 2> kNotAttenuation = {"vswr", "return loss"};
-constexpr std::array<std::string_view, 6> kCapacitance = {"capacit",       "kapazit",     "capacid",
-                                                          "parallelkapaz", "serienkapaz", "cp"};
+constexpr std::array<std::string_view, 7> kCapacitance = {
+    "capacit", "kapazit", "capacid", "parallelkapaz", "serienkapaz", "cp", "cs"};
 constexpr std::array<std::string_view, 11> kDissipation = {"diss", "verlust", "pertes", "tan",
                                                            "loss", "pérdida", "perdit", "d-factor",
                                                            "df",   "d [",     "d ("};
@@ -56,60 +57,36 @@ constexpr std::array<std::string_view, 10> kMeasured = {"measured", "actual", "m
                                                         "misur",    "medid"};
 constexpr std::array<std::string_view, 6> kNominal = {"nomin",   "nenn",     "soll",
                                                       "setting", "setpoint", "einstell"};
-constexpr std::array<std::string_view, 53> kOther = {"deviation",
-                                                     "correction",
-                                                     "korrektur",
-                                                     "correzione",
-                                                     "correcci",
-                                                     "dev.",
-                                                     "abweich",
-                                                     "messabweich",
-                                                     "error",
-                                                     "écart",
-                                                     "desviaci",
-                                                     "scart",
-                                                     "erreur",
-                                                     "fehler",
-                                                     "messfehler",
-                                                     "diff",
-                                                     "basic measurementerror",
-                                                     "toler",
-                                                     "tolér",
-                                                     "toll",
-                                                     "limit",
-                                                     "grenz",
-                                                     "spec",
-                                                     "spezif",
-                                                     "coverage",
-                                                     "erweiterungsf",
-                                                     "überdeck",
-                                                     "élargiss",
-                                                     "cobertura",
-                                                     "copertura",
-                                                     "k-fac",
-                                                     "k [",
-                                                     "k (",
-                                                     "probab",
-                                                     "confidence",
-                                                     "humid",
-                                                     "feucht",
-                                                     "luftfeucht",
-                                                     "humed",
-                                                     "umid",
-                                                     "rh ",
-                                                     "rh[",
-                                                     "rh(",
-                                                     "hr [",
-                                                     "temp",
-                                                     "raumtemp",
-                                                     "umgebung",
-                                                     "ambient",
-                                                     "pressure",
-                                                     "druck",
-                                                     "luftdruck",
-                                                     "pression",
-                                                     "presión"};
-constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
+constexpr std::array<std::string_view, 57> kOther = {
+    "1/",         "reciproc",   "kehrwert",
+    "inverse",    "deviation",  "correction",
+    "korrektur",  "correzione", "correcci",
+    "dev.",       "abweich",    "messabweich",
+    "error",      "écart",      "desviaci",
+    "scart",      "erreur",     "fehler",
+    "messfehler", "diff",       "basic measurementerror",
+    "toler",      "tolér",      "toll",
+    "limit",      "grenz",      "spec",
+    "spezif",     "coverage",   "erweiterungsf",
+    "überdeck",   "élargiss",   "cobertura",
+    "copertura",  "k-fac",      "k [",
+    "k (",        "probab",     "confidence",
+    "humid",      "feucht",     "luftfeucht",
+    "humed",      "umid",       "rh ",
+    "rh[",        "rh(",        "hr [",
+    "temp",       "raumtemp",   "umgebung",
+    "ambient",    "pressure",   "druck",
+    "luftdruck",  "pression",   "presión"};
+// A blank at the end of a word is also the end of a caption.
+constexpr std::array<std::string_view, 23> kEarlier = {
+    "last ",   "previous", "prev ",   "prior",  "old ",    "former", "earlier", "letzte",
+    "vorige",  "vorher",   "vorjahr", "bisher", "frühere", "alt ",   "alte ",   "dernier",
+    "dernièr", "précéd",   "ancien",  "ultim",  "preced",  "vecchi", "anterior"};
+constexpr std::array<std::string_view, 19> kUnlikely = {
+    "refer",   "referenz", "référ",  "rifer", "ref ",    "min ",  "minim",
+    "max ",    "maxim",    "massim", "mínim", "máxim",   "upper", "lower",
+    "typical", "typisch",  "target", "drift", "expected"};
+constexpr std::array<std::string_view, 18> kUncertainty = {"unc",
                                                            "unsicherheit",
                                                            "messunsich",
                                                            "standardunsich",
@@ -122,6 +99,7 @@ constexpr std::array<std::string_view, 17> kUncertainty = {"unc",
                                                            "u[",
                                                            "u [",
                                                            "u/",
+                                                           "u /",
                                                            "u in ",
                                                            "u95",
                                                            "u 95",
@@ -214,6 +192,29 @@ std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
   return {};
 }
 
+/// `folded` with a blank after each word, in place of what else may be there.
+std::string InBlanks(std::string_view folded) {
+  std::string text(folded);
+  for (char& c : text) {
+    c = std::string_view("()[],;:./-").find(c) == std::string_view::npos ? c : ' ';
+  }
+  return text + " ";
+}
+
+/// Whether a word is a year, as in "factor 2025". It may be that of another calibration.
+bool HasYear(std::string_view text) {
+  constexpr std::size_t kDigits = 4;
+  while (!text.empty()) {
+    const std::string_view word = text.substr(0, text.find(' '));
+    const bool isNumber = word.find_first_not_of("0123456789") == std::string_view::npos;
+    if (isNumber && word.size() == kDigits && (word.starts_with("19") || word.starts_with("20"))) {
+      return true;
+    }
+    text.remove_prefix(std::min(word.size() + 1, text.size()));
+  }
+  return false;
+}
+
 }  // namespace
 
 std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data,
@@ -224,7 +225,7 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
   std::vector<ModelColumn> columns = ColumnsOf(model, page);
   std::int16_t number = 0;
   for (ModelColumn& column : columns) {
-    column.caption = grid.CellText(0, number++);
+    column.caption = WithSingleBlanks(grid.CellText(0, number++));
   }
   return columns;
 }
@@ -247,6 +248,19 @@ bool NamesNominal(std::string_view folded) {
 
 bool NamesOther(std::string_view folded) {
   return WithoutBlanks(folded) == "k" || HasWord(folded, kOther);
+}
+
+bool NamesEarlier(std::string_view folded) {
+  return HasWord(InBlanks(folded), kEarlier);
+}
+
+bool NamesUnlikely(std::string_view folded) {
+  // A factor at the reference plane is a result.
+  constexpr std::array<std::string_view, 6> kPlanes = {"plane",   "referenzebene", "bezugsebene",
+                                                       "plan de", "piano di",      "plano de"};
+  const std::string text = InBlanks(folded);
+  return HasWord(text, kEarlier) || HasYear(text) ||
+         (HasWord(text, kUnlikely) && !HasWord(text, kPlanes));
 }
 
 bool NamesUncertainty(std::string_view folded) {

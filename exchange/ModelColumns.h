@@ -68,6 +68,13 @@ struct ModelColumn {
 /// humidity, a coverage factor ...
 [[nodiscard]] bool NamesOther(std::string_view folded);
 
+/// Whether a folded text names an earlier calibration: "last", "previous" ...
+[[nodiscard]] bool NamesEarlier(std::string_view folded);
+
+/// Whether a folded caption names what is hardly a result: a value of an earlier calibration, of a
+/// reference, or the least or the largest one.
+[[nodiscard]] bool NamesUnlikely(std::string_view folded);
+
 /// Whether a folded caption names an uncertainty.
 [[nodiscard]] bool NamesUncertainty(std::string_view folded);
 

@@ -140,6 +140,10 @@ class PointRows : public PagePlanning {
                                        " cannot be taken for " + columns_[i].caption));
         return {};
       }
+      if (std::isinf(*ParseNumber(*number))) {
+        DoubtValue(row, i, "is too large to be calculated with");
+        return {};
+      }
       numbers.push_back(*number);
     }
     DoubtImpossible(row, numbers);
@@ -169,18 +173,13 @@ class PointRows : public PagePlanning {
   }
 
   void NoteRoundedPoint(std::size_t row, const std::vector<std::string>& numbers) {
-    if (std::isinf(*ParseNumber(numbers.back()))) {
-      return;
-    }
     const std::string stored = Store({kFirstDataRow, LastColumn()}, {numbers.back(), {}});
     NoteIfRounded(row, columns_.size() - 1, numbers.back(), stored);
     const std::size_t column = columns_.front().role == ColumnRole::Frequency ? 0 : 1;
     const double frequency = *ParseNumber(numbers.at(column));
-    if (!std::isinf(frequency)) {
-      NoteIfRounded(row, column, numbers.at(column),
-                    column == 0 ? SensorRow(frequency, source_.model.frequencyUnit).front()
-                                : AttenuatorRow({.setting = 0, .frequency = frequency}).at(1));
-    }
+    NoteIfRounded(row, column, numbers.at(column),
+                  column == 0 ? SensorRow(frequency, source_.model.frequencyUnit).front()
+                              : AttenuatorRow({.setting = 0, .frequency = frequency}).at(1));
   }
 };
 

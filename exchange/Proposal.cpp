@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "core/text/Text.h"
@@ -9,14 +10,16 @@
 #include "exchange/ImportPlan.h"
 #include "exchange/JoinedTables.h"
 #include "exchange/ModelColumns.h"
+#include "exchange/TableParts.h"
 
 namespace tarvell {
 
 namespace {
 
 bool NamesPage(const CertificateTable& table, std::string_view page) {
-  return std::ranges::any_of(
-      table.name, [&](const LocalText& name) { return ContainsIgnoringCase(name.text, page); });
+  const auto has = [&](std::string_view text) { return ContainsIgnoringCase(text, page); };
+  return has(table.section) || has(table.part) ||
+         std::ranges::any_of(table.name, [&](const LocalText& name) { return has(name.text); });
 }
 
 /// Proposes the tables of the pages.
@@ -29,10 +32,34 @@ class Proposal {
   [[nodiscard]] PageChoice For(std::int16_t page) const {
     const std::vector<ModelColumn> columns = ModelColumns(target_.model, target_.data, page);
     const std::vector<Candidate> candidates = CandidatesFor(page, columns);
-    const auto best = std::ranges::max_element(candidates, {}, &Candidate::score);
-    if (best == candidates.end()) {
+    if (candidates.empty()) {
       return {};
     }
+    const std::vector<std::vector<Candidate>> kinds = ByKind(candidates);
+    if (kinds.size() == 1) {
+      return ChoiceAmong(kinds.front(), columns);
+    }
+    PageChoice open;
+    for (const std::vector<Candidate>& kind : kinds) {
+      open.alternatives.push_back(ChoiceAmong(kind, columns).tables);
+    }
+    open.match = kinds.front().front().proposed.match;
+    open.canJoinAlternatives = CanJoin(open.alternatives, candidates, columns);
+    return open;
+  }
+
+ private:
+  /// A table that can be meant for a page.
+  struct Candidate {
+    std::size_t table = 0;
+    ProposedMatch proposed;
+    int score = 0;
+  };
+
+  /// The best of these tables, and what can be joined with it.
+  [[nodiscard]] PageChoice ChoiceAmong(const std::vector<Candidate>& candidates,
+                                       const std::vector<ModelColumn>& columns) const {
+    const auto best = std::ranges::max_element(candidates, {}, &Candidate::score);
     PageChoice choice = {{best->table}, best->proposed.match, best->proposed.asked, {}};
     JoinedPoints points(best->proposed.match, columns);
     (void)points.Add(certificate_.tables[best->table]);
@@ -50,13 +77,51 @@ class Proposal {
     return choice;
   }
 
- private:
-  /// A table that can be meant for a page.
-  struct Candidate {
-    std::size_t table = 0;
-    ProposedMatch proposed;
-    int score = 0;
-  };
+  /// The tables by the kinds of their results, in the order of the file. Where tables name the
+  /// page, the others only add to their kinds.
+  [[nodiscard]] std::vector<std::vector<Candidate>> ByKind(
+      const std::vector<Candidate>& candidates) const {
+    const bool isNamed =
+        std::ranges::any_of(candidates, [](const Candidate& each) { return each.score >= kNamed; });
+    std::map<std::string, std::size_t> places;
+    for (const Candidate& each : candidates) {
+      if (!isNamed || each.score >= kNamed) {
+        places.try_emplace(KindOfResults(certificate_.tables[each.table]), places.size());
+      }
+    }
+    std::vector<std::vector<Candidate>> kinds(places.size());
+    for (const Candidate& each : candidates) {
+      const auto found = places.find(KindOfResults(certificate_.tables[each.table]));
+      if (found != places.end()) {
+        kinds[found->second].push_back(each);
+      }
+    }
+    return kinds;
+  }
+
+  /// Whether the user may want all of these tables: none says when it was measured, and no point is
+  /// in several of them.
+  [[nodiscard]] bool CanJoin(const std::vector<std::vector<std::size_t>>& alternatives,
+                             const std::vector<Candidate>& candidates,
+                             const std::vector<ModelColumn>& columns) const {
+    const Candidate* first = nullptr;
+    std::optional<JoinedPoints> points;
+    for (const std::vector<std::size_t>& tables : alternatives) {
+      for (const std::size_t table : tables) {
+        // They are in the order of their tables.
+        const auto found = std::ranges::lower_bound(candidates, table, {}, &Candidate::table);
+        if (first == nullptr) {
+          first = &*found;
+          points.emplace(first->proposed.match, columns);
+        }
+        if (HasState(certificate_.tables[table]) || !IsPart(*first, *found) ||
+            !points->Add(certificate_.tables[table])) {
+          return false;
+        }
+      }
+    }
+    return true;
+  }
 
   [[nodiscard]] std::vector<Candidate> CandidatesFor(
       std::int16_t page, const std::vector<ModelColumn>& columns) const {
@@ -101,6 +166,9 @@ class Proposal {
       return EqualsIgnoringCase(table.page, name) ? kNamed + score : 0;
     }
     const bool isNamed = NamesPage(table, name);
+    if (!isNamed && IsOfAnotherMember(table, page)) {
+      return 0;
+    }
     const PageSource source = {
         target_.model, target_.data,
         page,          target_.now.pages.at(static_cast<std::size_t>(page)).rows,
@@ -111,6 +179,23 @@ class Proposal {
   [[nodiscard]] bool IsOfAnotherItem(const CertificateTable& table) const {
     return table.item && item_ && *table.item != *item_ &&
            !IsMember(target_, certificate_.items.at(*table.item));
+  }
+
+  /// Whether a table names another page of the set, or is about its member.
+  [[nodiscard]] bool IsOfAnotherMember(const CertificateTable& table, std::int16_t page) const {
+    const auto isAbout = [&](const std::string& name) {
+      return table.item && IsMemberOf(certificate_.items.at(*table.item), name);
+    };
+    if (isAbout(target_.data.GetCalPageName(page))) {
+      return false;
+    }
+    for (std::size_t i = 0; i < target_.now.pages.size(); ++i) {
+      const std::string name = target_.data.GetCalPageName(static_cast<std::int16_t>(i));
+      if (!name.empty() && (isAbout(name) || NamesPage(table, name))) {
+        return true;
+      }
+    }
+    return false;
   }
 
   [[nodiscard]] std::string Serial() const {

@@ -13,6 +13,7 @@
 #include "exchange/CsvCertificate.h"
 #include "exchange/DccCertificate.h"
 #include "exchange/DecodedText.h"
+#include "exchange/TableParts.h"
 
 namespace tarvell {
 
@@ -89,7 +90,10 @@ Certificate ReadCertificate(std::string_view bytes, const ReadingChoices& choice
   constexpr std::size_t kBeginning = 256;
   const std::string beginning = Decoded(bytes.substr(0, kBeginning)).text;
   RefuseJson(beginning);
-  return IsXml(beginning) ? DccCertificate(bytes) : CsvCertificate(bytes, choices);
+  Certificate certificate =
+      IsXml(beginning) ? DccCertificate(bytes) : CsvCertificate(bytes, choices);
+  DivideTables(certificate);
+  return certificate;
 }
 
 }  // namespace tarvell

@@ -101,7 +101,9 @@ std::optional<Unit> PlainUnit(std::string_view text) {
       continue;
     }
     const KnownUnit* known = UnitNamed(text.substr(prefix.sign.size()));
-    if (known != nullptr && TakesPrefix(*known)) {
+    // "KF" is the calibration factor of a German certificate. Nothing has kilofarads.
+    const bool isFactor = prefix.power > 0 && known != nullptr && known->name == "F";
+    if (known != nullptr && TakesPrefix(*known) && !isFactor) {
       Unit unit = known->unit;
       // Captions are often in small letters, and nobody means millihertz then.
       unit.power += text == "mhz" ? 6 : prefix.power;

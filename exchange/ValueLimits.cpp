@@ -34,6 +34,10 @@ std::string WhyNoAttenuation(double attenuation, double setting) {
   // The loss at the setting 0 may be included; a deviation from the setting is not the attenuation.
   constexpr double kLeast = 3;
   constexpr double kPart = 0.1;
+  if (attenuation < 0) {
+    // A transmission, such as S21, is the attenuation with the other sign.
+    return "is negative, and the table has attenuations without a sign";
+  }
   const double most = std::max(kLeast, RoundedTo15Digits(kPart * setting));
   return std::abs(attenuation - setting) <= most
              ? std::string()

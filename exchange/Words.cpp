@@ -20,7 +20,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 65> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -44,6 +44,8 @@ constexpr std::array<Key, 63> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"cal. date", KeyField::CalDate},
                                         {"date of cal", KeyField::CalDate},
                                         {"calibrated on", KeyField::CalDate},
+                                        {"calibrated date", KeyField::CalDate},
+                                        {"date calibrated", KeyField::CalDate},
                                         {"kalibrierdatum", KeyField::CalDate},
                                         {"datum der kalibrierung", KeyField::CalDate},
                                         {"kalibriert am", KeyField::CalDate},
@@ -159,6 +161,46 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
     }
   }
   return std::nullopt;
+}
+
+bool NamesStandardUsed(std::string_view folded) {
+  constexpr std::array<std::string_view, 20> kDevices = {
+      "power meter", "powermeter",   "leistungsmess", "wattmètre",  "misuratore",
+      "medidor",     "multimet",     "analyzer",      "analyser",   "analysator",
+      "analyseur",   "analizzatore", "generator",     "générateur", "splitter",
+      "bridge",      "messbrücke",   "thermomet",     "receiver",   "counter"};
+  return HasWord(std::string(folded) + " ", kStandards) || HasWord(folded, kDevices) ||
+         IsHeadingOfStandards(folded);
+}
+
+bool IsHeadingOfStandards(std::string_view folded) {
+  constexpr std::array<std::string_view, 26> kHeadings = {"standards used",
+                                                          "standard used",
+                                                          "used standards",
+                                                          "reference standard",
+                                                          "reference equipment",
+                                                          "reference instr",
+                                                          "equipment used",
+                                                          "test equipment",
+                                                          "measuring equipment",
+                                                          "instruments used",
+                                                          "working standard",
+                                                          "traceab",
+                                                          "verwendete",
+                                                          "referenznormal",
+                                                          "gebrauchsnormal",
+                                                          "messmittel",
+                                                          "prüfmittel",
+                                                          "rückführ",
+                                                          "étalons utilisés",
+                                                          "étalon utilisé",
+                                                          "moyens",
+                                                          "équipements utilis",
+                                                          "instruments utilis",
+                                                          "campioni",
+                                                          "strumenti utilizzati",
+                                                          "patrones"};
+  return HasWord(folded, kHeadings);
 }
 
 bool NamesSerialNumber(std::string_view folded) {

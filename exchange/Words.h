@@ -44,6 +44,13 @@ enum class KeyField {
 /// Italian.
 [[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
 
+/// Whether a folded text names instruments that others were calibrated with: "standards used",
+/// "Referenznormal", "power meter" ...
+[[nodiscard]] bool NamesStandardUsed(std::string_view folded);
+
+/// Whether a folded text is the heading of a list of such instruments.
+[[nodiscard]] bool IsHeadingOfStandards(std::string_view folded);
+
 /// Whether a folded caption of a column says that it has serial numbers. "Série 1" names a series.
 [[nodiscard]] bool NamesSerialNumber(std::string_view folded);
 

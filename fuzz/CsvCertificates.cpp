@@ -3,6 +3,7 @@
 
 #include "TakenCertificate.h"
 #include "exchange/CsvCertificate.h"
+#include "exchange/TableParts.h"
 
 /// Certificates as CSV and TSV. An input is the file.
 namespace tarvell::fuzz {
@@ -20,6 +21,8 @@ void Run(Input input) {
     Require(chosen.tables.size() == certificate.tables.size(),
             "the decimal sign does not change which lines are tables");
   }
+  DivideTables(certificate);
+  CheckValues(certificate);
   CheckTaking(certificate);
 }
 

@@ -4,6 +4,7 @@
 #include "TakenCertificate.h"
 #include "core/text/FileCharacters.h"
 #include "exchange/DccCertificate.h"
+#include "exchange/TableParts.h"
 
 /// Digital calibration certificates. An input is the XML file.
 namespace tarvell::fuzz {
@@ -18,6 +19,8 @@ void Run(Input input) {
   for (const CertificateItem& item : certificate.items) {
     Require(IsUtf8(item.serialNumber), "a text is UTF-8");
   }
+  DivideTables(certificate);
+  CheckValues(certificate);
   CheckTaking(certificate);
 }
 

@@ -7,13 +7,10 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <array>
 #include <string>
 
-#include "core/session/Tarvell_MainModule.h"
-#include "core/survey/ExportFile.h"
 #include "exchange/Export.h"
-#include "screens/widgets/QtPath.h"
+#include "screens/widgets/ExportedFile.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/UserSettings.h"
 #include "screens/widgets/cFileDialog.h"
@@ -45,7 +42,7 @@ QString ExportDataSet(QWidget* owner, const Model& model, const cifCaldata& data
   Remember(kFolder, QFileInfo(file).path());
   const bool isJson = file.endsWith(".json", Qt::CaseInsensitive);
   const std::string bytes = isJson ? JsonOf(model, data, state) : CsvOf(model, data, state);
-  SaveExport(SystemPath(file), bytes, std::array{gCalibrationDir, gStationDir});
+  SaveExportedFile(file, bytes);
   return Tr("Saved as %1.").arg(QDir::toNativeSeparators(file));
 }
 

@@ -35,6 +35,10 @@ std::vector<std::string> Choices(const NotedImport& import) {
 
 }  // namespace
 
+QString ItemName(const CertificateItem& item, const std::string& language) {
+  return ToQt(Trim(NameIn(item.name, language) + " " + item.model + " " + item.serialNumber));
+}
+
 QString ImportNotes(const NotedImport& import) {
   QString text = import.error.isEmpty() ? QString() : import.error + "\n\n";
   text += Bullets(QObject::tr("Please choose:"), Choices(import));

@@ -13,6 +13,9 @@
 
 namespace tarvell {
 
+/// The name, model and serial number of an instrument, in this language.
+[[nodiscard]] QString ItemName(const CertificateItem& item, const std::string& language);
+
 /// What the preview of an import says below its tables.
 struct NotedImport {
   QString error;                           ///< why the values cannot be taken, "" when they can

@@ -5,7 +5,6 @@
 
 #include "ui_ImportPreview.h"
 
-#include <QSignalBlocker>
 #include <QTabBar>
 
 #include <algorithm>
@@ -13,12 +12,10 @@
 
 #include "core/curves/SlipLimits.h"
 #include "core/session/Tarvell_MainModule.h"
-#include "core/text/Text.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/ReadCertificate.h"
 #include "screens/caldata/EarlierChoice.h"
 #include "screens/caldata/ImportNotes.h"
-#include "screens/caldata/PlannedTables.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
@@ -33,8 +30,6 @@ namespace tarvell {
 
 namespace {
 
-using Change = PastedRow::Change;
-
 constexpr const char* kSizes = "certificates/sizes";
 
 /// Fills a list with the two readings of a question, after a first entry that chooses none.
@@ -46,14 +41,6 @@ void ShowQuestion(QComboBox* box, const ReadingQuestion& question) {
                  ImportPreview::tr("%1 is %2").arg(written, ToQt(question.first)),
                  ImportPreview::tr("%1 is %2").arg(written, ToQt(question.second))});
   box->setCurrentIndex(chosen);
-}
-
-QString Rows(std::size_t count) {
-  return count == 1 ? ImportPreview::tr("1 row") : ImportPreview::tr("%1 rows").arg(count);
-}
-
-QString ItemName(const CertificateItem& item, const std::string& language) {
-  return ToQt(Trim(NameIn(item.name, language) + " " + item.model + " " + item.serialNumber));
 }
 
 }  // namespace
@@ -72,6 +59,7 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
       columns_(target),
       page_(target.now.shownPage) {
   ui_->setupUi(this);
+  tableBox_ = TableBox(ui_->cmbTable);
   columnBoxes_ = ColumnBoxes({{ui_->lblColumn0, ui_->cmbColumn0},
                               {ui_->lblColumn1, ui_->cmbColumn1},
                               {ui_->lblColumn2, ui_->cmbColumn2},
@@ -248,8 +236,9 @@ void ImportPreview::ShowPages() {
   }
   // The first page that the certificate changes, unless it changes the one in the editor.
   if (ShownChoice().tables.empty()) {
-    const auto found = std::ranges::find_if(
-        choices_.pages, [](const PageChoice& choice) { return !choice.tables.empty(); });
+    const auto found = std::ranges::find_if(choices_.pages, [](const PageChoice& choice) {
+      return !choice.tables.empty() || choice.IsOpen();
+    });
     if (found != choices_.pages.end()) {
       page_ = static_cast<std::int16_t>(found - choices_.pages.begin());
     }
@@ -258,27 +247,7 @@ void ImportPreview::ShowPages() {
 }
 
 void ImportPreview::ShowTables() {
-  const std::vector<std::size_t>& chosen = ShownChoice().tables;
-  offered_ = {{}};
-  ui_->cmbTable->clear();
-  ui_->cmbTable->addItem(tr("(none: the page stays as it is)"));
-  if (chosen.size() > 1) {
-    std::size_t rows = 0;
-    for (const std::size_t table : chosen) {
-      rows += certificate_.tables.at(table).RowCount();
-    }
-    offered_.push_back(chosen);
-    ui_->cmbTable->addItem(tr("%1 tables together, %2").arg(chosen.size()).arg(Rows(rows)));
-  }
-  for (std::size_t i = 0; i < certificate_.tables.size(); ++i) {
-    const CertificateTable& table = certificate_.tables[i];
-    offered_.push_back({i});
-    ui_->cmbTable->addItem(tr("%1 (%2), %3")
-                               .arg(ToQt(NameIn(table.name, target_.language)), ToQt(table.where),
-                                    Rows(table.RowCount())));
-  }
-  ui_->cmbTable->setCurrentIndex(
-      static_cast<int>(std::ranges::find(offered_, chosen) - offered_.begin()));
+  tableBox_.Show(certificate_, ShownChoice(), target_.language);
   ShowColumns();
 }
 
@@ -294,7 +263,12 @@ void ImportPreview::cmbReading_Activated() {
     reading_.dateOrder =
         ui_->cmbDates->currentIndex() == 1 ? DateOrder::DayFirst : DateOrder::MonthFirst;
   }
+  const std::size_t tables = certificate_.tables.size();
   Guarded(this, [this] { certificate_ = ReadCertificate(bytes_, reading_); });
+  if (certificate_.tables.size() != tables) {
+    // A text that is a number now does not divide a table any more.
+    chosenPages_.clear();
+  }
   // Which page a table is meant for depends on its numbers.
   Propose();
   ShowTables();
@@ -311,7 +285,13 @@ void ImportPreview::cmbItem_Activated(int index) {
 }
 
 void ImportPreview::cmbTable_Activated(int index) {
-  ShownChoice() = ChoiceOf(offered_.at(static_cast<std::size_t>(index)));
+  PageChoice& shown = ShownChoice();
+  PageChoice choice = ChoiceOf(tableBox_.TablesOf(index));
+  choice.takesNone = choice.tables.empty() && !tableBox_.IsOpen(index);
+  // The user may choose another one of them.
+  choice.alternatives = std::move(shown.alternatives);
+  choice.canJoinAlternatives = shown.canJoinAlternatives;
+  shown = std::move(choice);
   chosenPages_.insert(page_);
   ShowColumns();
   Plan();
@@ -336,135 +316,6 @@ PageChoice& ImportPreview::ShownChoice() {
 
 std::vector<ModelColumn> ImportPreview::ShownColumns() const {
   return ModelColumns(target_.model, target_.data, page_);
-}
-
-// --- What it would do
-
-void ImportPreview::Plan() {
-  error_.clear();
-  plan_ = {};
-  Guarded(
-      this, [this] { plan_ = PlanImport(target_, certificate_, choices_); },
-      [this](const Error& error) { error_ = ToQt(error.what()); });
-  ForgetAnswers();
-  const std::size_t missing = plan_.Count(Change::Missing);
-  const QString points = HasOnlyDefaults(target_.now)
-                             ? missing == 1 ? tr("point of the template")
-                                            : tr("%1 points of the template").arg(missing)
-                         : missing == 1 ? tr("point")
-                                        : tr("%1 points").arg(missing);
-  ui_->chkRemove->setText(tr("&Remove the %1 that the certificate does not have").arg(points));
-  ui_->chkRemove->setVisible(!HasPages(target_.model) && missing > 0);
-  ui_->chkConfirm->setVisible(!plan_.doubts.empty());
-  Judge();
-  ShowSummary();
-  ShowPlannedHeader(ui_->tblHeader, plan_.fields);
-  ShowRows();
-  ScrollRows();
-  ShowNotes();
-  ShowButtons();
-}
-
-void ImportPreview::ForgetAnswers() {
-  std::vector<std::vector<std::string>> points;
-  for (const PagePlan& page : plan_.pages) {
-    for (const PlannedRow& planned : page.rows) {
-      if (planned.row.change == Change::Missing) {
-        points.push_back(planned.row.before);
-      }
-    }
-  }
-  const bool areOtherDoubts = std::exchange(askedDoubts_, plan_.doubts) != plan_.doubts;
-  const bool areOtherPoints = std::exchange(askedPoints_, points) != points;
-  const auto set = [](QCheckBox* box, bool isTicked) {
-    const QSignalBlocker noPlanYet(box);
-    box->setChecked(isTicked);
-  };
-  if (areOtherDoubts) {
-    set(ui_->chkConfirm, false);
-  }
-  if (areOtherPoints) {
-    set(ui_->chkRemove, HasOnlyDefaults(target_.now));
-  }
-}
-
-void ImportPreview::Judge() {
-  judged_.clear();
-  const EditorState after = After();
-  const std::unique_ptr<cifCaldata> earlier = earlier_.DataFor(after.header);
-  for (const PagePlan& page : plan_.pages) {
-    judged_[page.page] = JudgePage({.model = target_.model,
-                                    .data = target_.data,
-                                    .state = after,
-                                    .earlier = earlier.get(),
-                                    .limit = limit_},
-                                   page.page);
-  }
-}
-
-void ImportPreview::ShowSummary() {
-  QStringList names;
-  for (const CertificateItem& item : certificate_.items) {
-    names << ItemName(item, target_.language);
-  }
-  ui_->lblSummary->setText(
-      tr("%1 (%2): %3. Rows: %4 updated, %5 added, %6 as before.")
-          .arg(fileName_, ToQt(certificate_.kind),
-               names.isEmpty() ? tr("no instrument is named") : names.join(", "))
-          .arg(plan_.Count(Change::Updated))
-          .arg(plan_.Count(Change::Added))
-          .arg(plan_.Count(Change::Unchanged)));
-}
-
-const PagePlan* ImportPreview::ShownPlan() const {
-  const auto found = std::ranges::find(plan_.pages, page_, &PagePlan::page);
-  return found == plan_.pages.end() ? nullptr : &*found;
-}
-
-void ImportPreview::ShowRows() {
-  ShownPage page = {{}, ShownPlan(), {}, RemovesMissing()};
-  for (const ModelColumn& column : ShownColumns()) {
-    page.captions << ToQt(column.caption);
-  }
-  if (page.plan != nullptr) {
-    page.marks = judged_.at(page_).slips.marks;
-  }
-  ShowPlannedRows(ui_->tblRows, page);
-}
-
-void ImportPreview::ScrollRows() {
-  if (const PagePlan* plan = ShownPlan()) {
-    ScrollToChange(ui_->tblRows, *plan);
-  }
-}
-
-void ImportPreview::ShowNotes() {
-  std::vector<std::string> slips;
-  for (const auto& [page, judged] : judged_) {
-    slips.insert(slips.end(), judged.sentences.begin(), judged.sentences.end());
-  }
-  ui_->txtNotes->setPlainText(
-      ImportNotes({error_, OpenQuestions(certificate_, reading_), plan_, std::move(slips)}));
-}
-
-bool ImportPreview::RemovesMissing() const {
-  return !HasPages(target_.model) && ui_->chkRemove->isChecked();
-}
-
-void ImportPreview::ShowButtons() {
-  const bool isConfirmed = plan_.doubts.empty() || ui_->chkConfirm->isChecked();
-  const QString hint =
-      !error_.isEmpty() ? tr("These values cannot be imported. The reason is above.")
-      : !OpenQuestions(certificate_, reading_).empty()
-          ? tr("Say how to read what can be read in two ways.")
-      : !plan_.open.empty() ? tr("Choose the columns that can be meant in several ways.")
-      : !plan_.HasValues()  ? tr("There is nothing to import into this data set.")
-      : !plan_.HasPlace(RemovesMissing()) ? tr("The table has no room for all points. Remove those "
-                                               "that are not in the certificate.")
-      : !isConfirmed                      ? tr("Check what is said above, then confirm it.")
-                                          : QString();
-  ui_->lblHint->setText(hint);
-  ui_->btnOk->setEnabled(hint.isEmpty());
 }
 
 }  // namespace tarvell

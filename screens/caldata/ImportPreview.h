@@ -19,6 +19,7 @@
 #include "exchange/ImportPlan.h"
 #include "screens/caldata/ChosenColumns.h"
 #include "screens/caldata/ColumnBoxes.h"
+#include "screens/caldata/TableBox.h"
 
 namespace tarvell {
 
@@ -81,6 +82,8 @@ class ImportPreview final : public QDialog {
   void ShowNotes();
   void ShowButtons();
 
+  /// Whether the user has to choose one of several tables for a page.
+  [[nodiscard]] bool HasOpenTables() const;
   [[nodiscard]] bool RemovesMissing() const;
   [[nodiscard]] PageChoice& ShownChoice();
   [[nodiscard]] std::vector<ModelColumn> ShownColumns() const;
@@ -101,13 +104,13 @@ class ImportPreview final : public QDialog {
   std::optional<std::size_t> chosenItem_;  ///< by the user
   std::set<std::int16_t> chosenPages_;     ///< whose tables or columns the user chose
   ChosenColumns columns_;
-  std::vector<std::vector<std::size_t>> offered_;  ///< the tables of each entry of the list
   ImportPlan plan_;
   std::map<std::int16_t, JudgedPage> judged_;          ///< the pages that change
   std::vector<std::string> askedDoubts_;               ///< that "I have checked it" was about
   std::vector<std::vector<std::string>> askedPoints_;  ///< that are removed
   QString error_;  ///< why the chosen values cannot be taken, "" when they can
   std::int16_t page_ = 0;
+  TableBox tableBox_;
   ColumnBoxes columnBoxes_;
   std::vector<int> movedTo_;  ///< where the user put the splitter
 };

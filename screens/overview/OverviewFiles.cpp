@@ -8,21 +8,18 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 #include <vector>
 
 #include "core/paper/SurveyPaper.h"
 #include "core/platform/Error.h"
 #include "core/platform/Platform.h"
-#include "core/session/Tarvell_MainModule.h"
 #include "core/survey/DueCalendar.h"
-#include "core/survey/ExportFile.h"
 #include "core/survey/SurveyTable.h"
+#include "screens/widgets/ExportedFile.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/NoticeLine.h"
 #include "screens/widgets/PaperOutput.h"
-#include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/UserSettings.h"
@@ -103,7 +100,7 @@ void OverviewFiles::Save(const Format& format) {
   const QString file = dialog.FileName();
   Remember(kFolder, QFileInfo(file).path());
   const bool isAnyGone = overview_.takeOutGoneFiles();
-  SaveExport(SystemPath(file), format.bytes(), std::array{gCalibrationDir, gStationDir});
+  SaveExportedFile(file, format.bytes());
   ReportSaved(file, isAnyGone, format.unread);
 }
 

@@ -11,16 +11,13 @@
 #include <QPageSize>
 #include <QPdfWriter>
 
-#include <array>
 #include <memory>
 #include <string_view>
 
-#include "core/session/Tarvell_MainModule.h"
-#include "core/survey/ExportFile.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/ExportedFile.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/PaperPainter.h"
-#include "screens/widgets/QtPath.h"
 #include "screens/widgets/QtText.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/UserSettings.h"
@@ -111,7 +108,7 @@ void SavePaperAsPdf(QWidget* owner, const PaperWork& work) {
   Remember(kSize, QString(isLetter ? kLetter : kA4));
   const QByteArray bytes = PdfOf(work, isLetter ? QPageSize::Letter : QPageSize::A4);
   const std::string_view content(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  SaveExport(SystemPath(file), content, std::array{gCalibrationDir, gStationDir});
+  SaveExportedFile(file, content);
   if (work.saved) {
     work.saved(file);
   }

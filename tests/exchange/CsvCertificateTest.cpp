@@ -173,7 +173,7 @@ TEST(CsvCertificate, ATableThatBeginsAgainHasTheCaptionsAboveIt) {
 TEST(CsvCertificate, EachSerialNumberIsThatOfAnInstrumentWithTheTablesBelowIt) {
   const Certificate read = Read(
       "Model;M\nSerial number;A\nMHz;%\n1;98\n\nSerial number;B\nMHz;%\n2;98\n\nSerial number;A\n"
-      "Standard, serial;C\nMHz;%\n3;98\n");
+      "S/N;C\nMHz;%\n3;98\n");
   Texts serials;
   for (const CertificateItem& item : read.items) {
     serials.push_back(item.serialNumber + item.model + ", " + item.where);
@@ -398,6 +398,9 @@ TEST(Units, ThatAreNotKnownAreFoundInTheirPlace) {
            {"tan \u03B4 \u00D7 10^-6", "10^-6"},
            {"D [10-6]", "10-6"},
            {"D (x10-4)", "10-4"},
+           {"D (1E-6)", "1E-6"},
+           {"D x1e-06", "1e-06"},
+           {"D \u00B710\u207B\u2076", "10\u207B\u2076"},
            {"C / 10\u207B\u00B9\u00B2 F", "10\u207B\u00B9\u00B2"},
            {"Frequency / xyz", "xyz"},
            {"Frequency in kc", "kc"},

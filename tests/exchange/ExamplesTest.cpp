@@ -91,7 +91,7 @@ TEST(OtherCertificates, AThermometerHasNoTableForASensorAndIsNamedWithWhatItHas)
   EXPECT_EQ(plan.notes,
             std::vector<std::string>{
                 "The certificate has no table for the model PX11A, which has the columns Frequency "
-                " [MHz], Calibration factor[%]. It has:\nMeasuring results (result 1, list 1): "
+                "[MHz], Calibration factor[%]. It has:\nMeasuring results (result 1, list 1): "
                 "Reference value [K], Indicated value [K], 3 rows."});
 }
 

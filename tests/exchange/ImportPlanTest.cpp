@@ -309,13 +309,13 @@ TEST_F(SensorImport, AColumnInAnUnknownUnitIsTakenOnlyByHandAndWithADoubt) {
   choices_.pages.front() = {{0}, *MatchFrom("0 1", certificate_.tables.front(), 2), {}, {}};
   plan_ = PlanImport(Target(), certificate_, choices_);
   EXPECT_EQ(plan_.doubts, Texts{"The unit \"xHz\" of the column \"f [xHz]\" is not known. Its "
-                                "numbers are taken as they are, for Frequency  [MHz]."});
+                                "numbers are taken as they are, for Frequency [MHz]."});
   EXPECT_EQ(RowsAfter(true), Texts{"50.00 98.5"});
 }
 
 TEST_F(SensorImport, OfSeveralSerialNumbersTakesThatOfTheEditorOrDoubts) {
   const std::string table = "\nf [MHz];KF [%]\n50;98.5\n";
-  Read("Serial number;A\nStandard, serial;B\n" + table);
+  Read("Serial number;A\nSerial no.;B\n" + table);
   EXPECT_EQ(plan_.doubts,
             (Texts{"The certificate is for the serial number \"A\", and this data set has "
                    "\"2702A00417\".",
@@ -381,7 +381,7 @@ TEST_F(SensorImport, APointWithTwoValuesIsRefusedWithItsRows) {
                        "\n\nCorrect them in the file and import it again, or choose "
                        "another table or other columns."));
   const Error below = ErrorOf([&] { Read("KF [%];f [MHz]\n98.5;-1\n"); });
-  EXPECT_TRUE(Contains(below.Text(), "Line 2, Frequency  [MHz]: \"-1\" is below zero."));
+  EXPECT_TRUE(Contains(below.Text(), "Line 2, Frequency [MHz]: \"-1\" is below zero."));
 }
 
 TEST_F(SensorImport, ATextThatADataFileCannotHoldIsNotTaken) {

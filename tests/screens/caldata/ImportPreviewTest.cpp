@@ -244,6 +244,44 @@ TEST_F(ImportingASensor, AsksWhichOfTwoColumnsIsMeant) {
   ExpectSaved(file_);
 }
 
+TEST_F(ImportingASensor, AsksWhichOfTwoTablesIsMeant) {
+  Import(
+      "Serial number;3318A12345\n\nAs found\nf [MHz];KF [%]\n50;91,5\n\nAs left\nf [MHz];KF "
+      "[%]\n1000;98,5\n",
+      [](ImportPreview& preview) {
+        EXPECT_EQ(Hint(preview), "Choose the table that is meant.");
+        EXPECT_EQ(ComboEntries(preview, "cmbTable"),
+                  (Texts{"(choose a table)", "(none: the page stays as it is)",
+                         "As found (line 5), 1 row", "As left (line 9), 1 row"}));
+        EXPECT_TRUE(Contains(Notes(preview),
+                             "Please choose:\n- The values can be those of \"As found\" (line 5) "
+                             "or \"As left\" (line 9). Choose the table."));
+        EXPECT_FALSE(CanImport(preview));
+        Choose(preview, "cmbTable", "As found (line 5), 1 row");
+        EXPECT_EQ(PreviewRow(preview, "tblRows", 0), "updated|50.00|100.0 \u2192 91.5*");
+        Choose(preview, "cmbTable", "As left (line 9), 1 row");
+        Choose(preview, "cmbTable", "(choose a table)");
+        EXPECT_FALSE(CanImport(preview));
+        Choose(preview, "cmbTable", "As left (line 9), 1 row");
+        Click(preview, "btnOk");
+      });
+  file_.rows[1].second = "98.5";
+  ExpectSaved(file_);
+}
+
+TEST_F(ImportingASensor, TakesBothOfTwoTablesOnlyIfTheUserSaysSo) {
+  Import("Serial number;3318A12345\n\nf [MHz];KF [%];Channel\n50;99,5;A\n1000;98,5;B\n",
+         [](ImportPreview& preview) {
+           EXPECT_FALSE(CanImport(preview));
+           Choose(preview, "cmbTable", "2 tables together, 2 rows");
+           EXPECT_TRUE(CanImport(preview));
+           Click(preview, "btnOk");
+         });
+  file_.rows[0].second = "99.5";
+  file_.rows[1].second = "98.5";
+  ExpectSaved(file_);
+}
+
 TEST_F(ImportingASensor, AnotherInstrumentOfTheCertificateHasItsOwnTables) {
   Import(
       "Serial number;X1\nf [MHz];KF [%]\n50;99,5\n\nSerial number;3318A12345\nf [MHz];KF [%]\n"

@@ -1,0 +1,431 @@
+// SPDX-FileCopyrightText: the Tarvell authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "exchange/ImportPlan.h"
+#include "exchange/ReadCertificate.h"
+#include "support/ErrorOf.h"
+
+/// Certificates with numbers that could go in by mistake. None of them may without a question.
+namespace tarvell::test {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+using Tables = std::vector<std::size_t>;
+
+/// A certificate that is imported into new data.
+class WrongNumbers : public testing::Test {
+ protected:
+  void Read(const std::string& certificate, const std::string& model = "PX11A") {
+    model_ = FindModel(model);
+    data_ = model_->create();
+    if (now_.pages.empty()) {
+      now_.pages.resize(1);
+    }
+    certificate_ = ReadCertificate(certificate);
+    choices_ = ProposedChoices(Target(), certificate_);
+    plan_ = PlanImport(Target(), certificate_, choices_);
+  }
+
+  [[nodiscard]] ImportTarget Target() const {
+    return {.model = *model_, .data = *data_, .now = now_};
+  }
+
+  /// The rows of a page after the import, with blanks between the cells.
+  [[nodiscard]] Texts RowsOf(std::size_t page) const {
+    const EditorState after = AfterImport(now_, plan_, true);
+    Texts rows;
+    for (const std::vector<std::string>& cells : after.pages.at(page).rows) {
+      std::string row;
+      for (const std::string& cell : cells) {
+        row += (row.empty() ? "" : " ") + cell;
+      }
+      rows.push_back(row);
+    }
+    return rows;
+  }
+
+  /// Two capacitors of a set, with one row each.
+  void OpenCapacitors() {
+    now_.pages.resize(4);
+    now_.pages[0].rows = {{"1000", "1.000000pF", "0.0050 %", "0.00000", "0.00010"}};
+    now_.pages[1].rows = {{"1000", "1.100000pF", "0.0030 %", "0.00000", "0.00010"}};
+  }
+
+  const Model* model_ = nullptr;
+  std::unique_ptr<cifCaldata> data_;
+  EditorState now_;
+  Certificate certificate_;
+  ImportChoices choices_;
+  ImportPlan plan_;
+};
+
+const std::string kTable = "f [MHz];KF [%]\n50;98.5\n";
+const std::string kOtherPoints = "f [MHz];KF [%]\n1000;97.5\n";
+
+}  // namespace
+
+TEST_F(WrongNumbers, ResultsBeforeAndAfterAnAdjustmentAreAlternatives) {
+  struct Titles {
+    std::string before;
+    std::string after;
+  };
+  for (const auto& [before, after] :
+       std::vector<Titles>{{"Before adjustment", "After adjustment"},
+                           {"As found", "As left"},
+                           {"Results, as-found condition", "Results, as-left condition"},
+                           {"Messwerte vor Justierung", "Messwerte nach Justierung"},
+                           {"Werte vor der Justage", "Werte nach der Justage"},
+                           {"Avant ajustage", "Après ajustage"},
+                           {"Valori prima della regolazione", "Valori dopo la regolazione"},
+                           {"Previous calibration", "Results"},
+                           {"", "As left"}}) {
+    Read(before + "\n" + kTable + "\n" + after + "\n" + kOtherPoints);
+    EXPECT_FALSE(plan_.HasValues()) << before;
+    ASSERT_EQ(plan_.open.size(), 1U) << before;
+    EXPECT_TRUE(Contains(plan_.open[0], "Choose the table.")) << before;
+    EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}})) << before;
+  }
+  EXPECT_EQ(plan_.open[0],
+            "The values can be those of \"Table of line 3\" (line 3) or \"As left\" (line 7). "
+            "Choose the table.");
+  EXPECT_FALSE(choices_.pages[0].canJoinAlternatives);
+}
+
+TEST_F(WrongNumbers, EachAlternativeMayHaveSeveralParts) {
+  const std::string parts = kTable + "\n" + kOtherPoints;
+  Read("As found\n" + parts + "\nAs left\nRange 1\n" + parts);
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0, 1}, {2, 3}}));
+}
+
+TEST_F(WrongNumbers, TheStateMayBeAboveTheTitlesOfMembers) {
+  OpenCapacitors();
+  const std::string tables =
+      "RT521A\nf [kHz];C [pF]\n1;1.0001\n\nRT522A\nf [kHz];C [pF]\n1;1.1001\n";
+  Read("As found\n\n" + tables + "\nAs left\n\n" + tables, "RT520A");
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {2}}));
+  EXPECT_EQ(choices_.pages[1].alternatives, (std::vector<Tables>{{1}, {3}}));
+  EXPECT_EQ(plan_.open,
+            (Texts{"RT521A: The values can be those of \"RT521A, As found\" (line 5) or \"RT521A, "
+                   "As left\" (line 15). Choose the table.",
+                   "RT522A: The values can be those of \"RT522A, As found\" (line 9) or \"RT522A, "
+                   "As left\" (line 19). Choose the table."}));
+}
+
+TEST_F(WrongNumbers, AStateInTheTitleOfOneMemberDoesNotHoldForTheNextTitle) {
+  OpenCapacitors();
+  const std::string rows = "\nf [kHz];C [pF]\n1;1.0001\n\n";
+  Read("RT521A before repair" + rows + "RT521A" + rows, "RT520A");
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+}
+
+/// A DCC with a result for each of these names or refTypes, at other points.
+std::string DccWith(const Texts& results) {
+  std::string text =
+      "<d:digitalCalibrationCertificate xmlns:d=\"https://ptb.de/dcc\" xmlns=\"https://ptb.de/si\">"
+      "<d:measurementResults><d:measurementResult><d:results>";
+  int point = 50;
+  for (const std::string& result : results) {
+    text += result + "<d:data><d:list><d:quantity><real><value>" + std::to_string(point++) +
+            "</value><unit>\\mega\\hertz</unit></real></d:quantity><d:quantity>"
+            "<d:name><d:content>Factor</d:content></d:name><real><value>98</value>"
+            "<unit>\\percent</unit></real></d:quantity></d:list></d:data></d:result>";
+  }
+  return text +
+         "</d:results></d:measurementResult></d:measurementResults>"
+         "</d:digitalCalibrationCertificate>";
+}
+
+TEST_F(WrongNumbers, ADccNamesThemInNamesOrRefTypes) {
+  const auto named = [](const std::string& name) {
+    return "<d:result><d:name><d:content lang=\"de\">" + name + "</d:content></d:name>";
+  };
+  for (const Texts& results : {Texts{named("vor Justierung"), named("nach Justierung")},
+                               Texts{"<d:result refType=\"basic_beforeAdjustment\">",
+                                     "<d:result refType=\"basic_afterAdjustment\">"}}) {
+    Read(DccWith(results));
+    EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}})) << results[0];
+  }
+  EXPECT_EQ(plan_.open,
+            Texts{"The values can be those of \"basic_beforeAdjustment\" (result 1, list 1) or "
+                  "\"basic_afterAdjustment\" (result 2, list 1). Choose the table."});
+  Read(DccWith({named("Kalibrierfaktor"), named("Kalibrierfaktor")}));
+  EXPECT_EQ(choices_.pages[0].tables, (Tables{0, 1}));
+}
+
+TEST_F(WrongNumbers, TheStatusOfADccMeasurementIsItsState) {
+  std::string dcc = DccWith({"<d:result>", "<d:result>"});
+  const std::string between = "</d:result><d:result>";
+  const auto conditions = [](const std::string& status) {
+    return "<d:measurementResult><d:influenceConditions><d:influenceCondition><d:status>" + status +
+           "</d:status></d:influenceCondition></d:influenceConditions>";
+  };
+  dcc.replace(dcc.find(between), between.size(),
+              "</d:result></d:results></d:measurementResult>" + conditions("afterAdjustment") +
+                  "<d:results><d:result>");
+  const std::string first = "<d:measurementResult>";
+  dcc.replace(dcc.find(first), first.size(), conditions("beforeAdjustment"));
+  Read(dcc);
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+}
+
+TEST_F(WrongNumbers, TablesOfTwoChannelsAreAlternativesThatTheUserMayJoin) {
+  Read("Channel A\n" + kTable + "\nChannel B\n" + kOtherPoints);
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+  EXPECT_TRUE(choices_.pages[0].canJoinAlternatives);
+  Read("Channel A\n" + kTable + "\nChannel B\nf [MHz];KF [%]\n50;98.4\n");
+  EXPECT_FALSE(choices_.pages[0].canJoinAlternatives) << "both have the same point";
+}
+
+TEST_F(WrongNumbers, TitlesThatSayMoreThanWhichPartFollowsAreAskedAbout) {
+  Read("Method of substitution\n" + kTable + "\nMethod of comparison\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts.front(),
+            "The tables \"Method of substitution\" (line 3) and \"Method of comparison\" (line 7) "
+            "are taken together, as parts of one table.");
+  Read("Results at 1 mW\n" + kTable + "\nResults at 10 mW\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts.size(), 1U);
+  Read(kTable + "Control measurement\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts.size(), 1U) << "only the later table has a title";
+  Read("Calibration factor\n" + kTable + "\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts, Texts());
+  Read("Table 1: Calibration factor, 50 MHz to 1 GHz\n" + kTable +
+       "\nTable 2: Calibration factor (continued)\n" + kOtherPoints);
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(RowsOf(0), (Texts{"50.00 98.5", "1000.00 97.5"}));
+}
+
+TEST_F(WrongNumbers, AColumnOfTextsThatDividesTheRowsIsAskedAbout) {
+  struct Column {
+    std::string caption;
+    std::string first;
+    std::string second;
+  };
+  for (const auto& [caption, first, second] :
+       std::vector<Column>{{"Channel", "A", "B"},
+                           {"Kanal", "1", "2"},
+                           {"Sensor", "Sensor 1", "Sensor 2"},
+                           {"Polarity", "+", "-"},
+                           {"Level [dBm]", "0", "-10"},
+                           {"Probe", "left", "right"}}) {
+    Read("f [MHz];KF [%];" + caption + "\n50;98.5;" + first + "\n60;98.4;" + first + "\n70;97.5;" +
+         second + "\n");
+    EXPECT_FALSE(plan_.HasValues()) << caption;
+    EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}})) << caption;
+    EXPECT_EQ(certificate_.tables.at(0).RowCount(), 2U) << caption;
+  }
+  EXPECT_EQ(plan_.open,
+            Texts{"The values can be those of \"Table of line 2, Probe left\" (line 2) or \"Table "
+                  "of line 2, Probe right\" (line 4). Choose the table."});
+}
+
+TEST_F(WrongNumbers, AnEmptyCellInSuchAColumnMeansTheTextAboveIt) {
+  Read("Channel;f [MHz];KF [%]\nA;50;98.5\n;60;98.4\nB;70;97.5\n");
+  ASSERT_EQ(certificate_.tables.size(), 2U);
+  EXPECT_EQ(certificate_.tables[0].RowCount(), 2U);
+}
+
+TEST_F(WrongNumbers, AColumnThatSaysWhenARowWasMeasuredDividesEvenTwoRows) {
+  Read("f [MHz];KF [%];Condition\n50;98.5;as found\n60;97.5;as left\n");
+  EXPECT_EQ(choices_.pages[0].alternatives, (std::vector<Tables>{{0}, {1}}));
+  EXPECT_FALSE(choices_.pages[0].canJoinAlternatives);
+}
+
+TEST_F(WrongNumbers, RemarksVerdictsAndUnitsDoNotDivideTheRows) {
+  for (const std::string column :
+       {"Remark;see note;see note;none", "Result;pass;pass;fail", "Judge;Good;Good;NG",
+        "U [%];\u00B10.5;\u00B10.5;\u00B1 0.6", "Day;5.3.2026;5.3.2026;6.3.2026", "Operator;A;A;B",
+        "X;ok;ok;n.i.O.", "Unit;MHz;MHz;GHz", "X;;a;a"}) {
+    const std::size_t second = column.find(';') + 1;
+    const std::size_t third = column.find(';', second) + 1;
+    const std::size_t fourth = column.find(';', third) + 1;
+    Read("f [MHz];KF [%];" + column.substr(0, second - 1) + "\n50;98.5;" +
+         column.substr(second, third - 1 - second) + "\n60;98.4;" +
+         column.substr(third, fourth - 1 - third) + "\n70;97.5;" + column.substr(fourth) + "\n");
+    EXPECT_TRUE(plan_.open.empty()) << column;
+    EXPECT_EQ(RowsOf(0).size(), 3U) << column;
+  }
+}
+
+TEST_F(WrongNumbers, ColumnsOfAnEarlierCalibrationOrAReferenceAreNotTakenByThemselves) {
+  for (const std::string caption :
+       {"Last calibration factor", "Previous cal factor", "Old cal factor", "Reference factor",
+        "Cal factor, min", "Cal factor 2025", "Cal factor of year 2024", "Cal factor (max)",
+        "Cal factor, last", "Letzter Kalibrierfaktor", "Kalibrierfaktor (alt)",
+        "Vorheriger Kalibrierfaktor", "Referenzfaktor, Kalibrierfaktor", "Facteur précédent",
+        "Ancien facteur", "Facteur de référence", "Fattore precedente", "Ultimo fattore",
+        "Fattore di riferimento"}) {
+    Read("f [MHz];" + caption + " [%]\n50;98.5\n");
+    EXPECT_FALSE(plan_.HasValues()) << caption;
+    EXPECT_EQ(plan_.open,
+              Texts{"Calibration factor[%] can be \"" + caption + " [%]\". Choose the column."});
+    for (const std::string& both : {caption + " [%];Cal factor [%]\n50;90;98.5\n",
+                                    "Cal factor [%];" + caption + " [%]\n50;98.5;90\n"}) {
+      Read("f [MHz];" + both);
+      if (both.starts_with("Cal factor [%]")) {
+        EXPECT_EQ(RowsOf(0), Texts{"50.00 98.5"}) << both;
+      }
+      EXPECT_TRUE(plan_.open.empty()) << both;
+    }
+  }
+}
+
+TEST_F(WrongNumbers, ColumnsOfTwoChannelsAreAskedAbout) {
+  Read("f [MHz];KF channel A [%];Channel B [%]\n50;98.5;97.5\n");
+  EXPECT_EQ(plan_.open, Texts{"Calibration factor[%] can be \"KF channel A [%]\" or \"Channel B "
+                              "[%]\". Choose the column."});
+}
+
+TEST_F(WrongNumbers, TheReciprocalOfAFactorIsNotTaken) {
+  Read("f [MHz];1/KF [%]\n50;101\n");
+  EXPECT_FALSE(plan_.HasValues());
+}
+
+TEST_F(WrongNumbers, AFactorWithoutAUnitIsNotAKilofarad) {
+  Read("f [MHz];KF\n50;98.5\n");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"The column \"KF\" has numbers without a unit. They are taken in %, "
+                  "as in the table."});
+}
+
+TEST_F(WrongNumbers, OfTwoColumnsOfPointsOneHasToBeChosenUnlessTheyAreEqual) {
+  Read("Setting;Nominal [dB];f [MHz];Attenuation [dB]\n10;12;50;10.02\n", "PX60G");
+  EXPECT_EQ(plan_.open, Texts{"Setting [dB] can be \"Nominal [dB]\" or \"Setting\". Choose the "
+                              "column."});
+  Read("Setting [dB];Nominal [dB];f [MHz];f [kHz];Attenuation [dB]\n10;10.0;50;50000;10.02\n",
+       "PX60G");
+  EXPECT_EQ(plan_.open, Texts());
+  EXPECT_EQ(RowsOf(0), Texts{"10 5.00E07 10.0200"});
+  Read("Nominal frequency [MHz];Actual frequency [MHz];KF [%]\n50;50.1;98.5\n");
+  EXPECT_FALSE(plan_.open.empty());
+}
+
+TEST_F(WrongNumbers, NegativeAttenuationsAreAskedAbout) {
+  Read("Setting [dB];f [MHz];S21 [dB]\n0;50;-0.02\n1;50;-1.02\n", "PX60G");
+  EXPECT_EQ(plan_.doubts,
+            (Texts{"0 dB, 50 MHz (line 2): -0.02 dB is negative, and the table has attenuations "
+                   "without a sign.",
+                   "1 dB, 50 MHz (line 3): -1.02 dB is negative, and the table has attenuations "
+                   "without a sign."}));
+}
+
+TEST_F(WrongNumbers, ATableTitledForAMemberDoesNotFillThePageOfAnother) {
+  OpenCapacitors();
+  Read("RT521A\nf [kHz];C [pF]\n1;1.05\n", "RT520A");
+  EXPECT_EQ(choices_.pages[0].tables, Tables{0});
+  EXPECT_EQ(choices_.pages[1].tables, Tables());
+  Read("f [kHz];C [pF];S/N;Standard\n1;1.05;M1;RT521A\n", "RT520A");
+  EXPECT_EQ(choices_.pages[1].tables, Tables());
+}
+
+TEST_F(WrongNumbers, ATableInAListOfStandardsIsAskedAbout) {
+  Read("Serial number;A1\n\nReference standards\n" + kTable);
+  EXPECT_EQ(plan_.doubts, Texts{"The table \"Table of line 5\" (line 5) is in a list of the "
+                                "standards that were used."});
+  Read("Standards used\nPower meter;C-77\n\n" + kTable);
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(WrongNumbers, TheSerialNumberOfAStandardIsNotThatOfTheInstrument) {
+  const auto serial = [&](const std::string& lines) {
+    Read(lines + "\n" + kTable);
+    return plan_.header.serialNumber + (plan_.doubts.empty() ? "" : "?");
+  };
+  const std::string list = "Standards used\n\nPower meter;Serial no.;GB1\nSensor;S/N;GB2\n";
+  EXPECT_EQ(serial("Serial number;A1\n" + list), "A1");
+  EXPECT_EQ(serial(list + "\nSerial number;A1\n"), "A1");
+  EXPECT_EQ(serial("Standards used: Power meter;serial no.;GB1\nSerial number;A1\n"), "A1");
+  EXPECT_EQ(serial("Power meter, serial no.: GB1\nSerial number: A1\n"), "A1");
+  EXPECT_EQ(serial("Referenznormal;Seriennummer;GB1\nSeriennummer;A1\n"), "A1");
+  EXPECT_EQ(plan_.notes.front(),
+            "The serial number \"GB1\" (line 1) is not used, because it is that of a standard.");
+  EXPECT_EQ(serial("Serial number of the reference standard;GB1\n"), "GB1?");
+  EXPECT_EQ(plan_.doubts, Texts{"The serial number \"GB1\" (line 1) may be that of a standard that "
+                                "was used."});
+}
+
+TEST_F(WrongNumbers, AnImportSaysWhyItDoesNotReadAForm) {
+  const auto doubts = [&](const std::string& text) {
+    Read(text);
+    return plan_.doubts;
+  };
+  EXPECT_EQ(doubts("f [MHz];KF [%]\n50;\"98.5\n60;97\n").back(),
+            "Line 2 has a quote that is not closed, so that all lines after it are one cell. Close "
+            "the quote in the file, or remove it.");
+  EXPECT_EQ(doubts("Frequency [MHz];50;60\nKF [%];98;97\n"),
+            Texts{"Line 1 has a quantity with a column for each point, which is not read. Turn the "
+                  "table in a spreadsheet, so that each point has a line, or copy the points and "
+                  "the values as two columns and paste them."});
+  EXPECT_EQ(doubts("Sensor;50 MHz;1 GHz\nKF [%];98;97\n"),
+            Texts{"Line 1 has frequencies as captions, which are not read. Give each frequency and "
+                  "value a line of its own, or copy them as columns and paste them."});
+  EXPECT_EQ(doubts("f [MHz];KF [%];;f [MHz];KF [%]\n50;98;;70;97\n"),
+            Texts{"Line 1 has the captions of several tables side by side. Put the tables below "
+                  "each other in the file, or choose the columns of one of them."});
+  EXPECT_EQ(plan_.open.size(), 2U);
+}
+
+TEST_F(WrongNumbers, DifferentDecimalSignsAreNamedWithTheirLines) {
+  Read("f [MHz];KF [%]\n50;98,5\n60;97.4\n70;96.25\n");
+  EXPECT_EQ(plan_.doubts.back(),
+            "The values have different decimal signs: \"98,5\" (line 2) has a comma, and \"97.4\" "
+            "(line 3) a point. Values with the other sign than most are not read. Write all with "
+            "the same one.");
+}
+
+TEST_F(WrongNumbers, ANumberThatIsTooLargeIsNamedWithItsLine) {
+  Read("f [MHz];KF [%]\n50;98.5\n60;1e400\n");
+  EXPECT_EQ(plan_.doubts, Texts{"60 MHz (line 3): 1E400 % is too large to be calculated with."});
+  EXPECT_EQ(RowsOf(0), Texts{"50.00 98.5"});
+}
+
+TEST_F(WrongNumbers, VerticalBarsSeparateCells) {
+  Read("Serial number|A1\nf [MHz]|KF [%]\n50|98,5\n60|97,5\n");
+  EXPECT_EQ(RowsOf(0), (Texts{"50.00 98.5", "60.00 97.5"}));
+  EXPECT_EQ(certificate_.kind, "Text, UTF-8, separated by \"|\"");
+}
+
+TEST_F(WrongNumbers, ADccOfAnotherVersionIsAskedAbout) {
+  const auto doubts = [&](const std::string& version) {
+    Read("<digitalCalibrationCertificate xmlns=\"https://ptb.de/dcc\" schemaVersion=\"" + version +
+         "\"/>");
+    return plan_.doubts;
+  };
+  for (const std::string version : {"2.4.0", "3.0.0", "3.3.0", "2.10"}) {
+    EXPECT_EQ(doubts(version), Texts()) << version;
+  }
+  EXPECT_EQ(doubts("2.3.0").size(), 1U);
+  EXPECT_EQ(doubts("4.0.0"),
+            Texts{"The certificate is a DCC of version \"4.0.0\", and the program knows the "
+                  "versions 2.4 to 3.x. Another version may mean other things by the same names."});
+}
+
+TEST_F(WrongNumbers, ADecimalCommaInADccIsNamed) {
+  std::string dcc = DccWith({"<d:result>"});
+  dcc.replace(dcc.find(">98<") + 1, 2, "98,5");
+  Read(dcc);
+  EXPECT_TRUE(Contains(certificate_.notes.at(0),
+                       "is not used, because its value 1, \"98,5\", has a decimal comma, which a "
+                       "DCC never has."));
+}
+
+TEST_F(WrongNumbers, EachSentenceIsSaidOnce) {
+  OpenCapacitors();
+  Read("RT521A\nf [kHz];C [pF]\n1;1.0001\n1;1.0002\n1;1.0003\n", "RT520A");
+  EXPECT_EQ(plan_.doubts,
+            Texts{"RT521A: 1 kHz is in the certificate twice. The first one is used."});
+}
+
+TEST_F(WrongNumbers, BlanksInTitlesAndCaptionsAreShownOnce) {
+  Read("After  the\tadjustment\nf  [MHz];KF [%]\n50;98.5\n\nx;y;z\n1;2;3\n");
+  EXPECT_EQ(TitleOf(certificate_.tables.at(0), "en"), "After the adjustment");
+  EXPECT_EQ(SourceName(certificate_.tables.at(0), {0, false}, "en"), "f [MHz]");
+}
+
+}  // namespace tarvell::test
