@@ -146,6 +146,11 @@ std::filesystem::path RootFolder() {
   return L"\\";
 }
 
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  // The library would take a share for a folder of the current drive.
+  return windows::PlainPath(windows::LongPath(path));
+}
+
 bool HasSystemDialogs() {
   return true;
 }

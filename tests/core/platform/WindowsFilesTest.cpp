@@ -21,7 +21,9 @@
 #include "core/files/ReadFile.h"
 #include "core/files/SaveFile.h"
 #include "core/platform/Error.h"
+#include "core/platform/SystemName.h"
 #include "core/platform/WindowsHandle.h"
+#include "core/survey/ExportFile.h"
 #include "support/ErrorOf.h"
 #include "support/TestTree.h"
 
@@ -135,8 +137,9 @@ TEST_F(SaveOnWindows, SaysThatAReadOnlyFileIsReadOnly) {
 }
 
 TEST_F(SaveOnWindows, KeepsTheAccessRulesOfAFile) {
-  // Only for its owner and for all users to read, and nothing from the folder.
-  const std::wstring rules = L"D:P(A;;FA;;;BA)(A;;FR;;;WD)";
+  // Everybody may do everything, unlike in other files of the folder.
+  const std::wstring ofFolder = Rules();
+  const std::wstring rules = ofFolder.substr(0, ofFolder.rfind('(')) + L"(A;;FA;;;WD)";
   PSECURITY_DESCRIPTOR given = nullptr;
   ASSERT_NE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(rules.c_str(), SDDL_REVISION_1,
                                                                    &given, nullptr),
@@ -144,6 +147,7 @@ TEST_F(SaveOnWindows, KeepsTheAccessRulesOfAFile) {
   ASSERT_NE(::SetFileSecurityW(File().c_str(), DACL_SECURITY_INFORMATION, given), 0);
   ::LocalFree(given);
   const std::wstring before = Rules();
+  EXPECT_NE(before, ofFolder);
   SaveFile(kFile, "new");
   EXPECT_EQ(Rules(), before);
   EXPECT_EQ(tree_.Read(kFile), "new");
@@ -237,7 +241,7 @@ TEST_F(OnRealDrives, WhatIsDeletedIsInTheRecycleBin) {
   test::WriteNative(tree_.Root() / ("file-" + unique), "x");
   MakeFolder(Path("folder-" + unique));
   test::WriteNative(tree_.Root() / ("folder-" + unique) / "SN1", "x");
-  for (const std::string name : {"file-" + unique, "folder-" + unique}) {
+  for (const std::string& name : {"file-" + unique, "folder-" + unique}) {
     Recycle(Path(name));
     EXPECT_FALSE(std::filesystem::exists(tree_.Root() / name));
     const std::vector<std::wstring> names = NamesInRecycleBin();
@@ -246,14 +250,44 @@ TEST_F(OnRealDrives, WhatIsDeletedIsInTheRecycleBin) {
   EXPECT_EQ(ErrorOf([&] { Recycle(Path("file-" + unique)); }).Kind(), ErrorKind::NotFound);
 }
 
+TEST_F(OnRealDrives, AFileThatTheRecycleBinDoesNotTakeIsDeleted) {
+  const std::string first = Path(std::string(60, 'a'));
+  std::string folder = first;
+  for (const char letter : {'b', 'c', 'd', 'e', 'f'}) {
+    MakeFolder(folder);
+    folder += "\\" + std::string(60, letter);
+  }
+  MakeFolder(folder);
+  SaveFile(folder + "\\SN1", "x");
+  Recycle(folder);
+  EXPECT_FALSE(FolderExists(folder));
+  // The test's own folder cannot be deleted while it has such paths.
+  folder.resize(folder.rfind('\\'));
+  for (; folder != first; folder.resize(folder.rfind('\\'))) {
+    EXPECT_NE(::RemoveDirectoryW(windows::LongPath(NativePath(folder)).c_str()), 0) << folder;
+  }
+}
+
+TEST_F(OnRealDrives, NoExportGoesIntoAShareThatStationsRead) {
+  for (const std::string tree : {R"(\\server\share\calfactors)", R"(\\server\share\calfactors\)"}) {
+    const std::vector<std::string> trees{tree};
+    for (const char* target : {R"(\\SERVER\share\calfactors\PX12A\all.csv)",
+                               R"(\\server\share\x\..\calfactors\PX12A\SN1)"}) {
+      EXPECT_EQ(ErrorOf([&] { SaveExport(SystemName(target), "x", trees); }).Kind(),
+                ErrorKind::Name)
+          << target;
+    }
+  }
+}
+
 TEST(ShellError, HasThePlainMessageOfEachNumberOfTheShell) {
   const auto text = [](int result) {
     return SystemError(windows::ShellError(result), "delete it", "").Text();
   };
   const std::string refused = "Cannot delete it: you have no permission to do so.";
-  EXPECT_TRUE(text(0x78).starts_with(refused)) << text(0x78);
-  EXPECT_TRUE(text(0x10078).starts_with(refused)) << text(0x10078);
-  EXPECT_TRUE(text(ERROR_ACCESS_DENIED).starts_with(refused)) << text(ERROR_ACCESS_DENIED);
+  for (const int number : {0x78, 0x10078, static_cast<int>(ERROR_ACCESS_DENIED)}) {
+    EXPECT_TRUE(text(number).starts_with(refused)) << text(number);
+  }
   EXPECT_EQ(text(0x75), "Cannot delete it: it was cancelled. To do it after all, try again.");
   EXPECT_TRUE(
       text(0x7C).starts_with("Cannot delete it: it, or the folder it belongs in, does not"));
