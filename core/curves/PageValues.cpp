@@ -10,6 +10,7 @@
 #include "core/caldata/Uncertainty.h"
 #include "core/curves/CellNumber.h"
 #include "core/numbers/DecimalDifference.h"
+#include "core/numbers/DecimalText.h"
 
 namespace tarvell {
 
@@ -26,7 +27,7 @@ std::optional<PageValue> ValueOf(const std::string& text) {
   }
   const bool isPpm = number->unit == kPpm;
   const double divisor = isPpm ? kPpmInPercent : 1;
-  return PageValue{number->value / divisor, std::pow(10.0, -DecimalsOf(number->text)) / divisor,
+  return PageValue{number->value / divisor, PowerOfTen(-DecimalsOf(number->text)) / divisor,
                    std::string(isPpm ? kPercent : number->unit)};
 }
 

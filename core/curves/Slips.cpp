@@ -18,6 +18,7 @@
 #include "core/curves/PageValues.h"
 #include "core/curves/Shift.h"
 #include "core/curves/StandOut.h"
+#include "core/numbers/DecimalText.h"
 #include "core/numbers/Numbers.h"
 
 namespace tarvell {
@@ -34,8 +35,7 @@ std::string Rounded(double value) {
   if (value == 0 || !std::isfinite(value)) {
     return "0";
   }
-  const double place = std::floor(std::log10(std::abs(value))) - (kDigits - 1);
-  const double unit = std::pow(10.0, place);
+  const double unit = PowerOfTen(DecimalText(value).Exponent() - (kDigits - 1));
   return ShortestText(unit > 0 ? RoundedToWhole(value / unit) * unit : value);
 }
 

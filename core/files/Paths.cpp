@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <system_error>
 #include <vector>
 
 #include "core/platform/Error.h"
@@ -137,10 +136,7 @@ std::string PathText(const std::filesystem::path& native) {
 }
 
 std::string FullPathText(std::string_view path) {
-  const std::filesystem::path native = NativePath(path);
-  std::error_code code;
-  const std::filesystem::path whole = std::filesystem::absolute(native, code);
-  return PathText(code ? native : whole.lexically_normal());
+  return PathText(WholePath(NativePath(path)));
 }
 
 void CheckNamesNoShare(std::string_view path) {

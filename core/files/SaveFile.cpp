@@ -142,8 +142,8 @@ std::error_code SaveNativeFile(const std::filesystem::path& native, std::string_
   }
   if (!code) {
     code = platform.Replace(temporary, target);
-    // A sticky directory: users may replace only their own files.
-    refused = code == std::errc::operation_not_permitted;
+    // A folder in which users may replace only their own files, or none.
+    refused = ForbidsReplacement(code);
   }
   if (!code) {
     return platform.SyncFolder(folder);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <string>
 
 #include "core/platform/Error.h"
 
@@ -59,6 +60,13 @@ void DecimalText::RoundAt(int lastPlace) {
     digits_[0] = '1';
     ++exponent_;
   }
+}
+
+double PowerOfTen(int exponent) {
+  const std::string text = "1e" + std::to_string(exponent);
+  double power = 0;
+  std::from_chars(text.data(), text.data() + text.size(), power);
+  return power;
 }
 
 }  // namespace tarvell

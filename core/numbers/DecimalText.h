@@ -35,6 +35,10 @@ class DecimalText {
   std::array<char, kDigits> digits_{};
 };
 
+/// The number nearest to 10 to the power of `exponent`; 0 for one that is too large or too small.
+/// The power function of the library is not the same on each system.
+[[nodiscard]] double PowerOfTen(int exponent);
+
 }  // namespace tarvell
 
 #endif

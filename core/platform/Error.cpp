@@ -38,7 +38,7 @@ constexpr std::string_view kRefused =
 constexpr std::string_view kDevice =
     "it is a device or a pipe, not a file. Rename or remove it, then try again.";
 
-constexpr std::array<Explanation, 15> kExplanations = {{
+constexpr std::array<Explanation, 16> kExplanations = {{
     {std::errc::not_a_directory, ErrorKind::NotFound,
      "where a folder is expected, there is something else. Check the folder, then try again."},
     {std::errc::no_such_file_or_directory, ErrorKind::NotFound,
@@ -47,7 +47,7 @@ constexpr std::array<Explanation, 15> kExplanations = {{
     {std::errc::permission_denied, ErrorKind::NoPermission, kRefused},
     {std::errc::operation_not_permitted, ErrorKind::NoPermission, kRefused},
     {std::errc::read_only_file_system, ErrorKind::NoPermission,
-     "the disk is read-only. Make it writable, then try again."},
+     "it, or its disk, is read-only. Make it writable, then try again."},
     {std::errc::file_exists, ErrorKind::Name,
      "there already is one with this name, perhaps in different upper and lower case. Choose "
      "another "
@@ -68,6 +68,8 @@ constexpr std::array<Explanation, 15> kExplanations = {{
      "a link on the way to it leads to itself. Remove that link, then try again."},
     {std::errc::device_or_resource_busy, ErrorKind::System,
      "another program has it open. Close it there, then try again."},
+    {std::errc::operation_canceled, ErrorKind::System,
+     "it was cancelled. To do it after all, try again."},
     {std::errc::filename_too_long, ErrorKind::Name, "its name is too long. Choose a shorter one."},
 }};
 

@@ -95,6 +95,12 @@ std::filesystem::path RootFolder() {
   return "/";
 }
 
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  std::error_code code;
+  const std::filesystem::path whole = std::filesystem::absolute(path, code);
+  return (code ? path : whole).lexically_normal();
+}
+
 bool HasSystemDialogs() {
   return false;
 }

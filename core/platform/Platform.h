@@ -231,6 +231,10 @@ class Platform {
 /// The folder in which a path that starts with a separator begins.
 [[nodiscard]] std::filesystem::path RootFolder();
 
+/// The path from its root on, without "." and "..". Links are left as they are, and nothing needs
+/// to be there.
+[[nodiscard]] std::filesystem::path WholePath(const std::filesystem::path& path);
+
 /// The operating system itself.
 [[nodiscard]] Platform& SystemPlatform();
 

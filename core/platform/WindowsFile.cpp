@@ -170,7 +170,7 @@ std::unique_ptr<OutputFile> NewOutputFile(HANDLE handle, std::filesystem::path p
 std::error_code MayWrite(const std::filesystem::path& path) {
   const DWORD attributes = ::GetFileAttributesW(LongPath(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0
-             ? std::make_error_code(std::errc::permission_denied)
+             ? std::make_error_code(std::errc::read_only_file_system)
              : std::error_code();
 }
 

@@ -66,6 +66,32 @@ std::error_code ErrorOf(DWORD result) {
              : std::make_error_code(known->meaning);
 }
 
+std::error_code ShellError(int result) {
+  switch (result) {
+    case 0x75:  // the user has refused
+      return std::make_error_code(std::errc::operation_canceled);
+    case 0x78:
+    case 0x10078:
+      return std::make_error_code(std::errc::permission_denied);
+    case 0x79:
+    case 0x81:
+      return std::make_error_code(std::errc::filename_too_long);
+    case 0x7C:
+    case 0x402:
+      return std::make_error_code(std::errc::no_such_file_or_directory);
+    case 0x86:
+    case 0x87:
+    case 0x88:
+      return std::make_error_code(std::errc::read_only_file_system);
+    default:
+      break;
+  }
+  constexpr int kFirstOwn = 0x71;
+  constexpr int kLastOwn = 0xB7;
+  const bool isOwn = (result >= kFirstOwn && result <= kLastOwn) || result >= 0x10000;
+  return isOwn ? std::make_error_code(std::errc::io_error) : ErrorOf(static_cast<DWORD>(result));
+}
+
 std::error_code LastError() {
   return ErrorOf(::GetLastError());
 }

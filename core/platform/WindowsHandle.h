@@ -39,6 +39,9 @@ class Handle {
 
 /// A result of Windows as one that is the same on every system, if there is one.
 [[nodiscard]] std::error_code ErrorOf(DWORD result);
+/// The same of the shell's operation on files, which has numbers of its own: other functions of
+/// Windows use them for something else.
+[[nodiscard]] std::error_code ShellError(int result);
 [[nodiscard]] std::error_code LastError();
 /// LastError() unless the call succeeded.
 [[nodiscard]] std::error_code ResultOf(BOOL succeeded);

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <random>
-#include <shellapi.h>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,7 +18,6 @@
 
 namespace tarvell {
 
-using windows::ErrorOf;
 using windows::Handle;
 using windows::kShareAll;
 using windows::LastError;
@@ -114,6 +112,23 @@ std::string RandomName() {
   return name;
 }
 
+/// Whether the user may rename and delete the new file at `path`. In a folder where users may add
+/// files, but not delete any, it would stay.
+std::error_code MayBeMoved(const std::filesystem::path& path) {
+  const Handle handle(Open(path, DELETE, OPEN_EXISTING));
+  const std::error_code code = ResultOf(handle.IsOpen() ? 1 : 0);
+  // A virus scanner that looks at the file lets go of it again.
+  return code == std::errc::device_or_resource_busy ? std::error_code() : code;
+}
+
+/// Deletes a file whose creator has it open, with the rights that only the creator has.
+void DeleteOnClose(const Handle& file) {
+  FILE_DISPOSITION_INFO disposition{};
+  disposition.DeleteFile = TRUE;
+  ::SetFileInformationByHandle(file.Get(), FileDispositionInfo, &disposition,
+                               static_cast<DWORD>(sizeof(disposition)));
+}
+
 /// Where a link leads to, "" if there is nothing.
 std::filesystem::path FinalPath(const Handle& entry) {
   const DWORD size = ::GetFinalPathNameByHandleW(entry.Get(), nullptr, 0, FILE_NAME_NORMALIZED);
@@ -147,10 +162,15 @@ std::error_code WindowsPlatform::CreateTemporary(const std::filesystem::path& fo
   for (int i = 0; i < kTries && code == std::errc::file_exists; ++i) {
     path = folder /
            SystemName(std::string(kTemporaryPrefix) + RandomName() + std::string(kTemporarySuffix));
-    Handle handle(Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW));
+    Handle handle(Open(path, GENERIC_READ | GENERIC_WRITE | DELETE, CREATE_NEW));
     code = ResultOf(handle.IsOpen() ? 1 : 0);
     if (!code) {
-      file = windows::NewOutputFile(handle.Release(), path);
+      code = MayBeMoved(path);
+      if (code) {
+        DeleteOnClose(handle);
+      } else {
+        file = windows::NewOutputFile(handle.Release(), path);
+      }
     }
   }
   return code;
@@ -356,43 +376,6 @@ std::error_code WindowsPlatform::Search(const std::filesystem::path& folder, Sea
     }
   } while (::FindNextFileW(search, &entry) != 0);
   return ::GetLastError() == ERROR_NO_MORE_FILES ? std::error_code() : LastError();
-}
-
-std::error_code WindowsPlatform::Recycle(const std::filesystem::path& path) {
-  EntryFacts facts;
-  if (const std::error_code code = Facts(path, facts)) {
-    return code;
-  }
-  if (facts.isLink) {
-    return RemoveFile(path);
-  }
-  if (facts.kind == EntryKind::None) {
-    return std::make_error_code(std::errc::no_such_file_or_directory);
-  }
-  std::wstring names = windows::PlainPath(LongPath(path));
-  if (names.size() >= MAX_PATH) {
-    // The recycle bin does not take longer paths.
-    std::error_code code;
-    std::filesystem::remove_all(LongPath(path), code);
-    return code;
-  }
-  names += L'\0';  // the end of the list of names
-  SHFILEOPSTRUCTW operation{};
-  operation.wFunc = FO_DELETE;
-  operation.pFrom = names.c_str();
-  operation.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT;
-  const int result = ::SHFileOperationW(&operation);
-  if (result != 0 || operation.fAnyOperationsAborted != 0) {
-    constexpr int kAccessDenied = 0x78;  // a number of this function only
-    return result == kAccessDenied || result == 0
-               ? std::make_error_code(std::errc::permission_denied)
-               : ErrorOf(static_cast<DWORD>(result));
-  }
-  return {};
-}
-
-bool WindowsPlatform::HasRecycleBin() {
-  return true;
 }
 
 }  // namespace tarvell

@@ -54,6 +54,22 @@ std::filesystem::path SettingsOfPrograms() {
   return isKnown ? std::filesystem::path(known) : std::filesystem::path();
 }
 
+/// Makes the console show UTF-8, until the program ends: the console stays for other programs.
+class Utf8Console {
+ public:
+  Utf8Console() : before_(::GetConsoleOutputCP()) { ::SetConsoleOutputCP(CP_UTF8); }
+  Utf8Console(const Utf8Console&) = delete;
+  Utf8Console& operator=(const Utf8Console&) = delete;
+  ~Utf8Console() {
+    if (before_ != 0) {
+      ::SetConsoleOutputCP(before_);
+    }
+  }
+
+ private:
+  UINT before_;  // 0 without a console
+};
+
 }  // namespace
 
 std::filesystem::path WindowsPlatform::ProgramFolder() {
@@ -74,8 +90,8 @@ std::filesystem::path WindowsPlatform::UserFolder() {
 }
 
 std::string WindowsPlatform::WindowsDirectory() {
-  return Utf8Text(TextFrom(
-      [](wchar_t* buffer, DWORD size) { return ::GetSystemWindowsDirectoryW(buffer, size); }));
+  return Utf8Text(
+      TextFrom([](wchar_t* buffer, DWORD size) { return ::GetWindowsDirectoryW(buffer, size); }));
 }
 
 std::string WindowsPlatform::OwnWindowsDirectory() {
@@ -130,6 +146,11 @@ std::filesystem::path RootFolder() {
   return L"\\";
 }
 
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  // The library would take a share for a folder of the current drive.
+  return windows::PlainPath(windows::LongPath(path));
+}
+
 bool HasSystemDialogs() {
   return true;
 }
@@ -143,7 +164,7 @@ std::vector<std::string> StartInShell(int, char**) {
   // Otherwise a line end would grow by a CR on its way.
   ::_setmode(::_fileno(stdout), _O_BINARY);
   ::_setmode(::_fileno(stderr), _O_BINARY);
-  ::SetConsoleOutputCP(CP_UTF8);
+  static const Utf8Console console;
   // Only here are arguments complete: those of main() are in an older character set.
   int count = 0;
   const std::unique_ptr<wchar_t*, HLOCAL (*)(HLOCAL)> line(

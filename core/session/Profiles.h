@@ -24,8 +24,10 @@ void ReadProfile(std::string& calibrationDir, std::string& stationDir);
 [[nodiscard]] std::string StationDirNotice(std::string_view directory);
 
 /// Writes the whole file with the roots exactly as given. Throws the error of a failed save. Where
-/// the system has another place for users who may not write into the Windows directory, it is used
-/// then; the first time, this returns a notice that says so, otherwise "".
+/// the system has another place for users who may not write into the Windows directory, a root that
+/// such a user has changed since ReadProfile goes into a file there; the first time, this returns a
+/// notice that says so, otherwise "". ReadProfile reads that file for such users after the one that
+/// all users share.
 std::string WriteProfile(const std::string& calibrationDir, const std::string& stationDir);
 
 }  // namespace tarvell

@@ -10,6 +10,7 @@
 #include "core/files/Paths.h"
 #include "core/files/SaveFile.h"
 #include "core/platform/Error.h"
+#include "core/platform/Platform.h"
 #include "core/station/StationFiles.h"
 #include "core/text/Text.h"
 
@@ -33,9 +34,10 @@ bool IsReadByStations(const std::filesystem::path& target, const std::filesystem
 
 void SaveExport(const std::filesystem::path& target, std::string_view bytes,
                 std::span<const std::string> trees) {
-  const std::filesystem::path whole = std::filesystem::absolute(target).lexically_normal();
+  const std::filesystem::path whole = WholePath(target);
   for (const std::string& tree : trees) {
-    if (IsReadByStations(whole, NativePath(tree).lexically_normal())) {
+    const std::filesystem::path folder = WholePath(NativePath(tree));
+    if (IsReadByStations(whole, folder.has_filename() ? folder : folder.parent_path())) {
       throw Error(
           ErrorKind::Name,
           "The folder holds files that stations read, and the new file could replace one of "

@@ -41,42 +41,73 @@ VIAddVersionKey LegalCopyright "the Tarvell authors, GNU General Public License 
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_RUN "$INSTDIR\tarvell.exe"
+; It does not start the program, which would get the rights of the installer.
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
 ; A running program cannot be replaced or removed.
-!macro StopWhileRunning verb
-  IfFileExists "$INSTDIR\tarvell.exe" 0 free_${verb}
+!macro StopWhileRunning program verb
+  IfFileExists "$INSTDIR\${program}.exe" 0 free_${verb}_${program}
   ClearErrors
-  FileOpen $0 "$INSTDIR\tarvell.exe" a
-  IfErrors 0 close_${verb}
-  MessageBox MB_OK|MB_ICONSTOP "${NAME} is running, or you have no permission to change $INSTDIR. Close ${NAME}, then try again." /SD IDOK
+  FileOpen $0 "$INSTDIR\${program}.exe" a
+  IfErrors 0 close_${verb}_${program}
+  MessageBox MB_OK|MB_ICONSTOP "${program}.exe is running, or you have no permission to change $INSTDIR. Close it, then try again." /SD IDOK
   SetErrorLevel 2
   Abort
-  close_${verb}:
+  close_${verb}_${program}:
   FileClose $0
-  free_${verb}:
+  free_${verb}_${program}:
+!macroend
+
+; For all users, rights are needed. Windows' own number for that is the result.
+!macro StopWithoutRights
+  UserInfo::GetAccountType
+  Pop $0
+  ${If} $0 != "Admin"
+    MessageBox MB_OK|MB_ICONSTOP "Only an administrator can install or remove ${NAME} for all users." /SD IDOK
+    SetErrorLevel 740
+    Quit
+  ${EndIf}
 !macroend
 
 Function .onInit
   SetRegView 64
+  ${GetParameters} $1
+  ClearErrors
+  ${GetOptions} $1 "/AllUsers" $2
+  ${IfNot} ${Errors}
+    !insertmacro StopWithoutRights
+  ${EndIf}
   !insertmacro MULTIUSER_INIT
 FunctionEnd
 
+; There may be two: one for all users and one for this user. What is removed is the one that this
+; uninstaller is in.
 Function un.onInit
   SetRegView 64
+  StrCpy $3 $INSTDIR
+  ReadRegStr $4 HKLM "${UNINSTALL_KEY}" InstallLocation
+  ${If} $3 == $4
+    !insertmacro StopWithoutRights
+  ${EndIf}
   !insertmacro MULTIUSER_UNINIT
+  ${If} $3 == $4
+    Call un.MultiUser.InstallMode.AllUsers
+  ${Else}
+    Call un.MultiUser.InstallMode.CurrentUser
+  ${EndIf}
+  StrCpy $INSTDIR $3
 FunctionEnd
 
 Section "Install"
-  !insertmacro StopWhileRunning install
+  !insertmacro StopWhileRunning tarvell install
+  !insertmacro StopWhileRunning tarvell-cli install
   ; Nothing of an earlier version stays: its own uninstaller knows what it has installed. With _?= it
   ; runs where it is, so that this waits for its end.
   IfFileExists "$INSTDIR\uninstall.exe" 0 +2
-    ExecWait '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode /S _?=$INSTDIR'
+    ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
   SetOutPath "$INSTDIR"
   File /r "${PROGRAM}\*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
@@ -88,8 +119,8 @@ Section "Install"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\tarvell.exe"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" Publisher "the Tarvell authors"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode'
-  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode /S'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\uninstall.exe"'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\uninstall.exe" /S'
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoModify 1
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoRepair 1
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
@@ -98,7 +129,8 @@ SectionEnd
 
 ; The data, the settings and the history are not in the program's folder, and stay.
 Section "Uninstall"
-  !insertmacro StopWhileRunning remove
+  !insertmacro StopWhileRunning tarvell remove
+  !insertmacro StopWhileRunning tarvell-cli remove
   !include "${REMOVAL}"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"

@@ -11,7 +11,8 @@ use_windows() {
   local variable home=$PWD/build/windows/$1
   stop_windows
   rm -rf "$home"
-  mkdir -p "$home"
+  # The folder in which Wine keeps the recycle bin.
+  mkdir -p "$home/.local/share"
   # No window asks to install anything more, and nothing of the user's own home is used.
   export HOME=$home WINEPREFIX=$home/wine WINEARCH=win64 WINEDEBUG=-all LC_ALL=C.UTF-8
   export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="

@@ -304,9 +304,11 @@ TEST_F(SaveFileFaults, OverwritesInPlaceWhatTheFolderDoesNotLetReplace) {
                                 std::errc::operation_not_permitted}) {
     ExpectWrittenInPlace(Step::Create, fault);
   }
-  // A group that cannot be kept, and a folder in which users may replace only their own files.
+  // A group that cannot be kept, and a folder in which users may replace only their own files, or
+  // none.
   ExpectWrittenInPlace(Step::Attributes, std::errc::operation_not_permitted);
   ExpectWrittenInPlace(Step::Replace, std::errc::operation_not_permitted);
+  ExpectWrittenInPlace(Step::Replace, std::errc::permission_denied);
 }
 
 TEST_F(SaveFileFaults, TheNewFileIsThereWhenOnlyTheSyncOfItsFolderFails) {

@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/numbers/DecimalText.h"
 #include "core/numbers/NumberPattern.h"
 #include "core/numbers/Numbers.h"
 #include "support/ErrorOf.h"
@@ -189,6 +190,17 @@ TEST(ShortestText, IsAPlainDecimalOfAtMostFifteenDigitsElseItHasAnExponent) {
     EXPECT_EQ(ErrorOf([&] { (void)ShortestText(value); }).Kind(), ErrorKind::Type);
     EXPECT_EQ(ErrorOf([&] { (void)NumberPattern("##0.0").Format(value); }).Kind(), ErrorKind::Type);
   }
+}
+
+TEST(PowerOfTen, IsTheNearestNumberOnEverySystem) {
+  EXPECT_EQ(PowerOfTen(0), 1.0);
+  EXPECT_EQ(PowerOfTen(3), 1000.0);
+  EXPECT_EQ(PowerOfTen(-1), 0.1);
+  EXPECT_EQ(PowerOfTen(-5), 0.00001);
+  EXPECT_EQ(PowerOfTen(-15), 1e-15);
+  EXPECT_EQ(PowerOfTen(22), 1e22);
+  EXPECT_EQ(PowerOfTen(400), 0.0);
+  EXPECT_EQ(PowerOfTen(-400), 0.0);
 }
 
 TEST(Normalised, IsTheNumberInItsShortestText) {

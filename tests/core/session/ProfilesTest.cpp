@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "core/session/Profiles.h"
@@ -80,41 +82,110 @@ TEST(WriteProfile, WritesElevenLinesToTheWindowsDirectoryWhichItMakes) {
   }
 }
 
-/// A system on which this user may not write into the Windows directory.
+/// A system on which this user may not write into the Windows directory, where an administrator has
+/// written the two roots.
 class OrdinaryWindowsUser : public test::TestPlatform {
  public:
-  OrdinaryWindowsUser() : before_(SetCurrentPlatform(this)) {}
+  OrdinaryWindowsUser() : before_(SetCurrentPlatform(this)) { AdministratorWrites(kOfAll); }
   ~OrdinaryWindowsUser() override { SetCurrentPlatform(before_); }
 
   [[nodiscard]] std::string OwnWindowsDirectory() override { return R"(c:\users\anna\tarvell)"; }
   [[nodiscard]] std::error_code MayChange(const fs::path& folder) override {
-    return mayWrite || folder.filename() != "windows"
-               ? TestPlatform::MayChange(folder)
-               : std::make_error_code(std::errc::permission_denied);
+    return Refuses(folder) ? Refused() : TestPlatform::MayChange(folder);
+  }
+  [[nodiscard]] std::error_code OpenInPlace(const fs::path& path,
+                                            std::unique_ptr<OutputFile>& file) override {
+    return refusesFile && Refuses(path.parent_path()) ? Refused()
+                                                      : TestPlatform::OpenInPlace(path, file);
+  }
+  [[nodiscard]] std::error_code CreateTemporary(const fs::path& folder, fs::path& path,
+                                                std::unique_ptr<OutputFile>& file) override {
+    return Refuses(folder) ? Refused() : TestPlatform::CreateTemporary(folder, path, file);
   }
 
-  bool mayWrite = false;
+  void AdministratorWrites(const Roots& roots) const {
+    tree.Write(kIni, Lines(IniLines(roots.calibration, roots.stations)));
+  }
+
+  inline static const Roots kOfAll{"d:\\all", "d:\\stations"};
+  TestTree tree;
+  bool isAdministrator = false;
+  bool refusesFile = true;
 
  private:
+  [[nodiscard]] bool Refuses(const fs::path& folder) const {
+    return !isAdministrator && folder.filename() == "windows";
+  }
+  static std::error_code Refused() { return std::make_error_code(std::errc::permission_denied); }
+
   Platform* before_;
 };
 
-TEST(WriteProfile, KeepsTheRootsForOneUserWhoMayNotWriteIntoTheWindowsDirectory) {
-  const TestTree tree;
-  const Roots ofAll{"d:\\all", "d:\\stations"};
-  WriteProfile(ofAll.calibration, ofAll.stations);
-  tree.MakeFolders(R"(c:\users\anna)");
+constexpr const char* kOwnIni = R"(c:\users\anna\tarvell\tarvell.ini)";
+
+TEST(WriteProfile, KeepsWhatAnOrdinaryWindowsUserHasChangedForThatUser) {
   OrdinaryWindowsUser user;
-  EXPECT_EQ(ReadRoots(), ofAll);
-  EXPECT_EQ(WriteProfile("d:\\mine", ofAll.stations),
+  user.tree.MakeFolders(R"(c:\users\anna)");
+  ASSERT_EQ(ReadRoots(), user.kOfAll);
+  EXPECT_EQ(WriteProfile("d:\\mine", "d:\\stations"),
             "You have no permission to write into c:\\windows, so the two directories are "
             R"(remembered only for you, in c:\users\anna\tarvell\tarvell.ini.)");
-  EXPECT_EQ(ReadRoots(), (Roots{"d:\\mine", ofAll.stations}));
-  // It is said once, and the user's own file stays in use.
-  user.mayWrite = true;
-  EXPECT_EQ(WriteProfile("d:\\other", ofAll.stations), "");
-  EXPECT_EQ(ReadRoots(), (Roots{"d:\\other", ofAll.stations}));
-  EXPECT_EQ(tree.Read(kIni), Lines(IniLines(ofAll.calibration, ofAll.stations)));
+  // An empty root is the one that all users share.
+  EXPECT_EQ(user.tree.Read(kOwnIni), Lines(IniLines("d:\\mine", "")));
+  EXPECT_EQ(ReadRoots(), (Roots{"d:\\mine", "d:\\stations"}));
+  // It is said once.
+  EXPECT_EQ(WriteProfile("d:\\other", "d:\\stations"), "");
+  EXPECT_EQ(ReadRoots(), (Roots{"d:\\other", "d:\\stations"}));
+  EXPECT_EQ(user.tree.Read(kIni), Lines(IniLines("d:\\all", "d:\\stations")));
+}
+
+TEST(WriteProfile, LetsAnOrdinaryWindowsUserFollowEveryRootThatTheUserHasNotChanged) {
+  OrdinaryWindowsUser user;
+  user.tree.MakeFolders(R"(c:\users\anna)");
+  ASSERT_EQ(ReadRoots(), user.kOfAll);
+  // The administrator changes both while the user's program runs.
+  user.AdministratorWrites({"e:\\new", "e:\\stations"});
+  EXPECT_EQ(WriteProfile("d:\\all", "d:\\stations"), "");
+  EXPECT_FALSE(user.tree.Exists(kOwnIni));
+  EXPECT_EQ(ReadRoots(), (Roots{"e:\\new", "e:\\stations"}));
+
+  WriteProfile("d:\\mine", "e:\\stations");
+  user.AdministratorWrites({"f:\\newer", "f:\\stations"});
+  EXPECT_EQ(ReadRoots(), (Roots{"d:\\mine", "f:\\stations"}));
+  WriteProfile("d:\\mine", "f:\\stations");
+  EXPECT_EQ(user.tree.Read(kOwnIni), Lines(IniLines("d:\\mine", "")));
+  // Who goes back to the shared root follows it again.
+  WriteProfile("f:\\newer", "f:\\stations");
+  user.AdministratorWrites({"g:\\newest", "f:\\stations"});
+  EXPECT_EQ(ReadRoots(), (Roots{"g:\\newest", "f:\\stations"}));
+}
+
+TEST(WriteProfile, WritesForAllUsersWhereAWindowsUserMay) {
+  OrdinaryWindowsUser user;
+  user.tree.MakeFolders(R"(c:\users\anna)");
+  ASSERT_EQ(ReadRoots(), user.kOfAll);
+  WriteProfile("d:\\mine", "d:\\stations");
+  user.isAdministrator = true;
+  EXPECT_EQ(ReadRoots(), user.kOfAll);
+  EXPECT_EQ(WriteProfile("e:\\new", "d:\\stations"), "");
+  EXPECT_EQ(user.tree.Read(kIni), Lines(IniLines("e:\\new", "d:\\stations")));
+  EXPECT_EQ(ReadRoots(), (Roots{"e:\\new", "d:\\stations"}));
+  // One file for all in a folder that takes no other.
+  user.isAdministrator = false;
+  user.refusesFile = false;
+  EXPECT_EQ(WriteProfile("f:\\newer", "d:\\stations"), "");
+  EXPECT_EQ(user.tree.Read(kIni), Lines(IniLines("f:\\newer", "d:\\stations")));
+}
+
+TEST(WriteProfile, MakesNoFileForAWindowsUserWhoHasChangedNothing) {
+  OrdinaryWindowsUser user;
+  user.tree.MakeFolders(R"(c:\users\anna)");
+  fs::remove(user.tree.Native(kIni));
+  ASSERT_EQ(ReadRoots(), kDefaults);
+  EXPECT_EQ(WriteProfile("c:\\calfactors", "c:\\stations"), "");
+  EXPECT_FALSE(user.tree.Exists(kOwnIni));
+  EXPECT_NE(WriteProfile("c:\\calfactors", "d:\\mine"), "");
+  EXPECT_EQ(ReadRoots(), (Roots{"c:\\calfactors", "d:\\mine"}));
 }
 
 TEST(ReadProfile, ReadsWhatWasWritten) {
