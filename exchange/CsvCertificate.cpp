@@ -214,7 +214,7 @@ class CsvReader {
   std::size_t cells_ = 0;            ///< of all tables
 };
 
-std::string NameOf(char separator) {
+std::string SeparatorName(char separator) {
   switch (separator) {
     case '\t':
       return "tabs";
@@ -243,7 +243,7 @@ Certificate CsvCertificate(std::string_view bytes, const ReadingChoices& choices
   const char separator = SeparatorOf(decoded.text);
   Certificate certificate = CsvReader(decoded.text, separator, choices).Read();
   certificate.kind =
-      "Text, " + std::string(decoded.encoding) + ", separated by " + NameOf(separator);
+      "Text, " + std::string(decoded.encoding) + ", separated by " + SeparatorName(separator);
   return certificate;
 }
 

@@ -11,6 +11,7 @@
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
 #include "exchange/CsvLines.h"
+#include "exchange/ModelColumns.h"
 #include "exchange/TableParts.h"
 
 namespace tarvell {
@@ -50,6 +51,15 @@ std::string_view StateCellOf(const DelimitedLine& line) {
 
 bool IsComment(std::string_view key) {
   return KeyFieldOf(key) == KeyField::Comment;
+}
+
+/// Whether a value after such a key can be the number of this certificate. After "Calibration
+/// certificate" there may be a page or the name of the laboratory.
+bool MayBeNumber(std::string_view key, std::string_view value) {
+  const std::string folded = Folded(key);
+  const bool hasDigit = value.find_first_of("0123456789") != std::string_view::npos;
+  return !NamesEarlier(folded) &&
+         (NamesNumber(folded) || (hasDigit && KeyFieldOf(value) != KeyField::Page));
 }
 
 }  // namespace
@@ -101,7 +111,8 @@ bool CsvHeader::IsOfStandards(const DelimitedLine& line) {
   // A heading with a standard of its own may be followed by the keys of the instrument.
   isInStandards_ = isInStandards_ && (!isStandardInHeading_ || !KeyFieldOf(line.Cell(0)));
   standardLines_ += isInStandards_ ? 1 : 0;
-  return isInStandards_;
+  return isInStandards_ || (line.Width() > 1 && !KeyFieldOf(line.Cell(0)) &&
+                            NamesMeasuringDevice(Folded(line.Cell(0))));
 }
 
 void CsvHeader::KeepStandard(const DelimitedLine& line) {
@@ -181,6 +192,7 @@ std::size_t CsvHeader::ItemOf(const InstrumentRows& instrument, const DelimitedL
 void CsvHeader::Finish() {
   DropTitle();
   FinishStandards();
+  FinishNumbers();
   dates_.Store(certificate_);
   std::ranges::move(unused_.Sentences(), std::back_inserter(certificate_.notes));
 }
@@ -233,7 +245,7 @@ bool CsvHeader::Take(const DelimitedLine& line, std::string_view key, std::strin
   // "Page 1/3" is a page of paper.
   const bool isPaper =
       field == KeyField::Page && !value.empty() && value.front() >= '0' && value.front() <= '9';
-  if (!field || isPaper) {
+  if (!field || isPaper || (field == KeyField::CalibrationNumber && !MayBeNumber(key, value))) {
     return false;
   }
   TakeField(*field, line, key, value);
@@ -258,11 +270,12 @@ void CsvHeader::TakeField(KeyField field, const DelimitedLine& line, std::string
       break;
     }
     case KeyField::CalibrationNumber:
-      Keep(value, line, header.calibrationNumber);
+      (NamesNumber(Folded(key)) ? numbers_ : likelyNumbers_)
+          .push_back({std::string(value), WhereOf(line)});
       break;
     case KeyField::CalDate:
     case KeyField::DueDate:
-      TakeDate(field == KeyField::CalDate, value, WhereOf(line));
+      TakeDate(field, line, key, value);
       break;
     case KeyField::Comment:
       Keep(value, line, header.comment);
@@ -304,15 +317,36 @@ void CsvHeader::TakeFormat(std::string_view value) {
   }
 }
 
-void CsvHeader::TakeDate(bool isCalDate, std::string_view value, const std::string& where) {
+void CsvHeader::TakeDate(KeyField field, const DelimitedLine& line, std::string_view key,
+                         std::string_view value) {
+  const bool isCalDate = field == KeyField::CalDate;
+  const std::string where = WhereOf(line);
   const std::optional<FileDate> exported =
       certificate_.isExport ? ExportedDate(value) : std::nullopt;
   if (!exported) {
-    dates_.Add(isCalDate, value, where);
+    dates_.Add(isCalDate, value, where, NamesEarlier(Folded(key)));
     return;
   }
   CertificateHeader& header = certificate_.header;
   (isCalDate ? header.calDate : header.dueDate) = FoundDate{*exported, where};
+}
+
+void CsvHeader::FinishNumbers() {
+  const bool isNamed = !numbers_.empty();
+  numbers_.insert(numbers_.end(), likelyNumbers_.begin(), likelyNumbers_.end());
+  std::optional<FoundText>& target = certificate_.header.calibrationNumber;
+  for (const FoundText& number : numbers_) {
+    if (!target) {
+      target = number;
+    } else if (number.text != target->text) {
+      const bool isLikely = std::ranges::any_of(
+          likelyNumbers_, [&](const FoundText& likely) { return likely.where == number.where; });
+      (isNamed && isLikely ? certificate_.notes : certificate_.doubts)
+          .push_back("There are two certificate numbers: " + Quoted(target->text) + " (" +
+                     target->where + "), which is used, and " + Quoted(number.text) + " (" +
+                     number.where + ").");
+    }
+  }
 }
 
 CsvHeader::FoundItem CsvHeader::ItemWith(std::string CertificateItem::*field,

@@ -65,7 +65,10 @@ class CsvHeader {
   void TakeField(KeyField field, const DelimitedLine& line, std::string_view key,
                  std::string_view value);
   void TakeFormat(std::string_view value);
-  void TakeDate(bool isCalDate, std::string_view value, const std::string& where);
+  void TakeDate(KeyField field, const DelimitedLine& line, std::string_view key,
+                std::string_view value);
+  /// Takes the first number of a certificate; rather one with a key that says so.
+  void FinishNumbers();
   void Keep(std::string_view value, const DelimitedLine& line, std::optional<FoundText>& target);
 
   struct FoundItem {
@@ -84,12 +87,14 @@ class CsvHeader {
   Certificate& certificate_;
   HeaderDates dates_;
   UnusedLines unused_;
-  TableHead head_;                      ///< of the next table
-  bool isInStandards_ = false;          ///< in a list of the standards that were used
-  bool isStandardInHeading_ = false;    ///< the heading of the list names one itself
-  std::size_t standardLines_ = 0;       ///< of that list
-  std::vector<FoundText> standards_;    ///< serial numbers that are likely those of standards
-  std::optional<DelimitedLine> title_;  ///< which is not known to be used yet
+  TableHead head_;                        ///< of the next table
+  bool isInStandards_ = false;            ///< in a list of the standards that were used
+  bool isStandardInHeading_ = false;      ///< the heading of the list names one itself
+  std::size_t standardLines_ = 0;         ///< of that list
+  std::vector<FoundText> numbers_;        ///< of certificates, with keys that say so
+  std::vector<FoundText> likelyNumbers_;  ///< with a key such as "Certificate"
+  std::vector<FoundText> standards_;      ///< serial numbers that are likely those of standards
+  std::optional<DelimitedLine> title_;    ///< which is not known to be used yet
   // They hold for all tables up to the next such line.
   std::string state_;
   bool isStateOfOneTable_ = false;  ///< whether it is the title of a table, up to the next title

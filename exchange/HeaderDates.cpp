@@ -3,12 +3,18 @@
 
 #include "exchange/HeaderDates.h"
 
+#include <algorithm>
+
 #include "core/text/Text.h"
 
 namespace tarvell {
 
-void HeaderDates::Add(bool isCalDate, std::string_view written, const std::string& where) {
-  dates_.push_back({isCalDate, std::string(written), where});
+void HeaderDates::Add(bool isCalDate, std::string_view written, const std::string& where,
+                      bool isEarlier) {
+  // Those of this calibration come first.
+  const auto place =
+      isEarlier ? dates_.end() : std::ranges::find(dates_, true, &Written::isEarlier);
+  dates_.insert(place, {isCalDate, std::string(written), where, isEarlier});
 }
 
 std::optional<DateOrder> HeaderDates::OnlyOrder() const {
@@ -35,6 +41,15 @@ void HeaderDates::Store(Certificate& certificate) const {
           written.isCalDate ? header.unreadCalDate : header.unreadDueDate;
       unread = unread ? unread : FoundText{written.text, written.where};
       continue;
+    }
+    if (written.isEarlier && target) {
+      certificate.notes.push_back("The date " + Quoted(written.text) + " (" + written.where +
+                                  ") is not used, because it is that of an earlier calibration.");
+      continue;
+    }
+    if (written.isEarlier) {
+      certificate.doubts.push_back("The date " + Quoted(written.text) + " (" + written.where +
+                                   ") may be that of an earlier calibration.");
     }
     const std::optional<FileDate> dayFirst = DateFrom(written.text, DateOrder::DayFirst);
     const std::optional<FileDate> monthFirst = DateFrom(written.text, DateOrder::MonthFirst);

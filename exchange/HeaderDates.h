@@ -19,8 +19,10 @@ class HeaderDates {
  public:
   explicit HeaderDates(std::optional<DateOrder> chosen) : chosen_(chosen) {}
 
-  /// Adds the calibration date, or else the due date.
-  void Add(bool isCalDate, std::string_view written, const std::string& where);
+  /// Adds the calibration date, or else the due date. One of an earlier calibration is used only
+  /// for want of another, with a doubt.
+  void Add(bool isCalDate, std::string_view written, const std::string& where,
+           bool isEarlier = false);
 
   /// Puts the dates into the header, with the texts that are not dates, and a question where the
   /// order is open. The first of two different dates is used, with a doubt.
@@ -31,6 +33,7 @@ class HeaderDates {
     bool isCalDate;
     std::string text;
     std::string where;
+    bool isEarlier;
   };
 
   [[nodiscard]] std::optional<DateOrder> OnlyOrder() const;

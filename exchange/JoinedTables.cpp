@@ -25,14 +25,14 @@ bool AreOfOneKind(const std::vector<WrittenValue>& one, const std::vector<Writte
 }
 
 /// The caption of a column without its unit.
-std::string NameOf(const CertificateColumn& column) {
+std::string ColumnTitle(const CertificateColumn& column) {
   const std::string caption = NameIn(column.caption, "en");
   return Folded(caption.substr(0, caption.find_first_of("[(")));
 }
 
 bool AreAlike(const CertificateColumn& one, const CertificateColumn& other) {
-  const bool isNamedAlike =
-      NameOf(one) == NameOf(other) || (!one.refType.empty() && one.refType == other.refType);
+  const bool isNamedAlike = ColumnTitle(one) == ColumnTitle(other) ||
+                            (!one.refType.empty() && one.refType == other.refType);
   return isNamedAlike &&
          std::ranges::equal(one.series, other.series,
                             [](const Series& first, const Series& second) {

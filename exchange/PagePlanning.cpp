@@ -117,7 +117,7 @@ void PagePlanning::DoubtUnknownUnits() {
     const std::string unit = values_[i] == nullptr ? std::string() : UnknownUnitIn(*values_[i]);
     if (!unit.empty()) {
       plan_.doubts.push_back(
-          Where() + "The unit " + Quoted(unit) + " of the column " + Quoted(NameOf(i)) +
+          Where() + "The unit " + Quoted(unit) + " of the column " + Quoted(ColumnTitle(i)) +
           " is not known. Its numbers are taken as they are, for " + columns_[i].caption + ".");
     }
   }
@@ -135,7 +135,7 @@ void PagePlanning::DoubtMissingUnits() {
       continue;
     }
     plan_.doubts.push_back(
-        Where() + "The column " + Quoted(NameOf(i)) +
+        Where() + "The column " + Quoted(ColumnTitle(i)) +
         (MayBeRatios(i)
              ? " names no unit, and all its numbers are below 2, as ratios are. They would be "
                "taken as per cent. For ratios, multiply them by 100 first, or add the unit to the "
@@ -178,7 +178,7 @@ void PagePlanning::DoubtRepeatedValues() {
     const std::optional<ColumnSource>& from = source_.match.at(i);
     if (columns_[i].role == ColumnRole::Value && from &&
         source_.table.columns.at(from->column).isRepeated) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has one value in the certificate. It is taken for all " +
                              std::to_string(source_.table.RowCount()) + " rows.");
     }
@@ -190,7 +190,7 @@ void PagePlanning::DoubtStandardUncertainties() {
     const std::optional<ColumnSource>& from = source_.match.at(i);
     if (columns_[i].IsUncertainty() && from && !from->isUncertainty &&
         NamesStandard(FoldedNames(source_.table.columns.at(from->column)))) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has standard uncertainties, and the table has expanded ones. They "
                              "are taken as they are.");
     }
@@ -198,8 +198,8 @@ void PagePlanning::DoubtStandardUncertainties() {
 }
 
 void PagePlanning::DoubtCoverageFactors() {
-  constexpr double kLeast = 1.6;
-  constexpr double kMost = 2.6;
+  constexpr double kLeastUsual = 1.6;
+  constexpr double kLargestUsual = 2.6;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const std::optional<ColumnSource>& from = source_.match.at(i);
     if (!columns_[i].IsUncertainty() || !from) {
@@ -210,10 +210,10 @@ void PagePlanning::DoubtCoverageFactors() {
     const std::string factor =
         from->isUncertainty ? column.series.front().coverageFactor : CoverageFactorIn(names);
     const double number = NumericValueOrInfinity(factor);
-    const bool isUsual = factor.empty() || (number >= kLeast && number <= kMost);
+    const bool isUsual = factor.empty() || (number >= kLeastUsual && number <= kLargestUsual);
     // A standard uncertainty is asked about anyway.
     if (!isUsual && (from->isUncertainty || !NamesStandard(names))) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has uncertainties with the coverage factor " + factor +
                              ", and the table has those with about 2. They are taken as they "
                              "are.");
@@ -237,13 +237,13 @@ void PagePlanning::DoubtUnnamedFactors() {
     const bool isNamed = HasWord(name, column.words) || HasWord(kind, column.words) ||
                          NamesMeasured(name) || NamesMeasured(kind);
     if (hasName && !isNamed) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(NameOf(i)) +
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " is not named as a calibration factor. It is taken as one.");
     }
   }
 }
 
-std::string PagePlanning::NameOf(std::size_t column) const {
+std::string PagePlanning::ColumnTitle(std::size_t column) const {
   return SourceName(source_.table, *source_.match.at(column), source_.language);
 }
 

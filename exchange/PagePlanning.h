@@ -93,7 +93,7 @@ class PagePlanning {
   /// Many quantities are in per cent, such as the effective efficiency of a sensor.
   void DoubtUnnamedFactors();
   /// The source of a column as messages name it.
-  [[nodiscard]] std::string NameOf(std::size_t column) const;
+  [[nodiscard]] std::string ColumnTitle(std::size_t column) const;
 
   std::size_t doubtedValues_ = 0;
   std::vector<const std::vector<WrittenValue>*> values_;  ///< of each column, nullptr for none

@@ -20,7 +20,7 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 65> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 69> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
@@ -56,6 +56,10 @@ constexpr std::array<Key, 65> kKeys = {{{"member serial", KeyField::MemberSerial
                                         {"date d\u2019étalonnage", KeyField::CalDate},
                                         {"date de l'étalonnage", KeyField::CalDate},
                                         {"étalonné le", KeyField::CalDate},
+                                        {"date of measurement", KeyField::CalDate},
+                                        {"measurement date", KeyField::CalDate},
+                                        {"messdatum", KeyField::CalDate},
+                                        {"date de mesure", KeyField::CalDate},
                                         {"fecha de calib", KeyField::CalDate},
                                         {"data di taratura", KeyField::CalDate},
                                         {"certificate", KeyField::CalibrationNumber},
@@ -90,6 +94,27 @@ constexpr std::array<Key, 65> kKeys = {{{"member serial", KeyField::MemberSerial
 constexpr std::array<std::string_view, 8> kStandards = {
     "reference", "referenz", "référence", "standard", "normal", "étalon ", "campione", "patrón"};
 
+/// Certificates that are not the one of this calibration.
+constexpr std::array<std::string_view, 12> kOtherCertificates = {
+    "accred", "akkred",   "accréd", "acred",   "iso ",    "iso/",
+    "iso-",   "supersed", "replac", "ersetzt", "remplac", "sostitu"};
+
+/// What a certificate is called. Such a text is a key by itself; with other words, as in
+/// "Certificate type", only if it also names a number.
+constexpr std::array<std::string_view, 13> kCertificates = {"certificate",
+                                                            "calibration certificate",
+                                                            "certificate of calibration",
+                                                            "kalibrierschein",
+                                                            "kalibrierzertifikat",
+                                                            "zertifikat",
+                                                            "certificat",
+                                                            "certificat d'étalonnage",
+                                                            "certificat d\u2019étalonnage",
+                                                            "certificado",
+                                                            "certificado de calibración",
+                                                            "certificato",
+                                                            "certificato di taratura"};
+
 /// A key is short; a sentence that holds one of the words is none.
 constexpr std::size_t kLongestKey = 40;
 
@@ -114,6 +139,14 @@ bool NamesDate(std::string_view folded) {
          std::ranges::any_of(kWords, [&](std::string_view word) {
            return folded.find(word) != std::string_view::npos;
          });
+}
+
+/// Whether a folded key names the number of the certificate itself.
+bool NamesCertificate(std::string_view folded) {
+  const std::string_view whole =
+      WithoutBlanks(folded.ends_with(':') ? folded.substr(0, folded.size() - 1) : folded);
+  return (NamesNumber(folded) || std::ranges::find(kCertificates, whole) != kCertificates.end()) &&
+         !NamesDate(folded) && !HasWord(folded, kOtherCertificates);
 }
 
 }  // namespace
@@ -155,7 +188,7 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
     if (isFound) {
       const bool isNumber = known.field == KeyField::CalibrationNumber;
       const bool isOfDate = known.field == KeyField::CalDate || known.field == KeyField::DueDate;
-      const bool isOther = (isNumber && NamesDate(folded)) ||
+      const bool isOther = (isNumber && !NamesCertificate(folded)) ||
                            ((isNumber || isOfDate) && HasWord(folded, kStandards));
       return isOther ? std::nullopt : std::optional(known.field);
     }
@@ -163,13 +196,36 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
   return std::nullopt;
 }
 
-bool NamesStandardUsed(std::string_view folded) {
+bool NamesNumber(std::string_view folded) {
+  constexpr std::array<std::string_view, 5> kWords = {"no", "nr", "n", "id", "nro"};
+  constexpr std::array<std::string_view, 5> kBeginnings = {"num", "núm", "n\u00B0", "n\u00BA", "#"};
+  for (std::size_t at = 0; at < folded.size();) {
+    const std::size_t begin = at;
+    while (at < folded.size() && IsLetter(folded[at])) {
+      ++at;
+    }
+    const std::string_view word = folded.substr(begin, at - begin);
+    // German joins words, as in "Zertifikatsnummer".
+    if (std::ranges::find(kWords, word) != kWords.end() || word.ends_with("nr") ||
+        word.ends_with("nummer")) {
+      return true;
+    }
+    at += at < folded.size() && !IsLetter(folded[at]) ? 1 : 0;
+  }
+  return HasWord(folded, kBeginnings);
+}
+
+bool NamesMeasuringDevice(std::string_view folded) {
   constexpr std::array<std::string_view, 20> kDevices = {
       "power meter", "powermeter",   "leistungsmess", "wattmètre",  "misuratore",
       "medidor",     "multimet",     "analyzer",      "analyser",   "analysator",
       "analyseur",   "analizzatore", "generator",     "générateur", "splitter",
       "bridge",      "messbrücke",   "thermomet",     "receiver",   "counter"};
-  return HasWord(std::string(folded) + " ", kStandards) || HasWord(folded, kDevices) ||
+  return HasWord(folded, kDevices);
+}
+
+bool NamesStandardUsed(std::string_view folded) {
+  return HasWord(std::string(folded) + " ", kStandards) || NamesMeasuringDevice(folded) ||
          IsHeadingOfStandards(folded);
 }
 

@@ -44,6 +44,12 @@ enum class KeyField {
 /// Italian.
 [[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
 
+/// Whether a folded key says that its value is a number: "certificate no.", "Zertifikatsnummer".
+[[nodiscard]] bool NamesNumber(std::string_view folded);
+
+/// Whether a folded text names an instrument that measures others: "power meter", "Messbrücke".
+[[nodiscard]] bool NamesMeasuringDevice(std::string_view folded);
+
 /// Whether a folded text names instruments that others were calibrated with: "standards used",
 /// "Referenznormal", "power meter" ...
 [[nodiscard]] bool NamesStandardUsed(std::string_view folded);

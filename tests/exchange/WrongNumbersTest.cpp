@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/dates/FileDate.h"
 #include "exchange/ImportPlan.h"
 #include "exchange/ReadCertificate.h"
 #include "support/ErrorOf.h"
@@ -348,6 +349,45 @@ TEST_F(WrongNumbers, TheSerialNumberOfAStandardIsNotThatOfTheInstrument) {
   EXPECT_EQ(serial("Serial number of the reference standard;GB1\n"), "GB1?");
   EXPECT_EQ(plan_.doubts, Texts{"The serial number \"GB1\" (line 1) may be that of a standard that "
                                 "was used."});
+}
+
+TEST_F(WrongNumbers, OnlyAKeyThatNamesTheCertificateGivesItsNumber) {
+  const std::string table = "\n\nMHz;%\n50;98.5\n1000;97.5\n";
+  for (const std::string line :
+       {"CERTIFICATE OF CALIBRATION;;Acme Metrology Ltd", "CALIBRATION CERTIFICATE;Page 1 of 2",
+        "Previous certificate no.;K-0", "Accreditation certificate no.;D-K-1",
+        "ISO 9001 certificate;Q-9001", "Certificate type;Accredited 2",
+        "Calibration notes;Adjusted to 1 %"}) {
+    Read("Serial number;A1\n" + line + "\nCertificate no.;K-1\nCalibration date;2026-03-05" +
+         table);
+    EXPECT_EQ(certificate_.header.calibrationNumber->text, "K-1") << line;
+    EXPECT_EQ(plan_.doubts, Texts()) << line;
+  }
+  for (const std::string key :
+       {"Certificate", "Calibration certificate", "Kalibrierscheinnr.", "Zertifikatsnummer",
+        "Certificat d'étalonnage n\u00B0", "Calibration number", "Certificato di taratura n."}) {
+    Read(key + ";K-1" + table);
+    ASSERT_TRUE(certificate_.header.calibrationNumber) << key;
+    EXPECT_EQ(certificate_.header.calibrationNumber->text, "K-1") << key;
+  }
+  Read("Calibration certificate;K-0\nCertificate no.;K-1" + table);
+  EXPECT_EQ(certificate_.header.calibrationNumber->text, "K-1");
+  Read("Certificate no.;K-1\nCalibration number;K-2\nCalibration date;2026-03-05" + table);
+  EXPECT_EQ(plan_.doubts,
+            Texts{"There are two certificate numbers: \"K-1\" (line 1), which is used, and \"K-2\" "
+                  "(line 2)."});
+}
+
+TEST_F(WrongNumbers, DatesOfAnEarlierCalibrationOrAMeasuringDeviceAreNotThoseOfTheInstrument) {
+  const std::string table = "\nMHz;%\n50;98.5\n1000;97.5\n";
+  Read("Previous calibration date;2025-03-04\nDate of measurement;2026-03-05\n" + table +
+       "\nEquipment\nPower meter;Cal due;2026-08-01\n");
+  EXPECT_EQ(IsoDate(certificate_.header.calDate->date), "2026-03-05");
+  EXPECT_FALSE(certificate_.header.dueDate);
+  EXPECT_EQ(plan_.doubts, Texts());
+  Read("Previous calibration date;2025-03-04\n" + table);
+  EXPECT_EQ(plan_.doubts,
+            Texts{"The date \"2025-03-04\" (line 1) may be that of an earlier calibration."});
 }
 
 TEST_F(WrongNumbers, AnImportSaysWhyItDoesNotReadAForm) {
