@@ -148,6 +148,7 @@ struct Certificate {
   std::string kind;          ///< "DCC 3.3", "Text, UTF-8, separated by semicolons"
   CertificateHeader header;
   std::vector<CertificateItem> items;
+  std::vector<FoundText> namedModels;  ///< models of the program that other header lines name
   std::vector<CertificateTable> tables;
   std::vector<std::string> doubts;         ///< what the user has to confirm, a sentence each
   std::vector<std::string> notes;          ///< what was not used and why, a sentence each

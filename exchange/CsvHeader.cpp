@@ -7,6 +7,7 @@
 #include <iterator>
 #include <utility>
 
+#include "core/caldata/Models.h"
 #include "core/numbers/WrittenNumber.h"
 #include "core/platform/Error.h"
 #include "core/text/Text.h"
@@ -81,6 +82,7 @@ void CsvHeader::TakeLine(const DelimitedLine& line) {
     return;
   }
   TakeSection(line);
+  KeepModels(line);
   const std::size_t items = head_.items.size();
   const bool isTaken = IsTaken(line);
   // Between a title and its table there may be the serial number of the member.
@@ -155,6 +157,16 @@ TableHead CsvHeader::TakeHead() {
   isStateOfOneTable_ = isStateOfOneTable_ || (!state_.empty() && head_.title == state_);
   head_.section = state_ + (state_.empty() || channel_.empty() ? "" : ", ") + channel_;
   return std::exchange(head_, {});
+}
+
+void CsvHeader::KeepModels(const DelimitedLine& line) {
+  for (std::size_t column = 0; column < std::min(line.Width(), kColumnsOfStates); ++column) {
+    for (const Model& model : kModels) {
+      if (NamesModel(line.Cell(column), model.code)) {
+        certificate_.namedModels.push_back({std::string(model.code), WhereOf(line)});
+      }
+    }
+  }
 }
 
 void CsvHeader::TakeSection(const DelimitedLine& line) {
@@ -233,10 +245,13 @@ bool CsvHeader::TakePairs(const DelimitedLine& line) {
   return isTaken;
 }
 
-/// A key and a value in one cell, with a colon between them.
+/// A key and a value in one cell, with a colon between them or, after "no.", a blank.
 bool CsvHeader::TakeColon(const DelimitedLine& line, std::string_view cell) {
   const std::size_t colon = std::min(cell.find(':'), cell.size());
   const std::string_view value = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
+  if (const auto pair = KeyAndValueIn(cell); pair && colon == cell.size()) {
+    return Take(line, pair->first, pair->second);
+  }
   return !value.empty() && Take(line, cell.substr(0, colon), value);
 }
 
@@ -324,7 +339,9 @@ void CsvHeader::TakeDate(KeyField field, const DelimitedLine& line, std::string_
   const std::optional<FileDate> exported =
       certificate_.isExport ? ExportedDate(value) : std::nullopt;
   if (!exported) {
-    dates_.Add(isCalDate, value, where, NamesEarlier(Folded(key)));
+    const std::string folded = Folded(key);
+    const bool isSure = IsOnlyOfDates(folded) && !NamesEarlier(folded);
+    dates_.Add(isCalDate, value, where, isSure ? std::string_view() : WithoutBlanks(key));
     return;
   }
   CertificateHeader& header = certificate_.header;

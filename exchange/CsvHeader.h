@@ -79,6 +79,8 @@ class CsvHeader {
   /// before begins the next instrument.
   [[nodiscard]] FoundItem ItemWith(std::string CertificateItem::*field, std::string_view value);
 
+  /// Keeps the models of the program that a line names.
+  void KeepModels(const DelimitedLine& line);
   void DropTitle();
   /// Takes what a line says about the results of the tables below it.
   void TakeSection(const DelimitedLine& line);

@@ -71,14 +71,14 @@ bool NamesSerial(pugi::xml_node identification) {
 CertificateItem ItemOf(pugi::xml_node node) {
   CertificateItem item;
   item.name = NamesOf(node.child("dcc:name"));
-  item.model = TextOf(node.child("dcc:model"));
+  item.model = Shortened(TextOf(node.child("dcc:model")));
   bool isNamed = false;
   for (const pugi::xml_node id : node.child("dcc:identifications").children("dcc:identification")) {
     // A manufacturer may give an article number, too.
     const bool isSerial = NamesSerial(id);
     if (TextOf(id.child("dcc:issuer")) == "manufacturer" &&
         (item.serialNumber.empty() || (isSerial && !isNamed))) {
-      item.serialNumber = TextOf(id.child("dcc:value"));
+      item.serialNumber = Shortened(TextOf(id.child("dcc:value")));
       isNamed = isSerial;
     }
   }
@@ -89,7 +89,11 @@ void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
   CertificateHeader& header = certificate.header;
   const pugi::xml_node core = data.child("dcc:coreData");
   if (const std::string number = TextOf(core.child("dcc:uniqueIdentifier")); !number.empty()) {
-    header.calibrationNumber = FoundText{number, "unique identifier"};
+    header.calibrationNumber = FoundText{Shortened(number), "unique identifier"};
+    if (number != header.calibrationNumber->text) {
+      certificate.doubts.emplace_back(
+          "The unique identifier of the certificate is too long: only its beginning is used.");
+    }
   }
   TakeDate(core.child("dcc:beginPerformanceDate"), "begin of the calibration", header.calDate,
            header.unreadCalDate);

@@ -10,11 +10,13 @@
 namespace tarvell {
 
 void HeaderDates::Add(bool isCalDate, std::string_view written, const std::string& where,
-                      bool isEarlier) {
-  // Those of this calibration come first.
-  const auto place =
-      isEarlier ? dates_.end() : std::ranges::find(dates_, true, &Written::isEarlier);
-  dates_.insert(place, {isCalDate, std::string(written), where, isEarlier});
+                      std::string_view unsureKey) {
+  // Those that are sure come first.
+  const auto place = unsureKey.empty()
+                         ? std::ranges::find_if(
+                               dates_, [](const Written& date) { return !date.unsureKey.empty(); })
+                         : dates_.end();
+  dates_.insert(place, {isCalDate, std::string(written), where, std::string(unsureKey)});
 }
 
 std::optional<DateOrder> HeaderDates::OnlyOrder() const {
@@ -42,14 +44,16 @@ void HeaderDates::Store(Certificate& certificate) const {
       unread = unread ? unread : FoundText{written.text, written.where};
       continue;
     }
-    if (written.isEarlier && target) {
-      certificate.notes.push_back("The date " + Quoted(written.text) + " (" + written.where +
-                                  ") is not used, because it is that of an earlier calibration.");
+    const std::string follows = "follows " + Quoted(written.unsureKey) + ".";
+    const std::string named = "The date " + Quoted(written.text) + " (" + written.where + ") is ";
+    if (!written.unsureKey.empty() && target) {
+      certificate.notes.push_back(named + "not used, because it " + follows);
       continue;
     }
-    if (written.isEarlier) {
-      certificate.doubts.push_back("The date " + Quoted(written.text) + " (" + written.where +
-                                   ") may be that of an earlier calibration.");
+    if (!written.unsureKey.empty()) {
+      certificate.doubts.push_back(named + "used as the " +
+                                   (written.isCalDate ? "calibration" : "due") +
+                                   " date, though it " + follows);
     }
     const std::optional<FileDate> dayFirst = DateFrom(written.text, DateOrder::DayFirst);
     const std::optional<FileDate> monthFirst = DateFrom(written.text, DateOrder::MonthFirst);

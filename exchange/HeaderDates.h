@@ -19,10 +19,10 @@ class HeaderDates {
  public:
   explicit HeaderDates(std::optional<DateOrder> chosen) : chosen_(chosen) {}
 
-  /// Adds the calibration date, or else the due date. One of an earlier calibration is used only
-  /// for want of another, with a doubt.
+  /// Adds the calibration date, or else the due date. One with a key that may name another date is
+  /// used only for want of another, with a doubt; `unsureKey` is "" for any other one.
   void Add(bool isCalDate, std::string_view written, const std::string& where,
-           bool isEarlier = false);
+           std::string_view unsureKey);
 
   /// Puts the dates into the header, with the texts that are not dates, and a question where the
   /// order is open. The first of two different dates is used, with a doubt.
@@ -33,7 +33,7 @@ class HeaderDates {
     bool isCalDate;
     std::string text;
     std::string where;
-    bool isEarlier;
+    std::string unsureKey;
   };
 
   [[nodiscard]] std::optional<DateOrder> OnlyOrder() const;

@@ -10,12 +10,14 @@
 #include <vector>
 
 #include "core/caldata/CellNotices.h"
+#include "core/caldata/Models.h"
 #include "core/caldata/SetPages.h"
 #include "core/dates/Months.h"
 #include "core/numbers/Numbers.h"
 #include "core/numbers/WrittenNumber.h"
 #include "core/text/FileCharacters.h"
 #include "core/text/Text.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 
@@ -23,14 +25,6 @@ namespace {
 
 /// The value that an export writes for a set without its option.
 constexpr std::string_view kNoOption = "none";
-
-std::string WithoutGaps(std::string_view text) {
-  std::string plain;
-  for (const char c : text) {
-    plain += c == ' ' || c == '-' || c == '_' ? "" : std::string(1, c);
-  }
-  return plain;
-}
 
 std::string DateShown(const std::string& day, const std::string& month, const std::string& year) {
   return day + " " + month + " " + year;
@@ -41,6 +35,7 @@ class HeaderPlanning {
   HeaderPlanning(const ImportTarget& target, const Certificate& certificate, ImportPlan& plan)
       : target_(target),
         header_(certificate.header),
+        namedModels_(certificate.namedModels),
         isUnchanged_(certificate.isUnchanged),
         plan_(plan) {}
 
@@ -49,6 +44,8 @@ class HeaderPlanning {
       plan_.otherModel = "The certificate is for the model " + Quoted(item.model) +
                          ", and this data set is for " + std::string(target_.model.code) + ".";
       plan_.doubts.push_back(plan_.otherModel);
+    } else if (item.model.empty()) {
+      DoubtNamedModels(item);
     }
     const std::string& present = target_.now.header.serialNumber;
     if (item.serialNumber.empty()) {
@@ -67,6 +64,25 @@ class HeaderPlanning {
         DoubtReading("Serial number", plan_.header.serialNumber);
         DoubtExponent("serial number", {item.serialNumber, item.where});
       }
+    }
+  }
+
+  /// Reports the models of the program that are named outside the field of the model.
+  void DoubtNamedModels(const CertificateItem& item) {
+    std::vector<FoundText> named = namedModels_;
+    for (const LocalText& name : item.name) {
+      for (const Model& model : kModels) {
+        if (NamesModel(name.text, model.code)) {
+          named.push_back({std::string(model.code), item.where});
+        }
+      }
+    }
+    const bool isOwn =
+        std::ranges::find(named, target_.model.code, &FoundText::text) != named.end();
+    if (!named.empty() && !isOwn) {
+      plan_.doubts.push_back("The certificate names the model " + Quoted(named.front().text) +
+                             " (" + named.front().where + "), and this data set is for " +
+                             std::string(target_.model.code) + ".");
     }
   }
 
@@ -244,6 +260,7 @@ class HeaderPlanning {
 
   const ImportTarget& target_;
   const CertificateHeader& header_;
+  const std::vector<FoundText>& namedModels_;
   bool isUnchanged_;
   ImportPlan& plan_;
 };
@@ -268,10 +285,6 @@ bool IsName(std::string_view cell) {
 }
 
 }  // namespace
-
-bool NamesModel(std::string_view named, std::string_view code) {
-  return ContainsIgnoringCase(WithoutGaps(named), code);
-}
 
 bool IsMemberOf(const CertificateItem& item, std::string_view page) {
   return !page.empty() && (NamesModel(item.model, page) ||

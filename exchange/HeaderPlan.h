@@ -11,10 +11,6 @@
 
 namespace tarvell {
 
-/// Whether what a certificate calls its model is this model code, perhaps with the maker's name
-/// before it or an option after it, and with other blanks and hyphens.
-[[nodiscard]] bool NamesModel(std::string_view named, std::string_view code);
-
 /// Whether an item of a certificate is a member of the set, not the set itself.
 [[nodiscard]] bool IsMember(const ImportTarget& target, const CertificateItem& item);
 

@@ -11,6 +11,7 @@
 #include "exchange/JoinedTables.h"
 #include "exchange/ModelColumns.h"
 #include "exchange/TableParts.h"
+#include "exchange/Words.h"
 
 namespace tarvell {
 

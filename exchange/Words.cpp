@@ -8,6 +8,7 @@
 #include <cstddef>
 
 #include "core/numbers/WrittenNumber.h"
+#include "core/text/Text.h"
 
 namespace tarvell {
 
@@ -20,13 +21,20 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 69> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 76> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
                                         {"serie", KeyField::SerialNumber},
                                         {"s/n", KeyField::SerialNumber},
                                         {"matricola", KeyField::SerialNumber},
+                                        {"gerätenummer", KeyField::SerialNumber},
+                                        {"gerätenr", KeyField::SerialNumber},
+                                        {"geräte-nr", KeyField::SerialNumber},
+                                        {"fabriknummer", KeyField::SerialNumber},
+                                        {"fabrik-nr", KeyField::SerialNumber},
+                                        {"fabrikationsnummer", KeyField::SerialNumber},
+                                        {"sn", KeyField::SerialNumber, true},
                                         {"due", KeyField::DueDate},
                                         {"next cal", KeyField::DueDate},
                                         {"recal", KeyField::DueDate},
@@ -149,6 +157,29 @@ bool NamesCertificate(std::string_view folded) {
          !NamesDate(folded) && !HasWord(folded, kOtherCertificates);
 }
 
+std::string WithoutGaps(std::string_view text) {
+  std::string plain;
+  for (const char c : text) {
+    plain += c == ' ' || c == '-' || c == '_' ? "" : std::string(1, c);
+  }
+  return plain;
+}
+
+/// Whether `holds` is true of each word of a folded text, which is a run of letters.
+template <typename Holds>
+bool AllWords(std::string_view folded, const Holds& holds) {
+  for (std::size_t at = 0; at < folded.size(); ++at) {
+    const std::size_t begin = at;
+    while (at < folded.size() && IsLetter(folded[at])) {
+      ++at;
+    }
+    if (at > begin && !holds(folded.substr(begin, at - begin))) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 std::string Folded(std::string_view text) {
@@ -199,20 +230,45 @@ std::optional<KeyField> KeyFieldOf(std::string_view key) {
 bool NamesNumber(std::string_view folded) {
   constexpr std::array<std::string_view, 5> kWords = {"no", "nr", "n", "id", "nro"};
   constexpr std::array<std::string_view, 5> kBeginnings = {"num", "núm", "n\u00B0", "n\u00BA", "#"};
-  for (std::size_t at = 0; at < folded.size();) {
-    const std::size_t begin = at;
-    while (at < folded.size() && IsLetter(folded[at])) {
-      ++at;
-    }
-    const std::string_view word = folded.substr(begin, at - begin);
-    // German joins words, as in "Zertifikatsnummer".
-    if (std::ranges::find(kWords, word) != kWords.end() || word.ends_with("nr") ||
-        word.ends_with("nummer")) {
-      return true;
-    }
-    at += at < folded.size() && !IsLetter(folded[at]) ? 1 : 0;
-  }
-  return HasWord(folded, kBeginnings);
+  // German joins words, as in "Zertifikatsnummer".
+  const bool isNone = AllWords(folded, [&](std::string_view word) {
+    return std::ranges::find(kWords, word) == kWords.end() && !word.ends_with("nr") &&
+           !word.ends_with("nummer");
+  });
+  return !isNone || HasWord(folded, kBeginnings);
+}
+
+bool IsOnlyOfDates(std::string_view folded) {
+  constexpr std::array<std::string_view, 62> kBeginnings = {
+      "cal",   "kal",    "recal", "rekal",  "étal",       "tarat",  "date",    "datum",   "data",
+      "fecha", "due",    "next",  "recomm", "empf",       "nächst", "fällig",  "termin",  "proch",
+      "échéa", "prévu",  "mesur", "meas",   "mess",       "próxim", "vencim",  "prossim", "scaden",
+      "valid", "gültig", "of",    "on",     "the",        "by",     "until",   "for",     "der",
+      "die",   "am",     "zum",   "bis",    "vom",        "le",     "la",      "du",      "de",
+      "d",     "l",      "di",    "del",    "della",      "dd",     "mm",      "yy",      "tt",
+      "jj",    "aa",     "iso",   "item",   "instrument", "gerät",  "perform", "durchf"};
+  return AllWords(folded, [&](std::string_view word) {
+    return std::ranges::any_of(kBeginnings, [&](std::string_view known) {
+      return known.size() < 3 ? word == known || word == std::string(known).append(known)
+                              : word.starts_with(known);
+    });
+  });
+}
+
+std::optional<std::pair<std::string_view, std::string_view>> KeyAndValueIn(std::string_view cell) {
+  constexpr std::string_view kDigits = "0123456789";
+  constexpr std::array<std::string_view, 3> kSerials = {"s/n", "sn", "matricola"};
+  const std::size_t blank = std::min(cell.rfind(' '), cell.size());
+  const std::string_view key = cell.substr(0, blank);
+  const std::string_view value = cell.substr(std::min(blank + 1, cell.size()));
+  const std::string folded = Folded(key);
+  const std::optional<KeyField> field = KeyFieldOf(key);
+  const bool isNumber =
+      NamesNumber(folded) || std::ranges::find(kSerials, folded) != kSerials.end();
+  const bool isKey = field == KeyField::SerialNumber || field == KeyField::CalibrationNumber;
+  const bool isPair = isKey && isNumber && key.find_first_of(kDigits) == std::string_view::npos &&
+                      value.find_first_of(kDigits) != std::string_view::npos;
+  return isPair ? std::optional(std::pair(key, value)) : std::nullopt;
 }
 
 bool NamesMeasuringDevice(std::string_view folded) {
@@ -257,6 +313,10 @@ bool IsHeadingOfStandards(std::string_view folded) {
                                                           "strumenti utilizzati",
                                                           "patrones"};
   return HasWord(folded, kHeadings);
+}
+
+bool NamesModel(std::string_view named, std::string_view code) {
+  return ContainsIgnoringCase(WithoutGaps(named), code);
 }
 
 bool NamesSerialNumber(std::string_view folded) {

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// The words by which captions and header lines of certificates are recognised.
 namespace tarvell {
@@ -44,6 +45,15 @@ enum class KeyField {
 /// Italian.
 [[nodiscard]] std::optional<KeyField> KeyFieldOf(std::string_view key);
 
+/// Whether every word of a folded key of a date is about calibrations and dates. "Payment due" has
+/// another one.
+[[nodiscard]] bool IsOnlyOfDates(std::string_view folded);
+
+/// The key and the value of a cell such as "Serial no. 4711", with a blank between them; nothing
+/// for any other one.
+[[nodiscard]] std::optional<std::pair<std::string_view, std::string_view>> KeyAndValueIn(
+    std::string_view cell);
+
 /// Whether a folded key says that its value is a number: "certificate no.", "Zertifikatsnummer".
 [[nodiscard]] bool NamesNumber(std::string_view folded);
 
@@ -56,6 +66,10 @@ enum class KeyField {
 
 /// Whether a folded text is the heading of a list of such instruments.
 [[nodiscard]] bool IsHeadingOfStandards(std::string_view folded);
+
+/// Whether what a certificate calls its model is this model code, perhaps with the maker's name
+/// before it or an option after it, and with other blanks and hyphens.
+[[nodiscard]] bool NamesModel(std::string_view named, std::string_view code);
 
 /// Whether a folded caption of a column says that it has serial numbers. "Série 1" names a series.
 [[nodiscard]] bool NamesSerialNumber(std::string_view folded);

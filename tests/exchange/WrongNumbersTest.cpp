@@ -385,9 +385,33 @@ TEST_F(WrongNumbers, DatesOfAnEarlierCalibrationOrAMeasuringDeviceAreNotThoseOfT
   EXPECT_EQ(IsoDate(certificate_.header.calDate->date), "2026-03-05");
   EXPECT_FALSE(certificate_.header.dueDate);
   EXPECT_EQ(plan_.doubts, Texts());
-  Read("Previous calibration date;2025-03-04\n" + table);
-  EXPECT_EQ(plan_.doubts,
-            Texts{"The date \"2025-03-04\" (line 1) may be that of an earlier calibration."});
+  for (const std::string key : {"Previous calibration date", "Vorheriges Kalibrierdatum"}) {
+    Read(key + ";2025-03-04\n" + table);
+    EXPECT_EQ(plan_.doubts,
+              Texts{"The date \"2025-03-04\" (line 1) is used as the calibration date, "
+                    "though it follows \"" +
+                    key + "\"."});
+  }
+  Read("Payment due;2026-04-04\nRecommended recalibration (dd.mm.yyyy);05.03.2027\n" + table);
+  EXPECT_EQ(IsoDate(certificate_.header.dueDate->date), "2027-03-05");
+  EXPECT_EQ(plan_.doubts, Texts());
+}
+
+TEST_F(WrongNumbers, ASerialNumberMayFollowItsKeyInOneCellAndAModelMayBeAnywhere) {
+  const std::string table = "\n\nMHz;%\n50;98.5\n1000;97.5\n";
+  for (const std::string line : {"Serial No. Z9", "SN;Z9", "S/N Z9", "Ger\u00E4tenummer;Z9"}) {
+    Read(line + table);
+    EXPECT_EQ(plan_.header.serialNumber, "Z9") << line;
+  }
+  for (const std::string line :
+       {"Instrument;Power sensor PX11D", "Calibration factors of a PX-11D"}) {
+    Read(line + table);
+    EXPECT_EQ(plan_.doubts,
+              Texts{"The certificate names the model \"PX11D\" (line 1), and this data "
+                    "set is for PX11A."});
+  }
+  Read("Instrument;Power sensor PX11A\nCompared with;PX11D" + table);
+  EXPECT_EQ(plan_.doubts, Texts());
 }
 
 TEST_F(WrongNumbers, AnImportSaysWhyItDoesNotReadAForm) {
