@@ -40,11 +40,11 @@ std::string TextTable::Text() const {
 }
 
 std::string ForColumn(const std::string& text) {
-  static constexpr std::size_t kMostCharacters = 60;
+  static constexpr std::size_t kWidth = 60;
   static constexpr std::string_view kCut = "...";
-  return CharacterCount(text) <= kMostCharacters
+  return CharacterCount(text) <= kWidth
              ? text
-             : std::string(FirstCharacters(text, kMostCharacters - kCut.size())).append(kCut);
+             : std::string(FirstCharacters(text, kWidth - kCut.size())).append(kCut);
 }
 
 std::string WithoutControls(const std::string& name) {

@@ -117,6 +117,11 @@ std::string_view WithoutReferenceMark(std::string_view cell) {
 }
 
 const TableUnit* FindUnit(std::string_view name) {
+  // Only the case of one letter distinguishes millihertz from megahertz.
+  static constexpr TableUnit kMillihertz = {"mHz", Quantity::Other};
+  if (name == kMillihertz.name) {
+    return &kMillihertz;
+  }
   const auto found = std::ranges::find_if(
       kUnits, [&](const TableUnit& unit) { return EqualsIgnoringCase(unit.name, name); });
   return found == kUnits.end() ? nullptr : &*found;

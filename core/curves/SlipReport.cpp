@@ -14,7 +14,7 @@ namespace tarvell {
 namespace {
 
 /// "12.4 GHz, Calibration factor".
-std::string NameOf(const PageTable& table, Cell cell) {
+std::string CellName(const PageTable& table, Cell cell) {
   const std::string point = PointName(table, cell.row);
   for (const ValueColumn& column : ValueColumnsOf(table)) {
     if (column.column == cell.column) {
@@ -74,7 +74,7 @@ std::string SlipReport(std::span<const PageSlips> pages, std::int16_t page, Cell
   const auto& marks = named.slips.marks;
   const auto found = shown == marked.end() ? marks.end() : marks.find(current);
   const auto& [cell, why] = found == marks.end() ? *marks.begin() : *found;
-  return notices + CountOf(marked) + Elsewhere(named, page) + NameOf(named.table, cell) + ": " +
+  return notices + CountOf(marked) + Elsewhere(named, page) + CellName(named.table, cell) + ": " +
          why;
 }
 
@@ -85,7 +85,7 @@ std::vector<std::string> SlipSentences(const PageSlips& found) {
     sentences.push_back(page + found.slips.notice);
   }
   for (const auto& [cell, why] : found.slips.marks) {
-    sentences.push_back(page + NameOf(found.table, cell) + ": " + why);
+    sentences.push_back(page + CellName(found.table, cell) + ": " + why);
   }
   return sentences;
 }

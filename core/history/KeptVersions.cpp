@@ -118,8 +118,8 @@ bool RulesOut(const KeptVersion& version, std::string_view hash) {
 }
 
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
-/// the same after it.
-void LeaveOutUnfinished(FileHistory& history) {
+/// the same after it. `hash` is that of the file now.
+void LeaveOutUnfinished(FileHistory& history, std::string_view hash) {
   std::vector<KeptVersion>& versions = history.versions;
   const auto repeated = std::unique(
       versions.begin(), versions.end(), [](const KeptVersion& later, const KeptVersion& version) {
@@ -130,22 +130,18 @@ void LeaveOutUnfinished(FileHistory& history) {
         return content && content == WholeContent(later);
       });
   versions.erase(repeated, versions.end());
-  if (!versions.empty() && history.current &&
-      !RulesOut(versions.front(), Sha256(*history.current)) &&
+  if (!versions.empty() && history.current && !RulesOut(versions.front(), hash) &&
       WholeContent(versions.front()) == history.current) {
     versions.erase(versions.begin());
   }
 }
 
 /// Reads the file itself.
-void ReadCurrent(const std::string& path, std::span<const HistoryEvent> events,
-                 FileHistory& history) {
+void ReadCurrent(const std::string& path, FileHistory& history) {
   std::string bytes;
-  if (ReadNativeFile(NativePath(path), bytes)) {
-    return;
+  if (!ReadNativeFile(NativePath(path), bytes)) {
+    history.current = std::move(bytes);
   }
-  history.written = WrittenBy(events, Sha256(bytes));
-  history.current = std::move(bytes);
 }
 
 /// Whether a change had written what the last of these events has kept. The first event keeps what
@@ -212,9 +208,16 @@ FileHistory HistoryOf(const std::string& path) {
     journal = JournalOf(place);
   }
   history.damagedLines = journal.damagedLines;
-  ReadCurrent(path, journal.events, history);
+  ReadCurrent(path, history);
   history.versions = VersionsIn(place, journal.events);
-  LeaveOutUnfinished(history);
+  const bool isKnown = !journal.events.empty() || !history.versions.empty();
+  if (history.current && isKnown) {
+    const std::string hash = Sha256(*history.current);
+    history.written = WrittenBy(journal.events, hash);
+    LeaveOutUnfinished(history, hash);
+  } else {
+    LeaveOutUnfinished(history, "");
+  }
   return history;
 }
 

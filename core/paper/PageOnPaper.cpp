@@ -147,7 +147,7 @@ class PageParts {
     std::string reasons;
     const auto add = [&](std::string_view sign, Cell cell, const std::string& why) {
       reasons +=
-          (reasons.empty() ? "" : "\n") + std::string(sign) + " " + NameOf(cell) + ": " + why;
+          (reasons.empty() ? "" : "\n") + std::string(sign) + " " + CellName(cell) + ": " + why;
     };
     for (const auto& [cell, why] : slips_.marks) {
       add(kSlipSign, cell, why);
@@ -158,7 +158,7 @@ class PageParts {
     AddText(std::move(reasons));
   }
 
-  [[nodiscard]] std::string NameOf(Cell cell) const {
+  [[nodiscard]] std::string CellName(Cell cell) const {
     const std::string point = PointName(table_, cell.row);
     const auto value = std::ranges::find(values_, cell.column, &ValueColumn::column);
     const std::string name = value != values_.end() ? value->name : CaptionOf(cell.column);

@@ -21,11 +21,11 @@ char Folded(char c) {
 /// Appends a number: a longer one is the larger one. One digit says that it is a number, since
 /// every digit has the same place among the other characters.
 void AppendNumber(std::string& key, std::string_view digits) {
-  constexpr std::size_t kMost = 0xFF;
+  constexpr std::size_t kByteLimit = 0xFF;
   key += '0';
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
-  key.append(digits.size() / kMost, static_cast<char>(kMost));
-  key += static_cast<char>(digits.size() % kMost);
+  key.append(digits.size() / kByteLimit, static_cast<char>(kByteLimit));
+  key += static_cast<char>(digits.size() % kByteLimit);
   key += digits;
 }
 

@@ -56,7 +56,12 @@ void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
     grid.SetWidth(static_cast<float>(width()) * kTwipsPerPixel);
     fill(grid);
   });
-  ShareWidth();
+  if (isVisible()) {
+    ShareWidth();
+  } else {
+    // Its width is not known yet.
+    isShareDue_ = true;
+  }
   if (Data().RowCount() > 1) {
     SetCurrentCell({kFirstDataRow, static_cast<std::int16_t>(model_->FirstEditableColumn())});
   }
@@ -65,6 +70,13 @@ void CalGrid::Fill(const std::function<void(MemoryGrid& grid)>& fill) {
 void CalGrid::RememberWidthsAs(const QString& name) {
   widthsKey_ = "columns/" + name;
   usersWidths_ = RememberedNumbers(widthsKey_);
+}
+
+void CalGrid::showEvent(QShowEvent* event) {
+  QTableView::showEvent(event);
+  if (isShareDue_) {
+    ShareWidth();
+  }
 }
 
 void CalGrid::hideEvent(QHideEvent* event) {
@@ -227,6 +239,7 @@ std::vector<int> CalGrid::LeastWidths() const {
 }
 
 void CalGrid::ShareWidth() {
+  isShareDue_ = false;
   const QScopedValueRollback<bool> sharing(isSharing_, true);
   const std::vector<int> proportions = Proportions();
   const auto columns = static_cast<std::int16_t>(proportions.size());

@@ -72,6 +72,7 @@ class CalGrid final : public EditorTable {
   /// Home and End, with and without Ctrl, go to cells that can be edited.
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
   /// Ctrl+Shift+Home and Ctrl+Shift+End extend the selection to the first and the last row.
@@ -93,6 +94,7 @@ class CalGrid final : public EditorTable {
   QString widthsKey_;
   std::vector<int> usersWidths_;  ///< of the columns, when the user last changed one
   bool isSharing_ = false;        ///< whether the program changes the widths, not the user
+  bool isShareDue_ = false;       ///< the table was filled while it was hidden
   /// Where a selection with Shift begins after SetCurrentCell. Invalid when the user has selected
   /// something since.
   QPersistentModelIndex start_;

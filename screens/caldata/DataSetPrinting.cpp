@@ -56,7 +56,7 @@ PaperWork WorkOf(DataSetPaper paper, const QString& name) {
   return work;
 }
 
-QString NameOf(std::string_view model, const std::string& serial) {
+QString DocumentName(std::string_view model, const std::string& serial) {
   return (ToQt(model) + ' ' + ToQt(serial)).trimmed();
 }
 
@@ -76,7 +76,7 @@ PaperWork WorkOfEditor(const PrintedEditor& editor) {
                                          MemoryGrid& grid) { return earlier.Fill(page, grid); },
                .limit = LoadSlipLimits(gCalibrationDir).Of(model),
                .file = EditedFileOnPaper(editor.path(), editor.bytesToSave)}),
-      NameOf(model.code, contents.header.serialNumber));
+      DocumentName(model.code, contents.header.serialNumber));
 }
 
 /// The calibration that a version is compared with.
@@ -109,7 +109,7 @@ PaperWork WorkOfVersion(const Model* model, const std::string& path,
   const Calibration& version = versions.at(static_cast<std::size_t>(selected.front()));
   FileOnPaper file = VersionOnPaper(path, version);
   const std::string code = HistoryPlaceOf(path).folder;
-  const QString name = NameOf(code, version.header.SerialNumber);
+  const QString name = DocumentName(code, version.header.SerialNumber);
   const std::unique_ptr<cifCaldata> data =
       model == nullptr || model->create == nullptr ? nullptr : LoadCalibration(*model, version);
   if (data == nullptr) {

@@ -21,7 +21,7 @@ namespace tarvell {
 
 namespace {
 
-QString NameOf(const Calibration& calibration) {
+QString CaptionOf(const Calibration& calibration) {
   const QString number = ToQt(calibration.header.CalibrationNumber);
   return ToQt(DateText(calibration.Calibrated())) + (number.isEmpty() ? "" : ", " + number);
 }
@@ -30,7 +30,7 @@ QString NameOf(const Calibration& calibration) {
 QStringList NamesOf(const std::vector<Calibration>& calibrations) {
   QStringList names;
   for (const Calibration& calibration : calibrations) {
-    names << NameOf(calibration);
+    names << CaptionOf(calibration);
   }
   QStringList different = names;
   for (qsizetype index = 0; index < names.size(); ++index) {

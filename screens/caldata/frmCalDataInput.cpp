@@ -87,7 +87,7 @@ std::string frmCalDataInput::PointName(const CalDataGrid& grid, GridRow row) con
                     : AttenuatorPointName(grid, row);
 }
 
-std::string frmCalDataInput::NameOf(const NewPoint& point) const {
+std::string frmCalDataInput::TextOf(const NewPoint& point) const {
   MemoryGrid grid(static_cast<std::int16_t>(point.row.size()));
   grid.InsertRow(kFirstDataRow, point.row);
   return PointName(grid, kFirstDataRow);
@@ -134,7 +134,7 @@ void frmCalDataInput::AddPoint() {
       Tell(this, "This calibration point is too small: its row would show zero. Check its unit.");
       break;
     case PointPlace::Row:
-      Change(tr("adding %1").arg(ToQt(NameOf(*point))),
+      Change(tr("adding %1").arg(ToQt(TextOf(*point))),
              [&] { grid.Model().InsertRow(point->position.row, point->row, Origin::Template); });
       grid.SetCurrentCell(
           {point->position.row, static_cast<std::int16_t>(grid.Model().FirstEditableColumn())});

@@ -50,7 +50,7 @@ class frmCalDataInput final : public CalEditor {
   [[nodiscard]] bool IsSensor() const;
   /// A point as the questions name it.
   [[nodiscard]] std::string PointName(const CalDataGrid& grid, GridRow row) const;
-  [[nodiscard]] std::string NameOf(const NewPoint& point) const;
+  [[nodiscard]] std::string TextOf(const NewPoint& point) const;
   void AddPoint();
   /// Ask the user for a point; nothing when no point was given.
   [[nodiscard]] std::optional<NewPoint> AskSensorPoint();

@@ -43,16 +43,6 @@ namespace tarvell {
 
 namespace {
 
-/// The row of `gCalFiles` that the selected entry shows. Two files may have the same serial number.
-std::int16_t SelectedRow(const QListWidget* list) {
-  const QListWidgetItem* entry = list->selectedItems().value(0);
-  const auto row = static_cast<std::size_t>(NumberAdded(entry));
-  const std::string serial = NameOfEntry(entry);
-  // Row k of `gCalFiles` belongs to the entry that was added as number k.
-  const bool isItsRow = row < gCalFiles.size() && gCalFiles.at(row).SerialNumber == serial;
-  return isItsRow ? static_cast<std::int16_t>(row) : FindCalFile(serial);
-}
-
 /// A data file, in the folder of its model.
 HistorySubject SubjectAt(const std::string& path) {
   return {.path = path, .model = FindModel(ToUpper(LastNameOf(FolderOf(path))))};
@@ -330,7 +320,7 @@ void frmCalibrationMain::EditData() {
 }
 
 void frmCalibrationMain::OpenSelected(const Model& model, CalEditor::Begin begin) {
-  const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
+  const std::int16_t row = SelectedDataSet(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
   if (!editors_.Open(row, model, begin)) {
     return;
@@ -365,7 +355,7 @@ void frmCalibrationMain::ShowHistory() {
   if (!GetSelection(code, serial)) {
     return;
   }
-  const std::int16_t row = SelectedRow(ui_->lstSerialNumber);
+  const std::int16_t row = SelectedDataSet(ui_->lstSerialNumber);
   const std::string path = ListedDataSet(row).FilePath;
   frmHistory(SubjectAt(path), this).exec();
   // Another version may have been put back.
@@ -402,7 +392,7 @@ void frmCalibrationMain::DeleteData() {
   if (answer != QMessageBox::Yes) {
     return;
   }
-  const std::string path = ListedDataSet(SelectedRow(ui_->lstSerialNumber)).FilePath;
+  const std::string path = ListedDataSet(SelectedDataSet(ui_->lstSerialNumber)).FilePath;
   const auto mayLetGo = UnlessChanged(this, path);
   bool deleted = false;
   Guarded(

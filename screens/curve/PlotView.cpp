@@ -106,12 +106,13 @@ QPen PaperPenOf(const DrawnCurve& curve) {
 }
 
 int DigitsFor(const QCPRange& range) {
-  constexpr double kLeast = 4;
-  constexpr double kMost = 15;
+  constexpr double kLeastDigits = 4;
+  constexpr double kDigitLimit = 15;
   const double largest = std::max(std::abs(range.lower), std::abs(range.upper));
   // A step between two numbers may be a quarter of a power of ten.
   const double digits = std::ceil(std::log10(largest / range.size())) + 3;
-  return static_cast<int>(std::isfinite(digits) ? std::clamp(digits, kLeast, kMost) : kLeast);
+  return static_cast<int>(std::isfinite(digits) ? std::clamp(digits, kLeastDigits, kDigitLimit)
+                                                : kLeastDigits);
 }
 
 }  // namespace tarvell

@@ -40,7 +40,7 @@ bool UnsavedInstruments::Contains(const QListWidgetItem* entry) const {
   return entry != nullptr && unsaved_.contains(NumberOf(entry));
 }
 
-const std::string& UnsavedInstruments::NameOf(const QListWidgetItem* entry) const {
+const std::string& UnsavedInstruments::ModelOf(const QListWidgetItem* entry) const {
   return unsaved_.at(NumberOf(entry)).name;
 }
 

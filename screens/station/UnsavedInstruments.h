@@ -22,7 +22,7 @@ class UnsavedInstruments {
   /// Adds the instrument of a new entry, whose name is the model number.
   void Add(QListWidgetItem* entry, const StationInstrument& instrument);
   [[nodiscard]] bool Contains(const QListWidgetItem* entry) const;
-  [[nodiscard]] const std::string& NameOf(const QListWidgetItem* entry) const;
+  [[nodiscard]] const std::string& ModelOf(const QListWidgetItem* entry) const;
   [[nodiscard]] const StationInstrument& InstrumentOf(const QListWidgetItem* entry) const;
   /// Keeps the contents of the fields, if the instrument of this entry is not saved.
   void Keep(const QListWidgetItem* entry, const StationInstrument& instrument);

@@ -93,12 +93,11 @@ void frmStationGetInstr::LstInstrment_Click() {
 }
 
 void frmStationGetInstr::btnAdd_Click() {
-  const std::string serial = SelectedName(ui_->lstSerialNumber);
-  if (SelectedName(ui_->LstInstrment).empty() || serial.empty()) {
+  if (SelectedName(ui_->LstInstrment).empty() || SelectedName(ui_->lstSerialNumber).empty()) {
     Tell(this, "Model number or serial number is no selected.");
     return;
   }
-  Result = FindCalFile(serial);
+  Result = SelectedDataSet(ui_->lstSerialNumber);
   const auto row = static_cast<std::size_t>(Result);
   if (row < gCalFiles.size()) {
     pickedFile_ = gCalFiles.at(row);

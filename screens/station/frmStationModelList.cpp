@@ -238,7 +238,7 @@ void frmStationModelList::KeepUnsaved() {
 }
 
 void frmStationModelList::ShowUnsaved(QListWidgetItem* entry) {
-  fields_->OfferSerials(ReadCalFiles(this, unsaved_.NameOf(entry)));
+  fields_->OfferSerials(ReadCalFiles(this, unsaved_.ModelOf(entry)));
   fields_->Show(unsaved_.InstrumentOf(entry));
   file_ = StoredFile();
   shownEntry_ = entry;

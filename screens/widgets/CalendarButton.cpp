@@ -25,6 +25,17 @@ namespace {
 
 constexpr int kIconGap = 4;  // pixels
 
+/// The picture of all such buttons. Reading it takes longer than making a button.
+const QIcon& CalendarIcon() {
+  static QIcon icon;
+  if (icon.isNull()) {
+    icon = QIcon(":/images/calendar.svg");
+    // Pictures must not outlive the application.
+    qAddPostRoutine([] { icon = QIcon(); });
+  }
+  return icon;
+}
+
 /// The place of a pop-up below `button`, moved so that all of it is on the display.
 QPoint PlaceBelow(const QWidget& button, const QSize& popup) {
   const QRect room = button.screen()->availableGeometry();
@@ -38,7 +49,7 @@ QPoint PlaceBelow(const QWidget& button, const QSize& popup) {
 CalendarButton::CalendarButton(const DateControls& date, const QString& name, QWidget* parent)
     : QToolButton(parent), date_(date), name_(name) {
   setObjectName("calendarOf_" + date.day->objectName());
-  setIcon(QIcon(":/images/calendar.svg"));
+  setIcon(CalendarIcon());
   setAccessibleName(tr("Calendar for %1").arg(name));
   setToolTip(tr("Opens a calendar to choose %1 (F4 in the day or the year).").arg(name));
   setAccessibleDescription(toolTip());

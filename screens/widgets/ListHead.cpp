@@ -28,7 +28,7 @@ constexpr int kTypingPause = 150;  // ms
 constexpr float kPlaceholderShare = 0.7F;
 
 /// How the settings name an order; also its name in the menu.
-const char* NameOf(ListOrder order) {
+const char* SettingOf(ListOrder order) {
   switch (order) {
     case ListOrder::Folder:
       return "folder";
@@ -133,10 +133,10 @@ QString ListHead::Key() const {
 
 void ListHead::AddOrder(const QString& caption, ListOrder order) {
   QAction* action = orders_->addAction(caption);
-  action->setObjectName(list_->objectName() + NameOf(order));
+  action->setObjectName(list_->objectName() + SettingOf(order));
   action->setCheckable(true);
   orders_->findChild<QActionGroup*>()->addAction(action);
-  const bool isRemembered = RememberedText(Key()) == NameOf(order);
+  const bool isRemembered = RememberedText(Key()) == SettingOf(order);
   if (isRemembered || order == ListOrder::Folder) {
     action->setChecked(true);
     order_ = order;
@@ -146,7 +146,7 @@ void ListHead::AddOrder(const QString& caption, ListOrder order) {
 
 void ListHead::ChooseOrder(ListOrder order) {
   order_ = order;
-  Remember(Key(), QString(NameOf(order)));
+  Remember(Key(), QString(SettingOf(order)));
   Apply();
 }
 

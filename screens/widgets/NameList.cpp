@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "core/text/FileCharacters.h"
+#include "core/text/NaturalOrder.h"
 #include "screens/widgets/PaleSelection.h"
 #include "screens/widgets/QtText.h"
 
@@ -28,6 +29,7 @@ namespace {
 // What an entry keeps besides its name. The roles up to UserRole + 9 are for other subjects.
 constexpr int kNumberRole = Qt::UserRole + 10;  ///< how many were added before it
 constexpr int kDueRole = Qt::UserRole + 11;
+constexpr int kNameKeyRole = Qt::UserRole + 12;  ///< NaturalKey of the name, set to sort by it
 
 /// The property of a list that holds its order.
 constexpr const char* kOrder = "order";
@@ -46,7 +48,9 @@ class NameEntry final : public QListWidgetItem {
       return DueNumber(*this) < DueNumber(other);
     }
     const int names =
-        order == ListOrder::Folder ? 0 : text().compare(other.text(), Qt::CaseInsensitive);
+        order == ListOrder::Folder
+            ? 0
+            : data(kNameKeyRole).toByteArray().compare(other.data(kNameKeyRole).toByteArray());
     return names != 0 ? names < 0 : NumberOf(this) < NumberOf(&other);
   }
 
@@ -231,6 +235,13 @@ int NumberAdded(const QListWidgetItem* entry) {
 
 void SortNames(QListWidget* list, ListOrder order) {
   list->setProperty(kOrder, static_cast<int>(order));
+  if (order != ListOrder::Folder) {
+    for (int row = 0; row < list->count(); ++row) {
+      QListWidgetItem* entry = list->item(row);
+      const std::string key = NaturalKey(FromQt(entry->text().toCaseFolded()));
+      entry->setData(kNameKeyRole, QByteArray::fromStdString(key));
+    }
+  }
   list->sortItems();
 }
 

@@ -37,7 +37,7 @@ void AddName(QListWidget* list, const std::string& name);
 [[nodiscard]] int NumberAdded(const QListWidgetItem* entry);
 
 /// The orders that a list can be shown in: as its entries were added, which is that of the folder;
-/// by name, in any case; by due date, without a date at the end.
+/// by name, in any case and with numbers by their value; by due date, without a date at the end.
 enum class ListOrder { Folder, Name, DueDate };
 
 /// Shows the entries in an order. Entries that are added later stay at the end.

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "core/caldata/CalFileNotes.h"
@@ -143,6 +144,15 @@ void ListDataSets(QListWidget* list, const std::string& model, ListHead& head, N
     notices.Report(kFilterNotice,
                    ListHead::tr("No data set of %1 matches the filter.").arg(ToQt(model)));
   }
+}
+
+std::int16_t SelectedDataSet(const QListWidget* list) {
+  const QListWidgetItem* entry = list->selectedItems().value(0);
+  const auto row = static_cast<std::size_t>(NumberAdded(entry));
+  const std::string serial = NameOfEntry(entry);
+  // Row k of `gCalFiles` belongs to the entry that was added as number k.
+  const bool isItsRow = row < gCalFiles.size() && gCalFiles.at(row).SerialNumber == serial;
+  return isItsRow ? static_cast<std::int16_t>(row) : FindCalFile(serial);
 }
 
 void ShowCalFile(QListWidgetItem* entry, const CalFileInfo& row, const FileDate& today) {

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QPalette>
 
+#include <cstdint>
 #include <string>
 
 #include "core/caldata/mTypeDef.h"
@@ -38,6 +39,10 @@ void FillSerialList(QListWidget* list, const std::string& model, const FileDate&
 /// shown in `notices`, because the list is read again at each change.
 void ListDataSets(QListWidget* list, const std::string& model, ListHead& head, NoticeLine& notices,
                   bool isTyping);
+
+/// The row of `gCalFiles` that the selected entry shows, even if another file has the same serial
+/// number; kTableRows if there is no such row. One entry must be selected.
+[[nodiscard]] std::int16_t SelectedDataSet(const QListWidget* list);
 
 /// Marks an entry of such a list, or of another, by its due date, which is also what it is sorted
 /// by.

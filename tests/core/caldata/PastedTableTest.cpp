@@ -156,6 +156,8 @@ TEST_F(PastingTables, HaveTheUnitsOfTheirCaptionsAndCells) {
             (Lines{"+ 1005.00 99.0", "+ 12400.0 98.0"}));
   EXPECT_TRUE(Paste("GHz\t%\n1\t99").isUnitNamed);
   ExpectRefused("Frequency [THz]\tFactor\n1\t99", {"Line 1, column 1", "THz"});
+  ExpectRefused("Frequency [mHz]\tFactor\n1\t99", {"Line 1, column 1", "mHz"});
+  EXPECT_EQ(Shown(Paste("mhz\t%\n12400\t98")), (Lines{"+ 12400.0 98.0"}));
   ExpectRefused("GHz or MHz\tFactor\n1\t99", {"Line 1, column 1", "both GHz and MHz"});
   ExpectRefused("Factor [%]\tFrequency [GHz]\n99\t1", {"Line 1, column 1", "Line 1, column 2"});
   ExpectRefused("1\t99 dB\n2 %\t98", {"Line 1, column 2: \"99 dB\" is not in %",

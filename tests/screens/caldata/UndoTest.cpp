@@ -245,12 +245,12 @@ class RandomActs : public TabEditorFixture, public testing::WithParamInterface<c
 
   /// Steps through the whole history.
   static void GoToEnd(CalEditor& editor, bool back) {
-    constexpr int kMost = 1000;
+    constexpr int kStepLimit = 1000;
     GridOf(editor).setFocus();
     const auto isAtEnd = [&] {
       return back ? !editor.History().canUndo() : !editor.History().canRedo();
     };
-    for (int step = 0; step < kMost && !isAtEnd(); ++step) {
+    for (int step = 0; step < kStepLimit && !isAtEnd(); ++step) {
       back ? Undo() : Redo();
     }
     EXPECT_TRUE(isAtEnd());

@@ -84,6 +84,23 @@ TEST_F(InstrumentPicker, ReturnsThePickedRowAndItsFile) {
   }
 }
 
+TEST_F(InstrumentPicker, PicksTheSelectedOneOfTwoFilesWithTheSameSerialNumber) {
+  WriteCalFile("PX12A", "SN1", {.serial = "1"});
+  WriteCalFile("PX12A", "SNCOPY", {.serial = "1"});
+  for (int entry = 0; entry < 2; ++entry) {
+    std::string path;
+    AtPicker([&](frmStationGetInstr& picker) {
+      ClickEntry(picker, "LstInstrment", "PX12A");
+      auto& list = Find<QListWidget>(picker, "lstSerialNumber");
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                        list.visualItemRect(list.item(entry)).center());
+      path = gCalFiles.at(static_cast<std::size_t>(entry)).FilePath;
+      Click(picker, "btnAdd");
+    });
+    EXPECT_EQ(file_->FilePath, path);
+  }
+}
+
 TEST_F(InstrumentPicker, NeedsAModelAndASerialNumber) {
   WriteCalFile("PX12A", "SN12345");
   WriteCalFile("PX13A", "SN1", {.serial = "1"});
