@@ -39,7 +39,7 @@ struct ScreenFault {
       {Step::Attributes, std::errc::io_error, kDisk},
       {Step::Sync, std::errc::io_error, kDisk},
       {Step::Close, std::errc::no_space_on_device, kFull},
-      {Step::Replace, std::errc::permission_denied, kRights},
+      {Step::Replace, std::errc::device_or_resource_busy, "another program has it open."},
       {Step::SyncFolder, std::errc::io_error, kDisk, true}};
   return kFaults;
 }
