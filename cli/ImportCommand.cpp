@@ -267,7 +267,7 @@ bool Save(cifCaldata& data, const std::string& path, bool replaces, Console& con
       MayReplace([&] { return data.WouldReplace(path); },
                  [&](const Replacement& replacement) {
                    if (!replaces) {
-                     Report(console, path,
+                     Report(console, PathText(NativePath(path)),
                             "This file already exists, with the serial number " +
                                 Quoted(replacement.file.serialNumber) +
                                 ". Nothing was saved. To replace it, repeat "

@@ -21,13 +21,24 @@ struct Key {
 };
 
 /// In the order in which they are compared: "next calibration date" also holds "calibration date".
-constexpr std::array<Key, 76> kKeys = {{{"member serial", KeyField::MemberSerial},
+constexpr std::array<Key, 87> kKeys = {{{"member serial", KeyField::MemberSerial},
                                         {"serial", KeyField::SerialNumber},
                                         {"serien", KeyField::SerialNumber},
                                         {"série", KeyField::SerialNumber},
                                         {"serie", KeyField::SerialNumber},
                                         {"s/n", KeyField::SerialNumber},
                                         {"matricola", KeyField::SerialNumber},
+                                        {"ser. n", KeyField::SerialNumber},
+                                        {"ser.n", KeyField::SerialNumber},
+                                        {"ser n", KeyField::SerialNumber},
+                                        {"ser.-n", KeyField::SerialNumber},
+                                        {"s.n.", KeyField::SerialNumber},
+                                        {"sn.", KeyField::SerialNumber, true},
+                                        {"matr.", KeyField::SerialNumber},
+                                        {"fabr.-n", KeyField::SerialNumber},
+                                        {"fabr. n", KeyField::SerialNumber},
+                                        {"nr seryjny", KeyField::SerialNumber},
+                                        {"nr. seryjny", KeyField::SerialNumber},
                                         {"gerätenummer", KeyField::SerialNumber},
                                         {"gerätenr", KeyField::SerialNumber},
                                         {"geräte-nr", KeyField::SerialNumber},
@@ -257,7 +268,7 @@ bool IsOnlyOfDates(std::string_view folded) {
 
 std::optional<std::pair<std::string_view, std::string_view>> KeyAndValueIn(std::string_view cell) {
   constexpr std::string_view kDigits = "0123456789";
-  constexpr std::array<std::string_view, 3> kSerials = {"s/n", "sn", "matricola"};
+  constexpr std::array<std::string_view, 4> kSerials = {"s/n", "sn", "s.n.", "matricola"};
   const std::size_t blank = std::min(cell.rfind(' '), cell.size());
   const std::string_view key = cell.substr(0, blank);
   const std::string_view value = cell.substr(std::min(blank + 1, cell.size()));
@@ -266,8 +277,11 @@ std::optional<std::pair<std::string_view, std::string_view>> KeyAndValueIn(std::
   const bool isNumber =
       NamesNumber(folded) || std::ranges::find(kSerials, folded) != kSerials.end();
   const bool isKey = field == KeyField::SerialNumber || field == KeyField::CalibrationNumber;
-  const bool isPair = isKey && isNumber && key.find_first_of(kDigits) == std::string_view::npos &&
-                      value.find_first_of(kDigits) != std::string_view::npos;
+  // "PX11A S/N 4711" has the model before the key.
+  const bool isPlain =
+      folded.ends_with(" s/n") || key.find_first_of(kDigits) == std::string_view::npos;
+  const bool isPair =
+      isKey && isNumber && isPlain && value.find_first_of(kDigits) != std::string_view::npos;
   return isPair ? std::optional(std::pair(key, value)) : std::nullopt;
 }
 

@@ -43,6 +43,11 @@ void ImportPreview::Plan() {
   Judge();
   ShowSummary();
   ShowPlannedHeader(ui_->tblHeader, plan_.fields);
+  // The values are shown first.
+  const auto changed = std::ranges::count_if(
+      plan_.fields, [](const PlannedField& field) { return field.before != field.after; });
+  ui_->tabs->setTabText(ui_->tabs->indexOf(ui_->tabHeader),
+                        changed == 0 ? tr("&Header") : tr("&Header: %1 changed").arg(changed));
   ShowRows();
   ScrollRows();
   ShowNotes();

@@ -18,10 +18,11 @@ set(OTHER_WAYS
   "QFile( +[a-z]|[({]|::(copy|rename|remove|link|setPermissions))" "QSaveFile" "QTemporary" "QSettings" "QTextStream" "QDataStream" "QLockFile"
   "QProcess" "(mkpath|mkdir|rmdir|rmpath|removeRecursively|moveToTrash) *\\(")
 
-# The five sources that may use some of them.
+# The six sources that may use some of them.
 set(ALLOWED_core/platform/LinuxPlatform.cpp ".*")
 set(ALLOWED_core/platform/WindowsFile.cpp ".*")
 set(ALLOWED_core/platform/WindowsPlatform.cpp ".*")
+set(ALLOWED_core/platform/WindowsRecycleBin.cpp "::DeleteFile|::RemoveDirectory")
 # Only for the desktop's trash: deleted files move into it.
 set(ALLOWED_screens/widgets/DesktopPlatform.cpp
   "moveToTrash *\\(|mkpath *\\(|(filesystem)?::(copy|remove)\\(?")

@@ -399,7 +399,8 @@ TEST_F(WrongNumbers, DatesOfAnEarlierCalibrationOrAMeasuringDeviceAreNotThoseOfT
 
 TEST_F(WrongNumbers, ASerialNumberMayFollowItsKeyInOneCellAndAModelMayBeAnywhere) {
   const std::string table = "\n\nMHz;%\n50;98.5\n1000;97.5\n";
-  for (const std::string line : {"Serial No. Z9", "SN;Z9", "S/N Z9", "Ger\u00E4tenummer;Z9"}) {
+  for (const std::string line : {"Serial No. Z9", "SN;Z9", "S/N Z9", "PX11A S/N Z9", "Ser.-Nr.;Z9",
+                                 "S.N.;Z9", "Ger\u00E4tenummer;Z9"}) {
     Read(line + table);
     EXPECT_EQ(plan_.header.serialNumber, "Z9") << line;
   }

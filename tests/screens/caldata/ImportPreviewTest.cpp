@@ -4,6 +4,7 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QSplitter>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <gtest/gtest.h>
 
@@ -37,6 +38,7 @@ TEST_F(ImportingASensor, ShowsWhatChangesAndTakesItAsOneActThatCanBeUndone) {
         EXPECT_EQ(PreviewRow(preview, "tblRows", 1), "updated|1000.00|97.0 \u2192 97.5*");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 2), "added|1500.00*|96.8*");
         EXPECT_EQ(PreviewRow(preview, "tblRows", 3), "not in it, is kept|2000.00|96.0");
+        EXPECT_EQ(Find<QTabWidget>(preview, "tabs").tabText(1), "&Header: 2 changed");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 0), "Calibration number|C-0042|C-0099*|line 2");
         EXPECT_EQ(PreviewRow(preview, "tblHeader", 1),
                   "Calibration date|5 MAR 2001|7 AUG 2026*|line 3");
