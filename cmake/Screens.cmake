@@ -117,7 +117,10 @@ else()
   set(library_type MODULE)
   set(TARVELL_LIBRARY_FILES ${TARVELL_LIBRARIES})
 endif()
-add_library(tarvell_curve ${library_type} screens/curve/PlotView.cpp screens/curve/QcpPlot.cpp)
+add_library(tarvell_curve ${library_type}
+  screens/curve/BoundedGraph.cpp
+  screens/curve/PlotView.cpp
+  screens/curve/QcpPlot.cpp)
 target_link_libraries(tarvell_curve PRIVATE QCustomPlotQt6::QCustomPlotQt6 Qt6::Widgets
   tarvell_warnings)
 target_precompile_headers(tarvell_curve PRIVATE <qcustomplot.h>)

@@ -17,6 +17,7 @@
 #include "screens/caldata/EarlierChoice.h"
 #include "screens/caldata/ImportNotes.h"
 #include "screens/widgets/AltKeys.h"
+#include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"
@@ -67,6 +68,7 @@ ImportPreview::ImportPreview(const ImportTarget& target, const EarlierChoice& ea
                               {ui_->lblColumn4, ui_->cmbColumn4}});
   for (QComboBox* box : ui_->choices->findChildren<QComboBox*>()) {
     ShowLongTexts(box);
+    ChangeOnlyDeliberately(box);
   }
   for (QLabel* label : ui_->choices->findChildren<QLabel*>()) {
     // The toolkit measures a text without the gap that its underlined letter makes.
@@ -128,6 +130,8 @@ void ImportPreview::ConnectControls() {
     connect(box.second, &QComboBox::activated, this, &ImportPreview::cmbColumn_Activated);
   }
   connect(ui_->chkRemove, &QCheckBox::toggled, this, [this] {
+    // What was checked did not remove these points, or removed them.
+    ui_->chkConfirm->setChecked(false);
     Judge();
     ShowRows();
     ShowNotes();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "screens/curve/BoundedGraph.h"
 #include "screens/curve/CurvePlot.h"
 #include "screens/curve/PlotView.h"
 
@@ -187,7 +188,7 @@ class QcpPlot final : public QCustomPlot, public CurvePlot {
 
  private:
   void AddCurve(const DrawnCurve& curve) {
-    QCPGraph* graph = addGraph();
+    auto* graph = new BoundedGraph(xAxis, yAxis);  // the plot owns it
     graph->setName(curve.name);
     if (curve.name.isEmpty()) {
       graph->removeFromLegend();

@@ -23,6 +23,7 @@
 #include "screens/overview/UpdateStations.h"
 #include "screens/widgets/AltKeys.h"
 #include "screens/widgets/BusyPointer.h"
+#include "screens/widgets/DeliberateChoice.h"
 #include "screens/widgets/EnterKey.h"
 #include "screens/widgets/Guard.h"
 #include "screens/widgets/Handbook.h"
@@ -56,6 +57,8 @@ frmOverview::frmOverview(QWidget* parent)
   setWindowTitle(tr("Overview") + " - " + ToQt(kApplicationTitle));
   filter_ = new OverviewFilter(
       {.text = ui_->txtFilter, .state = ui_->cmbState, .station = ui_->cmbStation}, this);
+  ChangeOnlyDeliberately(ui_->cmbState);
+  ChangeOnlyDeliberately(ui_->cmbStation);
   const std::vector<int> days = RememberedNumbers(kDueSoonDaysSetting);
   ui_->spnDueSoon->setValue(days.size() == 1 ? days[0] : kDueSoonDays);
   KeepPlace(ui_->prgSurvey);

@@ -4,6 +4,8 @@
 #include "screens/widgets/EnterKey.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -26,7 +28,9 @@ class EnterKey : public QObject {
       return false;
     }
     const auto& key = *static_cast<QKeyEvent*>(event);
-    if (qobject_cast<QLineEdit*>(watched) != nullptr) {
+    if (qobject_cast<QLineEdit*>(watched) != nullptr ||
+        qobject_cast<QComboBox*>(watched) != nullptr ||
+        qobject_cast<QAbstractItemView*>(watched) != nullptr) {
       return IsUnknownAltKey(key);
     }
     if (!IsPlainEnter(key)) {
@@ -44,7 +48,8 @@ class EnterKey : public QObject {
   }
 
  private:
-  /// An Alt key that the screen does not have. The toolkit would type its letter into the box.
+  /// An Alt key that the screen does not have. The toolkit would type its letter into the box, or
+  /// search for it in the list.
   /// AltGr, which types characters, is Ctrl+Alt on some systems.
   static bool IsUnknownAltKey(const QKeyEvent& key) {
     return (key.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier &&
@@ -75,6 +80,12 @@ void EnterPressesFocusedButton(QWidget* screen) {
   }
   for (auto* box : screen->findChildren<QLineEdit*>()) {
     box->installEventFilter(keys);
+  }
+  for (auto* box : screen->findChildren<QComboBox*>()) {
+    box->installEventFilter(keys);
+  }
+  for (auto* list : screen->findChildren<QAbstractItemView*>()) {
+    list->installEventFilter(keys);
   }
   // A dialog presses its default button for keys that no control takes.
   screen->installEventFilter(keys);

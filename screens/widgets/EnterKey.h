@@ -12,7 +12,8 @@ namespace tarvell {
 /// Makes Enter press the focused push button, for every one that `screen` has at this time. On many
 /// desktops Enter would press the default button instead. A key that is held presses one button
 /// once, even if that opens another screen. An Alt key presses a button of any kind at once. One
-/// that belongs to nothing does nothing; in particular, it types no letter.
+/// that belongs to nothing does nothing; in particular, it types no letter and chooses no entry of
+/// a list.
 void EnterPressesFocusedButton(QWidget* screen);
 
 /// Whether this key is one of the two Enter keys, without Ctrl, Alt or Meta.

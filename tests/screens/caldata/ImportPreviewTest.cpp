@@ -173,6 +173,8 @@ TEST_F(ImportingASensor, HasToBeConfirmedAgainWhenItIsAboutSomethingElse) {
         };
         Click(preview, "chkConfirm");
         Click(preview, "chkRemove");
+        EXPECT_FALSE(isTicked("chkConfirm")) << "the import without removed points was confirmed";
+        Click(preview, "chkConfirm");
         EXPECT_TRUE(CanImport(preview));
         Choose(preview, "cmbItem", "X2");
         EXPECT_FALSE(CanImport(preview));

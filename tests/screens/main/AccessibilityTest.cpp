@@ -497,6 +497,30 @@ TEST_P(Accessibility, AnAltKeyThatTheScreenLacksTypesNothing) {
       QApplication::sendEvent(box, &key);
       EXPECT_EQ(box->text(), text) << Describe(*box);
     }
+    for (auto* box : screen.findChildren<QComboBox*>()) {
+      const int chosen = box->currentIndex();
+      for (int index = 0; index < box->count(); ++index) {
+        const QString letter = box->itemText(index).left(1);
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_7, Qt::AltModifier, letter);
+        QApplication::sendEvent(box, &key);
+        EXPECT_EQ(box->currentIndex(), chosen) << Describe(*box);
+      }
+    }
+  });
+}
+
+TEST_P(Accessibility, TheWheelChangesNoChoiceWithoutTheKeyboard) {
+  At([](QWidget& screen) {
+    for (auto* box : screen.findChildren<QComboBox*>()) {
+      const int chosen = box->currentIndex();
+      box->clearFocus();
+      for (const int turn : {120, -120}) {
+        QWheelEvent wheel(QPointF(1, 1), box->mapToGlobal(QPointF(1, 1)), {}, {0, turn},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(box, &wheel);
+        EXPECT_EQ(box->currentIndex(), chosen) << Describe(*box);
+      }
+    }
   });
 }
 
