@@ -4,12 +4,12 @@
 #include "exchange/PagePlanning.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 
 #include "core/caldata/CellNotices.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionWords.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -45,6 +45,33 @@ std::string UnitOfTable(const ModelColumn& column) {
                            : column.role == ColumnRole::Value && column.unit.IsLike(Unit()) ? "%"
                                                                                             : "";
   return unit.empty() ? "the unit of the cell that each is for" : unit + ", as in the table";
+}
+
+bool IsOfStandardUncertainties(const CertificateColumn& column) {
+  return NamesStandard(FoldedNames(column)) || NamesStandard(Folded(column.refType));
+}
+
+/// The captions that the user can judge: in their own language, in English and those for every
+/// language; the one that is shown where there is none of these.
+std::vector<std::string> CaptionsFor(const Names& names, std::string_view language) {
+  std::vector<std::string> captions;
+  for (const LocalText& name : names) {
+    const std::string_view own = std::string_view(name.language).substr(0, 2);
+    if (own.empty() || own == "en" || own == language.substr(0, 2)) {
+      captions.push_back(name.text);
+    }
+  }
+  return captions.empty() ? std::vector<std::string>{NameIn(names, language)} : captions;
+}
+
+/// "A", "B" and "C", in quotes.
+std::string Listed(const std::vector<std::string>& words) {
+  std::string list;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    list += i == 0 ? "" : i + 1 == words.size() ? " and " : ", ";
+    list += Quoted(words[i]);
+  }
+  return list;
 }
 
 }  // namespace
@@ -88,7 +115,7 @@ void PagePlanning::JudgeColumns() {
   DoubtRepeatedValues();
   DoubtStandardUncertainties();
   DoubtCoverageFactors();
-  DoubtUnnamedFactors();
+  DoubtCaptions();
 }
 
 const WrittenValue* PagePlanning::ValueAt(std::size_t row, std::size_t column) const {
@@ -189,7 +216,7 @@ void PagePlanning::DoubtStandardUncertainties() {
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const std::optional<ColumnSource>& from = source_.match.at(i);
     if (columns_[i].IsUncertainty() && from && !from->isUncertainty &&
-        NamesStandard(FoldedNames(source_.table.columns.at(from->column)))) {
+        IsOfStandardUncertainties(source_.table.columns.at(from->column))) {
       plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has standard uncertainties, and the table has expanded ones. They "
                              "are taken as they are.");
@@ -212,7 +239,7 @@ void PagePlanning::DoubtCoverageFactors() {
     const double number = NumericValueOrInfinity(factor);
     const bool isUsual = factor.empty() || (number >= kLeastUsual && number <= kLargestUsual);
     // A standard uncertainty is asked about anyway.
-    if (!isUsual && (from->isUncertainty || !NamesStandard(names))) {
+    if (!isUsual && (from->isUncertainty || !IsOfStandardUncertainties(column))) {
       plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has uncertainties with the coverage factor " + factor +
                              ", and the table has those with about 2. They are taken as they "
@@ -221,25 +248,46 @@ void PagePlanning::DoubtCoverageFactors() {
   }
 }
 
-void PagePlanning::DoubtUnnamedFactors() {
+void PagePlanning::DoubtCaptions() {
+  if (source_.keepsTexts) {
+    return;
+  }
+  const ColumnMatch proposed = MatchedColumns(source_.table, columns_).match;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const ModelColumn& column = columns_[i];
-    const bool isFactor =
-        column.role == ColumnRole::Value && column.unit.IsLike(Unit()) && column.unit.power == -2;
-    if (!isFactor || !source_.match.at(i)) {
-      continue;
+    const bool isProposed = source_.match.at(i) && source_.match[i] == proposed.at(i);
+    // The uncertainties of a DCC's values have no caption of their own.
+    if (isProposed && !source_.match[i]->isUncertainty && !columns_[i].quantity.empty()) {
+      DoubtCaption(i);
     }
-    const CertificateColumn& from = source_.table.columns.at(source_.match[i]->column);
-    const std::string name = FoldedNames(from);
-    const std::string kind = Folded(from.refType);
-    const bool hasName = std::ranges::any_of(
-        name + kind, [](unsigned char c) { return c > 0x7F || std::isalpha(c) != 0; });
-    const bool isNamed = HasWord(name, column.words) || HasWord(kind, column.words) ||
-                         NamesMeasured(name) || NamesMeasured(kind);
-    if (hasName && !isNamed) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
-                             " is not named as a calibration factor. It is taken as one.");
-    }
+  }
+}
+
+void PagePlanning::DoubtCaption(std::size_t index) {
+  const ModelColumn& column = columns_[index];
+  const CertificateColumn& from = source_.table.columns.at(source_.match[index]->column);
+  if (column.IsUncertainty() && IsOfStandardUncertainties(from)) {
+    return;
+  }
+  const std::string kind = Folded(from.refType);
+  bool hasWords = false;
+  bool isNamed = HasWord(kind, column.words) || NamesMeasured(kind);
+  std::vector<std::string> unknown;
+  for (const std::string& caption : CaptionsFor(from.caption, source_.language)) {
+    const CaptionReading reading = ReadingOf(caption, column);
+    hasWords = hasWords || reading.hasWords;
+    isNamed = isNamed || reading.isNamed || HasWord(Folded(caption), column.words) ||
+              NamesMeasured(Folded(caption));
+    unknown.insert(unknown.end(), reading.unknown.begin(), reading.unknown.end());
+  }
+  const std::string quantity(column.quantity);
+  if (column.role == ColumnRole::Value && hasWords && !isNamed) {
+    plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(index)) +
+                           " is not named as " + quantity + ". It is taken as one.");
+  } else if (!unknown.empty()) {
+    plan_.doubts.push_back(
+        Where() + "The column " + Quoted(ColumnTitle(index)) + " is taken as " +
+        (column.IsUncertainty() ? "an expanded uncertainty of " + quantity : quantity) +
+        ", though its caption also says " + Listed(unknown) + ".");
   }
 }
 

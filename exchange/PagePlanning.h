@@ -90,8 +90,10 @@ class PagePlanning {
   void DoubtStandardUncertainties();
   /// The expanded uncertainties of certificates have coverage factors of about 2.
   void DoubtCoverageFactors();
-  /// Many quantities are in per cent, such as the effective efficiency of a sensor.
-  void DoubtUnnamedFactors();
+  /// A column that nobody chose by hand is taken without a question only if every word of its
+  /// caption is known for it. Many quantities are in per cent or decibel.
+  void DoubtCaptions();
+  void DoubtCaption(std::size_t index);
   /// The source of a column as messages name it.
   [[nodiscard]] std::string ColumnTitle(std::size_t column) const;
 

@@ -462,6 +462,52 @@ TEST_F(WrongNumbers, EachSentenceIsSaidOnce) {
             Texts{"RT521A: 1 kHz is in the certificate twice. The first one is used."});
 }
 
+TEST_F(WrongNumbers, AColumnThatSaysMoreThanItsQuantityIsAskedAbout) {
+  const auto doubts = [&](const std::string& text, const std::string& model) {
+    Read(text, model);
+    return plan_.doubts;
+  };
+  EXPECT_EQ(doubts("RBW frequency [Hz];RF [MHz];KF low power [%]\n1e6;50;98.5\n", "PX11A"),
+            (Texts{"The column \"RBW frequency [Hz]\" is taken as a frequency, though its caption "
+                   "also says \"RBW\".",
+                   "The column \"KF low power [%]\" is taken as a calibration factor, though its "
+                   "caption also says \"low power\"."}));
+  EXPECT_EQ(
+      doubts("Setting [dB];f [MHz];Repeatability [dB]\n0;50;0.003\n", "PX60G"),
+      Texts{"The column \"Repeatability [dB]\" is not named as an attenuation. It is taken as "
+            "one."});
+  OpenCapacitors();
+  EXPECT_EQ(doubts("RT521A\nf [kHz];C [pF];Dissipation factor;Uncertainty of C [1]\n"
+                   "1;1.0001;0.0002;0.00005\n",
+                   "RT520A"),
+            Texts{"RT521A: The column \"Uncertainty of C [1]\" is taken as an expanded uncertainty "
+                  "of a dissipation factor, though its caption also says \"C\"."});
+}
+
+TEST_F(WrongNumbers, AColumnThatTheUserChoseIsNotAskedAbout) {
+  Read("f [MHz];KF low [%];KF high [%]\n50;98.5;97\n");
+  EXPECT_EQ(plan_.open.size(), 1U);
+  choices_.pages[0].match = {ColumnSource{0, false}, ColumnSource{2, false}};
+  choices_.pages[0].asked.clear();
+  plan_ = PlanImport(Target(), certificate_, choices_);
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(RowsOf(0), Texts{"50.00 97.0"});
+}
+
+TEST_F(WrongNumbers, TheCaptionsOfADccCountInTheLanguageOfTheUserAndInEnglish) {
+  const auto doubts = [&](const std::string& names) {
+    std::string dcc = DccWith({"<d:result>"});
+    const std::string name = "<d:content>Factor</d:content>";
+    dcc.replace(dcc.find(name), name.size(), names);
+    Read(dcc);
+    return plan_.doubts.size();
+  };
+  const std::string danish = "<d:content lang=\"da\">Kalibreringsfaktor, lav effekt</d:content>";
+  EXPECT_EQ(doubts(danish + "<d:content lang=\"en\">Calibration factor</d:content>"), 0U);
+  EXPECT_EQ(doubts(danish + "<d:content lang=\"en\">Factor, low power</d:content>"), 1U);
+  EXPECT_EQ(doubts(danish), 1U);
+}
+
 TEST_F(WrongNumbers, BlanksInTitlesAndCaptionsAreShownOnce) {
   Read("After  the\tadjustment\nf  [MHz];KF [%]\n50;98.5\n\nx;y;z\n1;2;3\n");
   EXPECT_EQ(TitleOf(certificate_.tables.at(0), "en"), "After the adjustment");
