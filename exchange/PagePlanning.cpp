@@ -113,6 +113,8 @@ void PagePlanning::JudgeColumns() {
   DoubtMissingUnits();
   DoubtCellsBesideTheCaptions();
   DoubtRepeatedValues();
+  DoubtCutDecimals();
+  DoubtPartsOfRatios();
   DoubtStandardUncertainties();
   DoubtCoverageFactors();
   DoubtCaptions();
@@ -187,6 +189,55 @@ void PagePlanning::DoubtCellsBesideTheCaptions() {
                            " has numbers but no caption. If the certificate writes decimals with "
                            "the sign that separates the columns, each number is cut in two: "
                            "compare the values with the certificate.");
+  }
+}
+
+void PagePlanning::DoubtCutDecimals() {
+  const auto isWhole = [](const WrittenValue& value) {
+    return value.isNumber && value.text.find_first_not_of("-0123456789") == std::string::npos;
+  };
+  const auto isDigits = [](const WrittenValue& value) {
+    return value.text.find_first_not_of("0123456789") == std::string::npos;
+  };
+  for (std::size_t i = 0; i < columns_.size() && source_.table.hasCommas; ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (!from || columns_[i].role == ColumnRole::Member ||
+        from->column + 1 >= source_.table.columns.size()) {
+      continue;
+    }
+    const ColumnSource next = {from->column + 1, false};
+    const CertificateColumn& column = source_.table.columns[next.column];
+    const std::vector<WrittenValue>& after = column.series.front().values;
+    const bool hasDigits = !NameIn(column.caption, source_.language).empty() &&
+                           std::ranges::all_of(after, isDigits) &&
+                           std::ranges::any_of(after, &WrittenValue::isNumber);
+    // A point of whole numbers before a value is usual.
+    const bool isOther = !columns_[i].IsPoint() || !IsUsed(source_.match, next);
+    if (hasDigits && isOther && std::ranges::all_of(*values_[i], isWhole)) {
+      plan_.doubts.push_back(
+          Where() + "Commas separate the columns, and " + Quoted(ColumnTitle(i)) + " and " +
+          Quoted(SourceName(source_.table, next, source_.language)) +
+          " have only whole numbers. If the certificate writes decimals with a comma, each number "
+          "is cut in two: compare the values with the certificate.");
+    }
+  }
+}
+
+void PagePlanning::DoubtPartsOfRatios() {
+  const auto powerOf = [](const std::vector<WrittenValue>& values) {
+    const auto found = std::ranges::find_if(
+        values, [](const WrittenValue& value) { return value.isNumber && UnitFrom(value.unit); });
+    return found == values.end() ? 0 : UnitFrom(found->unit)->power;
+  };
+  for (std::size_t i = 1; i < columns_.size(); ++i) {
+    const bool isOfRatio = columns_[i].role == ColumnRole::Uncertainty &&
+                           columns_[i].unit.IsLike(Unit()) && values_[i] != nullptr &&
+                           values_[i - 1] != nullptr && !source_.match[i]->isUncertainty;
+    if (isOfRatio && powerOf(*values_[i]) != 0 && powerOf(*values_[i - 1]) == 0) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
+                             " may be relative to the values before it, which have no unit. It is "
+                             "taken as absolute: 1 % as 0.01.");
+    }
   }
 }
 
@@ -280,6 +331,7 @@ void PagePlanning::DoubtCaption(std::size_t index) {
     unknown.insert(unknown.end(), reading.unknown.begin(), reading.unknown.end());
   }
   const std::string quantity(column.quantity);
+  isNamed = isNamed && !IsTitledAsOther(index);
   if (column.role == ColumnRole::Value && hasWords && !isNamed) {
     plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(index)) +
                            " is not named as " + quantity + ". It is taken as one.");
@@ -289,6 +341,23 @@ void PagePlanning::DoubtCaption(std::size_t index) {
         (column.IsUncertainty() ? "an expanded uncertainty of " + quantity : quantity) +
         ", though its caption also says " + Listed(unknown) + ".");
   }
+}
+
+bool PagePlanning::IsTitledAsOther(std::size_t index) const {
+  const ModelColumn& column = columns_[index];
+  const CertificateTable& table = source_.table;
+  const CertificateColumn& from = table.columns.at(source_.match[index]->column);
+  const bool isShared = column.unit.IsLike(Unit()) || column.unit.special == "decibel";
+  const auto names = [&](const std::string& text) {
+    return HasWord(Folded(text), column.words) || ReadingOf(text, column).isNamed;
+  };
+  const auto namesIt = [&](const LocalText& name) { return names(name.text); };
+  const std::vector<std::string> titles = CaptionsFor(table.name, source_.language);
+  return isShared && !names(from.refType) && std::ranges::none_of(from.caption, namesIt) &&
+         std::ranges::none_of(table.name, namesIt) &&
+         std::ranges::any_of(titles, [&](const std::string& title) {
+           return !title.starts_with("Table of line ") && !ReadingOf(title, column).unknown.empty();
+         });
 }
 
 std::string PagePlanning::ColumnTitle(std::size_t column) const {
