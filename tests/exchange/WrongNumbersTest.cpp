@@ -504,6 +504,17 @@ TEST_F(WrongNumbers, AColumnThatSaysMoreThanItsQuantityIsAskedAbout) {
                   "of a dissipation factor, though its caption also says \"C\"."});
 }
 
+TEST_F(WrongNumbers, TablesWhoseCaptionsSayDifferentThingsAreNotJoined) {
+  const auto doubts = [&](const std::string& later) {
+    Read(kTable + "\n" + later + "\n1000;97.5\n");
+    return plan_.doubts.size();
+  };
+  EXPECT_EQ(doubts("f [MHz];KF [%]"), 0U);
+  EXPECT_EQ(RowsOf(0).size(), 2U);
+  EXPECT_EQ(doubts("f [MHz];KF (10 mW) [%]"), 1U);
+  EXPECT_EQ(RowsOf(0).size(), 1U);
+}
+
 TEST_F(WrongNumbers, AColumnThatTheUserChoseIsNotAskedAbout) {
   Read("f [MHz];KF low [%];KF high [%]\n50;98.5;97\n");
   EXPECT_EQ(plan_.open.size(), 1U);
