@@ -47,7 +47,7 @@ constexpr std::array<std::string_view, 24> kFrequency = {"f",
                                                          "soll",
                                                          "set",
                                                          "setting"};
-constexpr std::array<std::string_view, 19> kFactor = {"factor",
+constexpr std::array<std::string_view, 22> kFactor = {"factor",
                                                       "factors",
                                                       "fac",
                                                       "faktor",
@@ -65,11 +65,26 @@ constexpr std::array<std::string_view, 19> kFactor = {"factor",
                                                       "calfac",
                                                       "calfactor",
                                                       "plane",
-                                                      "reference"};
-constexpr std::array<std::string_view, 15> kAttenuation = {
-    "a",           "att",          "attenuation", "dämpfung",     "einfügedämpfung",
-    "atténuation", "atténuations", "atenuación",  "attenuazione", "affaiblissement",
-    "s21",         "|s21|",        "s12",         "|s12|",        "data"};
+                                                      "reference",
+                                                      "k",
+                                                      "kb",
+                                                      "kalibrierfaktors"};
+constexpr std::array<std::string_view, 16> kAttenuation = {"a",
+                                                           "att",
+                                                           "attenuation",
+                                                           "dämpfung",
+                                                           "einfügedämpfung",
+                                                           "atténuation",
+                                                           "atténuations",
+                                                           "atenuación",
+                                                           "attenuazione",
+                                                           "affaiblissement",
+                                                           "s21",
+                                                           "|s21|",
+                                                           "s12",
+                                                           "|s12|",
+                                                           "data",
+                                                           "dämpfungswert"};
 constexpr std::array<std::string_view, 31> kSetting = {
     "setting",      "settings",     "nominal",
     "nominale",     "nennwert",     "nenndämpfung",
@@ -82,7 +97,7 @@ constexpr std::array<std::string_view, 31> kSetting = {
     "atenuación",   "attenuazione", "affaiblissement",
     "attenuator",   "att",          "a",
     "set"};
-constexpr std::array<std::string_view, 17> kCapacitance = {"c",
+constexpr std::array<std::string_view, 20> kCapacitance = {"c",
                                                            "cp",
                                                            "cs",
                                                            "cx",
@@ -98,14 +113,38 @@ constexpr std::array<std::string_view, 17> kCapacitance = {"c",
                                                            "paralelo",
                                                            "parallelo",
                                                            "series",
-                                                           "serie"};
-constexpr std::array<std::string_view, 25> kDissipation = {
-    "d",       "df",      "dissipation",   "factor",     "faktor",
-    "facteur", "fattore", "verlustfaktor", "verlust",    "pertes",
-    "perte",   "tan",     "tanδ",          "tand",       "δ",
-    "delta",   "tangens", "loss",          "pérdidas",   "pérdida",
-    "perdita", "perdite", "dissipazione",  "disipación", "tangent"};
-constexpr std::array<std::string_view, 19> kResistance = {"r",
+                                                           "serie",
+                                                           "kapazitätswert",
+                                                           "kapazitätswerte",
+                                                           "série"};
+constexpr std::array<std::string_view, 27> kDissipation = {"d",
+                                                           "df",
+                                                           "dissipation",
+                                                           "factor",
+                                                           "faktor",
+                                                           "facteur",
+                                                           "fattore",
+                                                           "verlustfaktor",
+                                                           "verlust",
+                                                           "pertes",
+                                                           "perte",
+                                                           "tan",
+                                                           "tanδ",
+                                                           "tand",
+                                                           "δ",
+                                                           "delta",
+                                                           "tangens",
+                                                           "loss",
+                                                           "pérdidas",
+                                                           "pérdida",
+                                                           "perdita",
+                                                           "perdite",
+                                                           "dissipazione",
+                                                           "disipación",
+                                                           "tangent",
+                                                           "verlustfaktors",
+                                                           "tangente"};
+constexpr std::array<std::string_view, 23> kResistance = {"r",
                                                           "rs",
                                                           "rp",
                                                           "rdc",
@@ -123,7 +162,11 @@ constexpr std::array<std::string_view, 19> kResistance = {"r",
                                                           "gleichstromwiderstand",
                                                           "parallel",
                                                           "series",
-                                                          "serie"};
+                                                          "serie",
+                                                          "widerstands",
+                                                          "widerstandswert",
+                                                          "widerstandswerte",
+                                                          "série"};
 constexpr std::array<std::string_view, 23> kInductance = {"l",
                                                           "ls",
                                                           "lp",
@@ -147,10 +190,12 @@ constexpr std::array<std::string_view, 23> kInductance = {"l",
                                                           "parallelkapazität",
                                                           "serieninduktivität",
                                                           "serie"};
-constexpr std::array<std::string_view, 11> kReactance = {
-    "x",         "xs",         "xp",        "reactance",       "reaktanz",
-    "réactance", "reactancia", "reattanza", "blindwiderstand", "series",
-    "parallel"};
+constexpr std::array<std::string_view, 13> kReactance = {
+    "x",          "xs",        "xp",
+    "reactance",  "reaktanz",  "réactance",
+    "reactancia", "reattanza", "blindwiderstand",
+    "series",     "parallel",  "blindwiderstands",
+    "série"};
 constexpr std::array<std::string_view, 9> kSusceptance = {"b",
                                                           "bp",
                                                           "susceptance",
@@ -178,7 +223,7 @@ constexpr std::array<QuantityWords, 10> kQuantities = {{{kFrequencyName, kFreque
                                                         {kSusceptanceName, kSusceptance}}};
 
 /// They say nothing about what was measured, and nothing about when or where.
-constexpr std::array<std::string_view, 104> kNeutral = {"the",
+constexpr std::array<std::string_view, 109> kNeutral = {"the",
                                                         "of",
                                                         "in",
                                                         "at",
@@ -281,9 +326,14 @@ constexpr std::array<std::string_view, 104> kNeutral = {"the",
                                                         "risultato",
                                                         "risultati",
                                                         "taratura",
-                                                        "instrument"};
+                                                        "instrument",
+                                                        "on",
+                                                        "sur",
+                                                        "dut",
+                                                        "uut",
+                                                        "reading"};
 
-constexpr std::array<std::string_view, 41> kUncertainty = {"u",
+constexpr std::array<std::string_view, 43> kUncertainty = {"u",
                                                            "u95",
                                                            "unc",
                                                            "uncert",
@@ -323,14 +373,16 @@ constexpr std::array<std::string_view, 41> kUncertainty = {"u",
                                                            "überdeckungswahrscheinlichkeit",
                                                            "reading",
                                                            "abs",
-                                                           "absolute"};
+                                                           "absolute",
+                                                           "exp",
+                                                           "erw"};
 constexpr std::array<std::string_view, 7> kRelative = {
     "rel", "relative", "relativ", "relativer", "relativa", "ppm", "percent"};
 /// Words of an expanded uncertainty. A small "u" without them is the symbol of a standard one.
-constexpr std::array<std::string_view, 13> kExpanded = {
+constexpr std::array<std::string_view, 15> kExpanded = {
     "expanded",  "extended", "erweitert", "erweiterte", "erweiterter",        "élargie",
     "expandida", "estesa",   "k",         "coverage",   "erweiterungsfaktor", "confidence",
-    "u95"};
+    "u95",       "exp",      "erw"};
 
 bool Has(Words words, std::string_view word) {
   return std::ranges::find(words, word) != words.end();

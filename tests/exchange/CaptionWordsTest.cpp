@@ -71,6 +71,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Caption{"RT520A", 0, kOfCapacitance, "Uncertainty of capacitance (±%)"},
                     Caption{"RT520A", 0, kOfCapacitance, "u (k=2,0) [ppm]"},
                     Caption{"RT520A", 0, kOfCapacitance, "Relative Messunsicherheit [ppm]"},
+                    Caption{"RT520A", 0, kOfCapacitance, "Rel. exp. unc. / ppm"},
+                    Caption{"RT520A", 0, kOfCapacitance, "Incertitude sur la capacité (pF)"},
+                    Caption{"RT520A", 0, kOfDissipation, "Unsicherheit des Verlustfaktors"},
                     Caption{"RT520A", 0, kDissipation, "tan \u03B4"},
                     Caption{"RT520A", 0, kOfDissipation, "Uncertainty of dissipation factor"},
                     Caption{"RT730A", 4, 3, "Susceptance B [\u00B5S]"}));
