@@ -70,6 +70,7 @@ struct CertificateTable {
   std::optional<std::string> memberSerial;
   std::optional<std::size_t> item;    ///< the instrument that it is about, if it says so
   bool isOfStandards = false;         ///< whether it is in a list of the standards that were used
+  bool hasCommas = false;             ///< whether commas separate its cells
   bool isItemOpen = false;            ///< whether it is about one of several, and does not say so
   std::vector<std::size_t> rowLines;  ///< the line of the file of each row; none for a DCC
   std::vector<CertificateColumn> columns;

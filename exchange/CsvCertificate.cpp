@@ -47,7 +47,7 @@ class CsvReader {
     }
     TakeHead({done, lines_.size()});
     DecideSign();
-    CsvColumns columns(lines_, sign_, certificate_.isExport);
+    CsvColumns columns(lines_, sign_, certificate_.isUnchanged);
     for (const Table& table : tables_) {
       certificate_.tables.push_back(TableOf(table, columns));
     }
@@ -162,6 +162,7 @@ class CsvReader {
     table.memberSerial = head.memberSerial;
     table.section = head.section;
     table.isOfStandards = head.isOfStandards;
+    table.hasCommas = separator_ == ',';
     table.name = {{"", !head.page.empty()    ? head.page
                        : !head.title.empty() ? head.title
                                              : "Table of " + table.where}};

@@ -3,6 +3,7 @@
 
 #include "exchange/CsvColumns.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -20,6 +21,9 @@ std::string CaptionOf(const std::vector<DelimitedLine>& lines, const TablePlace&
     const bool isUnit = i > place.captions.begin;
     caption +=
         isUnit && !cell.empty() ? " [" + std::string(UnitOnly(cell)) + "]" : std::string(cell);
+    if (isUnit && cell.find('=') != std::string_view::npos) {
+      caption += " " + std::string(cell.substr(std::min(cell.find('('), cell.size())));
+    }
   }
   // Each value gets a copy of the unit in it.
   return Shortened(caption);
@@ -42,7 +46,7 @@ WrittenValue CsvColumns::ValueOf(std::string_view cell, const std::string& capti
   if (!number) {
     return {std::string(cell), "", false};
   }
-  if (isExport_ && ParseNumber(parts->number)) {
+  if (isUnchanged_ && ParseNumber(parts->number)) {
     number = parts->number;
   }
   return {*number, parts->unit.empty() ? captionUnit : Meant(std::string(parts->unit))};

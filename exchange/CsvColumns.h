@@ -21,9 +21,10 @@ namespace tarvell {
 /// Reads the columns of the tables of a CSV file, with their captions, numbers and units.
 class CsvColumns {
  public:
-  /// `lines` must outlive it. The numbers of an export are taken as they are written.
-  CsvColumns(const std::vector<DelimitedLine>& lines, DecimalSign sign, bool isExport)
-      : lines_(lines), sign_(sign), isExport_(isExport) {}
+  /// `lines` must outlive it. The numbers of an unchanged export are taken as they
+  /// are written; whoever changes one may have saved it with another decimal sign.
+  CsvColumns(const std::vector<DelimitedLine>& lines, DecimalSign sign, bool isUnchanged)
+      : lines_(lines), sign_(sign), isUnchanged_(isUnchanged) {}
 
   [[nodiscard]] CertificateColumn Of(const TablePlace& place, std::size_t column);
 
@@ -37,7 +38,7 @@ class CsvColumns {
 
   const std::vector<DelimitedLine>& lines_;
   DecimalSign sign_;
-  bool isExport_;
+  bool isUnchanged_;
   bool hasMillihertz_ = false;
 };
 

@@ -79,6 +79,11 @@ std::string_view UnitOnly(std::string_view cell) {
   if (cell.size() > 2 && (cell.front() == '[' || cell.front() == '(')) {
     cell = WithoutBlanks(cell.substr(1, cell.size() - 2));
   }
+  // "% (k=2)"
+  if (const std::size_t bracket = cell.find('(');
+      bracket != std::string_view::npos && cell.find('=', bracket) != std::string_view::npos) {
+    cell = WithoutBlanks(cell.substr(0, bracket));
+  }
   return UnitFrom(cell) ? cell : std::string_view();
 }
 

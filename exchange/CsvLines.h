@@ -28,7 +28,8 @@ struct NumberCell {
 
 [[nodiscard]] bool IsCaptionLine(const DelimitedLine& line);
 
-/// The unit that is all of a cell, which may be in brackets; "" for any other text.
+/// The unit that is all of a cell, which may be in brackets, or may be followed by a coverage
+/// factor in brackets; "" for any other text.
 [[nodiscard]] std::string_view UnitOnly(std::string_view cell);
 
 /// Whether the line has nothing but units.

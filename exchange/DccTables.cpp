@@ -97,7 +97,8 @@ class TableReader {
     if (lists.size() < 2 || lists.front().empty()) {
       return false;
     }
-    const bool isByRow = AreAlike(lists, [&](std::size_t i, std::size_t) { return lists[0][i]; });
+    const bool isByRow = AreAlike(lists, [&](std::size_t i, std::size_t) { return lists[0][i]; }) &&
+                         AreNamedAlike(lists);
     const bool isByColumn =
         AreAlike(lists, [&](std::size_t, std::size_t l) { return lists[l][0]; });
     if (!isByRow && !isByColumn) {
@@ -180,6 +181,15 @@ class TableReader {
       }
     }
     return true;
+  }
+
+  /// Whether the quantities of each list have the names and the kinds of those in the first one.
+  static bool AreNamedAlike(const std::vector<std::vector<CertificateColumn>>& lists) {
+    return std::ranges::all_of(lists, [&](const std::vector<CertificateColumn>& list) {
+      return std::ranges::equal(list, lists.front(), [](const auto& one, const auto& other) {
+        return one.caption == other.caption && one.refType == other.refType;
+      });
+    });
   }
 
   static void Append(CertificateColumn& column, const CertificateColumn& value) {

@@ -8,6 +8,7 @@
 
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionUnit.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -24,10 +25,17 @@ bool AreOfOneKind(const std::vector<WrittenValue>& one, const std::vector<Writte
   return unit && otherUnit ? unit->IsLike(*otherUnit) : one.front().unit == other.front().unit;
 }
 
-/// The caption of a column without its unit.
+/// The caption of a column without its unit. "(10 mW)" is no unit of it.
 std::string ColumnTitle(const CertificateColumn& column) {
-  const std::string caption = NameIn(column.caption, "en");
-  return Folded(caption.substr(0, caption.find_first_of("[(")));
+  std::string caption = NameIn(column.caption, "en");
+  const std::string unit = UnitOfCaption(caption);
+  const std::size_t at = caption.rfind(unit);
+  if (!unit.empty() && at != std::string::npos) {
+    const bool isInBrackets = at > 0 && (caption[at - 1] == '[' || caption[at - 1] == '(') &&
+                              at + unit.size() < caption.size();
+    caption.replace(isInBrackets ? at - 1 : at, unit.size() + (isInBrackets ? 2 : 0), " ");
+  }
+  return Folded(caption);
 }
 
 bool AreAlike(const CertificateColumn& one, const CertificateColumn& other) {

@@ -106,7 +106,8 @@ constexpr std::array<std::string_view, 18> kUncertainty = {"unc",
                                                            "basic measurementuncertainty"};
 constexpr std::array<std::string_view, 7> kExpanded = {
     "expanded", "erweitert", "élargi", "expandida", "estesa", "k=2", "k = 2"};
-constexpr std::array<std::string_view, 12> kStandard = {"standard unc",
+constexpr std::array<std::string_view, 13> kStandard = {"standard unc",
+                                                        "basic standarduncertainty",
                                                         "standardunsich",
                                                         "standardmessunsich",
                                                         "incertitude type",
@@ -135,6 +136,11 @@ ModelColumn Column(ColumnRole role, const Unit& unit, Words words, Words others 
   return {{}, role, unit, otherUnit, words, others, false};
 }
 
+ModelColumn Of(std::string_view quantity, ModelColumn column) {
+  column.quantity = quantity;
+  return column;
+}
+
 /// Many quantities have its unit.
 ModelColumn Named(ModelColumn column) {
   column.needsName = true;
@@ -151,18 +157,19 @@ std::vector<ModelColumn> ResistorColumns(std::int16_t page) {
     case 0:
       return {Column(ColumnRole::Member, kNoUnit, kMemberWords),
               Named(Column(ColumnRole::Nominal, kOhm, kNominal, kNotSetting)),
-              Column(ColumnRole::Value, kOhm, kCalibrated),
+              Of(kResistanceName, Column(ColumnRole::Value, kOhm, kCalibrated)),
               Column(ColumnRole::Relative, kPerCent, kUncertainty, {}, kOhm)};
     case 1:
       return {Column(ColumnRole::Member, kNoUnit, kMemberWords),
-              Column(ColumnRole::Value, kHenry, kInductance, {}, kFarad),
+              Of(kInductanceName, Column(ColumnRole::Value, kHenry, kInductance, {}, kFarad)),
               Column(ColumnRole::Uncertainty, kHenry, kUncertainty, {}, kFarad)};
     default: {
       const Unit imaginary = page < 4 ? kOhm : kSiemens;
-      return {Column(ColumnRole::Frequency, WithPower(kHertz, 6), kFrequency),
-              Column(ColumnRole::Value, kOhm, kResistance, kReactance),
+      return {Of(kFrequencyName, Column(ColumnRole::Frequency, WithPower(kHertz, 6), kFrequency)),
+              Of(kResistanceName, Column(ColumnRole::Value, kOhm, kResistance, kReactance)),
               Column(ColumnRole::Relative, kPerCent, kUncertainty, {}, kOhm),
-              Column(ColumnRole::Value, imaginary, kReactance, kResistance),
+              Of(page < 4 ? kReactanceName : kSusceptanceName,
+                 Column(ColumnRole::Value, imaginary, kReactance, kResistance)),
               Column(ColumnRole::Uncertainty, imaginary, kUncertainty)};
     }
   }
@@ -171,18 +178,20 @@ std::vector<ModelColumn> ResistorColumns(std::int16_t page) {
 std::vector<ModelColumn> ColumnsOf(const Model& model, std::int16_t page) {
   switch (model.family) {
     case ModelFamily::PowerSensor:
-      return {Column(ColumnRole::Frequency, WithPower(kHertz, model.frequencyUnit == "GHz" ? 9 : 6),
-                     kFrequency),
-              Column(ColumnRole::Value, kPerCent, kFactor, kNotFactor)};
+      return {Of(kFrequencyName,
+                 Column(ColumnRole::Frequency,
+                        WithPower(kHertz, model.frequencyUnit == "GHz" ? 9 : 6), kFrequency)),
+              Of(kFactorName, Column(ColumnRole::Value, kPerCent, kFactor, kNotFactor))};
     case ModelFamily::StepAttenuator:
-      return {Column(ColumnRole::Setting, kDecibel, kSetting, kNotSetting),
-              Column(ColumnRole::Frequency, kHertz, kFrequency),
-              Column(ColumnRole::Value, kDecibel, kAttenuation, kNotAttenuation)};
+      return {
+          Of(kSettingName, Column(ColumnRole::Setting, kDecibel, kSetting, kNotSetting)),
+          Of(kFrequencyName, Column(ColumnRole::Frequency, kHertz, kFrequency)),
+          Of(kAttenuationName, Column(ColumnRole::Value, kDecibel, kAttenuation, kNotAttenuation))};
     case ModelFamily::CapacitorSet:
-      return {Column(ColumnRole::Frequency, kHertz, kFrequency),
-              Column(ColumnRole::Value, kFarad, kCapacitance, kDissipation),
+      return {Of(kFrequencyName, Column(ColumnRole::Frequency, kHertz, kFrequency)),
+              Of(kCapacitanceName, Column(ColumnRole::Value, kFarad, kCapacitance, kDissipation)),
               Column(ColumnRole::Relative, kPerCent, kUncertainty, {}, kFarad),
-              Named(Column(ColumnRole::Value, kOne, kDissipation)),
+              Named(Of(kDissipationName, Column(ColumnRole::Value, kOne, kDissipation))),
               Column(ColumnRole::Uncertainty, kOne, kUncertainty)};
     case ModelFamily::ResistorSet:
       return ResistorColumns(page);
@@ -224,8 +233,13 @@ std::vector<ModelColumn> ModelColumns(const Model& model, const cifCaldata& data
   data.GetCalData(page, grid);
   std::vector<ModelColumn> columns = ColumnsOf(model, page);
   std::int16_t number = 0;
+  std::string_view value;
   for (ModelColumn& column : columns) {
     column.caption = WithSingleBlanks(grid.CellText(0, number++));
+    if (column.IsUncertainty()) {
+      column.quantity = value;
+    }
+    value = column.quantity;
   }
   return columns;
 }

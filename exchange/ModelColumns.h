@@ -26,6 +26,18 @@ enum class ColumnRole {
   Relative      ///< uncertainty of the value column before it, relative to the value
 };
 
+// What the columns hold, as messages name it.
+inline constexpr std::string_view kFrequencyName = "a frequency";
+inline constexpr std::string_view kFactorName = "a calibration factor";
+inline constexpr std::string_view kSettingName = "a setting";
+inline constexpr std::string_view kAttenuationName = "an attenuation";
+inline constexpr std::string_view kCapacitanceName = "a capacitance";
+inline constexpr std::string_view kDissipationName = "a dissipation factor";
+inline constexpr std::string_view kResistanceName = "a resistance";
+inline constexpr std::string_view kInductanceName = "an inductance or capacitance";
+inline constexpr std::string_view kReactanceName = "a reactance";
+inline constexpr std::string_view kSusceptanceName = "a susceptance";
+
 /// A column of a model's table as certificates have to offer it.
 struct ModelColumn {
   std::string caption;  ///< as the table shows it
@@ -36,6 +48,8 @@ struct ModelColumn {
   std::span<const std::string_view> words;   ///< folded words that its captions have
   std::span<const std::string_view> others;  ///< words of other columns of the same unit
   bool needsName = false;                    ///< whether its unit does not say enough
+  /// One of the names above; of an uncertainty that of its value, "" for members.
+  std::string_view quantity = {};
 
   [[nodiscard]] bool IsUncertainty() const {
     return role == ColumnRole::Uncertainty || role == ColumnRole::Relative;

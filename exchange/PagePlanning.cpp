@@ -4,12 +4,12 @@
 #include "exchange/PagePlanning.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 
 #include "core/caldata/CellNotices.h"
 #include "core/numbers/Numbers.h"
 #include "core/text/Text.h"
+#include "exchange/CaptionWords.h"
 #include "exchange/Words.h"
 
 namespace tarvell {
@@ -45,6 +45,33 @@ std::string UnitOfTable(const ModelColumn& column) {
                            : column.role == ColumnRole::Value && column.unit.IsLike(Unit()) ? "%"
                                                                                             : "";
   return unit.empty() ? "the unit of the cell that each is for" : unit + ", as in the table";
+}
+
+bool IsOfStandardUncertainties(const CertificateColumn& column) {
+  return NamesStandard(FoldedNames(column)) || NamesStandard(Folded(column.refType));
+}
+
+/// The captions that the user can judge: in their own language, in English and those for every
+/// language; the one that is shown where there is none of these.
+std::vector<std::string> CaptionsFor(const Names& names, std::string_view language) {
+  std::vector<std::string> captions;
+  for (const LocalText& name : names) {
+    const std::string_view own = std::string_view(name.language).substr(0, 2);
+    if (own.empty() || own == "en" || own == language.substr(0, 2)) {
+      captions.push_back(name.text);
+    }
+  }
+  return captions.empty() ? std::vector<std::string>{NameIn(names, language)} : captions;
+}
+
+/// "A", "B" and "C", in quotes.
+std::string Listed(const std::vector<std::string>& words) {
+  std::string list;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    list += i == 0 ? "" : i + 1 == words.size() ? " and " : ", ";
+    list += Quoted(words[i]);
+  }
+  return list;
 }
 
 }  // namespace
@@ -86,9 +113,11 @@ void PagePlanning::JudgeColumns() {
   DoubtMissingUnits();
   DoubtCellsBesideTheCaptions();
   DoubtRepeatedValues();
+  DoubtCutDecimals();
+  DoubtPartsOfRatios();
   DoubtStandardUncertainties();
   DoubtCoverageFactors();
-  DoubtUnnamedFactors();
+  DoubtCaptions();
 }
 
 const WrittenValue* PagePlanning::ValueAt(std::size_t row, std::size_t column) const {
@@ -163,6 +192,55 @@ void PagePlanning::DoubtCellsBesideTheCaptions() {
   }
 }
 
+void PagePlanning::DoubtCutDecimals() {
+  const auto isWhole = [](const WrittenValue& value) {
+    return value.isNumber && value.text.find_first_not_of("-0123456789") == std::string::npos;
+  };
+  const auto isDigits = [](const WrittenValue& value) {
+    return value.text.find_first_not_of("0123456789") == std::string::npos;
+  };
+  for (std::size_t i = 0; i < columns_.size() && source_.table.hasCommas; ++i) {
+    const std::optional<ColumnSource>& from = source_.match.at(i);
+    if (!from || columns_[i].role == ColumnRole::Member ||
+        from->column + 1 >= source_.table.columns.size()) {
+      continue;
+    }
+    const ColumnSource next = {from->column + 1, false};
+    const CertificateColumn& column = source_.table.columns[next.column];
+    const std::vector<WrittenValue>& after = column.series.front().values;
+    const bool hasDigits = !NameIn(column.caption, source_.language).empty() &&
+                           std::ranges::all_of(after, isDigits) &&
+                           std::ranges::any_of(after, &WrittenValue::isNumber);
+    // A point of whole numbers before a value is usual.
+    const bool isOther = !columns_[i].IsPoint() || !IsUsed(source_.match, next);
+    if (hasDigits && isOther && std::ranges::all_of(*values_[i], isWhole)) {
+      plan_.doubts.push_back(
+          Where() + "Commas separate the columns, and " + Quoted(ColumnTitle(i)) + " and " +
+          Quoted(SourceName(source_.table, next, source_.language)) +
+          " have only whole numbers. If the certificate writes decimals with a comma, each number "
+          "is cut in two: compare the values with the certificate.");
+    }
+  }
+}
+
+void PagePlanning::DoubtPartsOfRatios() {
+  const auto powerOf = [](const std::vector<WrittenValue>& values) {
+    const auto found = std::ranges::find_if(
+        values, [](const WrittenValue& value) { return value.isNumber && UnitFrom(value.unit); });
+    return found == values.end() ? 0 : UnitFrom(found->unit)->power;
+  };
+  for (std::size_t i = 1; i < columns_.size(); ++i) {
+    const bool isOfRatio = columns_[i].role == ColumnRole::Uncertainty &&
+                           columns_[i].unit.IsLike(Unit()) && values_[i] != nullptr &&
+                           values_[i - 1] != nullptr && !source_.match[i]->isUncertainty;
+    if (isOfRatio && powerOf(*values_[i]) != 0 && powerOf(*values_[i - 1]) == 0) {
+      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
+                             " may be relative to the values before it, which have no unit. It is "
+                             "taken as absolute: 1 % as 0.01.");
+    }
+  }
+}
+
 bool PagePlanning::MayBeRatios(std::size_t column) const {
   constexpr double kLargestRatio = 2;
   const ModelColumn& of = columns_[column];
@@ -189,7 +267,7 @@ void PagePlanning::DoubtStandardUncertainties() {
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const std::optional<ColumnSource>& from = source_.match.at(i);
     if (columns_[i].IsUncertainty() && from && !from->isUncertainty &&
-        NamesStandard(FoldedNames(source_.table.columns.at(from->column)))) {
+        IsOfStandardUncertainties(source_.table.columns.at(from->column))) {
       plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has standard uncertainties, and the table has expanded ones. They "
                              "are taken as they are.");
@@ -212,7 +290,7 @@ void PagePlanning::DoubtCoverageFactors() {
     const double number = NumericValueOrInfinity(factor);
     const bool isUsual = factor.empty() || (number >= kLeastUsual && number <= kLargestUsual);
     // A standard uncertainty is asked about anyway.
-    if (!isUsual && (from->isUncertainty || !NamesStandard(names))) {
+    if (!isUsual && (from->isUncertainty || !IsOfStandardUncertainties(column))) {
       plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
                              " has uncertainties with the coverage factor " + factor +
                              ", and the table has those with about 2. They are taken as they "
@@ -221,26 +299,65 @@ void PagePlanning::DoubtCoverageFactors() {
   }
 }
 
-void PagePlanning::DoubtUnnamedFactors() {
+void PagePlanning::DoubtCaptions() {
+  if (source_.keepsTexts) {
+    return;
+  }
+  const ColumnMatch proposed = MatchedColumns(source_.table, columns_).match;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const ModelColumn& column = columns_[i];
-    const bool isFactor =
-        column.role == ColumnRole::Value && column.unit.IsLike(Unit()) && column.unit.power == -2;
-    if (!isFactor || !source_.match.at(i)) {
-      continue;
-    }
-    const CertificateColumn& from = source_.table.columns.at(source_.match[i]->column);
-    const std::string name = FoldedNames(from);
-    const std::string kind = Folded(from.refType);
-    const bool hasName = std::ranges::any_of(
-        name + kind, [](unsigned char c) { return c > 0x7F || std::isalpha(c) != 0; });
-    const bool isNamed = HasWord(name, column.words) || HasWord(kind, column.words) ||
-                         NamesMeasured(name) || NamesMeasured(kind);
-    if (hasName && !isNamed) {
-      plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
-                             " is not named as a calibration factor. It is taken as one.");
+    const bool isProposed = source_.match.at(i) && source_.match[i] == proposed.at(i);
+    // The uncertainties of a DCC's values have no caption of their own.
+    if (isProposed && !source_.match[i]->isUncertainty && !columns_[i].quantity.empty()) {
+      DoubtCaption(i);
     }
   }
+}
+
+void PagePlanning::DoubtCaption(std::size_t index) {
+  const ModelColumn& column = columns_[index];
+  const CertificateColumn& from = source_.table.columns.at(source_.match[index]->column);
+  if (column.IsUncertainty() && IsOfStandardUncertainties(from)) {
+    return;
+  }
+  const std::string kind = Folded(from.refType);
+  bool hasWords = false;
+  bool isNamed = HasWord(kind, column.words) || NamesMeasured(kind);
+  std::vector<std::string> unknown;
+  for (const std::string& caption : CaptionsFor(from.caption, source_.language)) {
+    const CaptionReading reading = ReadingOf(caption, column);
+    hasWords = hasWords || reading.hasWords;
+    isNamed = isNamed || reading.isNamed || HasWord(Folded(caption), column.words) ||
+              NamesMeasured(Folded(caption));
+    unknown.insert(unknown.end(), reading.unknown.begin(), reading.unknown.end());
+  }
+  const std::string quantity(column.quantity);
+  isNamed = isNamed && !IsTitledAsOther(index);
+  if (column.role == ColumnRole::Value && hasWords && !isNamed) {
+    plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(index)) +
+                           " is not named as " + quantity + ". It is taken as one.");
+  } else if (!unknown.empty()) {
+    plan_.doubts.push_back(
+        Where() + "The column " + Quoted(ColumnTitle(index)) + " is taken as " +
+        (column.IsUncertainty() ? "an expanded uncertainty of " + quantity : quantity) +
+        ", though its caption also says " + Listed(unknown) + ".");
+  }
+}
+
+bool PagePlanning::IsTitledAsOther(std::size_t index) const {
+  const ModelColumn& column = columns_[index];
+  const CertificateTable& table = source_.table;
+  const CertificateColumn& from = table.columns.at(source_.match[index]->column);
+  const bool isShared = column.unit.IsLike(Unit()) || column.unit.special == "decibel";
+  const auto names = [&](const std::string& text) {
+    return HasWord(Folded(text), column.words) || ReadingOf(text, column).isNamed;
+  };
+  const auto namesIt = [&](const LocalText& name) { return names(name.text); };
+  const std::vector<std::string> titles = CaptionsFor(table.name, source_.language);
+  return isShared && !names(from.refType) && std::ranges::none_of(from.caption, namesIt) &&
+         std::ranges::none_of(table.name, namesIt) &&
+         std::ranges::any_of(titles, [&](const std::string& title) {
+           return !title.starts_with("Table of line ") && !ReadingOf(title, column).unknown.empty();
+         });
 }
 
 std::string PagePlanning::ColumnTitle(std::size_t column) const {

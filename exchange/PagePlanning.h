@@ -85,13 +85,22 @@ class PagePlanning {
   /// Numbers in a column after the captions may come from a comma that is both in the numbers and
   /// between them.
   void DoubtCellsBesideTheCaptions();
+  /// The same where the column after the numbers has a caption of its own.
+  void DoubtCutDecimals();
+  /// "5 %" of a dissipation factor may be 0.05, or a part of it.
+  void DoubtPartsOfRatios();
   /// One value for all rows may have been measured at one of them only.
   void DoubtRepeatedValues();
   void DoubtStandardUncertainties();
   /// The expanded uncertainties of certificates have coverage factors of about 2.
   void DoubtCoverageFactors();
-  /// Many quantities are in per cent, such as the effective efficiency of a sensor.
-  void DoubtUnnamedFactors();
+  /// A column that nobody chose by hand is taken without a question only if every word of its
+  /// caption is known for it. Many quantities are in per cent or decibel.
+  void DoubtCaptions();
+  void DoubtCaption(std::size_t index);
+  /// Whether only the title of the table can name what a column such as "Measured [dB]" holds, and
+  /// does not name the column's quantity.
+  [[nodiscard]] bool IsTitledAsOther(std::size_t index) const;
   /// The source of a column as messages name it.
   [[nodiscard]] std::string ColumnTitle(std::size_t column) const;
 

@@ -39,17 +39,17 @@ constexpr std::array<std::string_view, 15> kChannels = {
     "channel", "kanal",   "canal", "voie",     "port",   "sensor", "sonde", "capteur",
     "input",   "eingang", "head",  "messkopf", "polari", "run",    "unit"};
 /// Words of titles that say which part of a table follows, not what is in it.
-constexpr std::array<std::string_view, 46> kOfParts = {
-    "range",       "ranges",   "table",      "tabelle",     "tableau",
-    "tabella",     "tabla",    "part",       "teil",        "partie",
-    "parte",       "section",  "abschnitt",  "bereich",     "frequenzbereich",
-    "plage",       "gamme",    "campo",      "band",        "bande",
-    "banda",       "cont",     "continued",  "fortsetzung", "suite",
-    "seguito",     "page",     "seite",      "sheet",       "blatt",
-    "low",         "high",     "lower",      "upper",       "to",
-    "bis",         "from",     "von",        "of",          "frequency",
-    "frequencies", "frequenz", "frequenzen", "hz",          "khz",
-    "line"};
+constexpr std::array<std::string_view, 40> kOfParts = {
+    "range",     "ranges",      "table",     "tabelle",     "tableau",
+    "tabella",   "tabla",       "part",      "teil",        "partie",
+    "parte",     "section",     "abschnitt", "bereich",     "frequenzbereich",
+    "plage",     "gamme",       "campo",     "band",        "bande",
+    "banda",     "cont",        "continued", "fortsetzung", "suite",
+    "seguito",   "page",        "seite",     "sheet",       "blatt",
+    "to",        "bis",         "from",      "von",         "of",
+    "frequency", "frequencies", "frequenz",  "frequenzen",  "line"};
+/// Words of titles that divide a range only before a word for it: "High power" is no part.
+constexpr std::array<std::string_view, 4> kHalves = {"low", "high", "lower", "upper"};
 
 bool IsWordByte(char c) {
   return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) > 0x7F;
@@ -81,12 +81,20 @@ bool IsFrequencyUnit(std::string_view word) {
   return unit && unit->IsLike(*UnitFrom("Hz"));
 }
 
-/// Whether the number at this place is the number of a part, as in "Table 1", or of a range of
-/// frequencies. "1 mW" says what was measured.
-bool IsNumberOfPart(const std::vector<std::string>& words, std::size_t at) {
-  if (at > 0 && IsOfPart(words[at - 1])) {
-    return true;
+/// Whether a word is a unit of something else, in small letters.
+bool IsOtherUnit(std::string word) {
+  const auto isUnit = [](std::string_view text) {
+    return UnitFrom(text).has_value() && !IsFrequencyUnit(text);
+  };
+  if (word.empty() || isUnit(word)) {
+    return !word.empty();
   }
+  word.back() = ToUpper(word.substr(word.size() - 1)).front();
+  return isUnit(word);
+}
+
+/// Whether the number at this place is one of a range of frequencies.
+bool IsNumberOfRange(const std::vector<std::string>& words, std::size_t at) {
   while (at < words.size() && (HasDigit(words[at]) || IsOfPart(words[at]))) {
     const std::size_t unit = words[at].find_first_not_of("0123456789");
     if (unit != std::string::npos && IsFrequencyUnit(std::string_view(words[at]).substr(unit))) {
@@ -97,13 +105,37 @@ bool IsNumberOfPart(const std::vector<std::string>& words, std::size_t at) {
   return at < words.size() && IsFrequencyUnit(words[at]);
 }
 
+/// Whether the number at this place is the number of a part, as in "Table 1", or of a range of
+/// frequencies. "1 mW" says what was measured, and "2025" when.
+bool IsNumberOfPart(const std::vector<std::string>& words, std::size_t at) {
+  constexpr std::size_t kYearDigits = 4;
+  if (IsNumberOfRange(words, at)) {
+    return true;
+  }
+  const std::string& word = words[at];
+  const std::size_t end = std::min(word.find_first_not_of("0123456789"), word.size());
+  const bool isYear = end == word.size() && end == kYearDigits &&
+                      (word.starts_with("19") || word.starts_with("20"));
+  const std::string unit = end < word.size()       ? word.substr(end)
+                           : at + 1 < words.size() ? words[at + 1]
+                                                   : std::string();
+  return at > 0 && IsOfPart(words[at - 1]) && !isYear && !IsOtherUnit(unit);
+}
+
+/// Whether the word at this place, which has no digit, only says which part follows.
+bool IsWordOfPart(const std::vector<std::string>& words, std::size_t at) {
+  // A unit by itself, as in "GHz", may be that of the rows below it.
+  return IsOfPart(words[at]) || (IsFrequencyUnit(words[at]) && at > 0 && HasDigit(words[at - 1])) ||
+         (std::ranges::find(kHalves, words[at]) != kHalves.end() && at + 1 < words.size() &&
+          IsOfPart(words[at + 1]));
+}
+
 /// The words of a title that say more than which part of a table follows.
 std::vector<std::string> OwnWords(const CertificateTable& table) {
   const std::vector<std::string> words = WordsOf(NameIn(table.name, "en"));
   std::vector<std::string> own;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const bool isPart = HasDigit(words[i]) ? IsNumberOfPart(words, i)
-                                           : IsFrequencyUnit(words[i]) || IsOfPart(words[i]);
+    const bool isPart = HasDigit(words[i]) ? IsNumberOfPart(words, i) : IsWordOfPart(words, i);
     if (!isPart) {
       own.push_back(words[i]);
     }
@@ -253,10 +285,11 @@ void AddParts(CertificateTable table, std::vector<CertificateTable>& parts) {
 
 std::string_view StateIn(std::string_view title) {
   const std::string folded = Folded(title);
+  std::string blank = folded;
+  std::ranges::replace(blank, '-', ' ');
+  const auto has = [&](Words words) { return HasWord(folded, words) || HasWord(blank, words); };
   const std::array<std::pair<bool, std::string_view>, 3> states = {
-      {{HasWord(folded, kBefore), "before"},
-       {HasWord(folded, kAfter), "after"},
-       {NamesEarlier(folded), "earlier"}}};
+      {{has(kBefore), "before"}, {has(kAfter), "after"}, {NamesEarlier(folded), "earlier"}}};
   std::string_view found;
   for (const auto& [isNamed, state] : states) {
     if (isNamed && !found.empty()) {

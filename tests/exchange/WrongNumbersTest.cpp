@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/dates/FileDate.h"
@@ -87,6 +89,7 @@ TEST_F(WrongNumbers, ResultsBeforeAndAfterAnAdjustmentAreAlternatives) {
                            {"Avant ajustage", "Après ajustage"},
                            {"Valori prima della regolazione", "Valori dopo la regolazione"},
                            {"Previous calibration", "Results"},
+                           {"Table 1: as-received", "Table 2"},
                            {"", "As left"}}) {
     Read(before + "\n" + kTable + "\n" + after + "\n" + kOtherPoints);
     EXPECT_FALSE(plan_.HasValues()) << before;
@@ -194,6 +197,23 @@ TEST_F(WrongNumbers, TitlesThatSayMoreThanWhichPartFollowsAreAskedAbout) {
   EXPECT_EQ(plan_.doubts.size(), 1U);
   Read(kTable + "Control measurement\n" + kOtherPoints);
   EXPECT_EQ(plan_.doubts.size(), 1U) << "only the later table has a title";
+  for (const auto& [first, later] :
+       std::vector<std::pair<std::string, std::string>>{{"Table 2025", "Table 2026"},
+                                                        {"High power", "Low power"},
+                                                        {"Upper head", "Lower head"},
+                                                        {"Table 10 mW", "Table 1 mW"},
+                                                        {"Table 1 V", "Table 2V"},
+                                                        {"MHz", "GHz"}}) {
+    Read(first + "\n" + kTable + "\n" + later + "\n" + kOtherPoints);
+    EXPECT_EQ(plan_.doubts.size(), 1U) << first;
+  }
+  for (const auto& [first, later] :
+       std::vector<std::pair<std::string, std::string>>{{"Low band", "High band"},
+                                                        {"Table 1", "Table 2"},
+                                                        {"50 to 1900 MHz", "2000 MHz to 4 GHz"}}) {
+    Read(first + "\n" + kTable + "\n" + later + "\n" + kOtherPoints);
+    EXPECT_EQ(plan_.doubts, Texts()) << first;
+  }
   Read("Calibration factor\n" + kTable + "\n" + kOtherPoints);
   EXPECT_EQ(plan_.doubts, Texts());
   Read("Table 1: Calibration factor, 50 MHz to 1 GHz\n" + kTable +
@@ -485,6 +505,158 @@ TEST_F(WrongNumbers, EachSentenceIsSaidOnce) {
   Read("RT521A\nf [kHz];C [pF]\n1;1.0001\n1;1.0002\n1;1.0003\n", "RT520A");
   EXPECT_EQ(plan_.doubts,
             Texts{"RT521A: 1 kHz is in the certificate twice. The first one is used."});
+}
+
+TEST_F(WrongNumbers, AColumnThatSaysMoreThanItsQuantityIsAskedAbout) {
+  const auto doubts = [&](const std::string& text, const std::string& model) {
+    Read(text, model);
+    return plan_.doubts;
+  };
+  EXPECT_EQ(doubts("RBW frequency [Hz];RF [MHz];KF low power [%]\n1e6;50;98.5\n", "PX11A"),
+            (Texts{"The column \"RBW frequency [Hz]\" is taken as a frequency, though its caption "
+                   "also says \"RBW\".",
+                   "The column \"KF low power [%]\" is taken as a calibration factor, though its "
+                   "caption also says \"low power\"."}));
+  EXPECT_EQ(
+      doubts("Setting [dB];f [MHz];Repeatability [dB]\n0;50;0.003\n", "PX60G"),
+      Texts{"The column \"Repeatability [dB]\" is not named as an attenuation. It is taken as "
+            "one."});
+  OpenCapacitors();
+  EXPECT_EQ(doubts("RT521A\nf [kHz];C [pF];Dissipation factor;Uncertainty of C [1]\n"
+                   "1;1.0001;0.0002;0.00005\n",
+                   "RT520A"),
+            Texts{"RT521A: The column \"Uncertainty of C [1]\" is taken as an expanded uncertainty "
+                  "of a dissipation factor, though its caption also says \"C\"."});
+}
+
+TEST_F(WrongNumbers, TablesWhoseCaptionsSayDifferentThingsAreNotJoined) {
+  const auto doubts = [&](const std::string& later) {
+    Read(kTable + "\n" + later + "\n1000;97.5\n");
+    return plan_.doubts.size();
+  };
+  EXPECT_EQ(doubts("f [MHz];KF [%]"), 0U);
+  EXPECT_EQ(RowsOf(0).size(), 2U);
+  EXPECT_EQ(doubts("f [MHz];KF (10 mW) [%]"), 1U);
+  EXPECT_EQ(RowsOf(0).size(), 1U);
+}
+
+TEST_F(WrongNumbers, AColumnThatTheUserChoseIsNotAskedAbout) {
+  Read("f [MHz];KF low [%];KF high [%]\n50;98.5;97\n");
+  EXPECT_EQ(plan_.open.size(), 1U);
+  choices_.pages[0].match = {ColumnSource{0, false}, ColumnSource{2, false}};
+  choices_.pages[0].asked.clear();
+  plan_ = PlanImport(Target(), certificate_, choices_);
+  EXPECT_EQ(plan_.doubts, Texts());
+  EXPECT_EQ(RowsOf(0), Texts{"50.00 97.0"});
+}
+
+TEST_F(WrongNumbers, ACaptionThatSaysOnlyMeasuredNeedsATitleThatFits) {
+  Read("Effective efficiency\nf [MHz];Measured [%]\n50;98.5\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The column \"Measured [%]\" is not named as a calibration factor. "
+                                "It is taken as one."});
+  for (const std::string title : {"", "Calibration factor of the sensor A1\n", "Results\n"}) {
+    Read(title + "f [MHz];Measured [%]\n50;98.5\n");
+    EXPECT_EQ(plan_.doubts, Texts()) << title;
+  }
+}
+
+TEST_F(WrongNumbers, TheCoverageFactorMayBeInTheLineOfUnits) {
+  Read("Frequency;Effective efficiency;U\nMHz;%;% (k=2)\n50;98.5;0.5\n");
+  EXPECT_EQ(plan_.doubts, Texts{"The column \"Effective efficiency [%]\" is not named as a "
+                                "calibration factor. It is taken as one."});
+  OpenCapacitors();
+  Read("RT521A\nf;C;U\nkHz;pF;ppm (k=1)\n1;1.0001;50\n", "RT520A");
+  ASSERT_EQ(plan_.doubts.size(), 1U);
+  EXPECT_TRUE(Contains(plan_.doubts[0], "\"U [ppm] (k=1)\" has standard uncertainties"));
+}
+
+TEST_F(WrongNumbers, DecimalCommasBetweenCommasCutNumbersInTwo) {
+  const auto isDoubted = [&](const std::string& text, const std::string& model) {
+    Read(text, model);
+    return std::ranges::any_of(plan_.doubts, [](const std::string& doubt) {
+      return doubt.starts_with("Commas separate the columns, and ") ||
+             Contains(doubt, ": Commas separate the columns, and ");
+    });
+  };
+  const std::string captions = "f [MHz],KF [%],Remark\n";
+  EXPECT_TRUE(isDoubted(captions + "50,98,5\n1000,97,25\n", "PX11A"));
+  EXPECT_TRUE(Contains(plan_.doubts.back(), "\"KF [%]\" and \"Remark\" have only whole numbers."));
+  EXPECT_FALSE(isDoubted(captions + "50,98.5,5\n1000,97,25\n", "PX11A"));
+  EXPECT_FALSE(isDoubted(captions + "50,98,a\n1000,97,b\n", "PX11A"));
+  EXPECT_FALSE(isDoubted("f [MHz];KF [%];No\n50;98;5\n1000;97;25\n", "PX11A"));
+  EXPECT_FALSE(isDoubted("f [MHz],KF [%]\n50,98\n1000,97\n", "PX11A"));
+  EXPECT_TRUE(isDoubted("f [GHz],x,KF [%]\n1,05,98.5\n2,2,97.5\n", "PX11A"));
+  EXPECT_TRUE(isDoubted("Setting [dB],f [MHz],A [dB],U [dB]\n0,50,0,02\n10,50,10,05\n", "PX60G"));
+  OpenCapacitors();
+  EXPECT_TRUE(isDoubted("RT521A\nf [kHz],C [pF],U [ppm]\n1,1,0001\n10,1,0002\n", "RT520A"));
+}
+
+TEST_F(WrongNumbers, AnUncertaintyInPerCentOfARatioMayBeRelative) {
+  OpenCapacitors();
+  const auto doubts = [&](const std::string& value, const std::string& uncertainty) {
+    Read("RT521A\nf [kHz];C [pF];Dissipation factor" + value + ";U" + uncertainty + "\n", "RT520A");
+    return plan_.doubts;
+  };
+  EXPECT_EQ(
+      doubts("", " [%]\n1;1.0001;0.0002;5"),
+      Texts{"RT521A: The column \"U [%]\" may be relative to the values before it, which have "
+            "no unit. It is taken as absolute: 1 % as 0.01."});
+  EXPECT_EQ(doubts("", "\n1;1.0001;0.0002;0.00001"), Texts());
+  EXPECT_EQ(doubts(" [%]", " [%]\n1;1.0001;0.02;0.001"), Texts());
+}
+
+TEST_F(WrongNumbers, AChangedExportIsReadWithItsDecimalSign) {
+  Read(
+      "Format;tarvell-data-set 1 00\nModel;PX11A\n\n"
+      "Frequency [MHz];Calibration factor [%]\n0,1;98,5\n1.000;97,5\n");
+  EXPECT_EQ(RowsOf(0), (Texts{"0.10 98.5", "1000.00 97.5"}));
+}
+
+TEST_F(WrongNumbers, AListWithItsQuantitiesInAnotherOrderIsNoRowOfTheTable) {
+  const auto quantity = [](const std::string& name, const std::string& value,
+                           const std::string& unit) {
+    return "<d:quantity><d:name><d:content>" + name + "</d:content></d:name><real><value>" + value +
+           "</value><unit>" + unit + "</unit></real></d:quantity>";
+  };
+  const auto row = [&](const std::string& point, const std::string& first,
+                       const std::string& second) {
+    return "<d:list>" + quantity("Frequency", point, "\\mega\\hertz") + first + second +
+           "</d:list>";
+  };
+  const auto factor = [&](const std::string& value) {
+    return quantity("Calibration factor", value, "\\percent");
+  };
+  const auto efficiency = [&](const std::string& value) {
+    return quantity("Effective efficiency", value, "\\percent");
+  };
+  const auto read = [&](const std::string& second) {
+    std::string dcc = DccWith({"<d:result>"});
+    const std::size_t begin = dcc.find("<d:data>");
+    const std::size_t end = dcc.find("</d:data>");
+    dcc.replace(
+        begin, end - begin,
+        "<d:data><d:list>" + row("50", factor("98.5"), efficiency("99.5")) + second + "</d:list>");
+    Read(dcc);
+  };
+  read(row("1000", factor("97.5"), efficiency("99.1")));
+  EXPECT_EQ(RowsOf(0), (Texts{"50.00 98.5", "1000.00 97.5"}));
+  read(row("1000", efficiency("99.1"), factor("97.5")));
+  EXPECT_EQ(certificate_.tables.size(), 2U);
+  EXPECT_FALSE(plan_.doubts.empty() && plan_.open.empty());
+}
+
+TEST_F(WrongNumbers, TheCaptionsOfADccCountInTheLanguageOfTheUserAndInEnglish) {
+  const auto doubts = [&](const std::string& names) {
+    std::string dcc = DccWith({"<d:result>"});
+    const std::string name = "<d:content>Factor</d:content>";
+    dcc.replace(dcc.find(name), name.size(), names);
+    Read(dcc);
+    return plan_.doubts.size();
+  };
+  const std::string danish = "<d:content lang=\"da\">Kalibreringsfaktor, lav effekt</d:content>";
+  EXPECT_EQ(doubts(danish + "<d:content lang=\"en\">Calibration factor</d:content>"), 0U);
+  EXPECT_EQ(doubts(danish + "<d:content lang=\"en\">Factor, low power</d:content>"), 1U);
+  EXPECT_EQ(doubts(danish), 1U);
 }
 
 TEST_F(WrongNumbers, BlanksInTitlesAndCaptionsAreShownOnce) {
