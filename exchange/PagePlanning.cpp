@@ -102,6 +102,7 @@ PagePlanning::PagePlanning(const PageSource& source)
     const std::optional<ColumnSource>& from = source.match.at(i);
     values_.push_back(from ? &ValuesOf(source.table, *from, columns_[i]) : nullptr);
   }
+  TakeRatios();
   plan_.page = source.page;
   plan_.name = source.data.GetCalPageName(source.page);
   plan_.memberSerial = source.table.memberSerial;
@@ -158,18 +159,21 @@ void PagePlanning::DoubtMissingUnits() {
   };
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const ModelColumn& column = columns_[i];
+    if (ratios_.contains(i)) {
+      plan_.doubts.push_back(
+          Where() + "The column " + Quoted(ColumnTitle(i)) +
+          " names no unit, and all its numbers are below 2. They are taken as ratios: 0.985 is "
+          "98.5 %.");
+      continue;
+    }
     const bool hasUnit = column.role != ColumnRole::Member &&
                          !(column.unit.IsLike(Unit()) && column.unit.power == 0);
     if (!hasUnit || values_[i] == nullptr || std::ranges::none_of(*values_[i], isWithoutUnit)) {
       continue;
     }
-    plan_.doubts.push_back(
-        Where() + "The column " + Quoted(ColumnTitle(i)) +
-        (MayBeRatios(i)
-             ? " names no unit, and all its numbers are below 2, as ratios are. They would be "
-               "taken as per cent. For ratios, multiply them by 100 first, or add the unit to the "
-               "caption."
-             : " has numbers without a unit. They are taken in " + UnitOfTable(column) + "."));
+    plan_.doubts.push_back(Where() + "The column " + Quoted(ColumnTitle(i)) +
+                           " has numbers without a unit. They are taken in " + UnitOfTable(column) +
+                           ".");
   }
 }
 
@@ -241,14 +245,25 @@ void PagePlanning::DoubtPartsOfRatios() {
   }
 }
 
-bool PagePlanning::MayBeRatios(std::size_t column) const {
+void PagePlanning::TakeRatios() {
   constexpr double kLargestRatio = 2;
-  const ModelColumn& of = columns_[column];
-  return of.role == ColumnRole::Value && of.unit.IsLike(Unit()) && of.unit.power == -2 &&
-         std::ranges::all_of(*values_[column], [](const WrittenValue& value) {
-           return !value.isNumber || (value.unit.empty() &&
-                                      std::abs(NumericValueOrInfinity(value.text)) < kLargestRatio);
-         });
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const ModelColumn& column = columns_[i];
+    const bool isFactor =
+        column.role == ColumnRole::Value && column.unit.IsLike(Unit()) && column.unit.power == -2;
+    const auto mayBeRatio = [](const WrittenValue& value) {
+      return !value.isNumber ||
+             (value.unit.empty() && std::abs(NumericValueOrInfinity(value.text)) < kLargestRatio);
+    };
+    if (isFactor && values_[i] != nullptr && std::ranges::all_of(*values_[i], mayBeRatio)) {
+      std::vector<WrittenValue>& ratios = ratios_[i];
+      ratios = *values_[i];
+      for (WrittenValue& ratio : ratios) {
+        ratio.unit = ratio.isNumber ? "1" : ratio.unit;
+      }
+      values_[i] = &ratios;
+    }
+  }
 }
 
 void PagePlanning::DoubtRepeatedValues() {

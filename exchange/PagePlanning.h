@@ -5,6 +5,7 @@
 #define TARVELL_EXCHANGE_PAGEPLANNING_H
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,9 +52,6 @@ class PagePlanning {
   /// The line of the file. The rows of a DCC, which are in no lines, are counted.
   [[nodiscard]] std::size_t LineInFile(std::size_t row) const;
 
-  /// Whether a column of the table in per cent gets numbers that may be ratios.
-  [[nodiscard]] bool MayBeRatios(std::size_t column) const;
-
   /// Asks about a value that cannot be right. `why` is the end of a sentence, "" for a value that
   /// can. Those of an unchanged export were entered so.
   void DoubtValue(std::size_t row, std::size_t column, const std::string& why);
@@ -79,8 +77,9 @@ class PagePlanning {
   void NoteUnusedColumns();
   /// Only a user who chose such a column has it taken.
   void DoubtUnknownUnits();
-  /// Numbers without a unit are taken in that of the table only if the user says so; those around 1
-  /// may be ratios.
+  /// Takes numbers without a unit as ratios where per cent would be far from any factor.
+  void TakeRatios();
+  /// Numbers without a unit are taken in that of the table, or as ratios, only if the user says so.
   void DoubtMissingUnits();
   /// Numbers in a column after the captions may come from a comma that is both in the numbers and
   /// between them.
@@ -105,7 +104,8 @@ class PagePlanning {
   [[nodiscard]] std::string ColumnTitle(std::size_t column) const;
 
   std::size_t doubtedValues_ = 0;
-  std::vector<const std::vector<WrittenValue>*> values_;  ///< of each column, nullptr for none
+  std::vector<const std::vector<WrittenValue>*> values_;     ///< of each column, nullptr for none
+  std::map<std::size_t, std::vector<WrittenValue>> ratios_;  ///< the values of such columns
 };
 
 }  // namespace tarvell

@@ -163,8 +163,7 @@ class PointRows : public PagePlanning {
     const double value = NumericValueOrInfinity(numbers.back());
     DoubtValue(row, frequency, WhyNoFrequency(hertz));
     if (isSensor) {
-      // Ratios are asked about already.
-      DoubtValue(row, 1, MayBeRatios(1) ? std::string() : WhyNoFactor(value));
+      DoubtValue(row, 1, WhyNoFactor(value));
       return;
     }
     const double setting = NumericValueOrInfinity(numbers.front());

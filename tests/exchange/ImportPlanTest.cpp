@@ -96,11 +96,12 @@ TEST_F(SensorImport, AsksAboutAnotherInstrument) {
   EXPECT_TRUE(Contains(plan_.doubts.back(), "The serial number stays as it is."));
 }
 
-TEST_F(SensorImport, AsksBeforeItTakesNumbersLikeRatiosAsPerCent) {
+TEST_F(SensorImport, AsksBeforeItTakesNumbersWithoutAUnitAsRatios) {
   Read("f [MHz];Calibration factor\n50;0.999\n1000;0.985\n");
   ASSERT_EQ(plan_.doubts.size(), 1U);
   EXPECT_TRUE(Contains(plan_.doubts[0],
                        "\"Calibration factor\" names no unit, and all its numbers are below 2"));
+  EXPECT_EQ(RowsAfter(true), (Texts{"50.00 99.9", "1000.00 98.5"}));
   Read("f [MHz];Calibration factor [1]\n50;0.999\n1000;0.985\n");
   EXPECT_EQ(plan_.doubts, Texts());
 }
