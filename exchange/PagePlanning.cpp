@@ -255,7 +255,8 @@ void PagePlanning::TakeRatios() {
       return !value.isNumber ||
              (value.unit.empty() && std::abs(NumericValueOrInfinity(value.text)) < kLargestRatio);
     };
-    if (isFactor && values_[i] != nullptr && std::ranges::all_of(*values_[i], mayBeRatio)) {
+    if (isFactor && values_[i] != nullptr && std::ranges::all_of(*values_[i], mayBeRatio) &&
+        std::ranges::any_of(*values_[i], &WrittenValue::isNumber)) {
       std::vector<WrittenValue>& ratios = ratios_[i];
       ratios = *values_[i];
       for (WrittenValue& ratio : ratios) {
