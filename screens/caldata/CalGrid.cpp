@@ -219,6 +219,10 @@ std::vector<int> CalGrid::LeastWidths() const {
   for (int column = 0; column < horizontalHeader()->count(); ++column) {
     leasts.push_back(horizontalHeader()->sectionSizeHint(column));
   }
+  if (!leasts.empty()) {
+    // Without the name of its point or member, a row says nothing.
+    leasts.front() = std::max(leasts.front(), sizeHintForColumn(0));
+  }
   int missing = std::accumulate(leasts.begin(), leasts.end(), -viewport()->width());
   if (missing <= 0) {
     return leasts;

@@ -82,7 +82,7 @@ class CalGrid final : public EditorTable {
  private:
   void ShareWidth();
   /// What each column needs: its caption, or less where all captions have no room and its values
-  /// are narrower.
+  /// are narrower. The first column also needs room for its values.
   [[nodiscard]] std::vector<int> LeastWidths() const;
   /// What the width is shared by.
   [[nodiscard]] std::vector<int> Proportions() const;

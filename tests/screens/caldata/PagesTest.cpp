@@ -57,6 +57,11 @@ TEST_F(Pages, ShowTheTableAndTheSerialNumberOfTheirMember) {
     EXPECT_EQ(RowOf(editor, 1), (Texts{"100", "100.001nF", "150 ppm", "0.00030", "0.00040"}));
   });
   EditNew("RT730A", [](frmCalDataTabInput& editor) {
+    // A table as narrow as beside the earlier values still shows the names of the members.
+    CalGrid& table = GridOf(editor);
+    const int name = table.fontMetrics().horizontalAdvance("RT731A");
+    table.resize(name * 6, table.height());
+    EXPECT_GT(table.columnWidth(0), name);
     // Two columns fewer: nothing is left of the page before, and they take no typing.
     KeyToTab(editor, 3);
     KeyToTab(editor, 2);
