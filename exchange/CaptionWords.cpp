@@ -469,7 +469,7 @@ class Reader {
     quantity_ = found == kQuantities.end() ? Words() : found->words;
   }
 
-  CaptionReading Run() const {
+  [[nodiscard]] CaptionReading Run() const {
     CaptionReading reading;
     bool isAfterUnknown = false;
     for (std::size_t i = 0; i < written_.size(); ++i) {
