@@ -99,11 +99,24 @@ void ReadAdministrativeData(pugi::xml_node data, Certificate& certificate) {
            header.unreadCalDate);
   TakeDate(core.child("dcc:endPerformanceDate"), "end of the calibration", header.calDate,
            header.unreadCalDate);
+  if (header.calDate && header.unreadCalDate) {
+    certificate.doubts.push_back(Quoted(header.unreadCalDate->text) + " (" +
+                                 header.unreadCalDate->where + ") is not a date. " +
+                                 IsoDate(header.calDate->date) + " (" + header.calDate->where +
+                                 ") is used.");
+  }
   for (const pugi::xml_node statement : data.child("dcc:statements").children("dcc:statement")) {
-    if (HasRefType(statement, "basic_recalibration") && !header.dueDate) {
-      TakeDate(statement.child("dcc:date"), "statement on recalibration", header.dueDate,
-               header.unreadDueDate);
+    if (!HasRefType(statement, "basic_recalibration")) {
+      continue;
     }
+    std::optional<FoundDate> due;
+    TakeDate(statement.child("dcc:date"), "statement on recalibration", due, header.unreadDueDate);
+    if (due && header.dueDate && due->date != header.dueDate->date) {
+      certificate.doubts.push_back(
+          "There are two statements on recalibration: " + IsoDate(header.dueDate->date) +
+          ", which is used, and " + IsoDate(due->date) + ".");
+    }
+    header.dueDate = header.dueDate ? header.dueDate : due;
   }
   for (const pugi::xml_node item : data.child("dcc:items").children("dcc:item")) {
     if (certificate.items.size() == kItemLimit) {

@@ -210,6 +210,26 @@ TEST(DccCertificate, TheSerialNumberIsTheManufacturersAndTheDateTheLastOne) {
   EXPECT_EQ(read.items.at(0).serialNumber, "SER");
 }
 
+TEST(DccCertificate, DatesThatContradictEachOtherOrAreNoneAreDoubts) {
+  const auto statement = [](const std::string& date) {
+    return "<c:statement refType=\"basic_recalibration\"><c:date>" + date +
+           "</c:date></c:statement>";
+  };
+  const Certificate read = ReadCertificate(
+      Dcc("",
+          "<c:coreData><c:beginPerformanceDate>2026-01-02</c:beginPerformanceDate>"
+          "<c:endPerformanceDate>5 January</c:endPerformanceDate></c:coreData><c:statements>" +
+              statement("2027-01-02") + statement("2028-01-02") + "</c:statements>"));
+  EXPECT_EQ(IsoDate(read.header.calDate->date), "2026-01-02");
+  EXPECT_EQ(IsoDate(read.header.dueDate->date), "2027-01-02");
+  EXPECT_EQ(read.doubts,
+            (std::vector<std::string>{
+                "\"5 January\" (end of the calibration) is not a date. 2026-01-02 "
+                "(begin of the calibration) is used.",
+                "There are two statements on recalibration: 2027-01-02, which is used, "
+                "and 2028-01-02."}));
+}
+
 TEST(DccCertificate, ANameIsShownInAnyFormOfTheLanguage) {
   const Names names = {{"en-GB", "Frequency"}, {"de", "Frequenz"}, {"fr-CH", "Fréquence"}};
   EXPECT_EQ(NameIn(names, "de-DE"), "Frequenz");
