@@ -250,6 +250,10 @@ bool CsvHeader::TakeColon(const DelimitedLine& line, std::string_view cell) {
   const std::size_t colon = std::min(cell.find(':'), cell.size());
   const std::string_view value = WithoutBlanks(cell.substr(std::min(colon + 1, cell.size())));
   if (const auto pair = KeyAndValueIn(cell); pair && colon == cell.size()) {
+    if (line.Width() == 1) {
+      // A title names the instrument of the tables below it, whatever is above.
+      head_.items.clear();
+    }
     return Take(line, pair->first, pair->second);
   }
   return !value.empty() && Take(line, cell.substr(0, colon), value);

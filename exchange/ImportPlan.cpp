@@ -106,7 +106,8 @@ class Planning {
     }
     PlanMembers(target_, certificate_, choices_, plan_);
     if (used_.empty() && offered_.empty()) {
-      plan_.notes.insert(plan_.notes.begin(), NoTable(target_, certificate_));
+      plan_.notes.insert(plan_.notes.begin(),
+                         HasTables() ? "No table is chosen." : NoTable(target_, certificate_));
     }
     NoteUnused();
     AppendAll(plan_.doubts, certificate_.doubts);
@@ -155,6 +156,13 @@ class Planning {
     if (isWithoutRows || !planned.IsEmpty()) {
       plan_.pages.push_back(std::move(planned));
     }
+  }
+
+  /// Whether some table of the certificate suits the model.
+  [[nodiscard]] bool HasTables() const {
+    return std::ranges::any_of(
+        ProposedChoices(target_, certificate_).pages,
+        [](const PageChoice& page) { return !page.tables.empty() || !page.alternatives.empty(); });
   }
 
   /// The page as the beginning of a sentence.

@@ -35,9 +35,10 @@ constexpr std::array<std::string_view, 24> kAfter = {
     "post adj",     "postadj",     "post-cal",     "nach just", "nach der just", "nach einer",
     "nach dem abg", "nach abgl",   "nach einst",   "nach rep",  "nach der rep",  "nachher",
     "ausgangsmess", "ausgangskal", "ausgangszust", "après",     "después",       "dopo"};
-constexpr std::array<std::string_view, 15> kChannels = {
-    "channel", "kanal",   "canal", "voie",     "port",   "sensor", "sonde", "capteur",
-    "input",   "eingang", "head",  "messkopf", "polari", "run",    "unit"};
+constexpr std::array<std::string_view, 23> kChannels = {
+    "channel", "kanal",   "canal",    "voie",     "port",   "sensor",  "sonde",         "capteur",
+    "input",   "eingang", "head",     "messkopf", "polari", "run",     "unit",          "dut",
+    "uut",     "device",  "prüfling", "sample",   "muster", "meas. #", "measurement no"};
 /// Words of titles that say which part of a table follows, not what is in it.
 constexpr std::array<std::string_view, 40> kOfParts = {
     "range",     "ranges",      "table",     "tabelle",     "tableau",
@@ -159,8 +160,9 @@ std::string FirstFound(const CertificateTable& table, const Find& find) {
 constexpr std::size_t kPartLimit = 20;
 
 /// Captions of the level at which values were measured.
-constexpr std::array<std::string_view, 5> kLevels = {"level", "pegel", "niveau", "livello",
-                                                     "nivel "};
+constexpr std::array<std::string_view, 10> kLevels = {"level",    "pegel",  "niveau",   "livello",
+                                                      "nivel ",   "power",  "leistung", "puissance",
+                                                      "potencia", "potenza"};
 
 /// Results of a test, which say nothing about what was measured.
 bool IsVerdict(std::string_view text) {

@@ -103,6 +103,12 @@ TEST_F(WrongNumbers, ResultsBeforeAndAfterAnAdjustmentAreAlternatives) {
   EXPECT_FALSE(choices_.pages[0].canJoinAlternatives);
 }
 
+TEST_F(WrongNumbers, ATableThatTheUserLeavesOutIsNotSaidToBeMissing) {
+  Read(kTable);
+  choices_.pages[0].tables.clear();
+  EXPECT_EQ(PlanImport(Target(), certificate_, choices_).notes.front(), "No table is chosen.");
+}
+
 TEST_F(WrongNumbers, EachAlternativeMayHaveSeveralParts) {
   const std::string parts = kTable + "\n" + kOtherPoints;
   Read("As found\n" + parts + "\nAs left\nRange 1\n" + parts);
@@ -234,6 +240,9 @@ TEST_F(WrongNumbers, AColumnOfTextsThatDividesTheRowsIsAskedAbout) {
                            {"Sensor", "Sensor 1", "Sensor 2"},
                            {"Polarity", "+", "-"},
                            {"Level [dBm]", "0", "-10"},
+                           {"Power [dBm]", "0", "-20"},
+                           {"DUT", "1", "2"},
+                           {"Meas. #", "1", "2"},
                            {"Probe", "left", "right"}}) {
     Read("f [MHz];KF [%];" + caption + "\n50;98.5;" + first + "\n60;98.4;" + first + "\n70;97.5;" +
          second + "\n");
