@@ -23,7 +23,10 @@ struct Meaning {
   std::errc meaning;
 };
 
-constexpr std::array<Meaning, 31> kMeanings = {{
+constexpr std::array<Meaning, 34> kMeanings = {{
+    {ERROR_CANCELLED, std::errc::operation_canceled},
+    {ERROR_UNEXP_NET_ERR, std::errc::io_error},
+    {ERROR_NETNAME_DELETED, std::errc::io_error},
     {ERROR_FILE_NOT_FOUND, std::errc::no_such_file_or_directory},
     {ERROR_PATH_NOT_FOUND, std::errc::no_such_file_or_directory},
     {ERROR_INVALID_DRIVE, std::errc::no_such_file_or_directory},

@@ -108,8 +108,15 @@ Section "Install"
   ; runs where it is, so that this waits for its end.
   IfFileExists "$INSTDIR\uninstall.exe" 0 +2
     ExecWait '"$INSTDIR\uninstall.exe" /S _?=$INSTDIR'
+  ClearErrors
   SetOutPath "$INSTDIR"
   File /r "${PROGRAM}\*"
+  IfErrors 0 written
+    ; Nothing says that the program is installed. The result is 2.
+    MessageBox MB_OK|MB_ICONSTOP "Not all files could be written to $INSTDIR. Check the disk and the \
+folder, then install again." /SD IDOK
+    Abort
+written:
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateDirectory "$SMPROGRAMS\${NAME}"
   CreateShortcut "$SMPROGRAMS\${NAME}\${NAME}.lnk" "$INSTDIR\tarvell.exe"

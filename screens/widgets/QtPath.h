@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <filesystem>
+#include <type_traits>
 
 #include "core/platform/SystemName.h"
 
@@ -28,7 +29,12 @@ namespace tarvell {
 }
 
 [[nodiscard]] inline std::filesystem::path SystemPath(const QString& path) {
-  return SystemName(QFile::encodeName(path).toStdString());
+  if constexpr (std::is_same_v<std::filesystem::path::value_type, wchar_t>) {
+    // The toolkit's bytes have only the characters of one code page: another file would be meant.
+    return path.toStdWString();
+  } else {
+    return SystemName(QFile::encodeName(path).toStdString());
+  }
 }
 
 }  // namespace tarvell

@@ -4,6 +4,8 @@
 #include <QDir>
 
 #include "core/platform/Error.h"
+#include "core/platform/SystemName.h"
+#include "screens/widgets/QtPath.h"
 #include "screens/widgets/Questions.h"
 #include "screens/widgets/cFileDialog.h"
 #include "support/User.h"
@@ -53,6 +55,13 @@ TEST(FileDialog, AFileNameEndsAtItsNulAndLosesTheBlanksAroundIt) {
     dialog.SetFileName(value);
     EXPECT_EQ(dialog.FileName().toStdString(), name);
   }
+}
+
+TEST(FileDialog, ThePathOfAFileKeepsCharactersThatAreInNoCodePage) {
+  const std::string text = "/tmp/\u0142 \u03A9 \u6E2C.csv";
+  const QString path = QString::fromStdString(text);
+  EXPECT_EQ(SystemPath(path), SystemName(text));
+  EXPECT_EQ(PathForQt(SystemPath(path)), path);
 }
 
 TEST(FileDialog, AsksForAFileToOpenWithItsProperties) {
