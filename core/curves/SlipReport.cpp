@@ -15,7 +15,7 @@ namespace {
 
 /// "12.4 GHz, Calibration factor".
 std::string CellName(const PageTable& table, Cell cell) {
-  const std::string point = PointName(table, cell.row);
+  std::string point = PointName(table, cell.row);
   for (const ValueColumn& column : ValueColumnsOf(table)) {
     if (column.column == cell.column) {
       return point.empty() ? column.name : point + ", " + column.name;
