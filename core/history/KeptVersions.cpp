@@ -118,7 +118,7 @@ bool RulesOut(const KeptVersion& version, std::string_view hash) {
 }
 
 /// Leaves out what a save kept that was interrupted before it replaced the file: the file was still
-/// the same after it. `hash` is that of the file now.
+/// the same after it. `hash` is that of the file now, "" if it is not known.
 void LeaveOutUnfinished(FileHistory& history, std::string_view hash) {
   std::vector<KeptVersion>& versions = history.versions;
   const auto repeated = std::unique(
@@ -210,14 +210,12 @@ FileHistory HistoryOf(const std::string& path) {
   history.damagedLines = journal.damagedLines;
   ReadCurrent(path, history);
   history.versions = VersionsIn(place, journal.events);
-  const bool isKnown = !journal.events.empty() || !history.versions.empty();
-  if (history.current && isKnown) {
-    const std::string hash = Sha256(*history.current);
+  std::string hash;
+  if (history.current && (!journal.events.empty() || !history.versions.empty())) {
+    hash = Sha256(*history.current);
     history.written = WrittenBy(journal.events, hash);
-    LeaveOutUnfinished(history, hash);
-  } else {
-    LeaveOutUnfinished(history, "");
   }
+  LeaveOutUnfinished(history, hash);
   return history;
 }
 
