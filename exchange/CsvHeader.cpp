@@ -160,10 +160,13 @@ TableHead CsvHeader::TakeHead() {
 }
 
 void CsvHeader::KeepModels(const DelimitedLine& line) {
+  std::vector<FoundText>& named = certificate_.namedModels;
   for (std::size_t column = 0; column < std::min(line.Width(), kColumnsOfStates); ++column) {
     for (const Model& model : kModels) {
-      if (NamesModel(line.Cell(column), model.code)) {
-        certificate_.namedModels.push_back({std::string(model.code), WhereOf(line)});
+      // Each once, however many lines of a hostile file name it.
+      if (std::ranges::find(named, model.code, &FoundText::text) == named.end() &&
+          NamesModel(line.Cell(column), model.code)) {
+        named.push_back({std::string(model.code), WhereOf(line)});
       }
     }
   }
